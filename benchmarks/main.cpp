@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "contest.h"
+
+#include <QtCore/QCoreApplication>
+
+void AddNotifyContests();
+void AddLookupContests();
+void AddTreeContests();
+void AddDataObjectContests();
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    AddNotifyContests();
+    AddLookupContests();
+    AddTreeContests();
+    AddDataObjectContests();
+    return contest::Run(argc, argv);
+}

@@ -1,0 +1,21 @@
+# The headers in their folders, and the package that find_package(MultiChannelServerCommon CONFIG) finds.
+include(CMakePackageConfigHelpers)
+
+set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
+
+# Headers that only the sources of a library include.
+set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observedvalues.h statusnode.h)
+list(TRANSFORM mcs_private_headers REPLACE "\\." "\\\\.")
+list(JOIN mcs_private_headers "|" mcs_private_pattern)
+install(DIRECTORY platform devicecontrol DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h" REGEX "/(${mcs_private_pattern})$" EXCLUDE)
+
+configure_package_config_file(cmake/MultiChannelServerCommonConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfig.cmake INSTALL_DESTINATION ${mcs_package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfig.cmake
+  ${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfigVersion.cmake
+  DESTINATION ${mcs_package_dir})
+install(EXPORT MultiChannelServerTargets NAMESPACE MultiChannelServer:: DESTINATION ${mcs_package_dir})

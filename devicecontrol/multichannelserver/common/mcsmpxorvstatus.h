@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <platform/device/stddevicedefinition.h>
+#include <platform/values/observable.h>
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+
+#include <QtCore/QString>
+
+#include <tuple>
+
+namespace values {
+class Node;
+}
+
+/// The status subtree of one multiplexed ORV, which is the child "Status" of the MpxORV's node: finds or
+/// creates its node and values, observes them, and tells its own observers ContentChanged when one of the
+/// values, or the list of connected clients, changes. Main thread; the tree owns the values.
+///
+/// A value that went away reads as a null pointer from its value accessor; its plain getter must not be
+/// called then (GetOperationType, which gives the empty text, is the exception). Path accessors always work.
+///
+/// Copies use the same values but observe nothing, deliberately.
+class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {
+  public:
+    explicit MCSMpxORVStatus(const QString& basePath);
+    MCSMpxORVStatus(const MCSMpxORVStatus& other);
+    MCSMpxORVStatus& operator=(const MCSMpxORVStatus& other);
+    ~MCSMpxORVStatus() override;
+
+  protected:
+    void Update(Observable* source, TChangeCode code) override;
+
+  public:
+    // clang-format off
+    virtual void                    SetOperationType(const QString& type) const;
+    virtual QString                 GetOperationType();
+    virtual values::Value<QString>* GetOperationTypeValue() const;
+    virtual QString                 GetOperationType_ValuePath();
+
+    virtual values::ValueSelection* GetConnectedClientsValue() const;
+    virtual QString                 GetConnectedClients_ValuePath();
+    /// Adds a client and makes it the current item. Whether the id is there already is not checked.
+    virtual void                    AddConnectedClient(long id, const QString& name);
+    /// An unknown id is ignored.
+    virtual void                    RemoveConnectedClient(long id);
+
+    virtual EOperationMode          GetOperationMode();
+    virtual QString                 GetOperationModeAsString();
+    virtual values::ValueSelection* GetOperationModeValue() const;
+    virtual QString                 GetOperationMode_ValuePath();
+
+    virtual bool                    IsMaster() const;
+    virtual values::Value<bool>*    GetIsMasterValue() const;
+    virtual QString                 GetIsMaster_ValuePath();
+
+    virtual bool                    IsWatchingMaster() const;
+    virtual values::Value<bool>*    GetIsWatchingMasterValue() const;
+    virtual QString                 GetIsWatchingMaster_ValuePath();
+
+    virtual void                    SetComment(const QString& comment) const;
+    virtual QString                 GetComment();
+    virtual values::Value<QString>* GetCommentValue() const;
+    virtual QString                 GetComment_ValuePath();
+
+    /// The MpxORV's name: that of the status node's parent. Empty without one.
+    virtual QString                 GetName();
+    // clang-format on
+
+  private:
+    void SetupStatusSubtree();
+
+    auto ObservedValues() {
+        return std::tie(m_pOperationType, m_pConnectedClients, m_pOperationMode, m_pIsMaster,
+                        m_pIsWatchingMaster, m_pComment);
+    }
+
+    QString m_basePath;
+    values::Node* m_pStaSubtree = nullptr;
+    values::Value<QString>* m_pOperationType = nullptr;
+    values::ValueSelection* m_pConnectedClients = nullptr;
+    values::ValueSelection* m_pOperationMode = nullptr;
+    values::Value<bool>* m_pIsMaster = nullptr;
+    values::Value<bool>* m_pIsWatchingMaster = nullptr;
+    values::Value<QString>* m_pComment = nullptr;
+};

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/mcspolicyset.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/config/icfg.h>
+#include <platform/values/node.h>
+
+#include <QtCore/QStringList>
+
+namespace {
+
+constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcspolicyset";
+constexpr int LineOfShow = 140;
+constexpr int LineOfNodeGoingAway = 237;
+
+}  // namespace
+
+MCSPolicySet::MCSPolicySet(const MCSPolicySet& other)
+    : Observable(other), IObserver(other), m_policies(other.m_policies) {}
+
+MCSPolicySet& MCSPolicySet::operator=(const MCSPolicySet& other) {
+    if (this == &other) return *this;
+    ShowViewInTree(nullptr, false);
+    m_policies = other.m_policies;
+    return *this;
+}
+
+MCSPolicySet::~MCSPolicySet() {
+    MCSPolicySet::ShowViewInTree(nullptr, false);
+}
+
+void MCSPolicySet::Add(const MCSPolicy& policy) {
+    if (!m_policies.insert(policy).second) return;
+    ToTree(policy.GetName());
+    NotifyObservers(PolicyAdded, nullptr);
+}
+
+void MCSPolicySet::Remove(const MCSPolicy& policy) {
+    const QString name = policy.GetName();  // the policy may be the set's own, which ends here
+    if (m_policies.erase(policy) == 0) return;
+    ToTree(name);
+    NotifyObservers(PolicyRemoved, nullptr);
+}
+
+void MCSPolicySet::AddAll() {
+    for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
+        Add(*policy);
+}
+
+void MCSPolicySet::RemoveAll() {
+    while (!m_policies.empty())
+        Remove(*m_policies.begin());
+}
+
+void MCSPolicySet::SetContains(const MCSPolicy& policy, bool contains) {
+    if (contains)
+        Add(policy);
+    else
+        Remove(policy);
+}
+
+bool MCSPolicySet::Contains(const MCSPolicy& policy) const {
+    return m_policies.count(policy) != 0;
+}
+
+MCSPolicySet::const_iterator MCSPolicySet::begin() const {
+    return m_policies.begin();
+}
+
+MCSPolicySet::const_iterator MCSPolicySet::end() const {
+    return m_policies.end();
+}
+
+void MCSPolicySet::ReadFromCfg(ICfg* cfg) {
+    if (cfg == nullptr) return;
+    for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
+        SetContains(*policy, cfg->ReadBool(policy->GetName(), Contains(*policy)));
+}
+
+void MCSPolicySet::WriteToCfg(ICfg* cfg) const {
+    if (cfg == nullptr) return;
+    for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
+        cfg->WriteBool(policy->GetName(), Contains(*policy));
+}
+
+void MCSPolicySet::ShowViewInTree(values::Node* node, bool fromTree) {
+    DetachFromSwitches(LineOfShow);
+    SetParentNode(node);
+    if (node == nullptr) return;
+    for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap)) {
+        ShowSwitch(policy->GetName(), fromTree);
+        if (m_pParentNode != node) return;  // whoever heard of the switch hid the set or removed the node
+    }
+}
+
+void MCSPolicySet::ShowSwitch(const QString& name, bool fromTree) {
+    if (GetValueForName(name) == nullptr) {
+        if (m_pParentNode->CreateChild(Switch(), name) == nullptr)
+            return;  // taken by an item of another type
+        ToTree(name);
+    }
+    if (fromTree)
+        FromTree(name);
+    else
+        ToTree(name);
+    Switch* const value = GetValueForName(name);
+    if (value == nullptr) return;  // whoever heard of it removed it
+    value->AddObserver(this);
+    m_ObservedValues.insert(value);
+}
+
+values::Node* MCSPolicySet::GetParentNodeInTree() const {
+    return m_pParentNode;
+}
+
+QString MCSPolicySet::ToString() const {
+    if (m_policies.empty()) return QStringLiteral("<none>");
+    QStringList names;
+    for (const MCSPolicy& policy : m_policies)
+        names << policy.GetName();
+    return names.join(QStringLiteral(", "));
+}
+
+void MCSPolicySet::SetToDefaultPolicy() {
+    RemoveAll();
+    Add(MCSPolicy::MAYALTERFREQSINGLE);
+    Add(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES);
+    Add(MCSPolicy::MAYBEJOBMASTER);
+    Add(MCSPolicy::MAYRESTARTJOB);
+    Add(MCSPolicy::MAYALTERFREQRANGES);
+}
+
+void MCSPolicySet::Update(Observable* source, TChangeCode code) {
+    auto* const value = dynamic_cast<Switch*>(source);
+    if (code == changecode::StateChanged && value != nullptr && value->GetState() == values::GoingAway) {
+        value->DeleteObserver(this);
+        m_ObservedValues.erase(value);
+    } else if (code == changecode::ContentChanged && value != nullptr) {
+        FromTree(value->GetName());
+        NotifyObservers(changecode::ContentChanged, this);
+    } else if (code == changecode::GoingAway && m_pParentNode != nullptr && source == m_pParentNode) {
+        SetParentNode(nullptr);
+        DetachFromSwitches(LineOfNodeGoingAway);
+    }
+}
+
+MCSPolicySet::Switch* MCSPolicySet::GetValueForName(const QString& name) const {
+    return m_pParentNode != nullptr ? dynamic_cast<Switch*>(m_pParentNode->FindChild(name)) : nullptr;
+}
+
+void MCSPolicySet::FromTree(const QString& name) {
+    const Switch* const value = GetValueForName(name);
+    const MCSPolicy* const policy = MCSPolicy::PolicyByName(name);
+    if (value != nullptr && policy != nullptr) SetContains(*policy, value->GetValue());
+}
+
+void MCSPolicySet::ToTree(const QString& name) {
+    Switch* const value = GetValueForName(name);
+    const MCSPolicy* const policy = MCSPolicy::PolicyByName(name);
+    if (value != nullptr && policy != nullptr) value->SetValue(Contains(*policy), nullptr);
+}
+
+void MCSPolicySet::DetachFromSwitches(int line) {
+    for (Switch* value : m_ObservedValues)
+        value->DeleteObserver(this);
+    m_ObservedValues.clear();
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceAssertions) && !m_ObservedValues.empty())
+        _Q_assert(L"m_ObservedValues.size() == 0", SourcePath, line);
+}
+
+// The set observes the node to hear of its end: a pointer to a node that is gone would be used by the next
+// Add.
+void MCSPolicySet::SetParentNode(values::Node* node) {
+    if (m_pParentNode != nullptr) m_pParentNode->DeleteObserver(this);
+    m_pParentNode = node;
+    if (m_pParentNode != nullptr) m_pParentNode->AddObserver(this);
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <platform/device/stddevicedefinition.h>
+#include <platform/values/observable.h>
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+
+#include <QtCore/QString>
+
+#include <tuple>
+
+namespace values {
+class Node;
+}
+
+/// The server's status subtree: finds or creates its node and values, observes them, and tells its own
+/// observers ContentChanged whenever one of them changes. There are no setters: who writes the status does so
+/// through the values. Main thread; the tree owns the values.
+///
+/// A value that went away reads as a null pointer from its value accessor; its plain getter must not be
+/// called then. Path accessors always work.
+///
+/// Copies use the same values but observe nothing, deliberately: they are never told of changes, nor that a
+/// value went away.
+class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
+  public:
+    explicit MCSStatus(const QString& basePath);
+    MCSStatus(const MCSStatus& other);
+    MCSStatus& operator=(const MCSStatus& other);
+    ~MCSStatus() override;
+
+  protected:
+    void Update(Observable* source, TChangeCode code) override;
+
+  public:
+    // clang-format off
+    virtual EBooState                  GetBootState();
+    virtual QString                    GetBootStateAsString();
+    virtual values::ValueSelection*    GetBootStateValue() const;
+    virtual QString                    GetBootState_ValuePath();
+
+    virtual EOperationMode             GetOperationMode();
+    virtual QString                    GetOperationModeAsString();
+    virtual values::ValueSelection*    GetOperationModeValue() const;
+    virtual QString                    GetOperationMode_ValuePath();
+
+    virtual int                        GetFreeFreqChannels() const;
+    virtual values::ValueNumeric<int>* GetFreeFreqChannelsValue() const;
+    virtual QString                    GetFreeFreqChannels_ValuePath();
+
+    virtual int                        GetUsedFreqChannels() const;
+    virtual values::ValueNumeric<int>* GetUsedFreqChannelsValue() const;
+    virtual QString                    GetUsedFreqChannels_ValuePath();
+
+    virtual bool                       IsMcsMasterJobControlled() const;
+    virtual values::Value<bool>*       GetMcsMasterJobControlledValue() const;
+    virtual QString                    GetMcsMasterJobControlled_ValuePath();
+
+    virtual int                        GetSweepTime() const;
+    virtual values::ValueNumeric<int>* GetSweepTimeValue() const;
+    virtual QString                    GetSweepTime_ValuePath();
+
+    virtual bool                       IsOnline() const;
+    virtual values::Value<bool>*       GetOnlineValue() const;
+    virtual QString                    GetOnline_ValuePath();
+
+    virtual QString                    GetConnectionState();
+    virtual values::Value<QString>*    GetConnectionStateValue() const;
+    virtual QString                    GetConnectionState_ValuePath();
+
+    virtual int                        GetStaticMpxORVs() const;
+    virtual values::ValueNumeric<int>* GetStaticMpxORVsValue() const;
+    virtual QString                    GetStaticMpxORVs_ValuePath();
+
+    virtual int                        GetDynamicMpxORVs() const;
+    virtual values::ValueNumeric<int>* GetDynamicMpxORVsValue() const;
+    virtual QString                    GetDynamicMpxORVs_ValuePath();
+
+    virtual QString                    GetLogMessage();
+    virtual values::Value<QString>*    GetLogMessageValue() const;
+    virtual QString                    GetLogMessage_ValuePath();
+    // clang-format on
+
+  private:
+    void SetupStatusSubtree();
+
+    /// In the order in which a source is looked for and the destructor detaches: the operation mode is
+    /// fourth.
+    auto ObservedValues() {
+        return std::tie(m_pBootState, m_pFreeFreqChannels, m_pUsedFreqChannels, m_pOperationMode,
+                        m_pMcsMasterJobControlled, m_pSweepTime, m_pOnline, m_pConnectionState,
+                        m_pStaticMpxORVs, m_pDynamicMpxORVs, m_pLogMessage);
+    }
+
+    QString m_basePath;
+    values::Node* m_pStaSubtree = nullptr;
+    values::ValueSelection* m_pBootState = nullptr;
+    values::ValueSelection* m_pOperationMode = nullptr;
+    values::ValueNumeric<int>* m_pFreeFreqChannels = nullptr;
+    values::ValueNumeric<int>* m_pUsedFreqChannels = nullptr;
+    values::Value<bool>* m_pMcsMasterJobControlled = nullptr;
+    values::ValueNumeric<int>* m_pSweepTime = nullptr;
+    values::Value<bool>* m_pOnline = nullptr;
+    values::Value<QString>* m_pConnectionState = nullptr;
+    values::ValueNumeric<int>* m_pStaticMpxORVs = nullptr;
+    values::ValueNumeric<int>* m_pDynamicMpxORVs = nullptr;
+    values::Value<QString>* m_pLogMessage = nullptr;
+};

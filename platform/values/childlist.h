@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/nameindex.h>
+
+#include <QtCore/QStringView>
+
+#include <cstdint>
+#include <memory>
+
+namespace values {
+
+class Node;
+class TreeItem;
+
+/// The children of one node: owned, in the order in which they were added, found by name. Adding, removing
+/// (from anywhere) and finding take constant time. Private to the value framework.
+///
+/// A child that is going away stays in the list, so that it is not lost, but is hidden: neither counted nor
+/// found.
+class ChildList {
+  public:
+    ChildList() = default;
+    ~ChildList();
+    ChildList(const ChildList&) = delete;
+    ChildList& operator=(const ChildList&) = delete;
+
+    TreeItem* First() const { return m_first; }  ///< hidden children included; follow with TreeItem::m_next
+    int Count() const { return static_cast<int>(m_count); }
+    TreeItem* Find(QStringView name, std::uint32_t hash) const;
+
+    void Append(std::unique_ptr<TreeItem> item, Node* parent);
+    /// Takes \a item, which must be in this list, out of it and hands it over, detached.
+    std::unique_ptr<TreeItem> Take(TreeItem* item);
+    void Hide(TreeItem* item);
+    void Rename(TreeItem* item, const QString& name, std::uint32_t hash);
+
+  private:
+    void AddToIndex(TreeItem* item);
+
+    TreeItem* m_first = nullptr;
+    TreeItem* m_last = nullptr;
+    std::uint32_t m_count = 0;  ///< children that are not hidden
+    NameIndex m_index;          ///< empty while there are few children
+};
+
+}  // namespace values

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/valuebase.h>
+#include <platform/values/valuelist.h>
+#include <platform/values/valuenumeric.h>
+
+#include <QtCore/QString>
+
+namespace values {
+
+/// A plain value: bool, int (without limits) or text. Setting tells ContentChanged; setting an equal content
+/// does nothing, unless every change is delivered.
+template <class T>
+class Value : public ValueBase {
+  public:
+    Value() = default;
+    explicit Value(const T& content) : m_content(content) {}
+    Value(const Value& other) = default;
+    ~Value() override { SayGoodbye(); }
+
+    T GetValue() const { return m_content; }
+    void SetValue(const T& content, IObserver* originator = nullptr) {
+        if (IsNoChange(content == m_content)) return;
+        m_content = content;
+        NotifyObservers(changecode::ContentChanged, originator);
+    }
+
+  protected:
+    std::unique_ptr<TreeItem> CopyItem() const override { return std::make_unique<Value>(*this); }
+
+  private:
+    T m_content{};
+};
+
+extern template class MCS_PLATFORM_EXPORT Value<bool>;
+extern template class MCS_PLATFORM_EXPORT Value<int>;
+extern template class MCS_PLATFORM_EXPORT Value<QString>;
+
+}  // namespace values

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/values/valuebase.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/values/mainthread.h>
+
+namespace values {
+
+ValueBase::~ValueBase() {
+    MCS_ASSERT_MAIN_THREAD();
+    Q_ASSERT_X(GetState() == GoingAway, Q_FUNC_INFO, "each class of value says goodbye in its destructor");
+}
+
+void ValueBase::NotifyGoingAway() {
+    NotifyObservers(changecode::StateChanged);
+}
+
+void ValueBase::SetName(const QString& name, IObserver* originator) {
+    if (name == GetName()) return;
+    if (Rename(name))
+        NotifyObservers(changecode::DescriptionChanged, originator);
+    else
+        TraceRefusal("name empty, with a slash, or taken");
+}
+
+void ValueBase::SetState(TValueState state, IObserver* originator) {
+    Q_ASSERT_X(state != GoingAway, Q_FUNC_INFO, "an item goes away by being destroyed");
+    if (state == GetState() || GetState() == GoingAway) return;
+    StoreState(state);
+    NotifyObservers(changecode::StateChanged, originator);
+}
+
+void ValueBase::SetDelivery(EDelivery delivery) {
+    if (delivery == m_delivery) return;
+    m_delivery = delivery;
+    NotifyObservers(changecode::DescriptionChanged);
+}
+
+void ValueBase::TraceRefusal(const char* what) const {
+    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
+    _Q_Trace(QStringLiteral("The value '%1' refuses: %2").arg(GetPathName(), QLatin1String(what)),
+             L"platform/values/valuebase", __LINE__);
+}
+
+}  // namespace values

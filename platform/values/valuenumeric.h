@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/valuebase.h>
+
+#include <limits>
+
+namespace values {
+
+/// A number with limits: int or double. The content always lies within [minimum, maximum], which at first are
+/// the type's lowest and highest finite number.
+///
+/// A content beyond a limit becomes the limit. Limits never cross: one that is set beyond the other takes the
+/// other along. Setting a limit tells DescriptionChanged, and ContentChanged after it if the content had to
+/// move. NaN is refused everywhere; an infinity is a content only where a limit is infinite.
+template <class T>
+class ValueNumeric : public ValueBase {
+  public:
+    ValueNumeric() = default;
+    ValueNumeric(T content, T minimum, T maximum);
+    ValueNumeric(const ValueNumeric& other) = default;
+    ~ValueNumeric() override { SayGoodbye(); }
+
+    T GetValue() const { return m_content; }
+    T GetMin() const { return m_minimum; }
+    T GetMax() const { return m_maximum; }
+    void SetValue(T content, IObserver* originator = nullptr) {
+        if (IsNan(content)) return TraceRefusal("content NaN");
+        content = Clamped(content);
+        if (IsNoChange(content == m_content)) return;
+        m_content = content;
+        NotifyObservers(changecode::ContentChanged, originator);
+    }
+    void SetMin(T minimum, IObserver* originator = nullptr);
+    void SetMax(T maximum, IObserver* originator = nullptr);
+
+  protected:
+    std::unique_ptr<TreeItem> CopyItem() const override { return std::make_unique<ValueNumeric>(*this); }
+
+  private:
+    static bool IsNan(T number) { return number != number; }
+    T Clamped(T content) const {
+        return content < m_minimum ? m_minimum : content > m_maximum ? m_maximum : content;
+    }
+    void SetLimits(T minimum, T maximum, IObserver* originator);
+
+    T m_content = 0;
+    T m_minimum = std::numeric_limits<T>::lowest();
+    T m_maximum = std::numeric_limits<T>::max();
+};
+
+extern template class MCS_PLATFORM_EXPORT ValueNumeric<int>;
+extern template class MCS_PLATFORM_EXPORT ValueNumeric<double>;
+
+}  // namespace values
