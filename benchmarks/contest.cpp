@@ -79,8 +79,8 @@ bool PrintMatches(Collector& collector) {
             const double ratio = ours / theirs;
             const bool isWithin = ratio <= peer.maxRatio;
             allWithin = allWithin && isWithin;
-            std::printf("%-44s %12.2f  %-34s %12.2f %8.2f %8.2f  %s\n", match.name.c_str(), ours, peer.name.c_str(),
-                        theirs, ratio, peer.maxRatio, Verdict(isWithin));
+            std::printf("%-44s %12.2f  %-34s %12.2f %8.2f %8.2f  %s\n", match.name.c_str(), ours,
+                        peer.name.c_str(), theirs, ratio, peer.maxRatio, Verdict(isWithin));
         }
     }
     return allWithin;
@@ -93,8 +93,8 @@ bool PrintFigures() {
         const double measured = figure.measure();
         const bool isWithin = measured <= figure.maximum;
         allWithin = allWithin && isWithin;
-        std::printf("%-44s %12.1f %8.1f  %s  %s\n", figure.name.c_str(), measured, figure.maximum, figure.unit.c_str(),
-                    Verdict(isWithin));
+        std::printf("%-44s %12.1f %8.1f  %s  %s\n", figure.name.c_str(), measured, figure.maximum,
+                    figure.unit.c_str(), Verdict(isWithin));
     }
     return allWithin;
 }
@@ -108,7 +108,8 @@ void Add(const std::string& name, Function ours, std::vector<Peer> peers) {
     Matches().push_back({name, std::move(peers)});
 }
 
-void AddFigure(const std::string& name, const std::string& unit, std::function<double()> measure, double maximum) {
+void AddFigure(const std::string& name, const std::string& unit, std::function<double()> measure,
+               double maximum) {
     Figures().push_back({name, unit, std::move(measure), maximum});
 }
 

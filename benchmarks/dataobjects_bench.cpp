@@ -50,9 +50,11 @@ void RunDestroy(benchmark::State& state, int count) {
 }  // namespace
 
 void AddDataObjectContests() {
-    contest::Add("construct 8,000 status objects, per object",
-                 [](benchmark::State& state) { RunConstruct(state, 8000); },
-                 {{"1,000 objects, per object", [](benchmark::State& state) { RunConstruct(state, 1000); }, 1.5}});
-    contest::Add("destroy 8,000 status objects, per object", [](benchmark::State& state) { RunDestroy(state, 8000); },
-                 {{"1,000 objects, per object", [](benchmark::State& state) { RunDestroy(state, 1000); }, 1.5}});
+    contest::Add(
+        "construct 8,000 status objects, per object",
+        [](benchmark::State& state) { RunConstruct(state, 8000); },
+        {{"1,000 objects, per object", [](benchmark::State& state) { RunConstruct(state, 1000); }, 1.5}});
+    contest::Add(
+        "destroy 8,000 status objects, per object", [](benchmark::State& state) { RunDestroy(state, 8000); },
+        {{"1,000 objects, per object", [](benchmark::State& state) { RunDestroy(state, 1000); }, 1.5}});
 }

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-/// The hand-written peer of values and observers: a vector of pointers and a virtual call each. It can neither
-/// stand a listener that leaves while it is told, nor leave out an originator.
+/// The hand-written peer of values and observers: a vector of pointers and a virtual call each. It can
+/// neither stand a listener that leaves while it is told, nor leave out an originator.
 namespace handwritten {
 
 class Listener {

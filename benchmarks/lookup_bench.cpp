@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Finding a value by its path, beside one hash lookup of the whole path (which keeps every path a second time,
-// and knows neither children nor order).
+// Finding a value by its path, beside one hash lookup of the whole path (which keeps every path a second
+// time, and knows neither children nor order).
 #include "contest.h"
 
 #include <platform/values/tree.h>
@@ -26,8 +26,8 @@ QString PathOf(int number) {
         .arg(number % 100);
 }
 
-/// Every path once, in an order that no cache can foresee. Texts of their own: a program looks up paths that it
-/// has just built.
+/// Every path once, in an order that no cache can foresee. Texts of their own: a program looks up paths that
+/// it has just built.
 std::vector<QString> ShuffledPaths() {
     std::vector<QString> paths;
     for (int i = 0; i < ValueCount; ++i)
@@ -71,5 +71,6 @@ void RunHash(benchmark::State& state) {
 }  // namespace
 
 void AddLookupContests() {
-    contest::Add("find by path, depth 4 of 100,000 values", RunOurs, {{"QHash of whole paths", RunHash, 1.5}});
+    contest::Add("find by path, depth 4 of 100,000 values", RunOurs,
+                 {{"QHash of whole paths", RunHash, 1.5}});
 }

@@ -97,10 +97,13 @@ void RunSignal(benchmark::State& state, std::size_t count) {
 
 void AddNotifyContests() {
     for (const std::size_t count : {std::size_t(1), std::size_t(10)}) {
-        const std::string name = "set and notify " + std::to_string(count) + (count == 1 ? " observer" : " observers");
-        contest::Add(name, [count](benchmark::State& state) { RunOurs(state, count); },
-                     {{"loop of virtual calls", [count](benchmark::State& state) { RunVirtualLoop(state, count); }, 1.5},
-                      {"Qt signal, direct", [count](benchmark::State& state) { RunSignal(state, count); }, 1.0}});
+        const std::string name =
+            "set and notify " + std::to_string(count) + (count == 1 ? " observer" : " observers");
+        contest::Add(
+            name, [count](benchmark::State& state) { RunOurs(state, count); },
+            {{"loop of virtual calls", [count](benchmark::State& state) { RunVirtualLoop(state, count); },
+              1.5},
+             {"Qt signal, direct", [count](benchmark::State& state) { RunSignal(state, count); }, 1.0}});
     }
 }
 

@@ -27,8 +27,9 @@ std::vector<QString> Names() {
 /// Each value has a name text of its own, as when names come from a file or a peer.
 void Fill(const std::vector<QString>& names, int count) {
     for (int i = 0; i < count; ++i) {
-        const QString path = QStringLiteral("/Branch%1/Node%2/").arg(i / ValuesPerNode % 10).arg(i / ValuesPerNode) +
-                             names[static_cast<std::size_t>(i % ValuesPerNode)];
+        const QString path =
+            QStringLiteral("/Branch%1/Node%2/").arg(i / ValuesPerNode % 10).arg(i / ValuesPerNode) +
+            names[static_cast<std::size_t>(i % ValuesPerNode)];
         values::ProvideValue<values::ValueNumeric<double>>(path, 1.0, 0.0, 100.0, false, nullptr);
     }
 }
@@ -69,9 +70,12 @@ double BytesPerValue() {
 
 // Nothing but caches and page faults may make a value of the large tree dearer than one of the small.
 void AddTreeContests() {
-    contest::Add("create 1,000,000 values, per value", [](benchmark::State& state) { RunCreate(state, Many); },
-                 {{"100,000 values, per value", [](benchmark::State& state) { RunCreate(state, Few); }, 1.5}});
-    contest::Add("destroy 1,000,000 values, per value", [](benchmark::State& state) { RunDestroy(state, Many); },
-                 {{"100,000 values, per value", [](benchmark::State& state) { RunDestroy(state, Few); }, 1.5}});
-    contest::AddFigure("memory of a number in a tree of 1,000,000", "bytes, name included", BytesPerValue, 400.0);
+    contest::Add(
+        "create 1,000,000 values, per value", [](benchmark::State& state) { RunCreate(state, Many); },
+        {{"100,000 values, per value", [](benchmark::State& state) { RunCreate(state, Few); }, 1.5}});
+    contest::Add(
+        "destroy 1,000,000 values, per value", [](benchmark::State& state) { RunDestroy(state, Many); },
+        {{"100,000 values, per value", [](benchmark::State& state) { RunDestroy(state, Few); }, 1.5}});
+    contest::AddFigure("memory of a number in a tree of 1,000,000", "bytes, name included", BytesPerValue,
+                       400.0);
 }

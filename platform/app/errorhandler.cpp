@@ -43,13 +43,14 @@ ErrorHandler::ErrorHandler() : m_flags(DefaultFlags), m_sink(std::make_shared<co
 }
 
 ErrorHandler& ErrorHandler::Instance() {
-    static ErrorHandler handler;
+    static auto& handler = *new ErrorHandler;  // never destroyed: threads and statics report to the very end
     return handler;
 }
 
 unsigned ErrorHandler::ParseFlags(const QByteArray& text, unsigned fallback) {
+    const QByteArray number = text.trimmed().toLower();
     bool isNumber = false;
-    const unsigned flags = text.trimmed().toUInt(&isNumber, 0);
+    const unsigned flags = number.toUInt(&isNumber, number.startsWith("0x") ? 16 : 10);
     return isNumber ? flags : fallback;
 }
 

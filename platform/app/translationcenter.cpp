@@ -33,7 +33,8 @@ std::unique_ptr<QTranslator> TranslationCenter::Load(const QString& name) const 
     directories << QCoreApplication::applicationDirPath() + QStringLiteral("/translations");
     for (const QString& directory : qAsConst(directories)) {
         auto translator = std::make_unique<QTranslator>();
-        if (translator->load(m_locale, name, QStringLiteral("_"), directory)) return translator;
+        if (translator->load(m_locale.value_or(QLocale()), name, QStringLiteral("_"), directory))
+            return translator;
     }
     return nullptr;
 }

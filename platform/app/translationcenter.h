@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 
 class QTranslator;
 
@@ -42,5 +43,5 @@ class MCS_PLATFORM_EXPORT TranslationCenter {
 
     std::map<QString, Catalogue> m_catalogues;
     QStringList m_directories;
-    QLocale m_locale;
+    std::optional<QLocale> m_locale;
 };

@@ -7,11 +7,15 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStandardPaths>
 
-CfgCenter::CfgCenter() = default;
+CfgCenter::CfgCenter() {
+    // The store commits what nobody committed while there still is all that it needs for that.
+    qAddPostRoutine([] { Instance().m_store.reset(); });
+}
+
 CfgCenter::~CfgCenter() = default;
 
 CfgCenter& CfgCenter::Instance() {
-    static CfgCenter center;
+    static auto& center = *new CfgCenter;  // never destroyed: statics that go later may still ask it
     return center;
 }
 

@@ -3,7 +3,18 @@
 
 #include <platform/config/cfgstore.h>
 
+#include <QtCore/QStringList>
+
 #include <utility>
+
+namespace {
+
+/// "/" separates names; where there is none between two of them, or outside, nothing is meant by it.
+QString Path(const QString& name) {
+    return name.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
+}
+
+}  // namespace
 
 CfgSection::CfgSection(std::shared_ptr<CfgStore> store, QString prefix)
     : m_store(std::move(store)), m_prefix(std::move(prefix)) {}
@@ -11,39 +22,39 @@ CfgSection::CfgSection(std::shared_ptr<CfgStore> store, QString prefix)
 CfgSection::~CfgSection() = default;
 
 QString CfgSection::ReadString(const QString& key, const QString& fallback) {
-    return m_store->Read(m_prefix + key).value_or(fallback);
+    return m_store->Read(PathOf(key)).value_or(fallback);
 }
 
 int CfgSection::ReadInt(const QString& key, int fallback) {
-    const std::optional<QString> text = m_store->Read(m_prefix + key);
+    const std::optional<QString> text = m_store->Read(PathOf(key));
     if (!text) return fallback;
     bool isNumber = false;
     const int number = text->trimmed().toInt(&isNumber);
     if (isNumber) return number;
-    m_store->ReportMalformed(m_prefix + key, *text, "a whole number of 32 bits");
+    m_store->ReportMalformed(PathOf(key), *text, "a whole number of 32 bits");
     return fallback;
 }
 
 bool CfgSection::ReadBool(const QString& key, bool fallback) {
-    const std::optional<QString> text = m_store->Read(m_prefix + key);
+    const std::optional<QString> text = m_store->Read(PathOf(key));
     if (!text) return fallback;
     const QString word = text->trimmed().toLower();
     if (word == QLatin1String("true") || word == QLatin1String("1")) return true;
     if (word == QLatin1String("false") || word == QLatin1String("0")) return false;
-    m_store->ReportMalformed(m_prefix + key, *text, "true or false");
+    m_store->ReportMalformed(PathOf(key), *text, "true or false");
     return fallback;
 }
 
 void CfgSection::WriteString(const QString& key, const QString& content) {
-    m_store->Write(m_prefix + key, content);
+    m_store->Write(PathOf(key), content);
 }
 
 void CfgSection::WriteInt(const QString& key, int content) {
-    m_store->Write(m_prefix + key, QString::number(content));
+    m_store->Write(PathOf(key), QString::number(content));
 }
 
 void CfgSection::WriteBool(const QString& key, bool content) {
-    m_store->Write(m_prefix + key, content ? QStringLiteral("true") : QStringLiteral("false"));
+    m_store->Write(PathOf(key), content ? QStringLiteral("true") : QStringLiteral("false"));
 }
 
 bool CfgSection::CommitKey(const QString& /*key*/) {
@@ -62,9 +73,15 @@ ICfg* CfgSection::ProvideSection(const QString& name) {
 }
 
 void CfgSection::RemoveSection(const QString& name) {
-    if (!name.isEmpty()) m_store->RemoveSection(PrefixOf(name));
+    const QString prefix = PrefixOf(name);
+    if (prefix != m_prefix) m_store->RemoveSection(prefix);
+}
+
+QString CfgSection::PathOf(const QString& key) const {
+    return m_prefix + Path(key);
 }
 
 QString CfgSection::PrefixOf(const QString& name) const {
-    return name.isEmpty() ? m_prefix : m_prefix + name + QLatin1Char('/');
+    const QString path = Path(name);
+    return path.isEmpty() ? m_prefix : m_prefix + path + QLatin1Char('/');
 }

@@ -26,6 +26,7 @@ class CfgSection final : public ICfg {
     void RemoveSection(const QString& name) override;
 
   private:
+    QString PathOf(const QString& key) const;
     QString PrefixOf(const QString& name) const;
 
     std::shared_ptr<CfgStore> m_store;

@@ -4,20 +4,26 @@
 #include <QtCore/QString>
 
 #include <functional>
-#include <memory>
+#include <map>
 #include <optional>
 #include <set>
 
-class QSettings;
-
-/// One configuration file: an INI file of QSettings in UTF-8, which several processes may use at once.
-/// Private to the configuration layer.
+/// One configuration file: an INI file in UTF-8, written as QSettings writes it, which several processes may
+/// use at once. Private to the configuration layer.
+///
+/// QSettings itself is not used: it writes at times of its own, outside of the lock, takes a file of the same
+/// size and time for unchanged, drops characters beyond 16 bits, and leaves temporary files behind when the
+/// process is killed.
 ///
 /// A commit replaces the file as a whole (write aside, then rename), so that a reader, and whoever comes
 /// after a killed process, finds the old file or the new one. Writers take turns: a commit takes in what
 /// others committed, key by key.
+///
+/// Keys are paths: sections and the key's name with "/" between them.
 class CfgStore {
   public:
+    using Contents = std::map<QString, QString>;
+
     /// Opens \a path. A file that is no INI file, or is too large to be one, is renamed and reported.
     explicit CfgStore(QString path);
     ~CfgStore();
@@ -41,18 +47,24 @@ class CfgStore {
   private:
     /// Runs \a action while no other process writes the file. False if it cannot be locked.
     bool WithFileLock(const std::function<void()>& action) const;
-    void Open();
-    /// Why the file cannot be used; empty if it can.
-    QString Defect() const;
-    /// A name beside the file under which nothing is yet.
-    QString NameAside() const;
+    /// Takes over what is in the file, and puts a file that cannot be used aside. True if the file holds all
+    /// that was written here.
+    bool Load();
+    bool Save() const;
+    /// Why the file cannot be used; empty if it can, and \a contents is what it holds.
+    QString ReadFile(Contents* contents) const;
+    void PutAside(const QString& defect);
+    /// A name beside the file that is free, or under which \a content is kept already.
+    QString NameAside(const QByteArray* content = nullptr) const;
     void Trace(const QString& message) const;
 
     QString m_path;
-    std::unique_ptr<QSettings> m_settings;
-    std::set<QString> m_emptySections;  ///< provided here, and nothing written yet
+    QString m_file;       ///< what m_path leads to if it is a link, else the same
+    QString m_obstacle;   ///< why the file that is in the way can neither be used nor put aside
+    Contents m_contents;  ///< of the file, with the changes
+    std::map<QString, std::optional<QString>> m_changes;  ///< not committed yet; no content: removed
+    std::set<QString> m_providedSections;
     std::set<QString> m_reportedKeys;
-    bool m_isDirty = false;
     bool m_isFailureReported = false;
     bool m_isCopyKept = false;
 };

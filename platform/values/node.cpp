@@ -33,7 +33,7 @@ void Node::DestroyChildren() {
             node = parent;
         } else if (child->m_state == GoingAway) {
             // An observer of the child deletes us, its parent: the deletion under way finishes the child.
-            node->m_children.Take(child).release();
+            static_cast<void>(node->m_children.Take(child).release());
         } else {
             child->SayGoodbye();
             if (child->m_isNode)
@@ -93,7 +93,7 @@ bool Node::RenameChild(TreeItem* child, const QString& name) {
 }
 
 void Node::ForgetChild(TreeItem* child) {
-    m_children.Take(child).release();
+    static_cast<void>(m_children.Take(child).release());  // it is in its destructor
     NotifyStructure(changecode::ChildrenRemoved);
 }
 

@@ -89,8 +89,8 @@ class MCS_PLATFORM_EXPORT Observable {
   private:
     friend class ObservableGuard;
 
-    /// A notification under way, on the stack of NotifyMany. Changes of the list keep `next` and `end` right, and
-    /// mark the walk as disturbed, so that it runs on registers as long as nothing happens.
+    /// A notification under way, on the stack of NotifyMany. Changes of the list keep `next` and `end` right,
+    /// and mark the walk as disturbed, so that it runs on registers as long as nothing happens.
     struct Walk {
         explicit Walk(Observable& walked) : subject(&walked), outer(walked.m_walks) { walked.m_walks = this; }
         ~Walk();

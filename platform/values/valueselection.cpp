@@ -108,7 +108,7 @@ QString ValueSelection::GetCurrentText() const {
 void SelItemDesc::AddItems(const SelItemDesc* items, int count, ValueSelection* selection) {
     std::vector<SelectionItem> all;
     const int had = selection->Count();
-    all.reserve(static_cast<std::size_t>(had + count));
+    all.reserve(static_cast<std::size_t>(had) + static_cast<std::size_t>(count));
     for (int i = 0; i < had; ++i)
         all.push_back(*selection->GetItemAt(i));
     for (int i = 0; i < count; ++i) {

@@ -8,6 +8,8 @@
 
 #include <QtCore/QString>
 
+#include <tuple>
+
 /// The commands node of the server's tree: what an operator or client tells the server to do. Provides the
 /// values; whoever carries the commands out observes them. Main thread.
 class MCS_COMMON_EXPORT MCSCommands : public IObserver {

@@ -39,11 +39,13 @@ int ToIndex(long index) {
 
 // A missing key reads as whatever default is asked for.
 bool IsIntMissing(ICfg& cfg, const QString& key) {
-    return cfg.ReadInt(key, 0) != cfg.ReadInt(key, 1);
+    const int content = cfg.ReadInt(key, 0);
+    return content != cfg.ReadInt(key, 1);
 }
 
 bool IsBoolMissing(ICfg& cfg, const QString& key) {
-    return cfg.ReadBool(key, false) != cfg.ReadBool(key, true);
+    const bool content = cfg.ReadBool(key, false);
+    return content != cfg.ReadBool(key, true);
 }
 
 void Commit(ICfg& cfg, const QString& key, const QString& text) {

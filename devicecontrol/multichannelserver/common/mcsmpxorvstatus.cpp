@@ -20,16 +20,31 @@ MCSMpxORVStatus::MCSMpxORVStatus(const QString& basePath) : m_basePath(basePath)
 
 MCSMpxORVStatus::MCSMpxORVStatus(const MCSMpxORVStatus& other) = default;
 
-MCSMpxORVStatus& MCSMpxORVStatus::operator=(const MCSMpxORVStatus& other) = default;
-
-MCSMpxORVStatus::~MCSMpxORVStatus() {
-    if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
-    m_pStaSubtree = nullptr;
-    observedvalues::DetachAll(ObservedValues(), this);
+// What it had is let go of first: it would not know those values any more, and they would tell it of changes
+// after its end.
+MCSMpxORVStatus& MCSMpxORVStatus::operator=(const MCSMpxORVStatus& other) {
+    if (this == &other) return *this;
+    Detach();
+    IObserver::operator=(other);
+    Observable::operator=(other);
+    m_basePath = other.m_basePath;
+    m_pStaSubtree = other.m_pStaSubtree;
+    ObservedValues(*this) = ObservedValues(other);
+    return *this;
 }
 
-// Some paths are built from the node and some come from the virtual accessors, which a derived class may
-// move.
+MCSMpxORVStatus::~MCSMpxORVStatus() {
+    Detach();
+}
+
+void MCSMpxORVStatus::Detach() {
+    if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
+    m_pStaSubtree = nullptr;
+    observedvalues::DetachAll(ObservedValues(*this), this);
+}
+
+// Some paths are built from the node and some come from the virtual accessors, which are the class's own
+// while the constructor runs.
 void MCSMpxORVStatus::SetupStatusSubtree() {
     using namespace values;  // NOLINT(google-build-using-namespace): one table of types
     const ValueDescriptor& modes = StdDeviceDefinition::g_vdOperationMode;
@@ -54,7 +69,7 @@ void MCSMpxORVStatus::SetupStatusSubtree() {
 void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
     switch (code) {
         case changecode::ContentChanged:
-            if (observedvalues::Contains(ObservedValues(), source))
+            if (observedvalues::Contains(ObservedValues(*this), source))
                 NotifyObservers(changecode::ContentChanged, this);
             break;
         case changecode::ItemsChanged:
@@ -64,7 +79,7 @@ void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
                 NotifyObservers(changecode::ContentChanged, this);
             break;
         case changecode::StateChanged:
-            observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+            observedvalues::ForgetIfGoingAway(ObservedValues(*this), source, this);
             break;
         case changecode::GoingAway:
             if (m_pStaSubtree != nullptr && source == m_pStaSubtree) m_pStaSubtree = nullptr;

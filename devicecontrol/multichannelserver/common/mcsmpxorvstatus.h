@@ -28,6 +28,7 @@ class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {
   public:
     explicit MCSMpxORVStatus(const QString& basePath);
     MCSMpxORVStatus(const MCSMpxORVStatus& other);
+    /// Detaches from the values that this object had, as the destructor does.
     MCSMpxORVStatus& operator=(const MCSMpxORVStatus& other);
     ~MCSMpxORVStatus() override;
 
@@ -72,10 +73,12 @@ class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {
 
   private:
     void SetupStatusSubtree();
+    void Detach();
 
-    auto ObservedValues() {
-        return std::tie(m_pOperationType, m_pConnectedClients, m_pOperationMode, m_pIsMaster,
-                        m_pIsWatchingMaster, m_pComment);
+    template <class Self>
+    static auto ObservedValues(Self& self) {
+        return std::tie(self.m_pOperationType, self.m_pConnectedClients, self.m_pOperationMode,
+                        self.m_pIsMaster, self.m_pIsWatchingMaster, self.m_pComment);
     }
 
     QString m_basePath;

@@ -74,7 +74,7 @@ MCSPolicySet::const_iterator MCSPolicySet::end() const {
 void MCSPolicySet::ReadFromCfg(ICfg* cfg) {
     if (cfg == nullptr) return;
     for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
-        SetContains(*policy, cfg->ReadBool(policy->GetName(), Contains(*policy)));
+        MCSPolicySet::SetContains(*policy, cfg->ReadBool(policy->GetName(), Contains(*policy)));
 }
 
 void MCSPolicySet::WriteToCfg(ICfg* cfg) const {
@@ -151,7 +151,7 @@ MCSPolicySet::Switch* MCSPolicySet::GetValueForName(const QString& name) const {
 void MCSPolicySet::FromTree(const QString& name) {
     const Switch* const value = GetValueForName(name);
     const MCSPolicy* const policy = MCSPolicy::PolicyByName(name);
-    if (value != nullptr && policy != nullptr) SetContains(*policy, value->GetValue());
+    if (value != nullptr && policy != nullptr) MCSPolicySet::SetContains(*policy, value->GetValue());
 }
 
 void MCSPolicySet::ToTree(const QString& name) {

@@ -23,15 +23,31 @@ MCSStatus::MCSStatus(const QString& basePath) : m_basePath(basePath) {
 
 MCSStatus::MCSStatus(const MCSStatus& other) = default;
 
-MCSStatus& MCSStatus::operator=(const MCSStatus& other) = default;
-
-MCSStatus::~MCSStatus() {
-    if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
-    m_pStaSubtree = nullptr;
-    observedvalues::DetachAll(ObservedValues(), this);
+// What it had is let go of first: it would not know those values any more, and they would tell it of changes
+// after its end.
+MCSStatus& MCSStatus::operator=(const MCSStatus& other) {
+    if (this == &other) return *this;
+    Detach();
+    IObserver::operator=(other);
+    Observable::operator=(other);
+    m_basePath = other.m_basePath;
+    m_pStaSubtree = other.m_pStaSubtree;
+    ObservedValues(*this) = ObservedValues(other);
+    return *this;
 }
 
-// The paths come from the virtual accessors, so that a derived class can move a value.
+MCSStatus::~MCSStatus() {
+    Detach();
+}
+
+void MCSStatus::Detach() {
+    if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
+    m_pStaSubtree = nullptr;
+    observedvalues::DetachAll(ObservedValues(*this), this);
+}
+
+// The paths come from the virtual accessors. While the constructor runs these are the class's own: what a
+// derived class overrides holds only afterwards.
 void MCSStatus::SetupStatusSubtree() {
     using namespace values;  // NOLINT(google-build-using-namespace): one table of types
     const auto provideSelection = [this](const QString& path, int defaultIndex,
@@ -80,7 +96,7 @@ void MCSStatus::Update(Observable* source, TChangeCode code) {
             NotifyObservers(changecode::ContentChanged, this);  // deliberately from any source
             break;
         case changecode::StateChanged:
-            observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+            observedvalues::ForgetIfGoingAway(ObservedValues(*this), source, this);
             break;
         case changecode::GoingAway:
             if (m_pStaSubtree != nullptr && source == m_pStaSubtree) m_pStaSubtree = nullptr;

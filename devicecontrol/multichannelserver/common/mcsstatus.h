@@ -29,6 +29,7 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
   public:
     explicit MCSStatus(const QString& basePath);
     MCSStatus(const MCSStatus& other);
+    /// Detaches from the values that this object had, as the destructor does.
     MCSStatus& operator=(const MCSStatus& other);
     ~MCSStatus() override;
 
@@ -86,13 +87,16 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
 
   private:
     void SetupStatusSubtree();
+    void Detach();
 
     /// In the order in which a source is looked for and the destructor detaches: the operation mode is
     /// fourth.
-    auto ObservedValues() {
-        return std::tie(m_pBootState, m_pFreeFreqChannels, m_pUsedFreqChannels, m_pOperationMode,
-                        m_pMcsMasterJobControlled, m_pSweepTime, m_pOnline, m_pConnectionState,
-                        m_pStaticMpxORVs, m_pDynamicMpxORVs, m_pLogMessage);
+    template <class Self>
+    static auto ObservedValues(Self& self) {
+        return std::tie(self.m_pBootState, self.m_pFreeFreqChannels, self.m_pUsedFreqChannels,
+                        self.m_pOperationMode, self.m_pMcsMasterJobControlled, self.m_pSweepTime,
+                        self.m_pOnline, self.m_pConnectionState, self.m_pStaticMpxORVs,
+                        self.m_pDynamicMpxORVs, self.m_pLogMessage);
     }
 
     QString m_basePath;

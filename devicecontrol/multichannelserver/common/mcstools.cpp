@@ -36,7 +36,8 @@ QString MCSTools::FormatFrequencyRange(double from, double to) {
         return Translate(QT_TRANSLATE_NOOP("MCSTools", "%1 - %2 MHz"))
             .arg(from / MegaHertz)
             .arg(to / MegaHertz);
-    return FormatFrequency(from) + QStringLiteral(" - ") + FormatFrequency(to);
+    const QString start = FormatFrequency(from);
+    return start + QStringLiteral(" - ") + FormatFrequency(to);
 }
 
 QString MCSTools::OperationModeAsString(EOperationMode mode) {

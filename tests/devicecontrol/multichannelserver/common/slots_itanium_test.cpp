@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+// Programs built apart from the library call its virtual operations by their place in the table, so the order
+// is part of the interface. In the C++ ABI of these compilers a pointer to a virtual member function holds
+// the operation's offset in the table.
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
+#include <devicecontrol/multichannelserver/common/mcspolicyset.h>
+#include <devicecontrol/multichannelserver/common/mcsstatus.h>
+
+#include <platform/values/tree.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+using values::Value;
+using values::ValueNumeric;
+using values::ValueSelection;
+
+/// Where an operation stands in its table, in words. Function is what its declaration is to be.
+template <class Function>
+std::size_t Slot(Function operation) {
+    std::size_t words[2];
+    static_assert(sizeof(operation) == sizeof(words), "not the ABI that this test knows");
+    std::memcpy(words, &operation, sizeof(words));
+    return words[0] / sizeof(void*);  // the lowest bit only says that it is virtual
+}
+
+struct SlotRow {
+    const char* operation;
+    std::size_t slot;
+};
+
+void ExpectOneAfterTheOther(std::size_t first, const std::vector<SlotRow>& rows) {
+    for (const SlotRow& row : rows)
+        EXPECT_EQ(row.slot, first++) << row.operation;
+}
+
+// The destructor takes the first two slots.
+constexpr std::size_t SlotAfterDestructor = 2;
+
+template <class Object, class Result, class... Arguments>
+using Op = Result (Object::*)(Arguments...);
+template <class Object, class Result, class... Arguments>
+using ConstOp = Result (Object::*)(Arguments...) const;
+
+// clang-format off
+TEST(VirtualOrder, OfTheObserverPattern) {
+    EXPECT_EQ(Slot(&IObserver::Update), SlotAfterDestructor);
+    ExpectOneAfterTheOther(SlotAfterDestructor, {
+        {"AddObserver",       Slot(&Observable::AddObserver)},
+        {"DeleteObserver",    Slot(&Observable::DeleteObserver)},
+        {"DeleteObservers",   Slot(&Observable::DeleteObservers)},
+        {"MakeFirstObserver", Slot(&Observable::MakeFirstObserver)},
+        {"NotifyObservers",   Slot(&Observable::NotifyObservers)}});
+}
+
+TEST(VirtualOrder, OfThePolicySetAfterTheObservablesOperations) {
+    using Set = MCSPolicySet;
+    ExpectOneAfterTheOther(Slot(&Observable::NotifyObservers) + 1, {
+        {"Add",                 Slot(&Set::Add)},
+        {"Remove",              Slot(&Set::Remove)},
+        {"AddAll",              Slot(&Set::AddAll)},
+        {"RemoveAll",           Slot(&Set::RemoveAll)},
+        {"SetContains",         Slot(&Set::SetContains)},
+        {"Contains",            Slot<ConstOp<Set, bool, const MCSPolicy&>>(&Set::Contains)},
+        {"begin",               Slot(&Set::begin)},
+        {"end",                 Slot(&Set::end)},
+        {"ReadFromCfg",         Slot<Op<Set, void, ICfg*>>(&Set::ReadFromCfg)},
+        {"WriteToCfg",          Slot<ConstOp<Set, void, ICfg*>>(&Set::WriteToCfg)},
+        {"ShowViewInTree",      Slot<Op<Set, void, values::Node*, bool>>(&Set::ShowViewInTree)},
+        {"GetParentNodeInTree", Slot(&Set::GetParentNodeInTree)},
+        {"ToString",            Slot(&Set::ToString)}});
+}
+
+TEST(VirtualOrder, OfTheStatusAfterUpdate) {
+    using S = MCSStatus;
+    using Selection = ConstOp<S, ValueSelection*>;
+    using Number = ConstOp<S, ValueNumeric<int>*>;
+    using Flag = ConstOp<S, Value<bool>*>;
+    using String = ConstOp<S, Value<QString>*>;
+    using Path = Op<S, QString>;
+    using Integer = ConstOp<S, int>;
+    using Boolean = ConstOp<S, bool>;
+    ExpectOneAfterTheOther(Slot(&IObserver::Update) + 1, {
+        {"GetBootState",                        Slot<Op<S, EBooState>>(&S::GetBootState)},
+        {"GetBootStateAsString",                Slot<Op<S, QString>>(&S::GetBootStateAsString)},
+        {"GetBootStateValue",                   Slot<Selection>(&S::GetBootStateValue)},
+        {"GetBootState_ValuePath",              Slot<Path>(&S::GetBootState_ValuePath)},
+        {"GetOperationMode",                    Slot<Op<S, EOperationMode>>(&S::GetOperationMode)},
+        {"GetOperationModeAsString",            Slot<Op<S, QString>>(&S::GetOperationModeAsString)},
+        {"GetOperationModeValue",               Slot<Selection>(&S::GetOperationModeValue)},
+        {"GetOperationMode_ValuePath",          Slot<Path>(&S::GetOperationMode_ValuePath)},
+        {"GetFreeFreqChannels",                 Slot<Integer>(&S::GetFreeFreqChannels)},
+        {"GetFreeFreqChannelsValue",            Slot<Number>(&S::GetFreeFreqChannelsValue)},
+        {"GetFreeFreqChannels_ValuePath",       Slot<Path>(&S::GetFreeFreqChannels_ValuePath)},
+        {"GetUsedFreqChannels",                 Slot<Integer>(&S::GetUsedFreqChannels)},
+        {"GetUsedFreqChannelsValue",            Slot<Number>(&S::GetUsedFreqChannelsValue)},
+        {"GetUsedFreqChannels_ValuePath",       Slot<Path>(&S::GetUsedFreqChannels_ValuePath)},
+        {"IsMcsMasterJobControlled",            Slot<Boolean>(&S::IsMcsMasterJobControlled)},
+        {"GetMcsMasterJobControlledValue",      Slot<Flag>(&S::GetMcsMasterJobControlledValue)},
+        {"GetMcsMasterJobControlled_ValuePath", Slot<Path>(&S::GetMcsMasterJobControlled_ValuePath)},
+        {"GetSweepTime",                        Slot<Integer>(&S::GetSweepTime)},
+        {"GetSweepTimeValue",                   Slot<Number>(&S::GetSweepTimeValue)},
+        {"GetSweepTime_ValuePath",              Slot<Path>(&S::GetSweepTime_ValuePath)},
+        {"IsOnline",                            Slot<Boolean>(&S::IsOnline)},
+        {"GetOnlineValue",                      Slot<Flag>(&S::GetOnlineValue)},
+        {"GetOnline_ValuePath",                 Slot<Path>(&S::GetOnline_ValuePath)},
+        {"GetConnectionState",                  Slot<Op<S, QString>>(&S::GetConnectionState)},
+        {"GetConnectionStateValue",             Slot<String>(&S::GetConnectionStateValue)},
+        {"GetConnectionState_ValuePath",        Slot<Path>(&S::GetConnectionState_ValuePath)},
+        {"GetStaticMpxORVs",                    Slot<Integer>(&S::GetStaticMpxORVs)},
+        {"GetStaticMpxORVsValue",               Slot<Number>(&S::GetStaticMpxORVsValue)},
+        {"GetStaticMpxORVs_ValuePath",          Slot<Path>(&S::GetStaticMpxORVs_ValuePath)},
+        {"GetDynamicMpxORVs",                   Slot<Integer>(&S::GetDynamicMpxORVs)},
+        {"GetDynamicMpxORVsValue",              Slot<Number>(&S::GetDynamicMpxORVsValue)},
+        {"GetDynamicMpxORVs_ValuePath",         Slot<Path>(&S::GetDynamicMpxORVs_ValuePath)},
+        {"GetLogMessage",                       Slot<Op<S, QString>>(&S::GetLogMessage)},
+        {"GetLogMessageValue",                  Slot<String>(&S::GetLogMessageValue)},
+        {"GetLogMessage_ValuePath",             Slot<Path>(&S::GetLogMessage_ValuePath)}});
+}
+
+TEST(VirtualOrder, OfTheStatusOfAMpxORVAfterUpdate) {
+    using S = MCSMpxORVStatus;
+    using Selection = ConstOp<S, ValueSelection*>;
+    using Flag = ConstOp<S, Value<bool>*>;
+    using String = ConstOp<S, Value<QString>*>;
+    using Path = Op<S, QString>;
+    ExpectOneAfterTheOther(Slot(&IObserver::Update) + 1, {
+        {"SetOperationType",              Slot<ConstOp<S, void, const QString&>>(&S::SetOperationType)},
+        {"GetOperationType",              Slot<Op<S, QString>>(&S::GetOperationType)},
+        {"GetOperationTypeValue",         Slot<String>(&S::GetOperationTypeValue)},
+        {"GetOperationType_ValuePath",    Slot<Path>(&S::GetOperationType_ValuePath)},
+        {"GetConnectedClientsValue",      Slot<Selection>(&S::GetConnectedClientsValue)},
+        {"GetConnectedClients_ValuePath", Slot<Path>(&S::GetConnectedClients_ValuePath)},
+        {"AddConnectedClient",            Slot<Op<S, void, long, const QString&>>(&S::AddConnectedClient)},
+        {"RemoveConnectedClient",         Slot<Op<S, void, long>>(&S::RemoveConnectedClient)},
+        {"GetOperationMode",              Slot<Op<S, EOperationMode>>(&S::GetOperationMode)},
+        {"GetOperationModeAsString",      Slot<Op<S, QString>>(&S::GetOperationModeAsString)},
+        {"GetOperationModeValue",         Slot<Selection>(&S::GetOperationModeValue)},
+        {"GetOperationMode_ValuePath",    Slot<Path>(&S::GetOperationMode_ValuePath)},
+        {"IsMaster",                      Slot<ConstOp<S, bool>>(&S::IsMaster)},
+        {"GetIsMasterValue",              Slot<Flag>(&S::GetIsMasterValue)},
+        {"GetIsMaster_ValuePath",         Slot<Path>(&S::GetIsMaster_ValuePath)},
+        {"IsWatchingMaster",              Slot<ConstOp<S, bool>>(&S::IsWatchingMaster)},
+        {"GetIsWatchingMasterValue",      Slot<Flag>(&S::GetIsWatchingMasterValue)},
+        {"GetIsWatchingMaster_ValuePath", Slot<Path>(&S::GetIsWatchingMaster_ValuePath)},
+        {"SetComment",                    Slot<ConstOp<S, void, const QString&>>(&S::SetComment)},
+        {"GetComment",                    Slot<Op<S, QString>>(&S::GetComment)},
+        {"GetCommentValue",               Slot<String>(&S::GetCommentValue)},
+        {"GetComment_ValuePath",          Slot<Path>(&S::GetComment_ValuePath)},
+        {"GetName",                       Slot<Op<S, QString>>(&S::GetName)}});
+}
+// clang-format on
+
+/// Where the part Base of an object lies, in bytes.
+template <class Base, class Object>
+std::ptrdiff_t OffsetOf(Object& object) {
+    return reinterpret_cast<char*>(static_cast<Base*>(&object)) - reinterpret_cast<char*>(&object);
+}
+
+TEST(VirtualOrder, TheFirstBaseOfAStatusIsTheObserverAndThatOfAPolicySetTheObservable) {
+    const values::Tree tree;
+    MCSStatus status(QStringLiteral("/Status"));
+    MCSMpxORVStatus mpx(QStringLiteral("/Mpx/Status"));
+    MCSPolicySet set;
+    EXPECT_EQ(OffsetOf<IObserver>(status), 0);
+    EXPECT_GT(OffsetOf<Observable>(status), 0);
+    EXPECT_EQ(OffsetOf<IObserver>(mpx), 0);
+    EXPECT_GT(OffsetOf<Observable>(mpx), 0);
+    EXPECT_EQ(OffsetOf<Observable>(set), 0);
+    EXPECT_GT(OffsetOf<IObserver>(set), 0);
+}
+
+TEST(VirtualOrder, TheStatusClassesKeepTheObservablesOperations) {
+    using NotifyObservers = decltype(&Observable::NotifyObservers);
+    using DeleteObserver = decltype(&Observable::DeleteObserver);
+    EXPECT_TRUE((std::is_same_v<decltype(&MCSStatus::NotifyObservers), NotifyObservers>));
+    EXPECT_TRUE((std::is_same_v<decltype(&MCSStatus::DeleteObserver), DeleteObserver>));
+    EXPECT_TRUE((std::is_same_v<decltype(&MCSMpxORVStatus::NotifyObservers), NotifyObservers>));
+    EXPECT_TRUE((std::is_same_v<decltype(&MCSMpxORVStatus::DeleteObserver), DeleteObserver>));
+}
+
+}  // namespace

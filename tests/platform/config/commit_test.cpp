@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/config/cfgcenter.h>
+
+#include <tests/platform/config/configfixture.h>
+#include <tests/support/tracerecorder.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+
+namespace {
+
+const QString Key = QStringLiteral("k");
+const QString Other = QStringLiteral("other");
+
+class Commit : public ConfigTest {
+  protected:
+    /// Makes \a name look as if it had been left an hour ago.
+    void MakeOld(const QString& name) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
+    }
+};
+
+TEST_F(Commit, NothingReachesTheFileBeforeIt) {
+    Root()->WriteInt(Key, 1);
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Names().isEmpty());
+    EXPECT_TRUE(Root()->CommitKey(Key));
+    EXPECT_THAT(Names(), testing::ElementsAre(QStringLiteral("app.ini")));
+}
+
+TEST_F(Commit, TakesAllThatWasWritten) {
+    const std::unique_ptr<ICfg> section(Root()->ProvideSection(QStringLiteral("S")));
+    section->WriteInt(Key, 1);
+    Root()->WriteInt(Other, 2);
+    EXPECT_TRUE(section->CommitKey(Key));
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nother=2\n\n[S]\nk=1\n"));
+}
+
+TEST_F(Commit, LeavesAFileAloneThatHoldsAllAlready) {
+    const QByteArray bytes = "; a comment\n[General]\nk=1\n";
+    WriteFile(bytes);
+    Root()->WriteInt(Key, 1);
+    EXPECT_TRUE(Root()->CommitKey(Key));
+    EXPECT_EQ(FileBytes(), bytes);
+}
+
+TEST_F(Commit, TakesInWhatAnotherProcessCommitted) {
+    const std::unique_ptr<ICfg> root = Root();
+    root->WriteInt(Key, 1);
+    ASSERT_TRUE(root->CommitKey(Key));
+    ASSERT_TRUE(WriteByAnotherProcess(Other, QStringLiteral("2")));
+    ASSERT_TRUE(WriteByAnotherProcess(Key, QStringLiteral("3")));
+    root->WriteInt(QStringLiteral("mine"), 4);
+    ASSERT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(root->ReadInt(Other, 0), 2);
+    EXPECT_EQ(root->ReadInt(Key, 0), 3);
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=3\nmine=4\nother=2\n"));
+}
+
+TEST_F(Commit, TakesInAChangeOfTheSameSizeAndTime) {
+    const std::unique_ptr<ICfg> root = Root();
+    root->WriteInt(Key, 1);
+    root->WriteInt(Other, 1);
+    ASSERT_TRUE(root->CommitKey(Key));
+    QFile file(Path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QDateTime time = file.fileTime(QFileDevice::FileModificationTime);
+    file.write("[General]\nk=1\nother=2\n");
+    ASSERT_TRUE(file.flush());
+    ASSERT_TRUE(file.setFileTime(time, QFileDevice::FileModificationTime));
+    root->WriteInt(Key, 5);
+    ASSERT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=5\nother=2\n"));
+}
+
+TEST_F(Commit, WinsOverWhatAnotherProcessCommittedUnderTheSameKey) {
+    const std::unique_ptr<ICfg> root = Root();
+    root->WriteInt(Key, 1);
+    ASSERT_TRUE(root->CommitKey(Key));
+    root->WriteInt(Key, 1);  // the same again, and still what the file holds in the end
+    ASSERT_TRUE(WriteByAnotherProcess(Key, QStringLiteral("3")));
+    ASSERT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(ReadByAnotherProcess(Key), QStringLiteral("1"));
+}
+
+TEST_F(Commit, FailsWithOneTraceWhereNothingCanBeWrittenAndSucceedsOnceItCan) {
+    WriteFile("in the way", QStringLiteral("parent"));
+    const QString path = Path(QStringLiteral("parent/app.ini"));
+    CfgCenter::Instance().SetStorePath(path);
+    const TraceRecorder traces;
+    const std::unique_ptr<ICfg> root = Root();
+    EXPECT_TRUE(traces.Records().empty());
+    root->WriteInt(Key, 1);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(root->CommitKey(Key));
+    EXPECT_THAT(traces.Messages(),
+                testing::ElementsAre(QStringLiteral("The configuration file '") + path +
+                                     QStringLiteral("' cannot be written; the changes are kept in memory")));
+    EXPECT_EQ(root->ReadInt(Key, 0), 1);
+    ASSERT_TRUE(QFile::remove(Path(QStringLiteral("parent"))));
+    EXPECT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(traces.Records().size(), 1U);
+    CfgCenter::Instance().SetStorePath(path);
+    EXPECT_EQ(Root()->ReadInt(Key, 0), 1);
+}
+
+TEST_F(Commit, FailureIsTracedAgainAfterASuccess) {
+    const TraceRecorder traces;
+    const std::unique_ptr<ICfg> root = Root();
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(QDir().mkpath(Path()));
+        root->WriteInt(Key, i);
+        EXPECT_FALSE(root->CommitKey(Key));
+        ASSERT_TRUE(QDir(Path()).removeRecursively());
+        EXPECT_TRUE(root->CommitKey(Key));
+        ASSERT_TRUE(QFile::remove(Path()));
+    }
+    // Each time: what is in the way, and that nothing was written.
+    EXPECT_EQ(traces.Records().size(), 4U);
+}
+
+TEST_F(Commit, RefusesWhatWouldBeTooLargeAtTheNextStart) {
+    const std::unique_ptr<ICfg> root = Root();
+    root->WriteInt(Key, 1);
+    ASSERT_TRUE(root->CommitKey(Key));
+    const TraceRecorder traces;
+    root->WriteString(Other, QString(5 * 1024 * 1024, QLatin1Char('x')));
+    EXPECT_FALSE(root->CommitKey(Other));
+    EXPECT_EQ(traces.Records().size(), 1U);
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=1\n"));
+    root->WriteString(Other, QStringLiteral("small"));
+    EXPECT_TRUE(root->CommitKey(Other));
+}
+
+TEST_F(Commit, IsNotHeldUpByLocksThatAKilledProcessLeftHalfMade) {
+    WriteFile("", QStringLiteral("app.ini.writer"));
+    WriteFile("", QStringLiteral("app.ini.writer.rmlock"));
+    WriteFile("", QStringLiteral("app.ini.lock"));
+    for (const char* name : {"app.ini.writer", "app.ini.writer.rmlock", "app.ini.lock"})
+        MakeOld(QString::fromLatin1(name));
+    QElapsedTimer time;
+    time.start();
+    Root()->WriteInt(Key, 1);
+    EXPECT_TRUE(Root()->CommitKey(Key));
+    EXPECT_LT(time.elapsed(), 1000);
+}
+
+TEST_F(Commit, ClearsAwayWhatAKilledProcessLeftUnfinished) {
+    ASSERT_TRUE(QDir().mkpath(Path(QStringLiteral("app.ini.unfinished"))));
+    WriteFile("half", QStringLiteral("app.ini.unfinished/next.ini"));
+    WriteFile("half", QStringLiteral("app.ini.unfinished/next.ini.AbCdEf"));
+    WriteFile("mine", QStringLiteral("app.ini.backup"));
+    Root()->WriteInt(Key, 1);
+    EXPECT_TRUE(Root()->CommitKey(Key));
+    EXPECT_THAT(Names(), testing::ElementsAre(QStringLiteral("app.ini"), QStringLiteral("app.ini.backup")));
+}
+
+TEST_F(Commit, HappensAtTheEndOfTheProcessForWhatNobodyCommitted) {
+    QProcess process;
+    process.start(QStringLiteral(CFGWRITER),
+                  {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=last\n"));
+}
+
+TEST_F(Commit, TheEndOfTheProcessIsOrderlyWhereNothingCanBeWritten) {
+    ASSERT_TRUE(QDir().mkpath(Path()));
+    QProcess process;
+    process.start(QStringLiteral(CFGWRITER),
+                  {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_THAT(process.readAllStandardError().toStdString(), testing::HasSubstr("cannot be written"));
+}
+
+}  // namespace

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/config/configfixture.h>
+
+#include <platform/config/cfgcenter.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+
+ConfigTest::ConfigTest() {
+    CfgCenter::Instance().SetStorePath(Path());
+}
+
+ConfigTest::~ConfigTest() {
+    CfgCenter::Instance().SetStorePath(QString());
+}
+
+QStringList ConfigTest::Names() const {
+    return QDir(m_directory.path())
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+std::unique_ptr<ICfg> ConfigTest::Root() {
+    return std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot());
+}
+
+std::unique_ptr<ICfg> ConfigTest::Reopened() const {
+    CfgCenter::Instance().SetStorePath(Path());
+    return Root();
+}
+
+void ConfigTest::WriteFile(const QByteArray& bytes, const QString& name) const {
+    QFile file(Path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray ConfigTest::FileBytes(const QString& name) const {
+    QFile file(Path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString ConfigTest::ReadByAnotherProcess(const QString& key) const {
+    QProcess process;
+    process.start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("get"), key, QStringLiteral("absent")});
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0);
+    QString content = QString::fromUtf8(process.readAllStandardOutput());
+    content.chop(1);
+    return content;
+}
+
+bool ConfigTest::WriteByAnotherProcess(const QString& key, const QString& content) const {
+    QProcess process;
+    process.start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("set"), key, content});
+    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
+           process.exitCode() == 0;
+}

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a user may not read or write. The superuser may anything, so that another user has to try.
+#include <tests/platform/config/configfixture.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+
+#include <unistd.h>
+
+namespace {
+
+class Permissions : public ConfigTest {
+  protected:
+    Permissions() {
+        Allow(QStringLiteral("."), Everything);  // the directory of the test
+    }
+    ~Permissions() override { Allow(QStringLiteral("."), Everything); }
+
+    static constexpr QFileDevice::Permissions Reading =
+        QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    static constexpr QFileDevice::Permissions Entering =
+        QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
+    static constexpr QFileDevice::Permissions Everything =
+        Reading | Entering | QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
+
+    void Allow(const QString& name, QFileDevice::Permissions permissions) const {
+        EXPECT_TRUE(QFile::setPermissions(Path(name), permissions));
+    }
+
+    struct Outcome {
+        int exitCode;
+        QByteArray output;
+        QByteArray traces;
+    };
+    Outcome RunAsNobody(const QStringList& arguments) const {
+        QString program = QStringLiteral(CFGWRITER);
+        QStringList all = QStringList(Path()) + arguments;
+        if (getuid() == 0) {
+            all = QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                              QStringLiteral("--clear-groups"), program} +
+                  all;
+            program = QStringLiteral("setpriv");
+        }
+        QProcess process;
+        process.start(program, all);
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+    Outcome GetAsNobody() const {
+        return RunAsNobody({QStringLiteral("get"), QStringLiteral("k"), QStringLiteral("fallback")});
+    }
+    Outcome SetAsNobody(const QString& content) const {
+        return RunAsNobody({QStringLiteral("set"), QStringLiteral("k"), content});
+    }
+};
+
+const QByteArray Bytes = "; a comment\n[General]\nk=1\n";
+
+TEST_F(Permissions, AFileThatMayNotBeReadIsKeptAsideWithATrace) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), {});
+    const Outcome outcome = GetAsNobody();
+    EXPECT_EQ(outcome.output, QByteArray("fallback\n"));
+    EXPECT_EQ(outcome.traces.count('\n'), 1);
+    const QString message =
+        QStringLiteral("The configuration file '") + Path() + QStringLiteral("' cannot be used (");
+    EXPECT_TRUE(QString::fromUtf8(outcome.traces).startsWith(message)) << outcome.traces.toStdString();
+    Allow(QStringLiteral("app.ini.damaged-1"), Reading);
+    EXPECT_EQ(FileBytes(QStringLiteral("app.ini.damaged-1")), Bytes);
+    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).exitCode, 0);
+    EXPECT_EQ(GetAsNobody().output, QByteArray("2\n"));
+}
+
+TEST_F(Permissions, AFileThatMayNotBeReadStaysWhereTheDirectoryMayNotBeChanged) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), {});
+    Allow(QStringLiteral("."), Reading | Entering);
+    const Outcome outcome = SetAsNobody(QStringLiteral("2"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.traces.count("cannot be used"), 1) << outcome.traces.toStdString();
+    EXPECT_EQ(outcome.traces.count("cannot be written"), 1) << outcome.traces.toStdString();
+    EXPECT_EQ(outcome.traces.count('\n'), 2) << outcome.traces.toStdString();
+    Allow(QStringLiteral("app.ini"), Reading);
+    EXPECT_EQ(FileBytes(), Bytes);
+}
+
+TEST_F(Permissions, AFileThatMayOnlyBeReadIsReadAndNotReplaced) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), Reading);
+    EXPECT_EQ(GetAsNobody().output, QByteArray("1\n"));
+    const Outcome outcome = SetAsNobody(QStringLiteral("2"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.traces, (QStringLiteral("The configuration file '") + Path() +
+                               QStringLiteral("' cannot be written; the changes are kept in memory\n"))
+                                  .toUtf8());
+    EXPECT_EQ(FileBytes(), Bytes);
+    EXPECT_THAT(Names(), testing::ElementsAre(QStringLiteral("app.ini")));
+}
+
+TEST_F(Permissions, AFileInADirectoryThatMayOnlyBeReadIsReadAndStays) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("."), Reading | Entering);
+    const Outcome reading = GetAsNobody();
+    EXPECT_EQ(reading.output, QByteArray("1\n"));
+    EXPECT_EQ(reading.traces, QByteArray());
+    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).exitCode, 1);
+    EXPECT_EQ(FileBytes(), Bytes);
+}
+
+TEST_F(Permissions, WhatAReadOnlyFileHoldsAlreadyCountsAsCommitted) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), Reading);
+    Allow(QStringLiteral("."), Reading | Entering);
+    const Outcome outcome = SetAsNobody(QStringLiteral("1"));
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.traces, QByteArray());
+}
+
+TEST_F(Permissions, ACommitKeepsThoseOfTheFile) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    const QFileDevice::Permissions before = QFile::permissions(Path());
+    Root()->WriteInt(QStringLiteral("k"), 2);
+    ASSERT_TRUE(Root()->CommitKey(QStringLiteral("k")));
+    EXPECT_EQ(QFile::permissions(Path()), before);
+}
+
+TEST_F(Permissions, ACommitThroughALinkReplacesWhatTheLinkLeadsTo) {
+    WriteFile(Bytes, QStringLiteral("real.ini"));
+    ASSERT_TRUE(QFile::link(Path(QStringLiteral("real.ini")), Path()));
+    Root()->WriteInt(QStringLiteral("k"), 2);
+    ASSERT_TRUE(Root()->CommitKey(QStringLiteral("k")));
+    EXPECT_TRUE(QFileInfo(Path()).isSymLink());
+    EXPECT_EQ(FileBytes(QStringLiteral("real.ini")), QByteArray("[General]\nk=2\n"));
+    EXPECT_THAT(Names(), testing::ElementsAre(QStringLiteral("app.ini"), QStringLiteral("real.ini")));
+}
+
+}  // namespace
