@@ -9,23 +9,21 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLockFile>
-#include <QtCore/QSaveFile>
+#include <QtCore/QSettings>
 #include <QtCore/QStringList>
+#include <QtCore/QTemporaryFile>
 #include <QtCore/QTextCodec>
 #include <QtCore/QThread>
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <system_error>
-#include <type_traits>
 #include <utility>
 
 namespace {
 
 /// A configuration is a few kilobytes; what is larger than this is something else, and parsing it would stall
 /// the start.
-constexpr qint64 MaxFileSize = 4 * 1024 * 1024;
+constexpr qint64 MaxFileSize = qint64(4) * 1024 * 1024;
 
 /// How long a commit waits for other writers, each of which needs a few milliseconds.
 constexpr int LockTimeoutMs = 5000;
@@ -35,200 +33,7 @@ constexpr int LockPollMs = 2;
 /// operating system's lock on the file too, so a living owner cannot lose it to this limit.
 constexpr int StaleLockMs = 1000;
 
-constexpr QLatin1Char Separator('/');
-
-bool IsHexDigit(QChar character) {
-    return character.unicode() < 0x80 && std::isxdigit(character.toLatin1()) != 0;
-}
-
-/// How many of the characters of \a text from \a begin are hexadecimal digits, at most \a limit.
-int CountHexDigits(const QString& text, int begin, int limit) {
-    int end = begin;
-    while (end < text.size() && end - begin < limit && IsHexDigit(text[end]))
-        ++end;
-    return end - begin;
-}
-
-// ---- the names of sections and keys: letters, digits and "_-." as they are, others as %XX or %UXXXX
-
-QString EscapedName(const QString& name) {
-    if (name.isEmpty()) return QStringLiteral("%");  // else no line
-    QString escaped;
-    for (const QChar character : name) {
-        const ushort code = character.unicode();
-        const bool isPlain =
-            code < 0x80 && (std::isalnum(code) != 0 || code == '_' || code == '-' || code == '.');
-        if (isPlain)
-            escaped += character;
-        else if (code <= 0xFF)
-            escaped += QStringLiteral("%%1").arg(code, 2, 16, QLatin1Char('0')).toUpper();
-        else
-            escaped += QStringLiteral("%U%1").arg(code, 4, 16, QLatin1Char('0')).toUpper();
-    }
-    return escaped;
-}
-
-QString UnescapedName(const QString& escaped) {
-    if (escaped == QLatin1String("%")) return QString();
-    QString name;
-    for (int i = 0; i < escaped.size(); ++i) {
-        const bool isWide = escaped.midRef(i, 2).compare(QLatin1String("%U"), Qt::CaseInsensitive) == 0;
-        const int begin = isWide ? i + 2 : i + 1;
-        const int digits = isWide ? 4 : 2;
-        if (escaped[i] != QLatin1Char('%') || CountHexDigits(escaped, begin, digits) < digits) {
-            name += escaped[i];
-            continue;
-        }
-        name += QChar(escaped.midRef(begin, digits).toUShort(nullptr, 16));
-        i = begin + digits - 1;
-    }
-    return name;
-}
-
-/// Keys of sections below that of the line have "\" between the names.
-QString EscapedKey(const QString& key) {
-    QStringList names = key.split(Separator);
-    std::transform(names.begin(), names.end(), names.begin(), EscapedName);
-    return names.join(QLatin1Char('\\'));
-}
-
-QString UnescapedKey(const QString& escaped) {
-    QStringList names = escaped.split(QLatin1Char('\\'));
-    std::transform(names.begin(), names.end(), names.begin(), UnescapedName);
-    return names.join(Separator);
-}
-
-/// "[General]" holds the keys of the root, in any case of its letters; a section of that name is set apart.
-QString SectionLine(const QString& section) {
-    QString name = EscapedName(section);
-    if (section == QLatin1String("General"))
-        name = QStringLiteral("%General");
-    else if (section.compare(QLatin1String("General"), Qt::CaseInsensitive) == 0)
-        name = QStringLiteral("%%1").arg(section[0].unicode(), 2, 16) + section.mid(1);
-    return QStringLiteral("[%1]\n").arg(name);
-}
-
-QString PrefixOfSectionLine(const QString& escaped) {
-    if (escaped.compare(QLatin1String("General"), Qt::CaseInsensitive) == 0) return QString();
-    if (escaped.compare(QLatin1String("%General"), Qt::CaseInsensitive) == 0)
-        return QStringLiteral("General/");
-    return UnescapedKey(escaped) + Separator;
-}
-
-// ---- contents: as they are, in quotes where blanks or separators would be misread, with escapes as in C
-
-QString EscapedContent(const QString& content) {
-    const auto needsQuotes = [](QChar character) {
-        return character == QLatin1Char(';') || character == QLatin1Char(',') ||
-               character == QLatin1Char('=');
-    };
-    QString escaped;
-    if (content.startsWith(QLatin1Char('@'))) escaped += QLatin1Char('@');  // one alone marks a type
-    bool isAfterHex = false;
-    for (int i = 0; i < content.size(); ++i) {
-        const QChar character = content[i];
-        const ushort code = character.unicode();
-        const bool isPair =
-            character.isHighSurrogate() && i + 1 < content.size() && content[i + 1].isLowSurrogate();
-        const bool isHex =
-            !isPair && (code < 0x20 || character.isSurrogate() || (isAfterHex && IsHexDigit(character)));
-        if (code == '\n')
-            escaped += QLatin1String("\\n");
-        else if (code == '\r')
-            escaped += QLatin1String("\\r");
-        else if (code == '\t')
-            escaped += QLatin1String("\\t");
-        else if (code == '"' || code == '\\')
-            (escaped += QLatin1Char('\\')) += character;
-        else if (isHex)
-            escaped += QStringLiteral("\\x%1").arg(code, 0, 16);
-        else
-            escaped += character;
-        isAfterHex = isHex && code != '\n' && code != '\r' && code != '\t';
-        if (isPair) escaped += content[++i];
-    }
-    const bool isQuoted = std::any_of(content.begin(), content.end(), needsQuotes) ||
-                          (!content.isEmpty() && (content.front().isSpace() || content.back().isSpace()));
-    return isQuoted ? QLatin1Char('"') + escaped + QLatin1Char('"') : escaped;
-}
-
-/// Appends what the escape at \a begin, behind its "\", stands for. \return how many characters it has.
-int Unescape(const QString& escaped, int begin, QString* content) {
-    static const QString letters = QStringLiteral("abfnrtv\"?'\\");
-    static const QString meanings = QStringLiteral("\a\b\f\n\r\t\v\"?'\\");
-    const int letter = letters.indexOf(escaped[begin]);
-    if (letter >= 0) {
-        *content += meanings[letter];
-        return 1;
-    }
-    const int digits = escaped[begin] == QLatin1Char('x') ? CountHexDigits(escaped, begin + 1, 4) : 0;
-    if (digits > 0) {
-        *content += QChar(escaped.midRef(begin + 1, digits).toUShort(nullptr, 16));
-        return digits + 1;
-    }
-    *content += QLatin1Char('\\');  // by hand: meant as it stands
-    return 0;
-}
-
-QString UnescapedContent(const QString& line) {
-    const QString escaped = line.trimmed();
-    QString content;
-    bool isQuoted = false;
-    for (int i = 0; i < escaped.size(); ++i) {
-        if (escaped[i] == QLatin1Char('\\') && i + 1 < escaped.size())
-            i += Unescape(escaped, i + 1, &content);
-        else if (escaped[i] == QLatin1Char('"'))
-            isQuoted = !isQuoted;
-        else
-            content += escaped[i];
-    }
-    return content.startsWith(QLatin1String("@@")) ? content.mid(1) : content;
-}
-
-// ---- the file
-
-/// False if a line is neither a section nor a key.
-bool Parse(QString text, CfgStore::Contents* contents) {
-    QString prefix;
-    const QStringList lines = text.replace(QLatin1Char('\r'), QLatin1Char('\n')).split(QLatin1Char('\n'));
-    for (const QString& rawLine : lines) {
-        const QString line = rawLine.trimmed();
-        if (line.isEmpty() || line[0] == QLatin1Char(';') || line[0] == QLatin1Char('#')) continue;
-        const bool isSection = line[0] == QLatin1Char('[');
-        const int end = line.indexOf(isSection ? QLatin1Char(']') : QLatin1Char('='));
-        if (end < 1) return false;
-        if (isSection)
-            prefix = PrefixOfSectionLine(line.mid(1, end - 1).trimmed());
-        else
-            (*contents)[prefix + UnescapedKey(line.left(end).trimmed())] =
-                UnescapedContent(line.mid(end + 1));
-    }
-    return true;
-}
-
-QByteArray Format(const CfgStore::Contents& contents) {
-    QString root;
-    QString sections;
-    QString current;
-    for (const auto& [key, content] : contents) {
-        const int end = key.indexOf(Separator);
-        const QString line =
-            EscapedKey(key.mid(end + 1)) + QLatin1Char('=') + EscapedContent(content) + QLatin1Char('\n');
-        if (end < 0) {
-            root += line;
-            continue;
-        }
-        if (sections.isEmpty() || current != key.left(end)) {
-            current = key.left(end);
-            if (!sections.isEmpty()) sections += QLatin1Char('\n');
-            sections += SectionLine(current);
-        }
-        sections += line;
-    }
-    if (!root.isEmpty()) root.prepend(QLatin1String("[General]\n"));
-    if (!root.isEmpty() && !sections.isEmpty()) root += QLatin1Char('\n');
-    return (root + sections).toUtf8();
-}
+const QByteArray ByteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 
 std::filesystem::path NativePath(const QString& path) {
     if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
@@ -249,6 +54,39 @@ void RemoveAbandoned(const QString& lockFile) {
     if (info.exists() && info.size() == 0 &&
         info.lastModified().msecsTo(QDateTime::currentDateTime()) > StaleLockMs)
         QFile::remove(lockFile);
+}
+
+bool IsUtf8(const QByteArray& bytes) {
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
+/// Written by hand without quotes, a text with commas reads as a list.
+QString Text(const QVariant& content) {
+    return content.type() == QVariant::StringList ? content.toStringList().join(QStringLiteral(", "))
+                                                  : content.toString();
+}
+
+/// Reads \a contents from the INI \a file, which no QSettings of this process has seen before.
+bool ReadIni(const QString& file, CfgStore::Contents* contents) {
+    QSettings ini(file, QSettings::IniFormat);
+    ini.setIniCodec(QTextCodec::codecForName("UTF-8"));  // what people write; QSettings writes plain ASCII
+    const QStringList keys = ini.allKeys();
+    if (ini.status() != QSettings::NoError) return false;
+    for (const QString& key : keys) {
+        if (key.isEmpty() || key.endsWith(QLatin1Char('/'))) return false;  // "= content"
+        (*contents)[key] = Text(ini.value(key));
+    }
+    return true;
+}
+
+bool WriteIni(const QString& file, const CfgStore::Contents& contents) {
+    QSettings ini(file, QSettings::IniFormat);
+    for (const auto& [key, content] : contents)
+        ini.setValue(key, content);
+    ini.sync();
+    return ini.status() == QSettings::NoError && QFileInfo(file).size() <= MaxFileSize;
 }
 
 }  // namespace
@@ -287,11 +125,12 @@ bool CfgStore::WithFileLock(const std::function<void()>& action) const {
 
 bool CfgStore::Load() {
     Contents stored;
-    const QString defect = ReadFile(&stored);
+    bool isDamaged = false;
+    const QString defect = ReadFile(&stored, &isDamaged);
     if (defect.isEmpty())
         m_obstacle.clear();
     else
-        PutAside(defect);
+        PutAside(defect, isDamaged);
     m_contents = stored;
     for (const auto& [key, content] : m_changes) {
         if (content)
@@ -303,46 +142,49 @@ bool CfgStore::Load() {
 }
 
 bool CfgStore::Save() const {
-    const QByteArray text = Format(m_contents);
     const QFileInfo replaced(m_file);
-    // A file that would be refused at the next start is worse than the one that is there.
-    if (!m_obstacle.isEmpty() || text.size() > MaxFileSize || (replaced.exists() && !replaced.isWritable()))
-        return false;
+    if (!m_obstacle.isEmpty() || (replaced.exists() && !replaced.isWritable())) return false;
     QDir directory(UnfinishedDirectory(m_file));
-    QSaveFile file(directory.filePath(QStringLiteral("next.ini")));
-    bool isWritten = directory.mkpath(QStringLiteral(".")) && file.open(QIODevice::WriteOnly) &&
-                     file.write(text) == text.size() && file.commit();
+    const QString next = directory.filePath(QStringLiteral("next.ini"));
+    // A file that would be refused at the next start is worse than the one that is there.
+    bool isWritten = directory.mkpath(QStringLiteral(".")) && WriteIni(next, m_contents);
     if (isWritten) {
-        if (replaced.exists()) QFile::setPermissions(file.fileName(), replaced.permissions());
+        if (replaced.exists()) QFile::setPermissions(next, replaced.permissions());
         std::error_code failure;
-        std::filesystem::rename(NativePath(file.fileName()), NativePath(m_file), failure);
+        std::filesystem::rename(NativePath(next), NativePath(m_file), failure);
         isWritten = !failure;
     }
     directory.removeRecursively();
     return isWritten;
 }
 
-QString CfgStore::ReadFile(Contents* contents) const {
+QString CfgStore::ReadFile(Contents* contents, bool* isDamaged) const {
     const QFileInfo info(m_file);
     if (!info.exists()) return QString();
     if (!info.isFile()) return QStringLiteral("it is not a file");
+    *isDamaged = true;
     if (info.size() > MaxFileSize) return QStringLiteral("%1 bytes are too many").arg(info.size());
     QFile file(m_file);
     if (!file.open(QIODevice::ReadOnly)) return file.errorString();
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
+    if (bytes.startsWith(ByteOrderMark)) bytes.remove(0, ByteOrderMark.size());  // QSettings stumbles over it
     if (bytes.contains('\0')) return QStringLiteral("it is a binary file");
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0) return QStringLiteral("it is not UTF-8 text");
-    if (Parse(text, contents)) return QString();
+    if (!IsUtf8(bytes)) return QStringLiteral("it is not UTF-8 text");
+    // QSettings takes a file of the same name, size and time for unchanged, and two commits may come within
+    // the time that a file system tells apart. A copy has a name that it cannot have seen.
+    QTemporaryFile copy;
+    if (!copy.open() || copy.write(bytes) != bytes.size() || !copy.flush()) {
+        *isDamaged = false;
+        return copy.errorString();
+    }
+    if (ReadIni(copy.fileName(), contents)) return QString();
     contents->clear();
     return QStringLiteral("a line is neither a section nor a key");
 }
 
-void CfgStore::PutAside(const QString& defect) {
+void CfgStore::PutAside(const QString& defect, bool isDamaged) {
     const QString aside = NameAside();
-    if (QFileInfo(m_file).isFile() && QFile::rename(m_file, aside)) {
+    if (isDamaged && QFile::rename(m_file, aside)) {
         m_obstacle.clear();
         Trace(QStringLiteral(
                   "The configuration file '%1' cannot be used (%2); defaults are used, and the file is "
@@ -353,7 +195,6 @@ void CfgStore::PutAside(const QString& defect) {
                   .arg(m_path, defect));
     }
 }
-
 QString CfgStore::NameAside(const QByteArray* content) const {
     for (int number = 1;; ++number) {
         const QString name = QStringLiteral("%1.damaged-%2").arg(m_file).arg(number);
@@ -369,6 +210,11 @@ std::optional<QString> CfgStore::Read(const QString& key) const {
 }
 
 void CfgStore::Write(const QString& key, const QString& content) {
+    if (key.isEmpty() || key.endsWith(QLatin1Char('/'))) {
+        Trace(QStringLiteral("A content without a key cannot be kept in the configuration file '%1'")
+                  .arg(m_path));
+        return;
+    }
     // Also what is there already: others may have committed something else since.
     m_contents[key] = content;
     m_changes[key] = content;

@@ -8,16 +8,12 @@
 #include <optional>
 #include <set>
 
-/// One configuration file: an INI file in UTF-8, written as QSettings writes it, which several processes may
-/// use at once. Private to the configuration layer.
+/// One configuration file, an INI file of QSettings, which several processes may use at once. Private to the
+/// configuration layer.
 ///
-/// QSettings itself is not used: it writes at times of its own, outside of the lock, takes a file of the same
-/// size and time for unchanged, drops characters beyond 16 bits, and leaves temporary files behind when the
-/// process is killed.
-///
-/// A commit replaces the file as a whole (write aside, then rename), so that a reader, and whoever comes
-/// after a killed process, finds the old file or the new one. Writers take turns: a commit takes in what
-/// others committed, key by key.
+/// QSettings reads and writes the format; when and where to is decided here. A commit builds the next file
+/// aside and renames it, so that a reader, and whoever comes after a killed process, finds the old file or
+/// the new one. Writers take turns: a commit takes in what others committed, key by key.
 ///
 /// Keys are paths: sections and the key's name with "/" between them.
 class CfgStore {
@@ -51,9 +47,11 @@ class CfgStore {
     /// that was written here.
     bool Load();
     bool Save() const;
-    /// Why the file cannot be used; empty if it can, and \a contents is what it holds.
-    QString ReadFile(Contents* contents) const;
-    void PutAside(const QString& defect);
+    /// Why the file cannot be used; empty if it can, and \a contents is what it holds. \a isDamaged tells
+    /// whether that is because of the file itself.
+    QString ReadFile(Contents* contents, bool* isDamaged) const;
+    /// Reports \a defect, and renames a damaged file.
+    void PutAside(const QString& defect, bool isDamaged);
     /// A name beside the file that is free, or under which \a content is kept already.
     QString NameAside(const QByteArray* content = nullptr) const;
     void Trace(const QString& message) const;

@@ -25,8 +25,10 @@ class Processes : public ConfigTest {
         for (QProcess& process : processes)
             while (!process.canReadLine())
                 ASSERT_TRUE(process.waitForReadyRead());
-        for (QProcess& process : processes)
+        for (QProcess& process : processes) {
             process.write("go\n");
+            ASSERT_TRUE(process.waitForBytesWritten());
+        }
         for (QProcess& process : processes) {
             ASSERT_TRUE(process.waitForFinished());
             EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
