@@ -42,18 +42,20 @@ std::filesystem::path NativePath(const QString& path) {
         return QFile::encodeName(path).toStdString();
 }
 
-/// Where the next file grows until it is whole.
+const QString GuardSuffix = QStringLiteral(".rmlock");
+
+/// Of whoever has the lock: what is not to outlive it, also if the process is killed.
 QString UnfinishedDirectory(const QString& file) {
     return file + QStringLiteral(".unfinished");
 }
 
-/// QLockFile guards the removal of a stale lock by a second lock, and waits half a minute for one of those
-/// that its owner left without a name.
-void RemoveAbandoned(const QString& lockFile) {
-    const QFileInfo info(lockFile);
-    if (info.exists() && info.size() == 0 &&
-        info.lastModified().msecsTo(QDateTime::currentDateTime()) > StaleLockMs)
-        QFile::remove(lockFile);
+/// QLockFile guards the removal of a stale lock by a second lock, that of a stale second one by a third, and
+/// so on, and waits half a minute for one of those that its owner left without a name.
+void RemoveAbandonedGuards(const QString& lockFile) {
+    for (QFileInfo guard(lockFile + GuardSuffix); guard.exists();
+         guard.setFile(guard.filePath() + GuardSuffix))
+        if (guard.size() == 0 && guard.lastModified().msecsTo(QDateTime::currentDateTime()) > StaleLockMs)
+            QFile::remove(guard.filePath());
 }
 
 bool IsUtf8(const QByteArray& bytes) {
@@ -94,7 +96,7 @@ bool WriteIni(const QString& file, const CfgStore::Contents& contents) {
 CfgStore::CfgStore(QString path) : m_path(std::move(path)), m_file(QFileInfo(m_path).canonicalFilePath()) {
     if (m_file.isEmpty()) m_file = m_path;
     // Without a lock (no such directory, read-only medium) nobody else writes either.
-    if (!WithFileLock([this] { Load(); })) Load();
+    if (!WithFileLock([this] { Load(true); })) Load(false);
 }
 
 CfgStore::~CfgStore() {
@@ -115,18 +117,20 @@ bool CfgStore::WithFileLock(const std::function<void()>& action) const {
     waited.start();
     while (!lock.tryLock(0)) {
         if (lock.error() != QLockFile::LockFailedError || waited.elapsed() > LockTimeoutMs) return false;
-        RemoveAbandoned(name + QStringLiteral(".rmlock"));
+        RemoveAbandonedGuards(name);
         QThread::msleep(LockPollMs);
     }
-    QDir(UnfinishedDirectory(m_file)).removeRecursively();  // of a writer that was killed
+    QDir unfinished(UnfinishedDirectory(m_file));
+    unfinished.removeRecursively();  // of a process that was killed
     action();
+    unfinished.removeRecursively();
     return true;
 }
 
-bool CfgStore::Load() {
+bool CfgStore::Load(bool isLocked) {
     Contents stored;
     bool isDamaged = false;
-    const QString defect = ReadFile(&stored, &isDamaged);
+    const QString defect = ReadFile(isLocked, &stored, &isDamaged);
     if (defect.isEmpty())
         m_obstacle.clear();
     else
@@ -154,11 +158,10 @@ bool CfgStore::Save() const {
         std::filesystem::rename(NativePath(next), NativePath(m_file), failure);
         isWritten = !failure;
     }
-    directory.removeRecursively();
     return isWritten;
 }
 
-QString CfgStore::ReadFile(Contents* contents, bool* isDamaged) const {
+QString CfgStore::ReadFile(bool isLocked, Contents* contents, bool* isDamaged) const {
     const QFileInfo info(m_file);
     if (!info.exists()) return QString();
     if (!info.isFile()) return QStringLiteral("it is not a file");
@@ -173,6 +176,9 @@ QString CfgStore::ReadFile(Contents* contents, bool* isDamaged) const {
     // QSettings takes a file of the same name, size and time for unchanged, and two commits may come within
     // the time that a file system tells apart. A copy has a name that it cannot have seen.
     QTemporaryFile copy;
+    QDir unfinished(UnfinishedDirectory(m_file));
+    if (isLocked && unfinished.mkpath(QStringLiteral(".")))
+        copy.setFileTemplate(unfinished.filePath(QStringLiteral("copy.XXXXXX")));
     if (!copy.open() || copy.write(bytes) != bytes.size() || !copy.flush()) {
         *isDamaged = false;
         return copy.errorString();
@@ -195,6 +201,7 @@ void CfgStore::PutAside(const QString& defect, bool isDamaged) {
                   .arg(m_path, defect));
     }
 }
+
 QString CfgStore::NameAside(const QByteArray* content) const {
     for (int number = 1;; ++number) {
         const QString name = QStringLiteral("%1.damaged-%2").arg(m_file).arg(number);
@@ -224,7 +231,7 @@ bool CfgStore::Commit() {
     if (m_changes.empty()) return true;
     bool isStored = false;
     // Where nothing can be written, all may be there already.
-    if (!WithFileLock([this, &isStored] { isStored = Load() || Save(); })) isStored = Load();
+    if (!WithFileLock([this, &isStored] { isStored = Load(true) || Save(); })) isStored = Load(false);
     if (isStored) {
         m_changes.clear();
         m_isFailureReported = false;

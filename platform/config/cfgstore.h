@@ -44,12 +44,12 @@ class CfgStore {
     /// Runs \a action while no other process writes the file. False if it cannot be locked.
     bool WithFileLock(const std::function<void()>& action) const;
     /// Takes over what is in the file, and puts a file that cannot be used aside. True if the file holds all
-    /// that was written here.
-    bool Load();
+    /// that was written here. \a isLocked: within WithFileLock().
+    bool Load(bool isLocked);
     bool Save() const;
     /// Why the file cannot be used; empty if it can, and \a contents is what it holds. \a isDamaged tells
     /// whether that is because of the file itself.
-    QString ReadFile(Contents* contents, bool* isDamaged) const;
+    QString ReadFile(bool isLocked, Contents* contents, bool* isDamaged) const;
     /// Reports \a defect, and renames a damaged file.
     void PutAside(const QString& defect, bool isDamaged);
     /// A name beside the file that is free, or under which \a content is kept already.

@@ -59,11 +59,11 @@ void ValueList<T>::SetItems(std::vector<T> items, IObserver* originator) {
     NotifyObservers(changecode::ItemsChanged, originator);
 }
 
-template class Value<bool>;
-template class Value<int>;
-template class Value<QString>;
-template class ValueNumeric<int>;
-template class ValueNumeric<double>;
-template class ValueList<double>;
+template class MCS_PLATFORM_DEFINE_INSTANCE Value<bool>;
+template class MCS_PLATFORM_DEFINE_INSTANCE Value<int>;
+template class MCS_PLATFORM_DEFINE_INSTANCE Value<QString>;
+template class MCS_PLATFORM_DEFINE_INSTANCE ValueNumeric<int>;
+template class MCS_PLATFORM_DEFINE_INSTANCE ValueNumeric<double>;
+template class MCS_PLATFORM_DEFINE_INSTANCE ValueList<double>;
 
 }  // namespace values

@@ -49,7 +49,7 @@ class ValueNumeric : public ValueBase {
     T m_maximum = std::numeric_limits<T>::max();
 };
 
-extern template class MCS_PLATFORM_EXPORT ValueNumeric<int>;
-extern template class MCS_PLATFORM_EXPORT ValueNumeric<double>;
+extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueNumeric<int>;
+extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueNumeric<double>;
 
 }  // namespace values

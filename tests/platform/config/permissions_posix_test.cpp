@@ -7,8 +7,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 
-#include <unistd.h>
-
 namespace {
 
 class Permissions : public ConfigTest {
@@ -35,16 +33,8 @@ class Permissions : public ConfigTest {
         QByteArray traces;
     };
     Outcome RunAsNobody(const QStringList& arguments) const {
-        QString program = QStringLiteral(CFGWRITER);
-        QStringList all = QStringList(Path()) + arguments;
-        if (getuid() == 0) {
-            all = QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
-                              QStringLiteral("--clear-groups"), program} +
-                  all;
-            program = QStringLiteral("setpriv");
-        }
         QProcess process;
-        process.start(program, all);
+        process.start(QStringLiteral(CFGWRITER_AS_NOBODY), QStringList(Path()) + arguments);
         EXPECT_TRUE(process.waitForFinished());
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};

@@ -3,6 +3,7 @@
 #include <tests/platform/config/uniformtext.h>
 #include <tests/support/tracerecorder.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 #include <QtCore/QRandomGenerator>
@@ -40,11 +41,8 @@ class Processes : public ConfigTest {
 TEST_F(Processes, TwoThatWriteAtOnceKeepEachOthersKeys) {
     constexpr int Count = 50;
     const QString count = QString::number(Count);
-    QElapsedTimer time;
-    time.start();
     RunAtOnce({QStringLiteral("fill"), QStringLiteral("one"), count},
               {QStringLiteral("fill"), QStringLiteral("two"), count});
-    EXPECT_LT(time.elapsed(), 10000);
     const std::unique_ptr<ICfg> root = Reopened();
     for (int i = 0; i < Count; ++i) {
         EXPECT_EQ(root->ReadInt(QStringLiteral("one/key%1").arg(i), -1), i);
@@ -65,16 +63,21 @@ TEST_F(Processes, TwoThatWriteAtOnceNeverTakeBackWhatTheOtherCommitted) {
 /// A process is killed at moments that are the same in each run as far as its progress goes.
 class KilledProcesses : public Processes {
   protected:
+    const QString Temporary = QStringLiteral("temporary");
+
     /// Lets a process write until it has printed \a lines and some more time has passed, and kills it.
     void RunAndKill(int firstRound, int lines, qint64 spinNs) const {
         QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), Path(Temporary));
+        process.setProcessEnvironment(environment);
         Start(&process, {QStringLiteral("churn"), QString::number(firstRound)});
         for (int i = 0; i < lines; ++i) {
             while (!process.canReadLine())
                 ASSERT_TRUE(process.waitForReadyRead()) << process.readAllStandardError().toStdString();
             const QList<QByteArray> words = process.readLine().simplified().split(' ');
             if (words[0] == "opened") {
-                EXPECT_LT(words[1].toInt(), 3000);
+                EXPECT_LT(words[1].toInt(), 4000);  // one that is held up gives up after 5000
             }
         }
         QElapsedTimer spin;
@@ -104,6 +107,7 @@ class KilledProcesses : public Processes {
 
 TEST_F(KilledProcesses, LeaveAWholeFileThatTheNextOneOpensAtOnce) {
     constexpr int Kills = 200;
+    ASSERT_TRUE(QDir().mkpath(Path(Temporary)));
     QRandomGenerator random(20261120);
     for (int key = 0; key < uniformtext::Keys; ++key)
         Root()->WriteString(uniformtext::Key(key), uniformtext::Make(0));
@@ -119,10 +123,9 @@ TEST_F(KilledProcesses, LeaveAWholeFileThatTheNextOneOpensAtOnce) {
     for (int key = 0; key < uniformtext::Keys; ++key)
         EXPECT_TRUE(uniformtext::IsWhole(root->ReadString(uniformtext::Key(key), QString())));
     EXPECT_TRUE(traces.Records().empty());
-    for (const QString& name : Names())
-        EXPECT_TRUE(name == QLatin1String("app.ini") || name.startsWith(QLatin1String("app.ini.writer")))
-            << name.toStdString();
-    EXPECT_LE(Names().size(), 4);
+    // The last one, opened here, found everybody else's leavings.
+    EXPECT_EQ(Names(), QStringList({QStringLiteral("app.ini"), Temporary}));
+    EXPECT_TRUE(QDir(Path(Temporary)).isEmpty());
 }
 
 }  // namespace
