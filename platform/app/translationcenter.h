@@ -20,6 +20,8 @@ class QTranslator;
 class MCS_PLATFORM_EXPORT TranslationCenter {
   public:
     static TranslationCenter& Instance();
+    TranslationCenter(const TranslationCenter&) = delete;
+    TranslationCenter& operator=(const TranslationCenter&) = delete;
 
     /// \return whether a catalogue for the current locale is installed. Without one, and without an
     /// application object, the registration still counts and texts stay as they are in the code.

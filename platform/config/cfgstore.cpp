@@ -204,7 +204,7 @@ void CfgStore::PutAside(const QString& defect, bool isDamaged) {
 
 QString CfgStore::NameAside(const QByteArray* content) const {
     for (int number = 1;; ++number) {
-        const QString name = QStringLiteral("%1.damaged-%2").arg(m_file).arg(number);
+        QString name = QStringLiteral("%1.damaged-%2").arg(m_file).arg(number);
         QFile kept(name);
         if (!kept.exists()) return name;
         if (content != nullptr && kept.open(QIODevice::ReadOnly) && kept.readAll() == *content) return name;

@@ -7,7 +7,9 @@
 
 namespace values {
 
-/// Hash of an item's name, seeded per process so that a peer cannot choose names that collide.
+/// Hash of an item's name, keyed with numbers that are drawn once per process. Not qHash: that one is linear
+/// in its seed, so that names which collide in one process collide in all, and a peer could choose such
+/// names.
 std::uint32_t NameHash(QStringView name);
 
 }  // namespace values

@@ -78,7 +78,7 @@ bool Node::AddChild(std::unique_ptr<TreeItem>& child) {
 
 ValueBase* Node::CreateChild(const ValueBase& prototype, const QString& name) {
     std::unique_ptr<TreeItem> child = prototype.CopyItem();
-    if (!child->Rename(name)) return nullptr;
+    if (!child || !child->Rename(name)) return nullptr;
     auto* const value = static_cast<ValueBase*>(child.get());
     const ObservableGuard guard(*value);
     return AddChild(child) && guard.IsAlive() ? value : nullptr;

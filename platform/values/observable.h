@@ -91,7 +91,7 @@ class MCS_PLATFORM_EXPORT Observable {
 
     /// A notification under way, on the stack of NotifyMany. Changes of the list keep `next` and `end` right,
     /// and mark the walk as disturbed, so that it runs on registers as long as nothing happens.
-    struct Walk {
+    struct MCS_PLATFORM_EXPORT Walk {
         explicit Walk(Observable& walked) : subject(&walked), outer(walked.m_walks) { walked.m_walks = this; }
         ~Walk();
         Walk(const Walk&) = delete;

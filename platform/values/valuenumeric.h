@@ -46,7 +46,7 @@ class ValueNumeric : public ValueBase {
 
     T m_content = 0;
     T m_minimum = std::numeric_limits<T>::lowest();
-    T m_maximum = std::numeric_limits<T>::max();
+    T m_maximum = (std::numeric_limits<T>::max)();  // in parentheses: some systems have a macro of that name
 };
 
 extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueNumeric<int>;

@@ -30,8 +30,9 @@ std::unique_ptr<TreeItem> ValueSelection::CopyItem() const {
 SelectionItem* ValueSelection::AddItem(const QString& text, double value, long key, IObserver* originator) {
     m_items.push_back(std::make_unique<SelectionItem>(text, value, key));
     SelectionItem* const item = m_items.back().get();
+    const ObservableGuard guard(*this);
     NotifyObservers(changecode::ItemAdded, originator);
-    return item;
+    return guard.IsAlive() && Contains(item) ? item : nullptr;
 }
 
 void ValueSelection::DeleteItem(SelectionItem* item, IObserver* originator) {
@@ -65,6 +66,10 @@ void ValueSelection::SetItems(const std::vector<SelectionItem>& items, IObserver
     const ObservableGuard guard(*this);
     NotifyObservers(changecode::ItemsChanged, originator);
     if (lostCurrent && guard.IsAlive()) NotifyObservers(changecode::ContentChanged, originator);
+}
+
+bool ValueSelection::Contains(const SelectionItem* item) const {
+    return std::any_of(m_items.begin(), m_items.end(), [item](const auto& i) { return i.get() == item; });
 }
 
 int ValueSelection::IndexOfKey(long key) const {

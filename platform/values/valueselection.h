@@ -43,6 +43,7 @@ class MCS_PLATFORM_EXPORT ValueSelection : public ValueBase {
     ~ValueSelection() override;
 
     /// Adds an item at the end. Keys and texts may repeat; lookups find the first.
+    /// \return the item; null if an observer that heard of it removed it at once.
     SelectionItem* AddItem(const QString& text, double value, long key, IObserver* originator = nullptr);
     /// Deletes \a item. Null and an item of another selection change nothing.
     void DeleteItem(SelectionItem* item, IObserver* originator = nullptr);
@@ -65,6 +66,7 @@ class MCS_PLATFORM_EXPORT ValueSelection : public ValueBase {
     std::unique_ptr<TreeItem> CopyItem() const override;
 
   private:
+    bool Contains(const SelectionItem* item) const;
     int IndexOfKey(long key) const;
 
     std::vector<std::unique_ptr<SelectionItem>> m_items;

@@ -91,7 +91,8 @@ void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
 
 void MCSMpxORVStatus::AddConnectedClient(long id, const QString& name) {
     m_pConnectedClients->AddItem(name, 0.0, id, nullptr);
-    m_pConnectedClients->Select(id, this);
+    if (m_pConnectedClients != nullptr)
+        m_pConnectedClients->Select(id, this);  // whoever heard may have removed it
 }
 
 void MCSMpxORVStatus::RemoveConnectedClient(long id) {

@@ -168,6 +168,16 @@ TEST_F(Commit, FindsClearedAwayWhatAKilledProcessLeftUnfinished) {
     EXPECT_EQ(FileBytes(QStringLiteral("app.ini.backup")), QByteArray("mine"));
 }
 
+TEST_F(Commit, TakesNothingFromWhatAKilledProcessLeftUnfinished) {
+    const std::unique_ptr<ICfg> root = Root();
+    ASSERT_TRUE(QDir().mkpath(Path(QStringLiteral("app.ini.unfinished"))));
+    WriteFile("[General]\nghost=1\n", QStringLiteral("app.ini.unfinished/next.ini"));
+    WriteFile("", QStringLiteral("app.ini.unfinished/next.ini.lock"));
+    root->WriteInt(Key, 1);
+    EXPECT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=1\n"));
+}
+
 TEST_F(Commit, HappensAtTheEndOfTheProcessForWhatNobodyCommitted) {
     QProcess process;
     process.start(QStringLiteral(CFGWRITER),

@@ -105,6 +105,27 @@ class KilledProcesses : public Processes {
     }
 };
 
+TEST_F(KilledProcesses, ShowAWholeFileAtAnyMomentBeforeThat) {
+    constexpr int Commits = 200;
+    for (int key = 0; key < uniformtext::Keys; ++key)
+        Root()->WriteString(uniformtext::Key(key), uniformtext::Make(0));
+    ASSERT_TRUE(Root()->CommitKey(QString()));
+    QProcess process;
+    Start(&process, {QStringLiteral("churn"), QStringLiteral("1")});
+    for (int lines = 0; lines < Commits;) {
+        process.waitForReadyRead(0);
+        for (; process.canReadLine(); ++lines)
+            process.readLine();
+        ASSERT_EQ(process.state(), QProcess::Running);
+        for (int i = 0; i < 20; ++i) {
+            ExpectWholeFile();
+            if (HasFatalFailure()) return;
+        }
+    }
+    process.kill();
+    EXPECT_TRUE(process.waitForFinished());
+}
+
 TEST_F(KilledProcesses, LeaveAWholeFileThatTheNextOneOpensAtOnce) {
     constexpr int Kills = 200;
     ASSERT_TRUE(QDir().mkpath(Path(Temporary)));

@@ -190,6 +190,20 @@ TEST_F(ValueSelectionTest, ItMayBeDestroyedBetweenTheTwoNotificationsOfADeletion
     EXPECT_EQ(killer.Codes(), (Codes{9, 2}));
 }
 
+TEST_F(ValueSelectionTest, AnItemThatAnObserverDeletesAtOnceIsNull) {
+    observer.React([this](Observable*, TChangeCode code) {
+        if (code == changecode::ItemAdded) selection.DeleteItem(selection.GetItem(40), nullptr);
+    });
+    EXPECT_EQ(selection.AddItem(QStringLiteral("Black"), 4.5, 40, nullptr), nullptr);
+    EXPECT_EQ(selection.Count(), 3);
+    auto mortal = std::make_unique<ValueSelection>();
+    RecordingObserver killer([&](Observable*, TChangeCode code) {
+        if (code == changecode::ItemAdded) mortal.reset();
+    });
+    mortal->AddObserver(&killer);
+    EXPECT_EQ(mortal->AddItem(QStringLiteral("Black"), 4.5, 40, nullptr), nullptr);
+}
+
 TEST_F(ValueSelectionTest, ItemsKeepTheirAddressAsOthersComeAndGo) {
     SelectionItem* const green = selection.GetItem(20);
     for (long key = 100; key < 200; ++key)
