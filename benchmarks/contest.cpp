@@ -76,6 +76,7 @@ bool PrintMatches(Collector& collector) {
         if (ours == 0.0) continue;
         for (const Peer& peer : match.peers) {
             const double theirs = collector.Median(FullName(match.name, peer.name));
+            if (theirs == 0.0) continue;  // left out by a filter
             const double ratio = ours / theirs;
             const bool isWithin = ratio <= peer.maxRatio;
             allWithin = allWithin && isWithin;
@@ -127,7 +128,8 @@ int Run(int argc, char** argv) {
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
     const bool timesWithin = PrintMatches(collector);
-    const bool figuresWithin = PrintFigures();
+    const bool isFiltered = argc > 1;  // whoever asks for some wants no others
+    const bool figuresWithin = isFiltered || PrintFigures();
     return timesWithin && figuresWithin ? 0 : 1;
 }
 

@@ -22,11 +22,12 @@ void Construct(Objects& objects, int count) {
 
 void RunConstruct(benchmark::State& state, int count) {
     for (auto _ : state) {
-        values::Tree tree;
+        auto tree = std::make_unique<values::Tree>();
         Objects objects;
         Construct(objects, count);
         state.PauseTiming();
         objects.clear();
+        tree.reset();
         state.ResumeTiming();
     }
     state.SetItemsProcessed(state.iterations() * count);

@@ -25,14 +25,14 @@ class MCS_PLATFORM_EXPORT ICfg {
     virtual void WriteString(const QString& key, const QString& content) = 0;
     virtual void WriteInt(const QString& key, int content) = 0;
     virtual void WriteBool(const QString& key, bool content) = 0;
-    /// Brings what was written to the file, under \a key and everywhere else in the store. False, and a
-    /// trace, if it cannot be written; it is then kept for the next commit.
+    /// Brings what was written to the file, under \a key and everywhere else in the store. False if it
+    /// cannot be written, with a trace for the first of several times; it is then kept for the next commit.
     virtual bool CommitKey(const QString& key) = 0;
 
     /// The section \a name below this one, owned by the caller; null when absent.
     virtual ICfg* OpenSection(const QString& name) = 0;
     /// The section \a name below this one, owned by the caller, created when absent. A section in which
-    /// nothing was written lasts as long as the process.
+    /// nothing was written lasts as long as the store is open.
     virtual ICfg* ProvideSection(const QString& name) = 0;
     /// Removes the section \a name with all that is in it.
     virtual void RemoveSection(const QString& name) = 0;

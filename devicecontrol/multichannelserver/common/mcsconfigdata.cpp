@@ -192,7 +192,7 @@ void MCSConfigData::OnContentChanged(const Observable* source) {
         m_pSaveConfig->SetValue(false, nullptr);
     } else if (observedvalues::Contains(std::tie(m_pDefaultScanAveragingTime, m_pDefaultFrequencyForChannels),
                                         source)) {
-        if (m_pCfg != nullptr) WriteTo(nullptr);
+        if (m_pCfg != nullptr) WriteTo(nullptr);  // deliberately also in the middle of ReadFrom
     } else if (!m_isReading) {
         NotifyObservers(changecode::ContentChanged, this);
     }
