@@ -95,7 +95,7 @@ TEST_F(UnusualFile, AnEmptyOneIsNoReasonForATrace) {
 }
 
 TEST_F(UnusualFile, AHugeOneIsKeptAsideWithoutBeingRead) {
-    constexpr qint64 Size = 100 * 1024 * 1024;
+    constexpr qint64 Size = qint64(100) * 1024 * 1024;
     WriteFile("[S]\nk=1\n");
     ASSERT_TRUE(QFile::resize(Path(), Size));
     const TraceRecorder traces;
