@@ -178,7 +178,7 @@ QString CfgStore::ReadFile(bool isLocked, Contents* contents, bool* isDamaged) c
     QTemporaryFile copy;
     QDir unfinished(UnfinishedDirectory(m_file));
     if (isLocked && unfinished.mkpath(QStringLiteral(".")))
-        copy.setFileTemplate(unfinished.filePath(QStringLiteral("copy.XXXXXX")));
+        copy.setFileTemplate(unfinished.filePath(QStringLiteral("copy")));
     if (!copy.open() || copy.write(bytes) != bytes.size() || !copy.flush()) {
         *isDamaged = false;
         return copy.errorString();
