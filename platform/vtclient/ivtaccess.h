@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/// Who is at the other end of a session.
+struct VtPeer {
+    int session = 0;      ///< number of the session, unique while the server runs, from 1
+    QString application;  ///< as the peer says
+    QString machine;      ///< as the peer says
+    QString address;      ///< host and port of the peer
+    bool isLoopback = false;
+    bool isEncrypted = false;
+    QString certificateName;  ///< common name of the verified client certificate; empty without one
+    QString user;             ///< as whom it was admitted; set by Admit
+    QString role;             ///< in which role; set by Admit
+};
+
+/// Decides who may come in, and what each may read, write and create. Asked by VtServer before anything
+/// happens. Main thread. Paths are absolute and normalised: "/a/b", or "/" for the root.
+class MCS_CONNECTION_EXPORT IVtAccess {
+  public:
+    virtual ~IVtAccess();
+
+    /// True if nobody comes in without a credential: required for listening beyond loopback.
+    virtual bool NeedsCredentials() const = 0;
+    /// Admits \a peer, setting its user and role, or refuses with a \a reason that is told to the peer.
+    virtual bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) = 0;
+
+    /// Whether \a peer may see all that is at and below \a path.
+    virtual bool MayRead(const VtPeer& peer, const QString& path) = 0;
+    /// Whether \a peer may write the value at \a path; false with a \a reason that is told to the peer.
+    virtual bool MayWrite(const VtPeer& peer, const QString& path, QString* reason) = 0;
+    /// Whether \a peer may create an item at \a path, likewise.
+    virtual bool MayCreate(const VtPeer& peer, const QString& path, QString* reason) = 0;
+    /// The paths at and below which \a peer may write: told to it, so that it can show what is read-only.
+    virtual QStringList WritablePrefixes(const VtPeer& peer) = 0;
+
+    /// A peer is in, or gone (with all that it had asked for).
+    virtual void SessionStarted(const VtPeer& peer);
+    virtual void SessionEnded(const VtPeer& peer);
+    /// \a peer subscribes \a path or wants a node there; asked whether or not something is there already. A
+    /// server may now create what belongs to this peer.
+    virtual void ProvideNode(const VtPeer& peer, const QString& path);
+    /// \a peer has ended its subscription of \a path.
+    virtual void NodeReleased(const VtPeer& peer, const QString& path);
+};

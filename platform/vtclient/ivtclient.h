@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/observable.h>
+#include <platform/vtclient/connectionexport.h>
+
+#include <QtCore/QString>
+
+namespace values {
+class Node;
+}
+
+/// One mirrored subtree: a path of the server's tree shown at a path of this process's tree. Owned by its
+/// client. Main thread.
+///
+/// Tells its observers connectioncode::TicsChanged (15) whenever it becomes established or ceases to be, and
+/// connectioncode::GoingAway (18) before it is destroyed.
+class MCS_CONNECTION_EXPORT IVtTic : public Observable {
+  public:
+    ~IVtTic() override;
+
+    /// True while the connection is up and the whole subtree is here.
+    virtual bool IsEstablished() const = 0;
+    virtual QString GetLocalPath() const = 0;
+    virtual QString GetRemotePath() const = 0;
+
+  protected:
+    IVtTic() = default;
+    IVtTic(const IVtTic&) = default;
+    IVtTic& operator=(const IVtTic&) = default;
+};
+
+/// A connection to a value-tree server, and the subtrees mirrored through it. Made and destroyed by
+/// VtClientCenter. Connects by itself, and again after every loss, until it is destroyed. Main thread.
+///
+/// Tells its observers connectioncode::Connected (16), Disconnected (17), TicsChanged (15) after tics told
+/// it themselves, and GoingAway (18) before it and its tics are destroyed. On a loss all mirrored values turn
+/// stale first, then 17 is told, then 15.
+class MCS_CONNECTION_EXPORT IVtClient : public Observable {
+  public:
+    ~IVtClient() override;
+
+    virtual bool IsConnected() const = 0;
+    /// True while connected with every tic established, also without any tic.
+    virtual bool AreAllTicsEstablished() const = 0;
+    virtual QString GetServerAddress() const = 0;  ///< as given, without the scheme
+    virtual int GetServerPort() const = 0;
+
+    /// Mirrors a subtree. \a spec is the local path, a comma and the remote path; \a options is reserved and
+    /// empty. Tics with the same two paths share one mirror.
+    /// \return the tic, owned by this client; null, with a trace, for a spec that is not two absolute paths,
+    /// or if the local path lies in, around or at another mirror of this client.
+    virtual IVtTic* AddTic(const QString& spec, const char* options) = 0;
+    /// Ends \a tic and destroys it. The local items stay, stale. A tic of another client changes nothing.
+    virtual void RemoveTic(IVtTic* tic) = 0;
+    /// Lets go of the local subtree \a node: its items stay, stale, and follow the server no more.
+    virtual void ReleaseNode(values::Node* node) = 0;
+
+    /// Why there is no connection, in one line; empty while connected or before the first attempt ended.
+    virtual QString GetLastError() const { return QString(); }
+    /// The round trip of the last ping, in microseconds; -1 while unknown.
+    virtual int GetLatency() const { return -1; }
+
+  protected:
+    IVtClient() = default;
+    IVtClient(const IVtClient&) = default;
+    IVtClient& operator=(const IVtClient&) = default;
+};

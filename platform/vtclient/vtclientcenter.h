@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+class IVtClient;
+
+/// How clients present themselves and how patient they are. What is left empty is not used.
+struct VtClientOptions {
+    QString user;             ///< whose token it is
+    QString token;            ///< the secret itself; sent over TLS or on loopback only
+    QString caFile;           ///< PEM: whom a TLS server's certificate must come from; empty: the system's
+    QString certificateFile;  ///< PEM: the client's own certificate
+    QString privateKeyFile;   ///< PEM: and its key
+    int connectTimeout = 5000;   ///< ms for connecting, TLS and the server's welcome
+    int pingInterval = 5000;     ///< ms
+    int deadAfter = 15000;       ///< ms without a word from the server
+    int firstRetry = 100;        ///< ms; doubles with every failure, with jitter
+    int longestRetry = 10000;    ///< ms
+};
+
+/// Makes the process's clients of value-tree servers. Main thread.
+class MCS_CONNECTION_EXPORT VtClientCenter {
+  public:
+    static VtClientCenter& Instance();
+    VtClientCenter(const VtClientCenter&) = delete;
+    VtClientCenter& operator=(const VtClientCenter&) = delete;
+
+    /// What clients made from now on use.
+    void SetOptions(const VtClientOptions& options);
+    const VtClientOptions& GetOptions() const { return m_options; }
+
+    /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed) or
+    /// "mcss://" (TLS) in front. It starts to connect when the event loop runs. Destroy it with
+    /// DestroyVtClient.
+    /// \return null for an address, scheme or port that cannot be right, with a trace.
+    IVtClient* CreateVtClient(const char* address, int port);
+    /// Tells the client's observers that it goes, and destroys it with its tics. Null and a client that is
+    /// not of this center change nothing.
+    void DestroyVtClient(IVtClient* client);
+
+  private:
+    VtClientCenter();
+    ~VtClientCenter();
+
+    VtClientOptions m_options;
+    std::vector<std::unique_ptr<IVtClient>> m_clients;
+};

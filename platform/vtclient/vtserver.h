@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/ivtaccess.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+/// Where and how a server listens.
+struct VtServerOptions {
+    static constexpr int DefaultPort = 7450;
+
+    QString application;                            ///< told to clients
+    QString address = QStringLiteral("127.0.0.1");  ///< IP address of the interface; "0.0.0.0", "::" for all
+    int port = DefaultPort;                         ///< 0: any free one
+    QString certificateFile;                        ///< PEM; with it the server speaks TLS only
+    QString privateKeyFile;                         ///< PEM
+    QString caFile;           ///< PEM: client certificates from this authority count as credentials
+    bool isInsecure = false;  ///< allow other addresses than loopback without TLS and credentials
+    int pingInterval = 5000;  ///< ms
+    int deadAfter = 15000;    ///< ms without a word from a client
+};
+
+/// Serves this process's tree of values to clients. Main thread.
+///
+/// Every change of a subscribed subtree reaches its subscribers in order; all changes of one turn of the event
+/// loop travel together. A client that does not keep up is told of the last contents when it does, and delays
+/// nobody else. Nothing is written or created that the access object does not allow.
+class MCS_CONNECTION_EXPORT VtServer {
+  public:
+    /// \a access is not owned and outlives the server, as does the tree.
+    explicit VtServer(IVtAccess& access);
+    ~VtServer();  ///< ends all sessions
+    VtServer(const VtServer&) = delete;
+    VtServer& operator=(const VtServer&) = delete;
+
+    /// Starts to listen. False with the reason in one line in \a error: a port in use, an address that is
+    /// none, a certificate that cannot be used, an interface that needs TLS and credentials.
+    bool Listen(const VtServerOptions& options, QString* error);
+    /// Ends all sessions, telling each client \a reason, and listens no more.
+    void Close(const QString& reason);
+
+    bool IsListening() const;
+    QString GetAddress() const;
+    int GetPort() const;  ///< the real one, also where any free one was asked for; 0 while not listening
+
+    std::vector<VtPeer> GetPeers() const;
+    /// Ends one session, telling its client \a reason; an unknown number changes nothing.
+    void EndSession(int session, const QString& reason);
+
+  private:
+    class Private;
+    std::unique_ptr<Private> m_d;
+};
