@@ -52,6 +52,11 @@ std::vector<TreeItem*> Node::GetTreeItems() const {
     return items;
 }
 
+TreeItem* Node::GetFirstChild() const {
+    TreeItem* const first = m_children.First();
+    return first == nullptr || first->m_state != GoingAway ? first : first->GetNextSibling();
+}
+
 TreeItem* Node::FindChild(const QString& name) const {
     return m_children.Find(name, NameHash(name));
 }

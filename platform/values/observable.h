@@ -33,6 +33,7 @@ constexpr TChangeCode TicsChanged = 15;   ///< the established state of tics cha
 constexpr TChangeCode Connected = 16;     ///< the connection is up
 constexpr TChangeCode Disconnected = 17;  ///< the connection is down
 constexpr TChangeCode GoingAway = 18;     ///< the connection object or the tic is going away
+constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was answered
 }  // namespace connectioncode
 
 /// Is told of changes. An observer detaches itself before it dies. Main thread.

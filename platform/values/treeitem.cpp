@@ -30,6 +30,20 @@ QString TreeItem::GetPathName() const {
     return path;
 }
 
+TreeItem* TreeItem::GetPreviousSibling() const {
+    TreeItem* item = m_previous;
+    while (item != nullptr && item->m_state == GoingAway)
+        item = item->m_previous;
+    return item;
+}
+
+TreeItem* TreeItem::GetNextSibling() const {
+    TreeItem* item = m_next;
+    while (item != nullptr && item->m_state == GoingAway)
+        item = item->m_next;
+    return item;
+}
+
 bool TreeItem::Rename(const QString& name) {
     if (name.contains(QLatin1Char('/'))) return false;
     if (m_parent != nullptr) return m_parent->RenameChild(this, name);

@@ -42,6 +42,11 @@ class MCS_PLATFORM_EXPORT TreeItem {
     Node* GetParent() const { return m_parent; }
     TValueState GetState() const { return m_state; }
 
+    /// The sibling before or after this one, in the order in which they were added; those that are going away
+    /// do not count. Null at the end and for a detached item.
+    TreeItem* GetPreviousSibling() const;
+    TreeItem* GetNextSibling() const;
+
   protected:
     explicit TreeItem(const QString& name = QString());
     TreeItem(const TreeItem& other);  ///< copies the name; the copy is detached and valid

@@ -6,6 +6,9 @@
 
 namespace values {
 
+ValueBase::ValueBase(const ValueBase& other)
+    : TreeItem(other), Observable(other), m_delivery(other.m_delivery) {}
+
 ValueBase::~ValueBase() {
     MCS_ASSERT_MAIN_THREAD();
     Q_ASSERT_X(GetState() == GoingAway, Q_FUNC_INFO, "each class of value says goodbye in its destructor");
@@ -33,6 +36,12 @@ void ValueBase::SetState(TValueState state, IObserver* originator) {
 void ValueBase::SetDelivery(EDelivery delivery) {
     if (delivery == m_delivery) return;
     m_delivery = delivery;
+    NotifyObservers(changecode::DescriptionChanged);
+}
+
+void ValueBase::SetWritable(bool isWritable) {
+    if (isWritable == m_isWritable) return;
+    m_isWritable = isWritable;
     NotifyObservers(changecode::DescriptionChanged);
 }
 

@@ -35,10 +35,15 @@ class MCS_PLATFORM_EXPORT ValueBase : public TreeItem, public Observable {
     EDelivery GetDelivery() const { return m_delivery; }
     /// Tells DescriptionChanged.
     void SetDelivery(EDelivery delivery);
+    /// False for a mirrored value that its server does not let this process write: such a write would only be
+    /// refused.
+    bool IsWritable() const { return m_isWritable; }
+    /// Tells DescriptionChanged.
+    void SetWritable(bool isWritable);
 
   protected:
     ValueBase() = default;
-    ValueBase(const ValueBase& other) = default;  ///< name and delivery; the copy is detached and valid
+    ValueBase(const ValueBase& other);  ///< name and delivery; the copy is detached, valid, writable
 
     void NotifyGoingAway() override;
     /// Whether a set that finds \a isEqual content has nothing to tell.
@@ -48,6 +53,7 @@ class MCS_PLATFORM_EXPORT ValueBase : public TreeItem, public Observable {
 
   private:
     EDelivery m_delivery = EDelivery::LastValue;
+    bool m_isWritable = true;
 };
 
 }  // namespace values

@@ -58,6 +58,11 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
 
     /// Why there is no connection, in one line; empty while connected or before the first attempt ended.
     virtual QString GetLastError() const { return QString(); }
+    /// True while writes or creations are under way to the server. When the last was answered, observers are
+    /// told connectioncode::WritesAnswered (20).
+    virtual bool HasUnansweredWrites() const { return false; }
+    /// What the server calls itself; empty while not connected.
+    virtual QString GetServerApplication() const { return QString(); }
     /// The round trip of the last ping, in microseconds; -1 while unknown.
     virtual int GetLatency() const { return -1; }
 

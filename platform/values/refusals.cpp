@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/values/refusals.h>
+
+#include <platform/app/errorhandler.h>
+
+#include <algorithm>
+
+namespace values {
+
+IRefusalListener::~IRefusalListener() = default;
+
+Refusals& Refusals::Instance() {
+    static Refusals instance;
+    return instance;
+}
+
+void Refusals::AddListener(IRefusalListener* listener) {
+    const bool isThere = std::find(m_listeners.begin(), m_listeners.end(), listener) != m_listeners.end();
+    if (listener != nullptr && !isThere) m_listeners.push_back(listener);
+}
+
+void Refusals::RemoveListener(IRefusalListener* listener) {
+    m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), listener), m_listeners.end());
+}
+
+void Refusals::Report(TreeItem* item, const QString& path, const QString& reason) {
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_Trace(QStringLiteral("'%1' refused: %2").arg(path, reason), L"platform/values/refusals", __LINE__);
+    const std::vector<IRefusalListener*> listeners = m_listeners;
+    for (IRefusalListener* listener : listeners) {
+        const bool isThere = std::find(m_listeners.begin(), m_listeners.end(), listener) != m_listeners.end();
+        if (isThere) listener->OnRefused(item, path, reason);
+    }
+}
+
+}  // namespace values

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/app/platformexport.h>
+
+#include <QtCore/QString>
+
+#include <vector>
+
+namespace values {
+
+class TreeItem;
+
+/// Hears of edits of mirrored items that were refused. Detaches itself before it dies. Main thread.
+class MCS_PLATFORM_EXPORT IRefusalListener {
+  public:
+    virtual ~IRefusalListener();
+    /// The edit of \a item, or what was asked for \a path (then \a item is null), was refused for \a reason,
+    /// one line. A refused content has already been taken back.
+    virtual void OnRefused(TreeItem* item, const QString& path, const QString& reason) = 0;
+};
+
+/// Where refusals are told: one place per process, since whoever shows an item does not know who mirrors it.
+/// Main thread.
+class MCS_PLATFORM_EXPORT Refusals {
+  public:
+    static Refusals& Instance();
+    Refusals(const Refusals&) = delete;
+    Refusals& operator=(const Refusals&) = delete;
+
+    void AddListener(IRefusalListener* listener);
+    void RemoveListener(IRefusalListener* listener);
+    /// Tells all listeners, and traces the refusal. Listeners may come and go meanwhile.
+    void Report(TreeItem* item, const QString& path, const QString& reason);
+
+  private:
+    Refusals() = default;
+
+    std::vector<IRefusalListener*> m_listeners;
+};
+
+}  // namespace values
