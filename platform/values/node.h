@@ -29,8 +29,8 @@ class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
 
     /// The children in the order in which they were added, without those that are going away.
     std::vector<TreeItem*> GetTreeItems() const;
-    /// The first of them, from which TreeItem::GetNextSibling() leads on; null without children. For walks that
-    /// would rather not copy a long list.
+    /// The first of them, from which TreeItem::GetNextSibling() leads on; null without children. For walks
+    /// that would rather not copy a long list.
     TreeItem* GetFirstChild() const;
     int CountChildren() const { return m_children.Count(); }
     TreeItem* FindChild(const QString& name) const;

@@ -12,16 +12,16 @@ class IVtClient;
 
 /// How clients present themselves and how patient they are. What is left empty is not used.
 struct VtClientOptions {
-    QString user;             ///< whose token it is
-    QString token;            ///< the secret itself; sent over TLS or on loopback only
-    QString caFile;           ///< PEM: whom a TLS server's certificate must come from; empty: the system's
-    QString certificateFile;  ///< PEM: the client's own certificate
-    QString privateKeyFile;   ///< PEM: and its key
-    int connectTimeout = 5000;   ///< ms for connecting, TLS and the server's welcome
-    int pingInterval = 5000;     ///< ms
-    int deadAfter = 15000;       ///< ms without a word from the server
-    int firstRetry = 100;        ///< ms; doubles with every failure, with jitter
-    int longestRetry = 10000;    ///< ms
+    QString user;               ///< whose token it is
+    QString token;              ///< the secret itself; sent over TLS or on loopback only
+    QString caFile;             ///< PEM: whom a TLS server's certificate must come from; empty: the system's
+    QString certificateFile;    ///< PEM: the client's own certificate
+    QString privateKeyFile;     ///< PEM: and its key
+    int connectTimeout = 5000;  ///< ms for connecting, TLS and the server's welcome
+    int pingInterval = 5000;    ///< ms
+    int deadAfter = 15000;      ///< ms without a word from the server
+    int firstRetry = 100;       ///< ms; doubles with every failure, with jitter
+    int longestRetry = 10000;   ///< ms
 };
 
 /// Makes the process's clients of value-tree servers. Main thread.

@@ -26,9 +26,9 @@ struct VtServerOptions {
 
 /// Serves this process's tree of values to clients. Main thread.
 ///
-/// Every change of a subscribed subtree reaches its subscribers in order; all changes of one turn of the event
-/// loop travel together. A client that does not keep up is told of the last contents when it does, and delays
-/// nobody else. Nothing is written or created that the access object does not allow.
+/// Every change of a subscribed subtree reaches its subscribers in order; all changes of one turn of the
+/// event loop travel together. A client that does not keep up is told of the last contents when it does, and
+/// delays nobody else. Nothing is written or created that the access object does not allow.
 class MCS_CONNECTION_EXPORT VtServer {
   public:
     /// \a access is not owned and outlives the server, as does the tree.

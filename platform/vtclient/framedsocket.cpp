@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/framedsocket.h>
+
+#include <platform/vtclient/vtlimits.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtCore/QtEndian>
+#include <QtNetwork/QHostAddress>
+#include <QtNetwork/QSslCertificate>
+#include <QtNetwork/QSslSocket>
+
+namespace vt {
+
+namespace {
+
+constexpr int HeaderSize = 4;
+/// How a TLS client begins; as a length it would be far too much.
+constexpr quint32 TlsHandshake = 0x1603;
+constexpr qint64 ReadAtOnce = 128 * 1024;
+/// How long a closed connection may take to send what it has left; in ms.
+constexpr int LingerTime = 2000;
+
+QString AddressText(const QTcpSocket& socket) {
+    const QString host = socket.peerAddress().toString();
+    const bool isV6 = host.contains(QLatin1Char(':'));
+    return (isV6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2")).arg(host).arg(socket.peerPort());
+}
+
+}  // namespace
+
+IChannel::~IChannel() = default;
+IChannelListener::~IChannelListener() = default;
+
+FramedSocket::FramedSocket(QTcpSocket* socket)
+    : m_socket(socket),
+      m_ssl(qobject_cast<QSslSocket*>(socket)),
+      m_maxMessage(vtlimits::MaxFrameBeforeWelcome),
+      m_peerAddress(AddressText(*socket)),
+      m_isLoopback(socket->peerAddress().isLoopback()) {
+    m_socket->setParent(this);
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_socket->setReadBufferSize(m_maxMessage + HeaderSize);
+    if (m_ssl != nullptr) {
+        const QStringList names = m_ssl->peerCertificate().subjectInfo(QSslCertificate::CommonName);
+        const bool isVerified = m_ssl->sslHandshakeErrors().isEmpty() && !m_ssl->peerCertificate().isNull();
+        if (isVerified && !names.isEmpty()) m_certificateName = names.first();
+    }
+    connect(m_socket, &QTcpSocket::readyRead, this, &FramedSocket::OnReadyRead);
+    connect(m_socket, &QTcpSocket::disconnected, this, &FramedSocket::OnDisconnected);
+    // What came before there was somebody to read it, and whatever the end of the connection left.
+    QTimer::singleShot(0, this, &FramedSocket::ReadOn);
+}
+
+FramedSocket::~FramedSocket() {
+    Close();
+    m_socket->disconnect(this);
+    // It may be this very socket's signal that brought us here, and it may have something left to send.
+    m_socket->setParent(nullptr);
+    if (m_socket->state() == QAbstractSocket::UnconnectedState) {
+        m_socket->deleteLater();
+        return;
+    }
+    connect(m_socket, &QTcpSocket::disconnected, m_socket, &QObject::deleteLater);
+    QTimer::singleShot(LingerTime, m_socket, &QObject::deleteLater);
+}
+
+void FramedSocket::SetListener(IChannelListener* listener) {
+    m_listener = listener;
+}
+
+void FramedSocket::SetMaxMessage(quint32 size) {
+    m_maxMessage = size;
+    m_socket->setReadBufferSize(size + HeaderSize);
+}
+
+void FramedSocket::Send(const QByteArray& message) {
+    if (!m_isOpen) return;
+    const quint32 size = qToBigEndian(static_cast<quint32>(message.size()));
+    m_out.append(reinterpret_cast<const char*>(&size), HeaderSize);
+    m_out.append(message);
+}
+
+void FramedSocket::Flush() {
+    if (m_out.isEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
+    m_socket->write(m_out);
+    m_out.resize(0);
+    m_socket->flush();
+}
+
+qint64 FramedSocket::Unsent() const {
+    // A TLS socket counts what it has not encrypted yet apart from what it has.
+    const qint64 encrypted = m_ssl != nullptr ? m_ssl->encryptedBytesToWrite() : 0;
+    return m_out.size() + m_socket->bytesToWrite() + encrypted;
+}
+
+void FramedSocket::Close() {
+    if (!m_isOpen) return;
+    Flush();
+    m_isOpen = false;
+    m_socket->disconnectFromHost();
+}
+
+void FramedSocket::Fail(const QString& reason) {
+    if (!m_isOpen) return;
+    m_isOpen = false;
+    m_socket->abort();
+    if (m_listener != nullptr) m_listener->OnClosed(reason);
+}
+
+void FramedSocket::OnDisconnected() {
+    if (!m_isOpen) return;
+    // What came before the end is still given.
+    const QPointer<FramedSocket> self(this);
+    ReadOn();
+    if (self && m_isOpen) {
+        const bool isClosedByPeer = m_socket->error() == QAbstractSocket::RemoteHostClosedError ||
+                                    m_socket->error() == QAbstractSocket::UnknownSocketError;
+        Fail(isClosedByPeer ? QStringLiteral("the peer closed the connection") : m_socket->errorString());
+    }
+}
+
+void FramedSocket::OnReadyRead() {
+    ReadOn();
+}
+
+// Everything that is there, but for no longer than a turn.
+void FramedSocket::ReadOn() {
+    if (m_isReading || !m_isOpen || m_listener == nullptr) return;
+    m_isReading = true;
+    const QPointer<FramedSocket> self(this);
+    QElapsedTimer clock;
+    clock.start();
+    bool isPaused = false;
+    while (self && m_isOpen && !isPaused) {
+        if (!GiveFrames()) break;
+        const qint64 available = m_socket->bytesAvailable();
+        if (available == 0) break;
+        const int before = m_in.size();
+        m_in.resize(before + static_cast<int>(qMin(available, ReadAtOnce)));
+        const qint64 count = m_socket->read(m_in.data() + before, m_in.size() - before);
+        m_in.resize(before + static_cast<int>(qMax<qint64>(count, 0)));
+        if (count <= 0) break;
+        isPaused = clock.nsecsElapsed() / 1000 > vtlimits::TurnMicroseconds;
+    }
+    if (!self) return;
+    m_isReading = false;
+    if (m_isOpen && isPaused) QTimer::singleShot(0, this, &FramedSocket::ReadOn);
+    if (m_listener != nullptr) m_listener->OnInputDone();  // last: it may destroy this
+}
+
+// False if the channel failed or a frame is incomplete only because the socket holds no more.
+bool FramedSocket::GiveFrames() {
+    while (m_isOpen && m_in.size() - m_consumed >= HeaderSize) {
+        const quint32 size = qFromBigEndian<quint32>(m_in.constData() + m_consumed);
+        if (size >> 16U == TlsHandshake && m_ssl == nullptr) {
+            Fail(QStringLiteral("the peer speaks TLS, this port does not"));
+            return false;
+        }
+        if (size > m_maxMessage) {
+            Fail(QStringLiteral("a frame of %1 bytes, where %2 are allowed").arg(size).arg(m_maxMessage));
+            return false;
+        }
+        if (static_cast<quint32>(m_in.size() - m_consumed - HeaderSize) < size) break;
+        const char* const data = m_in.constData() + m_consumed + HeaderSize;
+        m_consumed += HeaderSize + static_cast<int>(size);
+        m_listener->OnMessage(data, size);
+    }
+    if (!m_isOpen) return false;
+    m_in.remove(0, m_consumed);
+    m_consumed = 0;
+    return true;
+}
+
+}  // namespace vt

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ichannel.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QObject>
+#include <QtNetwork/QAbstractSocket>
+
+class QSslSocket;
+class QTcpSocket;
+
+namespace vt {
+
+/// A channel over a connected TCP or TLS socket: each message is a frame of 4 bytes length, big endian, and
+/// the message. What is sent in one turn of the event loop leaves as one write.
+class FramedSocket final : public QObject, public IChannel {
+    Q_OBJECT
+
+  public:
+    /// Takes over \a socket, which is connected (and encrypted, if it is to be).
+    explicit FramedSocket(QTcpSocket* socket);
+    ~FramedSocket() override;
+
+    void SetListener(IChannelListener* listener) override;
+    void Send(const QByteArray& message) override;
+    void Flush() override;
+    qint64 Unsent() const override;
+    bool IsOpen() const override { return m_isOpen; }
+    void Close() override;
+    void SetMaxMessage(quint32 size) override;
+    QString PeerAddress() const override { return m_peerAddress; }
+    bool IsLoopback() const override { return m_isLoopback; }
+    bool IsEncrypted() const override { return m_ssl != nullptr; }
+    QString CertificateName() const override { return m_certificateName; }
+
+  private:
+    void OnReadyRead();
+    void OnDisconnected();
+    void ReadOn();
+    bool GiveFrames();
+    void Fail(const QString& reason);
+
+    QTcpSocket* m_socket;
+    QSslSocket* m_ssl;  ///< the same, if it is one
+    IChannelListener* m_listener = nullptr;
+    QByteArray m_in;
+    int m_consumed = 0;  ///< bytes of m_in that were given
+    QByteArray m_out;
+    quint32 m_maxMessage;
+    bool m_isOpen = true;
+    bool m_isReading = false;
+    QString m_peerAddress;
+    bool m_isLoopback;
+    QString m_certificateName;
+};
+
+}  // namespace vt

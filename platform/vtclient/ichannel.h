@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace vt {
+
+/// What a transport tells whoever uses it. Called from the event loop only, never from within a call to the
+/// channel.
+class MCS_CONNECTION_EXPORT IChannelListener {
+  public:
+    virtual ~IChannelListener();
+    /// One whole message, of no more than the channel's largest size. \a data is valid during the call.
+    virtual void OnMessage(const char* data, qint64 size) = 0;
+    /// The messages at hand were given: what they led to can be sent.
+    virtual void OnInputDone() = 0;
+    /// No further message comes. \a reason is one line.
+    virtual void OnClosed(const QString& reason) = 0;
+};
+
+/// An ordered stream of messages to one peer: the seam between the protocol and its transports. Main thread.
+/// Destroying it closes it; it must not be destroyed from within OnMessage().
+class MCS_CONNECTION_EXPORT IChannel {
+  public:
+    virtual ~IChannel();
+
+    virtual void SetListener(IChannelListener* listener) = 0;
+    /// Queues a message; Flush() sends what is queued. Does nothing once closed.
+    virtual void Send(const QByteArray& message) = 0;
+    virtual void Flush() = 0;
+    /// Bytes that were queued or given to the transport and have not left it.
+    virtual qint64 Unsent() const = 0;
+    virtual bool IsOpen() const = 0;
+    /// Sends what is queued, as far as the peer takes it, and closes. The listener is not told.
+    virtual void Close() = 0;
+    /// A message that is larger closes the channel. At first vtlimits::MaxFrameBeforeWelcome.
+    virtual void SetMaxMessage(quint32 size) = 0;
+
+    virtual QString PeerAddress() const = 0;  ///< host and port, for people
+    virtual bool IsLoopback() const = 0;
+    virtual bool IsEncrypted() const = 0;
+    virtual QString CertificateName() const = 0;  ///< common name of the peer's verified certificate
+};
+
+}  // namespace vt

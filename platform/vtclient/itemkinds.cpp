@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/itemkinds.h>
+
+#include <platform/values/node.h>
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+
+#include <QtCore/QCborStreamWriter>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <typeinfo>
+
+namespace vt {
+
+namespace {
+
+using values::SelectionItem;
+using values::ValueBase;
+using values::ValueList;
+using values::ValueNumeric;
+using values::ValueSelection;
+
+bool AcceptInt(Content* content) {
+    const qint64* const number = std::get_if<qint64>(content);
+    return number != nullptr && *number >= std::numeric_limits<int>::min() &&
+           *number <= std::numeric_limits<int>::max();
+}
+
+bool AcceptDouble(Content* content) {
+    if (const qint64* const number = std::get_if<qint64>(content)) *content = static_cast<double>(*number);
+    const double* const number = std::get_if<double>(content);
+    return number != nullptr && !std::isnan(*number);
+}
+
+/// How one type of content travels.
+template <class T>
+struct Traits;
+
+template <>
+struct Traits<bool> {
+    static void Write(bool content, QCborStreamWriter& writer) { writer.append(content); }
+    static Content ToContent(bool content) { return content; }
+    static bool FromContent(const Content& content) { return std::get<bool>(content); }
+    static bool Accept(Content* content) { return std::holds_alternative<bool>(*content); }
+};
+
+template <>
+struct Traits<int> {
+    static void Write(int content, QCborStreamWriter& writer) { writer.append(qint64{content}); }
+    static Content ToContent(int content) { return qint64{content}; }
+    static int FromContent(const Content& content) { return static_cast<int>(std::get<qint64>(content)); }
+    static bool Accept(Content* content) { return AcceptInt(content); }
+};
+
+template <>
+struct Traits<double> {
+    static void Write(double content, QCborStreamWriter& writer) { writer.append(content); }
+    static Content ToContent(double content) { return content; }
+    static double FromContent(const Content& content) { return std::get<double>(content); }
+    static bool Accept(Content* content) { return AcceptDouble(content); }
+};
+
+template <>
+struct Traits<QString> {
+    static void Write(const QString& content, QCborStreamWriter& writer) { writer.append(content); }
+    static Content ToContent(const QString& content) { return content; }
+    static const QString& FromContent(const Content& content) { return std::get<QString>(content); }
+    static bool Accept(Content* content) { return std::holds_alternative<QString>(*content); }
+};
+
+/// What Value<T> and ValueNumeric<T> have in common: a content of one type.
+template <class V, class T>
+struct Scalar {
+    static const V& Of(const ValueBase& value) { return static_cast<const V&>(value); }
+    static V& Of(ValueBase& value) { return static_cast<V&>(value); }
+
+    static std::unique_ptr<ValueBase> Create() { return std::make_unique<V>(); }
+    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
+        Traits<T>::Write(Of(value).GetValue(), writer);
+    }
+    static Content GetContent(const ValueBase& value) { return Traits<T>::ToContent(Of(value).GetValue()); }
+    static void Set(ValueBase& value, const Content& content, IObserver* originator) {
+        Of(value).SetValue(Traits<T>::FromContent(content), originator);
+    }
+    static bool Write(ValueBase& value, const Content& content, IObserver* originator) {
+        Set(value, content, originator);
+        return true;
+    }
+};
+
+template <class T>
+struct Limited : Scalar<ValueNumeric<T>, T> {
+    using Base = Scalar<ValueNumeric<T>, T>;
+    static void WriteLimits(const ValueBase& value, QCborStreamWriter& writer) {
+        Traits<T>::Write(Base::Of(value).GetMin(), writer);
+        Traits<T>::Write(Base::Of(value).GetMax(), writer);
+    }
+    static void ReadLimits(const ValueBase& value, ItemDescription* item) {
+        item->minimum = Traits<T>::ToContent(Base::Of(value).GetMin());
+        item->maximum = Traits<T>::ToContent(Base::Of(value).GetMax());
+    }
+    static void Describe(ValueBase& value, const ItemDescription& item, IObserver* originator) {
+        ValueNumeric<T>& number = Base::Of(value);
+        const ObservableGuard guard(number);
+        number.SetMin(Traits<T>::FromContent(item.minimum), originator);
+        if (guard.IsAlive()) number.SetMax(Traits<T>::FromContent(item.maximum), originator);
+    }
+};
+
+struct Selection {
+    static const ValueSelection& Of(const ValueBase& value) {
+        return static_cast<const ValueSelection&>(value);
+    }
+    static ValueSelection& Of(ValueBase& value) { return static_cast<ValueSelection&>(value); }
+
+    static std::unique_ptr<ValueBase> Create() { return std::make_unique<ValueSelection>(); }
+    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
+        const int index = Of(value).GetCurrentIndex();
+        if (index == ValueSelection::NoIndex)
+            writer.append(nullptr);
+        else
+            writer.append(qint64{index});
+    }
+    static void WriteChoices(const ValueBase& value, QCborStreamWriter& writer) {
+        const ValueSelection& selection = Of(value);
+        writer.startArray(static_cast<quint64>(selection.Count()) * 3);
+        for (int i = 0; i < selection.Count(); ++i) {
+            const SelectionItem* const item = selection.GetItemAt(i);
+            writer.append(item->GetName());
+            writer.append(item->GetValue());
+            writer.append(qint64{item->GetKey()});
+        }
+        writer.endArray();
+    }
+    static void ReadChoices(const ValueBase& value, ItemDescription* item) {
+        const ValueSelection& selection = Of(value);
+        for (int i = 0; i < selection.Count(); ++i) {
+            const SelectionItem* const choice = selection.GetItemAt(i);
+            item->choices.push_back({choice->GetName(), choice->GetValue(), choice->GetKey()});
+        }
+    }
+    static Content GetContent(const ValueBase& value) {
+        const int index = Of(value).GetCurrentIndex();
+        return index == ValueSelection::NoIndex ? Content() : Content(qint64{index});
+    }
+    static bool Accept(Content* content) {
+        return std::holds_alternative<std::monostate>(*content) || std::holds_alternative<qint64>(*content);
+    }
+    static void Set(ValueBase& value, const Content& content, IObserver* originator) {
+        const qint64* const index = std::get_if<qint64>(&content);
+        const bool isThere = index != nullptr && *index >= 0 && *index < Of(value).Count();
+        Of(value).SelectIndex(isThere ? static_cast<int>(*index) : ValueSelection::NoIndex, originator);
+    }
+    static bool Write(ValueBase& value, const Content& content, IObserver* originator) {
+        ValueSelection& selection = Of(value);
+        const qint64* const key = std::get_if<qint64>(&content);
+        if (key == nullptr) {
+            selection.SelectIndex(ValueSelection::NoIndex, originator);
+            return true;
+        }
+        if (*key != static_cast<long>(*key) || selection.GetItem(static_cast<long>(*key)) == nullptr)
+            return false;
+        selection.Select(static_cast<long>(*key), originator);
+        return true;
+    }
+    static bool IsEqual(const SelectionItem& item, const Choice& choice) {
+        return item.GetKey() == choice.key && item.GetValue() == choice.number &&
+               item.GetName() == choice.text;
+    }
+    /// How many items at the front are the choices at the front.
+    static int CountEqual(const ValueSelection& selection, const std::vector<Choice>& choices) {
+        int i = 0;
+        while (i < selection.Count() && static_cast<std::size_t>(i) < choices.size() &&
+               IsEqual(*selection.GetItemAt(i), choices[static_cast<std::size_t>(i)]))
+            ++i;
+        return i;
+    }
+    // An item that came at the end, or one that went, is told as that: observers may care which.
+    static void Describe(ValueBase& value, const ItemDescription& item, IObserver* originator) {
+        ValueSelection& selection = Of(value);
+        const int had = selection.Count();
+        const int equal = CountEqual(selection, item.choices);
+        const int has = static_cast<int>(item.choices.size());
+        if (equal == had && has == had) return;
+        if (equal == had && has == had + 1) {
+            const Choice& added = item.choices.back();
+            selection.AddItem(added.text, added.number, static_cast<long>(added.key), originator);
+            return;
+        }
+        if (has == had - 1) {
+            int i = equal;
+            while (i < has && IsEqual(*selection.GetItemAt(i + 1), item.choices[static_cast<std::size_t>(i)]))
+                ++i;
+            if (i == has) return selection.DeleteItem(selection.GetItemAt(equal), originator);
+        }
+        std::vector<SelectionItem> items;
+        items.reserve(item.choices.size());
+        for (const Choice& choice : item.choices)
+            items.emplace_back(choice.text, choice.number, static_cast<long>(choice.key));
+        selection.SetItems(items, originator);
+    }
+};
+
+struct List {
+    static const ValueList<double>& Of(const ValueBase& value) {
+        return static_cast<const ValueList<double>&>(value);
+    }
+    static std::unique_ptr<ValueBase> Create() { return std::make_unique<ValueList<double>>(); }
+    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
+        const std::vector<double>& items = Of(value).GetItems();
+        writer.startArray(static_cast<quint64>(items.size()));
+        for (const double item : items)
+            writer.append(item);
+        writer.endArray();
+    }
+    static Content GetContent(const ValueBase& value) {
+        const std::vector<double>& items = Of(value).GetItems();
+        return QVector<double>(items.begin(), items.end());
+    }
+    static bool Accept(Content* content) {
+        const auto* const items = std::get_if<QVector<double>>(content);
+        if (items == nullptr) return false;
+        return std::none_of(items->begin(), items->end(), [](double item) { return std::isnan(item); });
+    }
+    static void Set(ValueBase& value, const Content& content, IObserver* originator) {
+        const auto& items = std::get<QVector<double>>(content);
+        static_cast<ValueList<double>&>(value).SetItems({items.begin(), items.end()}, originator);
+    }
+    static bool Write(ValueBase& value, const Content& content, IObserver* originator) {
+        Set(value, content, originator);
+        return true;
+    }
+};
+
+void NoExtra(const ValueBase& /*value*/, QCborStreamWriter& /*writer*/) {}
+void NoLimits(const ValueBase& /*value*/, ItemDescription* /*item*/) {}
+void NoDescription(ValueBase& /*value*/, const ItemDescription& /*item*/, IObserver* /*originator*/) {}
+
+template <class T>
+constexpr KindOperations Plain(EItemKind kind, const char* name) {
+    using S = Scalar<values::Value<T>, T>;
+    return {
+        kind,   name,     S::Create,     S::WriteContent, NoExtra, NoExtra, S::GetContent, Traits<T>::Accept,
+        S::Set, S::Write, NoDescription, NoLimits,        false,   false};
+}
+
+template <class T>
+constexpr KindOperations Numeric(EItemKind kind, const char* name) {
+    using L = Limited<T>;
+    return {kind,           name,     L::Create,     L::WriteContent,
+            L::WriteLimits, NoExtra,  L::GetContent, Traits<T>::Accept,
+            L::Set,         L::Write, L::Describe,   L::ReadLimits,
+            true,           false};
+}
+
+constexpr KindOperations Table[ItemKindCount - 1] = {
+    Plain<bool>(EItemKind::Bool, "bool"),
+    Plain<int>(EItemKind::Int, "int"),
+    Plain<QString>(EItemKind::Text, "text"),
+    Numeric<int>(EItemKind::NumericInt, "int"),
+    Numeric<double>(EItemKind::NumericDouble, "double"),
+    {EItemKind::Selection, "selection", Selection::Create, Selection::WriteContent, NoExtra,
+     Selection::WriteChoices, Selection::GetContent, Selection::Accept, Selection::Set, Selection::Write,
+     Selection::Describe, Selection::ReadChoices, false, true},
+    {EItemKind::List, "list", List::Create, List::WriteContent, NoExtra, NoExtra, List::GetContent,
+     List::Accept, List::Set, List::Write, NoDescription, NoLimits, false, false},
+};
+
+}  // namespace
+
+const KindOperations* Operations(EItemKind kind) {
+    return kind == EItemKind::Node ? nullptr : &Table[static_cast<int>(kind) - 1];
+}
+
+bool KindOf(const values::TreeItem& item, EItemKind* kind) {
+    const std::type_info& type = typeid(item);
+    if (type == typeid(ValueNumeric<int>)) return *kind = EItemKind::NumericInt, true;
+    if (type == typeid(ValueNumeric<double>)) return *kind = EItemKind::NumericDouble, true;
+    if (type == typeid(values::Value<QString>)) return *kind = EItemKind::Text, true;
+    if (type == typeid(values::Value<bool>)) return *kind = EItemKind::Bool, true;
+    if (type == typeid(values::Value<int>)) return *kind = EItemKind::Int, true;
+    if (type == typeid(ValueSelection)) return *kind = EItemKind::Selection, true;
+    if (type == typeid(ValueList<double>)) return *kind = EItemKind::List, true;
+    if (item.IsNode()) return *kind = EItemKind::Node, true;
+    return false;
+}
+
+bool AcceptItem(ItemDescription* item) {
+    const KindOperations* const operations = Operations(item->kind);
+    if (operations == nullptr) return true;
+    if (!operations->accept(&item->content)) return false;
+    if (!operations->hasLimits) return true;
+    return operations->accept(&item->minimum) && operations->accept(&item->maximum);
+}
+
+std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name) {
+    const KindOperations* const operations = Operations(item.kind);
+    if (operations == nullptr) return std::make_unique<values::Node>(name);
+    std::unique_ptr<ValueBase> value = operations->create();
+    value->SetName(name);
+    operations->describe(*value, item, nullptr);
+    operations->set(*value, item.content, nullptr);
+    if ((item.flags & ItemDescription::EveryChange) != 0) value->SetDelivery(values::EDelivery::EveryChange);
+    if ((item.flags & ItemDescription::Stale) != 0) value->SetState(values::Stale);
+    return value;
+}
+
+void DescribeItem(const values::TreeItem& item, ItemDescription* description) {
+    *description = ItemDescription();
+    if (!KindOf(item, &description->kind) || description->kind == EItemKind::Node) return;
+    const auto& value = static_cast<const ValueBase&>(item);
+    const KindOperations& operations = *Operations(description->kind);
+    description->flags = FlagsOf(value);
+    description->content = operations.content(value);
+    operations.limits(value, description);
+}
+
+unsigned FlagsOf(const values::ValueBase& value) {
+    return (value.GetDelivery() == values::EDelivery::EveryChange ? ItemDescription::EveryChange : 0U) |
+           (value.GetState() == values::Stale ? ItemDescription::Stale : 0U);
+}
+
+}  // namespace vt

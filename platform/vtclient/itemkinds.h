@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/valuebase.h>
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/content.h>
+
+#include <memory>
+
+class QCborStreamWriter;
+
+/// The one table from C++ types of values to their kinds and back: how each is made, read, set and described.
+/// Nobody else asks what kind a value is in order to do something different with it.
+namespace vt {
+
+struct KindOperations {
+    EItemKind kind;
+    const char* name;  ///< for people
+    /// A new value of this kind, detached and without a name.
+    std::unique_ptr<values::ValueBase> (*create)();
+    /// Appends the content (of a selection: the current index or null).
+    void (*writeContent)(const values::ValueBase& value, QCborStreamWriter& writer);
+    /// Appends what follows the content in a description: nothing, limits, or the list of choices.
+    void (*writeLimits)(const values::ValueBase& value, QCborStreamWriter& writer);
+    void (*writeChoices)(const values::ValueBase& value, QCborStreamWriter& writer);
+    Content (*content)(const values::ValueBase& value);
+    /// Converts \a content to what this kind holds. False if it is nothing that this kind could hold.
+    bool (*accept)(Content* content);
+    /// Sets an accepted content.
+    void (*set)(values::ValueBase& value, const Content& content, IObserver* originator);
+    /// Sets an accepted content as a write asks for it: for a selection by key. False, and nothing changed,
+    /// if it has no such key.
+    bool (*write)(values::ValueBase& value, const Content& content, IObserver* originator);
+    /// Takes limits and choices from \a item, whose limits were accepted.
+    void (*describe)(values::ValueBase& value, const ItemDescription& item, IObserver* originator);
+    /// Reads limits and choices into \a item.
+    void (*limits)(const values::ValueBase& value, ItemDescription* item);
+    bool hasLimits;
+    bool hasChoices;
+};
+
+/// Null for Node, which holds nothing.
+MCS_CONNECTION_EXPORT const KindOperations* Operations(EItemKind kind);
+/// What kind \a item is; false for a type that does not travel.
+MCS_CONNECTION_EXPORT bool KindOf(const values::TreeItem& item, EItemKind* kind);
+
+/// An item of this description, detached, under \a name; null if its contents are not of its kind.
+std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name);
+/// Whether \a item's content and limits are such as its kind can have; converts them to it.
+bool AcceptItem(ItemDescription* item);
+/// What \a item is, in the form that travels.
+void DescribeItem(const values::TreeItem& item, ItemDescription* description);
+/// Delivery and state as flags on the wire.
+unsigned FlagsOf(const values::ValueBase& value);
+
+}  // namespace vt

@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/message.h>
+
+#include <platform/vtclient/bytesink.h>
+#include <platform/vtclient/changewriter.h>
+#include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/vtlimits.h>
+
+#include <QtCore/QCborStreamWriter>
+
+#include <limits>
+
+namespace vt {
+
+namespace {
+
+constexpr quint64 MaxInt = std::numeric_limits<int>::max();
+constexpr quint64 MaxInt64 = std::numeric_limits<qint64>::max();
+
+void WriteFields(QCborStreamWriter& writer, const Message& message) {
+    switch (message.type) {
+        case EMessage::Hello:
+            writer.append(quint64{message.version});
+            writer.append(message.application);
+            writer.append(message.machine);
+            writer.append(message.user);
+            writer.append(message.token);
+            break;
+        case EMessage::Welcome:
+            writer.append(quint64{message.version});
+            writer.append(message.application);
+            writer.append(qint64{message.session});
+            writer.append(message.epoch);
+            writer.append(qint64{message.ping});
+            writer.append(qint64{message.dead});
+            break;
+        case EMessage::Bye:
+            writer.append(static_cast<quint64>(message.code));
+            writer.append(message.reason);
+            break;
+        case EMessage::Subscribe:
+            writer.append(quint64{message.sub});
+            writer.append(message.path);
+            break;
+        case EMessage::Unsubscribe:
+            writer.append(quint64{message.sub});
+            break;
+        case EMessage::Subscribed:
+            writer.append(quint64{message.sub});
+            writer.startArray(static_cast<quint64>(message.prefixes.size()));
+            for (const QString& prefix : message.prefixes)
+                writer.append(prefix);
+            writer.endArray();
+            break;
+        case EMessage::Snapshot:
+            writer.append(quint64{message.sub});
+            writer.append(message.seq);
+            break;
+        case EMessage::End:
+            writer.append(quint64{message.sub});
+            writer.append(message.seq);
+            writer.append(message.epoch);
+            break;
+        case EMessage::Batch:
+            writer.append(quint64{message.sub});
+            writer.append(message.seq);
+            writer.append(message.more);
+            break;
+        case EMessage::Absent:
+            writer.append(quint64{message.sub});
+            writer.append(message.reason);
+            break;
+        case EMessage::Ack:
+        case EMessage::Ping:
+        case EMessage::Pong:
+            writer.append(message.seq);
+            break;
+        case EMessage::Write:
+            writer.append(quint64{message.req});
+            writer.append(quint64{message.sub});
+            writer.append(quint64{message.id});
+            WriteContent(writer, message.item.content);
+            break;
+        case EMessage::Answer:
+            writer.append(quint64{message.req});
+            writer.append(static_cast<quint64>(message.result));
+            writer.append(message.reason);
+            if (message.result == EResult::Clamped) WriteContent(writer, message.item.content);
+            break;
+        case EMessage::Create:
+            writer.append(quint64{message.req});
+            writer.append(quint64{message.sub});
+            writer.append(message.path);
+            WriteItem(writer, message.item);
+            break;
+    }
+}
+
+}  // namespace
+
+bool CarriesChanges(EMessage type) {
+    return type == EMessage::Snapshot || type == EMessage::Batch;
+}
+
+QByteArray Encode(const Message& message, const QByteArray& changes) {
+    ByteSink sink;
+    QCborStreamWriter writer(&sink);
+    writer.startArray();
+    writer.append(static_cast<quint64>(message.type));
+    WriteFields(writer, message);
+    if (!changes.isEmpty()) sink.Append(changes.constData(), changes.size());
+    writer.endArray();
+    return sink.Bytes();
+}
+
+bool MessageReader::ReadHeader(Message* message) {
+    quint64 type = 0;
+    if (!m_input.Enter() || !m_input.Unsigned(static_cast<quint64>(EMessage::Pong), &type)) return false;
+    if (type == 0) return m_input.Fail("there is no such message");
+    message->type = static_cast<EMessage>(type);
+    if (!ReadFields(message)) return false;
+    if (CarriesChanges(message->type)) return true;
+    return m_input.Leave() && m_input.Finish();
+}
+
+bool MessageReader::ReadAnswer(Message* message) {
+    quint64 result = 0;
+    if (!m_input.Id(&message->req) || !m_input.Unsigned(static_cast<quint64>(EResult::Gone), &result) ||
+        !m_input.Text(vtlimits::MaxPathLength, &message->reason))
+        return false;
+    message->result = static_cast<EResult>(result);
+    return message->result != EResult::Clamped || m_input.ReadContent(&message->item.content);
+}
+
+bool MessageReader::ReadFields(Message* message) {
+    using namespace vtlimits;
+    quint64 number = 0;
+    switch (message->type) {
+        case EMessage::Hello:
+            return m_input.Id(&message->version) && m_input.Text(MaxHelloText, &message->application) &&
+                   m_input.Text(MaxHelloText, &message->machine) &&
+                   m_input.Text(MaxHelloText, &message->user) && m_input.Text(MaxHelloText, &message->token);
+        case EMessage::Welcome: {
+            quint64 session = 0;
+            quint64 ping = 0;
+            quint64 dead = 0;
+            if (!(m_input.Id(&message->version) && m_input.Text(MaxHelloText, &message->application) &&
+                  m_input.Unsigned(MaxInt, &session) && m_input.Unsigned(MaxInt64, &message->epoch) &&
+                  m_input.Unsigned(MaxInt, &ping) && m_input.Unsigned(MaxInt, &dead)))
+                return false;
+            message->session = static_cast<int>(session);
+            message->ping = static_cast<int>(ping);
+            message->dead = static_cast<int>(dead);
+            return true;
+        }
+        case EMessage::Bye:
+            if (!m_input.Unsigned(static_cast<quint64>(EBye::ClientEnds), &number)) return false;
+            if (number == 0) return m_input.Fail("there is no such reason");
+            message->code = static_cast<EBye>(number);
+            return m_input.Text(MaxPathLength, &message->reason);
+        case EMessage::Subscribe:
+            return m_input.Id(&message->sub) && m_input.Text(MaxPathLength, &message->path);
+        case EMessage::Unsubscribe:
+            return m_input.Id(&message->sub);
+        case EMessage::Subscribed: {
+            if (!m_input.Id(&message->sub) || !m_input.Enter()) return false;
+            message->prefixes.clear();
+            QString prefix;
+            while (m_input.HasNext() && m_input.Text(MaxPathLength, &prefix))
+                message->prefixes.append(prefix);
+            return m_input.Leave();
+        }
+        case EMessage::Snapshot:
+            return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq);
+        case EMessage::End:
+            return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq) &&
+                   m_input.Unsigned(MaxInt64, &message->epoch);
+        case EMessage::Batch:
+            return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq) &&
+                   m_input.Boolean(&message->more);
+        case EMessage::Absent:
+            return m_input.Id(&message->sub) && m_input.Text(MaxPathLength, &message->reason);
+        case EMessage::Ack:
+        case EMessage::Ping:
+        case EMessage::Pong:
+            return m_input.Unsigned(MaxInt64, &message->seq);
+        case EMessage::Write:
+            return m_input.Id(&message->req) && m_input.Id(&message->sub) && m_input.Id(&message->id) &&
+                   m_input.ReadContent(&message->item.content);
+        case EMessage::Answer:
+            return ReadAnswer(message);
+        case EMessage::Create:
+            return m_input.Id(&message->req) && m_input.Id(&message->sub) &&
+                   m_input.Text(MaxPathLength, &message->path) && m_input.Item(&message->item);
+    }
+    return false;
+}
+
+bool MessageReader::NextChange(TreeChange* change) {
+    if (!m_input.HasNext()) {
+        // The end, unless something was wrong.
+        if (m_input.Leave()) m_input.Finish();
+        return false;
+    }
+    if (m_input.IsArray()) return ReadWrapped(change);
+    change->change = EChange::Changed;
+    return m_input.Id(&change->id) && m_input.ReadContent(&change->item.content);
+}
+
+bool MessageReader::ReadLimits(TreeChange* change) {
+    quint64 flags = 0;
+    if (!m_input.Text(vtlimits::MaxNameLength, &change->name) ||
+        !m_input.Unsigned(ItemDescription::AllFlags, &flags))
+        return false;
+    change->item.flags = static_cast<unsigned>(flags);
+    change->item.minimum = change->item.maximum = Content();
+    if (!m_input.HasNext()) return !m_input.HasFailed();
+    return m_input.ReadContent(&change->item.minimum) && m_input.ReadContent(&change->item.maximum);
+}
+
+bool MessageReader::ReadWrapped(TreeChange* change) {
+    quint64 code = 0;
+    if (!m_input.Enter() || !m_input.Unsigned(static_cast<quint64>(EChange::Own), &code) ||
+        !m_input.Id(&change->id))
+        return false;
+    change->change = static_cast<EChange>(code);
+    switch (change->change) {
+        case EChange::Added:
+            if (!m_input.Id(&change->parent) || !m_input.Text(vtlimits::MaxNameLength, &change->name) ||
+                !m_input.Item(&change->item))
+                return false;
+            break;
+        case EChange::Described:
+            if (!ReadLimits(change)) return false;
+            break;
+        case EChange::Items:
+            if (!m_input.ReadContent(&change->item.content) || !m_input.Choices(&change->item.choices))
+                return false;
+            break;
+        case EChange::Own: {
+            quint64 session = 0;
+            if (!m_input.Unsigned(MaxInt, &session) || !m_input.ReadContent(&change->item.content))
+                return false;
+            change->session = static_cast<int>(session);
+            break;
+        }
+        case EChange::Removed:
+        case EChange::Changed:
+            break;
+    }
+    return m_input.Leave();
+}
+
+}  // namespace vt

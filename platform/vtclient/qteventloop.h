@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ieventloop.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+namespace vt {
+
+/// Turns and time of Qt's event loop.
+class QtEventLoop final : public QObject, public IEventLoop {
+    Q_OBJECT
+
+  public:
+    QtEventLoop();
+
+    void SetTaker(ITurnTaker* taker) override { m_taker = taker; }
+    qint64 Now() const override { return m_clock.nsecsElapsed() / 1000; }
+    void RequestTurn() override;
+    void SetDeadline(int milliseconds) override;
+    double Random() override;
+
+  protected:
+    void customEvent(QEvent* event) override;
+
+  private:
+    ITurnTaker* m_taker = nullptr;
+    QElapsedTimer m_clock;
+    QTimer m_timer;
+};
+
+}  // namespace vt

@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/serverhub.h>
+
+#include <platform/values/node.h>
+#include <platform/values/tree.h>
+#include <platform/vtclient/vtlimits.h>
+
+#include <QtCore/QRandomGenerator>
+
+#include <algorithm>
+
+namespace vt {
+
+namespace {
+
+constexpr int CheckSessionsEvery = 250;  // ms
+
+template <class T>
+bool Contains(const std::vector<T>& list, const T& element) {
+    return std::find(list.begin(), list.end(), element) != list.end();
+}
+
+template <class T>
+void Remove(std::vector<T>& list, const T& element) {
+    list.erase(std::remove(list.begin(), list.end(), element), list.end());
+}
+
+}  // namespace
+
+ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settings)
+    : m_access(access),
+      m_loop(loop),
+      m_settings(settings),
+      m_epoch(QRandomGenerator::system()->generate64() >> 1U) {
+    m_loop.SetTaker(this);
+    values::Tree::Instance()->GetRoot()->AddObserver(this);
+}
+
+ServerHub::~ServerHub() {
+    EndAll(QStringLiteral("the server ends"));
+    m_loop.SetTaker(nullptr);
+    m_sessions.clear();
+    if (values::Tree* const tree = values::Tree::Instance()) tree->GetRoot()->DeleteObserver(this);
+}
+
+void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
+    if (m_sessions.empty()) m_loop.SetDeadline(CheckSessionsEvery);
+    DropOldestPending();
+    m_sessions.push_back(std::make_unique<ServerSession>(*this, std::move(channel), ++m_lastSession));
+    if (m_sessions.size() > vtlimits::MaxSessions)
+        m_sessions.back()->End(EBye::Limit,
+                               QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
+}
+
+// Whoever says hello does so at once. So the oldest that has not is the one that never will.
+void ServerHub::DropOldestPending() {
+    const auto isPending = [](const std::unique_ptr<ServerSession>& session) {
+        return !session->IsAdmitted() && !session->IsEnded();
+    };
+    if (std::count_if(m_sessions.begin(), m_sessions.end(), isPending) < vtlimits::MaxPendingConnections)
+        return;
+    const auto oldest = std::find_if(m_sessions.begin(), m_sessions.end(), isPending);
+    (*oldest)->End(EBye::Limit, QStringLiteral("too many connections wait for their hello"));
+}
+
+void ServerHub::EndAll(const QString& reason) {
+    for (std::size_t i = 0; i < m_sessions.size(); ++i)
+        m_sessions[i]->End(EBye::ServerEnds, reason);
+    FlushChannels();
+    RequestTurn();
+}
+
+void ServerHub::EndSession(int session, const QString& reason) {
+    for (std::size_t i = 0; i < m_sessions.size(); ++i)
+        if (m_sessions[i]->Peer().session == session) m_sessions[i]->End(EBye::ServerEnds, reason);
+}
+
+std::vector<VtPeer> ServerHub::GetPeers() const {
+    std::vector<VtPeer> peers;
+    for (const auto& session : m_sessions)
+        if (session->IsAdmitted() && !session->IsEnded()) peers.push_back(session->Peer());
+    return peers;
+}
+
+void ServerHub::OnAdmitted(ServerSession& session) {
+    m_access.SessionStarted(session.Peer());
+}
+
+// The turn destroys it, and tells: this may be in the middle of a walk over those who follow a watcher.
+void ServerHub::OnSessionEnded() {
+    RequestTurn();
+}
+
+void ServerHub::RequestTurn() {
+    if (m_isTurnRequested) return;
+    m_isTurnRequested = true;
+    m_loop.RequestTurn();
+}
+
+void ServerHub::OnInputDone() {
+    OnTurn();
+}
+
+void ServerHub::OnDeadline() {
+    const qint64 now = m_loop.Now();
+    for (std::size_t i = 0; i < m_sessions.size(); ++i)
+        m_sessions[i]->Check(now);
+    OnTurn();
+    m_loop.SetDeadline(m_sessions.empty() ? -1 : CheckSessionsEvery);
+}
+
+void ServerHub::Update(Observable* /*source*/, TChangeCode code) {
+    if (code != changecode::StructureChanged || m_waiting.empty()) return;
+    m_hasStructureChanged = true;
+    RequestTurn();
+}
+
+void ServerHub::Join(Subscription& subscription) {
+    values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription.Path());
+    if (item != nullptr) return Watch(subscription, item);
+    m_waiting.push_back(&subscription);
+    subscription.Session().TellAbsent(subscription, QString());
+}
+
+void ServerHub::Watch(Subscription& subscription, values::TreeItem* item) {
+    std::shared_ptr<Watched>& watched = m_watched[subscription.Path()];
+    if (!watched) {
+        watched = std::make_shared<Watched>();
+        watched->path = subscription.Path();
+        watched->watcher = std::make_unique<TreeWatcher>(item, static_cast<TreeWatcher::IListener&>(*this));
+        m_byWatcher.insert(watched->watcher.get(), watched.get());
+        watched->isChanged = true;
+        m_changed.push_back(watched);
+    }
+    watched->members.push_back(&subscription);
+    subscription.Restart(watched->watcher.get());
+    subscription.Session().Subscribe(subscription);
+    ServeLater(subscription.Session());
+}
+
+void ServerHub::Leave(Subscription& subscription) {
+    Remove(m_waiting, &subscription);
+    const auto found = m_watched.find(subscription.Path());
+    if (found == m_watched.end() || subscription.Watcher() == nullptr) return;
+    Remove((*found)->members, &subscription);
+    if ((*found)->members.empty()) Unwatch(subscription.Path());
+}
+
+void ServerHub::Unwatch(const QString& path) {
+    const std::shared_ptr<Watched> watched = m_watched.take(path);
+    m_byWatcher.remove(watched->watcher.get());
+    m_dead.push_back(watched);
+    RequestTurn();
+}
+
+void ServerHub::OnChanges(TreeWatcher& watcher) {
+    Watched* const watched = m_byWatcher.value(&watcher);
+    if (watched == nullptr || watched->isChanged) return;  // still being made, or known
+    watched->isChanged = true;
+    m_changed.push_back(m_watched.value(watched->path));
+    RequestTurn();
+}
+
+void ServerHub::OnRootGone(TreeWatcher& watcher) {
+    Watched* const watched = m_byWatcher.value(&watcher);
+    if (watched == nullptr) return;
+    const std::vector<Subscription*> members = std::move(watched->members);
+    watched->members.clear();
+    Unwatch(watched->path);
+    for (Subscription* member : members) {
+        member->Restart(nullptr);
+        m_waiting.push_back(member);
+        member->Session().TellAbsent(*member, QString());
+    }
+    m_hasStructureChanged = true;  // it may be there again already
+}
+
+void ServerHub::ServeLater(ServerSession& session) {
+    if (!Contains(m_toServe, &session)) m_toServe.push_back(&session);
+    RequestTurn();
+}
+
+void ServerHub::FlushLater(ServerSession& session) {
+    if (!Contains(m_toFlush, &session)) m_toFlush.push_back(&session);
+    RequestTurn();
+}
+
+void ServerHub::OnTurn() {
+    if (m_isInTurn) return;
+    m_isInTurn = true;
+    m_isTurnRequested = true;  // what is asked for meanwhile is done here
+    const TurnBudget budget(m_loop, vtlimits::TurnMicroseconds);
+    RetryWaiting();
+    const bool isDone = ServeWatchers(budget) && ServeBacklogs(budget);
+    FlushChannels();
+    Reap();
+    m_isInTurn = false;
+    m_isTurnRequested = false;
+    if (!isDone || m_hasStructureChanged || !m_changed.empty() || !m_dead.empty()) RequestTurn();
+}
+
+void ServerHub::RetryWaiting() {
+    if (!m_hasStructureChanged) return;
+    m_hasStructureChanged = false;
+    const std::vector<Subscription*> waiting = std::move(m_waiting);
+    m_waiting.clear();
+    for (Subscription* subscription : waiting) {
+        values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription->Path());
+        if (item != nullptr)
+            Watch(*subscription, item);
+        else
+            m_waiting.push_back(subscription);
+    }
+}
+
+bool ServerHub::ServeWatchers(const TurnBudget& budget) {
+    while (!m_changed.empty()) {
+        if (budget.IsUp()) return false;
+        const std::shared_ptr<Watched> watched = m_changed.front();
+        m_changed.erase(m_changed.begin());
+        watched->isChanged = false;
+        if (watched->members.empty() || ServeWatched(*watched, budget)) continue;
+        watched->isChanged = true;
+        m_changed.push_back(watched);
+        return false;
+    }
+    return true;
+}
+
+bool ServerHub::ServeWatched(Watched& watched, const TurnBudget& budget) {
+    const auto isTimeUp = [&budget] { return budget.IsUp(); };
+    const bool isTakenIn = watched.watcher->TakeIn(isTimeUp);
+    TreeWatcher::Part part;
+    for (;;) {
+        const bool hasAudience =
+            std::any_of(watched.members.begin(), watched.members.end(), [](const Subscription* member) {
+                return member->IsInStep() && member->Session().MaySendChanges();
+            });
+        if (!watched.watcher->NextPart(hasAudience, &part)) break;
+        Deliver(watched, part);
+        if (budget.IsUp()) return false;
+    }
+    for (Subscription* member : watched.members)
+        if (!member->IsInStep()) ServeLater(member->Session());
+    return isTakenIn;
+}
+
+void ServerHub::Deliver(Watched& watched, const TreeWatcher::Part& part) {
+    for (Subscription* member : watched.members) {
+        ServerSession& session = member->Session();
+        if (member->IsInStep() && session.MaySendChanges()) {
+            if (!part.changes.isEmpty()) session.SendChanges(*member, part.changes, part.hasMore);
+            member->WentWith(part);
+        } else {
+            member->Absorb(part);
+            session.CheckQueue();
+        }
+    }
+}
+
+bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
+    const auto isTimeUp = [&budget] { return budget.IsUp(); };
+    while (!m_toServe.empty()) {
+        ServerSession* const session = m_toServe.front();
+        m_toServe.erase(m_toServe.begin());
+        if (!session->IsEnded() && session->SendBacklog(isTimeUp)) m_toServe.push_back(session);
+        if (budget.IsUp()) return m_toServe.empty();
+    }
+    return true;
+}
+
+void ServerHub::FlushChannels() {
+    for (ServerSession* session : m_toFlush)
+        session->Flush();
+    m_toFlush.clear();
+}
+
+// Not before the turn is over: a session or a watcher may be what called us.
+void ServerHub::Reap() {
+    std::vector<VtPeer> gone;
+    for (std::size_t i = 0; i < m_sessions.size();) {
+        ServerSession* const session = m_sessions[i].get();
+        if (!session->IsEnded()) {
+            ++i;
+            continue;
+        }
+        if (session->IsAdmitted()) gone.push_back(session->Peer());
+        Remove(m_toServe, session);
+        const std::unique_ptr<ServerSession> ended = std::move(m_sessions[i]);
+        m_sessions.erase(m_sessions.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+    m_dead.clear();
+    for (const VtPeer& peer : gone)
+        m_access.SessionEnded(peer);
+}
+
+}  // namespace vt

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/observable.h>
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/ieventloop.h>
+#include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/serversession.h>
+#include <platform/vtclient/subscription.h>
+#include <platform/vtclient/treewatcher.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace vt {
+
+/// The server without its sockets: sessions over whatever channels it is given, and one watcher per subtree
+/// that anybody has subscribed. Main thread.
+///
+/// In one turn of the event loop each watcher's changes are written once, for all sessions that are in step,
+/// and then those that are not get some of what they lack, in rotation, until the turn's time is up.
+class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
+                                              public IObserver,
+                                              private TreeWatcher::IListener {
+  public:
+    struct Settings {
+        QString application;
+        int pingInterval = 5000;  ///< ms
+        int deadAfter = 15000;    ///< ms
+    };
+
+    /// \a access, \a loop and the tree outlive the hub.
+    ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settings);
+    ~ServerHub() override;
+    ServerHub(const ServerHub&) = delete;
+    ServerHub& operator=(const ServerHub&) = delete;
+
+    /// Starts a session over \a channel.
+    void AddChannel(std::unique_ptr<IChannel> channel);
+    void EndAll(const QString& reason);
+    void EndSession(int session, const QString& reason);
+    std::vector<VtPeer> GetPeers() const;
+    int CountSessions() const { return static_cast<int>(m_sessions.size()); }
+    int CountWatchers() const { return m_watched.size(); }
+
+    void OnTurn() override;
+    void OnDeadline() override;
+    void Update(Observable* source, TChangeCode code) override;
+
+    // For sessions.
+    IVtAccess& Access() const { return m_access; }
+    const QString& Application() const { return m_settings.application; }
+    int PingInterval() const { return m_settings.pingInterval; }
+    int DeadAfter() const { return m_settings.deadAfter; }
+    quint64 Epoch() const { return m_epoch; }
+    qint64 Now() const { return m_loop.Now(); }
+    void Join(Subscription& subscription);
+    void Leave(Subscription& subscription);
+    void ServeLater(ServerSession& session);
+    void FlushLater(ServerSession& session);
+    void OnAdmitted(ServerSession& session);
+    void OnSessionEnded();
+    void OnInputDone();
+
+  private:
+    /// A watcher and who follows it.
+    struct Watched {
+        QString path;
+        std::unique_ptr<TreeWatcher> watcher;
+        std::vector<Subscription*> members;
+        bool isChanged = false;
+    };
+
+    void OnChanges(TreeWatcher& watcher) override;
+    void OnRootGone(TreeWatcher& watcher) override;
+    void RequestTurn();
+    void Watch(Subscription& subscription, values::TreeItem* item);
+    void Unwatch(const QString& path);
+    void RetryWaiting();
+    bool ServeWatchers(const TurnBudget& budget);
+    bool ServeWatched(Watched& watched, const TurnBudget& budget);
+    void Deliver(Watched& watched, const TreeWatcher::Part& part);
+    bool ServeBacklogs(const TurnBudget& budget);
+    void FlushChannels();
+    void Reap();
+    void DropOldestPending();
+
+    IVtAccess& m_access;
+    IEventLoop& m_loop;
+    Settings m_settings;
+    quint64 m_epoch;
+    int m_lastSession = 0;
+    bool m_isTurnRequested = false;
+    bool m_isInTurn = false;
+    bool m_hasStructureChanged = false;
+    std::vector<std::unique_ptr<ServerSession>> m_sessions;
+    QHash<QString, std::shared_ptr<Watched>> m_watched;
+    QHash<const TreeWatcher*, Watched*> m_byWatcher;
+    std::vector<std::shared_ptr<Watched>> m_changed;
+    std::vector<std::shared_ptr<Watched>> m_dead;  ///< may be telling right now; destroyed when the turn ends
+    std::vector<Subscription*> m_waiting;          ///< their items are absent
+    std::vector<ServerSession*> m_toServe;
+    std::vector<ServerSession*> m_toFlush;
+};
+
+}  // namespace vt

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/serversession.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/values/node.h>
+#include <platform/values/tree.h>
+#include <platform/values/valueselection.h>
+#include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/serverhub.h>
+#include <platform/vtclient/treepath.h>
+#include <platform/vtclient/vtlimits.h>
+
+#include <QtCore/QStringList>
+
+namespace vt {
+
+ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number)
+    : m_hub(hub), m_channel(std::move(channel)), m_lastReceived(hub.Now()), m_lastSent(hub.Now()) {
+    m_peer.session = number;
+    m_peer.address = m_channel->PeerAddress();
+    m_peer.isLoopback = m_channel->IsLoopback();
+    m_peer.isEncrypted = m_channel->IsEncrypted();
+    m_peer.certificateName = m_channel->CertificateName();
+    m_channel->SetListener(this);
+}
+
+ServerSession::~ServerSession() {
+    Release();
+}
+
+void ServerSession::Release() {
+    for (auto& subscription : m_subscriptions)
+        m_hub.Leave(*subscription.second);
+    m_subscriptions.clear();
+}
+
+void ServerSession::End(EBye code, const QString& reason) {
+    if (m_isEnded) return;
+    Message bye = Message::Of(EMessage::Bye);
+    bye.code = code;
+    bye.reason = reason;
+    Send(bye);
+    m_isEnded = true;
+    m_channel->Close();
+    if (code != EBye::ServerEnds) TraceEnd(reason);
+    m_hub.OnSessionEnded();
+}
+
+void ServerSession::TraceEnd(const QString& reason) const {
+    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
+    const QString who = m_peer.application.isEmpty() ? QStringLiteral("a client") : m_peer.application;
+    _Q_Trace(
+        QStringLiteral("Session %1 (%2, %3) ends: %4").arg(m_peer.session).arg(who, m_peer.address, reason),
+        L"platform/vtclient/serversession", __LINE__);
+}
+
+void ServerSession::OnClosed(const QString& reason) {
+    if (m_isEnded) return;
+    m_isEnded = true;
+    TraceEnd(reason);
+    m_hub.OnSessionEnded();
+}
+
+void ServerSession::Send(const Message& message, const QByteArray& changes) {
+    if (m_isEnded) return;
+    m_channel->Send(Encode(message, changes));
+    m_lastSent = m_hub.Now();
+    m_hub.FlushLater(*this);
+}
+
+void ServerSession::Check(qint64 now) {
+    if (m_isEnded) return;
+    const qint64 silence = (now - m_lastReceived) / 1000;
+    if (!m_isAdmitted) {
+        if (silence >= vtlimits::HelloTimeout) End(EBye::Silence, QStringLiteral("no hello in time"));
+        return;
+    }
+    if (silence >= m_hub.DeadAfter())
+        return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence));
+    if ((now - m_lastSent) / 1000 < m_hub.PingInterval()) return;
+    Message ping = Message::Of(EMessage::Ping);
+    ping.seq = static_cast<quint64>(now);
+    Send(ping);
+}
+
+void ServerSession::OnMessage(const char* data, qint64 size) {
+    if (m_isEnded) return;
+    m_lastReceived = m_hub.Now();
+    Message message;
+    MessageReader reader(data, size);
+    if (!reader.ReadHeader(&message))
+        return End(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
+    Dispatch(message);
+    if (!m_isEnded && m_channel->Unsent() > vtlimits::MaxUnsent)
+        End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
+}
+
+void ServerSession::OnInputDone() {
+    m_hub.OnInputDone();
+}
+
+void ServerSession::Dispatch(const Message& message) {
+    if (!m_isAdmitted) {
+        if (message.type == EMessage::Hello) return OnHello(message);
+        return End(EBye::Malformed, QStringLiteral("the first message must be a hello"));
+    }
+    switch (message.type) {
+        case EMessage::Bye:
+            m_isEnded = true;
+            m_channel->Close();
+            return m_hub.OnSessionEnded();
+        case EMessage::Subscribe:
+            return OnSubscribe(message);
+        case EMessage::Unsubscribe:
+            return OnUnsubscribe(message);
+        case EMessage::Ack:
+            return OnAck(message.seq);
+        case EMessage::Write:
+            return OnWrite(message);
+        case EMessage::Create:
+            return OnCreate(message);
+        case EMessage::Ping: {
+            Message pong = Message::Of(EMessage::Pong);
+            pong.seq = message.seq;
+            return Send(pong);
+        }
+        case EMessage::Pong:
+            return;
+        default:
+            return End(EBye::Malformed,
+                       QStringLiteral("a message that only a server sends, or a second hello"));
+    }
+}
+
+void ServerSession::OnHello(const Message& message) {
+    if (message.version != vtlimits::ProtocolVersion)
+        return End(EBye::Version, QStringLiteral("this server speaks version %1 of the protocol, not %2")
+                                      .arg(vtlimits::ProtocolVersion)
+                                      .arg(message.version));
+    m_peer.application = message.application;
+    m_peer.machine = message.machine;
+    QString reason;
+    if (!m_hub.Access().Admit(m_peer, message.user, message.token, &reason))
+        return End(EBye::NotAdmitted, reason);
+    m_isAdmitted = true;
+    m_channel->SetMaxMessage(vtlimits::MaxFrame);
+    Message welcome = Message::Of(EMessage::Welcome);
+    welcome.version = vtlimits::ProtocolVersion;
+    welcome.application = m_hub.Application();
+    welcome.session = m_peer.session;
+    welcome.epoch = m_hub.Epoch();
+    welcome.ping = m_hub.PingInterval();
+    welcome.dead = m_hub.DeadAfter();
+    Send(welcome);
+    m_hub.OnAdmitted(*this);
+}
+
+void ServerSession::OnSubscribe(const Message& message) {
+    if (message.sub == 0 || message.sub > 0x7fffffffU || m_subscriptions.count(message.sub) != 0)
+        return End(EBye::Malformed,
+                   QStringLiteral("%1 is no free number of a subscription").arg(message.sub));
+    if (m_subscriptions.size() >= vtlimits::MaxSubscriptions)
+        return End(EBye::Limit, QStringLiteral("more than %1 subscriptions").arg(vtlimits::MaxSubscriptions));
+    if (!message.path.startsWith(QLatin1Char('/')))
+        return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(message.path));
+    auto subscription = std::make_unique<Subscription>(*this, message.sub, NormalisedPath(message.path));
+    if (!m_hub.Access().MayRead(m_peer, subscription->Path()))
+        return TellAbsent(
+            *subscription,
+            QStringLiteral("'%1' may not be read by %2").arg(subscription->Path(), m_peer.user));
+    m_hub.Access().ProvideNode(m_peer, subscription->Path());
+    if (m_isEnded) return;
+    Subscription& added = *(m_subscriptions[message.sub] = std::move(subscription));
+    m_hub.Join(added);
+}
+
+void ServerSession::Subscribe(Subscription& subscription) {
+    Message subscribed = Message::Of(EMessage::Subscribed);
+    subscribed.sub = subscription.Number();
+    subscribed.prefixes = m_hub.Access().WritablePrefixes(m_peer);
+    Send(subscribed);
+}
+
+void ServerSession::TellAbsent(Subscription& subscription, const QString& reason) {
+    Message absent = Message::Of(EMessage::Absent);
+    absent.sub = subscription.Number();
+    absent.reason = reason;
+    Send(absent);
+}
+
+void ServerSession::OnUnsubscribe(const Message& message) {
+    const auto found = m_subscriptions.find(message.sub);
+    if (found == m_subscriptions.end()) return;  // it may have been denied meanwhile
+    const std::unique_ptr<Subscription> subscription = std::move(found->second);
+    m_subscriptions.erase(found);
+    m_hub.Leave(*subscription);
+    m_hub.Access().NodeReleased(m_peer, subscription->Path());
+}
+
+bool ServerSession::MaySendChanges() const {
+    return !m_isEnded && m_inFlight.size() < vtlimits::MaxUnackedMessages &&
+           m_inFlightBytes < vtlimits::MaxUnackedBytes;
+}
+
+void ServerSession::CountSent(int bytes) {
+    m_inFlight.push_back(bytes);
+    m_inFlightBytes += bytes;
+}
+
+void ServerSession::SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore) {
+    Message message = Message::Of(subscription.IsLive() ? EMessage::Batch : EMessage::Snapshot);
+    message.sub = subscription.Number();
+    message.seq = subscription.NextSequence();
+    message.more = hasMore;
+    Send(message, changes);
+    CountSent(changes.size());
+}
+
+void ServerSession::SendEnd(Subscription& subscription) {
+    Message end = Message::Of(EMessage::End);
+    end.sub = subscription.Number();
+    end.seq = subscription.NextSequence();
+    end.epoch = m_hub.Epoch();
+    Send(end);
+    CountSent(0);
+    subscription.SetLive();
+}
+
+void ServerSession::OnAck(quint64 count) {
+    if (count < m_acked || count - m_acked > m_inFlight.size())
+        return End(EBye::Malformed, QStringLiteral("an acknowledgement of what was not sent"));
+    for (; m_acked < count; ++m_acked) {
+        m_inFlightBytes -= m_inFlight.front();
+        m_inFlight.pop_front();
+    }
+    m_hub.ServeLater(*this);
+}
+
+bool ServerSession::SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp) {
+    const TreeWatcher* const watcher = subscription.Watcher();
+    if (watcher == nullptr || watcher->HasChanges() || subscription.IsInStep()) return false;
+    subscription.WriteBacklog(&m_writer, isTimeUp);
+    const bool hasWritten = m_writer.Size() != 0;
+    if (hasWritten) SendChanges(subscription, m_writer.Take(), subscription.LacksStructure());
+    if (!subscription.IsLive() && subscription.IsUpToDate() && watcher->IsTakenIn()) SendEnd(subscription);
+    return hasWritten;
+}
+
+// One message, then the next session: a large first look does not make others wait.
+bool ServerSession::SendBacklog(const std::function<bool()>& isTimeUp) {
+    auto next = m_subscriptions.lower_bound(m_nextServed);
+    for (std::size_t i = 0; i < m_subscriptions.size() && MaySendChanges(); ++i, ++next) {
+        if (next == m_subscriptions.end()) next = m_subscriptions.begin();
+        if (!SendBacklogOf(*next->second, isTimeUp)) continue;
+        m_nextServed = next->first + 1;
+        return MaySendChanges();
+    }
+    return false;
+}
+
+void ServerSession::CheckQueue() {
+    std::size_t queued = 0;
+    for (const auto& subscription : m_subscriptions)
+        queued += subscription.second->QueuedBytes();
+    if (queued > vtlimits::MaxQueuedOccurrences)
+        End(EBye::TooSlow,
+            QStringLiteral("the client does not keep up: %1 bytes of changes wait").arg(queued));
+}
+
+void ServerSession::Answer(Message* answer, EResult result, const QString& reason) {
+    answer->result = result;
+    answer->reason = reason;
+    Send(*answer);
+}
+
+void ServerSession::OnWrite(const Message& message) {
+    Message answer = Message::Of(EMessage::Answer);
+    answer.req = message.req;
+    const auto found = m_subscriptions.find(message.sub);
+    TreeWatcher* const watcher = found == m_subscriptions.end() ? nullptr : found->second->Watcher();
+    values::TreeItem* const item = watcher != nullptr ? watcher->Find(message.id) : nullptr;
+    if (item == nullptr) return Answer(&answer, EResult::Gone, QStringLiteral("the item has gone"));
+    if (item->IsNode()) return Answer(&answer, EResult::Denied, QStringLiteral("a node has no content"));
+    const QString path = item->GetPathName();
+    QString reason;
+    if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
+    Write(message, static_cast<values::ValueBase&>(*item), watcher->KindOfItem(message.id), &answer);
+}
+
+void ServerSession::Write(const Message& message, values::ValueBase& value, EItemKind kind, Message* answer) {
+    const KindOperations& operations = *Operations(kind);
+    Content content = message.item.content;
+    if (!operations.accept(&content))
+        return Answer(
+            answer, EResult::Denied,
+            QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));
+    const ObservableGuard guard(value);
+    const TreeWatcher::WriteScope scope(&value, m_peer.session);
+    if (!operations.write(value, content, nullptr))
+        return Answer(answer, EResult::Denied, QStringLiteral("the selection has no item with this key"));
+    // Whoever was told may have ended the session, or the value.
+    if (!guard.IsAlive()) return Answer(answer, EResult::Done);
+    answer->item.content = operations.content(value);
+    if (kind == EItemKind::Selection) {
+        const auto& selection = static_cast<const values::ValueSelection&>(value);
+        const bool isNone = selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
+        content = isNone == std::holds_alternative<std::monostate>(content) &&
+                          (isNone || std::get<qint64>(content) == selection.GetCurrentKey())
+                      ? answer->item.content
+                      : Content(false);
+    }
+    Answer(answer, answer->item.content == content ? EResult::Done : EResult::Clamped);
+}
+
+void ServerSession::OnCreate(const Message& message) {
+    Message answer = Message::Of(EMessage::Answer);
+    answer.req = message.req;
+    const auto found = m_subscriptions.find(message.sub);
+    if (found == m_subscriptions.end())
+        return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
+    const QString reason = Create(message, *found->second);
+    if (m_isEnded) return;
+    Answer(&answer, reason.isEmpty() ? EResult::Done : EResult::Denied, reason);
+}
+
+// Empty if the item is there afterwards, else why not.
+QString ServerSession::Create(const Message& message, const Subscription& subscription) {
+    const QString path = NormalisedPath(message.path);
+    const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    if (!IsAtOrBelow(path, subscription.Path()) || names.isEmpty())
+        return QStringLiteral("'%1' does not lie in the subscription").arg(path);
+    if (names.size() > vtlimits::MaxDepth || names.last().size() > vtlimits::MaxNameLength)
+        return QStringLiteral("the path is too deep, or the name too long");
+    values::Tree* const tree = values::Tree::Instance();
+    m_hub.Access().ProvideNode(m_peer, path);
+    if (tree->FindItem(path) != nullptr) return QString();
+    QString reason;
+    if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
+    if (++m_created > vtlimits::MaxCreatedPerSession)
+        return QStringLiteral("this session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
+    std::unique_ptr<values::TreeItem> item = MakeItem(message.item, names.last());
+    const QString parent = path.left(path.size() - names.last().size());
+    return tree->AddItem(parent, item) ? QString() : QStringLiteral("a value stands in the way");
+}
+
+}  // namespace vt

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/message.h>
+#include <platform/vtclient/subscription.h>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace vt {
+
+class ServerHub;
+
+/// The server's end of one connection: what the client says is checked here, and done. Owned by the hub.
+class ServerSession final : public IChannelListener {
+  public:
+    ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number);
+    ~ServerSession() override;
+    ServerSession(const ServerSession&) = delete;
+    ServerSession& operator=(const ServerSession&) = delete;
+
+    const VtPeer& Peer() const { return m_peer; }
+    bool IsAdmitted() const { return m_isAdmitted; }
+    bool IsEnded() const { return m_isEnded; }
+    /// Tells the client why, and closes. What it had subscribed ends.
+    void End(EBye code, const QString& reason);
+
+    /// Whether another message with changes may be on its way to the client.
+    bool MaySendChanges() const;
+    void SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore);
+    /// Sends what the subscriptions lack, one message at most. False if there is nothing (more) to send now.
+    bool SendBacklog(const std::function<bool()>& isTimeUp);
+    /// Ends the session if what waits for the client has grown beyond its limit.
+    void CheckQueue();
+    /// The item of \a subscription went, or came.
+    void Subscribe(Subscription& subscription);
+    void TellAbsent(Subscription& subscription, const QString& reason);
+    void Flush() { m_channel->Flush(); }
+    /// Pings, and ends the session of a client that is silent. \a now in microseconds.
+    void Check(qint64 now);
+
+    void OnMessage(const char* data, qint64 size) override;
+    void OnInputDone() override;
+    void OnClosed(const QString& reason) override;
+
+  private:
+    void Dispatch(const Message& message);
+    void OnHello(const Message& message);
+    void OnSubscribe(const Message& message);
+    void OnUnsubscribe(const Message& message);
+    void OnAck(quint64 count);
+    void OnWrite(const Message& message);
+    void OnCreate(const Message& message);
+    void Write(const Message& message, values::ValueBase& value, EItemKind kind, Message* answer);
+    QString Create(const Message& message, const Subscription& subscription);
+    void Answer(Message* answer, EResult result, const QString& reason = QString());
+    void Send(const Message& message, const QByteArray& changes = QByteArray());
+    bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
+    void SendEnd(Subscription& subscription);
+    void CountSent(int bytes);
+    void TraceEnd(const QString& reason) const;
+    void Release();
+
+    ServerHub& m_hub;
+    std::unique_ptr<IChannel> m_channel;
+    VtPeer m_peer;
+    bool m_isAdmitted = false;
+    bool m_isEnded = false;
+    qint64 m_lastReceived = 0;  ///< microseconds
+    qint64 m_lastSent = 0;
+    std::map<quint32, std::unique_ptr<Subscription>> m_subscriptions;
+    quint32 m_nextServed = 0;    ///< whose backlog is sent next
+    std::deque<int> m_inFlight;  ///< sizes of the messages with changes that were not acknowledged
+    qint64 m_inFlightBytes = 0;
+    quint64 m_acked = 0;
+    std::size_t m_created = 0;
+    ChangeWriter m_writer;
+};
+
+}  // namespace vt

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/vtserver.h>
+
+#include <QtCore/QString>
+#include <QtNetwork/QSslConfiguration>
+#include <QtNetwork/QTcpServer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+class QSslSocket;
+
+namespace vt {
+
+/// Accepts TCP or TLS connections and hands them on as channels. Main thread.
+class SocketListener final : public QTcpServer {
+    Q_OBJECT
+
+  public:
+    using Handler = std::function<void(std::unique_ptr<IChannel>)>;
+
+    SocketListener();
+    ~SocketListener() override;
+
+    bool Listen(const VtServerOptions& options, bool needsCredentials, QString* error);
+    void SetHandler(Handler handler) { m_handler = std::move(handler); }
+    QString Address() const;
+    int Port() const { return serverPort(); }
+
+  protected:
+    void incomingConnection(qintptr descriptor) override;
+
+  private:
+    bool SetUpTls(const VtServerOptions& options, QString* error);
+    void StartTls(qintptr descriptor);
+    void OnEncrypted(QSslSocket* socket);
+    void Refuse(QSslSocket* socket, const QString& reason);
+    void Forget(QSslSocket* socket);
+
+    Handler m_handler;
+    bool m_isTls = false;
+    QSslConfiguration m_configuration;
+    std::deque<QSslSocket*> m_handshakes;  ///< under way, oldest first
+};
+
+}  // namespace vt

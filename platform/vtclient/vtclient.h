@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/iconnector.h>
+#include <platform/vtclient/ieventloop.h>
+#include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/message.h>
+#include <platform/vtclient/treemirror.h>
+#include <platform/vtclient/vtclientcenter.h>
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace vt {
+
+class VtTic;
+
+/// The client without its sockets: connects through a connector, keeps the session, and feeds a mirror per
+/// pair of paths. Main thread.
+class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
+                                             public ITurnTaker,
+                                             private IChannelListener,
+                                             private IConnector::IListener,
+                                             private TreeMirror::IHost {
+  public:
+    VtClient(QString address, int port, VtClientOptions options, std::unique_ptr<IConnector> connector,
+             std::unique_ptr<IEventLoop> loop);
+    ~VtClient() override;
+    VtClient(const VtClient&) = delete;
+    VtClient& operator=(const VtClient&) = delete;
+
+    /// Tells that the client goes, and ends everything. What is left can be destroyed when IsIdle().
+    void Shutdown();
+    /// Whether no call of this object is under way.
+    bool IsIdle() const { return m_depth == 0; }
+
+    bool IsConnected() const override { return m_state == EState::Connected; }
+    bool AreAllTicsEstablished() const override;
+    QString GetServerAddress() const override { return m_address; }
+    int GetServerPort() const override { return m_port; }
+    IVtTic* AddTic(const QString& spec, const char* options) override;
+    void RemoveTic(IVtTic* tic) override;
+    void ReleaseNode(values::Node* node) override;
+    QString GetLastError() const override { return m_lastError; }
+    bool HasUnansweredWrites() const override;
+    QString GetServerApplication() const override { return m_serverApplication; }
+    int GetLatency() const override { return m_latency; }
+
+    void OnTurn() override;
+    void OnDeadline() override;
+
+  private:
+    enum class EState { Idle, Connecting, Greeting, Connected, Waiting, Ended };
+
+    /// A mirror, what the server knows it as, and the tics that share it.
+    struct Link {
+        std::unique_ptr<TreeMirror> mirror;
+        quint32 sub = 0;  ///< 0: not subscribed
+        quint64 sequence = 0;
+        bool isReceiving = false;  ///< subscribed was answered
+        bool wasEstablished = false;
+        std::vector<VtTic*> tics;
+    };
+    class Busy;
+
+    void OnMessage(const char* data, qint64 size) override;
+    void OnInputDone() override;
+    void OnClosed(const QString& reason) override;
+    void OnConnected(std::unique_ptr<IChannel> channel) override;
+    void OnConnectFailed(const QString& reason) override;
+    void OnEdits(TreeMirror& mirror) override;
+    quint32 SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) override;
+    void OnRootDeleted(TreeMirror& mirror) override;
+
+    void StartConnecting();
+    void Retry(const QString& reason);
+    void EndSession(const QString& reason);
+    void Fail(EBye code, const QString& reason);
+    void OnWelcome(const Message& message);
+    void Dispatch(MessageReader& reader, const Message& message, qint64 size);
+    void OnChanges(Link& link, MessageReader& reader, const Message& message);
+    bool ApplyChanges(Link& link, MessageReader& reader, const Message& message, QString* error);
+    void OnSubscribed(Link& link, const Message& message);
+    void OnAbsent(Link& link, const Message& message);
+    void OnAnswer(const Message& message);
+    void OnPong(const Message& message);
+    bool IsNextInSequence(Link& link, quint64 sequence);
+    void Subscribe(Link& link);
+    void Unsubscribe(Link& link);
+    void Resubscribe(Link& link);
+    void CountForAck(qint64 size);
+    void Send(const Message& message);
+    void FlushOutput();
+    void RequestTurn();
+    void TellEstablished();
+    void TellAnswered();
+    void SetNextDeadline();
+    Link* FindLink(quint32 sub);
+    Link* FindLink(const TreeMirror& mirror);
+    Link* LinkFor(const QString& localPath, const QString& remotePath);
+    void DropLink(Link* link);
+
+    QString m_address;
+    int m_port;
+    VtClientOptions m_options;
+    std::unique_ptr<IConnector> m_connector;
+    std::unique_ptr<IEventLoop> m_loop;
+    EState m_state = EState::Idle;
+    QString m_lastError;
+    QString m_serverApplication;
+    int m_session = 0;
+    int m_latency = -1;
+    int m_failures = 0;
+    int m_pingInterval = 0;      ///< ms, the server's
+    int m_deadAfter = 0;         ///< ms
+    qint64 m_lastReceived = 0;   ///< µs
+    qint64 m_lastPing = 0;       ///< µs
+    qint64 m_stateDeadline = 0;  ///< µs: when connecting ends, or waiting
+    std::unique_ptr<IChannel> m_channel;
+    std::vector<std::unique_ptr<Link>> m_links;
+    std::vector<std::unique_ptr<VtTic>> m_tics;
+    std::vector<VtTic*> m_ticsToTell;  ///< established from their first moment on
+    std::unordered_map<quint32, Link*> m_requests;
+    quint32 m_lastSub = 0;
+    quint32 m_lastRequest = 0;
+    quint64 m_received = 0;  ///< messages to be acknowledged, of this session
+    int m_unackedMessages = 0;
+    qint64 m_unackedBytes = 0;
+    bool m_hasOutput = false;
+    bool m_hadUnanswered = false;
+    bool m_isTurnRequested = false;
+    int m_depth = 0;
+    std::vector<std::unique_ptr<Link>> m_deadLinks;         ///< may be telling right now
+    std::vector<std::unique_ptr<IChannel>> m_deadChannels;  ///< likewise
+};
+
+}  // namespace vt

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/qglobal.h>
+
+#include <cstddef>
+
+/// Every limit of a connection, with its reason. Sizes in bytes, times in ms.
+namespace vtlimits {
+
+constexpr int ProtocolVersion = 1;
+
+// Before a peer is admitted it may cost next to nothing.
+constexpr quint32 MaxFrameBeforeWelcome = 4096;  // a hello with texts of full length fits
+constexpr int HelloTimeout = 5000;               // a slow link still says hello in this
+constexpr int MaxPendingConnections = 64;        // beyond, the oldest that has not said hello goes
+
+// After that.
+constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold
+constexpr int MaxChange = 1000 * 1000;                  // one change with its message fits a frame
+constexpr int BatchTarget = 64 * 1024;                  // large enough to pay, small enough to interleave
+constexpr int MaxSessions = 1000;                       // a process has about 1,000 descriptors
+constexpr int MaxSubscriptions = 256;                   // per session
+constexpr int MaxNameLength = 1024;                     // UTF-16 code units
+constexpr int MaxPathLength = 4096;                     // UTF-16 code units
+constexpr int MaxDepth = 256;                           // names in a path that a peer may create
+constexpr int MaxHelloText = 256;                       // UTF-16 code units
+constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it does not keep up
+constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
+constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
+
+// Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
+constexpr int MaxUnackedMessages = 64;
+constexpr int MaxUnackedBytes = 1 << 20;
+constexpr int AckAfterMessages = 8;
+constexpr int AckAfterBytes = 64 * 1024;
+
+// Turns of the event loop.
+constexpr qint64 TurnMicroseconds = 4000;  // then others have their turn
+constexpr int CheckInterval = 64;          // items between two looks at the clock
+
+}  // namespace vtlimits

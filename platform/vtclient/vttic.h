@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/treemirror.h>
+
+namespace vt {
+
+/// A tic of VtClient: the two paths as they were given, and the mirror that serves them.
+class VtTic final : public IVtTic {
+  public:
+    VtTic(QString localPath, QString remotePath, TreeMirror& mirror)
+        : m_localPath(std::move(localPath)), m_remotePath(std::move(remotePath)), m_mirror(&mirror) {}
+
+    bool IsEstablished() const override { return m_mirror != nullptr && m_mirror->IsEstablished(); }
+    QString GetLocalPath() const override { return m_localPath; }
+    QString GetRemotePath() const override { return m_remotePath; }
+
+    const TreeMirror* Mirror() const { return m_mirror; }
+    void Detach() { m_mirror = nullptr; }
+
+  private:
+    QString m_localPath;
+    QString m_remotePath;
+    const TreeMirror* m_mirror;
+};
+
+}  // namespace vt

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/vtclient/twoends.h>
+
+namespace {
+
+using values::Value;
+using values::ValueNumeric;
+using values::ValueSelection;
+using Text = Value<QString>;
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+TEST_F(TwoEnds, AClientSeesWhatTheServerHas) {
+    Add<ValueNumeric<int>>("/S/a", "n")->SetValue(7);
+    Add<Text>("/S", "t")->SetValue(S("hello"));
+    End& end = AddClient();
+    IVtTic* const tic = end.client->AddTic(S("/L,/S"), "");
+    ASSERT_NE(tic, nullptr);
+    Settle();
+    EXPECT_TRUE(end.client->IsConnected());
+    EXPECT_TRUE(tic->IsEstablished());
+    ASSERT_NE(Find<ValueNumeric<int>>("/L/a/n"), nullptr);
+    EXPECT_EQ(Find<ValueNumeric<int>>("/L/a/n")->GetValue(), 7);
+    EXPECT_EQ(Find<Text>("/L/t")->GetValue(), S("hello"));
+    EXPECT_EQ(end.observer.Codes(), (std::vector<TChangeCode>{16, 15}));
+}
+
+TEST_F(TwoEnds, ChangesRunBothWays) {
+    auto* const n = Add<ValueNumeric<int>>("/S", "n");
+    End& end = AddClient();
+    end.client->AddTic(S("/L,/S"), "");
+    Settle();
+    n->SetValue(5);
+    Settle();
+    auto* const mirrored = Find<ValueNumeric<int>>("/L/n");
+    EXPECT_EQ(mirrored->GetValue(), 5);
+    mirrored->SetValue(6);
+    EXPECT_TRUE(end.client->HasUnansweredWrites());
+    Settle();
+    EXPECT_EQ(n->GetValue(), 6);
+    EXPECT_FALSE(end.client->HasUnansweredWrites());
+    EXPECT_EQ(end.observer.Count(20), 1);
+    n->SetMax(4);
+    Settle();
+    EXPECT_EQ(mirrored->GetMax(), 4);
+    EXPECT_EQ(mirrored->GetValue(), 4);
+    mirrored->SetValue(9);
+    Settle();
+    EXPECT_EQ(n->GetValue(), 4);
+    EXPECT_EQ(mirrored->GetValue(), 4);
+}
+
+TEST_F(TwoEnds, AfterALossItemsTurnStaleAndComeBackInPlace) {
+    auto* const n = Add<ValueNumeric<int>>("/S", "n");
+    Add<Text>("/S", "gone");
+    End& end = AddClient();
+    end.client->AddTic(S("/L,/S"), "");
+    Settle();
+    auto* const mirrored = Find<ValueNumeric<int>>("/L/n");
+    end.observer.Clear();
+    KillServer();
+    Settle();
+    EXPECT_FALSE(end.client->IsConnected());
+    EXPECT_EQ(mirrored->GetState(), values::Stale);
+    EXPECT_EQ(end.observer.Codes(), (std::vector<TChangeCode>{17, 15}));
+    n->SetValue(9);
+    m_tree.Delete(Item("/S/gone"));
+    StartServer();
+    Pass(200);
+    EXPECT_TRUE(end.client->AreAllTicsEstablished());
+    EXPECT_EQ(Find<ValueNumeric<int>>("/L/n"), mirrored);
+    EXPECT_EQ(mirrored->GetState(), values::Valid);
+    EXPECT_EQ(mirrored->GetValue(), 9);
+    EXPECT_EQ(Item("/L/gone"), nullptr);
+}
+
+TEST_F(TwoEnds, ItemsComeAndGo) {
+    Add<Text>("/S", "t");
+    End& end = AddClient();
+    end.client->AddTic(S("/L,/S"), "");
+    Settle();
+    Add<Text>("/S/x/y", "z")->SetValue(S("deep"));
+    Settle();
+    ASSERT_NE(Find<Text>("/L/x/y/z"), nullptr);
+    EXPECT_EQ(Find<Text>("/L/x/y/z")->GetValue(), S("deep"));
+    m_tree.Delete(Item("/S/x"));
+    Settle();
+    EXPECT_EQ(Item("/L/x"), nullptr);
+    m_tree.Delete(Item("/S"));
+    Settle();
+    EXPECT_EQ(Item("/L"), nullptr);
+    EXPECT_FALSE(end.client->AreAllTicsEstablished());
+    Add<Text>("/S", "again");
+    Settle();
+    EXPECT_NE(Item("/L/again"), nullptr);
+    EXPECT_TRUE(end.client->AreAllTicsEstablished());
+}
+
+TEST_F(TwoEnds, WhatAClientCreatesIsOfferedToTheServer) {
+    Add<Text>("/S", "t");
+    End& end = AddClient();
+    end.client->AddTic(S("/L,/S"), "");
+    Settle();
+    Add<Text>("/L/own", "note")->SetValue(S("mine"));
+    Settle();
+    ASSERT_NE(Find<Text>("/S/own/note"), nullptr);
+    EXPECT_EQ(Find<Text>("/S/own/note")->GetValue(), S("mine"));
+    Find<Text>("/S/own/note")->SetValue(S("yours"));
+    Settle();
+    EXPECT_EQ(Find<Text>("/L/own/note")->GetValue(), S("yours"));
+}
+
+}  // namespace

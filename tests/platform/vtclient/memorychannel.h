@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ichannel.h>
+
+#include <QtCore/QByteArray>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+/// Two channels back to back in memory. Nothing moves by itself: Deliver() hands over what was flushed.
+class MemoryChannel final : public vt::IChannel {
+  public:
+    struct Wire {
+        std::deque<QByteArray> toA, toB;
+        bool isOpen = true;
+        bool isAGone = false, isBGone = false;  ///< the channel object of that end was destroyed
+    };
+
+    /// One end of \a wire; \a isA says which.
+    MemoryChannel(std::shared_ptr<Wire> wire, bool isA) : m_wire(std::move(wire)), m_isA(isA) {}
+    ~MemoryChannel() override {
+        Close();
+        (m_isA ? m_wire->isAGone : m_wire->isBGone) = true;
+    }
+
+    void SetListener(vt::IChannelListener* listener) override { m_listener = listener; }
+    void Send(const QByteArray& message) override {
+        if (m_isOpen) m_queued.push_back(message);
+    }
+    void Flush() override {
+        for (QByteArray& message : m_queued)
+            Outgoing().push_back(std::move(message));
+        m_queued.clear();
+    }
+    qint64 Unsent() const override {
+        qint64 size = 0;
+        for (const QByteArray& message : m_isA ? m_wire->toB : m_wire->toA)
+            size += message.size();
+        return size;
+    }
+    bool IsOpen() const override { return m_isOpen; }
+    void Close() override {
+        if (!m_isOpen) return;
+        Flush();
+        m_isOpen = m_wire->isOpen = false;
+    }
+    void SetMaxMessage(quint32 size) override { m_maxMessage = size; }
+    QString PeerAddress() const override { return QStringLiteral("memory"); }
+    bool IsLoopback() const override { return m_isLoopback; }
+    bool IsEncrypted() const override { return m_isEncrypted; }
+    QString CertificateName() const override { return m_certificateName; }
+
+    void SetPeer(bool isLoopback, bool isEncrypted, const QString& certificateName) {
+        m_isLoopback = isLoopback;
+        m_isEncrypted = isEncrypted;
+        m_certificateName = certificateName;
+    }
+
+    /// Hands over everything that has arrived, then the end of the wire. True if there was something.
+    bool Deliver() {
+        if (!m_isOpen || m_listener == nullptr) return false;
+        std::deque<QByteArray>& incoming = m_isA ? m_wire->toA : m_wire->toB;
+        const bool hasSome = !incoming.empty();
+        while (!incoming.empty() && m_isOpen) {
+            const QByteArray message = std::move(incoming.front());
+            incoming.pop_front();
+            m_listener->OnMessage(message.constData(), message.size());
+        }
+        if (m_isOpen && !m_wire->isOpen) {
+            m_isOpen = false;
+            m_listener->OnClosed(QStringLiteral("the wire was cut"));
+            return true;
+        }
+        if (hasSome) m_listener->OnInputDone();
+        return hasSome;
+    }
+
+  private:
+    std::deque<QByteArray>& Outgoing() { return m_isA ? m_wire->toB : m_wire->toA; }
+
+    std::shared_ptr<Wire> m_wire;
+    bool m_isA;
+    vt::IChannelListener* m_listener = nullptr;
+    std::deque<QByteArray> m_queued;
+    bool m_isOpen = true;
+    quint32 m_maxMessage = 0;
+    bool m_isLoopback = true;
+    bool m_isEncrypted = false;
+    QString m_certificateName;
+};
