@@ -120,6 +120,7 @@ bool MessageReader::ReadHeader(Message* message) {
     message->type = static_cast<EMessage>(type);
     if (!ReadFields(message)) return false;
     if (CarriesChanges(message->type)) return true;
+    m_isRead = true;
     return m_input.Leave() && m_input.Finish();
 }
 
@@ -197,7 +198,9 @@ bool MessageReader::ReadFields(Message* message) {
 }
 
 bool MessageReader::NextChange(TreeChange* change) {
+    if (m_isRead) return false;
     if (!m_input.HasNext()) {
+        m_isRead = true;
         // The end, unless something was wrong.
         if (m_input.Leave()) m_input.Finish();
         return false;

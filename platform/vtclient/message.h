@@ -102,6 +102,7 @@ class MCS_CONNECTION_EXPORT MessageReader {
     bool ReadLimits(TreeChange* change);
 
     CborInput m_input;
+    bool m_isRead = false;  ///< to the end
 };
 
 /// Whether messages of this type have changes behind their header.

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/changewriter.h>
+#include <platform/vtclient/message.h>
+#include <tests/platform/vtclient/memorychannel.h>
+
+#include <memory>
+#include <vector>
+
+/// One end of a wire whose messages a test writes and reads itself.
+class RawPeer final : public vt::IChannelListener {
+  public:
+    RawPeer(std::shared_ptr<MemoryChannel::Wire> wire, bool isA) : m_channel(std::move(wire), isA) {
+        m_channel.SetListener(this);
+    }
+
+    void Send(const vt::Message& message, const QByteArray& written = QByteArray()) {
+        SendBytes(vt::Encode(message, written));
+    }
+    void SendBytes(const QByteArray& bytes) {
+        m_channel.Send(bytes);
+        m_channel.Flush();
+    }
+    /// Takes in what has arrived.
+    void Read() { m_channel.Deliver(); }
+
+    /// The messages of \a type so far.
+    std::vector<vt::Message> Of(vt::EMessage type) const {
+        std::vector<vt::Message> found;
+        for (const vt::Message& message : messages)
+            if (message.type == type) found.push_back(message);
+        return found;
+    }
+    int Count(vt::EMessage type) const { return static_cast<int>(Of(type).size()); }
+
+    void OnMessage(const char* data, qint64 size) override {
+        vt::MessageReader reader(data, size);
+        vt::Message message;
+        if (!reader.ReadHeader(&message)) return;
+        vt::TreeChange change;
+        while (reader.NextChange(&change))
+            changes.push_back(change);
+        messages.push_back(message);
+        largest = qMax(largest, size);
+    }
+    void OnInputDone() override {}
+    void OnClosed(const QString& /*reason*/) override { isClosed = true; }
+
+    std::vector<vt::Message> messages;
+    std::vector<vt::TreeChange> changes;
+    qint64 largest = 0;
+    bool isClosed = false;
+
+  private:
+    MemoryChannel m_channel;
+};
