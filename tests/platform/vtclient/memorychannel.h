@@ -63,11 +63,12 @@ class MemoryChannel final : public vt::IChannel {
         if (!m_isOpen || m_listener == nullptr) return false;
         std::deque<QByteArray>& incoming = m_isA ? m_wire->toA : m_wire->toB;
         const bool hasSome = !incoming.empty();
-        while (!incoming.empty() && m_isOpen) {
+        while (!incoming.empty() && m_isOpen && m_listener != nullptr) {
             const QByteArray message = std::move(incoming.front());
             incoming.pop_front();
             m_listener->OnMessage(message.constData(), message.size());
         }
+        if (m_listener == nullptr) return hasSome;
         if (m_isOpen && !m_wire->isOpen) {
             m_isOpen = false;
             m_listener->OnClosed(QStringLiteral("the wire was cut"));
