@@ -49,7 +49,7 @@ std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QS
 /// Whether \a item's content and limits are such as its kind can have; converts them to it.
 bool AcceptItem(ItemDescription* item);
 /// What \a item is, in the form that travels.
-void DescribeItem(const values::TreeItem& item, ItemDescription* description);
+MCS_CONNECTION_EXPORT void DescribeItem(const values::TreeItem& item, ItemDescription* description);
 /// Delivery and state as flags on the wire.
 unsigned FlagsOf(const values::ValueBase& value);
 

@@ -264,6 +264,7 @@ bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
         ServerSession* const session = m_toServe.front();
         m_toServe.erase(m_toServe.begin());
         if (!session->IsEnded() && session->SendBacklog(isTimeUp)) m_toServe.push_back(session);
+        session->SendLateAnswers();
         if (budget.IsUp()) return m_toServe.empty();
     }
     return true;

@@ -12,6 +12,8 @@
 
 #include <QtCore/QStringList>
 
+#include <algorithm>
+
 namespace vt {
 
 ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number)
@@ -320,7 +322,25 @@ void ServerSession::OnCreate(const Message& message) {
         return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
     const QString reason = Create(message, *found->second);
     if (m_isEnded) return;
-    Answer(&answer, reason.isEmpty() ? EResult::Done : EResult::Denied, reason);
+    if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
+    answer.sub = message.sub;
+    m_lateAnswers.push_back(answer);
+    m_hub.ServeLater(*this);
+}
+
+// After the client was told of the item: so one that is answered and not there has gone again.
+void ServerSession::SendLateAnswers() {
+    const auto isDue = [this](const Message& answer) {
+        const auto found = m_subscriptions.find(answer.sub);
+        const Subscription* const subscription =
+            found != m_subscriptions.end() ? found->second.get() : nullptr;
+        if (subscription == nullptr || subscription->Watcher() == nullptr) return true;
+        return !subscription->Watcher()->HasChanges() && !subscription->LacksStructure();
+    };
+    const auto firstKept = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(), isDue);
+    for (auto answer = m_lateAnswers.begin(); answer != firstKept; ++answer)
+        Send(*answer);
+    m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
 }
 
 // Empty if the item is there afterwards, else why not.

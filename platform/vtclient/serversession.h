@@ -35,6 +35,8 @@ class ServerSession final : public IChannelListener {
     void SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore);
     /// Sends what the subscriptions lack, one message at most. False if there is nothing (more) to send now.
     bool SendBacklog(const std::function<bool()>& isTimeUp);
+    /// Answers the creations whose items the client has been told of.
+    void SendLateAnswers();
     /// Ends the session if what waits for the client has grown beyond its limit.
     void CheckQueue();
     /// The item of \a subscription went, or came.
@@ -79,6 +81,7 @@ class ServerSession final : public IChannelListener {
     qint64 m_inFlightBytes = 0;
     quint64 m_acked = 0;
     std::size_t m_created = 0;
+    std::vector<Message> m_lateAnswers;  ///< of creations, each with the number of its subscription
     ChangeWriter m_writer;
 };
 

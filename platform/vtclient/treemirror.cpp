@@ -95,10 +95,9 @@ void TreeMirror::Forget(MirrorRecord& record) {
     if (record.isQueued)
         for (Edit& edit : m_edits)
             if (edit.record == &record) edit.record = nullptr;
-    if (record.request != 0) {
-        const auto request = m_requests.find(record.request);
-        if (request != m_requests.end()) request->second.record = nullptr;
-    }
+    if (record.request != 0)
+        for (auto& request : m_requests)
+            if (request.second.record == &record) request.second.record = nullptr;
     if (&record == m_root) m_root = nullptr;
     m_records.Give(&record);
 }
@@ -208,6 +207,21 @@ void TreeMirror::UpdateFlags(MirrorRecord& record, unsigned flags) {
     if (guard.IsAlive()) value.SetState(isStale ? values::Stale : values::Valid, &record);
 }
 
+// Who holds the name is either not the server's, or will lose it to one of the changes that follow.
+void TreeMirror::Rename(MirrorRecord& record, const QString& name) {
+    values::ValueBase& value = ValueOf(record);
+    const ObservableGuard guard(value);
+    const values::Node* const parent = value.GetParent();
+    values::TreeItem* const holder = parent != nullptr ? parent->FindChild(name) : nullptr;
+    EItemKind kind = EItemKind::Node;
+    if (holder != nullptr &&
+        (m_locals.count(holder) != 0 || !KindOf(*holder, &kind) || kind == EItemKind::Node))
+        Destroy(holder);
+    else if (holder != nullptr)
+        static_cast<values::ValueBase*>(holder)->SetName(QStringLiteral("%1 (%2)").arg(name).arg(record.id));
+    if (guard.IsAlive()) value.SetName(name, &record);
+}
+
 bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, QString* error) {
     const KindOperations& operations = *Operations(record.kind);
     ItemDescription item;
@@ -217,7 +231,7 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
         return Fail(error, QStringLiteral("limits that are not of the item's kind"));
     values::ValueBase& value = ValueOf(record);
     const ObservableGuard guard(value);
-    if (record.parent != nullptr) value.SetName(change.name, &record);
+    if (record.parent != nullptr && change.name != value.GetName()) Rename(record, change.name);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
@@ -619,7 +633,7 @@ void TreeMirror::SendEdit(const Edit& edit) {
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &write, nullptr);
     record.request = request;
-    m_requests[request] = {&record, shown};
+    m_requests[request] = {&record, shown, false};
 }
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
@@ -631,7 +645,7 @@ void TreeMirror::SendCreation(MirrorRecord& record) {
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &create, record.item);
     record.request = request;
-    m_requests[request] = {&record, Content()};
+    m_requests[request] = {&record, Content(), true};
 }
 
 void TreeMirror::OnAnswer(const Message& answer) {
@@ -642,7 +656,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
     if (request.record == nullptr) return;  // the item has gone meanwhile
     MirrorRecord& record = *request.record;
     if (record.request == answer.req) record.request = 0;
-    if (record.isLocal || record.kind == EItemKind::Node) return OnCreationAnswer(record, answer);
+    if (request.isCreation) return OnCreationAnswer(record, answer);
     const bool isRefused = answer.result == EResult::Denied || answer.result == EResult::Gone;
     // Of occurrences the server's echo says how they stand, and others may have come since.
     if (record.isOccurring && !isRefused) return;
@@ -664,7 +678,16 @@ void TreeMirror::OnAnswer(const Message& answer) {
 }
 
 void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
-    if (answer.result == EResult::Done || !record.isLocal) return;
+    if (!record.isLocal) {
+        // It has come meanwhile, and what was said of its content waited for this answer.
+        if (record.kind == EItemKind::Node) return;
+        if (record.isEdited)
+            Queue(record, false);
+        else if (!record.isQueued)
+            Show(record, Content(record.server));
+        return;
+    }
+    if (answer.result == EResult::Done) return Destroy(record.item);  // it was there, and has gone again
     record.isRefused = true;
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")

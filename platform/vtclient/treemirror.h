@@ -101,6 +101,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     struct Request {
         MirrorRecord* record;
         Content content;  ///< as shown
+        bool isCreation;
     };
 
     bool ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error);
@@ -108,6 +109,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     bool ApplyRoot(const TreeChange& change, QString* error);
     bool ApplyRemoved(quint32 id, QString* error);
     bool ApplyDescribed(MirrorRecord& record, const TreeChange& change, QString* error);
+    void Rename(MirrorRecord& record, const QString& name);
     bool ApplyItems(MirrorRecord& record, const TreeChange& change, QString* error);
     bool Place(const TreeChange& change, MirrorRecord* parent, values::TreeItem* existing, QString* error);
     void Bind(MirrorRecord& record, const TreeChange& change);

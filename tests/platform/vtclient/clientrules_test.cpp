@@ -553,11 +553,35 @@ TEST_F(ClientRules, AnEditAfterTheCreationWasSentIsWrittenWhenTheItemIsThere) {
     Run();
     EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Create).at(0).item.content), S("first"));
     note->SetValue(S("second"));
-    Answer(m_server->Of(EMessage::Create)[0].req, EResult::Done);
     Batch(3, {AddedText(2, 0, "note", "first")});
+    EXPECT_EQ(note->GetValue(), S("second"));
+    EXPECT_EQ(m_server->Count(EMessage::Write), 0);
+    Answer(m_server->Of(EMessage::Create)[0].req, EResult::Done);
     EXPECT_EQ(note->GetValue(), S("second"));
     ASSERT_EQ(m_server->Count(EMessage::Write), 1);
     EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Write)[0].item.content), S("second"));
+}
+
+TEST_F(ClientRules, WhatWasCreatedAndHasGoneAgainGoesHereToo) {
+    Establish();
+    auto* const note = new Text;
+    note->SetName(S("note"));
+    m_tree.AddValue(S("/L"), note);
+    Run();
+    Answer(m_server->Of(EMessage::Create).at(0).req, EResult::Done);
+    EXPECT_EQ(m_tree.FindItem(S("/L/note")), nullptr);
+}
+
+TEST_F(ClientRules, ContentsThatCameBeforeTheAnswerToACreationAreShownAfterIt) {
+    Establish();
+    auto* const note = new Text;
+    note->SetName(S("note"));
+    m_tree.AddValue(S("/L"), note);
+    Run();
+    Batch(3, {AddedText(2, 0, "note", "")});
+    Batch(4, {Changed(2, S("theirs"))});
+    Answer(m_server->Of(EMessage::Create).at(0).req, EResult::Done);
+    EXPECT_EQ(note->GetValue(), S("theirs"));
 }
 
 TEST_F(ClientRules, AnAnswerToNoRequestEndsTheSession) {

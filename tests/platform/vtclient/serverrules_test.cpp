@@ -512,16 +512,27 @@ TEST_F(ServerRules, CreationsAreCheckedAndAnswered) {
     peer.Send(Create(5, 1, "/S/t/below"));
     peer.Send(Create(6, 7, "/S/x"));
     Run();
-    const std::vector<Message> answers = peer.Of(EMessage::Answer);
+    std::map<quint32, Message> answers;
+    for (const Message& answer : peer.Of(EMessage::Answer))
+        answers[answer.req] = answer;
     ASSERT_EQ(answers.size(), 6U);
-    EXPECT_EQ(answers[0].result, EResult::Done);
     EXPECT_EQ(answers[1].result, EResult::Done);
-    EXPECT_EQ(answers[2].reason, S("nothing is created here"));
-    EXPECT_EQ(answers[3].reason, S("'/elsewhere' does not lie in the subscription"));
-    EXPECT_EQ(answers[4].reason, S("a value stands in the way"));
-    EXPECT_EQ(answers[5].result, EResult::Gone);
+    EXPECT_EQ(answers[2].result, EResult::Done);
+    EXPECT_EQ(answers[3].reason, S("nothing is created here"));
+    EXPECT_EQ(answers[4].reason, S("'/elsewhere' does not lie in the subscription"));
+    EXPECT_EQ(answers[5].reason, S("a value stands in the way"));
+    EXPECT_EQ(answers[6].result, EResult::Gone);
     EXPECT_TRUE(Item("/S/a/b") != nullptr && Item("/S/a/b")->IsNode());
     EXPECT_EQ(Item("/elsewhere"), nullptr);
+}
+
+TEST_F(ServerRules, ACreationIsAnsweredAfterTheItemWasTold) {
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Create(1, 1, "/S"));
+    Run();
+    ASSERT_GE(peer.messages.size(), 2U);
+    EXPECT_EQ(peer.messages[peer.messages.size() - 2].type, EMessage::Batch);
+    EXPECT_EQ(peer.messages.back().type, EMessage::Answer);
 }
 
 TEST_F(ServerRules, ASessionsEndIsToldOnceAndLetsGoOfEverything) {
