@@ -61,8 +61,9 @@ void MpxORVHandle::ConnectMpxORVControlTreeRemote(const QString& localControlPat
     m_localControlPath = localControlPath;
     m_remoteBasePath = remoteBasePath;
     m_name = name;
-    AssertNotNull(ProvideNode(localControlPath), L"pNode", SourcePath, 109);
+    const values::Node* const node = ProvideNode(localControlPath);
     if (life.expired()) return;
+    AssertNotNull(node, L"pNode", SourcePath, 109);
     if (ownTic) {
         AddControlTic(localControlPath + QLatin1Char(',') + remoteBasePath + QLatin1Char('/') + name);
         if (life.expired()) return;
