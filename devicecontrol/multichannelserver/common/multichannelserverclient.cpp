@@ -45,8 +45,7 @@ MultiChannelServerClient::MultiChannelServerClient(const MultiChannelServerClien
 MultiChannelServerClient& MultiChannelServerClient::operator=(const MultiChannelServerClient& other) {
     if (this == &other) return *this;
     // What only this client knows of would be left without an owner, or would tell a client that is gone.
-    ForgetVtClient();
-    ForgetSegmentTics();
+    LetGo();
     MultiChannelServerClient::DisconnectAllMpxORVs();
     if (m_pOwnVtClient != other.m_pOwnVtClient)
         VtClientCenter::Instance().DestroyVtClient(std::exchange(m_pOwnVtClient, nullptr));
@@ -73,9 +72,7 @@ void MultiChannelServerClient::CopyMembers(const MultiChannelServerClient& other
 
 MultiChannelServerClient::~MultiChannelServerClient() {
     MultiChannelServerClient::DisconnectFromServer();
-    // Whoever heard of the end may have answered with another client.
-    ForgetVtClient();
-    ForgetSegmentTics();
+    LetGo();
 }
 
 bool MultiChannelServerClient::ConnectToServer(const QString& address, int port) {
@@ -104,20 +101,24 @@ void MultiChannelServerClient::UseVtClient(IVtClient* client) {
     ForgetVtClient();
     DisconnectFromMCSControlTree(false);
     if (!self.IsAlive()) return;
-    // Whoever heard of the disconnection may have asked for another client; this call ends later, and holds.
+    LetGo();
+    if (client == nullptr) {
+        DisconnectAllMpxORVs();
+        if (!self.IsAlive()) return;
+        LetGo();
+    }
+    m_pVtClientToUse = client;
+    if (client != nullptr) client->AddObserver(this);
+    m_serverAddress = client != nullptr ? client->GetServerAddress() : QString();
+    m_serverPort = client != nullptr ? client->GetServerPort() : 0;
+}
+
+// Whoever heard of a disconnection may have answered with another client; the outer call ends later, and
+// holds.
+void MultiChannelServerClient::LetGo() {
     ForgetVtClient();
     ForgetSegmentTics();
-    m_pVtClientToUse = client;
-    if (client != nullptr) {
-        client->AddObserver(this);
-        m_serverAddress = client->GetServerAddress();
-        m_serverPort = client->GetServerPort();
-        return;
-    }
-    DisconnectAllMpxORVs();
-    if (!self.IsAlive() || m_pVtClientToUse != nullptr) return;
-    m_serverAddress.clear();
-    m_serverPort = 0;
+    m_localMcsBasePath.clear();
 }
 
 void MultiChannelServerClient::ForgetVtClient() {

@@ -115,9 +115,10 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver, public Obse
     bool AddSegmentTic(EMCSControlTreeSegments segment);
     void RemoveSegmentTics();
     void CopyMembers(const MultiChannelServerClient& other);
-    /// These two let go without telling anybody. Tics that are not removed stay with their client.
+    /// These three tell nobody. Tics that are not removed stay with their client.
     void ForgetVtClient();
     void ForgetSegmentTics();
+    void LetGo();
 
     IVtClient* m_pOwnVtClient = nullptr;    ///< owned, through VtClientCenter
     IVtClient* m_pVtClientToUse = nullptr;  ///< not owned; observed

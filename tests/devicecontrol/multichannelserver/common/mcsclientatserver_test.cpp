@@ -159,7 +159,8 @@ Attempt ConnectAt(const char* local, const char* remote) {
     };
 }
 
-constexpr const char* InvalidLocal = "MultiChannelServerClient::ConnectMpxORV(): invalid LocalMpxORVControlPath";
+constexpr const char* InvalidLocal =
+    "MultiChannelServerClient::ConnectMpxORV(): invalid LocalMpxORVControlPath";
 constexpr const char* InvalidRemote =
     "MultiChannelServerClient::ConnectMpxORV(): invalid RemoteMpxORVControlPath";
 constexpr const char* Taken = "A DynMpx subtree for client id Taken %1 already exists.";

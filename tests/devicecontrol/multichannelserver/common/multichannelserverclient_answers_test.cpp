@@ -154,9 +154,44 @@ TEST_F(Answers, OfTwoClientsAskedForAtOnceTheOuterCallHolds) {
     m_client.UseVtClient(&outer);
     EXPECT_EQ(m_client.GetVtClientToUse(), &outer);
     EXPECT_FALSE(m_client.AreMCSControlTreeSegmentsRequested(AllSegments));
+    EXPECT_EQ(m_client.GetLocalMCSBasePath(), QString());
     ExpectLetGo(inner);
     ExpectLetGo(m_vtClient);
     m_client.UseVtClient(nullptr);
+}
+
+TEST_F(Answers, AClientAskedForWhenTheHandlesGoDoesNotHold) {
+    FakeVtClient inner;
+    Adopt();
+    ASSERT_NE(m_client.ConnectStaticMpxORV(Text("/A"), Text("One")), nullptr);
+    RecordingObserver treeObserver([&](Observable* /*source*/, TChangeCode code) {
+        if (code != changecode::GoingAway) return;
+        m_client.UseVtClient(&inner);
+        EXPECT_TRUE(m_client.ConnectToMCSControlTree(Text("/Inner"), StatusSegment));
+        EXPECT_NE(m_client.ConnectStaticMpxORV(Text("/B"), Text("Two")), nullptr);
+    });
+    NodeAt("/A")->AddObserver(&treeObserver);
+    m_client.UseVtClient(nullptr);
+    EXPECT_EQ(treeObserver.Count(changecode::GoingAway), 1);
+    EXPECT_EQ(m_client.GetVtClientToUse(), nullptr);
+    EXPECT_EQ(m_client.GetLocalMCSBasePath(), QString());
+    EXPECT_EQ(NodeAt("/B"), nullptr);
+    ExpectLetGo(inner);
+}
+
+TEST_F(Answers, AHandleDeletedWhenItsNodeGoesIsNotToldAnyMore) {
+    // The observer is told before the handle, which comes after it.
+    values::Node* const node = PutNode("/R/One");
+    OpenedHandle* handle = new OpenedHandle(m_client, false);
+    RecordingObserver treeObserver([&](Observable* /*source*/, TChangeCode code) {
+        if (code == changecode::GoingAway) delete std::exchange(handle, nullptr);
+    });
+    node->AddObserver(&treeObserver);
+    handle->ConnectMpxORVControlTreeLocal(QString(), Text("/R"), Text("One"), false);
+    treeaccess::DeleteAt(Text("/R/One"));
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(treeObserver.Count(changecode::GoingAway), 1);
+    EXPECT_EQ(NodeAt("/R/One"), nullptr);
 }
 
 TEST_F(Answers, AReplacementGivenToAClientThatIsGoingIsLetGoOf) {
