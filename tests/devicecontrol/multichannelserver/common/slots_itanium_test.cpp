@@ -2,9 +2,12 @@
 // Programs built apart from the library call its virtual operations by their place in the table, so the order
 // is part of the interface. In the C++ ABI of these compilers a pointer to a virtual member function holds
 // the operation's offset in the table.
+#include <devicecontrol/multichannelserver/common/mcsclientatserver.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
+#include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
+#include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
 #include <platform/values/tree.h>
 
@@ -154,6 +157,58 @@ TEST(VirtualOrder, OfTheStatusOfAMpxORVAfterUpdate) {
         {"GetComment_ValuePath",          Slot<Path>(&S::GetComment_ValuePath)},
         {"GetName",                       Slot<Op<S, QString>>(&S::GetName)}});
 }
+
+TEST(VirtualOrder, OfTheServerClientAfterUpdate) {
+    /// Shows what is meant for derived classes.
+    struct C : MultiChannelServerClient {
+        using MultiChannelServerClient::ConnectMpxORV;
+    };
+    using Segments = EMCSControlTreeSegments;
+    using AskSegments = ConstOp<C, bool, Segments>;
+    using ConnectTree = Op<C, bool, const QString&, Segments>;
+    using ConnectHandle = Op<C, MpxORVHandle*, const QString&, const QString&, const QString&, bool>;
+    ExpectOneAfterTheOther(Slot(&IObserver::Update) + 1, {
+        {"ConnectToServer",                    Slot<Op<C, bool, const QString&, int>>(&C::ConnectToServer)},
+        {"DisconnectFromServer",               Slot<Op<C, void>>(&C::DisconnectFromServer)},
+        {"UseVtClient",                        Slot<Op<C, void, IVtClient*>>(&C::UseVtClient)},
+        {"GetVtClientToUse",                   Slot<ConstOp<C, IVtClient*>>(&C::GetVtClientToUse)},
+        {"IsConnectedToServer",                Slot<ConstOp<C, bool>>(&C::IsConnectedToServer)},
+        {"ConnectToMCSControlTree",            Slot<ConnectTree>(&C::ConnectToMCSControlTree)},
+        {"DisconnectFromMCSControlTree",       Slot<Op<C, void, bool>>(&C::DisconnectFromMCSControlTree)},
+        {"IsMCSControlTreeConnected",          Slot<ConstOp<C, bool>>(&C::IsMCSControlTreeConnected)},
+        {"AreMCSControlTreeSegmentsRequested", Slot<AskSegments>(&C::AreMCSControlTreeSegmentsRequested)},
+        {"AreMCSControlTreeSegmentsConnected", Slot<AskSegments>(&C::AreMCSControlTreeSegmentsConnected)},
+        {"GetLocalMCSBasePath",                Slot<Op<C, QString>>(&C::GetLocalMCSBasePath)},
+        {"ConnectStaticMpxORV",                Slot<Op<C, MpxORVHandle*, QString, const QString&>>(&C::ConnectStaticMpxORV)},
+        {"CreateAndConnectDynamicMpxORV",      Slot<Op<C, MpxORVHandle*, QString>>(&C::CreateAndConnectDynamicMpxORV)},
+        {"DisconnectAllMpxORVs",               Slot<Op<C, void>>(&C::DisconnectAllMpxORVs)},
+        {"SetUniqueMpxORVName",                Slot<Op<C, void, QString>>(&C::SetUniqueMpxORVName)},
+        {"GetUniqueMpxORVName",                Slot<Op<C, QString>>(&C::GetUniqueMpxORVName)},
+        {"ConnectMpxORV",                      Slot<ConnectHandle>(&C::ConnectMpxORV)}});
+}
+
+TEST(VirtualOrder, OfTheServersOwnClientIsThatOfItsBase) {
+    struct Base : MultiChannelServerClient {
+        using MultiChannelServerClient::ConnectMpxORV;
+    };
+    struct C : MCSClientAtServer {
+        using MCSClientAtServer::ConnectMpxORV;
+    };
+    EXPECT_EQ(Slot(&C::CreateAndConnectDynamicMpxORV), Slot(&Base::CreateAndConnectDynamicMpxORV));
+    EXPECT_EQ(Slot(&C::ConnectMpxORV), Slot(&Base::ConnectMpxORV));
+    EXPECT_EQ(sizeof(MCSClientAtServer), sizeof(MultiChannelServerClient));
+}
+
+TEST(VirtualOrder, OfTheHandleAfterUpdate) {
+    using H = MpxORVHandle;
+    ExpectOneAfterTheOther(Slot(&IObserver::Update) + 1, {
+        {"GetLocalControlPath",     Slot<Op<H, QString>>(&H::GetLocalControlPath)},
+        {"GetControlNode",          Slot<ConstOp<H, values::Node*>>(&H::GetControlNode)},
+        {"GetName",                 Slot<Op<H, QString>>(&H::GetName)},
+        {"IsControlTreeConnected",  Slot<ConstOp<H, bool>>(&H::IsControlTreeConnected)},
+        {"GetRemoteMpxORVBasePath", Slot<Op<H, QString>>(&H::GetRemoteMpxORVBasePath)},
+        {"GetPolicySet",            Slot<Op<H, MCSPolicySet&>>(&H::GetPolicySet)}});
+}
 // clang-format on
 
 /// Where the part Base of an object lies, in bytes.
@@ -173,6 +228,19 @@ TEST(VirtualOrder, TheFirstBaseOfAStatusIsTheObserverAndThatOfAPolicySetTheObser
     EXPECT_GT(OffsetOf<Observable>(mpx), 0);
     EXPECT_EQ(OffsetOf<Observable>(set), 0);
     EXPECT_GT(OffsetOf<IObserver>(set), 0);
+}
+
+TEST(VirtualOrder, TheFirstBaseOfAServerClientIsTheObserver) {
+    MultiChannelServerClient client;
+    EXPECT_EQ(OffsetOf<IObserver>(client), 0);
+    EXPECT_EQ(OffsetOf<Observable>(client), static_cast<std::ptrdiff_t>(sizeof(IObserver)));
+}
+
+TEST(VirtualOrder, TheServerClientKeepsTheObservablesOperations) {
+    using C = MultiChannelServerClient;
+    EXPECT_TRUE((std::is_same_v<decltype(&C::NotifyObservers), decltype(&Observable::NotifyObservers)>));
+    EXPECT_TRUE((std::is_same_v<decltype(&C::AddObserver), decltype(&Observable::AddObserver)>));
+    EXPECT_TRUE((std::is_same_v<decltype(&C::DeleteObserver), decltype(&Observable::DeleteObserver)>));
 }
 
 TEST(VirtualOrder, TheStatusClassesKeepTheObservablesOperations) {
