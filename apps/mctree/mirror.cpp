@@ -11,15 +11,23 @@ namespace mctree {
 namespace {
 
 /// ms that a connected server has to send a subtree before it counts as one that the server does not have: a
-/// subscription of an absent item waits until the item appears.
+/// subscription of an absent item waits until the item appears. Never longer than the whole time-out.
 constexpr int Grace = 1000;
+
+/// Below a node of its own, so that any two mirrors lie apart, and named as the server names it, since names
+/// tell units. A comma would end the path in the specification of a tic.
+QString LocalPath(const QString& remotePath, int number) {
+    const QString name = remotePath.section(QLatin1Char('/'), -1);
+    const bool isUsable = !name.isEmpty() && !name.contains(QLatin1Char(','));
+    return QStringLiteral("/Remote%1/").arg(number) + (isUsable ? name : QStringLiteral("Item"));
+}
 
 }  // namespace
 
 Mirror::Mirror(Session& session, const QString& remotePath, int number)
     : m_session(session),
       m_remotePath(remotePath),
-      m_localPath(QStringLiteral("/Remote%1").arg(number)),
+      m_localPath(LocalPath(remotePath, number)),
       m_tic(session.Client().AddTic(m_localPath + QLatin1Char(',') + m_remotePath, "")) {}
 
 Mirror::~Mirror() {
@@ -69,7 +77,7 @@ Outcome Establish(Session& session, const QStringList& paths, int timeout, Mirro
     const QDeadlineTimer deadline(timeout);
     while (true) {
         if (Outcome outcome = session.Connect(deadline); !outcome.IsDone()) return outcome;
-        const Session::EWait wait = session.WaitUntil(isOver, QDeadlineTimer(Grace));
+        const Session::EWait wait = session.WaitUntil(isOver, QDeadlineTimer(std::min(Grace, timeout)));
         if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::Refused);
         // Lost again before all was here: the client tries on.
         if (wait == Session::EWait::TimedOut || areSettled()) break;
