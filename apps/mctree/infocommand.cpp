@@ -4,8 +4,10 @@
 #include <apps/mctree/mirror.h>
 #include <apps/mctree/safetext.h>
 #include <apps/mctree/walk.h>
+#include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QTimer>
 
 #include <algorithm>
 
@@ -13,8 +15,8 @@ namespace mctree {
 
 namespace {
 
-constexpr int ProtocolVersion = 1;
 constexpr int LatencyGrace = 500;  // ms to wait for the first ping
+constexpr int LatencyLook = 5;     // ms
 
 /// What is told of a server; a number below 0 is not known.
 struct ServerInfo {
@@ -44,6 +46,15 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
     return info;
 }
 
+/// The client measures by itself, but tells nobody.
+void WaitForLatency(const Context& context) {
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&context] { context.session.Wake(); });
+    look.start(LatencyLook);
+    context.session.WaitUntil([&context] { return context.session.Client().GetLatency() >= 0; },
+                              QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));
+}
+
 void PrintText(const ServerInfo& info, Printer& printer) {
     const auto print = [&](const char* name, const QString& text) {
         const QString padded = QString::fromLatin1(name).leftJustified(14, QLatin1Char(' '));
@@ -53,7 +64,7 @@ void PrintText(const ServerInfo& info, Printer& printer) {
     print("server", info.application.isEmpty() ? unknown : Escaped(info.application));
     print("address", QStringLiteral("%1:%2").arg(Escaped(info.address)).arg(info.port));
     print("encryption", info.isEncrypted ? QStringLiteral("TLS") : QStringLiteral("none"));
-    print("protocol", QStringLiteral("version %1").arg(ProtocolVersion));
+    print("protocol", QStringLiteral("version %1").arg(vtlimits::ProtocolVersion));
     print("latency",
           info.latency < 0 ? unknown : QStringLiteral("%1 ms").arg(info.latency / 1000.0, 0, 'f', 3));
     print("values", info.valueCount < 0 ? QStringLiteral("%1 (%2)").arg(unknown, info.whyNoCount)
@@ -65,7 +76,7 @@ void PrintJson(const ServerInfo& info, Printer& printer) {
                        {QStringLiteral("address"), info.address},
                        {QStringLiteral("port"), info.port},
                        {QStringLiteral("tls"), info.isEncrypted},
-                       {QStringLiteral("protocol"), ProtocolVersion}};
+                       {QStringLiteral("protocol"), vtlimits::ProtocolVersion}};
     if (info.latency >= 0) object[QStringLiteral("latencyMicroseconds")] = info.latency;
     if (info.valueCount >= 0) object[QStringLiteral("values")] = info.valueCount;
     printer.WriteLine(ToLine(object));
@@ -79,9 +90,7 @@ Outcome RunInfo(const Context& context) {
         Establish(context.session, {QStringLiteral("/")}, context.arguments.timeout, &mirrors);
     // Whoever may not read the root still learns the rest.
     if (outcome.code == EExitCode::NoConnection) return outcome;
-    IVtClient& client = context.session.Client();
-    context.session.WaitUntil([&client] { return client.GetLatency() >= 0; },
-                              QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));
+    WaitForLatency(context);
     const ServerInfo info = Collect(context, outcome, mirrors);
     if (context.arguments.isJson)
         PrintJson(info, context.printer);

@@ -15,11 +15,10 @@ namespace {
 constexpr int Grace = 1000;
 
 /// Below a node of its own, so that any two mirrors lie apart, and named as the server names it, since names
-/// tell units. A comma would end the path in the specification of a tic.
+/// tell units.
 QString LocalPath(const QString& remotePath, int number) {
     const QString name = remotePath.section(QLatin1Char('/'), -1);
-    const bool isUsable = !name.isEmpty() && !name.contains(QLatin1Char(','));
-    return QStringLiteral("/Remote%1/").arg(number) + (isUsable ? name : QStringLiteral("Item"));
+    return QStringLiteral("/Remote%1/").arg(number) + (name.isEmpty() ? QStringLiteral("Root") : name);
 }
 
 }  // namespace
@@ -39,8 +38,7 @@ bool Mirror::IsRefused(QString* reason) const {
         *reason = QStringLiteral("not a path that can be asked for");
         return true;
     }
-    return m_session.IsRefused(GetItem(), m_remotePath, reason) ||
-           m_session.IsRefused(nullptr, m_localPath, reason);
+    return m_session.IsRefused(GetItem(), m_remotePath, reason);
 }
 
 values::TreeItem* Mirror::GetItem() const {

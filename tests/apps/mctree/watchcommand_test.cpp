@@ -67,12 +67,10 @@ TEST_F(WatchCommandTest, TheFirstLineTellsThatTheWatchHasBegun) {
 }
 
 TEST_F(WatchCommandTest, SeveralPathsAreWatched) {
-    EXPECT_TRUE(
-        Watch(Words({"/Status/SweepTime", "/Status/Comment", "--count", "2"}), [this] {
-            dynamic_cast<values::Value<QString>&>(*tree.FindItem(QStringLiteral("/Remote1")))
-                .SetValue(QStringLiteral("a"));
-            dynamic_cast<values::ValueNumeric<int>&>(*tree.FindItem(QStringLiteral("/Remote0"))).SetValue(2);
-        }).IsDone());
+    EXPECT_TRUE(Watch(Words({"/Status/SweepTime", "/Status/Comment", "--count", "2"}), [this] {
+                    Local<values::Value<QString>>("", 1).SetValue(QStringLiteral("a"));
+                    Local<values::ValueNumeric<int>>("", 0).SetValue(2);
+                }).IsDone());
     EXPECT_EQ(Changes(), Words({"/Status/Comment = a", "/Status/SweepTime = 2 us"}));
 }
 
