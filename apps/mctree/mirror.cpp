@@ -54,9 +54,9 @@ namespace {
 
 Outcome NotHere(const Mirror& mirror) {
     QString reason;
-    const QString path = Escaped(mirror.GetRemotePath());
-    if (mirror.IsRefused(&reason)) return {EExitCode::Refused, path + QStringLiteral(": ") + Escaped(reason)};
-    return {EExitCode::Refused, QStringLiteral("not found: ") + path};
+    const QString& path = mirror.GetRemotePath();
+    if (mirror.IsRefused(&reason)) return Outcome::RefusedAt(path, reason);
+    return {EExitCode::Refused, QStringLiteral("not found: ") + Escaped(path)};
 }
 
 bool IsSettled(const std::unique_ptr<Mirror>& mirror) {

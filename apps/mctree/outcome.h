@@ -19,6 +19,9 @@ struct Outcome {
     QString message;
 
     bool IsDone() const { return code == EExitCode::Done; }
+
+    /// What the server did not let us have or do at \a path, made safe for a terminal.
+    static Outcome RefusedAt(const QString& path, const QString& reason);
 };
 
 }  // namespace mctree

@@ -20,12 +20,13 @@ Outcome WaitForAnswer(const Context& context, const Mirror& mirror, const QStrin
         return mirror.IsRefused(&reason) || !client.HasUnansweredWrites() || !client.IsConnected();
     };
     const auto wait = context.session.WaitUntil(isAnswered, QDeadlineTimer(context.arguments.timeout));
-    if (mirror.IsRefused(&reason)) return {EExitCode::Refused, path + QStringLiteral(": ") + Escaped(reason)};
+    if (mirror.IsRefused(&reason)) return Outcome::RefusedAt(mirror.GetRemotePath(), reason);
     if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::NoConnection);
     if (wait == Session::EWait::TimedOut || !client.IsConnected())
         return {EExitCode::NoConnection,
                 path + QStringLiteral(": no answer, so it is not known whether this was done")};
-    if (mirror.GetItem() == nullptr) return {EExitCode::Refused, path + QStringLiteral(": has gone")};
+    if (mirror.GetItem() == nullptr)
+        return Outcome::RefusedAt(mirror.GetRemotePath(), QStringLiteral("has gone"));
     return Outcome();
 }
 

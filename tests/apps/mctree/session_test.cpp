@@ -56,6 +56,15 @@ TEST_P(PathTest, WhatTheServerDoesNotShowIsRefusedWithItsReason) {
     EXPECT_EQ(outcome.message, QStringLiteral("/a\\x07: not for you"));
 }
 
+TEST_P(PathTest, APathThatTheReasonNamesIsNotNamedTwice) {
+    client.ConnectSoon();
+    client.Soon([] {
+        values::Refusals::Instance().Report(nullptr, QStringLiteral("/a\a"),
+                                            QStringLiteral("/a\a is for others"));
+    });
+    EXPECT_EQ(Run(GetParam()).message, QStringLiteral("/a\\x07 is for others"));
+}
+
 INSTANTIATE_TEST_SUITE_P(, PathTest,
                          testing::Values(Words({"ls", "/a\a"}), Words({"get", "/a\a"}),
                                          Words({"set", "/a\a", "1"}), Words({"watch", "/a\a"})),
