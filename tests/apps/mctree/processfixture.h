@@ -6,16 +6,10 @@
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/vtserver.h>
 
-#include <tests/support/printing.h>
+#include <tests/support/programrunner.h>
 #include <tests/support/tracerecorder.h>
 
 #include <gmock/gmock.h>
-
-#include <QtCore/QEventLoop>
-#include <QtCore/QProcess>
-#include <QtCore/QTimer>
-
-#include <functional>
 
 /// Lets everybody do everything, but for what the name says.
 class ProcessAccess final : public IVtAccess {
@@ -38,7 +32,7 @@ class ProcessAccess final : public IVtAccess {
 };
 
 /// Runs the program mctree against a server in this process.
-class ProcessFixture : public testing::Test {
+class ProcessFixture : public testing::Test, protected ProgramRunner {
   protected:
     ProcessFixture() {
         Listen(0);
@@ -68,36 +62,7 @@ class ProcessFixture : public testing::Test {
         StartProgram(QStringLiteral(MCTREE_PROGRAM),
                      QStringList{QStringLiteral("--connect"), address} + words);
     }
-    void StartProgram(const QString& program, const QStringList& words) {
-        process.setProcessEnvironment(environment);
-        process.start(program, words);
-    }
-    /// Runs the event loop until \a condition holds, which is looked at whenever the process says something
-    /// or ends, or a deadline has passed. True if it holds.
-    bool WaitUntil(const std::function<bool()>& condition) {
-        QEventLoop loop;
-        const auto look = [&] {
-            output += process.readAllStandardOutput();
-            errors += process.readAllStandardError();
-            if (condition()) loop.quit();
-        };
-        QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop, look);
-        QObject::connect(&process, &QProcess::readyReadStandardError, &loop, look);
-        QObject::connect(&process, &QProcess::stateChanged, &loop, look);
-        QTimer::singleShot(20000, &loop, &QEventLoop::quit);
-        if (!condition()) loop.exec();
-        return condition();
-    }
-    /// The exit code of the program; -1 if it was killed or does not end.
-    int WaitForEnd() {
-        const bool hasEnded = WaitUntil([this] { return process.state() == QProcess::NotRunning; });
-        if (!hasEnded) process.kill();
-        process.waitForFinished();
-        return hasEnded && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    }
     int Run(const QStringList& words) {
-        output.clear();
-        errors.clear();
         Start(words);
         return WaitForEnd();
     }
@@ -109,8 +74,4 @@ class ProcessFixture : public testing::Test {
     ProcessAccess access;
     VtServer server{access};
     int port = 0;  ///< of the server, also while it is closed
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    QProcess process;
-    QByteArray output;
-    QByteArray errors;
 };
