@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/common/closedoutput.h>
+#include <apps/common/shutdownsignals.h>
+#include <apps/common/terminal.h>
+#include <apps/mctree/commands.h>
+#include <apps/mctree/help.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/config/cfgcenter.h>
+#include <platform/values/tree.h>
+#include <platform/vtclient/vtclientcenter.h>
+
+#include <QtCore/QCoreApplication>
+
+using namespace mctree;
+
+namespace {
+
+/// Runs \a command with a session of \a client, which signals and the end of the output interrupt.
+Outcome RunWith(IVtClient& client, const Arguments& arguments, Printer& printer) {
+    Session session(client);
+    const ShutdownSignals shutdown;
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, [&session] { session.Interrupt(); });
+    const ClosedOutput output;
+    QObject::connect(&output, &ClosedOutput::Closed, [&session] { session.Interrupt(); });
+    return Run({arguments, session, printer});
+}
+
+Outcome RunCommand(const Arguments& arguments, Printer& printer) {
+    const values::Tree tree;
+    VtClientCenter& center = VtClientCenter::Instance();
+    center.SetOptions(arguments.client);
+    IVtClient* const client = center.CreateVtClient(arguments.Address().toUtf8().constData(), arguments.port);
+    if (client == nullptr)
+        return {EExitCode::Usage, QStringLiteral("\"%1\" cannot be a server's address").arg(arguments.host)};
+    const Outcome outcome = RunWith(*client, arguments, printer);
+    center.DestroyVtClient(client);
+    return outcome;
+}
+
+Outcome RunOrHelp(const Arguments& arguments, Printer& printer) {
+    switch (arguments.command) {
+        case ECommand::Help:
+            printer.WriteLine(HelpText().trimmed());
+            return Outcome();
+        case ECommand::Version:
+            printer.WriteLine(QStringLiteral("mctree " MCS_VERSION));
+            return Outcome();
+        default:
+            return RunCommand(arguments, printer);
+    }
+}
+
+Outcome Main(const QStringList& words) {
+    QString outputError;
+    const auto write = [&outputError](const QByteArray& bytes) {
+        return terminal::WriteOutput(bytes, &outputError);
+    };
+    Printer printer(write, {terminal::IsOutputTerminal(), terminal::TakesColour(), terminal::GetWidth()});
+    Arguments arguments;
+    Outcome outcome = ParseArguments(words, QString::fromLocal8Bit(qgetenv("MCS_TOKEN")), &arguments);
+    if (!outcome.IsDone()) {
+        outcome.message += QStringLiteral(" (mctree --help tells more)");
+        return outcome;
+    }
+    outcome = RunOrHelp(arguments, printer);
+    printer.Flush();
+    if (printer.IsOpen()) return outcome;
+    // A reader that has gone has seen enough. Anything else is a failure.
+    if (outputError.isEmpty()) return Outcome();
+    return {EExitCode::Refused, QStringLiteral("the output cannot be written: ") + outputError};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    terminal::Prepare();
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("mctree"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
+    CfgCenter::SetAppName(QStringLiteral("mctree"));
+    // What went wrong is said in one line at the end; traces are for those who ask for them.
+    if (!qEnvironmentVariableIsSet("MCS_TRACE")) ErrorHandler::Instance().SetTraceFlags(0);
+    const Outcome outcome = Main(QCoreApplication::arguments().mid(1));
+    if (!outcome.message.isEmpty())
+        terminal::WriteError(QStringLiteral("mctree: %1\n").arg(outcome.message).toUtf8());
+    return static_cast<int>(outcome.code);
+}

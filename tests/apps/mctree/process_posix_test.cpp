@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/apps/mctree/processfixture.h>
+
+#include <sys/types.h>
+#include <csignal>
+
+namespace {
+
+class SignalTest : public ProcessFixture, public testing::WithParamInterface<int> {};
+
+TEST_P(SignalTest, EndsAWatchAsDone) {
+    Start({QStringLiteral("watch"), QStringLiteral("/Status")});
+    ASSERT_TRUE(WaitUntil([this] { return output.contains("connected to"); })) << errors.constData();
+    ::kill(static_cast<pid_t>(process.processId()), GetParam());
+    EXPECT_EQ(WaitForEnd(), 0);
+    EXPECT_EQ(errors, QByteArray());
+}
+
+INSTANTIATE_TEST_SUITE_P(, SignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP), [](const auto& row) {
+    return row.param == SIGINT ? "Interrupt" : row.param == SIGTERM ? "Terminate" : "HangUp";
+});
+
+class ShellTest : public ProcessFixture {
+  protected:
+    /// Lets the shell run \a command, in which %1 is mctree, connected to the server.
+    void StartShell(const QString& command) {
+        const QString program =
+            QStringLiteral("'%1' --connect 127.0.0.1:%2").arg(QStringLiteral(MCTREE_PROGRAM)).arg(port);
+        StartProgram(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command.arg(program)});
+    }
+};
+
+TEST_F(ShellTest, AWatchThatNobodyReadsEndsAsDoneThoughNothingChanges) {
+    StartShell(QStringLiteral("{ %1 watch /Status; echo $? >&2; } | head -n 1"));
+    EXPECT_EQ(WaitForEnd(), 0);
+    EXPECT_EQ(output.count('\n'), 1);
+    EXPECT_EQ(errors, QByteArray("0\n"));
+}
+
+TEST_F(ShellTest, AnOutputThatIsClosedFromTheStartIsNotMistakenForTheConnection) {
+    StartShell(QStringLiteral("%1 get /Status/SweepTime >&- 2>&-"));
+    EXPECT_EQ(WaitForEnd(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/apps/mctree/commandfixture.h>
+
+using namespace mctree;
+
+namespace {
+
+/// What all commands that ask for a path have in common.
+class SessionTest : public CommandFixture, public testing::WithParamInterface<QStringList> {
+  protected:
+    void SetUp() override { Add(Server(), "a", new values::Value<int>(1)); }
+};
+
+TEST_P(SessionTest, WithoutAServerThereIsNoConnection) {
+    client.lastError = QStringLiteral("Connection\nrefused");
+    const Outcome outcome = Run(GetParam() + Words({"--timeout", "20"}));
+    EXPECT_EQ(outcome.code, EExitCode::NoConnection);
+    EXPECT_EQ(outcome.message, QStringLiteral("no connection to example:7450: Connection\\nrefused"));
+    EXPECT_TRUE(output.isEmpty());
+}
+
+TEST_P(SessionTest, WithoutAReasonTheServerDidNotAnswer) {
+    EXPECT_EQ(Run(GetParam() + Words({"--timeout", "20"})).message,
+              QStringLiteral("no connection to example:7450: no answer in time"));
+}
+
+TEST_P(SessionTest, InterruptedBeforeTheConnection) {
+    isInterrupted = true;
+    const Outcome outcome = Run(GetParam());
+    EXPECT_EQ(outcome.code, EExitCode::NoConnection);
+    EXPECT_EQ(outcome.message, QStringLiteral("interrupted"));
+}
+
+const auto WithPaths = testing::Values(Words({"ls", "/a"}), Words({"get", "/a"}), Words({"set", "/a", "1"}),
+                                       Words({"watch", "/a", "--count", "1"}), Words({"info"}));
+const auto ByCommand = [](const auto& row) { return row.param.first().toStdString(); };
+
+INSTANTIATE_TEST_SUITE_P(, SessionTest, WithPaths, ByCommand);
+
+class PathTest : public CommandFixture, public testing::WithParamInterface<QStringList> {};
+
+TEST_P(PathTest, WhatTheServerLacksIsNotFound) {
+    const Outcome outcome = RunConnected(GetParam() + Words({"--timeout", "20"}));
+    EXPECT_EQ(outcome.code, EExitCode::Refused);
+    EXPECT_EQ(outcome.message, QStringLiteral("not found: /a\\x07"));
+    EXPECT_TRUE(output.isEmpty());
+}
+
+TEST_P(PathTest, WhatTheServerDoesNotShowIsRefusedWithItsReason) {
+    client.ConnectSoon();
+    client.Soon([] {
+        values::Refusals::Instance().Report(nullptr, QStringLiteral("/a\a"), QStringLiteral("not for you"));
+    });
+    const Outcome outcome = Run(GetParam());
+    EXPECT_EQ(outcome.code, EExitCode::Refused);
+    EXPECT_EQ(outcome.message, QStringLiteral("/a\\x07: not for you"));
+}
+
+TEST_P(PathTest, APathThatTheReasonNamesIsNotNamedTwice) {
+    client.ConnectSoon();
+    client.Soon([] {
+        values::Refusals::Instance().Report(nullptr, QStringLiteral("/a\a"),
+                                            QStringLiteral("/a\a is for others"));
+    });
+    EXPECT_EQ(Run(GetParam()).message, QStringLiteral("/a\\x07 is for others"));
+}
+
+INSTANTIATE_TEST_SUITE_P(, PathTest,
+                         testing::Values(Words({"ls", "/a\a"}), Words({"get", "/a\a"}),
+                                         Words({"set", "/a\a", "1"}), Words({"watch", "/a\a"})),
+                         ByCommand);
+
+class ConnectionTest : public CommandFixture {};
+
+TEST_F(ConnectionTest, OneThatIsLostBeforeAllIsHereIsWaitedForAgain) {
+    client.Soon([this] {
+        client.Connect();
+        client.Disconnect();
+        Add(Server(), "a", new values::Value<int>(1));
+        client.ConnectSoon();
+    });
+    EXPECT_TRUE(Run(Words({"get", "/a"})).IsDone());
+    EXPECT_EQ(output, QByteArray("1\n"));
+}
+
+TEST_F(ConnectionTest, EveryMirrorIsGivenBack) {
+    Add(Server(), "a", new values::Value<int>(1));
+    EXPECT_TRUE(RunConnected(Words({"get", "/a"})).IsDone());
+    EXPECT_TRUE(client.Tics().empty());
+}
+
+}  // namespace

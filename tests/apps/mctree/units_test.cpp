@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mctree/units.h>
+
+#include <tests/apps/mctree/commandfixture.h>
+
+using mctree::Unit;
+
+namespace {
+
+struct UnitRow {
+    const char* name;
+    const char* key;
+    const char* decimal;
+    const char* scaled;
+    const char* unit;
+};
+
+class UnitTest : public testing::TestWithParam<UnitRow> {};
+
+TEST_P(UnitTest, IsScaledWithoutLoss) {
+    const UnitRow& row = GetParam();
+    QString unit;
+    EXPECT_EQ(Unit::Of(QLatin1String(row.key)).Scaled(QLatin1String(row.decimal), &unit),
+              QLatin1String(row.scaled));
+    EXPECT_EQ(unit, QLatin1String(row.unit));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , UnitTest,
+    testing::Values(UnitRow{"Zero", "Frequency", "0", "0", "Hz"},
+                    UnitRow{"Hertz", "Frequency", "999.5", "999.5", "Hz"},
+                    UnitRow{"Kilohertz", "Frequency", "1000", "1", "kHz"},
+                    UnitRow{"Megahertz", "Frequency", "30000000", "30", "MHz"},
+                    UnitRow{"EveryDigit", "Frequency", "123456789.125", "123.456789125", "MHz"},
+                    UnitRow{"GreatFrequency", "DefaultFrequencyForChannel", "3000000000", "3000", "MHz"},
+                    UnitRow{"JustBelow", "Frequency", "999999", "999.999", "kHz"},
+                    UnitRow{"Negative", "Frequency", "-2500", "-2.5", "kHz"},
+                    UnitRow{"Fraction", "Frequency", "0.001", "0.001", "Hz"},
+                    UnitRow{"WithExponent", "Frequency", "1e+20", "1e+20", "Hz"},
+                    UnitRow{"Infinite", "Frequency", "inf", "inf", "Hz"},
+                    UnitRow{"Microseconds", "SweepTime", "250", "250", "us"},
+                    UnitRow{"Milliseconds", "SweepTime", "2500", "2.5", "ms"},
+                    UnitRow{"Seconds", "SweepTime", "10000001", "10.000001", "s"},
+                    UnitRow{"PollInterval", "PollInterval", "1500", "1.5", "s"},
+                    UnitRow{"NoUnit", "NumberOfFreqChannels", "5000", "5000", ""}),
+    RowName());
+
+TEST(Unit, IsKnownByTheWholeNameOnly) {
+    EXPECT_TRUE(Unit::Of(QStringLiteral("FrequencyChannels")).IsEmpty());
+    EXPECT_TRUE(Unit::Of(QString()).IsEmpty());
+    EXPECT_EQ(Unit::Of(QStringLiteral("Frequency")).Name(), QStringLiteral("Hz"));
+}
+
+struct TypedRow {
+    const char* name;
+    const char* key;
+    const char* typed;
+    const char* number;
+};
+
+class TypedUnitTest : public testing::TestWithParam<TypedRow> {};
+
+TEST_P(TypedUnitTest, BecomesANumber) {
+    EXPECT_EQ(Unit::Of(QLatin1String(GetParam().key)).WithoutUnit(QLatin1String(GetParam().typed)),
+              QLatin1String(GetParam().number));
+}
+
+INSTANTIATE_TEST_SUITE_P(, TypedUnitTest,
+                         testing::Values(TypedRow{"Megahertz", "Frequency", "98.5MHz", "98.5e6"},
+                                         TypedRow{"WithBlank", "Frequency", "98.5 MHz", "98.5e6"},
+                                         TypedRow{"Hertz", "Frequency", "5 Hz", "5"},
+                                         TypedRow{"Milliseconds", "SweepTime", "10ms", "10e3"},
+                                         TypedRow{"Seconds", "SweepTime", "1 s", "1e6"},
+                                         TypedRow{"ForeignUnit", "Frequency", "5 ms", "5 ms"},
+                                         TypedRow{"NoKnownUnit", "Comment", "5 Hz", "5 Hz"}),
+                         RowName());
+
+}  // namespace
