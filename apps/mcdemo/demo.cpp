@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo.h"
+
+#include "narrator.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr int Patience = 15000;  // ms for whatever is to happen
+
+const QString& Alpha() {
+    static const QString name = QStringLiteral("alpha");
+    return name;
+}
+
+const QString& Bravo() {
+    static const QString name = QStringLiteral("bravo");
+    return name;
+}
+
+}  // namespace
+
+Demo::Demo(std::function<bool()> isStopped)
+    : m_isStopped(std::move(isStopped)),
+      m_server(QStringLiteral("mcserver")),
+      m_alpha(QStringLiteral("mcdemo")),
+      m_bravo(QStringLiteral("mcdemo")) {}
+
+bool Demo::Fail(const QString& what) {
+    std::fprintf(stderr, "mcdemo: %s\n", qUtf8Printable(what));
+    return false;
+}
+
+bool Demo::Run() {
+    using Step = bool (Demo::*)();
+    bool isGood = m_directory.isValid();
+    for (const Step step : {&Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus, &Demo::BecomeMaster,
+                            &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::KillAndRestart})
+        isGood = isGood && !m_isStopped() && (this->*step)();
+    End();
+    return isGood;
+}
+
+bool Demo::StartServer() {
+    const bool isFirst = m_port == 0;
+    if (isFirst) narrator::Chapter(QStringLiteral("A server starts, with a simulated direction finder"));
+    const QString listen = QStringLiteral("127.0.0.1:%1").arg(m_port);
+    const QString config = m_directory.filePath(QStringLiteral("server.ini"));
+    if (!m_server.Start({QStringLiteral("--headless"), QStringLiteral("--listen"), listen,
+                         QStringLiteral("--config"), config}))
+        return Fail(QStringLiteral("mcserver does not start"));
+    const QString line = m_server.WaitForLine(QStringLiteral("listening on "), Patience);
+    if (line.isNull()) return Fail(QStringLiteral("mcserver does not listen"));
+    m_port = line.mid(line.lastIndexOf(QLatin1Char(':')) + 1).toInt();
+    narrator::Hear(QStringLiteral("server"), line);
+    return true;
+}
+
+QString Demo::Operator(const QStringList& arguments) const {
+    const QStringList server{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(m_port)};
+    return DemoProcess::Output(QStringLiteral("mctree"), server + arguments, Patience);
+}
+
+bool Demo::HearConnected(DemoProcess& client, const QString& who, QString* name) {
+    const QString beginning = QStringLiteral("connected as ");
+    const QString line = client.WaitForLine(beginning, Patience);
+    if (line.isNull()) return Fail(who + QStringLiteral(" does not connect"));
+    narrator::Hear(who, line);
+    *name = line.mid(beginning.size());
+    return true;
+}
+
+bool Demo::StartClients() {
+    narrator::Chapter(QStringLiteral("Two clients connect; each gets an MpxORV of its own"));
+    const QString port = QString::number(m_port);
+    for (DemoProcess* client : {&m_alpha, &m_bravo}) {
+        const QString& who = client == &m_alpha ? Alpha() : Bravo();
+        if (!client->Start({QStringLiteral("--client"), who, QStringLiteral("--port"), port}))
+            return Fail(who + QStringLiteral(" does not start"));
+    }
+    QString alphaName;
+    return HearConnected(m_alpha, Alpha(), &alphaName) && HearConnected(m_bravo, Bravo(), &m_bravoName);
+}
+
+bool Demo::ShowStatus() {
+    narrator::Chapter(QStringLiteral("What the server shows everybody"));
+    const QString path = QStringLiteral("/MultiChannelServer/Status");
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mctree ls ") + path);
+    const auto isReady = [&] {
+        return Operator({QStringLiteral("get"), path + QStringLiteral("/BootState")})
+            .contains(QLatin1String("Ready"));
+    };
+    if (!WaitUntil(isReady, Patience)) return Fail(QStringLiteral("the device does not boot"));
+    narrator::Quote(Operator({QStringLiteral("ls"), path}));
+    return true;
+}
+
+bool Demo::Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning) {
+    narrator::Act(who, line);
+    client.Say(line);
+    const QString answer = client.WaitForLine(QStringLiteral("answer "), Patience).mid(7);
+    narrator::Hear(who, answer);
+    return answer.startsWith(beginning) ||
+           Fail(QStringLiteral("'%1' was to be answered %2").arg(line, beginning));
+}
+
+bool Demo::BecomeMaster() {
+    narrator::Chapter(QStringLiteral("One becomes job master and tunes"));
+    return Ask(m_alpha, Alpha(), QStringLiteral("master"), QStringLiteral("done")) &&
+           Ask(m_alpha, Alpha(), QStringLiteral("tune 121500000"), QStringLiteral("done"));
+}
+
+bool Demo::RefuseForTheMaster() {
+    narrator::Chapter(QStringLiteral("There is one master at a time"));
+    return Ask(m_bravo, Bravo(), QStringLiteral("master"), QStringLiteral("refused"));
+}
+
+bool Demo::RefuseAndAllow() {
+    narrator::Chapter(
+        QStringLiteral("A policy refuses, the operator switches it on, the same request is granted"));
+    if (!Ask(m_bravo, Bravo(), QStringLiteral("bit"), QStringLiteral("refused: needs MayBIT"))) return false;
+    const QString path =
+        QStringLiteral("/MultiChannelServer/DynamicMpxORVs/%1/Policy/MayBIT").arg(m_bravoName);
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mctree set %1 true").arg(path));
+    narrator::Quote(Operator({QStringLiteral("set"), path, QStringLiteral("true")}));
+    if (!Ask(m_bravo, Bravo(), QStringLiteral("bit"), QStringLiteral("done"))) return false;
+    return true;
+}
+
+bool Demo::KillAndRestart() {
+    narrator::Chapter(
+        QStringLiteral("The server is killed and restarted; the clients come back by themselves"));
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("kill -9 mcserver"));
+    m_server.Kill();
+    for (DemoProcess* client : {&m_alpha, &m_bravo}) {
+        const QString& who = client == &m_alpha ? Alpha() : Bravo();
+        if (client->WaitForLine(QStringLiteral("lost"), Patience).isNull())
+            return Fail(who + QStringLiteral(" does not notice"));
+        narrator::Hear(who, QStringLiteral("lost the server; what is shown is marked as stale"));
+    }
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mcserver, once more"));
+    QString name;
+    return StartServer() && HearConnected(m_alpha, Alpha(), &name) && HearConnected(m_bravo, Bravo(), &name);
+}
+
+void Demo::End() {
+    m_alpha.Stop();
+    m_bravo.Stop();
+    m_server.Stop();
+}

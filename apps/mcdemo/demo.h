@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "demoprocess.h"
+
+#include <QtCore/QString>
+#include <QtCore/QTemporaryDir>
+
+#include <functional>
+
+/// The demonstration: a server, two clients and an operator, in processes of their own, over real sockets.
+class Demo {
+  public:
+    /// \a isStopped: whether somebody wants it to end early.
+    explicit Demo(std::function<bool()> isStopped);
+
+    /// Tells the story. True if everything in it came about.
+    bool Run();
+
+  private:
+    bool Fail(const QString& what);
+    bool StartServer();
+    bool StartClients();
+    bool ShowStatus();
+    bool BecomeMaster();
+    bool RefuseAndAllow();
+    bool RefuseForTheMaster();
+    bool KillAndRestart();
+    void End();
+
+    QString Operator(const QStringList& arguments) const;
+    /// \a client asks for \a line; its answer must begin with \a beginning.
+    bool Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning);
+    bool HearConnected(DemoProcess& client, const QString& who, QString* name);
+
+    std::function<bool()> m_isStopped;
+    QTemporaryDir m_directory;
+    int m_port = 0;
+    DemoProcess m_server;
+    DemoProcess m_alpha;
+    DemoProcess m_bravo;
+    QString m_bravoName;
+};

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "democlient.h"
+
+#include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
+
+#include <platform/values/valueaccess.h>
+
+#include <QtCore/QStringList>
+
+#include <cstdio>
+
+namespace {
+
+const QString& BasePath() {
+    static const QString path = QStringLiteral("/Server");
+    return path;
+}
+
+QString Request(const QString& name) {
+    return QStringLiteral("/Mine/Request/") + name;
+}
+
+void Print(const QString& line) {
+    std::printf("%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+DemoClient::DemoClient() {
+    m_client.AddObserver(this);
+}
+
+DemoClient::~DemoClient() {
+    m_client.DeleteObserver(this);
+    if (m_answer != nullptr) m_answer->DeleteObserver(this);
+    m_client.DisconnectFromServer();
+}
+
+bool DemoClient::Connect(const QString& address, int port) {
+    if (!m_client.ConnectToServer(address, port)) return false;
+    m_client.ConnectToMCSControlTree(BasePath(), StatusSegment);
+    m_handle = m_client.CreateAndConnectDynamicMpxORV(QStringLiteral("/Mine"));
+    return m_handle != nullptr;
+}
+
+void DemoClient::Update(Observable* source, TChangeCode code) {
+    if (source == static_cast<Observable*>(&m_client)) return OnClientCode(code);
+    if (m_answer == nullptr || source != m_answer) return;
+    if (code == changecode::ContentChanged) {
+        Print(QStringLiteral("answer ") + m_answer->GetValue());
+    } else if (code == changecode::StateChanged && m_answer->GetState() == values::GoingAway) {
+        m_answer->DeleteObserver(this);
+        m_answer = nullptr;
+    }
+}
+
+void DemoClient::OnClientCode(TChangeCode code) {
+    switch (code) {
+        case serverclientcode::DisconnectedFromServer:
+            return Print(QStringLiteral("lost"));
+        case serverclientcode::ControlTreeConnected:
+            return Print(QStringLiteral("status mirrored"));
+        case serverclientcode::MpxORVConnected:
+            FollowAnswers();
+            return Print(QStringLiteral("connected as ") + m_handle->GetName());
+        default:
+            return;
+    }
+}
+
+void DemoClient::FollowAnswers() {
+    m_answer = values::FindValue<values::Value<QString>>(Request(QStringLiteral("Answer")), m_answer, this);
+}
+
+void DemoClient::Press(const char* button) {
+    const QString path = Request(QString::fromLatin1(button));
+    auto* const value = values::FindValue<values::Value<bool>>(path, nullptr, nullptr);
+    if (value != nullptr) value->SetValue(true);
+}
+
+void DemoClient::Obey(const QString& line) {
+    const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (words.isEmpty()) return;
+    const QString& what = words.first();
+    if (what == QLatin1String("master")) return Press("BecomeMaster");
+    if (what == QLatin1String("restart")) return Press("RestartJob");
+    if (what == QLatin1String("bit")) return Press("BuiltInTest");
+    if (what == QLatin1String("calibrate")) return Press("Calibrate");
+    const QString path = Request(QStringLiteral("Frequency"));
+    auto* const frequency = values::FindValue<values::ValueNumeric<double>>(path, nullptr, nullptr);
+    if (what == QLatin1String("tune") && words.size() == 2 && frequency != nullptr)
+        frequency->SetValue(words.at(1).toDouble());
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demoprocess.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QDir>
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
+
+namespace {
+
+constexpr int StopTime = 5000;  // ms that a program gets to end by itself
+
+QString PathOf(const QString& program) {
+    return QDir(QCoreApplication::applicationDirPath()).filePath(program);
+}
+
+}  // namespace
+
+bool WaitUntil(const std::function<bool()>& isTrue, int milliseconds) {
+    const QDeadlineTimer deadline(milliseconds);
+    QTimer wake;  // so that waiting for events ends at the deadline too
+    wake.start(50);
+    while (!isTrue()) {
+        if (deadline.hasExpired()) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+DemoProcess::DemoProcess(const QString& program) : m_program(PathOf(program)) {
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &DemoProcess::OnReadyRead);
+}
+
+DemoProcess::~DemoProcess() {
+    m_process.disconnect(this);
+    Kill();
+}
+
+bool DemoProcess::Start(const QStringList& arguments) {
+    m_lines.clear();
+    m_process.start(m_program, arguments);
+    return m_process.waitForStarted();
+}
+
+void DemoProcess::Say(const QString& line) {
+    m_process.write(line.toUtf8() + '\n');
+}
+
+void DemoProcess::Kill() {
+    if (m_process.state() == QProcess::NotRunning) return;
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+void DemoProcess::Stop() {
+    if (m_process.state() == QProcess::NotRunning) return;
+    m_process.closeWriteChannel();
+    m_process.terminate();
+    if (!m_process.waitForFinished(StopTime)) Kill();
+}
+
+void DemoProcess::OnReadyRead() {
+    while (m_process.canReadLine())
+        m_lines.append(QString::fromUtf8(m_process.readLine()).trimmed());
+}
+
+QString DemoProcess::WaitForLine(const QString& beginning, int milliseconds) {
+    QString found;
+    const auto isThere = [&] {
+        while (found.isNull() && !m_lines.isEmpty()) {
+            const QString line = m_lines.takeFirst();
+            if (line.startsWith(beginning)) found = line;
+        }
+        return !found.isNull();
+    };
+    WaitUntil(isThere, milliseconds);
+    return found;
+}
+
+QString DemoProcess::Output(const QString& program, const QStringList& arguments, int milliseconds) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(PathOf(program), arguments);
+    if (!process.waitForFinished(milliseconds)) process.kill();
+    return QString::fromUtf8(process.readAll());
+}

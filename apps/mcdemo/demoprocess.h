@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QProcess>
+#include <QtCore/QStringList>
+
+#include <functional>
+
+/// A program of the demonstration, and the lines that it prints. Killed with this object.
+class DemoProcess final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// \a program stands beside this one.
+    explicit DemoProcess(const QString& program);
+    ~DemoProcess() override;
+
+    bool Start(const QStringList& arguments);
+    void Say(const QString& line);
+    void Kill();  ///< as kill -9 does
+    void Stop();  ///< asks it to end, and waits
+
+    /// Waits for a line that begins with \a beginning, and takes it with all before it. Null if it does not
+    /// come within \a milliseconds.
+    QString WaitForLine(const QString& beginning, int milliseconds);
+    /// Runs it to its end, at most \a milliseconds. Returns all that it printed, errors too.
+    static QString Output(const QString& program, const QStringList& arguments, int milliseconds);
+
+  private:
+    void OnReadyRead();
+
+    QString m_program;
+    QProcess m_process;
+    QStringList m_lines;
+};
+
+/// Lets events happen until \a isTrue, for at most \a milliseconds. Whether it came true.
+bool WaitUntil(const std::function<bool()>& isTrue, int milliseconds);

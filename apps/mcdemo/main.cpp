@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo.h"
+#include "democlient.h"
+
+#include <apps/common/shutdownsignals.h>
+#include <apps/common/terminal.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/config/cfgcenter.h>
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QCoreApplication>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+#include <thread>
+
+namespace {
+
+/// Hands the lines of standard input to the main thread, and ends the program with them.
+void ReadCommands(DemoClient* client) {
+    QCoreApplication* const application = QCoreApplication::instance();
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        const QString text = QString::fromStdString(line);
+        QMetaObject::invokeMethod(
+            application, [client, text] { client->Obey(text); }, Qt::QueuedConnection);
+    }
+    QMetaObject::invokeMethod(
+        application, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+}
+
+int RunClient(const QString& name, int port) {
+    CfgCenter::SetAppName(name);
+    // The demonstration tells of losses itself.
+    ErrorHandler::Instance().SetTraceFlags(ErrorHandler::TraceAssertions);
+    DemoClient client;
+    if (!client.Connect(QStringLiteral("127.0.0.1"), port)) {
+        std::fprintf(stderr, "mcdemo: there can be no server at port %d\n", port);
+        return 2;
+    }
+    std::thread(ReadCommands, &client).detach();  // blocked in reading, it ends with the process
+    return QCoreApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    terminal::Prepare();
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("mcdemo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Shows a server, two clients and an operator at work, in a terminal, within a minute."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    QCommandLineOption client(QStringLiteral("client"), QStringLiteral("Be one of the clients."),
+                              QStringLiteral("name"));
+    QCommandLineOption port(QStringLiteral("port"), QStringLiteral("The server's port."),
+                            QStringLiteral("port"));
+    client.setFlags(QCommandLineOption::HiddenFromHelp);
+    port.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOptions({client, port});
+    parser.process(application);
+
+    const ShutdownSignals signals;
+    bool isStopped = false;
+    QObject::connect(&signals, &ShutdownSignals::ShutdownRequested, &application, [&isStopped] {
+        isStopped = true;
+        QCoreApplication::quit();
+    });
+    if (parser.isSet(client)) return RunClient(parser.value(client), parser.value(port).toInt());
+    Demo demo([&isStopped] { return isStopped; });
+    return demo.Run() ? 0 : 1;
+}
