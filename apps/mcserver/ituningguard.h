@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// Has a say before the device is tuned: frequencies may be blanked while a transmitter near the antenna uses
+/// them. Main thread.
+class ITuningGuard {
+  public:
+    virtual ~ITuningGuard() = default;
+
+    /// Why \a mpxOrv must not be tuned to \a hz now, one line; empty if it may.
+    virtual QString RefusalOf(const QString& mpxOrv, double hz) = 0;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/mpxorvpath.h>
+
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <algorithm>
+
+QString MpxOrvPath::BasePath(EMpxOrvKind kind) {
+    return mcskeys::DefaultBasePath(kind == EMpxOrvKind::Static ? mcskeys::StaticMpxORVs
+                                                                : mcskeys::DynamicMpxORVs);
+}
+
+QString MpxOrvPath::NodePath(EMpxOrvKind kind, const QString& name) {
+    return BasePath(kind) + QLatin1Char('/') + name;
+}
+
+std::optional<MpxOrvPath> MpxOrvPath::Parse(const QString& path) {
+    for (const EMpxOrvKind kind : {EMpxOrvKind::Static, EMpxOrvKind::Dynamic}) {
+        const QString base = BasePath(kind) + QLatin1Char('/');
+        if (!path.startsWith(base)) continue;
+        QStringList names = path.mid(base.size()).split(QLatin1Char('/'));
+        const QString name = names.takeFirst();
+        return MpxOrvPath{kind, name, names};
+    }
+    return std::nullopt;
+}
+
+bool MpxOrvPath::IsName(const QString& name) {
+    constexpr int MaxLength = 128;
+    const QString forbidden = QStringLiteral("/<>,");
+    return !name.isEmpty() && name.size() <= MaxLength && name.trimmed() == name &&
+           std::all_of(name.begin(), name.end(), [&forbidden](QChar character) {
+               return character.isPrint() && !forbidden.contains(character);
+           });
+}

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// What the server's configuration says about its device.
+struct OrvDeviceSettings {
+    QString address;
+    QString name;
+    bool force = false;  ///< take the device also from somebody who uses it
+    int channels = 0;    ///< frequency channels that clients may use
+    int maxProtocolLevel = 0;
+    int scanAveragingTime = 0;  ///< ms
+};

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ivtaccess.h>
+
+#include <QtCore/QString>
+
+/// Texts that peers chose, as they may be shown: to people, in logs, in displays that take markup for markup.
+namespace peertext {
+
+constexpr int MaxLength = 80;
+
+/// \a text in at most MaxLength characters, without control characters and angle brackets.
+QString Shown(const QString& text);
+/// Who \a peer is: "Receiver on DFPC1 (127.0.0.1:50000)".
+QString Name(const VtPeer& peer);
+
+}  // namespace peertext

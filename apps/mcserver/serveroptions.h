@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/listenaddress.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/// What the command line asks for.
+struct ServerOptions {
+    enum class EAction {
+        Run,
+        Print,      ///< the text, and end
+        MakeToken,  ///< for the user and the role
+        Complain    ///< about the command line: the text says what is wrong with it, in one line
+    };
+
+    EAction action = EAction::Run;
+    QString text;
+    QString user;
+    QString role;
+
+    ListenAddress listen;
+    QString certificateFile;
+    QString privateKeyFile;
+    QString caFile;
+    bool isInsecure = false;
+    QString accessFile;
+    QString configFile;
+    QString scriptFile;
+    QString name;
+
+    /// Reads \a arguments, the program's name first. Needs the application object.
+    static ServerOptions Parse(const QStringList& arguments);
+};

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/mcsserver.h>
+#include <apps/mcserver/qtclock.h>
+#include <apps/mcserver/serveraccess.h>
+#include <apps/mcserver/serveroptions.h>
+#include <apps/mcserver/servicenotifier.h>
+#include <apps/mcserver/simulatedorv.h>
+
+#include <platform/values/tree.h>
+#include <platform/vtclient/vtserver.h>
+
+#include <QtCore/QString>
+
+/// The server as a program: a device, a tree, the server over both, and who may reach it. Needs the
+/// application object. Main thread.
+class ServerProgram {
+  public:
+    explicit ServerProgram(const ServerOptions& options);
+
+    /// Reads the files, starts the server and listens. False with the reason, one line, in \a error.
+    bool Start(QString* error);
+    /// Ends all sessions and saves the configuration.
+    void Stop();
+
+    McsServer& GetServer() { return m_server; }
+    int GetPort() const { return m_listener.GetPort(); }
+
+    /// Prints a fresh token for a user, and the line that admits it.
+    static void MakeToken(const QString& user, const QString& role);
+
+  private:
+    bool ReadFiles(QString* error);
+    bool Listen(QString* error);
+
+    ServerOptions m_options;
+    ServiceNotifier m_notifier;
+    QtClock m_clock;
+    values::Tree m_tree;
+    SimulatedOrv m_device;
+    McsServer m_server;
+    ServerAccess m_access;
+    VtServer m_listener;
+    OrvScript m_script;
+};

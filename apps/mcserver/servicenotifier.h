@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+/// Tells the service manager that started the process, if one did and wants to know, how far it is. What
+/// cannot be told is left untold.
+class ServiceNotifier {
+  public:
+    /// Takes note of where to tell it.
+    ServiceNotifier();
+
+    void Ready(const QString& status);
+    void Stopping();
+
+  private:
+    void Tell(const QByteArray& message) const;
+
+    QByteArray m_socket;  ///< empty: nobody wants to know
+};

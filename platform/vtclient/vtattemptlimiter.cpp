@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/vtattemptlimiter.h>
+
+#include <QtNetwork/QHostAddress>
+
+#include <algorithm>
+#include <utility>
+
+VtAttemptLimiter::VtAttemptLimiter(Clock clock) : m_clock(std::move(clock)) {}
+
+QString VtAttemptLimiter::HostOf(const QString& address) {
+    constexpr int NetworkBytes = 8;
+    QString host = address.left(address.lastIndexOf(QLatin1Char(':')));
+    if (host.startsWith(QLatin1Char('['))) host = host.mid(1, host.indexOf(QLatin1Char(']')) - 1);
+    const QHostAddress parsed(host);
+    if (parsed.isNull()) return host;
+    bool isIPv4 = false;
+    const quint32 number = parsed.toIPv4Address(&isIPv4);  // also one that is written as IPv6
+    if (isIPv4) return QHostAddress(number).toString();
+    Q_IPV6ADDR bytes = parsed.toIPv6Address();
+    std::fill(bytes.c + NetworkBytes, bytes.c + sizeof(bytes.c), quint8(0));
+    return QHostAddress(bytes).toString();
+}
+
+qint64 VtAttemptLimiter::WaitOf(const QString& address) {
+    const auto found = m_records.find(HostOf(address));
+    if (found == m_records.end()) return 0;
+    const qint64 now = m_clock();
+    if (now - found->lastFailure > LongestWait) {
+        m_records.erase(found);
+        return 0;
+    }
+    return std::max<qint64>(0, found->waitUntil - now);
+}
+
+void VtAttemptLimiter::Failed(const QString& address) {
+    const QString host = HostOf(address);
+    if (!m_records.contains(host) && m_records.size() >= MaxAddresses) ForgetOldest();
+    Record& record = m_records[host];
+    record.lastFailure = m_clock();
+    ++record.failures;
+    constexpr int MostDoublings = 20;  // far beyond the longest wait
+    const int doublings = std::min(record.failures - FreeFailures, MostDoublings);
+    if (doublings >= 0) record.waitUntil = record.lastFailure + std::min(LongestWait, FirstWait << doublings);
+}
+
+void VtAttemptLimiter::Succeeded(const QString& address) {
+    m_records.remove(HostOf(address));
+}
+
+void VtAttemptLimiter::ForgetOldest() {
+    const auto oldest =
+        std::min_element(m_records.begin(), m_records.end(),
+                         [](const Record& a, const Record& b) { return a.lastFailure < b.lastFailure; });
+    if (oldest != m_records.end()) m_records.erase(oldest);
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+/// What a server keeps of a token: enough to know it again, not enough to present it. Written as
+/// "pbkdf2-sha256$<iterations>$<salt>$<digest>" with salt and digest in hexadecimal. Any thread.
+class MCS_CONNECTION_EXPORT VtTokenHash {
+  public:
+    /// Tokens made here are random, so nobody finds one by trying however cheap a trial is; the iterations
+    /// slow down the guessing of tokens that people chose. More would keep the event loop, on which all
+    /// clients wait, busy for longer than a change may take.
+    static constexpr int Iterations = 10000;
+    static constexpr int MinIterations = 1000;
+    static constexpr int MaxIterations = 200000;
+
+    /// A fresh token of 256 random bits, in 43 letters, digits, "-" and "_".
+    static QString CreateToken();
+    /// The hash of \a token under a fresh salt.
+    static VtTokenHash Of(const QString& token);
+    /// Null for a text that is not of the form above, or whose numbers are out of bounds.
+    static std::optional<VtTokenHash> Parse(const QString& text);
+
+    QString ToText() const;
+    /// Takes the same time for every token.
+    bool Matches(const QString& token) const;
+
+  private:
+    VtTokenHash(int iterations, QByteArray salt, QByteArray digest);
+
+    int m_iterations;
+    QByteArray m_salt;
+    QByteArray m_digest;
+};

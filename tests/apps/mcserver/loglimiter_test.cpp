@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/loglimiter.h>
+
+#include <tests/apps/mcserver/manualclock.h>
+#include <tests/support/printing.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class LogLimiterTest : public testing::Test {
+  protected:
+    /// How many of \a count different lines of \a source pass.
+    int CountPassing(const char* source, int count) {
+        int passing = 0;
+        for (int i = 0; i < count; ++i)
+            if (Pass(source, QStringLiteral("line %1").arg(++m_line))) ++passing;
+        return passing;
+    }
+    std::optional<QString> Pass(const char* source, const QString& text) {
+        return m_limiter.Pass(QLatin1String(source), text);
+    }
+
+    ManualClock m_clock;
+    LogLimiter m_limiter{m_clock};
+    int m_line = 0;
+};
+
+TEST_F(LogLimiterTest, ASourceHasABurstAndThenOneLineAtATime) {
+    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
+    m_clock.Advance(int(LogLimiter::LineInterval));
+    EXPECT_EQ(CountPassing("a", 1000), 1);
+    m_clock.Advance(int(LogLimiter::LineInterval) * LogLimiter::Burst * 2);
+    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
+}
+
+TEST_F(LogLimiterTest, OneSourceDoesNotSilenceAnother) {
+    CountPassing("a", 1000);
+    EXPECT_EQ(CountPassing("b", 10), 10);
+}
+
+TEST_F(LogLimiterTest, AllSourcesTogetherAreLimitedToo) {
+    int passing = 0;
+    for (int i = 0; i < 1000; ++i)
+        passing += CountPassing(QByteArray::number(i).constData(), 1);
+    EXPECT_EQ(passing, LogLimiter::TotalBurst);
+}
+
+TEST_F(LogLimiterTest, TheSameLineIsNotRepeatedAtOnce) {
+    const QString line = QStringLiteral("denied");
+    EXPECT_EQ(Pass("a", line), line);
+    EXPECT_FALSE(Pass("a", line).has_value());
+    EXPECT_EQ(Pass("b", line), line);
+    m_clock.Advance(int(LogLimiter::RepeatAfter));
+    EXPECT_EQ(Pass("a", line), QStringLiteral("denied (1 lines left out before)"));
+}
+
+}  // namespace

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/iclock.h>
+
+#include <map>
+#include <utility>
+
+/// Time that passes when a test says so. Starts at 14:03:21.
+class ManualClock : public IClock {
+  public:
+    qint64 Milliseconds() const override { return m_now; }
+    QTime TimeOfDay() const override { return QTime(14, 3, 21).addMSecs(static_cast<int>(m_now)); }
+    int After(int ms, Action action) override {
+        m_due.emplace(std::make_pair(m_now + ms, ++m_last), std::move(action));
+        return m_last;
+    }
+    void Cancel(int number) override {
+        for (auto due = m_due.begin(); due != m_due.end(); ++due) {
+            if (due->first.second != number) continue;
+            m_due.erase(due);
+            return;
+        }
+    }
+
+    /// Lets \a ms pass and does what becomes due, in order.
+    void Advance(int ms) {
+        const qint64 end = m_now + ms;
+        while (!m_due.empty() && m_due.begin()->first.first <= end) {
+            m_now = m_due.begin()->first.first;
+            const Action action = std::move(m_due.begin()->second);
+            m_due.erase(m_due.begin());
+            action();
+        }
+        m_now = end;
+    }
+    /// What a turn of the event loop does.
+    void Turn() { Advance(0); }
+
+  private:
+    qint64 m_now = 0;
+    int m_last = 0;
+    std::map<std::pair<qint64, int>, Action> m_due;
+};

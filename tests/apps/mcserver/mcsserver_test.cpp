@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/apps/mcserver/serverfixture.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::Contains;
+
+const QString BootState = QStringLiteral("/MultiChannelServer/Status/BootState");
+const QString OperationMode = QStringLiteral("/MultiChannelServer/Status/OperationMode");
+const QString Online = QStringLiteral("/MultiChannelServer/Status/Online");
+const QString ShallBeConnected = QStringLiteral("/MultiChannelServer/Command/ShallBeConnected");
+const QString SaveConfig = QStringLiteral("/MultiChannelServer/Config/SaveConfig");
+
+class McsServerTest : public ServerTest {
+  protected:
+    OrvScript Script(const QByteArray& text) {
+        OrvScript script;
+        QString error;
+        EXPECT_TRUE(script.Parse(text, QStringLiteral("script"), &error)) << error.toStdString();
+        return script;
+    }
+};
+
+TEST_F(McsServerTest, BringsTheWholeTree) {
+    Start(false);
+    for (const char* const node : {"Config", "Command", "Status", "DynamicMpxORVs", "StaticMpxORVs"})
+        EXPECT_NE(m_tree.FindNode(QStringLiteral("/MultiChannelServer/") + QLatin1String(node)), nullptr)
+            << node;
+}
+
+TEST_F(McsServerTest, ShowsTheDeviceBooting) {
+    QStringList states;
+    Start(false);
+    for (int ms = 0; ms <= SimulatedOrv::BootTime; ms += 50) {
+        if (states.isEmpty() || states.last() != Choice(BootState)) states << Choice(BootState);
+        EXPECT_TRUE(Flag(Online));
+        EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), ms == SimulatedOrv::BootTime ? 4 : 0);
+        m_clock.Advance(50);
+    }
+    const QStringList expected = {QStringLiteral("Power On"), QStringLiteral("Loading"),
+                                  QStringLiteral("Self Test"), QStringLiteral("Calibrating"),
+                                  QStringLiteral("Ready")};
+    EXPECT_EQ(states, expected);
+    EXPECT_EQ(Choice(OperationMode), QStringLiteral("Scan"));
+}
+
+TEST_F(McsServerTest, ReportsTheSweepTimeAgainAndAgain) {
+    Start();
+    const int first = Count(QStringLiteral("SweepTime"));
+    EXPECT_GT(first, 0);
+    m_clock.Advance(500);
+    EXPECT_NE(Count(QStringLiteral("SweepTime")), first);
+    Set(ShallBeConnected, false);
+    EXPECT_EQ(Count(QStringLiteral("SweepTime")), 0);
+}
+
+TEST_F(McsServerTest, ObeysShallBeConnected) {
+    Start();
+    Set(ShallBeConnected, false);
+    EXPECT_FALSE(Flag(Online));
+    EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")), QStringLiteral("not connected"));
+    EXPECT_EQ(Choice(BootState), QStringLiteral("Unknown"));
+    EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), 0);
+    Set(ShallBeConnected, true);
+    EXPECT_TRUE(Flag(Online));
+    m_clock.Advance(SimulatedOrv::BootTime);
+    EXPECT_EQ(Choice(BootState), QStringLiteral("Ready"));
+    EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), 4);
+}
+
+TEST_F(McsServerTest, ConnectsOnlyIfThatIsConfigured) {
+    Configure("[General]\nConnectOnStartup=false\n");
+    Start();
+    EXPECT_FALSE(Flag(ShallBeConnected));
+    EXPECT_FALSE(Flag(Online));
+    Set(ShallBeConnected, true);
+    EXPECT_TRUE(Flag(Online));
+}
+
+TEST_F(McsServerTest, TellsWhereItIsConnected) {
+    Configure("[General]\nDeviceAddress=10.1.2.3\nDeviceName=North\n");
+    Start();
+    EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")),
+              QStringLiteral("connected to North at 10.1.2.3"));
+}
+
+TEST_F(McsServerTest, MoreChannelsCountAtOnce) {
+    Start();
+    auto* const channels = values::FindValue<values::ValueNumeric<int>>(
+        QStringLiteral("/MultiChannelServer/Config/NumberOfFreqChannels"), nullptr, nullptr);
+    channels->SetValue(7);
+    EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), 7);
+}
+
+TEST_F(McsServerTest, TheScanAveragesAsConfigured) {
+    Start();
+    auto* const averaging = values::FindValue<values::ValueSelection>(
+        QStringLiteral("/MultiChannelServer/Config/DefaultScanAveragingTimeIndex"), nullptr, nullptr);
+    averaging->Select(1000);
+    m_clock.Advance(500);
+    EXPECT_GE(Count(QStringLiteral("SweepTime")), 1000);
+    EXPECT_LT(Count(QStringLiteral("SweepTime")), 1100);
+    averaging->Select(50);
+    m_clock.Advance(500);
+    EXPECT_LT(Count(QStringLiteral("SweepTime")), 150);
+}
+
+TEST_F(McsServerTest, AFailingDeviceIsShownAndComesBack) {
+    Start();
+    m_device->RunScript(Script("after 1000 fail antenna torn off\nafter 5000 recover\n"));
+    m_clock.Advance(1000);
+    EXPECT_FALSE(Flag(Online));
+    EXPECT_EQ(Choice(BootState), QStringLiteral("Failed"));
+    EXPECT_EQ(Choice(OperationMode), QStringLiteral("Idle"));
+    EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")),
+              QStringLiteral("connection lost: antenna torn off"));
+    m_clock.Advance(4000);
+    EXPECT_TRUE(Flag(Online));
+    m_clock.Advance(SimulatedOrv::BootTime);
+    EXPECT_EQ(Choice(BootState), QStringLiteral("Ready"));
+}
+
+TEST_F(McsServerTest, ADeviceThatFailsWhileNotWantedStaysAway) {
+    Start();
+    Set(ShallBeConnected, false);
+    m_device->RunScript(Script("after 10 fail\nafter 20 recover\n"));
+    m_clock.Advance(1000);
+    EXPECT_FALSE(Flag(Online));
+    EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")), QStringLiteral("not connected"));
+}
+
+TEST_F(McsServerTest, WaitsForADeviceThatSomebodyElseUses) {
+    m_device->RunScript(Script("after 0 occupy site B\nafter 3000 vacate\n"));
+    m_clock.Turn();
+    Start(false);
+    EXPECT_FALSE(Flag(Online));
+    EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")), QStringLiteral("in use by site B"));
+    m_clock.Advance(3000 + SimulatedOrv::RetryTime);
+    EXPECT_TRUE(Flag(Online));
+}
+
+TEST_F(McsServerTest, TakesTheDeviceByForceIfThatIsConfigured) {
+    Configure("[General]\nForceConnect=true\n");
+    m_device->RunScript(Script("after 0 occupy site B\n"));
+    m_clock.Turn();
+    Start(false);
+    EXPECT_TRUE(Flag(Online));
+}
+
+TEST_F(McsServerTest, TheScriptChangesModesAndLogs) {
+    Start();
+    m_device->RunScript(Script("after 100 mode Memory Scan\nafter 200 log 3 bearings\n"));
+    m_clock.Advance(100);
+    EXPECT_EQ(Choice(OperationMode), QStringLiteral("Memory Scan"));
+    m_clock.Advance(100);
+    EXPECT_THAT(TakeLog(), Contains(QStringLiteral("ORV: 3 bearings")));
+    EXPECT_EQ(StatusText(QStringLiteral("LogMessage")), QStringLiteral("14:03:22 ORV: 3 bearings"));
+}
+
+TEST_F(McsServerTest, SaveConfigSavesAndIsTakenBack) {
+    KeepInFile();
+    Start();
+    values::FindValue<values::Value<QString>>(QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+                                              nullptr, nullptr)
+        ->SetValue(QStringLiteral("South"));
+    EXPECT_NE(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
+    Set(SaveConfig, true);
+    EXPECT_FALSE(Flag(SaveConfig));
+    EXPECT_EQ(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
+    EXPECT_THAT(TakeLog(), Contains(QStringLiteral("the configuration is saved")));
+}
+
+TEST_F(McsServerTest, StoppingSavesTheConfigurationAndLetsGoOfTheDevice) {
+    KeepInFile();
+    Start();
+    values::FindValue<values::Value<QString>>(QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+                                              nullptr, nullptr)
+        ->SetValue(QStringLiteral("South"));
+    m_server->Stop();
+    EXPECT_EQ(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
+    EXPECT_FALSE(Flag(Online));
+    Restart();
+    Start();
+    EXPECT_EQ(Text(QStringLiteral("/MultiChannelServer/Config/DeviceName")), QStringLiteral("South"));
+}
+
+TEST_F(McsServerTest, TheFirstStartWritesTheDefaultPoliciesForPeopleToFind) {
+    KeepInFile();
+    Start();
+    EXPECT_EQ(Stored(QStringLiteral("DynamicMpxORVs/Policy/MayBeJobMaster")), QStringLiteral("true"));
+    EXPECT_EQ(Stored(QStringLiteral("DynamicMpxORVs/Policy/MayCal")), QStringLiteral("false"));
+}
+
+const char* const TwoStatic =
+    "[StaticMpxORVs]\n"
+    "Names=\"Alpha, Bravo\"\n"
+    "Alpha\\Comment=Mast 1\n"
+    "Alpha\\MayCal=true\n"
+    "Alpha\\MayBeJobMaster=false\n";
+
+TEST_F(McsServerTest, MakesTheStaticMpxOrvsOfItsConfiguration) {
+    Configure(TwoStatic);
+    Start();
+    EXPECT_EQ(Count(QStringLiteral("StaticMpxORVs")), 2);
+    EXPECT_EQ(Text(Static(QStringLiteral("Alpha"), QStringLiteral("Status/Comment"))),
+              QStringLiteral("Mast 1"));
+    EXPECT_TRUE(Flag(Static(QStringLiteral("Alpha"), QStringLiteral("Policy/MayCal"))));
+    EXPECT_FALSE(Flag(Static(QStringLiteral("Alpha"), QStringLiteral("Policy/MayBeJobMaster"))));
+    EXPECT_TRUE(Flag(Static(QStringLiteral("Alpha"), QStringLiteral("Policy/MayRestartJob"))))
+        << "what is not configured is as by default";
+    EXPECT_TRUE(Exists(Static(QStringLiteral("Bravo"), QStringLiteral("Request/Answer"))));
+}
+
+TEST_F(McsServerTest, SavesThePoliciesOfStaticMpxOrvs) {
+    Configure(TwoStatic);
+    Start();
+    Set(Static(QStringLiteral("Bravo"), QStringLiteral("Policy/MayBIT")), true);
+    Set(SaveConfig, true);
+    EXPECT_EQ(Stored(QStringLiteral("StaticMpxORVs/Bravo/MayBIT")), QStringLiteral("true"));
+    EXPECT_EQ(Stored(QStringLiteral("StaticMpxORVs/Alpha/MayCal")), QStringLiteral("true"));
+    Restart();
+    Start();
+    EXPECT_TRUE(Flag(Static(QStringLiteral("Bravo"), QStringLiteral("Policy/MayBIT"))));
+}
+
+TEST_F(McsServerTest, NamesOfStaticMpxOrvsThatCannotBeAreToldAndLeftOut) {
+    Configure("[StaticMpxORVs]\nNames=\"Alpha, a/b, Alpha,  , <i>\"\n");
+    m_server->Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
+    EXPECT_EQ(Count(QStringLiteral("StaticMpxORVs")), 1);
+    const QStringList log = TakeLog();
+    EXPECT_THAT(log, Contains(QStringLiteral("StaticMpxORVs: 'a/b' cannot be the name of an MpxORV")));
+    EXPECT_THAT(log, Contains(QStringLiteral("StaticMpxORVs: 'Alpha' is there twice")));
+    EXPECT_THAT(log, Contains(QStringLiteral("StaticMpxORVs: '(i)' cannot be the name of an MpxORV")));
+}
+
+}  // namespace

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <tests/support/printing.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+
+#include <functional>
+
+/// The program itself, with a directory of its own for its files. Killed if a test leaves it running.
+class ServerProcess {
+  public:
+    ServerProcess();
+    ~ServerProcess();
+    ServerProcess(const ServerProcess&) = delete;
+    ServerProcess& operator=(const ServerProcess&) = delete;
+
+    /// Starts it on a free port of this machine, and waits until it says on which.
+    void Start(const QStringList& arguments = {});
+    /// Runs it to its end. \return its exit code; -1 if it does not end.
+    int Run(const QStringList& arguments);
+    /// Asks it to end, and waits. \return as Run.
+    int Terminate();
+
+    int Port() const { return m_port; }
+    QString Output() const { return m_output; }
+    QString Errors() const { return m_errors; }
+    QString Directory() const { return m_directory.path(); }
+    QString Path(const QString& name) const { return m_directory.filePath(name); }
+    void WriteFile(const QString& name, const QByteArray& content) const;
+    QString ConfigPath() const { return Path(QStringLiteral("mcserver.ini")); }
+
+    /// Runs the event loop until \a condition holds. False if it does not within the deadline.
+    static bool WaitFor(const std::function<bool()>& condition);
+
+  private:
+    int WaitForEnd();
+    void FindPort();
+
+    QTemporaryDir m_directory;
+    QProcess m_process;
+    QString m_output;
+    QString m_errors;
+    int m_port = 0;
+};
