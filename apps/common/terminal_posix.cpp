@@ -47,7 +47,7 @@ void Prepare() {
         [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
     }
     ::signal(SIGPIPE, SIG_IGN);
-    // Scripts run in the locale "C", in which nothing beyond ASCII could be given.
+    // What is written is UTF-8 in any locale, so what is read has to be.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 

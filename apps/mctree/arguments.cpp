@@ -187,7 +187,7 @@ Outcome TakeOperands(const QStringList& operands, Arguments* arguments) {
     const auto word = Find(Commands, operands.first());
     if (word == Commands.end()) return Wrong(QStringLiteral("unknown command %1").arg(operands.first()));
     const int count = operands.size() - 1;
-    const QString name = operands.first();
+    const QString& name = operands.first();
     if (count < word->fewest)
         return Wrong(name + (name == QLatin1String("set") ? QStringLiteral(" needs a path and a value")
                                                           : QStringLiteral(" needs a path")));
@@ -195,7 +195,7 @@ Outcome TakeOperands(const QStringList& operands, Arguments* arguments) {
     arguments->command = word->command;
     const int paths = word->command == ECommand::Set ? 1 : count;
     for (int i = 1; i <= paths; ++i)
-        if (const Outcome outcome = AddPath(operands[i], arguments); !outcome.IsDone()) return outcome;
+        if (Outcome outcome = AddPath(operands[i], arguments); !outcome.IsDone()) return outcome;
     if (word->command == ECommand::List && paths == 0) arguments->paths.append(QStringLiteral("/"));
     if (word->command == ECommand::Set) arguments->value = operands[2];
     return Outcome();

@@ -86,8 +86,7 @@ void PrintJson(const ServerInfo& info, Printer& printer) {
 
 Outcome RunInfo(const Context& context) {
     Mirrors mirrors;
-    const Outcome outcome =
-        Establish(context.session, {QStringLiteral("/")}, context.arguments.timeout, &mirrors);
+    Outcome outcome = Establish(context.session, {QStringLiteral("/")}, context.arguments.timeout, &mirrors);
     // Whoever may not read the root still learns the rest.
     if (outcome.code == EExitCode::NoConnection) return outcome;
     WaitForLatency(context);

@@ -33,7 +33,7 @@ Outcome RunCommand(const Arguments& arguments, Printer& printer) {
     IVtClient* const client = center.CreateVtClient(arguments.Address().toUtf8().constData(), arguments.port);
     if (client == nullptr)
         return {EExitCode::Usage, QStringLiteral("\"%1\" cannot be a server's address").arg(arguments.host)};
-    const Outcome outcome = RunWith(*client, arguments, printer);
+    Outcome outcome = RunWith(*client, arguments, printer);
     center.DestroyVtClient(client);
     return outcome;
 }

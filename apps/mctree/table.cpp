@@ -54,7 +54,7 @@ void PrintRow(const TableRow& row, const Widths& widths, Printer& printer) {
         content = Spaces(widths.number - CountColumns(content)) + row.content.Joined();
     QString mark = row.isStale ? QStringLiteral("  (stale)") : QString();
     const int room = printer.Style().width - widths.name - widths.kind - 2 * GapColumns - CountColumns(mark);
-    if (printer.Style().width > 0 && room >= LeastContent) content = Cut(content, room);
+    if (room >= LeastContent) content = Cut(content, room);
     QString line = printer.Painted(row.name, row.isNode ? EColour::Node : EColour::Plain) +
                    Spaces(widths.name - CountColumns(row.name)) + QLatin1String(Gap) +
                    printer.Painted(row.kind, EColour::Faint);

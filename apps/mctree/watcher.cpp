@@ -65,8 +65,7 @@ void Watcher::FollowTics() {
     for (const Watched& watched : m_watched) {
         values::TreeItem* const item = watched.mirror->GetItem();
         // What had gone as a whole is back as a whole.
-        if (watched.mirror->IsEstablished() && item != nullptr && watched.subtree->IsEmpty())
-            watched.subtree->WatchAdded(*item);
+        if (item != nullptr && watched.subtree->IsEmpty()) watched.subtree->WatchAdded(*item);
     }
 }
 
