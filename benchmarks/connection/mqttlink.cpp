@@ -41,17 +41,21 @@ void MqttLink::Publish(const QByteArray& topic, int content) {
 }
 
 void MqttLink::Write() {
+    if (m_isReading)
+        return;  // the library must not be told to write while it calls back; Read() follows it up
     if (mosquitto_want_write(m_client)) mosquitto_loop_write(m_client, 1);
     m_writable->setEnabled(mosquitto_want_write(m_client));
 }
 
 // The library reads one packet per call; a turn of the event loop for each would be unfair to it.
 void MqttLink::Read() {
+    m_isReading = true;
     quint64 before = 0;
     do {
         before = m_received;
         mosquitto_loop_read(m_client, 1);
     } while (m_received != before);
+    m_isReading = false;
     Write();
 }
 

@@ -38,6 +38,7 @@ class MqttLink final : public QObject {
     std::unique_ptr<QSocketNotifier> m_readable;
     std::unique_ptr<QSocketNotifier> m_writable;
     quint64 m_received = 0;
+    bool m_isReading = false;
 };
 
 }  // namespace bench

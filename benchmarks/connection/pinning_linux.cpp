@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pinning.h"
 
-#include <cstddef>
 #include <sched.h>
+#include <cstddef>
 
 namespace bench {
 

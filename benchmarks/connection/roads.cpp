@@ -13,10 +13,9 @@ namespace bench {
 
 const std::vector<Road>& Roads() {
     static const std::vector<Road> roads = {
-        MakeOwnRoad(),
-        MakeRawSocketRoad(),
+        MakeOwnRoad(),           MakeRawSocketRoad(),
 #ifdef MCS_BENCH_REMOTE_OBJECTS
-        MakeRemoteObjectsRoad(),
+        MakeRemoteObjectsRoad(), MakeRemoteSignalRoad(),
 #endif
 #ifdef MCS_BENCH_MQTT
         MakeMqttRoad(),

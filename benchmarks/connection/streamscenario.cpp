@@ -6,10 +6,8 @@ namespace bench {
 namespace {
 
 constexpr StreamSize sizes[] = {
-    {"ours", 200000, 4000000},
-    {"raw", 200000, 4000000},
-    {"remoteobjects", 20000, 400000},
-    {"mqtt", 10000, 150000},
+    {"ours", 200000, 4000000},       {"raw", 200000, 4000000}, {"remoteobjects", 20000, 400000},
+    {"remotesignal", 20000, 600000}, {"mqtt", 10000, 150000},
 };
 
 Row RateRow(const char* peerName, const char* peer, Row::ELimit limit, double bound) {
@@ -47,6 +45,7 @@ Scenario StreamScenario() {
             playRound,
             {RateRow("", "", Row::AtLeast, 3.0), RateRow("QTcpSocket, 8 bytes", "raw", Row::Information, 0),
              RateRow("Qt Remote Objects", "remoteobjects", Row::AtLeast, 5.0),
+             RateRow("  a signal, no values", "remotesignal", Row::Information, 0),
              RateRow("MQTT", "mqtt", Row::AtLeast, 20.0),
              CpuRow("server", "servercpu", "", "", Row::AtMost, 0.35),
              CpuRow("client", "clientcpu", "", "", Row::AtMost, 0.35),
