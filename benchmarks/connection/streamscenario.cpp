@@ -45,7 +45,7 @@ Scenario StreamScenario() {
             playRound,
             {RateRow("", "", Row::AtLeast, 3.0), RateRow("QTcpSocket, 8 bytes", "raw", Row::Information, 0),
              RateRow("Qt Remote Objects", "remoteobjects", Row::AtLeast, 5.0),
-             RateRow("  a signal, no values", "remotesignal", Row::Information, 0),
+             RateRow("QtRO, bare signal", "remotesignal", Row::Information, 0),
              RateRow("MQTT", "mqtt", Row::AtLeast, 20.0),
              CpuRow("server", "servercpu", "", "", Row::AtMost, 0.35),
              CpuRow("client", "clientcpu", "", "", Row::AtMost, 0.35),
