@@ -54,7 +54,7 @@ bool Broker::WriteConfiguration(const QString& file) const {
                         "persistence false\n"
                         "set_tcp_nodelay true\n"
                         "max_queued_messages 0\n"
-                        "log_dest stdout\n"
+                        "log_dest stderr\n"
                         "log_type error\n"
                         "log_type information\n"
                         "connection_messages false\n");

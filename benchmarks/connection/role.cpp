@@ -8,6 +8,8 @@
 #include "streamroles.h"
 #include "treeroles.h"
 
+#include <platform/app/errorhandler.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
 
@@ -52,6 +54,8 @@ int Role::Run(const QStringList& arguments) {
     const QString name = arguments.value(0);
     const Settings settings(arguments.mid(1));
     if (settings.Has(QStringLiteral("core"))) PinToCore(settings.Int(QStringLiteral("core")));
+    // Children are ended without ceremony, which would fill the screen with traces of lost connections.
+    if (!qEnvironmentVariableIsSet("MCS_TRACE")) ErrorHandler::Instance().SetTraceFlags(0);
     QTimer::singleShot(LongestLife, [] { Fail(QStringLiteral("took too long")); });
     for (const Entry& entry : entries) {
         if (name != QLatin1String(entry.name)) continue;

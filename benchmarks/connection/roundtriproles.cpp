@@ -33,7 +33,10 @@ void RoundTripServer::TellTimes() const {
 }
 
 RoundTripClient::RoundTripClient(const Settings& settings) : RoadRole(settings), m_end(MakeClientEnd(0)) {
-    m_end->onReady = [this] { m_end->Report(0); };
+    m_end->onReady = [this] {
+        TellResult(Settings());  // the server measures
+        m_end->Report(0);
+    };
     m_end->onChange = [this](int /*index*/, int content) { m_end->Report(content); };
 }
 

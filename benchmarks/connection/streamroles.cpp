@@ -63,16 +63,20 @@ StreamClient::StreamClient(const Settings& settings)
       m_warmUp(settings.Int(QStringLiteral("warmup"))),
       m_total(settings.Int(QStringLiteral("total"))) {}
 
-void StreamClient::Start() {
-    int client = GetSettings().Int(QStringLiteral("first"));
-    for (Follower& follower : m_followers) {
-        follower.end = MakeClientEnd(client++);
-        follower.end->onReady = [&follower] { follower.end->Report(0); };
-        follower.end->onChange = [this, &follower](int index, int content) {
-            TakeChange(follower, index, content);
-        };
-        follower.end->Open();
-    }
+// One after the other: how a server takes a crowd that comes at once is not measured here.
+void StreamClient::OpenNext() {
+    if (m_opened == m_followers.size()) return;
+    Follower& follower = m_followers[m_opened];
+    follower.end = MakeClientEnd(GetSettings().Int(QStringLiteral("first")) + static_cast<int>(m_opened));
+    ++m_opened;
+    follower.end->onReady = [this, &follower] {
+        follower.end->Report(0);
+        OpenNext();
+    };
+    follower.end->onChange = [this, &follower](int index, int content) {
+        TakeChange(follower, index, content);
+    };
+    follower.end->Open();
 }
 
 void StreamClient::TakeChange(Follower& follower, int index, int content) {

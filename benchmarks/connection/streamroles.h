@@ -37,7 +37,7 @@ class StreamServer final : public RoadRole {
 class StreamClient final : public RoadRole {
   public:
     explicit StreamClient(const Settings& settings);
-    void Start() override;
+    void Start() override { OpenNext(); }
 
   private:
     struct Follower {
@@ -45,10 +45,12 @@ class StreamClient final : public RoadRole {
         int received = 0;
     };
 
+    void OpenNext();
     void TakeChange(Follower& follower, int index, int content);
     void EndStage(int received);
 
     std::vector<Follower> m_followers;
+    std::size_t m_opened = 0;
     int m_warmUp;
     int m_total;
     int m_atStageEnd = 0;
