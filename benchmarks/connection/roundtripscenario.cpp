@@ -45,7 +45,7 @@ Row MakeRow(const char* quantile, const char* peerName, const char* peer, Row::E
 
 Scenario RoundTripScenario() {
     return {QStringLiteral("round trip"),
-            5,
+            9,
             PlayRound,
             {MakeRow("p50", "QTcpSocket", "raw", Row::AtMost, 1.25),
              MakeRow("p50", "Qt Remote Objects", "remoteobjects", Row::AtMost, 1.0),

@@ -103,6 +103,7 @@ void TreeClient::Update(Observable* source, TChangeCode code) {
         const QString flag = FlagPath(QStringLiteral("/Mirror%1").arg(number), number);
         values::FindValue<Flag>(flag, nullptr, nullptr)->SetValue(1);
         ++m_established;
+        source->DeleteObserver(this);
     }
     if (m_established < static_cast<int>(m_clients.size())) return;
     m_seconds = m_watch.Seconds();
