@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "settings.h"
+
+#include <QtCore/QProcess>
+
+#include <optional>
+
+namespace bench {
+
+/// A role to be played by a process of its own.
+struct Part {
+    QString role;
+    Settings settings;
+};
+
+/// This program once more, in a role. Ends with this object.
+class Child {
+  public:
+    explicit Child(const Part& part);
+    ~Child();
+
+    /// The number in the line "port ..."; empty if the child failed before.
+    std::optional<int> WaitForPort();
+    /// What the line "result ..." holds; empty if the child failed before.
+    std::optional<Settings> WaitForResult();
+    QString GetFailure() const { return m_failure; }
+
+  private:
+    std::optional<QString> WaitForLine(const QString& kind);
+
+    QString m_role;
+    QString m_failure;
+    QProcess m_process;
+};
+
+}  // namespace bench

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "role.h"
+
+#include "pacedroles.h"
+#include "pinning.h"
+#include "roundtriproles.h"
+#include "stalledrole.h"
+#include "streamroles.h"
+#include "treeroles.h"
+
+#include <platform/app/errorhandler.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace bench {
+
+namespace {
+
+// No child outlives this, whatever happens to the process that started it.
+constexpr int LongestLife = 100 * 1000;  // ms
+
+template <class R>
+std::unique_ptr<Role> Make(const Settings& settings) {
+    return std::make_unique<R>(settings);
+}
+
+struct Entry {
+    const char* name;
+    std::unique_ptr<Role> (*make)(const Settings& settings);
+};
+
+constexpr Entry entries[] = {
+    {"roundtrip-server", Make<RoundTripServer>}, {"roundtrip-client", Make<RoundTripClient>},
+    {"stream-server", Make<StreamServer>},       {"stream-client", Make<StreamClient>},
+    {"paced-server", Make<PacedServer>},         {"paced-client", Make<PacedClient>},
+    {"tree-server", Make<TreeServer>},           {"tree-client", Make<TreeClient>},
+    {"stalled-client", Make<StalledClient>},
+};
+
+void TellLine(const QString& line) {
+    std::fputs(qPrintable(line + QLatin1Char('\n')), stdout);
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+Role::~Role() = default;
+
+int Role::Run(const QStringList& arguments) {
+    const QString name = arguments.value(0);
+    const Settings settings(arguments.mid(1));
+    if (settings.Has(QStringLiteral("core"))) PinToCore(settings.Int(QStringLiteral("core")));
+    // Children are ended without ceremony, which would fill the screen with traces of lost connections.
+    if (!qEnvironmentVariableIsSet("MCS_TRACE")) ErrorHandler::Instance().SetTraceFlags(0);
+    QTimer::singleShot(LongestLife, [] { Fail(QStringLiteral("took too long")); });
+    for (const Entry& entry : entries) {
+        if (name != QLatin1String(entry.name)) continue;
+        const std::unique_ptr<Role> role = entry.make(settings);
+        QTimer::singleShot(0, role.get(), [&role] { role->Start(); });
+        return QCoreApplication::exec();
+    }
+    Fail(QStringLiteral("no role ") + name);
+}
+
+void Role::Fail(const QString& reason) {
+    TellLine(QStringLiteral("failed ") + reason);
+    std::_Exit(1);  // from the middle of anything, so nothing is unwound
+}
+
+void Role::TellPort(int port) {
+    TellLine(QStringLiteral("port %1").arg(port));
+}
+
+void Role::TellResult(const Settings& result) {
+    TellLine(QStringLiteral("result ") + result.Words().join(QLatin1Char(' ')));
+}
+
+}  // namespace bench

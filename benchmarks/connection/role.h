@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "settings.h"
+
+#include <QtCore/QObject>
+
+#include <memory>
+
+namespace bench {
+
+/// What a child process does in a measurement. It is started with settings, and tells what it finds out in
+/// lines on its standard output: "port", "result" or "failed".
+class Role : public QObject {
+  public:
+    ~Role() override;
+
+    /// The main function of a child process: \a arguments are the name of the role and its settings.
+    static int Run(const QStringList& arguments);
+    /// Tells \a reason and ends the process.
+    [[noreturn]] static void Fail(const QString& reason);
+
+    virtual void Start() = 0;
+
+  protected:
+    explicit Role(const Settings& settings) : m_settings(settings) {}
+    const Settings& GetSettings() const { return m_settings; }
+
+    static void TellPort(int port);
+    static void TellResult(const Settings& result);
+
+  private:
+    Settings m_settings;
+};
+
+}  // namespace bench

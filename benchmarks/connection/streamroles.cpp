@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "streamroles.h"
+
+#include <algorithm>
+
+namespace bench {
+
+namespace {
+
+constexpr int FarthestAhead = 100000;
+constexpr int ReportInterval = 5000;
+
+}  // namespace
+
+StreamServer::StreamServer(const Settings& settings)
+    : RoadRole(settings),
+      m_end(MakeServerEnd()),
+      m_received(static_cast<std::size_t>(GetSetup().clients), -1),
+      m_warmUp(settings.Int(QStringLiteral("warmup"))),
+      m_total(settings.Int(QStringLiteral("total"))) {
+    m_end->onReport = [this](int client, int content) { TakeReport(client, content); };
+    connect(&m_nextTurn, &QTimer::timeout, this, &StreamServer::SetAll);
+}
+
+void StreamServer::TakeReport(int client, int content) {
+    int& received = m_received.at(static_cast<std::size_t>(client));
+    const bool wasSlowest = received == m_slowest;
+    received = content;
+    if (!wasSlowest) return;
+    const int slowest = *std::min_element(m_received.begin(), m_received.end());
+    if (slowest == m_slowest) return;
+    m_slowest = slowest;
+    if (slowest == 0) return StartStage(m_warmUp);
+    if (slowest == m_total) return TellRate();
+    if (slowest == m_warmUp) return StartStage(m_total);
+    if (m_sent < m_stageEnd && !m_nextTurn.isActive()) m_nextTurn.start(0);
+}
+
+void StreamServer::StartStage(int changes) {
+    m_stageEnd = changes;
+    m_watch.Start();
+    m_nextTurn.start(0);
+}
+
+void StreamServer::SetAll() {
+    const int values = GetSetup().values;
+    if (m_sent == m_stageEnd || m_sent + values - m_slowest > FarthestAhead) return m_nextTurn.stop();
+    for (int index = 0; index < values; ++index)
+        m_end->Set(index, m_sent++);
+    m_end->Send();
+}
+
+void StreamServer::TellRate() const {
+    const double deliveries = static_cast<double>(m_total - m_warmUp) * GetSetup().clients;
+    TellResult(Settings()
+                   .Set(QStringLiteral("rate"), deliveries / m_watch.Seconds())
+                   .Set(QStringLiteral("cpu"), m_watch.BusySeconds() / deliveries * 1e6));
+}
+
+StreamClient::StreamClient(const Settings& settings)
+    : RoadRole(settings),
+      m_followers(static_cast<std::size_t>(settings.Int(QStringLiteral("count")))),
+      m_warmUp(settings.Int(QStringLiteral("warmup"))),
+      m_total(settings.Int(QStringLiteral("total"))) {}
+
+// One after the other: how a server takes a crowd that comes at once is not measured here.
+void StreamClient::OpenNext() {
+    if (m_opened == m_followers.size()) return;
+    Follower& follower = m_followers[m_opened];
+    follower.end = MakeClientEnd(GetSettings().Int(QStringLiteral("first")) + static_cast<int>(m_opened));
+    ++m_opened;
+    follower.end->onReady = [this, &follower] {
+        follower.end->Report(0);
+        OpenNext();
+    };
+    follower.end->onChange = [this, &follower](int index, int content) {
+        TakeChange(follower, index, content);
+    };
+    follower.end->Open();
+}
+
+void StreamClient::TakeChange(Follower& follower, int index, int content) {
+    if (content != follower.received || index != content % GetSetup().values)
+        Fail(QStringLiteral("change %1 of value %2 where %3 was due")
+                 .arg(content)
+                 .arg(index)
+                 .arg(follower.received));
+    ++follower.received;
+    if (follower.received % ReportInterval != 0) return;
+    if (follower.received == m_warmUp || follower.received == m_total) EndStage(follower.received);
+    follower.end->Report(follower.received);
+}
+
+void StreamClient::EndStage(int received) {
+    if (++m_atStageEnd < static_cast<int>(m_followers.size())) return;
+    m_atStageEnd = 0;
+    const double deliveries =
+        static_cast<double>(m_total - m_warmUp) * static_cast<double>(m_followers.size());
+    if (received == m_total)
+        TellResult(Settings().Set(QStringLiteral("cpu"), m_watch.BusySeconds() / deliveries * 1e6));
+    m_watch.Start();
+}
+
+}  // namespace bench
