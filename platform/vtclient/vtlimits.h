@@ -29,6 +29,10 @@ constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it 
 constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
+// A closed connection that still sends its last words.
+constexpr int LingerTime = 2000;  // a peer that reads at all has read them by then
+constexpr int MaxLingering = 64;  // beyond, the words may be lost: descriptors are few
+
 // Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
 constexpr int MaxUnackedMessages = 64;
 constexpr int MaxUnackedBytes = 1 << 20;

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/endsending.h>
+
+#include <winsock2.h>
+
+void vt::EndSending(qintptr descriptor) {
+    ::shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
+}
