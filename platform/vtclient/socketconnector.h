@@ -27,6 +27,7 @@ class MCS_CONNECTION_EXPORT SocketConnector final : public QObject, public IConn
     QTcpSocket* MakeTlsSocket(QString* error);
     void OnReady();
     void OnError();
+    QString ErrorText() const;
 
     QString m_host;
     int m_port;

@@ -17,6 +17,16 @@
 
 namespace vt {
 
+namespace {
+
+QString HandshakeErrorText(const QSslSocket& socket) {
+    if (socket.error() == QAbstractSocket::RemoteHostClosedError)
+        return QStringLiteral("it broke off the TLS handshake (does it trust our certificate?)");
+    return QStringLiteral("TLS failed (does it speak TLS?): %1").arg(socket.errorString());
+}
+
+}  // namespace
+
 SocketListener::SocketListener() = default;
 SocketListener::~SocketListener() = default;
 
@@ -88,7 +98,7 @@ void SocketListener::StartTls(qintptr descriptor) {
     socket->setSslConfiguration(m_configuration);
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
-            [this, socket] { Refuse(socket, QStringLiteral("TLS: %1").arg(socket->errorString())); });
+            [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });
     QTimer::singleShot(vtlimits::HelloTimeout, socket,
                        [this, socket] { Refuse(socket, QStringLiteral("no TLS handshake in time")); });
     socket->startServerEncryption();
