@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/lingeringsocket.h>
 
-#include <platform/vtclient/endsending.h>
+#include <platform/vtclient/nativesocket.h>
 #include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QCoreApplication>

@@ -4,6 +4,7 @@
 #include <platform/app/errorhandler.h>
 #include <platform/vtclient/framedsocket.h>
 #include <platform/vtclient/message.h>
+#include <platform/vtclient/nativesocket.h>
 #include <platform/vtclient/tlsfiles.h>
 #include <platform/vtclient/vtlimits.h>
 
@@ -64,7 +65,10 @@ bool SocketListener::Listen(const VtServerOptions& options, bool needsCredential
         return false;
     }
     if (m_isTls && !SetUpTls(options, error)) return false;
-    if (listen(address, static_cast<quint16>(options.port))) return true;
+    if (listen(address, static_cast<quint16>(options.port))) {
+        SetListenQueue(socketDescriptor(), vtlimits::ListenQueue);
+        return true;
+    }
     *error = QStringLiteral("cannot listen on %1 port %2: %3")
                  .arg(options.address)
                  .arg(options.port)

@@ -20,6 +20,7 @@ constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one messa
 constexpr int MaxChange = 1000 * 1000;                  // one change with its message fits a frame
 constexpr int BatchTarget = 64 * 1024;                  // large enough to pay, small enough to interleave
 constexpr int MaxSessions = 1000;                       // a process has about 1,000 descriptors
+constexpr int ListenQueue = 1000;                       // all of them come back at once after a restart
 constexpr int MaxSubscriptions = 256;                   // per session
 constexpr int MaxNameLength = 1024;                     // UTF-16 code units
 constexpr int MaxPathLength = 4096;                     // UTF-16 code units
