@@ -6,9 +6,10 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 # Headers that only the sources of a library include.
 set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observedvalues.h serverclientdetail.h
   statusnode.h
-  bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h ieventloop.h itemkinds.h
-  message.h mirrorrecord.h pagedtable.h qteventloop.h serverhub.h serversession.h socketconnector.h
-  socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treepath.h treewatcher.h vtclient.h
+  bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h
+  ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
+  serversession.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h
+  treepath.h treewatcher.h vtclient.h
   vtlimits.h vttic.h)
 list(TRANSFORM mcs_private_headers REPLACE "\\." "\\\\.")
 list(JOIN mcs_private_headers "|" mcs_private_pattern)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/framedsocket.h>
 
+#include <platform/vtclient/lingeringsocket.h>
 #include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QElapsedTimer>
@@ -17,15 +18,22 @@ namespace {
 
 constexpr int HeaderSize = 4;
 /// How a TLS client begins; as a length it would be far too much.
-constexpr quint32 TlsHandshake = 0x1603;
+constexpr const char* TlsHandshake = "\x16\x03";
 constexpr qint64 ReadAtOnce = 128 * 1024;
-/// How long a closed connection may take to send what it has left; in ms.
-constexpr int LingerTime = 2000;
 
 QString AddressText(const QTcpSocket& socket) {
     const QString host = socket.peerAddress().toString();
     const bool isV6 = host.contains(QLatin1Char(':'));
     return (isV6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2")).arg(host).arg(socket.peerPort());
+}
+
+/// What speaks who begins with \a beginning, which as a length nobody could mean.
+QString ForeignText(const QByteArray& beginning) {
+    if (beginning.startsWith(TlsHandshake)) return QStringLiteral("the peer speaks TLS, this port does not");
+    QString text;
+    for (const char byte : beginning)
+        text += byte >= ' ' && byte <= '~' ? QString(QLatin1Char(byte)) : QStringLiteral(".");
+    return QStringLiteral("the peer does not speak this protocol: it begins with '%1'").arg(text);
 }
 
 }  // namespace
@@ -37,6 +45,7 @@ FramedSocket::FramedSocket(QTcpSocket* socket)
     : m_socket(socket),
       m_ssl(qobject_cast<QSslSocket*>(socket)),
       m_maxMessage(vtlimits::MaxFrameBeforeWelcome),
+      m_isEncrypted(m_ssl != nullptr),
       m_peerAddress(AddressText(*socket)),
       m_isLoopback(socket->peerAddress().isLoopback()) {
     m_socket->setParent(this);
@@ -49,30 +58,21 @@ FramedSocket::FramedSocket(QTcpSocket* socket)
     }
     connect(m_socket, &QTcpSocket::readyRead, this, &FramedSocket::OnReadyRead);
     connect(m_socket, &QTcpSocket::disconnected, this, &FramedSocket::OnDisconnected);
-    // What came before there was somebody to read it, and whatever the end of the connection left.
-    QTimer::singleShot(0, this, &FramedSocket::ReadOn);
 }
 
 FramedSocket::~FramedSocket() {
     Close();
-    m_socket->disconnect(this);
-    // It may be this very socket's signal that brought us here, and it may have something left to send.
-    m_socket->setParent(nullptr);
-    if (m_socket->state() == QAbstractSocket::UnconnectedState) {
-        m_socket->deleteLater();
-        return;
-    }
-    connect(m_socket, &QTcpSocket::disconnected, m_socket, &QObject::deleteLater);
-    QTimer::singleShot(LingerTime, m_socket, &QObject::deleteLater);
 }
 
 void FramedSocket::SetListener(IChannelListener* listener) {
     m_listener = listener;
+    // What came before there was somebody to read it, and whatever the end of the connection left.
+    if (listener != nullptr) QTimer::singleShot(0, this, &FramedSocket::ReadOn);
 }
 
 void FramedSocket::SetMaxMessage(quint32 size) {
     m_maxMessage = size;
-    m_socket->setReadBufferSize(size + HeaderSize);
+    if (m_isOpen) m_socket->setReadBufferSize(size + HeaderSize);
 }
 
 void FramedSocket::Send(const QByteArray& message) {
@@ -83,13 +83,14 @@ void FramedSocket::Send(const QByteArray& message) {
 }
 
 void FramedSocket::Flush() {
-    if (m_out.isEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
+    if (!m_isOpen || m_out.isEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
     m_socket->write(m_out);
     m_out.resize(0);
     m_socket->flush();
 }
 
 qint64 FramedSocket::Unsent() const {
+    if (!m_isOpen) return 0;
     // A TLS socket counts what it has not encrypted yet apart from what it has.
     const qint64 encrypted = m_ssl != nullptr ? m_ssl->encryptedBytesToWrite() : 0;
     return m_out.size() + m_socket->bytesToWrite() + encrypted;
@@ -99,26 +100,37 @@ void FramedSocket::Close() {
     if (!m_isOpen) return;
     Flush();
     m_isOpen = false;
-    m_socket->disconnectFromHost();
+    m_socket->disconnect(this);
+    LingeringSocket::TakeOver(m_socket);
+    m_socket = m_ssl = nullptr;
 }
 
+// The connection is of no use any more.
 void FramedSocket::Fail(const QString& reason) {
     if (!m_isOpen) return;
-    m_isOpen = false;
+    m_socket->disconnect(this);
     m_socket->abort();
+    Close();
     if (m_listener != nullptr) m_listener->OnClosed(reason);
 }
 
-void FramedSocket::OnDisconnected() {
-    if (!m_isOpen) return;
-    // What came before the end is still given.
+// The peer speaks the protocol and broke a rule: it may be told so.
+void FramedSocket::Refuse(const QString& reason) {
+    m_isDeaf = true;
     const QPointer<FramedSocket> self(this);
+    m_listener->OnClosed(reason);
+    if (self) Close();
+}
+
+void FramedSocket::OnDisconnected() {
+    m_hasEnded = true;
     ReadOn();
-    if (self && m_isOpen) {
-        const bool isClosedByPeer = m_socket->error() == QAbstractSocket::RemoteHostClosedError ||
-                                    m_socket->error() == QAbstractSocket::UnknownSocketError;
-        Fail(isClosedByPeer ? QStringLiteral("the peer closed the connection") : m_socket->errorString());
-    }
+}
+
+QString FramedSocket::EndText() const {
+    const bool isClosedByPeer = m_socket->error() == QAbstractSocket::RemoteHostClosedError ||
+                                m_socket->error() == QAbstractSocket::UnknownSocketError;
+    return isClosedByPeer ? QStringLiteral("the peer closed the connection") : m_socket->errorString();
 }
 
 void FramedSocket::OnReadyRead() {
@@ -127,13 +139,13 @@ void FramedSocket::OnReadyRead() {
 
 // Everything that is there, but for no longer than a turn.
 void FramedSocket::ReadOn() {
-    if (m_isReading || !m_isOpen || m_listener == nullptr) return;
+    if (m_isReading || m_isDeaf || !m_isOpen || m_listener == nullptr) return;
     m_isReading = true;
     const QPointer<FramedSocket> self(this);
     QElapsedTimer clock;
     clock.start();
     bool isPaused = false;
-    while (self && m_isOpen && !isPaused) {
+    while (self && m_isOpen && !m_isDeaf && !isPaused) {
         if (!GiveFrames()) break;
         const qint64 available = m_socket->bytesAvailable();
         if (available == 0) break;
@@ -147,19 +159,21 @@ void FramedSocket::ReadOn() {
     if (!self) return;
     m_isReading = false;
     if (m_isOpen && isPaused) QTimer::singleShot(0, this, &FramedSocket::ReadOn);
-    if (m_listener != nullptr) m_listener->OnInputDone();  // last: it may destroy this
+    if (m_listener != nullptr) m_listener->OnInputDone();  // which may destroy this
+    // What came before the end was given.
+    if (self && m_isOpen && m_hasEnded && !isPaused) Fail(EndText());
 }
 
-// False if the channel failed or a frame is incomplete only because the socket holds no more.
+// False if the channel is closed, by whomever.
 bool FramedSocket::GiveFrames() {
     while (m_isOpen && m_in.size() - m_consumed >= HeaderSize) {
         const quint32 size = qFromBigEndian<quint32>(m_in.constData() + m_consumed);
-        if (size >> 16U == TlsHandshake && m_ssl == nullptr) {
-            Fail(QStringLiteral("the peer speaks TLS, this port does not"));
+        if (size > vtlimits::MaxFrame) {
+            Fail(ForeignText(m_in.mid(m_consumed, HeaderSize)));
             return false;
         }
         if (size > m_maxMessage) {
-            Fail(QStringLiteral("a frame of %1 bytes, where %2 are allowed").arg(size).arg(m_maxMessage));
+            Refuse(QStringLiteral("a message of %1 bytes, where %2 are allowed").arg(size).arg(m_maxMessage));
             return false;
         }
         if (static_cast<quint32>(m_in.size() - m_consumed - HeaderSize) < size) break;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 
 #include <QtCore/QByteArray>
@@ -14,7 +15,7 @@ namespace vt {
 
 /// A channel over a connected TCP or TLS socket: each message is a frame of 4 bytes length, big endian, and
 /// the message. What is sent in one turn of the event loop leaves as one write.
-class FramedSocket final : public QObject, public IChannel {
+class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel {
     Q_OBJECT
 
   public:
@@ -31,7 +32,7 @@ class FramedSocket final : public QObject, public IChannel {
     void SetMaxMessage(quint32 size) override;
     QString PeerAddress() const override { return m_peerAddress; }
     bool IsLoopback() const override { return m_isLoopback; }
-    bool IsEncrypted() const override { return m_ssl != nullptr; }
+    bool IsEncrypted() const override { return m_isEncrypted; }
     QString CertificateName() const override { return m_certificateName; }
 
   private:
@@ -40,9 +41,11 @@ class FramedSocket final : public QObject, public IChannel {
     void ReadOn();
     bool GiveFrames();
     void Fail(const QString& reason);
+    void Refuse(const QString& reason);
+    QString EndText() const;
 
-    QTcpSocket* m_socket;
-    QSslSocket* m_ssl;  ///< the same, if it is one
+    QTcpSocket* m_socket;  ///< null once closed
+    QSslSocket* m_ssl;     ///< the same, if it is one
     IChannelListener* m_listener = nullptr;
     QByteArray m_in;
     int m_consumed = 0;  ///< bytes of m_in that were given
@@ -50,6 +53,9 @@ class FramedSocket final : public QObject, public IChannel {
     quint32 m_maxMessage;
     bool m_isOpen = true;
     bool m_isReading = false;
+    bool m_isDeaf = false;    ///< the peer broke a rule: nothing more is read
+    bool m_hasEnded = false;  ///< the peer closed; what came before may be left to be read
+    bool m_isEncrypted;
     QString m_peerAddress;
     bool m_isLoopback;
     QString m_certificateName;

@@ -17,7 +17,8 @@ class MCS_CONNECTION_EXPORT IChannelListener {
     virtual void OnMessage(const char* data, qint64 size) = 0;
     /// The messages at hand were given: what they led to can be sent.
     virtual void OnInputDone() = 0;
-    /// No further message comes. \a reason is one line.
+    /// No further message comes. \a reason is one line. Where the peer broke a rule of the channel, this is
+    /// still open and takes a farewell; afterwards it closes.
     virtual void OnClosed(const QString& reason) = 0;
 };
 

@@ -38,8 +38,8 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
 
 ServerHub::~ServerHub() {
     EndAll(QStringLiteral("the server ends"));
+    Reap();
     m_loop.SetTaker(nullptr);
-    m_sessions.clear();
     if (values::Tree* const tree = values::Tree::Instance()) tree->GetRoot()->DeleteObserver(this);
 }
 
@@ -47,7 +47,10 @@ void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
     if (m_sessions.empty()) m_loop.SetDeadline(CheckSessionsEvery);
     DropOldestPending();
     m_sessions.push_back(std::make_unique<ServerSession>(*this, std::move(channel), ++m_lastSession));
-    if (m_sessions.size() > vtlimits::MaxSessions)
+    // Those that have ended are there until the turn is over.
+    const auto hasEnded = [](const std::unique_ptr<ServerSession>& session) { return session->IsEnded(); };
+    const auto ended = std::count_if(m_sessions.begin(), m_sessions.end(), hasEnded);
+    if (static_cast<std::ptrdiff_t>(m_sessions.size()) - ended > vtlimits::MaxSessions)
         m_sessions.back()->End(EBye::Limit,
                                QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
 }

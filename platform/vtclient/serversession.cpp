@@ -58,6 +58,7 @@ void ServerSession::TraceEnd(const QString& reason) const {
 
 void ServerSession::OnClosed(const QString& reason) {
     if (m_isEnded) return;
+    if (m_channel->IsOpen()) return End(EBye::Limit, reason);  // it was the client that broke a rule
     m_isEnded = true;
     TraceEnd(reason);
     m_hub.OnSessionEnded();

@@ -68,15 +68,21 @@ void SocketConnector::OnReady() {
 }
 
 void SocketConnector::OnError() {
-    QString reason = m_socket->errorString();
-    const auto* const ssl = qobject_cast<QSslSocket*>(m_socket);
-    const bool isConnected = ssl != nullptr && ssl->state() != QAbstractSocket::HostLookupState &&
-                             m_socket->error() != QAbstractSocket::ConnectionRefusedError;
-    if (m_socket->error() == QAbstractSocket::SslHandshakeFailedError ||
-        (isConnected && m_socket->error() == QAbstractSocket::RemoteHostClosedError))
-        reason = QStringLiteral("TLS failed: %1 (does the server speak TLS?)").arg(reason);
+    const QString reason = ErrorText();
     Abort();
     if (m_listener != nullptr) m_listener->OnConnectFailed(reason);
+}
+
+QString SocketConnector::ErrorText() const {
+    const auto* const ssl = qobject_cast<QSslSocket*>(m_socket);
+    if (ssl == nullptr) return m_socket->errorString();
+    if (!ssl->sslHandshakeErrors().isEmpty())
+        return QStringLiteral("the server's certificate: %1")
+            .arg(ssl->sslHandshakeErrors().first().errorString());
+    const bool isInHandshake = m_socket->error() == QAbstractSocket::SslHandshakeFailedError ||
+                               m_socket->error() == QAbstractSocket::RemoteHostClosedError;
+    if (!isInHandshake) return m_socket->errorString();
+    return QStringLiteral("TLS failed (does the server speak TLS?): %1").arg(m_socket->errorString());
 }
 
 }  // namespace vt

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/iconnector.h>
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -11,7 +12,7 @@ class QTcpSocket;
 namespace vt {
 
 /// Connects over TCP, or TLS over TCP.
-class SocketConnector final : public QObject, public IConnector {
+class MCS_CONNECTION_EXPORT SocketConnector final : public QObject, public IConnector {
     Q_OBJECT
 
   public:
@@ -26,6 +27,7 @@ class SocketConnector final : public QObject, public IConnector {
     QTcpSocket* MakeTlsSocket(QString* error);
     void OnReady();
     void OnError();
+    QString ErrorText() const;
 
     QString m_host;
     int m_port;

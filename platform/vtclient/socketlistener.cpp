@@ -4,6 +4,7 @@
 #include <platform/app/errorhandler.h>
 #include <platform/vtclient/framedsocket.h>
 #include <platform/vtclient/message.h>
+#include <platform/vtclient/nativesocket.h>
 #include <platform/vtclient/tlsfiles.h>
 #include <platform/vtclient/vtlimits.h>
 
@@ -16,6 +17,16 @@
 #include <algorithm>
 
 namespace vt {
+
+namespace {
+
+QString HandshakeErrorText(const QSslSocket& socket) {
+    if (socket.error() == QAbstractSocket::RemoteHostClosedError)
+        return QStringLiteral("it broke off the TLS handshake (does it trust our certificate?)");
+    return QStringLiteral("TLS failed (does it speak TLS?): %1").arg(socket.errorString());
+}
+
+}  // namespace
 
 SocketListener::SocketListener() = default;
 SocketListener::~SocketListener() = default;
@@ -54,7 +65,10 @@ bool SocketListener::Listen(const VtServerOptions& options, bool needsCredential
         return false;
     }
     if (m_isTls && !SetUpTls(options, error)) return false;
-    if (listen(address, static_cast<quint16>(options.port))) return true;
+    if (listen(address, static_cast<quint16>(options.port))) {
+        SetListenQueue(socketDescriptor(), vtlimits::ListenQueue);
+        return true;
+    }
     *error = QStringLiteral("cannot listen on %1 port %2: %3")
                  .arg(options.address)
                  .arg(options.port)
@@ -88,7 +102,7 @@ void SocketListener::StartTls(qintptr descriptor) {
     socket->setSslConfiguration(m_configuration);
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
-            [this, socket] { Refuse(socket, QStringLiteral("TLS: %1").arg(socket->errorString())); });
+            [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });
     QTimer::singleShot(vtlimits::HelloTimeout, socket,
                        [this, socket] { Refuse(socket, QStringLiteral("no TLS handshake in time")); });
     socket->startServerEncryption();

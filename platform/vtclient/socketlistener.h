@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/vtserver.h>
 
@@ -17,7 +18,7 @@ class QSslSocket;
 namespace vt {
 
 /// Accepts TCP or TLS connections and hands them on as channels. Main thread.
-class SocketListener final : public QTcpServer {
+class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
     Q_OBJECT
 
   public:

@@ -164,9 +164,10 @@ void VtClient::OnDeadline() {
 
 void VtClient::OnClosed(const QString& reason) {
     const Busy busy(*this);
-    const bool isGreeting = m_state == EState::Greeting;
-    EndSession(isGreeting ? QStringLiteral("%1 before it welcomed us (does it want TLS?)").arg(reason)
-                          : reason);
+    if (m_channel->IsOpen()) return Fail(EBye::Limit, reason);  // it was the server that broke a rule
+    if (m_state != EState::Greeting) return EndSession(reason);
+    const QString hint = m_channel->IsEncrypted() ? QString() : QStringLiteral(" (does it want TLS?)");
+    EndSession(QStringLiteral("%1 before it welcomed us%2").arg(reason, hint));
 }
 
 // The server broke a rule, or is silent.

@@ -20,6 +20,7 @@ constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one messa
 constexpr int MaxChange = 1000 * 1000;                  // one change with its message fits a frame
 constexpr int BatchTarget = 64 * 1024;                  // large enough to pay, small enough to interleave
 constexpr int MaxSessions = 1000;                       // a process has about 1,000 descriptors
+constexpr int ListenQueue = 1000;                       // all of them come back at once after a restart
 constexpr int MaxSubscriptions = 256;                   // per session
 constexpr int MaxNameLength = 1024;                     // UTF-16 code units
 constexpr int MaxPathLength = 4096;                     // UTF-16 code units
@@ -28,6 +29,10 @@ constexpr int MaxHelloText = 256;                       // UTF-16 code units
 constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it does not keep up
 constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
+
+// A closed connection that still sends its last words.
+constexpr int LingerTime = 2000;  // a peer that reads at all has read them by then
+constexpr int MaxLingering = 64;  // beyond, the words may be lost: descriptors are few
 
 // Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
 constexpr int MaxUnackedMessages = 64;

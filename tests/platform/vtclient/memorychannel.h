@@ -2,6 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QByteArray>
 
@@ -36,6 +37,8 @@ class MemoryChannel final : public vt::IChannel {
     }
     qint64 Unsent() const override {
         qint64 size = 0;
+        for (const QByteArray& message : m_queued)
+            size += message.size();
         for (const QByteArray& message : m_isA ? m_wire->toB : m_wire->toA)
             size += message.size();
         return size;
@@ -66,6 +69,7 @@ class MemoryChannel final : public vt::IChannel {
         while (!incoming.empty() && m_isOpen && m_listener != nullptr) {
             const QByteArray message = std::move(incoming.front());
             incoming.pop_front();
+            if (static_cast<quint32>(message.size()) > m_maxMessage) return Refuse(message.size());
             m_listener->OnMessage(message.constData(), message.size());
         }
         if (m_listener == nullptr) return hasSome;
@@ -79,6 +83,15 @@ class MemoryChannel final : public vt::IChannel {
     }
 
   private:
+    /// The peer may be told why.
+    bool Refuse(int size) {
+        const auto wire = m_wire;
+        const bool& isGone = m_isA ? wire->isAGone : wire->isBGone;
+        m_listener->OnClosed(
+            QStringLiteral("a message of %1 bytes, where %2 are allowed").arg(size).arg(m_maxMessage));
+        if (!isGone) Close();
+        return true;
+    }
     std::deque<QByteArray>& Outgoing() { return m_isA ? m_wire->toB : m_wire->toA; }
 
     std::shared_ptr<Wire> m_wire;
@@ -86,7 +99,7 @@ class MemoryChannel final : public vt::IChannel {
     vt::IChannelListener* m_listener = nullptr;
     std::deque<QByteArray> m_queued;
     bool m_isOpen = true;
-    quint32 m_maxMessage = 0;
+    quint32 m_maxMessage = vtlimits::MaxFrame;  ///< tests that speak by hand take anything
     bool m_isLoopback = true;
     bool m_isEncrypted = false;
     QString m_certificateName;

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/ichannel.h>
+
+#include <functional>
+#include <memory>
+
+/// The two ends of one connection over some transport, and how to let its bytes move.
+class ChannelPair {
+  public:
+    virtual ~ChannelPair();
+    ChannelPair(const ChannelPair&) = delete;
+    ChannelPair& operator=(const ChannelPair&) = delete;
+
+    /// Lets bytes move until \a isDone. False if they come to rest, or time is up, before.
+    virtual bool RunUntil(const std::function<bool()>& isDone) = 0;
+    /// Lets everything arrive that is on its way.
+    virtual void Settle() = 0;
+
+    std::unique_ptr<vt::IChannel> client;
+    std::unique_ptr<vt::IChannel> server;
+
+  protected:
+    ChannelPair() = default;
+};
+
+/// A transport by name, and how a connection over it is made; null if that failed.
+struct Transport {
+    const char* name;
+    std::unique_ptr<ChannelPair> (*connect)();
+};
+
+std::unique_ptr<ChannelPair> ConnectInMemory();
+std::unique_ptr<ChannelPair> ConnectOverTcp();
+std::unique_ptr<ChannelPair> ConnectOverTls();

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: Apache-2.0
+// Who gets in over TLS and who does not, and what each side then says: one clear line.
+#include <tests/platform/vtclient/certificates.h>
+#include <tests/platform/vtclient/rawpeer.h>
+#include <tests/platform/vtclient/socketends.h>
+
+#include <QtNetwork/QHostAddress>
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+std::vector<std::string> Texts(const std::vector<QString>& lines) {
+    std::vector<std::string> texts;
+    for (const QString& line : lines)
+        texts.push_back(line.toStdString());
+    return texts;
+}
+
+class TlsEnds : public SocketEnds {
+  protected:
+    void SetUp() override { ASSERT_EQ(Certificates::Instance().Error(), QString()); }
+    void UseServerCertificate(const char* name) {
+        m_serverOptions.certificateFile = Pem(name);
+        m_serverOptions.privateKeyFile = Key(name);
+    }
+    void UseClientCertificate(const char* name) {
+        m_clientOptions.certificateFile = Pem(name);
+        m_clientOptions.privateKeyFile = Key(name);
+    }
+    static QString Pem(const char* name) {
+        return Certificates::Instance().File((std::string(name) + ".pem").c_str());
+    }
+    static QString Key(const char* name) {
+        return Certificates::Instance().File((std::string(name) + ".key").c_str());
+    }
+};
+
+/// One meeting of a server and a client. An empty certificate is none; an empty server certificate means a
+/// port without TLS.
+struct Meeting {
+    const char* name;
+    const char* server;
+    bool wantsClientCertificate;
+    const char* address;  ///< what the client connects to
+    const char* client;
+    const char* clientSays;  ///< a part of it; empty: it gets in
+    const char* serverSays;
+};
+
+class Meetings : public TlsEnds, public testing::WithParamInterface<Meeting> {};
+
+TEST_P(Meetings, EndWell) {
+    const Meeting& meeting = GetParam();
+    if (*meeting.server != '\0') UseServerCertificate(meeting.server);
+    if (meeting.wantsClientCertificate) m_serverOptions.caFile = Pem("authority");
+    m_access.wantsCertificate = meeting.wantsClientCertificate;
+    m_clientOptions.caFile = Pem("authority");
+    if (*meeting.client != '\0') UseClientCertificate(meeting.client);
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100000;
+    Listen();
+    IVtClient* const client = Connect(meeting.address);
+    ASSERT_NE(client, nullptr);
+    const bool isGood = *meeting.clientSays == '\0';
+    ASSERT_TRUE(WaitUntil([&] {
+        return isGood ? client->IsConnected() : !client->GetLastError().isEmpty() && !ServerLines().empty();
+    })) << "client: "
+        << client->GetLastError().toStdString() << ", server lines: " << ServerLines().size();
+    RunTurns(20);
+    EXPECT_EQ(client->IsConnected(), isGood);
+    if (isGood) {
+        EXPECT_THAT(m_traces.Messages(), IsEmpty());
+        ASSERT_EQ(m_server.GetPeers().size(), 1U);
+        EXPECT_EQ(m_server.GetPeers().front().certificateName, S(meeting.client));
+        EXPECT_EQ(m_server.GetPeers().front().isEncrypted, *meeting.server != '\0');
+        return;
+    }
+    const std::string error = client->GetLastError().toStdString();
+    EXPECT_THAT(error, HasSubstr(meeting.clientSays));
+    EXPECT_THAT(error, testing::Not(HasSubstr("\n")));
+    EXPECT_THAT(Texts(ClientLines()), ElementsAre(HasSubstr(meeting.clientSays)));
+    EXPECT_THAT(Texts(ServerLines()), ElementsAre(HasSubstr(meeting.serverSays)));
+    EXPECT_THAT(m_server.GetPeers(), IsEmpty());
+}
+
+constexpr const char* Local = "mcss://127.0.0.1";
+
+const Meeting AllMeetings[] = {
+    {"AServerWithAGoodCertificate", "server", false, Local, "", "", ""},
+    {"AServerOfAnUnknownAuthority", "server.stranger", false, Local, "",
+     "the server's certificate: The issuer certificate", "broke off the TLS handshake (does it trust"},
+    {"AServerWhoseCertificateIsOver", "server.expired", false, Local, "",
+     "the server's certificate: The certificate has expired", "broke off the TLS handshake (does it trust"},
+    {"AServerUnderAnotherName", "server", false, "mcss://localhost", "",
+     "the server's certificate: The host name did not match", "broke off the TLS handshake (does it trust"},
+    {"AClientWithAGoodCertificate", "server", true, Local, "client", "", ""},
+    {"AClientWhoseCertificateIsOver", "server", true, Local, "client.expired",
+     "the server refuses: the client certificate: The certificate has expired",
+     "is refused: the client certificate: The certificate has expired"},
+    {"AClientOfAnUnknownAuthority", "server", true, Local, "client.stranger",
+     "the server refuses: the client certificate: The issuer certificate",
+     "is refused: the client certificate: The issuer certificate"},
+    {"AClientWithoutTheCertificateItNeeds", "server", true, Local, "",
+     "the server refuses: a client certificate is needed", "ends: a client certificate is needed"},
+    {"APlainClientAtATlsPort", "server", false, "127.0.0.1", "",
+     "closed the connection before it welcomed us (does it want TLS?)", "TLS failed (does it speak TLS?)"},
+    {"ATlsClientAtAPlainPort", "", false, Local, "", "TLS failed (does the server speak TLS?)",
+     "ends: the peer speaks TLS, this port does not"},
+    {"APlainClientAtAPlainPort", "", false, "mcs://127.0.0.1", "", "", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tls, Meetings, testing::ValuesIn(AllMeetings),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+/// What somebody sends who speaks something else.
+struct Foreign {
+    const char* name;
+    bool isTls;
+    const char* bytes;
+    const char* serverSays;
+};
+
+class Foreigners : public TlsEnds, public testing::WithParamInterface<Foreign> {};
+
+TEST_P(Foreigners, AreTurnedAwayAndOthersGoOn) {
+    if (GetParam().isTls) UseServerCertificate("server");
+    m_clientOptions.caFile = Pem("authority");
+    Listen();
+    IVtClient* const client = Connect(GetParam().isTls ? "mcss://127.0.0.1" : "127.0.0.1");
+    ASSERT_TRUE(ComesIn(client));
+    RawPeer foreigner(m_server.GetPort());
+    ASSERT_TRUE(foreigner.WaitConnected());
+    foreigner.SendBytes(GetParam().bytes);
+    EXPECT_TRUE(foreigner.WaitClosed());
+    EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
+    EXPECT_THAT(Texts(ServerLines()), ElementsAre(HasSubstr(GetParam().serverSays)));
+    EXPECT_TRUE(client->IsConnected());
+    EXPECT_TRUE(ComesIn(Connect(GetParam().isTls ? "mcss://127.0.0.1" : "127.0.0.1")));
+}
+
+const Foreign AllForeigners[] = {
+    {"ABrowserAtAPlainPort", false, "GET / HTTP/1.1\r\nHost: server\r\n\r\n",
+     "the peer does not speak this protocol: it begins with 'GET '"},
+    {"ABrowserAtATlsPort", true, "GET / HTTP/1.1\r\nHost: server\r\n\r\n", "TLS failed (does it speak TLS?)"},
+    {"GarbageAtAPlainPort", false, "\xff\xfe\x01 garbage garbage garbage",
+     "the peer does not speak this protocol: it begins with '... '"},
+    {"GarbageAtATlsPort", true, "\xff\xfe\x01 garbage garbage garbage", "TLS failed (does it speak TLS?)"},
+    {"TlsAtAPlainPort", false, "\x16\x03\x01\x02", "the peer speaks TLS, this port does not"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tls, Foreigners, testing::ValuesIn(AllForeigners),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+/// A server that speaks something else, and what a client says of it.
+struct ForeignServer {
+    const char* name;
+    const char* address;
+    const char* bytes;
+    const char* clientSays;
+};
+
+class ForeignServers : public TlsEnds, public testing::WithParamInterface<ForeignServer> {};
+
+TEST_P(ForeignServers, AreNamedForWhatTheySay) {
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress(QHostAddress::LocalHost)));
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [&server] {
+        QTcpSocket* const socket = server.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+            socket->readAll();
+            socket->write(GetParam().bytes);
+        });
+    });
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100000;
+    IVtClient* const client = Connect(GetParam().address, server.serverPort());
+    ASSERT_NE(client, nullptr);
+    EXPECT_TRUE(WaitUntil([client] { return !client->GetLastError().isEmpty(); }));
+    EXPECT_THAT(client->GetLastError().toStdString(), HasSubstr(GetParam().clientSays));
+    EXPECT_THAT(ClientLines(), testing::SizeIs(1));
+}
+
+const ForeignServer AllForeignServers[] = {
+    {"APlainClientAtAWebServer", "127.0.0.1", "HTTP/1.1 400 Bad Request\r\n\r\n",
+     "the peer does not speak this protocol: it begins with 'HTTP'"},
+    {"ATlsClientAtAWebServer", Local, "HTTP/1.1 400 Bad Request\r\n\r\n",
+     "TLS failed (does the server speak TLS?)"},
+    {"APlainClientAtAMailServer", "127.0.0.1", "220 mail ESMTP\r\n", "it begins with '220 '"},
+    {"APlainClientAtOneWhoSaysNothingSensible", "127.0.0.1", "\x01\x01\x01\x01\x01", "begins with '....'"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tls, ForeignServers, testing::ValuesIn(AllForeignServers),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
