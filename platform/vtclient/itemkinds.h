@@ -45,9 +45,9 @@ MCS_CONNECTION_EXPORT const KindOperations* Operations(EItemKind kind);
 MCS_CONNECTION_EXPORT bool KindOf(const values::TreeItem& item, EItemKind* kind);
 
 /// An item of this description, detached, under \a name; null if its contents are not of its kind.
-std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name);
+MCS_CONNECTION_EXPORT std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name);
 /// Whether \a item's content and limits are such as its kind can have; converts them to it.
-bool AcceptItem(ItemDescription* item);
+MCS_CONNECTION_EXPORT bool AcceptItem(ItemDescription* item);
 /// What \a item is, in the form that travels.
 MCS_CONNECTION_EXPORT void DescribeItem(const values::TreeItem& item, ItemDescription* description);
 /// Delivery and state as flags on the wire.

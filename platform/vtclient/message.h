@@ -106,6 +106,6 @@ class MCS_CONNECTION_EXPORT MessageReader {
 };
 
 /// Whether messages of this type have changes behind their header.
-bool CarriesChanges(EMessage type);
+MCS_CONNECTION_EXPORT bool CarriesChanges(EMessage type);
 
 }  // namespace vt

@@ -78,7 +78,7 @@ class MemoryChannel final : public vt::IChannel {
             m_listener->OnClosed(QStringLiteral("the wire was cut"));
             return true;
         }
-        if (hasSome) m_listener->OnInputDone();
+        if (hasSome && m_listener != nullptr) m_listener->OnInputDone();
         return hasSome;
     }
 

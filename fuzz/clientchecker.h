@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/message.h>
+
+#include <QtCore/QByteArray>
+
+#include <map>
+#include <vector>
+
+/// A server as docs/protocol.md has it, as far as it listens: holds every message of a client to the rules,
+/// in one session.
+class ClientChecker {
+  public:
+    struct Subscription {
+        quint64 sequence = 0;
+        quint32 nextId = 0;
+    };
+
+    void OnReceived(const QByteArray& bytes);
+    /// What was sent to the client, as it came to it.
+    void OnSent(const QByteArray& bytes);
+
+    bool IsWelcome() const { return m_isWelcome; }
+    bool HasEnded() const { return m_hasEnded; }
+    /// Messages that the client has had and not acknowledged.
+    quint64 CountOwed() const { return m_toAck - m_acked; }
+
+    std::map<quint32, Subscription> subscriptions;
+    std::vector<quint32> requests;  ///< that were not answered
+
+  private:
+    void OnMessage(const vt::Message& message);
+
+    bool m_hasHello = false;
+    bool m_isWelcome = false;
+    bool m_hasEnded = false;
+    quint32 m_lastSub = 0;
+    quint32 m_lastRequest = 0;
+    quint64 m_toAck = 0;
+    quint64 m_acked = 0;
+};

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/message.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <map>
+#include <set>
+#include <vector>
+
+/// A client as docs/protocol.md has it, as far as it listens: holds every message of a server to the rules,
+/// and keeps what it was told, so that it can be compared with what is.
+class Follower {
+  public:
+    /// What was sent to the server, as it came to it.
+    void OnSent(const QByteArray& bytes);
+    /// What the server sent.
+    void OnReceived(const QByteArray& bytes);
+
+    bool IsWelcome() const { return m_isWelcome; }
+    bool HasEnded() const { return m_hasEnded; }
+    /// How many messages the server has sent that are to be acknowledged.
+    quint64 CountToAck() const { return m_toAck; }
+    /// Numbers of subscriptions that are complete.
+    std::vector<quint32> Complete() const;
+    /// Compares everything that was told with the tree, once the server has told everything.
+    void CompareWithTree() const;
+
+  private:
+    struct Item {
+        quint32 parent = 0;
+        QString name;
+        vt::ItemDescription item;
+        std::vector<quint32> children;
+    };
+    struct Subscription {
+        QString path;
+        bool isFollowing = false;  ///< subscribed was answered
+        bool isComplete = false;
+        bool hasMore = false;
+        quint64 sequence = 0;
+        std::map<quint32, Item> items;
+        quint32 nextId = 0;
+    };
+
+    void OnSubscriptionMessage(const vt::Message& message, vt::MessageReader& reader);
+    void OnChanges(Subscription& subscription, const vt::Message& message, vt::MessageReader& reader);
+    static void Apply(Subscription& subscription, const vt::TreeChange& change);
+    static void ApplyAdded(Subscription& subscription, const vt::TreeChange& change);
+    static void Remove(Subscription& subscription, quint32 id);
+    static void Compare(const Subscription& subscription);
+
+    bool m_isHelloSent = false;
+    bool m_isWelcome = false;
+    bool m_hasEnded = false;
+    quint64 m_toAck = 0;
+    std::map<quint32, Subscription> m_subscriptions;
+    std::set<quint32> m_over;  ///< numbers of subscriptions that were ended; the server may not know yet
+    std::multiset<quint32> m_requests;
+};

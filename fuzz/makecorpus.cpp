@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <fuzz/clientoperation.h>
+#include <fuzz/serveroperation.h>
+
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+#include <platform/vtclient/changewriter.h>
+#include <platform/vtclient/message.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QVector>
+
+#include <initializer_list>
+#include <utility>
+
+namespace {
+
+using vt::EMessage;
+using vt::Message;
+using ClientOp = EClientOperation;
+using ServerOp = EServerOperation;
+
+QByteArray Bytes(std::initializer_list<int> bytes) {
+    QByteArray array;
+    for (const int byte : bytes)
+        array.append(static_cast<char>(byte));
+    return array;
+}
+
+template <class Operation>
+QByteArray Step(Operation operation, std::initializer_list<int> parameters = {}) {
+    return Bytes({static_cast<int>(operation)}) + Bytes(parameters);
+}
+
+void Write(const QString& folder, const char* name, const QByteArray& bytes) {
+    QDir().mkpath(folder);
+    QFile file(folder + QLatin1Char('/') + QLatin1String(name));
+    if (file.open(QIODevice::WriteOnly)) file.write(bytes);
+}
+
+// Messages
+// ---------------------------------------------------------------------------------------------------
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+Message Filled(EMessage type) {
+    Message message = Message::Of(type);
+    message.version = 1;
+    message.application = S("console");
+    message.machine = S("host");
+    message.user = S("operator");
+    message.token = S("secret");
+    message.session = 3;
+    message.epoch = 0x123456789abcdef;
+    message.ping = 5000;
+    message.dead = 15000;
+    message.reason = S("no room");
+    message.sub = 1;
+    message.seq = 2;
+    message.path = S("/MultiChannelServer/Status");
+    message.prefixes = QStringList{S("/MultiChannelServer"), S("/Gui")};
+    message.req = 7;
+    message.id = 4;
+    message.item.content = QVector<double>{1.5, -2.0};
+    return message;
+}
+
+/// Every change, about a value of every kind.
+QByteArray AllChanges() {
+    values::Value<bool> flag(true);
+    values::Value<int> number(-5);
+    values::Value<QString> text(S("\u00c4\u20ac\U0001f600"));
+    values::ValueNumeric<int> limited(5, -10, 10);
+    values::ValueNumeric<double> real(0.5, -1e9, 1e9);
+    values::ValueSelection selection;
+    selection.AddItem(S("One"), 1.0, 1);
+    selection.AddItem(S("Two"), 2.5, 1000000);
+    selection.Select(1);
+    values::ValueList<double> list;
+    list.SetItems({1.0, -2.5, 1e300});
+    const std::pair<values::ValueBase*, vt::EItemKind> values[] = {
+        {&flag, vt::EItemKind::Bool},          {&number, vt::EItemKind::Int},
+        {&text, vt::EItemKind::Text},          {&limited, vt::EItemKind::NumericInt},
+        {&real, vt::EItemKind::NumericDouble}, {&selection, vt::EItemKind::Selection},
+        {&list, vt::EItemKind::List}};
+    vt::ChangeWriter writer;
+    quint32 id = 1;
+    for (const auto& [value, kind] : values) {
+        value->SetName(S("value"));
+        writer.Added(id, 0, *value, kind, 0);
+        writer.Changed(id, *value, kind);
+        writer.Own(id, 3, *value, kind);
+        writer.Described(id, *value, kind, vt::ItemDescription::AllFlags);
+        ++id;
+    }
+    writer.Items(6, selection, vt::EItemKind::Selection);
+    writer.Removed(7);
+    return writer.Take();
+}
+
+void WriteMessages(const QString& folder) {
+    const std::pair<const char*, EMessage> types[] = {{"hello", EMessage::Hello},
+                                                      {"welcome", EMessage::Welcome},
+                                                      {"bye", EMessage::Bye},
+                                                      {"subscribe", EMessage::Subscribe},
+                                                      {"unsubscribe", EMessage::Unsubscribe},
+                                                      {"subscribed", EMessage::Subscribed},
+                                                      {"end", EMessage::End},
+                                                      {"absent", EMessage::Absent},
+                                                      {"ack", EMessage::Ack},
+                                                      {"write", EMessage::Write},
+                                                      {"answer", EMessage::Answer},
+                                                      {"ping", EMessage::Ping},
+                                                      {"pong", EMessage::Pong}};
+    for (const auto& [name, type] : types)
+        Write(folder, name, Encode(Filled(type)));
+    Message answer = Filled(EMessage::Answer);
+    answer.result = vt::EResult::Clamped;
+    Write(folder, "answer-clamped", Encode(answer));
+    Message create = Filled(EMessage::Create);
+    create.item.kind = vt::EItemKind::List;
+    Write(folder, "create-list", Encode(create));
+    create.item.kind = vt::EItemKind::NumericInt;
+    create.item.content = create.item.minimum = create.item.maximum = qint64{5};
+    Write(folder, "create-number", Encode(create));
+    Write(folder, "snapshot", Encode(Filled(EMessage::Snapshot), AllChanges()));
+    Write(folder, "batch", Encode(Filled(EMessage::Batch), AllChanges()));
+}
+
+// Scripts
+// ---------------------------------------------------------------------------------------------------- A
+// parameter is 0 for what is usual. See Script, treeedits::Edit and compose for what each byte means.
+
+/// An integer "n", a text "t", a selection and a list below /S or /L.
+QByteArray SomeItems(int edit) {
+    const QByteArray add = Bytes({edit, 1});
+    return add + Bytes({3, 2, 0, 0, 7, 0}) +                                  // n: int
+           add + Bytes({4, 3, 0, 0, 1, 0}) +                                  // t: text
+           add + Bytes({100, 6, 0, 0, 1, 2, 1, 0, 5, 1, 0, 1, 1, 6, 2, 0}) +  // selection of two
+           add + Bytes({101, 7, 1, 0, 2, 1, 2}) +                             // list, every change counts
+           add + Bytes({0, 4, 0, 0, 5, 0, 0, 0, 200, 0});                     // a: int with limits
+}
+
+QByteArray ServerStart() {
+    return Bytes({1, 3, 2, 0, 0, 7, 0}) + SomeItems(static_cast<int>(ServerOp::Edit)) +
+           Step(ServerOp::Connect) + Step(ServerOp::SendHello, {0, 1, 0, 1, 1}) +
+           Step(ServerOp::SendSubscribe, {0, 0}) + Step(ServerOp::Deliver);
+}
+
+void WriteServerScripts(const QString& folder) {
+    const QByteArray start = ServerStart();
+    const QByteArray settle = Step(ServerOp::Settle);
+    const QByteArray set = Step(ServerOp::Edit, {0, 1, 9, 0});
+    const QByteArray addMany = Step(ServerOp::Edit, {3, 0, 15, 70, 0, 1});
+    Write(folder, "follow",
+          start + settle + set + Step(ServerOp::Turn) + Step(ServerOp::Receive) + set + settle);
+    Write(folder, "write",
+          start + settle + Step(ServerOp::SendWrite, {5, 0, 0, 1, 2, 9, 0}) + Step(ServerOp::Deliver) +
+              Step(ServerOp::SendWrite, {6, 0, 0, 3, 6, 0, 1, 0}) + settle);
+    Write(folder, "create",
+          start + settle + Step(ServerOp::SendCreate, {7, 0, 0, 0, 1, 90, 3, 0, 0, 1}) + settle);
+    Write(folder, "come-and-go",
+          start + settle + Step(ServerOp::Edit, {2, 1}) + settle + Step(ServerOp::Edit, {2, 0}) + settle +
+              Step(ServerOp::Edit, {1, 3, 2, 0, 0, 7, 0}) + settle);
+    Write(folder, "lag",
+          start + addMany + Step(ServerOp::Turn) + set + Step(ServerOp::Turn) + Step(ServerOp::Turn) +
+              Step(ServerOp::Receive) + Step(ServerOp::SendAck, {0}) + Step(ServerOp::Deliver) + set +
+              settle);
+    Write(folder, "two-clients",
+          start + settle + Step(ServerOp::Connect) + Step(ServerOp::SendHello, {0, 0, 0}) +
+              Step(ServerOp::SendSubscribe, {0, 1, 0}) + Step(ServerOp::Deliver) + set +
+              Step(ServerOp::Turn) + Step(ServerOp::Switch, {0}) + Step(ServerOp::Receive) +
+              Step(ServerOp::Cut) + set + settle);
+    Write(folder, "slow-turns",
+          start + Step(ServerOp::Slow, {5}) + addMany + addMany + Step(ServerOp::Turn) + set +
+              Step(ServerOp::Turn) + settle);
+    Write(folder, "long-text",
+          start + settle + Step(ServerOp::Edit, {0, 2, 255, 9}) + settle +
+              Step(ServerOp::Edit, {0, 2, 1, 0}) + settle);
+    Write(folder, "reaction", start + settle + Step(ServerOp::Arm, {1}) + set + Bytes({4, 2, 1}) + settle);
+    Write(folder, "silence",
+          start + settle + Step(ServerOp::Pass, {255}) + Step(ServerOp::Turn) + Step(ServerOp::Pass, {255}) +
+              settle);
+    Write(folder, "damage",
+          start + settle + Step(ServerOp::Damage) +
+              Step(ServerOp::SendWrite, {5, 0, 0, 1, 2, 9, 0, 0, 3, 0, 66}) + settle);
+}
+
+QByteArray ClientStart() {
+    return Step(ClientOp::Turn) + Step(ClientOp::Connect, {0}) + Step(ClientOp::Receive) +
+           Step(ClientOp::SendWelcome, {0, 0, 227, 228}) + Step(ClientOp::Deliver) + Step(ClientOp::Receive);
+}
+
+/// A node with an integer 1 "n", a text 2 "t", a node 3 "b", a list 4 in it, and a selection 5.
+QByteArray Whole() {
+    return Step(ClientOp::SendWhole, {0, 0, 0, 5}) + Bytes({0, 3, 2, 0, 0, 7, 0}) +
+           Bytes({0, 4, 3, 0, 0, 1, 0}) + Bytes({0, 1, 0}) + Bytes({3, 101, 7, 1, 0, 2, 1, 2}) +
+           Bytes({0, 100, 6, 0, 0, 1, 2, 1, 0, 5, 1, 0, 1, 1, 6, 2, 0}) + Step(ClientOp::Deliver);
+}
+
+void WriteClientScripts(const QString& folder) {
+    const QByteArray start = ClientStart() + Whole();
+    const QByteArray settle = Step(ClientOp::Settle);
+    const QByteArray set = Step(ClientOp::Edit, {0, 1, 9, 0});
+    const QByteArray change =
+        Step(ClientOp::SendBatch, {0, 0, 1}) + Bytes({5, 1, 2, 8, 0}) + Step(ClientOp::Deliver);
+    const QByteArray answer = Step(ClientOp::SendAnswer, {0, 0, 1, 0, 2, 9, 0}) + Step(ClientOp::Deliver);
+    Write(folder, "follow", start + change + change + settle);
+    Write(folder, "edit", start + set + settle + answer + settle);
+    Write(folder, "denied",
+          start + set + settle + Step(ClientOp::SendAnswer, {0, 2, 1, 0, 2, 9, 0}) + settle);
+    Write(folder, "clamped",
+          start + set + settle + Step(ClientOp::SendAnswer, {0, 1, 1, 0, 2, 6, 0}) + settle);
+    Write(folder, "create",
+          start + Step(ClientOp::Edit, {1, 90, 2, 0, 0, 7, 0}) + settle + answer +
+              Step(ClientOp::SendBatch, {0, 0, 1}) + Bytes({0, 0, 0, 90, 2, 0, 0, 7, 0}) + settle);
+    Write(folder, "delete",
+          start + Step(ClientOp::Edit, {2, 1}) + change + Step(ClientOp::Edit, {2, 0}) + change);
+    Write(folder, "local-first", SomeItems(static_cast<int>(ClientOp::Edit)) + start + settle + change);
+    Write(folder, "come-back",
+          start + set + Step(ClientOp::Cut) + settle + set + Step(ClientOp::Pass, {2}) + start + settle +
+              change);
+    Write(folder, "tics",
+          start + Step(ClientOp::AddTic, {2}) + settle + Whole() + Step(ClientOp::RemoveTic, {0}) + change +
+              Step(ClientOp::ReleaseNode, {2}) + change);
+    Write(folder, "reaction", start + Step(ClientOp::Arm, {2}) + change + Bytes({0, 0}) + settle);
+    Write(folder, "vanish",
+          start + Step(ClientOp::SendAbsent, {0, 0}) + Step(ClientOp::Deliver) + Whole() + change);
+    Write(folder, "missed",
+          start + Step(ClientOp::SendRaw, {0, 9, 9, 0, 0, 0, 1}) + settle + Whole() + change);
+}
+
+}  // namespace
+
+/// Writes the inputs from which the fuzzers start into the folder given.
+int main(int argc, char** argv) {
+    if (argc != 2) return 2;
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    WriteMessages(folder + QStringLiteral("/codec_fuzzer"));
+    WriteServerScripts(folder + QStringLiteral("/server_session_fuzzer"));
+    WriteClientScripts(folder + QStringLiteral("/client_session_fuzzer"));
+    return 0;
+}
