@@ -15,6 +15,7 @@
 #include <QtNetwork/QSslSocket>
 
 #include <algorithm>
+#include <utility>
 
 namespace vt {
 
@@ -28,7 +29,9 @@ QString HandshakeErrorText(const QSslSocket& socket) {
 
 }  // namespace
 
-SocketListener::SocketListener() = default;
+SocketListener::SocketListener() {
+    connect(this, &QTcpServer::acceptError, this, &SocketListener::OnAcceptError);
+}
 SocketListener::~SocketListener() = default;
 
 bool SocketListener::SetUpTls(const VtServerOptions& options, QString* error) {
@@ -80,7 +83,20 @@ QString SocketListener::Address() const {
     return serverAddress().toString();
 }
 
+// Qt accepts no more after an error; most likely the process has no descriptor left, for a while. From then
+// on it takes the end of every run of connections for another error: that is one only if there was no run.
+void SocketListener::OnAcceptError() {
+    const bool isFailing = !std::exchange(m_hasAccepted, false);
+    QTimer::singleShot(isFailing ? vtlimits::AcceptPause : 0, this, &QTcpServer::resumeAccepting);
+    if (!isFailing || std::exchange(m_isAcceptFailing, true)) return;
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_Trace(QStringLiteral("No connection can be accepted: %1").arg(errorString()),
+                 L"platform/vtclient/socketlistener", __LINE__);
+}
+
 void SocketListener::incomingConnection(qintptr descriptor) {
+    m_hasAccepted = true;
+    m_isAcceptFailing = false;
     if (m_isTls) return StartTls(descriptor);
     auto* const socket = new QTcpSocket;
     if (!socket->setSocketDescriptor(descriptor)) {

@@ -37,6 +37,7 @@ class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
 
   private:
     bool SetUpTls(const VtServerOptions& options, QString* error);
+    void OnAcceptError();
     void StartTls(qintptr descriptor);
     void OnEncrypted(QSslSocket* socket);
     void Refuse(QSslSocket* socket, const QString& reason);
@@ -44,6 +45,8 @@ class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
 
     Handler m_handler;
     bool m_isTls = false;
+    bool m_isAcceptFailing = false;  ///< and that was traced
+    bool m_hasAccepted = false;      ///< since the last error
     QSslConfiguration m_configuration;
     std::deque<QSslSocket*> m_handshakes;  ///< under way, oldest first
 };

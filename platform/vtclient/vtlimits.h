@@ -13,6 +13,7 @@ constexpr int ProtocolVersion = 1;
 // Before a peer is admitted it may cost next to nothing.
 constexpr quint32 MaxFrameBeforeWelcome = 4096;  // a hello with texts of full length fits
 constexpr int HelloTimeout = 5000;               // a slow link still says hello in this
+constexpr int AcceptPause = 100;                 // without descriptors: by then some may be free again
 constexpr int MaxPendingConnections = 64;        // beyond, the oldest that has not said hello goes
 
 // After that.

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/vtclient/descriptorlimit.h>
+#include <tests/platform/vtclient/rawpeer.h>
+#include <tests/platform/vtclient/socketends.h>
+
+namespace {
+
+class Descriptors : public SocketEnds {};
+
+TEST_F(Descriptors, AServerThatHasNoneFromTheStartAcceptsWhenThereAreSome) {
+    Listen();
+    RawPeer peer(m_server.GetPort());
+    {
+        const DescriptorLimit none;
+        EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
+    }
+    EXPECT_TRUE(ComesIn(Connect()));
+    peer.SendHello();
+    EXPECT_NE(peer.WaitFor(vt::EMessage::Welcome), nullptr);
+    ASSERT_EQ(ServerLines().size(), 1U) << "one line, however long it lasts";
+    EXPECT_EQ(ServerLines().front(), QStringLiteral("No connection can be accepted: Out of resources"));
+}
+
+TEST_F(Descriptors, AServerThatRunsOutOfThemServesItsClientsAndAcceptsAgainLater) {
+    auto* const n = Add<values::ValueNumeric<int>>("/S", "n");
+    Listen();
+    IVtClient* const client = Connect();
+    client->AddTic(QStringLiteral("/L,/S"), "");
+    ASSERT_TRUE(AreEstablished(client));
+    RawPeer peer(m_server.GetPort());
+    {
+        const DescriptorLimit none;
+        n->SetValue(7);
+        auto* const mirrored = Find<values::ValueNumeric<int>>("/L/n");
+        EXPECT_TRUE(WaitUntil([mirrored] { return mirrored->GetValue() == 7; }));
+    }
+    EXPECT_TRUE(ComesIn(Connect()));
+    peer.SendHello();
+    EXPECT_NE(peer.WaitFor(vt::EMessage::Welcome), nullptr);
+}
+
+}  // namespace
