@@ -5,8 +5,8 @@
 #include <platform/vtclient/socketlistener.h>
 #include <platform/vtclient/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
-#include <tests/platform/vtclient/rawpeer.h>
 #include <tests/platform/vtclient/socketends.h>
+#include <tests/platform/vtclient/socketpeer.h>
 
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
@@ -42,7 +42,7 @@ class Admission : public SocketEnds {
 /// What somebody says first, and how the server takes it.
 struct FirstWord {
     const char* name;
-    void (*say)(RawPeer& peer);
+    void (*say)(SocketPeer& peer);
     vt::EBye code;
     const char* reason;
 };
@@ -52,7 +52,7 @@ class FirstWords : public Admission, public testing::WithParamInterface<FirstWor
 TEST_P(FirstWords, AreAnsweredWithAByeAndOneLine) {
     m_access.wantedToken = QStringLiteral("secret");
     Listen();
-    RawPeer peer(m_server.GetPort());
+    SocketPeer peer(m_server.GetPort());
     ASSERT_TRUE(peer.WaitConnected());
     GetParam().say(peer);
     const vt::Message* const bye = peer.WaitFor(vt::EMessage::Bye);
@@ -68,25 +68,27 @@ TEST_P(FirstWords, AreAnsweredWithAByeAndOneLine) {
 }
 
 const FirstWord AllFirstWords[] = {
-    {"AnotherVersion", [](RawPeer& peer) { peer.SendHello(2, "", "secret"); }, vt::EBye::Version,
+    {"AnotherVersion", [](SocketPeer& peer) { peer.SendHello(2, "", "secret"); }, vt::EBye::Version,
      "this server speaks version 1 of the protocol, not 2"},
-    {"AWrongToken", [](RawPeer& peer) { peer.SendHello(1, "joe", "guess"); }, vt::EBye::NotAdmitted,
+    {"AWrongToken", [](SocketPeer& peer) { peer.SendHello(1, "joe", "guess"); }, vt::EBye::NotAdmitted,
      "the token of 'joe' is wrong"},
-    {"NoToken", [](RawPeer& peer) { peer.SendHello(); }, vt::EBye::NotAdmitted, "the token of '' is wrong"},
-    {"AnythingButAHello", [](RawPeer& peer) { peer.Subscribe(1, "/S"); }, vt::EBye::Malformed,
+    {"NoToken", [](SocketPeer& peer) { peer.SendHello(); }, vt::EBye::NotAdmitted,
+     "the token of '' is wrong"},
+    {"AnythingButAHello", [](SocketPeer& peer) { peer.Subscribe(1, "/S"); }, vt::EBye::Malformed,
      "the first message must be a hello"},
-    {"APing", [](RawPeer& peer) { peer.Send(vt::Message::Of(vt::EMessage::Ping)); }, vt::EBye::Malformed,
+    {"APing", [](SocketPeer& peer) { peer.Send(vt::Message::Of(vt::EMessage::Ping)); }, vt::EBye::Malformed,
      "the first message must be a hello"},
-    {"AMessageThatIsNone", [](RawPeer& peer) { peer.SendFrame("garbage"); }, vt::EBye::Malformed,
+    {"AMessageThatIsNone", [](SocketPeer& peer) { peer.SendFrame("garbage"); }, vt::EBye::Malformed,
      "malformed message: an array was expected"},
-    {"AnEmptyMessage", [](RawPeer& peer) { peer.SendFrame(""); }, vt::EBye::Malformed,
+    {"AnEmptyMessage", [](SocketPeer& peer) { peer.SendFrame(""); }, vt::EBye::Malformed,
      "malformed message: an array was expected"},
-    {"AFrameThatIsTooLarge", [](RawPeer& peer) { peer.SendFrame(QByteArray(4097, 'x')); }, vt::EBye::Limit,
+    {"AFrameThatIsTooLarge", [](SocketPeer& peer) { peer.SendFrame(QByteArray(4097, 'x')); }, vt::EBye::Limit,
      "a message of 4097 bytes, where 4096 are allowed"},
-    {"AFrameThatIsTooLargeByFar", [](RawPeer& peer) { peer.SendFrame(QByteArray(1 << 20, 'x')); },
+    {"AFrameThatIsTooLargeByFar", [](SocketPeer& peer) { peer.SendFrame(QByteArray(1 << 20, 'x')); },
      vt::EBye::Limit, "a message of 1048576 bytes, where 4096 are allowed"},
-    {"TheAnnouncementOfALargeFrameAlone", [](RawPeer& peer) { peer.SendBytes(QByteArray("\0\0\x10\1", 4)); },
-     vt::EBye::Limit, "a message of 4097 bytes, where 4096 are allowed"},
+    {"TheAnnouncementOfALargeFrameAlone",
+     [](SocketPeer& peer) { peer.SendBytes(QByteArray("\0\0\x10\1", 4)); }, vt::EBye::Limit,
+     "a message of 4097 bytes, where 4096 are allowed"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Admission, FirstWords, testing::ValuesIn(AllFirstWords),
@@ -121,8 +123,8 @@ TEST_F(Admission, AHelloThatDoesNotComeInTimeEndsTheConnection) {
     ASSERT_TRUE(listener.Listen(m_serverOptions, false, &error)) << error.toStdString();
     listener.SetHandler(
         [&hub](std::unique_ptr<vt::IChannel> channel) { hub.AddChannel(std::move(channel)); });
-    RawPeer silent(listener.Port());
-    RawPeer slow(listener.Port());
+    SocketPeer silent(listener.Port());
+    SocketPeer slow(listener.Port());
     ASSERT_TRUE(WaitUntil([&hub] { return hub.CountSessions() == 2; }));
     slow.SendBytes(QByteArray("\0\0\0\x20", 4));  // a beginning is no hello
     RunTurns(5);
@@ -132,7 +134,7 @@ TEST_F(Admission, AHelloThatDoesNotComeInTimeEndsTheConnection) {
     EXPECT_EQ(hub.CountSessions(), 2);
     clock.Pass(251);
     loop.Run();
-    for (RawPeer* const peer : {&silent, &slow}) {
+    for (SocketPeer* const peer : {&silent, &slow}) {
         const vt::Message* const bye = peer->WaitFor(vt::EMessage::Bye);
         ASSERT_NE(bye, nullptr);
         EXPECT_EQ(bye->code, vt::EBye::Silence);
@@ -148,7 +150,7 @@ TEST_F(Admission, TenThousandThatConnectAndSayNothingOneAfterTheOtherKeepNobodyO
     IVtClient* const client = Connect();
     ASSERT_TRUE(ComesIn(client));
     for (int i = 0; i < 10000; ++i) {
-        RawPeer peer(m_server.GetPort());
+        SocketPeer peer(m_server.GetPort());
         ASSERT_TRUE(peer.WaitConnected()) << i;
         peer.Socket().abort();
         if (i % 1000 == 0) {
@@ -164,9 +166,9 @@ TEST_F(Admission, AThousandAtOnceThatSayNothingKeepNobodyOut) {
     Listen();
     IVtClient* const client = Connect();
     ASSERT_TRUE(ComesIn(client));
-    std::vector<std::unique_ptr<RawPeer>> peers;
+    std::vector<std::unique_ptr<SocketPeer>> peers;
     for (int i = 0; i < 1000; ++i)
-        peers.push_back(std::make_unique<RawPeer>(m_server.GetPort()));
+        peers.push_back(std::make_unique<SocketPeer>(m_server.GetPort()));
     EXPECT_TRUE(AnotherGetsIn());
     const auto countClosed = [&peers] {
         return std::count_if(peers.begin(), peers.end(), [](const auto& peer) { return peer->IsClosed(); });

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/descriptorlimit.h>
-#include <tests/platform/vtclient/rawpeer.h>
 #include <tests/platform/vtclient/socketends.h>
+#include <tests/platform/vtclient/socketpeer.h>
 
 namespace {
 
@@ -9,7 +9,7 @@ class Descriptors : public SocketEnds {};
 
 TEST_F(Descriptors, AServerThatHasNoneFromTheStartAcceptsWhenThereAreSome) {
     Listen();
-    RawPeer peer(m_server.GetPort());
+    SocketPeer peer(m_server.GetPort());
     {
         const DescriptorLimit none;
         EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
@@ -27,7 +27,7 @@ TEST_F(Descriptors, AServerThatRunsOutOfThemServesItsClientsAndAcceptsAgainLater
     IVtClient* const client = Connect();
     client->AddTic(QStringLiteral("/L,/S"), "");
     ASSERT_TRUE(AreEstablished(client));
-    RawPeer peer(m_server.GetPort());
+    SocketPeer peer(m_server.GetPort());
     {
         const DescriptorLimit none;
         n->SetValue(7);

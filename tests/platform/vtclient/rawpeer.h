@@ -1,42 +1,57 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/changewriter.h>
 #include <platform/vtclient/message.h>
+#include <tests/platform/vtclient/memorychannel.h>
 
-#include <QtNetwork/QTcpSocket>
-
+#include <memory>
 #include <vector>
 
-/// The client's end of a TCP connection by hand: sends whatever it is told, and keeps what comes.
-class RawPeer {
+/// One end of a wire whose messages a test writes and reads itself.
+class RawPeer final : public vt::IChannelListener {
   public:
-    /// Starts to connect to \a port on this machine.
-    explicit RawPeer(int port);
+    RawPeer(std::shared_ptr<MemoryChannel::Wire> wire, bool isA) : m_channel(std::move(wire), isA) {
+        m_channel.SetListener(this);
+    }
 
-    bool IsConnected() const { return m_socket.state() == QAbstractSocket::ConnectedState; }
-    bool IsClosed() const { return m_socket.state() == QAbstractSocket::UnconnectedState; }
-    bool WaitConnected();
-    bool WaitClosed();
-    /// Waits for a message of \a type; null if none comes. The others before it are dropped.
-    const vt::Message* WaitFor(vt::EMessage type);
+    void Send(const vt::Message& message, const QByteArray& written = QByteArray()) {
+        SendBytes(vt::Encode(message, written));
+    }
+    void SendBytes(const QByteArray& bytes) {
+        m_channel.Send(bytes);
+        m_channel.Flush();
+    }
+    /// Takes in what has arrived.
+    void Read() { m_channel.Deliver(); }
 
-    void SendBytes(const QByteArray& bytes);
-    void SendFrame(const QByteArray& message);
-    void Send(const vt::Message& message) { SendFrame(vt::Encode(message)); }
-    void SendHello(quint32 version = 1, const char* user = "", const char* token = "");
-    void Subscribe(quint32 sub, const char* path);
-    /// From now on what comes stays with the sender, as far as the system does not take it.
-    void StopReading() { m_socket.setReadBufferSize(1); }
-    void ReadAgain() { m_socket.setReadBufferSize(0); }
+    /// The messages of \a type so far.
+    std::vector<vt::Message> Of(vt::EMessage type) const {
+        std::vector<vt::Message> found;
+        for (const vt::Message& message : messages)
+            if (message.type == type) found.push_back(message);
+        return found;
+    }
+    int Count(vt::EMessage type) const { return static_cast<int>(Of(type).size()); }
 
-    QTcpSocket& Socket() { return m_socket; }
-    /// The headers of the messages that came.
-    const std::vector<vt::Message>& Received();
+    void OnMessage(const char* data, qint64 size) override {
+        vt::MessageReader reader(data, size);
+        vt::Message message;
+        if (!reader.ReadHeader(&message)) return;
+        vt::TreeChange change;
+        while (reader.NextChange(&change))
+            changes.push_back(change);
+        messages.push_back(message);
+        largest = qMax(largest, size);
+    }
+    void OnInputDone() override {}
+    void OnClosed(const QString& /*reason*/) override { isClosed = true; }
+
+    std::vector<vt::Message> messages;
+    std::vector<vt::TreeChange> changes;
+    qint64 largest = 0;
+    bool isClosed = false;
 
   private:
-    QTcpSocket m_socket;
-    QByteArray m_in;
-    std::vector<vt::Message> m_received;
-    std::size_t m_seen = 0;
-    vt::Message m_found;
+    MemoryChannel m_channel;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Who gets in over TLS and who does not, and what each side then says: one clear line.
 #include <tests/platform/vtclient/certificates.h>
-#include <tests/platform/vtclient/rawpeer.h>
 #include <tests/platform/vtclient/socketends.h>
+#include <tests/platform/vtclient/socketpeer.h>
 
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
@@ -138,7 +138,7 @@ TEST_P(Foreigners, AreTurnedAwayAndOthersGoOn) {
     Listen();
     IVtClient* const client = Connect(GetParam().isTls ? "mcss://127.0.0.1" : "127.0.0.1");
     ASSERT_TRUE(ComesIn(client));
-    RawPeer foreigner(m_server.GetPort());
+    SocketPeer foreigner(m_server.GetPort());
     ASSERT_TRUE(foreigner.WaitConnected());
     foreigner.SendBytes(GetParam().bytes);
     EXPECT_TRUE(foreigner.WaitClosed());

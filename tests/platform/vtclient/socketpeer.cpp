@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <tests/platform/vtclient/rawpeer.h>
+#include <tests/platform/vtclient/socketpeer.h>
 
 #include <tests/support/waituntil.h>
 
@@ -12,29 +12,29 @@ constexpr int HeaderSize = 4;
 
 }  // namespace
 
-RawPeer::RawPeer(int port) {
+SocketPeer::SocketPeer(int port) {
     m_socket.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(port));
 }
 
-bool RawPeer::WaitConnected() {
+bool SocketPeer::WaitConnected() {
     return WaitUntil([this] { return IsConnected(); });
 }
 
-bool RawPeer::WaitClosed() {
+bool SocketPeer::WaitClosed() {
     return WaitUntil([this] { return IsClosed(); });
 }
 
-void RawPeer::SendBytes(const QByteArray& bytes) {
+void SocketPeer::SendBytes(const QByteArray& bytes) {
     m_socket.write(bytes);
     m_socket.flush();
 }
 
-void RawPeer::SendFrame(const QByteArray& message) {
+void SocketPeer::SendFrame(const QByteArray& message) {
     const quint32 size = qToBigEndian(static_cast<quint32>(message.size()));
     SendBytes(QByteArray(reinterpret_cast<const char*>(&size), HeaderSize) + message);
 }
 
-void RawPeer::SendHello(quint32 version, const char* user, const char* token) {
+void SocketPeer::SendHello(quint32 version, const char* user, const char* token) {
     vt::Message hello = vt::Message::Of(vt::EMessage::Hello);
     hello.version = version;
     hello.application = QStringLiteral("raw");
@@ -44,14 +44,14 @@ void RawPeer::SendHello(quint32 version, const char* user, const char* token) {
     Send(hello);
 }
 
-void RawPeer::Subscribe(quint32 sub, const char* path) {
+void SocketPeer::Subscribe(quint32 sub, const char* path) {
     vt::Message subscribe = vt::Message::Of(vt::EMessage::Subscribe);
     subscribe.sub = sub;
     subscribe.path = QString::fromLatin1(path);
     Send(subscribe);
 }
 
-const std::vector<vt::Message>& RawPeer::Received() {
+const std::vector<vt::Message>& SocketPeer::Received() {
     m_in += m_socket.readAll();
     int consumed = 0;
     while (m_in.size() - consumed >= HeaderSize) {
@@ -66,7 +66,7 @@ const std::vector<vt::Message>& RawPeer::Received() {
     return m_received;
 }
 
-const vt::Message* RawPeer::WaitFor(vt::EMessage type) {
+const vt::Message* SocketPeer::WaitFor(vt::EMessage type) {
     const auto hasCome = [this, type] {
         Received();
         while (m_seen < m_received.size()) {
