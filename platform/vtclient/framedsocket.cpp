@@ -4,7 +4,7 @@
 #include <platform/vtclient/lingeringsocket.h>
 #include <platform/vtclient/vtlimits.h>
 
-#include <QtCore/QElapsedTimer>
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtCore/QtEndian>
@@ -58,6 +58,8 @@ FramedSocket::FramedSocket(QTcpSocket* socket)
     }
     connect(m_socket, &QTcpSocket::readyRead, this, &FramedSocket::OnReadyRead);
     connect(m_socket, &QTcpSocket::disconnected, this, &FramedSocket::OnDisconnected);
+    m_again.setSingleShot(true);
+    connect(&m_again, &QTimer::timeout, this, &FramedSocket::ReadOn);
 }
 
 FramedSocket::~FramedSocket() {
@@ -67,7 +69,7 @@ FramedSocket::~FramedSocket() {
 void FramedSocket::SetListener(IChannelListener* listener) {
     m_listener = listener;
     // What came before there was somebody to read it, and whatever the end of the connection left.
-    if (listener != nullptr) QTimer::singleShot(0, this, &FramedSocket::ReadOn);
+    if (listener != nullptr) m_again.start(0);
 }
 
 void FramedSocket::SetMaxMessage(quint32 size) {
@@ -133,8 +135,9 @@ QString FramedSocket::EndText() const {
     return isClosedByPeer ? QStringLiteral("the peer closed the connection") : m_socket->errorString();
 }
 
+// Who has paused goes on when it is its turn, and not because more has come.
 void FramedSocket::OnReadyRead() {
-    ReadOn();
+    if (!m_again.isActive()) ReadOn();
 }
 
 // Everything that is there, but for no longer than a turn.
@@ -142,11 +145,12 @@ void FramedSocket::ReadOn() {
     if (m_isReading || m_isDeaf || !m_isOpen || m_listener == nullptr) return;
     m_isReading = true;
     const QPointer<FramedSocket> self(this);
-    QElapsedTimer clock;
-    clock.start();
+    const QDeadlineTimer turn(std::chrono::microseconds(vtlimits::TurnMicroseconds), Qt::PreciseTimer);
     bool isPaused = false;
-    while (self && m_isOpen && !m_isDeaf && !isPaused) {
-        if (!GiveFrames()) break;
+    while (self && m_isOpen && !m_isDeaf) {
+        if (!GiveFrames(turn)) break;
+        isPaused = turn.hasExpired();
+        if (isPaused) break;
         const qint64 available = m_socket->bytesAvailable();
         if (available == 0) break;
         const int before = m_in.size();
@@ -154,19 +158,19 @@ void FramedSocket::ReadOn() {
         const qint64 count = m_socket->read(m_in.data() + before, m_in.size() - before);
         m_in.resize(before + static_cast<int>(qMax<qint64>(count, 0)));
         if (count <= 0) break;
-        isPaused = clock.nsecsElapsed() / 1000 > vtlimits::TurnMicroseconds;
     }
     if (!self) return;
     m_isReading = false;
-    if (m_isOpen && isPaused) QTimer::singleShot(0, this, &FramedSocket::ReadOn);
+    // A timer and not an event: an event posted by an event is handled in the same pass of the loop.
+    if (m_isOpen && isPaused) m_again.start(0);
     if (m_listener != nullptr) m_listener->OnInputDone();  // which may destroy this
     // What came before the end was given.
     if (self && m_isOpen && m_hasEnded && !isPaused) Fail(EndText());
 }
 
-// False if the channel is closed, by whomever.
-bool FramedSocket::GiveFrames() {
-    while (m_isOpen && m_in.size() - m_consumed >= HeaderSize) {
+// Until \a turn is over. False if the channel is closed, by whomever.
+bool FramedSocket::GiveFrames(const QDeadlineTimer& turn) {
+    while (m_isOpen && !turn.hasExpired() && m_in.size() - m_consumed >= HeaderSize) {
         const quint32 size = qFromBigEndian<quint32>(m_in.constData() + m_consumed);
         if (size > vtlimits::MaxFrame) {
             Fail(ForeignText(m_in.mid(m_consumed, HeaderSize)));

@@ -6,8 +6,10 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
+#include <QtCore/QTimer>
 #include <QtNetwork/QAbstractSocket>
 
+class QDeadlineTimer;
 class QSslSocket;
 class QTcpSocket;
 
@@ -39,7 +41,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     void OnReadyRead();
     void OnDisconnected();
     void ReadOn();
-    bool GiveFrames();
+    bool GiveFrames(const QDeadlineTimer& turn);
     void Fail(const QString& reason);
     void Refuse(const QString& reason);
     QString EndText() const;
@@ -51,6 +53,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     int m_consumed = 0;  ///< bytes of m_in that were given
     QByteArray m_out;
     quint32 m_maxMessage;
+    QTimer m_again;  ///< while reading pauses
     bool m_isOpen = true;
     bool m_isReading = false;
     bool m_isDeaf = false;    ///< the peer broke a rule: nothing more is read

@@ -103,14 +103,15 @@ bool CarriesChanges(EMessage type) {
 }
 
 QByteArray Encode(const Message& message, const QByteArray& changes) {
-    ByteSink sink;
-    QCborStreamWriter writer(&sink);
+    // Made once: making a writer costs more than a small message.
+    thread_local ByteSink sink;
+    thread_local QCborStreamWriter writer(&sink);
     writer.startArray();
     writer.append(static_cast<quint64>(message.type));
     WriteFields(writer, message);
     if (!changes.isEmpty()) sink.Append(changes.constData(), changes.size());
     writer.endArray();
-    return sink.Bytes();
+    return sink.Take();
 }
 
 bool MessageReader::ReadHeader(Message* message) {

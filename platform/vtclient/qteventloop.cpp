@@ -9,6 +9,8 @@ namespace vt {
 
 QtEventLoop::QtEventLoop() {
     m_clock.start();
+    m_again.setSingleShot(true);
+    connect(&m_again, &QTimer::timeout, this, &QtEventLoop::HaveTurn);
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] {
@@ -16,12 +18,21 @@ QtEventLoop::QtEventLoop() {
     });
 }
 
+// What asks for another turn in its turn has it in the next pass of the loop: an event posted by an event is
+// handled in the same one, and others would wait.
 void QtEventLoop::RequestTurn() {
+    if (m_isInTurn) return m_again.start(0);
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 void QtEventLoop::customEvent(QEvent* /*event*/) {
+    HaveTurn();
+}
+
+void QtEventLoop::HaveTurn() {
+    m_isInTurn = true;
     if (m_taker != nullptr) m_taker->OnTurn();
+    m_isInTurn = false;
 }
 
 void QtEventLoop::SetDeadline(int milliseconds) {

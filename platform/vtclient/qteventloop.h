@@ -26,9 +26,13 @@ class QtEventLoop final : public QObject, public IEventLoop {
     void customEvent(QEvent* event) override;
 
   private:
+    void HaveTurn();
+
     ITurnTaker* m_taker = nullptr;
     QElapsedTimer m_clock;
     QTimer m_timer;
+    QTimer m_again;
+    bool m_isInTurn = false;
 };
 
 }  // namespace vt

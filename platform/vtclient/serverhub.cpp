@@ -91,16 +91,18 @@ void ServerHub::OnAdmitted(ServerSession& session) {
 
 // The turn destroys it, and tells: this may be in the middle of a walk over those who follow a watcher.
 void ServerHub::OnSessionEnded() {
+    m_isInInput = false;  // its end may not come
     RequestTurn();
 }
 
 void ServerHub::RequestTurn() {
-    if (m_isTurnRequested) return;
+    if (m_isTurnRequested || m_isInInput) return;
     m_isTurnRequested = true;
     m_loop.RequestTurn();
 }
 
 void ServerHub::OnInputDone() {
+    m_isInInput = false;
     OnTurn();
 }
 

@@ -65,6 +65,8 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     void FlushLater(ServerSession& session);
     void OnAdmitted(ServerSession& session);
     void OnSessionEnded();
+    /// Messages are handled; what they lead to is sent when that is done.
+    void OnInput() { m_isInInput = true; }
     void OnInputDone();
 
   private:
@@ -97,6 +99,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     int m_lastSession = 0;
     bool m_isTurnRequested = false;
     bool m_isInTurn = false;
+    bool m_isInInput = false;
     bool m_hasStructureChanged = false;
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
     QHash<QString, std::shared_ptr<Watched>> m_watched;

@@ -89,6 +89,7 @@ void ServerSession::Check(qint64 now) {
 void ServerSession::OnMessage(const char* data, qint64 size) {
     if (m_isEnded) return;
     m_lastReceived = m_hub.Now();
+    m_hub.OnInput();
     Message message;
     MessageReader reader(data, size);
     if (!reader.ReadHeader(&message))

@@ -375,7 +375,7 @@ void VtClient::FlushOutput() {
         if (IsConnected()) m_links[i]->mirror->SendEdits();
     const bool isDue =
         m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
-    if (IsConnected() && m_unackedMessages != 0 && (isDue || m_hasOutput)) {
+    if (IsConnected() && isDue) {
         Message ack = Message::Of(EMessage::Ack);
         ack.seq = m_received;
         Send(ack);
