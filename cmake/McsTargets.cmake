@@ -38,6 +38,10 @@ function(mcs_add_library target export_name building_macro)
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   endif()
+  # Installed, each finds the others beside it: a program's own search path does not hold for them.
+  if(UNIX AND NOT APPLE)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+  endif()
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   install(TARGETS ${target} EXPORT MultiChannelServerTargets)
