@@ -93,6 +93,22 @@ TEST_F(Answers, AHandleWhoseTicComesFromAClientThatIsUsedNoMoreGoesWithout) {
     m_client.UseVtClient(nullptr);
 }
 
+TEST_F(Answers, TheValueTreeClientMayGoWhenAHandleReleasesItsNode) {
+    auto vtClient = std::make_unique<FakeVtClient>();
+    FakeVtClient other;
+    m_client.UseVtClient(vtClient.get());
+    MpxORVHandle* const handle = m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));
+    vtClient->OnReleaseNode([&] {
+        m_client.UseVtClient(&other);
+        vtClient.reset();
+    });
+    delete handle;
+    EXPECT_EQ(vtClient, nullptr);
+    EXPECT_EQ(other.Calls(), Calls{});
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+    m_client.UseVtClient(nullptr);
+}
+
 TEST_F(Answers, DisconnectingWhenATicComesEndsTheRequest) {
     Adopt();
     m_vtClient.OnAddTic([this] {
