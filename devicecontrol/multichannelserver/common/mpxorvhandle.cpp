@@ -80,10 +80,11 @@ void MpxORVHandle::AddControlTic(const QString& specification) {
         const ObservableGuard clientGuard(*client);
         // Through Latin-1, deliberately: what it cannot express arrives as "?".
         tic = client->AddTic(QString::fromLatin1(specification.toLatin1()), "");
-        if (!clientGuard.IsAlive()) tic = nullptr;  // whoever heard of the tic destroyed the client
-        if (life.expired()) {
-            if (tic != nullptr) client->RemoveTic(tic);  // or deleted the handle
-            return;
+        // Whoever heard of the tic may have deleted the handle or changed the client in use.
+        if (life.expired() || client != m_MCSClient.GetVtClientToUse()) {
+            if (tic != nullptr && clientGuard.IsAlive()) client->RemoveTic(tic);
+            if (life.expired()) return;
+            tic = nullptr;
         }
     }
     AssertNotNull(tic, L"m_pControlTic", SourcePath, 116);

@@ -82,6 +82,33 @@ TEST_F(Answers, AHandleDeletedWhenItsTicComesTakesTheTicAlong) {
     EXPECT_TRUE(m_vtClient.Tics().empty());
 }
 
+TEST_F(Answers, AHandleWhoseTicComesFromAClientThatIsUsedNoMoreGoesWithout) {
+    const TraceRecorder recorder;
+    FakeVtClient other;
+    Adopt();
+    m_vtClient.OnAddTic([&] { m_client.UseVtClient(&other); });
+    ASSERT_NE(m_client.ConnectStaticMpxORV(Text("/L/One"), Text("One")), nullptr);
+    EXPECT_TRUE(m_vtClient.Tics().empty());
+    EXPECT_EQ(recorder.Messages(), Calls{Text("m_pControlTic")});
+    m_client.UseVtClient(nullptr);
+}
+
+TEST_F(Answers, TheValueTreeClientMayGoWhenAHandleReleasesItsNode) {
+    auto vtClient = std::make_unique<FakeVtClient>();
+    FakeVtClient other;
+    m_client.UseVtClient(vtClient.get());
+    MpxORVHandle* const handle = m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));
+    vtClient->OnReleaseNode([&] {
+        m_client.UseVtClient(&other);
+        vtClient.reset();
+    });
+    delete handle;
+    EXPECT_EQ(vtClient, nullptr);
+    EXPECT_EQ(other.Calls(), Calls{});
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+    m_client.UseVtClient(nullptr);
+}
+
 TEST_F(Answers, DisconnectingWhenATicComesEndsTheRequest) {
     Adopt();
     m_vtClient.OnAddTic([this] {
