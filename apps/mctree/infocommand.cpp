@@ -7,7 +7,6 @@
 #include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QJsonObject>
-#include <QtCore/QTimer>
 
 #include <algorithm>
 
@@ -16,7 +15,6 @@ namespace mctree {
 namespace {
 
 constexpr int LatencyGrace = 500;  // ms to wait for the first ping
-constexpr int LatencyLook = 5;     // ms
 
 /// What is told of a server; a number below 0 is not known.
 struct ServerInfo {
@@ -35,7 +33,7 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
     info.application = client.GetServerApplication();
     info.address = client.GetServerAddress();
     info.port = client.GetServerPort();
-    info.isEncrypted = context.arguments.isEncrypted;
+    info.isEncrypted = client.IsEncrypted();
     info.latency = client.GetLatency();
     info.whyNoCount = outcome.message;
     if (!outcome.IsDone()) return info;
@@ -48,9 +46,6 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
 
 /// The client measures by itself, but tells nobody.
 void WaitForLatency(const Context& context) {
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &look, [&context] { context.session.Wake(); });
-    look.start(LatencyLook);
     context.session.WaitUntil([&context] { return context.session.Client().GetLatency() >= 0; },
                               QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));
 }

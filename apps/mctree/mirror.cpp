@@ -10,10 +10,6 @@ namespace mctree {
 
 namespace {
 
-/// ms that a connected server has to send a subtree before it counts as one that the server does not have: a
-/// subscription of an absent item waits until the item appears. Never longer than the whole time-out.
-constexpr int Grace = 1000;
-
 /// Below a node of its own, so that any two mirrors lie apart, and named as the server names it, since names
 /// tell units.
 QString LocalPath(const QString& remotePath, int number) {
@@ -27,7 +23,9 @@ Mirror::Mirror(Session& session, const QString& remotePath, int number)
     : m_session(session),
       m_remotePath(remotePath),
       m_localPath(LocalPath(remotePath, number)),
-      m_tic(session.Client().AddTic(m_localPath + QLatin1Char(',') + m_remotePath, "")) {}
+      m_tic(session.Client().AddTic(m_localPath + QLatin1Char(',') + m_remotePath, "")) {
+    if (m_tic != nullptr) session.Follow(*m_tic);
+}
 
 Mirror::~Mirror() {
     if (m_tic != nullptr) m_session.Client().RemoveTic(m_tic);
@@ -56,12 +54,14 @@ Outcome NotHere(const Mirror& mirror) {
     QString reason;
     const QString& path = mirror.GetRemotePath();
     if (mirror.IsRefused(&reason)) return Outcome::RefusedAt(path, reason);
+    if (!mirror.IsAbsent())
+        return {EExitCode::NoConnection, QStringLiteral("%1 did not come in time").arg(Escaped(path))};
     return {EExitCode::Refused, QStringLiteral("not found: ") + Escaped(path)};
 }
 
 bool IsSettled(const std::unique_ptr<Mirror>& mirror) {
     QString reason;
-    return mirror->IsEstablished() || mirror->IsRefused(&reason);
+    return mirror->IsEstablished() || mirror->IsAbsent() || mirror->IsRefused(&reason);
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ Outcome Establish(Session& session, const QStringList& paths, int timeout, Mirro
     const QDeadlineTimer deadline(timeout);
     while (true) {
         if (Outcome outcome = session.Connect(deadline); !outcome.IsDone()) return outcome;
-        const Session::EWait wait = session.WaitUntil(isOver, QDeadlineTimer(std::min(Grace, timeout)));
+        const Session::EWait wait = session.WaitUntil(isOver, deadline);
         if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::Refused);
         // Lost again before all was here: the client tries on.
         if (wait == Session::EWait::TimedOut || areSettled()) break;

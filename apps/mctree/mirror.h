@@ -27,6 +27,8 @@ class Mirror {
     Mirror& operator=(const Mirror&) = delete;
 
     bool IsEstablished() const { return m_tic != nullptr && m_tic->IsEstablished(); }
+    /// Whether the server has said that it has nothing there.
+    bool IsAbsent() const { return m_tic != nullptr && m_tic->IsAbsent(); }
     /// Whether the server does not let us have it, or refused an edit of its topmost item; and why.
     bool IsRefused(QString* reason) const;
 
@@ -45,8 +47,8 @@ class Mirror {
 
 using Mirrors = std::vector<std::unique_ptr<Mirror>>;
 
-/// Mirrors all \a paths and waits, at most \a timeout ms, for the connection, and then, a moment at most, for
-/// every mirror to be here. Says which is not.
+/// Mirrors all \a paths and waits, at most \a timeout ms in all, for the connection and for every mirror to
+/// be here. Says which is not.
 Outcome Establish(Session& session, const QStringList& paths, int timeout, Mirrors* mirrors);
 
 }  // namespace mctree

@@ -16,6 +16,9 @@ namespace {
 /// As many as a command can have asked for; a server that refuses without end does not make us grow.
 constexpr std::size_t MostRefusals = 512;
 
+/// Between two looks at what nobody tells of: a refused attempt to connect, a latency.
+constexpr std::chrono::milliseconds Look(50);
+
 }  // namespace
 
 Session::Session(IVtClient& client) : m_client(client) {
@@ -40,9 +43,10 @@ Session::EWait Session::WaitUntil(const std::function<bool()>& condition, QDeadl
         QTimer timer;
         if (!deadline.isForever()) {
             timer.setTimerType(Qt::PreciseTimer);
-            timer.setSingleShot(true);
             QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-            timer.start(std::chrono::ceil<std::chrono::milliseconds>(deadline.remainingTimeAsDuration()));
+            const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(deadline.remainingTimeAsDuration());
+            timer.start(std::min(left, Look));
         }
         m_loop = &loop;
         loop.exec();
@@ -52,8 +56,8 @@ Session::EWait Session::WaitUntil(const std::function<bool()>& condition, QDeadl
 }
 
 Outcome Session::Connect(QDeadlineTimer deadline) {
-    const EWait wait = WaitUntil([this] { return m_client.IsConnected(); }, deadline);
-    if (wait == EWait::Met) return Outcome();
+    const EWait wait = WaitUntil([this] { return m_client.IsConnected() || m_client.IsRefused(); }, deadline);
+    if (m_client.IsConnected()) return Outcome();
     if (wait == EWait::Interrupted) return Interrupted(EExitCode::NoConnection);
     const QString error = m_client.GetLastError();
     return {EExitCode::NoConnection,

@@ -37,6 +37,8 @@ class Session final : private IObserver, private values::IRefusalListener {
     /// Waits for the connection. If there is none in time, says why.
     Outcome Connect(QDeadlineTimer deadline);
     void Wake();
+    /// Wakes when \a tic tells something. This object outlives it.
+    void Follow(IVtTic& tic) { tic.AddObserver(this); }
     /// Ends every wait, from now on.
     void Interrupt();
 

@@ -14,6 +14,7 @@ class Node;
 /// client. Main thread.
 ///
 /// Tells its observers connectioncode::TicsChanged (15) whenever it becomes established or ceases to be, and
+/// when the server says that there is nothing (more) at its path or that it may not be read;
 /// connectioncode::GoingAway (18) before it is destroyed.
 class MCS_CONNECTION_EXPORT IVtTic : public Observable {
   public:
@@ -21,6 +22,9 @@ class MCS_CONNECTION_EXPORT IVtTic : public Observable {
 
     /// True while the connection is up and the whole subtree is here.
     virtual bool IsEstablished() const = 0;
+    /// True once the server has said that nothing is there, or that it may not be read, until it says
+    /// something else or the connection is lost.
+    virtual bool IsAbsent() const { return false; }
     virtual QString GetLocalPath() const = 0;
     virtual QString GetRemotePath() const = 0;
 
@@ -58,6 +62,10 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
 
     /// Why there is no connection, in one line; empty while connected or before the first attempt ended.
     virtual QString GetLastError() const { return QString(); }
+    /// True if the server refused the last attempt and will not change its mind by itself: the version or
+    /// the credential. The attempts go on all the same.
+    virtual bool IsRefused() const { return false; }
+    virtual bool IsEncrypted() const { return false; }  ///< while connected
     /// True while writes or creations are under way to the server. When the last was answered, observers are
     /// told connectioncode::WritesAnswered (20).
     virtual bool HasUnansweredWrites() const { return false; }

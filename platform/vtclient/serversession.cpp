@@ -171,7 +171,7 @@ void ServerSession::OnSubscribe(const Message& message) {
     if (!m_hub.Access().MayRead(m_peer, subscription->Path()))
         return TellAbsent(
             *subscription,
-            QStringLiteral("'%1' may not be read by %2").arg(subscription->Path(), m_peer.user));
+            QStringLiteral("'%1' may not be read by '%2'").arg(subscription->Path(), m_peer.user));
     m_hub.Access().ProvideNode(m_peer, subscription->Path());
     if (m_isEnded) return;
     Subscription& added = *(m_subscriptions[message.sub] = std::move(subscription));

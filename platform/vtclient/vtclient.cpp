@@ -195,6 +195,7 @@ void VtClient::EndSession(const QString& reason) {
     for (std::size_t i = 0; i < m_links.size(); ++i) {
         m_links[i]->sub = 0;
         m_links[i]->isReceiving = false;
+        SetAbsent(*m_links[i], false);
         m_links[i]->mirror->Lose();
     }
     if (wasConnected) NotifyObservers(connectioncode::Disconnected);
@@ -216,8 +217,10 @@ void VtClient::OnMessage(const char* data, qint64 size) {
 }
 
 void VtClient::Dispatch(MessageReader& reader, const Message& message, qint64 size) {
-    if (message.type == EMessage::Bye)
+    if (message.type == EMessage::Bye) {
+        m_isRefused = message.code == EBye::NotAdmitted || message.code == EBye::Version;
         return EndSession(QStringLiteral("the server refuses: %1").arg(message.reason));
+    }
     if (m_state == EState::Greeting) {
         if (message.type == EMessage::Welcome) return OnWelcome(message);
         return Fail(EBye::Malformed, QStringLiteral("the first message of a server must be a welcome"));
@@ -263,6 +266,7 @@ void VtClient::OnWelcome(const Message& message) {
     m_deadAfter = std::max(m_options.deadAfter, message.ping);
     m_pingInterval = std::max(1, std::min(m_options.pingInterval, message.dead / 3));
     m_failures = 0;
+    m_isRefused = false;
     m_lastError.clear();
     m_received = 0;
     m_unackedMessages = 0;
@@ -310,18 +314,23 @@ void VtClient::Resubscribe(Link& link) {
 void VtClient::OnSubscribed(Link& link, const Message& message) {
     link.sequence = 0;
     link.isReceiving = true;
+    SetAbsent(link, false);
     if (link.mirror->IsEstablished()) link.mirror->Lose();
     link.mirror->Start(message.prefixes, m_session);
 }
 
 void VtClient::OnAbsent(Link& link, const Message& message) {
     link.isReceiving = false;
-    if (message.reason.isEmpty()) {
-        if (link.mirror->IsEstablished()) link.mirror->Vanish();
-        return TellEstablished();
+    SetAbsent(link, true);
+    if (!message.reason.isEmpty()) {
+        link.sub = 0;
+        values::Refusals::Instance().Report(nullptr, link.mirror->RemotePath(), message.reason);
+    } else if (link.mirror->Root() != nullptr) {
+        link.mirror->Vanish();
     }
-    link.sub = 0;
-    values::Refusals::Instance().Report(nullptr, link.mirror->RemotePath(), message.reason);
+    const bool isTold = link.mirror->IsEstablished() != link.wasEstablished;
+    TellEstablished();
+    if (!isTold) TellTics(link);
 }
 
 bool VtClient::IsNextInSequence(Link& link, quint64 sequence) {
@@ -514,6 +523,7 @@ IVtTic* VtClient::AddTic(const QString& spec, const char* /*options*/) {
     m_tics.push_back(std::make_unique<VtTic>(local, remote, *link->mirror));
     VtTic* const tic = m_tics.back().get();
     link->tics.push_back(tic);
+    tic->SetAbsent(link->isAbsent);
     if (link->mirror->IsEstablished()) {
         m_ticsToTell.push_back(tic);
         RequestTurn();
@@ -578,14 +588,24 @@ void VtClient::TellEstablished() {
         if (link.mirror->IsEstablished() == link.wasEstablished) continue;
         link.wasEstablished = !link.wasEstablished;
         hasChanged = true;
-        const std::vector<VtTic*> tics = link.tics;
-        for (VtTic* tic : tics) {
-            const auto isTic = [tic](const auto& other) { return other.get() == tic; };
-            if (std::any_of(m_tics.begin(), m_tics.end(), isTic))
-                tic->NotifyObservers(connectioncode::TicsChanged);
-        }
+        TellTics(link);
     }
     if (hasChanged) NotifyObservers(connectioncode::TicsChanged);
+}
+
+void VtClient::TellTics(const Link& link) {
+    const std::vector<VtTic*> tics = link.tics;
+    for (VtTic* tic : tics) {
+        const auto isTic = [tic](const auto& other) { return other.get() == tic; };
+        if (std::any_of(m_tics.begin(), m_tics.end(), isTic))
+            tic->NotifyObservers(connectioncode::TicsChanged);
+    }
+}
+
+void VtClient::SetAbsent(Link& link, bool isAbsent) {
+    link.isAbsent = isAbsent;
+    for (VtTic* tic : link.tics)
+        tic->SetAbsent(isAbsent);
 }
 
 }  // namespace vt

@@ -44,6 +44,8 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void RemoveTic(IVtTic* tic) override;
     void ReleaseNode(values::Node* node) override;
     QString GetLastError() const override { return m_lastError; }
+    bool IsRefused() const override { return m_isRefused; }
+    bool IsEncrypted() const override { return IsConnected() && m_channel->IsEncrypted(); }
     bool HasUnansweredWrites() const override;
     QString GetServerApplication() const override { return m_serverApplication; }
     int GetLatency() const override { return m_latency; }
@@ -61,6 +63,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
         quint64 sequence = 0;
         bool isReceiving = false;  ///< subscribed was answered
         bool wasEstablished = false;
+        bool isAbsent = false;
         std::vector<VtTic*> tics;
     };
     class Busy;
@@ -95,6 +98,8 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void FlushOutput();
     void RequestTurn();
     void TellEstablished();
+    void SetAbsent(Link& link, bool isAbsent);
+    void TellTics(const Link& link);
     void TellAnswered();
     void SetNextDeadline();
     Link* FindLink(quint32 sub);
@@ -109,6 +114,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     std::unique_ptr<IEventLoop> m_loop;
     EState m_state = EState::Idle;
     QString m_lastError;
+    bool m_isRefused = false;
     QString m_serverApplication;
     int m_session = 0;
     int m_latency = -1;

@@ -69,9 +69,13 @@ void VtClientCenter::DestroyVtClient(IVtClient* client) {
     const auto found = std::find_if(m_clients.begin(), m_clients.end(), isClient);
     if (client == nullptr || found == m_clients.end()) return;
     auto* const ended = static_cast<vt::VtClient*>(client);
-    std::shared_ptr<IVtClient> last(std::move(*found));
+    std::unique_ptr<IVtClient> last = std::move(*found);
     m_clients.erase(found);
     ended->Shutdown();
-    // A call of the client itself may have led here; then it lasts until that has returned.
-    if (!ended->IsIdle()) QTimer::singleShot(0, QCoreApplication::instance(), [last] {});
+    if (ended->IsIdle()) return;
+    // A call of the client itself led here: it lasts until that has returned, or the application ends.
+    if (m_ended.empty()) QTimer::singleShot(0, QCoreApplication::instance(), [this] { m_ended.clear(); });
+    static const bool isLastChance = (qAddPostRoutine([] { Instance().m_ended.clear(); }), true);
+    Q_UNUSED(isLastChance)
+    m_ended.push_back(std::move(last));
 }

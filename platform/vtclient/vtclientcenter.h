@@ -50,4 +50,5 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
 
     VtClientOptions m_options;
     std::vector<std::unique_ptr<IVtClient>> m_clients;
+    std::vector<std::unique_ptr<IVtClient>> m_ended;  ///< destroyed while a call of them was under way
 };

@@ -13,16 +13,19 @@ class VtTic final : public IVtTic {
         : m_localPath(std::move(localPath)), m_remotePath(std::move(remotePath)), m_mirror(&mirror) {}
 
     bool IsEstablished() const override { return m_mirror != nullptr && m_mirror->IsEstablished(); }
+    bool IsAbsent() const override { return m_isAbsent; }
     QString GetLocalPath() const override { return m_localPath; }
     QString GetRemotePath() const override { return m_remotePath; }
 
     const TreeMirror* Mirror() const { return m_mirror; }
+    void SetAbsent(bool isAbsent) { m_isAbsent = isAbsent; }
     void Detach() { m_mirror = nullptr; }
 
   private:
     QString m_localPath;
     QString m_remotePath;
     const TreeMirror* m_mirror;
+    bool m_isAbsent = false;
 };
 
 }  // namespace vt

@@ -115,7 +115,8 @@ void FakeVtClient::Update(Observable* source, TChangeCode code) {
 
 void FakeVtClient::Establish(FakeVtTic& tic) {
     const values::TreeItem* const original = Find(server, tic.GetRemotePath());
-    if (original == nullptr || (isRootHidden && original == &server)) return;
+    tic.isAbsent = original == nullptr;
+    if (tic.isAbsent || (isRootHidden && original == &server)) return;
     const QString path = tic.GetLocalPath();
     if (values::Tree::Instance()->FindItem(path) == nullptr) CopyIntoTree(*original, path);
     values::Tree::Instance()->FindItem(path)->GetObservable()->AddObserver(this);

@@ -21,7 +21,10 @@ class FakeVtTic final : public IVtTic {
     QString GetLocalPath() const override { return m_localPath; }
     QString GetRemotePath() const override { return m_remotePath; }
 
+    bool IsAbsent() const override { return isAbsent; }
+
     bool isEstablished = false;
+    bool isAbsent = false;
 
   private:
     QString m_localPath;
@@ -46,6 +49,7 @@ class FakeVtClient final : public IVtClient, private IObserver {
     bool HasUnansweredWrites() const override { return m_isUnanswered; }
     QString GetServerApplication() const override { return application; }
     int GetLatency() const override { return latency; }
+    bool IsEncrypted() const override { return isEncrypted; }
 
     /// Connects at once, or when the event loop runs.
     void Connect();
@@ -61,6 +65,7 @@ class FakeVtClient final : public IVtClient, private IObserver {
     QString lastError;
     QString application;
     int latency = -1;
+    bool isEncrypted = false;
     bool isRootHidden = false;  ///< the root is not for this client
     /// What the server does with an edited value before it answers; null: nothing is ever answered.
     std::function<void(values::TreeItem&)> answer = [](values::TreeItem&) {};

@@ -222,6 +222,7 @@ TEST_F(ClientRules, AWelcomeMakesThePausesShortAgain) {
     Connect();
     Welcome();
     EXPECT_EQ(m_client->GetLastError(), QString());
+    EXPECT_FALSE(m_client->IsRefused());
     m_wire->isOpen = false;
     Run();
     EXPECT_EQ(m_client->GetLastError(), S("the wire was cut"));
@@ -238,6 +239,7 @@ TEST_F(ClientRules, ARefusalIsTheReasonWhyThereIsNoConnection) {
     bye.reason = S("the token is wrong");
     Say(bye);
     EXPECT_EQ(m_client->GetLastError(), S("the server refuses: the token is wrong"));
+    EXPECT_TRUE(m_client->IsRefused());
     EXPECT_TRUE(m_observer.Events().empty());
     m_clock.Pass(100);
     Run();
@@ -586,11 +588,52 @@ TEST_F(ClientRules, AnAnswerToNoRequestEndsTheSession) {
 
 TEST_F(ClientRules, AnAbsentItemTakesItsMirrorAlong) {
     Establish();
+    EXPECT_FALSE(m_tic->IsAbsent());
     Say(About(EMessage::Absent, 0));
     EXPECT_EQ(m_tree.FindItem(S("/L")), nullptr);
     EXPECT_FALSE(m_tic->IsEstablished());
+    EXPECT_TRUE(m_tic->IsAbsent());
     EXPECT_THAT(m_observer.Codes(), ElementsAre(15));
     EXPECT_TRUE(m_client->IsConnected());
+}
+
+TEST_F(ClientRules, WhatIsAbsentOrDeniedIsToldToItsTicAlone) {
+    for (const char* reason : {"", "not for you"}) {
+        Start(VtClientOptions());
+        m_observer.Clear();
+        m_tic = m_client->AddTic(S("/L,/S"), "");
+        RecordingObserver tic;
+        m_tic->AddObserver(&tic);
+        Connect();
+        Welcome();
+        m_sub = m_server->Of(EMessage::Subscribe).at(0).sub;
+        Message absent = About(EMessage::Absent, 0);
+        absent.reason = S(reason);
+        Say(absent);
+        EXPECT_TRUE(m_tic->IsAbsent());
+        EXPECT_THAT(tic.Codes(), ElementsAre(15));
+        EXPECT_THAT(m_observer.Codes(), ElementsAre(16));
+        m_wire->isOpen = false;
+        Run();
+        EXPECT_FALSE(m_tic->IsAbsent());
+        m_tic->DeleteObserver(&tic);
+    }
+}
+
+TEST_F(ClientRules, WhatVanishesDuringItsSnapshotLeavesNothing) {
+    m_tic = m_client->AddTic(S("/L,/S"), "");
+    Connect();
+    Welcome();
+    m_sub = m_server->Of(EMessage::Subscribe).at(0).sub;
+    Say(About(EMessage::Subscribed, 0));
+    Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "one")});
+    Say(About(EMessage::Absent, 0));
+    EXPECT_EQ(m_tree.FindItem(S("/L")), nullptr);
+    Say(About(EMessage::Subscribed, 0));
+    Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "two")});
+    Say(About(EMessage::End, 2));
+    ASSERT_NE(T(), nullptr);
+    EXPECT_EQ(T()->GetValue(), S("two"));
 }
 
 TEST_F(ClientRules, AnItemDeletedHereIsNotSpokenOfAgain) {

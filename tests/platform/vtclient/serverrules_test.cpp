@@ -243,7 +243,7 @@ TEST_F(ServerRules, WhatMayNotBeReadIsAbsentWithAReason) {
     peer.Send(Subscribe(1, "//S/"));
     Run();
     ASSERT_EQ(peer.Count(EMessage::Absent), 1);
-    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, S("'/S' may not be read by guest"));
+    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, S("'/S' may not be read by 'guest'"));
     EXPECT_EQ(peer.Count(EMessage::Subscribed), 0);
     EXPECT_TRUE(m_access.provided.empty());
     EXPECT_EQ(m_hub->CountWatchers(), 0);
