@@ -18,7 +18,7 @@ class Printer final : public IObserver {
 
     void Update(Observable* /*source*/, TChangeCode code) override {
         if (code != changecode::ContentChanged) return;
-        std::printf("%s = %d ms, mode %s, %s\n", qUtf8Printable(m_status.GetSweepTime_ValuePath()),
+        std::printf("%s = %d us, mode %s, %s\n", qUtf8Printable(m_status.GetSweepTime_ValuePath()),
                     m_status.GetSweepTime(), qUtf8Printable(m_status.GetOperationModeAsString()),
                     qUtf8Printable(MCSTools::FormatFrequencyRange(30e6, 88e6)));
     }
