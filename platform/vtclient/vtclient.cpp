@@ -316,11 +316,16 @@ void VtClient::OnSubscribed(Link& link, const Message& message) {
 void VtClient::OnAbsent(Link& link, const Message& message) {
     link.isReceiving = false;
     if (message.reason.isEmpty()) {
-        if (link.mirror->IsEstablished()) link.mirror->Vanish();
+        if (link.mirror->IsEstablished())
+            link.mirror->Vanish();
+        else
+            link.mirror->Lose();  // half a snapshot
         return TellEstablished();
     }
     link.sub = 0;
+    link.mirror->Lose();
     values::Refusals::Instance().Report(nullptr, link.mirror->RemotePath(), message.reason);
+    TellEstablished();
 }
 
 bool VtClient::IsNextInSequence(Link& link, quint64 sequence) {
