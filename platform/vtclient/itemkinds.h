@@ -45,7 +45,8 @@ MCS_CONNECTION_EXPORT const KindOperations* Operations(EItemKind kind);
 MCS_CONNECTION_EXPORT bool KindOf(const values::TreeItem& item, EItemKind* kind);
 
 /// An item of this description, detached, under \a name; null if its contents are not of its kind.
-MCS_CONNECTION_EXPORT std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name);
+MCS_CONNECTION_EXPORT std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item,
+                                                                 const QString& name);
 /// Whether \a item's content and limits are such as its kind can have; converts them to it.
 MCS_CONNECTION_EXPORT bool AcceptItem(ItemDescription* item);
 /// What \a item is, in the form that travels.

@@ -576,7 +576,7 @@ void TreeMirror::OnGone(MirrorRecord& record) {
 
 void TreeMirror::OnContent(MirrorRecord& record) {
     if (record.isLocal) {
-        record.isEdited = record.isEdited || !record.isQueued;
+        record.isEdited = record.isEdited || (m_isConnected && !record.isQueued);
         return;
     }
     if (!m_isConnected) return TakeBack(record, QStringLiteral("there is no connection to the server"));
@@ -584,6 +584,7 @@ void TreeMirror::OnContent(MirrorRecord& record) {
 }
 
 void TreeMirror::Queue(MirrorRecord& record, bool isOccurrence) {
+    if (!m_isConnected) return;  // what is made meanwhile is offered after the next snapshot
     if (!isOccurrence) {
         if (record.request != 0) record.isEdited = true;
         if (record.request != 0 || record.isQueued) return;

@@ -38,4 +38,24 @@ TEST_F(LoneClient, WhatIsWithdrawnForAReasonIsNotEstablishedAnyMore) {
     EXPECT_TRUE(Said(EMessage::Write).empty());
 }
 
+TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, OneNumber);
+    m_wire->isOpen = false;
+    Settle();
+    m_observer.Clear();
+    ASSERT_NE(m_tree.ProvideNode(S("/L/own")), nullptr);
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+    Welcome();
+    ShowSubtree(1, OneNumber);
+    EXPECT_TRUE(m_client->HasUnansweredWrites());
+    const auto created = Said(EMessage::Create);
+    ASSERT_EQ(created.size(), 1U);
+    EXPECT_EQ(created.front().path, S("/S/own"));
+    Answer(created.front().req, vt::EResult::Done);
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+    EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
+}
+
 }  // namespace
