@@ -179,7 +179,11 @@ bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QS
     if (!Operations(record.kind)->accept(&record.server))
         return Fail(error, QStringLiteral("a content that is not of the item's kind"));
     if (change.change == EChange::Own && change.session == m_session) return true;  // shown already
-    if (record.isOccurring && record.series == m_series && !AttachAll(error)) return false;
+    if (record.isOccurring && record.series == m_series) {
+        const RecordGuard guard(record);
+        if (!AttachAll(error)) return false;
+        if (!guard.IsAlive()) return true;
+    }
     // What is edited here is newer, until the server has answered.
     const bool isOlder = record.request != 0 || record.isQueued;
     if (record.isOccurring || !isOlder) Show(record, Content(record.server));
@@ -192,15 +196,15 @@ bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QStr
     record.server = change.item.content;
     if (!Operations(record.kind)->accept(&record.server))
         return Fail(error, QStringLiteral("a content that is not of the item's kind"));
-    const ObservableGuard guard(ValueOf(record));
+    const RecordGuard guard(record);
     Operations(record.kind)->describe(ValueOf(record), change.item, &record);
-    if (guard.IsAlive() && record.IsUsed() && record.request == 0) Show(record, Content(record.server));
+    if (guard.IsAlive() && record.request == 0) Show(record, Content(record.server));
     return true;
 }
 
 void TreeMirror::UpdateFlags(MirrorRecord& record, unsigned flags) {
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     record.isOccurring = (flags & ItemDescription::EveryChange) != 0;
     record.isStaleAtServer = (flags & ItemDescription::Stale) != 0;
     const bool isStale = record.isStaleAtServer;
@@ -216,7 +220,7 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     if (operations.hasLimits && !(operations.accept(&item.minimum) && operations.accept(&item.maximum)))
         return Fail(error, QStringLiteral("limits that are not of the item's kind"));
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     if (record.parent != nullptr) value.SetName(change.name, &record);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
@@ -315,7 +319,7 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     record.server = change.item.content;
     const KindOperations& operations = *Operations(record.kind);
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     value.SetWritable(IsWritable(record));
     if (guard.IsAlive()) operations.describe(value, change.item, &record);
     const bool isShown = guard.IsAlive() && operations.content(value) == change.item.content;

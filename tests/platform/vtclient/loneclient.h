@@ -135,9 +135,10 @@ class LoneClient : public testing::Test {
         return dynamic_cast<V*>(Item(path));
     }
 
+    RecordingObserver m_reaction;  ///< of whatever item a test likes: outlives them all
     values::Tree m_tree;
     ManualClock m_clock;
-    RecordingObserver m_observer;
+    RecordingObserver m_observer;  ///< of the client
     std::unique_ptr<vt::VtClient> m_client;
     Connector* m_connector = nullptr;
     ManualLoop* m_loop = nullptr;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/loneclient.h>
 
+#include <functional>
+#include <ostream>
+
 namespace {
 
 using values::Value;
@@ -57,5 +60,104 @@ TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
     EXPECT_FALSE(m_client->HasUnansweredWrites());
     EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
 }
+
+/// What a change of a value tells, and how the server makes it happen.
+struct ToldRow {
+    const char* name;
+    TChangeCode code;
+    std::function<void(ChangeWriter&)> change;
+};
+
+void PrintTo(const ToldRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+class ToldTest : public LoneClient, public testing::WithParamInterface<ToldRow> {
+  protected:
+    /// A selection 1 "s" and a number 2 "n"; when the change is told of one of them, \a react happens.
+    void ShowAndReact(const std::function<void()>& react) {
+        m_tic = AddTic("/L,/S");
+        Welcome();
+        ShowSubtree(1, [](ChangeWriter& writer) {
+            values::ValueSelection selection;
+            selection.SetName(S("s"));
+            selection.AddItem(S("A"), 1.0, 1);
+            writer.Added(1, 0, selection, EItemKind::Selection, 0);
+            values::ValueNumeric<int> number(5, 0, 9);
+            number.SetName(S("n"));
+            writer.Added(2, 0, number, EItemKind::NumericInt, 0);
+        });
+        m_reaction.React([react](Observable* /*source*/, TChangeCode code) {
+            if (code == GetParam().code) react();
+        });
+        for (const char* path : {"/L/s", "/L/n"}) {
+            ASSERT_NE(Item(path), nullptr);
+            Item(path)->GetObservable()->AddObserver(&m_reaction);
+        }
+        ShowChanges(1, 3, GetParam().change);
+        EXPECT_GE(m_reaction.Count(GetParam().code), 1);
+    }
+
+    IVtTic* m_tic = nullptr;
+};
+
+TEST_P(ToldTest, AnObserverMayEndTheMirror) {
+    ShowAndReact([this] {
+        if (m_tic != nullptr) m_client->RemoveTic(m_tic);
+        m_tic = nullptr;
+    });
+    for (values::TreeItem* item : m_tree.FindNode(S("/L"))->GetTreeItems()) {
+        EXPECT_EQ(item->GetState(), values::Stale);
+        EXPECT_EQ(item->GetObservable()->CountObservers(), 1) << "the test's own";
+    }
+}
+
+TEST_P(ToldTest, AnObserverMayDeleteEverything) {
+    ShowAndReact([this] { m_tree.Delete(Item("/L")); });
+    EXPECT_EQ(Item("/L"), nullptr);
+    EXPECT_FALSE(m_tic->IsEstablished());
+}
+
+const ToldRow ToldRows[] = {
+    {"Content", changecode::ContentChanged,
+     [](ChangeWriter& writer) {
+         writer.Changed(2, values::ValueNumeric<int>(6, 0, 9), EItemKind::NumericInt);
+     }},
+    {"Name", changecode::DescriptionChanged,
+     [](ChangeWriter& writer) {
+         values::ValueNumeric<int> number(5, 0, 9);
+         number.SetName(S("m"));
+         writer.Described(2, number, EItemKind::NumericInt, 0);
+     }},
+    {"Limits", changecode::DescriptionChanged,
+     [](ChangeWriter& writer) {
+         values::ValueNumeric<int> number(5, 1, 8);
+         number.SetName(S("n"));
+         writer.Described(2, number, EItemKind::NumericInt, 0);
+     }},
+    {"Delivery", changecode::DescriptionChanged,
+     [](ChangeWriter& writer) {
+         values::ValueNumeric<int> number(5, 0, 9);
+         number.SetName(S("n"));
+         writer.Described(2, number, EItemKind::NumericInt, vt::ItemDescription::EveryChange);
+     }},
+    {"Staleness", changecode::StateChanged,
+     [](ChangeWriter& writer) {
+         values::ValueNumeric<int> number(5, 0, 9);
+         number.SetName(S("n"));
+         writer.Described(2, number, EItemKind::NumericInt, vt::ItemDescription::Stale);
+     }},
+    {"Choices", changecode::ItemAdded,
+     [](ChangeWriter& writer) {
+         values::ValueSelection selection;
+         selection.AddItem(S("A"), 1.0, 1);
+         selection.AddItem(S("B"), 1.0, 2);
+         selection.Select(2);
+         writer.Items(1, selection, EItemKind::Selection);
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, ToldTest, testing::ValuesIn(ToldRows),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
