@@ -131,9 +131,9 @@ void TreeMirror::Start(const QStringList& writable, int session) {
     m_isConnected = true;
     m_isEstablished = false;
     m_session = session;
+    DropDetached();
     ++m_generation;
     m_slots.Clear();
-    m_detached.clear();
     m_merging.clear();
     const auto coversAll = [this](const QString& prefix) { return IsAtOrBelow(m_remotePath, prefix); };
     m_isAllWritable = std::any_of(writable.begin(), writable.end(), coversAll);
@@ -225,6 +225,16 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
+}
+
+// Nobody has seen it, and nobody has deleted it.
+void TreeMirror::DropDetached() {
+    const bool wasRemoving = m_isRemoving;
+    m_isRemoving = true;
+    std::deque<Detached> dropped;
+    dropped.swap(m_detached);  // first: the records of what goes look through what is still there
+    dropped.clear();
+    m_isRemoving = wasRemoving;
 }
 
 void TreeMirror::Destroy(values::TreeItem* item) {
@@ -486,9 +496,7 @@ void TreeMirror::AdoptLocal(values::TreeItem* item, MirrorRecord& parent) {
 void TreeMirror::Lose() {
     if (!m_isConnected) return;
     m_isConnected = m_isEstablished = false;
-    m_isRemoving = true;
-    m_detached.clear();
-    m_isRemoving = false;
+    DropDetached();
     ++m_series;
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         const MirrorRecord& record = m_records.At(i);
@@ -513,8 +521,8 @@ void TreeMirror::Lose() {
 
 void TreeMirror::Vanish() {
     m_isEstablished = m_isConnected = false;
+    DropDetached();
     m_isRemoving = true;
-    m_detached.clear();
     values::Tree* const tree = values::Tree::Instance();
     if (m_root != nullptr && m_root->item != tree->GetRoot()) Destroy(m_root->item);
     m_isRemoving = false;
@@ -541,9 +549,7 @@ void TreeMirror::Release(const values::TreeItem* item) {
     if (isAll) {
         m_isEstablished = false;
         m_isReleased = true;
-        m_isRemoving = true;
-        m_detached.clear();
-        m_isRemoving = false;
+        DropDetached();
     }
     for (quint32 i = 0; i < m_records.End(); ++i) {
         MirrorRecord& record = m_records.At(i);

@@ -135,6 +135,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void LetGo(MirrorRecord& record);
     MirrorRecord* RecordOf(const values::TreeItem* item) const;
     void Destroy(values::TreeItem* item);
+    void DropDetached();
     QString RemotePathOf(const MirrorRecord& record) const;
     bool IsWritable(const MirrorRecord& record) const;
     void UpdateFlags(MirrorRecord& record, unsigned flags);

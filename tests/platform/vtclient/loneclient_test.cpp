@@ -61,6 +61,20 @@ TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
     EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
 }
 
+TEST_F(LoneClient, ASnapshotMayBeginAnewBeforeItsEnd) {
+    IVtTic* const tic = AddTic("/L,/S");
+    Welcome();
+    Say(For(1, EMessage::Subscribed));
+    ChangeWriter writer;
+    writer.Added(0, 0, values::Node(), EItemKind::Node, 0);
+    Say(For(1, EMessage::Snapshot, 1), writer.Take());
+    Said();
+    ShowSubtree(1, OneNumber);
+    EXPECT_TRUE(Said(EMessage::Unsubscribe).empty());
+    EXPECT_TRUE(tic->IsEstablished());
+    EXPECT_NE(Find<Value<int>>("/L/n"), nullptr);
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
