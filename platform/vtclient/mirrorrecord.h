@@ -28,7 +28,7 @@ class MirrorRecord final : public IObserver {
     quint32 id = 0;                         ///< the server's number, unless isLocal
     quint32 generation = 0;                 ///< of the snapshot that last held it
     quint32 series = 0;                     ///< in which it was made, detached; 0: in place
-    quint32 request = 0;                    ///< of the write or creation under way; 0: none
+    quint32 requests = 0;                   ///< how many writes and creations are under way
     EItemKind kind = EItemKind::Node;
     bool isLocal = false;          ///< the server does not have it (yet)
     bool isRefused = false;        ///< and will not

@@ -95,10 +95,9 @@ void TreeMirror::Forget(MirrorRecord& record) {
     if (record.isQueued)
         for (Edit& edit : m_edits)
             if (edit.record == &record) edit.record = nullptr;
-    if (record.request != 0) {
-        const auto request = m_requests.find(record.request);
-        if (request != m_requests.end()) request->second.record = nullptr;
-    }
+    if (record.requests != 0)
+        for (auto& request : m_requests)
+            if (request.second.record == &record) request.second.record = nullptr;
     if (&record == m_root) m_root = nullptr;
     m_records.Give(&record);
 }
@@ -185,7 +184,7 @@ bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QS
         if (!guard.IsAlive()) return true;
     }
     // What is edited here is newer, until the server has answered.
-    const bool isOlder = record.request != 0 || record.isQueued;
+    const bool isOlder = record.requests != 0 || record.isQueued;
     if (record.isOccurring || !isOlder) Show(record, Content(record.server));
     return true;
 }
@@ -198,7 +197,7 @@ bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QStr
         return Fail(error, QStringLiteral("a content that is not of the item's kind"));
     const RecordGuard guard(record);
     Operations(record.kind)->describe(ValueOf(record), change.item, &record);
-    if (guard.IsAlive() && record.request == 0) Show(record, Content(record.server));
+    if (guard.IsAlive() && record.requests == 0) Show(record, Content(record.server));
     return true;
 }
 
@@ -505,17 +504,21 @@ void TreeMirror::Lose() {
     }
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         MirrorRecord& record = m_records.At(i);
-        if (!record.IsUsed() || record.isLocal || (record.request == 0 && !record.isQueued)) continue;
+        if (!record.IsUsed() || record.isLocal || (record.requests == 0 && !record.isQueued)) continue;
         const bool isEdit = record.kind != EItemKind::Node;
-        record.request = 0;
+        record.requests = 0;
         record.isQueued = false;
         if (isEdit) TakeBack(record, QStringLiteral("the connection was lost before the server answered"));
     }
+    ForgetEdits();
+}
+
+void TreeMirror::ForgetEdits() {
     m_edits.clear();
     m_requests.clear();
-    for (auto& local : m_locals) {
-        local.second->request = 0;
-        local.second->isQueued = false;
+    for (quint32 i = 0; i < m_records.End(); ++i) {
+        m_records.At(i).requests = 0;
+        m_records.At(i).isQueued = false;
     }
 }
 
@@ -527,8 +530,7 @@ void TreeMirror::Vanish() {
     if (m_root != nullptr && m_root->item != tree->GetRoot()) Destroy(m_root->item);
     m_isRemoving = false;
     m_slots.Clear();
-    m_edits.clear();
-    m_requests.clear();
+    ForgetEdits();
 }
 
 void TreeMirror::LetGo(MirrorRecord& record) {
@@ -596,8 +598,8 @@ void TreeMirror::OnContent(MirrorRecord& record) {
 void TreeMirror::Queue(MirrorRecord& record, bool isOccurrence) {
     if (!m_isConnected) return;  // what is made meanwhile is offered after the next snapshot
     if (!isOccurrence) {
-        if (record.request != 0) record.isEdited = true;
-        if (record.request != 0 || record.isQueued) return;
+        if (record.requests != 0) record.isEdited = true;
+        if (record.requests != 0 || record.isQueued) return;
     }
     const bool wasIdle = m_edits.empty();
     record.isQueued = true;
@@ -629,20 +631,20 @@ void TreeMirror::SendEdit(const Edit& edit) {
     write.item.content = edit.isOccurrence ? edit.content : ContentToWrite(ValueOf(record), record.kind);
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &write, nullptr);
-    record.request = request;
-    m_requests[request] = {&record, shown};
+    ++record.requests;
+    m_requests[request] = {&record, false, shown};
 }
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
     record.isRefused = record.isRefused || (record.parent != nullptr && record.parent->isRefused);
-    if (record.isRefused || record.request != 0) return;
+    if (record.isRefused || record.requests != 0) return;
     Message create = Message::Of(EMessage::Create);
     create.path = RemotePathOf(record);
     create.item.kind = record.kind;
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &create, record.item);
-    record.request = request;
-    m_requests[request] = {&record, Content()};
+    ++record.requests;
+    m_requests[request] = {&record, true, Content()};
 }
 
 void TreeMirror::OnAnswer(const Message& answer) {
@@ -652,12 +654,12 @@ void TreeMirror::OnAnswer(const Message& answer) {
     m_requests.erase(found);
     if (request.record == nullptr) return;  // the item has gone meanwhile
     MirrorRecord& record = *request.record;
-    if (record.request == answer.req) record.request = 0;
-    if (record.isLocal || record.kind == EItemKind::Node) return OnCreationAnswer(record, answer);
+    --record.requests;
+    if (request.isCreation) return OnCreationAnswer(record, answer);
     const bool isRefused = answer.result == EResult::Denied || answer.result == EResult::Gone;
     // Of occurrences the server's echo says how they stand, and others may have come since.
     if (record.isOccurring && !isRefused) return;
-    const bool isEditedAgain = record.isEdited || record.request != 0;
+    const bool isEditedAgain = record.isEdited || record.requests != 0;
     record.isEdited = false;
     if (answer.result == EResult::Done) record.server = request.content;
     if (answer.result == EResult::Clamped) {
@@ -675,6 +677,11 @@ void TreeMirror::OnAnswer(const Message& answer) {
 }
 
 void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
+    // Announced before it was answered, as when another client was faster: an edit waited for the answer.
+    if (!record.isLocal && record.isEdited) {
+        record.isEdited = false;
+        return Queue(record, false);
+    }
     if (answer.result == EResult::Done || !record.isLocal) return;
     record.isRefused = true;
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))

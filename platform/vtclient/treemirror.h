@@ -99,8 +99,9 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         Content content;
     };
     struct Request {
-        MirrorRecord* record;
-        Content content;  ///< as shown
+        MirrorRecord* record;  ///< null: the item has gone meanwhile
+        bool isCreation;
+        Content content;  ///< as shown; of a write
     };
 
     bool ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error);
@@ -123,6 +124,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
 
     void OnContent(MirrorRecord& record);
     void OnGone(MirrorRecord& record);
+    void ForgetEdits();
     void Queue(MirrorRecord& record, bool isOccurrence);
     void SendEdit(const Edit& edit);
     void SendCreation(MirrorRecord& record);

@@ -75,6 +75,58 @@ TEST_F(LoneClient, ASnapshotMayBeginAnewBeforeItsEnd) {
     EXPECT_NE(Find<Value<int>>("/L/n"), nullptr);
 }
 
+/// A text 1 "log", of which every change counts.
+void OneLog(ChangeWriter& writer) {
+    Value<QString> text;
+    text.SetName(S("log"));
+    writer.Added(1, 0, text, EItemKind::Text, vt::ItemDescription::EveryChange);
+}
+
+TEST_F(LoneClient, AnAnswerAboutWhatHasGoneIsNoAnswerAboutWhatCameAfterIt) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, OneLog);
+    Find<Value<QString>>("/L/log")->SetValue(S("one"));
+    Find<Value<QString>>("/L/log")->SetValue(S("two"));
+    Settle();
+    const auto writes = Said(EMessage::Write);
+    ASSERT_EQ(writes.size(), 2U);
+    m_tree.Delete(Item("/L/log"));
+    m_tree.ProvideNode(S("/L/own"));
+    Settle();
+    ASSERT_EQ(Said(EMessage::Create).size(), 1U);
+    const TraceRecorder traces;
+    for (const vt::Message& write : writes)
+        Answer(write.req, vt::EResult::Gone);
+    EXPECT_TRUE(traces.Messages().empty());
+    m_tree.ProvideNode(S("/L/own/more"));
+    Settle();
+    EXPECT_EQ(Said(EMessage::Create).size(), 1U) << "below what was refused nothing would be created";
+}
+
+TEST_F(LoneClient, WhatIsCreatedMayBeAnnouncedBeforeTheCreationIsAnswered) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, [](ChangeWriter& /*writer*/) {});
+    auto* const number = new Value<int>(1);
+    number->SetName(S("n"));
+    ASSERT_TRUE(m_tree.AddValue(S("/L"), number));
+    Settle();
+    const auto creations = Said(EMessage::Create);
+    ASSERT_EQ(creations.size(), 1U);
+    ShowChanges(1, 3, OneNumber);
+    EXPECT_EQ(number->GetValue(), 5);
+    number->SetValue(6);
+    Settle();
+    EXPECT_TRUE(Said(EMessage::Write).empty()) << "one at a time";
+    Answer(creations.front().req, vt::EResult::Done);
+    const auto writes = Said(EMessage::Write);
+    ASSERT_EQ(writes.size(), 1U);
+    EXPECT_EQ(writes.front().item.content, vt::Content(qint64{6}));
+    Answer(writes.front().req, vt::EResult::Denied);
+    EXPECT_EQ(number->GetValue(), 5);
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
