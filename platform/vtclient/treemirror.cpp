@@ -527,10 +527,21 @@ void TreeMirror::Vanish() {
     DropDetached();
     m_isRemoving = true;
     values::Tree* const tree = values::Tree::Instance();
-    if (m_root != nullptr && m_root->item != tree->GetRoot()) Destroy(m_root->item);
+    if (m_root != nullptr && m_root->item != tree->GetRoot())
+        Destroy(m_root->item);
+    else
+        DestroyChildren();  // the root of the tree stays
     m_isRemoving = false;
     m_slots.Clear();
     ForgetEdits();
+}
+
+void TreeMirror::DestroyChildren() {
+    for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
+        const MirrorRecord& record = m_records.At(i);
+        if (record.IsUsed() && !record.isLocal && &record != m_root && record.parent == m_root)
+            Destroy(record.item);
+    }
 }
 
 void TreeMirror::LetGo(MirrorRecord& record) {

@@ -137,6 +137,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void LetGo(MirrorRecord& record);
     MirrorRecord* RecordOf(const values::TreeItem* item) const;
     void Destroy(values::TreeItem* item);
+    void DestroyChildren();
     void DropDetached();
     QString RemotePathOf(const MirrorRecord& record) const;
     bool IsWritable(const MirrorRecord& record) const;

@@ -127,6 +127,21 @@ TEST_F(LoneClient, WhatIsCreatedMayBeAnnouncedBeforeTheCreationIsAnswered) {
     EXPECT_EQ(number->GetValue(), 5);
 }
 
+TEST_F(LoneClient, AtTheRootOfTheTreeWhatWasMirroredVanishes) {
+    AddTic("/,/S");
+    Welcome();
+    ShowSubtree(1, OneNumber);
+    ASSERT_NE(Item("/n"), nullptr);
+    m_tree.ProvideNode(S("/own"));
+    Say(For(1, EMessage::Absent));
+    EXPECT_EQ(Item("/n"), nullptr);
+    ShowSubtree(1, OneNumber);
+    EXPECT_NE(Item("/n"), nullptr);
+    EXPECT_TRUE(m_client->AreAllTicsEstablished());
+    Settle();
+    EXPECT_NE(Item("/own"), nullptr);
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
