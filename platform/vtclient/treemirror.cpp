@@ -173,10 +173,17 @@ void TreeMirror::Show(MirrorRecord& record, const Content& content) {
     Operations(record.kind)->set(ValueOf(record), content, &record);
 }
 
-bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
-    record.server = change.item.content;
-    if (!Operations(record.kind)->accept(&record.server))
+// What is kept as the server's content can always be shown.
+bool TreeMirror::TakeContent(MirrorRecord& record, const TreeChange& change, QString* error) {
+    Content content = change.item.content;
+    if (!Operations(record.kind)->accept(&content))
         return Fail(error, QStringLiteral("a content that is not of the item's kind"));
+    record.server = std::move(content);
+    return true;
+}
+
+bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
+    if (!TakeContent(record, change, error)) return false;
     if (change.change == EChange::Own && change.session == m_session) return true;  // shown already
     if (record.isOccurring && record.series == m_series) {
         const RecordGuard guard(record);
@@ -192,9 +199,7 @@ bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QS
 bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QString* error) {
     if (record.kind != EItemKind::Selection)
         return Fail(error, QStringLiteral("choices of what is no selection"));
-    record.server = change.item.content;
-    if (!Operations(record.kind)->accept(&record.server))
-        return Fail(error, QStringLiteral("a content that is not of the item's kind"));
+    if (!TakeContent(record, change, error)) return false;
     const RecordGuard guard(record);
     Operations(record.kind)->describe(ValueOf(record), change.item, &record);
     if (guard.IsAlive() && record.requests == 0) Show(record, Content(record.server));

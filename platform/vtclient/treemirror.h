@@ -104,6 +104,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         Content content;  ///< as shown; of a write
     };
 
+    static bool TakeContent(MirrorRecord& record, const TreeChange& change, QString* error);
     bool ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error);
     bool ApplyAdded(const TreeChange& change, QString* error);
     bool ApplyRoot(const TreeChange& change, QString* error);

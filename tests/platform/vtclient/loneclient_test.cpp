@@ -127,6 +127,23 @@ TEST_F(LoneClient, WhatIsCreatedMayBeAnnouncedBeforeTheCreationIsAnswered) {
     EXPECT_EQ(number->GetValue(), 5);
 }
 
+TEST_F(LoneClient, AContentOfAnotherTypeEndsTheSessionAndIsNotShown) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, OneNumber);
+    auto* const number = Find<Value<int>>("/L/n");
+    number->SetValue(6);
+    Settle();
+    Said();
+    ShowChanges(1, 3, [](ChangeWriter& writer) { writer.Changed(1, Value<bool>(true), EItemKind::Bool); });
+    const auto byes = Said(EMessage::Bye);
+    ASSERT_EQ(byes.size(), 1U);
+    EXPECT_EQ(byes.front().code, vt::EBye::Malformed);
+    EXPECT_EQ(byes.front().reason, S("changes of '/S': a content that is not of the item's kind"));
+    EXPECT_EQ(number->GetValue(), 5) << "the edit was not answered";
+    EXPECT_EQ(number->GetState(), values::Stale);
+}
+
 TEST_F(LoneClient, AtTheRootOfTheTreeWhatWasMirroredVanishes) {
     AddTic("/,/S");
     Welcome();
