@@ -191,11 +191,11 @@ void VtClient::EndSession(const QString& reason) {
     m_requests.clear();
     Retry(reason);
     // All is stale before anybody hears of it by other ways.
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        m_links[i]->sub = 0;
-        m_links[i]->isReceiving = false;
-        m_links[i]->mirror->Lose();
-    }
+    ForEachLink([](Link& link) {
+        link.sub = 0;
+        link.isReceiving = false;
+        link.mirror->Lose();
+    });
     if (wasConnected) NotifyObservers(connectioncode::Disconnected);
     TellEstablished();
     TellAnswered();
@@ -375,8 +375,9 @@ void VtClient::OnInputDone() {
 
 void VtClient::FlushOutput() {
     if (!m_channel) return;
-    for (std::size_t i = 0; i < m_links.size(); ++i)
-        if (IsConnected()) m_links[i]->mirror->SendEdits();
+    ForEachLink([this](Link& link) {
+        if (IsConnected()) link.mirror->SendEdits();
+    });
     const bool isDue =
         m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
     if (IsConnected() && m_unackedMessages != 0 && (isDue || m_hasOutput)) {
@@ -560,11 +561,10 @@ void VtClient::DropLink(Link* link) {
 void VtClient::ReleaseNode(values::Node* node) {
     if (node == nullptr) return;
     const Busy busy(*this);
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        Link& link = *m_links[i];
+    ForEachLink([this, node](Link& link) {
         link.mirror->Release(node);
         if (link.mirror->IsReleased()) Unsubscribe(link);
-    }
+    });
     TellEstablished();
     RequestTurn();
 }
@@ -574,12 +574,25 @@ bool VtClient::AreAllTicsEstablished() const {
            std::all_of(m_tics.begin(), m_tics.end(), [](const auto& tic) { return tic->IsEstablished(); });
 }
 
-// Whoever is told may add and remove tics.
+// Whoever is told may add and remove tics. A link that was dropped meanwhile lasts until the next turn.
+template <class Visit>
+void VtClient::ForEachLink(const Visit& visit) {
+    std::vector<Link*> links;
+    for (const auto& link : m_links)
+        links.push_back(link.get());
+    for (Link* link : links)
+        if (HasLink(link)) visit(*link);
+}
+
+bool VtClient::HasLink(const Link* link) const {
+    return std::any_of(m_links.begin(), m_links.end(),
+                       [link](const auto& other) { return other.get() == link; });
+}
+
 void VtClient::TellEstablished() {
     bool hasChanged = false;
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        Link& link = *m_links[i];
-        if (link.mirror->IsEstablished() == link.wasEstablished) continue;
+    ForEachLink([this, &hasChanged](Link& link) {
+        if (link.mirror->IsEstablished() == link.wasEstablished) return;
         link.wasEstablished = !link.wasEstablished;
         hasChanged = true;
         const std::vector<VtTic*> tics = link.tics;
@@ -588,7 +601,7 @@ void VtClient::TellEstablished() {
             if (std::any_of(m_tics.begin(), m_tics.end(), isTic))
                 tic->NotifyObservers(connectioncode::TicsChanged);
         }
-    }
+    });
     if (hasChanged) NotifyObservers(connectioncode::TicsChanged);
 }
 

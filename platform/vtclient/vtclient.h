@@ -97,6 +97,9 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void TellEstablished();
     void TellAnswered();
     void SetNextDeadline();
+    template <class Visit>
+    void ForEachLink(const Visit& visit);
+    bool HasLink(const Link* link) const;
     Link* FindLink(quint32 sub);
     Link* FindLink(const TreeMirror& mirror);
     Link* LinkFor(const QString& localPath, const QString& remotePath);

@@ -159,6 +159,25 @@ TEST_F(LoneClient, AtTheRootOfTheTreeWhatWasMirroredVanishes) {
     EXPECT_NE(Item("/own"), nullptr);
 }
 
+TEST_F(LoneClient, ATicThatIsRemovedWhenTheConnectionIsLostHidesTheLossFromNone) {
+    IVtTic* const first = AddTic("/L,/S");
+    IVtTic* const second = AddTic("/M,/S");
+    IVtTic* const third = AddTic("/N,/S");
+    Welcome();
+    for (const quint32 sub : {1U, 2U, 3U})
+        ShowSubtree(sub, OneNumber);
+    ASSERT_TRUE(m_client->AreAllTicsEstablished());
+    m_reaction.React([&](Observable* /*source*/, TChangeCode /*code*/) { m_client->RemoveTic(first); });
+    Item("/L/n")->GetObservable()->AddObserver(&m_reaction);
+    m_wire->isOpen = false;
+    Settle();
+    m_reaction.React(nullptr);
+    EXPECT_FALSE(second->IsEstablished());
+    EXPECT_FALSE(third->IsEstablished());
+    for (const char* path : {"/L/n", "/M/n", "/N/n"})
+        EXPECT_EQ(Item(path)->GetState(), values::Stale) << path;
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
