@@ -263,4 +263,16 @@ TEST(MessageTextTest, TextsHaveTheirFullLength) {
     EXPECT_EQ(Decode(Encode(subscribe)).error, QString());
 }
 
+TEST(MessageTextTest, AReasonIsShortenedToWhatMayBeSent) {
+    for (const EMessage type : {EMessage::Bye, EMessage::Absent, EMessage::Answer}) {
+        Message message = Message::Of(type);
+        message.reason = QString(vtlimits::MaxPathLength, QChar(u'\u20ac'));
+        const QByteArray bytes = Encode(message);
+        EXPECT_LE(bytes.size(), static_cast<int>(vtlimits::MaxFrameBeforeWelcome));
+        const DecodedMessage decoded = Decode(bytes);
+        EXPECT_EQ(decoded.error, QString());
+        EXPECT_EQ(decoded.message.reason, message.reason.left(vtlimits::MaxReasonLength));
+    }
+}
+
 }  // namespace
