@@ -625,8 +625,7 @@ void TreeMirror::Queue(MirrorRecord& record, bool isOccurrence) {
 }
 
 void TreeMirror::SendEdits() {
-    if (!m_isEstablished) return;
-    while (!m_edits.empty()) {
+    while (m_isEstablished && !m_edits.empty()) {
         const Edit edit = std::move(m_edits.front());
         m_edits.pop_front();
         if (edit.record == nullptr) continue;
@@ -647,6 +646,7 @@ void TreeMirror::SendEdit(const Edit& edit) {
     write.item.content = edit.isOccurrence ? edit.content : ContentToWrite(ValueOf(record), record.kind);
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &write, nullptr);
+    if (request == 0) return TakeBack(record, QStringLiteral("the content is too large to be sent"));
     ++record.requests;
     m_requests[request] = {&record, false, shown};
 }
@@ -659,6 +659,7 @@ void TreeMirror::SendCreation(MirrorRecord& record) {
     create.item.kind = record.kind;
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &create, record.item);
+    if (request == 0) return RefuseCreation(record, QStringLiteral("it is too large to be sent"));
     ++record.requests;
     m_requests[request] = {&record, true, Content()};
 }
@@ -698,11 +699,14 @@ void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
         record.isEdited = false;
         return Queue(record, false);
     }
-    if (answer.result == EResult::Done || !record.isLocal) return;
+    if (answer.result != EResult::Done && record.isLocal) RefuseCreation(record, answer.reason);
+}
+
+void TreeMirror::RefuseCreation(MirrorRecord& record, const QString& reason) {
     record.isRefused = true;
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")
-                     .arg(RemotePathOf(record), answer.reason),
+                     .arg(RemotePathOf(record), reason),
                  L"platform/vtclient/treemirror", __LINE__);
 }
 

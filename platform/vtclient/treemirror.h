@@ -41,7 +41,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         /// There are edits to send; told once until SendEdits().
         virtual void OnEdits(TreeMirror& mirror) = 0;
         /// Sends a write or a creation (of \a item, else null), completed by request and subscription.
-        /// \return the number of the request.
+        /// \return the number of the request; 0, and nothing sent, if no server would accept it: too large.
         virtual quint32 SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) = 0;
         /// The application deleted the local root.
         virtual void OnRootDeleted(TreeMirror& mirror) = 0;
@@ -130,6 +130,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void SendEdit(const Edit& edit);
     void SendCreation(MirrorRecord& record);
     void TakeBack(MirrorRecord& record, const QString& reason);
+    void RefuseCreation(MirrorRecord& record, const QString& reason);
     void OnCreationAnswer(MirrorRecord& record, const Message& answer);
 
     MirrorRecord* NewRecord(values::TreeItem* item, EItemKind kind, MirrorRecord* parent);

@@ -378,6 +378,8 @@ void VtClient::FlushOutput() {
     ForEachLink([this](Link& link) {
         if (IsConnected()) link.mirror->SendEdits();
     });
+    TellAnswered();  // what was taken back, or need not be sent, is answered
+    if (!m_channel) return;
     const bool isDue =
         m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
     if (IsConnected() && m_unackedMessages != 0 && (isDue || m_hasOutput)) {
@@ -392,8 +394,12 @@ void VtClient::FlushOutput() {
 }
 
 void VtClient::Send(const Message& message) {
+    SendBytes(Encode(message));
+}
+
+void VtClient::SendBytes(const QByteArray& bytes) {
     if (!m_channel) return;
-    m_channel->Send(Encode(message));
+    m_channel->Send(bytes);
     if (!m_hasOutput && m_depth == 0) RequestTurn();
     m_hasOutput = true;
 }
@@ -433,13 +439,17 @@ void VtClient::OnEdits(TreeMirror& /*mirror*/) {
 
 quint32 VtClient::SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) {
     Link* const link = FindLink(mirror);
-    message->req = ++m_lastRequest;
+    message->req = m_lastRequest + 1;
     message->sub = link->sub;
-    m_requests[message->req] = link;
-    m_hadUnanswered = true;
     if (item != nullptr) DescribeItem(*item, &message->item);
-    Send(*message);
-    return message->req;
+    const QByteArray bytes = Encode(*message);
+    const bool isTooLarge = static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame ||
+                            message->path.size() > vtlimits::MaxPathLength;
+    if (isTooLarge) return 0;
+    m_requests[++m_lastRequest] = link;
+    m_hadUnanswered = true;
+    SendBytes(bytes);
+    return m_lastRequest;
 }
 
 void VtClient::OnAnswer(const Message& message) {

@@ -92,6 +92,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void Resubscribe(Link& link);
     void CountForAck(qint64 size);
     void Send(const Message& message);
+    void SendBytes(const QByteArray& bytes);
     void FlushOutput();
     void RequestTurn();
     void TellEstablished();

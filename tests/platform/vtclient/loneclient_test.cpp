@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/loneclient.h>
 
+#include <platform/vtclient/vtlimits.h>
+
 #include <functional>
 #include <ostream>
 
@@ -176,6 +178,72 @@ TEST_F(LoneClient, ATicThatIsRemovedWhenTheConnectionIsLostHidesTheLossFromNone)
     EXPECT_FALSE(third->IsEstablished());
     for (const char* path : {"/L/n", "/M/n", "/N/n"})
         EXPECT_EQ(Item(path)->GetState(), values::Stale) << path;
+}
+
+/// A text 1 "t".
+void OneText(ChangeWriter& writer) {
+    Value<QString> text(S("short"));
+    text.SetName(S("t"));
+    writer.Added(1, 0, text, EItemKind::Text, 0);
+}
+
+TEST_F(LoneClient, AnEditThatIsTooLargeForAFrameIsTakenBack) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, OneText);
+    Said();
+    auto* const text = Find<Value<QString>>("/L/t");
+    const TraceRecorder traces;
+    text->SetValue(QString(static_cast<int>(vtlimits::MaxFrame), QChar(u'l')));
+    Settle();
+    EXPECT_TRUE(Said(EMessage::Write).empty());
+    EXPECT_TRUE(text->GetValue() == S("short")) << "which has a megabyte less to print";
+    EXPECT_EQ(traces.Messages(),
+              std::vector<QString>{S("'/S/t' refused: the content is too large to be sent")});
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+    EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
+}
+
+TEST_F(LoneClient, WhatIsTooLargeForAFrameStaysLocal) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, [](ChangeWriter& /*writer*/) {});
+    Said();
+    auto* const text = new Value<QString>(QString(static_cast<int>(vtlimits::MaxFrame), QChar(u'l')));
+    text->SetName(S("t"));
+    const TraceRecorder traces;
+    ASSERT_TRUE(m_tree.AddValue(S("/L"), text));
+    Settle();
+    EXPECT_TRUE(Said(EMessage::Create).empty());
+    EXPECT_EQ(traces.Messages(),
+              std::vector<QString>{
+                  S("'/S/t' is not created at the server and stays local: it is too large to be sent")});
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+}
+
+TEST_F(LoneClient, WhatLiesDeeperThanAPathMayBeLongStaysLocal) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, [](ChangeWriter& /*writer*/) {});
+    Said();
+    const QString name(vtlimits::MaxNameLength, QChar(u'n'));
+    m_tree.ProvideNode(S("/L/%1/%1/%1/%1").arg(name));
+    Settle();
+    const auto creations = Said(EMessage::Create);
+    EXPECT_EQ(creations.size(), 3U);
+    EXPECT_TRUE(Said(EMessage::Bye).empty());
+}
+
+TEST_F(LoneClient, AnEditThatIsUndoneBeforeItIsSentIsAnswered) {
+    AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, OneNumber);
+    Find<Value<int>>("/L/n")->SetValue(6);
+    ASSERT_TRUE(m_client->HasUnansweredWrites());
+    Find<Value<int>>("/L/n")->SetValue(5);
+    Settle();
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+    EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
 }
 
 /// What a change of a value tells, and how the server makes it happen.
