@@ -95,17 +95,18 @@ bool CborInput::Text(int maximum, QString* text) {
     if (HasFailed()) return false;
     if (!m_reader.isString()) return Fail("a text was expected");
     text->clear();
-    auto part = m_reader.readString();
-    while (part.status == QCborStreamReader::Ok) {
+    for (;;) {
+        // The reader allocates what a length announces before it looks whether that is there.
+        if (m_reader.currentStringChunkSize() > m_size) return Fail("a text is not well-formed");
+        const auto part = m_reader.readString();
+        if (part.status == QCborStreamReader::EndOfString) return true;
+        if (part.status == QCborStreamReader::Error) return Fail("a text is not well-formed");
         if (text->isEmpty())
             *text = part.data;
         else
             text->append(part.data);
         if (text->size() > maximum) return Fail("a text is too long");
-        part = m_reader.readString();
     }
-    if (part.status == QCborStreamReader::Error) return Fail("a text is not well-formed");
-    return true;
 }
 
 bool CborInput::ListContent(Content* content) {

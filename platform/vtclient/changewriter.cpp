@@ -148,7 +148,7 @@ void ChangeWriter::Write(const TreeChange& change) {
         case EChange::Described:
             m_writer.append(change.name);
             m_writer.append(quint64{change.item.flags});
-            if (HasLimits(change.item.kind)) {
+            if (change.item.minimum != Content() || change.item.maximum != Content()) {
                 WriteContent(m_writer, change.item.minimum);
                 WriteContent(m_writer, change.item.maximum);
             }

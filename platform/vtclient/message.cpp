@@ -17,6 +17,11 @@ namespace {
 constexpr quint64 MaxInt = std::numeric_limits<int>::max();
 constexpr quint64 MaxInt64 = std::numeric_limits<qint64>::max();
 
+/// A reason may quote what somebody else wrote, at any length.
+QString Shortened(const QString& reason) {
+    return reason.left(vtlimits::MaxReasonLength);
+}
+
 void WriteFields(QCborStreamWriter& writer, const Message& message) {
     switch (message.type) {
         case EMessage::Hello:
@@ -36,7 +41,7 @@ void WriteFields(QCborStreamWriter& writer, const Message& message) {
             break;
         case EMessage::Bye:
             writer.append(static_cast<quint64>(message.code));
-            writer.append(message.reason);
+            writer.append(Shortened(message.reason));
             break;
         case EMessage::Subscribe:
             writer.append(quint64{message.sub});
@@ -68,7 +73,7 @@ void WriteFields(QCborStreamWriter& writer, const Message& message) {
             break;
         case EMessage::Absent:
             writer.append(quint64{message.sub});
-            writer.append(message.reason);
+            writer.append(Shortened(message.reason));
             break;
         case EMessage::Ack:
         case EMessage::Ping:
@@ -84,7 +89,7 @@ void WriteFields(QCborStreamWriter& writer, const Message& message) {
         case EMessage::Answer:
             writer.append(quint64{message.req});
             writer.append(static_cast<quint64>(message.result));
-            writer.append(message.reason);
+            writer.append(Shortened(message.reason));
             if (message.result == EResult::Clamped) WriteContent(writer, message.item.content);
             break;
         case EMessage::Create:
@@ -128,7 +133,7 @@ bool MessageReader::ReadHeader(Message* message) {
 bool MessageReader::ReadAnswer(Message* message) {
     quint64 result = 0;
     if (!m_input.Id(&message->req) || !m_input.Unsigned(static_cast<quint64>(EResult::Gone), &result) ||
-        !m_input.Text(vtlimits::MaxPathLength, &message->reason))
+        !m_input.Text(vtlimits::MaxReasonLength, &message->reason))
         return false;
     message->result = static_cast<EResult>(result);
     return message->result != EResult::Clamped || m_input.ReadContent(&message->item.content);
@@ -159,7 +164,7 @@ bool MessageReader::ReadFields(Message* message) {
             if (!m_input.Unsigned(static_cast<quint64>(EBye::ClientEnds), &number)) return false;
             if (number == 0) return m_input.Fail("there is no such reason");
             message->code = static_cast<EBye>(number);
-            return m_input.Text(MaxPathLength, &message->reason);
+            return m_input.Text(MaxReasonLength, &message->reason);
         case EMessage::Subscribe:
             return m_input.Id(&message->sub) && m_input.Text(MaxPathLength, &message->path);
         case EMessage::Unsubscribe:
@@ -181,7 +186,7 @@ bool MessageReader::ReadFields(Message* message) {
             return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq) &&
                    m_input.Boolean(&message->more);
         case EMessage::Absent:
-            return m_input.Id(&message->sub) && m_input.Text(MaxPathLength, &message->reason);
+            return m_input.Id(&message->sub) && m_input.Text(MaxReasonLength, &message->reason);
         case EMessage::Ack:
         case EMessage::Ping:
         case EMessage::Pong:

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/observable.h>
+#include <platform/values/treeitem.h>
 #include <platform/vtclient/content.h>
 
 #include <array>
 #include <memory>
 #include <vector>
-
-namespace values {
-class TreeItem;
-}
 
 namespace vt {
 
@@ -32,7 +28,7 @@ class MirrorRecord final : public IObserver {
     quint32 id = 0;                         ///< the server's number, unless isLocal
     quint32 generation = 0;                 ///< of the snapshot that last held it
     quint32 series = 0;                     ///< in which it was made, detached; 0: in place
-    quint32 request = 0;                    ///< of the write or creation under way; 0: none
+    quint32 requests = 0;                   ///< how many writes and creations are under way
     EItemKind kind = EItemKind::Node;
     bool isLocal = false;          ///< the server does not have it (yet)
     bool isRefused = false;        ///< and will not
@@ -41,6 +37,20 @@ class MirrorRecord final : public IObserver {
     bool isQueued = false;         ///< an edit waits to be sent
     bool isOccurring = false;      ///< every change counts
     bool isStaleAtServer = false;  ///< the server itself shows it as stale
+};
+
+/// Tells whether a record still stands for its item after observers were told something: they may have
+/// deleted the item or ended the mirror, and the record may be another's by now.
+class RecordGuard {
+  public:
+    explicit RecordGuard(const MirrorRecord& record)
+        : m_record(record), m_item(record.item), m_guard(*record.item->GetObservable()) {}
+    bool IsAlive() const { return m_guard.IsAlive() && m_record.item == m_item; }
+
+  private:
+    const MirrorRecord& m_record;
+    const values::TreeItem* m_item;
+    ObservableGuard m_guard;
 };
 
 /// Records that stay where they are, in pages, and are used again.

@@ -95,7 +95,7 @@ void TreeMirror::Forget(MirrorRecord& record) {
     if (record.isQueued)
         for (Edit& edit : m_edits)
             if (edit.record == &record) edit.record = nullptr;
-    if (record.request != 0)
+    if (record.requests != 0)
         for (auto& request : m_requests)
             if (request.second.record == &record) request.second.record = nullptr;
     if (&record == m_root) m_root = nullptr;
@@ -130,9 +130,9 @@ void TreeMirror::Start(const QStringList& writable, int session) {
     m_isConnected = true;
     m_isEstablished = false;
     m_session = session;
+    DropDetached();
     ++m_generation;
     m_slots.Clear();
-    m_detached.clear();
     m_merging.clear();
     const auto coversAll = [this](const QString& prefix) { return IsAtOrBelow(m_remotePath, prefix); };
     m_isAllWritable = std::any_of(writable.begin(), writable.end(), coversAll);
@@ -173,14 +173,25 @@ void TreeMirror::Show(MirrorRecord& record, const Content& content) {
     Operations(record.kind)->set(ValueOf(record), content, &record);
 }
 
-bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
-    record.server = change.item.content;
-    if (!Operations(record.kind)->accept(&record.server))
+// What is kept as the server's content can always be shown.
+bool TreeMirror::TakeContent(MirrorRecord& record, const TreeChange& change, QString* error) {
+    Content content = change.item.content;
+    if (!Operations(record.kind)->accept(&content))
         return Fail(error, QStringLiteral("a content that is not of the item's kind"));
+    record.server = std::move(content);
+    return true;
+}
+
+bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
+    if (!TakeContent(record, change, error)) return false;
     if (change.change == EChange::Own && change.session == m_session) return true;  // shown already
-    if (record.isOccurring && record.series == m_series && !AttachAll(error)) return false;
+    if (record.isOccurring && record.series == m_series) {
+        const RecordGuard guard(record);
+        if (!AttachAll(error)) return false;
+        if (!guard.IsAlive()) return true;
+    }
     // What is edited here is newer, until the server has answered.
-    const bool isOlder = record.request != 0 || record.isQueued;
+    const bool isOlder = record.requests != 0 || record.isQueued;
     if (record.isOccurring || !isOlder) Show(record, Content(record.server));
     return true;
 }
@@ -188,18 +199,16 @@ bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QS
 bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QString* error) {
     if (record.kind != EItemKind::Selection)
         return Fail(error, QStringLiteral("choices of what is no selection"));
-    record.server = change.item.content;
-    if (!Operations(record.kind)->accept(&record.server))
-        return Fail(error, QStringLiteral("a content that is not of the item's kind"));
-    const ObservableGuard guard(ValueOf(record));
+    if (!TakeContent(record, change, error)) return false;
+    const RecordGuard guard(record);
     Operations(record.kind)->describe(ValueOf(record), change.item, &record);
-    if (guard.IsAlive() && record.IsUsed() && record.request == 0) Show(record, Content(record.server));
+    if (guard.IsAlive() && record.requests == 0) Show(record, Content(record.server));
     return true;
 }
 
 void TreeMirror::UpdateFlags(MirrorRecord& record, unsigned flags) {
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     record.isOccurring = (flags & ItemDescription::EveryChange) != 0;
     record.isStaleAtServer = (flags & ItemDescription::Stale) != 0;
     const bool isStale = record.isStaleAtServer;
@@ -230,11 +239,21 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     if (operations.hasLimits && !(operations.accept(&item.minimum) && operations.accept(&item.maximum)))
         return Fail(error, QStringLiteral("limits that are not of the item's kind"));
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     if (record.parent != nullptr && change.name != value.GetName()) Rename(record, change.name);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
+}
+
+// Nobody has seen it, and nobody has deleted it.
+void TreeMirror::DropDetached() {
+    const bool wasRemoving = m_isRemoving;
+    m_isRemoving = true;
+    std::deque<Detached> dropped;
+    dropped.swap(m_detached);  // first: the records of what goes look through what is still there
+    dropped.clear();
+    m_isRemoving = wasRemoving;
 }
 
 void TreeMirror::Destroy(values::TreeItem* item) {
@@ -329,7 +348,7 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     record.server = change.item.content;
     const KindOperations& operations = *Operations(record.kind);
     values::ValueBase& value = ValueOf(record);
-    const ObservableGuard guard(value);
+    const RecordGuard guard(record);
     value.SetWritable(IsWritable(record));
     if (guard.IsAlive()) operations.describe(value, change.item, &record);
     const bool isShown = guard.IsAlive() && operations.content(value) == change.item.content;
@@ -496,9 +515,7 @@ void TreeMirror::AdoptLocal(values::TreeItem* item, MirrorRecord& parent) {
 void TreeMirror::Lose() {
     if (!m_isConnected) return;
     m_isConnected = m_isEstablished = false;
-    m_isRemoving = true;
-    m_detached.clear();
-    m_isRemoving = false;
+    DropDetached();
     ++m_series;
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         const MirrorRecord& record = m_records.At(i);
@@ -507,30 +524,44 @@ void TreeMirror::Lose() {
     }
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         MirrorRecord& record = m_records.At(i);
-        if (!record.IsUsed() || record.isLocal || (record.request == 0 && !record.isQueued)) continue;
+        if (!record.IsUsed() || record.isLocal || (record.requests == 0 && !record.isQueued)) continue;
         const bool isEdit = record.kind != EItemKind::Node;
-        record.request = 0;
+        record.requests = 0;
         record.isQueued = false;
         if (isEdit) TakeBack(record, QStringLiteral("the connection was lost before the server answered"));
     }
+    ForgetEdits();
+}
+
+void TreeMirror::ForgetEdits() {
     m_edits.clear();
     m_requests.clear();
-    for (auto& local : m_locals) {
-        local.second->request = 0;
-        local.second->isQueued = false;
+    for (quint32 i = 0; i < m_records.End(); ++i) {
+        m_records.At(i).requests = 0;
+        m_records.At(i).isQueued = false;
     }
 }
 
 void TreeMirror::Vanish() {
     m_isEstablished = m_isConnected = false;
+    DropDetached();
     m_isRemoving = true;
-    m_detached.clear();
     values::Tree* const tree = values::Tree::Instance();
-    if (m_root != nullptr && m_root->item != tree->GetRoot()) Destroy(m_root->item);
+    if (m_root != nullptr && m_root->item != tree->GetRoot())
+        Destroy(m_root->item);
+    else
+        DestroyChildren();  // the root of the tree stays
     m_isRemoving = false;
     m_slots.Clear();
-    m_edits.clear();
-    m_requests.clear();
+    ForgetEdits();
+}
+
+void TreeMirror::DestroyChildren() {
+    for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
+        const MirrorRecord& record = m_records.At(i);
+        if (record.IsUsed() && !record.isLocal && &record != m_root && record.parent == m_root)
+            Destroy(record.item);
+    }
 }
 
 void TreeMirror::LetGo(MirrorRecord& record) {
@@ -551,9 +582,7 @@ void TreeMirror::Release(const values::TreeItem* item) {
     if (isAll) {
         m_isEstablished = false;
         m_isReleased = true;
-        m_isRemoving = true;
-        m_detached.clear();
-        m_isRemoving = false;
+        DropDetached();
     }
     for (quint32 i = 0; i < m_records.End(); ++i) {
         MirrorRecord& record = m_records.At(i);
@@ -590,7 +619,7 @@ void TreeMirror::OnGone(MirrorRecord& record) {
 
 void TreeMirror::OnContent(MirrorRecord& record) {
     if (record.isLocal) {
-        record.isEdited = record.isEdited || !record.isQueued;
+        record.isEdited = record.isEdited || (m_isConnected && !record.isQueued);
         return;
     }
     if (!m_isConnected) return TakeBack(record, QStringLiteral("there is no connection to the server"));
@@ -598,9 +627,10 @@ void TreeMirror::OnContent(MirrorRecord& record) {
 }
 
 void TreeMirror::Queue(MirrorRecord& record, bool isOccurrence) {
+    if (!m_isConnected) return;  // what is made meanwhile is offered after the next snapshot
     if (!isOccurrence) {
-        if (record.request != 0) record.isEdited = true;
-        if (record.request != 0 || record.isQueued) return;
+        if (record.requests != 0) record.isEdited = true;
+        if (record.requests != 0 || record.isQueued) return;
     }
     const bool wasIdle = m_edits.empty();
     record.isQueued = true;
@@ -610,8 +640,7 @@ void TreeMirror::Queue(MirrorRecord& record, bool isOccurrence) {
 }
 
 void TreeMirror::SendEdits() {
-    if (!m_isEstablished) return;
-    while (!m_edits.empty()) {
+    while (m_isEstablished && !m_edits.empty()) {
         const Edit edit = std::move(m_edits.front());
         m_edits.pop_front();
         if (edit.record == nullptr) continue;
@@ -632,20 +661,22 @@ void TreeMirror::SendEdit(const Edit& edit) {
     write.item.content = edit.isOccurrence ? edit.content : ContentToWrite(ValueOf(record), record.kind);
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &write, nullptr);
-    record.request = request;
-    m_requests[request] = {&record, shown, false};
+    if (request == 0) return TakeBack(record, QStringLiteral("the content is too large to be sent"));
+    ++record.requests;
+    m_requests[request] = {&record, false, shown};
 }
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
     record.isRefused = record.isRefused || (record.parent != nullptr && record.parent->isRefused);
-    if (record.isRefused || record.request != 0) return;
+    if (record.isRefused || record.requests != 0) return;
     Message create = Message::Of(EMessage::Create);
     create.path = RemotePathOf(record);
     create.item.kind = record.kind;
     record.isEdited = false;
     const quint32 request = m_host.SendRequest(*this, &create, record.item);
-    record.request = request;
-    m_requests[request] = {&record, Content(), true};
+    if (request == 0) return RefuseCreation(record, QStringLiteral("it is too large to be sent"));
+    ++record.requests;
+    m_requests[request] = {&record, true, Content()};
 }
 
 void TreeMirror::OnAnswer(const Message& answer) {
@@ -655,12 +686,12 @@ void TreeMirror::OnAnswer(const Message& answer) {
     m_requests.erase(found);
     if (request.record == nullptr) return;  // the item has gone meanwhile
     MirrorRecord& record = *request.record;
-    if (record.request == answer.req) record.request = 0;
+    --record.requests;
     if (request.isCreation) return OnCreationAnswer(record, answer);
     const bool isRefused = answer.result == EResult::Denied || answer.result == EResult::Gone;
     // Of occurrences the server's echo says how they stand, and others may have come since.
     if (record.isOccurring && !isRefused) return;
-    const bool isEditedAgain = record.isEdited || record.request != 0;
+    const bool isEditedAgain = record.isEdited || record.requests != 0;
     record.isEdited = false;
     if (answer.result == EResult::Done) record.server = request.content;
     if (answer.result == EResult::Clamped) {
@@ -680,18 +711,22 @@ void TreeMirror::OnAnswer(const Message& answer) {
 void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
     if (!record.isLocal) {
         // It has come meanwhile, and what was said of its content waited for this answer.
-        if (record.kind == EItemKind::Node) return;
-        if (record.isEdited)
+        if (record.kind == EItemKind::Node || record.requests != 0) return;
+        if (std::exchange(record.isEdited, false))
             Queue(record, false);
         else if (!record.isQueued)
             Show(record, Content(record.server));
         return;
     }
     if (answer.result == EResult::Done) return Destroy(record.item);  // it was there, and has gone again
+    RefuseCreation(record, answer.reason);
+}
+
+void TreeMirror::RefuseCreation(MirrorRecord& record, const QString& reason) {
     record.isRefused = true;
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")
-                     .arg(RemotePathOf(record), answer.reason),
+                     .arg(RemotePathOf(record), reason),
                  L"platform/vtclient/treemirror", __LINE__);
 }
 

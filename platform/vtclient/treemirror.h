@@ -41,7 +41,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         /// There are edits to send; told once until SendEdits().
         virtual void OnEdits(TreeMirror& mirror) = 0;
         /// Sends a write or a creation (of \a item, else null), completed by request and subscription.
-        /// \return the number of the request.
+        /// \return the number of the request; 0, and nothing sent, if no server would accept it: too large.
         virtual quint32 SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) = 0;
         /// The application deleted the local root.
         virtual void OnRootDeleted(TreeMirror& mirror) = 0;
@@ -99,11 +99,12 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         Content content;
     };
     struct Request {
-        MirrorRecord* record;
-        Content content;  ///< as shown
+        MirrorRecord* record;  ///< null: the item has gone meanwhile
         bool isCreation;
+        Content content;  ///< as shown; of a write
     };
 
+    static bool TakeContent(MirrorRecord& record, const TreeChange& change, QString* error);
     bool ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error);
     bool ApplyAdded(const TreeChange& change, QString* error);
     bool ApplyRoot(const TreeChange& change, QString* error);
@@ -125,10 +126,12 @@ class MCS_CONNECTION_EXPORT TreeMirror {
 
     void OnContent(MirrorRecord& record);
     void OnGone(MirrorRecord& record);
+    void ForgetEdits();
     void Queue(MirrorRecord& record, bool isOccurrence);
     void SendEdit(const Edit& edit);
     void SendCreation(MirrorRecord& record);
     void TakeBack(MirrorRecord& record, const QString& reason);
+    void RefuseCreation(MirrorRecord& record, const QString& reason);
     void OnCreationAnswer(MirrorRecord& record, const Message& answer);
 
     MirrorRecord* NewRecord(values::TreeItem* item, EItemKind kind, MirrorRecord* parent);
@@ -137,6 +140,8 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void LetGo(MirrorRecord& record);
     MirrorRecord* RecordOf(const values::TreeItem* item) const;
     void Destroy(values::TreeItem* item);
+    void DestroyChildren();
+    void DropDetached();
     QString RemotePathOf(const MirrorRecord& record) const;
     bool IsWritable(const MirrorRecord& record) const;
     void UpdateFlags(MirrorRecord& record, unsigned flags);

@@ -192,12 +192,12 @@ void VtClient::EndSession(const QString& reason) {
     m_requests.clear();
     Retry(reason);
     // All is stale before anybody hears of it by other ways.
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        m_links[i]->sub = 0;
-        m_links[i]->isReceiving = false;
-        SetAbsent(*m_links[i], false);
-        m_links[i]->mirror->Lose();
-    }
+    ForEachLink([this](Link& link) {
+        link.sub = 0;
+        link.isReceiving = false;
+        SetAbsent(link, false);
+        link.mirror->Lose();
+    });
     if (wasConnected) NotifyObservers(connectioncode::Disconnected);
     TellEstablished();
     TellAnswered();
@@ -324,6 +324,7 @@ void VtClient::OnAbsent(Link& link, const Message& message) {
     SetAbsent(link, true);
     if (!message.reason.isEmpty()) {
         link.sub = 0;
+        link.mirror->Lose();
         values::Refusals::Instance().Report(nullptr, link.mirror->RemotePath(), message.reason);
     } else if (link.mirror->Root() != nullptr) {
         link.mirror->Vanish();
@@ -380,8 +381,11 @@ void VtClient::OnInputDone() {
 
 void VtClient::FlushOutput() {
     if (!m_channel) return;
-    for (std::size_t i = 0; i < m_links.size(); ++i)
-        if (IsConnected()) m_links[i]->mirror->SendEdits();
+    ForEachLink([this](Link& link) {
+        if (IsConnected()) link.mirror->SendEdits();
+    });
+    TellAnswered();  // what was taken back, or need not be sent, is answered
+    if (!m_channel) return;
     const bool isDue =
         m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
     if (IsConnected() && isDue) {
@@ -396,8 +400,12 @@ void VtClient::FlushOutput() {
 }
 
 void VtClient::Send(const Message& message) {
+    SendBytes(Encode(message));
+}
+
+void VtClient::SendBytes(const QByteArray& bytes) {
     if (!m_channel) return;
-    m_channel->Send(Encode(message));
+    m_channel->Send(bytes);
     if (!m_hasOutput && m_depth == 0) RequestTurn();
     m_hasOutput = true;
 }
@@ -437,13 +445,17 @@ void VtClient::OnEdits(TreeMirror& /*mirror*/) {
 
 quint32 VtClient::SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) {
     Link* const link = FindLink(mirror);
-    message->req = ++m_lastRequest;
+    message->req = m_lastRequest + 1;
     message->sub = link->sub;
-    m_requests[message->req] = link;
-    m_hadUnanswered = true;
     if (item != nullptr) DescribeItem(*item, &message->item);
-    Send(*message);
-    return message->req;
+    const QByteArray bytes = Encode(*message);
+    const bool isTooLarge = static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame ||
+                            message->path.size() > vtlimits::MaxPathLength;
+    if (isTooLarge) return 0;
+    m_requests[++m_lastRequest] = link;
+    m_hadUnanswered = true;
+    SendBytes(bytes);
+    return m_lastRequest;
 }
 
 void VtClient::OnAnswer(const Message& message) {
@@ -566,11 +578,10 @@ void VtClient::DropLink(Link* link) {
 void VtClient::ReleaseNode(values::Node* node) {
     if (node == nullptr) return;
     const Busy busy(*this);
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        Link& link = *m_links[i];
+    ForEachLink([this, node](Link& link) {
         link.mirror->Release(node);
         if (link.mirror->IsReleased()) Unsubscribe(link);
-    }
+    });
     TellEstablished();
     RequestTurn();
 }
@@ -580,16 +591,29 @@ bool VtClient::AreAllTicsEstablished() const {
            std::all_of(m_tics.begin(), m_tics.end(), [](const auto& tic) { return tic->IsEstablished(); });
 }
 
-// Whoever is told may add and remove tics.
+// Whoever is told may add and remove tics. A link that was dropped meanwhile lasts until the next turn.
+template <class Visit>
+void VtClient::ForEachLink(const Visit& visit) {
+    std::vector<Link*> links;
+    for (const auto& link : m_links)
+        links.push_back(link.get());
+    for (Link* link : links)
+        if (HasLink(link)) visit(*link);
+}
+
+bool VtClient::HasLink(const Link* link) const {
+    return std::any_of(m_links.begin(), m_links.end(),
+                       [link](const auto& other) { return other.get() == link; });
+}
+
 void VtClient::TellEstablished() {
     bool hasChanged = false;
-    for (std::size_t i = 0; i < m_links.size(); ++i) {
-        Link& link = *m_links[i];
-        if (link.mirror->IsEstablished() == link.wasEstablished) continue;
+    ForEachLink([this, &hasChanged](Link& link) {
+        if (link.mirror->IsEstablished() == link.wasEstablished) return;
         link.wasEstablished = !link.wasEstablished;
         hasChanged = true;
         TellTics(link);
-    }
+    });
     if (hasChanged) NotifyObservers(connectioncode::TicsChanged);
 }
 

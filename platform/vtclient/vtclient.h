@@ -95,6 +95,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void Resubscribe(Link& link);
     void CountForAck(qint64 size);
     void Send(const Message& message);
+    void SendBytes(const QByteArray& bytes);
     void FlushOutput();
     void RequestTurn();
     void TellEstablished();
@@ -102,6 +103,9 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void TellTics(const Link& link);
     void TellAnswered();
     void SetNextDeadline();
+    template <class Visit>
+    void ForEachLink(const Visit& visit);
+    bool HasLink(const Link* link) const;
     Link* FindLink(quint32 sub);
     Link* FindLink(const TreeMirror& mirror);
     Link* LinkFor(const QString& localPath, const QString& remotePath);

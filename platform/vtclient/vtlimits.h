@@ -26,6 +26,7 @@ constexpr int MaxSubscriptions = 256;                   // per session
 constexpr int MaxNameLength = 1024;                     // UTF-16 code units
 constexpr int MaxPathLength = 4096;                     // UTF-16 code units
 constexpr int MaxDepth = 256;                           // names in a path that a peer may create
+constexpr int MaxReasonLength = 1024;                   // UTF-16 code units: fits a frame before the welcome
 constexpr int MaxHelloText = 256;                       // UTF-16 code units
 constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it does not keep up
 constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
