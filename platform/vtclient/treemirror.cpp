@@ -233,6 +233,9 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     const ObservableGuard guard(value);
     if (record.parent != nullptr && change.name != value.GetName()) Rename(record, change.name);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
+    // A content that came before its limits may have met the old ones.
+    const bool isEdited = record.request != 0 || record.isQueued;
+    if (guard.IsAlive() && operations.hasLimits && !isEdited) Show(record, Content(record.server));
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
 }
