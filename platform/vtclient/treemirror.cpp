@@ -597,6 +597,9 @@ void TreeMirror::OnContent(MirrorRecord& record) {
         return;
     }
     if (!m_isConnected) return TakeBack(record, QStringLiteral("there is no connection to the server"));
+    // The snapshot has not come to it: what it brings would replace what is shown, and not what is queued.
+    if (record.generation != m_generation)
+        return TakeBack(record, QStringLiteral("the server's content has not arrived yet"));
     Queue(record, record.isOccurring);
 }
 

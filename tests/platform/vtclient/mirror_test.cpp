@@ -93,4 +93,26 @@ TEST_F(Mirror, AContentThatComesBeforeTheLimitsThatAllowItHoldsInTheEnd) {
     EXPECT_EQ(Find<ValueNumeric<int>>("/L/n")->GetValue(), 150);
 }
 
+TEST_F(Mirror, WhatIsEditedBeforeTheNewSnapshotHasComeToItIsRefused) {
+    Start();
+    Add(0, "S", vt::ItemDescription());
+    Add(1, "note", Note("theirs"));
+    Finish();
+    m_mirror.Lose();
+    Start();
+    auto* const note = Find<Text>("/L/note");
+    m_traces.Clear();
+    note->SetValue(S("mine"));
+    EXPECT_EQ(note->GetValue(), S("theirs"));
+    ASSERT_EQ(m_traces.Messages().size(), 1U);
+    EXPECT_TRUE(m_traces.Messages().front().contains(S("the server's content has not arrived yet")));
+    Add(0, "S", vt::ItemDescription());
+    Add(1, "note", Note("theirs again"));
+    note->SetValue(S("mine again"));
+    Finish();
+    m_mirror.SendEdits();
+    EXPECT_EQ(note->GetValue(), S("mine again"));
+    EXPECT_EQ(m_writes, (std::vector<vt::Content>{S("mine again")}));
+}
+
 }  // namespace
