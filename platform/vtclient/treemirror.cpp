@@ -242,6 +242,9 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     const RecordGuard guard(record);
     if (record.parent != nullptr && change.name != value.GetName()) Rename(record, change.name);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
+    // A content that came before its limits may have met the old ones.
+    const bool isEdited = record.request != 0 || record.isQueued;
+    if (guard.IsAlive() && operations.hasLimits && !isEdited) Show(record, Content(record.server));
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
 }
@@ -623,6 +626,9 @@ void TreeMirror::OnContent(MirrorRecord& record) {
         return;
     }
     if (!m_isConnected) return TakeBack(record, QStringLiteral("there is no connection to the server"));
+    // The snapshot has not come to it: what it brings would replace what is shown, and not what is queued.
+    if (record.generation != m_generation)
+        return TakeBack(record, QStringLiteral("the server's content has not arrived yet"));
     Queue(record, record.isOccurring);
 }
 

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a mirror makes of changes that come in an awkward order.
+#include <platform/values/tree.h>
+#include <platform/values/value.h>
+#include <platform/vtclient/treemirror.h>
+#include <tests/support/printing.h>
+#include <tests/support/tracerecorder.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using values::Value;
+using values::ValueNumeric;
+using Text = Value<QString>;
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+class Mirror : public testing::Test, private vt::TreeMirror::IHost {
+  protected:
+    void Start() { m_mirror.Start({S("/")}, 1); }
+    void Add(quint32 id, const char* name, const vt::ItemDescription& item) {
+        vt::TreeChange change;
+        change.change = vt::EChange::Added;
+        change.id = id;
+        change.name = S(name);
+        change.item = item;
+        Apply(change);
+    }
+    void Change(quint32 id, const vt::Content& content) {
+        vt::TreeChange change;
+        change.change = vt::EChange::Changed;
+        change.id = id;
+        change.item.content = content;
+        Apply(change);
+    }
+    void Apply(const vt::TreeChange& change) {
+        QString error;
+        EXPECT_TRUE(m_mirror.Apply(change, &error)) << error.toStdString();
+    }
+    void Finish() {
+        QString error;
+        EXPECT_TRUE(m_mirror.Finish(&error)) << error.toStdString();
+    }
+    static vt::ItemDescription Number(int content, int minimum, int maximum) {
+        vt::ItemDescription item;
+        item.kind = vt::EItemKind::NumericInt;
+        item.content = qint64{content};
+        item.minimum = qint64{minimum};
+        item.maximum = qint64{maximum};
+        return item;
+    }
+    static vt::ItemDescription Note(const char* content) {
+        vt::ItemDescription item;
+        item.kind = vt::EItemKind::Text;
+        item.flags = vt::ItemDescription::EveryChange;
+        item.content = S(content);
+        return item;
+    }
+    template <class V>
+    V* Find(const char* path) {
+        return dynamic_cast<V*>(m_tree.FindItem(S(path)));
+    }
+
+    void OnEdits(vt::TreeMirror& /*mirror*/) override {}
+    quint32 SendRequest(vt::TreeMirror& /*mirror*/, vt::Message* message,
+                        const values::TreeItem* /*item*/) override {
+        m_writes.push_back(message->item.content);
+        return static_cast<quint32>(m_writes.size());
+    }
+    void OnRootDeleted(vt::TreeMirror& /*mirror*/) override {}
+
+    values::Tree m_tree;
+    TraceRecorder m_traces;
+    std::vector<vt::Content> m_writes;
+    vt::TreeMirror m_mirror{S("/L"), S("/S"), *this};
+};
+
+TEST_F(Mirror, AContentThatComesBeforeTheLimitsThatAllowItHoldsInTheEnd) {
+    Start();
+    Add(0, "S", vt::ItemDescription());
+    Add(1, "n", Number(50, 0, 100));
+    Finish();
+    Change(1, qint64{150});
+    vt::TreeChange limits;
+    limits.change = vt::EChange::Described;
+    limits.id = 1;
+    limits.name = S("n");
+    limits.item = Number(0, 0, 200);
+    Apply(limits);
+    EXPECT_EQ(Find<ValueNumeric<int>>("/L/n")->GetValue(), 150);
+}
+
+TEST_F(Mirror, WhatIsEditedBeforeTheNewSnapshotHasComeToItIsRefused) {
+    Start();
+    Add(0, "S", vt::ItemDescription());
+    Add(1, "note", Note("theirs"));
+    Finish();
+    m_mirror.Lose();
+    Start();
+    auto* const note = Find<Text>("/L/note");
+    m_traces.Clear();
+    note->SetValue(S("mine"));
+    EXPECT_EQ(note->GetValue(), S("theirs"));
+    ASSERT_EQ(m_traces.Messages().size(), 1U);
+    EXPECT_TRUE(m_traces.Messages().front().contains(S("the server's content has not arrived yet")));
+    Add(0, "S", vt::ItemDescription());
+    Add(1, "note", Note("theirs again"));
+    note->SetValue(S("mine again"));
+    Finish();
+    m_mirror.SendEdits();
+    EXPECT_EQ(note->GetValue(), S("mine again"));
+    EXPECT_EQ(m_writes, (std::vector<vt::Content>{S("mine again")}));
+}
+
+}  // namespace
