@@ -19,7 +19,7 @@ namespace {
 constexpr int HeaderSize = 4;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
-constexpr qint64 ReadAtOnce = 128 * 1024;
+constexpr qint64 ReadAtOnce = qint64{128} * 1024;
 
 QString AddressText(const QTcpSocket& socket) {
     const QString host = socket.peerAddress().toString();

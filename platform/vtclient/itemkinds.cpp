@@ -241,31 +241,56 @@ void NoDescription(ValueBase& /*value*/, const ItemDescription& /*item*/, IObser
 template <class T>
 constexpr KindOperations Plain(EItemKind kind, const char* name) {
     using S = Scalar<values::Value<T>, T>;
-    return {
-        kind,   name,     S::Create,     S::WriteContent, NoExtra, NoExtra, S::GetContent, Traits<T>::Accept,
-        S::Set, S::Write, NoDescription, NoLimits,        false,   false};
+    return {kind,          false,
+            false,         name,
+            S::Create,     S::WriteContent,
+            NoExtra,       NoExtra,
+            S::GetContent, Traits<T>::Accept,
+            S::Set,        S::Write,
+            NoDescription, NoLimits};
 }
 
 template <class T>
 constexpr KindOperations Numeric(EItemKind kind, const char* name) {
     using L = Limited<T>;
-    return {kind,           name,     L::Create,     L::WriteContent,
-            L::WriteLimits, NoExtra,  L::GetContent, Traits<T>::Accept,
-            L::Set,         L::Write, L::Describe,   L::ReadLimits,
-            true,           false};
+    return {kind,           true,
+            false,          name,
+            L::Create,      L::WriteContent,
+            L::WriteLimits, NoExtra,
+            L::GetContent,  Traits<T>::Accept,
+            L::Set,         L::Write,
+            L::Describe,    L::ReadLimits};
 }
 
+constexpr KindOperations OfSelections = {EItemKind::Selection,
+                                         false,
+                                         true,
+                                         "selection",
+                                         Selection::Create,
+                                         Selection::WriteContent,
+                                         NoExtra,
+                                         Selection::WriteChoices,
+                                         Selection::GetContent,
+                                         Selection::Accept,
+                                         Selection::Set,
+                                         Selection::Write,
+                                         Selection::Describe,
+                                         Selection::ReadChoices};
+
+constexpr KindOperations OfLists = {
+    EItemKind::List,    false,       false,         "list",           List::Create,
+    List::WriteContent, NoExtra,     NoExtra,       List::GetContent, List::Accept,
+    List::Set,          List::Write, NoDescription, NoLimits};
+
+/// By their number.
 constexpr KindOperations Table[ItemKindCount - 1] = {
     Plain<bool>(EItemKind::Bool, "bool"),
     Plain<int>(EItemKind::Int, "int"),
     Plain<QString>(EItemKind::Text, "text"),
     Numeric<int>(EItemKind::NumericInt, "int"),
     Numeric<double>(EItemKind::NumericDouble, "double"),
-    {EItemKind::Selection, "selection", Selection::Create, Selection::WriteContent, NoExtra,
-     Selection::WriteChoices, Selection::GetContent, Selection::Accept, Selection::Set, Selection::Write,
-     Selection::Describe, Selection::ReadChoices, false, true},
-    {EItemKind::List, "list", List::Create, List::WriteContent, NoExtra, NoExtra, List::GetContent,
-     List::Accept, List::Set, List::Write, NoDescription, NoLimits, false, false},
+    OfSelections,
+    OfLists,
 };
 
 }  // namespace

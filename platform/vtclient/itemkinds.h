@@ -15,6 +15,8 @@ namespace vt {
 
 struct KindOperations {
     EItemKind kind;
+    bool hasLimits;
+    bool hasChoices;
     const char* name;  ///< for people
     /// A new value of this kind, detached and without a name.
     std::unique_ptr<values::ValueBase> (*create)();
@@ -35,8 +37,6 @@ struct KindOperations {
     void (*describe)(values::ValueBase& value, const ItemDescription& item, IObserver* originator);
     /// Reads limits and choices into \a item.
     void (*limits)(const values::ValueBase& value, ItemDescription* item);
-    bool hasLimits;
-    bool hasChoices;
 };
 
 /// Null for Node, which holds nothing.

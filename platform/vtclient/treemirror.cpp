@@ -243,8 +243,9 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     if (record.parent != nullptr && change.name != value.GetName()) Rename(record, change.name);
     if (guard.IsAlive() && operations.hasLimits) operations.describe(value, item, &record);
     // A content that came before its limits may have met the old ones.
-    const bool isEdited = record.request != 0 || record.isQueued;
-    if (guard.IsAlive() && operations.hasLimits && !isEdited) Show(record, Content(record.server));
+    const bool isEdited = record.requests != 0 || record.isQueued;
+    if (guard.IsAlive() && operations.hasLimits && !isEdited && operations.content(value) != record.server)
+        Show(record, Content(record.server));
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
 }
@@ -603,9 +604,8 @@ void TreeMirror::OnUpdate(MirrorRecord& record, TChangeCode code) {
             AdoptChildren(record);
         return;
     }
-    if (code == changecode::ContentChanged)
-        OnContent(record);
-    else if (code == changecode::ItemsChanged && record.kind == EItemKind::List)
+    const bool isListContent = code == changecode::ItemsChanged && record.kind == EItemKind::List;
+    if (code == changecode::ContentChanged || isListContent)
         OnContent(record);
     else if (code == changecode::StateChanged && record.item->GetState() == values::GoingAway)
         OnGone(record);
