@@ -359,7 +359,7 @@ QString ServerSession::Create(const Message& message, const Subscription& subscr
     QString reason;
     if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
     if (++m_created > vtlimits::MaxCreatedPerSession)
-        return QStringLiteral("this session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
+        return QStringLiteral("the session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
     std::unique_ptr<values::TreeItem> item = MakeItem(message.item, names.last());
     const QString parent = path.left(path.size() - names.last().size());
     return tree->AddItem(parent, item) ? QString() : QStringLiteral("a value stands in the way");

@@ -135,7 +135,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     std::unordered_map<quint32, Link*> m_requests;
     quint32 m_lastSub = 0;
     quint32 m_lastRequest = 0;
-    quint64 m_received = 0;  ///< messages to be acknowledged, of this session
+    quint64 m_received = 0;  ///< messages to be acknowledged, of the session
     int m_unackedMessages = 0;
     qint64 m_unackedBytes = 0;
     bool m_hasOutput = false;

@@ -71,7 +71,7 @@ void MpxORVHandle::ConnectMpxORVControlTreeRemote(const QString& localControlPat
     m_MCSClient.NotifyMpxORVControlTreeConnection(this);
 }
 
-void MpxORVHandle::AddControlTic(const QString& specification) {
+void MpxORVHandle::AddControlTic(const QString& ticText) {
     IVtClient* const client = m_MCSClient.GetVtClientToUse();
     AssertNotNull(client, L"m_MCSClient.GetVtClientToUse() != NULL", SourcePath, 113);
     IVtTic* tic = nullptr;
@@ -79,7 +79,7 @@ void MpxORVHandle::AddControlTic(const QString& specification) {
         const std::weak_ptr<const bool> life = GetLife();
         const ObservableGuard clientGuard(*client);
         // Through Latin-1, deliberately: what it cannot express arrives as "?".
-        tic = client->AddTic(QString::fromLatin1(specification.toLatin1()), "");
+        tic = client->AddTic(QString::fromLatin1(ticText.toLatin1()), "");
         // Whoever heard of the tic may have deleted the handle or changed the client in use.
         if (life.expired() || client != m_MCSClient.GetVtClientToUse()) {
             if (tic != nullptr && clientGuard.IsAlive()) client->RemoveTic(tic);

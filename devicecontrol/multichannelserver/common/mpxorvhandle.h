@@ -72,7 +72,7 @@ class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {
 
     /// Expires when the handle is deleted: whoever is told of a change may do that.
     std::weak_ptr<const bool> GetLife() const { return m_life; }
-    void AddControlTic(const QString& specification);
+    void AddControlTic(const QString& ticText);
     void RemoveControlTic();
     void DeleteControlNode();
 

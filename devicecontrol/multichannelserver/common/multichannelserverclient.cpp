@@ -182,14 +182,14 @@ bool MultiChannelServerClient::AddSegmentTic(EMCSControlTreeSegments segment) {
     const QString part = GetRelativeControlTreeSegmentPath(segment);
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceAssertions) && part.isEmpty())
         _Q_assert(L"! sPart.isEmpty()", SourcePath, 170);
-    const QString specification = m_localMcsBasePath + QLatin1Char('/') + part + QLatin1Char(',') +
-                                  mcskeys::Root + QLatin1Char('/') + part;
+    const QString ticText = m_localMcsBasePath + QLatin1Char('/') + part + QLatin1Char(',') + mcskeys::Root +
+                            QLatin1Char('/') + part;
     const ObservableGuard self(*this);
     const ObservableGuard clientGuard(*m_pVtClientToUse);
     IVtClient* const client = m_pVtClientToUse;
     const EMCSControlTreeSegments requested = m_eRequestedControlTreeSegments;
     const std::size_t countOfTics = m_segmentTics.size();
-    IVtTic* const tic = client->AddTic(specification, "");
+    IVtTic* const tic = client->AddTic(ticText, "");
     // Whoever heard of the tic may have disconnected, or worse.
     if (!self.IsAlive() || client != m_pVtClientToUse || requested != m_eRequestedControlTreeSegments ||
         countOfTics != m_segmentTics.size()) {
@@ -197,7 +197,7 @@ bool MultiChannelServerClient::AddSegmentTic(EMCSControlTreeSegments segment) {
         return false;
     }
     if (tic == nullptr) {
-        TraceFailure("ConnectToMCSControlTree: AddTic(\"%1\") failed", specification, 180);
+        TraceFailure("ConnectToMCSControlTree: AddTic(\"%1\") failed", ticText, 180);
         DisconnectFromMCSControlTree(false);
         return false;
     }

@@ -15,9 +15,9 @@
 /// A tic whose state the test sets.
 class FakeVtTic final : public IVtTic {
   public:
-    explicit FakeVtTic(const QString& specification)
-        : m_localPath(specification.section(QLatin1Char(','), 0, 0)),
-          m_remotePath(specification.section(QLatin1Char(','), 1)) {}
+    explicit FakeVtTic(const QString& ticText)
+        : m_localPath(ticText.section(QLatin1Char(','), 0, 0)),
+          m_remotePath(ticText.section(QLatin1Char(','), 1)) {}
 
     bool IsEstablished() const override { return m_isEstablished; }
     QString GetLocalPath() const override { return m_localPath; }
@@ -60,10 +60,10 @@ class FakeVtClient final : public IVtClient {
     QString GetServerAddress() const override { return QStringLiteral("dfserver"); }
     int GetServerPort() const override { return 7450; }
 
-    IVtTic* AddTic(const QString& specification, const char* options) override {
-        m_calls.push_back(QStringLiteral("AddTic %1 [%2]").arg(specification, QLatin1String(options)));
+    IVtTic* AddTic(const QString& ticText, const char* options) override {
+        m_calls.push_back(QStringLiteral("AddTic %1 [%2]").arg(ticText, QLatin1String(options)));
         if (--m_acceptedTics < 0) return nullptr;
-        m_tics.push_back(std::make_unique<FakeVtTic>(specification));
+        m_tics.push_back(std::make_unique<FakeVtTic>(ticText));
         IVtTic* const tic = m_tics.back().get();
         if (const Reaction reaction = m_onAddTic) reaction();
         return tic;

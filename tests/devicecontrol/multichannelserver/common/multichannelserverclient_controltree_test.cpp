@@ -313,7 +313,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct Undoing {
     const char* name;
     int accepted;
-    const char* refused;  ///< the specification
+    const char* refused;  ///< paths of the tic
     std::vector<const char*> undone;
 };
 
