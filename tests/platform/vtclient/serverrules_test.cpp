@@ -335,6 +335,22 @@ TEST_F(ServerRules, ALargeTreeComesInChunks) {
         ASSERT_EQ(peer.changes[i].id, i);
 }
 
+TEST_F(ServerRules, AClientThatSubscribesALargeTreeAHundredTimesCostsAWindowAndDelaysNobody) {
+    for (int i = 0; i < 20000; ++i)
+        Add<Text>("/S", QStringLiteral("value%1").arg(i).toUtf8().constData());
+    RawPeer& greedy = Admitted();
+    for (quint32 i = 1; i <= 100; ++i)
+        greedy.Send(Subscribe(i, "/"));
+    RawPeer& modest = Admitted();
+    modest.Send(Subscribe(1, "/S/value7"));
+    Run();
+    EXPECT_EQ(modest.Count(EMessage::End), 1);
+    EXPECT_EQ(m_hub->CountWatchers(), 2);
+    EXPECT_EQ(greedy.Count(EMessage::Bye), 0);
+    EXPECT_LE(greedy.Count(EMessage::Snapshot) + greedy.Count(EMessage::End), vtlimits::MaxUnackedMessages);
+    EXPECT_LE(greedy.bytes, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget + 100 * 64);
+}
+
 TEST_F(ServerRules, AClientThatDoesNotAcknowledgeGetsNoMore) {
     auto* const n = Add<ValueNumeric<int>>("/S", "n");
     RawPeer& peer = Subscribed();
