@@ -43,15 +43,15 @@ class RawPeer final : public vt::IChannelListener {
             changes.push_back(change);
         messages.push_back(message);
         largest = qMax(largest, size);
-        bytes += size;
+        received += size;
     }
     void OnInputDone() override {}
     void OnClosed(const QString& /*reason*/) override { isClosed = true; }
 
     std::vector<vt::Message> messages;
     std::vector<vt::TreeChange> changes;
-    qint64 largest = 0;  ///< bytes of the largest message
-    qint64 bytes = 0;    ///< of all messages
+    qint64 largest = 0;   ///< bytes of the largest message
+    qint64 received = 0;  ///< of all messages
     bool isClosed = false;
 
   private:

@@ -348,7 +348,7 @@ TEST_F(ServerRules, AClientThatSubscribesALargeTreeAHundredTimesCostsAWindowAndD
     EXPECT_EQ(m_hub->CountWatchers(), 2);
     EXPECT_EQ(greedy.Count(EMessage::Bye), 0);
     EXPECT_LE(greedy.Count(EMessage::Snapshot) + greedy.Count(EMessage::End), vtlimits::MaxUnackedMessages);
-    EXPECT_LE(greedy.bytes, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget + 100 * 64);
+    EXPECT_LE(greedy.received, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget + 100 * 64);
 }
 
 TEST_F(ServerRules, AClientThatDoesNotAcknowledgeGetsNoMore) {
