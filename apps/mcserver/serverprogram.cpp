@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/serverprogram.h>
 
-#include <apps/mcserver/standardstreams.h>
+#include <apps/common/terminal.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
@@ -9,10 +9,21 @@
 
 #include <memory>
 
+namespace {
+
+/// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The server goes on if
+/// nobody does.
+void PrintLine(const QString& line) {
+    QString error;
+    terminal::WriteOutput((line + QLatin1Char('\n')).toUtf8(), &error);
+}
+
+}  // namespace
+
 ServerProgram::ServerProgram(const ServerOptions& options)
     : m_options(options),
       m_device(m_clock),
-      m_server(m_device, m_clock, standardstreams::PrintLine),
+      m_server(m_device, m_clock, PrintLine),
       m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
       m_listener(m_access) {}
 
@@ -24,7 +35,7 @@ bool ServerProgram::Start(QString* error) {
     m_server.Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
     m_device.RunScript(m_script);
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
-    standardstreams::PrintLine(QStringLiteral("listening on %1").arg(where));
+    PrintLine(QStringLiteral("listening on %1").arg(where));
     m_notifier.Ready(QStringLiteral("listening on %1").arg(where));
     return true;
 }
@@ -56,9 +67,8 @@ void ServerProgram::Stop() {
     m_listener.Close(QStringLiteral("the server ends"));
 }
 
-void ServerProgram::MakeToken(const QString& user, const QString& role) {
+QString ServerProgram::MakeToken(const QString& user, const QString& role) {
     const QString token = VtTokenHash::CreateToken();
-    standardstreams::PrintLine(QStringLiteral("token: ") + token);
-    standardstreams::PrintLine(QStringLiteral("access file: ") +
-                               VtAccessFile::UserLine(user, role, VtTokenHash::Of(token)));
+    return QStringLiteral("token: %1\naccess file: %2\n")
+        .arg(token, VtAccessFile::UserLine(user, role, VtTokenHash::Of(token)));
 }

@@ -27,8 +27,8 @@ class ServerProgram {
     McsServer& GetServer() { return m_server; }
     int GetPort() const { return m_listener.GetPort(); }
 
-    /// Prints a fresh token for a user, and the line that admits it.
-    static void MakeToken(const QString& user, const QString& role);
+    /// A fresh token for a user, and the line that admits it, for people to read.
+    static QString MakeToken(const QString& user, const QString& role);
 
   private:
     bool ReadFiles(QString* error);
