@@ -93,6 +93,10 @@ void Subscription::WriteNextNew(ChangeWriter* writer) {
 }
 
 void Subscription::WriteFront(ChangeWriter* writer) {
+    // What is new goes before what happened to it: one item at a time, there may be many.
+    const Waiting& front = m_waiting.front();
+    if (front.isOccurrence && m_cursor <= front.id && m_watcher->Find(front.id) != nullptr)
+        return WriteNextNew(writer);
     const Waiting waiting = std::move(m_waiting.front());
     m_waiting.pop_front();
     if (!waiting.isOccurrence) {
@@ -103,8 +107,6 @@ void Subscription::WriteFront(ChangeWriter* writer) {
     }
     m_queuedBytes -= static_cast<std::size_t>(waiting.bytes.size()) + OccurrenceOverhead;
     if (waiting.isNew && m_watcher->Find(waiting.id) == nullptr) return;  // the client never hears of it
-    while (m_cursor <= waiting.id)
-        WriteNextNew(writer);
     writer->AppendRaw(waiting.bytes.constData(), waiting.bytes.size());
 }
 

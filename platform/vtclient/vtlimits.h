@@ -18,8 +18,8 @@ constexpr int MaxPendingConnections = 64;        // beyond, the oldest that has 
 
 // After that.
 constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold
-constexpr int MaxChange = 1000 * 1000;                  // one change with its message fits a frame
 constexpr int BatchTarget = 64 * 1024;                  // large enough to pay, small enough to interleave
+constexpr int MaxChange = 960 * 1000;                   // fits a frame behind a batch that is nearly full
 constexpr int MaxSessions = 1000;                       // a process has about 1,000 descriptors
 constexpr int ListenQueue = 1000;                       // all of them come back at once after a restart
 constexpr int MaxSubscriptions = 256;                   // per session

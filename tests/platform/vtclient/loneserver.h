@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/tree.h>
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+#include <platform/vtclient/serverhub.h>
+#include <platform/vtclient/vtlimits.h>
+#include <tests/platform/vtclient/codecprobe.h>
+#include <tests/platform/vtclient/manualloop.h>
+#include <tests/platform/vtclient/memorychannel.h>
+#include <tests/support/tracerecorder.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+/// A server whose client is the test: it says what it likes, and sees what the server says.
+class LoneServer : public testing::Test {
+  protected:
+    /// Admits everybody and allows everything.
+    class Access final : public IVtAccess {
+      public:
+        bool NeedsCredentials() const override { return false; }
+        bool Admit(VtPeer& /*peer*/, const QString& /*user*/, const QString& /*token*/,
+                   QString* /*reason*/) override {
+            return true;
+        }
+        bool MayRead(const VtPeer& /*peer*/, const QString& /*path*/) override { return true; }
+        bool MayWrite(const VtPeer& /*peer*/, const QString& /*path*/, QString* /*reason*/) override {
+            return true;
+        }
+        bool MayCreate(const VtPeer& /*peer*/, const QString& /*path*/, QString* /*reason*/) override {
+            return true;
+        }
+        QStringList WritablePrefixes(const VtPeer& /*peer*/) override { return prefixes; }
+        void SessionEnded(const VtPeer& peer) override {
+            if (onEnded) onEnded(peer);
+        }
+
+        QStringList prefixes{QStringLiteral("/")};
+        std::function<void(const VtPeer&)> onEnded;
+    };
+
+    /// The test's end of a connection, once the server has welcomed it.
+    struct Peer {
+        std::shared_ptr<MemoryChannel::Wire> wire = std::make_shared<MemoryChannel::Wire>();
+        MemoryChannel* channel = nullptr;
+    };
+
+    Peer Connect() {
+        Peer peer;
+        auto channel = std::make_unique<MemoryChannel>(peer.wire, false);
+        peer.channel = channel.get();
+        m_hub->AddChannel(std::move(channel));
+        vt::Message hello = vt::Message::Of(vt::EMessage::Hello);
+        hello.version = vtlimits::ProtocolVersion;
+        Say(peer, hello);
+        return peer;
+    }
+    void Say(Peer& peer, const vt::Message& message) {
+        peer.wire->toB.push_back(Encode(message));
+        Settle(peer);
+    }
+    void Settle(Peer& peer) {
+        bool hasRun = true;
+        for (int round = 0; hasRun; ++round) {
+            ASSERT_LT(round, 1000) << "it never comes to rest";
+            hasRun = m_loop.Run();
+            if (!peer.wire->isBGone) hasRun = peer.channel->Deliver() || hasRun;
+        }
+    }
+    /// What the server has said since this was asked last, each message read whole.
+    static std::vector<DecodedMessage> Said(Peer& peer) {
+        std::vector<DecodedMessage> said;
+        for (const QByteArray& bytes : peer.wire->toA) {
+            EXPECT_LE(bytes.size(), static_cast<int>(vtlimits::MaxFrame)) << "a client could not take it";
+            said.push_back(Decode(bytes));
+            EXPECT_EQ(said.back().error, QString()) << "a client could not read it";
+        }
+        peer.wire->toA.clear();
+        return said;
+    }
+    /// All changes that the server has said since.
+    static std::vector<vt::TreeChange> SaidChanges(Peer& peer) {
+        std::vector<vt::TreeChange> changes;
+        for (const DecodedMessage& said : Said(peer))
+            changes.insert(changes.end(), said.changes.begin(), said.changes.end());
+        return changes;
+    }
+    void Subscribe(Peer& peer, quint32 sub, const char* path) {
+        vt::Message subscribe = vt::Message::Of(vt::EMessage::Subscribe);
+        subscribe.sub = sub;
+        subscribe.path = QString::fromUtf8(path);
+        Say(peer, subscribe);
+    }
+    void Acknowledge(Peer& peer, quint64 count) {
+        vt::Message ack = vt::Message::Of(vt::EMessage::Ack);
+        ack.seq = count;
+        Say(peer, ack);
+    }
+
+    template <class V>
+    V* Add(const char* parent, const QString& name) {
+        auto* const value = new V();
+        value->SetName(name);
+        EXPECT_TRUE(m_tree.AddValue(QString::fromUtf8(parent), value));
+        return value;
+    }
+
+    values::Tree m_tree;
+    ManualClock m_clock;
+    ManualLoop m_loop{m_clock};
+    Access m_access;
+    std::unique_ptr<vt::ServerHub> m_hub =
+        std::make_unique<vt::ServerHub>(m_access, m_loop, vt::ServerHub::Settings());
+};
