@@ -269,12 +269,11 @@ bool TreeWatcher::WriteAdded(quint32 id, ChangeWriter* writer) {
     Record* const record = m_records.Find(id);
     if (record == nullptr || !record->IsUsed()) return false;
     const int before = writer->Size();
-    const unsigned flags = record->kind == EItemKind::Node ? 0U : FlagsOf(*record);
+    const unsigned flags = record->kind == EItemKind::Node ? 0U : vt::FlagsOf(ValueOf(record->item));
     writer->Added(id, record->parent, *record->item, record->kind, flags);
-    if (writer->Size() - before <= vtlimits::MaxChange) return true;
+    SetOversized(*record, writer->Size() - before > vtlimits::MaxChange);
+    if (!record->isOversized) return true;
     writer->Truncate(before);
-    TraceOversized(*record);
-    record->isOversized = true;
     const std::unique_ptr<values::ValueBase> empty = Operations(record->kind)->create();
     empty->SetName(record->item->GetName());
     writer->Added(id, record->parent, *empty, record->kind, FlagsOf(*record));
@@ -282,16 +281,27 @@ bool TreeWatcher::WriteAdded(quint32 id, ChangeWriter* writer) {
 }
 
 // A content that does not fit is described as stale until it fits again.
-void TreeWatcher::WriteContentOf(Record& record, ChangeWriter* writer) {
+void TreeWatcher::WriteContentOf(Record& record, EChange change, ChangeWriter* writer) {
     const int before = writer->Size();
     const values::ValueBase& value = ValueOf(record.item);
-    writer->Changed(record.id, value, record.kind);
+    // An index says nothing to whoever could not be sent the choices.
+    const bool isAll =
+        change == EChange::Items || (record.isOversized && Operations(record.kind)->hasChoices);
+    if (isAll)
+        writer->Items(record.id, value, record.kind);
+    else
+        writer->Changed(record.id, value, record.kind);
     const bool isOversized = writer->Size() - before > vtlimits::MaxChange;
     if (isOversized) writer->Truncate(before);
-    if (isOversized == record.isOversized) return;
+    SetOversized(record, isOversized);
+    // One client may have been told before, another not.
+    if (record.wasOversized) writer->Described(record.id, value, record.kind, FlagsOf(record));
+}
+
+void TreeWatcher::SetOversized(Record& record, bool isOversized) const {
+    if (isOversized && !record.isOversized) TraceOversized(record);
     record.isOversized = isOversized;
-    if (isOversized) TraceOversized(record);
-    writer->Described(record.id, value, record.kind, FlagsOf(record));
+    record.wasOversized = record.wasOversized || isOversized;
 }
 
 bool TreeWatcher::WriteNow(EChange change, quint32 id, ChangeWriter* writer) {
@@ -302,17 +312,11 @@ bool TreeWatcher::WriteNow(EChange change, quint32 id, ChangeWriter* writer) {
     }
     Record* const record = m_records.Find(id);
     if (record == nullptr || !record->IsUsed()) return false;
-    const int before = writer->Size();
     if (change == EChange::Described)
         writer->Described(id, ValueOf(record->item), record->kind, FlagsOf(*record));
-    else if (change == EChange::Items)
-        writer->Items(id, ValueOf(record->item), record->kind);
     else
-        WriteContentOf(*record, writer);
-    if (writer->Size() - before <= vtlimits::MaxChange) return true;
-    writer->Truncate(before);
-    TraceOversized(*record);
-    return false;
+        WriteContentOf(*record, change, writer);
+    return true;
 }
 
 void TreeWatcher::ClearFlag(const Entry& entry) {

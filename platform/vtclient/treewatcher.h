@@ -111,6 +111,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         bool areItemsDirty = false;
         bool isOccurring = false;   ///< every change counts
         bool isOversized = false;   ///< its content does not fit a message
+        bool wasOversized = false;  ///< some client may have been told so
         bool isUnfinished = false;  ///< a node with children that have no number yet
     };
 
@@ -129,7 +130,8 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     void FetchAdded(Entry* range, bool isWritten);
     void FetchEntry(const Entry& entry, bool isWritten);
     void ForgetFetched();
-    void WriteContentOf(Record& record, ChangeWriter* writer);
+    void WriteContentOf(Record& record, EChange change, ChangeWriter* writer);
+    void SetOversized(Record& record, bool isOversized) const;
     void ClearFlag(const Entry& entry);
     unsigned FlagsOf(const Record& record) const;
     void TraceOversized(const Record& record) const;

@@ -74,4 +74,66 @@ TEST_F(LoneServer, MuchThatIsNewComesInPartsBeforeAMessageOfTheLastOfIt) {
     EXPECT_EQ(changes.back().item.content, vt::Content(S("begun")));
 }
 
+TEST_F(LoneServer, ASelectionWithTooManyChoicesIsStaleUntilItHasFewer) {
+    auto* const selection = Add<values::ValueSelection>("/S", S("s"));
+    selection->AddItem(S("A"), 1.0, 1);
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S");
+    Said(peer);
+    const TraceRecorder traces;
+    selection->SetItems({{Long(vtlimits::MaxChange), 1.0, 1}, {S("B"), 2.0, 2}});
+    Settle(peer);
+    std::vector<vt::TreeChange> changes = SaidChanges(peer);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].change, EChange::Described);
+    EXPECT_EQ(changes[0].item.flags, vt::ItemDescription::Stale);
+    selection->Select(2);
+    Settle(peer);
+    for (const vt::TreeChange& change : SaidChanges(peer))
+        EXPECT_EQ(change.change, EChange::Described) << "an index of choices that the client does not know";
+    selection->DeleteItem(selection->GetItem(1));
+    Settle(peer);
+    changes = SaidChanges(peer);
+    ASSERT_EQ(changes.size(), 2U);
+    EXPECT_EQ(changes[0].change, EChange::Items);
+    EXPECT_EQ(changes[0].item.content, vt::Content(qint64{0}));
+    EXPECT_EQ(changes[1].change, EChange::Described);
+    EXPECT_EQ(changes[1].item.flags, 0U);
+}
+
+TEST_F(LoneServer, WhoIsBehindLearnsTooWhatIsStaleForItsSize) {
+    auto* const text = Add<Text>("/S", S("t"));
+    auto* const number = Add<Value<int>>("/S", S("n"));
+    Peer quick = Connect();
+    Peer slow = Connect();
+    for (Peer* peer : {&quick, &slow})
+        Subscribe(*peer, 1, "/S");
+    quint64 ofQuick = 2;
+    quint64 ofSlow = 2;
+    Acknowledge(slow, ofSlow);
+    for (const int length : {vtlimits::MaxChange, 1}) {
+        // As much as the slow one takes, and a little more.
+        for (int i = 0; i <= vtlimits::MaxUnackedMessages; ++i) {
+            Acknowledge(quick, ofQuick);
+            number->SetValue(number->GetValue() + 1);
+            Settle(quick);
+            ++ofQuick;
+        }
+        Acknowledge(quick, ofQuick);
+        text->SetValue(Long(length));
+        Settle(quick);
+        ++ofQuick;
+        const unsigned flags = length == 1 ? 0U : vt::ItemDescription::Stale;
+        EXPECT_EQ(SaidChanges(quick).back().item.flags, flags);
+        EXPECT_EQ(Said(slow).size(),
+                  static_cast<std::size_t>(vtlimits::MaxUnackedMessages) + (length == 1 ? 0U : 4U));
+        Acknowledge(slow, ofSlow += vtlimits::MaxUnackedMessages);
+        const std::vector<vt::TreeChange> late = SaidChanges(slow);
+        ASSERT_FALSE(late.empty());
+        EXPECT_EQ(late.back().change, EChange::Described);
+        EXPECT_EQ(late.back().item.flags, flags);
+        Acknowledge(slow, ++ofSlow);
+    }
+}
+
 }  // namespace
