@@ -66,7 +66,17 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
         bool isAbsent = false;
         std::vector<VtTic*> tics;
     };
-    class Busy;
+    /// While it lives the client must not be destroyed: a call of it is under way.
+    class Busy {
+      public:
+        explicit Busy(VtClient& client) : m_client(client) { ++client.m_depth; }
+        ~Busy() { --m_client.m_depth; }
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+      private:
+        VtClient& m_client;
+    };
 
     void OnMessage(const char* data, qint64 size) override;
     void OnInputDone() override;
@@ -103,8 +113,15 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void TellTics(const Link& link);
     void TellAnswered();
     void SetNextDeadline();
+    // Whoever is told may add and remove tics. A link that was dropped meanwhile lasts until the next turn.
     template <class Visit>
-    void ForEachLink(const Visit& visit);
+    void ForEachLink(const Visit& visit) {
+        std::vector<Link*> links;
+        for (const auto& link : m_links)
+            links.push_back(link.get());
+        for (Link* link : links)
+            if (HasLink(link)) visit(*link);
+    }
     bool HasLink(const Link* link) const;
     Link* FindLink(quint32 sub);
     Link* FindLink(const TreeMirror& mirror);

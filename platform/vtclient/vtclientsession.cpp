@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: Apache-2.0
+// The session of a client: messages in and out.
+#include <platform/vtclient/vtclient.h>
+
+#include <platform/values/refusals.h>
+#include <platform/vtclient/changewriter.h>
+#include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/vtclientdetail.h>
+#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/vttic.h>
+
+#include <algorithm>
+
+namespace vt {
+
+using vtclientdetail::Millisecond;
+using vtclientdetail::Trace;
+
+void VtClient::OnMessage(const char* data, qint64 size) {
+    const Busy busy(*this);
+    m_lastReceived = m_loop->Now();
+    Message message;
+    MessageReader reader(data, size);
+    if (!reader.ReadHeader(&message))
+        return Fail(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
+    Dispatch(reader, message, size);
+}
+
+void VtClient::Dispatch(MessageReader& reader, const Message& message, qint64 size) {
+    if (message.type == EMessage::Bye) {
+        m_isRefused = message.code == EBye::NotAdmitted || message.code == EBye::Version;
+        return EndSession(QStringLiteral("the server refuses: %1").arg(message.reason));
+    }
+    if (m_state == EState::Greeting) {
+        if (message.type == EMessage::Welcome) return OnWelcome(message);
+        return Fail(EBye::Malformed, QStringLiteral("the first message of a server must be a welcome"));
+    }
+    switch (message.type) {
+        case EMessage::Ping: {
+            Message pong = Message::Of(EMessage::Pong);
+            pong.seq = message.seq;
+            return Send(pong);
+        }
+        case EMessage::Pong:
+            return OnPong(message);
+        case EMessage::Answer:
+            return OnAnswer(message);
+        case EMessage::Snapshot:
+        case EMessage::Batch:
+        case EMessage::End:
+            CountForAck(size);
+            break;
+        case EMessage::Subscribed:
+        case EMessage::Absent:
+            break;
+        default:
+            return Fail(EBye::Malformed, QStringLiteral("a message that only a client sends"));
+    }
+    if (message.sub == 0 || message.sub > m_lastSub)
+        return Fail(EBye::Malformed, QStringLiteral("an unknown subscription %1").arg(message.sub));
+    Link* const link = FindLink(message.sub);
+    if (link == nullptr) return;  // ended meanwhile
+    if (message.type == EMessage::Subscribed) return OnSubscribed(*link, message);
+    if (message.type == EMessage::Absent) return OnAbsent(*link, message);
+    OnChanges(*link, reader, message);
+}
+
+void VtClient::OnWelcome(const Message& message) {
+    if (message.version != vtlimits::ProtocolVersion)
+        return Fail(EBye::Version, QStringLiteral("the server speaks version %1").arg(message.version));
+    m_channel->SetMaxMessage(vtlimits::MaxFrame);
+    m_state = EState::Connected;
+    m_session = message.session;
+    m_serverApplication = message.application;
+    // The more patient of the two, but the ping must come before the server's patience ends.
+    m_deadAfter = std::max(m_options.deadAfter, message.ping);
+    m_pingInterval = std::max(1, std::min(m_options.pingInterval, message.dead / 3));
+    m_failures = 0;
+    m_isRefused = false;
+    m_lastError.clear();
+    m_received = 0;
+    m_unackedMessages = 0;
+    m_unackedBytes = 0;
+    m_lastSub = 0;
+    m_lastPing = m_loop->Now() - m_pingInterval * Millisecond;  // one at once, to know the latency
+    SetNextDeadline();
+    for (const auto& link : m_links)
+        Subscribe(*link);
+    NotifyObservers(connectioncode::Connected);
+}
+
+void VtClient::OnPong(const Message& message) {
+    const qint64 sent = static_cast<qint64>(message.seq);
+    const qint64 now = m_loop->Now();
+    if (sent <= now && now - sent <= m_deadAfter * Millisecond) m_latency = static_cast<int>(now - sent);
+}
+
+void VtClient::Subscribe(Link& link) {
+    link.sub = ++m_lastSub;
+    link.sequence = 0;
+    link.isReceiving = false;
+    Message subscribe = Message::Of(EMessage::Subscribe);
+    subscribe.sub = link.sub;
+    subscribe.path = link.mirror->RemotePath();
+    Send(subscribe);
+}
+
+void VtClient::Unsubscribe(Link& link) {
+    if (link.sub == 0) return;
+    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    unsubscribe.sub = link.sub;
+    link.sub = 0;
+    link.isReceiving = false;
+    Send(unsubscribe);
+}
+
+void VtClient::Resubscribe(Link& link) {
+    Unsubscribe(link);
+    link.mirror->Lose();
+    TellEstablished();
+    if (IsConnected() && !link.mirror->IsReleased()) Subscribe(link);
+}
+
+void VtClient::OnSubscribed(Link& link, const Message& message) {
+    link.sequence = 0;
+    link.isReceiving = true;
+    SetAbsent(link, false);
+    if (link.mirror->IsEstablished()) link.mirror->Lose();
+    link.mirror->Start(message.prefixes, m_session);
+}
+
+void VtClient::OnAbsent(Link& link, const Message& message) {
+    link.isReceiving = false;
+    SetAbsent(link, true);
+    if (!message.reason.isEmpty()) {
+        link.sub = 0;
+        link.mirror->Lose();
+        values::Refusals::Instance().Report(nullptr, link.mirror->RemotePath(), message.reason);
+    } else if (link.mirror->Root() != nullptr) {
+        link.mirror->Vanish();
+    }
+    const bool isTold = link.mirror->IsEstablished() != link.wasEstablished;
+    TellEstablished();
+    if (!isTold) TellTics(link);
+}
+
+bool VtClient::IsNextInSequence(Link& link, quint64 sequence) {
+    if (link.isReceiving && sequence == link.sequence + 1) {
+        link.sequence = sequence;
+        return true;
+    }
+    Trace(
+        QStringLiteral("Changes of '%1' were missed: taking a new snapshot").arg(link.mirror->RemotePath()));
+    Resubscribe(link);
+    return false;
+}
+
+void VtClient::OnChanges(Link& link, MessageReader& reader, const Message& message) {
+    if (!IsNextInSequence(link, message.seq)) return;
+    QString error;
+    bool isGood = true;
+    if (message.type == EMessage::End)
+        isGood = link.mirror->IsEstablished() || link.mirror->Finish(&error);
+    else
+        isGood = ApplyChanges(link, reader, message, &error);
+    if (!isGood)
+        return Fail(EBye::Malformed,
+                    QStringLiteral("changes of '%1': %2").arg(link.mirror->RemotePath(), error));
+    if (link.mirror->IsEstablished() != link.wasEstablished) TellEstablished();
+}
+
+bool VtClient::ApplyChanges(Link& link, MessageReader& reader, const Message& message, QString* error) {
+    TreeChange change;
+    while (reader.NextChange(&change))
+        if (!link.mirror->Apply(change, error)) return false;
+    *error = reader.Error();
+    if (!error->isEmpty()) return false;
+    return link.mirror->EndPart(message.type == EMessage::Snapshot || message.more, error);
+}
+
+void VtClient::CountForAck(qint64 size) {
+    ++m_received;
+    ++m_unackedMessages;
+    m_unackedBytes += size;
+}
+
+void VtClient::OnInputDone() {
+    const Busy busy(*this);
+    FlushOutput();
+}
+
+void VtClient::FlushOutput() {
+    if (!m_channel) return;
+    ForEachLink([this](Link& link) {
+        if (IsConnected()) link.mirror->SendEdits();
+    });
+    TellAnswered();  // what was taken back, or need not be sent, is answered
+    if (!m_channel) return;
+    const bool isDue =
+        m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
+    if (IsConnected() && isDue) {
+        Message ack = Message::Of(EMessage::Ack);
+        ack.seq = m_received;
+        Send(ack);
+        m_unackedMessages = 0;
+        m_unackedBytes = 0;
+    }
+    if (m_hasOutput) m_channel->Flush();
+    m_hasOutput = false;
+}
+
+void VtClient::Send(const Message& message) {
+    SendBytes(Encode(message));
+}
+
+void VtClient::SendBytes(const QByteArray& bytes) {
+    if (!m_channel) return;
+    m_channel->Send(bytes);
+    if (!m_hasOutput && m_depth == 0) RequestTurn();
+    m_hasOutput = true;
+}
+
+void VtClient::RequestTurn() {
+    if (m_isTurnRequested || m_state == EState::Ended) return;
+    m_isTurnRequested = true;
+    m_loop->RequestTurn();
+}
+
+void VtClient::OnTurn() {
+    const Busy busy(*this);
+    m_isTurnRequested = false;
+    if (m_depth == 1) {
+        m_deadLinks.clear();
+        m_deadChannels.clear();
+    }
+    if (m_state == EState::Idle) StartConnecting();
+    const std::vector<VtTic*> tics = std::move(m_ticsToTell);
+    m_ticsToTell.clear();
+    for (VtTic* tic : tics) {
+        const auto isTic = [tic](const auto& other) { return other.get() == tic; };
+        if (std::any_of(m_tics.begin(), m_tics.end(), isTic) && tic->IsEstablished())
+            tic->NotifyObservers(connectioncode::TicsChanged);
+    }
+    if (!tics.empty()) NotifyObservers(connectioncode::TicsChanged);
+    FlushOutput();
+}
+
+// Requests --------------------------------------------------------------------------------------------------
+
+void VtClient::OnEdits(TreeMirror& /*mirror*/) {
+    m_hadUnanswered = true;
+    // While input is handled it is sent at the end of that.
+    if (m_depth == 0) RequestTurn();
+}
+
+quint32 VtClient::SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) {
+    Link* const link = FindLink(mirror);
+    message->req = m_lastRequest + 1;
+    message->sub = link->sub;
+    if (item != nullptr) DescribeItem(*item, &message->item);
+    const QByteArray bytes = Encode(*message);
+    const bool isTooLarge = static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame ||
+                            message->path.size() > vtlimits::MaxPathLength;
+    if (isTooLarge) return 0;
+    m_requests[++m_lastRequest] = link;
+    m_hadUnanswered = true;
+    SendBytes(bytes);
+    return m_lastRequest;
+}
+
+void VtClient::OnAnswer(const Message& message) {
+    const auto request = m_requests.find(message.req);
+    if (request == m_requests.end()) return Fail(EBye::Malformed, QStringLiteral("an answer to no request"));
+    Link* const link = request->second;
+    m_requests.erase(request);
+    link->mirror->OnAnswer(message);
+    TellAnswered();
+}
+
+bool VtClient::HasUnansweredWrites() const {
+    return std::any_of(m_links.begin(), m_links.end(),
+                       [](const auto& link) { return link->mirror->HasUnanswered(); });
+}
+
+void VtClient::TellAnswered() {
+    if (!m_hadUnanswered || HasUnansweredWrites()) return;
+    m_hadUnanswered = false;
+    NotifyObservers(connectioncode::WritesAnswered);
+}
+
+void VtClient::OnRootDeleted(TreeMirror& mirror) {
+    Link* const link = FindLink(mirror);
+    if (link == nullptr) return;
+    Unsubscribe(*link);
+    RequestTurn();
+    TellEstablished();
+}
+
+}  // namespace vt
