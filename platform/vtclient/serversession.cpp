@@ -65,8 +65,12 @@ void ServerSession::OnClosed(const QString& reason) {
 }
 
 void ServerSession::Send(const Message& message, const QByteArray& changes) {
+    if (!m_isEnded) SendBytes(Encode(message, changes));
+}
+
+void ServerSession::SendBytes(const QByteArray& bytes) {
     if (m_isEnded) return;
-    m_channel->Send(Encode(message, changes));
+    m_channel->Send(bytes);
     m_lastSent = m_hub.Now();
     m_hub.FlushLater(*this);
 }
@@ -274,7 +278,13 @@ void ServerSession::CheckQueue() {
 void ServerSession::Answer(Message* answer, EResult result, const QString& reason) {
     answer->result = result;
     answer->reason = reason;
-    Send(*answer);
+    QByteArray bytes = Encode(*answer);
+    // The content comes as a change as well, or is described as too large.
+    if (static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame) {
+        answer->result = EResult::Done;
+        bytes = Encode(*answer);
+    }
+    SendBytes(bytes);
 }
 
 void ServerSession::OnWrite(const Message& message) {

@@ -62,6 +62,7 @@ class ServerSession final : public IChannelListener {
     QString Create(const Message& message, const Subscription& subscription);
     void Answer(Message* answer, EResult result, const QString& reason = QString());
     void Send(const Message& message, const QByteArray& changes = QByteArray());
+    void SendBytes(const QByteArray& bytes);
     bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
     void SendEnd(Subscription& subscription);
     void CountSent(int bytes);

@@ -9,6 +9,7 @@
 #include <tests/platform/vtclient/codecprobe.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/support/recordingobserver.h>
 #include <tests/support/tracerecorder.h>
 
 #include <gtest/gtest.h>

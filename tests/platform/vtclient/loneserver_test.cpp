@@ -136,4 +136,30 @@ TEST_F(LoneServer, WhoIsBehindLearnsTooWhatIsStaleForItsSize) {
     }
 }
 
+TEST_F(LoneServer, AWriteThatLeadsToTooLargeAContentIsAnswered) {
+    auto* const text = Add<Text>("/S", S("t"));
+    RecordingObserver expand([text](Observable* /*source*/, TChangeCode code) {
+        if (code == changecode::ContentChanged && text->GetValue() == S("all"))
+            text->SetValue(Long(vtlimits::MaxFrame));
+    });
+    text->AddObserver(&expand);
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S");
+    Said(peer);
+    vt::Message write = vt::Message::Of(EMessage::Write);
+    write.req = 9;
+    write.sub = 1;
+    write.id = 1;
+    write.item.content = S("all");
+    Say(peer, write);
+    const std::vector<DecodedMessage> said = Said(peer);
+    ASSERT_EQ(said.size(), 2U);
+    EXPECT_EQ(said[0].message.type, EMessage::Answer);
+    EXPECT_EQ(said[0].message.req, 9U);
+    EXPECT_EQ(said[0].message.result, vt::EResult::Done);
+    ASSERT_EQ(said[1].changes.size(), 1U);
+    EXPECT_EQ(said[1].changes[0].item.flags, vt::ItemDescription::Stale);
+    text->DeleteObserver(&expand);
+}
+
 }  // namespace
