@@ -154,7 +154,7 @@ void ServerSession::OnHello(const Message& message) {
     m_channel->SetMaxMessage(vtlimits::MaxFrame);
     Message welcome = Message::Of(EMessage::Welcome);
     welcome.version = vtlimits::ProtocolVersion;
-    welcome.application = m_hub.Application();
+    welcome.application = m_hub.Application().left(vtlimits::MaxHelloText);
     welcome.session = m_peer.session;
     welcome.epoch = m_hub.Epoch();
     welcome.ping = m_hub.PingInterval();
@@ -185,7 +185,9 @@ void ServerSession::OnSubscribe(const Message& message) {
 void ServerSession::Subscribe(Subscription& subscription) {
     Message subscribed = Message::Of(EMessage::Subscribed);
     subscribed.sub = subscription.Number();
-    subscribed.prefixes = m_hub.Access().WritablePrefixes(m_peer);
+    // What is longer than a path may be matches none.
+    for (const QString& prefix : m_hub.Access().WritablePrefixes(m_peer))
+        if (prefix.size() <= vtlimits::MaxPathLength) subscribed.prefixes.append(prefix);
     Send(subscribed);
 }
 

@@ -113,6 +113,6 @@ class LoneServer : public testing::Test {
     ManualClock m_clock;
     ManualLoop m_loop{m_clock};
     Access m_access;
-    std::unique_ptr<vt::ServerHub> m_hub =
-        std::make_unique<vt::ServerHub>(m_access, m_loop, vt::ServerHub::Settings());
+    vt::ServerHub::Settings m_settings;
+    std::unique_ptr<vt::ServerHub> m_hub = std::make_unique<vt::ServerHub>(m_access, m_loop, m_settings);
 };

@@ -162,4 +162,18 @@ TEST_F(LoneServer, AWriteThatLeadsToTooLargeAContentIsAnswered) {
     text->DeleteObserver(&expand);
 }
 
+TEST_F(LoneServer, NamesAndPrefixesOfAnyLengthLeaveMessagesReadable) {
+    m_hub.reset();
+    m_settings.application = Long(2 * vtlimits::MaxHelloText);
+    m_hub = std::make_unique<vt::ServerHub>(m_access, m_loop, m_settings);
+    m_access.prefixes = QStringList{S("/S"), Long(vtlimits::MaxPathLength + 1)};
+    m_tree.ProvideNode(S("/S"));
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S");
+    const std::vector<DecodedMessage> said = Said(peer);
+    ASSERT_GE(said.size(), 2U);
+    EXPECT_EQ(said[0].message.application, Long(vtlimits::MaxHelloText));
+    EXPECT_EQ(said[1].message.prefixes, QStringList{S("/S")});
+}
+
 }  // namespace
