@@ -3,6 +3,7 @@
 
 #include <platform/vtclient/itemkinds.h>
 #include <platform/vtclient/treechange.h>
+#include <platform/vtclient/vtlimits.h>
 
 namespace vt {
 
@@ -20,6 +21,11 @@ void WriteChoices(QCborStreamWriter& writer, const std::vector<Choice>& choices)
         writer.append(choice.key);
     }
     writer.endArray();
+}
+
+/// A value that is already followed may be given any name.
+QString NameOf(const values::TreeItem& item) {
+    return item.GetName().left(vtlimits::MaxNameLength);
 }
 
 bool HasLimits(EItemKind kind) {
@@ -99,7 +105,7 @@ void ChangeWriter::Added(quint32 id, quint32 parent, const values::TreeItem& ite
     m_writer.append(Code(EChange::Added));
     m_writer.append(quint64{id});
     m_writer.append(quint64{parent});
-    m_writer.append(item.GetName());
+    m_writer.append(NameOf(item));
     WriteItem(m_writer, item, kind, flags);
     m_writer.endArray();
 }
@@ -115,7 +121,7 @@ void ChangeWriter::Described(quint32 id, const values::ValueBase& value, EItemKi
     m_writer.startArray(HasLimits(kind) ? 6 : 4);
     m_writer.append(Code(EChange::Described));
     m_writer.append(quint64{id});
-    m_writer.append(value.GetName());
+    m_writer.append(NameOf(value));
     m_writer.append(quint64{flags});
     Operations(kind)->writeLimits(value, m_writer);
     m_writer.endArray();

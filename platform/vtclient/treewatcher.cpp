@@ -71,6 +71,14 @@ EItemKind TreeWatcher::KindOfItem(quint32 id) {
 TreeWatcher::Record* TreeWatcher::Take(values::TreeItem* item, quint32 parent) {
     EItemKind kind = EItemKind::Node;
     if (!KindOf(*item, &kind)) return nullptr;
+    const QString name = item->GetName();
+    const Record* const above = m_records.Find(parent);
+    const int pathLength =
+        above != nullptr ? above->pathLength + 1 + name.size() : item->GetPathName().size();
+    if (name.size() > vtlimits::MaxNameLength || pathLength > vtlimits::MaxPathLength) {
+        TraceUnsent("name or the path", *item);
+        return nullptr;
+    }
     const quint32 id = m_nextId++;
     Record& record = m_records.Provide(id);
     m_records.Retain(id);
@@ -78,6 +86,7 @@ TreeWatcher::Record* TreeWatcher::Take(values::TreeItem* item, quint32 parent) {
     record.item = item;
     record.id = id;
     record.parent = parent;
+    record.pathLength = pathLength;
     record.kind = kind;
     Observable* const observable = item->GetObservable();
     observable->AddObserver(&record);
@@ -259,10 +268,15 @@ unsigned TreeWatcher::FlagsOf(const Record& record) const {
     return vt::FlagsOf(ValueOf(record.item)) | (record.isOversized ? ItemDescription::Stale : 0U);
 }
 
-void TreeWatcher::TraceOversized(const Record& record) const {
+void TreeWatcher::TraceUnsent(const char* what, const values::TreeItem& item) {
     if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
-    _Q_Trace(QStringLiteral("The content of '%1' is too large to be sent").arg(record.item->GetPathName()),
-             L"platform/vtclient/treewatcher", __LINE__);
+    _Q_Trace(
+        QStringLiteral("The %1 of '%2' is too large to be sent").arg(QLatin1String(what), item.GetPathName()),
+        L"platform/vtclient/treewatcher", __LINE__);
+}
+
+void TreeWatcher::TraceOversized(const Record& record) {
+    TraceUnsent("content", *record.item);
 }
 
 bool TreeWatcher::WriteAdded(quint32 id, ChangeWriter* writer) {
@@ -298,7 +312,7 @@ void TreeWatcher::WriteContentOf(Record& record, EChange change, ChangeWriter* w
     if (record.wasOversized) writer->Described(record.id, value, record.kind, FlagsOf(record));
 }
 
-void TreeWatcher::SetOversized(Record& record, bool isOversized) const {
+void TreeWatcher::SetOversized(Record& record, bool isOversized) {
     if (isOversized && !record.isOversized) TraceOversized(record);
     record.isOversized = isOversized;
     record.wasOversized = record.wasOversized || isOversized;

@@ -105,6 +105,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         values::TreeItem* lastChild = nullptr;  ///< of a node: the last child that has a number
         quint32 id = 0;
         quint32 parent = 0;
+        int pathLength = 0;
         EItemKind kind = EItemKind::Node;
         bool isContentDirty = false;
         bool isDescriptionDirty = false;
@@ -131,10 +132,11 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     void FetchEntry(const Entry& entry, bool isWritten);
     void ForgetFetched();
     void WriteContentOf(Record& record, EChange change, ChangeWriter* writer);
-    void SetOversized(Record& record, bool isOversized) const;
+    static void SetOversized(Record& record, bool isOversized);
     void ClearFlag(const Entry& entry);
     unsigned FlagsOf(const Record& record) const;
-    void TraceOversized(const Record& record) const;
+    static void TraceUnsent(const char* what, const values::TreeItem& item);
+    static void TraceOversized(const Record& record);
 
     IListener& m_listener;
     PagedTable<Record> m_records;

@@ -176,4 +176,22 @@ TEST_F(LoneServer, NamesAndPrefixesOfAnyLengthLeaveMessagesReadable) {
     EXPECT_EQ(said[1].message.prefixes, QStringList{S("/S")});
 }
 
+TEST_F(LoneServer, WhatHasTooLongANameOrPathStaysAtTheServer) {
+    auto* const text = Add<Text>("/S", S("t"));
+    Add<Text>("/S", Long(vtlimits::MaxNameLength));
+    m_tree.ProvideNode(S("/S/%1/%1/%1/%1/%1").arg(Long(1000)));
+    const TraceRecorder traces;
+    Add<Text>("/S", Long(vtlimits::MaxNameLength + 1));
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S");
+    const std::vector<vt::TreeChange> changes = SaidChanges(peer);
+    EXPECT_EQ(changes.size(), 1U + 2U + 4U);
+    EXPECT_EQ(traces.Messages().size(), 2U);
+    text->SetName(Long(vtlimits::MaxNameLength + 1) + S("x"));
+    Settle(peer);
+    const std::vector<vt::TreeChange> renamed = SaidChanges(peer);
+    ASSERT_EQ(renamed.size(), 1U);
+    EXPECT_EQ(renamed[0].change, EChange::Described);
+}
+
 }  // namespace
