@@ -76,6 +76,7 @@ void TreeMirror::Forget(MirrorRecord& record) {
         record.parent->lastChild = record.item->GetPreviousSibling();
     m_locals.erase(record.item);
     m_merging.erase(record.item);
+    if (record.isAwaited) --m_awaited;
     if (!record.isLocal && record.generation == m_generation) {
         Slot* const slot = m_slots.Find(record.id);
         if (slot != nullptr && slot->record == &record) {
@@ -338,9 +339,10 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     const bool isEdited = record.isLocal && !record.isRefused && record.isEdited;
     if (record.isLocal) {
         m_locals.erase(record.item);
-        record.isOwnCreation = record.isOwnCreation || !record.isRefused;
+        record.isOwnCreation = record.isOwnCreation || !(record.isRefused || record.isAwaited);
     }
-    record.isLocal = record.isRefused = record.isEdited = false;
+    if (record.isAwaited) --m_awaited;
+    record.isLocal = record.isRefused = record.isEdited = record.isAwaited = false;
     record.parent = change.id == 0 ? nullptr : m_slots.Find(change.parent)->record;
     Number(record, change.id);
     if (m_isMerging) m_merging[record.item] = &record;
@@ -437,21 +439,55 @@ bool TreeMirror::Finish(QString* error) {
     return true;
 }
 
-// What the server had and has no more goes, except what this client had asked for: it asks again.
+// What the server had and has no more goes, except what this client had asked for: it asks again. What lies
+// below a node that it had asked for may come back with that, and waits for the answer where it is.
 void TreeMirror::Sweep() {
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         MirrorRecord& record = m_records.At(i);
         if (!record.IsUsed() || record.isLocal || record.generation == m_generation) continue;
-        const bool isKept = record.isOwnCreation && record.parent != nullptr && record.parent->IsUsed();
-        if (!isKept) {
+        if (record.isOwnCreation && record.parent != nullptr && record.parent->IsUsed()) {
+            KeepLocal(record);
+            if (record.kind != EItemKind::Node) ValueOf(record).SetState(values::Valid, &record);
+        } else if (IsBelowLostCreation(record)) {
+            KeepLocal(record);
+            record.isAwaited = true;
+            ++m_awaited;
+        } else {
             Destroy(record.item);
-            continue;
         }
-        record.isLocal = true;
-        m_merging.erase(record.item);
-        m_locals[record.item] = &record;
-        if (record.kind != EItemKind::Node) ValueOf(record).SetState(values::Valid, &record);
     }
+}
+
+void TreeMirror::KeepLocal(MirrorRecord& record) {
+    record.isLocal = true;
+    m_merging.erase(record.item);
+    m_locals[record.item] = &record;
+}
+
+bool TreeMirror::IsBelowLostCreation(const MirrorRecord& record) const {
+    for (const MirrorRecord* above = record.parent; above != nullptr; above = above->parent) {
+        if (!above->IsUsed() || above->generation == m_generation) return false;
+        if (above->isOwnCreation) return true;
+    }
+    return false;
+}
+
+// The server has told of all that came with what was created: the rest will not come.
+void TreeMirror::EndWaiting(const MirrorRecord& created) {
+    if (m_awaited == 0) return;
+    const RecordGuard guard(created);
+    for (quint32 i = 0; i < m_records.End() && guard.IsAlive(); ++i) {
+        const MirrorRecord& record = m_records.At(i);
+        if (record.IsUsed() && record.isAwaited && IsWaitingFor(record, created)) Destroy(record.item);
+    }
+}
+
+// Not where another creation, in between, is not answered yet.
+bool TreeMirror::IsWaitingFor(const MirrorRecord& record, const MirrorRecord& created) {
+    const MirrorRecord* above = record.parent;
+    while (above != nullptr && above != &created && above->requests == 0 && !above->isQueued)
+        above = above->parent;
+    return above == &created;
 }
 
 void TreeMirror::AdoptLocals() {
@@ -461,7 +497,7 @@ void TreeMirror::AdoptLocals() {
         // Made by this client before: the server hears again who wants it.
         const bool isOwnNode = record.isOwnCreation && record.kind == EItemKind::Node;
         record.isRefused = false;
-        if (record.isLocal || isOwnNode) Queue(record, false);
+        if ((record.isLocal && !record.isAwaited) || isOwnNode) Queue(record, false);
         if (record.kind == EItemKind::Node && !record.isLocal) {
             record.lastChild = nullptr;
             AdoptChildren(record);
@@ -618,6 +654,7 @@ void TreeMirror::OnGone(MirrorRecord& record) {
 }
 
 void TreeMirror::OnContent(MirrorRecord& record) {
+    if (record.isAwaited) return TakeBack(record, QStringLiteral("the server does not have it (yet)"));
     if (record.isLocal) {
         record.isEdited = record.isEdited || (m_isConnected && !record.isQueued);
         return;
@@ -668,7 +705,8 @@ void TreeMirror::SendEdit(const Edit& edit) {
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
     record.isRefused = record.isRefused || (record.parent != nullptr && record.parent->isRefused);
-    if (record.isRefused || record.requests != 0) return;
+    if (record.isRefused) return EndWaiting(record);
+    if (record.requests != 0) return;
     Message create = Message::Of(EMessage::Create);
     create.path = RemotePathOf(record);
     create.item.kind = record.kind;
@@ -711,7 +749,8 @@ void TreeMirror::OnAnswer(const Message& answer) {
 void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
     if (!record.isLocal) {
         // It has come meanwhile, and what was said of its content waited for this answer.
-        if (record.kind == EItemKind::Node || record.requests != 0) return;
+        if (record.kind == EItemKind::Node) return EndWaiting(record);
+        if (record.requests != 0) return;
         if (std::exchange(record.isEdited, false))
             Queue(record, false);
         else if (!record.isQueued)
@@ -728,6 +767,7 @@ void TreeMirror::RefuseCreation(MirrorRecord& record, const QString& reason) {
         _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")
                      .arg(RemotePathOf(record), reason),
                  L"platform/vtclient/treemirror", __LINE__);
+    EndWaiting(record);
 }
 
 // Shows the server's content, and says why.
