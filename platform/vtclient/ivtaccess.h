@@ -45,6 +45,6 @@ class MCS_CONNECTION_EXPORT IVtAccess {
     /// \a peer subscribes \a path or wants a node there; asked whether or not something is there already. A
     /// server may now create what belongs to this peer.
     virtual void ProvideNode(const VtPeer& peer, const QString& path);
-    /// \a peer has ended its subscription of \a path.
+    /// \a peer has ended its subscription of \a path, or that in which it wanted a node there.
     virtual void NodeReleased(const VtPeer& peer, const QString& path);
 };

@@ -204,7 +204,11 @@ void ServerSession::OnUnsubscribe(const Message& message) {
     const std::unique_ptr<Subscription> subscription = std::move(found->second);
     m_subscriptions.erase(found);
     m_hub.Leave(*subscription);
-    m_hub.Access().NodeReleased(m_peer, subscription->Path());
+    for (const QString& path : subscription->Wanted()) {
+        if (m_isEnded) return;
+        m_hub.Access().NodeReleased(m_peer, path);
+    }
+    if (!m_isEnded) m_hub.Access().NodeReleased(m_peer, subscription->Path());
 }
 
 bool ServerSession::MaySendChanges() const {
@@ -358,7 +362,7 @@ void ServerSession::SendLateAnswers() {
 }
 
 // Empty if the item is there afterwards, else why not.
-QString ServerSession::Create(const Message& message, const Subscription& subscription) {
+QString ServerSession::Create(const Message& message, Subscription& subscription) {
     const QString path = NormalisedPath(message.path);
     const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     if (!IsAtOrBelow(path, subscription.Path()) || names.isEmpty())
@@ -366,6 +370,9 @@ QString ServerSession::Create(const Message& message, const Subscription& subscr
     if (names.size() > vtlimits::MaxDepth || names.last().size() > vtlimits::MaxNameLength)
         return QStringLiteral("the path is too deep, or the name too long");
     values::Tree* const tree = values::Tree::Instance();
+    // Told once of each path, as it is told once that this is over.
+    const bool isFirst = subscription.Want(path);
+    if (!isFirst && tree->FindItem(path) != nullptr) return QString();
     m_hub.Access().ProvideNode(m_peer, path);
     if (tree->FindItem(path) != nullptr) return QString();
     QString reason;

@@ -59,7 +59,7 @@ class ServerSession final : public IChannelListener {
     void OnWrite(const Message& message);
     void OnCreate(const Message& message);
     void Write(const Message& message, values::ValueBase& value, EItemKind kind, Message* answer);
-    QString Create(const Message& message, const Subscription& subscription);
+    QString Create(const Message& message, Subscription& subscription);
     void Answer(Message* answer, EResult result, const QString& reason = QString());
     void Send(const Message& message, const QByteArray& changes = QByteArray());
     void SendBytes(const QByteArray& bytes);

@@ -25,6 +25,12 @@ constexpr std::size_t OccurrenceOverhead = 64;
 Subscription::Subscription(ServerSession& session, quint32 number, QString path)
     : m_session(session), m_number(number), m_path(std::move(path)) {}
 
+bool Subscription::Want(const QString& path) {
+    if (m_wanted.count(path) != 0) return false;
+    if (m_wanted.size() < vtlimits::MaxCreatedPerSession) m_wanted.insert(path);
+    return true;
+}
+
 void Subscription::Restart(TreeWatcher* watcher) {
     m_watcher = watcher;
     m_cursor = 0;

@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 
 #include <deque>
+#include <set>
 #include <unordered_map>
 
 namespace vt {
@@ -28,6 +29,11 @@ class Subscription {
     quint32 Number() const { return m_number; }
     const QString& Path() const { return m_path; }  ///< normalised
     TreeWatcher* Watcher() const { return m_watcher; }
+    /// What the client wanted to be created within this, up to a limit of paths; beyond it they are
+    /// forgotten.
+    const std::set<QString>& Wanted() const { return m_wanted; }
+    /// Adds \a path to that. False if it is there already.
+    bool Want(const QString& path);
     quint64 NextSequence() { return ++m_sequence; }
 
     /// Starts from nothing on \a watcher; null: the item is absent.
@@ -65,6 +71,7 @@ class Subscription {
     ServerSession& m_session;
     quint32 m_number;
     QString m_path;
+    std::set<QString> m_wanted;
     TreeWatcher* m_watcher = nullptr;
     quint32 m_cursor = 0;
     quint64 m_sequence = 0;

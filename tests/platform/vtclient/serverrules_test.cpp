@@ -578,6 +578,36 @@ TEST_F(ServerRules, UnsubscribingLetsGo) {
     EXPECT_EQ(peer.Count(EMessage::Bye), 0);
 }
 
+TEST_F(ServerRules, UnsubscribingLetsGoOnceOfWhatWasWantedWithin) {
+    Add<Text>("/S", "t");
+    m_access.uncreatable.insert(S("/S/no"));
+    RawPeer& peer = Subscribed();
+    peer.Send(Create(1, 1, "/S/made"));
+    peer.Send(Create(2, 1, "/S/made"));
+    peer.Send(Create(3, 1, "/S/no"));
+    Run();
+    EXPECT_EQ(m_access.provided, (std::vector<QString>{S("/S"), S("/S/made"), S("/S/no")}));
+    EXPECT_TRUE(m_access.released.empty());
+    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    unsubscribe.sub = 1;
+    peer.Send(unsubscribe);
+    Run();
+    EXPECT_EQ(m_access.released, (std::vector<QString>{S("/S/made"), S("/S/no"), S("/S")}));
+}
+
+TEST_F(ServerRules, WhatWasWantedAndHasGoneMayBeWantedAgain) {
+    Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    peer.Send(Create(1, 1, "/S/made"));
+    Run();
+    m_tree.Delete(Item("/S/made"));
+    m_access.provided.clear();
+    peer.Send(Create(2, 1, "/S/made"));
+    Run();
+    EXPECT_EQ(m_access.provided, std::vector<QString>{S("/S/made")});
+    EXPECT_NE(Item("/S/made"), nullptr);
+}
+
 TEST_F(ServerRules, ClientsOfOneSubtreeShareItsWatcher) {
     auto* const t = Add<Text>("/S", "t");
     RawPeer& first = Subscribed();
