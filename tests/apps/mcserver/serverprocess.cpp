@@ -6,6 +6,8 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
 
+#include <utility>
+
 namespace {
 
 constexpr int Deadline = 20000;  // ms; far beyond what a busy machine takes
@@ -22,8 +24,7 @@ ServerProcess::ServerProcess() {
 }
 
 ServerProcess::~ServerProcess() {
-    m_process.kill();
-    m_process.waitForFinished();
+    Kill();
 }
 
 bool ServerProcess::WaitFor(const std::function<bool()>& condition) {
@@ -45,8 +46,18 @@ void ServerProcess::FindPort() {
 }
 
 void ServerProcess::Start(const QStringList& arguments) {
-    QStringList all = {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--config"),
-                       ConfigPath()};
+    StartAt(0, arguments);
+}
+
+void ServerProcess::Restart(const QStringList& arguments) {
+    StartAt(std::exchange(m_port, 0), arguments);
+}
+
+void ServerProcess::StartAt(int port, const QStringList& arguments) {
+    m_output.clear();
+    m_errors.clear();
+    const QStringList all = {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(port),
+                             QStringLiteral("--config"), ConfigPath()};
     m_process.start(QStringLiteral(MCSERVER), all + arguments);
     ASSERT_TRUE(WaitFor([this] { return m_port != 0 || m_process.state() == QProcess::NotRunning; }));
     ASSERT_NE(m_port, 0) << m_errors.toStdString();
@@ -60,6 +71,11 @@ int ServerProcess::Run(const QStringList& arguments) {
 int ServerProcess::Terminate() {
     m_process.terminate();
     return WaitForEnd();
+}
+
+void ServerProcess::Kill() {
+    m_process.kill();
+    m_process.waitForFinished();
 }
 
 int ServerProcess::WaitForEnd() {

@@ -20,6 +20,10 @@ class ServerProcess {
 
     /// Starts it on a free port of this machine, and waits until it says on which.
     void Start(const QStringList& arguments = {});
+    /// Starts it once more, on the port that it had.
+    void Restart(const QStringList& arguments = {});
+    /// Ends it as kill -9 does.
+    void Kill();
     /// Runs it to its end. \return its exit code; -1 if it does not end.
     int Run(const QStringList& arguments);
     /// Asks it to end, and waits. \return as Run.
@@ -37,6 +41,7 @@ class ServerProcess {
     static bool WaitFor(const std::function<bool()>& condition);
 
   private:
+    void StartAt(int port, const QStringList& arguments);
     int WaitForEnd();
     void FindPort();
 
