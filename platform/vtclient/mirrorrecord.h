@@ -32,6 +32,7 @@ class MirrorRecord final : public IObserver {
     EItemKind kind = EItemKind::Node;
     bool isLocal = false;          ///< the server does not have it (yet)
     bool isRefused = false;        ///< and will not
+    bool isAwaited = false;        ///< local, stale: goes unless it comes with the node asked for above it
     bool isOwnCreation = false;    ///< the server has it because this client asked for it
     bool isEdited = false;         ///< was edited after its creation, or its last write, was sent
     bool isQueued = false;         ///< an edit waits to be sent

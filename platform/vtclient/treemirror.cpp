@@ -56,6 +56,7 @@ void TreeMirror::Forget(MirrorRecord& record) {
         record.parent->lastChild = record.item->GetPreviousSibling();
     m_locals.erase(record.item);
     m_merging.erase(record.item);
+    if (record.isAwaited) --m_awaited;
     if (!record.isLocal && record.generation == m_generation) {
         Slot* const slot = m_slots.Find(record.id);
         if (slot != nullptr && slot->record == &record) {
@@ -202,21 +203,55 @@ bool TreeMirror::Finish(QString* error) {
     return true;
 }
 
-// What the server had and has no more goes, except what this client had asked for: it asks again.
+// What the server had and has no more goes, except what this client had asked for: it asks again. What lies
+// below a node that it had asked for may come back with that, and waits for the answer where it is.
 void TreeMirror::Sweep() {
     for (quint32 i = 0; i < m_records.End() && !m_isReleased; ++i) {
         MirrorRecord& record = m_records.At(i);
         if (!record.IsUsed() || record.isLocal || record.generation == m_generation) continue;
-        const bool isKept = record.isOwnCreation && record.parent != nullptr && record.parent->IsUsed();
-        if (!isKept) {
+        if (record.isOwnCreation && record.parent != nullptr && record.parent->IsUsed()) {
+            KeepLocal(record);
+            if (record.kind != EItemKind::Node) ValueOf(record).SetState(values::Valid, &record);
+        } else if (IsBelowLostCreation(record)) {
+            KeepLocal(record);
+            record.isAwaited = true;
+            ++m_awaited;
+        } else {
             Destroy(record.item);
-            continue;
         }
-        record.isLocal = true;
-        m_merging.erase(record.item);
-        m_locals[record.item] = &record;
-        if (record.kind != EItemKind::Node) ValueOf(record).SetState(values::Valid, &record);
     }
+}
+
+void TreeMirror::KeepLocal(MirrorRecord& record) {
+    record.isLocal = true;
+    m_merging.erase(record.item);
+    m_locals[record.item] = &record;
+}
+
+bool TreeMirror::IsBelowLostCreation(const MirrorRecord& record) const {
+    for (const MirrorRecord* above = record.parent; above != nullptr; above = above->parent) {
+        if (!above->IsUsed() || above->generation == m_generation) return false;
+        if (above->isOwnCreation) return true;
+    }
+    return false;
+}
+
+// The server has told of all that came with what was created: the rest will not come.
+void TreeMirror::EndWaiting(const MirrorRecord& created) {
+    if (m_awaited == 0) return;
+    const RecordGuard guard(created);
+    for (quint32 i = 0; i < m_records.End() && guard.IsAlive(); ++i) {
+        const MirrorRecord& record = m_records.At(i);
+        if (record.IsUsed() && record.isAwaited && IsWaitingFor(record, created)) Destroy(record.item);
+    }
+}
+
+// Not where another creation, in between, is not answered yet.
+bool TreeMirror::IsWaitingFor(const MirrorRecord& record, const MirrorRecord& created) {
+    const MirrorRecord* above = record.parent;
+    while (above != nullptr && above != &created && above->requests == 0 && !above->isQueued)
+        above = above->parent;
+    return above == &created;
 }
 
 void TreeMirror::AdoptLocals() {
@@ -226,7 +261,7 @@ void TreeMirror::AdoptLocals() {
         // Made by this client before: the server hears again who wants it.
         const bool isOwnNode = record.isOwnCreation && record.kind == EItemKind::Node;
         record.isRefused = false;
-        if (record.isLocal || isOwnNode) Queue(record, false);
+        if ((record.isLocal && !record.isAwaited) || isOwnNode) Queue(record, false);
         if (record.kind == EItemKind::Node && !record.isLocal) {
             record.lastChild = nullptr;
             AdoptChildren(record);

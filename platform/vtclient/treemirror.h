@@ -119,6 +119,10 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     bool AttachAll(QString* error);
     bool Attach(Detached detached, QString* error);
     void Sweep();
+    bool IsBelowLostCreation(const MirrorRecord& record) const;
+    void KeepLocal(MirrorRecord& record);
+    void EndWaiting(const MirrorRecord& created);
+    static bool IsWaitingFor(const MirrorRecord& record, const MirrorRecord& created);
     void AdoptLocals();
     void AdoptChildren(MirrorRecord& record);
     static bool IsLeftOver(const values::TreeItem& item);
@@ -166,6 +170,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     const values::TreeItem* m_attaching = nullptr;
     std::unordered_map<const values::TreeItem*, MirrorRecord*> m_locals;   ///< those that are isLocal
     std::unordered_map<const values::TreeItem*, MirrorRecord*> m_merging;  ///< the others, while merging
+    quint32 m_awaited = 0;                                                 ///< how many records are isAwaited
     std::deque<Edit> m_edits;
     std::unordered_map<quint32, Request> m_requests;
 };

@@ -187,9 +187,10 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     const bool isEdited = record.isLocal && !record.isRefused && record.isEdited;
     if (record.isLocal) {
         m_locals.erase(record.item);
-        record.isOwnCreation = record.isOwnCreation || !record.isRefused;
+        record.isOwnCreation = record.isOwnCreation || !(record.isRefused || record.isAwaited);
     }
-    record.isLocal = record.isRefused = record.isEdited = false;
+    if (record.isAwaited) --m_awaited;
+    record.isLocal = record.isRefused = record.isEdited = record.isAwaited = false;
     record.parent = change.id == 0 ? nullptr : m_slots.Find(change.parent)->record;
     Number(record, change.id);
     if (m_isMerging) m_merging[record.item] = &record;

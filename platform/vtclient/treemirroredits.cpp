@@ -51,7 +51,7 @@ void TreeMirror::OnGone(MirrorRecord& record) {
 }
 
 void TreeMirror::OnContent(MirrorRecord& record) {
-    if (record.isLocal) {
+    if (record.isLocal && !record.isAwaited) {
         record.isEdited = record.isEdited || (m_isConnected && !record.isQueued);
         return;
     }
@@ -104,7 +104,8 @@ void TreeMirror::SendEdit(const Edit& edit) {
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
     record.isRefused = record.isRefused || (record.parent != nullptr && record.parent->isRefused);
-    if (record.isRefused || record.requests != 0) return;
+    if (record.isRefused) return EndWaiting(record);
+    if (record.requests != 0) return;
     Message create = Message::Of(EMessage::Create);
     create.path = RemotePathOf(record);
     create.item.kind = record.kind;
@@ -147,7 +148,8 @@ void TreeMirror::OnAnswer(const Message& answer) {
 void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
     if (!record.isLocal) {
         // It has come meanwhile, and what was said of its content waited for this answer.
-        if (record.kind == EItemKind::Node || record.requests != 0) return;
+        if (record.kind == EItemKind::Node) return EndWaiting(record);
+        if (record.requests != 0) return;
         if (std::exchange(record.isEdited, false))
             Queue(record, false);
         else if (!record.isQueued)
@@ -164,6 +166,7 @@ void TreeMirror::RefuseCreation(MirrorRecord& record, const QString& reason) {
         _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")
                      .arg(RemotePathOf(record), reason),
                  L"platform/vtclient/treemirror", __LINE__);
+    EndWaiting(record);
 }
 
 // Shows the server's content, and says why.

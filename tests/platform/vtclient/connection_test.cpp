@@ -112,4 +112,68 @@ TEST_F(TwoEnds, WhatAClientCreatesIsOfferedToTheServer) {
     EXPECT_EQ(Find<Text>("/L/own/note")->GetValue(), S("yours"));
 }
 
+/// A server that makes a device whenever a client wants its node, as devices are: with values of their own.
+class DevicesOnDemand : public TwoEnds {
+  protected:
+    DevicesOnDemand() {
+        Add<Text>("/S", "t");
+        m_access.onProvide = [this](const QString& path) {
+            if (path != S("/S/dev") || Item("/S/dev") != nullptr) return;
+            for (const char* name : names)
+                Add<Text>("/S/dev/status", name)->SetValue(S(name));
+        };
+        client = AddClient().client.get();
+        client->AddTic(S("/L,/S"), "");
+        Settle();
+        m_tree.ProvideNode(S("/L/dev"));
+        Settle();
+    }
+    void RestartServer() {
+        KillServer();
+        m_tree.Delete(Item("/S/dev"));
+        Settle();
+        StartServer();
+        Pass(200);
+        EXPECT_TRUE(client->AreAllTicsEstablished());
+    }
+
+    std::vector<const char*> names{"mode", "speed"};
+    vt::VtClient* client = nullptr;
+};
+
+TEST_F(DevicesOnDemand, ComeBackInPlaceAfterTheServerHasLostThem) {
+    auto* const mode = Find<Text>("/L/dev/status/mode");
+    ASSERT_NE(mode, nullptr);
+    RecordingObserver states;
+    mode->AddObserver(&states);
+    RestartServer();
+    EXPECT_EQ(Item("/L/dev/status/mode"), mode);
+    EXPECT_EQ(mode->GetState(), values::Valid);
+    EXPECT_EQ(states.Codes(), (std::vector<TChangeCode>{2, 2})) << "stale, and valid again";
+    Find<Text>("/S/dev/status/mode")->SetValue(S("on"));
+    Settle();
+    EXPECT_EQ(mode->GetValue(), S("on"));
+    mode->SetValue(S("off"));
+    Settle();
+    EXPECT_EQ(Find<Text>("/S/dev/status/mode")->GetValue(), S("off"));
+    RestartServer();
+    EXPECT_EQ(Item("/L/dev/status/mode"), mode) << "a second time";
+    mode->DeleteObserver(&states);
+}
+
+TEST_F(DevicesOnDemand, LoseWhatTheServerDoesNotMakeAnew) {
+    names = {"mode"};
+    RestartServer();
+    EXPECT_NE(Item("/L/dev/status/mode"), nullptr);
+    EXPECT_EQ(Item("/L/dev/status/speed"), nullptr);
+}
+
+TEST_F(DevicesOnDemand, LoseAllThatIsRefusedAnew) {
+    m_access.onProvide = nullptr;
+    m_access.uncreatable.insert(S("/S/dev"));
+    RestartServer();
+    EXPECT_NE(Item("/L/dev"), nullptr) << "what the application made stays";
+    EXPECT_EQ(Item("/L/dev/status"), nullptr);
+}
+
 }  // namespace
