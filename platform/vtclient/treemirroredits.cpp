@@ -51,8 +51,7 @@ void TreeMirror::OnGone(MirrorRecord& record) {
 }
 
 void TreeMirror::OnContent(MirrorRecord& record) {
-    if (record.isAwaited) return TakeBack(record, QStringLiteral("the server does not have it (yet)"));
-    if (record.isLocal) {
+    if (record.isLocal && !record.isAwaited) {
         record.isEdited = record.isEdited || (m_isConnected && !record.isQueued);
         return;
     }

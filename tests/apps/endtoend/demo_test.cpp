@@ -1,1 +1,59 @@
 // SPDX-License-Identifier: Apache-2.0
+// The demonstration that people are shown comes to its end, and tells what it promises.
+#include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
+
+#include <platform/config/cfgcenter.h>
+
+#include <tests/support/programrunner.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QRegularExpression>
+
+namespace {
+
+using testing::ElementsAre;
+
+class DemoTest : public testing::Test, protected ProgramRunner {};
+
+/// What a client called \a name calls its MpxORV.
+QString MpxOrvOf(const QString& name) {
+    const QString before = CfgCenter::GetAppName();
+    CfgCenter::SetAppName(name);
+    const QString mpxOrv = MpxORVHandle::CreateUniqueMpxORVName();
+    CfgCenter::SetAppName(before);
+    return mpxOrv;
+}
+
+/// All lines that \a pattern matches, with times of day shown as "<time>".
+std::vector<std::string> Lines(const QByteArray& text, const char* pattern) {
+    static const QRegularExpression time(QStringLiteral("\\b\\d\\d:\\d\\d:\\d\\d\\b"));
+    const QRegularExpression wanted(QString::fromUtf8(pattern));
+    std::vector<std::string> lines;
+    for (const QString& line : QString::fromUtf8(text).split(QLatin1Char('\n')))
+        if (wanted.match(line).hasMatch())
+            lines.push_back(QString(line).replace(time, QStringLiteral("<time>")).trimmed().toStdString());
+    return lines;
+}
+
+TEST_F(DemoTest, TellsItsSevenChapters) {
+    StartProgram(QStringLiteral(MCDEMO), {});
+    EXPECT_EQ(WaitForEnd(), 0);
+    EXPECT_EQ(errors, QByteArray());
+    EXPECT_THAT(Lines(output, "^\\d+\\. "),
+                ElementsAre("1. A server starts, with a simulated direction finder",
+                            "2. Two clients connect; each gets an MpxORV of its own",
+                            "3. What the server shows everybody", "4. One becomes job master and tunes",
+                            "5. A policy refuses, the operator switches it on, the same request is granted",
+                            "6. There is one master at a time",
+                            "7. The server is killed and restarted; the clients come back by themselves"));
+    const std::string alpha = MpxOrvOf(QStringLiteral("alpha")).toStdString();
+    EXPECT_THAT(Lines(output, "refused: |done: "),
+                ElementsAre("alpha     < done: is master", "alpha     < done: tuned to 121.5 MHz",
+                            "bravo     < refused: needs MayBIT", "bravo     < done: built-in test started",
+                            "bravo     < refused: " + alpha + " is master since <time>"));
+    EXPECT_EQ(Lines(output, "< connected as ").size(), 4U) << output.constData();
+    EXPECT_EQ(Lines(output, "< lost the server").size(), 2U) << output.constData();
+}
+
+}  // namespace
