@@ -50,10 +50,7 @@ TreeWatcher::~TreeWatcher() {
 }
 
 void TreeWatcher::DropAll() {
-    for (quint32 id = 0; id < m_nextId; ++id) {
-        Record* const record = m_records.Find(id);
-        if (record != nullptr && record->IsUsed()) record->item->GetObservable()->DeleteObserver(record);
-    }
+    m_records.ForEach([](Record& record) { record.item->GetObservable()->DeleteObserver(&record); });
     m_records.Clear();
     m_unfinished.clear();
 }
