@@ -24,6 +24,7 @@ class MirrorRecord final : public IObserver {
     MirrorRecord* parent = nullptr;
     values::TreeItem* lastChild = nullptr;  ///< of a node: the last child that has a record
     Content server;                         ///< the server's content, whatever is shown
+    int pathLength = 0;                     ///< of the path at the server
     quint32 index = 0;                      ///< in the pool
     quint32 id = 0;                         ///< the server's number, unless isLocal
     quint32 generation = 0;                 ///< of the snapshot that last held it

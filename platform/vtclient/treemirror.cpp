@@ -36,9 +36,15 @@ MirrorRecord* TreeMirror::NewRecord(values::TreeItem* item, EItemKind kind, Mirr
     record->mirror = this;
     record->item = item;
     record->kind = kind;
-    record->parent = parent;
+    SetParent(*record, parent);
     item->GetObservable()->AddObserver(record);
     return record;
+}
+
+void TreeMirror::SetParent(MirrorRecord& record, MirrorRecord* parent) {
+    record.parent = parent;
+    record.pathLength =
+        parent != nullptr ? parent->pathLength + 1 + record.item->GetName().size() : m_remotePath.size();
 }
 
 void TreeMirror::Number(MirrorRecord& record, quint32 id) {
@@ -92,10 +98,10 @@ MirrorRecord* TreeMirror::RecordOf(const values::TreeItem* item) const {
 
 QString TreeMirror::RemotePathOf(const MirrorRecord& record) const {
     if (record.parent == nullptr) return m_remotePath;
-    QString path = record.item->GetName();
+    QStringList names(record.item->GetName());
     for (const MirrorRecord* above = record.parent; above->parent != nullptr; above = above->parent)
-        path = above->item->GetName() + QLatin1Char('/') + path;
-    return ChildPath(m_remotePath, path);
+        names.prepend(above->item->GetName());
+    return ChildPath(m_remotePath, names.join(QLatin1Char('/')));
 }
 
 bool TreeMirror::IsWritable(const MirrorRecord& record) const {

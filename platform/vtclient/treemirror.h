@@ -139,6 +139,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void OnCreationAnswer(MirrorRecord& record, const Message& answer);
 
     MirrorRecord* NewRecord(values::TreeItem* item, EItemKind kind, MirrorRecord* parent);
+    void SetParent(MirrorRecord& record, MirrorRecord* parent);
     void Number(MirrorRecord& record, quint32 id);
     void Forget(MirrorRecord& record);
     void LetGo(MirrorRecord& record);

@@ -5,6 +5,7 @@
 #include <platform/values/tree.h>
 #include <platform/vtclient/itemkinds.h>
 #include <platform/vtclient/treemirrordetail.h>
+#include <platform/vtclient/vtlimits.h>
 
 #include <algorithm>
 
@@ -149,6 +150,8 @@ bool TreeMirror::ApplyAdded(const TreeChange& change, QString* error) {
     if (parent.kind != EItemKind::Node) return Fail(error, QStringLiteral("an item added below a value"));
     if (change.name.isEmpty() || change.name.contains(QLatin1Char('/')))
         return Fail(error, QStringLiteral("'%1' is no name").arg(change.name));
+    if (parent.pathLength + 1 + change.name.size() > vtlimits::MaxPathLength)
+        return Fail(error, QStringLiteral("id %1 lies deeper than a path is long").arg(change.id));
     return Place(change, &parent, NodeOf(parent).FindChild(change.name), error);
 }
 
@@ -191,7 +194,7 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     }
     if (record.isAwaited) --m_awaited;
     record.isLocal = record.isRefused = record.isEdited = record.isAwaited = false;
-    record.parent = change.id == 0 ? nullptr : m_slots.Find(change.parent)->record;
+    SetParent(record, change.id == 0 ? nullptr : m_slots.Find(change.parent)->record);
     Number(record, change.id);
     if (m_isMerging) m_merging[record.item] = &record;
     if (record.kind == EItemKind::Node) return;

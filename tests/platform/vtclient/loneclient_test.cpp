@@ -246,6 +246,20 @@ TEST_F(LoneClient, AnEditThatIsUndoneBeforeItIsSentIsAnswered) {
     EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
 }
 
+TEST_F(LoneClient, ATreeThatIsDeeperThanAPathIsLongIsNoTree) {
+    AddTic("/L,/S");
+    Welcome();
+    Say(For(1, EMessage::Subscribed));
+    ChangeWriter writer;
+    writer.Added(0, 0, values::Node(), EItemKind::Node, 0);
+    for (quint32 id = 1; id <= vtlimits::MaxPathLength / 2; ++id)
+        writer.Added(id, id - 1, values::Node(S("n")), EItemKind::Node, 0);
+    Say(For(1, EMessage::Snapshot, 1), writer.Take());
+    const auto byes = Said(EMessage::Bye);
+    ASSERT_EQ(byes.size(), 1U);
+    EXPECT_EQ(byes.front().reason, S("changes of '/S': id 2048 lies deeper than a path is long"));
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
