@@ -86,9 +86,12 @@ void FramedSocket::Send(const QByteArray& message) {
 
 void FramedSocket::Flush() {
     if (!m_isOpen || m_out.isEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
+    // Sending may find that the connection is gone, and over TLS it may read. The listener hears of it later.
+    m_isFlushing = true;
     m_socket->write(m_out);
     m_out.resize(0);
     m_socket->flush();
+    m_isFlushing = false;
 }
 
 qint64 FramedSocket::Unsent() const {
@@ -126,6 +129,7 @@ void FramedSocket::Refuse(const QString& reason) {
 
 void FramedSocket::OnDisconnected() {
     m_hasEnded = true;
+    if (m_isFlushing) return m_again.start(0);
     ReadOn();
 }
 
@@ -137,7 +141,9 @@ QString FramedSocket::EndText() const {
 
 // Who has paused goes on when it is its turn, and not because more has come.
 void FramedSocket::OnReadyRead() {
-    if (!m_again.isActive()) ReadOn();
+    if (m_again.isActive()) return;
+    if (m_isFlushing) return m_again.start(0);
+    ReadOn();
 }
 
 // Everything that is there, but for no longer than a turn.

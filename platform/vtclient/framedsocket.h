@@ -56,6 +56,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     QTimer m_again;  ///< while reading pauses
     bool m_isOpen = true;
     bool m_isReading = false;
+    bool m_isFlushing = false;
     bool m_isDeaf = false;    ///< the peer broke a rule: nothing more is read
     bool m_hasEnded = false;  ///< the peer closed; what came before may be left to be read
     bool m_isEncrypted;

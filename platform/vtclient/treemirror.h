@@ -101,7 +101,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     struct Request {
         MirrorRecord* record;  ///< null: the item has gone meanwhile
         bool isCreation;
-        Content content;  ///< as shown; of a write
+        Content content;  ///< of a write, as asked for
     };
 
     static bool TakeContent(MirrorRecord& record, const TreeChange& change, QString* error);

@@ -3,6 +3,7 @@
 #include <platform/vtclient/treemirror.h>
 
 #include <platform/values/tree.h>
+#include <platform/values/valueselection.h>
 #include <platform/vtclient/itemkinds.h>
 #include <platform/vtclient/treemirrordetail.h>
 #include <platform/vtclient/vtlimits.h>
@@ -46,9 +47,14 @@ bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QStr
     if (record.kind != EItemKind::Selection)
         return Fail(error, QStringLiteral("choices of what is no selection"));
     if (!TakeContent(record, change, error)) return false;
+    auto& selection = static_cast<values::ValueSelection&>(ValueOf(record));
+    const bool hadCurrent = selection.GetCurrentIndex() != values::ValueSelection::NoIndex;
     const RecordGuard guard(record);
-    Operations(record.kind)->describe(ValueOf(record), change.item, &record);
-    if (guard.IsAlive() && record.requests == 0) Show(record, Content(record.server));
+    Operations(record.kind)->describe(selection, change.item, &record);
+    if (!guard.IsAlive() || record.requests != 0) return true;
+    // What was selected here and is not sent yet is newer, if it is still there.
+    const bool isLost = hadCurrent && selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
+    if (!record.isQueued || isLost) Show(record, Content(record.server));
     return true;
 }
 

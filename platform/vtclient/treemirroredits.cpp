@@ -24,6 +24,16 @@ Content ContentToWrite(const values::ValueBase& value, EItemKind kind) {
     return qint64{selection.GetCurrentKey()};
 }
 
+/// What \a value holds after \a written was done: of a selection where the item with that key is by now.
+Content ContentWritten(const values::ValueBase& value, EItemKind kind, const Content& written) {
+    const qint64* const key = std::get_if<qint64>(&written);
+    if (kind != EItemKind::Selection || key == nullptr) return written;
+    const auto& selection = static_cast<const values::ValueSelection&>(value);
+    for (int i = 0; i < selection.Count(); ++i)
+        if (selection.GetItemAt(i)->GetKey() == *key) return qint64{i};
+    return {};
+}
+
 }  // namespace
 
 void TreeMirror::OnUpdate(MirrorRecord& record, TChangeCode code) {
@@ -99,7 +109,7 @@ void TreeMirror::SendEdit(const Edit& edit) {
     const quint32 request = m_host.SendRequest(*this, &write, nullptr);
     if (request == 0) return TakeBack(record, QStringLiteral("the content is too large to be sent"));
     ++record.requests;
-    m_requests[request] = {&record, false, shown};
+    m_requests[request] = {&record, false, write.item.content};
 }
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
@@ -130,7 +140,8 @@ void TreeMirror::OnAnswer(const Message& answer) {
     if (record.isOccurring && !isRefused) return;
     const bool isEditedAgain = record.isEdited || record.requests != 0;
     record.isEdited = false;
-    if (answer.result == EResult::Done) record.server = request.content;
+    if (answer.result == EResult::Done)
+        record.server = ContentWritten(ValueOf(record), record.kind, request.content);
     if (answer.result == EResult::Clamped) {
         Content content = answer.item.content;
         if (Operations(record.kind)->accept(&content)) record.server = std::move(content);
@@ -140,7 +151,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
         if (isRefused) values::Refusals::Instance().Report(record.item, RemotePathOf(record), answer.reason);
     } else if (isRefused) {
         TakeBack(record, answer.reason);
-    } else if (answer.result == EResult::Clamped) {
+    } else {
         Show(record, Content(record.server));
     }
 }

@@ -2,6 +2,7 @@
 // What a mirror makes of changes that come in an awkward order.
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
+#include <platform/values/valueselection.h>
 #include <platform/vtclient/treemirror.h>
 #include <tests/support/printing.h>
 #include <tests/support/tracerecorder.h>
@@ -51,6 +52,27 @@ class Mirror : public testing::Test, private vt::TreeMirror::IHost {
         item.minimum = qint64{minimum};
         item.maximum = qint64{maximum};
         return item;
+    }
+    static vt::ItemDescription Choices(const vt::Content& current, const std::vector<qint64>& keys) {
+        vt::ItemDescription item;
+        item.kind = vt::EItemKind::Selection;
+        item.content = current;
+        for (const qint64 key : keys)
+            item.choices.push_back({QString::number(key), 0.0, key});
+        return item;
+    }
+    void ChangeItems(quint32 id, const vt::ItemDescription& item) {
+        vt::TreeChange change;
+        change.change = vt::EChange::Items;
+        change.id = id;
+        change.item = item;
+        Apply(change);
+    }
+    void Answer(vt::EResult result) {
+        vt::Message answer = vt::Message::Of(vt::EMessage::Answer);
+        answer.req = static_cast<quint32>(m_writes.size());
+        answer.result = result;
+        m_mirror.OnAnswer(answer);
     }
     static vt::ItemDescription Note(const char* content) {
         vt::ItemDescription item;
@@ -113,6 +135,55 @@ TEST_F(Mirror, WhatIsEditedBeforeTheNewSnapshotHasComeToItIsRefused) {
     m_mirror.SendEdits();
     EXPECT_EQ(note->GetValue(), S("mine again"));
     EXPECT_EQ(m_writes, (std::vector<vt::Content>{S("mine again")}));
+}
+
+/// A selection of the items 10, 20 and 30, none of them current, in a mirror that is established.
+class MirroredSelection : public Mirror {
+  protected:
+    MirroredSelection() {
+        Start();
+        Add(0, "S", vt::ItemDescription());
+        Add(1, "s", Choices({}, {10, 20, 30}));
+        Finish();
+        m_selection = Find<values::ValueSelection>("/L/s");
+    }
+
+    values::ValueSelection* m_selection = nullptr;
+};
+
+TEST_F(MirroredSelection, KnowsWhereTheItemThatWasWrittenStandsByNow) {
+    m_selection->Select(20);
+    m_mirror.SendEdits();
+    ChangeItems(1, Choices({}, {20, 30}));
+    Answer(vt::EResult::Done);
+    EXPECT_EQ(m_selection->GetCurrentKey(), 20);
+    m_selection->Select(30);  // which now stands where 20 stood when it was written
+    m_mirror.SendEdits();
+    EXPECT_EQ(m_writes, (std::vector<vt::Content>{qint64{20}, qint64{30}}));
+}
+
+TEST_F(MirroredSelection, ShowsTheFirstOfTwoItemsWithOneKeyAsTheServerDoes) {
+    ChangeItems(1, Choices({}, {10, 20, 20}));
+    m_selection->SelectIndex(2);
+    m_mirror.SendEdits();
+    Answer(vt::EResult::Done);
+    EXPECT_EQ(m_selection->GetCurrentIndex(), 1);
+}
+
+TEST_F(MirroredSelection, KeepsWhatWasSelectedHereWhenTheItemsChangeBeforeItIsSent) {
+    m_selection->Select(20);
+    ChangeItems(1, Choices(qint64{0}, {10, 20, 30, 40}));
+    EXPECT_EQ(m_selection->GetCurrentKey(), 20);
+    m_mirror.SendEdits();
+    EXPECT_EQ(m_writes, (std::vector<vt::Content>{qint64{20}}));
+}
+
+TEST_F(MirroredSelection, GivesUpWhatWasSelectedHereIfThatItemGoesBeforeItIsSent) {
+    m_selection->Select(20);
+    ChangeItems(1, Choices(qint64{0}, {10, 30}));
+    EXPECT_EQ(m_selection->GetCurrentKey(), 10);
+    m_mirror.SendEdits();
+    EXPECT_EQ(m_writes, std::vector<vt::Content>());
 }
 
 }  // namespace
