@@ -54,14 +54,13 @@ class Application : public testing::Test {
     /// Waits until the device has booted.
     bool IsReady();
 
-  private:
-    QString Ask(const QString& path, const std::function<void()>& request);
-
-  protected:
     values::Tree tree;
     ServerProcess server;
     RecordingObserver observer;
     MultiChannelServerClient client;
     MultiChannelServerClient outside;
     std::unique_ptr<MCSStatus> outsideStatus;
+
+  private:
+    QString Ask(const QString& path, const std::function<void()>& request);
 };

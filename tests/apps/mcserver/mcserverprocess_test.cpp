@@ -73,8 +73,10 @@ TEST(ServerProcessTest, APortInUseIsTold) {
     const QString where = QStringLiteral("127.0.0.1:%1").arg(first.Port());
     EXPECT_EQ(
         second.Run({QStringLiteral("--listen"), where, QStringLiteral("--config"), second.ConfigPath()}), 1);
-    EXPECT_EQ(second.Errors().count(QLatin1Char('\n')), 1);
-    EXPECT_TRUE(second.Errors().contains(QString::number(first.Port()))) << second.Errors().toStdString();
+    EXPECT_EQ(second.Errors(),
+              QStringLiteral("mcserver: cannot listen on 127.0.0.1 port %1: The bound address is "
+                             "already in use\n")
+                  .arg(first.Port()));
 }
 
 #ifdef Q_OS_UNIX
