@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ieventloop.h>
 
 #include <QtCore/QElapsedTimer>
@@ -10,7 +11,7 @@
 namespace vt {
 
 /// Turns and time of Qt's event loop.
-class QtEventLoop final : public QObject, public IEventLoop {
+class MCS_CONNECTION_EXPORT QtEventLoop final : public QObject, public IEventLoop {
     Q_OBJECT
 
   public:

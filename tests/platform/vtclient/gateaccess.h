@@ -21,7 +21,9 @@ class GateAccess final : public IVtAccess {
         }
         return true;
     }
-    bool MayRead(const VtPeer& /*peer*/, const QString& /*path*/) override { return true; }
+    bool MayRead(const VtPeer& /*peer*/, const QString& path) override {
+        return unreadable.isEmpty() || !path.startsWith(unreadable);
+    }
     bool MayWrite(const VtPeer& /*peer*/, const QString& /*path*/, QString* /*reason*/) override {
         return true;
     }
@@ -35,6 +37,7 @@ class GateAccess final : public IVtAccess {
     bool needsCredentials = false;
     bool wantsCertificate = false;
     QString wantedToken;
+    QString unreadable;
     std::vector<VtPeer> started;
     std::vector<VtPeer> ended;
 };

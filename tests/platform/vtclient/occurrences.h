@@ -14,10 +14,11 @@ class Occurrences final : public IObserver {
   public:
     ~Occurrences() override { Unhear(); }
 
-    /// Sends the next one. \a connection numbers the connection that is up; 0: none is.
-    void Send(values::Value<QString>* text, int connection) {
+    /// Sends the next one, \a length characters at least. \a connection numbers the connection that is up; 0:
+    /// none is.
+    void Send(values::Value<QString>* text, int connection, int length = 0) {
         m_connections.push_back(connection);
-        text->SetValue(QString::number(m_connections.size()));
+        text->SetValue(QString::number(m_connections.size()).rightJustified(length, QLatin1Char('0')));
     }
     void Hear(values::Value<QString>* text) {
         if (text == m_heardAt) return;
