@@ -28,6 +28,18 @@ vt::Content WithoutSign(vt::Content content) {
     return content;
 }
 
+/// Those whose names and paths are short enough.
+std::vector<values::TreeItem*> TravellingChildren(const values::Node& node) {
+    std::vector<values::TreeItem*> children = node.GetTreeItems();
+    const int length = node.GetPathName().size() + 1;
+    const auto isLong = [length](const values::TreeItem* child) {
+        const int size = child->GetName().size();
+        return size > vtlimits::MaxNameLength || length + size > vtlimits::MaxPathLength;
+    };
+    children.erase(std::remove_if(children.begin(), children.end(), isLong), children.end());
+    return children;
+}
+
 /// How \a item is described on the wire, without name and place.
 QByteArray Described(const vt::ItemDescription& item) {
     vt::TreeChange change;
@@ -237,7 +249,7 @@ void Follower::Compare(const Subscription& subscription) {
         const QString name = QString::fromUtf8(utf8.constData(), utf8.size());
         Check(id == 0 || told.name == name, "names too", item->GetPathName());
         if (!item->IsNode()) continue;
-        const std::vector<values::TreeItem*> children = static_cast<values::Node*>(item)->GetTreeItems();
+        const std::vector<values::TreeItem*> children = TravellingChildren(static_cast<values::Node&>(*item));
         Check(children.size() == told.children.size(), "as many children", item->GetPathName());
         for (std::size_t i = 0; i < children.size(); ++i)
             pairs.emplace_back(told.children[i], children[i]);

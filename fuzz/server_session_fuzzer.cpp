@@ -279,6 +279,7 @@ void ServerScript::ComeToRest() {
     m_isDamaging = false;
     m_isResting = true;
     m_clock.SetCost(0);
+    m_clock.Pass(250);  // by then the server has looked for what was renamed
     int rounds = 100000;
     while (RunOnce())
         Check(--rounds > 0, "the server comes to rest");

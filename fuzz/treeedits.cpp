@@ -9,6 +9,7 @@
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
 #include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/vtlimits.h>
 
 #include <vector>
 
@@ -51,6 +52,14 @@ void DescribeValue(values::ValueBase& value, Script& script) {
     item.maximum = compose::ContentOf(item.kind, script);
     if (operations.accept(&item.minimum) && operations.accept(&item.maximum))
         operations.describe(value, item, nullptr);
+}
+
+/// What is followed stays so: neither name is too long.
+void RenameValue(values::ValueBase& value, const QString& name) {
+    const int length = value.GetPathName().size() - value.GetName().size() + name.size();
+    if (value.GetName().size() <= vtlimits::MaxNameLength && name.size() <= vtlimits::MaxNameLength &&
+        length < vtlimits::MaxPathLength)
+        value.SetName(name);
 }
 
 void ChangeChoices(values::ValueBase& value, Script& script) {
@@ -132,7 +141,7 @@ void Edit(const QString& base, Script& script) {
     if (value == nullptr) return;
     if (edit == Set) SetContent(*value, script);
     if (edit == Describe) DescribeValue(*value, script);
-    if (edit == Rename) value->SetName(script.Name());
+    if (edit == Rename) RenameValue(*value, script.Name());
     if (edit == Choices) ChangeChoices(*value, script);
     if (edit == Deliver)
         value->SetDelivery(script.Flag() ? values::EDelivery::EveryChange : values::EDelivery::LastValue);

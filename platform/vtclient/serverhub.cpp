@@ -110,6 +110,8 @@ void ServerHub::OnDeadline() {
     const qint64 now = m_loop.Now();
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
         m_sessions[i]->Check(now);
+    m_hasStructureChanged =
+        m_hasStructureChanged || !m_waiting.empty();  // a renamed value tells nobody above
     OnTurn();
     m_loop.SetDeadline(m_sessions.empty() ? -1 : CheckSessionsEvery);
 }

@@ -41,7 +41,8 @@ TreeWatcher::WriteScope::~WriteScope() {
     s_writtenItem = nullptr;
 }
 
-TreeWatcher::TreeWatcher(values::TreeItem* root, IListener& listener) : m_listener(listener) {
+TreeWatcher::TreeWatcher(values::TreeItem* root, IListener& listener)
+    : m_listener(listener), m_rootName(root->GetName()) {
     if (Take(root, 0) != nullptr) PushAdded(0);
 }
 
@@ -160,6 +161,8 @@ void TreeWatcher::OnUpdate(Record& record, Observable* /*source*/, TChangeCode c
             }
             [[fallthrough]];
         case changecode::DescriptionChanged:
+            // Under another name it is not what is watched.
+            if (record.id == 0 && record.item->GetName() != m_rootName) return OnGoingAway(record);
             record.isOccurring = ValueOf(record.item).GetDelivery() == values::EDelivery::EveryChange;
             OnDirty(record, EChange::Described, &record.isDescriptionDirty);
             break;

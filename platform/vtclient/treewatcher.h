@@ -36,7 +36,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         virtual ~IListener();
         /// There is something to fetch. Told once until NextPart() has given everything.
         virtual void OnChanges(TreeWatcher& watcher) = 0;
-        /// The watched item is going away; the watcher is empty from now on.
+        /// The watched item is going away, or got another name; the watcher is empty from now on.
         virtual void OnRootGone(TreeWatcher& watcher) = 0;
     };
 
@@ -139,6 +139,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     static void TraceOversized(const Record& record);
 
     IListener& m_listener;
+    QString m_rootName;
     PagedTable<Record> m_records;
     quint32 m_nextId = 0;
     std::deque<quint32> m_unfinished;  ///< nodes with children that have no number yet

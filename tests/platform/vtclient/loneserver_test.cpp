@@ -194,4 +194,29 @@ TEST_F(LoneServer, WhatHasTooLongANameOrPathStaysAtTheServer) {
     EXPECT_EQ(renamed[0].change, EChange::Described);
 }
 
+TEST_F(LoneServer, AValueThatIsRenamedIsAbsentUnderItsOldName) {
+    auto* const text = Add<Text>("/S", S("old"));
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S/old");
+    Said(peer);
+    text->SetName(S("new"));
+    Settle(peer);
+    const std::vector<DecodedMessage> said = Said(peer);
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_EQ(said[0].message.type, EMessage::Absent);
+}
+
+TEST_F(LoneServer, AValueThatIsRenamedIsThereUnderItsNewName) {
+    auto* const text = Add<Text>("/S", S("old"));
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S/new");
+    Said(peer);
+    text->SetName(S("new"));
+    m_clock.Pass(250);
+    Settle(peer);
+    const std::vector<DecodedMessage> said = Said(peer);
+    ASSERT_EQ(said.size(), 3U);
+    EXPECT_EQ(said[0].message.type, EMessage::Subscribed);
+}
+
 }  // namespace
