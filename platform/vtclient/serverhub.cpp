@@ -203,7 +203,9 @@ void ServerHub::OnTurn() {
     Reap();
     m_isInTurn = false;
     m_isTurnRequested = false;
-    if (!isDone || m_hasStructureChanged || !m_changed.empty() || !m_dead.empty()) RequestTurn();
+    // Whoever was told that a session is over may have ended others, or changed the tree.
+    if (!isDone || m_hasStructureChanged || !m_changed.empty() || !m_dead.empty() || !m_toFlush.empty())
+        RequestTurn();
 }
 
 void ServerHub::RetryWaiting() {

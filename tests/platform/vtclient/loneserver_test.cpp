@@ -219,4 +219,20 @@ TEST_F(LoneServer, AValueThatIsRenamedIsThereUnderItsNewName) {
     EXPECT_EQ(said[0].message.type, EMessage::Subscribed);
 }
 
+TEST_F(LoneServer, WhoHearsOfTheEndOfASessionMayEndAnother) {
+    Peer first = Connect();
+    Peer second = Connect();
+    Said(second);
+    m_access.onEnded = [this](const VtPeer& peer) {
+        if (peer.session == 1) m_hub->EndSession(2, S("alone it is of no use"));
+    };
+    first.wire->isOpen = false;
+    Settle(first);
+    const std::vector<DecodedMessage> said = Said(second);
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_EQ(said[0].message.reason, S("alone it is of no use"));
+    EXPECT_EQ(m_hub->CountSessions(), 0);
+    m_access.onEnded = nullptr;
+}
+
 }  // namespace
