@@ -287,19 +287,20 @@ bool TreeMirror::IsLeftOver(const values::TreeItem& item) {
 }
 
 void TreeMirror::AdoptChildren(MirrorRecord& record) {
-    values::TreeItem* child =
-        record.lastChild != nullptr ? record.lastChild->GetNextSibling() : NodeOf(record).GetFirstChild();
-    while (child != nullptr) {
-        values::TreeItem* const next = child->GetNextSibling();
+    const RecordGuard guard(record);
+    const auto next = [&record] {
+        return record.lastChild != nullptr ? record.lastChild->GetNextSibling()
+                                           : NodeOf(record).GetFirstChild();
+    };
+    for (values::TreeItem* child = next(); child != nullptr; child = next()) {
         const bool isUnknown = child != m_attaching && RecordOf(child) == nullptr;
         if (isUnknown && m_isMerging && IsLeftOver(*child)) {
             Destroy(child);
-            if (m_isReleased || !record.IsUsed()) return;
+            if (m_isReleased || !guard.IsAlive()) return;
         } else {
             record.lastChild = child;
             if (isUnknown) AdoptLocal(child, record);
         }
-        child = next;
     }
 }
 

@@ -260,6 +260,31 @@ TEST_F(LoneClient, ATreeThatIsDeeperThanAPathIsLongIsNoTree) {
     EXPECT_EQ(byes.front().reason, S("changes of '/S': id 2048 lies deeper than a path is long"));
 }
 
+TEST_F(LoneClient, WhatAnEarlierMirrorLeftBehindMayGoAllAtOnce) {
+    IVtTic* tic = AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, [](ChangeWriter& writer) {
+        for (quint32 id = 1; id <= 8; ++id) {
+            Value<int> number(5);
+            number.SetName(QStringLiteral("n%1").arg(id));
+            writer.Added(id, 0, number, EItemKind::Int, 0);
+        }
+    });
+    m_client->RemoveTic(tic);
+    m_reaction.React([this](Observable* /*source*/, TChangeCode code) {
+        if (code != changecode::StateChanged) return;
+        for (int id = 2; id <= 7; ++id)
+            m_tree.Delete(Item(qPrintable(QStringLiteral("/L/n%1").arg(id))));
+    });
+    Item("/L/n1")->GetObservable()->AddObserver(&m_reaction);
+    tic = AddTic("/L,/S");
+    ShowSubtree(2, OneNumber);
+    m_reaction.React(nullptr);
+    EXPECT_TRUE(tic->IsEstablished());
+    ASSERT_EQ(m_tree.FindNode(S("/L"))->CountChildren(), 1);
+    EXPECT_NE(Item("/L/n"), nullptr);
+}
+
 /// What a change of a value tells, and how the server makes it happen.
 struct ToldRow {
     const char* name;
