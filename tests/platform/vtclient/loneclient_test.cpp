@@ -319,6 +319,7 @@ class ToldTest : public LoneClient, public testing::WithParamInterface<ToldRow> 
             Item(path)->GetObservable()->AddObserver(&m_reaction);
         }
         ShowChanges(1, 3, GetParam().change);
+        m_reaction.React(nullptr);  // the tree tells once more when it goes, after this
         EXPECT_GE(m_reaction.Count(GetParam().code), 1);
     }
 
