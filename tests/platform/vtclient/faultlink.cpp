@@ -11,8 +11,7 @@ constexpr qint64 Room = 64 * 1024;
 
 }  // namespace
 
-FaultLink::FaultLink(qintptr client, int target, const Faults (&faults)[2],
-                     std::function<void(FaultLink*)> onEnd)
+FaultLink::FaultLink(qintptr client, const Faults (&faults)[2], std::function<void(FaultLink*)> onEnd)
     : m_onEnd(std::move(onEnd)) {
     m_clock.start();
     m_client.setSocketDescriptor(client);
@@ -25,7 +24,6 @@ FaultLink::FaultLink(qintptr client, int target, const Faults (&faults)[2],
     toClient.faults = faults[1];
     Connect(toServer);
     Connect(toClient);
-    m_server.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(target));
 }
 
 FaultLink::~FaultLink() {
@@ -45,6 +43,10 @@ void FaultLink::Connect(Way& way) {
         way.to->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         Pump(way);
     });
+}
+
+void FaultLink::Start(int target) {
+    m_server.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(target));
 }
 
 void FaultLink::SetFaults(EDirection direction, const Faults& faults) {

@@ -22,9 +22,11 @@ struct Faults {
 /// One connection through a FaultProxy: a socket to either side.
 class FaultLink final : public QObject {
   public:
-    FaultLink(qintptr client, int target, const Faults (&faults)[2], std::function<void(FaultLink*)> onEnd);
+    FaultLink(qintptr client, const Faults (&faults)[2], std::function<void(FaultLink*)> onEnd);
     ~FaultLink() override;
 
+    /// Connects to the server, which may end the link at once.
+    void Start(int target);
     void SetFaults(EDirection direction, const Faults& faults);
     /// Cuts once so many bytes of this direction have passed.
     void CutAfter(EDirection direction, qint64 bytes) { Of(direction).left = bytes; }

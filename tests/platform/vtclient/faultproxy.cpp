@@ -49,12 +49,15 @@ qint64 FaultProxy::CountBytes(EDirection direction) const {
 
 void FaultProxy::incomingConnection(qintptr descriptor) {
     ++m_accepted;
-    m_links.push_back(std::make_unique<FaultLink>(descriptor, m_target, m_faults,
-                                                  [this](FaultLink* link) { Forget(link); }));
-    if (m_cutsLeft == 0) return;
-    --m_cutsLeft;
-    if (m_cutAfter == 0) return m_links.back()->Cut();
-    m_links.back()->CutAfter(m_cutDirection, m_cutAfter);
+    const auto forget = [this](FaultLink* link) { Forget(link); };
+    m_links.push_back(std::make_unique<FaultLink>(descriptor, m_faults, forget));
+    FaultLink& link = *m_links.back();
+    if (m_cutsLeft != 0) {
+        --m_cutsLeft;
+        if (m_cutAfter == 0) return link.Cut();
+        link.CutAfter(m_cutDirection, m_cutAfter);
+    }
+    link.Start(m_target);
 }
 
 // It may be its own signal that led here.
