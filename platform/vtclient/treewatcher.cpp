@@ -43,7 +43,7 @@ TreeWatcher::WriteScope::~WriteScope() {
 
 TreeWatcher::TreeWatcher(values::TreeItem* root, IListener& listener)
     : m_listener(listener), m_rootName(root->GetName()) {
-    if (Take(root, 0) != nullptr) PushAdded(0);
+    PushAdded(Take(root, 0).id);
 }
 
 TreeWatcher::~TreeWatcher() {
@@ -58,25 +58,27 @@ void TreeWatcher::DropAll() {
 
 values::TreeItem* TreeWatcher::Find(quint32 id) {
     const Record* const record = m_records.Find(id);
-    return record != nullptr ? record->item : nullptr;
+    return record != nullptr && !record->isUnsent ? record->item : nullptr;
 }
 
 EItemKind TreeWatcher::KindOfItem(quint32 id) {
     return m_records.Find(id)->kind;
 }
 
+// What clients cannot be told of gets a record, too: it may be the last child, and go.
+bool TreeWatcher::MaySend(const values::TreeItem& item, Record* record) {
+    if (!KindOf(item, &record->kind)) return false;
+    const int length = item.GetName().size();
+    const Record* const parent = m_records.Find(record->parent);
+    const bool isRoot = record->id == 0;  // whose path somebody asked for
+    record->pathLength = isRoot ? item.GetPathName().size() : parent->pathLength + 1 + length;
+    const bool fits = length <= vtlimits::MaxNameLength && record->pathLength <= vtlimits::MaxPathLength;
+    if (!isRoot && !fits) TraceUnsent("name or the path", item);
+    return isRoot || fits;
+}
+
 // The watcher goes first among the observers: what they do in answer to a change comes after it.
-TreeWatcher::Record* TreeWatcher::Take(values::TreeItem* item, quint32 parent) {
-    EItemKind kind = EItemKind::Node;
-    if (!KindOf(*item, &kind)) return nullptr;
-    const QString name = item->GetName();
-    const Record* const above = m_records.Find(parent);
-    const int pathLength =
-        above != nullptr ? above->pathLength + 1 + name.size() : item->GetPathName().size();
-    if (name.size() > vtlimits::MaxNameLength || pathLength > vtlimits::MaxPathLength) {
-        TraceUnsent("name or the path", *item);
-        return nullptr;
-    }
+const TreeWatcher::Record& TreeWatcher::Take(values::TreeItem* item, quint32 parent) {
     const quint32 id = m_nextId++;
     Record& record = m_records.Provide(id);
     m_records.Retain(id);
@@ -84,18 +86,18 @@ TreeWatcher::Record* TreeWatcher::Take(values::TreeItem* item, quint32 parent) {
     record.item = item;
     record.id = id;
     record.parent = parent;
-    record.pathLength = pathLength;
-    record.kind = kind;
+    record.isUnsent = !MaySend(*item, &record);
     Observable* const observable = item->GetObservable();
     observable->AddObserver(&record);
     observable->MakeFirstObserver(&record);
-    if (kind != EItemKind::Node) {
+    if (record.isUnsent) return record;
+    if (record.kind != EItemKind::Node) {
         record.isOccurring = ValueOf(item).GetDelivery() == values::EDelivery::EveryChange;
     } else if (static_cast<values::Node*>(item)->CountChildren() != 0) {
         record.isUnfinished = true;
         m_unfinished.push_back(id);
     }
-    return &record;
+    return record;
 }
 
 void TreeWatcher::Drop(Record& record) {
@@ -128,13 +130,16 @@ bool TreeWatcher::TakeInChildren(Record& record, const std::function<bool()>& is
             untilCheck = vtlimits::CheckInterval;
         }
         record.lastChild = child;
-        const Record* const added = Take(child, record.id);
-        if (added != nullptr) PushAdded(added->id);
+        PushAdded(Take(child, record.id).id);
     }
     return true;
 }
 
 void TreeWatcher::OnUpdate(Record& record, Observable* /*source*/, TChangeCode code) {
+    if (record.isUnsent) {
+        if (record.item->GetState() == values::GoingAway) OnGoingAway(record);
+        return;
+    }
     if (record.kind == EItemKind::Node) {
         if (code == changecode::GoingAway)
             OnGoingAway(record);
@@ -237,8 +242,9 @@ void TreeWatcher::OnGoingAway(Record& record) {
     const bool isTopmost = parent != nullptr && parent->IsUsed();
     if (isTopmost && parent->lastChild == record.item) parent->lastChild = record.item->GetPreviousSibling();
     const quint32 id = record.id;
+    const bool wasTold = !record.isUnsent && id < m_announced;
     Drop(record);
-    if (!isTopmost || id >= m_announced) return;  // nobody has heard of it
+    if (!isTopmost || !wasTold) return;
     Entry entry;
     entry.change = EChange::Removed;
     entry.id = id;
@@ -281,7 +287,7 @@ void TreeWatcher::TraceOversized(const Record& record) {
 
 bool TreeWatcher::WriteAdded(quint32 id, ChangeWriter* writer) {
     Record* const record = m_records.Find(id);
-    if (record == nullptr || !record->IsUsed()) return false;
+    if (record == nullptr || !record->IsUsed() || record->isUnsent) return false;
     const int before = writer->Size();
     const unsigned flags = record->kind == EItemKind::Node ? 0U : vt::FlagsOf(ValueOf(record->item));
     writer->Added(id, record->parent, *record->item, record->kind, flags);

@@ -111,6 +111,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         bool isDescriptionDirty = false;
         bool areItemsDirty = false;
         bool isOccurring = false;   ///< every change counts
+        bool isUnsent = false;      ///< of a type, or under a name, that does not travel
         bool isOversized = false;   ///< its content does not fit a message
         bool wasOversized = false;  ///< some client may have been told so
         bool isUnfinished = false;  ///< a node with children that have no number yet
@@ -123,7 +124,8 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     void OnGoingAway(Record& record);
     void OnChildrenAdded(Record& record);
     bool TakeInChildren(Record& record, const std::function<bool()>& isTimeUp);
-    Record* Take(values::TreeItem* item, quint32 parent);
+    bool MaySend(const values::TreeItem& item, Record* record);
+    const Record& Take(values::TreeItem* item, quint32 parent);
     void Drop(Record& record);
     void DropAll();
     void Push(const Entry& entry);

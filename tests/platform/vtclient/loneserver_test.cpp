@@ -194,6 +194,32 @@ TEST_F(LoneServer, WhatHasTooLongANameOrPathStaysAtTheServer) {
     EXPECT_EQ(renamed[0].change, EChange::Described);
 }
 
+TEST_F(LoneServer, WhatIsNotSentMayGo) {
+    m_tree.ProvideNode(S("/S"));
+    Peer peer = Connect();
+    Subscribe(peer, 1, "/S");
+    Said(peer);
+    const TraceRecorder traces;
+    auto* const unsent = Add<Text>("/S", Long(vtlimits::MaxNameLength + 1));
+    Settle(peer);
+    unsent->SetValue(S("not sent either"));
+    m_tree.Delete(unsent);
+    Add<Text>("/S", S("next"));
+    Settle(peer);
+    const std::vector<vt::TreeChange> changes = SaidChanges(peer);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].name, S("next"));
+}
+
+TEST_F(LoneServer, AnItemWithALongNameCanBeSubscribedByItself) {
+    Add<Text>("/S", Long(vtlimits::MaxNameLength + 1));
+    Peer peer = Connect();
+    Subscribe(peer, 1, qPrintable(S("/S/") + Long(vtlimits::MaxNameLength + 1)));
+    const std::vector<vt::TreeChange> changes = SaidChanges(peer);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].id, 0U);
+}
+
 TEST_F(LoneServer, AValueThatIsRenamedIsAbsentUnderItsOldName) {
     auto* const text = Add<Text>("/S", S("old"));
     Peer peer = Connect();
