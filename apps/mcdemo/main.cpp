@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commandreader.h"
 #include "demo.h"
 #include "democlient.h"
 
@@ -12,24 +13,8 @@
 #include <QtCore/QCoreApplication>
 
 #include <cstdio>
-#include <iostream>
-#include <string>
-#include <thread>
 
 namespace {
-
-/// Hands the lines of standard input to the main thread, and ends the program with them.
-void ReadCommands(DemoClient* client) {
-    QCoreApplication* const application = QCoreApplication::instance();
-    std::string line;
-    while (std::getline(std::cin, line)) {
-        const QString text = QString::fromStdString(line);
-        QMetaObject::invokeMethod(
-            application, [client, text] { client->Obey(text); }, Qt::QueuedConnection);
-    }
-    QMetaObject::invokeMethod(
-        application, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
-}
 
 int RunClient(const QString& name, int port) {
     CfgCenter::SetAppName(name);
@@ -40,7 +25,7 @@ int RunClient(const QString& name, int port) {
         std::fprintf(stderr, "mcdemo: there can be no server at port %d\n", port);
         return 2;
     }
-    std::thread(ReadCommands, &client).detach();  // blocked in reading, it ends with the process
+    const CommandReader reader([&client](const QString& line) { client.Obey(line); }, QCoreApplication::quit);
     return QCoreApplication::exec();
 }
 
