@@ -39,8 +39,7 @@ bool Demo::Run() {
     for (const Step step : {&Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus, &Demo::BecomeMaster,
                             &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::KillAndRestart})
         isGood = isGood && !m_isStopped() && (this->*step)();
-    End();
-    return isGood;
+    return End() && isGood;
 }
 
 bool Demo::StartServer() {
@@ -145,8 +144,9 @@ bool Demo::KillAndRestart() {
     return StartServer() && HearConnected(m_alpha, Alpha(), &name) && HearConnected(m_bravo, Bravo(), &name);
 }
 
-void Demo::End() {
-    m_alpha.Stop();
-    m_bravo.Stop();
-    m_server.Stop();
+bool Demo::End() {
+    bool isGood = m_alpha.EndInput() || Fail(QStringLiteral("alpha does not end well"));
+    isGood = (m_bravo.EndInput() || Fail(QStringLiteral("bravo does not end well"))) && isGood;
+    m_server.Terminate();
+    return isGood;
 }

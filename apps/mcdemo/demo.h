@@ -26,7 +26,7 @@ class Demo {
     bool RefuseAndAllow();
     bool RefuseForTheMaster();
     bool KillAndRestart();
-    void End();
+    bool End();
 
     QString Operator(const QStringList& arguments) const;
     /// \a client asks for \a line; its answer must begin with \a beginning.

@@ -54,11 +54,19 @@ void DemoProcess::Kill() {
     m_process.waitForFinished();
 }
 
-void DemoProcess::Stop() {
-    if (m_process.state() == QProcess::NotRunning) return;
+bool DemoProcess::EndInput() {
     m_process.closeWriteChannel();
+    return WaitForEnd();
+}
+
+void DemoProcess::Terminate() {
     m_process.terminate();
-    if (!m_process.waitForFinished(StopTime)) Kill();
+    WaitForEnd();
+}
+
+bool DemoProcess::WaitForEnd() {
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(StopTime)) Kill();
+    return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }
 
 void DemoProcess::OnReadyRead() {

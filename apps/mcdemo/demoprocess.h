@@ -19,7 +19,10 @@ class DemoProcess final : public QObject {
     bool Start(const QStringList& arguments);
     void Say(const QString& line);
     void Kill();  ///< as kill -9 does
-    void Stop();  ///< asks it to end, and waits
+    /// Waits for it to end after the end of its input. False if it does not, or not well.
+    bool EndInput();
+    /// Asks it to end, and waits. Kills it where the system has no way to ask.
+    void Terminate();
 
     /// Waits for a line that begins with \a beginning, and takes it with all before it. Null if it does not
     /// come within \a milliseconds.
@@ -29,6 +32,7 @@ class DemoProcess final : public QObject {
 
   private:
     void OnReadyRead();
+    bool WaitForEnd();
 
     QString m_program;
     QProcess m_process;
