@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/modbus/modbusexport.h>
+
+/// Is told what becomes of a Modbus/TCP interface, on the thread that made the interface. The order of the
+/// operations is fixed.
+class MCS_MODBUS_EXPORT IModbusTcpInterfaceCallback {
+  public:
+    virtual ~IModbusTcpInterfaceCallback();
+
+    virtual void OnOpened() = 0;
+    /// \a code is an error of the operating system or a Modbus exception: ModbusErrorText() has its text.
+    virtual void OnError(unsigned code) = 0;
+    virtual void OnClosed() = 0;
+    virtual void OnCoils(unsigned bits);               ///< not used by input modules
+    virtual void OnHoldingRegisters(unsigned value);  ///< not used by input modules
+    /// A whole, matching answer came: bit i of \a bits is input i, and bits beyond those asked for are 0.
+    virtual void OnInputDiscretes(unsigned bits) = 0;
+    virtual void OnInputRegisters(unsigned value);  ///< not used by input modules
+};
