@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/widgets/refreshscheduler.h>
+
+#include <QtCore/QTimerEvent>
+
+RefreshScheduler::Client::~Client() {
+    Unlink();
+}
+
+void RefreshScheduler::Client::Unlink() {
+    if (m_next == nullptr) return;
+    m_previous->m_next = m_next;
+    m_next->m_previous = m_previous;
+    m_previous = m_next = nullptr;
+}
+
+RefreshScheduler::Head::Head() {
+    m_previous = m_next = this;
+}
+
+RefreshScheduler::Head::~Head() {
+    while (!IsEmpty())
+        First()->Unlink();
+    m_previous = m_next = nullptr;
+}
+
+bool RefreshScheduler::Head::IsEmpty() const {
+    return m_next == this;
+}
+
+RefreshScheduler::Client* RefreshScheduler::Head::First() const {
+    return m_next;
+}
+
+void RefreshScheduler::Head::Append(Client& client) {
+    client.m_previous = m_previous;
+    client.m_next = this;
+    m_previous->m_next = &client;
+    m_previous = &client;
+}
+
+void RefreshScheduler::Head::TakeAll(Head& other) {
+    while (!other.IsEmpty()) {
+        Client* const first = other.First();
+        first->Unlink();
+        Append(*first);
+    }
+}
+
+RefreshScheduler& RefreshScheduler::Instance() {
+    static RefreshScheduler scheduler;
+    return scheduler;
+}
+
+void RefreshScheduler::Request(Client& client) {
+    if (client.m_next != nullptr) return;
+    if (m_pause.isActive()) {
+        m_waiting.Append(client);
+        return;
+    }
+    m_pause.start(Interval, Qt::PreciseTimer, this);
+    client.Refresh();
+}
+
+void RefreshScheduler::Flush() {
+    // What is asked for meanwhile waits for the next time, so this ends.
+    Head now;
+    now.TakeAll(m_waiting);
+    while (!now.IsEmpty()) {
+        Client* const client = now.First();
+        client->Unlink();
+        client->Refresh();
+    }
+}
+
+void RefreshScheduler::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_pause.timerId()) return QObject::timerEvent(event);
+    if (m_waiting.IsEmpty())
+        m_pause.stop();
+    else
+        Flush();
+}

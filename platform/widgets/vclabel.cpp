@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/widgets/vclabel.h>
+
+#include <platform/values/value.h>
+#include <platform/widgets/valuetext.h>
+
+namespace {
+
+constexpr int MaxShownLength = 500;   // characters: more would not fit any screen
+constexpr int MaxMinimumWidth = 200;  // pixels: a long text must not hold a window open
+
+bool IsAnyValue(const values::ValueBase&) {
+    return true;
+}
+
+bool IsBoolean(const values::ValueBase& value) {
+    return dynamic_cast<const values::Value<bool>*>(&value) != nullptr;
+}
+
+}  // namespace
+
+VCLabel::VCLabel(QWidget* parent, const char* name, unsigned windowFlags)
+    : QLabel(parent, Qt::WindowFlags(static_cast<int>(windowFlags))),
+      m_binding(*this, *this, IsAnyValue, WidgetBinding::ReadOnly),
+      m_noValue(*this, IsBoolean),
+      m_alignment(alignment()),
+      m_alignmentNoValue(Qt::AlignCenter) {
+    if (name != nullptr) setObjectName(QString::fromUtf8(name));
+    setTextFormat(Qt::PlainText);
+    m_binding.RefreshNow();
+}
+
+VCLabel::~VCLabel() = default;
+
+void VCLabel::SetText_ValuePath(const QString& path, bool isDescribed) {
+    m_binding.SetDescribed(isDescribed);
+    m_binding.SetPath(path);
+}
+
+void VCLabel::SetNoValue_ValuePath(const QString& path) {
+    m_noValue.SetPath(path);
+    m_binding.RefreshNow();
+}
+
+void VCLabel::SetAlignmentNoValue(int alignment) {
+    m_alignmentNoValue = Qt::Alignment(alignment);
+    m_binding.RefreshNow();
+}
+
+QSize VCLabel::minimumSizeHint() const {
+    const QSize hint = QLabel::minimumSizeHint();
+    return QSize(qMin(hint.width(), MaxMinimumWidth), hint.height());
+}
+
+bool VCLabel::HasNoValue() const {
+    const auto* const flag = static_cast<const values::Value<bool>*>(m_noValue.GetValue());
+    return flag != nullptr && flag->GetValue();
+}
+
+void VCLabel::ShowValue(const values::ValueBase* value) {
+    const bool showsNoValue = value != nullptr && HasNoValue();
+    if (showsNoValue != m_showsNoValue) {
+        if (showsNoValue) m_alignment = alignment();
+        m_showsNoValue = showsNoValue;
+        if (!showsNoValue) setAlignment(m_alignment);
+    }
+    if (showsNoValue && alignment() != m_alignmentNoValue) setAlignment(m_alignmentNoValue);
+    QString shown;
+    if (showsNoValue)
+        shown = QStringLiteral("- - -");
+    else if (value != nullptr)
+        shown = valuetext::Shortened(valuetext::Content(*value), MaxShownLength);
+    if (shown != text()) setText(shown);
+}
+
+void VCLabel::OnBindingChanged(PathBinding&, TChangeCode) {
+    m_binding.RequestRefresh();
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/widgets/ivalueview.h>
+#include <platform/widgets/widgetbinding.h>
+#include <platform/widgets/widgetsexport.h>
+
+#include <QtWidgets/QLineEdit>
+
+/// How the text of a line edit is shown.
+enum LineEditType {
+    LineEditNormal = 0,
+    LineEditPassword = 1  ///< hidden while it is not edited
+};
+
+/// Shows and edits a text. Enter or leaving the field sends the edit, Escape restores; contents that come
+/// while the user types wait until then. GUI thread only.
+class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
+    Q_OBJECT
+
+  public:
+    /// \a name, the object name, may be null.
+    explicit VCLineEdit(QWidget* parent = nullptr, const char* name = nullptr,
+                        LineEditType type = LineEditNormal);
+    ~VCLineEdit() override;
+
+    /// Binds to the text at \a path; empty: to nothing.
+    void SetText_ValuePath(const QString& path);
+
+    const WidgetBinding& GetBinding() const { return m_binding; }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void ShowValue(const values::ValueBase* value) override;
+    void ShowAccess(bool mayEdit) override;
+    void Commit();
+    bool IsEditing() const;
+    void Restore();
+
+    WidgetBinding m_binding;
+};
