@@ -59,7 +59,9 @@ void ConnectDialog::Build() {
     auto* const form = new QFormLayout;
     form->addRow(tr("&Server:"), m_address);
     form->addRow(QString(), m_encrypted);
-    form->addRow(tr("Certificate &authority:"), caRow);
+    auto* const caCaption = new QLabel(tr("Certificate &authority:"), this);
+    caCaption->setBuddy(m_caFile);
+    form->addRow(caCaption, caRow);
     form->addRow(tr("&User:"), m_user);
     form->addRow(tr("&Token:"), m_token);
     m_caFile->setPlaceholderText(tr("those that the system trusts"));

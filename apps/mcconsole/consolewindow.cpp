@@ -41,7 +41,7 @@ QLabel* PlainLabel(QWidget* parent, const char* name) {
 ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options) {
     setObjectName(QStringLiteral("ConsoleWindow"));
     setWindowTitle(tr("Multi-channel console"));
-    resize(760, 640);
+    resize(800, 740);
     BuildPages();
     BuildStatusBar();
     BuildMenus();

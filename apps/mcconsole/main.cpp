@@ -64,7 +64,7 @@ int Run(const ConsoleOptions& options) {
     const bool isForPictures = !options.screenshotDirectory.isEmpty();
     if (!isForPictures) {
         new WindowPlacement(QStringLiteral("ConsoleWindow"), &window, nullptr);
-        FitToScreen(window);
+        screenfit::BringOntoScreen(window);
     }
     window.show();
     if (options.server)
@@ -77,22 +77,19 @@ int Run(const ConsoleOptions& options) {
     return code;
 }
 
+/// The command line is answered also where no window can be shown.
+ConsoleOptions ParseArguments(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return ConsoleOptions::Parse(QCoreApplication::arguments(), qEnvironmentVariable("MCS_TOKEN"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     terminal::Prepare();
-    // The command line is answered also where no window can be shown.
-    std::unique_ptr<QCoreApplication> application;
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    if (HasDisplay())
-        application = std::make_unique<QApplication>(argc, argv);
-    else
-        application = std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mcconsole"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
-    const ConsoleOptions options =
-        ConsoleOptions::Parse(QCoreApplication::arguments(), qEnvironmentVariable("MCS_TOKEN"));
+    const ConsoleOptions options = ParseArguments(argc, argv);
     switch (options.action) {
         case ConsoleOptions::EAction::Print:
             return Print(options.text);
@@ -103,5 +100,8 @@ int main(int argc, char** argv) {
     }
     if (!HasDisplay())
         return Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
     return Run(options);
 }

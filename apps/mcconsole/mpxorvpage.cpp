@@ -29,7 +29,10 @@ constexpr int Decimals = 6;  // 1 Hz
 }  // namespace
 
 MpxOrvPage::MpxOrvPage(QWidget* parent)
-    : QWidget(parent), m_state(new QLabel(this)), m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)) {
+    : QWidget(parent),
+      m_state(new QLabel(this)),
+      m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
+      m_answer(*this, [](const values::ValueBase&) { return true; }) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
@@ -80,7 +83,9 @@ QWidget* MpxOrvPage::BuildRequests() {
     auto* const tuning = new QHBoxLayout;
     tuning->addWidget(m_frequency, 1);
     tuning->addWidget(tune);
-    form->addRow(tr("&Frequency:"), tuning);
+    auto* const caption = new QLabel(tr("&Frequency:"), group);
+    caption->setBuddy(m_frequency);
+    form->addRow(caption, tuning);
 
     m_reportInterval = new VCComboBoxClassic(group, "ReportInterval");
     m_reportInterval->setAccessibleName(tr("Report interval"));
@@ -131,7 +136,13 @@ void MpxOrvPage::Bind(const QString& path) {
     m_builtInTest->Set_ValuePath(below("Request/BuiltInTest"));
     m_calibrate->Set_ValuePath(below("Request/Calibrate"));
     m_policies->Bind(below("Policy"));
-    m_answers->SetLogMessage_ValuePath(below("Request/Answer"));
+    m_answer.SetPath(below("Request/Answer"));
+}
+
+/// The display of answers takes only what is there: it is told when that comes, and when it goes.
+void MpxOrvPage::OnBindingChanged(PathBinding& binding, TChangeCode code) {
+    if (code != PathBinding::Rebound) return;
+    m_answers->SetLogMessage_ValuePath(binding.GetValue() != nullptr ? binding.GetPath() : QString());
 }
 
 void MpxOrvPage::ShowState(const QString& text) {

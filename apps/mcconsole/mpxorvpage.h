@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/widgets/pathbinding.h>
+
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
@@ -15,7 +17,7 @@ class VCPushButton;
 
 /// The console's own MpxORV: what it does, what it may do, tuning it and asking it for other things, and what
 /// the server answers.
-class MpxOrvPage : public QWidget {
+class MpxOrvPage : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
@@ -36,6 +38,7 @@ class MpxOrvPage : public QWidget {
     QWidget* BuildRequests();
     QWidget* BuildPolicies();
     QWidget* BuildAnswers();
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void Tune();
 
     QLabel* m_state;
@@ -51,4 +54,5 @@ class MpxOrvPage : public QWidget {
     VCComboBoxClassic* m_reportInterval = nullptr;
     PolicyPanel* m_policies = nullptr;
     MCSLogDisplay* m_answers = nullptr;
+    PathBinding m_answer;  ///< which comes some time after the MpxORV
 };

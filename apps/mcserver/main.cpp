@@ -15,9 +15,6 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
-#include <algorithm>
-#include <memory>
-
 namespace {
 
 constexpr int ExitFailure = 1;
@@ -68,7 +65,7 @@ int RunWithWindow(const ServerOptions& options) {
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
     if (options.screenshotDirectory.isEmpty()) {
         new WindowPlacement(QStringLiteral("ServerWindow"), &window, nullptr);
-        FitToScreen(window);
+        screenfit::BringOntoScreen(window);
     } else {
         TakePictures(window, options.screenshotDirectory, &error);
     }
@@ -79,29 +76,31 @@ int RunWithWindow(const ServerOptions& options) {
     return error.isEmpty() ? code : Complain(error, ExitFailure);
 }
 
-/// Without a display the server serves all the same.
-bool IsWindowWanted(int argc, char** argv) {
-    const auto isHeadless = [](const char* word) {
-        return qstrcmp(word, "--headless") == 0 || qstrcmp(word, "-headless") == 0;
-    };
-    return HasDisplay() && std::none_of(argv, argv + argc, isHeadless);
+ServerOptions ParseArguments(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return ServerOptions::Parse(QCoreApplication::arguments());
 }
 
-std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
-    if (!IsWindowWanted(argc, argv)) return std::make_unique<QCoreApplication>(argc, argv);
+int Run(const ServerOptions& options, int& argc, char** argv) {
+    if (options.isHeadless || !HasDisplay()) {
+        if (!options.screenshotDirectory.isEmpty())
+            return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
+        const QCoreApplication application(argc, argv);
+        return RunHeadless(options);
+    }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    return std::make_unique<QApplication>(argc, argv);
+    const QApplication application(argc, argv);
+    return RunWithWindow(options);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     terminal::Prepare();
-    const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mcserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCSERVER_VERSION));
-    const ServerOptions options = ServerOptions::Parse(QCoreApplication::arguments());
+    const ServerOptions options = ParseArguments(argc, argv);
     switch (options.action) {
         case ServerOptions::EAction::Print:
             return Print(options.text);
@@ -112,8 +111,5 @@ int main(int argc, char** argv) {
         case ServerOptions::EAction::Run:
             break;
     }
-    const bool hasWindow = qobject_cast<QApplication*>(application.get()) != nullptr;
-    if (!hasWindow && !options.screenshotDirectory.isEmpty())
-        return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
-    return hasWindow ? RunWithWindow(options) : RunHeadless(options);
+    return Run(options, argc, argv);
 }

@@ -29,7 +29,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_clients(new QLabel(this)) {
     setObjectName(QStringLiteral("ServerWindow"));
     setWindowTitle(tr("Multi-channel server: %1").arg(name));
-    resize(760, 640);
+    resize(800, 740);
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
     setCentralWidget(m_tabs);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/guimodule.h>
 
-#include <devicecontrol/multichannelserver/common/multichannelservercommondll.h>
+#include <devicecontrol/multichannelserver/common/moduleentry.h>
 
 #include <platform/app/idllinstance.h>
 #include <platform/app/translationcenter.h>

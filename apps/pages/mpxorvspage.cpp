@@ -22,7 +22,7 @@ namespace {
 
 constexpr int MaxTitleLength = 60;
 constexpr int NameWidth = 220;
-constexpr int ColumnWidth = 150;
+constexpr int ColumnWidth = 160;
 
 QString Below(const QString& path, QLatin1String key) {
     return path.isEmpty() ? QString() : path + QLatin1Char('/') + key;
@@ -37,6 +37,7 @@ MpxOrvsPage::MpxOrvsPage(QWidget* parent)
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setTabKeyNavigation(false);  // Tab leads on to the policies
+    m_view->horizontalHeader()->setHighlightSections(false);
     m_view->horizontalHeader()->setStretchLastSection(true);
     m_view->setColumnWidth(0, NameWidth);
     m_view->setColumnWidth(1, ColumnWidth);

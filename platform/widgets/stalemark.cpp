@@ -21,14 +21,17 @@ void Describe(QWidget& widget, const QString& description) {
 }  // namespace
 
 void stalemark::Set(QWidget& widget) {
-    if (FindVeil(widget) != nullptr) return;
-    new StaleVeil(widget);  // which the widget owns
+    StaleVeil* const veil = FindVeil(widget);
+    if (veil == nullptr)
+        new StaleVeil(widget);  // which the widget owns
+    else
+        veil->show();
     Describe(widget, WidgetBinding::tr("Not connected"));
 }
 
 void stalemark::Clear(QWidget& widget) {
     StaleVeil* const veil = FindVeil(widget);
     if (veil == nullptr) return;
-    delete veil;
+    veil->hide();  // and stays: a window that goes away takes no new children
     Describe(widget, QString());
 }

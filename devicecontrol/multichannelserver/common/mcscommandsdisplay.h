@@ -31,7 +31,7 @@ class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {
   protected:
     virtual void Build();
 
-  public slots:
+  public Q_SLOTS:
     void on_m_pShallBeConnectedDisp_stateChanged(int state);
     void enableConnectionCheckbox();
 
