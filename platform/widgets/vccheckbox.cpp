@@ -34,12 +34,16 @@ void VCCheckBox::nextCheckState() {
     if (!m_binding.MayEdit()) return m_binding.Refuse(tr("This cannot be changed now."));
     m_binding.ForgetRefusal();
     const bool isChecked = !this->isChecked();
+    m_isSwitching = true;  // or the value would be shown at once, and without a signal
     m_binding.GetValueAs<values::Value<bool>>()->SetValue(isChecked);
+    m_isSwitching = false;
     setChecked(isChecked);
+    checkStateSet();  // tells of the new state, which setting it does not do in the middle of a click
     m_binding.RequestRefresh();  // in case that it did not become so
 }
 
 void VCCheckBox::ShowValue(const values::ValueBase* value) {
+    if (m_isSwitching) return;
     const QSignalBlocker blocker(this);
     const auto* const flag = static_cast<const values::Value<bool>*>(value);
     setChecked(flag != nullptr && flag->GetValue());

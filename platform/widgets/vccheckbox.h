@@ -31,4 +31,5 @@ class MCS_WIDGETS_EXPORT VCCheckBox : public QCheckBox, private IValueView {
     void ShowAccess(bool) override {}
 
     WidgetBinding m_binding;
+    bool m_isSwitching = false;
 };
