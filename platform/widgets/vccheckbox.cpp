@@ -38,6 +38,7 @@ void VCCheckBox::nextCheckState() {
     const bool isWanted = !isChecked();
     const QPointer<VCCheckBox> self(this);
     setChecked(isWanted);
+    checkStateSet();  // tells of the new state, which setting it does not do in the middle of a click
     if (self == nullptr || !m_binding.MayEdit()) return;  // whoever heard the signals saw to that
     m_binding.GetValueAs<values::Value<bool>>()->SetValue(isWanted);
     if (self != nullptr) m_binding.RequestRefresh();  // in case that it did not become so

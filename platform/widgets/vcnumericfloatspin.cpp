@@ -143,8 +143,7 @@ void VCNumericFloatSpin::ShowValue(const values::ValueBase* value) {
     const QSignalBlocker blocker(this);
     m_isBlank = value == nullptr;
     if (value == nullptr) {
-        lineEdit()->setModified(false);
-        lineEdit()->clear();
+        lineEdit()->setText(QString());  // clear() would count as an edit
         return;
     }
     using IntLimits = std::numeric_limits<int>;
