@@ -33,6 +33,8 @@ class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
     /// The first of them, from which TreeItem::GetNextSibling() leads on; null without children. For walks
     /// that would rather not copy a long list.
     TreeItem* GetFirstChild() const;
+    /// The last of them, from which TreeItem::GetPreviousSibling() leads back; null without children.
+    TreeItem* GetLastChild() const;
     int CountChildren() const { return m_children.Count(); }
     TreeItem* FindChild(const QString& name) const;
 
