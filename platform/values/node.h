@@ -15,7 +15,8 @@ class ValueBase;
 /// A named branch of the tree. Owns its children. Main thread.
 ///
 /// Tells its observers: ChildrenAdded and ChildrenRemoved of its own children, StructureChanged of anything
-/// that came or went at or below it, GoingAway before it is destroyed, while its children are still there.
+/// that came or went at or below it, ChildRenamed when a child of it has another name, GoingAway before it is
+/// destroyed, while its children are still there.
 /// A subtree that is built detached and then added comes as one change.
 class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
   public:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
+#include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
 
 int main(int argc, char** argv) {
@@ -9,6 +10,7 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("mcstest"));
+    QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStringLiteral("fusion"));
     return RUN_ALL_TESTS();
 }

@@ -29,11 +29,11 @@ class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {
     /// A limit below 1 changes nothing.
     virtual void SetMaxMessages(int max);
 
-  signals:
+  Q_SIGNALS:
     /// The display was shown or hidden.
     void SignalVisible(bool bVisible);
 
-  public slots:
+  public Q_SLOTS:
     virtual void SlotClear();
     /// Asks for a file and saves the messages there.
     virtual void SlotSaveLog();

@@ -56,6 +56,10 @@ void MCSMpxORVStatusListModel::removeAllMpxORVs_ValuePaths() {
     m_implementation->RemoveAll();
 }
 
+QString MCSMpxORVStatusListModel::getMpxORV_ValuePath(int row) const {
+    return m_implementation->GetPath(row);
+}
+
 int MCSMpxORVStatusListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : m_implementation->CountRows();  // no cell holds rows
 }

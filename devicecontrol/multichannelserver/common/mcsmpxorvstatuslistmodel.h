@@ -25,6 +25,9 @@ class MCS_COMMON_EXPORT MCSMpxORVStatusListModel : public QAbstractTableModel {
     virtual bool addMpxORVs_ValuePath(const QString& path);
     virtual void removeAllMpxORVs_ValuePaths();
 
+    /// The path of the MpxORV in \a row; empty for a row that is not there.
+    QString getMpxORV_ValuePath(int row) const;
+
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;

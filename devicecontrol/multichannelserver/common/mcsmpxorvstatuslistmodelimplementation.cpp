@@ -51,6 +51,10 @@ std::shared_ptr<MCSMpxORVStatus> MCSMpxORVStatusListModel::Implementation::GetSt
     return row >= 0 && row < CountRows() ? RowAt(row).status : nullptr;
 }
 
+QString MCSMpxORVStatusListModel::Implementation::GetPath(int row) const {
+    return row >= 0 && row < CountRows() ? RowAt(row).node->GetPathName() : QString();
+}
+
 const MCSMpxORVStatusIcons& MCSMpxORVStatusListModel::Implementation::GetIcons() {
     if (m_icons == nullptr) m_icons = std::make_unique<MCSMpxORVStatusIcons>();
     return *m_icons;

@@ -38,6 +38,8 @@ class MCSMpxORVStatusListModel::Implementation final : public IObserver {
     int CountRows() const { return static_cast<int>(m_rows.size()); }
     /// Null where no row is, or where something else has the place of its status.
     std::shared_ptr<MCSMpxORVStatus> GetStatus(int row) const;
+    /// Of the row's node; empty where no row is.
+    QString GetPath(int row) const;
     const MCSMpxORVStatusIcons& GetIcons();
 
     void Update(Observable* source, TChangeCode code) override;
