@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
+#include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
 
 int main(int argc, char** argv) {
@@ -10,5 +11,6 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("mcstest"));
     QApplication::setStyle(QStringLiteral("fusion"));
+    QLocale::setDefault(QLocale::c());
     return RUN_ALL_TESTS();
 }
