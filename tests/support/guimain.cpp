@@ -20,5 +20,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("mcstest"));
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStringLiteral("fusion"));
+    QLocale::setDefault(QLocale::c());
     return RUN_ALL_TESTS();
 }
