@@ -65,7 +65,9 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
 }
 
 int ServerProcess::Run(const QStringList& arguments) {
-    m_process.start(QStringLiteral(MCSERVER), arguments);
+    QStringList all = arguments;
+    if (!m_hasWindow) all << QStringLiteral("--headless");
+    m_process.start(QStringLiteral(MCSERVER), all);
     return WaitForEnd();
 }
 
