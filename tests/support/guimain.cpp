@@ -20,6 +20,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("mcstest"));
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStringLiteral("fusion"));
-    QLocale::setDefault(QLocale::c());
     return RUN_ALL_TESTS();
 }
