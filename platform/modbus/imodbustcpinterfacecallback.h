@@ -13,7 +13,7 @@ class MCS_MODBUS_EXPORT IModbusTcpInterfaceCallback {
     /// \a code is an error of the operating system or a Modbus exception: ModbusErrorText() has its text.
     virtual void OnError(unsigned code) = 0;
     virtual void OnClosed() = 0;
-    virtual void OnCoils(unsigned bits);               ///< not used by input modules
+    virtual void OnCoils(unsigned bits);              ///< not used by input modules
     virtual void OnHoldingRegisters(unsigned value);  ///< not used by input modules
     /// A whole, matching answer came: bit i of \a bits is input i, and bits beyond those asked for are 0.
     virtual void OnInputDiscretes(unsigned bits) = 0;

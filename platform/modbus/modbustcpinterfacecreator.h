@@ -14,10 +14,11 @@ class MCS_MODBUS_EXPORT ModbusTcpInterfaceCreator {
   public:
     ModbusTcpInterfaceCreator() = delete;
 
-    /// \a address is "TCP:<ip>:<port>", zero-terminated. Opens nothing yet: the first request does. \a callback
-    /// outlives the interface. From any thread; the interface belongs to the caller, and to its thread.
-    /// \return null for an address that cannot be right; \a callback is then told of an error first.
-    static IModbusTcpInterface* CreateInterface(const wchar_t* address, IModbusTcpInterfaceCallback* callback);
+    /// \a address is "TCP:<ip>:<port>", zero-terminated. Opens nothing yet: the first request does. \a
+    /// callback outlives the interface. From any thread; the interface belongs to the caller, and to its
+    /// thread. \return null for an address that cannot be right; \a callback is then told of an error first.
+    static IModbusTcpInterface* CreateInterface(const wchar_t* address,
+                                                IModbusTcpInterfaceCallback* callback);
 
     /// Reads "FunctionCode" (1 or 2; 2), "StartAddress" (0 to 65535; 0), "UnitId" (0 to 255; 1) and
     /// "ResponseTimeout" (10 to 60000 ms; 500) from the section "Modbus" of the application's configuration,
