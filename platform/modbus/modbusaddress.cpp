@@ -5,6 +5,8 @@
 
 #include <QtCore/QStringList>
 
+using nativesocket::EError;
+
 namespace {
 
 constexpr int MaxLength = 64;  // the longest address has 25; IPv6 is still told from nonsense
@@ -46,27 +48,25 @@ bool ParseIp(const QString& text, quint32* ip) {
 }  // namespace
 
 unsigned ModbusAddress::Parse(const wchar_t* text, QString* reason) {
-    const auto fail = [reason](nativesocket::EError error, const char* why) {
-        *reason = QString::fromUtf8(why);
+    const QString whole = BoundedText(text);
+    const auto fail = [&](EError error, const char* why) {
+        *reason =
+            QStringLiteral("'%1' is no address of a Modbus module: %2").arg(whole, QString::fromUtf8(why));
         return nativesocket::CodeOf(error);
     };
-    const QString whole = BoundedText(text);
     const QString prefix = QStringLiteral("TCP:");
-    if (whole.size() > MaxLength) return fail(nativesocket::EError::InvalidArgument, "it is too long");
-    if (!whole.startsWith(prefix))
-        return fail(nativesocket::EError::InvalidArgument, "it does not begin with TCP:");
+    if (whole.size() > MaxLength) return fail(EError::InvalidArgument, "it is too long");
+    if (!whole.startsWith(prefix)) return fail(EError::InvalidArgument, "it does not begin with TCP:");
     const int colon = whole.lastIndexOf(QLatin1Char(':'));
+    if (colon < prefix.size()) return fail(EError::InvalidArgument, "it has no port");
     const QString host = whole.mid(prefix.size(), colon - prefix.size());
-    if (colon < prefix.size()) return fail(nativesocket::EError::InvalidArgument, "it has no port");
-    if (host.isEmpty()) return fail(nativesocket::EError::NoAddress, "it has no IP address");
-    if (host.contains(QLatin1Char(':')))
-        return fail(nativesocket::EError::NoSuchFamily, "IPv6 is not supported");
+    if (host.isEmpty()) return fail(EError::NoAddress, "it has no IP address");
+    if (host.contains(QLatin1Char(':'))) return fail(EError::NoSuchFamily, "modules have no IPv6 addresses");
     quint32 parsedIp = 0;
-    if (!ParseIp(host, &parsedIp))
-        return fail(nativesocket::EError::InvalidArgument, "give the IPv4 address of a module");
+    if (!ParseIp(host, &parsedIp)) return fail(EError::InvalidArgument, "give the IPv4 address of a module");
     unsigned parsedPort = 0;
     if (!ParseNumber(whole.mid(colon + 1), 65535, &parsedPort) || parsedPort == 0)
-        return fail(nativesocket::EError::InvalidArgument, "a port is a number from 1 to 65535");
+        return fail(EError::InvalidArgument, "a port is a number from 1 to 65535");
     ip = parsedIp;
     port = static_cast<quint16>(parsedPort);
     return 0;

@@ -41,7 +41,7 @@ IModbusTcpInterface* ModbusTcpInterfaceCreator::CreateInterface(const wchar_t* a
     QString reason;
     const unsigned error = parsed.Parse(address, &reason);
     if (error != 0) {
-        Trace(QStringLiteral("The address of a Modbus module cannot be used: %1").arg(reason), __LINE__);
+        Trace(reason, __LINE__);
         callback->OnError(error);
         return nullptr;
     }

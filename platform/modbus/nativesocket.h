@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QtCore/qglobal.h>
+#include <platform/modbus/modbusexport.h>
+
 #include <QtCore/QDeadlineTimer>
 
 #include <atomic>
@@ -15,7 +17,7 @@ constexpr Handle NoHandle = -1;
 
 /// The errors that are told without the operating system having had one.
 enum class EError { InvalidArgument, NoAddress, NoSuchFamily, TimedOut, ConnectionReset, Interrupted };
-unsigned CodeOf(EError error);
+MCS_MODBUS_EXPORT unsigned CodeOf(EError error);
 
 /// A TCP socket (IPv4) that never blocks and sends at once; NoHandle with the reason in \a error.
 Handle Open(unsigned* error);
