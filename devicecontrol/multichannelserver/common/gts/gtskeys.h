@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+/// The key names of the ground transmitter suppression, in the tree and in the configuration.
+namespace gtskeys {
+
+// clang-format off
+// The tree: the node of the suppression, and the values of each module's node below it.
+inline constexpr QLatin1String Server               = mcskeys::detail::Key("/ORVServer/");
+inline constexpr QLatin1String Gts                  = mcskeys::detail::Key("GTS");  // a section of the configuration too
+inline constexpr QLatin1String InputDiscretes       = mcskeys::detail::Key("InputDiscretes");
+inline constexpr QLatin1String Index                = mcskeys::detail::Key("Index");  // of a module's section too
+inline constexpr QLatin1String FrequencyAssignments = mcskeys::detail::Key("FrequencyAssignments");
+// clang-format on
+
+/// The path of the node below which the data modules publish themselves.
+inline QString NodePath() {
+    return Server + Gts;
+}
+
+}  // namespace gtskeys
