@@ -5,7 +5,9 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 
 # Headers that only the sources of a library include.
 set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observedvalues.h serverclientdetail.h
-  statusnode.h
+  formrow.h statusnode.h
+  logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
+  multichannelservercommondll.h observabledeleter.h
   bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h

@@ -3,6 +3,10 @@
 
 #include "narrator.h"
 
+#include <apps/common/display.h>
+
+#include <QtCore/QDir>
+
 #include <cstdio>
 #include <utility>
 
@@ -22,9 +26,12 @@ const QString& Bravo() {
 
 }  // namespace
 
-Demo::Demo(std::function<bool()> isStopped)
-    : m_isStopped(std::move(isStopped)),
+Demo::Demo(const QString& pictures, std::function<bool()> isStopped)
+    : m_pictures(QDir(pictures).absolutePath()),
+      m_isStopped(std::move(isStopped)),
+      m_hasWindows(HasDisplay()),
       m_server(QStringLiteral("mcserver")),
+      m_console(QStringLiteral("mcconsole")),
       m_alpha(QStringLiteral("mcdemo")),
       m_bravo(QStringLiteral("mcdemo")) {}
 
@@ -36,8 +43,9 @@ bool Demo::Fail(const QString& what) {
 bool Demo::Run() {
     using Step = bool (Demo::*)();
     bool isGood = m_directory.isValid();
-    for (const Step step : {&Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus, &Demo::BecomeMaster,
-                            &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::KillAndRestart})
+    for (const Step step :
+         {&Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus, &Demo::BecomeMaster,
+          &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::KillAndRestart, &Demo::ShowWindows})
         isGood = isGood && !m_isStopped() && (this->*step)();
     return End() && isGood;
 }
@@ -47,14 +55,25 @@ bool Demo::StartServer() {
     if (isFirst) narrator::Chapter(QStringLiteral("A server starts, with a simulated direction finder"));
     const QString listen = QStringLiteral("127.0.0.1:%1").arg(m_port);
     const QString config = m_directory.filePath(QStringLiteral("server.ini"));
-    if (!m_server.Start({QStringLiteral("--headless"), QStringLiteral("--listen"), listen,
-                         QStringLiteral("--config"), config}))
-        return Fail(QStringLiteral("mcserver does not start"));
+    QStringList arguments{QStringLiteral("--listen"), listen, QStringLiteral("--config"), config};
+    if (!m_hasWindows) arguments << QStringLiteral("--headless");
+    if (!m_server.Start(arguments)) return Fail(QStringLiteral("mcserver does not start"));
     const QString line = m_server.WaitForLine(QStringLiteral("listening on "), Patience);
     if (line.isNull()) return Fail(QStringLiteral("mcserver does not listen"));
     m_port = line.mid(line.lastIndexOf(QLatin1Char(':')) + 1).toInt();
     narrator::Hear(QStringLiteral("server"), line);
-    return true;
+    return !isFirst || !m_hasWindows || StartConsole();
+}
+
+QStringList Demo::ConsoleArguments(const QStringList& more) const {
+    return QStringList{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(m_port),
+                       QStringLiteral("--config"), m_directory.filePath(QStringLiteral("console.ini"))} +
+           more;
+}
+
+bool Demo::StartConsole() {
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole"));
+    return m_console.Start(ConsoleArguments({})) || Fail(QStringLiteral("mcconsole does not start"));
 }
 
 QString Demo::Operator(const QStringList& arguments) const {
@@ -144,7 +163,36 @@ bool Demo::KillAndRestart() {
     return StartServer() && HearConnected(m_alpha, Alpha(), &name) && HearConnected(m_bravo, Bravo(), &name);
 }
 
+bool Demo::ShowWindows() {
+    return m_hasWindows ? LeaveWindows() : TakePictures();
+}
+
+bool Demo::LeaveWindows() {
+    narrator::Chapter(QStringLiteral("The windows are yours: close the operator's, or press Ctrl+C, to end"));
+    while (!m_isStopped() && m_console.IsRunning())
+        WaitUntil([this] { return m_isStopped() || !m_console.IsRunning(); }, Patience);
+    return true;
+}
+
+bool Demo::TakePictures() {
+    narrator::Chapter(QStringLiteral("What the operator's windows show"));
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole --screenshot ") + m_pictures);
+    // Drawn in memory: there is no display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QString said =
+        DemoProcess::Output(QStringLiteral("mcconsole"),
+                            ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}), Patience);
+    qunsetenv("QT_QPA_PLATFORM");
+    if (!said.isEmpty()) narrator::Quote(said);
+    const QStringList pictures =
+        QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files, QDir::Name);
+    for (const QString& picture : pictures)
+        narrator::Hear(QStringLiteral("console"), QDir(m_pictures).filePath(picture));
+    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing"));
+}
+
 bool Demo::End() {
+    m_console.Terminate();
     bool isGood = m_alpha.EndInput() || Fail(QStringLiteral("alpha does not end well"));
     isGood = (m_bravo.EndInput() || Fail(QStringLiteral("bravo does not end well"))) && isGood;
     m_server.Terminate();

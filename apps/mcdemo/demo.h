@@ -9,10 +9,12 @@
 #include <functional>
 
 /// The demonstration: a server, two clients and an operator, in processes of their own, over real sockets.
+/// With windows for the server and the operator that stay open; without a display, with pictures of them.
 class Demo {
   public:
-    /// \a isStopped: whether somebody wants it to end early.
-    explicit Demo(std::function<bool()> isStopped);
+    /// \a pictures: the directory for pictures of the windows. \a isStopped: whether somebody wants it to end
+    /// early.
+    Demo(const QString& pictures, std::function<bool()> isStopped);
 
     /// Tells the story. True if everything in it came about.
     bool Run();
@@ -26,17 +28,25 @@ class Demo {
     bool RefuseAndAllow();
     bool RefuseForTheMaster();
     bool KillAndRestart();
+    bool ShowWindows();
+    bool LeaveWindows();
+    bool TakePictures();
+    bool StartConsole();
     bool End();
 
     QString Operator(const QStringList& arguments) const;
     /// \a client asks for \a line; its answer must begin with \a beginning.
     bool Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning);
+    QStringList ConsoleArguments(const QStringList& more) const;
     bool HearConnected(DemoProcess& client, const QString& who, QString* name);
 
+    QString m_pictures;
     std::function<bool()> m_isStopped;
+    bool m_hasWindows;
     QTemporaryDir m_directory;
     int m_port = 0;
     DemoProcess m_server;
+    DemoProcess m_console;
     DemoProcess m_alpha;
     DemoProcess m_bravo;
     QString m_bravoName;

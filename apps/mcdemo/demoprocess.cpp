@@ -60,6 +60,7 @@ bool DemoProcess::EndInput() {
 }
 
 void DemoProcess::Terminate() {
+    if (!IsRunning()) return;
     m_process.terminate();
     WaitForEnd();
 }

@@ -17,11 +17,12 @@ class DemoProcess final : public QObject {
     ~DemoProcess() override;
 
     bool Start(const QStringList& arguments);
+    bool IsRunning() const { return m_process.state() != QProcess::NotRunning; }
     void Say(const QString& line);
     void Kill();  ///< as kill -9 does
     /// Waits for it to end after the end of its input. False if it does not, or not well.
     bool EndInput();
-    /// Asks it to end, and waits. Kills it where the system has no way to ask.
+    /// Asks it to end, if it runs, and waits. Kills it where the system has no way to ask.
     void Terminate();
 
     /// Waits for a line that begins with \a beginning, and takes it with all before it. Null if it does not

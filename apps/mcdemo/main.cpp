@@ -37,8 +37,10 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("mcdemo"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Shows a server, two clients and an operator at work, in a terminal, within a minute."));
+    parser.setApplicationDescription(
+        QStringLiteral("Shows a server, two clients and an operator at work, within a minute: in a terminal "
+                       "and, where there is a "
+                       "display, in windows."));
     parser.addHelpOption();
     parser.addVersionOption();
     QCommandLineOption client(QStringLiteral("client"), QStringLiteral("Be one of the clients."),
@@ -47,7 +49,13 @@ int main(int argc, char** argv) {
                             QStringLiteral("port"));
     client.setFlags(QCommandLineOption::HiddenFromHelp);
     port.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({client, port});
+    const QCommandLineOption pictures(
+        QStringLiteral("pictures"),
+        QStringLiteral(
+            "Where pictures of the windows are saved if there is no display; mcdemo-pictures unless "
+            "given."),
+        QStringLiteral("directory"), QStringLiteral("mcdemo-pictures"));
+    parser.addOptions({client, port, pictures});
     parser.process(application);
 
     const ShutdownSignals signals;
@@ -57,6 +65,6 @@ int main(int argc, char** argv) {
         QCoreApplication::quit();
     });
     if (parser.isSet(client)) return RunClient(parser.value(client), parser.value(port).toInt());
-    Demo demo([&isStopped] { return isStopped; });
+    Demo demo(parser.value(pictures), [&isStopped] { return isStopped; });
     return demo.Run() ? 0 : 1;
 }

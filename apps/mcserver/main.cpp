@@ -1,10 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/display.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
 #include <apps/mcserver/serveroptions.h>
 #include <apps/mcserver/serverprogram.h>
+#include <apps/mcserver/serverwindow.h>
+#include <apps/pages/guimodule.h>
+#include <apps/pages/pictures.h>
 
-#include <QtCore/QCoreApplication>
+#include <devicecontrol/multichannelserver/common/windowplacement.h>
+
+#include <platform/widgets/screenfit.h>
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QApplication>
 
 namespace {
 
@@ -23,7 +32,8 @@ int Print(const QString& text) {
     return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
 }
 
-int Run(const ServerOptions& options) {
+/// Runs until the server is told to end.
+int RunHeadless(const ServerOptions& options) {
     const ShutdownSignals shutdown;
     ServerProgram program(options);
     QString error;
@@ -35,14 +45,62 @@ int Run(const ServerOptions& options) {
     return code;
 }
 
+/// Takes pictures of \a window once the simulated device has booted, and closes it.
+void TakePictures(ServerWindow& window, const QString& directory, QString* error) {
+    constexpr int bootTime = 2 * SimulatedOrv::BootTime;
+    QTimer::singleShot(bootTime, &window, [&window, directory, error] {
+        *error = pictures::SavePages(window, *window.GetTabs(), directory, QStringLiteral("server-"));
+        window.CloseNow();
+    });
+}
+
+/// Runs until the window is closed, or the server told to end.
+int RunWithWindow(const ServerOptions& options) {
+    const ShutdownSignals shutdown;
+    const GuiModule module{QString()};
+    ServerProgram program(options);
+    QString error;
+    if (!program.Start(&error)) return Complain(error, ExitFailure);
+    ServerWindow window(options.name, program.GetListener());
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
+    if (options.screenshotDirectory.isEmpty()) {
+        new WindowPlacement(QStringLiteral("ServerWindow"), &window, nullptr);
+        screenfit::BringOntoScreen(window);
+    } else {
+        TakePictures(window, options.screenshotDirectory, &error);
+    }
+    window.show();
+    const int code = QCoreApplication::exec();
+    module.CommitData();
+    program.Stop();
+    return error.isEmpty() ? code : Complain(error, ExitFailure);
+}
+
+ServerOptions ParseArguments(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return ServerOptions::Parse(QCoreApplication::arguments());
+}
+
+int Run(const ServerOptions& options, int& argc, char** argv) {
+    if (options.isHeadless || !HasDisplay()) {
+        if (!options.screenshotDirectory.isEmpty())
+            return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
+        const QCoreApplication application(argc, argv);
+        return RunHeadless(options);
+    }
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    return RunWithWindow(options);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     terminal::Prepare();
-    const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mcserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCSERVER_VERSION));
-    const ServerOptions options = ServerOptions::Parse(QCoreApplication::arguments());
+    const ServerOptions options = ParseArguments(argc, argv);
     switch (options.action) {
         case ServerOptions::EAction::Print:
             return Print(options.text);
@@ -53,5 +111,5 @@ int main(int argc, char** argv) {
         case ServerOptions::EAction::Run:
             break;
     }
-    return Run(options);
+    return Run(options, argc, argv);
 }

@@ -34,6 +34,7 @@ constexpr Option Options[] = {
     {"script", "What the simulated device does by itself.", "FILE"},
     {"name", "What the server calls itself; also names its configuration. mcserver unless given.", "NAME"},
     {"headless", "Show no window.", nullptr},
+    {"screenshot", "Save a picture of every page of the window below DIRECTORY, and end.", "DIRECTORY"},
     {"make-token", "Print a fresh token for USER in ROLE, and its line for the access file.", nullptr},
 };
 
@@ -83,11 +84,15 @@ void TakeOptions(ServerOptions& options, const QCommandLineParser& parser) {
                   {"access", &options.accessFile},
                   {"config", &options.configFile},
                   {"script", &options.scriptFile},
-                  {"name", &options.name}};
+                  {"name", &options.name},
+                  {"screenshot", &options.screenshotDirectory}};
     for (const auto& value : values)
         if (!take(value.name, value.value))
             return Complain(options, QStringLiteral("--%1 needs a value").arg(Text(value.name)));
     options.isInsecure = parser.isSet(Text("insecure"));
+    options.isHeadless = parser.isSet(Text("headless"));
+    if (options.isHeadless && !options.screenshotDirectory.isEmpty())
+        return Complain(options, Text("--screenshot needs the window"));
     QString error;
     if (parser.isSet(Text("listen")) && !options.listen.Parse(parser.value(Text("listen")), &error))
         return Complain(options, error);

@@ -25,6 +25,8 @@ struct ServerOptions {
     QString privateKeyFile;
     QString caFile;
     bool isInsecure = false;
+    bool isHeadless = false;
+    QString screenshotDirectory;
     QString accessFile;
     QString configFile;
     QString scriptFile;

@@ -25,6 +25,7 @@ class ServerProgram {
     void Stop();
 
     McsServer& GetServer() { return m_server; }
+    const VtServer& GetListener() const { return m_listener; }
     int GetPort() const { return m_listener.GetPort(); }
 
     /// A fresh token for a user, and the line that admits it, for people to read.

@@ -31,38 +31,8 @@ bool ReadNumber(const QString& text, int lowest, int highest, int* number) {
     return isNumber && *number >= lowest && *number <= highest;
 }
 
-QString SetPort(Arguments& arguments, const QString& text) {
-    if (ReadNumber(text, 1, 65535, &arguments.port)) return QString();
-    return QStringLiteral("\"%1\" is no port from 1 to 65535").arg(text);
-}
-
-/// Takes "mcs://" or "mcss://" off the front of \a server.
-QString WithoutScheme(const QString& server, bool* isEncrypted) {
-    if (server.startsWith(QLatin1String("mcs://"))) return server.mid(6);
-    if (!server.startsWith(QLatin1String("mcss://"))) return server;
-    *isEncrypted = true;
-    return server.mid(7);
-}
-
-/// HOST, HOST:PORT, [IPV6]:PORT, [IPV6] or an IPv6 address alone.
 QString Connect(Arguments& arguments, const QString& value) {
-    const QString server = WithoutScheme(value, &arguments.isEncrypted);
-    QString host = server;
-    QString rest;
-    if (server.startsWith(QLatin1Char('['))) {
-        const int end = server.indexOf(QLatin1Char(']'));
-        if (end < 0) return QStringLiteral("\"%1\" lacks a ]").arg(value);
-        host = server.mid(1, end - 1);
-        rest = server.mid(end + 1);
-        if (!rest.isEmpty() && !rest.startsWith(QLatin1Char(':')))
-            return QStringLiteral("\"%1\" is no HOST:PORT").arg(value);
-    } else if (server.count(QLatin1Char(':')) == 1) {
-        host = server.section(QLatin1Char(':'), 0, 0);
-        rest = server.mid(host.size());
-    }
-    if (host.isEmpty()) return QStringLiteral("\"%1\" names no host").arg(value);
-    arguments.host = host;
-    return rest.isEmpty() ? QString() : SetPort(arguments, rest.mid(1));
+    return arguments.server.Parse(value);
 }
 
 QString SetTimeout(Arguments& arguments, const QString& text) {
@@ -85,8 +55,13 @@ QString SetText(Arguments& arguments, const QString& value) {
 /// The same for what only TLS makes use of.
 template <QString VtClientOptions::*member>
 QString SetFile(Arguments& arguments, const QString& value) {
-    arguments.isEncrypted = true;
+    arguments.server.isEncrypted = true;
     return SetText<member>(arguments, value);
+}
+
+QString Encrypt(Arguments& arguments, const QString&) {
+    arguments.server.isEncrypted = true;
+    return QString();
 }
 
 template <bool Arguments::*member>
@@ -104,7 +79,7 @@ QString Command(Arguments& arguments, const QString&) {
 // clang-format off
 constexpr std::array<Option, 16> Options = {{
     {"--connect", true,  Connect},
-    {"--tls",     false, Switch<&Arguments::isEncrypted>},
+    {"--tls",     false, Encrypt},
     {"--ca",      true,  SetFile<&VtClientOptions::caFile>},
     {"--cert",    true,  SetFile<&VtClientOptions::certificateFile>},
     {"--key",     true,  SetFile<&VtClientOptions::privateKeyFile>},
@@ -213,10 +188,6 @@ Outcome Check(const Arguments& arguments) {
 }
 
 }  // namespace
-
-QString Arguments::Address() const {
-    return (isEncrypted ? QStringLiteral("mcss://") : QStringLiteral("mcs://")) + host;
-}
 
 Outcome ParseArguments(const QStringList& words, const QString& environmentToken, Arguments* arguments) {
     *arguments = Arguments();

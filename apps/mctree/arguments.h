@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/serveraddress.h>
 #include <apps/mctree/outcome.h>
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -20,13 +21,8 @@ struct Arguments {
     bool isJson = false;
     int count = 0;       ///< changes to watch; 0: endless
     int timeout = 5000;  ///< ms to wait for the server
-    QString host = QStringLiteral("127.0.0.1");
-    int port = 7450;
-    bool isEncrypted = false;
+    ServerAddress server = {QStringLiteral("127.0.0.1")};
     VtClientOptions client;
-
-    /// What VtClientCenter takes for the server's address.
-    QString Address() const;
 };
 
 /// Reads the command line: \a words are those after the program's name, \a environmentToken is the token

@@ -30,9 +30,11 @@ Outcome RunCommand(const Arguments& arguments, Printer& printer) {
     const values::Tree tree;
     VtClientCenter& center = VtClientCenter::Instance();
     center.SetOptions(arguments.client);
-    IVtClient* const client = center.CreateVtClient(arguments.Address().toUtf8().constData(), arguments.port);
+    IVtClient* const client =
+        center.CreateVtClient(arguments.server.ToVtAddress().toUtf8().constData(), arguments.server.port);
     if (client == nullptr)
-        return {EExitCode::Usage, QStringLiteral("\"%1\" cannot be a server's address").arg(arguments.host)};
+        return {EExitCode::Usage,
+                QStringLiteral("\"%1\" cannot be a server's address").arg(arguments.server.host)};
     Outcome outcome = RunWith(*client, arguments, printer);
     center.DestroyVtClient(client);
     return outcome;

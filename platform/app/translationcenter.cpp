@@ -30,7 +30,9 @@ void TranslationCenter::Unregister(const QString& name) {
 
 std::unique_ptr<QTranslator> TranslationCenter::Load(const QString& name) const {
     QStringList directories = m_directories;
-    directories << QCoreApplication::applicationDirPath() + QStringLiteral("/translations");
+    const QString program = QCoreApplication::applicationDirPath();
+    directories << program + QStringLiteral("/translations")
+                << program + QStringLiteral("/../share/MultiChannelServer/translations");
     for (const QString& directory : qAsConst(directories)) {
         auto translator = std::make_unique<QTranslator>();
         if (translator->load(m_locale.value_or(QLocale()), name, QStringLiteral("_"), directory))

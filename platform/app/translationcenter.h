@@ -28,7 +28,8 @@ class MCS_PLATFORM_EXPORT TranslationCenter {
     bool Register(const QString& name);
     void Unregister(const QString& name);
 
-    /// Directories that are looked through before the application's own "translations" directory.
+    /// Directories that are looked through before those of the application: "translations" beside it, and
+    /// "../share/MultiChannelServer/translations" where it is installed.
     void SetSearchDirectories(const QStringList& directories) { m_directories = directories; }
     /// Locale of catalogues registered from now on; QLocale() unless set.
     void SetLocale(const QLocale& locale) { m_locale = locale; }

@@ -26,6 +26,7 @@ class ChildList {
     ChildList& operator=(const ChildList&) = delete;
 
     TreeItem* First() const { return m_first; }  ///< hidden children included; follow with TreeItem::m_next
+    TreeItem* Last() const { return m_last; }    ///< the same from the end; follow with TreeItem::m_previous
     int Count() const { return static_cast<int>(m_count); }
     TreeItem* Find(QStringView name, std::uint32_t hash) const;
 

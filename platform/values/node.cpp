@@ -57,6 +57,11 @@ TreeItem* Node::GetFirstChild() const {
     return first == nullptr || first->m_state != GoingAway ? first : first->GetNextSibling();
 }
 
+TreeItem* Node::GetLastChild() const {
+    TreeItem* const last = m_children.Last();
+    return last == nullptr || last->m_state != GoingAway ? last : last->GetPreviousSibling();
+}
+
 TreeItem* Node::FindChild(const QString& name) const {
     return m_children.Find(name, NameHash(name));
 }

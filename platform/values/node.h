@@ -15,7 +15,8 @@ class ValueBase;
 /// A named branch of the tree. Owns its children. Main thread.
 ///
 /// Tells its observers: ChildrenAdded and ChildrenRemoved of its own children, StructureChanged of anything
-/// that came or went at or below it, GoingAway before it is destroyed, while its children are still there.
+/// that came or went at or below it, ChildRenamed when a child of it has another name, GoingAway before it is
+/// destroyed, while its children are still there.
 /// A subtree that is built detached and then added comes as one change.
 class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
   public:
@@ -32,6 +33,8 @@ class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
     /// The first of them, from which TreeItem::GetNextSibling() leads on; null without children. For walks
     /// that would rather not copy a long list.
     TreeItem* GetFirstChild() const;
+    /// The last of them, from which TreeItem::GetPreviousSibling() leads back; null without children.
+    TreeItem* GetLastChild() const;
     int CountChildren() const { return m_children.Count(); }
     TreeItem* FindChild(const QString& name) const;
 

@@ -25,6 +25,7 @@ constexpr TChangeCode StructureChanged = 15;   ///< items came or went somewhere
 constexpr TChangeCode ChildrenAdded = 16;      ///< children of this node came
 constexpr TChangeCode ChildrenRemoved = 17;    ///< children of this node went
 constexpr TChangeCode GoingAway = 18;          ///< this node is going away; its children are still there
+constexpr TChangeCode ChildRenamed = 19;       ///< a child of this node has another name
 }  // namespace changecode
 
 /// The change codes of connections, which share numbers with those of nodes.

@@ -3,6 +3,7 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/values/mainthread.h>
+#include <platform/values/node.h>
 
 namespace values {
 
@@ -20,10 +21,10 @@ void ValueBase::NotifyGoingAway() {
 
 void ValueBase::SetName(const QString& name, IObserver* originator) {
     if (name == GetName()) return;
-    if (Rename(name))
-        NotifyObservers(changecode::DescriptionChanged, originator);
-    else
-        TraceRefusal("name empty, with a slash, or taken");
+    if (!Rename(name)) return TraceRefusal("name empty, with a slash, or taken");
+    const ObservableGuard guard(*this);
+    NotifyObservers(changecode::DescriptionChanged, originator);
+    if (guard.IsAlive() && GetParent() != nullptr) GetParent()->NotifyObservers(changecode::ChildRenamed);
 }
 
 void ValueBase::SetState(TValueState state, IObserver* originator) {

@@ -27,8 +27,9 @@ class MCS_PLATFORM_EXPORT ValueBase : public TreeItem, public Observable {
         Notify(code, originator);
     }
 
-    /// Renames the value and tells DescriptionChanged. A name with "/" in it is refused, and so is, for a
-    /// value in the tree, an empty name or one that a sibling has; a refusal is traced and changes nothing.
+    /// Renames the value and tells DescriptionChanged; its parent then tells ChildRenamed. A name with "/" in
+    /// it is refused, and so is, for a value in the tree, an empty name or one that a sibling has; a refusal
+    /// is traced and changes nothing.
     void SetName(const QString& name, IObserver* originator = nullptr);
     /// Marks the value as valid or stale and tells StateChanged. Going away is for the destructor alone.
     void SetState(TValueState state, IObserver* originator = nullptr);

@@ -16,8 +16,10 @@ PathBinding::~PathBinding() {
 }
 
 void PathBinding::SetPath(const QString& path) {
+    Detach();
     m_path = path;
-    Rebind();
+    Attach(FindItemOrAncestor());
+    m_listener.OnBindingChanged(*this, Rebound);
 }
 
 EBindingState PathBinding::GetState() const {
@@ -27,64 +29,76 @@ EBindingState PathBinding::GetState() const {
     return m_value->GetState() == values::Stale ? EBindingState::Stale : EBindingState::Live;
 }
 
-void PathBinding::Update(Observable* source, TChangeCode code) {
-    if (source != m_observed) return;
-    if (m_value != nullptr) {
+void PathBinding::Update(Observable* /*source*/, TChangeCode code) {
+    if (m_value != nullptr)
         UpdateOfValue(code);
-    } else if (auto* const item = dynamic_cast<values::ValueBase*>(source)) {
-        // A value of another type: of interest only once it leaves the path.
-        if (item->GetState() == values::GoingAway || code == changecode::DescriptionChanged) Rebind();
-    } else if (code == changecode::ChildrenAdded || code == changecode::GoingAway) {
-        Rebind();
-    }
+    else if (MayMatter(code))
+        Follow();
 }
 
 void PathBinding::UpdateOfValue(TChangeCode code) {
-    const bool isGone = m_value->GetState() == values::GoingAway;
-    const bool isRenamed =
-        code == changecode::DescriptionChanged && values::Tree::Instance()->FindItem(m_path) != m_value;
-    if (isGone || isRenamed)
-        Rebind();
-    else
-        m_listener.OnBindingChanged(*this, code);
+    if (code == changecode::DescriptionChanged || m_value->GetState() == values::GoingAway) {
+        const values::ValueBase* const before = m_value;
+        Follow();  // it may have another name
+        if (m_value != before) return;
+    }
+    m_listener.OnBindingChanged(*this, code);
 }
 
-void PathBinding::Rebind() {
+/// Whether something else may be at the path after \a code of what is watched instead of a value.
+bool PathBinding::MayMatter(TChangeCode code) const {
+    switch (code) {
+        case changecode::ChildrenAdded:
+        case changecode::ChildRenamed:
+        case changecode::GoingAway:
+            return m_watched->IsNode();
+        case changecode::StateChanged:
+        case changecode::DescriptionChanged:
+            return !m_watched->IsNode();  // a value of a type that is not shown
+        default:
+            return false;
+    }
+}
+
+/// Goes on with what is at the path by now, if it is something else.
+void PathBinding::Follow() {
+    values::TreeItem* const item = FindItemOrAncestor();
+    if (item == m_watched) return;
+    const bool wasItem = m_value != nullptr || m_isWrongType;
     Detach();
-    Attach();
-    m_listener.OnBindingChanged(*this, Rebound);
+    Attach(item);
+    if (wasItem || m_value != nullptr || m_isWrongType) m_listener.OnBindingChanged(*this, Rebound);
 }
 
-void PathBinding::Attach() {
-    values::Tree* const tree = values::Tree::Instance();
-    if (m_path.isEmpty() || tree == nullptr) return;
-    values::TreeItem* const item = tree->FindItem(m_path);
-    if (item == nullptr) return ObserveDeepestNode();
+void PathBinding::Attach(values::TreeItem* item) {
+    if (item == nullptr) return;
+    if (Observable* const observable = item->GetObservable()) {  // what tells nothing cannot be followed
+        observable->AddObserver(this);
+        m_watched = item;
+    }
+    if (values::Tree::Instance()->FindItem(m_path) != item) return;
     auto* const value = dynamic_cast<values::ValueBase*>(item);
     m_isWrongType = value == nullptr || !m_filter(*value);
     if (!m_isWrongType) m_value = value;
-    m_observed = item->GetObservable();
-    m_observed->AddObserver(this);
-}
-
-/// An item comes to the path by being added to the deepest of its ancestors that exist, alone or as part of a
-/// subtree.
-void PathBinding::ObserveDeepestNode() {
-    values::Tree* const tree = values::Tree::Instance();
-    QString path = m_path;
-    values::Node* node = nullptr;
-    while (node == nullptr && !path.isEmpty()) {
-        path.truncate(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
-        node = tree->FindNode(path);
-    }
-    if (node == nullptr || node->GetState() == values::GoingAway) return;
-    m_observed = node;
-    m_observed->AddObserver(this);
 }
 
 void PathBinding::Detach() {
-    if (m_observed != nullptr) m_observed->DeleteObserver(this);
-    m_observed = nullptr;
+    if (m_watched != nullptr) m_watched->GetObservable()->DeleteObserver(this);
+    m_watched = nullptr;
     m_value = nullptr;
     m_isWrongType = false;
+}
+
+/// An item comes to the path by being added to the deepest node that exists on the way to it, alone or as
+/// part of a subtree, or by being renamed there.
+values::TreeItem* PathBinding::FindItemOrAncestor() const {
+    const values::Tree* const tree = values::Tree::Instance();
+    if (m_path.isEmpty() || tree == nullptr) return nullptr;
+    values::TreeItem* item = tree->FindItem(m_path);
+    QString path = m_path;
+    while (item == nullptr && !path.isEmpty()) {
+        path.truncate(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
+        item = tree->FindNode(path);
+    }
+    return item == nullptr || item->GetState() == values::GoingAway ? nullptr : item;
 }

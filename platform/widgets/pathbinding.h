@@ -9,8 +9,9 @@
 #include <functional>
 
 namespace values {
+class TreeItem;
 class ValueBase;
-}
+}  // namespace values
 
 /// What stands at the path that a widget is bound to.
 enum class EBindingState {
@@ -22,7 +23,7 @@ enum class EBindingState {
 };
 
 /// Follows the value at a path of the tree: also one that is not there yet, goes away, or comes back as
-/// another item or another type. Main thread.
+/// another item or another type. A change of the value costs no memory. Main thread.
 class MCS_WIDGETS_EXPORT PathBinding : private IObserver {
   public:
     /// Told, besides the codes of the value itself, when another item or none is at the path.
@@ -55,15 +56,17 @@ class MCS_WIDGETS_EXPORT PathBinding : private IObserver {
   private:
     void Update(Observable* source, TChangeCode code) override;
     void UpdateOfValue(TChangeCode code);
-    void Rebind();
-    void Attach();
+    bool MayMatter(TChangeCode code) const;
+    void Follow();
+    void Attach(values::TreeItem* item);
     void Detach();
-    void ObserveDeepestNode();
+    values::TreeItem* FindItemOrAncestor() const;
 
     IListener& m_listener;
     Filter m_filter;
     QString m_path;
     values::ValueBase* m_value = nullptr;
-    Observable* m_observed = nullptr;  ///< the value, or the node that hears first when one comes
+    /// What tells when there is something new: the item at the path, or else its deepest ancestor.
+    values::TreeItem* m_watched = nullptr;
     bool m_isWrongType = false;
 };

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/refreshscheduler.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTimerEvent>
+
+RefreshScheduler* RefreshScheduler::s_instance = nullptr;
 
 RefreshScheduler::Client::~Client() {
     Unlink();
@@ -47,9 +51,19 @@ void RefreshScheduler::Head::TakeAll(Head& other) {
     }
 }
 
+RefreshScheduler::RefreshScheduler(QObject* parent) : QObject(parent) {}
+
+RefreshScheduler::~RefreshScheduler() {
+    s_instance = nullptr;
+}
+
+// Its timer belongs to the application's event loop, so it comes and goes with the application.
 RefreshScheduler& RefreshScheduler::Instance() {
-    static RefreshScheduler scheduler;
-    return scheduler;
+    if (s_instance == nullptr) {
+        Q_ASSERT_X(QCoreApplication::instance() != nullptr, Q_FUNC_INFO, "widgets need an application");
+        s_instance = new RefreshScheduler(QCoreApplication::instance());
+    }
+    return *s_instance;
 }
 
 void RefreshScheduler::Request(Client& client) {
@@ -75,8 +89,10 @@ void RefreshScheduler::Flush() {
 
 void RefreshScheduler::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_pause.timerId()) return QObject::timerEvent(event);
-    if (m_waiting.IsEmpty())
-        m_pause.stop();
-    else
-        Flush();
+    if (m_waiting.IsEmpty()) return m_pause.stop();
+    QElapsedTimer taken;
+    taken.start();
+    Flush();
+    // Where a machine is too slow for the rate, others shall get their turns too.
+    if (taken.elapsed() >= Interval) m_pause.start(Interval, Qt::PreciseTimer, this);
 }

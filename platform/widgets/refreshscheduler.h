@@ -7,13 +7,13 @@
 #include <QtCore/QObject>
 
 /// Limits how often widgets are drawn anew when values change: the first change at once, those that follow at
-/// most 30 times a second, all widgets together, and the last content always. One per process. GUI thread
-/// only.
+/// most 30 times a second, all widgets together, and the last content always. One per application, which owns
+/// it. GUI thread only.
 ///
 /// However many changes come, a turn of the event loop lays out and paints each window once.
 class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
   public:
-    static constexpr int Interval = 33;  ///< ms between two refreshes: 30 Hz
+    static constexpr int Interval = 34;  ///< ms between two refreshes: not more than 30 in any second
 
     /// Something that is drawn anew. Waits in a list that it is itself a link of, so that asking costs no
     /// memory; leaves it when it is destroyed.
@@ -36,12 +36,15 @@ class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
         Client* m_next = nullptr;  ///< in a ring with the list's head; null while not waiting
     };
 
+    ~RefreshScheduler() override;
+
+    /// That of the application, which must be there.
     static RefreshScheduler& Instance();
 
     /// Refreshes \a client now or soon. Asking again meanwhile changes nothing.
     void Request(Client& client);
     /// Takes back what \a client asked for.
-    void Cancel(Client& client) { client.Unlink(); }
+    static void Cancel(Client& client) { client.Unlink(); }
     /// Refreshes all that wait now.
     void Flush();
 
@@ -61,7 +64,9 @@ class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
         void Refresh() override {}
     };
 
-    RefreshScheduler() = default;
+    explicit RefreshScheduler(QObject* parent);
+
+    static RefreshScheduler* s_instance;
 
     Head m_waiting;
     QBasicTimer m_pause;  ///< runs while the last refresh is less than Interval ago

@@ -3,6 +3,7 @@
 
 #include <platform/values/value.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
 
 namespace {
@@ -29,14 +30,18 @@ void VCCheckBox::Set_ValuePath(const QString& path) {
     m_binding.SetPath(path);
 }
 
-/// A click or a key: what the user saw is switched, whatever the value has become meanwhile.
+/// A click or a key: what the user saw is switched, whatever the value has become meanwhile. The signals come
+/// first, as the user's; once the value is set, its content is shown without any.
 void VCCheckBox::nextCheckState() {
     if (!m_binding.MayEdit()) return m_binding.Refuse(tr("This cannot be changed now."));
     m_binding.ForgetRefusal();
-    const bool isChecked = !this->isChecked();
-    m_binding.GetValueAs<values::Value<bool>>()->SetValue(isChecked);
-    setChecked(isChecked);
-    m_binding.RequestRefresh();  // in case that it did not become so
+    const bool isWanted = !isChecked();
+    const QPointer<VCCheckBox> self(this);
+    setChecked(isWanted);
+    checkStateSet();  // tells of the new state, which setting it does not do in the middle of a click
+    if (self == nullptr || !m_binding.MayEdit()) return;  // whoever heard the signals saw to that
+    m_binding.GetValueAs<values::Value<bool>>()->SetValue(isWanted);
+    if (self != nullptr) m_binding.RequestRefresh();  // in case that it did not become so
 }
 
 void VCCheckBox::ShowValue(const values::ValueBase* value) {

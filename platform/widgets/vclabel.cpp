@@ -2,6 +2,7 @@
 #include <platform/widgets/vclabel.h>
 
 #include <platform/values/value.h>
+#include <platform/widgets/spokenlabel.h>
 #include <platform/widgets/valuetext.h>
 
 namespace {
@@ -27,6 +28,7 @@ VCLabel::VCLabel(QWidget* parent, const char* name, unsigned windowFlags)
       m_alignmentNoValue(Qt::AlignCenter) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setTextFormat(Qt::PlainText);
+    spokenlabel::Install(*this);
     m_binding.RefreshNow();
 }
 
@@ -70,7 +72,7 @@ void VCLabel::ShowValue(const values::ValueBase* value) {
         shown = QStringLiteral("- - -");
     else if (value != nullptr)
         shown = valuetext::Shortened(valuetext::Content(*value), MaxShownLength);
-    if (shown != text()) setText(shown);
+    spokenlabel::SetText(*this, shown);
 }
 
 void VCLabel::OnBindingChanged(PathBinding&, TChangeCode) {

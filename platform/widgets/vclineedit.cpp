@@ -64,7 +64,7 @@ void VCLineEdit::Commit() {
 }
 
 void VCLineEdit::ShowValue(const values::ValueBase* value) {
-    if (value == nullptr) return clear();
+    if (value == nullptr) return setText(QString());  // clear() would count as an edit
     if (IsEditing()) return;
     const QString content = static_cast<const values::Value<QString>*>(value)->GetValue();
     if (content == text()) return;

@@ -14,8 +14,8 @@
 
 namespace {
 
-template <class T>
-using Numeric = values::ValueNumeric<T>;
+using NumericInt = values::ValueNumeric<int>;
+using NumericReal = values::ValueNumeric<double>;
 
 /// What a spin box has room for: the digits of a larger number could not be shown.
 constexpr double MaxShown = 1e15;
@@ -65,9 +65,9 @@ void VCNumericFloatSpin::Bind(bool isInteger, const QString& path) {
 
 bool VCNumericFloatSpin::Accepts(const values::ValueBase& value) const {
     if (m_isInteger)
-        return dynamic_cast<const Numeric<int>*>(&value) != nullptr ||
+        return dynamic_cast<const NumericInt*>(&value) != nullptr ||
                dynamic_cast<const values::Value<int>*>(&value) != nullptr;
-    return dynamic_cast<const Numeric<double>*>(&value) != nullptr;
+    return dynamic_cast<const NumericReal*>(&value) != nullptr;
 }
 
 QString VCNumericFloatSpin::textFromValue(double shown) const {
@@ -122,9 +122,9 @@ void VCNumericFloatSpin::Commit() {
     if (m_binding.MayEdit()) {
         m_binding.ForgetRefusal();
         values::ValueBase* const target = m_binding.GetValue();
-        if (auto* const real = dynamic_cast<Numeric<double>*>(target))
+        if (auto* const real = dynamic_cast<NumericReal*>(target))
             real->SetValue(value() * m_factor);
-        else if (auto* const number = dynamic_cast<Numeric<int>*>(target))
+        else if (auto* const number = dynamic_cast<NumericInt*>(target))
             number->SetValue(static_cast<int>(std::lround(value())));
         else if (auto* const plain = dynamic_cast<values::Value<int>*>(target))
             plain->SetValue(static_cast<int>(std::lround(value())));
@@ -143,18 +143,17 @@ void VCNumericFloatSpin::ShowValue(const values::ValueBase* value) {
     const QSignalBlocker blocker(this);
     m_isBlank = value == nullptr;
     if (value == nullptr) {
-        lineEdit()->setModified(false);
-        lineEdit()->clear();
+        lineEdit()->setText(QString());  // clear() would count as an edit
         return;
     }
     using IntLimits = std::numeric_limits<int>;
-    if (const auto* real = dynamic_cast<const Numeric<double>*>(value)) {
+    if (const auto* real = dynamic_cast<const NumericReal*>(value)) {
         if (decimals() != m_decimals) setDecimals(m_decimals);
         ShowNumber(real->GetValue() / m_factor, real->GetMin() / m_factor, real->GetMax() / m_factor);
         return;
     }
     if (decimals() != 0) setDecimals(0);
-    if (const auto* number = dynamic_cast<const Numeric<int>*>(value))
+    if (const auto* number = dynamic_cast<const NumericInt*>(value))
         ShowNumber(number->GetValue(), number->GetMin(), number->GetMax());
     else if (const auto* plain = dynamic_cast<const values::Value<int>*>(value))
         ShowNumber(plain->GetValue(), IntLimits::min(), IntLimits::max());

@@ -23,7 +23,11 @@ constexpr int MaxTipLength = 500;  // characters of a text that others chose
 }  // namespace
 
 WidgetBinding::WidgetBinding(QWidget& widget, IValueView& view, PathBinding::Filter filter, EAccess access)
-    : m_widget(widget), m_view(view), m_access(access), m_binding(*this, std::move(filter)) {
+    : m_widget(widget),
+      m_view(view),
+      m_access(access),
+      m_binding(*this, std::move(filter)),
+      m_veil(new StaleVeil(widget)) {
     WatchPart(widget);
     if (access == Editable) values::Refusals::Instance().AddListener(this);
 }
@@ -77,10 +81,7 @@ void WidgetBinding::Refresh() {
 
 void WidgetBinding::ShowState() {
     const bool isLive = GetState() == EBindingState::Live;
-    if (isLive && m_veil != nullptr)
-        delete m_veil;
-    else if (!isLive && m_veil == nullptr)
-        m_veil = new StaleVeil(m_widget);
+    m_veil->setVisible(!isLive);
     // Only where nobody else gave the widget a name.
     if (m_widget.accessibleName() == m_ownAccessibleName) {
         m_ownAccessibleName = GetPath().section(QLatin1Char('/'), -1);

@@ -7,7 +7,6 @@
 #include <platform/widgets/widgetsexport.h>
 
 #include <QtCore/QObject>
-#include <QtCore/QPointer>
 #include <QtCore/QString>
 
 class IValueView;
@@ -79,7 +78,8 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
     IValueView& m_view;
     EAccess m_access;
     PathBinding m_binding;
-    QPointer<StaleVeil> m_veil;  ///< while the content is not live
+    StaleVeil* m_veil;  ///< visible while the content is not live; of the widget, from the beginning, since a
+                        ///< window that goes away takes no new children
     QString m_refusal;
     QString m_ownAccessibleName;  ///< what this binding called the widget
     bool m_isDescribed = true;

@@ -8,7 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
 
 namespace {
 
@@ -36,8 +38,12 @@ std::vector<std::string> Lines(const QByteArray& text, const char* pattern) {
     return lines;
 }
 
-TEST_F(DemoTest, TellsItsSevenChapters) {
-    StartProgram(QStringLiteral(MCDEMO), {});
+TEST_F(DemoTest, TellsItsChapters) {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QString::fromLatin1(name));
+    const QTemporaryDir directory;
+    const QString pictures = directory.filePath(QStringLiteral("pictures"));
+    StartProgram(QStringLiteral(MCDEMO), {QStringLiteral("--pictures"), pictures});
     EXPECT_EQ(WaitForEnd(), 0);
     EXPECT_FALSE(errors.contains("mcdemo: ")) << errors.constData();
     EXPECT_THAT(Lines(output, "^\\d+\\. "),
@@ -46,7 +52,9 @@ TEST_F(DemoTest, TellsItsSevenChapters) {
                             "3. What the server shows everybody", "4. One becomes job master and tunes",
                             "5. A policy refuses, the operator switches it on, the same request is granted",
                             "6. There is one master at a time",
-                            "7. The server is killed and restarted; the clients come back by themselves"));
+                            "7. The server is killed and restarted; the clients come back by themselves",
+                            "8. What the operator's windows show"));
+    EXPECT_EQ(QDir(pictures).entryList({QStringLiteral("console-*.png")}).size(), 7);
     const std::string alpha = MpxOrvOf(QStringLiteral("alpha")).toStdString();
     EXPECT_THAT(Lines(output, "refused: |done: "),
                 ElementsAre("alpha     < done: is master", "alpha     < done: tuned to 121.5 MHz",
@@ -54,6 +62,16 @@ TEST_F(DemoTest, TellsItsSevenChapters) {
                             "bravo     < refused: " + alpha + " is master since <time>"));
     EXPECT_EQ(Lines(output, "< connected as ").size(), 4U) << output.constData();
     EXPECT_EQ(Lines(output, "< lost the server").size(), 2U) << output.constData();
+}
+
+TEST_F(DemoTest, LeavesItsWindowsOpenWhereThereIsADisplay) {
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    StartProgram(QStringLiteral(MCDEMO), {});
+    ASSERT_TRUE(WaitUntil([this] { return output.contains("8. The windows are yours"); }))
+        << output.constData();
+    process.terminate();
+    EXPECT_EQ(WaitForEnd(), 0);
+    EXPECT_FALSE(errors.contains("mcdemo: ")) << errors.constData();
 }
 
 }  // namespace

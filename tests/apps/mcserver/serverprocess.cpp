@@ -56,8 +56,9 @@ void ServerProcess::Restart(const QStringList& arguments) {
 void ServerProcess::StartAt(int port, const QStringList& arguments) {
     m_output.clear();
     m_errors.clear();
-    const QStringList all = {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(port),
+    QStringList all = {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(port),
                              QStringLiteral("--config"), ConfigPath()};
+    if (!m_hasWindow) all << QStringLiteral("--headless");
     m_process.start(QStringLiteral(MCSERVER), all + arguments);
     ASSERT_TRUE(WaitFor([this] { return m_port != 0 || m_process.state() == QProcess::NotRunning; }));
     ASSERT_NE(m_port, 0) << m_errors.toStdString();

@@ -18,6 +18,8 @@ class ServerProcess {
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;
 
+    /// From now on it starts with its window.
+    void UseWindow() { m_hasWindow = true; }
     /// Starts it on a free port of this machine, and waits until it says on which.
     void Start(const QStringList& arguments = {});
     /// Starts it once more, on the port that it had.
@@ -50,4 +52,5 @@ class ServerProcess {
     QString m_output;
     QString m_errors;
     int m_port = 0;
+    bool m_hasWindow = false;
 };

@@ -16,10 +16,10 @@ TEST(Arguments, WithoutOptionsItIsTheLocalServer) {
     ASSERT_TRUE(Parse(Words({"ls"}), &arguments).IsDone());
     EXPECT_EQ(arguments.command, ECommand::List);
     EXPECT_EQ(arguments.paths, QStringList(QStringLiteral("/")));
-    EXPECT_EQ(arguments.host, QStringLiteral("127.0.0.1"));
-    EXPECT_EQ(arguments.port, 7450);
+    EXPECT_EQ(arguments.server.host, QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(arguments.server.port, 7450);
     EXPECT_EQ(arguments.timeout, 5000);
-    EXPECT_EQ(arguments.Address(), QStringLiteral("mcs://127.0.0.1"));
+    EXPECT_EQ(arguments.server.ToVtAddress(), QStringLiteral("mcs://127.0.0.1"));
     EXPECT_FALSE(arguments.isJson);
     EXPECT_FALSE(arguments.isRecursive);
     EXPECT_EQ(arguments.count, 0);
@@ -78,8 +78,8 @@ TEST(Arguments, FilesOfTlsAskForTls) {
     Arguments arguments;
     ASSERT_TRUE(
         Parse(Words({"info", "--ca", "ca.pem", "--cert", "c.pem", "--key", "k.pem"}), &arguments).IsDone());
-    EXPECT_TRUE(arguments.isEncrypted);
-    EXPECT_EQ(arguments.Address(), QStringLiteral("mcss://127.0.0.1"));
+    EXPECT_TRUE(arguments.server.isEncrypted);
+    EXPECT_EQ(arguments.server.ToVtAddress(), QStringLiteral("mcss://127.0.0.1"));
     EXPECT_EQ(arguments.client.caFile, QStringLiteral("ca.pem"));
     EXPECT_EQ(arguments.client.certificateFile, QStringLiteral("c.pem"));
     EXPECT_EQ(arguments.client.privateKeyFile, QStringLiteral("k.pem"));
@@ -111,9 +111,9 @@ class ArgumentsServerTest : public testing::TestWithParam<ServerRow> {};
 TEST_P(ArgumentsServerTest, IsTakenApart) {
     Arguments arguments;
     ASSERT_TRUE(Parse(Words({"info", "--connect", GetParam().given}), &arguments).IsDone());
-    EXPECT_EQ(arguments.host, QLatin1String(GetParam().host));
-    EXPECT_EQ(arguments.port, GetParam().port);
-    EXPECT_EQ(arguments.isEncrypted, GetParam().isEncrypted);
+    EXPECT_EQ(arguments.server.host, QLatin1String(GetParam().host));
+    EXPECT_EQ(arguments.server.port, GetParam().port);
+    EXPECT_EQ(arguments.server.isEncrypted, GetParam().isEncrypted);
 }
 
 INSTANTIATE_TEST_SUITE_P(, ArgumentsServerTest,

@@ -145,6 +145,27 @@ TEST(ValueBase, RenamingTells4AndMovesTheName) {
     value->DeleteObserver(&observer);
 }
 
+TEST(ValueBase, RenamingTellsTheParent19AfterwardsIfItIsStillThere) {
+    auto node = std::make_unique<values::Node>(QStringLiteral("N"));
+    values::ValueBase* const value = node->CreateChild(Value<int>(), QStringLiteral("A"));
+    RecordingObserver ofNode;
+    RecordingObserver ofValue;
+    node->AddObserver(&ofNode);
+    value->AddObserver(&ofValue);
+    ofValue.React([&](Observable*, TChangeCode code) {
+        if (code == 4) EXPECT_EQ(ofNode.Codes(), Codes());
+    });
+    value->SetName(QStringLiteral("B"));
+    EXPECT_EQ(ofNode.Codes(), (Codes{19}));
+
+    ofValue.React([&](Observable*, TChangeCode code) {
+        if (code == 4) node.reset();
+    });
+    ofNode.Clear();
+    value->SetName(QStringLiteral("C"));
+    EXPECT_EQ(ofNode.Codes(), (Codes{18}));
+}
+
 TEST(ValueBase, ARefusedNameIsTracedAndChangesNothing) {
     values::Node node(QStringLiteral("N"));
     node.CreateChild(Value<int>(), QStringLiteral("Taken"));

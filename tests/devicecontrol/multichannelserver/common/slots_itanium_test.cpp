@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-// Programs built apart from the library call its virtual operations by their place in the table, so the order
-// is part of the interface. In the C++ ABI of these compilers a pointer to a virtual member function holds
-// the operation's offset in the table.
 #include <devicecontrol/multichannelserver/common/mcsclientatserver.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
@@ -11,44 +8,24 @@
 
 #include <platform/values/tree.h>
 
+#include <tests/devicecontrol/multichannelserver/common/slots_itanium.h>
+
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <type_traits>
-#include <vector>
 
 namespace {
 
+using slots::ConstOp;
+using slots::ExpectOneAfterTheOther;
+using slots::Op;
+using slots::Slot;
 using values::Value;
 using values::ValueNumeric;
 using values::ValueSelection;
 
-/// Where an operation stands in its table, in words. Function is what its declaration is to be.
-template <class Function>
-std::size_t Slot(Function operation) {
-    std::size_t words[2];
-    static_assert(sizeof(operation) == sizeof(words), "not the ABI that this test knows");
-    std::memcpy(words, &operation, sizeof(words));
-    return words[0] / sizeof(void*);  // the lowest bit only says that it is virtual
-}
-
-struct SlotRow {
-    const char* operation;
-    std::size_t slot;
-};
-
-void ExpectOneAfterTheOther(std::size_t first, const std::vector<SlotRow>& rows) {
-    for (const SlotRow& row : rows)
-        EXPECT_EQ(row.slot, first++) << row.operation;
-}
-
 // The destructor takes the first two slots.
 constexpr std::size_t SlotAfterDestructor = 2;
-
-template <class Object, class Result, class... Arguments>
-using Op = Result (Object::*)(Arguments...);
-template <class Object, class Result, class... Arguments>
-using ConstOp = Result (Object::*)(Arguments...) const;
 
 // clang-format off
 TEST(VirtualOrder, OfTheObserverPattern) {

@@ -3,6 +3,7 @@
 
 #include "statistics.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ void Scoreboard::AddDifference(const QString& key, const QString& minuend, const
 }
 
 void Scoreboard::Fail(const QString& what) {
-    std::fprintf(stderr, "\nmcs_connection_bench: %s\n", qPrintable(what));
+    std::fprintf(stderr, "\n%s: %s\n", qPrintable(QCoreApplication::applicationName()), qPrintable(what));
     m_failures << what;
 }
 

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// Where a server is, as people write it.
+struct ServerAddress {
+    static constexpr int DefaultPort = 7450;
+
+    QString host;  ///< without the brackets of an IPv6 address
+    int port = DefaultPort;
+    bool isEncrypted = false;
+
+    /// Reads HOST, HOST:PORT, [IPV6]:PORT, [IPV6] or an IPv6 address alone, with "mcs://" or "mcss://" (TLS)
+    /// in front or nothing. What the text does not say stays as it is.
+    /// \return what is wrong with the text, in one line, and nothing has changed; empty if nothing is.
+    QString Parse(const QString& text);
+    /// What Parse() reads: "host:7450", "mcss://[::1]:7450".
+    QString ToText() const;
+    /// What VtClientCenter takes: the scheme and the host.
+    QString ToVtAddress() const;
+};

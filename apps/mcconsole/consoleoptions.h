@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/common/serveraddress.h>
+
+#include <platform/vtclient/vtclientcenter.h>
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+/// What the command line asks for.
+struct ConsoleOptions {
+    enum class EAction {
+        Run,
+        Print,    ///< the text, and end
+        Complain  ///< about the command line: the text says what is wrong with it, in one line
+    };
+
+    EAction action = EAction::Run;
+    QString text;
+    std::optional<ServerAddress> server;  ///< none: ask
+    VtClientOptions client;
+    QString mpxOrvName;
+    QString configFile;
+    QString screenshotDirectory;
+    QString locale;       ///< empty: the system's
+    bool isDark = false;  ///< whatever the configuration says
+
+    /// Reads \a arguments, the program's name first; \a environmentToken stands in where no token is given.
+    /// Needs the application object.
+    static ConsoleOptions Parse(const QStringList& arguments, const QString& environmentToken);
+};

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/common/serveraddress.h>
+
+#include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
+
+#include <platform/values/observable.h>
+#include <platform/values/refusals.h>
+#include <platform/vtclient/vtclientcenter.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QTimer>
+
+#include <memory>
+
+class MpxORVHandle;
+
+/// The console's connection to one server: the server's tree mirrored below GetBasePath(), and the console's
+/// own MpxORV. Comes back by itself after every loss. Main thread.
+class ConsoleSession : public QObject, private IObserver, private values::IRefusalListener {
+    Q_OBJECT
+
+  public:
+    enum class EState {
+        Idle,        ///< no server was asked for
+        Connecting,  ///< for the first time
+        Connected,
+        Lost  ///< was connected, and tries again
+    };
+
+    explicit ConsoleSession(QObject* parent = nullptr);
+    ~ConsoleSession() override;
+
+    /// Ends what there is, and connects to \a server. False if that cannot be right.
+    bool Connect(const ServerAddress& server, const VtClientOptions& options);
+    void Disconnect();
+
+    EState GetState() const { return m_state; }
+    const ServerAddress& GetServer() const { return m_server; }
+    /// Why there is no connection, in one line; empty if nobody knows yet, or while there is one.
+    QString GetProblem() const;
+    bool IsEncrypted() const;
+    int GetLatency() const;  ///< µs; -1 while unknown
+    QString GetServerApplication() const;
+
+    static QString GetBasePath() { return QStringLiteral("/Server"); }
+    /// The segments that are there: all at once, unless the server does not show all of them to this client.
+    EMCSControlTreeSegments GetSegments() const { return m_segments; }
+
+    /// How the console's MpxORV is called from the next connection on; empty: by machine and program.
+    void SetMpxOrvName(const QString& name) { m_mpxOrvName = name; }
+    QString GetMpxOrvName() const;
+    /// Whether the console has an MpxORV of its own, whenever it is connected; true at first.
+    void UseMpxOrv(bool isUsed);
+    bool UsesMpxOrv() const { return m_usesMpxOrv; }
+    /// The node of that MpxORV; empty while it is not connected.
+    QString GetMpxOrvPath() const;
+    /// Why it is not there, though it is asked for; empty if nobody said so.
+    QString GetMpxOrvProblem() const { return m_mpxOrvProblem; }
+
+  Q_SIGNALS:
+    /// Any of the above has changed.
+    void Changed();
+
+  private:
+    void Update(Observable* source, TChangeCode code) override;
+    void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
+    void UpdateState();
+    void UpdateSegments();
+    void UpdateMpxOrv();
+    EMCSControlTreeSegments ConnectedSegments() const;
+    IVtClient* GetVtClient() const;
+
+    ServerAddress m_server;
+    VtClientOptions m_options;
+    std::unique_ptr<MultiChannelServerClient> m_client;
+    IVtClient* m_observed = nullptr;  ///< owned by the client
+    EState m_state = EState::Idle;
+    EMCSControlTreeSegments m_segments = NoSegments;
+    QTimer m_patience;  ///< with segments that the server may not show at all
+    QString m_mpxOrvName;
+    MpxORVHandle* m_mpxOrv = nullptr;  ///< owned by the client
+    bool m_usesMpxOrv = true;
+    QString m_mpxOrvProblem;
+    bool m_isUpdating = false;
+};

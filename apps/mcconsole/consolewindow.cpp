@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/consolewindow.h>
+
+#include <apps/mcconsole/connectdialog.h>
+#include <apps/mcconsole/mpxorvpage.h>
+#include <apps/pages/colours.h>
+#include <apps/pages/displaypages.h>
+#include <apps/pages/mpxorvspage.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
+
+#include <QtCore/QLocale>
+#include <QtCore/QTimer>
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr int LatencyInterval = 1000;  // ms between two looks
+
+std::unique_ptr<ICfg> Configuration() {
+    return std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot());
+}
+
+QLabel* PlainLabel(QWidget* parent, const char* name) {
+    auto* const label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+}  // namespace
+
+ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options) {
+    setObjectName(QStringLiteral("ConsoleWindow"));
+    setWindowTitle(tr("Multi-channel console"));
+    resize(800, 740);
+    BuildPages();
+    BuildStatusBar();
+    BuildMenus();
+    m_recent.Read(*Configuration());
+    connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
+    auto* const timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &ConsoleWindow::ShowConnection);
+    timer->start(LatencyInterval);
+    ShowState();
+}
+
+ConsoleWindow::~ConsoleWindow() {
+    m_session.Disconnect();  // while the pages are still there to let go
+    disconnect(&m_session, nullptr, this, nullptr);
+}
+
+void ConsoleWindow::BuildPages() {
+    auto* const central = new QWidget(this);
+    m_banner = PlainLabel(central, "Banner");
+    m_banner->setWordWrap(true);
+    m_banner->setMargin(6);
+    m_banner->setAutoFillBackground(true);
+    m_banner->setBackgroundRole(QPalette::ToolTipBase);
+    m_banner->setForegroundRole(QPalette::ToolTipText);
+    m_tabs = new QTabWidget(central);
+    m_tabs->setObjectName(QStringLiteral("Pages"));
+    m_tabs->setDocumentMode(true);
+    auto* const layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_banner);
+    layout->addWidget(m_tabs, 1);
+    setCentralWidget(central);
+
+    AddPage(new StatusPage, "Status", tr("Status"));
+    AddPage(new ConfigPage, "Configuration", tr("Configuration"));
+    AddPage(new CommandsPage, "Commands", tr("Commands"));
+    AddPage(new LogPage, "Log", tr("Log"));
+    AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
+    m_mpxOrvPage = new MpxOrvPage;
+    m_mpxOrvPage->setObjectName(QStringLiteral("MyMpxORV"));
+    m_tabs->addTab(m_mpxOrvPage, tr("My MpxORV"));
+    connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, &m_session, &ConsoleSession::UseMpxOrv);
+}
+
+void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title) {
+    page->setObjectName(QString::fromLatin1(name));
+    m_tabs->addTab(page, title);
+    m_pages.push_back(page);
+}
+
+void ConsoleWindow::BuildStatusBar() {
+    m_connection = PlainLabel(this, "Connection");
+    m_latency = PlainLabel(this, "Latency");
+    m_client = PlainLabel(this, "Client");
+    m_latency->setToolTip(tr("The round trip to the server"));
+    m_client->setToolTip(tr("What this console is called at the server"));
+    statusBar()->addWidget(m_connection, 1);
+    statusBar()->addPermanentWidget(m_latency);
+    statusBar()->addPermanentWidget(m_client);
+}
+
+void ConsoleWindow::BuildMenus() {
+    QMenu* const server = menuBar()->addMenu(tr("&Server"));
+    server->addAction(tr("&Connect..."), this, &ConsoleWindow::AskForServer, QKeySequence::Open);
+    m_disconnect = server->addAction(tr("&Disconnect"), &m_session, &ConsoleSession::Disconnect);
+    server->addSeparator();
+    server->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    m_dark = view->addAction(tr("&Dark colours"));
+    m_dark->setCheckable(true);
+    connect(m_dark, &QAction::triggered, this, &ConsoleWindow::ChangeDark);
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About"), this, &ConsoleWindow::ShowAbout);
+}
+
+void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
+    if (!m_session.Connect(server, options)) {
+        QMessageBox::warning(this, tr("Connect to a server"),
+                             tr("\"%1\" cannot be a server.").arg(server.host));
+        return;
+    }
+    m_recent.Add({server, options.user, options.caFile});
+    m_recent.Write(*Configuration());
+}
+
+void ConsoleWindow::AskForServer() {
+    ConnectDialog dialog(m_recent, m_options, this);
+    if (dialog.exec() == QDialog::Accepted) ConnectTo(dialog.GetServer(), dialog.GetOptions());
+}
+
+void ConsoleWindow::ShowDark(bool isDark) {
+    m_dark->setChecked(isDark);
+    colours::Apply(isDark);
+}
+
+void ConsoleWindow::ChangeDark(bool isDark) {
+    ShowDark(isDark);
+    const std::unique_ptr<ICfg> root = Configuration();
+    root->WriteBool(QStringLiteral("DarkColours"), isDark);
+    root->CommitKey(QStringLiteral("DarkColours"));
+}
+
+void ConsoleWindow::ShowAbout() {
+    QMessageBox::about(this, tr("About"),
+                       tr("Multi-channel console %1").arg(QApplication::applicationVersion()));
+}
+
+void ConsoleWindow::closeEvent(QCloseEvent* event) {
+    m_session.Disconnect();
+    QMainWindow::closeEvent(event);
+}
+
+void ConsoleWindow::ShowState() {
+    const EMCSControlTreeSegments segments = m_session.GetSegments();
+    if (segments != m_boundSegments) {
+        m_boundSegments = segments;
+        for (Page* const page : m_pages)
+            page->Bind(ConsoleSession::GetBasePath(), segments);
+    }
+    ShowMpxOrv();
+    ShowConnection();
+}
+
+void ConsoleWindow::ShowMpxOrv() {
+    const QString path = m_session.GetMpxOrvPath();
+    if (path != m_boundMpxOrv) {
+        m_boundMpxOrv = path;
+        m_mpxOrvPage->Bind(path);
+    }
+    QString text = tr("No MpxORV is connected.");
+    if (!path.isEmpty())
+        text = tr("MpxORV: %1").arg(path.section(QLatin1Char('/'), -1));
+    else if (!m_session.GetMpxOrvProblem().isEmpty())
+        text = tr("There is no MpxORV: %1").arg(m_session.GetMpxOrvProblem());
+    m_mpxOrvPage->ShowState(text);
+    m_mpxOrvPage->ShowUsed(m_session.UsesMpxOrv());
+}
+
+QString ConsoleWindow::ConnectionText() const {
+    const QString server = m_session.GetServer().ToText();
+    switch (m_session.GetState()) {
+        case ConsoleSession::EState::Idle:
+            return tr("Not connected");
+        case ConsoleSession::EState::Connecting:
+            return tr("Connecting to %1").arg(server);
+        case ConsoleSession::EState::Connected:
+            return m_session.IsEncrypted() ? tr("Connected to %1, encrypted").arg(server)
+                                           : tr("Connected to %1").arg(server);
+        case ConsoleSession::EState::Lost:
+            return tr("The connection to %1 is lost, trying again").arg(server);
+    }
+    Q_UNREACHABLE();
+}
+
+void ConsoleWindow::ShowConnection() {
+    const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
+    const bool isIdle = m_session.GetState() == ConsoleSession::EState::Idle;
+    const QString text = ConnectionText();
+    if (m_connection->text() != text) m_connection->setText(text);
+    m_disconnect->setEnabled(!isIdle);
+
+    const QString problem = m_session.GetProblem();
+    QString banner = text;
+    if (isIdle)
+        banner = tr("Not connected: choose Server, Connect.");
+    else if (!problem.isEmpty())
+        banner = tr("%1: %2", "What the connection does, and why").arg(text, problem);
+    if (m_banner->text() != banner) m_banner->setText(banner);
+    m_banner->setVisible(!isConnected);
+    const QString name = m_session.GetMpxOrvName();
+    if (m_client->text() != name) m_client->setText(name);
+    ShowLatency();
+}
+
+void ConsoleWindow::ShowLatency() {
+    const int microseconds = m_session.GetLatency();
+    const bool isKnown = m_session.GetState() == ConsoleSession::EState::Connected && microseconds >= 0;
+    const QString text =
+        isKnown ? tr("%1 ms").arg(QLocale().toString(microseconds / 1000.0, 'f', 2)) : QString();
+    if (m_latency->text() != text) m_latency->setText(text);
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcconsole/consolesession.h>
+#include <apps/mcconsole/recentservers.h>
+
+#include <QtWidgets/QMainWindow>
+
+#include <vector>
+
+class MpxOrvPage;
+class Page;
+class QAction;
+class QLabel;
+class QTabWidget;
+
+/// The operator's window: a page for each thing, and below them how the connection is. Main thread.
+class ConsoleWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// \a options are what connections are made with, except for what is entered.
+    explicit ConsoleWindow(const VtClientOptions& options);
+    ~ConsoleWindow() override;
+
+    ConsoleSession& GetSession() { return m_session; }
+    QTabWidget* GetTabs() const { return m_tabs; }
+
+    void ConnectTo(const ServerAddress& server, const VtClientOptions& options);
+    /// Asks which server to connect to.
+    void AskForServer();
+    /// From now on in dark colours, or not.
+    void ShowDark(bool isDark);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BuildMenus();
+    void BuildPages();
+    void BuildStatusBar();
+    void AddPage(Page* page, const char* name, const QString& title);
+    void ShowState();
+    void ShowConnection();
+    void ShowMpxOrv();
+    void ShowLatency();
+    void ChangeDark(bool isDark);
+    void ShowAbout();
+    QString ConnectionText() const;
+
+    ConsoleSession m_session;
+    VtClientOptions m_options;
+    RecentServers m_recent;
+    QTabWidget* m_tabs = nullptr;
+    std::vector<Page*> m_pages;
+    MpxOrvPage* m_mpxOrvPage = nullptr;
+    QLabel* m_banner = nullptr;  ///< above the pages, while there is no connection
+    QLabel* m_connection = nullptr;
+    QLabel* m_latency = nullptr;
+    QLabel* m_client = nullptr;
+    QAction* m_disconnect = nullptr;
+    QAction* m_dark = nullptr;
+    EMCSControlTreeSegments m_boundSegments = NoSegments;
+    QString m_boundMpxOrv;
+};

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/common/display.h>
+#include <apps/common/shutdownsignals.h>
+#include <apps/common/terminal.h>
+#include <apps/mcconsole/consoleoptions.h>
+#include <apps/mcconsole/consolewindow.h>
+#include <apps/mcconsole/screenshots.h>
+#include <apps/pages/guimodule.h>
+
+#include <devicecontrol/multichannelserver/common/windowplacement.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
+#include <platform/values/tree.h>
+#include <platform/widgets/screenfit.h>
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QApplication>
+
+#include <memory>
+
+namespace {
+
+constexpr int ExitFailure = 1;
+constexpr int ExitUsage = 2;
+
+int Complain(const QString& line, int code) {
+    terminal::WriteError(QStringLiteral("mcconsole: %1\n").arg(line).toUtf8());
+    return code;
+}
+
+int Print(const QString& text) {
+    QString error;
+    // A reader that has gone has seen enough. Anything else is a failure.
+    if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
+    return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
+}
+
+bool IsDarkConfigured() {
+    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
+    return root->ReadBool(QStringLiteral("DarkColours"), false);
+}
+
+int TakeScreenshots(ConsoleWindow& window, const QString& directory) {
+    QString problem;
+    Screenshots screenshots(window, directory);
+    QObject::connect(&screenshots, &Screenshots::Finished, &window, [&problem](const QString& error) {
+        problem = error;
+        QCoreApplication::quit();
+    });
+    const int code = QApplication::exec();
+    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
+}
+
+int Run(const ConsoleOptions& options) {
+    CfgCenter::Instance().SetStorePath(options.configFile);
+    const GuiModule module(options.locale);
+    const values::Tree tree;
+    const ShutdownSignals shutdown;
+    ConsoleWindow window(options.client);
+    window.GetSession().SetMpxOrvName(options.mpxOrvName);
+    window.ShowDark(options.isDark || IsDarkConfigured());
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &QWidget::close);
+    const bool isForPictures = !options.screenshotDirectory.isEmpty();
+    if (!isForPictures) {
+        new WindowPlacement(QStringLiteral("ConsoleWindow"), &window, nullptr);
+        screenfit::BringOntoScreen(window);
+    }
+    window.show();
+    if (options.server)
+        window.ConnectTo(*options.server, options.client);
+    else
+        QTimer::singleShot(0, &window, &ConsoleWindow::AskForServer);
+    if (isForPictures) return TakeScreenshots(window, options.screenshotDirectory);
+    const int code = QApplication::exec();
+    module.CommitData();
+    return code;
+}
+
+/// The command line is answered also where no window can be shown.
+ConsoleOptions ParseArguments(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return ConsoleOptions::Parse(QCoreApplication::arguments(), qEnvironmentVariable("MCS_TOKEN"));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    terminal::Prepare();
+    QCoreApplication::setApplicationName(QStringLiteral("mcconsole"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
+    const ConsoleOptions options = ParseArguments(argc, argv);
+    switch (options.action) {
+        case ConsoleOptions::EAction::Print:
+            return Print(options.text);
+        case ConsoleOptions::EAction::Complain:
+            return Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
+        case ConsoleOptions::EAction::Run:
+            break;
+    }
+    if (!HasDisplay())
+        return Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    return Run(options);
+}

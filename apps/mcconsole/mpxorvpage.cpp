@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/mpxorvpage.h>
+
+#include <apps/pages/policypanel.h>
+
+#include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
+
+#include <platform/values/tree.h>
+#include <platform/values/valuenumeric.h>
+#include <platform/widgets/vccomboboxclassic.h>
+#include <platform/widgets/vclabel.h>
+#include <platform/widgets/vcnumericfloatspin.h>
+#include <platform/widgets/vcpushbutton.h>
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr double HzPerMHz = 1e6;
+constexpr int Decimals = 6;  // 1 Hz
+
+}  // namespace
+
+MpxOrvPage::MpxOrvPage(QWidget* parent)
+    : QWidget(parent),
+      m_state(new QLabel(this)),
+      m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
+      m_answer(*this, [](const values::ValueBase&) { return true; }) {
+    m_state->setObjectName(QStringLiteral("MpxORVState"));
+    m_state->setTextFormat(Qt::PlainText);
+    m_state->setWordWrap(true);
+    m_used->setObjectName(QStringLiteral("UseMpxORV"));
+    m_used->setChecked(true);
+    connect(m_used, &QCheckBox::clicked, this, &MpxOrvPage::UseRequested);
+
+    auto* const head = new QHBoxLayout;
+    head->addWidget(m_state, 1);
+    head->addWidget(m_used);
+    auto* const grid = new QGridLayout;
+    grid->addWidget(BuildStatus(), 0, 0);
+    grid->addWidget(BuildRequests(), 0, 1);
+    grid->addWidget(BuildPolicies(), 1, 0, 1, 2);
+    grid->addWidget(BuildAnswers(), 2, 0, 1, 2);
+    grid->setRowStretch(2, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(head);
+    layout->addLayout(grid);
+}
+
+QWidget* MpxOrvPage::BuildStatus() {
+    auto* const group = new QGroupBox(tr("State"), this);
+    auto* const form = new QFormLayout(group);
+    const auto add = [&](const QString& caption, const char* name) {
+        auto* const label = new VCLabel(group, name);
+        form->addRow(caption, label);
+        return label;
+    };
+    m_mode = add(tr("Operation mode:"), "OperationMode");
+    m_type = add(tr("Does:"), "OperationType");
+    m_isMaster = add(tr("Job master:"), "IsMaster");
+    return group;
+}
+
+QWidget* MpxOrvPage::BuildRequests() {
+    auto* const group = new QGroupBox(tr("Requests"), this);
+    auto* const form = new QFormLayout(group);
+    m_frequency = new VCNumericFloatSpin(group, "Frequency");
+    m_frequency->SetUnit(HzPerMHz, Decimals, tr(" MHz"));
+    m_frequency->setAccessibleName(tr("Frequency"));
+    auto* const tune = new QPushButton(tr("&Tune"), group);
+    tune->setObjectName(QStringLiteral("Tune"));
+    tune->setFocusPolicy(Qt::TabFocus);  // a click must not end the edit first: that would ask twice
+    connect(tune, &QPushButton::clicked, this, &MpxOrvPage::Tune);
+    auto* const tuning = new QHBoxLayout;
+    tuning->addWidget(m_frequency, 1);
+    tuning->addWidget(tune);
+    auto* const caption = new QLabel(tr("&Frequency:"), group);
+    caption->setBuddy(m_frequency);
+    form->addRow(caption, tuning);
+
+    m_reportInterval = new VCComboBoxClassic(group, "ReportInterval");
+    m_reportInterval->setAccessibleName(tr("Report interval"));
+    form->addRow(tr("Report &interval:"), m_reportInterval);
+    auto* const buttons = new QGridLayout;
+    const auto add = [&](VCPushButton** button, const char* name, const QString& text) {
+        *button = new VCPushButton(group, name);
+        (*button)->setText(text);
+        (*button)->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+        const int index = buttons->count();
+        buttons->addWidget(*button, index / 2, index % 2);
+    };
+    add(&m_becomeMaster, "BecomeMaster", tr("Take or give up &mastership"));
+    add(&m_restartJob, "RestartJob", tr("&Restart job"));
+    add(&m_builtInTest, "BuiltInTest", tr("&Built-in test"));
+    add(&m_calibrate, "Calibrate", tr("Ca&librate"));
+    form->addRow(buttons);
+    return group;
+}
+
+QWidget* MpxOrvPage::BuildPolicies() {
+    auto* const group = new QGroupBox(tr("Policies"), this);
+    auto* const layout = new QVBoxLayout(group);
+    m_policies = new PolicyPanel(group);
+    layout->addWidget(m_policies);
+    return group;
+}
+
+QWidget* MpxOrvPage::BuildAnswers() {
+    auto* const group = new QGroupBox(tr("Answers"), this);
+    auto* const layout = new QVBoxLayout(group);
+    m_answers = new MCSLogDisplay(group, "Answers", Qt::WindowFlags());
+    layout->addWidget(m_answers);
+    return group;
+}
+
+void MpxOrvPage::Bind(const QString& path) {
+    const auto below = [&](const char* names) {
+        return path.isEmpty() ? QString() : path + QLatin1Char('/') + QLatin1String(names);
+    };
+    m_mode->SetText_ValuePath(below("Status/OperationMode"), true);
+    m_type->SetText_ValuePath(below("Status/OperationType"), true);
+    m_isMaster->SetText_ValuePath(below("Status/IsMaster"), true);
+    m_frequency->SetNumericDouble_ValuePath(below("Request/Frequency"));
+    m_reportInterval->SetValueSelection_ValuePath(below("Request/DeviceSetting/ReportInterval"));
+    m_becomeMaster->Set_ValuePath(below("Request/BecomeMaster"));
+    m_restartJob->Set_ValuePath(below("Request/RestartJob"));
+    m_builtInTest->Set_ValuePath(below("Request/BuiltInTest"));
+    m_calibrate->Set_ValuePath(below("Request/Calibrate"));
+    m_policies->Bind(below("Policy"));
+    m_answer.SetPath(below("Request/Answer"));
+}
+
+/// The display of answers takes only what is there: it is told when that comes, and when it goes.
+void MpxOrvPage::OnBindingChanged(PathBinding& binding, TChangeCode code) {
+    if (code != PathBinding::Rebound) return;
+    m_answers->SetLogMessage_ValuePath(binding.GetValue() != nullptr ? binding.GetPath() : QString());
+}
+
+void MpxOrvPage::ShowState(const QString& text) {
+    if (m_state->text() != text) m_state->setText(text);
+}
+
+void MpxOrvPage::ShowUsed(bool isUsed) {
+    m_used->setChecked(isUsed);
+}
+
+/// Asks for what was typed, and for the frequency that is shown if nothing was.
+void MpxOrvPage::Tune() {
+    const double before = m_frequency->value();
+    m_frequency->interpretText();
+    if (m_frequency->value() != before || !m_frequency->GetBinding().MayEdit()) return;
+    auto* const frequency = m_frequency->GetBinding().GetValueAs<values::ValueNumeric<double>>();
+    frequency->SetValue(frequency->GetValue());
+}

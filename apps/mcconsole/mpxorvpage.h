@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/widgets/pathbinding.h>
+
+#include <QtCore/QString>
+#include <QtWidgets/QWidget>
+
+class MCSLogDisplay;
+class PolicyPanel;
+class QCheckBox;
+class QLabel;
+class VCComboBoxClassic;
+class VCLabel;
+class VCNumericFloatSpin;
+class VCPushButton;
+
+/// The console's own MpxORV: what it does, what it may do, tuning it and asking it for other things, and what
+/// the server answers.
+class MpxOrvPage : public QWidget, private PathBinding::IListener {
+    Q_OBJECT
+
+  public:
+    explicit MpxOrvPage(QWidget* parent = nullptr);
+
+    /// Shows the MpxORV whose node is at \a path; empty: none. Also anew for the same path.
+    void Bind(const QString& path);
+    /// Says what the MpxORV is called, or why there is none.
+    void ShowState(const QString& text);
+    void ShowUsed(bool isUsed);
+
+  Q_SIGNALS:
+    /// The user wants to have an MpxORV, or not.
+    void UseRequested(bool isUsed);
+
+  private:
+    QWidget* BuildStatus();
+    QWidget* BuildRequests();
+    QWidget* BuildPolicies();
+    QWidget* BuildAnswers();
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    void Tune();
+
+    QLabel* m_state;
+    QCheckBox* m_used;
+    VCLabel* m_mode = nullptr;
+    VCLabel* m_type = nullptr;
+    VCLabel* m_isMaster = nullptr;
+    VCNumericFloatSpin* m_frequency = nullptr;
+    VCPushButton* m_becomeMaster = nullptr;
+    VCPushButton* m_restartJob = nullptr;
+    VCPushButton* m_builtInTest = nullptr;
+    VCPushButton* m_calibrate = nullptr;
+    VCComboBoxClassic* m_reportInterval = nullptr;
+    PolicyPanel* m_policies = nullptr;
+    MCSLogDisplay* m_answers = nullptr;
+    PathBinding m_answer;  ///< which comes some time after the MpxORV
+};

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtWidgets/QMainWindow>
+
+class Page;
+class QLabel;
+class QTabWidget;
+class VtServer;
+
+/// The server's own window: the displays of the console, on the server's tree itself. Closing it ends the
+/// server, after asking if clients are connected. Needs a server that has started. GUI thread.
+class ServerWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// \a name: what the server calls itself. \a listener is not owned and outlives the window.
+    ServerWindow(const QString& name, const VtServer& listener);
+    ~ServerWindow() override;
+
+    QTabWidget* GetTabs() const { return m_tabs; }
+    /// Closes without asking.
+    void CloseNow();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void AddPage(Page* page, const char* name, const QString& title);
+    void ShowClients();
+    bool MayClose();
+    int CountClients() const;
+
+    const VtServer& m_listener;
+    QTabWidget* m_tabs;
+    QLabel* m_address;
+    QLabel* m_clients;
+    bool m_isForced = false;
+};

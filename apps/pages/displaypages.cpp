@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/displaypages.h>
+
+#include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
+#include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+#include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
+#include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
+
+#include <platform/widgets/vcpushbutton.h>
+
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr Qt::WindowFlags NoFlags;
+
+QString Below(const QString& path, QLatin1String key) {
+    return path.isEmpty() ? QString() : path + QLatin1Char('/') + key;
+}
+
+/// Puts \a display at the top of \a page, as wide as that.
+QVBoxLayout* LayOut(Page* page, QWidget* display) {
+    auto* const layout = new QVBoxLayout(page);
+    layout->addWidget(display);
+    return layout;
+}
+
+}  // namespace
+
+StatusPage::StatusPage(QWidget* parent)
+    : Page(parent), m_display(new MCSStatusDisplay(this, nullptr, NoFlags)) {
+    LayOut(this, m_display)->addStretch();
+}
+
+void StatusPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    m_display->SetStatus_ValuePath(SegmentPath(basePath, segments, StatusSegment));
+}
+
+ConfigPage::ConfigPage(QWidget* parent)
+    : Page(parent),
+      m_display(new MCSConfigDisplay(static_cast<MCSConfigDisplay::Flags>(MCSConfigDisplay::BootConfigGroup |
+                                                                          MCSConfigDisplay::JobConfigGroup),
+                                     this, nullptr, NoFlags)),
+      m_save(new VCPushButton(this, "SaveConfigButton")) {
+    m_save->setText(tr("&Save configuration"));
+    m_save->setAccessibleName(tr("Save configuration"));
+    QVBoxLayout* const layout = LayOut(this, m_display);
+    layout->addWidget(m_save, 0, Qt::AlignRight);
+    layout->addStretch();
+}
+
+void ConfigPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    const QString path = SegmentPath(basePath, segments, ConfigSegment);
+    m_display->SetConfig_ValuePath(path);
+    m_save->Set_ValuePath(Below(path, mcskeys::SaveConfig));
+}
+
+CommandsPage::CommandsPage(QWidget* parent)
+    : Page(parent), m_display(new MCSCommandsDisplay(this, nullptr, NoFlags)) {
+    LayOut(this, m_display)->addStretch();
+}
+
+void CommandsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    m_display->SetCommands_ValuePath(SegmentPath(basePath, segments, CommandSegment));
+}
+
+LogPage::LogPage(QWidget* parent) : Page(parent), m_display(new MCSLogDisplay(this, nullptr, NoFlags)) {
+    LayOut(this, m_display);
+}
+
+void LogPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    const QString status = SegmentPath(basePath, segments, StatusSegment);
+    m_display->SetLogMessage_ValuePath(Below(status, mcskeys::LogMessage));
+}

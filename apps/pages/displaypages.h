@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/pages/page.h>
+
+class MCSCommandsDisplay;
+class MCSConfigDisplay;
+class MCSLogDisplay;
+class MCSStatusDisplay;
+class VCPushButton;
+
+/// What the server does, at a glance.
+class StatusPage : public Page {
+    Q_OBJECT
+
+  public:
+    explicit StatusPage(QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    MCSStatusDisplay* m_display;
+};
+
+/// The server's configuration, and saving it.
+class ConfigPage : public Page {
+    Q_OBJECT
+
+  public:
+    explicit ConfigPage(QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    MCSConfigDisplay* m_display;
+    VCPushButton* m_save;
+};
+
+/// What the server is told to do.
+class CommandsPage : public Page {
+    Q_OBJECT
+
+  public:
+    explicit CommandsPage(QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    MCSCommandsDisplay* m_display;
+};
+
+/// What happens at the server.
+class LogPage : public Page {
+    Q_OBJECT
+
+  public:
+    explicit LogPage(QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    MCSLogDisplay* m_display;
+};

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/pages/page.h>
+
+class MCSMpxORVStatusListDisplay;
+class MCSMpxORVStatusListModel;
+class PolicyPanel;
+class QGroupBox;
+class QTableView;
+class VCLineEdit;
+
+/// All MpxORVs of the server, with the comment and the policies of the one that is chosen.
+class MpxOrvsPage : public Page {
+    Q_OBJECT
+
+  public:
+    explicit MpxOrvsPage(QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    QWidget* BuildDetails();
+    void ShowChosen();
+
+    MCSMpxORVStatusListDisplay* m_list;
+    QTableView* m_view;
+    MCSMpxORVStatusListModel* m_model;
+    QGroupBox* m_details = nullptr;
+    VCLineEdit* m_comment = nullptr;
+    PolicyPanel* m_policies = nullptr;
+    QString m_chosen;  ///< the node's path; empty while none is chosen
+};

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
+
+#include <devicecontrol/multichannelserver/common/formrow.h>
+#include <devicecontrol/multichannelserver/common/mcscommands.h>
+
+#include <platform/values/tree.h>
+#include <platform/widgets/vccheckbox.h>
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QGridLayout>
+
+MCSCommandsDisplay::MCSCommandsDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
+    : QWidget(parent, flags) {
+    setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSCommandsDisplay"));
+    MCSCommandsDisplay::Build();
+    MCSCommandsDisplay::SetCommands_ValuePath(QString());
+}
+
+MCSCommandsDisplay::~MCSCommandsDisplay() {
+    MCSCommandsDisplay::SetCommands_ValuePath(QString());
+}
+
+void MCSCommandsDisplay::Build() {
+    auto* const grid = new QGridLayout(this);
+    grid->setMargin(5);
+    grid->setAlignment(Qt::AlignTop);
+    m_shallBeConnectedDisp = new VCCheckBox(this, nullptr);
+    m_shallBeConnectedDisp->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Minimum);
+    formrow::Add(*grid, {tr("Shall be connected to ORV:"), m_shallBeConnectedDisp, "shallBeConnectedState"});
+    // Deliberately by name, as is the timer below.
+    connect(m_shallBeConnectedDisp, SIGNAL(stateChanged(int)), this,
+            SLOT(on_m_pShallBeConnectedDisp_stateChanged(int)));
+}
+
+bool MCSCommandsDisplay::SetCommands_ValuePath(const QString& path) {
+    const values::Tree* const tree = values::Tree::Instance();
+    const bool isThere = !path.isEmpty() && tree != nullptr && tree->FindNode(path) != nullptr;
+    m_commands.reset();
+    if (isThere) {
+        m_commands = std::make_unique<MCSCommands>(&path);
+        m_shallBeConnectedDisp->Set_ValuePath(m_commands->GetShallBeConnected_ValuePath());
+    }
+    // Without a node the old binding stays, deliberately: the disabled box goes on showing the last content.
+    m_shallBeConnectedDisp->setEnabled(isThere);
+    return isThere;
+}
+
+/// A disabled widget passes the focus on to the next one, which would get what somebody types meanwhile: this
+/// display keeps it until the box is back.
+void MCSCommandsDisplay::on_m_pShallBeConnectedDisp_stateChanged(int) {
+    const bool hasFocus = window()->focusWidget() == m_shallBeConnectedDisp;
+    m_shallBeConnectedDisp->setEnabled(false);
+    if (hasFocus) setFocus();
+    ++m_locks;
+    QTimer::singleShot(LockTime, this, SLOT(enableConnectionCheckbox()));
+}
+
+/// Only once: a box that stays locked here is unlocked by the next successful binding, deliberately.
+void MCSCommandsDisplay::enableConnectionCheckbox() {
+    if (m_locks > 0 && --m_locks > 0) return;  // a later click, on a box that was bound anew meanwhile
+    const values::Value<bool>* const value =
+        m_commands != nullptr ? m_commands->GetShallBeConnectedValue() : nullptr;
+    if (value == nullptr || value->GetState() == values::Stale) return;
+    m_shallBeConnectedDisp->setEnabled(true);
+    if (window()->focusWidget() == this) m_shallBeConnectedDisp->setFocus();
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <QtCore/QString>
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+class MCSCommands;
+class VCCheckBox;
+
+/// The switch that tells the server whether it shall be connected to its device. After each click it is
+/// locked for a moment. GUI thread only.
+class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {
+    Q_OBJECT
+
+  public:
+    static constexpr int LockTime = 250;  ///< ms
+
+    /// \a name, the object name, may be null for "MCSCommandsDisplay".
+    explicit MCSCommandsDisplay(QWidget* parent = nullptr, const char* name = nullptr,
+                                Qt::WindowFlags flags = Qt::WindowFlags());
+    ~MCSCommandsDisplay() override;
+
+    /// Binds the switch to the commands subtree at \a path, also anew if it is that one already.
+    /// \return whether a node is there; otherwise the switch is disabled until the next call.
+    virtual bool SetCommands_ValuePath(const QString& path);
+
+  protected:
+    virtual void Build();
+
+  public Q_SLOTS:
+    void on_m_pShallBeConnectedDisp_stateChanged(int state);
+    void enableConnectionCheckbox();
+
+  private:
+    std::unique_ptr<MCSCommands> m_commands;  ///< null while unbound
+    VCCheckBox* m_shallBeConnectedDisp = nullptr;
+    int m_locks = 0;  ///< clicks less than LockTime ago
+};

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
+
+#include <devicecontrol/multichannelserver/common/logtextedit.h>
+
+#include <platform/values/valueaccess.h>
+#include <platform/widgets/guibase.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QPointer>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+MCSLogDisplay::MCSLogDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
+    : QWidget(parent, flags) {
+    setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSLogDisplay"));
+    MCSLogDisplay::Build();
+    MCSLogDisplay::SetLogMessage_ValuePath(QString());
+}
+
+MCSLogDisplay::~MCSLogDisplay() {
+    MCSLogDisplay::SetLogMessage_ValuePath(QString());
+}
+
+void MCSLogDisplay::Build() {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(5);
+
+    m_textEdit = new LogTextEdit(this);
+    m_textEdit->setObjectName(QStringLiteral("LogTextEdit"));
+    m_textEdit->setAccessibleName(tr("Log messages"));
+    m_textEdit->setWordWrapMode(QTextOption::NoWrap);
+    m_textEdit->setAcceptRichText(true);
+    layout->addWidget(m_textEdit, 1);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->setContentsMargins(5, 5, 5, 5);
+    layout->addLayout(buttons);
+    BuildButtons(*buttons);
+}
+
+void MCSLogDisplay::BuildButtons(QHBoxLayout& layout) {
+    auto* const clear = new QPushButton(tr("Clear"), this);
+    clear->setObjectName(QStringLiteral("ClearButton"));
+    connect(clear, SIGNAL(clicked()), this, SLOT(SlotClear()));
+    layout.addWidget(clear);
+
+    auto* const save = new QPushButton(tr("Save to file..."), this);
+    save->setObjectName(QStringLiteral("SaveLogButton"));
+    connect(save, SIGNAL(clicked()), this, SLOT(SlotSaveLog()));
+    layout.addWidget(save);
+}
+
+bool MCSLogDisplay::SetLogMessage_ValuePath(const QString& path) {
+    if (m_pLogMessage != nullptr) m_pLogMessage->DeleteObserver(this);
+    m_pLogMessage = nullptr;
+    if (!path.isEmpty()) {
+        m_pLogMessage = values::FindValue<values::Value<QString>>(path, nullptr, this);
+        values::NotifyInitially(m_pLogMessage, this);
+    }
+    return m_pLogMessage != nullptr;
+}
+
+void MCSLogDisplay::SetMaxMessages(int max) {
+    if (max < 1) return;
+    m_maxMessages = max;
+    ClearExceedingLines();
+}
+
+void MCSLogDisplay::Update(Observable* source, TChangeCode code) {
+    if (m_pLogMessage == nullptr || source != m_pLogMessage) return;
+    if (code == changecode::ContentChanged) {
+        OnNewLogMessageArrived(m_pLogMessage->GetValue());
+    } else if (code == changecode::StateChanged && m_pLogMessage->GetState() == values::GoingAway) {
+        m_pLogMessage->DeleteObserver(this);
+        m_pLogMessage = nullptr;
+    }
+}
+
+// The view follows the end only where it is there already: whoever reads further up is not disturbed.
+void MCSLogDisplay::OnNewLogMessageArrived(const QString& text) {
+    if (text.isEmpty()) return;
+    m_textEdit->AppendMessage(text);
+    ClearExceedingLines();
+}
+
+// Deliberate: not only the oldest lines.
+void MCSLogDisplay::ClearExceedingLines() {
+    if (m_textEdit->document()->blockCount() > m_maxMessages) m_textEdit->clear();
+}
+
+void MCSLogDisplay::SlotClear() {
+    m_textEdit->clear();
+}
+
+void MCSLogDisplay::SlotSaveLog() {
+    const QPointer<MCSLogDisplay> self(this);  // a dialog lets everything else go on
+    const QString fileName = QFileDialog::getSaveFileName(
+        this, tr("Save log messages..."), QStringLiteral("mcslog.html"), tr("HTML file (*.html)"), nullptr,
+        GuiBase::Instance().UseNativeDialogs());
+    if (self == nullptr || fileName.isEmpty()) return;
+    if (QFile::exists(fileName) && !MayWrite(fileName)) return;
+    if (self != nullptr) SlotSaveLogToFile(fileName);
+}
+
+bool MCSLogDisplay::MayWrite(const QString& fileName) {
+    QString question = tr("File '%1' already exists.\nDo you want to overwrite it?").arg(fileName);
+    if (Qt::mightBeRichText(question)) question = Qt::convertFromPlainText(question);
+    return QMessageBox::warning(this, tr("File exists"), question, tr("Overwrite"), tr("Cancel"), QString(),
+                                1, 1) == 0;
+}
+
+void MCSLogDisplay::SlotSaveLogToFile(QString sFileName) {  // NOLINT(performance-unnecessary-value-param)
+    QFile file(sFileName);
+    if (!file.open(QIODevice::WriteOnly)) return;
+    QTextStream stream(&file);
+    stream << m_textEdit->toPlainText();
+}
+
+void MCSLogDisplay::showEvent(QShowEvent*) {
+    emit SignalVisible(true);
+}
+
+void MCSLogDisplay::hideEvent(QHideEvent*) {
+    emit SignalVisible(false);
+}

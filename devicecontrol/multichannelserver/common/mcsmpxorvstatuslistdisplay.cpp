@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
+
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
+
+#include <platform/widgets/plaintextdelegate.h>
+
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QTableView>
+
+namespace {
+
+constexpr int CommentColumn = 3;
+
+}  // namespace
+
+MCSMpxORVStatusListDisplay::MCSMpxORVStatusListDisplay(QWidget* parent, Qt::WindowFlags flags)
+    : QWidget(parent, flags) {
+    setObjectName(QStringLiteral("MCSMpxORVStatusListDisplay"));
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    m_view = new QTableView(this);
+    m_view->setObjectName(QStringLiteral("MCSMpxORVStatusListView"));
+    m_view->setAccessibleName(tr("MpxORVs"));
+    m_view->setMinimumSize(200, 80);
+    m_view->setTabKeyNavigation(false);  // or the keyboard would not get out again
+    m_view->setItemDelegate(new PlainTextDelegate(m_view));
+    layout->addWidget(m_view);
+
+    m_model = new MCSMpxORVStatusListModel(this);
+    m_view->setModel(m_model);
+}
+
+MCSMpxORVStatusListDisplay::~MCSMpxORVStatusListDisplay() = default;
+
+bool MCSMpxORVStatusListDisplay::AddMpxORVs_ValuePath(const QString& path) {
+    return m_model->addMpxORVs_ValuePath(path);
+}
+
+void MCSMpxORVStatusListDisplay::RemoveAllMpxORVs_ValuePaths() {
+    m_model->removeAllMpxORVs_ValuePaths();
+}
+
+void MCSMpxORVStatusListDisplay::SetMaySeeFullStatusInformation(bool may) {
+    m_view->setColumnHidden(CommentColumn, !may);
+}

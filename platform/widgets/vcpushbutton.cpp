@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/widgets/vcpushbutton.h>
+
+#include <platform/values/value.h>
+
+namespace {
+
+bool IsBoolean(const values::ValueBase& value) {
+    return dynamic_cast<const values::Value<bool>*>(&value) != nullptr;
+}
+
+}  // namespace
+
+VCPushButton::VCPushButton(QWidget* parent, const char* name)
+    : QPushButton(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
+    if (name != nullptr) setObjectName(QString::fromUtf8(name));
+    setAutoDefault(false);  // Enter in a field beside it belongs to the field
+    connect(this, &QPushButton::clicked, this, &VCPushButton::Push);
+    m_binding.RefreshNow();
+}
+
+VCPushButton::~VCPushButton() = default;
+
+void VCPushButton::Set_ValuePath(const QString& path) {
+    m_binding.SetPath(path);
+}
+
+void VCPushButton::Push() {
+    if (!m_binding.MayEdit()) return m_binding.Refuse(tr("This cannot be changed now."));
+    m_binding.ForgetRefusal();
+    m_binding.GetValueAs<values::Value<bool>>()->SetValue(true);
+    m_binding.RequestRefresh();
+}
+
+void VCPushButton::ShowValue(const values::ValueBase* value) {
+    const auto* const flag = static_cast<const values::Value<bool>*>(value);
+    setDown(flag != nullptr && flag->GetValue());
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/common/serveraddress.h>
+
+#include <tests/support/printing.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Good {
+    const char* name;
+    const char* text;
+    const char* host;
+    int port;
+    bool isEncrypted;
+    const char* written;
+};
+
+class GoodServerAddress : public testing::TestWithParam<Good> {};
+
+TEST_P(GoodServerAddress, IsReadAndWritten) {
+    ServerAddress address;
+    EXPECT_EQ(address.Parse(QString::fromLatin1(GetParam().text)), QString());
+    EXPECT_EQ(address.host, QString::fromLatin1(GetParam().host));
+    EXPECT_EQ(address.port, GetParam().port);
+    EXPECT_EQ(address.isEncrypted, GetParam().isEncrypted);
+    EXPECT_EQ(address.ToText(), QString::fromLatin1(GetParam().written));
+    ServerAddress again;
+    EXPECT_EQ(again.Parse(address.ToText()), QString());
+    EXPECT_EQ(again.ToText(), address.ToText());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, GoodServerAddress,
+    testing::Values(Good{"HostAlone", "tower", "tower", 7450, false, "tower:7450"},
+                    Good{"HostAndPort", "tower:8000", "tower", 8000, false, "tower:8000"},
+                    Good{"Ipv4", "10.0.0.1:1", "10.0.0.1", 1, false, "10.0.0.1:1"},
+                    Good{"Ipv6Alone", "::1", "::1", 7450, false, "[::1]:7450"},
+                    Good{"Ipv6InBrackets", "[fe80::1]", "fe80::1", 7450, false, "[fe80::1]:7450"},
+                    Good{"Ipv6AndPort", "[::1]:65535", "::1", 65535, false, "[::1]:65535"},
+                    Good{"PlainScheme", "mcs://tower", "tower", 7450, false, "tower:7450"},
+                    Good{"TlsScheme", "mcss://tower:9", "tower", 9, true, "mcss://tower:9"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct Bad {
+    const char* name;
+    const char* text;
+};
+
+class BadServerAddress : public testing::TestWithParam<Bad> {};
+
+TEST_P(BadServerAddress, IsRefusedAndChangesNothing) {
+    ServerAddress address = {QStringLiteral("before"), 5, true};
+    EXPECT_NE(address.Parse(QString::fromLatin1(GetParam().text)), QString());
+    EXPECT_EQ(address.ToText(), QStringLiteral("mcss://before:5"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, BadServerAddress,
+                         testing::Values(Bad{"Empty", ""}, Bad{"SchemeAlone", "mcs://"},
+                                         Bad{"PortAlone", ":7450"}, Bad{"NoPortBehindColon", "tower:"},
+                                         Bad{"PortZero", "tower:0"}, Bad{"PortTooLarge", "tower:65536"},
+                                         Bad{"PortNegative", "tower:-1"}, Bad{"PortNoNumber", "tower:x"},
+                                         Bad{"BracketOpen", "[::1"}, Bad{"BehindBracket", "[::1]x"},
+                                         Bad{"NothingInBrackets", "[]:7450"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ServerAddress, RefusesAHostThatIsTooLongForAName) {
+    ServerAddress address;
+    EXPECT_NE(address.Parse(QString(254, QLatin1Char('a'))), QString());
+    EXPECT_EQ(address.Parse(QString(253, QLatin1Char('a'))), QString());
+}
+
+TEST(ServerAddress, GivesTheSchemeAndTheBareHostToTheConnection) {
+    ServerAddress address;
+    ASSERT_EQ(address.Parse(QStringLiteral("[::1]:7450")), QString());
+    EXPECT_EQ(address.ToVtAddress(), QStringLiteral("mcs://::1"));
+    address.isEncrypted = true;
+    EXPECT_EQ(address.ToVtAddress(), QStringLiteral("mcss://::1"));
+}
+
+}  // namespace

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: Apache-2.0
+// The console's window against a server in a process of its own: driven by mouse and keyboard, and what is
+// read is what the operator sees.
+#include <apps/mcconsole/consolewindow.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/values/tree.h>
+
+#include <tests/apps/mcserver/serverprocess.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QProcess>
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTextEdit>
+
+#include <memory>
+
+namespace {
+
+constexpr char StaticMpxOrvs[] = "[StaticMpxORVs]\nNames=\"Tower, Van 1\"\n";
+
+class ConsoleTest : public testing::Test {
+  protected:
+    ConsoleTest() {
+        CfgCenter::Instance().SetStorePath(server.Path(QStringLiteral("console.ini")));
+        tree = std::make_unique<values::Tree>();
+        window = std::make_unique<ConsoleWindow>(VtClientOptions());
+        window->GetSession().SetMpxOrvName(QStringLiteral("TestConsole"));
+        window->show();
+    }
+    ~ConsoleTest() override {
+        window.reset();
+        tree.reset();
+        CfgCenter::Instance().SetStorePath(QString());
+    }
+
+    void ConnectToServer(const QStringList& arguments = {}) {
+        ASSERT_NO_FATAL_FAILURE(server.Start(arguments));
+        window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, VtClientOptions());
+        ASSERT_TRUE(WaitFor([this] { return !window->GetSession().GetMpxOrvPath().isEmpty(); }));
+    }
+
+    static bool WaitFor(const std::function<bool()>& condition) { return ServerProcess::WaitFor(condition); }
+
+    /// Brings the page of that name to the front, where it can be clicked at.
+    QWidget* Page(const char* name) {
+        auto* const page = window->findChild<QWidget*>(QString::fromLatin1(name));
+        window->GetTabs()->setCurrentWidget(page);
+        QCoreApplication::processEvents();  // it is laid out when it is shown
+        return page;
+    }
+
+    template <class W>
+    W* Find(const char* page, const char* name) {
+        W* const found = Page(page)->findChild<W*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << page << ' ' << name;
+        return found;
+    }
+
+    QString Label(const char* page, const char* name) { return Find<QLabel>(page, name)->text(); }
+    QLabel* Banner() const { return window->findChild<QLabel*>(QStringLiteral("Banner")); }
+
+    /// What another client of the server says, the command line.
+    QString Tree(QStringList words) const {
+        words = QStringList{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(server.Port())} +
+                words;
+        QProcess process;
+        process.start(QStringLiteral(MCTREE), words);
+        WaitFor([&] { return process.state() == QProcess::NotRunning; });
+        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    }
+
+    static void Type(QLineEdit* field, const char* text) {
+        QTest::mouseClick(field, Qt::LeftButton);
+        field->selectAll();
+        QTest::keyClicks(field, QString::fromLatin1(text));
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+
+    ServerProcess server;
+    std::unique_ptr<values::Tree> tree;
+    std::unique_ptr<ConsoleWindow> window;
+};
+
+TEST_F(ConsoleTest, SaysThatItIsNotConnected) {
+    EXPECT_TRUE(Banner()->isVisible());
+    EXPECT_EQ(Banner()->text(), QStringLiteral("Not connected: choose Server, Connect."));
+    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("- - -"));
+}
+
+TEST_F(ConsoleTest, ShowsWhatTheServerDoes) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    EXPECT_FALSE(Banner()->isVisible());
+    EXPECT_EQ(Label("Status", "nummberOfORVsDisp"), QStringLiteral("0 static and 1 dynamic"));
+    const auto* const connection = window->findChild<QLabel*>(QStringLiteral("Connection"));
+    EXPECT_EQ(connection->text(), QStringLiteral("Connected to 127.0.0.1:%1").arg(server.Port()));
+    EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("Client"))->text(), QStringLiteral("TestConsole"));
+}
+
+TEST_F(ConsoleTest, FollowsAChangeBothWays) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    const QString path = QStringLiteral("/MultiChannelServer/Config/DeviceName");
+    auto* const name = Find<QLineEdit>("Configuration", "deviceNameDisp");
+    Type(name, "Mast 7");
+    EXPECT_TRUE(WaitFor([&] { return Tree({QStringLiteral("get"), path}) == QLatin1String("Mast 7"); }));
+    Tree({QStringLiteral("set"), path, QStringLiteral("Mast 8")});
+    EXPECT_TRUE(WaitFor([&] { return name->text() == QLatin1String("Mast 8"); }));
+}
+
+TEST_F(ConsoleTest, DisconnectsTheServerFromItsDevice) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    auto* const box = Find<QCheckBox>("Commands", "shallBeConnectedState");
+    ASSERT_TRUE(box->isChecked());
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    EXPECT_FALSE(box->isEnabled());
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Offline"); }));
+    EXPECT_TRUE(WaitFor([&] { return box->isEnabled(); }));
+    EXPECT_FALSE(box->isChecked());
+}
+
+TEST_F(ConsoleTest, TunesItsOwnMpxOrvAndShowsTheAnswers) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    auto* const answers = Find<QTextEdit>("MyMpxORV", "LogTextEdit");
+    Type(Find<QLineEdit>("MyMpxORV", "qt_spinbox_lineedit"), "121.5");
+    EXPECT_TRUE(
+        WaitFor([&] { return answers->toPlainText().contains(QLatin1String("tuned to 121.5 MHz")); }));
+    QTest::mouseClick(Find<QPushButton>("MyMpxORV", "BuiltInTest"), Qt::LeftButton);
+    EXPECT_TRUE(
+        WaitFor([&] { return answers->toPlainText().contains(QLatin1String("refused: needs MayBIT")); }));
+}
+
+TEST_F(ConsoleTest, AsksOnceMoreForTheFrequencyThatItHas) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    auto* const answers = Find<QTextEdit>("MyMpxORV", "LogTextEdit");
+    auto* const field = Find<QLineEdit>("MyMpxORV", "qt_spinbox_lineedit");
+    auto* const tune = Find<QPushButton>("MyMpxORV", "Tune");
+    const auto answered = [&](int times) {
+        return WaitFor([&] { return answers->toPlainText().count(QLatin1String("tuned to 100")) == times; });
+    };
+    QTest::mouseClick(field, Qt::LeftButton);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("100"));
+    QTest::mouseClick(tune, Qt::LeftButton);
+    EXPECT_TRUE(answered(1)) << answers->toPlainText().toStdString();
+    QTest::mouseClick(tune, Qt::LeftButton);
+    EXPECT_TRUE(answered(2)) << answers->toPlainText().toStdString();
+}
+
+TEST_F(ConsoleTest, SwitchesAPolicyOfAnotherMpxOrv) {
+    server.WriteFile(QStringLiteral("mcserver.ini"), StaticMpxOrvs);
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
+    list->selectRow(1);
+    auto* const box = Page("MpxORVs")->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
+    ASSERT_FALSE(box->isChecked());
+    QTest::keyClick(box, Qt::Key_Space);
+    const QString path = QStringLiteral("/MultiChannelServer/StaticMpxORVs/Van 1/Policy/MayBIT");
+    EXPECT_TRUE(WaitFor([&] { return Tree({QStringLiteral("get"), path}) == QLatin1String("true"); }));
+    EXPECT_TRUE(box->isChecked());
+}
+
+TEST_F(ConsoleTest, TakesBackAPolicyThatItMayNotSwitch) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 1; }));
+    auto* const box = Page("MpxORVs")->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
+    QTest::keyClick(box, Qt::Key_Space);
+    EXPECT_TRUE(WaitFor([&] { return box->accessibleDescription().contains(QLatin1String("Refused")); }));
+    EXPECT_TRUE(WaitFor([&] { return !box->isChecked(); }));
+}
+
+TEST_F(ConsoleTest, ShowsThatTheServerIsLostAndComesBackByItself) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const box = Find<QCheckBox>("Commands", "shallBeConnectedState");
+    ASSERT_TRUE(box->isEnabled());
+    server.Kill();
+    ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
+    EXPECT_TRUE(Banner()->text().contains(QLatin1String("is lost, trying again")))
+        << Banner()->text().toStdString();
+    EXPECT_FALSE(box->isEnabled());
+    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("- - -"));
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    EXPECT_FALSE(Banner()->isVisible());
+    EXPECT_TRUE(box->isEnabled());
+    EXPECT_TRUE(WaitFor([this] { return !window->GetSession().GetMpxOrvPath().isEmpty(); }));
+}
+
+TEST_F(ConsoleTest, GivesItsMpxOrvBackAndTakesItAgain) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    const QStringList list{QStringLiteral("ls"), QStringLiteral("/MultiChannelServer/DynamicMpxORVs")};
+    ASSERT_TRUE(Tree(list).contains(QLatin1String("TestConsole")));
+    auto* const box = Find<QCheckBox>("MyMpxORV", "UseMpxORV");
+    QTest::keyClick(box, Qt::Key_Space);
+    EXPECT_TRUE(WaitFor([&] { return !Tree(list).contains(QLatin1String("TestConsole")); }));
+    QTest::keyClick(box, Qt::Key_Space);
+    EXPECT_TRUE(WaitFor([&] { return Tree(list).contains(QLatin1String("TestConsole")); }));
+}
+
+TEST_F(ConsoleTest, ShowsWhatAViewerMaySee) {
+    ServerProcess maker;
+    ASSERT_EQ(maker.Run({QStringLiteral("--make-token"), QStringLiteral("eve"), QStringLiteral("viewer")}),
+              0);
+    const QString token = maker.Output().section(QLatin1Char('\n'), 0, 0).section(QLatin1Char(' '), 1);
+    const QString line = maker.Output().section(QLatin1Char('\n'), 1, 1).section(QStringLiteral(": "), 1);
+    server.WriteFile(QStringLiteral("access"),
+                     "allow viewer read /MultiChannelServer/Status\n" + line.toUtf8() + '\n');
+    ASSERT_NO_FATAL_FAILURE(
+        server.Start({QStringLiteral("--access"), server.Path(QStringLiteral("access"))}));
+    VtClientOptions options;
+    options.user = QStringLiteral("eve");
+    options.token = token;
+    window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, options);
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    EXPECT_EQ(Find<QLineEdit>("Configuration", "deviceNameDisp")->text(), QString());
+    EXPECT_FALSE(Find<QCheckBox>("Commands", "shallBeConnectedState")->isEnabled());
+}
+
+TEST_F(ConsoleTest, SaysWhyItIsNotLetIn) {
+    server.WriteFile(QStringLiteral("access"), "allow viewer read /MultiChannelServer/Status\n");
+    ASSERT_NO_FATAL_FAILURE(
+        server.Start({QStringLiteral("--access"), server.Path(QStringLiteral("access"))}));
+    window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, VtClientOptions());
+    EXPECT_TRUE(WaitFor([this] {
+        return Banner()->text().contains(QLatin1String("user or token is wrong"));
+    })) << Banner()->text().toStdString();
+}
+
+}  // namespace

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+// The program itself, and the server with its window.
+#include <tests/apps/mcserver/serverprocess.h>
+#include <tests/support/programrunner.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QDir>
+#include <QtGui/QImage>
+
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::string> Pictures(const QString& directory) {
+    std::vector<std::string> names;
+    for (const QString& name : QDir(directory).entryList(QDir::Files, QDir::Name))
+        names.push_back(name.toStdString());
+    return names;
+}
+
+QImage Status(const QString& directory) {
+    return QImage(QDir(directory).filePath(QStringLiteral("console-Status.png")));
+}
+
+class ConsoleProcess : public testing::Test, protected ProgramRunner {
+  protected:
+    int Run(const QStringList& words) {
+        StartProgram(QStringLiteral(MCCONSOLE), words);
+        return WaitForEnd();
+    }
+
+    QStringList ConnectWords(const QString& pictures) const {
+        return {QStringLiteral("--connect"),    QStringLiteral("127.0.0.1:%1").arg(server.Port()),
+                QStringLiteral("--config"),     server.Path(QStringLiteral("console.ini")),
+                QStringLiteral("--screenshot"), pictures};
+    }
+
+    ServerProcess server;
+};
+
+TEST_F(ConsoleProcess, SavesAPictureOfEveryPageAndEnds) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    const QString pictures = server.Path(QStringLiteral("pictures"));
+    EXPECT_EQ(Run(ConnectWords(pictures)), 0) << errors.constData();
+    EXPECT_THAT(
+        Pictures(pictures),
+        ElementsAre("console-Commands.png", "console-Configuration.png", "console-Connect.png",
+                    "console-Log.png", "console-MpxORVs.png", "console-MyMpxORV.png", "console-Status.png"));
+    EXPECT_GE(Status(pictures).width(), 800);
+}
+
+TEST_F(ConsoleProcess, IsTwiceAsLargeWhereEverythingIs) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
+    const QString large = server.Path(QStringLiteral("large"));
+    EXPECT_EQ(Run(ConnectWords(large)), 0) << errors.constData();
+    environment.remove(QStringLiteral("QT_SCALE_FACTOR"));
+    const QString normal = server.Path(QStringLiteral("normal"));
+    EXPECT_EQ(Run(ConnectWords(normal)), 0) << errors.constData();
+    EXPECT_EQ(Status(large).size(), 2 * Status(normal).size());
+}
+
+TEST_F(ConsoleProcess, IsDarkWhereThatIsWanted) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    const QString pictures = server.Path(QStringLiteral("pictures"));
+    EXPECT_EQ(Run(ConnectWords(pictures)), 0) << errors.constData();
+    EXPECT_GT(qGray(Status(pictures).pixel(700, 600)), 150);
+    EXPECT_EQ(Run(ConnectWords(pictures) << QStringLiteral("--dark")), 0) << errors.constData();
+    EXPECT_LT(qGray(Status(pictures).pixel(700, 600)), 100);
+}
+
+TEST_F(ConsoleProcess, FailsIfThereIsNothingToTakePicturesOf) {
+    server.WriteFile(QStringLiteral("file"), "in the way");
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    EXPECT_EQ(Run(ConnectWords(server.Path(QStringLiteral("file/below")))), 1);
+    EXPECT_TRUE(errors.contains("mcconsole: ")) << errors.constData();
+}
+
+TEST_F(ConsoleProcess, NeedsADisplay) {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QString::fromLatin1(name));
+    EXPECT_EQ(Run({}), 1);
+    EXPECT_EQ(errors, QByteArray("mcconsole: there is no display to show a window on\n"));
+    EXPECT_EQ(Run({QStringLiteral("--version")}), 0);
+}
+
+TEST_F(ConsoleProcess, ComplainsInOneLine) {
+    EXPECT_EQ(Run({QStringLiteral("--connect"), QStringLiteral("tower:x")}), 2);
+    EXPECT_EQ(errors, QByteArray("mcconsole: --connect: \"x\" is no port from 1 to 65535 (see --help)\n"));
+}
+
+TEST_F(ConsoleProcess, ShowsThePagesOfTheServersOwnWindow) {
+    server.UseWindow();
+    const QString pictures = server.Path(QStringLiteral("pictures"));
+    EXPECT_EQ(
+        server.Run({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--config"),
+                    server.ConfigPath(), QStringLiteral("--screenshot"), pictures}),
+        0)
+        << server.Errors().toStdString();
+    EXPECT_THAT(Pictures(pictures), ElementsAre("server-Commands.png", "server-Configuration.png",
+                                                "server-Log.png", "server-MpxORVs.png", "server-Status.png"));
+}
+
+TEST_F(ConsoleProcess, EndsTheServerWithItsWindowWhenAsked) {
+    server.UseWindow();
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    EXPECT_EQ(server.Terminate(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>ConfigPage</name>
+    <message>
+        <source>&amp;Save configuration</source>
+        <translation>Konfiguration &amp;speichern</translation>
+    </message>
+    <message>
+        <source>Save configuration</source>
+        <translation>Konfiguration speichern</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectDialog</name>
+    <message>
+        <source>&amp;Encrypted (TLS)</source>
+        <translation>&amp;Verschlüsselt (TLS)</translation>
+    </message>
+    <message>
+        <source>Connect to a server</source>
+        <translation>Mit einem Server verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>&amp;Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Connect</source>
+        <translation>&amp;Verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Server:</source>
+        <translation>&amp;Server:</translation>
+    </message>
+    <message>
+        <source>Certificate &amp;authority:</source>
+        <translation>Zertifizierungs&amp;stelle:</translation>
+    </message>
+    <message>
+        <source>&amp;User:</source>
+        <translation>&amp;Benutzer:</translation>
+    </message>
+    <message>
+        <source>&amp;Token:</source>
+        <translation>&amp;Token:</translation>
+    </message>
+    <message>
+        <source>those that the system trusts</source>
+        <translation>die, denen das System vertraut</translation>
+    </message>
+    <message>
+        <source>Certificate authority</source>
+        <translation>Zertifizierungsstelle</translation>
+    </message>
+    <message>
+        <source>Certificates (*.pem *.crt);;All files (*)</source>
+        <translation>Zertifikate (*.pem *.crt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be a server: write HOST or HOST:PORT.</source>
+        <translation>&quot;%1&quot; kann kein Server sein: HOST oder HOST:PORT angeben.</translation>
+    </message>
+    <message>
+        <source>A token belongs to a user: say whose it is.</source>
+        <translation>Ein Token gehört zu einem Benutzer: bitte angeben, zu wem.</translation>
+    </message>
+</context>
+<context>
+    <name>ConsoleWindow</name>
+    <message>
+        <source>Multi-channel console</source>
+        <translation>Mehrkanal-Konsole</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+    <message>
+        <source>My MpxORV</source>
+        <translation>Mein MpxORV</translation>
+    </message>
+    <message>
+        <source>The round trip to the server</source>
+        <translation>Die Laufzeit zum Server und zurück</translation>
+    </message>
+    <message>
+        <source>What this console is called at the server</source>
+        <translation>Wie diese Konsole beim Server heißt</translation>
+    </message>
+    <message>
+        <source>&amp;Server</source>
+        <translation>&amp;Server</translation>
+    </message>
+    <message>
+        <source>&amp;Connect...</source>
+        <translation>&amp;Verbinden...</translation>
+    </message>
+    <message>
+        <source>&amp;Disconnect</source>
+        <translation>&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Dark colours</source>
+        <translation>&amp;Dunkle Farben</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Über</translation>
+    </message>
+    <message>
+        <source>Connect to a server</source>
+        <translation>Mit einem Server verbinden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be a server.</source>
+        <translation>&quot;%1&quot; kann kein Server sein.</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Multi-channel console %1</source>
+        <translation>Mehrkanal-Konsole %1</translation>
+    </message>
+    <message>
+        <source>No MpxORV is connected.</source>
+        <translation>Kein MpxORV ist verbunden.</translation>
+    </message>
+    <message>
+        <source>MpxORV: %1</source>
+        <translation>MpxORV: %1</translation>
+    </message>
+    <message>
+        <source>There is no MpxORV: %1</source>
+        <translation>Es gibt keinen MpxORV: %1</translation>
+    </message>
+    <message>
+        <source>Not connected</source>
+        <translation>Nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Connecting to %1</source>
+        <translation>Verbindung zu %1 wird aufgebaut</translation>
+    </message>
+    <message>
+        <source>Connected to %1, encrypted</source>
+        <translation>Mit %1 verbunden, verschlüsselt</translation>
+    </message>
+    <message>
+        <source>Connected to %1</source>
+        <translation>Mit %1 verbunden</translation>
+    </message>
+    <message>
+        <source>The connection to %1 is lost, trying again</source>
+        <translation>Die Verbindung zu %1 ist verloren, neuer Versuch läuft</translation>
+    </message>
+    <message>
+        <source>Not connected: choose Server, Connect.</source>
+        <translation>Nicht verbunden: Server, Verbinden wählen.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>What the connection does, and why</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+</context>
+<context>
+    <name>MpxOrvPage</name>
+    <message>
+        <source>Use an MpxORV of my own</source>
+        <translation>Einen eigenen MpxORV benutzen</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Operation mode:</source>
+        <translation>Betriebsart:</translation>
+    </message>
+    <message>
+        <source>Does:</source>
+        <translation>Tut:</translation>
+    </message>
+    <message>
+        <source>Job master:</source>
+        <translation>Auftragsmaster:</translation>
+    </message>
+    <message>
+        <source>Requests</source>
+        <translation>Anforderungen</translation>
+    </message>
+    <message>
+        <source> MHz</source>
+        <translation> MHz</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>&amp;Tune</source>
+        <translation>&amp;Einstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Frequency:</source>
+        <translation>&amp;Frequenz:</translation>
+    </message>
+    <message>
+        <source>Report interval</source>
+        <translation>Meldeintervall</translation>
+    </message>
+    <message>
+        <source>Report &amp;interval:</source>
+        <translation>Melde&amp;intervall:</translation>
+    </message>
+    <message>
+        <source>Take or give up &amp;mastership</source>
+        <translation>&amp;Master werden oder aufgeben</translation>
+    </message>
+    <message>
+        <source>&amp;Restart job</source>
+        <translation>Auftrag &amp;neu starten</translation>
+    </message>
+    <message>
+        <source>&amp;Built-in test</source>
+        <translation>Selb&amp;sttest</translation>
+    </message>
+    <message>
+        <source>Ca&amp;librate</source>
+        <translation>&amp;Kalibrieren</translation>
+    </message>
+    <message>
+        <source>Policies</source>
+        <translation>Rechte</translation>
+    </message>
+    <message>
+        <source>Answers</source>
+        <translation>Antworten</translation>
+    </message>
+</context>
+<context>
+    <name>MpxOrvsPage</name>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Comment:</source>
+        <translation>Kommentar:</translation>
+    </message>
+    <message>
+        <source>No MpxORV is chosen</source>
+        <translation>Kein MpxORV ist ausgewählt</translation>
+    </message>
+</context>
+<context>
+    <name>PolicyPanel</name>
+    <message>
+        <source>May tune a single frequency</source>
+        <translation>Darf eine einzelne Frequenz einstellen</translation>
+    </message>
+    <message>
+        <source>May alter frequency ranges</source>
+        <translation>Darf Frequenzbereiche ändern</translation>
+    </message>
+    <message>
+        <source>May read a frequency from the master&apos;s ranges</source>
+        <translation>Darf eine Frequenz aus den Bereichen des Masters lesen</translation>
+    </message>
+    <message>
+        <source>May be job master</source>
+        <translation>Darf Auftragsmaster sein</translation>
+    </message>
+    <message>
+        <source>Follows the master&apos;s job</source>
+        <translation>Folgt dem Auftrag des Masters</translation>
+    </message>
+    <message>
+        <source>Sees the RF of the master&apos;s job</source>
+        <translation>Sieht die HF des Masterauftrags</translation>
+    </message>
+    <message>
+        <source>May restart the job</source>
+        <translation>Darf den Auftrag neu starten</translation>
+    </message>
+    <message>
+        <source>May run built-in tests</source>
+        <translation>Darf Selbsttests ausführen</translation>
+    </message>
+    <message>
+        <source>May calibrate</source>
+        <translation>Darf kalibrieren</translation>
+    </message>
+    <message>
+        <source>May alter device settings</source>
+        <translation>Darf Geräteeinstellungen ändern</translation>
+    </message>
+</context>
+<context>
+    <name>ServerWindow</name>
+    <message>
+        <source>Multi-channel server: %1</source>
+        <translation>Mehrkanal-Server: %1</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+    <message>
+        <source>Listening on %1</source>
+        <translation>Erreichbar unter %1</translation>
+    </message>
+    <message>
+        <source>End the server</source>
+        <translation>Server beenden</translation>
+    </message>
+    <message>
+        <source>1 client</source>
+        <translation>1 Client</translation>
+    </message>
+    <message>
+        <source>%1 clients</source>
+        <translation>%1 Clients</translation>
+    </message>
+    <message>
+        <source>A client will lose the server. End it all the same?</source>
+        <translation>Ein Client verliert den Server. Trotzdem beenden?</translation>
+    </message>
+    <message>
+        <source>%1 clients will lose the server. End it all the same?</source>
+        <translation>%1 Clients verlieren den Server. Trotzdem beenden?</translation>
+    </message>
+</context>
+</TS>
