@@ -13,7 +13,9 @@ set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observ
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
   blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
   treepath.h treewatcher.h vtclient.h vtclientdetail.h
-  vtlimits.h vttic.h)
+  vtlimits.h vttic.h
+  modbusaddress.h modbusconnection.h modbuserror.h modbusmessage.h modbussettings.h modbustcpinterface.h
+  reconnectdelay.h systemmessage.h)
 list(TRANSFORM mcs_private_headers REPLACE "\\." "\\\\.")
 list(JOIN mcs_private_headers "|" mcs_private_pattern)
 install(DIRECTORY platform devicecontrol DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
