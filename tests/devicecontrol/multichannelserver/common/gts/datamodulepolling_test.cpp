@@ -118,10 +118,34 @@ TEST_F(APolledModule, DoesNotTakeWhatItReadBeforeItWasLostForAReading) {
     ASSERT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_TRUE(IsBlanked(First));
     EXPECT_TRUE(IsBlanked(Second));
+}
+
+TEST_F(APolledModule, DoesNotTakeWhatItReadBeforeItWasDisconnectedForAReading) {
+    const auto module = MakeConnected(FakeModules::AllInactive);
     module->Disconnect();
+    m_modules.Read(m_ip, 0);
     module->Connect();
     ASSERT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_TRUE(IsBlanked(First));
+}
+
+TEST_F(APolledModule, DoesNotTakeWhatItReadBeforeAnErrorForAReading) {
+    const auto module = Make();
+    module->SlotOnInputDiscretesChanged(12, 5);
+    module->SlotOnConnectionEstablished();
+    module->SlotOnConnectionError(110, QString());
+    EXPECT_EQ(NumberAt("ADAM-6051-0/InputDiscretes")->GetValue(), 0);
+    module->SlotOnConnectionEstablished();
+    EXPECT_EQ(NumberAt("ADAM-6051-0/InputDiscretes")->GetValue(), 0);
+}
+
+TEST_F(APolledModule, DoesNotTakeWhatItReadBeforeItsConnectionClosedForAReading) {
+    const auto module = Make();
+    module->SlotOnInputDiscretesChanged(12, 5);
+    module->SlotOnConnectionEstablished();
+    module->SlotOnConnectionClosed();
+    module->SlotOnConnectionEstablished();
+    EXPECT_EQ(NumberAt("ADAM-6051-0/InputDiscretes")->GetValue(), 0);
 }
 
 TEST_F(APolledModule, IsNotReopenedWhenItsConnectionCloses) {
