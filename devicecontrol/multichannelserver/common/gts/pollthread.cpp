@@ -30,6 +30,8 @@ void PollThread::RequestEnd() {
 
 void PollThread::WaitForEnd() {
     wait();
+    // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
+    const std::lock_guard<std::mutex> lock(m_mutex);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
