@@ -110,7 +110,8 @@ QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
 
 QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) {
     const QString part = target.below.value(0);
-    if (part == mcskeys::Policy) return PolicyRefusal(peer, path, target);
+    const bool isBlanking = target.below == QStringList{MpxOrv::BlankingName()};
+    if (part == mcskeys::Policy || isBlanking) return PolicyRefusal(peer, path, target);
     const bool isRequest = part == MpxOrvRequests::NodeName() && target.below.size() > 1 &&
                            target.below.value(1) != MpxOrvRequests::AnswerName();
     const bool isComment = target.below == QStringList{mcskeys::Status, mcskeys::Comment};
