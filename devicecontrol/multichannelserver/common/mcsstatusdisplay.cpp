@@ -219,8 +219,10 @@ void MCSStatusDisplay::UpdateOfContent(const Observable* observable) {
 }
 
 void MCSStatusDisplay::MarkStaleLabels() {
-    using Values = std::initializer_list<const values::ValueBase*>;
-    const auto mark = [](QLabel& label, Values shown) {
+    const auto valueOf = [this](auto accessor) -> const values::ValueBase* {
+        return m_status != nullptr ? (m_status.get()->*accessor)() : nullptr;
+    };
+    const auto mark = [](QLabel& label, std::initializer_list<const values::ValueBase*> shown) {
         const bool isLive = std::all_of(shown.begin(), shown.end(), [](const values::ValueBase* value) {
             return value != nullptr && value->GetState() == values::Valid;
         });
@@ -229,19 +231,15 @@ void MCSStatusDisplay::MarkStaleLabels() {
         else
             stalemark::Set(label);
     };
-    if (m_status == nullptr) {
-        for (QLabel* const label :
-             {m_onlineDisp, m_freqChannelDisp, m_jobTypeDisp, m_numberOfORVsDisp, m_sweepTimeDisp})
-            stalemark::Set(*label);
-        return;
-    }
-    const values::ValueBase* const online = m_status->GetOnlineValue();
+    const values::ValueBase* const online = valueOf(&MCSStatus::GetOnlineValue);
     mark(*m_onlineDisp, {online});
-    mark(*m_freqChannelDisp,
-         {online, m_status->GetUsedFreqChannelsValue(), m_status->GetFreeFreqChannelsValue()});
-    mark(*m_jobTypeDisp, {online, m_status->GetMcsMasterJobControlledValue()});
-    mark(*m_numberOfORVsDisp, {m_status->GetStaticMpxORVsValue(), m_status->GetDynamicMpxORVsValue()});
-    mark(*m_sweepTimeDisp, {online, m_status->GetOperationModeValue(), m_status->GetSweepTimeValue()});
+    mark(*m_freqChannelDisp, {online, valueOf(&MCSStatus::GetUsedFreqChannelsValue),
+                              valueOf(&MCSStatus::GetFreeFreqChannelsValue)});
+    mark(*m_jobTypeDisp, {online, valueOf(&MCSStatus::GetMcsMasterJobControlledValue)});
+    mark(*m_numberOfORVsDisp,
+         {valueOf(&MCSStatus::GetStaticMpxORVsValue), valueOf(&MCSStatus::GetDynamicMpxORVsValue)});
+    mark(*m_sweepTimeDisp,
+         {online, valueOf(&MCSStatus::GetOperationModeValue), valueOf(&MCSStatus::GetSweepTimeValue)});
 }
 
 /// A value that went away leaves a label without anything to show.

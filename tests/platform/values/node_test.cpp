@@ -67,6 +67,35 @@ TEST_F(NodeTest, KeepsChildrenInTheOrderInWhichTheyWereAdded) {
     EXPECT_EQ(names, expected);
 }
 
+TEST_F(NodeTest, LeadsThroughItsChildrenFromBothEnds) {
+    EXPECT_EQ(node.GetFirstChild(), nullptr);
+    EXPECT_EQ(node.GetLastChild(), nullptr);
+    for (int i = 0; i < 3; ++i) {
+        std::unique_ptr<TreeItem> child = MakeNode(Name(i));
+        node.AddChild(child);
+    }
+    TreeItem* const middle = node.FindChild(Name(1));
+    EXPECT_EQ(node.GetFirstChild()->GetNextSibling(), middle);
+    EXPECT_EQ(node.GetLastChild()->GetPreviousSibling(), middle);
+    EXPECT_EQ(node.GetLastChild(), node.FindChild(Name(2)));
+}
+
+TEST_F(NodeTest, ALastChildThatGoesIsTheLastNoMore) {
+    for (int i = 0; i < 2; ++i) {
+        std::unique_ptr<TreeItem> child = MakeNode(Name(i));
+        node.AddChild(child);
+    }
+    auto* const last = static_cast<Node*>(node.GetLastChild());
+    const TreeItem* found = nullptr;
+    RecordingObserver observer([&](Observable*, TChangeCode code) {
+        if (code == changecode::GoingAway) found = node.GetLastChild();
+    });
+    last->AddObserver(&observer);
+    delete last;
+    EXPECT_EQ(found, node.FindChild(Name(0)));
+    EXPECT_EQ(node.GetLastChild(), found);
+}
+
 TEST_F(NodeTest, ShrinksAndGrowsAgain) {
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 50; ++i)

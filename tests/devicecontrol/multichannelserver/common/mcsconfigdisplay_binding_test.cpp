@@ -1,17 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The configuration display over the tree: what an operator reads and does, and what goes wrong below it.
-#include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
-#include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
-
-#include <platform/widgets/vccheckbox.h>
-#include <platform/widgets/vccomboboxclassic.h>
-#include <platform/widgets/vclineedit.h>
-#include <platform/widgets/vcnumericfloatspin.h>
-
-#include <tests/devicecontrol/multichannelserver/common/displaytest.h>
-#include <tests/support/waituntil.h>
-
-#include <QtTest/QtTest>
+// The configuration display over the tree, and what comes, goes and comes back there.
+#include <tests/devicecontrol/multichannelserver/common/configdisplaytest.h>
 
 #include <gtest/gtest.h>
 
@@ -25,55 +14,17 @@ using displaytest::Attachments;
 using displaytest::Attended;
 using displaytest::Child;
 using displaytest::IsVeiled;
-using treeaccess::ContentAt;
 using treeaccess::Text;
 using Flag = values::Value<bool>;
 using Number = values::ValueNumeric<int>;
 using String = values::Value<QString>;
 using Texts = std::vector<QString>;
 
-const QString path = Text("/MultiChannelServer/Config");
 const QString otherPath = Text("/Other/Config");
-constexpr auto both = MCSConfigDisplay::BootConfigGroup | MCSConfigDisplay::JobConfigGroup;
 const char* const names[] = {"deviceAdressDisp", "deviceNameDisp",          "connectOnStartUpDisp",
                              "forceConnectDisp", "numberOfFreqChannelDisp", "defaultScanAveragingTime"};
 
-class ConfigDisplayBinding : public testing::Test {
-  protected:
-    ConfigDisplayBinding() : m_display(std::make_unique<MCSConfigDisplay>(both)) { Attachments().clear(); }
-
-    MCSConfigData& Config(const QString& base = path) {
-        m_configs.push_back(std::make_unique<MCSConfigData>(&base, false));
-        return *m_configs.back();
-    }
-    VCLineEdit& Address() const { return Child<VCLineEdit>(*m_display, "deviceAdressDisp"); }
-    VCLineEdit& Name() const { return Child<VCLineEdit>(*m_display, "deviceNameDisp"); }
-    VCCheckBox& OnStartup() const { return Child<VCCheckBox>(*m_display, "connectOnStartUpDisp"); }
-    VCCheckBox& Force() const { return Child<VCCheckBox>(*m_display, "forceConnectDisp"); }
-    VCNumericFloatSpin& Channels() const {
-        return Child<VCNumericFloatSpin>(*m_display, "numberOfFreqChannelDisp");
-    }
-    VCComboBoxClassic& Time() const {
-        return Child<VCComboBoxClassic>(*m_display, "defaultScanAveragingTime");
-    }
-    /// All that can be read in the fields, from top to bottom.
-    Texts Shown() const {
-        RefreshScheduler::Instance().Flush();
-        const auto checked = [](const QCheckBox& box) { return Text(box.isChecked() ? "x" : "o"); };
-        return {Name().text(),    Address().text(),  checked(OnStartup()),
-                checked(Force()), Channels().text(), Time().currentText()};
-    }
-    void Activate() {
-        m_display->show();
-        QApplication::setActiveWindow(m_display.get());
-        ASSERT_TRUE(WaitUntil([this] { return m_display->isActiveWindow(); }));
-    }
-    static QString At(const char* key) { return ContentAt(path + QLatin1Char('/') + Text(key)); }
-
-    values::Tree m_tree;
-    std::vector<std::unique_ptr<MCSConfigData>> m_configs;
-    std::unique_ptr<MCSConfigDisplay> m_display;
-};
+using ConfigDisplayBinding = ConfigDisplayOverTree;
 
 const Texts blank{QString(), QString(), Text("o"), Text("o"), QString(), QString()};
 
@@ -108,7 +59,7 @@ TEST_F(ConfigDisplayBinding, MakesTheValuesOfANodeThatHasNoneButResetsNone) {
     EXPECT_EQ(m_tree.FindNode(path)->CountChildren(), 9);
 }
 
-void PutAttended() {
+void PutAttended(const QString& path) {
     treeaccess::PutValue<Attended<String>>(path, "DeviceAddress");
     treeaccess::PutValue<Attended<String>>(path, "DeviceName");
     treeaccess::PutValue<Attended<Flag>>(path, "ConnectOnStartup");
@@ -126,7 +77,7 @@ Texts Each(const char* what) {
 }
 
 TEST_F(ConfigDisplayBinding, HandsTheFieldsTheirPathsInOrder) {
-    PutAttended();
+    PutAttended(path);
     m_display->SetConfig_ValuePath(path);
     const IObserver* const config = Attachments().at(0).observer;
     const auto isField = [config](IObserver* observer) { return observer != config; };
@@ -253,96 +204,6 @@ TEST_F(ConfigDisplayBinding, ShowsNumbersBeyondWhatItWouldMakeItself) {
     RefreshScheduler::Instance().Flush();
     EXPECT_EQ(Channels().value(), Limits::min());
     EXPECT_EQ(number->GetValue(), Limits::min());
-}
-
-// From here on somebody sits in front of it.
-
-TEST_F(ConfigDisplayBinding, WhatIsTypedIsSetOnEnter) {
-    Config().SetDeviceName(Text("old"));
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    QTest::mouseClick(&Name(), Qt::LeftButton);
-    QTest::keyClick(&Name(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&Name(), Text("Ridge 7"));
-    EXPECT_EQ(At("DeviceName"), Text("old"));
-    QTest::keyClick(&Name(), Qt::Key_Return);
-    EXPECT_EQ(At("DeviceName"), Text("Ridge 7"));
-}
-
-TEST_F(ConfigDisplayBinding, TheKeyboardGoesThroughItFromTopToBottom) {
-    Config();
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    Name().setFocus();
-    for (QWidget* next :
-         std::initializer_list<QWidget*>{&Address(), &OnStartup(), &Force(), &Channels(), &Time()}) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        EXPECT_EQ(QApplication::focusWidget(), next) << next->objectName().toStdString();
-    }
-}
-
-TEST_F(ConfigDisplayBinding, EverythingCanBeSetByTheKeyboardAlone) {
-    Config();
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    const auto press = [](int key) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(key)); };
-    Address().setFocus();
-    press(Qt::Key_End);
-    QTest::keyClicks(&Address(), Text("2"));
-    press(Qt::Key_Tab);
-    EXPECT_EQ(At("DeviceAddress"), Text("localhost2"));
-    press(Qt::Key_Space);
-    EXPECT_EQ(At("ConnectOnStartup"), Text("false"));
-    press(Qt::Key_Tab);
-    press(Qt::Key_Space);
-    EXPECT_EQ(At("ForceConnect"), Text("true"));
-    press(Qt::Key_Tab);
-    press(Qt::Key_Up);
-    EXPECT_EQ(At("NumberOfFreqChannels"), Text("5"));
-    press(Qt::Key_Tab);
-    press(Qt::Key_Home);
-    EXPECT_EQ(At("DefaultScanAveragingTimeIndex"), Text("50"));
-    press(Qt::Key_Down);
-    EXPECT_EQ(At("DefaultScanAveragingTimeIndex"), Text("100"));
-}
-
-TEST_F(ConfigDisplayBinding, AClickSwitchesABox) {
-    Config();
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    QTest::mouseClick(&OnStartup(), Qt::LeftButton, Qt::KeyboardModifiers(),
-                      QPoint(5, OnStartup().height() / 2));
-    EXPECT_EQ(At("ConnectOnStartup"), Text("false"));
-    EXPECT_EQ(Shown().at(2), Text("o"));
-}
-
-TEST_F(ConfigDisplayBinding, MoreChannelsThanThereCanBeAreNotSet) {
-    Config();
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    Channels().setFocus();
-    QTest::keyClick(&Channels(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&Channels(), Text("51"));
-    QTest::keyClick(&Channels(), Qt::Key_Return);
-    EXPECT_LE(At("NumberOfFreqChannels").toInt(), 50);
-    EXPECT_EQ(Shown().at(4), At("NumberOfFreqChannels"));
-}
-
-TEST_F(ConfigDisplayBinding, NothingCanBeSetWhileItIsStale) {
-    Config();
-    m_display->SetConfig_ValuePath(path);
-    Activate();
-    displaytest::SetStates(path, values::Stale);
-    RefreshScheduler::Instance().Flush();
-    QTest::mouseClick(&Force(), Qt::LeftButton, Qt::KeyboardModifiers(), QPoint(5, Force().height() / 2));
-    Name().setFocus();
-    QTest::keyClicks(&Name(), Text("x"));
-    QTest::keyClick(&Name(), Qt::Key_Return);
-    Channels().setFocus();
-    QTest::keyClick(&Channels(), Qt::Key_Up);
-    EXPECT_EQ(At("ForceConnect"), Text("false"));
-    EXPECT_FALSE(At("DeviceName").contains(QLatin1Char('x')));
-    EXPECT_EQ(At("NumberOfFreqChannels"), Text("4"));
 }
 
 }  // namespace

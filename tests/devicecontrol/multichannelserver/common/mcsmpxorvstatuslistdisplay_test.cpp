@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
+
+#include <tests/devicecontrol/multichannelserver/common/statuslisttest.h>
+#include <tests/support/waituntil.h>
+
+#include <QtGui/QHelpEvent>
+#include <QtGui/QTextDocument>
+#include <QtTest/QTest>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QToolTip>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+class StatusListDisplayTest : public StatusListTest {
+  protected:
+    StatusListDisplayTest() { m_display.resize(600, 300); }
+
+    QTableView& View() const {
+        return *m_display.findChild<QTableView*>(QStringLiteral("MCSMpxORVStatusListView"));
+    }
+    int CountRows() const { return View().model()->rowCount(); }
+    /// What the tool tip of a cell reads.
+    QString TipAt(int row, int column) {
+        const QRect cell = View().visualRect(View().model()->index(row, column));
+        QHelpEvent event(QEvent::ToolTip, cell.center(), View().viewport()->mapToGlobal(cell.center()));
+        QApplication::sendEvent(View().viewport(), &event);
+        QTextDocument shown;
+        if (Qt::mightBeRichText(QToolTip::text()))
+            shown.setHtml(QToolTip::text());
+        else
+            shown.setPlainText(QToolTip::text());
+        return shown.toPlainText();
+    }
+
+    MCSMpxORVStatusListDisplay m_display;
+};
+
+TEST_F(StatusListDisplayTest, IsATableWithoutAMargin) {
+    EXPECT_EQ(m_display.objectName(), QStringLiteral("MCSMpxORVStatusListDisplay"));
+    const auto* const layout = qobject_cast<QVBoxLayout*>(m_display.layout());
+    ASSERT_NE(layout, nullptr);
+    EXPECT_EQ(layout->contentsMargins(), QMargins());
+    ASSERT_EQ(layout->count(), 1);
+    EXPECT_EQ(layout->itemAt(0)->widget(), &View());
+    EXPECT_EQ(View().minimumSize(), QSize(200, 80));
+    EXPECT_STREQ(m_display.metaObject()->className(), "MCSMpxORVStatusListDisplay");
+}
+
+TEST_F(StatusListDisplayTest, ItsModelIsItsChild) {
+    EXPECT_EQ(m_display.findChildren<MCSMpxORVStatusListModel*>(QString(), Qt::FindDirectChildrenOnly).size(),
+              1);
+    EXPECT_EQ(View().model()->parent(), &m_display);
+}
+
+TEST_F(StatusListDisplayTest, MayBeAWindowOfAParent) {
+    QWidget parent;
+    const MCSMpxORVStatusListDisplay window(&parent, Qt::Window);
+    EXPECT_EQ(window.parentWidget(), &parent);
+    EXPECT_TRUE(window.isWindow());
+    EXPECT_EQ(window.objectName(), QStringLiteral("MCSMpxORVStatusListDisplay"));
+}
+
+TEST_F(StatusListDisplayTest, ShowsAllColumnsAtFirst) {
+    for (int column = 0; column < 4; ++column)
+        EXPECT_FALSE(View().isColumnHidden(column)) << column;
+}
+
+TEST_F(StatusListDisplayTest, HidesTheCommentFromThoseWhoMayNotSeeAll) {
+    m_display.SetMaySeeFullStatusInformation(false);
+    for (int column = 0; column < 4; ++column)
+        EXPECT_EQ(View().isColumnHidden(column), column == 3) << column;
+    m_display.SetMaySeeFullStatusInformation(true);
+    EXPECT_FALSE(View().isColumnHidden(3));
+}
+
+TEST_F(StatusListDisplayTest, ShowsWhatIsBelowThePaths) {
+    EXPECT_FALSE(m_display.AddMpxORVs_ValuePath(s_path));
+    Add("A/Alpha");
+    Add("B/Bravo");
+    EXPECT_TRUE(m_display.AddMpxORVs_ValuePath(PathOf("A")));
+    EXPECT_TRUE(m_display.AddMpxORVs_ValuePath(PathOf("B")));
+    EXPECT_TRUE(m_display.AddMpxORVs_ValuePath(PathOf("A")));
+    EXPECT_EQ(CountRows(), 2);
+    m_display.RemoveAllMpxORVs_ValuePaths();
+    EXPECT_EQ(CountRows(), 0);
+    EXPECT_TRUE(m_display.AddMpxORVs_ValuePath(PathOf("B")));
+    EXPECT_EQ(View().model()->index(0, 0).data().toString(), QStringLiteral("Bravo"));
+}
+
+TEST_F(StatusListDisplayTest, DestroyedWhileBoundItIsNotToldAnyMore) {
+    const auto status = Add("Alpha");
+    auto display = std::make_unique<MCSMpxORVStatusListDisplay>();
+    display->AddMpxORVs_ValuePath(s_path);
+    display->show();
+    display.reset();
+    EXPECT_EQ(CountObserversAt(s_path), 0);
+    EXPECT_EQ(CountObserversAt(PathOf("Alpha")), 0);
+    status->SetComment(QStringLiteral("to nobody"));
+    Remove("Alpha");
+}
+
+TEST_F(StatusListDisplayTest, MarkupIsReadAsItIs) {
+    const char* const markup = "<b>bold<b> &amp; <img src='file:///x.png'>";
+    const auto status = Add("Alpha");
+    status->SetComment(QString::fromLatin1(markup));
+    status->SetOperationType(QStringLiteral("<h1>Wideband"));
+    m_display.AddMpxORVs_ValuePath(s_path);
+    m_display.show();
+    EXPECT_EQ(TipAt(0, 3), QString::fromLatin1(markup));
+    EXPECT_EQ(TipAt(0, 1), QStringLiteral("<h1>Wideband"));
+    EXPECT_EQ(View().itemDelegate()->metaObject()->className(), QByteArray("PlainTextDelegate"));
+}
+
+TEST_F(StatusListDisplayTest, TheToolTipReadsLikeTheCell) {
+    Add("Alpha")->SetComment(QStringLiteral("on the roof"));
+    m_display.AddMpxORVs_ValuePath(s_path);
+    m_display.show();
+    EXPECT_EQ(TipAt(0, 0), QStringLiteral("Alpha"));
+    EXPECT_EQ(TipAt(0, 3), QStringLiteral("on the roof"));
+    TipAt(0, 2);
+    EXPECT_TRUE(WaitUntil([] { return !QToolTip::isVisible(); }));  // nothing to read
+}
+
+TEST_F(StatusListDisplayTest, ALongTextIsShownShortened) {
+    Add("Alpha")->SetComment(QString(50000, QLatin1Char('x')));
+    m_display.AddMpxORVs_ValuePath(s_path);
+    m_display.show();
+    EXPECT_EQ(View().model()->index(0, 3).data().toString().size(), 50000);
+    EXPECT_LT(TipAt(0, 3).size(), 2100);
+    View().resizeColumnToContents(3);
+    EXPECT_LT(View().columnWidth(3), 10000);
+}
+
+TEST_F(StatusListDisplayTest, AChangeIsDrawn) {
+    const auto status = Add("Alpha");
+    m_display.AddMpxORVs_ValuePath(s_path);
+    m_display.show();
+    RunTurns(3);
+    const QImage before = View().viewport()->grab().toImage();
+    status->GetOperationModeValue()->Select(0);
+    RunTurns(3);
+    EXPECT_NE(View().viewport()->grab().toImage(), before);
+}
+
+TEST_F(StatusListDisplayTest, TheKeyboardLeadsThroughTheRowsAndOutOfTheTable) {
+    for (const char* name : {"Alpha", "Bravo"})
+        Add(name);
+    m_display.AddMpxORVs_ValuePath(s_path);
+    auto* const next = new QLineEdit(&m_display);
+    m_display.layout()->addWidget(next);
+    m_display.show();
+    m_display.activateWindow();
+    View().setFocus();
+    ASSERT_TRUE(WaitUntil([this] { return View().hasFocus(); }));
+    QTest::keyClick(&View(), Qt::Key_Down);
+    QTest::keyClick(&View(), Qt::Key_Down);
+    EXPECT_EQ(View().currentIndex().row(), 1);
+    QTest::keyClick(&View(), Qt::Key_Tab);
+    EXPECT_TRUE(next->hasFocus());
+}
+
+TEST_F(StatusListDisplayTest, TellsAssistiveTechnologyWhatTheTableIs) {
+    EXPECT_EQ(View().accessibleName(), QStringLiteral("MpxORVs"));
+}
+
+}  // namespace
