@@ -11,8 +11,12 @@ set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observ
   bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
+  blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
+  pollinterfacefactory.h pollthread.h pollthreadimpl.h
   treepath.h treewatcher.h vtclient.h vtclientdetail.h
-  vtlimits.h vttic.h)
+  vtlimits.h vttic.h
+  modbusaddress.h modbusconnection.h modbuserror.h modbusmessage.h modbussettings.h modbustcpinterface.h
+  reconnectdelay.h systemmessage.h)
 list(TRANSFORM mcs_private_headers REPLACE "\\." "\\\\.")
 list(JOIN mcs_private_headers "|" mcs_private_pattern)
 install(DIRECTORY platform devicecontrol DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

@@ -10,7 +10,7 @@ namespace {
 
 QPalette DarkPalette() {
     const QColor window(0x2b, 0x2d, 0x30);
-    const QColor base(0x1e, 0x1f, 0x22);
+    const QColor base(0x3a, 0x3d, 0x42);  // lighter than the window: edges of boxes are darker
     const QColor text(0xdf, 0xe1, 0xe5);
     const QColor faint(0x8a, 0x8d, 0x93);
     const QColor highlight(0x2f, 0x65, 0xca);

@@ -17,6 +17,7 @@ class MpxOrvsPage : public Page {
 
   public:
     explicit MpxOrvsPage(QWidget* parent = nullptr);
+    ~MpxOrvsPage() override;
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:

@@ -12,7 +12,7 @@
 namespace {
 
 std::vector<bench::Scenario> AllScenarios() {
-    return {};
+    return {bench::ListScenario(), bench::LogScenario()};
 }
 
 bool IsAskedFor(const bench::Scenario& scenario, const QString& filter) {

@@ -18,4 +18,7 @@ struct Scenario {
     std::vector<Row> rows;                                                ///< what the table says of them
 };
 
+Scenario ListScenario();
+Scenario LogScenario();
+
 }  // namespace bench

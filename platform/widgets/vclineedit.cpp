@@ -58,9 +58,9 @@ void VCLineEdit::ShowValue(const values::ValueBase* value) {
     const QSignalBlocker blocker(this);
     QString content;
     if (value != nullptr) content = static_cast<const values::Value<QString>*>(value)->GetValue();
-    const bool isTooLong = content.size() > MaxEditable;
-    m_shown = isTooLong ? valuetext::Shortened(content, MaxShown) : content;
-    if (isReadOnly() != (isTooLong || !m_mayEdit)) setReadOnly(isTooLong || !m_mayEdit);
+    m_isCut = content.size() > MaxEditable;
+    m_shown = m_isCut ? valuetext::Shortened(content, MaxShown) : content;
+    ShowAccess(m_mayEdit);
     if (m_shown == text()) return;
     const int cursor = hasFocus() ? cursorPosition() : 0;  // the beginning of a long text, not its end
     setText(m_shown);
@@ -69,5 +69,6 @@ void VCLineEdit::ShowValue(const values::ValueBase* value) {
 
 void VCLineEdit::ShowAccess(bool mayEdit) {
     m_mayEdit = mayEdit;
-    if (!mayEdit && !isReadOnly()) setReadOnly(true);
+    const bool isFixed = m_isCut || !mayEdit;
+    if (isReadOnly() != isFixed) setReadOnly(isFixed);
 }

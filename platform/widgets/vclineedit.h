@@ -42,6 +42,7 @@ class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     void OnTyped();
 
     WidgetBinding m_binding;
-    QString m_shown;  ///< the content, as it was when it was shown
+    QString m_shown;       ///< the content, as it was when it was shown
+    bool m_isCut = false;  ///< what is shown is not the whole content
     bool m_mayEdit = false;
 };

@@ -114,7 +114,19 @@ QSize VCNumericFloatSpin::RoomForUnit() const {
     return QSize(m_isBlank ? fontMetrics().horizontalAdvance(m_unit) : 0, 0);
 }
 
+/// The base class would make a number of the text, also of none.
+bool VCNumericFloatSpin::IsEnterWithoutEdit(const QEvent& event) const {
+    if (event.type() != QEvent::KeyPress || m_binding.IsEditing()) return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 bool VCNumericFloatSpin::event(QEvent* event) {
+    if (IsEnterWithoutEdit(*event)) {
+        selectAll();
+        event->ignore();  // a dialog may wait for it
+        return true;
+    }
     if (m_binding.TakeEditEvent(*event)) return true;
     const QPointer<VCNumericFloatSpin> self(this);
     const bool isHandled = QDoubleSpinBox::event(event);

@@ -51,6 +51,7 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     void ShowNothing();
     void ShowNumber(double number, double minimum, double maximum);
     void OnTyped();
+    bool IsEnterWithoutEdit(const QEvent& event) const;
     double ToContent(double shown) const;
     QSize RoomForUnit() const;
 

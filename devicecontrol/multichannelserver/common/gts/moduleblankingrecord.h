@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+/// What Blanking knows of one data module, by number of digital input. Both arrays have the same length.
+struct ModuleBlankingRecord {
+    std::vector<double> frequencies;  ///< Hz; 0 or less: none assigned
+    std::vector<bool> active;         ///< the transmitter at this input is keyed
+
+    /// New places have no frequency and are inactive.
+    void Resize(std::size_t count) {
+        frequencies.resize(count, 0.0);
+        active.resize(count, false);
+    }
+};
