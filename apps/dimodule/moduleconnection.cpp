@@ -60,7 +60,8 @@ void ModuleConnection::AnswerFrames() {
             continue;
         }
         // What speaks another protocol gets no answer, and what does not read its answers no more of them.
-        if (size == -1 || m_socket.bytesToWrite() > MaxWaiting) return Leave();
+        if (size == -1) return Leave();
+        if (m_socket.bytesToWrite() > MaxWaiting) return Reset();
         if (m_idle.isActive()) m_idle.start();
         m_reaction = m_module.Ask(m_received.left(size));
         m_received.remove(0, size);

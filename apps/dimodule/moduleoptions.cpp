@@ -116,11 +116,13 @@ class Reader {
         ListenAddress listen{QString(), ModuleOptions::DefaultPort};
         QString error;
         if (!listen.Parse(place, &error)) return Fail("listen", error);
-        const quint32 first = QHostAddress(listen.address).toIPv4Address();
+        const QHostAddress first(listen.address);
+        const bool isIPv4 = first.protocol() == QAbstractSocket::IPv4Protocol;
         for (int i = 0; i < count; ++i) {
-            const QHostAddress address(first + static_cast<quint32>(i));
+            const QHostAddress address =
+                isIPv4 ? QHostAddress(first.toIPv4Address() + static_cast<quint32>(i)) : first;
             // Whoever can reach a module can ask it, and no such thing is to be open to a network by mistake.
-            if (!address.isLoopback() || address.protocol() != QAbstractSocket::IPv4Protocol)
+            if (!isIPv4 || !address.isLoopback())
                 return Fail("listen",
                             QStringLiteral("'%1' is not within 127.0.0.0/8").arg(address.toString()));
             m_options.listen.push_back({address.toString(), listen.port});
