@@ -64,6 +64,9 @@ bool Demo::Run() {
 
 /// One input module, whose input 3 is wired to a transmitter on the frequency that is tuned to later.
 bool Demo::StartModule() {
+    // Where nobody has logged in there is no such directory, and programs with windows complain.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", m_directory.path().toLocal8Bit());
     if (!m_module.Start({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")}))
         return Fail(QStringLiteral("dimodule does not start"));
     const QString line = m_module.WaitForLine(QStringLiteral("listening on "), Patience);
@@ -231,18 +234,20 @@ bool Demo::LeaveWindows() {
 bool Demo::TakePictures() {
     narrator::Chapter(QStringLiteral("What the operator's windows show"));
     narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole --screenshot ") + m_pictures);
+    // Pictures of an earlier time would tell a lie.
+    for (const QString& old : QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files))
+        QFile::remove(QDir(m_pictures).filePath(old));
     // Drawn in memory: there is no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QString said =
         DemoProcess::Output(QStringLiteral("mcconsole"),
                             ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}), Patience);
     qunsetenv("QT_QPA_PLATFORM");
-    if (!said.isEmpty()) narrator::Quote(said);
     const QStringList pictures =
         QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files, QDir::Name);
     for (const QString& picture : pictures)
         narrator::Hear(QStringLiteral("console"), QDir(m_pictures).filePath(picture));
-    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing"));
+    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing: ") + said);
 }
 
 bool Demo::End() {

@@ -58,7 +58,7 @@ class MpxOrv : public IObserver {
     BlankingClient& GetBlankingClient() { return m_blankingClient; }
 
     /// The name of that switch in the tree.
-    static QString BlankingName() { return QStringLiteral("Blanking"); }
+    static QLatin1String BlankingName() { return QLatin1String("Blanking"); }
 
     /// A session uses the MpxORV, once more; \a application is shown. True if it is a new client.
     bool AddClient(int session, const QString& application);
