@@ -12,6 +12,11 @@ using ERight = VtAccessFile::ERight;
 
 namespace {
 
+/// Where the ground transmitter suppression publishes what it reads.
+QString SuppressionPath() {
+    return QStringLiteral("/ORVServer");
+}
+
 QString NoRule() {
     return QStringLiteral("no rule of this server allows it");
 }
@@ -103,6 +108,8 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
 QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
     if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
         return QStringLiteral("the status is the server's own");
+    // A written input would blank, or release, what no transmitter does.
+    if (VtAccessFile::IsBelow(path, SuppressionPath())) return QStringLiteral("only the server writes this");
     if (const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path))
         return MpxOrvWriteRefusal(peer, path, *target);
     return Allows(peer, ERight::Write, path) ? QString() : NoRule();
@@ -154,6 +161,8 @@ bool ServerAccess::MayCreate(const VtPeer& peer, const QString& path, QString* r
     QString refusal;
     if (VtAccessFile::IsBelow(path, mcskeys::Root))
         refusal = QStringLiteral("what is below %1 is the server's own").arg(mcskeys::Root);
+    else if (VtAccessFile::IsBelow(path, SuppressionPath()))
+        refusal = QStringLiteral("what is below %1 is the server's own").arg(SuppressionPath());
     else if (!Allows(peer, ERight::Create, path))
         refusal = NoRule();
     if (!refusal.isEmpty())
