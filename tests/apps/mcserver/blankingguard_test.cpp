@@ -63,6 +63,17 @@ class BlankingGuardTest : public RequestsTest {
         levels->SetValue(inputs);
         m_clock.Advance(0);
     }
+    /// As modules go: first without frequencies, then out of the tree.
+    void RemoveModule(const QString& name) {
+        values::Node* const node = m_tree.FindNode(GtsPath() + QLatin1Char('/') + name);
+        ASSERT_NE(node, nullptr);
+        auto* const frequencies =
+            dynamic_cast<values::ValueList<double>*>(node->FindChild(QStringLiteral("FrequencyAssignments")));
+        ASSERT_NE(frequencies, nullptr);
+        frequencies->SetItems({0, 0, 0, 0});
+        m_tree.Delete(node);
+        m_clock.Advance(0);
+    }
     QString TuneTo(double hz) {
         EXPECT_EQ(Tune(m_peer, m_name, hz), QString());
         return Answer(m_name);
@@ -125,7 +136,7 @@ TEST_F(BlankingGuardTest, KeepsItFromOneMpxOrvWhileAnotherIgnoresIt) {
 
 TEST_F(BlankingGuardTest, ForgetsAModuleThatGoes) {
     AddModule(module, ThirdKeyed);
-    m_tree.Delete(m_tree.FindNode(GtsPath() + QLatin1Char('/') + module));
+    RemoveModule(module);
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
     AddModule(QStringLiteral("Other-1"), ThirdKeyed);
     m_clock.Advance(0);
@@ -142,7 +153,7 @@ TEST_F(BlankingGuardTest, LogsWhyAModuleFails) {
 TEST_F(BlankingGuardTest, StandsThatTheSuppressionGoesFirst) {
     AddModule(module, ThirdKeyed);
     m_tree.Delete(m_tree.FindNode(GtsPath()));
-    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
+    EXPECT_EQ(TuneTo(Marine), QStringLiteral("done: tuned to 156.8 MHz"));
 }
 
 TEST_F(BlankingGuardTest, LetsNobodyPlayAModule) {
