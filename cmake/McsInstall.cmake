@@ -12,7 +12,7 @@ set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observ
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
   blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
-  pollinterfacefactory.h pollthread.h pollthreadimpl.h
+  gtsconfig.h gtsdisplayimpl.h pollinterfacefactory.h pollthread.h pollthreadimpl.h
   treepath.h treewatcher.h vtclient.h vtclientdetail.h
   vtlimits.h vttic.h
   modbusaddress.h modbusconnection.h modbuserror.h modbusmessage.h modbussettings.h modbustcpinterface.h
