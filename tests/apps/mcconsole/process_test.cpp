@@ -100,7 +100,7 @@ TEST_F(ConsoleProcess, ShowsThePagesOfTheServersOwnWindow) {
         0)
         << server.Errors().toStdString();
     EXPECT_THAT(Pictures(pictures), ElementsAre("server-Commands.png", "server-Configuration.png",
-                                                "server-Log.png", "server-MpxORVs.png", "server-Status.png"));
+                                                "server-Log.png", "server-MpxORVs.png", "server-Status.png", "server-Suppression.png"));
 }
 
 TEST_F(ConsoleProcess, EndsTheServerWithItsWindowWhenAsked) {
