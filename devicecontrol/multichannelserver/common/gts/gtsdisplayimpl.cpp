@@ -16,6 +16,7 @@
 #include <platform/widgets/plaintextdelegate.h>
 
 #include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -74,6 +75,7 @@ void GTSDisplayImpl::BuildTree() {
     m_tree->setAccessibleName(tr("Data modules"));
     m_tree->setColumnCount(DataModule::ColumnCount);
     m_tree->setHeaderLabels({tr("#"), tr("Type"), tr("IP Address"), tr("Polltime (ms)"), tr("Status")});
+    m_tree->header()->setStretchLastSection(false);
     int column = 0;
     for (const int width : {40, 80, 80, 80, 80})
         m_tree->setColumnWidth(column++, width);

@@ -51,15 +51,16 @@ class FakeModules::Interface final : public IModbusTcpInterface {
     void Abort() override {
         const std::lock_guard<std::mutex> lock(m_modules.m_mutex);
         m_isAborted = true;
-        m_modules.m_changed.notify_all();
+        m_wake.notify_all();
     }
+    void Wake() { m_wake.notify_all(); }
 
   private:
     void WaitForRelease(std::unique_lock<std::mutex>& lock, const Module& module) {
-        ++m_modules.m_hanging;
-        m_modules.m_changed.notify_all();
-        m_modules.m_changed.wait(lock, [&] { return m_isAborted || module.state != EState::Hang; });
-        --m_modules.m_hanging;
+        m_modules.m_hangingInterfaces.insert(this);
+        m_modules.m_hangingChanged.notify_all();
+        m_wake.wait(lock, [&] { return m_isAborted || module.state != EState::Hang; });
+        m_modules.m_hangingInterfaces.erase(this);
     }
     void Answer(unsigned bits) {
         if (!m_isToldOpen) m_callback.OnOpened();
@@ -75,7 +76,8 @@ class FakeModules::Interface final : public IModbusTcpInterface {
     const std::wstring m_address;
     IModbusTcpInterfaceCallback& m_callback;
     bool m_isToldOpen = false;
-    bool m_isAborted = false;
+    bool m_isAborted = false;        // guarded by the modules' mutex
+    std::condition_variable m_wake;  // likewise
 };
 
 FakeModules::FakeModules() {
@@ -123,7 +125,8 @@ void FakeModules::Set(const QString& ip, EState state, unsigned number) {
     Module& module = ModuleAt(AddressOf(ip));
     module.state = state;
     module.number = number;
-    m_changed.notify_all();
+    for (Interface* const interface : m_hangingInterfaces)
+        interface->Wake();
 }
 
 FakeModules::Module& FakeModules::ModuleAt(const std::wstring& address) {
@@ -138,12 +141,14 @@ int FakeModules::Requests(const QString& ip) const {
 
 int FakeModules::Hanging() const {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_hanging;
+    return static_cast<int>(m_hangingInterfaces.size());
 }
 
 bool FakeModules::WaitUntilHanging(int count) {
     std::unique_lock<std::mutex> lock(m_mutex);
-    return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return m_hanging == count; });
+    return m_hangingChanged.wait_for(lock, std::chrono::seconds(10), [&] {
+        return m_hangingInterfaces.size() == static_cast<std::size_t>(count);
+    });
 }
 
 int FakeModules::Interfaces() const {

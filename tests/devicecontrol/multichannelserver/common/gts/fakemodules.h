@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -55,10 +56,10 @@ class FakeModules {
     static FakeModules* s_instance;
 
     mutable std::mutex m_mutex;  ///< guards all that follows
-    std::condition_variable m_changed;
+    std::condition_variable m_hangingChanged;
+    std::set<Interface*> m_hangingInterfaces;
     std::map<std::wstring, Module> m_modules;  ///< by "TCP:<ip>:502"
     std::vector<std::wstring> m_addresses;
     std::vector<unsigned short> m_countsAsked;
-    int m_hanging = 0;
     int m_interfaces = 0;
 };
