@@ -64,6 +64,19 @@ TEST_F(VCLineEditTest, APasswordIsHiddenWhileItIsNotEdited) {
     EXPECT_FALSE(edit.displayText().contains(Text("old")));
 }
 
+TEST_F(VCLineEditTest, APasswordThatIsTypedReplacesTheOldOne) {
+    VCLineEdit edit(&m_window, nullptr, LineEditPassword);
+    edit.SetText_ValuePath(Text("/a/v"));
+    edit.show();
+    edit.setFocus();
+    QTest::keyClicks(&edit, Text("new"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(Content(), Text("new"));
+    m_edit->setFocus();
+    EXPECT_FALSE(edit.displayText().contains(Text("new")));
+    EXPECT_EQ(CountChanges(), 1);
+}
+
 TEST_F(VCLineEditTest, TypedTextIsNotSentBeforeEnter) {
     Type("er");
     EXPECT_EQ(Content(), Text("old"));
