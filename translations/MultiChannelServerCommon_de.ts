@@ -367,6 +367,13 @@ Soll sie überschrieben werden?</translation>
     </message>
 </context>
 <context>
+    <name>VCLineEdit</name>
+    <message>
+        <source>This text is too long to be edited here.</source>
+        <translation>Dieser Text ist zu lang, um hier bearbeitet zu werden.</translation>
+    </message>
+</context>
+<context>
     <name>VCNumericFloatSpin</name>
     <message>
         <source>Please enter a number from %1 to %2.</source>

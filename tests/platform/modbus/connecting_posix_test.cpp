@@ -47,7 +47,7 @@ TEST_F(ModbusTcpInterfaceConnecting, AbortEndsItAtOnce) {
         });
         EXPECT_THAT(Read(), IsEmpty());
         other.join();
-        EXPECT_LT(elapsed.elapsed(), 5000);
+        EXPECT_LT(elapsed.elapsed(), 30000);  // far from the time-out, also on a busy machine
     }
 }
 

@@ -24,11 +24,13 @@ void PollThread::Setup(const QString& address, unsigned short inputCount, unsign
 
 void PollThread::RequestEnd() {
     quit();
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_impl != nullptr) m_impl->Abort();
 }
 
 void PollThread::WaitForEnd() {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_impl != nullptr) m_impl->Abort();
+    }
     wait();
     // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
     const std::lock_guard<std::mutex> lock(m_mutex);
