@@ -2,6 +2,193 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>LogTextEdit</name>
+    <message>
+        <source>... [cut, %1 characters in all]</source>
+        <translation>... [gekürzt, insgesamt %1 Zeichen]</translation>
+    </message>
+</context>
+<context>
+    <name>MCSCommandsDisplay</name>
+    <message>
+        <source>Shall be connected to ORV:</source>
+        <translation>Soll mit ORV verbunden sein:</translation>
+    </message>
+</context>
+<context>
+    <name>MCSConfigDisplay</name>
+    <message>
+        <source>Connection</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>DF Station Name:</source>
+        <translation>Name der Peilstation:</translation>
+    </message>
+    <message>
+        <source>DF Address:</source>
+        <translation>Peileradresse:</translation>
+    </message>
+    <message>
+        <source>Connect on startup</source>
+        <translation>Beim Start verbinden</translation>
+    </message>
+    <message>
+        <source>Force connection if DF device is already in use</source>
+        <translation>Verbindung erzwingen, wenn das Peilgerät schon benutzt wird</translation>
+    </message>
+    <message>
+        <source>Job Settings</source>
+        <translation>Auftragseinstellungen</translation>
+    </message>
+    <message>
+        <source>Number of Frequency Channels for FFM:</source>
+        <translation>Anzahl der Frequenzkanäle für FFM:</translation>
+    </message>
+    <message>
+        <source>Scan Averaging Time:</source>
+        <translation>Mittelungszeit beim Scan:</translation>
+    </message>
+</context>
+<context>
+    <name>MCSLogDisplay</name>
+    <message>
+        <source>Log messages</source>
+        <translation>Protokollmeldungen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Save to file...</source>
+        <translation>In Datei speichern...</translation>
+    </message>
+    <message>
+        <source>Save log messages...</source>
+        <translation>Protokoll speichern...</translation>
+    </message>
+    <message>
+        <source>HTML file (*.html)</source>
+        <translation>HTML-Datei (*.html)</translation>
+    </message>
+    <message>
+        <source>File &apos;%1&apos; already exists.
+Do you want to overwrite it?</source>
+        <translation>Die Datei &apos;%1&apos; ist schon vorhanden.
+Soll sie überschrieben werden?</translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation>Datei ist vorhanden</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Überschreiben</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>MCSMpxORVStatusListDisplay</name>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+</context>
+<context>
+    <name>MCSMpxORVStatusListModel</name>
+    <message>
+        <source>Name</source>
+        <comment>Column header</comment>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Operation Mode</source>
+        <comment>Column header</comment>
+        <translation>Betriebsart</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <comment>Column header</comment>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <comment>Column header</comment>
+        <translation>Kommentar</translation>
+    </message>
+</context>
+<context>
+    <name>MCSStatusDisplay</name>
+    <message>
+        <source>DF Device:</source>
+        <translation>Peilgerät:</translation>
+    </message>
+    <message>
+        <source>MultiChannel Server:</source>
+        <translation>MultiChannel Server:</translation>
+    </message>
+    <message>
+        <source>Boot State:</source>
+        <translation>Startzustand:</translation>
+    </message>
+    <message>
+        <source>Operation Mode:</source>
+        <translation>Betriebsart:</translation>
+    </message>
+    <message>
+        <source>Sweep Time:</source>
+        <translation>Durchlaufzeit:</translation>
+    </message>
+    <message>
+        <source>Frequency Channels for FFM:</source>
+        <translation>Frequenzkanäle für FFM:</translation>
+    </message>
+    <message>
+        <source>Current Job Type:</source>
+        <translation>Aktueller Auftrag:</translation>
+    </message>
+    <message>
+        <source>Multiplexed DFs:</source>
+        <translation>Gemultiplexte Peiler:</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>Online</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>Offline</translation>
+    </message>
+    <message>
+        <source>%1 of %2 channels used</source>
+        <translation>%1 von %2 Kanälen belegt</translation>
+    </message>
+    <message>
+        <source>Master Job</source>
+        <translation>Master-Auftrag</translation>
+    </message>
+    <message>
+        <source>Generic Job</source>
+        <translation>Allgemeiner Auftrag</translation>
+    </message>
+    <message>
+        <source>%1 static and %2 dynamic</source>
+        <translation>%1 statische und %2 dynamische</translation>
+    </message>
+    <message>
+        <source>%.2f ms</source>
+        <translation>%.2f ms</translation>
+    </message>
+    <message>
+        <source>%d ms</source>
+        <translation>%d ms</translation>
+    </message>
+</context>
+<context>
     <name>MCSTools</name>
     <message>
         <source>%1 Hz</source>
@@ -29,42 +216,17 @@
     </message>
 </context>
 <context>
-    <name>T</name>
-    <message>
-        <source>This cannot be changed now.</source>
-        <translation>Das kann jetzt nicht geändert werden.</translation>
-    </message>
-</context>
-<context>
-    <name>VCCheckBox</name>
-    <message>
-        <source>This cannot be changed now.</source>
-        <translation>Das kann jetzt nicht geändert werden.</translation>
-    </message>
-</context>
-<context>
     <name>VCComboBoxClassic</name>
-    <message>
-        <source>This cannot be changed now.</source>
-        <translation>Das kann jetzt nicht geändert werden.</translation>
-    </message>
     <message>
         <source>There is no such choice any more.</source>
         <translation>Diese Auswahl gibt es nicht mehr.</translation>
     </message>
 </context>
 <context>
-    <name>VCLineEdit</name>
+    <name>VCNumericFloatSpin</name>
     <message>
-        <source>This cannot be changed now.</source>
-        <translation>Das kann jetzt nicht geändert werden.</translation>
-    </message>
-</context>
-<context>
-    <name>VCPushButton</name>
-    <message>
-        <source>This cannot be changed now.</source>
-        <translation>Das kann jetzt nicht geändert werden.</translation>
+        <source>Please enter a number from %1 to %2.</source>
+        <translation>Bitte eine Zahl von %1 bis %2 eingeben.</translation>
     </message>
 </context>
 <context>
@@ -104,6 +266,18 @@
     <message>
         <source>Copied: %1</source>
         <translation>Kopiert: %1</translation>
+    </message>
+    <message>
+        <source>What was entered was not sent: the value has gone.</source>
+        <translation>Die Eingabe wurde nicht gesendet: der Wert ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>What was entered was not sent: the field was locked.</source>
+        <translation>Die Eingabe wurde nicht gesendet: das Feld war gesperrt.</translation>
+    </message>
+    <message>
+        <source>This cannot be changed now.</source>
+        <translation>Das kann jetzt nicht geändert werden.</translation>
     </message>
 </context>
 <context>

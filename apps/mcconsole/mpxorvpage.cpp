@@ -76,13 +76,13 @@ QWidget* MpxOrvPage::BuildRequests() {
     m_frequency = new VCNumericFloatSpin(group, "Frequency");
     m_frequency->SetUnit(HzPerMHz, Decimals, tr(" MHz"));
     m_frequency->setAccessibleName(tr("Frequency"));
-    auto* const tune = new QPushButton(tr("&Tune"), group);
-    tune->setObjectName(QStringLiteral("Tune"));
-    tune->setFocusPolicy(Qt::TabFocus);  // a click must not end the edit first: that would ask twice
-    connect(tune, &QPushButton::clicked, this, &MpxOrvPage::Tune);
+    m_tune = new QPushButton(tr("&Tune"), group);
+    m_tune->setObjectName(QStringLiteral("Tune"));
+    m_tune->setFocusPolicy(Qt::TabFocus);  // a click must not end the edit first: that would ask twice
+    connect(m_tune, &QPushButton::clicked, this, &MpxOrvPage::Tune);
     auto* const tuning = new QHBoxLayout;
     tuning->addWidget(m_frequency, 1);
-    tuning->addWidget(tune);
+    tuning->addWidget(m_tune);
     auto* const caption = new QLabel(tr("&Frequency:"), group);
     caption->setBuddy(m_frequency);
     form->addRow(caption, tuning);
@@ -155,9 +155,12 @@ void MpxOrvPage::ShowUsed(bool isUsed) {
 
 /// Asks for what was typed, and for the frequency that is shown if nothing was.
 void MpxOrvPage::Tune() {
-    const double before = m_frequency->value();
-    m_frequency->interpretText();
-    if (m_frequency->value() != before || !m_frequency->GetBinding().MayEdit()) return;
-    auto* const frequency = m_frequency->GetBinding().GetValueAs<values::ValueNumeric<double>>();
-    frequency->SetValue(frequency->GetValue());
+    const WidgetBinding& binding = m_frequency->GetBinding();
+    if (!binding.MayEdit()) return;
+    const bool isAcceptable = m_frequency->hasAcceptableInput();
+    auto* const frequency = static_cast<values::ValueNumeric<double>*>(binding.GetValue());
+    const double before = frequency->GetValue();
+    m_tune->setFocus();  // leaving the field asks for what was typed
+    if (isAcceptable && frequency == binding.GetValue() && frequency->GetValue() == before)
+        frequency->SetValue(before);
 }

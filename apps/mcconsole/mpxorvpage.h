@@ -10,6 +10,7 @@ class MCSLogDisplay;
 class PolicyPanel;
 class QCheckBox;
 class QLabel;
+class QPushButton;
 class VCComboBoxClassic;
 class VCLabel;
 class VCNumericFloatSpin;
@@ -47,6 +48,7 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     VCLabel* m_type = nullptr;
     VCLabel* m_isMaster = nullptr;
     VCNumericFloatSpin* m_frequency = nullptr;
+    QPushButton* m_tune = nullptr;
     VCPushButton* m_becomeMaster = nullptr;
     VCPushButton* m_restartJob = nullptr;
     VCPushButton* m_builtInTest = nullptr;

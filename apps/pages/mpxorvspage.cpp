@@ -59,6 +59,12 @@ MpxOrvsPage::MpxOrvsPage(QWidget* parent)
     ShowChosen();
 }
 
+/// The list tells of its rows' end when it is destroyed itself: too late for the widgets beside it.
+MpxOrvsPage::~MpxOrvsPage() {
+    disconnect(m_view->selectionModel(), nullptr, this, nullptr);
+    disconnect(m_model, nullptr, this, nullptr);
+}
+
 QWidget* MpxOrvsPage::BuildDetails() {
     m_details = new QGroupBox(this);
     m_details->setObjectName(QStringLiteral("MpxORVDetails"));

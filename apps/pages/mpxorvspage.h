@@ -16,6 +16,7 @@ class MpxOrvsPage : public Page {
 
   public:
     explicit MpxOrvsPage(QWidget* parent = nullptr);
+    ~MpxOrvsPage() override;
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:

@@ -2,3 +2,13 @@
 #include <platform/widgets/ivalueview.h>
 
 IValueView::~IValueView() = default;
+
+bool IValueView::EndTyping(bool /*isConfirmed*/) {
+    return false;
+}
+
+void IValueView::Commit(values::ValueBase& /*value*/) {}
+
+QString IValueView::HiddenText() const {
+    return QString();
+}

@@ -6,7 +6,7 @@
 StandardNotification* Notifications::warning(const QString& title, const QString& text, int timeout,
                                              QMessageBox::StandardButtons buttons) {
     auto* const notification = new StandardNotification(QMessageBox::Warning, title, text, buttons);
-    if (timeout > 0) QTimer::singleShot(timeout, notification, &QWidget::close);
+    if (timeout > 0) QTimer::singleShot(timeout, notification, [notification] { notification->done(0); });
     notification->show();
     return notification;
 }

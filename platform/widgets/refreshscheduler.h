@@ -45,6 +45,8 @@ class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
     void Request(Client& client);
     /// Takes back what \a client asked for.
     static void Cancel(Client& client) { client.Unlink(); }
+    /// Whether what is asked for now has to wait.
+    bool IsPausing() const { return m_pause.isActive(); }
     /// Refreshes all that wait now.
     void Flush();
 

@@ -3,6 +3,7 @@
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QWidget>
 
@@ -80,13 +81,21 @@ std::vector<QRect> FreeScreens() {
 QSize Decoration(const QWidget& window) {
     const QSize known = window.frameGeometry().size() - window.geometry().size();
     if (window.isVisible() || window.windowFlags().testFlag(Qt::FramelessWindowHint)) return known;
-    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
-    return known.expandedTo(QSize(0, title));
+    const QStyle& style = *window.style();
+    const int title = style.pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const int borders = 2 * style.pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
+    return known.expandedTo(QSize(borders, title + borders));
 }
 
 void Place(QWidget& window, const QRect& frame, const QSize& decoration) {
+    const QSize size = frame.size() - decoration;
     window.move(frame.topLeft());
-    window.resize(frame.size() - decoration);
+    window.resize(size);
+    // A window that was made, but not shown, hears of it only then: too late if it is maximized by then.
+    QWindow* const handle = window.windowHandle();
+    if (handle == nullptr || window.isVisible()) return;
+    handle->setFramePosition(frame.topLeft());
+    handle->resize(size);
 }
 
 }  // namespace

@@ -29,10 +29,11 @@ bool StaleVeil::eventFilter(QObject* watched, QEvent* event) {
 
 void StaleVeil::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QColor dim = palette().color(QPalette::Window);
+    // The active colours also over a disabled widget, on which the others would hardly be seen.
+    QColor dim = palette().color(QPalette::Active, QPalette::Window);
     dim.setAlpha(DimAlpha);
     painter.fillRect(rect(), dim);
-    QColor hatch = palette().color(QPalette::WindowText);
+    QColor hatch = palette().color(QPalette::Active, QPalette::WindowText);
     hatch.setAlpha(HatchAlpha);
     painter.fillRect(rect(), QBrush(hatch, Qt::BDiagPattern));
 }

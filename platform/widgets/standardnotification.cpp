@@ -16,6 +16,7 @@ StandardNotification::StandardNotification(Icon icon, const QString& title, cons
     setModal(false);
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);     // the application ends with its last window of its own
     setAttribute(Qt::WA_ShowWithoutActivating);  // whoever is typing elsewhere goes on
 }
 

@@ -17,11 +17,11 @@ namespace {
 constexpr int MaxItems = 20;  // of a list: more would not be read
 constexpr int SignificantDigits = 12;
 
-QString Number(double number) {
-    return QLocale().toString(number, 'g', SignificantDigits);
+QString Text(double number) {
+    return valuetext::Number(number);
 }
 
-QString Number(int number) {
+QString Text(int number) {
     return QLocale().toString(number);
 }
 
@@ -30,28 +30,32 @@ QString LimitsOf(const values::ValueNumeric<T>& value) {
     using Limits = std::numeric_limits<T>;
     if (value.GetMin() == Limits::lowest() && value.GetMax() == Limits::max()) return QString();
     return QCoreApplication::translate("valuetext", "%1 to %2", "Limits of a number")
-        .arg(Number(value.GetMin()), Number(value.GetMax()));
+        .arg(Text(value.GetMin()), Text(value.GetMax()));
 }
 
 QString ListContent(const values::ValueList<double>& list) {
     QStringList items;
     for (int i = 0; i < list.Count() && i < MaxItems; ++i)
-        items << Number(list.GetItem(i));
+        items << Text(list.GetItem(i));
     if (list.Count() > MaxItems) items << QString(QChar(0x2026));
     return items.join(QStringLiteral("; "));
 }
 
 }  // namespace
 
+QString valuetext::Number(double number) {
+    return QLocale().toString(number, 'g', SignificantDigits);
+}
+
 QString valuetext::Content(const values::ValueBase& value) {
     if (const auto* text = dynamic_cast<const values::Value<QString>*>(&value)) return text->GetValue();
     if (const auto* choice = dynamic_cast<const values::ValueSelection*>(&value))
         return choice->GetCurrentText();
     if (const auto* number = dynamic_cast<const values::ValueNumeric<int>*>(&value))
-        return Number(number->GetValue());
+        return Text(number->GetValue());
     if (const auto* real = dynamic_cast<const values::ValueNumeric<double>*>(&value))
-        return Number(real->GetValue());
-    if (const auto* plain = dynamic_cast<const values::Value<int>*>(&value)) return Number(plain->GetValue());
+        return Text(real->GetValue());
+    if (const auto* plain = dynamic_cast<const values::Value<int>*>(&value)) return Text(plain->GetValue());
     if (const auto* flag = dynamic_cast<const values::Value<bool>*>(&value))
         return flag->GetValue() ? QCoreApplication::translate("valuetext", "Yes")
                                 : QCoreApplication::translate("valuetext", "No");
@@ -66,6 +70,7 @@ QString valuetext::Limits(const values::ValueBase& value) {
 }
 
 QString valuetext::Shortened(const QString& text, int length) {
+    if (length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate()) --length;
     QString shown = text.left(length);
     for (QChar& character : shown) {
         if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||

@@ -30,22 +30,21 @@ void VCCheckBox::Set_ValuePath(const QString& path) {
     m_binding.SetPath(path);
 }
 
-/// A click or a key: what the user saw is switched, whatever the value has become meanwhile. The signals come
-/// first, as the user's; once the value is set, its content is shown without any.
+/// A click or a key.
 void VCCheckBox::nextCheckState() {
-    if (!m_binding.MayEdit()) return m_binding.Refuse(tr("This cannot be changed now."));
-    m_binding.ForgetRefusal();
-    const bool isWanted = !isChecked();
+    m_binding.Commit();
+}
+
+/// What the user saw is switched, whatever the value has become meanwhile.
+void VCCheckBox::Commit(values::ValueBase& value) {
     const QPointer<VCCheckBox> self(this);
-    setChecked(isWanted);
-    checkStateSet();  // tells of the new state, which setting it does not do in the middle of a click
-    if (self == nullptr || !m_binding.MayEdit()) return;  // whoever heard the signals saw to that
-    m_binding.GetValueAs<values::Value<bool>>()->SetValue(isWanted);
-    if (self != nullptr) m_binding.RequestRefresh();  // in case that it did not become so
+    static_cast<values::Value<bool>&>(value).SetValue(!isChecked());
+    if (self != nullptr) QCheckBox::nextCheckState();  // tells of it
 }
 
 void VCCheckBox::ShowValue(const values::ValueBase* value) {
     const QSignalBlocker blocker(this);
     const auto* const flag = static_cast<const values::Value<bool>*>(value);
     setChecked(flag != nullptr && flag->GetValue());
+    checkStateSet();  // during a click setChecked() leaves it out, and the next click would not be told
 }

@@ -29,6 +29,7 @@ class MCS_WIDGETS_EXPORT VCCheckBox : public QCheckBox, private IValueView {
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
+    void Commit(values::ValueBase& value) override;
 
     WidgetBinding m_binding;
 };

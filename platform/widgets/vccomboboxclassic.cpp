@@ -2,28 +2,42 @@
 #include <platform/widgets/vccomboboxclassic.h>
 
 #include <platform/values/valueselection.h>
+#include <platform/widgets/valuetext.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWheelEvent>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionComboBox>
 
 namespace {
+
+constexpr int MaxShownLength = 500;  // characters: more would not fit any screen
+constexpr int MaxWidth = 400;        // pixels: a long text must not hold a window open
+constexpr int MinContents = 8;       // characters of room while there is nothing to show
 
 bool IsSelection(const values::ValueBase& value) {
     return dynamic_cast<const values::ValueSelection*>(&value) != nullptr;
 }
 
-/// Keys that only move on to another widget, or that others wait for.
-bool ChangesNothing(const QKeyEvent& event) {
+QString TextOf(const values::SelectionItem& item) {
+    return valuetext::Shortened(item.GetName(), MaxShownLength);
+}
+
+/// Whether a key would open the list or choose from it.
+bool IsChoosing(const QKeyEvent& event) {
     switch (event.key()) {
-        case Qt::Key_Tab:
-        case Qt::Key_Backtab:
-        case Qt::Key_Escape:
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+        case Qt::Key_F4:
             return true;
         default:
-            return false;
+            return !event.text().isEmpty() && event.text().at(0).isPrint();
     }
 }
 
@@ -33,8 +47,9 @@ VCComboBoxClassic::VCComboBoxClassic(QWidget* parent, const char* name)
     : QComboBox(parent), m_binding(*this, *this, IsSelection, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setSizeAdjustPolicy(AdjustToContents);
+    setMinimumContentsLength(MinContents);
     setFocusPolicy(Qt::StrongFocus);  // the wheel alone must not get at it
-    connect(this, QOverload<int>::of(&QComboBox::activated), this, &VCComboBoxClassic::Choose);
+    connect(this, QOverload<int>::of(&QComboBox::activated), this, &VCComboBoxClassic::OnActivated);
     m_binding.RefreshNow();
 }
 
@@ -48,14 +63,31 @@ void VCComboBoxClassic::showPopup() {
     if (m_binding.MayEdit())
         QComboBox::showPopup();
     else
-        m_binding.Refuse(tr("This cannot be changed now."));
+        m_binding.RefuseEdit();
+}
+
+QSize VCComboBoxClassic::sizeHint() const {
+    return QComboBox::sizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
+}
+
+QSize VCComboBoxClassic::minimumSizeHint() const {
+    return QComboBox::minimumSizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
+}
+
+bool VCComboBoxClassic::event(QEvent* event) {
+    const QPointer<VCComboBoxClassic> self(this);
+    const bool isHandled = QComboBox::event(event);
+    if (self != nullptr) m_binding.CommitIfDue();
+    return isHandled;
 }
 
 void VCComboBoxClassic::keyPressEvent(QKeyEvent* event) {
-    if (m_binding.MayEdit() || ChangesNothing(*event))
+    if (m_binding.MayEdit())
         QComboBox::keyPressEvent(event);
+    else if (IsChoosing(*event))
+        m_binding.RefuseEdit();
     else
-        m_binding.Refuse(tr("This cannot be changed now."));
+        event->ignore();
 }
 
 /// Turned over a form that scrolls, the wheel is not meant for the box below the pointer.
@@ -66,21 +98,19 @@ void VCComboBoxClassic::wheelEvent(QWheelEvent* event) {
         event->ignore();
 }
 
+void VCComboBoxClassic::OnActivated(int index) {
+    m_chosen = index;
+    m_binding.CommitSoon();
+}
+
 /// The user saw a text: it is chosen only if it still stands at its place.
-void VCComboBoxClassic::Choose(int index) {
-    if (m_binding.MayEdit()) {
-        auto* const selection = m_binding.GetValueAs<values::ValueSelection>();
-        const values::SelectionItem* const item = selection->GetItemAt(index);
-        if (item != nullptr && item->GetName() == itemText(index)) {
-            m_binding.ForgetRefusal();
-            selection->SelectIndex(index);
-        } else {
-            m_binding.Refuse(tr("There is no such choice any more."));
-        }
-    } else {
-        m_binding.Refuse(tr("This cannot be changed now."));
-    }
-    m_binding.RefreshNow();
+void VCComboBoxClassic::Commit(values::ValueBase& value) {
+    auto& selection = static_cast<values::ValueSelection&>(value);
+    const values::SelectionItem* const item = selection.GetItemAt(m_chosen);
+    if (item != nullptr && ShowsItem(m_chosen, *item))
+        selection.SelectIndex(m_chosen);
+    else
+        m_binding.Refuse(tr("There is no such choice any more."));
 }
 
 void VCComboBoxClassic::ShowValue(const values::ValueBase* value) {
@@ -97,18 +127,32 @@ void VCComboBoxClassic::ShowValue(const values::ValueBase* value) {
 bool VCComboBoxClassic::ShowsItemsOf(const values::ValueSelection& selection) const {
     if (count() != selection.Count()) return false;
     for (int i = 0; i < count(); ++i) {
-        if (itemText(i) != selection.GetItemAt(i)->GetName()) return false;
+        if (!ShowsItem(i, *selection.GetItemAt(i))) return false;
     }
     return true;
+}
+
+bool VCComboBoxClassic::ShowsItem(int index, const values::SelectionItem& item) const {
+    return itemData(index).toLongLong() == item.GetKey() && itemText(index) == TextOf(item);
 }
 
 void VCComboBoxClassic::ShowItems(const values::ValueSelection& selection) {
     hidePopup();
     clear();
-    for (int i = 0; i < selection.Count(); ++i)
-        addItem(selection.GetItemAt(i)->GetName());
+    for (int i = 0; i < selection.Count(); ++i) {
+        const values::SelectionItem& item = *selection.GetItemAt(i);
+        addItem(TextOf(item), qlonglong{item.GetKey()});
+    }
 }
 
 void VCComboBoxClassic::ShowAccess(bool mayEdit) {
     if (!mayEdit) hidePopup();
+}
+
+QString VCComboBoxClassic::HiddenText() const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect room =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().horizontalAdvance(currentText()) > room.width() ? currentText() : QString();
 }

@@ -8,10 +8,13 @@
 #include <QtWidgets/QComboBox>
 
 namespace values {
+class SelectionItem;
 class ValueSelection;
-}
+}  // namespace values
 
-/// Shows the choices of a selection and makes one current. GUI thread only.
+/// Shows the choices of a selection and makes one current. When the choices change while the list is open, it
+/// closes: nobody shall choose what has just come under the pointer. Its signals tell what the user does;
+/// contents that come from the tree are shown without one. GUI thread only.
 class MCS_WIDGETS_EXPORT VCComboBoxClassic : public QComboBox, private IValueView {
     Q_OBJECT
 
@@ -26,17 +29,24 @@ class MCS_WIDGETS_EXPORT VCComboBoxClassic : public QComboBox, private IValueVie
     const WidgetBinding& GetBinding() const { return m_binding; }
 
     void showPopup() override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
+    void Commit(values::ValueBase& value) override;
+    QString HiddenText() const override;
     void ShowItems(const values::ValueSelection& selection);
     bool ShowsItemsOf(const values::ValueSelection& selection) const;
-    void Choose(int index);
+    bool ShowsItem(int index, const values::SelectionItem& item) const;
+    void OnActivated(int index);
 
     WidgetBinding m_binding;
+    int m_chosen = -1;  ///< while that is not committed
 };

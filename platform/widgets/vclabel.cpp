@@ -5,10 +5,14 @@
 #include <platform/widgets/spokenlabel.h>
 #include <platform/widgets/valuetext.h>
 
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+
 namespace {
 
 constexpr int MaxShownLength = 500;   // characters: more would not fit any screen
-constexpr int MaxMinimumWidth = 200;  // pixels: a long text must not hold a window open
+constexpr int MaxWidth = 600;         // pixels: a long text must not push the others aside
+constexpr int MaxMinimumWidth = 200;  // pixels: nor hold a window open
 
 bool IsAnyValue(const values::ValueBase&) {
     return true;
@@ -49,9 +53,31 @@ void VCLabel::SetAlignmentNoValue(int alignment) {
     m_binding.RefreshNow();
 }
 
+QSize VCLabel::sizeHint() const {
+    return QLabel::sizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
+}
+
 QSize VCLabel::minimumSizeHint() const {
-    const QSize hint = QLabel::minimumSizeHint();
-    return QSize(qMin(hint.width(), MaxMinimumWidth), hint.height());
+    return QLabel::minimumSizeHint().boundedTo(QSize(MaxMinimumWidth, QWIDGETSIZE_MAX));
+}
+
+bool VCLabel::Fits() const {
+    return QLabel::sizeHint().width() <= width();
+}
+
+/// A number of which the end is cut off would be read as another number.
+void VCLabel::paintEvent(QPaintEvent* event) {
+    if (Fits()) return QLabel::paintEvent(event);
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QRect room = contentsRect().marginsRemoved(QMargins(margin(), margin(), margin(), margin()));
+    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine;
+    style()->drawItemText(&painter, room, flags, palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
+}
+
+QString VCLabel::HiddenText() const {
+    return Fits() ? QString() : text();
 }
 
 bool VCLabel::HasNoValue() const {

@@ -8,8 +8,9 @@
 
 #include <QtWidgets/QLabel>
 
-/// Shows a value of any type as text, on one line and never as markup. While a boolean elsewhere says that
-/// there is no value to speak of, shows "- - -" instead. GUI thread only.
+/// Shows a value of any type as text, on one line and never as markup. What does not fit is marked, and told
+/// by the tool tip. While a boolean elsewhere says that there is no value to speak of, shows "- - -" instead.
+/// GUI thread only.
 class MCS_WIDGETS_EXPORT VCLabel : public QLabel, private IValueView, private PathBinding::IListener {
     Q_OBJECT
 
@@ -27,13 +28,19 @@ class MCS_WIDGETS_EXPORT VCLabel : public QLabel, private IValueView, private Pa
 
     const WidgetBinding& GetBinding() const { return m_binding; }
 
+    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
+    QString HiddenText() const override;
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     bool HasNoValue() const;
+    bool Fits() const;
 
     WidgetBinding m_binding;
     PathBinding m_noValue;

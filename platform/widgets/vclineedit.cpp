@@ -2,12 +2,15 @@
 #include <platform/widgets/vclineedit.h>
 
 #include <platform/values/value.h>
+#include <platform/widgets/valuetext.h>
 
-#include <QtGui/QKeyEvent>
+#include <QtCore/QPointer>
+#include <QtCore/QSignalBlocker>
 
 namespace {
 
-constexpr int MaxLength = 1 << 20;  // characters: a longer content would come back cut
+constexpr int MaxEditable = 100000;  // characters: a longer line takes too long to be laid out on every key
+constexpr int MaxShown = 1000;       // of a text that is longer than that
 
 bool IsText(const values::ValueBase& value) {
     return dynamic_cast<const values::Value<QString>*>(&value) != nullptr;
@@ -18,60 +21,54 @@ bool IsText(const values::ValueBase& value) {
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
     : QLineEdit(parent), m_binding(*this, *this, IsText, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
-    setMaxLength(MaxLength);
+    setMaxLength(MaxEditable);
     if (type == LineEditPassword) setEchoMode(PasswordEchoOnEdit);
-    connect(this, &QLineEdit::editingFinished, this, &VCLineEdit::Commit);
+    connect(this, &QLineEdit::textEdited, this, &VCLineEdit::OnTyped);
     m_binding.RefreshNow();
 }
 
-VCLineEdit::~VCLineEdit() {
-    // The base class may tell of the end of an edit while it is destroyed.
-    disconnect(this, &QLineEdit::editingFinished, this, &VCLineEdit::Commit);
-}
+VCLineEdit::~VCLineEdit() = default;
 
 void VCLineEdit::SetText_ValuePath(const QString& path) {
-    setModified(false);  // what was typed was meant for the other value
     m_binding.SetPath(path);
 }
 
-void VCLineEdit::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && IsEditing())
-        Restore();
-    else
-        QLineEdit::keyPressEvent(event);
+bool VCLineEdit::event(QEvent* event) {
+    if (m_binding.TakeEditEvent(*event)) return true;
+    const QPointer<VCLineEdit> self(this);
+    const bool isHandled = QLineEdit::event(event);
+    if (self != nullptr) m_binding.CommitIfDue();
+    return isHandled;
 }
 
-bool VCLineEdit::IsEditing() const {
-    return isModified();
+void VCLineEdit::OnTyped() {
+    m_binding.BeginEdit();
+    if (!hasFocus()) setFocus();  // a text was dropped here: it is committed by leaving
 }
 
-void VCLineEdit::Restore() {
-    setModified(false);
-    m_binding.RefreshNow();
+bool VCLineEdit::EndTyping(bool isConfirmed) {
+    return isConfirmed || text() != m_shown;
 }
 
-void VCLineEdit::Commit() {
-    if (!IsEditing()) return;
-    if (m_binding.MayEdit()) {
-        m_binding.ForgetRefusal();
-        setModified(false);
-        m_binding.GetValueAs<values::Value<QString>>()->SetValue(text());
-        m_binding.RefreshNow();
-    } else {
-        Restore();
-        m_binding.Refuse(tr("This cannot be changed now."));
-    }
+void VCLineEdit::Commit(values::ValueBase& value) {
+    static_cast<values::Value<QString>&>(value).SetValue(text());
 }
 
 void VCLineEdit::ShowValue(const values::ValueBase* value) {
-    if (value == nullptr) return setText(QString());  // clear() would count as an edit
-    if (IsEditing()) return;
-    const QString content = static_cast<const values::Value<QString>*>(value)->GetValue();
-    if (content == text()) return;
-    setText(content);
-    setCursorPosition(0);  // the beginning of a long text, not its end
+    const QSignalBlocker blocker(this);
+    QString content;
+    if (value != nullptr) content = static_cast<const values::Value<QString>*>(value)->GetValue();
+    m_isCut = content.size() > MaxEditable;
+    m_shown = m_isCut ? valuetext::Shortened(content, MaxShown) : content;
+    ShowAccess(m_mayEdit);
+    if (m_shown == text()) return;
+    const int cursor = hasFocus() ? cursorPosition() : 0;  // the beginning of a long text, not its end
+    setText(m_shown);
+    setCursorPosition(cursor);
 }
 
 void VCLineEdit::ShowAccess(bool mayEdit) {
-    if (isReadOnly() == mayEdit) setReadOnly(!mayEdit);
+    m_mayEdit = mayEdit;
+    const bool isFixed = m_isCut || !mayEdit;
+    if (isReadOnly() != isFixed) setReadOnly(isFixed);
 }

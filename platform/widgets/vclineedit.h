@@ -14,7 +14,9 @@ enum LineEditType {
 };
 
 /// Shows and edits a text. Enter or leaving the field sends the edit, Escape restores; contents that come
-/// while the user types wait until then. GUI thread only.
+/// while the user types wait until then. A text that is too long to be edited here is shown cut, and cannot
+/// be edited. Its signals tell what the user does; contents that come from the tree are shown without one.
+/// GUI thread only.
 class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     Q_OBJECT
 
@@ -30,14 +32,17 @@ class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     const WidgetBinding& GetBinding() const { return m_binding; }
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
-    void Commit();
-    bool IsEditing() const;
-    void Restore();
+    bool EndTyping(bool isConfirmed) override;
+    void Commit(values::ValueBase& value) override;
+    void OnTyped();
 
     WidgetBinding m_binding;
+    QString m_shown;       ///< the content, as it was when it was shown
+    bool m_isCut = false;  ///< what is shown is not the whole content
+    bool m_mayEdit = false;
 };

@@ -2,8 +2,10 @@
 #include <platform/widgets/vcnumericfloatspin.h>
 
 #include <platform/values/value.h>
-#include <platform/values/valuenumeric.h>
+#include <platform/widgets/valuetext.h>
 
+#include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWheelEvent>
@@ -17,7 +19,7 @@ namespace {
 using NumericInt = values::ValueNumeric<int>;
 using NumericReal = values::ValueNumeric<double>;
 
-/// What a spin box has room for: the digits of a larger number could not be shown.
+/// What a spin box has room for: a double does not tell larger numbers apart digit by digit.
 constexpr double MaxShown = 1e15;
 
 }  // namespace
@@ -32,14 +34,11 @@ VCNumericFloatSpin::VCNumericFloatSpin(QWidget* parent, const char* name, bool h
     setKeyboardTracking(false);
     setFocusPolicy(Qt::StrongFocus);  // the wheel alone must not get at it
     m_binding.WatchPart(*lineEdit());
-    connect(this, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &VCNumericFloatSpin::Commit);
-    connect(this, &QDoubleSpinBox::editingFinished, this, &VCNumericFloatSpin::Finish);
+    connect(lineEdit(), &QLineEdit::textEdited, this, &VCNumericFloatSpin::OnTyped);
     m_binding.RefreshNow();
 }
 
-VCNumericFloatSpin::~VCNumericFloatSpin() {
-    disconnect(this, nullptr, this, nullptr);  // the base class may tell of the end of an edit
-}
+VCNumericFloatSpin::~VCNumericFloatSpin() = default;
 
 void VCNumericFloatSpin::SetNumericInt_ValuePath(const QString& path) {
     Bind(true, path);
@@ -49,18 +48,17 @@ void VCNumericFloatSpin::SetNumericDouble_ValuePath(const QString& path) {
     Bind(false, path);
 }
 
+void VCNumericFloatSpin::Bind(bool isInteger, const QString& path) {
+    m_isInteger = isInteger;
+    m_binding.SetPath(path);
+}
+
 void VCNumericFloatSpin::SetUnit(double factor, int decimals, const QString& unit) {
     Q_ASSERT(factor > 0);
     m_factor = factor;
     m_decimals = decimals;
-    setSuffix(unit);
-    m_binding.RefreshNow();
-}
-
-void VCNumericFloatSpin::Bind(bool isInteger, const QString& path) {
-    m_isInteger = isInteger;
-    lineEdit()->setModified(false);  // what was typed was meant for the other value
-    m_binding.SetPath(path);
+    m_unit = unit;
+    m_binding.CancelEdit();
 }
 
 bool VCNumericFloatSpin::Accepts(const values::ValueBase& value) const {
@@ -71,32 +69,69 @@ bool VCNumericFloatSpin::Accepts(const values::ValueBase& value) const {
 }
 
 QString VCNumericFloatSpin::textFromValue(double shown) const {
-    return m_isBlank ? QString() : QDoubleSpinBox::textFromValue(shown);
+    if (!m_isMeasuring && m_isBlank) return QString();
+    const bool isSpecial = !m_isMeasuring && !m_special.isEmpty() && !m_binding.IsEditing();
+    return isSpecial ? m_special : QDoubleSpinBox::textFromValue(shown);
 }
 
 QValidator::State VCNumericFloatSpin::validate(QString& input, int& position) const {
-    return m_isBlank ? QValidator::Acceptable : QDoubleSpinBox::validate(input, position);
+    if (m_isBlank || (!m_special.isEmpty() && input == m_shown)) return QValidator::Acceptable;
+    // One of the two separates groups of digits and would be skipped: "1.5" would be 15.
+    const int end = input.size() - (input.endsWith(suffix()) ? suffix().size() : 0);
+    for (int i = 0; i < end; ++i)
+        if (input.at(i) == QLatin1Char('.') || input.at(i) == QLatin1Char(','))
+            input[i] = locale().decimalPoint();
+    return QDoubleSpinBox::validate(input, position);
 }
 
 void VCNumericFloatSpin::stepBy(int steps) {
-    if (m_binding.MayEdit())
-        QDoubleSpinBox::stepBy(steps);
-    else
-        m_binding.Refuse(tr("This cannot be changed now."));
+    if (!m_binding.MayEdit()) return m_binding.RefuseEdit();
+    if (!m_special.isEmpty() || !hasAcceptableInput()) return;
+    const QPointer<VCNumericFloatSpin> self(this);
+    const double before = value();
+    QDoubleSpinBox::stepBy(steps);
+    if (self == nullptr || (value() == before && !m_binding.IsEditing())) return;
+    m_entered = value();
+    m_binding.CommitSoon();
 }
 
 QAbstractSpinBox::StepEnabled VCNumericFloatSpin::stepEnabled() const {
     return m_binding.MayEdit() ? QDoubleSpinBox::stepEnabled() : StepEnabled(StepNone);
 }
 
-/// Escape arrives here before a dialog takes it as its own.
+/// As if there were something to show: what surrounds the widget does not jump when a value comes.
+QSize VCNumericFloatSpin::sizeHint() const {
+    const QScopedValueRollback<bool> measuring(m_isMeasuring, true);
+    return QDoubleSpinBox::sizeHint() + RoomForUnit();
+}
+
+QSize VCNumericFloatSpin::minimumSizeHint() const {
+    const QScopedValueRollback<bool> measuring(m_isMeasuring, true);
+    return QDoubleSpinBox::minimumSizeHint() + RoomForUnit();
+}
+
+QSize VCNumericFloatSpin::RoomForUnit() const {
+    return QSize(m_isBlank ? fontMetrics().horizontalAdvance(m_unit) : 0, 0);
+}
+
+/// The base class would make a number of the text, also of none.
+bool VCNumericFloatSpin::IsEnterWithoutEdit(const QEvent& event) const {
+    if (event.type() != QEvent::KeyPress || m_binding.IsEditing()) return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 bool VCNumericFloatSpin::event(QEvent* event) {
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (!isKey || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape || !IsEditing())
-        return QDoubleSpinBox::event(event);
-    if (event->type() == QEvent::KeyPress) Restore();
-    event->accept();
-    return true;
+    if (IsEnterWithoutEdit(*event)) {
+        selectAll();
+        event->ignore();  // a dialog may wait for it
+        return true;
+    }
+    if (m_binding.TakeEditEvent(*event)) return true;
+    const QPointer<VCNumericFloatSpin> self(this);
+    const bool isHandled = QDoubleSpinBox::event(event);
+    if (self != nullptr) m_binding.CommitIfDue();
+    return isHandled;
 }
 
 /// Turned over a form that scrolls, the wheel is not meant for the field below the pointer.
@@ -107,66 +142,80 @@ void VCNumericFloatSpin::wheelEvent(QWheelEvent* event) {
         event->ignore();
 }
 
-bool VCNumericFloatSpin::IsEditing() const {
-    return lineEdit()->isModified();
+void VCNumericFloatSpin::OnTyped() {
+    m_binding.BeginEdit();
+    if (!hasFocus()) setFocus();  // a text was dropped here: it is committed by leaving
 }
 
-void VCNumericFloatSpin::Restore() {
-    lineEdit()->setModified(false);
-    m_binding.RefreshNow();
-}
-
-/// The user made another number of it: by typing, or by a step.
-void VCNumericFloatSpin::Commit() {
-    lineEdit()->setModified(false);
-    if (m_binding.MayEdit()) {
-        m_binding.ForgetRefusal();
-        values::ValueBase* const target = m_binding.GetValue();
-        if (auto* const real = dynamic_cast<NumericReal*>(target))
-            real->SetValue(value() * m_factor);
-        else if (auto* const number = dynamic_cast<NumericInt*>(target))
-            number->SetValue(static_cast<int>(std::lround(value())));
-        else if (auto* const plain = dynamic_cast<values::Value<int>*>(target))
-            plain->SetValue(static_cast<int>(std::lround(value())));
-    } else {
-        m_binding.Refuse(tr("This cannot be changed now."));
+bool VCNumericFloatSpin::EndTyping(bool isConfirmed) {
+    if (!isConfirmed && text() == m_shown) return false;
+    if (!hasAcceptableInput()) {
+        m_binding.Refuse(
+            tr("Please enter a number from %1 to %2.")
+                .arg(QDoubleSpinBox::textFromValue(minimum()), QDoubleSpinBox::textFromValue(maximum())));
+        return false;
     }
-    m_binding.RefreshNow();
+    m_entered = valueFromText(text());
+    return true;
 }
 
-/// The user left or pressed Enter without another number: contents may come again.
-void VCNumericFloatSpin::Finish() {
-    if (IsEditing()) Restore();
+void VCNumericFloatSpin::Commit(values::ValueBase& value) {
+    if (auto* const real = dynamic_cast<NumericReal*>(&value)) {
+        // What looks the same is the same: the content has more digits.
+        const QString entered = QDoubleSpinBox::textFromValue(m_entered);
+        if (entered != QDoubleSpinBox::textFromValue(real->GetValue() / m_factor))
+            real->SetValue(ToContent(m_entered));
+    } else if (auto* const number = dynamic_cast<NumericInt*>(&value)) {
+        number->SetValue(static_cast<int>(std::lround(m_entered)));
+    } else if (auto* const plain = dynamic_cast<values::Value<int>*>(&value)) {
+        plain->SetValue(static_cast<int>(std::lround(m_entered)));
+    }
+}
+
+/// 98.7 MHz are 98700000 Hz, which 98.7 * 1e6 need not be.
+double VCNumericFloatSpin::ToContent(double shown) const {
+    const double digits = std::pow(10.0, m_decimals);
+    const double whole = std::round(shown * digits);
+    return digits >= m_factor ? whole / (digits / m_factor) : whole * (m_factor / digits);
 }
 
 void VCNumericFloatSpin::ShowValue(const values::ValueBase* value) {
-    const QSignalBlocker blocker(this);
-    m_isBlank = value == nullptr;
-    if (value == nullptr) {
-        lineEdit()->setText(QString());  // clear() would count as an edit
-        return;
-    }
     using IntLimits = std::numeric_limits<int>;
-    if (const auto* real = dynamic_cast<const NumericReal*>(value)) {
-        if (decimals() != m_decimals) setDecimals(m_decimals);
+    const QSignalBlocker blocker(this);
+    if (value == nullptr) return ShowNothing();
+    if (m_isBlank || suffix() != m_unit) setSuffix(m_unit);
+    m_isBlank = false;
+    const auto* const real = dynamic_cast<const NumericReal*>(value);
+    const int digits = real != nullptr ? m_decimals : 0;
+    if (decimals() != digits) setDecimals(digits);
+    if (real != nullptr)
         ShowNumber(real->GetValue() / m_factor, real->GetMin() / m_factor, real->GetMax() / m_factor);
-        return;
-    }
-    if (decimals() != 0) setDecimals(0);
-    if (const auto* number = dynamic_cast<const NumericInt*>(value))
+    else if (const auto* number = dynamic_cast<const NumericInt*>(value))
         ShowNumber(number->GetValue(), number->GetMin(), number->GetMax());
     else if (const auto* plain = dynamic_cast<const values::Value<int>*>(value))
         ShowNumber(plain->GetValue(), IntLimits::min(), IntLimits::max());
 }
 
-void VCNumericFloatSpin::ShowNumber(double shown, double minimum, double maximum) {
-    const double lowest = qMax(minimum, -MaxShown);
-    const double highest = qMin(maximum, MaxShown);
-    if (lowest == this->minimum() && highest == this->maximum() && shown == value() && !text().isEmpty())
-        return;
-    if (IsEditing()) return;
-    setRange(lowest, highest);
-    setValue(shown);
+void VCNumericFloatSpin::ShowNothing() {
+    m_isBlank = true;
+    m_special.clear();
+    m_shown.clear();
+    if (!suffix().isEmpty()) setSuffix(QString());
+    setValue(value());  // shows the text anew
+}
+
+void VCNumericFloatSpin::ShowNumber(double number, double minimum, double maximum) {
+    const double lowest = qBound(-MaxShown, minimum, MaxShown);
+    const double highest = qBound(-MaxShown, maximum, MaxShown);
+    if (lowest != m_lowest || highest != m_highest) {
+        m_lowest = lowest;
+        m_highest = highest;
+        setRange(lowest, highest);
+        updateGeometry();
+    }
+    m_special = std::fabs(number) > MaxShown ? valuetext::Number(number) : QString();
+    setValue(number);
+    m_shown = text();
 }
 
 void VCNumericFloatSpin::ShowAccess(bool mayEdit) {

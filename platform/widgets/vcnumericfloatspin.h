@@ -8,7 +8,9 @@
 #include <QtWidgets/QDoubleSpinBox>
 
 /// Shows and edits a number within its limits. Enter, leaving the field or a step sends the edit, Escape
-/// restores; contents that come while the user types wait until then. GUI thread only.
+/// restores; contents that come while the user types wait until then. A number that was not edited is never
+/// sent, rounded to what is shown of it. Comma and point both are the decimal point: digits are not grouped.
+/// Contents that come from the tree are shown without a signal. GUI thread only.
 class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IValueView {
     Q_OBJECT
 
@@ -31,6 +33,8 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     QString textFromValue(double shown) const override;
     QValidator::State validate(QString& input, int& position) const override;
     void stepBy(int steps) override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     bool event(QEvent* event) override;
@@ -40,18 +44,27 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
-    void ShowNumber(double shown, double minimum, double maximum);
+    bool EndTyping(bool isConfirmed) override;
+    void Commit(values::ValueBase& value) override;
     void Bind(bool isInteger, const QString& path);
-    void Commit();
-    void Finish();
-    bool IsEditing() const;
-    void Restore();
-
     bool Accepts(const values::ValueBase& value) const;
+    void ShowNothing();
+    void ShowNumber(double number, double minimum, double maximum);
+    void OnTyped();
+    bool IsEnterWithoutEdit(const QEvent& event) const;
+    double ToContent(double shown) const;
+    QSize RoomForUnit() const;
 
     WidgetBinding m_binding;
     double m_factor = 1;
     int m_decimals = 3;
+    QString m_unit;
+    double m_lowest = 0;  ///< of the range that is set
+    double m_highest = 0;
+    QString m_shown;       ///< as it was when the content was shown
+    QString m_special;     ///< of a content that there are not enough digits for
+    double m_entered = 0;  ///< while that is not committed
     bool m_isInteger = true;
-    bool m_isBlank = true;  ///< nothing to show
+    bool m_isBlank = true;               ///< nothing to show
+    mutable bool m_isMeasuring = false;  ///< asked for texts only to learn how much room they take
 };

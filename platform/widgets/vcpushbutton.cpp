@@ -15,7 +15,7 @@ VCPushButton::VCPushButton(QWidget* parent, const char* name)
     : QPushButton(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setAutoDefault(false);  // Enter in a field beside it belongs to the field
-    connect(this, &QPushButton::clicked, this, &VCPushButton::Push);
+    connect(this, &QPushButton::clicked, &m_binding, &WidgetBinding::Commit);
     m_binding.RefreshNow();
 }
 
@@ -25,11 +25,8 @@ void VCPushButton::Set_ValuePath(const QString& path) {
     m_binding.SetPath(path);
 }
 
-void VCPushButton::Push() {
-    if (!m_binding.MayEdit()) return m_binding.Refuse(tr("This cannot be changed now."));
-    m_binding.ForgetRefusal();
-    m_binding.GetValueAs<values::Value<bool>>()->SetValue(true);
-    m_binding.RequestRefresh();
+void VCPushButton::Commit(values::ValueBase& value) {
+    static_cast<values::Value<bool>&>(value).SetValue(true);
 }
 
 void VCPushButton::ShowValue(const values::ValueBase* value) {

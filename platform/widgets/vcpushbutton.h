@@ -25,7 +25,7 @@ class MCS_WIDGETS_EXPORT VCPushButton : public QPushButton, private IValueView {
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
-    void Push();
+    void Commit(values::ValueBase& value) override;
 
     WidgetBinding m_binding;
 };

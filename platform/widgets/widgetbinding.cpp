@@ -3,15 +3,17 @@
 
 #include <platform/values/valuebase.h>
 #include <platform/widgets/ivalueview.h>
+#include <platform/widgets/spokenname.h>
 #include <platform/widgets/staleveil.h>
 #include <platform/widgets/valuetext.h>
+#include <platform/widgets/valuetip.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
-#include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
-#include <QtWidgets/QToolTip>
+#include <QtGui/QTextDocument>
 #include <QtWidgets/QWidget>
 
 #include <utility>
@@ -23,11 +25,7 @@ constexpr int MaxTipLength = 500;  // characters of a text that others chose
 }  // namespace
 
 WidgetBinding::WidgetBinding(QWidget& widget, IValueView& view, PathBinding::Filter filter, EAccess access)
-    : m_widget(widget),
-      m_view(view),
-      m_access(access),
-      m_binding(*this, std::move(filter)),
-      m_veil(new StaleVeil(widget)) {
+    : m_widget(widget), m_view(view), m_access(access), m_binding(*this, std::move(filter)) {
     WatchPart(widget);
     if (access == Editable) values::Refusals::Instance().AddListener(this);
 }
@@ -37,17 +35,22 @@ WidgetBinding::~WidgetBinding() {
 }
 
 void WidgetBinding::SetPath(const QString& path) {
-    m_refusal.clear();
+    m_isEditing = m_isCommitDue = m_awaitsAnswer = false;
+    SetRefusal(QString());
     m_binding.SetPath(path);
-    RefreshNow();
+    if (m_isOther) RefreshNow();
+    if (m_widget.accessibleName() != m_ownSpokenName || spokenname::IsNamedOtherwise(m_widget)) return;
+    m_ownSpokenName = path.section(QLatin1Char('/'), -1);
+    m_widget.setAccessibleName(m_ownSpokenName);
 }
 
 bool WidgetBinding::MayEdit() const {
-    return m_access == Editable && GetState() == EBindingState::Live && GetValue()->IsWritable();
+    return m_access == Editable && !m_isOther && GetState() == EBindingState::Live &&
+           GetValue()->IsWritable();
 }
 
 void WidgetBinding::RefreshNow() {
-    RefreshScheduler::Instance().Cancel(*this);
+    RefreshScheduler::Cancel(*this);
     Refresh();
 }
 
@@ -55,51 +58,142 @@ void WidgetBinding::RequestRefresh() {
     RefreshScheduler::Instance().Request(*this);
 }
 
-void WidgetBinding::Refuse(const QString& reason) {
-    m_refusal = valuetext::Shortened(reason, MaxTipLength);
+void WidgetBinding::OnBindingChanged(PathBinding&, TChangeCode code) {
+    if (code != changecode::ContentChanged) m_isStateShown = false;
+    if (code == PathBinding::Rebound) {
+        m_isOther = true;
+        DropEdit(tr("What was entered was not sent: the value has gone."));
+    }
+    RequestRefresh();
+}
+
+void WidgetBinding::Refresh() {
+    m_isOther = false;
+    m_view.ShowAccess(MayEdit());
+    if (!m_isEditing) m_view.ShowValue(GetValue());
     ShowState();
-    if (m_widget.isVisible()) ShowTip(m_refusal);
 }
 
 void WidgetBinding::WatchPart(QWidget& part) {
     part.installEventFilter(this);
 }
 
-void WidgetBinding::OnBindingChanged(PathBinding&, TChangeCode) {
-    RequestRefresh();
+void WidgetBinding::CancelEdit() {
+    m_isEditing = m_isCommitDue = false;
+    RefreshNow();
+}
+
+void WidgetBinding::DropEdit(const QString& reason) {
+    if (!m_isEditing) return;
+    m_isEditing = m_isCommitDue = false;
+    if (!m_isCommitting) Refuse(reason);
+}
+
+void WidgetBinding::CommitSoon() {
+    m_isEditing = m_isCommitDue = true;
+    QMetaObject::invokeMethod(this, &WidgetBinding::CommitIfDue, Qt::QueuedConnection);
+}
+
+void WidgetBinding::CommitIfDue() {
+    if (m_isCommitDue) Commit();
+}
+
+void WidgetBinding::Commit() {
+    m_isCommitDue = false;
+    if (!MayEdit()) {
+        m_isEditing = false;
+        RefreshNow();
+        return RefuseEdit();
+    }
+    const QPointer<WidgetBinding> self(this);
+    m_isEditing = m_isCommitting = m_awaitsAnswer = true;
+    SetRefusal(QString());
+    m_view.Commit(*GetValue());
+    if (self == nullptr) return;
+    m_isEditing = m_isCommitting = false;
+    RefreshNow();
+}
+
+void WidgetBinding::EndTyping(bool isConfirmed) {
+    if (m_view.EndTyping(isConfirmed))
+        CommitSoon();
+    else
+        CancelEdit();
+}
+
+bool WidgetBinding::TakeEditEvent(QEvent& event) {
+    if (!m_isEditing) return false;
+    const bool isKeyPress = event.type() == QEvent::KeyPress;
+    if (isKeyPress || event.type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent&>(event).key();
+        if (isKeyPress && (key == Qt::Key_Return || key == Qt::Key_Enter)) EndTyping(true);
+        if (key != Qt::Key_Escape) return false;
+        if (isKeyPress) CancelEdit();
+        event.accept();  // before a dialog takes it as its own
+        return true;
+    }
+    // A menu over the widget comes and goes, and the user types on.
+    if (event.type() != QEvent::FocusOut || static_cast<QFocusEvent&>(event).reason() == Qt::PopupFocusReason)
+        return false;
+    if (m_widget.isEnabled()) {
+        EndTyping(false);
+    } else {
+        DropEdit(tr("What was entered was not sent: the field was locked."));
+        RefreshNow();
+    }
+    return false;
+}
+
+void WidgetBinding::RefuseEdit() {
+    Refuse(tr("This cannot be changed now."));
+}
+
+void WidgetBinding::Refuse(const QString& reason) {
+    SetRefusal(valuetext::Shortened(reason, MaxTipLength));
+    ShowState();
+    // After the key or click that it answers: that would take the tip away again.
+    QMetaObject::invokeMethod(this, &WidgetBinding::ShowRefusal, Qt::QueuedConnection);
+}
+
+void WidgetBinding::SetRefusal(const QString& reason) {
+    if (reason != m_refusal) m_isStateShown = false;
+    m_refusal = reason;
 }
 
 void WidgetBinding::OnRefused(values::TreeItem* item, const QString&, const QString& reason) {
-    if (item != nullptr && item == GetValue()) Refuse(reason);
-}
-
-void WidgetBinding::Refresh() {
-    m_view.ShowAccess(MayEdit());
-    m_view.ShowValue(GetValue());
+    if (item == nullptr || item != GetValue()) return;
+    if (std::exchange(m_awaitsAnswer, false)) return Refuse(reason);
+    SetRefusal(valuetext::Shortened(reason, MaxTipLength));  // somebody else's edit
     ShowState();
 }
 
+void WidgetBinding::ShowRefusal() {
+    if (!m_refusal.isEmpty() && valuetip::IsInSight(m_widget))
+        valuetip::Show(m_widget, valuetip::ToHtml(m_refusal));
+}
+
 void WidgetBinding::ShowState() {
+    if (m_isStateShown) return;
+    m_isStateShown = true;
     const bool isLive = GetState() == EBindingState::Live;
+    // At first nothing is live. The veil then stays: a window that goes away takes no new children.
+    if (m_veil == nullptr) m_veil = new StaleVeil(m_widget);
     m_veil->setVisible(!isLive);
-    // Only where nobody else gave the widget a name.
-    if (m_widget.accessibleName() == m_ownAccessibleName) {
-        m_ownAccessibleName = GetPath().section(QLatin1Char('/'), -1);
-        if (m_widget.accessibleName() != m_ownAccessibleName) m_widget.setAccessibleName(m_ownAccessibleName);
-    }
-    const QString state = isLive && m_refusal.isEmpty() ? QString() : DescribeState();
-    if (m_widget.accessibleDescription() != state) m_widget.setAccessibleDescription(state);
+    m_widget.setAccessibleDescription(isLive && m_refusal.isEmpty() ? QString() : DescribeState());
 }
 
 QString WidgetBinding::DescribeState() const {
     QString state;
     switch (GetState()) {
         case EBindingState::Unbound:
-            return tr("Not connected");
+            state = tr("Not connected");
+            break;
         case EBindingState::Waiting:
-            return tr("Not connected: nothing is there");
+            state = tr("Not connected: nothing is there");
+            break;
         case EBindingState::WrongType:
-            return tr("Not connected: what is there cannot be shown here");
+            state = tr("Not connected: what is there cannot be shown here");
+            break;
         case EBindingState::Stale:
             state = tr("Not connected: this is the last content known");
             break;
@@ -112,6 +206,8 @@ QString WidgetBinding::DescribeState() const {
 
 QString WidgetBinding::GetDescription() const {
     QStringList lines;
+    const QString hidden = m_view.HiddenText();
+    if (!hidden.isEmpty()) lines << hidden;
     if (!GetPath().isEmpty()) lines << valuetext::Shortened(GetPath(), MaxTipLength);
     lines << DescribeState();
     const values::ValueBase* const value = GetValue();
@@ -128,10 +224,14 @@ bool WidgetBinding::eventFilter(QObject* watched, QEvent* event) {
             return ShowDescription();
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-        case QEvent::MouseButtonRelease:
-            if (static_cast<QMouseEvent*>(event)->button() != Qt::MiddleButton) break;
-            if (event->type() == QEvent::MouseButtonRelease) CopyPath();
+        case QEvent::MouseButtonRelease: {
+            const auto* const mouse = static_cast<QMouseEvent*>(event);
+            if (mouse->button() != Qt::MiddleButton) break;
+            const bool isClick = event->type() == QEvent::MouseButtonRelease &&
+                                 static_cast<QWidget*>(watched)->rect().contains(mouse->pos());
+            if (isClick) CopyPath();
             return true;
+        }
         default:
             break;
     }
@@ -140,21 +240,16 @@ bool WidgetBinding::eventFilter(QObject* watched, QEvent* event) {
 
 bool WidgetBinding::ShowDescription() {
     if (!m_isDescribed) return false;
-    const QString own = m_widget.toolTip();
-    ShowTip(own.isEmpty() ? GetDescription() : own + QLatin1Char('\n') + GetDescription());
+    QString own = m_widget.toolTip();
+    if (!own.isEmpty())
+        own = (Qt::mightBeRichText(own) ? own : valuetip::ToHtml(own)) + QStringLiteral("<br>");
+    valuetip::Show(m_widget, own + valuetip::ToHtml(GetDescription()));
     return true;
-}
-
-/// Texts of peers must not become markup.
-void WidgetBinding::ShowTip(const QString& plainText) {
-    QString html = plainText.toHtmlEscaped();
-    html.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
-    QToolTip::showText(m_widget.mapToGlobal(QPoint(0, m_widget.height())),
-                       QStringLiteral("<qt>%1</qt>").arg(html), &m_widget);
 }
 
 void WidgetBinding::CopyPath() {
     if (GetPath().isEmpty()) return;
     QGuiApplication::clipboard()->setText(GetPath());
-    ShowTip(tr("Copied: %1").arg(valuetext::Shortened(GetPath(), MaxTipLength)));
+    valuetip::Show(m_widget,
+                   valuetip::ToHtml(tr("Copied: %1").arg(valuetext::Shortened(GetPath(), MaxTipLength))));
 }

@@ -92,6 +92,7 @@ TEST_F(ConsoleProcess, ComplainsInOneLine) {
 
 TEST_F(ConsoleProcess, ShowsThePagesOfTheServersOwnWindow) {
     server.UseWindow();
+    server.WriteFile(QStringLiteral("mcserver.ini"), "[StaticMpxORVs]\nNames=\"Tower, Van 1\"\n");
     const QString pictures = server.Path(QStringLiteral("pictures"));
     EXPECT_EQ(
         server.Run({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--config"),

@@ -27,8 +27,8 @@ class ServerOutput : public testing::Test, protected ProgramRunner {
     void StartServer() {
         StartProgram(QStringLiteral("/bin/sh"),
                      {QStringLiteral("-c"), QString::fromUtf8(ReadUntilItListens), QStringLiteral(MCSERVER),
-                      QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--config"),
-                      m_directory.filePath(QStringLiteral("mcserver.ini"))});
+                      QStringLiteral("--headless"), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"),
+                      QStringLiteral("--config"), m_directory.filePath(QStringLiteral("mcserver.ini"))});
         ASSERT_TRUE(WaitUntil([this] { return output.contains("listening on") && errors.contains('\n'); }))
             << errors.constData();
         m_serverProcess = errors.left(errors.indexOf('\n')).toInt();

@@ -57,7 +57,7 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
     m_output.clear();
     m_errors.clear();
     QStringList all = {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(port),
-                             QStringLiteral("--config"), ConfigPath()};
+                       QStringLiteral("--config"), ConfigPath()};
     if (!m_hasWindow) all << QStringLiteral("--headless");
     m_process.start(QStringLiteral(MCSERVER), all + arguments);
     ASSERT_TRUE(WaitFor([this] { return m_port != 0 || m_process.state() == QProcess::NotRunning; }));
@@ -65,7 +65,9 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
 }
 
 int ServerProcess::Run(const QStringList& arguments) {
-    m_process.start(QStringLiteral(MCSERVER), arguments);
+    QStringList all = arguments;
+    if (!m_hasWindow) all << QStringLiteral("--headless");
+    m_process.start(QStringLiteral(MCSERVER), all);
     return WaitForEnd();
 }
 

@@ -153,7 +153,9 @@ TEST(ValueBase, RenamingTellsTheParent19AfterwardsIfItIsStillThere) {
     node->AddObserver(&ofNode);
     value->AddObserver(&ofValue);
     ofValue.React([&](Observable*, TChangeCode code) {
-        if (code == 4) EXPECT_EQ(ofNode.Codes(), Codes());
+        if (code == 4) {
+            EXPECT_EQ(ofNode.Codes(), Codes());
+        }
     });
     value->SetName(QStringLiteral("B"));
     EXPECT_EQ(ofNode.Codes(), (Codes{19}));

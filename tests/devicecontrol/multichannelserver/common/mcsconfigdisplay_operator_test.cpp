@@ -2,6 +2,7 @@
 // Somebody sits in front of the configuration display, with mouse and keyboard.
 #include <tests/devicecontrol/multichannelserver/common/configdisplaytest.h>
 
+#include <QtCore/QTimer>
 #include <QtTest/QtTest>
 
 #include <gtest/gtest.h>
@@ -68,6 +69,35 @@ TEST_F(ConfigDisplayOperator, AClickSwitchesABox) {
                       QPoint(5, OnStartup().height() / 2));
     EXPECT_EQ(At("ConnectOnStartup"), Text("false"));
     EXPECT_EQ(Shown().at(2), Text("o"));
+}
+
+TEST_F(ConfigDisplayOperator, AClickOnABoxIsToldOnce) {
+    Config();
+    m_display->SetConfig_ValuePath(path);
+    Activate();
+    // Until the next change is drawn at once: the box could take that for what the operator did.
+    QTimer rest;
+    const QSignalSpy rested(&rest, &QTimer::timeout);
+    rest.start(2 * RefreshScheduler::Interval);
+    ASSERT_TRUE(WaitUntil([&rested] { return rested.count() > 1; }));
+    const QSignalSpy clicked(&Force(), &QCheckBox::clicked);
+    const QSignalSpy toggled(&Force(), &QCheckBox::toggled);
+    const QSignalSpy changed(&Force(), &QCheckBox::stateChanged);
+    QTest::mouseClick(&Force(), Qt::LeftButton, Qt::KeyboardModifiers(), QPoint(5, Force().height() / 2));
+    EXPECT_EQ(clicked.count(), 1);
+    EXPECT_EQ(toggled.count(), 1);
+    EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(ConfigDisplayOperator, AContentThatComesIsNotToldAsTheOperators) {
+    MCSConfigData& config = Config();
+    m_display->SetConfig_ValuePath(path);
+    const QSignalSpy toggled(&Force(), &QCheckBox::toggled);
+    const QSignalSpy changed(&Force(), &QCheckBox::stateChanged);
+    config.SetForceConnect(true);
+    EXPECT_EQ(Shown().at(3), Text("x"));
+    EXPECT_EQ(toggled.count(), 0);
+    EXPECT_EQ(changed.count(), 0);
 }
 
 TEST_F(ConfigDisplayOperator, MoreChannelsThanThereCanBeAreNotSet) {
