@@ -108,6 +108,7 @@ void Blanking::BlankingImpl::ReadInputs(const Observed<Discretes>& discretes) {
     // Deliberately inverted: a keyed transmitter pulls its input to 0. Beyond bit 31 the sign goes on.
     for (std::size_t i = 0; i < active.size(); ++i)
         active[i] = (bits >> std::min(i, SignBit) & 1U) == 0;
+    CollectBlanked(*discretes.record);
 }
 
 void Blanking::BlankingImpl::ReadAssignments(const Observed<Assignments>& assignments) {
@@ -115,17 +116,23 @@ void Blanking::BlankingImpl::ReadAssignments(const Observed<Assignments>& assign
     // New inputs deliberately stay inactive until the inputs are read the next time.
     assignments.record->Resize(items.size());
     assignments.record->frequencies = items;
+    CollectBlanked(*assignments.record);
+}
+
+void Blanking::BlankingImpl::CollectBlanked(ModuleBlankingRecord& record) {
+    record.blanked.clear();
+    for (std::size_t i = 0; i < record.active.size(); ++i) {
+        std::uint64_t hertz = 0;
+        const bool isBlanked = record.active[i] && record.frequencies[i] > 0.0;
+        if (isBlanked && ToWholeHertz(record.frequencies[i], &hertz)) record.blanked.push_back(hertz);
+    }
 }
 
 void Blanking::BlankingImpl::Rebuild() {
     m_scratch.clear();
     for (const auto& entry : m_modules) {
-        const ModuleBlankingRecord& record = *entry.second.record;
-        for (std::size_t i = 0; i < record.active.size(); ++i) {
-            std::uint64_t hertz = 0;
-            const bool isBlanked = record.active[i] && record.frequencies[i] > 0.0;
-            if (isBlanked && ToWholeHertz(record.frequencies[i], &hertz)) m_scratch.push_back(hertz);
-        }
+        const std::vector<std::uint64_t>& blanked = entry.second.record->blanked;
+        m_scratch.insert(m_scratch.end(), blanked.begin(), blanked.end());
     }
     m_blanked.Assign(m_scratch);
 }

@@ -67,8 +67,9 @@ class Blanking::BlankingImpl final : public IObserver {
     void ForgetNode(Observable* source);
     void DiscoverModules();
     void AddModule(values::Node* node);
-    void ReadInputs(const Observed<Discretes>& discretes);
-    void ReadAssignments(const Observed<Assignments>& assignments);
+    static void ReadInputs(const Observed<Discretes>& discretes);
+    static void ReadAssignments(const Observed<Assignments>& assignments);
+    static void CollectBlanked(ModuleBlankingRecord& record);
     void Rebuild();
 
     values::Node* m_node;  ///< "GTS"; null without a tree, and after it went away
