@@ -67,10 +67,10 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
 
     void Update(Observable* source, TChangeCode code) override;
 
-  signals:
+  Q_SIGNALS:
     void SignalError(QString name, QString address, int errorcode, QString errortext);
 
-  public slots:
+  public Q_SLOTS:
     void SlotOnConnectionEstablished();
     void SlotOnConnectionClosed();
     void SlotOnConnectionError(int errorcode, QString errortext);

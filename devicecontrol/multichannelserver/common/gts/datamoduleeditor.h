@@ -23,7 +23,7 @@ class MCS_COMMON_EXPORT DataModuleEditor : public QDialog {
   public:
     DataModuleEditor(QWidget* parent, DataModule* module);
 
-  public slots:
+  public Q_SLOTS:
     /// Configures the module, which connects it anew, and closes the dialog.
     void SlotOkButton();
 

@@ -33,7 +33,7 @@ class GTSDisplayImpl final : public QObject {
     void Load();
     void Save();
 
-  public slots:
+  public Q_SLOTS:
     void SlotOnRightClick(const QPoint& position);
     void SlotCreateNewDataModule();
     void SlotAssignInputs();

@@ -21,7 +21,7 @@ class MCS_COMMON_EXPORT InputAssignmentEditor : public QDialog {
   public:
     InputAssignmentEditor(QWidget* parent, const std::vector<DataModule*>& modules);
 
-  public slots:
+  public Q_SLOTS:
     /// Applies and closes the dialog.
     void SlotSaveAssignments();
     /// Takes the table over: the modules publish it at once.

@@ -28,7 +28,7 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// about a connection that is no more.
     void WaitForEnd();
 
-  signals:
+  Q_SIGNALS:
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
     void InterfaceOpen();
     void InterfaceClose();

@@ -37,14 +37,14 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     void OnClosed() override;
     void OnInputDiscretes(unsigned bits) override;
 
-  signals:
+  Q_SIGNALS:
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
     void InterfaceClose();
     void InterfaceError(int errorcode, QString errortext);
     /// Comes after the inputs that were read first, so that whoever hears of the connection knows them.
     void InterfaceOpen();
 
-  public slots:
+  public Q_SLOTS:
     void SlotOnTimer();
 
   private:
