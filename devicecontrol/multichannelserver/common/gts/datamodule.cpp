@@ -147,7 +147,7 @@ void DataModule::SlotOnConnectionError(int errorcode, QString errortext) {
     m_inputDiscretes = 0;
     SetStatus(tr("Error"));
     RefreshTree();
-    emit SignalError(m_type, m_address, errorcode, errortext);
+    Q_EMIT SignalError(m_type, m_address, errorcode, errortext);
 }
 
 void DataModule::SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes) {

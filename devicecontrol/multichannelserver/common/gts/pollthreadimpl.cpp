@@ -25,7 +25,7 @@ PollThreadImpl::~PollThreadImpl() {
 
 void PollThreadImpl::Start() {
     if (m_creationError)
-        emit InterfaceError(static_cast<int>(*m_creationError), ModbusErrorText(*m_creationError));
+        Q_EMIT InterfaceError(static_cast<int>(*m_creationError), ModbusErrorText(*m_creationError));
     m_creationError.reset();
     m_timer->start();
 }
@@ -49,7 +49,7 @@ void PollThreadImpl::OnError(unsigned code) {
     m_isOpening = false;
     m_inputDiscretes = 0;
     if (m_interface)
-        emit InterfaceError(static_cast<int>(code), ModbusErrorText(code));
+        Q_EMIT InterfaceError(static_cast<int>(code), ModbusErrorText(code));
     else
         m_creationError = code;  // nobody can listen yet
 }
@@ -57,15 +57,15 @@ void PollThreadImpl::OnError(unsigned code) {
 void PollThreadImpl::OnClosed() {
     m_isOpening = false;
     m_inputDiscretes = 0;
-    emit InterfaceClose();
+    Q_EMIT InterfaceClose();
 }
 
 void PollThreadImpl::OnInputDiscretes(unsigned bits) {
     if (bits != m_inputDiscretes) {
         m_inputDiscretes = bits;
-        emit InputDiscretesChanged(m_inputCount, bits);
+        Q_EMIT InputDiscretesChanged(m_inputCount, bits);
     }
     if (!m_isOpening) return;
     m_isOpening = false;
-    emit InterfaceOpen();
+    Q_EMIT InterfaceOpen();
 }
