@@ -52,10 +52,9 @@ QString ServerAddress::Parse(const QString& text) {
 
 QString ServerAddress::ToText() const {
     const bool isIpv6 = host.contains(QLatin1Char(':'));
-    return QStringLiteral("%1%2:%3")
-        .arg(isEncrypted ? QStringLiteral("mcss://") : QString(),
-             isIpv6 ? QStringLiteral("[%1]").arg(host) : host)
-        .arg(port);
+    return QStringLiteral("%1%2:%3").arg(isEncrypted ? QStringLiteral("mcss://") : QString(),
+                                         isIpv6 ? QStringLiteral("[%1]").arg(host) : host,
+                                         QString::number(port));
 }
 
 QString ServerAddress::ToVtAddress() const {
