@@ -62,7 +62,10 @@ INSTANTIATE_TEST_SUITE_P(Texts, BadServerAddress,
                                          Bad{"PortZero", "tower:0"}, Bad{"PortTooLarge", "tower:65536"},
                                          Bad{"PortNegative", "tower:-1"}, Bad{"PortNoNumber", "tower:x"},
                                          Bad{"BracketOpen", "[::1"}, Bad{"BehindBracket", "[::1]x"},
-                                         Bad{"NothingInBrackets", "[]:7450"}),
+                                         Bad{"NothingInBrackets", "[]:7450"}, Bad{"Blank", "to wer"},
+                                         Bad{"LineBreak", "tower\n"}, Bad{"Markup", "<b>tower"},
+                                         Bad{"Path", "tower/x"}, Bad{"OtherScheme", "http://tower"},
+                                         Bad{"NotAscii", "t\xfcr"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ServerAddress, RefusesAHostThatIsTooLongForAName) {
