@@ -198,6 +198,10 @@
         <source>%1 ms</source>
         <translation>%1 ms</translation>
     </message>
+    <message>
+        <source>There is no MpxORV: the server does not give this console one.</source>
+        <translation>Es gibt keinen MpxORV: Der Server gibt dieser Konsole keinen.</translation>
+    </message>
 </context>
 <context>
     <name>MpxOrvPage</name>

@@ -47,6 +47,7 @@ class ConsoleWindow : public QMainWindow {
     void ChangeDark(bool isDark);
     void ShowAbout();
     QString ConnectionText() const;
+    QString MissingText() const;
 
     ConsoleSession m_session;
     VtClientOptions m_options;

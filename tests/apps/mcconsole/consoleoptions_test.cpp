@@ -72,6 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"NoServer", "--connect=", "--connect: \"\" names no host"},
                     Wrong{"NoPort", "--connect tower:x", "--connect: \"x\" is no port from 1 to 65535"},
                     Wrong{"EmptyName", "--name=", "--name needs a value"},
+                    Wrong{"NoNameOfAnMpxOrv", "--name a/b",
+                          "--name: 128 characters at most, without / , < > and blanks around"},
                     Wrong{"KeyAlone", "--key k.pem", "--cert and --key belong together"},
                     Wrong{"PicturesOfNothing", "--screenshot dir", "--screenshot needs --connect"}),
     [](const auto& row) { return std::string(row.param.name); });
