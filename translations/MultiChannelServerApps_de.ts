@@ -66,6 +66,10 @@
         <source>A token belongs to a user: say whose it is.</source>
         <translation>Ein Token gehört zu einem Benutzer: bitte angeben, zu wem.</translation>
     </message>
+    <message>
+        <source>A token is a secret: it is sent to other machines only if the connection is encrypted.</source>
+        <translation>Ein Token ist ein Geheimnis: An andere Rechner wird es nur über eine verschlüsselte Verbindung gesendet.</translation>
+    </message>
 </context>
 <context>
     <name>ConsoleWindow</name>

@@ -61,8 +61,8 @@ bool IsMpxOrvName(const QString& name) {
 }
 
 void TakeServer(ConsoleOptions& options, const QCommandLineParser& parser) {
-    const bool isEncrypted = parser.isSet(Text("tls")) || !options.client.caFile.isEmpty() ||
-                             !options.client.certificateFile.isEmpty();
+    options.isEncrypted = parser.isSet(Text("tls")) || !options.client.caFile.isEmpty() ||
+                          !options.client.certificateFile.isEmpty();
     if (options.client.certificateFile.isEmpty() != options.client.privateKeyFile.isEmpty())
         return Complain(options, Text("--cert and --key belong together"));
     if (!parser.isSet(Text("connect"))) {
@@ -70,7 +70,7 @@ void TakeServer(ConsoleOptions& options, const QCommandLineParser& parser) {
         return;
     }
     ServerAddress server;
-    server.isEncrypted = isEncrypted;
+    server.isEncrypted = options.isEncrypted;
     const QString error = server.Parse(parser.value(Text("connect")));
     if (!error.isEmpty()) return Complain(options, QStringLiteral("--connect: %1").arg(error));
     options.server = server;

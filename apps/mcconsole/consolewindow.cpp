@@ -141,6 +141,7 @@ void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions
 
 void ConsoleWindow::AskForServer() {
     ConnectDialog dialog(m_recent, m_options, this);
+    if (m_prefersEncryption) dialog.PreferEncryption();
     if (dialog.exec() == QDialog::Accepted) ConnectTo(dialog.GetServer(), dialog.GetOptions());
 }
 

@@ -59,6 +59,7 @@ int Run(const ConsoleOptions& options) {
     const ShutdownSignals shutdown;
     ConsoleWindow window(options.client);
     window.GetSession().SetMpxOrvName(options.mpxOrvName);
+    if (options.isEncrypted) window.PreferEncryption();
     window.ShowDark(options.isDark || IsDarkConfigured());
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &QWidget::close);
     const bool isForPictures = !options.screenshotDirectory.isEmpty();

@@ -51,6 +51,11 @@ INSTANTIATE_TEST_SUITE_P(Options, EncryptingOptions,
                                          Encrypting{"Certificate", "--cert c.pem --key k.pem"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(ConsoleOptions, AskForEncryptionAlsoOfAServerThatIsAskedFor) {
+    EXPECT_TRUE(Parse({QStringLiteral("--tls")}).isEncrypted);
+    EXPECT_FALSE(Parse({}).isEncrypted);
+}
+
 struct Wrong {
     const char* name;
     const char* options;
