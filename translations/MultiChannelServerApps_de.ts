@@ -4,8 +4,8 @@
 <context>
     <name>ConfigPage</name>
     <message>
-        <source>&amp;Save configuration</source>
-        <translation>Konfiguration &amp;speichern</translation>
+        <source>Save &amp;configuration</source>
+        <translation>&amp;Konfiguration speichern</translation>
     </message>
     <message>
         <source>Save configuration</source>
@@ -28,7 +28,7 @@
     </message>
     <message>
         <source>&amp;Connect</source>
-        <translation>&amp;Verbinden</translation>
+        <translation>V&amp;erbinden</translation>
     </message>
     <message>
         <source>&amp;Server:</source>
@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>Certificate &amp;authority:</source>
-        <translation>Zertifizierungs&amp;stelle:</translation>
+        <translation>&amp;Zertifizierungsstelle:</translation>
     </message>
     <message>
         <source>&amp;User:</source>
@@ -267,7 +267,7 @@
     </message>
     <message>
         <source>&amp;Built-in test</source>
-        <translation>Selb&amp;sttest</translation>
+        <translation>Selbst&amp;test</translation>
     </message>
     <message>
         <source>Ca&amp;librate</source>
