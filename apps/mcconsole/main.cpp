@@ -42,7 +42,7 @@ bool IsDarkConfigured() {
 }
 
 int TakeScreenshots(ConsoleWindow& window, const QString& directory) {
-    QString problem;
+    QString problem = QStringLiteral("ended before the pictures were taken");
     Screenshots screenshots(window, directory);
     QObject::connect(&screenshots, &Screenshots::Finished, &window, [&problem](const QString& error) {
         problem = error;
