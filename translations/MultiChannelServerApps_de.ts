@@ -4,8 +4,8 @@
 <context>
     <name>ConfigPage</name>
     <message>
-        <source>&amp;Save configuration</source>
-        <translation>Konfiguration &amp;speichern</translation>
+        <source>Save &amp;configuration</source>
+        <translation>&amp;Konfiguration speichern</translation>
     </message>
     <message>
         <source>Save configuration</source>
@@ -28,7 +28,7 @@
     </message>
     <message>
         <source>&amp;Connect</source>
-        <translation>&amp;Verbinden</translation>
+        <translation>V&amp;erbinden</translation>
     </message>
     <message>
         <source>&amp;Server:</source>
@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>Certificate &amp;authority:</source>
-        <translation>Zertifizierungs&amp;stelle:</translation>
+        <translation>&amp;Zertifizierungsstelle:</translation>
     </message>
     <message>
         <source>&amp;User:</source>
@@ -65,6 +65,10 @@
     <message>
         <source>A token belongs to a user: say whose it is.</source>
         <translation>Ein Token gehört zu einem Benutzer: bitte angeben, zu wem.</translation>
+    </message>
+    <message>
+        <source>A token is a secret: it is sent to other machines only if the connection is encrypted.</source>
+        <translation>Ein Token ist ein Geheimnis: An andere Rechner wird es nur über eine verschlüsselte Verbindung gesendet.</translation>
     </message>
 </context>
 <context>
@@ -198,6 +202,10 @@
         <source>%1 ms</source>
         <translation>%1 ms</translation>
     </message>
+    <message>
+        <source>There is no MpxORV: the server does not give this console one.</source>
+        <translation>Es gibt keinen MpxORV: Der Server gibt dieser Konsole keinen.</translation>
+    </message>
 </context>
 <context>
     <name>MpxOrvPage</name>
@@ -259,7 +267,7 @@
     </message>
     <message>
         <source>&amp;Built-in test</source>
-        <translation>Selb&amp;sttest</translation>
+        <translation>Selbst&amp;test</translation>
     </message>
     <message>
         <source>Ca&amp;librate</source>

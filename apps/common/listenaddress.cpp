@@ -34,5 +34,5 @@ bool ListenAddress::Parse(const QString& text, QString* error) {
 
 QString ListenAddress::ToText() const {
     const bool isIPv6 = address.contains(QLatin1Char(':'));
-    return (isIPv6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2")).arg(address).arg(port);
+    return (isIPv6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2")).arg(address, QString::number(port));
 }

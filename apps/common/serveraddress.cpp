@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/serveraddress.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int LongestHost = 253;  // of a name in the DNS
@@ -12,6 +14,13 @@ QString ReadPort(const QString& text, int* port) {
         return QStringLiteral("\"%1\" is no port from 1 to 65535").arg(text);
     *port = number;
     return QString();
+}
+
+bool CanBeHost(const QString& host) {
+    return std::all_of(host.begin(), host.end(), [](QChar character) {
+        const char16_t code = character.unicode();
+        return code > ' ' && code <= '~' && !QStringLiteral("/,[]\\@?#<>\"").contains(character);
+    });
 }
 
 /// Takes "mcs://" or "mcss://" off the front of \a server.
@@ -42,6 +51,7 @@ QString ServerAddress::Parse(const QString& text) {
     }
     if (read.host.isEmpty()) return QStringLiteral("\"%1\" names no host").arg(text);
     if (read.host.size() > LongestHost) return QStringLiteral("the name of the host is too long");
+    if (!CanBeHost(read.host)) return QStringLiteral("\"%1\" can be no host").arg(read.host);
     if (!rest.isEmpty()) {
         const QString error = ReadPort(rest.mid(1), &read.port);
         if (!error.isEmpty()) return error;
@@ -52,10 +62,9 @@ QString ServerAddress::Parse(const QString& text) {
 
 QString ServerAddress::ToText() const {
     const bool isIpv6 = host.contains(QLatin1Char(':'));
-    return QStringLiteral("%1%2:%3")
-        .arg(isEncrypted ? QStringLiteral("mcss://") : QString(),
-             isIpv6 ? QStringLiteral("[%1]").arg(host) : host)
-        .arg(port);
+    return QStringLiteral("%1%2:%3").arg(isEncrypted ? QStringLiteral("mcss://") : QString(),
+                                         isIpv6 ? QStringLiteral("[%1]").arg(host) : host,
+                                         QString::number(port));
 }
 
 QString ServerAddress::ToVtAddress() const {

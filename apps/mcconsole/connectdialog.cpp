@@ -2,6 +2,7 @@
 #include <apps/mcconsole/connectdialog.h>
 
 #include <platform/widgets/guibase.h>
+#include <platform/widgets/valuetext.h>
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -17,6 +18,14 @@
 namespace {
 
 constexpr int MinimumWidth = 420;
+constexpr int LongestAddress = 300;
+constexpr int LongestName = 256;  // of users and tokens; servers take no longer ones
+constexpr int LongestShown = 60;
+
+bool IsThisMachine(const QString& host) {
+    return host == QLatin1String("localhost") || host == QLatin1String("::1") ||
+           host.startsWith(QLatin1String("127."));
+}
 
 }  // namespace
 
@@ -27,6 +36,7 @@ ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions&
       m_address(new QComboBox(this)),
       m_encrypted(new QCheckBox(tr("&Encrypted (TLS)"), this)),
       m_caFile(new QLineEdit(this)),
+      m_browse(new QPushButton(tr("&Browse..."), this)),
       m_user(new QLineEdit(options.user, this)),
       m_token(new QLineEdit(options.token, this)),
       m_problem(new QLabel(this)) {
@@ -47,11 +57,11 @@ void ConnectDialog::Build() {
     m_problem->setTextFormat(Qt::PlainText);
     m_problem->setWordWrap(true);
 
-    auto* const browse = new QPushButton(tr("&Browse..."), this);
-    browse->setAutoDefault(false);
-    auto* const caRow = new QHBoxLayout;
-    caRow->addWidget(m_caFile);
-    caRow->addWidget(browse);
+    m_address->lineEdit()->setMaxLength(LongestAddress);
+    m_user->setObjectName(QStringLiteral("User"));
+    m_user->setMaxLength(LongestName);
+    m_token->setMaxLength(LongestName);
+
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
     QPushButton* const connectButton = buttons->addButton(tr("&Connect"), QDialogButtonBox::AcceptRole);
     connectButton->setDefault(true);
@@ -61,21 +71,34 @@ void ConnectDialog::Build() {
     form->addRow(QString(), m_encrypted);
     auto* const caCaption = new QLabel(tr("Certificate &authority:"), this);
     caCaption->setBuddy(m_caFile);
-    form->addRow(caCaption, caRow);
+    form->addRow(caCaption, BuildCaRow());
     form->addRow(tr("&User:"), m_user);
     form->addRow(tr("&Token:"), m_token);
-    m_caFile->setPlaceholderText(tr("those that the system trusts"));
-    m_caFile->setAccessibleName(tr("Certificate authority"));
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(m_problem);
     layout->addStretch();
     layout->addWidget(buttons);
 
-    connect(browse, &QPushButton::clicked, this, &ConnectDialog::ChooseCaFile);
     connect(m_address, QOverload<int>::of(&QComboBox::activated), this, &ConnectDialog::ShowRecent);
+    connect(m_address, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (text.startsWith(QLatin1String("mcss://"))) m_encrypted->setChecked(true);
+    });
+    connect(m_encrypted, &QCheckBox::toggled, this, &ConnectDialog::ShowEncryption);
     connect(buttons, &QDialogButtonBox::accepted, this, &ConnectDialog::TryToAccept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+QLayout* ConnectDialog::BuildCaRow() {
+    m_caFile->setObjectName(QStringLiteral("CaFile"));
+    m_caFile->setPlaceholderText(tr("those that the system trusts"));
+    m_caFile->setAccessibleName(tr("Certificate authority"));
+    m_browse->setAutoDefault(false);
+    connect(m_browse, &QPushButton::clicked, this, &ConnectDialog::ChooseCaFile);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(m_caFile);
+    row->addWidget(m_browse);
+    return row;
 }
 
 void ConnectDialog::FillRecent() {
@@ -88,6 +111,15 @@ void ConnectDialog::FillRecent() {
         ShowRecent(0);
     else
         m_address->setEditText(QStringLiteral("127.0.0.1:%1").arg(ServerAddress::DefaultPort));
+    if (!m_options.user.isEmpty()) m_user->setText(m_options.user);
+    m_token->setText(m_options.token);
+    if (!m_options.caFile.isEmpty()) m_caFile->setText(m_options.caFile);
+    if (!m_options.caFile.isEmpty() || !m_options.certificateFile.isEmpty()) PreferEncryption();
+    ShowEncryption();
+}
+
+void ConnectDialog::PreferEncryption() {
+    m_encrypted->setChecked(true);
 }
 
 void ConnectDialog::ShowRecent(int index) {
@@ -97,6 +129,14 @@ void ConnectDialog::ShowRecent(int index) {
     m_encrypted->setChecked(entry.server.isEncrypted);
     m_caFile->setText(entry.caFile);
     m_user->setText(entry.user);
+    // The token of one user is nothing for another.
+    const bool isTheirs = m_options.user.isEmpty() || m_options.user == entry.user;
+    m_token->setText(isTheirs ? m_options.token : QString());
+}
+
+void ConnectDialog::ShowEncryption() {
+    m_caFile->setEnabled(m_encrypted->isChecked());
+    m_browse->setEnabled(m_encrypted->isChecked());
 }
 
 void ConnectDialog::ChooseCaFile() {
@@ -109,19 +149,29 @@ void ConnectDialog::ChooseCaFile() {
 void ConnectDialog::TryToAccept() {
     ServerAddress server;
     const QString text = m_address->currentText().trimmed();
-    if (!server.Parse(text).isEmpty())
-        return m_problem->setText(tr("\"%1\" cannot be a server: write HOST or HOST:PORT.").arg(text));
+    const bool isServer = server.Parse(text).isEmpty();
     server.isEncrypted = server.isEncrypted || m_encrypted->isChecked();
-    if (!m_token->text().isEmpty() && m_user->text().isEmpty())
-        return m_problem->setText(tr("A token belongs to a user: say whose it is."));
+    const QString problem = isServer ? FindProblem(server)
+                                     : tr("\"%1\" cannot be a server: write HOST or HOST:PORT.")
+                                           .arg(valuetext::Shortened(text, LongestShown));
+    m_problem->setText(problem);
+    if (!problem.isEmpty()) return;
     m_server = server;
     accept();
+}
+
+QString ConnectDialog::FindProblem(const ServerAddress& server) const {
+    if (m_token->text().isEmpty()) return QString();
+    if (m_user->text().isEmpty()) return tr("A token belongs to a user: say whose it is.");
+    if (!server.isEncrypted && !IsThisMachine(server.host))
+        return tr("A token is a secret: it is sent to other machines only if the connection is encrypted.");
+    return QString();
 }
 
 VtClientOptions ConnectDialog::GetOptions() const {
     VtClientOptions options = m_options;
     options.user = m_user->text();
     options.token = m_token->text();
-    options.caFile = m_caFile->text();
+    options.caFile = m_server.isEncrypted ? m_caFile->text() : QString();
     return options;
 }

@@ -4,6 +4,8 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
+
 namespace {
 
 QString Text(const char* text) {
@@ -49,9 +51,18 @@ void Complain(ConsoleOptions& options, const QString& text) {
     options.text = text;
 }
 
+/// What a server takes as the name of an MpxORV.
+bool IsMpxOrvName(const QString& name) {
+    constexpr int longest = 128;
+    return name.size() <= longest && name.trimmed() == name &&
+           std::all_of(name.begin(), name.end(), [](QChar character) {
+               return character.isPrint() && !QStringLiteral("/<>,").contains(character);
+           });
+}
+
 void TakeServer(ConsoleOptions& options, const QCommandLineParser& parser) {
-    const bool isEncrypted = parser.isSet(Text("tls")) || !options.client.caFile.isEmpty() ||
-                             !options.client.certificateFile.isEmpty();
+    options.isEncrypted = parser.isSet(Text("tls")) || !options.client.caFile.isEmpty() ||
+                          !options.client.certificateFile.isEmpty();
     if (options.client.certificateFile.isEmpty() != options.client.privateKeyFile.isEmpty())
         return Complain(options, Text("--cert and --key belong together"));
     if (!parser.isSet(Text("connect"))) {
@@ -59,7 +70,7 @@ void TakeServer(ConsoleOptions& options, const QCommandLineParser& parser) {
         return;
     }
     ServerAddress server;
-    server.isEncrypted = isEncrypted;
+    server.isEncrypted = options.isEncrypted;
     const QString error = server.Parse(parser.value(Text("connect")));
     if (!error.isEmpty()) return Complain(options, QStringLiteral("--connect: %1").arg(error));
     options.server = server;
@@ -84,6 +95,8 @@ void TakeOptions(ConsoleOptions& options, const QCommandLineParser& parser) {
         if (value.value->isEmpty())
             return Complain(options, QStringLiteral("--%1 needs a value").arg(Text(value.name)));
     }
+    if (!IsMpxOrvName(options.mpxOrvName))
+        return Complain(options, Text("--name: 128 characters at most, without / , < > and blanks around"));
     options.isDark = parser.isSet(Text("dark"));
     TakeServer(options, parser);
 }

@@ -22,6 +22,7 @@ struct ConsoleOptions {
     QString text;
     std::optional<ServerAddress> server;  ///< none: ask
     VtClientOptions client;
+    bool isEncrypted = false;  ///< whichever server that will be
     QString mpxOrvName;
     QString configFile;
     QString screenshotDirectory;

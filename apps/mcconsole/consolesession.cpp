@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consolesession.h>
 
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
 
+#include <platform/values/tree.h>
 #include <platform/vtclient/ivtclient.h>
 
 namespace {
@@ -16,10 +18,13 @@ constexpr EMCSControlTreeSegments Segments[] = {CommandSegment, ConfigSegment, S
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(QObject* parent) : QObject(parent) {
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(Patience);
-    connect(&m_patience, &QTimer::timeout, this, &ConsoleSession::UpdateState);
+ConsoleSession::ConsoleSession(QObject* parent)
+    : QObject(parent), m_mpxOrvThere(*this, [](const values::ValueBase&) { return true; }) {
+    for (QTimer* const timer : {&m_patience, &m_mpxOrvPatience}) {
+        timer->setSingleShot(true);
+        timer->setInterval(Patience);
+        connect(timer, &QTimer::timeout, this, &ConsoleSession::UpdateState);
+    }
     values::Refusals::Instance().AddListener(this);
 }
 
@@ -32,7 +37,6 @@ bool ConsoleSession::Connect(const ServerAddress& server, const VtClientOptions&
     Disconnect();
     VtClientCenter::Instance().SetOptions(options);
     auto client = std::make_unique<MultiChannelServerClient>();
-    client->SetUniqueMpxORVName(m_mpxOrvName);
     if (!client->ConnectToServer(server.ToVtAddress(), server.port)) return false;
     m_client = std::move(client);
     m_server = server;
@@ -46,19 +50,23 @@ bool ConsoleSession::Connect(const ServerAddress& server, const VtClientOptions&
 }
 
 void ConsoleSession::Disconnect() {
-    if (!m_client) return;
+    // Nothing that is told from here on finds a client.
+    const std::unique_ptr<MultiChannelServerClient> client = std::move(m_client);
+    if (!client) return;
     m_patience.stop();
+    m_mpxOrvPatience.stop();
     m_observed->DeleteObserver(this);
     m_observed = nullptr;
-    m_client->DeleteObserver(this);
+    client->DeleteObserver(this);
     m_segments = NoSegments;  // displays let go before what they show goes
     m_state = EState::Idle;
     m_mpxOrv = nullptr;
+    m_mpxOrvThere.SetPath(QString());
+    m_mpxOrvProblem.clear();
     Q_EMIT Changed();
-    m_client->DisconnectAllMpxORVs();
-    m_client->DisconnectFromMCSControlTree(true);
-    m_client->DisconnectFromServer();
-    m_client.reset();
+    client->DisconnectAllMpxORVs();
+    client->DisconnectFromMCSControlTree(true);
+    client->DisconnectFromServer();
 }
 
 IVtClient* ConsoleSession::GetVtClient() const {
@@ -86,7 +94,23 @@ QString ConsoleSession::GetServerApplication() const {
 }
 
 QString ConsoleSession::GetMpxOrvName() const {
+    return m_mpxOrv != nullptr ? m_mpxOrv->GetName() : WantedMpxOrvName();
+}
+
+QString ConsoleSession::WantedMpxOrvName() const {
     return m_mpxOrvName.isEmpty() ? MpxORVHandle::CreateUniqueMpxORVName() : m_mpxOrvName;
+}
+
+/// What is there already is another client's, which would share it: one would tune what the other uses, and
+/// it would go with the other.
+QString ConsoleSession::FreeMpxOrvName() const {
+    constexpr int most = 100;
+    const QString wanted = WantedMpxOrvName();
+    const QString base = GetBasePath() + QLatin1Char('/') + mcskeys::DynamicMpxORVs + QLatin1Char('/');
+    QString name = wanted;
+    for (int i = 2; i <= most && values::Tree::Instance()->FindItem(base + name) != nullptr; ++i)
+        name = wanted + QLatin1Char('_') + QString::number(i);
+    return name;
 }
 
 /// An MpxORV in a mirrored segment goes with the connection only, so giving it back means to connect anew.
@@ -99,17 +123,30 @@ void ConsoleSession::UseMpxOrv(bool isUsed) {
         UpdateState();
 }
 
+bool ConsoleSession::MayHaveMpxOrv() const {
+    return m_usesMpxOrv && (m_segments & DynamicMpxORVsSegment) != NoSegments;
+}
+
 QString ConsoleSession::GetMpxOrvPath() const {
-    if (m_mpxOrv == nullptr || (m_segments & DynamicMpxORVsSegment) == NoSegments) return QString();
-    return m_mpxOrv->IsControlTreeConnected() ? m_mpxOrv->GetLocalControlPath() : QString();
+    const bool isThere = MayHaveMpxOrv() && m_mpxOrvThere.GetState() == EBindingState::Live;
+    return isThere ? m_mpxOrv->GetLocalControlPath() : QString();
+}
+
+bool ConsoleSession::IsMpxOrvMissing() const {
+    return m_usesMpxOrv && m_state == EState::Connected && !m_mpxOrvPatience.isActive() &&
+           GetMpxOrvPath().isEmpty();
 }
 
 void ConsoleSession::Update(Observable*, TChangeCode) {
     UpdateState();
 }
 
+void ConsoleSession::OnBindingChanged(PathBinding&, TChangeCode code) {
+    if (code != changecode::ContentChanged) UpdateState();
+}
+
 void ConsoleSession::OnRefused(values::TreeItem*, const QString& path, const QString& reason) {
-    if (m_mpxOrv == nullptr || path != m_mpxOrv->GetLocalControlPath()) return;
+    if (path != mcskeys::DefaultBasePath(mcskeys::DynamicMpxORVs)) return;
     m_mpxOrvProblem = reason;
     Q_EMIT Changed();
 }
@@ -121,7 +158,9 @@ void ConsoleSession::UpdateState() {
     const bool isConnected = m_client->IsConnectedToServer();
     if (isConnected && m_state != EState::Connected) {
         m_state = EState::Connected;
+        m_mpxOrvProblem.clear();
         m_patience.start();
+        m_mpxOrvPatience.start();
     } else if (!isConnected && m_state == EState::Connected) {
         m_state = EState::Lost;
         m_patience.stop();
@@ -151,10 +190,13 @@ EMCSControlTreeSegments ConsoleSession::ConnectedSegments() const {
 }
 
 void ConsoleSession::UpdateMpxOrv() {
-    const bool canBe = (m_segments & DynamicMpxORVsSegment) != NoSegments;
-    if (m_usesMpxOrv && canBe && m_mpxOrv == nullptr) {
-        m_mpxOrvProblem.clear();
+    if (!MayHaveMpxOrv()) return;
+    if (m_mpxOrv == nullptr) {
+        m_client->SetUniqueMpxORVName(FreeMpxOrvName());
         // The MpxORV lies in a segment that is mirrored, so it needs no place of its own.
         m_mpxOrv = m_client->CreateAndConnectDynamicMpxORV(QString());
+        m_mpxOrvPatience.start();
     }
+    if (m_mpxOrv == nullptr || !m_mpxOrvThere.GetPath().isEmpty()) return;
+    m_mpxOrvThere.SetPath(m_mpxOrv->GetLocalControlPath() + QLatin1String("/Request/Answer"));
 }

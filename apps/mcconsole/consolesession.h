@@ -8,6 +8,7 @@
 #include <platform/values/observable.h>
 #include <platform/values/refusals.h>
 #include <platform/vtclient/vtclientcenter.h>
+#include <platform/widgets/pathbinding.h>
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -19,7 +20,10 @@ class MpxORVHandle;
 
 /// The console's connection to one server: the server's tree mirrored below GetBasePath(), and the console's
 /// own MpxORV. Comes back by itself after every loss. Main thread.
-class ConsoleSession : public QObject, private IObserver, private values::IRefusalListener {
+class ConsoleSession : public QObject,
+                       private IObserver,
+                       private values::IRefusalListener,
+                       private PathBinding::IListener {
     Q_OBJECT
 
   public:
@@ -49,15 +53,18 @@ class ConsoleSession : public QObject, private IObserver, private values::IRefus
     /// The segments that are there: all at once, unless the server does not show all of them to this client.
     EMCSControlTreeSegments GetSegments() const { return m_segments; }
 
-    /// How the console's MpxORV is called from the next connection on; empty: by machine and program.
+    /// How the console's MpxORV is called from its next one on; empty: by machine and program.
     void SetMpxOrvName(const QString& name) { m_mpxOrvName = name; }
+    /// With a number behind it where another client has that name.
     QString GetMpxOrvName() const;
     /// Whether the console has an MpxORV of its own, whenever it is connected; true at first.
     void UseMpxOrv(bool isUsed);
     bool UsesMpxOrv() const { return m_usesMpxOrv; }
-    /// The node of that MpxORV; empty while it is not connected.
+    /// The node of that MpxORV; empty while the server has none for this console.
     QString GetMpxOrvPath() const;
-    /// Why it is not there, though it is asked for; empty if nobody said so.
+    /// Whether the server was asked for one, and does not give it.
+    bool IsMpxOrvMissing() const;
+    /// Why, as the server says; empty if it does not.
     QString GetMpxOrvProblem() const { return m_mpxOrvProblem; }
 
   Q_SIGNALS:
@@ -67,9 +74,13 @@ class ConsoleSession : public QObject, private IObserver, private values::IRefus
   private:
     void Update(Observable* source, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void UpdateState();
     void UpdateSegments();
     void UpdateMpxOrv();
+    bool MayHaveMpxOrv() const;
+    QString WantedMpxOrvName() const;
+    QString FreeMpxOrvName() const;
     EMCSControlTreeSegments ConnectedSegments() const;
     IVtClient* GetVtClient() const;
 
@@ -82,6 +93,8 @@ class ConsoleSession : public QObject, private IObserver, private values::IRefus
     QTimer m_patience;  ///< with segments that the server may not show at all
     QString m_mpxOrvName;
     MpxORVHandle* m_mpxOrv = nullptr;  ///< owned by the client
+    PathBinding m_mpxOrvThere;         ///< to a value in it that only the server makes
+    QTimer m_mpxOrvPatience;           ///< until that comes
     bool m_usesMpxOrv = true;
     QString m_mpxOrvProblem;
     bool m_isUpdating = false;

@@ -9,6 +9,8 @@
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
+#include <platform/widgets/notifications.h>
+#include <platform/widgets/valuetext.h>
 
 #include <QtCore/QLocale>
 #include <QtCore/QTimer>
@@ -24,15 +26,23 @@
 namespace {
 
 constexpr int LatencyInterval = 1000;  // ms between two looks
+constexpr int MaxTextLength = 200;     // of what others chose, such as a server's reason
+constexpr int MaxNameLength = 40;
 
 std::unique_ptr<ICfg> Configuration() {
     return std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot());
 }
 
+QString Bounded(const QString& text) {
+    return valuetext::Shortened(text, MaxTextLength);
+}
+
+/// Long words in it do not make the window wider.
 QLabel* PlainLabel(QWidget* parent, const char* name) {
     auto* const label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(1);
     return label;
 }
 
@@ -95,6 +105,7 @@ void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title) 
 
 void ConsoleWindow::BuildStatusBar() {
     m_connection = PlainLabel(this, "Connection");
+    m_connection->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_latency = PlainLabel(this, "Latency");
     m_client = PlainLabel(this, "Client");
     m_latency->setToolTip(tr("The round trip to the server"));
@@ -120,8 +131,8 @@ void ConsoleWindow::BuildMenus() {
 
 void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
     if (!m_session.Connect(server, options)) {
-        QMessageBox::warning(this, tr("Connect to a server"),
-                             tr("\"%1\" cannot be a server.").arg(server.host));
+        const QString text = tr("\"%1\" cannot be a server.").arg(Bounded(server.host));
+        Notifications::warning(tr("Connect to a server"), text);
         return;
     }
     m_recent.Add({server, options.user, options.caFile});
@@ -130,6 +141,7 @@ void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions
 
 void ConsoleWindow::AskForServer() {
     ConnectDialog dialog(m_recent, m_options, this);
+    if (m_prefersEncryption) dialog.PreferEncryption();
     if (dialog.exec() == QDialog::Accepted) ConnectTo(dialog.GetServer(), dialog.GetOptions());
 }
 
@@ -174,15 +186,21 @@ void ConsoleWindow::ShowMpxOrv() {
     }
     QString text = tr("No MpxORV is connected.");
     if (!path.isEmpty())
-        text = tr("MpxORV: %1").arg(path.section(QLatin1Char('/'), -1));
-    else if (!m_session.GetMpxOrvProblem().isEmpty())
-        text = tr("There is no MpxORV: %1").arg(m_session.GetMpxOrvProblem());
+        text = tr("MpxORV: %1").arg(Bounded(path.section(QLatin1Char('/'), -1)));
+    else if (m_session.IsMpxOrvMissing())
+        text = MissingText();
     m_mpxOrvPage->ShowState(text);
     m_mpxOrvPage->ShowUsed(m_session.UsesMpxOrv());
 }
 
+QString ConsoleWindow::MissingText() const {
+    const QString problem = m_session.GetMpxOrvProblem();
+    return problem.isEmpty() ? tr("There is no MpxORV: the server does not give this console one.")
+                             : tr("There is no MpxORV: %1").arg(Bounded(problem));
+}
+
 QString ConsoleWindow::ConnectionText() const {
-    const QString server = m_session.GetServer().ToText();
+    const QString server = Bounded(m_session.GetServer().ToText());
     switch (m_session.GetState()) {
         case ConsoleSession::EState::Idle:
             return tr("Not connected");
@@ -209,10 +227,10 @@ void ConsoleWindow::ShowConnection() {
     if (isIdle)
         banner = tr("Not connected: choose Server, Connect.");
     else if (!problem.isEmpty())
-        banner = tr("%1: %2", "What the connection does, and why").arg(text, problem);
+        banner = tr("%1: %2", "What the connection does, and why").arg(text, Bounded(problem));
     if (m_banner->text() != banner) m_banner->setText(banner);
     m_banner->setVisible(!isConnected);
-    const QString name = m_session.GetMpxOrvName();
+    const QString name = valuetext::Shortened(m_session.GetMpxOrvName(), MaxNameLength);
     if (m_client->text() != name) m_client->setText(name);
     ShowLatency();
 }

@@ -25,6 +25,8 @@ class ConsoleWindow : public QMainWindow {
 
     ConsoleSession& GetSession() { return m_session; }
     QTabWidget* GetTabs() const { return m_tabs; }
+    /// Whoever is asked for a server is offered TLS.
+    void PreferEncryption() { m_prefersEncryption = true; }
 
     void ConnectTo(const ServerAddress& server, const VtClientOptions& options);
     /// Asks which server to connect to.
@@ -47,9 +49,11 @@ class ConsoleWindow : public QMainWindow {
     void ChangeDark(bool isDark);
     void ShowAbout();
     QString ConnectionText() const;
+    QString MissingText() const;
 
     ConsoleSession m_session;
     VtClientOptions m_options;
+    bool m_prefersEncryption = false;
     RecentServers m_recent;
     QTabWidget* m_tabs = nullptr;
     std::vector<Page*> m_pages;

@@ -42,7 +42,7 @@ bool IsDarkConfigured() {
 }
 
 int TakeScreenshots(ConsoleWindow& window, const QString& directory) {
-    QString problem;
+    QString problem = QStringLiteral("ended before the pictures were taken");
     Screenshots screenshots(window, directory);
     QObject::connect(&screenshots, &Screenshots::Finished, &window, [&problem](const QString& error) {
         problem = error;
@@ -59,6 +59,7 @@ int Run(const ConsoleOptions& options) {
     const ShutdownSignals shutdown;
     ConsoleWindow window(options.client);
     window.GetSession().SetMpxOrvName(options.mpxOrvName);
+    if (options.isEncrypted) window.PreferEncryption();
     window.ShowDark(options.isDark || IsDarkConfigured());
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &QWidget::close);
     const bool isForPictures = !options.screenshotDirectory.isEmpty();

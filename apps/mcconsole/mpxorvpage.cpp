@@ -36,6 +36,7 @@ MpxOrvPage::MpxOrvPage(QWidget* parent)
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
+    m_state->setMinimumWidth(1);  // long words in it do not make the window wider
     m_used->setObjectName(QStringLiteral("UseMpxORV"));
     m_used->setChecked(true);
     connect(m_used, &QCheckBox::clicked, this, &MpxOrvPage::UseRequested);

@@ -23,21 +23,22 @@ Screenshots::Screenshots(ConsoleWindow& window, const QString& directory)
                  .arg(problem.isEmpty() ? QString() : QStringLiteral(": ") + problem));
     });
     connect(&m_window.GetSession(), &ConsoleSession::Changed, this, &Screenshots::Look);
-    m_timeout.start(Timeout);
+    m_timeout.start(Timeout + SettleTime);
     Look();
 }
 
 Screenshots::~Screenshots() = default;
 
 void Screenshots::Look() {
-    const bool isThere = !m_window.GetSession().GetMpxOrvPath().isEmpty();
-    if (isThere && !m_settle.isActive() && m_timeout.isActive()) {
-        m_timeout.stop();
-        m_settle.start(SettleTime);
-    }
+    const ConsoleSession& session = m_window.GetSession();
+    // The console need not have an MpxORV: not every user may.
+    const bool isComplete = !session.GetMpxOrvPath().isEmpty() || session.IsMpxOrvMissing();
+    if (!isComplete) return m_settle.stop();
+    if (!m_settle.isActive() && m_timeout.isActive()) m_settle.start(SettleTime);
 }
 
 void Screenshots::SaveAll() {
+    m_timeout.stop();
     const QString prefix = QStringLiteral("console-");
     QString error = pictures::SavePages(m_window, *m_window.GetTabs(), m_directory, prefix);
     if (error.isEmpty()) {

@@ -30,5 +30,5 @@ std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text
     const int leftOut = source.leftOut;
     source.leftOut = 0;
     if (leftOut == 0) return text;
-    return QStringLiteral("%1 (%2 lines left out before)").arg(text).arg(leftOut);
+    return QStringLiteral("%1 (%2 lines left out before)").arg(text, QString::number(leftOut));
 }

@@ -76,7 +76,8 @@ QString ParseLine(const QString& line, OrvScript::Step* step) {
     bool isNumber = false;
     step->ms = time.toInt(&isNumber);
     if (!isNumber || step->ms < 0 || step->ms > OrvScript::MaxMs)
-        return QStringLiteral("'%1' is no number of ms from 0 to %2").arg(time).arg(OrvScript::MaxMs);
+        return QStringLiteral("'%1' is no number of ms from 0 to %2")
+            .arg(time, QString::number(OrvScript::MaxMs));
     const QString word = TakeWord(&rest);
     const Statement* const statement = FindStatement(word);
     if (statement == nullptr) return QStringLiteral("'%1' is no action").arg(word);
@@ -105,7 +106,7 @@ bool OrvScript::Parse(const QByteArray& text, const QString& name, QString* erro
         if (reason.isEmpty() && steps.size() >= std::size_t(MaxSteps))
             reason = QStringLiteral("there are more than %1 steps").arg(MaxSteps);
         if (!reason.isEmpty()) {
-            *error = QStringLiteral("%1:%2: %3").arg(name).arg(i + 1).arg(reason);
+            *error = QStringLiteral("%1:%2: %3").arg(name, QString::number(i + 1), reason);
             return false;
         }
         steps.push_back(step);

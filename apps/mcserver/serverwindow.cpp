@@ -71,7 +71,10 @@ void ServerWindow::ShowClients() {
 
 void ServerWindow::CloseNow() {
     m_isForced = true;
-    close();
+    if (m_question != nullptr)
+        m_question->reject();  // the close that asks goes on
+    else
+        close();
 }
 
 void ServerWindow::closeEvent(QCloseEvent* event) {
@@ -87,7 +90,11 @@ bool ServerWindow::MayClose() {
     const QString question = clients == 1
                                  ? tr("A client will lose the server. End it all the same?")
                                  : tr("%1 clients will lose the server. End it all the same?").arg(clients);
-    const auto answer = QMessageBox::question(this, tr("End the server"), question,
-                                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    return answer == QMessageBox::Yes;
+    QMessageBox box(QMessageBox::Question, tr("End the server"), question, QMessageBox::Yes | QMessageBox::No,
+                    this);
+    box.setDefaultButton(QMessageBox::No);
+    m_question = &box;
+    const int answer = box.exec();
+    m_question = nullptr;
+    return answer == QMessageBox::Yes || m_isForced;
 }

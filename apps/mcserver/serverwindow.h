@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QMainWindow>
 
 class Page;
 class QLabel;
+class QMessageBox;
 class QTabWidget;
 class VtServer;
 
@@ -21,7 +23,7 @@ class ServerWindow : public QMainWindow {
     /// Adds a page at the end.
     void AddPage(Page* page, const char* name, const QString& title);
     QTabWidget* GetTabs() const { return m_tabs; }
-    /// Closes without asking.
+    /// Closes without asking, or without an answer to what is asked.
     void CloseNow();
 
   protected:
@@ -36,5 +38,6 @@ class ServerWindow : public QMainWindow {
     QTabWidget* m_tabs;
     QLabel* m_address;
     QLabel* m_clients;
+    QPointer<QMessageBox> m_question;
     bool m_isForced = false;
 };

@@ -43,7 +43,7 @@ ConfigPage::ConfigPage(QWidget* parent)
                                                                           MCSConfigDisplay::JobConfigGroup),
                                      this, nullptr, NoFlags)),
       m_save(new VCPushButton(this, "SaveConfigButton")) {
-    m_save->setText(tr("&Save configuration"));
+    m_save->setText(tr("Save &configuration"));
     m_save->setAccessibleName(tr("Save configuration"));
     QVBoxLayout* const layout = LayOut(this, m_display);
     layout->addWidget(m_save, 0, Qt::AlignRight);

@@ -38,6 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Good{"Ipv6Alone", "::1", "::1", 7450, false, "[::1]:7450"},
                     Good{"Ipv6InBrackets", "[fe80::1]", "fe80::1", 7450, false, "[fe80::1]:7450"},
                     Good{"Ipv6AndPort", "[::1]:65535", "::1", 65535, false, "[::1]:65535"},
+                    Good{"Ipv6WithAZone", "fe80::1%2", "fe80::1%2", 7450, false, "[fe80::1%2]:7450"},
                     Good{"PlainScheme", "mcs://tower", "tower", 7450, false, "tower:7450"},
                     Good{"TlsScheme", "mcss://tower:9", "tower", 9, true, "mcss://tower:9"}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -61,7 +62,10 @@ INSTANTIATE_TEST_SUITE_P(Texts, BadServerAddress,
                                          Bad{"PortZero", "tower:0"}, Bad{"PortTooLarge", "tower:65536"},
                                          Bad{"PortNegative", "tower:-1"}, Bad{"PortNoNumber", "tower:x"},
                                          Bad{"BracketOpen", "[::1"}, Bad{"BehindBracket", "[::1]x"},
-                                         Bad{"NothingInBrackets", "[]:7450"}),
+                                         Bad{"NothingInBrackets", "[]:7450"}, Bad{"Blank", "to wer"},
+                                         Bad{"LineBreak", "tower\n"}, Bad{"Markup", "<b>tower"},
+                                         Bad{"Path", "tower/x"}, Bad{"OtherScheme", "http://tower"},
+                                         Bad{"NotAscii", "t\xfcr"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ServerAddress, RefusesAHostThatIsTooLongForAName) {

@@ -51,6 +51,11 @@ INSTANTIATE_TEST_SUITE_P(Options, EncryptingOptions,
                                          Encrypting{"Certificate", "--cert c.pem --key k.pem"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(ConsoleOptions, AskForEncryptionAlsoOfAServerThatIsAskedFor) {
+    EXPECT_TRUE(Parse({QStringLiteral("--tls")}).isEncrypted);
+    EXPECT_FALSE(Parse({}).isEncrypted);
+}
+
 struct Wrong {
     const char* name;
     const char* options;
@@ -72,6 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Wrong{"NoServer", "--connect=", "--connect: \"\" names no host"},
                     Wrong{"NoPort", "--connect tower:x", "--connect: \"x\" is no port from 1 to 65535"},
                     Wrong{"EmptyName", "--name=", "--name needs a value"},
+                    Wrong{"NoNameOfAnMpxOrv", "--name a/b",
+                          "--name: 128 characters at most, without / , < > and blanks around"},
                     Wrong{"KeyAlone", "--key k.pem", "--cert and --key belong together"},
                     Wrong{"PicturesOfNothing", "--screenshot dir", "--screenshot needs --connect"}),
     [](const auto& row) { return std::string(row.param.name); });

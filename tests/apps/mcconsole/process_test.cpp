@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The program itself, and the server with its window.
+#include <platform/vtclient/vttokenhash.h>
+
 #include <tests/apps/mcserver/serverprocess.h>
 #include <tests/support/programrunner.h>
 
@@ -75,6 +77,31 @@ TEST_F(ConsoleProcess, FailsIfThereIsNothingToTakePicturesOf) {
     ASSERT_NO_FATAL_FAILURE(server.Start());
     EXPECT_EQ(Run(ConnectWords(server.Path(QStringLiteral("file/below")))), 1);
     EXPECT_TRUE(errors.contains("mcconsole: ")) << errors.constData();
+}
+
+TEST_F(ConsoleProcess, SavesPicturesAlsoForAUserWhoMayHaveNoMpxOrv) {
+    server.WriteFile(QStringLiteral("access"),
+                     "allow viewer read /MultiChannelServer/Status\nuser eve viewer " +
+                         VtTokenHash::Of(QStringLiteral("secret")).ToText().toUtf8() + '\n');
+    ASSERT_NO_FATAL_FAILURE(
+        server.Start({QStringLiteral("--access"), server.Path(QStringLiteral("access"))}));
+    environment.insert(QStringLiteral("MCS_TOKEN"), QStringLiteral("secret"));
+    const QString pictures = server.Path(QStringLiteral("pictures"));
+    EXPECT_EQ(Run(ConnectWords(pictures) << QStringLiteral("--user") << QStringLiteral("eve")), 0)
+        << errors.constData();
+    EXPECT_EQ(Pictures(pictures).size(), 7U);
+}
+
+TEST_F(ConsoleProcess, FailsIfItIsToEndBeforeThePicturesAreTaken) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    const QString pictures = server.Path(QStringLiteral("pictures"));
+    StartProgram(QStringLiteral(MCCONSOLE), ConnectWords(pictures));
+    ASSERT_TRUE(
+        ServerProcess::WaitFor([this] { return server.Output().contains(QLatin1String(" is connected")); }));
+    process.terminate();
+    EXPECT_EQ(WaitForEnd(), 1);
+    EXPECT_TRUE(errors.endsWith("mcconsole: ended before the pictures were taken\n")) << errors.constData();
+    EXPECT_FALSE(QDir(pictures).exists());
 }
 
 TEST_F(ConsoleProcess, NeedsADisplay) {

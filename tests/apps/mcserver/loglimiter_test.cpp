@@ -55,4 +55,12 @@ TEST_F(LogLimiterTest, TheSameLineIsNotRepeatedAtOnce) {
     EXPECT_EQ(Pass("a", line), QStringLiteral("denied (1 lines left out before)"));
 }
 
+TEST_F(LogLimiterTest, TakesAPercentSignInALineAsItIs) {
+    const QString line = QStringLiteral("50 %2 of %1");
+    EXPECT_EQ(Pass("a", line), line);
+    EXPECT_FALSE(Pass("a", line).has_value());
+    m_clock.Advance(int(LogLimiter::RepeatAfter));
+    EXPECT_EQ(Pass("a", line), QStringLiteral("50 %2 of %1 (1 lines left out before)"));
+}
+
 }  // namespace

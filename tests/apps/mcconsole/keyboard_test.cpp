@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+// The windows without a mouse, and as a screen reader tells of them.
+#include <apps/mcconsole/connectdialog.h>
+#include <apps/pages/guimodule.h>
+
+#include <tests/apps/mcconsole/consolefixture.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QLocale>
+#include <QtGui/QAccessible>
+#include <QtGui/QKeySequence>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QAbstractSpinBox>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabBar>
+
+#include <map>
+#include <set>
+
+namespace {
+
+using testing::IsEmpty;
+
+/// What people take for one control: a field within a box belongs to the box.
+QWidget* ControlOf(QWidget* widget) {
+    for (QWidget* above = widget; above != nullptr && !above->isWindow(); above = above->parentWidget()) {
+        const bool isWhole = qobject_cast<QAbstractSpinBox*>(above) != nullptr ||
+                             qobject_cast<QComboBox*>(above) != nullptr ||
+                             qobject_cast<QAbstractScrollArea*>(above) != nullptr;
+        if (isWhole) return above;
+    }
+    return widget;
+}
+
+std::string Describe(const QWidget* widget) {
+    return std::string(widget->metaObject()->className()) + ' ' + widget->objectName().toStdString();
+}
+
+/// Everything in \a window that people can see and do something with.
+std::set<QWidget*> Controls(QWidget& window) {
+    std::set<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool isButton =
+            qobject_cast<QPushButton*>(widget) != nullptr || qobject_cast<QCheckBox*>(widget) != nullptr;
+        const bool takesFocus = isButton || (widget->focusPolicy() & Qt::TabFocus) != 0;
+        if (!takesFocus || !widget->isVisible() || !widget->isEnabled()) continue;
+        controls.insert(ControlOf(widget->focusProxy() != nullptr ? widget->focusProxy() : widget));
+    }
+    return controls;
+}
+
+/// Presses Tab until the focus is back where it began.
+std::set<QWidget*> WalkByTab(QWidget& window) {
+    constexpr int most = 200;
+    std::set<QWidget*> reached;
+    for (int i = 0; i < most; ++i) {
+        QWidget* const focus = window.focusWidget();
+        if (focus != nullptr) reached.insert(ControlOf(focus));
+        QTest::keyClick(focus != nullptr ? focus : &window, Qt::Key_Tab);
+    }
+    return reached;
+}
+
+std::vector<std::string> Unreachable(QWidget& window) {
+    std::vector<std::string> missing;
+    const std::set<QWidget*> reached = WalkByTab(window);
+    for (QWidget* control : Controls(window))
+        if (reached.count(control) == 0) missing.push_back(Describe(control));
+    return missing;
+}
+
+std::vector<std::string> Nameless(QWidget& window) {
+    std::vector<std::string> nameless;
+    for (QWidget* control : Controls(window)) {
+        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(control);
+        const bool isTabs = qobject_cast<QTabBar*>(control) != nullptr;  // each tab has a name
+        if (!isTabs && (spoken == nullptr || spoken->text(QAccessible::Name).trimmed().isEmpty()))
+            nameless.push_back(Describe(control));
+    }
+    return nameless;
+}
+
+/// The texts in \a window that are given the same key.
+std::vector<std::string> SharedKeys(QWidget& window) {
+    std::map<QString, std::vector<std::string>> uses;
+    const auto add = [&uses](const QString& text) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (!key.isEmpty()) uses[key].push_back(text.toStdString());
+    };
+    for (const auto* menus : window.findChildren<QMenuBar*>())
+        for (const QAction* action : menus->actions())
+            add(action->text());
+    for (const auto* button : window.findChildren<QAbstractButton*>())
+        if (button->isVisible()) add(button->text());
+    for (const auto* label : window.findChildren<QLabel*>())
+        if (label->isVisible() && label->buddy() != nullptr) add(label->text());
+    std::vector<std::string> shared;
+    for (const auto& [key, texts] : uses)
+        if (texts.size() > 1) shared.insert(shared.end(), texts.begin(), texts.end());
+    return shared;
+}
+
+std::vector<std::string> SharedKeysOfMenus(QWidget& window) {
+    std::vector<std::string> shared;
+    for (const auto* menu : window.findChildren<QMenu*>()) {
+        std::set<QString> keys;
+        for (const QAction* action : menu->actions()) {
+            const QString key = QKeySequence::mnemonic(action->text()).toString();
+            if (!key.isEmpty() && !keys.insert(key).second) shared.push_back(action->text().toStdString());
+        }
+    }
+    return shared;
+}
+
+class KeyboardTest : public ConsoleTest {
+  protected:
+    template <class F>
+    void OnEachPage(const F& check) {
+        for (int i = 0; i < window->GetTabs()->count(); ++i) {
+            SCOPED_TRACE(window->GetTabs()->widget(i)->objectName().toStdString());
+            window->GetTabs()->setCurrentIndex(i);
+            QCoreApplication::processEvents();
+            check();
+        }
+    }
+};
+
+TEST_F(KeyboardTest, ReachesEveryControlOfEveryPage) {
+    server.WriteFile(QStringLiteral("mcserver.ini"), "[StaticMpxORVs]\nNames=Tower\n");
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    QApplication::setActiveWindow(window.get());
+    OnEachPage([this] { EXPECT_THAT(Unreachable(*window), IsEmpty()); });
+}
+
+TEST_F(KeyboardTest, EveryControlHasAName) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    OnEachPage([this] { EXPECT_THAT(Nameless(*window), IsEmpty()); });
+}
+
+TEST_F(KeyboardTest, GoesFromPageToPage) {
+    QApplication::setActiveWindow(window.get());
+    window->GetTabs()->setFocus();
+    for (int i = 1; i < window->GetTabs()->count(); ++i) {
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(window->GetTabs()->currentIndex(), i);
+    }
+}
+
+TEST_F(KeyboardTest, ServesTheDialogThatAsksForTheServer) {
+    ConnectDialog dialog(RecentServers(), VtClientOptions(), nullptr);
+    dialog.PreferEncryption();
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    EXPECT_THAT(Unreachable(dialog), IsEmpty());
+    EXPECT_THAT(Nameless(dialog), IsEmpty());
+}
+
+class KeysInALanguage : public testing::TestWithParam<const char*> {
+  protected:
+    KeysInALanguage() : m_module(QString::fromLatin1(GetParam())) {}
+    ~KeysInALanguage() override { QLocale::setDefault(QLocale::c()); }
+
+    values::Tree m_tree;
+    GuiModule m_module;
+};
+
+TEST_P(KeysInALanguage, MeanOneThingOnEachPage) {
+    ConsoleWindow window{VtClientOptions()};
+    window.show();
+    EXPECT_THAT(SharedKeysOfMenus(window), IsEmpty());
+    for (int i = 0; i < window.GetTabs()->count(); ++i) {
+        window.GetTabs()->setCurrentIndex(i);
+        EXPECT_THAT(SharedKeys(window), IsEmpty());
+    }
+}
+
+TEST_P(KeysInALanguage, MeanOneThingInTheDialog) {
+    ConnectDialog dialog(RecentServers(), VtClientOptions(), nullptr);
+    dialog.show();
+    EXPECT_THAT(SharedKeys(dialog), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, KeysInALanguage, testing::Values("en", "de"),
+                         [](const auto& row) { return std::string(row.param); });
+
+}  // namespace

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+// The server's own window: how it is closed while clients are connected.
+#include <apps/mcserver/serverprogram.h>
+#include <apps/mcserver/serverwindow.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/vtclient/vtclientcenter.h>
+
+#include <tests/apps/mcserver/serverprocess.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+ServerOptions Options(const QTemporaryDir& directory) {
+    ServerOptions options;
+    options.listen = {QStringLiteral("127.0.0.1"), 0};
+    options.name = QStringLiteral("mcserver");
+    options.configFile = directory.filePath(QStringLiteral("server.ini"));
+    return options;
+}
+
+class ServerWindowTest : public testing::Test {
+  protected:
+    ServerWindowTest() : m_program(Options(m_directory)) {
+        QString error;
+        EXPECT_TRUE(m_program.Start(&error)) << error.toStdString();
+        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program.GetListener());
+        window->show();
+    }
+    ~ServerWindowTest() override {
+        VtClientCenter::Instance().DestroyVtClient(m_client);
+        window.reset();
+        m_program.Stop();
+        CfgCenter::SetAppName(QString());
+        CfgCenter::Instance().SetStorePath(QString());
+    }
+
+    void ConnectAClient() {
+        VtClientCenter::Instance().SetOptions(VtClientOptions());
+        m_client = VtClientCenter::Instance().CreateVtClient("127.0.0.1", m_program.GetListener().GetPort());
+        ASSERT_TRUE(
+            ServerProcess::WaitFor([this] { return m_program.GetListener().GetPeers().size() == 1; }));
+    }
+    /// Closes the window as a person does, and does \a react about the question. False if none is asked.
+    bool CloseAndReact(const std::function<void(QMessageBox&)>& react) const {
+        bool isAsked = false;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &look, [&] {
+            auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (question == nullptr) return;
+            look.stop();
+            isAsked = true;
+            react(*question);
+        });
+        look.start(1);
+        window->close();
+        return isAsked;
+    }
+
+    std::unique_ptr<ServerWindow> window;
+
+  private:
+    QTemporaryDir m_directory;
+    ServerProgram m_program;
+    IVtClient* m_client = nullptr;
+};
+
+TEST_F(ServerWindowTest, ClosesAtOnceWithoutClients) {
+    EXPECT_FALSE(CloseAndReact([](QMessageBox& question) { question.reject(); }));
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(ServerWindowTest, StaysWhereTheAnswerIsNo) {
+    ASSERT_NO_FATAL_FAILURE(ConnectAClient());
+    EXPECT_TRUE(CloseAndReact([](QMessageBox& question) {
+        EXPECT_EQ(question.text(), QStringLiteral("A client will lose the server. End it all the same?"));
+        QTest::keyClick(&question, Qt::Key_Return);  // what it offers first
+    }));
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(ServerWindowTest, ClosesWhereTheAnswerIsYes) {
+    ASSERT_NO_FATAL_FAILURE(ConnectAClient());
+    EXPECT_TRUE(CloseAndReact(
+        [](QMessageBox& question) { QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton); }));
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(ServerWindowTest, ClosesWhenTheProgramIsToEndThoughTheQuestionIsOpen) {
+    ASSERT_NO_FATAL_FAILURE(ConnectAClient());
+    EXPECT_TRUE(CloseAndReact([this](QMessageBox&) { window->CloseNow(); }));
+    EXPECT_FALSE(window->isVisible());
+}
+
+}  // namespace
