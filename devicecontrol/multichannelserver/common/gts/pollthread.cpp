@@ -11,7 +11,7 @@
 PollThread::PollThread(QObject* parent) : QThread(parent) {}
 
 PollThread::~PollThread() {
-    RequestEnd();
+    quit();
     WaitForEnd();
 }
 
@@ -22,13 +22,11 @@ void PollThread::Setup(const QString& address, unsigned short inputCount, unsign
     m_pollInterval = pollInterval;
 }
 
-void PollThread::RequestEnd() {
-    quit();
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_impl != nullptr) m_impl->Abort();
-}
-
 void PollThread::WaitForEnd() {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_impl != nullptr) m_impl->Abort();
+    }
     wait();
     // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
     const std::lock_guard<std::mutex> lock(m_mutex);
