@@ -53,7 +53,7 @@ TEST_F(ProcessFixture, WrongUsageEndsWithTwo) {
     EXPECT_EQ(Run(Words({"set", "/Status/SweepTime", "soon"})), 2);
     EXPECT_EQ(errors, QByteArray("mctree: /Status/SweepTime: \"soon\" is no whole number\n"));
     EXPECT_EQ(Run(Words({"info", "--connect", "a b"})), 2);
-    EXPECT_EQ(errors, QByteArray("mctree: \"a b\" cannot be a server's address\n"));
+    EXPECT_EQ(errors, QByteArray("mctree: --connect: \"a b\" can be no host (mctree --help tells more)\n"));
 }
 
 TEST_F(ProcessFixture, WithoutAServerItEndsWithThree) {

@@ -150,7 +150,7 @@ TEST_F(RefreshSchedulerTest, ASlowRefreshLeavesTimeForOthers) {
     QObject::connect(&other, &QTimer::timeout, &other, [&] { ++others; });
     other.start(1);
     ASSERT_TRUE(WaitUntil([&] { return slow.count == 3; }));
-    EXPECT_GT(others, 20);
+    EXPECT_GT(others, 2 * slow.count);  // one each if it left them none, also on a busy machine
     slow.reaction = nullptr;
 }
 

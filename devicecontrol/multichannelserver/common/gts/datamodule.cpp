@@ -113,7 +113,7 @@ void DataModule::Connect() {
 
 void DataModule::Disconnect() {
     if (m_pollThread->isRunning()) {
-        m_pollThread->RequestEnd();
+        m_pollThread->quit();
         if (m_pollThread->isRunning())
             TraceWarning(QStringLiteral("DataModule::Disconnect(): Waiting for thread termination."), 200);
         m_pollThread->WaitForEnd();

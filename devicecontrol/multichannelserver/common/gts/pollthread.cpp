@@ -11,7 +11,7 @@
 PollThread::PollThread(QObject* parent) : QThread(parent) {}
 
 PollThread::~PollThread() {
-    RequestEnd();
+    quit();
     WaitForEnd();
 }
 
@@ -20,10 +20,6 @@ void PollThread::Setup(const QString& address, unsigned short inputCount, unsign
     m_address = QStringLiteral("TCP:%1:502").arg(address);
     m_inputCount = inputCount;
     m_pollInterval = pollInterval;
-}
-
-void PollThread::RequestEnd() {
-    quit();
 }
 
 void PollThread::WaitForEnd() {

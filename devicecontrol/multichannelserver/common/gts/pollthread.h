@@ -22,10 +22,8 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// What to poll from the next start on: the module at the IP address \a address, on the port of
     /// Modbus/TCP, every \a pollInterval ms.
     void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
-    /// Asks the thread to end. Wait for it with WaitForEnd().
-    void RequestEnd();
-    /// Ends a request that hangs, and waits until the thread has ended. What it has told and nobody has heard
-    /// yet is then never heard: it is about a connection that is no more.
+    /// Ends a request that hangs, and waits until the thread has ended, which quit() asks it to. What it has
+    /// told and nobody has heard yet is then never heard: it is about a connection that is no more.
     void WaitForEnd();
 
   Q_SIGNALS:

@@ -32,7 +32,7 @@ class APollThread : public testing::Test {
         return WaitUntil([this, count] { return m_events.size() >= count; });
     }
     void End() {
-        m_thread.RequestEnd();
+        m_thread.quit();
         m_thread.WaitForEnd();
     }
 
