@@ -21,6 +21,7 @@ class MpxOrvsPage : public Page {
 
   private:
     QWidget* BuildDetails();
+    void ChooseAgain();
     void ShowChosen();
 
     MCSMpxORVStatusListDisplay* m_list;
@@ -29,5 +30,6 @@ class MpxOrvsPage : public Page {
     QGroupBox* m_details = nullptr;
     VCLineEdit* m_comment = nullptr;
     PolicyPanel* m_policies = nullptr;
-    QString m_chosen;  ///< the node's path; empty while none is chosen
+    QString m_chosen;      ///< the node's path; empty while none is chosen
+    QString m_lastChosen;  ///< before the list was bound anew
 };
