@@ -7,6 +7,7 @@ void AddNotifyContests();
 void AddLookupContests();
 void AddTreeContests();
 void AddDataObjectContests();
+void AddBlankingContests();
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -14,5 +15,6 @@ int main(int argc, char** argv) {
     AddLookupContests();
     AddTreeContests();
     AddDataObjectContests();
+    AddBlankingContests();
     return contest::Run(argc, argv);
 }

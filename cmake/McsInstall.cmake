@@ -5,14 +5,18 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 
 # Headers that only the sources of a library include.
 set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observedvalues.h serverclientdetail.h
-  formrow.h statusnode.h
+  formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h
   bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
+  blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
+  gtsconfig.h gtsdisplayimpl.h pollinterfacefactory.h pollthread.h pollthreadimpl.h
   treepath.h treewatcher.h vtclient.h vtclientdetail.h
-  vtlimits.h vttic.h)
+  vtlimits.h vttic.h
+  modbusaddress.h modbusconnection.h modbuserror.h modbusmessage.h modbussettings.h modbustcpinterface.h
+  reconnectdelay.h systemmessage.h)
 list(TRANSFORM mcs_private_headers REPLACE "\\." "\\\\.")
 list(JOIN mcs_private_headers "|" mcs_private_pattern)
 install(DIRECTORY platform devicecontrol DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}

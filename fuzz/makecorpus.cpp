@@ -234,6 +234,22 @@ void WriteClientScripts(const QString& folder) {
           start + Step(ClientOp::SendRaw, {0, 9, 9, 0, 0, 0, 1}) + settle + Whole() + change);
 }
 
+// Answers of modules
+// ---------------------------------------------------------------------------------------------------
+
+void WriteModbusAnswers(const QString& folder) {
+    // Transaction 0x1234 to unit 1, function 2, twelve inputs; and six coils of unit 255.
+    const QByteArray twelve = Bytes({0x12, 0x34, 1, 1, 11});
+    const QByteArray six = Bytes({0x12, 0x34, 255, 0, 5});
+    Write(folder, "twelve-inputs", twelve + Bytes({0x12, 0x34, 0, 0, 0, 5, 1, 2, 2, 0x81, 0x0A}));
+    Write(folder, "six-coils", six + Bytes({0x12, 0x34, 0, 0, 0, 4, 255, 1, 1, 0x2A}));
+    Write(folder, "states-beyond-the-last-input", six + Bytes({0x12, 0x34, 0, 0, 0, 4, 255, 1, 1, 0x6A}));
+    Write(folder, "exception", twelve + Bytes({0x12, 0x34, 0, 0, 0, 3, 1, 0x82, 6}));
+    Write(folder, "previous-transaction", twelve + Bytes({0x12, 0x33, 0, 0, 0, 5, 1, 2, 2, 0x81, 0x0A}));
+    Write(folder, "question", twelve + Bytes({0x12, 0x34, 0, 0, 0, 6, 1, 2, 0, 0, 0, 12}));
+    Write(folder, "byte-count-is-believed", twelve + Bytes({0x12, 0x34, 0, 0, 0, 5, 1, 2, 255, 0x81, 0x0A}));
+}
+
 }  // namespace
 
 /// Writes the inputs from which the fuzzers start into the folder given.
@@ -243,5 +259,6 @@ int main(int argc, char** argv) {
     WriteMessages(folder + QStringLiteral("/codec_fuzzer"));
     WriteServerScripts(folder + QStringLiteral("/server_session_fuzzer"));
     WriteClientScripts(folder + QStringLiteral("/client_session_fuzzer"));
+    WriteModbusAnswers(folder + QStringLiteral("/modbus_answer_fuzzer"));
     return 0;
 }

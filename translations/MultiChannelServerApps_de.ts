@@ -296,6 +296,10 @@
         <source>No MpxORV is chosen</source>
         <translation>Kein MpxORV ist ausgewählt</translation>
     </message>
+    <message>
+        <source>Obeys the ground transmitter suppression</source>
+        <translation>Beachtet die Bodensenderunterdrückung</translation>
+    </message>
 </context>
 <context>
     <name>PolicyPanel</name>
@@ -389,6 +393,10 @@
     <message>
         <source>%1 clients will lose the server. End it all the same?</source>
         <translation>%1 Clients verlieren den Server. Trotzdem beenden?</translation>
+    </message>
+    <message>
+        <source>Ground transmitters</source>
+        <translation>Bodensender</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 #include <apps/common/display.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 
 #include <cstdio>
 #include <utility>
@@ -13,6 +14,16 @@
 namespace {
 
 constexpr int Patience = 15000;  // ms for whatever is to happen
+
+constexpr char ModuleConfiguration[] =
+    "[GTS]\n"
+    "ModuleCount=1\n"
+    "Module0\\Index=0\n"
+    "Module0\\Name=ADAM-6051\n"
+    "Module0\\Address=127.0.0.1\n"
+    "Module0\\PollInterval=20\n"
+    "Module0\\Assignments\\AssignmentCount=12\n"
+    "Module0\\Assignments\\DI_3=121500000\n";
 
 const QString& Alpha() {
     static const QString name = QStringLiteral("alpha");
@@ -30,6 +41,7 @@ Demo::Demo(const QString& pictures, std::function<bool()> isStopped)
     : m_pictures(QDir(pictures).absolutePath()),
       m_isStopped(std::move(isStopped)),
       m_hasWindows(HasDisplay()),
+      m_module(QStringLiteral("dimodule")),
       m_server(QStringLiteral("mcserver")),
       m_console(QStringLiteral("mcconsole")),
       m_alpha(QStringLiteral("mcdemo")),
@@ -43,11 +55,27 @@ bool Demo::Fail(const QString& what) {
 bool Demo::Run() {
     using Step = bool (Demo::*)();
     bool isGood = m_directory.isValid();
-    for (const Step step :
-         {&Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus, &Demo::BecomeMaster,
-          &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::KillAndRestart, &Demo::ShowWindows})
+    for (const Step step : {&Demo::StartModule, &Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus,
+                            &Demo::BecomeMaster, &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster,
+                            &Demo::BlankAFrequency, &Demo::KillAndRestart, &Demo::ShowWindows})
         isGood = isGood && !m_isStopped() && (this->*step)();
     return End() && isGood;
+}
+
+/// One input module, whose input 3 is wired to a transmitter on the frequency that is tuned to later.
+bool Demo::StartModule() {
+    // Where nobody has logged in there is no such directory, and programs with windows complain.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", m_directory.path().toLocal8Bit());
+    if (!m_module.Start({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")}))
+        return Fail(QStringLiteral("dimodule does not start"));
+    const QString line = m_module.WaitForLine(QStringLiteral("listening on "), Patience);
+    if (line.isNull()) return Fail(QStringLiteral("dimodule does not listen"));
+    // In place of the port of all modules, which takes rights that a demonstration does not have.
+    qputenv("MCS_MODBUS_PORT", line.mid(line.lastIndexOf(QLatin1Char(':')) + 1).toLatin1());
+    QFile file(m_directory.filePath(QStringLiteral("server.ini")));
+    return (file.open(QIODevice::WriteOnly) && file.write(ModuleConfiguration) > 0) ||
+           Fail(QStringLiteral("no configuration can be written"));
 }
 
 bool Demo::StartServer() {
@@ -135,6 +163,35 @@ bool Demo::RefuseForTheMaster() {
     return Ask(m_bravo, Bravo(), QStringLiteral("master"), QStringLiteral("refused"));
 }
 
+/// The module is looked at now and then: asks until what has changed there is known.
+bool Demo::AskUntilDone(DemoProcess& client, const QString& who, const QString& line) {
+    narrator::Act(who, line);
+    QString answer;
+    const auto isDone = [&] {
+        client.Say(line);
+        answer = client.WaitForLine(QStringLiteral("answer "), Patience).mid(7);
+        return answer.startsWith(QLatin1String("done"));
+    };
+    const bool isGood = WaitUntil(isDone, Patience);
+    narrator::Hear(who, answer);
+    return isGood || Fail(QStringLiteral("'%1' was to be answered done").arg(line));
+}
+
+bool Demo::BlankAFrequency() {
+    narrator::Chapter(QStringLiteral("A ground transmitter keys: nobody may use its frequency"));
+    narrator::Act(QStringLiteral("module"), QStringLiteral("key 3"));
+    m_module.Say(QStringLiteral("key 3"));
+    const QString lost = m_alpha.WaitForLine(QStringLiteral("answer ended: "), Patience);
+    if (lost.isNull()) return Fail(QStringLiteral("alpha keeps a frequency that is blanked"));
+    narrator::Hear(Alpha(), lost.mid(7));
+    if (!Ask(m_alpha, Alpha(), QStringLiteral("tune 121500000"),
+             QStringLiteral("refused: 121.5 MHz is blanked")))
+        return false;
+    narrator::Act(QStringLiteral("module"), QStringLiteral("release 3"));
+    m_module.Say(QStringLiteral("release 3"));
+    return AskUntilDone(m_alpha, Alpha(), QStringLiteral("tune 121500000"));
+}
+
 bool Demo::RefuseAndAllow() {
     narrator::Chapter(
         QStringLiteral("A policy refuses, the operator switches it on, the same request is granted"));
@@ -177,18 +234,20 @@ bool Demo::LeaveWindows() {
 bool Demo::TakePictures() {
     narrator::Chapter(QStringLiteral("What the operator's windows show"));
     narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole --screenshot ") + m_pictures);
+    // Pictures of an earlier time would tell a lie.
+    for (const QString& old : QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files))
+        QFile::remove(QDir(m_pictures).filePath(old));
     // Drawn in memory: there is no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QString said =
         DemoProcess::Output(QStringLiteral("mcconsole"),
                             ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}), Patience);
     qunsetenv("QT_QPA_PLATFORM");
-    if (!said.isEmpty()) narrator::Quote(said);
     const QStringList pictures =
         QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files, QDir::Name);
     for (const QString& picture : pictures)
         narrator::Hear(QStringLiteral("console"), QDir(m_pictures).filePath(picture));
-    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing"));
+    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing: ") + said);
 }
 
 bool Demo::End() {
@@ -196,5 +255,6 @@ bool Demo::End() {
     bool isGood = m_alpha.EndInput() || Fail(QStringLiteral("alpha does not end well"));
     isGood = (m_bravo.EndInput() || Fail(QStringLiteral("bravo does not end well"))) && isGood;
     m_server.Terminate();
+    m_module.Terminate();
     return isGood;
 }

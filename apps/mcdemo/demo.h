@@ -21,12 +21,14 @@ class Demo {
 
   private:
     bool Fail(const QString& what);
+    bool StartModule();
     bool StartServer();
     bool StartClients();
     bool ShowStatus();
     bool BecomeMaster();
     bool RefuseAndAllow();
     bool RefuseForTheMaster();
+    bool BlankAFrequency();
     bool KillAndRestart();
     bool ShowWindows();
     bool LeaveWindows();
@@ -37,6 +39,7 @@ class Demo {
     QString Operator(const QStringList& arguments) const;
     /// \a client asks for \a line; its answer must begin with \a beginning.
     bool Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning);
+    bool AskUntilDone(DemoProcess& client, const QString& who, const QString& line);
     QStringList ConsoleArguments(const QStringList& more) const;
     bool HearConnected(DemoProcess& client, const QString& who, QString* name);
 
@@ -45,6 +48,7 @@ class Demo {
     bool m_hasWindows;
     QTemporaryDir m_directory;
     int m_port = 0;
+    DemoProcess m_module;
     DemoProcess m_server;
     DemoProcess m_console;
     DemoProcess m_alpha;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "commandreader.h"
 #include "demo.h"
 #include "democlient.h"
 
+#include <apps/common/commandreader.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
 

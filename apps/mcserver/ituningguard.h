@@ -3,6 +3,8 @@
 
 #include <QtCore/QString>
 
+class MpxOrv;
+
 /// Has a say before the device is tuned: frequencies may be blanked while a transmitter near the antenna uses
 /// them. Main thread.
 class ITuningGuard {
@@ -10,5 +12,5 @@ class ITuningGuard {
     virtual ~ITuningGuard() = default;
 
     /// Why \a mpxOrv must not be tuned to \a hz now, one line; empty if it may.
-    virtual QString RefusalOf(const QString& mpxOrv, double hz) = 0;
+    virtual QString RefusalOf(MpxOrv& mpxOrv, double hz) = 0;
 };

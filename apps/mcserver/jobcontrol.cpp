@@ -158,8 +158,8 @@ QString JobControl::DeviceRefusal() const {
     return QStringLiteral("the ORV is not ready: %1").arg(m_status.GetBootStateAsString());
 }
 
-QString JobControl::GuardRefusal(const MpxOrv& mpxOrv, double hz) const {
-    return m_guard != nullptr ? m_guard->RefusalOf(mpxOrv.GetName(), hz) : QString();
+QString JobControl::GuardRefusal(MpxOrv& mpxOrv, double hz) const {
+    return m_guard != nullptr ? m_guard->RefusalOf(mpxOrv, hz) : QString();
 }
 
 QString JobControl::MasterRefusal() const {
@@ -249,6 +249,20 @@ void JobControl::OperationModeChanged() {
     if (m_master != nullptr) ShowStatus(*m_master);
 }
 
+void JobControl::GuardChanged() {
+    std::vector<std::pair<MpxOrv*, QString>> refused;
+    for (const auto& [mpxOrv, tuning] : m_tunings) {
+        const QString refusal = GuardRefusal(*mpxOrv, tuning.hz);
+        if (!refusal.isEmpty()) refused.emplace_back(mpxOrv, refusal);
+    }
+    for (const auto& [mpxOrv, refusal] : refused) {
+        if (m_tunings.count(mpxOrv) == 0) continue;  // it watched a master that was refused
+        Untune(*mpxOrv);
+        End(*mpxOrv, refusal);
+        if (m_master == mpxOrv) CheckWatchers(QStringLiteral("%1 lost its frequency").arg(mpxOrv->GetName()));
+    }
+}
+
 // The device has one interval, whoever set it.
 void JobControl::ReportIntervalChanged() {
     for (MpxOrv* mpxOrv : m_mpxOrvs)
@@ -267,6 +281,12 @@ void JobControl::OnPoliciesChanged(MpxOrv& mpxOrv) {
         Untune(mpxOrv);
         End(mpxOrv, Needs(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES));
     }
+}
+
+void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
+    m_log.Write(mpxOrv.ObeysBlanking() ? QStringLiteral("%1 obeys the blanking").arg(mpxOrv.GetName())
+                                       : QStringLiteral("%1 ignores the blanking").arg(mpxOrv.GetName()));
+    GuardChanged();
 }
 
 void JobControl::ShowStatus(MpxOrv& mpxOrv) {

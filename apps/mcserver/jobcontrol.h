@@ -34,10 +34,13 @@ class JobControl : public IMpxOrvListener {
     /// The device went on- or offline, or booted: without it nobody has anything.
     void DeviceChanged();
     void OperationModeChanged();
+    /// The guard may think otherwise from now on: who is tuned to what it refuses loses it.
+    void GuardChanged();
     void ReportIntervalChanged();
 
     void OnRequest(MpxOrv& mpxOrv, ERequest request) override;
     void OnPoliciesChanged(MpxOrv& mpxOrv) override;
+    void OnBlankingSwitched(MpxOrv& mpxOrv) override;
 
   private:
     /// What one MpxORV is tuned to.
@@ -66,7 +69,7 @@ class JobControl : public IMpxOrvListener {
     /// Why nothing can be asked of the device now; empty if it is ready.
     QString DeviceRefusal() const;
     /// Why \a mpxOrv must not be tuned to \a hz now; empty if it may.
-    QString GuardRefusal(const MpxOrv& mpxOrv, double hz) const;
+    QString GuardRefusal(MpxOrv& mpxOrv, double hz) const;
     QString MasterRefusal() const;
     bool IsUnderMaster(const MpxOrv& mpxOrv) const;
     bool IsInMasterRange(double hz) const;

@@ -5,15 +5,19 @@
 #include <apps/mcserver/serveroptions.h>
 #include <apps/mcserver/serverprogram.h>
 #include <apps/mcserver/serverwindow.h>
+#include <apps/mcserver/suppressionpage.h>
 #include <apps/pages/guimodule.h>
 #include <apps/pages/pictures.h>
 
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
+#include <platform/config/cfgcenter.h>
 #include <platform/widgets/screenfit.h>
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
+
+#include <memory>
 
 namespace {
 
@@ -33,11 +37,15 @@ int Print(const QString& text) {
 }
 
 /// Runs until the server is told to end.
-int RunHeadless(const ServerOptions& options) {
+int RunHeadless(const ServerOptions& options, bool isSuppressing) {
     const ShutdownSignals shutdown;
     ServerProgram program(options);
     QString error;
     if (!program.Start(&error)) return Complain(error, ExitFailure);
+    std::unique_ptr<SuppressionPage> suppression;
+    if (isSuppressing)
+        suppression = std::make_unique<SuppressionPage>(program.GetServer().GetJobs(),
+                                                        program.GetServer().GetLog(), program.GetClock());
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit);
     const int code = QCoreApplication::exec();
@@ -64,6 +72,9 @@ int RunWithWindow(const ServerOptions& options) {
     QString error;
     if (!program.Start(&error)) return Complain(error, ExitFailure);
     ServerWindow window(options.name, program.GetListener());
+    window.AddPage(
+        new SuppressionPage(program.GetServer().GetJobs(), program.GetServer().GetLog(), program.GetClock()),
+        "Suppression", ServerWindow::tr("Ground transmitters"));
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
     if (options.screenshotDirectory.isEmpty()) {
         new WindowPlacement(QStringLiteral("ServerWindow"), &window, nullptr);
@@ -87,8 +98,16 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
             return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
-        const QCoreApplication application(argc, argv);
-        return RunHeadless(options);
+        CfgCenter::SetAppName(options.name);
+        CfgCenter::Instance().SetStorePath(options.configFile);
+        if (!SuppressionPage::IsConfigured()) {
+            const QCoreApplication application(argc, argv);
+            return RunHeadless(options, false);
+        }
+        // The suppression belongs to a widget, which nobody is to see.
+        qputenv("QT_QPA_PLATFORM", "minimal");
+        const QApplication application(argc, argv);
+        return RunHeadless(options, true);
     }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

@@ -4,6 +4,7 @@
 #include <apps/mcserver/mpxorvpath.h>
 #include <apps/mcserver/mpxorvrequests.h>
 
+#include <devicecontrol/multichannelserver/common/gts/blankingclient.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
 
@@ -21,6 +22,7 @@ class IMpxOrvListener {
     virtual ~IMpxOrvListener() = default;
     virtual void OnRequest(MpxOrv& mpxOrv, ERequest request) = 0;
     virtual void OnPoliciesChanged(MpxOrv& mpxOrv) = 0;
+    virtual void OnBlankingSwitched(MpxOrv& mpxOrv) = 0;
 };
 
 /// One multiplexed ORV: its status, its policies and its requests below its node, and who its clients are.
@@ -32,6 +34,7 @@ class MpxOrv : public IObserver {
         MCSPolicySet policies;
         QString comment;
         double frequency = MpxOrvRequests::MinFrequency;  ///< Hz
+        bool obeysBlanking = true;
     };
 
     MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, IMpxOrvListener& listener);
@@ -48,6 +51,14 @@ class MpxOrv : public IObserver {
     const MCSPolicySet& GetPolicies() const { return m_policies; }
     bool Has(const MCSPolicy& policy) const { return m_policies.Contains(policy); }
     MpxOrvRequests& GetRequests() { return m_requests; }
+    /// Whether frequencies that ground transmitters use are kept from it; switched in the tree.
+    bool ObeysBlanking() const;
+    void SetObeysBlanking(bool obeys);
+    /// Who it is to the blanking.
+    BlankingClient& GetBlankingClient() { return m_blankingClient; }
+
+    /// The name of that switch in the tree.
+    static QLatin1String BlankingName() { return QLatin1String("Blanking"); }
 
     /// A session uses the MpxORV, once more; \a application is shown. True if it is a new client.
     bool AddClient(int session, const QString& application);
@@ -68,5 +79,7 @@ class MpxOrv : public IObserver {
     MCSMpxORVStatus m_status;
     MCSPolicySet m_policies;
     MpxOrvRequests m_requests;
+    BlankingClient m_blankingClient;
+    values::Value<bool>* m_pBlanking = nullptr;
     std::map<int, int> m_clients;  ///< session to how often it uses this
 };

@@ -33,7 +33,7 @@ void MpxOrvRegistry::LoadStatic(ICfg& cfg) {
     for (const StaticMpxOrvSettings::Entry& settings : StaticMpxOrvSettings::Read(cfg, &problems)) {
         values::Tree::Instance()->ProvideNode(MpxOrvPath::NodePath(EMpxOrvKind::Static, settings.name));
         const MpxOrv::Defaults defaults{settings.policies, settings.comment,
-                                        m_config.GetDefaultFrequencyForChannels()};
+                                        m_config.GetDefaultFrequencyForChannels(), settings.obeysBlanking};
         m_entries.push_back(
             {nullptr, std::make_unique<MpxOrv>(EMpxOrvKind::Static, settings.name, defaults, m_jobs)});
         m_jobs.Enter(*m_entries.back().mpxOrv);
@@ -48,7 +48,8 @@ void MpxOrvRegistry::SaveStatic(ICfg& cfg) {
     for (const Entry& entry : m_entries) {
         MpxOrv& mpxOrv = *entry.mpxOrv;
         if (mpxOrv.GetKind() == EMpxOrvKind::Static)
-            entries.push_back({mpxOrv.GetName(), mpxOrv.GetPolicies(), mpxOrv.GetStatus().GetComment()});
+            entries.push_back({mpxOrv.GetName(), mpxOrv.GetPolicies(), mpxOrv.GetStatus().GetComment(),
+                               mpxOrv.ObeysBlanking()});
     }
     if (!entries.empty()) StaticMpxOrvSettings::Write(cfg, entries);
 }

@@ -12,6 +12,11 @@ using ERight = VtAccessFile::ERight;
 
 namespace {
 
+/// Where the ground transmitter suppression publishes what it reads.
+QString SuppressionPath() {
+    return QStringLiteral("/ORVServer");
+}
+
 QString NoRule() {
     return QStringLiteral("no rule of this server allows it");
 }
@@ -103,6 +108,8 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
 QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
     if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
         return QStringLiteral("the status is the server's own");
+    // A written input would blank, or release, what no transmitter does.
+    if (VtAccessFile::IsBelow(path, SuppressionPath())) return QStringLiteral("only the server writes this");
     if (const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path))
         return MpxOrvWriteRefusal(peer, path, *target);
     return Allows(peer, ERight::Write, path) ? QString() : NoRule();
@@ -110,7 +117,8 @@ QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
 
 QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) {
     const QString part = target.below.value(0);
-    if (part == mcskeys::Policy) return PolicyRefusal(peer, path, target);
+    const bool isBlanking = target.below == QStringList{MpxOrv::BlankingName()};
+    if (part == mcskeys::Policy || isBlanking) return PolicyRefusal(peer, path, target);
     const bool isRequest = part == MpxOrvRequests::NodeName() && target.below.size() > 1 &&
                            target.below.value(1) != MpxOrvRequests::AnswerName();
     const bool isComment = target.below == QStringList{mcskeys::Status, mcskeys::Comment};
@@ -153,6 +161,8 @@ bool ServerAccess::MayCreate(const VtPeer& peer, const QString& path, QString* r
     QString refusal;
     if (VtAccessFile::IsBelow(path, mcskeys::Root))
         refusal = QStringLiteral("what is below %1 is the server's own").arg(mcskeys::Root);
+    else if (VtAccessFile::IsBelow(path, SuppressionPath()))
+        refusal = QStringLiteral("what is below %1 is the server's own").arg(SuppressionPath());
     else if (!Allows(peer, ERight::Create, path))
         refusal = NoRule();
     if (!refusal.isEmpty())

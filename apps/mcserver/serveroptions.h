@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/listenaddress.h>
+#include <apps/common/listenaddress.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

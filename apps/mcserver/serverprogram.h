@@ -25,6 +25,7 @@ class ServerProgram {
     void Stop();
 
     McsServer& GetServer() { return m_server; }
+    IClock& GetClock() { return m_clock; }
     const VtServer& GetListener() const { return m_listener; }
     int GetPort() const { return m_listener.GetPort(); }
 

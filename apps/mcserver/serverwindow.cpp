@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/serverwindow.h>
 
-#include <apps/mcserver/listenaddress.h>
+#include <apps/common/listenaddress.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/mpxorvspage.h>
 

@@ -20,6 +20,8 @@ class ServerWindow : public QMainWindow {
     ServerWindow(const QString& name, const VtServer& listener);
     ~ServerWindow() override;
 
+    /// Adds a page at the end.
+    void AddPage(Page* page, const char* name, const QString& title);
     QTabWidget* GetTabs() const { return m_tabs; }
     /// Closes without asking, or without an answer to what is asked.
     void CloseNow();
@@ -28,7 +30,6 @@ class ServerWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    void AddPage(Page* page, const char* name, const QString& title);
     void ShowClients();
     bool MayClose();
     int CountClients() const;

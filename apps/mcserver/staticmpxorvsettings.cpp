@@ -13,6 +13,10 @@
 
 namespace {
 
+QString BlankingKey() {
+    return QStringLiteral("Blanking");
+}
+
 StaticMpxOrvSettings::Entry ReadEntry(ICfg& section, const QString& name) {
     StaticMpxOrvSettings::Entry entry;
     entry.name = name;
@@ -21,6 +25,7 @@ StaticMpxOrvSettings::Entry ReadEntry(ICfg& section, const QString& name) {
     if (own == nullptr) return entry;
     entry.policies.ReadFromCfg(own.get());
     entry.comment = own->ReadString(mcskeys::Comment, QString());
+    entry.obeysBlanking = own->ReadBool(BlankingKey(), true);
     return entry;
 }
 
@@ -56,5 +61,6 @@ void StaticMpxOrvSettings::Write(ICfg& cfg, const std::vector<Entry>& entries) {
         const std::unique_ptr<ICfg> own(section->ProvideSection(entry.name));
         entry.policies.WriteToCfg(own.get());
         own->WriteString(mcskeys::Comment, entry.comment);
+        own->WriteBool(BlankingKey(), entry.obeysBlanking);
     }
 }

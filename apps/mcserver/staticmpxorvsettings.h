@@ -18,6 +18,7 @@ class StaticMpxOrvSettings {
         QString name;
         MCSPolicySet policies;  ///< what the section does not say is as for a dynamic MpxORV by default
         QString comment;
+        bool obeysBlanking = true;  ///< whether frequencies that ground transmitters use are kept from it
     };
 
     static constexpr int MaxEntries = 1000;  ///< as many as the status can count

@@ -8,6 +8,7 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
 #include <platform/widgets/valuetext.h>
+#include <platform/widgets/vccheckbox.h>
 #include <platform/widgets/vclineedit.h>
 
 #include <QtCore/QItemSelectionModel>
@@ -76,6 +77,10 @@ QWidget* MpxOrvsPage::BuildDetails() {
     form->addRow(tr("Comment:"), m_comment);
     layout->addLayout(form);
     layout->addWidget(m_policies);
+    m_blanking = new VCCheckBox(m_details, "Blanking");
+    m_blanking->SetText(tr("Obeys the ground transmitter suppression"));
+    m_blanking->setAccessibleName(tr("Obeys the ground transmitter suppression"));
+    layout->addWidget(m_blanking);
     layout->addStretch();
     return m_details;
 }
@@ -109,4 +114,5 @@ void MpxOrvsPage::ShowChosen() {
                                          : QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
     m_comment->SetText_ValuePath(Below(Below(chosen, mcskeys::Status), mcskeys::Comment));
     m_policies->Bind(Below(chosen, mcskeys::Policy));
+    m_blanking->Set_ValuePath(Below(chosen, QLatin1String("Blanking")));
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // What widgets cost the thread that draws them, beside limits and peers. One process, nobody's desktop.
+#include "boundscenario.h"
 #include "scenario.h"
 
 #include <platform/values/tree.h>
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
 
 #include <cstdio>
@@ -12,7 +14,7 @@
 namespace {
 
 std::vector<bench::Scenario> AllScenarios() {
-    return {bench::ListScenario(), bench::LogScenario()};
+    return {bench::BoundScenario(), bench::ListScenario(), bench::LogScenario()};
 }
 
 bool IsAskedFor(const bench::Scenario& scenario, const QString& filter) {
@@ -45,6 +47,7 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("fusion"));
+    QLocale::setDefault(QLocale::c());
     const values::Tree tree;
 
     QCommandLineParser parser;

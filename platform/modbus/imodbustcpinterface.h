@@ -16,11 +16,17 @@ class MCS_MODBUS_EXPORT IModbusTcpInterface {
     virtual ~IModbusTcpInterface();
 
     /// Reads the states of the first \a count inputs (1 to MaxInputs), connecting first where there is no
-    /// connection. Tells the callback of the outcome before it returns: one answer or one error. Returns
-    /// within the response time-out. After an error the connection is made anew, by a later request.
+    /// connection. Returns within the response time-out, having told the callback of the outcome: one answer
+    /// or one error. OnOpened() comes before the first answer of a connection, and not earlier: what only
+    /// takes connections is no module. After an error the connection is closed, and OnClosed() follows if it
+    /// was told to be open. A later request connects again; those that come too soon after an error (100 ms,
+    /// up to 10 s after further errors) do nothing and tell nothing.
+    ///
+    /// Modules that drop idle connections are connected again within the request, and nothing is told of it.
     virtual void ReadInputDiscretes(unsigned short count) = 0;
-    /// Ends the connection, and tells OnClosed() if there was one.
+    /// Ends the connection, and tells OnClosed() if it was told to be open.
     virtual void Close() = 0;
-    /// Ends a request that hangs, at once and for good: all that comes after it fails. From any thread.
+    /// Ends a request that hangs, at once and for good. It and all that come after it read nothing and tell
+    /// nothing. From any thread.
     virtual void Abort() = 0;
 };

@@ -24,6 +24,6 @@ class MCS_WIDGETS_EXPORT IValueView {
     virtual bool EndTyping(bool isConfirmed);
     /// Sets \a value as the user wants it. The widget may be destroyed by whoever is told.
     virtual void Commit(values::ValueBase& value);
-    /// What is shown but does not fit into the widget, for its tool tip.
+    /// What the value is and the widget has no room for, for its tool tip.
     virtual QString HiddenText() const;
 };

@@ -2,6 +2,7 @@
 #include <platform/widgets/vccheckbox.h>
 
 #include <platform/values/value.h>
+#include <platform/widgets/lockmark.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
@@ -28,6 +29,10 @@ void VCCheckBox::SetText(QString text) {
 
 void VCCheckBox::Set_ValuePath(const QString& path) {
     m_binding.SetPath(path);
+}
+
+QSize VCCheckBox::sizeHint() const {
+    return QCheckBox::sizeHint() + QSize(LockMark::Room, 0);
 }
 
 /// A click or a key.

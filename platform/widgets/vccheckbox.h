@@ -23,6 +23,8 @@ class MCS_WIDGETS_EXPORT VCCheckBox : public QCheckBox, private IValueView {
 
     const WidgetBinding& GetBinding() const { return m_binding; }
 
+    QSize sizeHint() const override;
+
   protected:
     void nextCheckState() override;
 

@@ -2,17 +2,11 @@
 #include <platform/widgets/vclabel.h>
 
 #include <platform/values/value.h>
-#include <platform/widgets/spokenlabel.h>
 #include <platform/widgets/valuetext.h>
-
-#include <QtGui/QPainter>
-#include <QtWidgets/QStyle>
 
 namespace {
 
-constexpr int MaxShownLength = 500;   // characters: more would not fit any screen
-constexpr int MaxWidth = 600;         // pixels: a long text must not push the others aside
-constexpr int MaxMinimumWidth = 200;  // pixels: nor hold a window open
+constexpr int MaxShownLength = 500;  // characters: more would not fit any screen
 
 bool IsAnyValue(const values::ValueBase&) {
     return true;
@@ -25,14 +19,12 @@ bool IsBoolean(const values::ValueBase& value) {
 }  // namespace
 
 VCLabel::VCLabel(QWidget* parent, const char* name, unsigned windowFlags)
-    : QLabel(parent, Qt::WindowFlags(static_cast<int>(windowFlags))),
+    : SteadyLabel(parent, Qt::WindowFlags(static_cast<int>(windowFlags))),
       m_binding(*this, *this, IsAnyValue, WidgetBinding::ReadOnly),
       m_noValue(*this, IsBoolean),
       m_alignment(alignment()),
       m_alignmentNoValue(Qt::AlignCenter) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
-    setTextFormat(Qt::PlainText);
-    spokenlabel::Install(*this);
     m_binding.RefreshNow();
 }
 
@@ -51,29 +43,6 @@ void VCLabel::SetNoValue_ValuePath(const QString& path) {
 void VCLabel::SetAlignmentNoValue(int alignment) {
     m_alignmentNoValue = Qt::Alignment(alignment);
     m_binding.RefreshNow();
-}
-
-QSize VCLabel::sizeHint() const {
-    return QLabel::sizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
-}
-
-QSize VCLabel::minimumSizeHint() const {
-    return QLabel::minimumSizeHint().boundedTo(QSize(MaxMinimumWidth, QWIDGETSIZE_MAX));
-}
-
-bool VCLabel::Fits() const {
-    return QLabel::sizeHint().width() <= width();
-}
-
-/// A number of which the end is cut off would be read as another number.
-void VCLabel::paintEvent(QPaintEvent* event) {
-    if (Fits()) return QLabel::paintEvent(event);
-    QPainter painter(this);
-    drawFrame(&painter);
-    const QRect room = contentsRect().marginsRemoved(QMargins(margin(), margin(), margin(), margin()));
-    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine;
-    style()->drawItemText(&painter, room, flags, palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
 }
 
 QString VCLabel::HiddenText() const {
@@ -98,7 +67,7 @@ void VCLabel::ShowValue(const values::ValueBase* value) {
         shown = QStringLiteral("- - -");
     else if (value != nullptr)
         shown = valuetext::Shortened(valuetext::Content(*value), MaxShownLength);
-    spokenlabel::SetText(*this, shown);
+    ShowText(shown);
 }
 
 void VCLabel::OnBindingChanged(PathBinding&, TChangeCode) {

@@ -3,15 +3,14 @@
 
 #include <platform/widgets/ivalueview.h>
 #include <platform/widgets/pathbinding.h>
+#include <platform/widgets/steadylabel.h>
 #include <platform/widgets/widgetbinding.h>
 #include <platform/widgets/widgetsexport.h>
-
-#include <QtWidgets/QLabel>
 
 /// Shows a value of any type as text, on one line and never as markup. What does not fit is marked, and told
 /// by the tool tip. While a boolean elsewhere says that there is no value to speak of, shows "- - -" instead.
 /// GUI thread only.
-class MCS_WIDGETS_EXPORT VCLabel : public QLabel, private IValueView, private PathBinding::IListener {
+class MCS_WIDGETS_EXPORT VCLabel : public SteadyLabel, private IValueView, private PathBinding::IListener {
     Q_OBJECT
 
   public:
@@ -28,19 +27,12 @@ class MCS_WIDGETS_EXPORT VCLabel : public QLabel, private IValueView, private Pa
 
     const WidgetBinding& GetBinding() const { return m_binding; }
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-
   private:
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
     QString HiddenText() const override;
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     bool HasNoValue() const;
-    bool Fits() const;
 
     WidgetBinding m_binding;
     PathBinding m_noValue;

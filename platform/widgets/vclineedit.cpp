@@ -2,6 +2,7 @@
 #include <platform/widgets/vclineedit.h>
 
 #include <platform/values/value.h>
+#include <platform/widgets/lockmark.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -67,8 +68,18 @@ void VCLineEdit::ShowValue(const values::ValueBase* value) {
     setCursorPosition(cursor);
 }
 
+QString VCLineEdit::HiddenText() const {
+    if (m_isCut) return tr("This text is too long to be edited here.");
+    const bool isSecret = echoMode() != Normal;
+    const int margins = 8;  // pixels around the text, in any style
+    const bool fits = fontMetrics().horizontalAdvance(m_shown) <= width() - margins;
+    return isSecret || fits ? QString() : valuetext::Shortened(m_shown, MaxShown);
+}
+
 void VCLineEdit::ShowAccess(bool mayEdit) {
     m_mayEdit = mayEdit;
     const bool isFixed = m_isCut || !mayEdit;
-    if (isReadOnly() != isFixed) setReadOnly(isFixed);
+    if (isReadOnly() == isFixed) return;
+    setReadOnly(isFixed);
+    setTextMargins(0, 0, isFixed ? LockMark::Room : 0, 0);
 }

@@ -39,6 +39,7 @@ class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     void ShowAccess(bool mayEdit) override;
     bool EndTyping(bool isConfirmed) override;
     void Commit(values::ValueBase& value) override;
+    QString HiddenText() const override;
     void OnTyped();
 
     WidgetBinding m_binding;

@@ -3,6 +3,7 @@
 
 #include <platform/values/valuebase.h>
 #include <platform/widgets/ivalueview.h>
+#include <platform/widgets/lockmark.h>
 #include <platform/widgets/spokenname.h>
 #include <platform/widgets/staleveil.h>
 #include <platform/widgets/valuetext.h>
@@ -27,7 +28,9 @@ constexpr int MaxTipLength = 500;  // characters of a text that others chose
 WidgetBinding::WidgetBinding(QWidget& widget, IValueView& view, PathBinding::Filter filter, EAccess access)
     : m_widget(widget), m_view(view), m_access(access), m_binding(*this, std::move(filter)) {
     WatchPart(widget);
-    if (access == Editable) values::Refusals::Instance().AddListener(this);
+    if (access == ReadOnly) return;
+    m_lock = new LockMark(widget);
+    values::Refusals::Instance().AddListener(this);
 }
 
 WidgetBinding::~WidgetBinding() {
@@ -179,6 +182,7 @@ void WidgetBinding::ShowState() {
     // At first nothing is live. The veil then stays: a window that goes away takes no new children.
     if (m_veil == nullptr) m_veil = new StaleVeil(m_widget);
     m_veil->setVisible(!isLive);
+    if (m_lock != nullptr) m_lock->setVisible(isLive && !MayEdit());
     m_widget.setAccessibleDescription(isLive && m_refusal.isEmpty() ? QString() : DescribeState());
 }
 

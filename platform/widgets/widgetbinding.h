@@ -10,6 +10,7 @@
 #include <QtCore/QString>
 
 class IValueView;
+class LockMark;
 class QWidget;
 class StaleVeil;
 
@@ -96,6 +97,8 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
     EAccess m_access;
     PathBinding m_binding;
     StaleVeil* m_veil = nullptr;  ///< owned by the widget; visible while the content is not live
+    LockMark* m_lock =
+        nullptr;  ///< owned by the widget, none if it is no editor; visible while that is locked
     QString m_refusal;
     QString m_ownSpokenName;  ///< what this binding called the widget
     bool m_isDescribed = true;

@@ -126,8 +126,9 @@ TEST_F(ConsoleProcess, ShowsThePagesOfTheServersOwnWindow) {
                     server.ConfigPath(), QStringLiteral("--screenshot"), pictures}),
         0)
         << server.Errors().toStdString();
-    EXPECT_THAT(Pictures(pictures), ElementsAre("server-Commands.png", "server-Configuration.png",
-                                                "server-Log.png", "server-MpxORVs.png", "server-Status.png"));
+    EXPECT_THAT(Pictures(pictures),
+                ElementsAre("server-Commands.png", "server-Configuration.png", "server-Log.png",
+                            "server-MpxORVs.png", "server-Status.png", "server-Suppression.png"));
 }
 
 TEST_F(ConsoleProcess, EndsTheServerWithItsWindowWhenAsked) {

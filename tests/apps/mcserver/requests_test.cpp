@@ -5,7 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -197,9 +199,12 @@ TEST_F(RequestsTest, TheReportIntervalIsObeyed) {
 
 class ForbiddingGuard : public ITuningGuard {
   public:
-    QString RefusalOf(const QString& mpxOrv, double hz) override {
-        return hz == 145e6 ? QStringLiteral("blanked for %1").arg(mpxOrv) : QString();
+    QString RefusalOf(MpxOrv& mpxOrv, double hz) override {
+        const bool isBlanked = std::find(blanked.begin(), blanked.end(), hz) != blanked.end();
+        return isBlanked && mpxOrv.ObeysBlanking() ? QStringLiteral("blanked for %1").arg(mpxOrv.GetName())
+                                                   : QString();
     }
+    std::vector<double> blanked = {145e6};
 };
 
 TEST_F(RequestsTest, TheGuardHasASayInTuning) {
@@ -210,6 +215,32 @@ TEST_F(RequestsTest, TheGuardHasASayInTuning) {
     EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 0);
     Tune(m_peer, m_name, 146e6);
     EXPECT_EQ(Answer(m_name), QStringLiteral("done: tuned to 146 MHz"));
+    m_server->GetJobs().SetGuard(nullptr);
+}
+
+TEST_F(RequestsTest, WhatTheGuardRefusesLaterIsLost) {
+    ForbiddingGuard guard;
+    m_server->GetJobs().SetGuard(&guard);
+    Tune(m_peer, m_name, 146e6);
+    m_server->GetJobs().GuardChanged();
+    EXPECT_EQ(Answer(m_name), QStringLiteral("done: tuned to 146 MHz"));
+    guard.blanked = {146e6};
+    m_server->GetJobs().GuardChanged();
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: blanked for MpxORVhostA_receiver"));
+    EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 0);
+    m_server->GetJobs().SetGuard(nullptr);
+}
+
+TEST_F(RequestsTest, AnMpxOrvThatIgnoresTheGuardIsTunedAllTheSameAndLosesItWhenItIsToObey) {
+    ForbiddingGuard guard;
+    m_server->GetJobs().SetGuard(&guard);
+    MpxOrv* const mpxOrv = m_server->GetMpxOrvs().Find(EMpxOrvKind::Dynamic, m_name);
+    ASSERT_NE(mpxOrv, nullptr);
+    mpxOrv->SetObeysBlanking(false);
+    Tune(m_peer, m_name, 145e6);
+    EXPECT_EQ(Answer(m_name), QStringLiteral("done: tuned to 145 MHz"));
+    mpxOrv->SetObeysBlanking(true);
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: blanked for MpxORVhostA_receiver"));
     m_server->GetJobs().SetGuard(nullptr);
 }
 

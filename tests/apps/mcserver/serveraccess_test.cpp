@@ -101,6 +101,8 @@ const char* const ServersOnly = "only the server writes this";
 const char* const NobodysStatus = "the status is the server's own";
 const Target Targets[] = {
     {"Commands", "Command/ShallBeConnected", ""},
+    {"OwnBlanking", "DynamicMpxORVs/Mine/Blanking", "nobody switches the policies of an MpxORV that it uses"},
+    {"BlankingOfAnother", "DynamicMpxORVs/Other/Blanking", ""},
     {"Configuration", "Config/DeviceName", ""},
     {"SaveConfig", "Config/SaveConfig", ""},
     {"Status", "Status/Online", NobodysStatus},

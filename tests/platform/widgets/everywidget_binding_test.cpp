@@ -3,6 +3,7 @@
 #include <platform/values/valuelist.h>
 
 #include <tests/platform/widgets/everywidget.h>
+#include <tests/support/recordingobserver.h>
 #include <tests/support/waituntil.h>
 
 #include <QtCore/QPointer>
@@ -243,6 +244,53 @@ TEST_P(EveryWidgetBinding, LeavesNoObserverWhenItIsDestroyed) {
     Bind("/a/w");
     delete m_widget;
     EXPECT_EQ(m_tree->FindNode(Text("/a"))->CountObservers(), 0);
+}
+
+TEST_P(EveryWidgetBinding, MayBeDestroyedWhileAChangeWaitsToBeShown) {
+    values::ValueBase* const value = GetKind().AddValue("/a/v");
+    Bind("/a/v");
+    GetKind().SetContent(*value, true);
+    GetKind().SetContent(*value, false);
+    delete m_widget;
+    widgettest::Flush();
+    m_widget = GetKind().Create(&m_window);
+    Bind("/a/v");
+    GetKind().SetContent(*value, true);
+    Delete("/a/v");
+    delete m_widget;
+    widgettest::Flush();
+    EXPECT_EQ(m_tree->FindNode(Text("/a"))->CountObservers(), 0);
+}
+
+TEST_P(EveryWidgetBinding, MayBeDestroyedByAnotherObserverOfItsValue) {
+    values::ValueBase* const value = GetKind().AddValue("/a/v");
+    QPointer<QWidget> widget(m_widget);
+    RecordingObserver destroys([&](Observable*, TChangeCode) { delete widget; });
+    value->AddObserver(&destroys);  // before the widget, which would be told next
+    Bind("/a/v");
+    GetKind().SetContent(*value, true);
+    EXPECT_TRUE(widget.isNull());
+    EXPECT_EQ(value->CountObservers(), 1);
+    value->DeleteObserver(&destroys);
+}
+
+TEST_P(EveryWidgetBinding, MayBeDestroyedWhenItsValueGoesAndWhenOneComes) {
+    values::ValueBase* const value = GetKind().AddValue("/a/v");
+    QPointer<QWidget> widget(m_widget);
+    RecordingObserver destroys([&](Observable*, TChangeCode) { delete widget; });
+    value->AddObserver(&destroys);
+    Bind("/a/v");
+    Delete("/a/v");
+    EXPECT_TRUE(widget.isNull());
+
+    Node* const node = m_tree->FindNode(Text("/a"));
+    widget = m_widget = GetKind().Create(&m_window);
+    node->AddObserver(&destroys);
+    Bind("/a/v");
+    GetKind().AddValue("/a/v");
+    EXPECT_TRUE(widget.isNull());
+    EXPECT_EQ(node->CountObservers(), 1);
+    node->DeleteObserver(&destroys);
 }
 
 TEST_P(EveryWidgetBinding, TellsNothingOfContentsThatComeFromTheTree) {

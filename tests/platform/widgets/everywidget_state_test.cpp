@@ -10,6 +10,8 @@
 
 namespace {
 
+using widgettest::Flush;
+using widgettest::IsLocked;
 using widgettest::ShownTip;
 using widgettest::ShownTipHtml;
 using widgettest::Text;
@@ -143,10 +145,22 @@ TEST_P(EveryEditorState, SaysThatItMayNotBeChanged) {
     values::ValueBase* const value = GetKind().AddValue("/a/v");
     Bind("/a/v");
     EXPECT_FALSE(TipOf(*m_widget).contains(Text("May not be changed")));
+    EXPECT_FALSE(IsLocked(*m_widget));
     value->SetWritable(false);
+    Flush();
+    EXPECT_TRUE(IsLocked(*m_widget));
     EXPECT_TRUE(TipOf(*m_widget).endsWith(Text("\nMay not be changed from here")))
         << ShownTip().toStdString();
     EXPECT_TRUE(m_widget->isEnabled());
+    value->SetState(values::Stale);
+    Flush();
+    EXPECT_FALSE(IsLocked(*m_widget)) << "there are no rights where there is no connection";
+    value->SetState(values::Valid);
+    value->SetWritable(true);
+    Flush();
+    EXPECT_FALSE(IsLocked(*m_widget));
+    Bind("");
+    EXPECT_FALSE(IsLocked(*m_widget));
 }
 
 }  // namespace

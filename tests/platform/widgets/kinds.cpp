@@ -6,6 +6,7 @@
 #include <platform/widgets/vclabel.h>
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
+#include <platform/widgets/vcpushbutton.h>
 
 #include <tests/platform/widgets/widgettest.h>
 
@@ -125,20 +126,44 @@ class SpinKind final : public Kind {
     void Edit(QWidget& widget) const override { QTest::keyClick(&widget, Qt::Key_Up); }
 };
 
+class PushButtonKind final : public Kind {
+  public:
+    const char* GetName() const override { return "VCPushButton"; }
+    QWidget* Create(QWidget* parent) const override { return new VCPushButton(parent); }
+    void Bind(QWidget& widget, const QString& path) const override {
+        static_cast<VCPushButton&>(widget).Set_ValuePath(path);
+    }
+    const WidgetBinding& GetBinding(const QWidget& widget) const override {
+        return static_cast<const VCPushButton&>(widget).GetBinding();
+    }
+    QString Read(const QWidget& widget) const override {
+        return Text(static_cast<const VCPushButton&>(widget).isDown() ? "down" : "up");
+    }
+    ValueBase* AddValue(const char* path) const override { return Add<Value<bool>>(path, false); }
+    void SetContent(ValueBase& value, bool isSecond) const override {
+        static_cast<Value<bool>&>(value).SetValue(isSecond);
+    }
+    QString GetText(bool isSecond) const override { return Text(isSecond ? "down" : "up"); }
+    QString GetBlank() const override { return GetText(false); }
+    void Edit(QWidget& widget) const override { QTest::keyClick(&widget, Qt::Key_Space); }
+};
+
 const LabelKind label;
 const CheckBoxKind checkBox;
 const ComboBoxKind comboBox;
 const LineEditKind lineEdit;
 const SpinKind spin;
+const PushButtonKind pushButton;
 
 }  // namespace
 
-const std::array<const Kind*, 5>& AllKinds() {
-    static const std::array<const Kind*, 5> kinds = {&label, &checkBox, &comboBox, &lineEdit, &spin};
+const std::array<const Kind*, 6>& AllKinds() {
+    static const std::array<const Kind*, 6> kinds = {&label,    &checkBox, &comboBox,
+                                                     &lineEdit, &spin,     &pushButton};
     return kinds;
 }
 
-const std::array<const Kind*, 4>& EditorKinds() {
-    static const std::array<const Kind*, 4> kinds = {&checkBox, &comboBox, &lineEdit, &spin};
+const std::array<const Kind*, 5>& EditorKinds() {
+    static const std::array<const Kind*, 5> kinds = {&checkBox, &comboBox, &lineEdit, &spin, &pushButton};
     return kinds;
 }

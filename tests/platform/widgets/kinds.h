@@ -36,9 +36,9 @@ class Kind {
     virtual bool IsEditor() const { return true; }
 };
 
-/// VCLabel, VCCheckBox, VCComboBoxClassic, VCLineEdit, VCNumericFloatSpin.
-const std::array<const Kind*, 5>& AllKinds();
-const std::array<const Kind*, 4>& EditorKinds();
+/// VCLabel, VCCheckBox, VCComboBoxClassic, VCLineEdit, VCNumericFloatSpin, VCPushButton.
+const std::array<const Kind*, 6>& AllKinds();
+const std::array<const Kind*, 5>& EditorKinds();
 
 inline void PrintTo(const Kind* kind, std::ostream* stream) {
     *stream << kind->GetName();

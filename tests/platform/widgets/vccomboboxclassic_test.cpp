@@ -205,6 +205,17 @@ TEST_F(VCComboBoxClassicTest, AChoiceThatIsNoLongerWhereItWasSeenIsNotMade) {
     EXPECT_EQ(m_value->GetCurrentKey(), 30);
 }
 
+TEST_F(VCComboBoxClassicTest, AChoiceInWhosePlaceIsAnotherIsNotMade) {
+    widgettest::Settle();
+    m_value->Select(20);  // shown at once, and a pause begins
+    m_value->SetItems({SelectionItem(Text("Zero"), 0, 0), SelectionItem(Text("One"), 0, 10),
+                       SelectionItem(Text("Two"), 0, 20), SelectionItem(Text("Transmit"), 0, 30)});
+    Press(Qt::Key_Down);
+    RunTurns(2);
+    EXPECT_EQ(m_value->GetCurrentKey(), 20) << "the user saw another text";
+    EXPECT_EQ(ReadList(), Text("Zero One Two Transmit"));
+}
+
 TEST_F(VCComboBoxClassicTest, ChoicesOfTheSameTextAreToldApartByTheirKeys) {
     m_value->SetItems({SelectionItem(Text("Same"), 0, 1), SelectionItem(Text("Same"), 0, 2)});
     m_value->Select(1);

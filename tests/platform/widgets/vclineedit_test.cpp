@@ -64,6 +64,19 @@ TEST_F(VCLineEditTest, APasswordIsHiddenWhileItIsNotEdited) {
     EXPECT_FALSE(edit.displayText().contains(Text("old")));
 }
 
+TEST_F(VCLineEditTest, APasswordThatIsTypedReplacesTheOldOne) {
+    VCLineEdit edit(&m_window, nullptr, LineEditPassword);
+    edit.SetText_ValuePath(Text("/a/v"));
+    edit.show();
+    edit.setFocus();
+    QTest::keyClicks(&edit, Text("new"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(Content(), Text("new"));
+    m_edit->setFocus();
+    EXPECT_FALSE(edit.displayText().contains(Text("new")));
+    EXPECT_EQ(CountChanges(), 1);
+}
+
 TEST_F(VCLineEditTest, TypedTextIsNotSentBeforeEnter) {
     Type("er");
     EXPECT_EQ(Content(), Text("old"));
@@ -327,6 +340,8 @@ TEST_F(VCLineEditTest, ATextThatIsTooLongToBeEditedIsShownCutAndNeverSentBack) {
     m_value->SetValue(tooLong);
     EXPECT_TRUE(Read().endsWith(QChar(0x2026)));
     EXPECT_LT(Read().size(), 2000);
+    EXPECT_TRUE(
+        widgettest::TipOf(*m_edit).startsWith(Text("This text is too long to be edited here.\n/a/v")));
     Type("x");
     Press(Qt::Key_Return);
     Leave();
@@ -334,6 +349,19 @@ TEST_F(VCLineEditTest, ATextThatIsTooLongToBeEditedIsShownCutAndNeverSentBack) {
     m_value->SetValue(Text("short"));
     EXPECT_EQ(Read(), Text("short"));
     EXPECT_FALSE(m_edit->isReadOnly());
+}
+
+TEST_F(VCLineEditTest, WhatDoesNotFitIsToldByTheTipButNoPassword) {
+    m_value->SetValue(Text("a long text that does not fit into the field by any means"));
+    Flush();
+    EXPECT_TRUE(widgettest::TipOf(*m_edit).startsWith(m_value->GetValue()));
+    m_edit->resize(1000, 30);
+    EXPECT_TRUE(widgettest::TipOf(*m_edit).startsWith(Text("/a/v")));
+    VCLineEdit secret(&m_window, nullptr, LineEditPassword);
+    secret.SetText_ValuePath(Text("/a/v"));
+    secret.resize(100, 30);
+    secret.show();
+    EXPECT_TRUE(widgettest::TipOf(secret).startsWith(Text("/a/v")));
 }
 
 TEST_F(VCLineEditTest, TextOfSeveralLinesIsNotChangedByBeingShown) {

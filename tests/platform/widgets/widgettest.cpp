@@ -41,6 +41,11 @@ QWidget* VeilOf(const QWidget& widget) {
     return veil != nullptr && veil->isVisibleTo(&widget) && veil->size() == widget.size() ? veil : nullptr;
 }
 
+bool IsLocked(const QWidget& widget) {
+    auto* const lock = widget.findChild<QWidget*>(QStringLiteral("LockMark"), Qt::FindDirectChildrenOnly);
+    return lock != nullptr && lock->isVisibleTo(&widget) && widget.rect().contains(lock->geometry());
+}
+
 QString ShownTipHtml() {
     return QToolTip::isVisible() ? QToolTip::text() : QString();
 }

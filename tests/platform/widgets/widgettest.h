@@ -53,6 +53,9 @@ void Activate(QWidget& window, QWidget& focused);
 /// What lies over a widget whose content is not live; null if nothing.
 QWidget* VeilOf(const QWidget& widget);
 
+/// Whether a lock marks \a widget as one that may not be edited.
+bool IsLocked(const QWidget& widget);
+
 /// The text of the tip that is shown now, without markup; empty if none.
 QString ShownTip();
 /// The markup of the tip that is shown now.

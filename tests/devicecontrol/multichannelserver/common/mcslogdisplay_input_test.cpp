@@ -4,6 +4,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
+#include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 
@@ -48,6 +49,20 @@ TEST_F(LogDisplayInput, TheFormatOfAMessageEndsWithIt) {
     QTextCursor cursor(Area().document());
     cursor.movePosition(QTextCursor::End);
     EXPECT_EQ(cursor.charFormat().fontWeight(), int(QFont::Normal));
+}
+
+TEST_F(LogDisplayInput, ThePlaceOfAMessageEndsWithIt) {
+    Log(QStringLiteral("<p>left</p><p align=\"right\">right</p>"));
+    EXPECT_TRUE(Area().document()->lastBlock().blockFormat().alignment() & Qt::AlignRight);
+    Log(QString(Bound + 1, QLatin1Char('x')));
+    EXPECT_EQ(Area().document()->lastBlock().blockFormat().alignment(), Qt::AlignLeft);
+}
+
+TEST_F(LogDisplayInput, OfManyTagsTheSourceIsShown) {
+    Log(Repeated("<b>x", 100));
+    EXPECT_EQ(Lines().last(), Repeated("x", 100));
+    Log(Repeated("<b>x", 101));
+    EXPECT_EQ(Lines().last(), Repeated("<b>x", 101));
 }
 
 TEST_F(LogDisplayInput, ALongLineIsCutAndSaysHowLongItWas) {
@@ -145,6 +160,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SourceRow{"Pictures", "<b>x</b><img src='file:///etc/hostname'>"},
                     SourceRow{"Tables", "<table><tr><td>x</td></tr></table>"},
                     SourceRow{"CellsWithoutATable", "<td>x<td>y"},
+                    SourceRow{"NumbersThatAreSpelled", "<span style='font-size:&#57;&#57;pt'>x</span>"},
                     SourceRow{"LargeNumbers", "<span style='font-size:1000pt'>x</span>"},
                     SourceRow{"StyleSheets", "<link rel='stylesheet' href='x.css'><b>x</b>"},
                     SourceRow{"Styles", "<style>p{font-size:99pt}</style><p>x</p>"},

@@ -273,9 +273,11 @@ TEST_F(StatusListRows, WhoHearsOfANewStatusMayAddAnother) {
 TEST_F(StatusListRows, WhoHearsOfANewStatusMayRemoveAll) {
     m_tree.ProvideNode(s_path);
     m_model.addMpxORVs_ValuePath(s_path);
-    RecordingObserver meddler([this](Observable*, TChangeCode code) {
-        if (code == changecode::StructureChanged && m_tree.FindItem(PathOf("Alpha/Status")) != nullptr)
-            m_model.removeAllMpxORVs_ValuePaths();
+    bool isRemoved = false;
+    RecordingObserver meddler([&](Observable*, TChangeCode code) {
+        if (code != changecode::StructureChanged || isRemoved) return;
+        isRemoved = m_tree.FindItem(PathOf("Alpha/Status")) != nullptr;
+        if (isRemoved) m_model.removeAllMpxORVs_ValuePaths();
     });
     m_tree.GetRoot()->AddObserver(&meddler);
     m_tree.ProvideNode(PathOf("Alpha"));

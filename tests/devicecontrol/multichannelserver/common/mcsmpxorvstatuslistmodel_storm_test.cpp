@@ -2,7 +2,6 @@
 #include <tests/devicecontrol/multichannelserver/common/statuslisttest.h>
 #include <tests/support/waituntil.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtWidgets/QTableView>
 
@@ -121,10 +120,7 @@ class StatusListCrowd : public StatusListTest {
     }
 };
 
-// Each would take minutes if a row were looked for among all, or all children were looked at, for each.
 TEST_F(StatusListCrowd, ComesChangesAndGoesOneByOne) {
-    QElapsedTimer time;
-    time.start();
     QTableView view;
     view.setModel(&m_model);
     view.show();
@@ -138,7 +134,6 @@ TEST_F(StatusListCrowd, ComesChangesAndGoesOneByOne) {
     EXPECT_EQ(TextAt(Count - 1, 3), QString::number(Count - 1));
     m_tree.Delete(m_tree.FindItem(s_path));
     EXPECT_EQ(m_model.rowCount(), 0);
-    EXPECT_LT(time.elapsed(), 60000);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "commandreader.h"
+#include <apps/common/commandreader.h>
 
 #include <iostream>
 #include <string>

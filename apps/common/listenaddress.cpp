@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/listenaddress.h>
+#include <apps/common/listenaddress.h>
 
 #include <QtNetwork/QHostAddress>
 

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/dimodule/moduleconnection.h>
+
+#include <apps/dimodule/answer.h>
+#include <apps/dimodule/module.h>
+#include <apps/dimodule/resetonclose.h>
+
+#include <QtNetwork/QTcpSocket>
+
+namespace dimodule {
+
+namespace {
+
+constexpr qint64 MaxWaiting = 16 * MaxFrameSize;  // questions that nobody has looked at, and answers unread
+
+}  // namespace
+
+ModuleConnection::ModuleConnection(Module& module, QTcpSocket& socket)
+    : QObject(&module), m_module(module), m_socket(socket) {
+    m_socket.setParent(this);
+    m_socket.setReadBufferSize(MaxWaiting);
+    m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_delay.setSingleShot(true);
+    m_delay.setTimerType(Qt::PreciseTimer);
+    m_idle.setSingleShot(true);
+    connect(&m_delay, &QTimer::timeout, this, &ModuleConnection::Perform);
+    connect(&m_idle, &QTimer::timeout, this, &ModuleConnection::Leave);
+    connect(&m_socket, &QTcpSocket::readyRead, this, &ModuleConnection::OnReadyRead);
+    connect(&m_socket, &QTcpSocket::disconnected, &m_delay, &QTimer::stop);
+    connect(&m_socket, &QTcpSocket::disconnected, this, &QObject::deleteLater);
+    // It may have gone, or asked, before anybody listened.
+    if (m_socket.state() != QAbstractSocket::ConnectedState) deleteLater();
+    if (m_socket.bytesAvailable() > 0)
+        QMetaObject::invokeMethod(this, &ModuleConnection::OnReadyRead, Qt::QueuedConnection);
+}
+
+void ModuleConnection::Reset() {
+    ResetOnClose(m_socket.socketDescriptor());
+    m_socket.abort();
+}
+
+void ModuleConnection::DropWhenIdle(int ms) {
+    m_idle.setInterval(ms);
+    if (ms > 0)
+        m_idle.start();
+    else
+        m_idle.stop();
+}
+
+void ModuleConnection::OnReadyRead() {
+    if (!m_delay.isActive()) AnswerFrames();
+}
+
+void ModuleConnection::AnswerFrames() {
+    while (!m_delay.isActive() && m_socket.state() == QAbstractSocket::ConnectedState) {
+        const int size = FrameSize(m_received);
+        if (size == 0) {
+            if (m_socket.bytesAvailable() == 0) return;
+            m_received += m_socket.read(MaxFrameSize);
+            continue;
+        }
+        // What speaks another protocol gets no answer, and what does not read its answers no more of them.
+        if (size == -1) return Leave();
+        if (m_socket.bytesToWrite() > MaxWaiting) return Reset();
+        if (m_idle.isActive()) m_idle.start();
+        m_reaction = m_module.Ask(m_received.left(size));
+        m_received.remove(0, size);
+        if (m_reaction.delayMs > 0)
+            m_delay.start(m_reaction.delayMs);
+        else
+            Perform();
+    }
+}
+
+void ModuleConnection::Perform() {
+    const bool wasDelayed = m_reaction.delayMs > 0;
+    m_socket.write(m_reaction.bytes);
+    m_socket.flush();
+    if (m_reaction.then == Reaction::EThen::Reset) return Reset();
+    if (m_reaction.then == Reaction::EThen::Leave) return Leave();
+    if (wasDelayed) AnswerFrames();
+}
+
+void ModuleConnection::Leave() {
+    m_socket.disconnectFromHost();
+}
+
+}  // namespace dimodule

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/dimodule/fault.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+class QTcpSocket;
+
+namespace dimodule {
+
+class Module;
+
+/// Somebody who asks a module, one question after the other. Deletes itself when the connection ends.
+class ModuleConnection final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Takes \a socket over, and is owned by \a module.
+    ModuleConnection(Module& module, QTcpSocket& socket);
+
+    void Reset();
+    /// Ends the connection once no question came for \a ms; 0: not any more.
+    void DropWhenIdle(int ms);
+
+  private:
+    void OnReadyRead();
+    void AnswerFrames();
+    void Perform();
+    void Leave();
+
+    Module& m_module;
+    QTcpSocket& m_socket;
+    QByteArray m_received;
+    Reaction m_reaction;  ///< under way while m_delay runs
+    QTimer m_delay;
+    QTimer m_idle;
+};
+
+}  // namespace dimodule

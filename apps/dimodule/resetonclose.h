@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/qglobal.h>
+
+namespace dimodule {
+
+/// Makes the end of a connected socket, once it is closed, a reset: what is unsent is lost, and the peer gets
+/// an error instead of the end.
+void ResetOnClose(qintptr descriptor);
+
+}  // namespace dimodule

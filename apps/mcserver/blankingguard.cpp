@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/blankingguard.h>
+
+#include <apps/mcserver/jobcontrol.h>
+#include <apps/mcserver/mpxorv.h>
+#include <apps/mcserver/serverlog.h>
+
+#include <devicecontrol/multichannelserver/common/gts/blanking.h>
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/mcstools.h>
+
+#include <platform/values/tree.h>
+#include <platform/values/value.h>
+#include <platform/values/valueaccess.h>
+
+#include <cmath>
+
+namespace {
+
+constexpr int Inputs = 32;  // a module's word has no more
+
+QString ErrorPath() {
+    return gtskeys::NodePath() + QStringLiteral("/ERROR");
+}
+
+/// Whether an active input of \a module has the whole hertz of \a hz assigned; which one in \a input.
+bool FindInput(const values::Node& module, double hz, int* input) {
+    const auto* const frequencies =
+        dynamic_cast<values::ValueList<double>*>(module.FindChild(gtskeys::FrequencyAssignments));
+    const auto* const levels =
+        dynamic_cast<values::ValueNumeric<int>*>(module.FindChild(gtskeys::InputDiscretes));
+    if (frequencies == nullptr || levels == nullptr) return false;
+    for (int i = 0; i < frequencies->Count() && i < Inputs; ++i) {
+        const bool isActive = ((static_cast<unsigned>(levels->GetValue()) >> i) & 1U) == 0;
+        const double assigned = frequencies->GetItem(i);
+        if (!isActive || !(assigned > 0) || std::trunc(assigned) != std::trunc(hz)) continue;
+        *input = i;
+        return true;
+    }
+    return false;
+}
+
+/// Which module and input blanks \a hz; "a ground transmitter" if that cannot be told.
+QString BlankedBy(const values::Node* modules, double hz) {
+    for (values::TreeItem* item = modules != nullptr ? modules->GetFirstChild() : nullptr; item != nullptr;
+         item = item->GetNextSibling()) {
+        int input = 0;
+        if (item->IsNode() && FindInput(*static_cast<values::Node*>(item), hz, &input))
+            return QStringLiteral("module %1, input %2").arg(item->GetName()).arg(input);
+    }
+    return QStringLiteral("a ground transmitter");
+}
+
+}  // namespace
+
+BlankingGuard::BlankingGuard(JobControl& jobs, ServerLog& log, IClock& clock)
+    : m_jobs(jobs),
+      m_log(log),
+      m_check(clock),
+      m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())),
+      m_error(values::FindValue<values::Value<QString>>(ErrorPath(), nullptr, this)) {
+    if (m_modules != nullptr) m_modules->AddObserver(this);
+    ObserveModules();
+    m_jobs.SetGuard(this);
+}
+
+BlankingGuard::~BlankingGuard() {
+    m_jobs.SetGuard(nullptr);
+    if (m_modules != nullptr) m_modules->DeleteObserver(this);
+    if (m_error != nullptr) m_error->DeleteObserver(this);
+    for (Observable* const observed : m_observed)
+        observed->DeleteObserver(this);
+}
+
+QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
+    Blanking* const blanking = Blanking::Instance();
+    BlankingClient* const client = &mpxOrv.GetBlankingClient();
+    blanking->EnableBlankingForClient(client, mpxOrv.ObeysBlanking());
+    if (!blanking->IsFrequencyBlanked(hz, client)) return QString();
+    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), BlankedBy(m_modules, hz));
+}
+
+void BlankingGuard::Update(Observable* source, TChangeCode code) {
+    if (m_modules != nullptr && source == m_modules) {
+        if (code == changecode::GoingAway) return Forget(source);
+        if (code == changecode::StructureChanged) ObserveModules();
+        return CheckSoon();
+    }
+    auto* const value = dynamic_cast<values::ValueBase*>(source);
+    if (value == nullptr) return;
+    if (value->GetState() == values::GoingAway) return Forget(source);
+    const bool isChange = code == changecode::ContentChanged || code == changecode::ItemsChanged;
+    if (!isChange) return;
+    if (value != m_error) return CheckSoon();
+    const QString error = static_cast<values::Value<QString>*>(value)->GetValue();
+    if (!error.isEmpty()) m_log.WriteFrom(QStringLiteral("GTS"), error);
+}
+
+void BlankingGuard::ObserveModules() {
+    for (values::TreeItem* item = m_modules != nullptr ? m_modules->GetFirstChild() : nullptr;
+         item != nullptr; item = item->GetNextSibling()) {
+        if (!item->IsNode()) continue;
+        const auto* const module = static_cast<values::Node*>(item);
+        for (const QLatin1String name : {gtskeys::FrequencyAssignments, gtskeys::InputDiscretes})
+            if (values::TreeItem* const child = module->FindChild(name)) Observe(child->GetObservable());
+    }
+}
+
+void BlankingGuard::Observe(Observable* observable) {
+    if (observable != nullptr && m_observed.insert(observable).second) observable->AddObserver(this);
+}
+
+void BlankingGuard::Forget(Observable* observable) {
+    observable->DeleteObserver(this);
+    m_observed.erase(observable);
+    if (m_modules != nullptr && observable == m_modules) m_modules = nullptr;
+    if (m_error != nullptr && observable == m_error) m_error = nullptr;
+}
+
+void BlankingGuard::CheckSoon() {
+    if (!m_check.IsRunning()) m_check.Start(0, [this] { m_jobs.GuardChanged(); });
+}

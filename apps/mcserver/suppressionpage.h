@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/blankingguard.h>
+#include <apps/pages/page.h>
+
+#include <memory>
+
+class GTSDisplay;
+
+/// The ground transmitter suppression: while this page lives, its modules are polled and their frequencies
+/// kept from the MpxORVs, whether the page is shown or not. GUI thread.
+class SuppressionPage : public Page {
+    Q_OBJECT
+
+  public:
+    SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent = nullptr);
+    ~SuppressionPage() override;
+
+    /// Does nothing: what is shown is the server's own.
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+    /// Whether the configuration has any modules.
+    static bool IsConfigured();
+
+  private:
+    GTSDisplay* m_display;
+    std::unique_ptr<BlankingGuard> m_guard;  ///< goes before the display, which brought the blanking
+};

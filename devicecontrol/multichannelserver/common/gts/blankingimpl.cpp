@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/blankingimpl.h>
+
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+
+#include <platform/values/valuedescriptor.h>
+
+Blanking::BlankingImpl::BlankingImpl()
+    : m_node(values::ValueDescriptor::CreateNodeAbsolute(gtskeys::NodePath(), this)) {
+    DiscoverModules();
+}
+
+Blanking::BlankingImpl::~BlankingImpl() {
+    for (const auto& entry : m_discretes)
+        entry.first->DeleteObserver(this);
+    for (const auto& entry : m_assignments)
+        entry.first->DeleteObserver(this);
+    for (const auto& entry : m_modules)
+        entry.first->DeleteObserver(this);
+    if (m_node != nullptr) m_node->DeleteObserver(this);
+}
+
+void Blanking::BlankingImpl::EnableClient(BlankingClient* client, bool enable) {
+    const auto found = std::find(m_disabledClients.begin(), m_disabledClients.end(), client);
+    if (enable && found != m_disabledClients.end())
+        m_disabledClients.erase(found);
+    else if (!enable && found == m_disabledClients.end())
+        m_disabledClients.push_back(client);
+}
+
+void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {
+    switch (code) {
+        case changecode::StateChanged:
+            ForgetIfGoingAway(m_discretes, source);
+            ForgetIfGoingAway(m_assignments, source);
+            break;
+        case changecode::ContentChanged:
+            if (const auto found = m_discretes.find(source); found != m_discretes.end()) {
+                ReadInputs(found->second);
+                Rebuild();
+            }
+            break;
+        case changecode::ItemsChanged:
+            if (const auto found = m_assignments.find(source); found != m_assignments.end()) {
+                ReadAssignments(found->second);
+                Rebuild();
+            }
+            break;
+        case changecode::StructureChanged:
+            if (m_node != nullptr && source == m_node) DiscoverModules();
+            break;
+        case changecode::GoingAway:
+            ForgetNode(source);
+            break;
+        default:
+            break;
+    }
+}
+
+template <class V>
+void Blanking::BlankingImpl::ForgetIfGoingAway(ObservedMap<V>& map, Observable* source) {
+    const auto found = map.find(source);
+    if (found == map.end() || found->second.value->GetState() != values::GoingAway) return;
+    source->DeleteObserver(this);
+    map.erase(found);
+}
+
+/// The set deliberately stays as it is: a module shows that it is disconnected before it goes, and where one
+/// is lost in another way, its frequencies had better stay blanked than be released unseen.
+void Blanking::BlankingImpl::ForgetNode(Observable* source) {
+    if (source == m_node) {
+        m_node->DeleteObserver(this);
+        m_node = nullptr;
+    } else if (const auto found = m_modules.find(source); found != m_modules.end()) {
+        source->DeleteObserver(this);
+        m_modules.erase(found);
+    }
+}
+
+void Blanking::BlankingImpl::DiscoverModules() {
+    if (m_node == nullptr) return;
+    for (values::TreeItem* item = m_node->GetFirstChild(); item != nullptr; item = item->GetNextSibling())
+        if (item->IsNode() && m_modules.count(item->GetObservable()) == 0)
+            AddModule(static_cast<values::Node*>(item));
+}
+
+/// A module that is not complete yet is looked at again at the next change below the node.
+void Blanking::BlankingImpl::AddModule(values::Node* node) {
+    auto* const assignments = dynamic_cast<Assignments*>(node->FindChild(gtskeys::FrequencyAssignments));
+    auto* const discretes = dynamic_cast<Discretes*>(node->FindChild(gtskeys::InputDiscretes));
+    if (assignments == nullptr || discretes == nullptr) return;
+    node->AddObserver(this);
+    assignments->AddObserver(this);
+    discretes->AddObserver(this);
+    const auto record = std::make_shared<ModuleBlankingRecord>();
+    m_modules[node] = {node, record};
+    m_assignments[assignments] = {assignments, record};
+    m_discretes[discretes] = {discretes, record};
+    ReadAssignments(m_assignments[assignments]);
+    ReadInputs(m_discretes[discretes]);
+    Rebuild();
+}
+
+void Blanking::BlankingImpl::ReadInputs(const Observed<Discretes>& discretes) {
+    constexpr std::size_t SignBit = 31;
+    const auto bits = static_cast<std::uint32_t>(discretes.value->GetValue());
+    std::vector<bool>& active = discretes.record->active;
+    // Deliberately inverted: a keyed transmitter pulls its input to 0. Beyond bit 31 the sign goes on.
+    for (std::size_t i = 0; i < active.size(); ++i)
+        active[i] = (bits >> std::min(i, SignBit) & 1U) == 0;
+    CollectBlanked(*discretes.record);
+}
+
+void Blanking::BlankingImpl::ReadAssignments(const Observed<Assignments>& assignments) {
+    const std::vector<double>& items = assignments.value->GetItems();
+    // New inputs deliberately stay inactive until the inputs are read the next time.
+    assignments.record->Resize(items.size());
+    assignments.record->frequencies = items;
+    CollectBlanked(*assignments.record);
+}
+
+void Blanking::BlankingImpl::CollectBlanked(ModuleBlankingRecord& record) {
+    record.blanked.clear();
+    for (std::size_t i = 0; i < record.active.size(); ++i) {
+        std::uint64_t hertz = 0;
+        const bool isBlanked = record.active[i] && record.frequencies[i] > 0.0;
+        if (isBlanked && ToWholeHertz(record.frequencies[i], &hertz)) record.blanked.push_back(hertz);
+    }
+}
+
+void Blanking::BlankingImpl::Rebuild() {
+    m_scratch.clear();
+    for (const auto& entry : m_modules) {
+        const std::vector<std::uint64_t>& blanked = entry.second.record->blanked;
+        m_scratch.insert(m_scratch.end(), blanked.begin(), blanked.end());
+    }
+    m_blanked.Assign(m_scratch);
+}

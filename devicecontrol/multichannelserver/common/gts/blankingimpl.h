@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/gts/blanking.h>
+#include <devicecontrol/multichannelserver/common/gts/frequencyset.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleblankingrecord.h>
+
+#include <platform/values/node.h>
+#include <platform/values/observable.h>
+#include <platform/values/value.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <vector>
+
+/// Follows the modules below the node "GTS" and keeps the set of the frequencies that are blanked.
+class Blanking::BlankingImpl final : public IObserver {
+  public:
+    BlankingImpl();
+    ~BlankingImpl() override;
+    BlankingImpl(const BlankingImpl&) = delete;
+    BlankingImpl& operator=(const BlankingImpl&) = delete;
+
+    void EnableClient(BlankingClient* client, bool enable);
+    bool IsBlanked(double frequency, const BlankingClient* client) const {
+        if (!m_disabledClients.empty() && IsDisabled(client)) return false;
+        std::uint64_t hertz = 0;
+        return ToWholeHertz(frequency, &hertz) && m_blanked.Contains(hertz);
+    }
+
+    void Update(Observable* source, TChangeCode code) override;
+
+  private:
+    using Discretes = values::ValueNumeric<int>;
+    using Assignments = values::ValueList<double>;
+    using Record = std::shared_ptr<ModuleBlankingRecord>;
+
+    /// A value of a module, found by the address of its observable, with the module's record.
+    template <class V>
+    struct Observed {
+        V* value;
+        Record record;
+    };
+    template <class V>
+    using ObservedMap = std::map<Observable*, Observed<V>>;
+
+    /// Truncates toward zero. False for what no unsigned 64-bit integer can hold, NaN among it.
+    static bool ToWholeHertz(double frequency, std::uint64_t* hertz) {
+        constexpr double SignBit = 9223372036854775808.0;  // 2^63
+        if (frequency > -1.0 && frequency < SignBit) {     // the usual case takes one instruction
+            *hertz = static_cast<std::uint64_t>(static_cast<std::int64_t>(frequency));
+            return true;
+        }
+        if (!(frequency >= SignBit && frequency < 2.0 * SignBit)) return false;
+        *hertz = static_cast<std::uint64_t>(frequency);
+        return true;
+    }
+
+    bool IsDisabled(const BlankingClient* client) const {
+        return std::find(m_disabledClients.begin(), m_disabledClients.end(), client) !=
+               m_disabledClients.end();
+    }
+    template <class V>
+    void ForgetIfGoingAway(ObservedMap<V>& map, Observable* source);
+    void ForgetNode(Observable* source);
+    void DiscoverModules();
+    void AddModule(values::Node* node);
+    static void ReadInputs(const Observed<Discretes>& discretes);
+    static void ReadAssignments(const Observed<Assignments>& assignments);
+    static void CollectBlanked(ModuleBlankingRecord& record);
+    void Rebuild();
+
+    values::Node* m_node;  ///< "GTS"; null without a tree, and after it went away
+    std::vector<BlankingClient*> m_disabledClients;
+    ObservedMap<values::Node> m_modules;
+    ObservedMap<Assignments> m_assignments;
+    ObservedMap<Discretes> m_discretes;
+    FrequencySet m_blanked;
+    std::vector<std::uint64_t> m_scratch;  ///< of Rebuild()
+};

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/datamoduleeditor.h>
+
+#include <devicecontrol/multichannelserver/common/formrow.h>
+#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int FieldWidth = 100;
+constexpr int MinPollInterval = 10;  // ms
+constexpr int MaxPollInterval = 1000;
+constexpr int DefaultPollInterval = 100;
+
+}  // namespace
+
+DataModuleEditor::DataModuleEditor(QWidget* parent, DataModule* module) : QDialog(parent), m_module(module) {
+    setObjectName(QStringLiteral("ModuleEditDialog"));
+    setModal(true);
+    Build();
+    Fill();
+}
+
+void DataModuleEditor::Build() {
+    m_group = new QGroupBox(this);
+    auto* const grid = new QGridLayout(m_group);
+    m_type = new QComboBox(m_group);
+    m_address = new QLineEdit(m_group);
+    m_pollInterval = new QSpinBox(m_group);
+    m_pollInterval->setRange(MinPollInterval, MaxPollInterval);
+    AddRow(*grid, tr("Type:"), m_type, "type");
+    AddRow(*grid, tr("IP Address:"), m_address, "address");
+    AddRow(*grid, tr("Poll interval (ms):"), m_pollInterval, "pollInterval");
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_group);
+    layout->addLayout(BuildButtons());
+}
+
+void DataModuleEditor::AddRow(QGridLayout& grid, const QString& caption, QWidget* field, const char* name) {
+    formrow::Add(grid, {caption, field, name})->setFixedWidth(FieldWidth);
+    field->setFixedWidth(FieldWidth);
+}
+
+QLayout* DataModuleEditor::BuildButtons() {
+    auto* const row = new QHBoxLayout;
+    auto* const ok = new QPushButton(tr("Ok"), this);
+    ok->setObjectName(QStringLiteral("ok"));
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, this, &DataModuleEditor::SlotOkButton);
+    auto* const cancel = new QPushButton(tr("Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cancel"));
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    row->addStretch();
+    row->addWidget(ok);
+    row->addWidget(cancel);
+    return row;
+}
+
+void DataModuleEditor::Fill() {
+    const bool isNew = m_module.isNull() || m_module->GetType().isEmpty();
+    m_group->setTitle(isNew ? tr("Add new module") : tr("Edit module properties"));
+    SetType(isNew ? QStringLiteral("ADAM-6051") : m_module->GetType());
+    m_address->setText(isNew ? QStringLiteral("127.0.0.1") : m_module->GetAddress());
+    const unsigned interval = isNew ? DefaultPollInterval : m_module->GetPollInterval();
+    m_pollInterval->setValue(static_cast<int>(std::min(interval, unsigned{MaxPollInterval})));
+    setWindowTitle(m_group->title());
+}
+
+/// Deliberately, the types offered are those that were put in.
+void DataModuleEditor::SetType(const QString& type) {
+    int found = m_type->findText(type, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (found < 0) {
+        found = m_type->count();
+        m_type->addItem(type);
+    }
+    m_type->setCurrentIndex(found);
+}
+
+void DataModuleEditor::SlotOkButton() {
+    if (!m_module.isNull())
+        m_module->Configure(m_type->currentText(), m_address->text(),
+                            static_cast<unsigned>(m_pollInterval->value()));
+    m_module.clear();
+    accept();
+}

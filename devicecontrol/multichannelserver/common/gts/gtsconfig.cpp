@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/gtsconfig.h>
+
+#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/config/icfg.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <set>
+
+namespace {
+
+constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/gtsconfig";
+
+void TraceWarning(const QString& message, int line) {
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, line);
+}
+
+QString SectionOf(int number) {
+    return QString(gtskeys::Module).arg(number);
+}
+
+bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
+    const std::unique_ptr<ICfg> section(gts.OpenSection(name));
+    if (!section) return false;
+    entry->section = name;
+    entry->index = section->ReadInt(gtskeys::Index, -1);
+    entry->type = section->ReadString(gtskeys::Name, QString());
+    entry->address = section->ReadString(gtskeys::Address, QString());
+    entry->pollInterval = section->ReadInt(gtskeys::PollInterval, 0);
+    return entry->index >= 0 && !entry->type.isEmpty() && !entry->address.isEmpty() &&
+           entry->pollInterval >= 1;
+}
+
+void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
+    std::set<int> used;
+    std::vector<gtsconfig::Entry*> doubled;
+    for (gtsconfig::Entry& entry : *entries)
+        if (!used.insert(entry.index).second) doubled.push_back(&entry);
+    for (gtsconfig::Entry* const entry : doubled) {
+        const int index = gtsconfig::LowestFreeIndex({used.begin(), used.end()});
+        used.insert(index);
+        TraceWarning(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
+                         .arg(entry->section, QString::number(entry->index), QString::number(index)),
+                     __LINE__);
+        entry->index = index;
+    }
+}
+
+}  // namespace
+
+std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
+    const int count = gts.ReadInt(gtskeys::ModuleCount, 0);
+    if (count > MaxModules)
+        TraceWarning(QStringLiteral("Configuration: GTS/%1 is %2; the first %3 modules are used")
+                         .arg(gtskeys::ModuleCount, QString::number(count), QString::number(MaxModules)),
+                     __LINE__);
+    std::vector<Entry> entries;
+    for (int i = 0; i < std::min(count, MaxModules); ++i) {
+        Entry entry;
+        if (ReadEntry(gts, SectionOf(i), &entry)) entries.push_back(entry);
+    }
+    ReplaceDoubledIndexes(&entries);
+    return entries;
+}
+
+void gtsconfig::Save(ICfg& gts, const std::vector<DataModule*>& modules) {
+    constexpr unsigned HighestInterval = std::numeric_limits<int>::max();
+    gts.WriteInt(gtskeys::ModuleCount, static_cast<int>(modules.size()));
+    int number = 0;
+    for (const DataModule* const module : modules) {
+        const std::unique_ptr<ICfg> section(gts.ProvideSection(SectionOf(number++)));
+        section->WriteInt(gtskeys::Index, module->GetIndex());
+        section->WriteString(gtskeys::Name, module->GetType());
+        section->WriteString(gtskeys::Address, module->GetAddress());
+        section->WriteInt(gtskeys::PollInterval,
+                          static_cast<int>(std::min(module->GetPollInterval(), HighestInterval)));
+        module->SaveAssignments(*section);
+    }
+    gts.CommitKey(gtskeys::ModuleCount);
+}
+
+int gtsconfig::LowestFreeIndex(std::vector<int> used) {
+    std::sort(used.begin(), used.end());
+    int index = 0;
+    for (const int number : used)
+        if (number == index) ++index;
+    return index;
+}

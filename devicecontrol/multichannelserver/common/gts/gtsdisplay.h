@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+class GTSDisplayImpl;
+
+/// Shows the data modules of the ground transmitter suppression, and lets the operator add, edit, connect and
+/// delete them and assign frequencies to their inputs. Brings the suppression into being: with it Blanking
+/// comes and goes, and the modules are polled as long as it lives. Loads them from the configuration and
+/// saves them when it is destroyed. One at a time, after the tree; GUI thread.
+class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// \a name, the object name, may be null for "GTSDisplay".
+    explicit GTSDisplay(QWidget* parent = nullptr, const char* name = nullptr,
+                        Qt::WindowFlags flags = Qt::WindowFlags());
+    ~GTSDisplay() override;
+
+  private:
+    std::unique_ptr<GTSDisplayImpl> m_impl;
+};

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/gtsdisplayimpl.h>
+
+#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/datamoduleeditor.h>
+#include <devicecontrol/multichannelserver/common/gts/gtsconfig.h>
+#include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
+#include <platform/values/valueaccess.h>
+#include <platform/widgets/notifications.h>
+#include <platform/widgets/plaintextdelegate.h>
+
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/gtsdisplayimpl";
+constexpr int ButtonWidth = 80;
+constexpr int TreeHeight = 100;
+constexpr int Spacing = 5;
+
+/// Each error is an occurrence: one that repeats the last is told too.
+void WriteError(const QString& message) {
+    if (values::Tree::Instance() == nullptr) return;
+    const QString path = mcskeys::Join(gtskeys::NodePath(), gtskeys::Error);
+    auto* const value = values::ProvideValue<values::Value<QString>>(path, nullptr);
+    if (value == nullptr) return;
+    if (value->GetDelivery() != values::EDelivery::EveryChange)
+        value->SetDelivery(values::EDelivery::EveryChange);
+    value->SetValue(message, nullptr);
+}
+
+void WriteConfigured(int count) {
+    if (values::Tree::Instance() == nullptr) return;
+    const QString path = mcskeys::Join(gtskeys::NodePath(), gtskeys::Configured);
+    values::ProvideValue<values::Value<int>>(path, count, true, nullptr);
+}
+
+}  // namespace
+
+GTSDisplayImpl::GTSDisplayImpl(GTSDisplay* display) : m_display(display) {}
+
+GTSDisplayImpl::~GTSDisplayImpl() = default;
+
+void GTSDisplayImpl::Build() {
+    if (m_isBuilt) return;
+    m_isBuilt = true;
+    BuildTree();
+    auto* const caption = new QLabel(tr("Data modules for Ground Transmitter Suppression:"), m_display);
+    caption->setBuddy(m_tree);
+    auto* const layout = new QVBoxLayout(m_display);
+    layout->addWidget(caption);
+    layout->addSpacing(Spacing);
+    layout->addWidget(m_tree);
+    layout->addLayout(BuildButtons());
+    layout->addStretch();
+}
+
+void GTSDisplayImpl::BuildTree() {
+    m_tree = new QTreeWidget(m_display);
+    m_tree->setObjectName(QStringLiteral("dataModules"));
+    m_tree->setAccessibleName(tr("Data modules"));
+    m_tree->setColumnCount(DataModule::ColumnCount);
+    m_tree->setHeaderLabels({tr("#"), tr("Type"), tr("IP Address"), tr("Polltime (ms)"), tr("Status")});
+    m_tree->header()->setStretchLastSection(false);
+    int column = 0;
+    for (const int width : {40, 80, 80, 80, 80})
+        m_tree->setColumnWidth(column++, width);
+    m_tree->setRootIsDecorated(false);
+    m_tree->setItemDelegate(new PlainTextDelegate(m_tree));
+    m_tree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_tree->setFixedHeight(TreeHeight);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_tree, &QWidget::customContextMenuRequested, this, &GTSDisplayImpl::SlotOnRightClick);
+}
+
+QHBoxLayout* GTSDisplayImpl::BuildButtons() {
+    auto* const row = new QHBoxLayout;
+    row->addStretch();
+    const auto add = [&](const QString& text, const char* name, void (GTSDisplayImpl::*slot)()) {
+        auto* const button = new QPushButton(text, m_display);
+        button->setObjectName(QLatin1String(name));
+        button->setFixedWidth(ButtonWidth);
+        connect(button, &QPushButton::clicked, this, slot);
+        row->addWidget(button, 0, Qt::AlignRight);
+        return button;
+    };
+    m_assignInputs = add(tr("Assign Inputs"), "assignInputs", &GTSDisplayImpl::SlotAssignInputs);
+    m_addModule = add(tr("Add module"), "addModule", &GTSDisplayImpl::SlotCreateNewDataModule);
+    return row;
+}
+
+void GTSDisplayImpl::Load() {
+    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
+    const std::unique_ptr<ICfg> gts(root->OpenSection(gtskeys::Gts));
+    const std::vector<gtsconfig::Entry> entries =
+        gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>();
+    for (const gtsconfig::Entry& entry : entries) {
+        auto module = std::make_unique<DataModule>(m_tree, entry.index, entry.type, entry.address,
+                                                   static_cast<unsigned>(entry.pollInterval));
+        if (const std::unique_ptr<ICfg> section{gts->OpenSection(entry.section)})
+            module->LoadAssignments(*section);
+        Add(std::move(module));
+    }
+    ShowCount();
+}
+
+void GTSDisplayImpl::Save() {
+    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
+    const std::unique_ptr<ICfg> gts(root->ProvideSection(gtskeys::Gts));
+    gtsconfig::Save(*gts, Modules());
+}
+
+void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
+    auto* const module = dynamic_cast<DataModule*>(m_tree->itemAt(position));
+    if (module == nullptr) return;
+    m_menuModule = module;
+    delete m_menu;
+    m_menu = new QMenu(m_tree);
+    m_menu->addAction(module->IsConnected() ? tr("Disconnect") : tr("Connect"), this,
+                      &GTSDisplayImpl::SlotConnectDataModule);
+    m_menu->addAction(tr("Edit"), this, &GTSDisplayImpl::SlotEditDataModule);
+    m_menu->addAction(tr("Delete"), this, &GTSDisplayImpl::SlotDeleteDataModule);
+    m_menu->popup(m_tree->viewport()->mapToGlobal(position));
+}
+
+void GTSDisplayImpl::SlotConnectDataModule() {
+    if (m_menuModule.isNull()) return;
+    const bool wasConnected = m_menuModule->IsConnected();
+    // Also one in error, whose thread still runs and waits before it tries again: it tries at once.
+    m_menuModule->Disconnect();
+    if (!wasConnected) m_menuModule->Connect();
+}
+
+void GTSDisplayImpl::SlotEditDataModule() {
+    if (!m_menuModule.isNull()) Edit(m_menuModule);
+}
+
+void GTSDisplayImpl::SlotDeleteDataModule() {
+    if (m_menuModule.isNull()) return;
+    const auto found = std::find_if(m_modules.begin(), m_modules.end(),
+                                    [this](const auto& module) { return module.get() == m_menuModule; });
+    if (found == m_modules.end()) return;
+    m_tree->takeTopLevelItem(m_tree->indexOfTopLevelItem(found->get()));
+    const std::unique_ptr<DataModule> module = std::move(*found);
+    m_modules.erase(found);
+    ShowCount();
+}
+
+void GTSDisplayImpl::SlotCreateNewDataModule() {
+    if (m_newModule) return;
+    std::vector<int> used;
+    for (const auto& module : m_modules)
+        used.push_back(module->GetIndex());
+    m_newModule = std::make_unique<DataModule>(m_tree, gtsconfig::LowestFreeIndex(std::move(used)));
+    const QPointer<GTSDisplayImpl> self(this);
+    const bool isAccepted = Edit(m_newModule.get());
+    if (self.isNull()) return;
+    std::unique_ptr<DataModule> module = std::move(m_newModule);
+    if (!isAccepted) return;
+    Add(std::move(module));
+    ShowCount();
+}
+
+void GTSDisplayImpl::SlotAssignInputs() {
+    // The display may be destroyed while the dialog is open, and takes it along then.
+    const QPointer<InputAssignmentEditor> editor = new InputAssignmentEditor(m_display, Modules());
+    editor->exec();
+    delete editor;
+}
+
+bool GTSDisplayImpl::Edit(DataModule* module) {
+    const QPointer<DataModuleEditor> editor = new DataModuleEditor(m_display, module);
+    const bool isAccepted = editor->exec() == QDialog::Accepted;
+    delete editor;
+    return isAccepted;
+}
+
+void GTSDisplayImpl::Add(std::unique_ptr<DataModule> module) {
+    connect(module.get(), &DataModule::SignalError, this, &GTSDisplayImpl::SlotDataModuleError);
+    m_modules.push_back(std::move(module));
+    m_modules.back()->Connect();
+}
+
+std::vector<DataModule*> GTSDisplayImpl::Modules() const {
+    std::vector<DataModule*> modules;
+    for (const auto& module : m_modules)
+        modules.push_back(module.get());
+    return modules;
+}
+
+void GTSDisplayImpl::ShowCount() {
+    WriteConfigured(static_cast<int>(m_modules.size()));
+    m_assignInputs->setEnabled(!m_modules.empty());
+}
+
+void GTSDisplayImpl::SlotDataModuleError(QString name, QString address, int errorcode, QString errortext) {
+    const QString message =
+        tr("GTS DataModule %1/%2 error: %3 (%4)").arg(name, address, errortext, QString::number(errorcode));
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, 390);
+    ShowWarning(message);
+    WriteError(message);
+}
+
+/// Only one at a time, deliberately: a module that fails goes on failing.
+void GTSDisplayImpl::ShowWarning(const QString& message) {
+    if (!m_warning.isNull() && m_warning->isVisible()) return;
+    m_warning = Notifications::warning(tr("MultiChannel Server: GTS I/O failure"), message);
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+class DataModule;
+class GTSDisplay;
+class QHBoxLayout;
+class QMenu;
+class QPoint;
+class QPushButton;
+class QTreeWidget;
+class StandardNotification;
+
+/// What a GTSDisplay shows and does: owns the data modules, each of which is a row of its tree widget. Goes
+/// before that widget does.
+class GTSDisplayImpl final : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit GTSDisplayImpl(GTSDisplay* display);
+    /// Takes the modules along, which disconnect first.
+    ~GTSDisplayImpl() override;
+
+    /// Lays the display out; once.
+    void Build();
+    /// Makes the modules that the configuration names, and connects them.
+    void Load();
+    void Save();
+
+  public Q_SLOTS:
+    void SlotOnRightClick(const QPoint& position);
+    void SlotCreateNewDataModule();
+    void SlotAssignInputs();
+    /// For the module of the context menu, as the next two.
+    void SlotConnectDataModule();
+    void SlotEditDataModule();
+    void SlotDeleteDataModule();
+    void SlotDataModuleError(QString name, QString address, int errorcode, QString errortext);
+
+  private:
+    void BuildTree();
+    QHBoxLayout* BuildButtons();
+    /// Lets the operator edit \a module. False if that was not accepted, or the display is gone.
+    bool Edit(DataModule* module);
+    void Add(std::unique_ptr<DataModule> module);
+    std::vector<DataModule*> Modules() const;
+    void ShowCount();
+    void ShowWarning(const QString& message);
+
+    GTSDisplay* m_display;
+    QTreeWidget* m_tree = nullptr;
+    QPushButton* m_addModule = nullptr;
+    QPushButton* m_assignInputs = nullptr;
+    QPointer<QMenu> m_menu;
+    std::vector<std::unique_ptr<DataModule>> m_modules;
+    std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
+    QPointer<DataModule> m_menuModule;        ///< of the context menu
+    QPointer<StandardNotification> m_warning;
+    bool m_isBuilt = false;
+};

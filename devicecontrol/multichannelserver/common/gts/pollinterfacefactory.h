@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+class IModbusTcpInterface;
+class IModbusTcpInterfaceCallback;
+
+/// Where poll threads get their Modbus/TCP interfaces from: ModbusTcpInterfaceCreator, unless a test has put
+/// modules of its own in its place.
+class MCS_COMMON_EXPORT PollInterfaceFactory {
+  public:
+    using Function = IModbusTcpInterface* (*)(const wchar_t* address, IModbusTcpInterfaceCallback* callback);
+
+    PollInterfaceFactory() = delete;
+
+    /// As ModbusTcpInterfaceCreator::CreateInterface(). From any thread.
+    static IModbusTcpInterface* Create(const wchar_t* address, IModbusTcpInterfaceCallback* callback);
+    /// Interfaces made from now on come from \a function; null: from the creator again. From any thread.
+    static void Replace(Function function);
+};

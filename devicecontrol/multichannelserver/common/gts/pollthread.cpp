@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/pollthread.h>
+
+#include <devicecontrol/multichannelserver/common/gts/pollthreadimpl.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+
+#include <memory>
+
+PollThread::PollThread(QObject* parent) : QThread(parent) {}
+
+PollThread::~PollThread() {
+    RequestEnd();
+    WaitForEnd();
+}
+
+void PollThread::Setup(const QString& address, unsigned short inputCount, unsigned pollInterval) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_address = QStringLiteral("TCP:%1:502").arg(address);
+    m_inputCount = inputCount;
+    m_pollInterval = pollInterval;
+}
+
+void PollThread::RequestEnd() {
+    quit();
+}
+
+void PollThread::WaitForEnd() {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_impl != nullptr) m_impl->Abort();
+    }
+    wait();
+    // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+}
+
+void PollThread::run() {
+    std::unique_ptr<PollThreadImpl> impl;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        impl = std::make_unique<PollThreadImpl>(m_address, m_inputCount, m_pollInterval);
+        m_impl = impl.get();
+    }
+    connect(impl.get(), &PollThreadImpl::InputDiscretesChanged, this, &PollThread::InputDiscretesChanged);
+    connect(impl.get(), &PollThreadImpl::InterfaceOpen, this, &PollThread::InterfaceOpen);
+    connect(impl.get(), &PollThreadImpl::InterfaceClose, this, &PollThread::InterfaceClose);
+    connect(impl.get(), &PollThreadImpl::InterfaceError, this, &PollThread::InterfaceError);
+    impl->Start();
+    exec();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_impl = nullptr;
+    impl.reset();
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <QtCore/QString>
+#include <QtCore/QThread>
+
+#include <mutex>
+
+class PollThreadImpl;
+
+/// Polls one data module on a thread of its own. The object and its signals belong to the thread that made
+/// it, which is told through its event loop.
+class MCS_COMMON_EXPORT PollThread : public QThread {
+    Q_OBJECT
+
+  public:
+    explicit PollThread(QObject* parent = nullptr);
+    ~PollThread() override;
+
+    /// What to poll from the next start on: the module at the IP address \a address, on the port of
+    /// Modbus/TCP, every \a pollInterval ms.
+    void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
+    /// Asks the thread to end. Wait for it with WaitForEnd().
+    void RequestEnd();
+    /// Ends a request that hangs, and waits until the thread has ended. What it has told and nobody has heard
+    /// yet is then never heard: it is about a connection that is no more.
+    void WaitForEnd();
+
+  Q_SIGNALS:
+    void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
+    void InterfaceOpen();
+    void InterfaceClose();
+    void InterfaceError(int error, QString errortext);
+
+  protected:
+    void run() override;
+
+  private:
+    std::mutex m_mutex;  ///< guards all that follows
+    QString m_address;   ///< "TCP:<ip>:<port>"
+    unsigned short m_inputCount = 0;
+    unsigned m_pollInterval = 0;
+    PollThreadImpl* m_impl = nullptr;  ///< while the thread runs; lives on it
+};

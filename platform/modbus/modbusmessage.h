@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/modbus/modbusexport.h>
+
+#include <QtCore/qglobal.h>
+
+#include <array>
+
+/// The question for the states of some inputs, and what counts as its answer. Pure functions of bytes.
+struct MCS_MODBUS_EXPORT ModbusQuestion {
+    static constexpr int Size = 12;
+
+    quint16 transaction = 0;
+    quint8 unit = 1;
+    quint8 function = 2;
+    quint16 start = 0;
+    quint16 count = 0;  ///< of bits: 1 to 32
+
+    std::array<quint8, Size> ToBytes() const;
+
+    /// Takes \a size bytes for a reading only if they are one whole answer to this very question, all of its
+    /// fields as they have to be and the bits that fill its last byte 0. Then \a bits has input i in bit i.
+    /// \return 0, or the error code: of the exception that the answer is, or of what is wrong with it
+    unsigned CheckAnswer(const quint8* bytes, int size, unsigned* bits) const;
+};

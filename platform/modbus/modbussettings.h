@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/modbus/modbusexport.h>
+
+class ICfg;
+
+/// How input modules are asked.
+struct MCS_MODBUS_EXPORT ModbusSettings {
+    int functionCode = 2;  ///< 1: read coils, 2: read discrete inputs
+    int startAddress = 0;  ///< of the first input
+    int unitId = 1;
+    int responseTimeout = 500;  ///< ms; for connecting and answering together
+
+    /// From the keys of the section "Modbus". What is no number, or out of range, keeps its default, with a
+    /// trace.
+    static ModbusSettings Read(ICfg& section);
+};

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/modbus/fulllistener.h>
+#include <tests/platform/modbus/interfacefixture.h>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/select.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <thread>
+
+namespace {
+
+using nativesocket::EError;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Action = FaultyPeer::Action;
+
+class ModbusTcpInterfaceConnecting : public InterfaceTest {};
+
+TEST_F(ModbusTcpInterfaceConnecting, ATimeoutSaysSoAndNotThatItIsInProgress) {
+    const FullListener listener;
+    settings.responseTimeout = 100;
+    Connect(listener.Port());
+    QElapsedTimer elapsed;
+    elapsed.start();
+    EXPECT_THAT(Read(), ElementsAre(Error(EError::TimedOut)));
+    EXPECT_GE(elapsed.elapsed(), 99);
+    EXPECT_LT(elapsed.elapsed(), 2000);
+}
+
+TEST_F(ModbusTcpInterfaceConnecting, AbortEndsItAtOnce) {
+    const FullListener listener;
+    settings.responseTimeout = 60000;
+    // Each time the other thread may come a little earlier or later.
+    for (int i = 0; i < 50; ++i) {
+        Connect(listener.Port());
+        QElapsedTimer elapsed;
+        elapsed.start();
+        std::thread other([this, i] {
+            for (int k = 0; k < i * 20; ++k)
+                std::this_thread::yield();
+            interface->Abort();
+        });
+        EXPECT_THAT(Read(), IsEmpty());
+        other.join();
+        EXPECT_LT(elapsed.elapsed(), 30000);  // far from the time-out, also on a busy machine
+    }
+}
+
+/// Raises the number of descriptors as far as it goes, and takes all below one more than select() knows.
+class LowDescriptorsTaken {
+  public:
+    LowDescriptorsTaken() {
+        getrlimit(RLIMIT_NOFILE, &m_before);
+        rlimit all = m_before;
+        all.rlim_cur = all.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &all);
+        int last = 0;
+        while (last < FD_SETSIZE - 1 && last != -1)
+            m_taken.push_back(last = ::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    }
+    ~LowDescriptorsTaken() {
+        for (const int descriptor : m_taken)
+            ::close(descriptor);
+        setrlimit(RLIMIT_NOFILE, &m_before);
+    }
+    LowDescriptorsTaken(const LowDescriptorsTaken&) = delete;
+    LowDescriptorsTaken& operator=(const LowDescriptorsTaken&) = delete;
+
+  private:
+    rlimit m_before{};
+    std::vector<int> m_taken;
+};
+
+TEST_F(ModbusTcpInterfaceConnecting, BeyondTheDescriptorsOfSelectThereIsAnErrorAndNoDamage) {
+    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    {
+        const LowDescriptorsTaken taken;
+        EXPECT_THAT(Read(), ElementsAre(Error(unsigned{EMFILE})));
+    }
+    LetDelayPass();
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
+}
+
+int OpenDescriptors() {
+    int count = 0;
+    DIR* const directory = ::opendir("/dev/fd");
+    while (::readdir(directory) != nullptr)
+        ++count;
+    ::closedir(directory);
+    return count;
+}
+
+TEST_F(ModbusTcpInterfaceConnecting, ErrorsLeaveNoDescriptorsBehind) {
+    const quint16 port = FaultyPeer([](const QByteArray&) -> Action { return {}; }).Port();
+    const int before = OpenDescriptors();
+    Connect(port);
+    for (int i = 0; i < 50; ++i) {
+        LetDelayPass();
+        EXPECT_EQ(Read().size(), 1u);
+    }
+    interface.reset();
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/modbus/faultypeer.h>
+
+#include <apps/dimodule/resetonclose.h>
+
+#include <QtCore/QTimer>
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
+
+#include <utility>
+
+namespace {
+
+constexpr int QuestionSize = 12;
+
+void Leave(QTcpSocket& socket, FaultyPeer::EAfter after) {
+    if (after == FaultyPeer::EAfter::Keep) return;
+    if (after == FaultyPeer::EAfter::Close) return socket.disconnectFromHost();
+    dimodule::ResetOnClose(socket.socketDescriptor());
+    socket.abort();
+}
+
+void Drip(QTcpSocket& socket, const FaultyPeer::Action& action) {
+    auto* const timer = new QTimer(&socket);
+    QObject::connect(timer, &QTimer::timeout, &socket, [&socket, timer, action, sent = 0]() mutable {
+        socket.write(action.bytes.mid(sent++, 1));
+        socket.flush();
+        if (sent < action.bytes.size()) return;
+        timer->deleteLater();
+        Leave(socket, action.after);
+    });
+    timer->setTimerType(Qt::PreciseTimer);
+    timer->start(action.intervalMs);
+}
+
+void Perform(QTcpSocket& socket, const FaultyPeer::Action& action) {
+    if (action.intervalMs > 0) return Drip(socket, action);
+    socket.write(action.bytes);
+    socket.flush();
+    Leave(socket, action.after);
+}
+
+}  // namespace
+
+class FaultyPeer::Server final : public QTcpServer {
+  public:
+    explicit Server(FaultyPeer& peer) : m_peer(peer) { listen(QHostAddress::LocalHost); }
+
+    QList<QTcpSocket*> Sockets() const { return findChildren<QTcpSocket*>(); }
+
+  protected:
+    void incomingConnection(qintptr descriptor) override {
+        auto* const socket = new QTcpSocket(this);
+        socket->setSocketDescriptor(descriptor);
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { OnReadyRead(*socket); });
+        socket->write(m_peer.m_greeting);
+        socket->flush();
+        ++m_peer.m_connections;
+    }
+
+  private:
+    void OnReadyRead(QTcpSocket& socket) {
+        while (socket.bytesAvailable() >= QuestionSize)
+            Perform(socket, m_peer.m_answerer(socket.read(QuestionSize)));
+    }
+
+    FaultyPeer& m_peer;
+};
+
+FaultyPeer::FaultyPeer(Answerer answerer) : m_answerer(std::move(answerer)) {
+    m_server = new Server(*this);
+    m_port = m_server->serverPort();
+    m_server->moveToThread(&m_thread);
+    QObject::connect(&m_thread, &QThread::finished, m_server, &QObject::deleteLater);
+    m_thread.start();
+}
+
+FaultyPeer::~FaultyPeer() {
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void FaultyPeer::DropConnections() {
+    const auto drop = [this] {
+        for (QTcpSocket* const socket : m_server->Sockets())
+            socket->abort();
+    };
+    QMetaObject::invokeMethod(m_server, drop, Qt::BlockingQueuedConnection);
+}
+
+void FaultyPeer::Send(const QByteArray& bytes) {
+    const auto send = [this, bytes] {
+        for (QTcpSocket* const socket : m_server->Sockets()) {
+            socket->write(bytes);
+            socket->flush();
+        }
+    };
+    QMetaObject::invokeMethod(m_server, send, Qt::BlockingQueuedConnection);
+}
+
+QByteArray FaultyPeer::Answer(const QByteArray& question, unsigned bits) {
+    const int byteCount = (Count(question) + 7) / 8;
+    QByteArray answer = question.left(8);
+    answer[5] = static_cast<char>(3 + byteCount);
+    answer += static_cast<char>(byteCount);
+    for (int i = 0; i < byteCount; ++i)
+        answer += static_cast<char>(bits >> (8 * i) & 0xFF);
+    return answer;
+}
+
+QByteArray FaultyPeer::Exception(const QByteArray& question, int number) {
+    QByteArray answer = question.left(8);
+    answer[5] = 3;
+    answer[7] = static_cast<char>(answer[7] | 0x80);
+    return answer + static_cast<char>(number);
+}
+
+int FaultyPeer::Count(const QByteArray& question) {
+    return static_cast<quint8>(question[10]) << 8 | static_cast<quint8>(question[11]);
+}

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/modbus/modbuserror.h>
+
+#include <tests/platform/modbus/interfacefixture.h>
+
+namespace {
+
+using nativesocket::EError;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Action = FaultyPeer::Action;
+using EAfter = FaultyPeer::EAfter;
+
+class ModbusTcpInterfaceTest : public InterfaceTest {
+  protected:
+    /// A peer that answers right, with the bits that the test sets.
+    FaultyPeer& ListenWell() {
+        return Listen(
+            [this](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, bits)}; });
+    }
+
+    std::atomic<unsigned> bits{0x5A5};
+};
+
+TEST_F(ModbusTcpInterfaceTest, AnAnswerIsAReading) {
+    ListenWell();
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0x5A5)));
+    bits = 0;
+    EXPECT_THAT(Read(), ElementsAre(Bits(0)));
+    EXPECT_EQ(peer->Connections(), 1);
+}
+
+TEST_F(ModbusTcpInterfaceTest, AQuestionSaysWhatTheSettingsSay) {
+    settings.functionCode = 1;
+    settings.startAddress = 0x1F40;
+    settings.unitId = 255;
+    QByteArray asked;
+    Listen([&asked](const QByteArray& question) -> Action {
+        asked = question;
+        return {FaultyPeer::Answer(question, 1)};
+    });
+    EXPECT_THAT(Read(6), ElementsAre(Opened(), Bits(1)));
+    EXPECT_EQ(asked.mid(2).toHex(), "00000006ff011f400006");
+}
+
+TEST_F(ModbusTcpInterfaceTest, EachQuestionHasATransactionOfItsOwn) {
+    QByteArrayList transactions;
+    Listen([&transactions](const QByteArray& question) -> Action {
+        transactions += question.left(2).toHex();
+        return {FaultyPeer::Answer(question, 0)};
+    });
+    Read();
+    Read();
+    Read();
+    EXPECT_THAT(transactions, ElementsAre("0001", "0002", "0003"));
+}
+
+TEST_F(ModbusTcpInterfaceTest, NothingIsOpenedBeforeTheFirstRequest) {
+    ListenWell();
+    interface->Close();
+    EXPECT_THAT(callback.events, IsEmpty());
+    EXPECT_EQ(peer->Connections(), 0);
+}
+
+TEST_F(ModbusTcpInterfaceTest, ClosingIsToldOnce) {
+    ListenWell();
+    Read();
+    callback.events.clear();
+    interface->Close();
+    interface->Close();
+    EXPECT_THAT(callback.events, ElementsAre(Closed()));
+}
+
+TEST_F(ModbusTcpInterfaceTest, AfterClosingARequestOpensAgain) {
+    ListenWell();
+    Read();
+    interface->Close();
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0x5A5)));
+    EXPECT_EQ(peer->Connections(), 2);
+}
+
+TEST_F(ModbusTcpInterfaceTest, DestructionTellsNothing) {
+    ListenWell();
+    Read();
+    callback.events.clear();
+    interface.reset();
+    EXPECT_THAT(callback.events, IsEmpty());
+}
+
+TEST_F(ModbusTcpInterfaceTest, AnErrorClosesAndTellsSoAfterwards) {
+    bool isGood = true;
+    Listen([&isGood](const QByteArray& question) -> Action {
+        const bool wasGood = std::exchange(isGood, false);
+        return {wasGood ? FaultyPeer::Answer(question, 7) : FaultyPeer::Exception(question, 4)};
+    });
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(7)));
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 4), Closed()));
+}
+
+TEST_F(ModbusTcpInterfaceTest, WhatNeverAnsweredIsNeverToldToBeOpen) {
+    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Exception(question, 1)}; });
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 1)));
+}
+
+TEST_F(ModbusTcpInterfaceTest, ConnectsAgainAfterADelayThatGrows) {
+    int asked = 0;
+    Listen([&asked](const QByteArray& question) -> Action {
+        ++asked;
+        return {FaultyPeer::Exception(question, 6)};
+    });
+    Read();
+    for (qint64 delay : {100, 200, 400, 800, 1600, 3200, 6400, 10000, 10000}) {
+        now += delay - 1;
+        EXPECT_THAT(Read(), IsEmpty()) << delay;
+        now += 1;
+        EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6))) << delay;
+    }
+    interface.reset();
+    peer.reset();
+    EXPECT_EQ(asked, 10);
+}
+
+TEST_F(ModbusTcpInterfaceTest, AnAnswerEndsTheDelay) {
+    int question = 0;
+    Listen([&question](const QByteArray& bytes) -> Action {
+        const bool isGood = question++ == 2;
+        return {isGood ? FaultyPeer::Answer(bytes, 1) : FaultyPeer::Exception(bytes, 6)};
+    });
+    Read();
+    LetDelayPass();
+    Read();
+    LetDelayPass();
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6), Closed()));
+    now += ReconnectDelay::FirstMs;
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6)));
+}
+
+TEST_F(ModbusTcpInterfaceTest, AModuleThatDropsIdleConnectionsIsNoAlarm) {
+    ListenWell();
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0x5A5)));
+    for (unsigned i = 1; i <= 3; ++i) {
+        peer->DropConnections();
+        bits = i;
+        EXPECT_THAT(Read(), ElementsAre(Bits(i)));
+    }
+    EXPECT_EQ(peer->Connections(), 4);
+}
+
+class UnansweredQuestion : public ModbusTcpInterfaceTest, public testing::WithParamInterface<EAfter> {};
+
+TEST_P(UnansweredQuestion, IsAskedOnceMoreWhereTheConnectionWasIdle) {
+    int asked = 0;
+    Listen([&asked](const QByteArray& question) -> Action {
+        if (++asked == 2) return {QByteArray(), GetParam()};
+        return {FaultyPeer::Answer(question, 3)};
+    });
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(3)));
+    EXPECT_THAT(Read(), ElementsAre(Bits(3)));
+    EXPECT_EQ(peer->Connections(), 2);
+}
+
+TEST_P(UnansweredQuestion, IsAnErrorOnAFreshConnection) {
+    Listen([](const QByteArray&) -> Action { return {QByteArray(), GetParam()}; });
+    EXPECT_THAT(Read(), ElementsAre(Error(EError::ConnectionReset)));
+    EXPECT_EQ(peer->Connections(), 1);
+}
+
+TEST_P(UnansweredQuestion, IsAskedOnceMoreAndNotTwice) {
+    int asked = 0;
+    Listen([&asked](const QByteArray& question) -> Action {
+        if (++asked == 1) return {FaultyPeer::Answer(question, 3)};
+        return {QByteArray(), GetParam()};
+    });
+    Read();
+    EXPECT_THAT(Read(), ElementsAre(Error(EError::ConnectionReset), Closed()));
+    EXPECT_EQ(peer->Connections(), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(ModbusTcpInterfaceTest, UnansweredQuestion,
+                         testing::Values(EAfter::Close, EAfter::Reset), [](const auto& row) {
+                             return std::string(row.param == EAfter::Close ? "Closed" : "Reset");
+                         });
+
+TEST_F(ModbusTcpInterfaceTest, WhatIsGoneForGoodIsAnErrorAlsoAfterItAnswered) {
+    ListenWell();
+    Read();
+    peer.reset();
+    EXPECT_EQ(Read().size(), 2u);
+    EXPECT_NE(callback.lastError, 0u);
+    EXPECT_EQ(callback.events.back(), Closed());
+}
+
+TEST_F(ModbusTcpInterfaceTest, NoInputsAndTooManyAreErrors) {
+    ListenWell();
+    for (const unsigned short count : std::initializer_list<unsigned short>{0, 33, 65535}) {
+        EXPECT_THAT(Read(count), ElementsAre(Error(EError::InvalidArgument))) << count;
+        LetDelayPass();
+    }
+    EXPECT_EQ(peer->Connections(), 0);
+    EXPECT_THAT(Read(32), ElementsAre(Opened(), Bits(0x5A5)));
+}
+
+}  // namespace

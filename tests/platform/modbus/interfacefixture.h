@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/modbus/imodbustcpinterfacecallback.h>
+#include <platform/modbus/modbustcpinterface.h>
+#include <platform/modbus/modbustcpinterfacecreator.h>
+
+#include <tests/platform/modbus/faultypeer.h>
+#include <tests/support/printing.h>
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QString>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// Writes down what it is told: "opened", "closed", "error 111", "bits 3f".
+class RecordingCallback final : public IModbusTcpInterfaceCallback {
+  public:
+    void OnOpened() override { Add(QStringLiteral("opened")); }
+    void OnClosed() override { Add(QStringLiteral("closed")); }
+    void OnError(unsigned code) override {
+        lastError = code;
+        Add(Error(code));
+    }
+    void OnInputDiscretes(unsigned bits) override { Add(Bits(bits)); }
+
+    static QString Bits(unsigned bits) { return QStringLiteral("bits %1").arg(bits, 0, 16); }
+    static QString Error(unsigned code) { return QStringLiteral("error %1").arg(ModbusErrorText(code)); }
+
+    std::vector<QString> events;
+    unsigned lastError = 0;
+
+  private:
+    void Add(const QString& event) { events.push_back(event); }
+};
+
+/// An interface to a peer, with a clock of its own for the delay after errors.
+class InterfaceTest : public testing::Test {
+  protected:
+    InterfaceTest() {
+        now = 0;
+        settings.responseTimeout = 5000;
+    }
+
+    FaultyPeer& Listen(FaultyPeer::Answerer answerer) {
+        peer = std::make_unique<FaultyPeer>(std::move(answerer));
+        Connect(peer->Port());
+        return *peer;
+    }
+    void Connect(quint16 port) {
+        ModbusAddress address;
+        address.ip = 0x7F000001;
+        address.port = port;
+        interface =
+            std::make_unique<ModbusTcpInterface>(address, settings, callback, [] { return now.load(); });
+    }
+
+    /// What the callback is told during one request.
+    std::vector<QString> Read(unsigned short count = 12) {
+        callback.events.clear();
+        interface->ReadInputDiscretes(count);
+        return callback.events;
+    }
+    static void LetDelayPass() { now += ReconnectDelay::LastMs; }
+
+    static QString Bits(unsigned bits) { return RecordingCallback::Bits(bits); }
+    static QString Error(nativesocket::EError error) {
+        return RecordingCallback::Error(nativesocket::CodeOf(error));
+    }
+    static QString Error(unsigned code) { return RecordingCallback::Error(code); }
+    static QString Opened() { return QStringLiteral("opened"); }
+    static QString Closed() { return QStringLiteral("closed"); }
+
+    static inline std::atomic<qint64> now{0};
+    ModbusSettings settings;
+    RecordingCallback callback;
+    std::unique_ptr<FaultyPeer> peer;
+    std::unique_ptr<ModbusTcpInterface> interface;
+};
