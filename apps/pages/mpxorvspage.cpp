@@ -86,12 +86,20 @@ QWidget* MpxOrvsPage::BuildDetails() {
 }
 
 void MpxOrvsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    if (!m_chosen.isEmpty()) m_lastChosen = m_chosen;
     m_list->RemoveAllMpxORVs_ValuePaths();
     for (const EMCSControlTreeSegments segment : {StaticMpxORVsSegment, DynamicMpxORVsSegment}) {
         const QString path = SegmentPath(basePath, segments, segment);
         if (!path.isEmpty()) m_list->AddMpxORVs_ValuePath(path);
     }
+    ChooseAgain();
     ShowChosen();
+}
+
+/// After a lost connection the policies of the same MpxORV are shown, if it is still there.
+void MpxOrvsPage::ChooseAgain() {
+    for (int row = 0; row < m_model->rowCount(QModelIndex()); ++row)
+        if (m_model->getMpxORV_ValuePath(row) == m_lastChosen) return m_view->selectRow(row);
 }
 
 void MpxOrvsPage::ShowChosen() {

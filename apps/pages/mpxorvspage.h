@@ -22,6 +22,7 @@ class MpxOrvsPage : public Page {
 
   private:
     QWidget* BuildDetails();
+    void ChooseAgain();
     void ShowChosen();
 
     MCSMpxORVStatusListDisplay* m_list;
@@ -31,5 +32,6 @@ class MpxOrvsPage : public Page {
     VCLineEdit* m_comment = nullptr;
     VCCheckBox* m_blanking = nullptr;
     PolicyPanel* m_policies = nullptr;
-    QString m_chosen;  ///< the node's path; empty while none is chosen
+    QString m_chosen;      ///< the node's path; empty while none is chosen
+    QString m_lastChosen;  ///< before the list was bound anew
 };

@@ -15,6 +15,11 @@ VCPushButton::VCPushButton(QWidget* parent, const char* name)
     : QPushButton(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setAutoDefault(false);  // Enter in a field beside it belongs to the field
+    // Contents that come while it is pressed would let it up, and the click would be lost; losing the focus
+    // would let it up, whatever the value says.
+    connect(this, &QPushButton::pressed, &m_binding, &WidgetBinding::BeginEdit);
+    connect(this, &QPushButton::released, &m_binding, &WidgetBinding::CancelEdit,
+            Qt::QueuedConnection);  // after the click: that is meant for what was shown
     connect(this, &QPushButton::clicked, &m_binding, &WidgetBinding::Commit);
     m_binding.RefreshNow();
 }

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QtWidgets/QCheckBox>
+#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTextEdit>
@@ -95,6 +96,21 @@ TEST_F(ConsoleTest, SwitchesAPolicyOfAnotherMpxOrv) {
     const QString path = QStringLiteral("/MultiChannelServer/StaticMpxORVs/Van 1/Policy/MayBIT");
     EXPECT_TRUE(WaitFor([&] { return Tree({QStringLiteral("get"), path}) == QLatin1String("true"); }));
     EXPECT_TRUE(box->isChecked());
+}
+
+TEST_F(ConsoleTest, ShowsThePoliciesOfTheSameMpxOrvOnceTheServerIsBack) {
+    server.WriteFile(QStringLiteral("mcserver.ini"), StaticMpxOrvs);
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    const auto* const details = Find<QGroupBox>("MpxORVs", "MpxORVDetails");
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
+    list->selectRow(1);
+    ASSERT_EQ(details->title(), QStringLiteral("Van 1"));
+    server.Kill();
+    ASSERT_TRUE(WaitFor([&] { return details->title() == QLatin1String("No MpxORV is chosen"); }));
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
+    EXPECT_EQ(details->title(), QStringLiteral("Van 1"));
 }
 
 TEST_F(ConsoleTest, TakesBackAPolicyThatItMayNotSwitch) {

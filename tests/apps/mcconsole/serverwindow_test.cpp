@@ -6,14 +6,13 @@
 #include <platform/config/cfgcenter.h>
 #include <platform/vtclient/vtclientcenter.h>
 
+#include <tests/apps/mcconsole/dialogreaction.h>
 #include <tests/apps/mcserver/serverprocess.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QTimer>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
@@ -54,18 +53,8 @@ class ServerWindowTest : public testing::Test {
     }
     /// Closes the window as a person does, and does \a react about the question. False if none is asked.
     bool CloseAndReact(const std::function<void(QMessageBox&)>& react) const {
-        bool isAsked = false;
-        QTimer look;
-        QObject::connect(&look, &QTimer::timeout, &look, [&] {
-            auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (question == nullptr) return;
-            look.stop();
-            isAsked = true;
-            react(*question);
-        });
-        look.start(1);
-        window->close();
-        return isAsked;
+        return ReactToDialog([this] { window->close(); },
+                             [&react](QDialog& dialog) { react(dynamic_cast<QMessageBox&>(dialog)); });
     }
 
     std::unique_ptr<ServerWindow> window;
