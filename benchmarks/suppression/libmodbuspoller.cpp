@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
+#include <functional>
 
 namespace bench {
 

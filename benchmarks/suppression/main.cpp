@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <vector>
 
 namespace {
 
@@ -73,7 +74,7 @@ bench::Row Beside(bench::Row row, const char* figure) {
 std::vector<bench::Row> Rows() {
     constexpr double Slack = 5.0;        // ms
     constexpr double HighestShare = 40;  // %
-    constexpr double Noise = 64;         // KiB: what allocators keep at hand for 33 threads
+    constexpr double Noise = 8;          // KiB: less than one small block per edge
     const bench::Row median = RowOf("32 modules at 10 ms: keyed to blanked, p50", "ms", 1e3, "p50");
     const bench::Row late = RowOf("32 modules at 10 ms: keyed to blanked, p99", "ms", 1e3, "p99");
     const bench::Row cpu = RowOf("32 modules at 10 ms: CPU, of one core", "%", 100, "cpu");
