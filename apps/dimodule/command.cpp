@@ -38,7 +38,7 @@ QString TakeModuleOfFirst(QStringList* words, Command* command) {
 }
 
 QString ParseInputs(QStringList words, Command* command) {
-    const QString error = TakeModuleOfFirst(&words, command);
+    QString error = TakeModuleOfFirst(&words, command);
     if (!error.isEmpty()) return error;
     for (const QString& word : words) {
         bool isNumber = false;
@@ -54,7 +54,7 @@ QString ParseInputs(QStringList words, Command* command) {
 }
 
 QString ParseStates(QStringList words, Command* command) {
-    const QString error = TakeModuleOfFirst(&words, command);
+    QString error = TakeModuleOfFirst(&words, command);
     if (!error.isEmpty()) return error;
     bool isNumber = false;
     command->inputs = words[0].toUInt(&isNumber, 0);
@@ -63,7 +63,7 @@ QString ParseStates(QStringList words, Command* command) {
 }
 
 QString ParseFault(QStringList words, Command* command) {
-    const QString error = TakeModuleOfFirst(&words, command);
+    QString error = TakeModuleOfFirst(&words, command);
     return error.isEmpty() ? Fault::Parse(words, &command->fault) : error;
 }
 

@@ -4,7 +4,6 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
-#include <algorithm>
 #include <cerrno>
 
 namespace {
@@ -40,7 +39,7 @@ unsigned Wait(nativesocket::Handle handle, EEvent event, const QDeadlineTimer& d
         FD_ZERO(&failed);
         FD_SET(Socket(handle), &failed);
         const qint64 remaining = deadline.remainingTime();
-        const timeval slice{0, static_cast<long>(std::min(remaining, SliceMs) * 1000)};
+        const timeval slice{0, static_cast<long>(qBound<qint64>(0, remaining, SliceMs) * 1000)};
         fd_set* const readable = event == EEvent::Input ? &wanted : nullptr;
         fd_set* const writable = event == EEvent::Connected ? &wanted : nullptr;
         const int count = ::select(0, readable, writable, &failed, &slice);

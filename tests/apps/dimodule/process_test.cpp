@@ -43,7 +43,7 @@ class DiModuleProcess : public testing::Test {
                     module.Port());
     }
     QString WriteScript(const QByteArray& text) const {
-        const QString path = directory.filePath(QStringLiteral("script"));
+        QString path = directory.filePath(QStringLiteral("script"));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);

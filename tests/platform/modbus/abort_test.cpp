@@ -21,7 +21,7 @@ class ModbusTcpInterfaceAbort : public InterfaceTest {
 
     /// Told on the peer's thread when a question has come, so that the request hangs for its answer.
     void ListenWithoutAnswering(const QByteArray& beginning = QByteArray()) {
-        Listen([this, beginning](const QByteArray&) -> Action {
+        Listen([this, beginning](const QByteArray&, int) -> Action {
             asked.set_value();
             return {beginning};
         });
@@ -56,7 +56,7 @@ TEST_F(ModbusTcpInterfaceAbort, EndsARequestThatWaitsForTheRestOfAnAnswer) {
 }
 
 TEST_F(ModbusTcpInterfaceAbort, IsForGood) {
-    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
     interface->Abort();
     interface->Abort();
@@ -67,7 +67,7 @@ TEST_F(ModbusTcpInterfaceAbort, IsForGood) {
 }
 
 TEST_F(ModbusTcpInterfaceAbort, ClosingStillTellsThatTheConnectionEnded) {
-    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
     Read();
     interface->Abort();
     callback.events.clear();
@@ -76,7 +76,7 @@ TEST_F(ModbusTcpInterfaceAbort, ClosingStillTellsThatTheConnectionEnded) {
 }
 
 TEST_F(ModbusTcpInterfaceAbort, BeforeTheFirstRequestNothingIsOpened) {
-    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
     interface->Abort();
     EXPECT_THAT(Read(), IsEmpty());
     EXPECT_EQ(peer->Connections(), 0);
@@ -84,7 +84,7 @@ TEST_F(ModbusTcpInterfaceAbort, BeforeTheFirstRequestNothingIsOpened) {
 
 TEST_F(ModbusTcpInterfaceAbort, AtAnyMomentLeavesNothingBehind) {
     // Connecting, asking, waiting, closing: wherever the request is.
-    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
     for (int i = 0; i < 300; ++i) {
         Connect(peer->Port());
         std::promise<void> started;

@@ -77,7 +77,7 @@ class LowDescriptorsTaken {
 };
 
 TEST_F(ModbusTcpInterfaceConnecting, BeyondTheDescriptorsOfSelectThereIsAnErrorAndNoDamage) {
-    Listen([](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
     {
         const LowDescriptorsTaken taken;
         EXPECT_THAT(Read(), ElementsAre(Error(unsigned{EMFILE})));
@@ -96,7 +96,7 @@ int OpenDescriptors() {
 }
 
 TEST_F(ModbusTcpInterfaceConnecting, ErrorsLeaveNoDescriptorsBehind) {
-    const quint16 port = FaultyPeer([](const QByteArray&) -> Action { return {}; }).Port();
+    const quint16 port = FaultyPeer([](const QByteArray&, int) -> Action { return {}; }).Port();
     const int before = OpenDescriptors();
     Connect(port);
     for (int i = 0; i < 50; ++i) {

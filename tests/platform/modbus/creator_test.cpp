@@ -50,15 +50,12 @@ class ModbusTcpInterfaceCreatorTest : public testing::Test {
     QByteArray Question() {
         const auto interface = Create(peer.Port());
         interface->ReadInputDiscretes(12);
-        return question.toHex();
+        return peer.LastQuestion().mid(6).toHex();
     }
 
     const QTemporaryDir directory;
-    QByteArray question;
-    FaultyPeer peer{[this](const QByteArray& asked) -> Action {
-        question = asked.mid(6);
-        return {FaultyPeer::Answer(asked, 0xFFF)};
-    }};
+    FaultyPeer peer{
+        [](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 0xFFF)}; }};
     RecordingCallback callback;
 };
 
@@ -76,12 +73,12 @@ TEST_F(ModbusTcpInterfaceCreatorTest, ConfiguringChangesOnlyInterfacesMadeLater)
     const auto interface = Create(peer.Port());
     Configure("UnitId=17\n");
     interface->ReadInputDiscretes(12);
-    EXPECT_EQ(question.toHex(), "01020000000c");
+    EXPECT_EQ(peer.LastQuestion().mid(6).toHex(), "01020000000c");
 }
 
 TEST_F(ModbusTcpInterfaceCreatorTest, TheConfiguredTimeoutIsKeptTo) {
     Configure("ResponseTimeout=10\n");
-    FaultyPeer silent([](const QByteArray&) -> Action { return {}; });
+    FaultyPeer silent([](const QByteArray&, int) -> Action { return {}; });
     const auto interface = Create(silent.Port());
     QElapsedTimer elapsed;
     elapsed.start();

@@ -3,10 +3,13 @@
 
 #include <apps/dimodule/resetonclose.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 #include <QtCore/QTimer>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
+#include <future>
 #include <utility>
 
 namespace {
@@ -56,13 +59,21 @@ class FaultyPeer::Server final : public QTcpServer {
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { OnReadyRead(*socket); });
         socket->write(m_peer.m_greeting);
         socket->flush();
+        const std::lock_guard<std::mutex> lock(m_peer.m_mutex);
         ++m_peer.m_connections;
+    }
+
+    void customEvent(QEvent*) override {
+        std::unique_lock<std::mutex> lock(m_peer.m_mutex);
+        const std::function<void()> task = std::exchange(m_peer.m_task, nullptr);
+        lock.unlock();
+        task();
     }
 
   private:
     void OnReadyRead(QTcpSocket& socket) {
         while (socket.bytesAvailable() >= QuestionSize)
-            Perform(socket, m_peer.m_answerer(socket.read(QuestionSize)));
+            Perform(socket, m_peer.Ask(socket.read(QuestionSize)));
     }
 
     FaultyPeer& m_peer;
@@ -79,24 +90,58 @@ FaultyPeer::FaultyPeer(Answerer answerer) : m_answerer(std::move(answerer)) {
 FaultyPeer::~FaultyPeer() {
     m_thread.quit();
     m_thread.wait();
+    // Qt's own waiting is nothing that the thread sanitizer could see.
+    const std::lock_guard<std::mutex> lock(m_mutex);
+}
+
+FaultyPeer::Action FaultyPeer::Ask(const QByteArray& question) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_lastQuestion = question;
+    return m_answerer(question, ++m_questions);
+}
+
+int FaultyPeer::Questions() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_questions;
+}
+
+QByteArray FaultyPeer::LastQuestion() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_lastQuestion;
+}
+
+int FaultyPeer::Connections() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_connections;
+}
+
+void FaultyPeer::Run(const std::function<void()>& task) {
+    std::promise<void> done;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_task = [&] {
+            task();
+            done.set_value();
+        };
+    }
+    QCoreApplication::postEvent(m_server, new QEvent(QEvent::User));
+    done.get_future().wait();
 }
 
 void FaultyPeer::DropConnections() {
-    const auto drop = [this] {
+    Run([this] {
         for (QTcpSocket* const socket : m_server->Sockets())
             socket->abort();
-    };
-    QMetaObject::invokeMethod(m_server, drop, Qt::BlockingQueuedConnection);
+    });
 }
 
 void FaultyPeer::Send(const QByteArray& bytes) {
-    const auto send = [this, bytes] {
+    Run([this, &bytes] {
         for (QTcpSocket* const socket : m_server->Sockets()) {
             socket->write(bytes);
             socket->flush();
         }
-    };
-    QMetaObject::invokeMethod(m_server, send, Qt::BlockingQueuedConnection);
+    });
 }
 
 QByteArray FaultyPeer::Answer(const QByteArray& question, unsigned bits) {

@@ -4,8 +4,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QThread>
 
-#include <atomic>
 #include <functional>
+#include <mutex>
 
 /// A Modbus/TCP peer on a thread of its own that does with each question whatever the test says.
 class FaultyPeer {
@@ -16,8 +16,8 @@ class FaultyPeer {
         EAfter after = EAfter::Keep;  ///< what then becomes of the connection
         int intervalMs = 0;           ///< above 0: one byte each, the first after that time
     };
-    /// Called on the peer's thread with each question: 12 bytes.
-    using Answerer = std::function<Action(const QByteArray& question)>;
+    /// Called on the peer's thread with each question: 12 bytes, and the how many-th it is, from 1.
+    using Answerer = std::function<Action(const QByteArray& question, int number)>;
 
     explicit FaultyPeer(Answerer answerer);
     ~FaultyPeer();
@@ -25,7 +25,10 @@ class FaultyPeer {
     FaultyPeer& operator=(const FaultyPeer&) = delete;
 
     quint16 Port() const { return m_port; }
-    int Connections() const { return m_connections; }
+    int Connections() const;
+    /// How many questions came, and the last one.
+    int Questions() const;
+    QByteArray LastQuestion() const;
     /// What is sent to each connection before any question.
     void SetGreeting(const QByteArray& greeting) { m_greeting = greeting; }
     /// Ends all connections, and returns once their ends are under way.
@@ -42,9 +45,17 @@ class FaultyPeer {
   private:
     class Server;
 
+    Action Ask(const QByteArray& question);
+    /// Runs \a task on the thread, and waits until that is done.
+    void Run(const std::function<void()>& task);
+
     const Answerer m_answerer;
+    mutable std::mutex m_mutex;  ///< guards what follows
+    std::function<void()> m_task;
+    int m_connections = 0;
+    int m_questions = 0;
+    QByteArray m_lastQuestion;
     QByteArray m_greeting;
-    std::atomic<int> m_connections{0};
     QThread m_thread;
     Server* m_server = nullptr;  ///< lives on the thread
     quint16 m_port = 0;

@@ -47,6 +47,12 @@ class InterfaceTest : public testing::Test {
         settings.responseTimeout = 5000;
     }
 
+    /// Before anything goes that the peer uses.
+    void TearDown() override {
+        interface.reset();
+        peer.reset();
+    }
+
     FaultyPeer& Listen(FaultyPeer::Answerer answerer) {
         peer = std::make_unique<FaultyPeer>(std::move(answerer));
         Connect(peer->Port());

@@ -82,7 +82,7 @@ class FaultStorm : public InterfaceTest, public testing::WithParamInterface<unsi
 
 TEST_P(FaultStorm, NeverMakesAFalseState) {
     CheckingCallback checking(truth);
-    peer = std::make_unique<FaultyPeer>([this](const QByteArray& question) { return Answer(question); });
+    peer = std::make_unique<FaultyPeer>([this](const QByteArray& question, int) { return Answer(question); });
     ModbusAddress address;
     address.ip = 0x7F000001;
     address.port = peer->Port();
