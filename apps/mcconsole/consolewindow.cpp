@@ -6,6 +6,7 @@
 #include <apps/pages/colours.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/mpxorvspage.h>
+#include <apps/pages/scrolledpage.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
@@ -51,10 +52,10 @@ QLabel* PlainLabel(QWidget* parent, const char* name) {
 ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options) {
     setObjectName(QStringLiteral("ConsoleWindow"));
     setWindowTitle(tr("Multi-channel console"));
-    resize(800, 740);
     BuildPages();
     BuildStatusBar();
     BuildMenus();
+    resize(QSize(800, 740).expandedTo(sizeHint()));
     m_recent.Read(*Configuration());
     connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
     auto* const timer = new QTimer(this);
@@ -92,14 +93,12 @@ void ConsoleWindow::BuildPages() {
     AddPage(new LogPage, "Log", tr("Log"));
     AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
     m_mpxOrvPage = new MpxOrvPage;
-    m_mpxOrvPage->setObjectName(QStringLiteral("MyMpxORV"));
-    m_tabs->addTab(m_mpxOrvPage, tr("My MpxORV"));
+    ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, &m_session, &ConsoleSession::UseMpxOrv);
 }
 
 void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title) {
-    page->setObjectName(QString::fromLatin1(name));
-    m_tabs->addTab(page, title);
+    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
     m_pages.push_back(page);
 }
 

@@ -4,6 +4,7 @@
 #include <apps/common/listenaddress.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/mpxorvspage.h>
+#include <apps/pages/scrolledpage.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -54,9 +55,9 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
 ServerWindow::~ServerWindow() = default;
 
 void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
-    page->setObjectName(QString::fromLatin1(name));
     page->Bind(mcskeys::Root, AllSegments);
-    m_tabs->addTab(page, title);
+    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
+    resize(size().expandedTo(sizeHint()));
 }
 
 int ServerWindow::CountClients() const {

@@ -28,11 +28,23 @@ QPalette DarkPalette() {
     return palette;
 }
 
+/// Styles that draw as the desktop does may keep its light buttons, under light texts.
+QString StyleThatObeysPalettes() {
+    return QStringLiteral("fusion");
+}
+
+void UseStyle(const QString& name) {
+    const QString current = QApplication::style()->objectName();
+    if (current.compare(name, Qt::CaseInsensitive) != 0) QApplication::setStyle(name);
+}
+
 }  // namespace
 
 void colours::Apply(bool isDark) {
     // What the desktop has is only known before it is changed for the first time.
     static const QPalette desktop = QApplication::palette();
+    static const QString desktopStyle = QApplication::style()->objectName();
+    UseStyle(isDark ? StyleThatObeysPalettes() : desktopStyle);
     const QPalette palette = isDark ? DarkPalette() : desktop;
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);

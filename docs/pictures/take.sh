@@ -41,7 +41,7 @@ export MCS_MODBUS_PORT=$port
 "$programs/mcserver" --headless --listen 127.0.0.1:0 --config "$work/server.ini" >"$work/out" &
 server=$!
 until port=$(port_in "$work/out") && [ -n "$port" ]; do pause "$server"; done
-until "$programs/mctree" --connect "127.0.0.1:$port" get /MultiChannelServer/Status/BootState | grep -q Ready; do :; done
+until "$programs/mctree" --connect "127.0.0.1:$port" get /MultiChannelServer/Status/BootState | grep -q Ready; do pause "$server"; done
 console=("$programs/mcconsole" --connect "127.0.0.1:$port" --config "$work/console.ini" --name Console)
 "${console[@]}" --screenshot .
 "${console[@]}" --locale de --dark --screenshot "$work/german"

@@ -116,7 +116,9 @@ void screenfit::BringOntoScreen(QWidget& window) {
     const QSize decoration = Decoration(window);
     const bool isUsual = !(state & Unusual);
     const QPoint position = isUsual ? window.pos() : window.normalGeometry().topLeft();
-    const QSize size = isUsual ? window.size() : window.normalGeometry().size();
+    // A window that is stored too small gets what it needs when it is shown.
+    const QSize size =
+        (isUsual ? window.size() : window.normalGeometry().size()).expandedTo(window.minimumSizeHint());
     const QRect frame(position, size + decoration);
     const QRect fitted = Fitted(frame, FreeScreens());
     if (fitted == frame) return;

@@ -2,6 +2,7 @@
 // The windows without a mouse, and as a screen reader tells of them.
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/scrolledpage.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
 
@@ -30,6 +31,7 @@ using testing::IsEmpty;
 /// What people take for one control: a field within a box belongs to the box.
 QWidget* ControlOf(QWidget* widget) {
     for (QWidget* above = widget; above != nullptr && !above->isWindow(); above = above->parentWidget()) {
+        if (qobject_cast<ScrolledPage*>(above) != nullptr) break;
         const bool isWhole = qobject_cast<QAbstractSpinBox*>(above) != nullptr ||
                              qobject_cast<QComboBox*>(above) != nullptr ||
                              qobject_cast<QAbstractScrollArea*>(above) != nullptr;
@@ -143,6 +145,19 @@ TEST_F(KeyboardTest, EveryControlHasAName) {
     OnEachPage([this] { EXPECT_THAT(Nameless(*window), IsEmpty()); });
 }
 
+TEST_F(KeyboardTest, BringsTheControlThatHasTheFocusIntoSightOfASmallWindow) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    QApplication::setActiveWindow(window.get());
+    window->resize(480, 320);
+    ASSERT_EQ(window->size(), QSize(480, 320));
+    const QWidget* const button = Find<QPushButton>("MyMpxORV", "Calibrate");
+    EXPECT_TRUE(button->visibleRegion().isEmpty());
+    for (int i = 0; i < 100 && window->focusWidget() != button; ++i)
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window->focusWidget(), button);
+    EXPECT_FALSE(button->visibleRegion().isEmpty());
+}
+
 TEST_F(KeyboardTest, GoesFromPageToPage) {
     QApplication::setActiveWindow(window.get());
     window->GetTabs()->setFocus();
@@ -161,16 +176,16 @@ TEST_F(KeyboardTest, ServesTheDialogThatAsksForTheServer) {
     EXPECT_THAT(Nameless(dialog), IsEmpty());
 }
 
-class KeysInALanguage : public testing::TestWithParam<const char*> {
+class WindowsInALanguage : public testing::TestWithParam<const char*> {
   protected:
-    KeysInALanguage() : m_module(QString::fromLatin1(GetParam())) {}
-    ~KeysInALanguage() override { QLocale::setDefault(QLocale::c()); }
+    WindowsInALanguage() : m_module(QString::fromLatin1(GetParam())) {}
+    ~WindowsInALanguage() override { QLocale::setDefault(QLocale::c()); }
 
     values::Tree m_tree;
     GuiModule m_module;
 };
 
-TEST_P(KeysInALanguage, MeanOneThingOnEachPage) {
+TEST_P(WindowsInALanguage, GiveAKeyOneMeaningOnEachPage) {
     ConsoleWindow window{VtClientOptions()};
     window.show();
     EXPECT_THAT(SharedKeysOfMenus(window), IsEmpty());
@@ -180,13 +195,21 @@ TEST_P(KeysInALanguage, MeanOneThingOnEachPage) {
     }
 }
 
-TEST_P(KeysInALanguage, MeanOneThingInTheDialog) {
+TEST_P(WindowsInALanguage, FitASmallScreenAndShowAllOnALargeOne) {
+    const ConsoleWindow window{VtClientOptions()};
+    EXPECT_LE(window.minimumSizeHint().width(), 640);
+    EXPECT_LE(window.minimumSizeHint().height(), 400);
+    for (const auto* page : window.findChildren<ScrolledPage*>())
+        EXPECT_GE(window.width(), page->widget()->minimumSizeHint().width());
+}
+
+TEST_P(WindowsInALanguage, GiveAKeyOneMeaningInTheDialog) {
     ConnectDialog dialog(RecentServers(), VtClientOptions(), nullptr);
     dialog.show();
     EXPECT_THAT(SharedKeys(dialog), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, KeysInALanguage, testing::Values("en", "de"),
+INSTANTIATE_TEST_SUITE_P(, WindowsInALanguage, testing::Values("en", "de"),
                          [](const auto& row) { return std::string(row.param); });
 
 }  // namespace

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The program itself, and the server with its window.
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
 #include <platform/vtclient/vttokenhash.h>
 
 #include <tests/apps/mcserver/serverprocess.h>
@@ -8,7 +10,12 @@
 #include <gmock/gmock.h>
 
 #include <QtCore/QDir>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
+#include <QtGui/QScreen>
+
+#include <limits>
+#include <memory>
 
 namespace {
 
@@ -102,6 +109,73 @@ TEST_F(ConsoleProcess, FailsIfItIsToEndBeforeThePicturesAreTaken) {
     EXPECT_EQ(WaitForEnd(), 1);
     EXPECT_TRUE(errors.endsWith("mcconsole: ended before the pictures were taken\n")) << errors.constData();
     EXPECT_FALSE(QDir(pictures).exists());
+}
+
+class ConsolePlacement : public ConsoleProcess {
+  protected:
+    ~ConsolePlacement() override { CfgCenter::Instance().SetStorePath(QString()); }
+
+    /// Where the window is said to be in the configuration.
+    QRect Stored() {
+        const std::unique_ptr<ICfg> section = OpenSection();
+        const auto read = [&section](const char* key) {
+            return section->ReadInt(QString::fromLatin1(key), -1);
+        };
+        return {read("x"), read("y"), read("w"), read("h")};
+    }
+    void Store(const QRect& place) {
+        const std::unique_ptr<ICfg> section = OpenSection();
+        section->WriteInt(QStringLiteral("x"), place.x());
+        section->WriteInt(QStringLiteral("y"), place.y());
+        section->WriteInt(QStringLiteral("w"), place.width());
+        section->WriteInt(QStringLiteral("h"), place.height());
+        ASSERT_TRUE(section->CommitKey(QStringLiteral("x")));
+    }
+    static testing::AssertionResult IsOnScreen(const QRect& place) {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        if (screen.contains(place)) return testing::AssertionSuccess();
+        return testing::AssertionFailure()
+               << place.x() << ' ' << place.y() << ' ' << place.width() << ' ' << place.height()
+               << " is not within " << screen.width() << 'x' << screen.height();
+    }
+    /// Opens the window, and ends the program as its user's session does.
+    void OpenAndEnd() {
+        ASSERT_NO_FATAL_FAILURE(server.Start());
+        StartProgram(QStringLiteral(MCCONSOLE), ConnectWords(QString()).mid(0, 4));
+        ASSERT_TRUE(ServerProcess::WaitFor(
+            [this] { return server.Output().contains(QLatin1String(" is connected")); }));
+        process.terminate();
+        ASSERT_EQ(WaitForEnd(), 0) << errors.constData();
+    }
+
+  private:
+    /// As it is in the file by now.
+    std::unique_ptr<ICfg> OpenSection() {
+        CfgCenter::Instance().SetStorePath(QString());
+        CfgCenter::Instance().SetStorePath(server.Path(QStringLiteral("console.ini")));
+        const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
+        return std::unique_ptr<ICfg>(root->ProvideSection(QStringLiteral("ConsoleWindow")));
+    }
+};
+
+TEST_F(ConsolePlacement, IsKeptFromRunToRun) {
+    const QRect place(40, 30, 600, 450);
+    ASSERT_NO_FATAL_FAILURE(Store(place));
+    ASSERT_NO_FATAL_FAILURE(OpenAndEnd());
+    EXPECT_EQ(Stored(), place);
+}
+
+TEST_F(ConsolePlacement, IsBroughtBackFromAScreenThatIsGone) {
+    ASSERT_NO_FATAL_FAILURE(Store(QRect(20000, -9000, 700, 650)));
+    ASSERT_NO_FATAL_FAILURE(OpenAndEnd());
+    EXPECT_TRUE(IsOnScreen(Stored()));
+}
+
+TEST_F(ConsolePlacement, IsMadeToFitWhateverNumbersAreStored) {
+    constexpr int most = std::numeric_limits<int>::max();
+    ASSERT_NO_FATAL_FAILURE(Store(QRect(QPoint(-most, most - 1), QSize(most, 0))));
+    ASSERT_NO_FATAL_FAILURE(OpenAndEnd());
+    EXPECT_TRUE(IsOnScreen(Stored()));
 }
 
 TEST_F(ConsoleProcess, NeedsADisplay) {

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/scrolledpage.h>
+
+#include <QtWidgets/QTabWidget>
+
+ScrolledPage::ScrolledPage(QWidget* page) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);  // Tab leads to what is in it, and that into sight
+    setWidget(page);
+}
+
+void ScrolledPage::AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title) {
+    auto* const scrolled = new ScrolledPage(page);
+    scrolled->setObjectName(name);
+    tabs.addTab(scrolled, title);
+}
+
+QSize ScrolledPage::sizeHint() const {
+    return widget()->minimumSizeHint();
+}

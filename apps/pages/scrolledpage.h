@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtWidgets/QScrollArea>
+
+class QTabWidget;
+
+/// A page of a window that stays usable where the screen is smaller than the page: on a laptop, or magnified.
+/// Asks for as much room as shows all of it. GUI thread.
+class ScrolledPage : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    /// Owns \a page.
+    explicit ScrolledPage(QWidget* page);
+
+    /// Adds \a page to \a tabs. \a name becomes the object name of what is added.
+    static void AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title);
+
+    QSize sizeHint() const override;
+};

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a server answers to writes and creations.
+#include <tests/platform/vtclient/serverrules.h>
+
+namespace {
+
+using namespace serverrules;
+
+struct WriteRow {
+    const char* name;
+    vt::Content content;
+    EResult result;
+    const char* reason;
+    const char* shown;
+};
+
+class Writes : public ServerRules, public testing::WithParamInterface<WriteRow> {};
+
+TEST_P(Writes, AreAnswered) {
+    auto* const n = Add<ValueNumeric<int>>("/S", "n");
+    n->SetMin(0);
+    n->SetMax(100);
+    n->SetValue(50);
+    RawPeer& peer = Subscribed();
+    peer.Send(Write(42, 1, 1, GetParam().content));
+    Run();
+    ASSERT_EQ(peer.Count(EMessage::Answer), 1);
+    const Message answer = peer.Of(EMessage::Answer)[0];
+    EXPECT_EQ(answer.req, 42U);
+    EXPECT_EQ(answer.result, GetParam().result);
+    EXPECT_EQ(answer.reason, S(GetParam().reason));
+    EXPECT_EQ(QString::number(n->GetValue()), S(GetParam().shown));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Writes,
+                         testing::Values(WriteRow{"WithinLimits", qint64{7}, EResult::Done, "", "7"},
+                                         WriteRow{"TheSame", qint64{50}, EResult::Done, "", "50"},
+                                         WriteRow{"AboveLimits", qint64{700}, EResult::Clamped, "", "100"},
+                                         WriteRow{"BelowLimits", qint64{-1}, EResult::Clamped, "", "0"},
+                                         WriteRow{"Beyond32Bits", qint64{1} << 40, EResult::Denied,
+                                                  "the content is none of a value of type int", "50"},
+                                         WriteRow{"AText", QStringLiteral("7"), EResult::Denied,
+                                                  "the content is none of a value of type int", "50"},
+                                         WriteRow{"Nothing", vt::Content(), EResult::Denied,
+                                                  "the content is none of a value of type int", "50"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(ServerRules, AWriteToAVanishedItemIsAnsweredGone) {
+    Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    m_tree.Delete(Item("/S/t"));
+    peer.Send(Write(1, 1, 1, QStringLiteral("x")));
+    peer.Send(Write(2, 9, 1, QStringLiteral("x")));
+    Run();
+    ASSERT_EQ(peer.Count(EMessage::Answer), 2);
+    EXPECT_EQ(peer.Of(EMessage::Answer)[0].result, EResult::Gone);
+    EXPECT_EQ(peer.Of(EMessage::Answer)[1].result, EResult::Gone);
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+}
+
+TEST_F(ServerRules, ANodeHasNoContent) {
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Write(1, 1, 0, QStringLiteral("x")));
+    Run();
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).reason, S("a node has no content"));
+}
+
+TEST_F(ServerRules, WhatMayNotBeWrittenIsDenied) {
+    auto* const t = Add<Text>("/S", "t");
+    m_access.unwritable.insert(S("/S/t"));
+    RawPeer& peer = Subscribed();
+    peer.Send(Write(1, 1, 1, QStringLiteral("x")));
+    Run();
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).result, EResult::Denied);
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).reason, S("not for you"));
+    EXPECT_EQ(t->GetValue(), QString());
+}
+
+TEST_F(ServerRules, ASelectionIsWrittenByKey) {
+    auto* const selection = Add<ValueSelection>("/S", "s");
+    selection->AddItem(S("off"), 0.0, 10);
+    selection->AddItem(S("on"), 1.0, 20);
+    RawPeer& peer = Subscribed();
+    peer.Send(Write(1, 1, 1, qint64{20}));
+    Run();
+    EXPECT_EQ(selection->GetCurrentText(), S("on"));
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).result, EResult::Done);
+    peer.Send(Write(2, 1, 1, qint64{30}));
+    Run();
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(1).reason, S("the selection has no item with this key"));
+    EXPECT_EQ(selection->GetCurrentText(), S("on"));
+    peer.Send(Write(3, 1, 1, vt::Content()));
+    Run();
+    EXPECT_EQ(selection->GetCurrentIndex(), ValueSelection::NoIndex);
+    EXPECT_EQ(peer.Of(EMessage::Answer).at(2).result, EResult::Done);
+}
+
+TEST_F(ServerRules, APushButtonThatTheServerResetsIsAnsweredWithWhatHolds) {
+    auto* const button = Add<Value<bool>>("/S", "button");
+    int presses = 0;
+    RecordingObserver server([&](Observable*, TChangeCode code) {
+        if (code != changecode::ContentChanged || !button->GetValue()) return;
+        ++presses;
+        button->SetValue(false);
+    });
+    button->AddObserver(&server);
+    RawPeer& peer = Subscribed();
+    peer.Send(Write(1, 1, 1, true));
+    Run();
+    EXPECT_EQ(presses, 1);
+    ASSERT_EQ(peer.Count(EMessage::Answer), 1);
+    EXPECT_EQ(peer.Of(EMessage::Answer)[0].result, EResult::Clamped);
+    EXPECT_EQ(std::get<bool>(peer.Of(EMessage::Answer)[0].item.content), false);
+    button->DeleteObserver(&server);
+}
+
+TEST_F(ServerRules, CreationsAreCheckedAndAnswered) {
+    Add<Text>("/S", "t");
+    m_access.uncreatable.insert(S("/S/no"));
+    RawPeer& peer = Subscribed();
+    peer.Send(Create(1, 1, "/S/a/b"));
+    peer.Send(Create(2, 1, "/S/a/b"));
+    peer.Send(Create(3, 1, "/S/no"));
+    peer.Send(Create(4, 1, "/elsewhere"));
+    peer.Send(Create(5, 1, "/S/t/below"));
+    peer.Send(Create(6, 7, "/S/x"));
+    Run();
+    std::map<quint32, Message> answers;
+    for (const Message& answer : peer.Of(EMessage::Answer))
+        answers[answer.req] = answer;
+    ASSERT_EQ(answers.size(), 6U);
+    EXPECT_EQ(answers[1].result, EResult::Done);
+    EXPECT_EQ(answers[2].result, EResult::Done);
+    EXPECT_EQ(answers[3].reason, S("nothing is created here"));
+    EXPECT_EQ(answers[4].reason, S("'/elsewhere' does not lie in the subscription"));
+    EXPECT_EQ(answers[5].reason, S("a value stands in the way"));
+    EXPECT_EQ(answers[6].result, EResult::Gone);
+    EXPECT_TRUE(Item("/S/a/b") != nullptr && Item("/S/a/b")->IsNode());
+    EXPECT_EQ(Item("/elsewhere"), nullptr);
+}
+
+TEST_F(ServerRules, ACreationIsAnsweredAfterTheItemWasTold) {
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Create(1, 1, "/S"));
+    Run();
+    ASSERT_GE(peer.messages.size(), 2U);
+    EXPECT_EQ(peer.messages[peer.messages.size() - 2].type, EMessage::Batch);
+    EXPECT_EQ(peer.messages.back().type, EMessage::Answer);
+}
+
+}  // namespace

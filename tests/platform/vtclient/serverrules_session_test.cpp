@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+// Whom a server admits, and how long it keeps a session.
+#include <tests/platform/vtclient/serverrules.h>
+
+namespace {
+
+using namespace serverrules;
+
+TEST_F(ServerRules, AHelloIsWelcomedWithSessionAndPatience) {
+    RawPeer& peer = Admitted();
+    const Message welcome = peer.Of(EMessage::Welcome)[0];
+    EXPECT_EQ(welcome.version, 1U);
+    EXPECT_EQ(welcome.session, 1);
+    EXPECT_EQ(welcome.ping, 5000);
+    EXPECT_EQ(welcome.dead, 15000);
+    EXPECT_EQ(m_access.started, 1);
+}
+
+TEST_F(ServerRules, AnotherVersionIsRefused) {
+    RawPeer& peer = Connect();
+    peer.Send(Hello(2));
+    Run();
+    ExpectBye(peer, EBye::Version, "this server speaks version 1 of the protocol, not 2");
+    EXPECT_EQ(m_access.started, 0);
+}
+
+TEST_F(ServerRules, WhoIsNotAdmittedHearsWhy) {
+    m_access.refusal = S("the token is wrong");
+    RawPeer& peer = Connect();
+    peer.Send(Hello());
+    Run();
+    ExpectBye(peer, EBye::NotAdmitted, "the token is wrong");
+    EXPECT_EQ(m_access.ended, 0);
+}
+
+TEST_F(ServerRules, TheFirstMessageMustBeAHello) {
+    RawPeer& peer = Connect();
+    peer.Send(Subscribe(1, "/S"));
+    Run();
+    ExpectBye(peer, EBye::Malformed, "the first message must be a hello");
+}
+
+TEST_F(ServerRules, ASecondHelloEndsTheSession) {
+    RawPeer& peer = Admitted();
+    peer.Send(Hello());
+    Run();
+    ExpectBye(peer, EBye::Malformed, "a message that only a server sends, or a second hello");
+}
+
+TEST_F(ServerRules, GarbageEndsTheSessionAndNobodyElses) {
+    RawPeer& good = Admitted();
+    RawPeer& bad = Admitted();
+    bad.SendBytes(QByteArray("GET / HTTP/1.1"));
+    Run();
+    EXPECT_EQ(bad.Count(EMessage::Bye), 1);
+    EXPECT_EQ(good.Count(EMessage::Bye), 0);
+    EXPECT_EQ(m_hub->CountSessions(), 1);
+}
+
+TEST_F(ServerRules, AHelloMustComeInTime) {
+    RawPeer& peer = Connect();
+    RunAfter(vtlimits::HelloTimeout - 1);
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    RunAfter(300);
+    ExpectBye(peer, EBye::Silence, "no hello in time");
+}
+
+TEST_F(ServerRules, TheOldestThatSaysNoHelloMakesRoom) {
+    std::vector<RawPeer*> silent;
+    for (int i = 0; i < vtlimits::MaxPendingConnections; ++i)
+        silent.push_back(&Connect());
+    RawPeer& late = Connect();
+    late.Send(Hello());
+    Run();
+    ExpectBye(*silent.front(), EBye::Limit, "too many connections wait for their hello");
+    EXPECT_EQ(silent.back()->Count(EMessage::Bye), 0);
+    EXPECT_EQ(late.Count(EMessage::Welcome), 1);
+}
+
+TEST_F(ServerRules, ASilentClientIsPingedAndThenGivenUp) {
+    RawPeer& peer = Admitted();
+    RunAfter(5001);
+    EXPECT_EQ(peer.Count(EMessage::Ping), 1);
+    RunAfter(4000);
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    RunAfter(6001);
+    ASSERT_EQ(peer.Count(EMessage::Bye), 1);
+    EXPECT_EQ(peer.Of(EMessage::Bye)[0].code, EBye::Silence);
+    EXPECT_EQ(m_access.ended, 1);
+}
+
+TEST_F(ServerRules, APingIsAnsweredWithItsNumber) {
+    RawPeer& peer = Admitted();
+    Message ping = Message::Of(EMessage::Ping);
+    ping.seq = 77;
+    peer.Send(ping);
+    Run();
+    ASSERT_EQ(peer.Count(EMessage::Pong), 1);
+    EXPECT_EQ(peer.Of(EMessage::Pong)[0].seq, 77U);
+}
+
+TEST_F(ServerRules, ASessionsEndIsToldOnceAndLetsGoOfEverything) {
+    Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    EXPECT_EQ(m_hub->CountWatchers(), 1);
+    EXPECT_EQ(Find<Text>("/S/t")->CountObservers(), 1);
+    Message bye = Message::Of(EMessage::Bye);
+    bye.code = EBye::ClientEnds;
+    peer.Send(bye);
+    Run();
+    EXPECT_EQ(m_hub->CountSessions(), 0);
+    EXPECT_EQ(m_hub->CountWatchers(), 0);
+    EXPECT_EQ(m_access.ended, 1);
+    EXPECT_EQ(Find<Text>("/S/t")->CountObservers(), 0);
+}
+
+}  // namespace

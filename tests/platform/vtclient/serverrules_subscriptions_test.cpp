@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a server tells those who subscribe, and how much of it at a time.
+#include <tests/platform/vtclient/serverrules.h>
+
+namespace {
+
+using namespace serverrules;
+
+TEST_F(ServerRules, ASubscriptionsNumberIsFreeAndInRange) {
+    for (const quint32 number : {0U, 0x80000000U}) {
+        RawPeer& peer = Admitted();
+        peer.Send(Subscribe(number, "/S"));
+        Run();
+        EXPECT_EQ(peer.Count(EMessage::Bye), 1) << number;
+    }
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Subscribe(1, "/S"));
+    Run();
+    ExpectBye(peer, EBye::Malformed, "1 is no free number of a subscription");
+}
+
+TEST_F(ServerRules, ThereIsALimitToSubscriptions) {
+    RawPeer& peer = Admitted();
+    for (quint32 i = 1; i <= vtlimits::MaxSubscriptions; ++i)
+        peer.Send(Subscribe(i, "/S"));
+    Run();
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    peer.Send(Subscribe(vtlimits::MaxSubscriptions + 1, "/S"));
+    Run();
+    ExpectBye(peer, EBye::Limit, "more than 256 subscriptions");
+    EXPECT_EQ(m_hub->CountWatchers(), 0);
+}
+
+TEST_F(ServerRules, ARelativePathIsNoPath) {
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "S"));
+    Run();
+    ExpectBye(peer, EBye::Malformed, "'S' is no absolute path");
+}
+
+TEST_F(ServerRules, WhatMayNotBeReadIsAbsentWithAReason) {
+    Add<Text>("/S", "t");
+    m_access.unreadable.insert(S("/S"));
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "//S/"));
+    Run();
+    ASSERT_EQ(peer.Count(EMessage::Absent), 1);
+    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, S("'/S' may not be read by 'guest'"));
+    EXPECT_EQ(peer.Count(EMessage::Subscribed), 0);
+    EXPECT_TRUE(m_access.provided.empty());
+    EXPECT_EQ(m_hub->CountWatchers(), 0);
+}
+
+TEST_F(ServerRules, AnAbsentItemIsSubscribedWhenItAppears) {
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "/S/t"));
+    Run();
+    ASSERT_EQ(peer.Count(EMessage::Absent), 1);
+    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, QString());
+    EXPECT_EQ(m_access.provided, std::vector<QString>{S("/S/t")});
+    Add<Text>("/S", "t")->SetValue(S("here"));
+    Run();
+    EXPECT_EQ(peer.Count(EMessage::Subscribed), 1);
+    EXPECT_EQ(peer.Count(EMessage::End), 1);
+    ASSERT_EQ(peer.changes.size(), 1U);
+    EXPECT_EQ(std::get<QString>(peer.changes[0].item.content), S("here"));
+}
+
+TEST_F(ServerRules, AServerMayMakeWhatIsSubscribed) {
+    m_access.onProvide = [this](const QString&) { Add<Text>("/S", "made"); };
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "/S"));
+    Run();
+    EXPECT_EQ(peer.Count(EMessage::Absent), 0);
+    EXPECT_EQ(peer.Count(EMessage::End), 1);
+}
+
+TEST_F(ServerRules, TheSequenceCountsSnapshotEndAndBatches) {
+    auto* const t = Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    t->SetValue(S("1"));
+    Run();
+    t->SetValue(S("2"));
+    Run();
+    std::vector<quint64> sequence;
+    for (const Message& message : peer.messages)
+        if (message.type == EMessage::Snapshot || message.type == EMessage::End ||
+            message.type == EMessage::Batch)
+            sequence.push_back(message.seq);
+    EXPECT_THAT(sequence, ElementsAre(1, 2, 3, 4));
+}
+
+TEST_F(ServerRules, ChangesOfOneTurnTravelTogetherAndOnlyTheLastContent) {
+    auto* const a = Add<ValueNumeric<int>>("/S", "a");
+    auto* const b = Add<ValueNumeric<int>>("/S", "b");
+    RawPeer& peer = Subscribed();
+    peer.changes.clear();
+    for (int i = 1; i <= 10; ++i) {
+        b->SetValue(i);
+        a->SetValue(2 * i);
+    }
+    Run();
+    EXPECT_EQ(peer.Count(EMessage::Batch), 1);
+    ASSERT_EQ(peer.changes.size(), 2U);
+    EXPECT_EQ(std::get<qint64>(peer.changes[0].item.content), 10);  // b changed first
+    EXPECT_EQ(std::get<qint64>(peer.changes[1].item.content), 20);
+}
+
+TEST_F(ServerRules, OccurrencesAreNeverMerged) {
+    auto* const log = Add<Text>("/S", "log");
+    log->SetDelivery(values::EDelivery::EveryChange);
+    RawPeer& peer = Subscribed();
+    peer.changes.clear();
+    for (const char* line : {"a", "a", "b", "a"})
+        log->SetValue(S(line));
+    Run();
+    std::vector<QString> lines;
+    for (const vt::TreeChange& change : peer.changes)
+        lines.push_back(std::get<QString>(change.item.content));
+    EXPECT_THAT(lines, ElementsAre(S("a"), S("a"), S("b"), S("a")));
+}
+
+TEST_F(ServerRules, ALargeTreeComesInChunks) {
+    for (int i = 0; i < 5000; ++i)
+        Add<Text>("/S", QStringLiteral("value%1").arg(i).toUtf8().constData())
+            ->SetValue(QString(50, QLatin1Char('x')));
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "/S"));
+    for (quint64 acked = 0; peer.Count(EMessage::End) == 0 && acked < 100; ++acked) {
+        Run();
+        peer.Send(Ack(static_cast<quint64>(peer.Count(EMessage::Snapshot) + peer.Count(EMessage::End))));
+    }
+    EXPECT_EQ(peer.changes.size(), 5001U);
+    EXPECT_GT(peer.Count(EMessage::Snapshot), 5);
+    EXPECT_LT(peer.largest, vtlimits::BatchTarget + 1024);
+    for (std::size_t i = 0; i < peer.changes.size(); ++i)
+        ASSERT_EQ(peer.changes[i].id, i);
+}
+
+TEST_F(ServerRules, AClientThatSubscribesALargeTreeAHundredTimesCostsAWindowAndDelaysNobody) {
+    for (int i = 0; i < 20000; ++i)
+        Add<Text>("/S", QStringLiteral("value%1").arg(i).toUtf8().constData());
+    RawPeer& greedy = Admitted();
+    for (quint32 i = 1; i <= 100; ++i)
+        greedy.Send(Subscribe(i, "/"));
+    RawPeer& modest = Admitted();
+    modest.Send(Subscribe(1, "/S/value7"));
+    Run();
+    EXPECT_EQ(modest.Count(EMessage::End), 1);
+    EXPECT_EQ(m_hub->CountWatchers(), 2);
+    EXPECT_EQ(greedy.Count(EMessage::Bye), 0);
+    EXPECT_LE(greedy.Count(EMessage::Snapshot) + greedy.Count(EMessage::End), vtlimits::MaxUnackedMessages);
+    EXPECT_LE(greedy.received, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget + 100 * 64);
+}
+
+TEST_F(ServerRules, AClientThatDoesNotAcknowledgeGetsNoMore) {
+    auto* const n = Add<ValueNumeric<int>>("/S", "n");
+    RawPeer& peer = Subscribed();
+    const int before = 2;  // snapshot and end
+    for (int i = 1; i <= 500; ++i) {
+        n->SetValue(i);
+        Run();
+    }
+    EXPECT_EQ(peer.Count(EMessage::Batch), vtlimits::MaxUnackedMessages - before);
+    peer.Send(Ack(static_cast<quint64>(vtlimits::MaxUnackedMessages)));
+    Run();
+    EXPECT_EQ(peer.Count(EMessage::Batch), vtlimits::MaxUnackedMessages - before + 1);
+    EXPECT_EQ(std::get<qint64>(peer.changes.back().item.content), 500);
+}
+
+TEST_F(ServerRules, ASlowClientsBacklogIsBoundedByTheItemsNotByTime) {
+    auto* const n = Add<ValueNumeric<int>>("/S", "n");
+    RawPeer& peer = Subscribed();
+    for (int i = 1; i <= 100; ++i) {
+        n->SetValue(i);
+        Run();
+    }
+    peer.changes.clear();
+    for (int i = 0; i < 20000; ++i) {
+        n->SetValue(i);
+        Add<Text>("/S/x", "passing");
+        m_tree.Delete(Item("/S/x"));
+        if (i % 100 == 0) Run();
+    }
+    peer.Send(Ack(64));
+    Run();
+    EXPECT_LT(peer.changes.size(), 10U);
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+}
+
+TEST_F(ServerRules, AClientThatDoesNotKeepUpWithOccurrencesIsEnded) {
+    auto* const log = Add<Text>("/S", "log");
+    log->SetDelivery(values::EDelivery::EveryChange);
+    RawPeer& slow = Subscribed();
+    RawPeer& good = Subscribed();
+    for (int i = 0; i < 200 && slow.Count(EMessage::Bye) == 0; ++i) {
+        log->SetValue(QString(50000, QLatin1Char('x')));
+        Run();
+        good.Send(Ack(static_cast<quint64>(2 + good.Count(EMessage::Batch))));
+        Run();
+    }
+    ASSERT_EQ(slow.Count(EMessage::Bye), 1);
+    EXPECT_EQ(slow.Of(EMessage::Bye)[0].code, EBye::TooSlow);
+    EXPECT_EQ(good.Count(EMessage::Bye), 0);
+}
+
+TEST_F(ServerRules, AnAcknowledgementOfWhatWasNotSentEndsTheSession) {
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Ack(99));
+    Run();
+    ExpectBye(peer, EBye::Malformed, "an acknowledgement of what was not sent");
+}
+
+TEST_F(ServerRules, UnsubscribingLetsGo) {
+    Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    unsubscribe.sub = 1;
+    peer.Send(unsubscribe);
+    Run();
+    EXPECT_EQ(m_hub->CountWatchers(), 0);
+    EXPECT_EQ(m_access.released, std::vector<QString>{S("/S")});
+    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+}
+
+TEST_F(ServerRules, UnsubscribingLetsGoOnceOfWhatWasWantedWithin) {
+    Add<Text>("/S", "t");
+    m_access.uncreatable.insert(S("/S/no"));
+    RawPeer& peer = Subscribed();
+    peer.Send(Create(1, 1, "/S/made"));
+    peer.Send(Create(2, 1, "/S/made"));
+    peer.Send(Create(3, 1, "/S/no"));
+    Run();
+    EXPECT_EQ(m_access.provided, (std::vector<QString>{S("/S"), S("/S/made"), S("/S/no")}));
+    EXPECT_TRUE(m_access.released.empty());
+    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    unsubscribe.sub = 1;
+    peer.Send(unsubscribe);
+    Run();
+    EXPECT_EQ(m_access.released, (std::vector<QString>{S("/S/made"), S("/S/no"), S("/S")}));
+}
+
+TEST_F(ServerRules, WhatWasWantedAndHasGoneMayBeWantedAgain) {
+    Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    peer.Send(Create(1, 1, "/S/made"));
+    Run();
+    m_tree.Delete(Item("/S/made"));
+    m_access.provided.clear();
+    peer.Send(Create(2, 1, "/S/made"));
+    Run();
+    EXPECT_EQ(m_access.provided, std::vector<QString>{S("/S/made")});
+    EXPECT_NE(Item("/S/made"), nullptr);
+}
+
+TEST_F(ServerRules, ClientsOfOneSubtreeShareItsWatcher) {
+    auto* const t = Add<Text>("/S", "t");
+    RawPeer& first = Subscribed();
+    RawPeer& second = Subscribed("//S");
+    EXPECT_EQ(m_hub->CountWatchers(), 1);
+    EXPECT_EQ(t->CountObservers(), 1);
+    t->SetValue(S("x"));
+    Run();
+    EXPECT_EQ(first.Count(EMessage::Batch), 1);
+    EXPECT_EQ(second.Count(EMessage::Batch), 1);
+}
+
+TEST_F(ServerRules, AContentThatFitsNoFrameIsStaleUntilItFits) {
+    auto* const t = Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    peer.changes.clear();
+    const TraceRecorder traces;
+    t->SetValue(QString(1500000, QLatin1Char('x')));
+    Run();
+    ASSERT_EQ(peer.changes.size(), 1U);
+    EXPECT_EQ(peer.changes[0].change, vt::EChange::Described);
+    EXPECT_EQ(peer.changes[0].item.flags, unsigned{vt::ItemDescription::Stale});
+    EXPECT_THAT(traces.Messages(), ElementsAre(S("The content of '/S/t' is too large to be sent")));
+    t->SetValue(S("short"));
+    Run();
+    ASSERT_EQ(peer.changes.size(), 3U);
+    EXPECT_EQ(std::get<QString>(peer.changes[1].item.content), S("short"));
+    EXPECT_EQ(peer.changes[2].item.flags, 0U);
+}
+
+TEST_F(ServerRules, ATurnEndsWhenItsTimeIsUpAndGoesOnInTheNext) {
+    for (int i = 0; i < 3000; ++i)
+        Add<Text>("/S", QStringLiteral("v%1").arg(i).toUtf8().constData());
+    RawPeer& peer = Admitted();
+    m_clock.SetCost(500);  // each look at the clock takes an eighth of a turn
+    peer.Send(Subscribe(1, "/S"));
+    for (int i = 0; i < 2000 && peer.Count(EMessage::End) == 0; ++i) {
+        Run();
+        peer.Send(Ack(static_cast<quint64>(peer.Count(EMessage::Snapshot))));
+    }
+    EXPECT_EQ(peer.Count(EMessage::End), 1);
+    EXPECT_EQ(peer.changes.size(), 3001U);
+}
+
+}  // namespace
