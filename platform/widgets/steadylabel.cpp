@@ -76,7 +76,7 @@ void SteadyLabel::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     drawFrame(&painter);
     const QRect room = contentsRect().marginsRemoved(QMargins(margin(), margin(), margin(), margin()));
-    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine;
+    const int flags = int(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine;
     style()->drawItemText(&painter, room, flags, palette(), isEnabled(),
                           fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
 }

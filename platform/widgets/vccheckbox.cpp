@@ -23,6 +23,7 @@ VCCheckBox::VCCheckBox(QWidget* parent, const char* name)
 
 VCCheckBox::~VCCheckBox() = default;
 
+// The interface is fixed: NOLINTNEXTLINE(performance-unnecessary-value-param)
 void VCCheckBox::SetText(QString text) {
     setText(text);
 }
