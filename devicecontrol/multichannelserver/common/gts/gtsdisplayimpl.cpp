@@ -207,7 +207,8 @@ void GTSDisplayImpl::ShowCount() {
     m_assignInputs->setEnabled(!m_modules.empty());
 }
 
-void GTSDisplayImpl::SlotDataModuleError(QString name, QString address, int errorcode, QString errortext) {
+void GTSDisplayImpl::SlotDataModuleError(const QString& name, const QString& address, int errorcode,
+                                         const QString& errortext) {
     const QString message =
         tr("GTS DataModule %1/%2 error: %3 (%4)").arg(name, address, errortext, QString::number(errorcode));
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, 390);
