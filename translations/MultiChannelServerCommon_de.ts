@@ -2,6 +2,150 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>DataModule</name>
+    <message>
+        <source>Disconnected</source>
+        <translation>Getrennt</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+</context>
+<context>
+    <name>DataModuleEditor</name>
+    <message>
+        <source>Type:</source>
+        <translation>Typ:</translation>
+    </message>
+    <message>
+        <source>IP Address:</source>
+        <translation>IP-Adresse:</translation>
+    </message>
+    <message>
+        <source>Poll interval (ms):</source>
+        <translation>Abfrage alle (ms):</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Add new module</source>
+        <translation>Neues Modul hinzufügen</translation>
+    </message>
+    <message>
+        <source>Edit module properties</source>
+        <translation>Eigenschaften des Moduls</translation>
+    </message>
+</context>
+<context>
+    <name>GTSDisplayImpl</name>
+    <message>
+        <source>Data modules for Ground Transmitter Suppression:</source>
+        <translation>Datenmodule der Bodensender-Unterdrückung:</translation>
+    </message>
+    <message>
+        <source>Data modules</source>
+        <translation>Datenmodule</translation>
+    </message>
+    <message>
+        <source>#</source>
+        <translation>#</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>IP Address</source>
+        <translation>IP-Adresse</translation>
+    </message>
+    <message>
+        <source>Polltime (ms)</source>
+        <translation>Abfrage (ms)</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Assign Inputs</source>
+        <translation>Eingänge</translation>
+    </message>
+    <message>
+        <source>Add module</source>
+        <translation>Neues Modul</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>Trennen</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>GTS DataModule %1/%2 error: %3 (%4)</source>
+        <translation>GTS-Datenmodul %1/%2, Fehler: %3 (%4)</translation>
+    </message>
+    <message>
+        <source>MultiChannel Server: GTS I/O failure</source>
+        <translation>MultiChannel Server: E/A-Fehler der GTS</translation>
+    </message>
+</context>
+<context>
+    <name>InputAssignmentEditor</name>
+    <message>
+        <source>Assign Inputs</source>
+        <translation>Eingänge</translation>
+    </message>
+    <message>
+        <source>Assignment of Frequency (in MHz) to Digital Input of data module:</source>
+        <translation>Frequenz (in MHz) je Digitaleingang der Datenmodule:</translation>
+    </message>
+    <message>
+        <source>Frequencies in MHz</source>
+        <translation>Frequenzen in MHz</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Übernehmen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>DI %1</source>
+        <translation>DI %1</translation>
+    </message>
+    <message>
+        <source>This is no frequency: nothing is assigned to the input</source>
+        <translation>Das ist keine Frequenz: dem Eingang ist nichts zugeordnet</translation>
+    </message>
+</context>
+<context>
     <name>LogTextEdit</name>
     <message>
         <source>... [cut, %1 characters in all]</source>
