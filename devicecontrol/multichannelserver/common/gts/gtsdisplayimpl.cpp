@@ -140,7 +140,7 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
 void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule.isNull()) return;
     const bool wasConnected = m_menuModule->IsConnected();
-    // Also one in error, whose thread still runs and waits before it tries again: it tries at once.
+    // One in error still has a thread, which tells of nothing but errors.
     m_menuModule->Disconnect();
     if (!wasConnected) m_menuModule->Connect();
 }
