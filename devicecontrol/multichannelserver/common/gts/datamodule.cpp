@@ -141,7 +141,7 @@ void DataModule::SlotOnConnectionClosed() {
     RefreshTree();
 }
 
-void DataModule::SlotOnConnectionError(int errorcode, QString errortext) {
+void DataModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
     m_connected = false;
     m_error = true;
     m_inputDiscretes = 0;

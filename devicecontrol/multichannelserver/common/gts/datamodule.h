@@ -73,7 +73,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
   public Q_SLOTS:
     void SlotOnConnectionEstablished();
     void SlotOnConnectionClosed();
-    void SlotOnConnectionError(int errorcode, QString errortext);
+    void SlotOnConnectionError(int errorcode, const QString& errortext);
     void SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
 
   private:

@@ -140,7 +140,7 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
 void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule.isNull()) return;
     const bool wasConnected = m_menuModule->IsConnected();
-    // Also one in error, whose thread still runs and waits before it tries again: it tries at once.
+    // One in error still has a thread, which tells of nothing but errors.
     m_menuModule->Disconnect();
     if (!wasConnected) m_menuModule->Connect();
 }
@@ -207,7 +207,8 @@ void GTSDisplayImpl::ShowCount() {
     m_assignInputs->setEnabled(!m_modules.empty());
 }
 
-void GTSDisplayImpl::SlotDataModuleError(QString name, QString address, int errorcode, QString errortext) {
+void GTSDisplayImpl::SlotDataModuleError(const QString& name, const QString& address, int errorcode,
+                                         const QString& errortext) {
     const QString message =
         tr("GTS DataModule %1/%2 error: %3 (%4)").arg(name, address, errortext, QString::number(errorcode));
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, 390);

@@ -41,7 +41,8 @@ class GTSDisplayImpl final : public QObject {
     void SlotConnectDataModule();
     void SlotEditDataModule();
     void SlotDeleteDataModule();
-    void SlotDataModuleError(QString name, QString address, int errorcode, QString errortext);
+    void SlotDataModuleError(const QString& name, const QString& address, int errorcode,
+                             const QString& errortext);
 
   private:
     void BuildTree();

@@ -42,12 +42,12 @@ void PollThreadImpl::SlotOnTimer() {
 }
 
 void PollThreadImpl::OnOpened() {
-    m_isOpening = true;
+    m_isOpening = !m_hasFailed;
 }
 
 void PollThreadImpl::OnError(unsigned code) {
+    m_hasFailed = true;
     m_isOpening = false;
-    m_inputDiscretes = 0;
     if (m_interface)
         Q_EMIT InterfaceError(static_cast<int>(code), ModbusErrorText(code));
     else
@@ -61,6 +61,7 @@ void PollThreadImpl::OnClosed() {
 }
 
 void PollThreadImpl::OnInputDiscretes(unsigned bits) {
+    if (m_hasFailed) return;
     if (bits != m_inputDiscretes) {
         m_inputDiscretes = bits;
         Q_EMIT InputDiscretesChanged(m_inputCount, bits);

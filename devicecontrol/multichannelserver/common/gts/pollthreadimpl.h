@@ -18,7 +18,9 @@ class QTimer;
 /// Asks one module for its inputs at every tick of a timer, and tells what changes. Lives on its poll thread.
 ///
 /// What was read over one connection is no reading of the next: when a connection ends, the inputs count as
-/// all 0 again, as at the start, and the next answer is told unless it is all 0 too.
+/// all 0 again, as at the start, and the next answer is told unless it is all 0 too. After an error, further
+/// errors are all that is told, although the interface connects again: deliberately, a module in error stays
+/// so until somebody connects it anew.
 class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback {
     Q_OBJECT
 
@@ -52,6 +54,7 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     const unsigned short m_inputCount;
     unsigned m_inputDiscretes = 0;  ///< read last
     bool m_isOpening = false;       ///< opened, and nothing read yet
+    bool m_hasFailed = false;
     std::optional<unsigned> m_creationError;
     QTimer* m_timer;
     std::unique_ptr<IModbusTcpInterface> m_interface;  ///< null where the address cannot be right

@@ -100,21 +100,30 @@ TEST_F(APolledModule, StaysInErrorWhenTheConnectionClosesAfterIt) {
     EXPECT_EQ(StatusOf(*module), Text("Error"));
 }
 
-TEST_F(APolledModule, IsConnectedAgainWhenItsInterfaceIs) {
+TEST_F(APolledModule, StaysInErrorUntilItIsConnectedAnew) {
     const auto module = MakeConnected(0);
     m_modules.Fail(m_ip, 110);
     ASSERT_TRUE(WaitForStatus(*module, "Error"));
     m_modules.Read(m_ip, 0);
+    const int requests = m_modules.Requests(m_ip);
+    while (m_modules.Requests(m_ip) < requests + 5)
+        RunTurns(1);
+    EXPECT_EQ(StatusOf(*module), Text("Error"));
+    EXPECT_FALSE(IsBlanked(First));
+    module->Disconnect();
+    module->Connect();
     ASSERT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_TRUE(IsBlanked(First));
 }
 
-// After the loss, an all-zero answer is not told: what was read before must not stand for it.
+// An all-zero answer is not told at first: what was read before must not stand for it.
 TEST_F(APolledModule, DoesNotTakeWhatItReadBeforeItWasLostForAReading) {
     const auto module = MakeConnected(FakeModules::AllInactive);
     m_modules.Fail(m_ip, 110);
     ASSERT_TRUE(WaitForStatus(*module, "Error"));
     m_modules.Read(m_ip, 0);
+    module->Disconnect();
+    module->Connect();
     ASSERT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_TRUE(IsBlanked(First));
     EXPECT_TRUE(IsBlanked(Second));
@@ -310,6 +319,8 @@ TEST_F(AWatchedModule, NeverBlanksAnInactiveInputWhileItIsLostAndBackAgain) {
     m_modules.Fail(m_ip, 110);
     ASSERT_TRUE(WaitForStatus(*module, "Error"));
     m_modules.Read(m_ip, 0xFFE);
+    module->Disconnect();
+    module->Connect();
     ASSERT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_TRUE(IsBlanked(First));
     EXPECT_FALSE(WasSecondBlanked());

@@ -97,10 +97,10 @@ TEST_F(AnOperator, ConnectsAModuleInErrorAnew) {
     m_modules.Fail(Text("10.0.0.1"), 110);
     ASSERT_TRUE(WaitForStatus(0, "Error"));
     const std::size_t before = m_modules.Addresses().size();
+    m_modules.Read(Text("10.0.0.1"), 0);
     RightClickOnRow(0);
     Choose("Connect");
     EXPECT_EQ(Row(0)[4], Text("Error"));  // until it is connected
-    m_modules.Read(Text("10.0.0.1"), 0);
     EXPECT_TRUE(WaitForStatus(0, "Connected"));
     EXPECT_EQ(m_modules.Addresses().size(), before + 1);
 }

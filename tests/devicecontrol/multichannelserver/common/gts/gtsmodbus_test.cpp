@@ -47,7 +47,7 @@ class ARealModule : public testing::Test {
     }
 
     static constexpr int LongMs = 60000;  // nothing ends by waiting
-    static constexpr int ShortMs = 100;
+    static constexpr int ShortMs = 500;
     static constexpr double First = 118100000.0;
     static constexpr double Second = 121500000.0;
 
@@ -198,6 +198,7 @@ TEST_P(AFault, IsAnErrorAndNeverAReadingAndIsOverOnceTheOperatorReconnects) {
     ASSERT_TRUE(WaitForStatus("Error"));
     EXPECT_FALSE(IsBlanked(First));
     SetFault("none");
+    SetResponseTimeout(LongMs);
     Reconnect();
     ASSERT_TRUE(WaitForStatus("Connected"));
     EXPECT_TRUE(IsBlanked(First));

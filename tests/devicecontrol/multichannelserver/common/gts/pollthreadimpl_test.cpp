@@ -133,12 +133,7 @@ TEST_F(APollThreadImpl, TellsTheSameInputsAgainOverTheNextConnection) {
     Listen(impl);
     impl.SlotOnTimer();
     TakeEvents();
-    m_modules.Fail(ip, 110);
-    impl.SlotOnTimer();
-    m_modules.Read(ip, FakeModules::AllInactive);
-    impl.SlotOnTimer();
-    EXPECT_EQ(TakeEvents(), Events("error 110", "close", "12 inputs fff", "open"));
-    impl.OnClosed();  // without an error: the module dropped the connection
+    impl.OnClosed();
     impl.OnOpened();
     impl.OnInputDiscretes(FakeModules::AllInactive);
     EXPECT_EQ(TakeEvents(), Events("close", "12 inputs fff", "open"));
@@ -148,12 +143,30 @@ TEST_F(APollThreadImpl, TakesInputsForAllZeroAfterAConnectionEnded) {
     PollThreadImpl impl(address, 12, 10);
     Listen(impl);
     impl.SlotOnTimer();
+    TakeEvents();
+    impl.OnClosed();
+    impl.OnOpened();
+    impl.OnInputDiscretes(0);
+    EXPECT_EQ(TakeEvents(), Events("close", "open"));
+}
+
+TEST_F(APollThreadImpl, TellsOnlyErrorsAfterAnError) {
+    PollThreadImpl impl(address, 12, 10);
+    Listen(impl);
+    impl.SlotOnTimer();
     m_modules.Fail(ip, 110);
     impl.SlotOnTimer();
-    TakeEvents();
-    m_modules.Read(ip, 0);
     impl.SlotOnTimer();
-    EXPECT_EQ(TakeEvents(), Events("open"));
+    EXPECT_EQ(TakeEvents(), Events("12 inputs fff", "open", "error 110", "close", "error 110"));
+    m_modules.Read(ip, 5);
+    impl.SlotOnTimer();
+    m_modules.Read(ip, 6);
+    impl.SlotOnTimer();
+    EXPECT_EQ(m_modules.Requests(ip), 5);
+    EXPECT_EQ(TakeEvents(), Events());
+    m_modules.Fail(ip, 111);
+    impl.SlotOnTimer();
+    EXPECT_EQ(TakeEvents(), Events("error 111", "close"));
 }
 
 TEST_F(APollThreadImpl, TellsEveryErrorWithItsText) {
@@ -173,7 +186,7 @@ TEST_F(APollThreadImpl, DoesNotTellOfAConnectionOverWhichNothingCouldBeRead) {
     impl.OnOpened();
     impl.OnError(110);
     impl.OnInputDiscretes(5);
-    EXPECT_EQ(TakeEvents(), Events("error 110", "12 inputs 5"));
+    EXPECT_EQ(TakeEvents(), Events("error 110"));
 }
 
 TEST_F(APollThreadImpl, IgnoresWhatIsNoneOfInputModules) {
