@@ -5,6 +5,7 @@
 #include <apps/dimodule/module.h>
 #include <apps/dimodule/resetonclose.h>
 
+#include <QtCore/QScopedValueRollback>
 #include <QtNetwork/QTcpSocket>
 
 namespace dimodule {
@@ -19,6 +20,7 @@ ModuleConnection::ModuleConnection(Module& module, QTcpSocket& socket)
     : QObject(&module), m_module(module), m_socket(socket) {
     m_socket.setParent(this);
     m_socket.setReadBufferSize(MaxWaiting);
+    m_socket.setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, static_cast<int>(MaxWaiting));
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_delay.setSingleShot(true);
     m_delay.setTimerType(Qt::PreciseTimer);
@@ -26,6 +28,7 @@ ModuleConnection::ModuleConnection(Module& module, QTcpSocket& socket)
     connect(&m_delay, &QTimer::timeout, this, &ModuleConnection::Perform);
     connect(&m_idle, &QTimer::timeout, this, &ModuleConnection::Leave);
     connect(&m_socket, &QTcpSocket::readyRead, this, &ModuleConnection::OnReadyRead);
+    connect(&m_socket, &QTcpSocket::bytesWritten, this, &ModuleConnection::OnReadyRead);
     connect(&m_socket, &QTcpSocket::disconnected, &m_delay, &QTimer::stop);
     connect(&m_socket, &QTcpSocket::disconnected, this, &QObject::deleteLater);
     // It may have gone, or asked, before anybody listened.
@@ -48,10 +51,12 @@ void ModuleConnection::DropWhenIdle(int ms) {
 }
 
 void ModuleConnection::OnReadyRead() {
-    if (!m_delay.isActive()) AnswerFrames();
+    // Sending an answer may tell at once that it was written.
+    if (!m_delay.isActive() && !m_isAnswering) AnswerFrames();
 }
 
 void ModuleConnection::AnswerFrames() {
+    const QScopedValueRollback<bool> answering(m_isAnswering, true);
     while (!m_delay.isActive() && m_socket.state() == QAbstractSocket::ConnectedState) {
         const int size = FrameSize(m_received);
         if (size == 0) {
@@ -59,9 +64,9 @@ void ModuleConnection::AnswerFrames() {
             m_received += m_socket.read(MaxFrameSize);
             continue;
         }
-        // What speaks another protocol gets no answer, and what does not read its answers no more of them.
-        if (size == -1) return Leave();
-        if (m_socket.bytesToWrite() > MaxWaiting) return Reset();
+        if (size == -1) return Leave();  // this is another protocol
+        // Who does not read the answers gets no more of them until then.
+        if (m_socket.bytesToWrite() > MaxWaiting) return;
         if (m_idle.isActive()) m_idle.start();
         m_reaction = m_module.Ask(m_received.left(size));
         m_received.remove(0, size);
@@ -73,12 +78,12 @@ void ModuleConnection::AnswerFrames() {
 }
 
 void ModuleConnection::Perform() {
-    const bool wasDelayed = m_reaction.delayMs > 0;
-    m_socket.write(m_reaction.bytes);
+    const Reaction reaction = m_reaction;
+    m_socket.write(reaction.bytes);
     m_socket.flush();
-    if (m_reaction.then == Reaction::EThen::Reset) return Reset();
-    if (m_reaction.then == Reaction::EThen::Leave) return Leave();
-    if (wasDelayed) AnswerFrames();
+    if (reaction.then == Reaction::EThen::Reset) return Reset();
+    if (reaction.then == Reaction::EThen::Leave) return Leave();
+    if (reaction.delayMs > 0) AnswerFrames();
 }
 
 void ModuleConnection::Leave() {

@@ -34,6 +34,7 @@ class ModuleConnection final : public QObject {
     QTcpSocket& m_socket;
     QByteArray m_received;
     Reaction m_reaction;  ///< under way while m_delay runs
+    bool m_isAnswering = false;
     QTimer m_delay;
     QTimer m_idle;
 };
