@@ -103,6 +103,8 @@ int main(int argc, char** argv) {
         return Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // 150 % are not to be 200 %: the window would not fit the screen.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
     return Run(options);
 }

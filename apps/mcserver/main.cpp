@@ -111,6 +111,8 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
     }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // 150 % are not to be 200 %: the window would not fit the screen.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
     return RunWithWindow(options);
 }

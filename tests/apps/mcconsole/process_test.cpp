@@ -67,7 +67,17 @@ TEST_F(ConsoleProcess, IsTwiceAsLargeWhereEverythingIs) {
     environment.remove(QStringLiteral("QT_SCALE_FACTOR"));
     const QString normal = server.Path(QStringLiteral("normal"));
     EXPECT_EQ(Run(ConnectWords(normal)), 0) << errors.constData();
-    EXPECT_EQ(Status(large).size(), 2 * Status(normal).size());
+    EXPECT_NEAR(Status(large).width(), 2 * Status(normal).width(),
+                10);  // letters are not exactly twice as wide
+    EXPECT_EQ(Status(large).height(), 2 * Status(normal).height());
+}
+
+TEST_F(ConsoleProcess, IsHalfAsLargeAgainOnAScreenAtOneAndAHalf) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("144"));
+    const QString large = server.Path(QStringLiteral("large"));
+    EXPECT_EQ(Run(ConnectWords(large)), 0) << errors.constData();
+    EXPECT_EQ(Status(large).height(), 740 * 3 / 2);
 }
 
 TEST_F(ConsoleProcess, IsDarkWhereThatIsWanted) {
