@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/commandreader.h>
+#include <apps/common/descriptorlimit.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
 #include <apps/dimodule/moduleprogram.h>
@@ -58,6 +59,7 @@ int Run(const ModuleOptions& options) {
 
 int main(int argc, char** argv) {
     terminal::Prepare();
+    RaiseDescriptorLimit();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("dimodule"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));

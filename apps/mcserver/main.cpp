@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/descriptorlimit.h>
 #include <apps/common/display.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
@@ -121,6 +122,7 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
 
 int main(int argc, char** argv) {
     terminal::Prepare();
+    RaiseDescriptorLimit();
     QCoreApplication::setApplicationName(QStringLiteral("mcserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCSERVER_VERSION));
     const ServerOptions options = ParseArguments(argc, argv);

@@ -16,8 +16,20 @@ using Handle = qintptr;
 constexpr Handle NoHandle = -1;
 
 /// The errors that are told without the operating system having had one.
-enum class EError { InvalidArgument, NoAddress, NoSuchFamily, TimedOut, ConnectionReset, Interrupted };
+enum class EError {
+    InvalidArgument,
+    NoAddress,
+    NoSuchFamily,
+    TimedOut,
+    ConnectionReset,
+    Interrupted,
+    TooManyFiles
+};
 MCS_MODBUS_EXPORT unsigned CodeOf(EError error);
+
+/// How many connections, each polled by a thread of its own, a process may have at a time and still have
+/// descriptors for everything else.
+MCS_MODBUS_EXPORT int MostConnections();
 
 /// A TCP socket (IPv4) that never blocks and sends at once; NoHandle with the reason in \a error.
 Handle Open(unsigned* error);

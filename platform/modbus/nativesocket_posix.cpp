@@ -6,10 +6,12 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/select.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace {
@@ -51,8 +53,17 @@ unsigned nativesocket::CodeOf(EError error) {
             return ECONNRESET;
         case EError::Interrupted:
             return ECANCELED;
+        case EError::TooManyFiles:
+            return EMFILE;
     }
     return EINVAL;
+}
+
+// A socket and the descriptor that wakes its thread's event loop, of those that libmodbus can wait for.
+int nativesocket::MostConnections() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = FD_SETSIZE;
+    return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, FD_SETSIZE)) * 2 / 5;
 }
 
 nativesocket::Handle nativesocket::Open(unsigned* error) {

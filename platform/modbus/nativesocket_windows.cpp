@@ -5,6 +5,7 @@
 #include <ws2tcpip.h>
 
 #include <cerrno>
+#include <limits>
 
 namespace {
 
@@ -66,8 +67,15 @@ unsigned nativesocket::CodeOf(EError error) {
             return WSAECONNRESET;
         case EError::Interrupted:
             return ERROR_CANCELLED;
+        case EError::TooManyFiles:
+            return WSAEMFILE;
     }
     return WSAEINVAL;
+}
+
+// Bounded by memory alone.
+int nativesocket::MostConnections() {
+    return std::numeric_limits<int>::max();
 }
 
 nativesocket::Handle nativesocket::Open(unsigned* error) {

@@ -6,6 +6,7 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/icfg.h>
+#include <platform/modbus/modbustcpinterfacecreator.h>
 
 #include <QtWidgets/QTreeWidget>
 
@@ -107,8 +108,14 @@ void DataModule::SaveAssignments(ICfg& section) const {
 }
 
 void DataModule::Connect() {
-    if (!m_connected && m_pollThread && !m_pollThread->isRunning()) m_pollThread->start();
     m_reconnectWanted = false;
+    if (m_connected || !m_pollThread || m_pollThread->isRunning()) return;
+    const unsigned error = m_pollThread->Start();
+    // Later, as all errors: whoever connects a new module may not listen to it yet.
+    const auto report = [this, error] {
+        SlotOnConnectionError(static_cast<int>(error), ModbusErrorText(error));
+    };
+    if (error != 0) QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
 }
 
 void DataModule::Disconnect() {

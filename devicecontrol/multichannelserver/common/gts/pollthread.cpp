@@ -3,10 +3,14 @@
 
 #include <devicecontrol/multichannelserver/common/gts/pollthreadimpl.h>
 
+#include <platform/modbus/nativesocket.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 
 #include <memory>
+
+int PollThread::s_count = 0;
 
 PollThread::PollThread(QObject* parent) : QThread(parent) {}
 
@@ -22,12 +26,23 @@ void PollThread::Setup(const QString& address, unsigned short inputCount, unsign
     m_pollInterval = pollInterval;
 }
 
+unsigned PollThread::Start() {
+    if (!m_isCounted && s_count >= nativesocket::MostConnections())
+        return nativesocket::CodeOf(nativesocket::EError::TooManyFiles);
+    if (!m_isCounted) ++s_count;
+    m_isCounted = true;
+    start();
+    return 0;
+}
+
 void PollThread::WaitForEnd() {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (m_impl != nullptr) m_impl->Abort();
     }
     wait();
+    if (m_isCounted) --s_count;
+    m_isCounted = false;
     // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
     const std::lock_guard<std::mutex> lock(m_mutex);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);

@@ -22,6 +22,9 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// What to poll from the next start on: the module at the IP address \a address, on the port of
     /// Modbus/TCP, every \a pollInterval ms.
     void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
+    /// Starts to poll. \return 0, or the error that stands in the way: the process has as many poll threads
+    /// as it has descriptors for, and would not survive one more.
+    unsigned Start();
     /// Ends a request that hangs, and waits until the thread has ended, which quit() asks it to. What it has
     /// told and nobody has heard yet is then never heard: it is about a connection that is no more.
     void WaitForEnd();
@@ -36,9 +39,11 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     void run() override;
 
   private:
-    std::mutex m_mutex;  ///< guards all that follows
+    std::mutex m_mutex;  ///< guards what follows, up to m_impl
     QString m_address;   ///< "TCP:<ip>:<port>"
     unsigned short m_inputCount = 0;
     unsigned m_pollInterval = 0;
     PollThreadImpl* m_impl = nullptr;  ///< while the thread runs; lives on it
+    bool m_isCounted = false;          ///< among those started; of the thread that made it, as the count
+    static int s_count;
 };

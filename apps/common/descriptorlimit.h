@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// Lets the process open as many files and connections as the system allows it: what it is allowed at first
+/// is little for a server.
+void RaiseDescriptorLimit();

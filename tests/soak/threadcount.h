@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// How many threads this process has.
+int CountThreads();
