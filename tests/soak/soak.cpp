@@ -4,6 +4,7 @@
 #include <tests/soak/words.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace soak {
 
@@ -99,11 +100,23 @@ void Soak::StepHealthy(int number) {
 }
 
 void Soak::BeginFault(int number) {
-    At(number).fault = Roll(0, m_matrix.CountFaults() - 1);
+    At(number).fault = DrawFault();
     const FaultRow& row = RowOf(number);
     const bool hasNumber = row.fault == QLatin1String("exception");
     m_plant.SetFault(number, hasNumber ? QStringLiteral("exception %1").arg(Roll(0, 15)) : row.fault);
     Enter(number, EPhase::Faulty, row.alarm == EAlarm::Always ? PatienceMs : Roll(300, 3000));
+}
+
+/// In random order, and each as often as the others.
+int Soak::DrawFault() {
+    if (m_deck.empty()) {
+        m_deck.resize(static_cast<std::size_t>(m_matrix.CountFaults()));
+        std::iota(m_deck.begin(), m_deck.end(), 0);
+        std::shuffle(m_deck.begin(), m_deck.end(), m_random);
+    }
+    const int fault = m_deck.back();
+    m_deck.pop_back();
+    return fault;
 }
 
 void Soak::StepFaulty(int number) {

@@ -72,6 +72,7 @@ class Soak final : public QObject {
     void StepPower();
     void Enter(int number, EPhase phase, qint64 forMs);
     void BeginFault(int number);
+    int DrawFault();
     void EndFault(int number);
     void Connect(int number);
     void Meddle(int number);
@@ -96,6 +97,7 @@ class Soak final : public QObject {
     std::unique_ptr<Witness> m_witness;
     std::unique_ptr<OperatorHands> m_operator;
     std::vector<Module> m_modules;
+    std::vector<int> m_deck;  ///< of faults
     QTimer m_timer;
     EPower m_power = EPower::On;
     qint64 m_nextPowerCut;
