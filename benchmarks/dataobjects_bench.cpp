@@ -13,6 +13,12 @@
 
 namespace {
 
+// Detaching touches each of an object's values once, and does little else: it costs what a cache line costs.
+// Fewer objects than these have their values in the second level cache, as they were built just before, and
+// are two to four times as cheap, which says nothing about the code. Beyond, the cost of one stays the same.
+constexpr int Few = 8000;
+constexpr int Many = 64000;
+
 using Objects = std::vector<std::unique_ptr<MCSStatus>>;
 
 void Construct(Objects& objects, int count) {
@@ -52,10 +58,10 @@ void RunDestroy(benchmark::State& state, int count) {
 
 void AddDataObjectContests() {
     contest::Add(
-        "construct 8,000 status objects, per object",
-        [](benchmark::State& state) { RunConstruct(state, 8000); },
-        {{"1,000 objects, per object", [](benchmark::State& state) { RunConstruct(state, 1000); }, 1.5}});
+        "construct 64,000 status objects, per object",
+        [](benchmark::State& state) { RunConstruct(state, Many); },
+        {{"8,000 objects, per object", [](benchmark::State& state) { RunConstruct(state, Few); }, 1.5}});
     contest::Add(
-        "destroy 8,000 status objects, per object", [](benchmark::State& state) { RunDestroy(state, 8000); },
-        {{"1,000 objects, per object", [](benchmark::State& state) { RunDestroy(state, 1000); }, 1.5}});
+        "destroy 64,000 status objects, per object", [](benchmark::State& state) { RunDestroy(state, Many); },
+        {{"8,000 objects, per object", [](benchmark::State& state) { RunDestroy(state, Few); }, 1.5}});
 }

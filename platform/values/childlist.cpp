@@ -17,10 +17,10 @@ ChildList::~ChildList() {
     Q_ASSERT_X(m_first == nullptr, Q_FUNC_INFO, "the node destroys its children");
 }
 
-TreeItem* ChildList::Find(QStringView name, std::uint32_t hash) const {
-    if (!m_index.IsEmpty()) return m_index.Find(name, hash);
+TreeItem* ChildList::FindUnindexed(const NameKey& name) const {
     for (TreeItem* item = m_first; item != nullptr; item = item->m_next)
-        if (item->m_nameHash == hash && item->m_name == name && item->m_state != GoingAway) return item;
+        if (item->m_nameHash == name.Hash() && item->m_name == name.Text() && item->m_state != GoingAway)
+            return item;
     return nullptr;
 }
 

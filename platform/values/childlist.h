@@ -3,7 +3,7 @@
 
 #include <platform/values/nameindex.h>
 
-#include <QtCore/QStringView>
+#include <QtCore/QString>
 
 #include <cstdint>
 #include <memory>
@@ -28,7 +28,9 @@ class ChildList {
     TreeItem* First() const { return m_first; }  ///< hidden children included; follow with TreeItem::m_next
     TreeItem* Last() const { return m_last; }    ///< the same from the end; follow with TreeItem::m_previous
     int Count() const { return static_cast<int>(m_count); }
-    TreeItem* Find(QStringView name, std::uint32_t hash) const;
+    TreeItem* Find(const NameKey& name) const {
+        return m_index.IsEmpty() ? FindUnindexed(name) : m_index.Find(name);
+    }
 
     void Append(std::unique_ptr<TreeItem> item, Node* parent);
     /// Takes \a item, which must be in this list, out of it and hands it over, detached.
@@ -37,6 +39,7 @@ class ChildList {
     void Rename(TreeItem* item, const QString& name, std::uint32_t hash);
 
   private:
+    TreeItem* FindUnindexed(const NameKey& name) const;
     void AddToIndex(TreeItem* item);
 
     TreeItem* m_first = nullptr;

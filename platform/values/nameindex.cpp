@@ -3,40 +3,48 @@
 
 #include <platform/values/treeitem.h>
 
-#include <utility>
+#include <algorithm>
 
 namespace values {
 
-TreeItem* NameIndex::Find(QStringView name, std::uint32_t hash) const {
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
-        const Slot& slot = m_slots[i];
-        if (slot.item == nullptr) return nullptr;
-        if (slot.hash == hash && QStringView(slot.name, slot.length) == name) return slot.item;
-    }
+namespace {
+
+constexpr std::size_t FewestSlots = 16;
+
+}  // namespace
+
+NameIndex::Slot::Slot(TreeItem* theItem, const NameKey& name)
+    : item(theItem), hash(name.Hash()), form(Form(name)), packed{} {
+    if (name.IsPacked())
+        packed = name.Packed();
+    else
+        text = name.Text().data();
 }
 
 void NameIndex::Insert(TreeItem* item) {
     if (4 * (std::size_t(m_count) + 1) > 3 * m_slots.size()) Grow();
-    const QString& name = item->m_name;
-    Place({item, name.constData(), static_cast<std::uint32_t>(name.size()), item->m_nameHash});
+    Place(Slot(item, NameKey(item->m_name)));
     ++m_count;
 }
 
 void NameIndex::Remove(const TreeItem* item) {
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t hole = item->m_nameHash & mask;
+    std::size_t hole = Home(item->m_nameHash);
     while (m_slots[hole].item != item)
-        hole = (hole + 1) & mask;
+        hole = After(hole);
     // Close the gap: whatever follows in the run and may stand in the hole moves there.
-    for (std::size_t i = (hole + 1) & mask; m_slots[i].item != nullptr; i = (i + 1) & mask) {
-        const std::size_t home = m_slots[i].hash & mask;
-        if (((i - home) & mask) < ((i - hole) & mask)) continue;
+    for (std::size_t i = After(hole); m_slots[i].item != nullptr; i = After(i)) {
+        const std::size_t back = i >= hole ? i - hole : i + m_slots.size() - hole;
+        if (Distance(i, m_slots[i].hash) < back) continue;
         m_slots[hole] = m_slots[i];
         hole = i;
     }
     m_slots[hole] = Slot();
     --m_count;
+}
+
+std::size_t NameIndex::Distance(std::size_t place, std::uint32_t hash) const {
+    const std::size_t home = Home(hash);
+    return place >= home ? place - home : place + m_slots.size() - home;
 }
 
 void NameIndex::Clear() {
@@ -45,18 +53,18 @@ void NameIndex::Clear() {
     m_count = 0;
 }
 
+// By half, not to the double: slots are large, and more of them would be empty.
 void NameIndex::Grow() {
-    std::vector<Slot> old(m_slots.empty() ? 16 : 2 * m_slots.size());
+    std::vector<Slot> old(std::max(FewestSlots, m_slots.size() + m_slots.size() / 2));
     old.swap(m_slots);
     for (const Slot& slot : old)
         if (slot.item != nullptr) Place(slot);
 }
 
 void NameIndex::Place(const Slot& slot) {
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t i = slot.hash & mask;
+    std::size_t i = Home(slot.hash);
     while (m_slots[i].item != nullptr)
-        i = (i + 1) & mask;
+        i = After(i);
     m_slots[i] = slot;
 }
 

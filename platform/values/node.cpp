@@ -2,7 +2,7 @@
 #include <platform/values/node.h>
 
 #include <platform/values/mainthread.h>
-#include <platform/values/namehash.h>
+#include <platform/values/namekey.h>
 #include <platform/values/valuebase.h>
 
 namespace values {
@@ -63,13 +63,14 @@ TreeItem* Node::GetLastChild() const {
 }
 
 TreeItem* Node::FindChild(const QString& name) const {
-    return m_children.Find(name, NameHash(name));
+    const NameKey key(name);
+    return key.Text().size() == name.size() ? m_children.Find(key) : nullptr;  // no name has a slash
 }
 
 bool Node::MayAdd(const TreeItem& child) const {
     if (GetState() == GoingAway || child.m_name.isEmpty() || child.m_name.contains(QLatin1Char('/')))
         return false;
-    if (m_children.Find(child.m_name, child.m_nameHash) != nullptr) return false;
+    if (m_children.Find(NameKey(child.m_name)) != nullptr) return false;
     if (!child.m_isNode || static_cast<const Node&>(child).m_children.First() == nullptr)
         return &child != this;
     for (const TreeItem* item = this; item != nullptr; item = item->m_parent)
@@ -96,9 +97,9 @@ ValueBase* Node::CreateChild(const ValueBase& prototype, const QString& name) {
 
 bool Node::RenameChild(TreeItem* child, const QString& name) {
     if (name == child->m_name) return true;
-    const std::uint32_t hash = NameHash(name);
-    if (name.isEmpty() || m_children.Find(name, hash) != nullptr || child->m_state == GoingAway) return false;
-    m_children.Rename(child, name, hash);
+    const NameKey key(name);
+    if (name.isEmpty() || m_children.Find(key) != nullptr || child->m_state == GoingAway) return false;
+    m_children.Rename(child, name, key.Hash());
     return true;
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QStringView>
+#include <platform/values/namekey.h>
 
-#include <algorithm>
+#include <QtCore/QStringView>
 
 namespace values {
 
@@ -14,22 +14,20 @@ class PathSegments {
 
     /// Goes to the next segment; false at the end of the path.
     bool Next() {
-        while (m_position != m_end && *m_position == Separator)
+        while (m_position != m_end && *m_position == QLatin1Char('/'))
             ++m_position;
-        if (m_position == m_end) return false;
-        const QChar* const end = std::find(m_position, m_end, Separator);
-        m_segment = QStringView(m_position, end);
-        m_position = end;
-        return true;
+        return m_position != m_end;
     }
-    QStringView Segment() const { return m_segment; }
+    /// The name there, which the walk then passes.
+    NameKey Take() {
+        const NameKey key(QStringView(m_position, m_end));
+        m_position = key.Text().end();
+        return key;
+    }
 
   private:
-    static constexpr QChar Separator = QLatin1Char('/');
-
     const QChar* m_position;
     const QChar* m_end;
-    QStringView m_segment;
 };
 
 }  // namespace values

@@ -3,7 +3,6 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/values/mainthread.h>
-#include <platform/values/namehash.h>
 #include <platform/values/pathsegments.h>
 #include <platform/values/valuebase.h>
 
@@ -28,8 +27,7 @@ TreeItem* Tree::FindItem(const QString& path) const {
     PathSegments segments(path);
     while (segments.Next()) {
         if (!item->m_isNode) return nullptr;
-        item =
-            static_cast<const Node*>(item)->m_children.Find(segments.Segment(), NameHash(segments.Segment()));
+        item = static_cast<const Node*>(item)->m_children.Find(segments.Take());
         if (item == nullptr) return nullptr;
     }
     return const_cast<TreeItem*>(item);
@@ -55,11 +53,10 @@ bool Tree::AddItem(const QString& parentPath, std::unique_ptr<TreeItem>& item) {
     std::vector<QStringView> missing;
     PathSegments segments(parentPath);
     while (segments.Next()) {
-        TreeItem* const child =
-            missing.empty() ? parent->m_children.Find(segments.Segment(), NameHash(segments.Segment()))
-                            : nullptr;
+        const NameKey name = segments.Take();
+        TreeItem* const child = missing.empty() ? parent->m_children.Find(name) : nullptr;
         if (child == nullptr) {
-            missing.push_back(segments.Segment());
+            missing.push_back(name.Text());
         } else if (child->m_isNode) {
             parent = static_cast<Node*>(child);
         } else {

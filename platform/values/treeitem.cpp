@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/values/treeitem.h>
 
-#include <platform/values/namehash.h>
+#include <platform/values/namekey.h>
 #include <platform/values/node.h>
 
 #include <algorithm>
 
 namespace values {
 
-TreeItem::TreeItem(const QString& name) : m_name(name), m_nameHash(NameHash(m_name)) {}
+TreeItem::TreeItem(const QString& name) : m_name(name), m_nameHash(NameKey(m_name).Hash()) {}
 
 TreeItem::TreeItem(const TreeItem& other) : m_name(other.m_name), m_nameHash(other.m_nameHash) {}
 
@@ -48,7 +48,7 @@ bool TreeItem::Rename(const QString& name) {
     if (name.contains(QLatin1Char('/'))) return false;
     if (m_parent != nullptr) return m_parent->RenameChild(this, name);
     m_name = name;
-    m_nameHash = NameHash(name);
+    m_nameHash = NameKey(name).Hash();
     return true;
 }
 
