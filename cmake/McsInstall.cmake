@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 
 # Headers that only the sources of a library include.
-set(mcs_private_headers cfgsection.h cfgstore.h namehash.h pathsegments.h observedvalues.h serverclientdetail.h
+set(mcs_private_headers cfgsection.h cfgstore.h pathsegments.h observedvalues.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h
