@@ -57,9 +57,9 @@ BlankingGuard::BlankingGuard(JobControl& jobs, ServerLog& log, IClock& clock)
     : m_jobs(jobs),
       m_log(log),
       m_check(clock),
-      m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())),
-      m_error(values::FindValue<values::Value<QString>>(ErrorPath(), nullptr, this)) {
+      m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
     if (m_modules != nullptr) m_modules->AddObserver(this);
+    ObserveError();
     ObserveModules();
     m_jobs.SetGuard(this);
 }
@@ -83,7 +83,10 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
 void BlankingGuard::Update(Observable* source, TChangeCode code) {
     if (m_modules != nullptr && source == m_modules) {
         if (code == changecode::GoingAway) return Forget(source);
-        if (code == changecode::StructureChanged) ObserveModules();
+        if (code == changecode::StructureChanged) {
+            ObserveError();
+            ObserveModules();
+        }
         return CheckSoon();
     }
     auto* const value = dynamic_cast<values::ValueBase*>(source);
@@ -92,8 +95,18 @@ void BlankingGuard::Update(Observable* source, TChangeCode code) {
     const bool isChange = code == changecode::ContentChanged || code == changecode::ItemsChanged;
     if (!isChange) return;
     if (value != m_error) return CheckSoon();
-    const QString error = static_cast<values::Value<QString>*>(value)->GetValue();
-    if (!error.isEmpty()) m_log.WriteFrom(QStringLiteral("GTS"), error);
+    LogError(static_cast<values::Value<QString>*>(value)->GetValue());
+}
+
+/// Each module that fails is a source of its own, or one would keep the others out of the log.
+void BlankingGuard::LogError(const QString& error) {
+    const QString module = error.section(QLatin1String(" error: "), 0, 0);
+    if (!error.isEmpty()) m_log.WriteFrom(module, error);
+}
+
+/// There is none before the first error.
+void BlankingGuard::ObserveError() {
+    if (m_error == nullptr) m_error = values::FindValue<values::Value<QString>>(ErrorPath(), nullptr, this);
 }
 
 void BlankingGuard::ObserveModules() {

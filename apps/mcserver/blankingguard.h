@@ -33,6 +33,8 @@ class BlankingGuard : public ITuningGuard, private IObserver {
 
   private:
     void Update(Observable* source, TChangeCode code) override;
+    void LogError(const QString& error);
+    void ObserveError();
     void ObserveModules();
     void Observe(Observable* observable);
     void Forget(Observable* observable);
@@ -42,7 +44,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     JobControl& m_jobs;
     ServerLog& m_log;
     ClockTimer m_check;
-    values::Node* m_modules;           ///< the node that has them; null once it is gone
-    values::ValueBase* m_error;        ///< the text of the last failure; null once it is gone
-    std::set<Observable*> m_observed;  ///< what the modules say
+    values::Node* m_modules;               ///< the node that has them; null once it is gone
+    values::ValueBase* m_error = nullptr;  ///< the text of the last failure; null where it is not there
+    std::set<Observable*> m_observed;      ///< what the modules say
 };

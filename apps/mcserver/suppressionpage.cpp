@@ -34,12 +34,14 @@ SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
     MakeRoom(*m_display);
     m_guard = std::make_unique<BlankingGuard>(jobs, log, clock);
+    m_reconnect = std::make_unique<ReconnectCommand>(*m_display, log);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_display);
     layout->addStretch();
 }
 
 SuppressionPage::~SuppressionPage() {
+    m_reconnect.reset();
     m_guard.reset();
     delete m_display;
 }

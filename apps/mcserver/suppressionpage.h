@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcserver/blankingguard.h>
+#include <apps/mcserver/reconnectcommand.h>
 #include <apps/pages/page.h>
 
 #include <memory>
@@ -26,4 +27,5 @@ class SuppressionPage : public Page {
   private:
     GTSDisplay* m_display;
     std::unique_ptr<BlankingGuard> m_guard;  ///< goes before the display, which brought the blanking
+    std::unique_ptr<ReconnectCommand> m_reconnect;
 };

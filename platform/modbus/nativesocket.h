@@ -23,7 +23,8 @@ enum class EError {
     TimedOut,
     ConnectionReset,
     Interrupted,
-    TooManyFiles
+    TooManyFiles,
+    NoResources
 };
 MCS_MODBUS_EXPORT unsigned CodeOf(EError error);
 

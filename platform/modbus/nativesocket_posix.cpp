@@ -55,6 +55,8 @@ unsigned nativesocket::CodeOf(EError error) {
             return ECANCELED;
         case EError::TooManyFiles:
             return EMFILE;
+        case EError::NoResources:
+            return EAGAIN;
     }
     return EINVAL;
 }

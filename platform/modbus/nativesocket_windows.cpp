@@ -69,6 +69,8 @@ unsigned nativesocket::CodeOf(EError error) {
             return ERROR_CANCELLED;
         case EError::TooManyFiles:
             return WSAEMFILE;
+        case EError::NoResources:
+            return WSAENOBUFS;
     }
     return WSAEINVAL;
 }

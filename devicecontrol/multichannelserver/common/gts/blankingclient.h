@@ -10,7 +10,7 @@
 /// Main thread.
 class MCS_COMMON_EXPORT BlankingClient {
   public:
-    explicit BlankingClient(const QString& name = QString());
+    BlankingClient(const QString& name = QString());  // NOLINT(google-explicit-constructor): deliberate
     BlankingClient(const BlankingClient& other);
     /// Takes the name over. Whether blanking is enabled stays as it is on both sides.
     BlankingClient& operator=(const BlankingClient& other);

@@ -45,6 +45,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     unsigned GetPollInterval() const { return m_pollInterval; }
     unsigned short GetNumberOfInputs() const { return m_numberOfInputs; }
     bool IsConnected() const { return m_connected; }
+    bool IsInError() const { return m_error; }  ///< until it is connected again
 
     /// Disconnects, takes the three values over, publishes the module anew and connects.
     void Configure(const QString& type, const QString& address, unsigned pollInterval);

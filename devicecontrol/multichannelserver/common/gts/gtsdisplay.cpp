@@ -20,3 +20,7 @@ GTSDisplay::~GTSDisplay() {
     m_impl.reset();
     Blanking::Instance()->FreeInstance();
 }
+
+void GTSDisplay::ConnectLostModules() {
+    m_impl->ConnectLostModules();
+}

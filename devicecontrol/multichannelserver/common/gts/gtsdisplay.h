@@ -22,6 +22,9 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
                         Qt::WindowFlags flags = Qt::WindowFlags());
     ~GTSDisplay() override;
 
+    /// Connects the modules that are in error anew, as the operator does one by one.
+    void ConnectLostModules();
+
   private:
     std::unique_ptr<GTSDisplayImpl> m_impl;
 };

@@ -124,13 +124,22 @@ void GTSDisplayImpl::Save() {
     gtsconfig::Save(*gts, Modules());
 }
 
+void GTSDisplayImpl::ConnectLostModules() {
+    for (const auto& module : m_modules) {
+        if (!module->IsInError()) continue;
+        module->Disconnect();
+        module->Connect();
+    }
+}
+
 void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
     auto* const module = dynamic_cast<DataModule*>(m_tree->itemAt(position));
     if (module == nullptr) return;
     m_menuModule = module;
     delete m_menu;
     m_menu = new QMenu(m_tree);
-    m_menu->addAction(module->IsConnected() ? tr("Disconnect") : tr("Connect"), this,
+    m_menuOffersConnect = !module->IsConnected();
+    m_menu->addAction(m_menuOffersConnect ? tr("Connect") : tr("Disconnect"), this,
                       &GTSDisplayImpl::SlotConnectDataModule);
     m_menu->addAction(tr("Edit"), this, &GTSDisplayImpl::SlotEditDataModule);
     m_menu->addAction(tr("Delete"), this, &GTSDisplayImpl::SlotDeleteDataModule);
@@ -139,10 +148,11 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
 
 void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule.isNull()) return;
-    const bool wasConnected = m_menuModule->IsConnected();
+    // It may have changed while the menu was open. What the operator chose holds, never its opposite.
+    if (m_menuOffersConnect && m_menuModule->IsConnected()) return;
     // One in error still has a thread, which tells of nothing but errors.
     m_menuModule->Disconnect();
-    if (!wasConnected) m_menuModule->Connect();
+    if (m_menuOffersConnect) m_menuModule->Connect();
 }
 
 void GTSDisplayImpl::SlotEditDataModule() {

@@ -32,6 +32,7 @@ class GTSDisplayImpl final : public QObject {
     /// Makes the modules that the configuration names, and connects them.
     void Load();
     void Save();
+    void ConnectLostModules();
 
   public Q_SLOTS:
     void SlotOnRightClick(const QPoint& position);
@@ -62,6 +63,7 @@ class GTSDisplayImpl final : public QObject {
     std::vector<std::unique_ptr<DataModule>> m_modules;
     std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
     QPointer<DataModule> m_menuModule;        ///< of the context menu
+    bool m_menuOffersConnect = false;         ///< else to disconnect
     QPointer<StandardNotification> m_warning;
     bool m_isBuilt = false;
 };

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int ButtonWidth = 80;
 constexpr double HertzPerMegahertz = 1e6;
+constexpr int TakenOver = Qt::UserRole;  ///< the text of a cell that the module's frequency comes from
 
 QString TextOf(double hz) {
     return QString::number(hz * 1e-6, 'f', 3);
@@ -99,6 +100,8 @@ void InputAssignmentEditor::FillRow(int row, const DataModule& module) {
     for (int input = 0; input < m_table->columnCount(); ++input) {
         const bool isThere = input < module.GetNumberOfInputs();
         auto* const cell = new QTableWidgetItem(isThere ? TextOf(module.GetFrequency(input)) : QString());
+        cell->setData(TakenOver, cell->text());
+        Mark(*cell, isThere && module.GetFrequency(input) < 0.0);
         if (!isThere) cell->setFlags(Qt::NoItemFlags);
         m_table->setItem(row, input, cell);
     }
@@ -118,7 +121,8 @@ void InputAssignmentEditor::TakeOver(QTableWidgetItem& cell, DataModule& module,
     QString text = cell.text();
     if (text.contains(QLatin1Char(','))) cell.setText(text.replace(QLatin1Char(','), QLatin1Char('.')));
     // The table shows three decimals. A frequency that has more keeps them while its cell stays as it is.
-    if (text == TextOf(module.GetFrequency(input))) return Mark(cell, false);
+    if (text == cell.data(TakenOver).toString()) return;
+    cell.setData(TakenOver, text);
     bool isNumber = false;
     const double megahertz = text.toDouble(&isNumber);
     module.SetFrequency(input, isNumber ? ToHertz(megahertz) : 0.0);

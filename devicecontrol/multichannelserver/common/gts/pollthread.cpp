@@ -32,7 +32,9 @@ unsigned PollThread::Start() {
     if (!m_isCounted) ++s_count;
     m_isCounted = true;
     start();
-    return 0;
+    if (isRunning()) return 0;
+    WaitForEnd();
+    return nativesocket::CodeOf(nativesocket::EError::NoResources);
 }
 
 void PollThread::WaitForEnd() {

@@ -22,8 +22,8 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// What to poll from the next start on: the module at the IP address \a address, on the port of
     /// Modbus/TCP, every \a pollInterval ms.
     void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
-    /// Starts to poll. \return 0, or the error that stands in the way: the process has as many poll threads
-    /// as it has descriptors for, and would not survive one more.
+    /// Starts to poll. \return 0, or the error that stands in the way: the system has no thread to give, or
+    /// the process has as many poll threads as it has descriptors for, and would not survive one more.
     unsigned Start();
     /// Ends a request that hangs, and waits until the thread has ended, which quit() asks it to. What it has
     /// told and nobody has heard yet is then never heard: it is about a connection that is no more.

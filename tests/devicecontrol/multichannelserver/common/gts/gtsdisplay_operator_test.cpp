@@ -105,6 +105,51 @@ TEST_F(AnOperator, ConnectsAModuleInErrorAnew) {
     EXPECT_EQ(m_modules.Addresses().size(), before + 1);
 }
 
+TEST_F(AnOperator, DoesNotDisconnectAModuleThatConnectedWhileTheMenuOfferedToConnectIt) {
+    ShowModules(1);
+    RightClickOnRow(0);
+    Choose("Disconnect");
+    RightClickOnRow(0);
+    Choose("Connect");
+    RightClickOnRow(0);  // it is under way, and "Connect" is offered once more
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
+    Choose("Connect");
+    EXPECT_EQ(Row(0)[4], Text("Connected"));
+}
+
+TEST_F(AnOperator, DoesNotConnectAModuleThatFailedWhileTheMenuOfferedToDisconnectIt) {
+    ShowModules(1);
+    RightClickOnRow(0);
+    QAction* const offered = OpenMenu()->actions().first();
+    ASSERT_EQ(offered->text(), Text("Disconnect"));
+    m_modules.Fail(Text("10.0.0.1"), 110);
+    ASSERT_TRUE(WaitForStatus(0, "Error"));
+    offered->trigger();  // the click that was under way when the warning came
+    EXPECT_EQ(Row(0)[4], Text("Error"));
+    EXPECT_EQ(m_modules.Interfaces(), 0);
+}
+
+TEST_F(AnOperator, LosesTheDisplayWhileTheMenuIsOpen) {
+    ShowModules(1);
+    RightClickOnRow(0);
+    m_display.reset();
+    EXPECT_EQ(OpenMenu(), nullptr);
+}
+
+TEST_F(AnOperator, ConnectsAllModulesInErrorAtOnceAndNoOthers) {
+    ShowModules(3);
+    RightClickOnRow(1);
+    Choose("Disconnect");
+    m_modules.Fail(Text("10.0.0.1"), 110);
+    ASSERT_TRUE(WaitForStatus(0, "Error"));
+    ASSERT_TRUE(WaitForStatus(2, "Error"));
+    m_modules.Read(Text("10.0.0.1"), 0);
+    m_display->ConnectLostModules();
+    EXPECT_TRUE(WaitForStatus(0, "Connected"));
+    EXPECT_TRUE(WaitForStatus(2, "Connected"));
+    EXPECT_EQ(Row(1)[4], Text("Disconnected"));
+}
+
 TEST_F(AnOperator, DisconnectsAModuleWhoseRequestHangs) {
     ShowModules(1);
     m_modules.Hang(Text("10.0.0.1"));

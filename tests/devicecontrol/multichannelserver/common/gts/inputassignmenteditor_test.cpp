@@ -203,6 +203,26 @@ TEST_P(AnEnteredFrequency, IsTakenOver) {
 INSTANTIATE_TEST_SUITE_P(Table, AnEnteredFrequency, testing::ValuesIn(enteredRows),
                          testing::PrintToStringParamName());
 
+TEST_F(AnInputAssignmentEditor, TakesOverATextThatLooksLikeTheFrequencyThatItReplaces) {
+    const auto module = Make();
+    Open({module.get()});
+    Enter(0, 2, Text("118.1004"));
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), 118100400.0);
+    Enter(0, 2, Text("118.100"));
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), First);
+}
+
+TEST_F(AnInputAssignmentEditor, MarksANegativeFrequencyAlsoWhenItIsOpenedAgain) {
+    const auto module = Make();
+    module->SetFrequency(2, -5e6);
+    Open({module.get()});
+    EXPECT_FALSE(Table().item(0, 2)->icon().isNull());
+    Click("apply");
+    EXPECT_FALSE(Table().item(0, 2)->icon().isNull());
+}
+
 TEST_F(AnInputAssignmentEditor, TakesAMarkAwayOnceTheTextIsRight) {
     const auto module = Make();
     Open({module.get()});

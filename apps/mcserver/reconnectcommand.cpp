@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/reconnectcommand.h>
+
+#include <apps/mcserver/serverlog.h>
+
+#include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <platform/values/valueaccess.h>
+
+ReconnectCommand::ReconnectCommand(GTSDisplay& display, ServerLog& log)
+    : m_display(display),
+      m_log(log),
+      m_button(values::ProvideValue<values::Value<bool>>(Path(), false, true, this)) {}
+
+ReconnectCommand::~ReconnectCommand() {
+    if (m_button != nullptr) m_button->DeleteObserver(this);
+}
+
+QString ReconnectCommand::Path() {
+    return mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Command), QLatin1String("ReconnectModules"));
+}
+
+void ReconnectCommand::Update(Observable* source, TChangeCode code) {
+    if (m_button == nullptr || source != m_button) return;
+    if (m_button->GetState() == values::GoingAway) {
+        m_button->DeleteObserver(this);
+        m_button = nullptr;
+    } else if (code == changecode::ContentChanged && m_button->GetValue()) {
+        m_button->SetValue(false, this);
+        m_log.Write(QStringLiteral("data modules in error are connected anew"));
+        m_display.ConnectLostModules();
+    }
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/values/observable.h>
+#include <platform/values/value.h>
+
+#include <QtCore/QString>
+
+class GTSDisplay;
+class ServerLog;
+
+/// A command of the server's tree that connects the data modules in error anew: an operator may be far from
+/// the server's window, or it has none. Main thread.
+class ReconnectCommand : private IObserver {
+  public:
+    ReconnectCommand(GTSDisplay& display, ServerLog& log);
+    ~ReconnectCommand() override;
+    ReconnectCommand(const ReconnectCommand&) = delete;
+    ReconnectCommand& operator=(const ReconnectCommand&) = delete;
+
+    /// Where it is: a push button, which is false again once it was carried out.
+    static QString Path();
+
+  private:
+    void Update(Observable* source, TChangeCode code) override;
+
+    GTSDisplay& m_display;
+    ServerLog& m_log;
+    values::Value<bool>* m_button;  ///< null once it is gone
+};

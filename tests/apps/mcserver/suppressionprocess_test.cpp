@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+// The program with a module of digital inputs, which is a program too.
+#include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
+
+#include <platform/values/tree.h>
+#include <platform/values/valueaccess.h>
+
+#include <tests/apps/dimodule/moduleprocess.h>
+#include <tests/apps/mcserver/serverprocess.h>
+
+namespace {
+
+class AServerWithAModule : public testing::Test {
+  protected:
+    AServerWithAModule() {
+        m_server.WriteFile(QStringLiteral("mcserver.ini"),
+                           "[GTS]\n"
+                           "ModuleCount=1\n"
+                           "Module0\\Index=0\n"
+                           "Module0\\Name=ADAM-6051\n"
+                           "Module0\\Address=127.0.0.1\n"
+                           "Module0\\PollInterval=10\n"
+                           "Module0\\Assignments\\AssignmentCount=12\n"
+                           "Module0\\Assignments\\DI_3=121500000\n");
+    }
+    ~AServerWithAModule() override { qunsetenv("MCS_MODBUS_PORT"); }
+
+    void Start() {
+        ASSERT_NO_FATAL_FAILURE(m_module.Start({QStringLiteral("--fault"), QStringLiteral("exception 6")}));
+        qputenv("MCS_MODBUS_PORT", QByteArray::number(m_module.Port()));
+        ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    }
+    bool WaitForOutput(const char* text) {
+        return ServerProcess::WaitFor([&] { return m_server.Output().contains(QLatin1String(text)); });
+    }
+    void Connect() {
+        ASSERT_TRUE(m_client.ConnectToServer(QStringLiteral("127.0.0.1"), m_server.Port()));
+        ASSERT_TRUE(m_client.ConnectToMCSControlTree(QStringLiteral("/Console"),
+                                                     static_cast<EMCSControlTreeSegments>(31)));
+        ASSERT_TRUE(ServerProcess::WaitFor([this] { return m_client.IsMCSControlTreeConnected(); }));
+        m_client.SetUniqueMpxORVName(QStringLiteral("Console"));
+    }
+    template <class V>
+    static V* WaitForValue(const QString& path) {
+        const auto find = [&] { return values::FindValue<V>(path, nullptr, nullptr); };
+        EXPECT_TRUE(ServerProcess::WaitFor([&] { return find() != nullptr; })) << path.toStdString();
+        return find();
+    }
+
+    bool WaitForAnswer(const char* text) {
+        return ServerProcess::WaitFor([&] {
+            const auto* const answer =
+                values::FindValue<values::Value<QString>>(Own("Request/Answer"), nullptr, nullptr);
+            return answer != nullptr && answer->GetValue().contains(QLatin1String(text));
+        });
+    }
+    static QString Own(const char* below) {
+        return QStringLiteral("/Console/DynamicMpxORVs/Console/") + QLatin1String(below);
+    }
+
+    values::Tree m_tree;
+    MultiChannelServerClient m_client;
+    ModuleProcess m_module;
+    ServerProcess m_server;
+};
+
+TEST_F(AServerWithAModule, LogsThatItIsLost) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_TRUE(
+        WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error: Modbus exception 6: "
+                      "the module is busy"));
+    EXPECT_EQ(m_server.Terminate(), 0);
+}
+
+TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_TRUE(WaitForOutput("GTS DataModule"));
+    m_module.Say("fault none");
+    m_module.Say("key 3");
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    ASSERT_NE(m_client.CreateAndConnectDynamicMpxORV(QString()), nullptr);
+    auto* const frequency = WaitForValue<values::ValueNumeric<double>>(Own("Request/Frequency"));
+    ASSERT_NE(frequency, nullptr);
+    ASSERT_TRUE(WaitForOutput("Ready"));
+    frequency->SetValue(121.5e6);
+    EXPECT_TRUE(WaitForAnswer("done"));  // the module is lost
+
+    auto* const command =
+        WaitForValue<values::Value<bool>>(QStringLiteral("/Console/Command/ReconnectModules"));
+    ASSERT_NE(command, nullptr);
+    command->SetValue(true);
+    EXPECT_TRUE(WaitForOutput("data modules in error are connected anew"));
+    EXPECT_TRUE(WaitForAnswer("ended: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
+    EXPECT_TRUE(ServerProcess::WaitFor([&] { return !command->GetValue(); }));
+}
+
+TEST_F(AServerWithAModule, HasNoCommandForModulesWithoutAny) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"), "");
+    ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    EXPECT_NE(m_tree.FindItem(QStringLiteral("/Console/Command/ShallBeConnected")), nullptr);
+    EXPECT_EQ(m_tree.FindItem(QStringLiteral("/Console/Command/ReconnectModules")), nullptr);
+}
+
+}  // namespace
