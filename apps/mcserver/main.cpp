@@ -37,6 +37,12 @@ int Print(const QString& text) {
     return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
 }
 
+/// What the platform that nobody sees says of each window does not belong into a server's messages.
+void WriteHeadlessMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (text.startsWith(QLatin1String("This plugin does not support"))) return;
+    terminal::WriteError((qFormatLogMessage(type, context, text) + QLatin1Char('\n')).toUtf8());
+}
+
 /// Runs until the server is told to end.
 int RunHeadless(const ServerOptions& options, bool isSuppressing) {
     const ShutdownSignals shutdown;
@@ -107,6 +113,7 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
         }
         // The suppression belongs to a widget, which nobody is to see.
         qputenv("QT_QPA_PLATFORM", "minimal");
+        qInstallMessageHandler(WriteHeadlessMessage);
         const QApplication application(argc, argv);
         return RunHeadless(options, true);
     }

@@ -70,6 +70,7 @@ TEST_F(AServerWithAModule, LogsThatItIsLost) {
         WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error: Modbus exception 6: "
                       "the module is busy"));
     EXPECT_EQ(m_server.Terminate(), 0);
+    EXPECT_FALSE(m_server.Errors().contains(QStringLiteral("plugin"))) << m_server.Errors().toStdString();
 }
 
 TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
