@@ -28,7 +28,7 @@ void ReconnectCommand::Update(Observable* source, TChangeCode code) {
         m_button = nullptr;
     } else if (code == changecode::ContentChanged && m_button->GetValue()) {
         m_button->SetValue(false, this);
-        m_log.Write(QStringLiteral("data modules in error are connected anew"));
+        m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
         m_display.ConnectLostModules();
     }
 }
