@@ -88,7 +88,10 @@ void AddItem(const QString& parentPath, const QString& name, Script& script) {
 /// As one whole or one by one.
 void AddManyItems(const QString& parentPath, Script& script) {
     if (IsFull()) return;
-    const std::size_t count = ManyItems * script.Below(16);
+    // Fewer below a long path, which each of them goes along.
+    constexpr int LongPath = 1000;
+    const auto length = static_cast<std::size_t>(1 + parentPath.size() / LongPath);
+    const std::size_t count = ManyItems * script.Below(16) / length;
     const QString name = script.Name().left(8);  // a long one so often takes a gigabyte
     const bool isWhole = script.Flag();
     std::unique_ptr<values::TreeItem> top = std::make_unique<values::Node>(script.Name());

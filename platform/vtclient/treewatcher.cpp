@@ -203,15 +203,20 @@ void TreeWatcher::OnOccurrence(Record& record) {
         m_occurrences.Changed(record.id, value, record.kind);
     }
     const int size = m_occurrences.Size() - before;
-    if (size > vtlimits::MaxChange) {
+    const bool isOversized = size > vtlimits::MaxChange;
+    if (isOversized) {
         m_occurrences.Truncate(before);
-        return TraceOversized(record);
+        if (record.isOversized) TraceOversized(record);  // each of them is lost
+    } else {
+        Entry entry;
+        entry.isOccurrence = true;
+        entry.id = record.id;
+        entry.size = static_cast<quint32>(size);
+        Push(entry);
     }
-    Entry entry;
-    entry.isOccurrence = true;
-    entry.id = record.id;
-    entry.size = static_cast<quint32>(size);
-    Push(entry);
+    if (isOversized == record.isOversized) return;
+    SetOversized(record, isOversized);
+    OnDirty(record, EChange::Described, &record.isDescriptionDirty);
 }
 
 void TreeWatcher::OnChildrenAdded(Record& record) {

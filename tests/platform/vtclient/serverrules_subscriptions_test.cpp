@@ -283,6 +283,31 @@ TEST_F(ServerRules, AContentThatFitsNoFrameIsStaleUntilItFits) {
     EXPECT_EQ(peer.changes[2].item.flags, 0U);
 }
 
+TEST_F(ServerRules, AnOccurrenceThatFitsNoFrameIsStaleUntilOneFits) {
+    auto* const t = Add<Text>("/S", "t");
+    t->SetDelivery(values::EDelivery::EveryChange);
+    t->SetValue(QString(1500000, QLatin1Char('x')));
+    RawPeer& peer = Subscribed();
+    constexpr unsigned Occurs = vt::ItemDescription::EveryChange;
+    ASSERT_FALSE(peer.changes.empty());
+    EXPECT_EQ(peer.changes.back().item.flags, Occurs | vt::ItemDescription::Stale);
+    peer.changes.clear();
+    t->SetValue(S("short"));
+    Run();
+    ASSERT_EQ(peer.changes.size(), 2U);
+    EXPECT_EQ(std::get<QString>(peer.changes[0].item.content), S("short"));
+    EXPECT_EQ(peer.changes[1].change, vt::EChange::Described);
+    EXPECT_EQ(peer.changes[1].item.flags, Occurs);
+    peer.changes.clear();
+    const TraceRecorder traces;
+    for (const char character : {'y', 'z'})
+        t->SetValue(QString(1500000, QLatin1Char(character)));
+    Run();
+    ASSERT_EQ(peer.changes.size(), 1U);
+    EXPECT_EQ(peer.changes[0].item.flags, Occurs | vt::ItemDescription::Stale);
+    EXPECT_EQ(traces.Messages().size(), 2U);  // both are lost
+}
+
 TEST_F(ServerRules, ATurnEndsWhenItsTimeIsUpAndGoesOnInTheNext) {
     for (int i = 0; i < 3000; ++i)
         Add<Text>("/S", QStringLiteral("v%1").arg(i).toUtf8().constData());
