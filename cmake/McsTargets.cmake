@@ -9,6 +9,11 @@ else()
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:-Werror>)
 endif()
 
+# Windows' own min and max are macros, which would replace those of the standard library.
+if(WIN32)
+  add_compile_definitions(NOMINMAX)
+endif()
+
 # Instrumentation applies to everything that is built, or it would miss what crosses a library.
 if(MCS_SANITIZERS)
   add_compile_options(-fsanitize=${MCS_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
