@@ -89,8 +89,8 @@ void AddItem(const QString& parentPath, const QString& name, Script& script) {
 void AddManyItems(const QString& parentPath, Script& script) {
     if (IsFull()) return;
     // Fewer below a long path, which each of them goes along.
-    constexpr int LongPath = 1000;
-    const auto length = static_cast<std::size_t>(1 + parentPath.size() / LongPath);
+    constexpr std::size_t LongPath = 1000;
+    const std::size_t length = 1 + static_cast<std::size_t>(parentPath.size()) / LongPath;
     const std::size_t count = ManyItems * script.Below(16) / length;
     const QString name = script.Name().left(8);  // a long one so often takes a gigabyte
     const bool isWhole = script.Flag();

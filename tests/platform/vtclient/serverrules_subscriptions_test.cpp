@@ -128,7 +128,8 @@ TEST_F(ServerRules, ALargeTreeComesInChunks) {
     peer.Send(Subscribe(1, "/S"));
     for (quint64 acked = 0; peer.Count(EMessage::End) == 0 && acked < 100; ++acked) {
         Run();
-        peer.Send(Ack(static_cast<quint64>(peer.Count(EMessage::Snapshot) + peer.Count(EMessage::End))));
+        const int received = peer.Count(EMessage::Snapshot) + peer.Count(EMessage::End);
+        peer.Send(Ack(static_cast<quint64>(received)));
     }
     EXPECT_EQ(peer.changes.size(), 5001U);
     EXPECT_GT(peer.Count(EMessage::Snapshot), 5);
@@ -196,7 +197,8 @@ TEST_F(ServerRules, AClientThatDoesNotKeepUpWithOccurrencesIsEnded) {
     for (int i = 0; i < 200 && slow.Count(EMessage::Bye) == 0; ++i) {
         log->SetValue(QString(50000, QLatin1Char('x')));
         Run();
-        good.Send(Ack(static_cast<quint64>(2 + good.Count(EMessage::Batch))));
+        const int received = 2 + good.Count(EMessage::Batch);
+        good.Send(Ack(static_cast<quint64>(received)));
         Run();
     }
     ASSERT_EQ(slow.Count(EMessage::Bye), 1);

@@ -21,7 +21,7 @@ class MoreModulesThanDescriptors : public DataModuleTest {
         const int lowestFree = dup(STDOUT_FILENO);
         close(lowestFree);
         rlimit limit = m_before;
-        limit.rlim_cur = static_cast<rlim_t>(50 + 2 * lowestFree);
+        limit.rlim_cur = 50 + 2 * static_cast<rlim_t>(lowestFree);
         setrlimit(RLIMIT_NOFILE, &limit);
     }
     ~MoreModulesThanDescriptors() override {
