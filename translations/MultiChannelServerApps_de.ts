@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>CommandsPage</name>
+    <message>
+        <source>Reconnect &amp;input modules</source>
+        <translation>&amp;Eingangsmodule neu verbinden</translation>
+    </message>
+    <message>
+        <source>Reconnect input modules</source>
+        <translation>Eingangsmodule neu verbinden</translation>
+    </message>
+</context>
+<context>
     <name>ConfigPage</name>
     <message>
         <source>Save &amp;configuration</source>

@@ -2,6 +2,7 @@
 #include <apps/mcserver/reconnectcommand.h>
 
 #include <apps/mcserver/serverlog.h>
+#include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -18,7 +19,7 @@ ReconnectCommand::~ReconnectCommand() {
 }
 
 QString ReconnectCommand::Path() {
-    return mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Command), QLatin1String("ReconnectModules"));
+    return mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Command), serverkeys::ReconnectModules);
 }
 
 void ReconnectCommand::Update(Observable* source, TChangeCode code) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/displaypages.h>
 
+#include <apps/pages/serverkeys.h>
+
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -57,12 +59,27 @@ void ConfigPage::Bind(const QString& basePath, EMCSControlTreeSegments segments)
 }
 
 CommandsPage::CommandsPage(QWidget* parent)
-    : Page(parent), m_display(new MCSCommandsDisplay(this, nullptr, NoFlags)) {
-    LayOut(this, m_display)->addStretch();
+    : Page(parent),
+      m_display(new MCSCommandsDisplay(this, nullptr, NoFlags)),
+      m_reconnect(new VCPushButton(this, "ReconnectModulesButton")),
+      m_reconnectOffer(*this, [](const values::ValueBase&) { return true; }) {
+    m_reconnect->hide();
+    m_reconnect->setText(tr("Reconnect &input modules"));
+    m_reconnect->setAccessibleName(tr("Reconnect input modules"));
+    QVBoxLayout* const layout = LayOut(this, m_display);
+    layout->addWidget(m_reconnect, 0, Qt::AlignRight);
+    layout->addStretch();
 }
 
 void CommandsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
-    m_display->SetCommands_ValuePath(SegmentPath(basePath, segments, CommandSegment));
+    const QString path = SegmentPath(basePath, segments, CommandSegment);
+    m_display->SetCommands_ValuePath(path);
+    m_reconnect->Set_ValuePath(Below(path, serverkeys::ReconnectModules));
+    m_reconnectOffer.SetPath(Below(path, serverkeys::ReconnectModules));
+}
+
+void CommandsPage::OnBindingChanged(PathBinding& binding, TChangeCode) {
+    m_reconnect->setVisible(binding.GetValue() != nullptr);
 }
 
 LogPage::LogPage(QWidget* parent) : Page(parent), m_display(new MCSLogDisplay(this, nullptr, NoFlags)) {

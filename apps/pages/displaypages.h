@@ -3,6 +3,8 @@
 
 #include <apps/pages/page.h>
 
+#include <platform/widgets/pathbinding.h>
+
 class MCSCommandsDisplay;
 class MCSConfigDisplay;
 class MCSLogDisplay;
@@ -34,8 +36,8 @@ class ConfigPage : public Page {
     VCPushButton* m_save;
 };
 
-/// What the server is told to do.
-class CommandsPage : public Page {
+/// What the server is told to do. Offers only what this server can do.
+class CommandsPage : public Page, private PathBinding::IListener {
     Q_OBJECT
 
   public:
@@ -43,7 +45,11 @@ class CommandsPage : public Page {
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+
     MCSCommandsDisplay* m_display;
+    VCPushButton* m_reconnect;
+    PathBinding m_reconnectOffer;
 };
 
 /// What happens at the server.

@@ -54,6 +54,31 @@ TEST_F(ConsoleTest, DisconnectsTheServerFromItsDevice) {
     EXPECT_FALSE(box->isChecked());
 }
 
+TEST_F(ConsoleTest, OffersToReconnectModulesOnlyWhereTheServerHasSome) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    EXPECT_TRUE(
+        WaitFor([this] { return Find<QCheckBox>("Commands", "shallBeConnectedState")->isEnabled(); }));
+    EXPECT_FALSE(Find<QPushButton>("Commands", "ReconnectModulesButton")->isVisible());
+}
+
+TEST_F(ConsoleTest, ReconnectsTheModulesOfTheServer) {
+    server.WriteFile(QStringLiteral("mcserver.ini"),
+                     "[GTS]\n"
+                     "ModuleCount=1\n"
+                     "Module0\\Index=0\n"
+                     "Module0\\Name=ADAM-6051\n"
+                     "Module0\\Address=nowhere\n"
+                     "Module0\\PollInterval=10\n");
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const button = Find<QPushButton>("Commands", "ReconnectModulesButton");
+    ASSERT_TRUE(WaitFor([&] { return button->isVisible() && button->isEnabled(); }));
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(WaitFor([this] {
+        return server.Output().contains(QStringLiteral("data modules in error are connected anew"));
+    }));
+    EXPECT_TRUE(WaitFor([&] { return !button->isDown(); }));
+}
+
 TEST_F(ConsoleTest, TunesItsOwnMpxOrvAndShowsTheAnswers) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
