@@ -67,7 +67,7 @@ CommandsPage::CommandsPage(QWidget* parent)
     m_reconnect->setText(tr("Reconnect &input modules"));
     m_reconnect->setAccessibleName(tr("Reconnect input modules"));
     QVBoxLayout* const layout = LayOut(this, m_display);
-    layout->addWidget(m_reconnect, 0, Qt::AlignRight);
+    layout->addWidget(m_reconnect, 0, Qt::AlignLeft);
     layout->addStretch();
 }
 
