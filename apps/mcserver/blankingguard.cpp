@@ -20,7 +20,7 @@ namespace {
 constexpr int Inputs = 32;  // a module's word has no more
 
 QString ErrorPath() {
-    return gtskeys::NodePath() + QStringLiteral("/ERROR");
+    return mcskeys::Join(gtskeys::NodePath(), gtskeys::Error);
 }
 
 /// Whether an active input of \a module has the whole hertz of \a hz assigned; which one in \a input.

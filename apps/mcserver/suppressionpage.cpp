@@ -2,10 +2,10 @@
 #include <apps/mcserver/suppressionpage.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
-#include <platform/modbus/modbustcpinterfacecreator.h>
 
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
@@ -30,7 +30,6 @@ void MakeRoom(QWidget& display) {
 
 SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent)
     : Page(parent) {
-    ModbusTcpInterfaceCreator::Configure();
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
     MakeRoom(*m_display);
     m_guard = std::make_unique<BlankingGuard>(jobs, log, clock);
@@ -50,6 +49,6 @@ void SuppressionPage::Bind(const QString&, EMCSControlTreeSegments) {}
 
 bool SuppressionPage::IsConfigured() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
-    const std::unique_ptr<ICfg> section(root->OpenSection(QStringLiteral("GTS")));
-    return section != nullptr && section->ReadInt(QStringLiteral("ModuleCount"), 0) > 0;
+    const std::unique_ptr<ICfg> section(root->OpenSection(gtskeys::Gts));
+    return section != nullptr && section->ReadInt(gtskeys::ModuleCount, 0) > 0;
 }

@@ -32,6 +32,12 @@ constexpr int ButtonWidth = 80;
 constexpr int TreeHeight = 100;
 constexpr int Spacing = 5;
 
+/// One in error still has a thread, which tells of nothing but errors.
+void ConnectAnew(DataModule& module) {
+    module.Disconnect();
+    module.Connect();
+}
+
 /// Each error is an occurrence: one that repeats the last is told too.
 void WriteError(const QString& message) {
     if (values::Tree::Instance() == nullptr) return;
@@ -125,11 +131,8 @@ void GTSDisplayImpl::Save() {
 }
 
 void GTSDisplayImpl::ConnectLostModules() {
-    for (const auto& module : m_modules) {
-        if (!module->IsInError()) continue;
-        module->Disconnect();
-        module->Connect();
-    }
+    for (const auto& module : m_modules)
+        if (module->IsInError()) ConnectAnew(*module);
 }
 
 void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
@@ -149,10 +152,10 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
 void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule.isNull()) return;
     // It may have changed while the menu was open. What the operator chose holds, never its opposite.
-    if (m_menuOffersConnect && m_menuModule->IsConnected()) return;
-    // One in error still has a thread, which tells of nothing but errors.
-    m_menuModule->Disconnect();
-    if (m_menuOffersConnect) m_menuModule->Connect();
+    if (!m_menuOffersConnect)
+        m_menuModule->Disconnect();
+    else if (!m_menuModule->IsConnected())
+        ConnectAnew(*m_menuModule);
 }
 
 void GTSDisplayImpl::SlotEditDataModule() {
