@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consoleoptions.h>
 
+#include <apps/common/mpxorvname.h>
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
-
-#include <algorithm>
 
 namespace {
 
@@ -51,15 +51,6 @@ void Complain(ConsoleOptions& options, const QString& text) {
     options.text = text;
 }
 
-/// What a server takes as the name of an MpxORV.
-bool IsMpxOrvName(const QString& name) {
-    constexpr int longest = 128;
-    return name.size() <= longest && name.trimmed() == name &&
-           std::all_of(name.begin(), name.end(), [](QChar character) {
-               return character.isPrint() && !QStringLiteral("/<>,").contains(character);
-           });
-}
-
 void TakeServer(ConsoleOptions& options, const QCommandLineParser& parser) {
     options.isEncrypted = parser.isSet(Text("tls")) || !options.client.caFile.isEmpty() ||
                           !options.client.certificateFile.isEmpty();
@@ -95,7 +86,7 @@ void TakeOptions(ConsoleOptions& options, const QCommandLineParser& parser) {
         if (value.value->isEmpty())
             return Complain(options, QStringLiteral("--%1 needs a value").arg(Text(value.name)));
     }
-    if (!IsMpxOrvName(options.mpxOrvName))
+    if (!options.mpxOrvName.isEmpty() && !IsMpxOrvName(options.mpxOrvName))
         return Complain(options, Text("--name: 128 characters at most, without / , < > and blanks around"));
     options.isDark = parser.isSet(Text("dark"));
     TakeServer(options, parser);

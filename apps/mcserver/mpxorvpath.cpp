@@ -3,8 +3,6 @@
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
-#include <algorithm>
-
 QString MpxOrvPath::BasePath(EMpxOrvKind kind) {
     return mcskeys::DefaultBasePath(kind == EMpxOrvKind::Static ? mcskeys::StaticMpxORVs
                                                                 : mcskeys::DynamicMpxORVs);
@@ -23,13 +21,4 @@ std::optional<MpxOrvPath> MpxOrvPath::Parse(const QString& path) {
         return MpxOrvPath{kind, name, names};
     }
     return std::nullopt;
-}
-
-bool MpxOrvPath::IsName(const QString& name) {
-    constexpr int MaxLength = 128;
-    const QString forbidden = QStringLiteral("/<>,");
-    return !name.isEmpty() && name.size() <= MaxLength && name.trimmed() == name &&
-           std::all_of(name.begin(), name.end(), [&forbidden](QChar character) {
-               return character.isPrint() && !forbidden.contains(character);
-           });
 }

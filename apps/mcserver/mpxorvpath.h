@@ -20,8 +20,4 @@ struct MpxOrvPath {
     /// The node below which the MpxORVs of a kind are.
     static QString BasePath(EMpxOrvKind kind);
     static QString NodePath(EMpxOrvKind kind, const QString& name);
-
-    /// Whether \a name can be the name of an MpxORV: 1 to 128 printable characters without "/", "<", ">" and
-    /// ",", no blanks around it.
-    static bool IsName(const QString& name);
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/mpxorvregistry.h>
 
+#include <apps/common/mpxorvname.h>
 #include <apps/mcserver/jobcontrol.h>
 #include <apps/mcserver/serverlog.h>
 #include <apps/mcserver/staticmpxorvsettings.h>
@@ -85,7 +86,7 @@ QString MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client
 }
 
 QString MpxOrvRegistry::CreateDynamic(const QString& name, const Client& client) {
-    if (!MpxOrvPath::IsName(name)) return QStringLiteral("this cannot be the name of an MpxORV");
+    if (!IsMpxOrvName(name)) return QStringLiteral("this cannot be the name of an MpxORV");
     if (CountOf(EMpxOrvKind::Dynamic) >= MaxDynamic)
         return QStringLiteral("there are %1 dynamic MpxORVs already").arg(MaxDynamic);
     m_client.SetUniqueMpxORVName(name);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/staticmpxorvsettings.h>
 
+#include <apps/common/mpxorvname.h>
 #include <apps/mcserver/mpxorvpath.h>
 #include <apps/mcserver/peertext.h>
 
@@ -40,7 +41,7 @@ std::vector<StaticMpxOrvSettings::Entry> StaticMpxOrvSettings::Read(ICfg& cfg, Q
     for (const QString& part : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const QString name = part.trimmed();
         QString problem;
-        if (!MpxOrvPath::IsName(name))
+        if (!IsMpxOrvName(name))
             problem = QStringLiteral("cannot be the name of an MpxORV");
         else if (known.count(name) != 0)
             problem = QStringLiteral("is there twice");

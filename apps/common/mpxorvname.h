@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// Whether \a name can be the name of an MpxORV: 1 to 128 printable characters without "/", "<", ">" and ",",
+/// no blanks around it.
+bool IsMpxOrvName(const QString& name);
