@@ -9,7 +9,7 @@
 
 /// Base of a loadable module's instance. The framework creates one per module with the argument it was loaded
 /// with, tells it of the stages of its life, and destroys it. The defaults do nothing. GUI thread only.
-class MCS_PLATFORM_EXPORT IDllInstance {
+class MCS_PLATFORM_EXPORT IDllInstance {  // fixed: virtual-order
   public:
     explicit IDllInstance(QString argument) : m_argument(std::move(argument)) {}
     virtual ~IDllInstance();

@@ -32,7 +32,7 @@ constexpr int DeviceTypeWithoutFreqChannels = 3;
 
 /// The choices that all devices share, as compile-time constants.
 struct MCS_PLATFORM_EXPORT StdDeviceDefinition {
-    static const values::ValueDescriptor g_vdBooState;
+    static const values::ValueDescriptor g_vdBooState;    // fixed: boo-state
     static const values::ValueDescriptor& g_vdBootState;  ///< the same descriptor under its proper name
     static const values::ValueDescriptor g_vdOperationMode;
     static const values::ValueDescriptor g_vdReportInterval;  ///< number and key of an item: milliseconds

@@ -3,9 +3,9 @@
 
 #include <platform/modbus/modbusexport.h>
 
-/// Is told what becomes of a Modbus/TCP interface, on the thread that made the interface. The order of the
-/// operations is fixed.
-class MCS_MODBUS_EXPORT IModbusTcpInterfaceCallback {
+/// Is told what becomes of a Modbus/TCP interface, on the thread that made the
+/// interface.
+class MCS_MODBUS_EXPORT IModbusTcpInterfaceCallback {  // fixed: virtual-order
   public:
     virtual ~IModbusTcpInterfaceCallback();
 

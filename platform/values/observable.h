@@ -58,7 +58,7 @@ class MCS_PLATFORM_EXPORT IObserver {
 /// nothing. Should an observer throw, the exception passes through and those after it are not told.
 ///
 /// Copies start without observers, and assignment leaves the observers of both sides alone.
-class MCS_PLATFORM_EXPORT Observable {
+class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
   public:
     Observable() noexcept : m_single(nullptr) {}
     Observable(const Observable&) noexcept : m_single(nullptr) {}

@@ -11,8 +11,8 @@
 
 namespace values {
 
-/// Whoever owns the members that a Persistant keeps.
-class MCS_PLATFORM_EXPORT PersistantOwner {
+/// Whoever owns the members that a Persistant keeps. (fixed: persistant)
+class MCS_PLATFORM_EXPORT PersistantOwner {  // fixed: virtual-order
   public:
     virtual ~PersistantOwner();
     /// Called before the members are written: bring them up to date.

@@ -7,7 +7,7 @@ namespace values {
 
 namespace {
 
-/// Traces of this message name the place that the users of the value framework know it by.
+/// Traces of this message name the place that the users of the value framework know it by. (fixed: leak-text)
 constexpr const wchar_t* TraceSource = L"valueframework/valueclasses/valueobservermacros";
 constexpr int RefusedLine = 299;
 

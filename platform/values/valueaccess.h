@@ -56,7 +56,7 @@ V* FindValue(const QString& path, V* oldValue, IObserver* observer) {
 
 /// The value of type V at \a path, created where absent, with \a observer (may be null) attached. Where an
 /// item of another type holds the name, or the name is empty, the new value works all the same but is not in
-/// the tree and belongs to nobody: that leak is deliberate, and traced. Needs a tree; null if memory runs
+/// the tree and belongs to nobody (fixed: leaked-value), which is traced. Needs a tree; null if memory runs
 /// out.
 template <class V>
 V* CreateValue(const QString& path, IObserver* observer) {
@@ -109,7 +109,7 @@ V* ProvideValue(const QString& path, const T& defaultContent, const T& minimum, 
 }
 
 /// Finds or creates a selection; a new one, or any if \a overwrite is set, gets the items. The default index
-/// is deliberately not applied: nothing is selected, the owner selects later.
+/// is not applied (fixed: index-not-applied): nothing is selected, the owner selects later.
 template <class V, detail::EnableForKind<V, EValueKind::Selection> = true>
 V* ProvideValue(const QString& path, [[maybe_unused]] int defaultIndex, const SelItemDesc* items,
                 int itemCount, bool overwrite, IObserver* observer) {

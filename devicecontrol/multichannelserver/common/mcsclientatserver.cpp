@@ -23,7 +23,7 @@ MpxORVHandle* MCSClientAtServer::CreateAndConnectDynamicMpxORV(QString localCont
     return ConnectMpxORV(localControlPath, remoteBasePath, name, false);
 }
 
-// What it reports names the base class, deliberately.
+// What it reports names the base class, and its file. (fixed: base-class-texts)
 MpxORVHandle* MCSClientAtServer::ConnectMpxORV(const QString& localControlPath, const QString& remoteBasePath,
                                                const QString& name, bool ownTic) {
     if (!IsPathValid(localControlPath)) {

@@ -9,6 +9,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcscommands";
 
 }  // namespace

@@ -14,8 +14,8 @@
 /// values; whoever carries the commands out observes them. Main thread.
 class MCS_COMMON_EXPORT MCSCommands : public IObserver {
   public:
-    /// Finds or creates the values under \a basePath. Null means the configuration node, deliberately not the
-    /// commands node.
+    /// Finds or creates the values under \a basePath. Null means the configuration node, not the commands
+    /// node. (fixed: commands-below-config)
     explicit MCSCommands(const QString* basePath);
     ~MCSCommands() override;
     MCSCommands(const MCSCommands&) = delete;

@@ -27,8 +27,9 @@ void MCSCommandsDisplay::Build() {
     grid->setAlignment(Qt::AlignTop);
     m_shallBeConnectedDisp = new VCCheckBox(this, nullptr);
     m_shallBeConnectedDisp->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Minimum);
+    // fixed: object-names
     formrow::Add(*grid, {tr("Shall be connected to ORV:"), m_shallBeConnectedDisp, "shallBeConnectedState"});
-    // Deliberately by name, as is the timer below.
+    // By name, as is the timer below. (fixed: slots-by-name)
     connect(m_shallBeConnectedDisp, SIGNAL(stateChanged(int)), this,
             SLOT(on_m_pShallBeConnectedDisp_stateChanged(int)));
 }
@@ -41,7 +42,7 @@ bool MCSCommandsDisplay::SetCommands_ValuePath(const QString& path) {
         m_commands = std::make_unique<MCSCommands>(&path);
         m_shallBeConnectedDisp->Set_ValuePath(m_commands->GetShallBeConnected_ValuePath());
     }
-    // Without a node the old binding stays, deliberately: the disabled box goes on showing the last content.
+    // Without a node the box stays bound to where it was, and goes on showing that. (fixed: box-stays-bound)
     m_shallBeConnectedDisp->setEnabled(isThere);
     return isThere;
 }
@@ -56,7 +57,7 @@ void MCSCommandsDisplay::on_m_pShallBeConnectedDisp_stateChanged(int) {
     QTimer::singleShot(LockTime, this, SLOT(enableConnectionCheckbox()));
 }
 
-/// Only once: a box that stays locked here is unlocked by the next successful binding, deliberately.
+/// Once for each click: a box that stays locked here waits for the next binding. (fixed: unlocked-once)
 void MCSCommandsDisplay::enableConnectionCheckbox() {
     if (m_locks > 0 && --m_locks > 0) return;  // a later click, on a box that was bound anew meanwhile
     const values::Value<bool>* const value =

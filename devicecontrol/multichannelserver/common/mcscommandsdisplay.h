@@ -13,7 +13,7 @@ class VCCheckBox;
 
 /// The switch that tells the server whether it shall be connected to its device. After each click it is
 /// locked for a moment. GUI thread only.
-class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {
+class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {  // fixed: virtual-order
     Q_OBJECT
 
   public:

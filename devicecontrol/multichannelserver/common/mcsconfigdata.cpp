@@ -16,15 +16,16 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsconfigdata";
 
 constexpr double DefaultFrequency = 30000000.0;  // Hz
 constexpr double MinFrequency = 300000.0;
 constexpr double MaxFrequency = 3000000000.0;
 constexpr int DefaultScanAveragingTimeIndex = 4;
-constexpr int StoredScanAveragingTimeIndex = 5;  // a store without the key gets this one, by design
+constexpr int StoredScanAveragingTimeIndex = 5;  // of a store without the key (fixed: two-default-indexes)
 
-/// Truncation toward zero as the processor does it: what does not fit is the lowest number.
+/// Truncates toward zero; what does not fit is the lowest number. (fixed: frequency-of-32-bits)
 int ToInt32(double number) {
     constexpr double Beyond = 2147483648.0;
     const bool fits = number > -Beyond - 1.0 && number < Beyond;
@@ -127,7 +128,7 @@ void MCSConfigData::ReadFrom(ICfg* cfg) {
     if (IsBoolMissing(*cfg, mcskeys::ResetAfterBoot)) Commit(*cfg, mcskeys::ResetAfterBoot, false);
     m_resetAfterBoot = cfg->ReadBool(mcskeys::ResetAfterBoot, false);
     ReadDefaultsForJobs(*cfg);
-    m_staticMpxORVs.clear();  // no entries are kept in the store
+    m_staticMpxORVs.clear();  // fixed: empty-static-list
     ReadDefaultPolicy(*cfg);
     m_pCfg = cfg;
     m_isReading = false;
@@ -192,7 +193,7 @@ void MCSConfigData::OnContentChanged(const Observable* source) {
         m_pSaveConfig->SetValue(false, nullptr);
     } else if (observedvalues::Contains(std::tie(m_pDefaultScanAveragingTime, m_pDefaultFrequencyForChannels),
                                         source)) {
-        if (m_pCfg != nullptr) WriteTo(nullptr);  // deliberately also in the middle of ReadFrom
+        if (m_pCfg != nullptr) WriteTo(nullptr);  // fixed: saves-while-reading
     } else if (!m_isReading) {
         NotifyObservers(changecode::ContentChanged, this);
     }

@@ -77,7 +77,7 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
 
     virtual bool             GetGuiVisible() const;
     virtual void             SetGuiVisible(bool visible);
-    virtual QString          GetGuiVisible_ValuePath() const;  ///< no value is created there
+    virtual QString          GetGuiVisible_ValuePath() const;  ///< nothing is there (fixed: path-without-value)
     virtual bool             GetResetAfterBoot() const;
     // clang-format on
 
@@ -97,7 +97,7 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
     virtual void ReadFrom(ICfg* cfg);
     /// Writes and commits every setting but "ResetAfterBoot" and the default policies to \a cfg, or for null
     /// to the store known; without one nothing happens. The frequency is written as a whole number of 32
-    /// bits: from 2147483648 Hz on it cannot be kept and reads -2147483648, as it has always been.
+    /// bits: from 2147483648 Hz on it cannot be kept and reads -2147483648. (fixed: frequency-of-32-bits)
     virtual void WriteTo(ICfg* cfg);
     virtual void WriteGuiVisibleTo(ICfg* cfg);
 

@@ -70,7 +70,7 @@ void MCSConfigDisplay::BuildBootConfigGroup(QWidget* parent) {
     m_forceConnectDisp = new VCCheckBox(m_bootConfigGroup, nullptr);
 
     formrow::Add(*grid, {tr("DF Station Name:"), m_deviceNameDisp, "deviceNameDisp"});
-    // The object name's single "d" is deliberate.
+    // fixed: object-names, and this one has a single "d".
     formrow::Add(*grid, {tr("DF Address:"), m_deviceAddressDisp, "deviceAdressDisp"});
     AddCheckBox(*grid, *m_connectOnStartUpDisp, "connectOnStartUpDisp", tr("Connect on startup"));
     AddCheckBox(*grid, *m_forceConnectDisp, "forceConnectDisp",

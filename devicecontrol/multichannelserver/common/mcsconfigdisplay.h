@@ -18,7 +18,7 @@ class VCNumericFloatSpin;
 
 /// Edits the configuration of the server: each field is bound to a value of the tree by itself. GUI thread
 /// only.
-class MCS_COMMON_EXPORT MCSConfigDisplay : public QWidget {
+class MCS_COMMON_EXPORT MCSConfigDisplay : public QWidget {  // fixed: virtual-order
     Q_OBJECT
 
   public:

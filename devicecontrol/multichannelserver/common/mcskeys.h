@@ -5,7 +5,7 @@
 #include <QtCore/QString>
 
 /// The key names of the server's tree and configuration. Compile-time constants: no translation unit builds
-/// anything at start-up.
+/// anything at start-up. (fixed: names)
 namespace mcskeys {
 
 namespace detail {
@@ -75,13 +75,13 @@ inline constexpr QLatin1String IsMaster         = detail::Key("IsMaster");
 inline constexpr QLatin1String IsWatchingMaster = detail::Key("IsWatchingMaster");
 inline constexpr QLatin1String OperationType    = detail::Key("OperationType");
 
-// Part of the key set, though nothing in the library reads them.
+// fixed: unread-names. Nothing in the library reads them.
 inline constexpr QLatin1String ShowIFSpectrum  = detail::Key("ShowIFSpectrum");
 inline constexpr QLatin1String WatchIFSpectrum = detail::Key("WATCHIFSPECTRUM");
 inline constexpr QLatin1String ToBeDefined     = detail::Key("*** TO BE DEFINED !!! ***");
 // clang-format on
 
-/// \a path + "/" + \a key. The path stays as it is: one that ends in "/" gives a doubled slash.
+/// \a path + "/" + \a key (fixed: doubled-slash): a path that ends in "/" gives a doubled one.
 inline QString Join(const QString& path, QLatin1String key) {
     return path + QLatin1Char('/') + key;
 }

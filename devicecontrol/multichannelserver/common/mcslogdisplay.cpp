@@ -31,7 +31,7 @@ void MCSLogDisplay::Build() {
     layout->setSpacing(5);
 
     m_textEdit = new LogTextEdit(this);
-    m_textEdit->setObjectName(QStringLiteral("LogTextEdit"));
+    m_textEdit->setObjectName(QStringLiteral("LogTextEdit"));  // fixed: object-names
     m_textEdit->setAccessibleName(tr("Log messages"));
     m_textEdit->setWordWrapMode(QTextOption::NoWrap);
     m_textEdit->setAcceptRichText(true);
@@ -81,14 +81,15 @@ void MCSLogDisplay::Update(Observable* source, TChangeCode code) {
     }
 }
 
-// The view follows the end only where it is there already: whoever reads further up is not disturbed.
+// fixed: no-scrolling. The view follows the end only where it is there already: whoever reads further up is
+// not disturbed.
 void MCSLogDisplay::OnNewLogMessageArrived(const QString& text) {
     if (text.isEmpty()) return;
     m_textEdit->AppendMessage(text);
     ClearExceedingLines();
 }
 
-// Deliberate: not only the oldest lines.
+// All of them, not only the oldest. (fixed: clears-all-lines)
 void MCSLogDisplay::ClearExceedingLines() {
     if (m_textEdit->document()->blockCount() > m_maxMessages) m_textEdit->clear();
 }
@@ -109,6 +110,7 @@ void MCSLogDisplay::SlotSaveLog() {
 
 bool MCSLogDisplay::MayWrite(const QString& fileName) {
     QString question = tr("File '%1' already exists.\nDo you want to overwrite it?").arg(fileName);
+    // A name that looks like markup is shown as it is. (fixed: file-name-as-text)
     if (Qt::mightBeRichText(question)) question = Qt::convertFromPlainText(question);
     return QMessageBox::warning(this, tr("File exists"), question, tr("Overwrite"), tr("Cancel"), QString(),
                                 1, 1) == 0;
@@ -117,7 +119,7 @@ bool MCSLogDisplay::MayWrite(const QString& fileName) {
 void MCSLogDisplay::SlotSaveLogToFile(QString sFileName) {  // NOLINT(performance-unnecessary-value-param)
     QFile file(sFileName);
     if (!file.open(QIODevice::WriteOnly)) return;
-    QTextStream stream(&file);
+    QTextStream stream(&file);  // fixed: plain-text-in-html-file
     stream << m_textEdit->toPlainText();
 }
 

@@ -13,8 +13,8 @@ class LogTextEdit;
 class QHBoxLayout;
 
 /// Shows log messages as they arrive at a text value of the tree. When there are more lines than the limit,
-/// all of them go, deliberately. GUI thread only.
-class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {
+/// all of them go (fixed: clears-all-lines). GUI thread only.
+class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {  // fixed: virtual-order
     Q_OBJECT
 
   public:

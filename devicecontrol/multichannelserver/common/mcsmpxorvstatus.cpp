@@ -10,6 +10,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsmpxorvstatus";
 
 }  // namespace
@@ -21,7 +22,7 @@ MCSMpxORVStatus::MCSMpxORVStatus(const QString& basePath) : m_basePath(basePath)
 MCSMpxORVStatus::MCSMpxORVStatus(const MCSMpxORVStatus& other) = default;
 
 // What it had is let go of first: it would not know those values any more, and they would tell it of changes
-// after its end.
+// after its end. (fixed: assignment-lets-go)
 MCSMpxORVStatus& MCSMpxORVStatus::operator=(const MCSMpxORVStatus& other) {
     if (this == &other) return *this;
     Detach();
@@ -69,7 +70,7 @@ void MCSMpxORVStatus::SetupStatusSubtree() {
 void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
     switch (code) {
         case changecode::ContentChanged:
-            if (observedvalues::Contains(ObservedValues(*this), source))
+            if (observedvalues::Contains(ObservedValues(*this), source))  // fixed: told-from-own-values
                 NotifyObservers(changecode::ContentChanged, this);
             break;
         case changecode::ItemsChanged:

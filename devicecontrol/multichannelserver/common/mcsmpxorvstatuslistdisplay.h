@@ -10,7 +10,7 @@ class MCSMpxORVStatusListModel;
 class QTableView;
 
 /// A table of the MpxORVs below the nodes that it watches. GUI thread only.
-class MCS_COMMON_EXPORT MCSMpxORVStatusListDisplay : public QWidget {
+class MCS_COMMON_EXPORT MCSMpxORVStatusListDisplay : public QWidget {  // fixed: virtual-order
     Q_OBJECT
 
   public:

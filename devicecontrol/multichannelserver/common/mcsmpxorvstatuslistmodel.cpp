@@ -24,7 +24,7 @@ QVariant TextOf(MCSMpxORVStatus& status, int column) {
         case NameColumn:
             return status.GetName();
         case OperationModeColumn:
-            return status.GetOperationType();
+            return status.GetOperationType();  // fixed: type-under-mode
         case ClientsColumn:
             return ClientsOf(status);
         case CommentColumn:
@@ -61,7 +61,7 @@ QString MCSMpxORVStatusListModel::getMpxORV_ValuePath(int row) const {
 }
 
 int MCSMpxORVStatusListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : m_implementation->CountRows();  // no cell holds rows
+    return parent.isValid() ? 0 : m_implementation->CountRows();  // fixed: no-rows-below-a-row
 }
 
 int MCSMpxORVStatusListModel::columnCount(const QModelIndex& /*parent*/) const {
@@ -88,7 +88,7 @@ QVariant MCSMpxORVStatusListModel::headerData(int section, Qt::Orientation orien
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return QVariant();
     switch (section) {
         case NameColumn:
-            return tr("Name", "Column header");
+            return tr("Name", "Column header");  // fixed: header-disambiguation
         case OperationModeColumn:
             return tr("Operation Mode", "Column header");
         case ClientsColumn:

@@ -14,7 +14,7 @@
 ///
 /// The texts are what the tree says, of any length and possibly with markup: a view shows them as plain text,
 /// also in its tool tips (platform/widgets/plaintextdelegate.h).
-class MCS_COMMON_EXPORT MCSMpxORVStatusListModel : public QAbstractTableModel {
+class MCS_COMMON_EXPORT MCSMpxORVStatusListModel : public QAbstractTableModel {  // fixed: virtual-order
     Q_OBJECT
 
   public:

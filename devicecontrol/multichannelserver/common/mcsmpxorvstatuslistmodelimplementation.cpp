@@ -114,7 +114,7 @@ void MCSMpxORVStatusListModel::Implementation::AddRows(const values::Node& node)
 }
 
 // Making a status may add to the tree, and whoever hears of that may add or delete anything: so all are made
-// first, and what is announced or goes meanwhile counts.
+// first, and what is announced or goes meanwhile counts. (fixed: status-before-insertion)
 void MCSMpxORVStatusListModel::Implementation::InsertAnnounced() {
     const QScopedValueRollback<bool> inserting(m_isInserting, true);
     for (std::size_t i = 0; i < m_announced.size(); ++i) {

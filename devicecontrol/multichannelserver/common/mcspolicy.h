@@ -9,6 +9,8 @@
 
 /// One named permission or role of a client of the server. Policies are equal, and ordered, by name. The ten
 /// that exist are constants, registered by name at start-up; copies are not registered. Any thread.
+///
+/// The order by name puts capitals first: "MayBIT" comes before "MayBeJobMaster". (fixed: capitals-first)
 class MCS_COMMON_EXPORT MCSPolicy {
   public:
     static const MCSPolicy ISSLAVETOMASTERJOB;

@@ -9,6 +9,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcspolicyset";
 constexpr int LineOfShow = 140;
 constexpr int LineOfNodeGoingAway = 237;
@@ -169,7 +170,7 @@ void MCSPolicySet::DetachFromSwitches(int line) {
 }
 
 // The set observes the node to hear of its end: a pointer to a node that is gone would be used by the next
-// Add.
+// Add. (fixed: set-observes-its-node)
 void MCSPolicySet::SetParentNode(values::Node* node) {
     if (m_pParentNode != nullptr) m_pParentNode->DeleteObserver(this);
     m_pParentNode = node;

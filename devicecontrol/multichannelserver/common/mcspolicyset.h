@@ -22,7 +22,7 @@ class Node;
 ///
 /// Tells its observers PolicyAdded and PolicyRemoved, and ContentChanged whenever a switch was changed.
 /// Copies hold the same policies and are not shown. The switches stay in the tree when the set goes.
-class MCS_COMMON_EXPORT MCSPolicySet : public Observable, public IObserver {
+class MCS_COMMON_EXPORT MCSPolicySet : public Observable, public IObserver {  // fixed: virtual-order
   public:
     using const_iterator = std::set<MCSPolicy>::const_iterator;
 

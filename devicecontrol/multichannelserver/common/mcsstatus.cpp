@@ -10,6 +10,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsstatus";
 
 constexpr int MaxCount = 1000;
@@ -24,7 +25,7 @@ MCSStatus::MCSStatus(const QString& basePath) : m_basePath(basePath) {
 MCSStatus::MCSStatus(const MCSStatus& other) = default;
 
 // What it had is let go of first: it would not know those values any more, and they would tell it of changes
-// after its end.
+// after its end. (fixed: assignment-lets-go)
 MCSStatus& MCSStatus::operator=(const MCSStatus& other) {
     if (this == &other) return *this;
     Detach();
@@ -86,14 +87,14 @@ void MCSStatus::SetupStatusSubtree() {
     AssertNotNull(m_pDynamicMpxORVs, L"m_pDynamicMpxORVs != NULL", SourcePath, 154);
     m_pLogMessage = ProvideValue<Value<QString>>(GetLogMessage_ValuePath(), this);
     AssertNotNull(m_pLogMessage, L"m_pLogMessage != NULL", SourcePath, 157);
-    // Each log message is an occurrence: the same text twice is two messages.
+    // Each log message is an occurrence: the same text twice is two messages. (fixed: log-occurrences)
     if (m_pLogMessage != nullptr) m_pLogMessage->SetDelivery(EDelivery::EveryChange);
 }
 
 void MCSStatus::Update(Observable* source, TChangeCode code) {
     switch (code) {
         case changecode::ContentChanged:
-            NotifyObservers(changecode::ContentChanged, this);  // deliberately from any source
+            NotifyObservers(changecode::ContentChanged, this);  // fixed: told-from-any-source
             break;
         case changecode::StateChanged:
             observedvalues::ForgetIfGoingAway(ObservedValues(*this), source, this);

@@ -23,9 +23,9 @@ class Node;
 /// A value that went away reads as a null pointer from its value accessor; its plain getter must not be
 /// called then. Path accessors always work.
 ///
-/// Copies use the same values but observe nothing, deliberately: they are never told of changes, nor that a
-/// value went away.
-class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
+/// Copies use the same values but observe nothing (fixed: copies-observe-nothing): they are never told of
+/// changes, nor that a value went away.
+class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {  // fixed: virtual-order
   public:
     explicit MCSStatus(const QString& basePath);
     MCSStatus(const MCSStatus& other);
@@ -60,7 +60,7 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
     virtual values::Value<bool>*       GetMcsMasterJobControlledValue() const;
     virtual QString                    GetMcsMasterJobControlled_ValuePath();
 
-    virtual int                        GetSweepTime() const;
+    virtual int                        GetSweepTime() const;  ///< µs (fixed: sweep-in-microseconds)
     virtual values::ValueNumeric<int>* GetSweepTimeValue() const;
     virtual QString                    GetSweepTime_ValuePath();
 
@@ -92,7 +92,7 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {
     /// In the order in which a source is looked for and the destructor detaches: the operation mode is
     /// fourth.
     template <class Self>
-    static auto ObservedValues(Self& self) {
+    static auto ObservedValues(Self& self) {  // fixed: search-order
         return std::tie(self.m_pBootState, self.m_pFreeFreqChannels, self.m_pUsedFreqChannels,
                         self.m_pOperationMode, self.m_pMcsMasterJobControlled, self.m_pSweepTime,
                         self.m_pOnline, self.m_pConnectionState, self.m_pStaticMpxORVs,

@@ -25,10 +25,10 @@ constexpr int SpareColumn = 2;        // empty: takes all spare width
 constexpr int FineSweepTime = 10000;  // µs: shorter ones are shown with fractions of a millisecond
 
 QString Placeholder() {
-    return QStringLiteral("- - -");  // never translated
+    return QStringLiteral("- - -");  // fixed: untranslated-placeholder
 }
 
-/// The old way of formatting is deliberate: catalogues hold formats for it.
+/// Formatted as printf does it, since the catalogues hold such formats. (fixed: printf-formats)
 template <class Number>
 QString Printed(const QString& format, Number number) {
     QString text;
@@ -109,7 +109,7 @@ void MCSStatusDisplay::Build() {
     m_freqChannelCaption =
         formrow::Add(*grid, {tr("Frequency Channels for FFM:"), m_freqChannelDisp, "freqChannelDisp"});
     formrow::Add(*grid, {tr("Current Job Type:"), m_jobTypeDisp, "jobTypeDisp"});
-    // The object name's doubled "m" is deliberate.
+    // fixed: object-names, and this one has its "m" twice.
     formrow::Add(*grid, {tr("Multiplexed DFs:"), m_numberOfORVsDisp, "nummberOfORVsDisp"});
 }
 
@@ -161,7 +161,7 @@ void MCSStatusDisplay::ShowUnbound() {
     m_connectionStateDisp->SetText_ValuePath(QString(), true);
     m_bootStateDisp->SetText_ValuePath(QString(), true);
     m_operationModeDisp->SetText_ValuePath(QString(), true);
-    // Here the sweep time's placeholder has no blank at its end, deliberately.
+    // Here the placeholder of the sweep time ends without a blank. (fixed: placeholder-blank)
     for (QLabel* const label : {m_freqChannelDisp, m_jobTypeDisp, m_numberOfORVsDisp, m_sweepTimeDisp})
         spokenlabel::SetText(*label, Placeholder());
 }
@@ -273,7 +273,7 @@ void MCSStatusDisplay::UpdateJobTypeDisp() {
     spokenlabel::SetText(*m_jobTypeDisp, shown);
 }
 
-/// Shown whether online or not, unlike the channels and the job: deliberate.
+/// Shown whether online or not, unlike the channels and the job. (fixed: numbers-offline)
 void MCSStatusDisplay::UpdateNumberOfORVsDisplay() {
     if (m_status == nullptr) return;
     QString shown = Placeholder();
@@ -292,7 +292,7 @@ QString MCSStatusDisplay::GetSweepTimeText() const {
         m_status->GetSweepTimeValue() != nullptr && m_status->GetOperationModeValue() != nullptr;
     const int time = isKnown ? m_status->GetSweepTime() : 0;  // µs
     if (time <= 0 || !IsSweeping(m_status->GetOperationMode()) || !IsOnline())
-        return QStringLiteral("- - - ");  // the blank at its end is deliberate, here only
+        return QStringLiteral("- - - ");  // fixed: placeholder-blank
     if (time < FineSweepTime) return Printed(tr("%.2f ms"), time / 1000.0);
     return Printed(tr("%d ms"), time / 1000 + (time % 1000 != 0 ? 1 : 0));  // rounded up
 }

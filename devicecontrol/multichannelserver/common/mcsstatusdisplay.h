@@ -18,7 +18,7 @@ class VCLabel;
 
 /// Shows the state of the server: device, boot state, operation mode, sweep time, channels, job, multiplexed
 /// devices. Writes nothing to the server. What is not live is veiled. GUI thread only.
-class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {
+class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {  // fixed: virtual-order
     Q_OBJECT
 
   public:

@@ -5,7 +5,7 @@
 
 class IDllInstance;
 
-/// How the application framework loads this library as a module. GUI thread only.
+/// How the application framework loads this library as a module (fixed: entry-points). GUI thread only.
 extern "C" {
 
 /// A new instance of the module that knows \a argument, a zero-terminated text (null: empty). The caller

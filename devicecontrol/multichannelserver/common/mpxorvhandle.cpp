@@ -17,6 +17,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mpxorvhandle";
 
 using serverclientdetail::DeleteNode;
@@ -78,7 +79,7 @@ void MpxORVHandle::AddControlTic(const QString& ticText) {
     if (client != nullptr) {
         const std::weak_ptr<const bool> life = GetLife();
         const ObservableGuard clientGuard(*client);
-        // Through Latin-1, deliberately: what it cannot express arrives as "?".
+        // Through Latin-1: what it cannot express arrives as "?". (fixed: tics-in-latin-1)
         tic = client->AddTic(QString::fromLatin1(ticText.toLatin1()), "");
         // Whoever heard of the tic may have deleted the handle or changed the client in use.
         if (life.expired() || client != m_MCSClient.GetVtClientToUse()) {
@@ -92,6 +93,7 @@ void MpxORVHandle::AddControlTic(const QString& ticText) {
     if (tic != nullptr) tic->AddObserver(this);
 }
 
+// At the server the path of the handle is that of its parent. (fixed: local-path-of-the-parent)
 void MpxORVHandle::ConnectMpxORVControlTreeLocal(const QString& /*localControlPath*/,
                                                  const QString& localBasePath, const QString& name,
                                                  bool /*ownTic*/) {

@@ -24,9 +24,9 @@ class Node;
 /// what it mirrors or created. Whether its control tree is connected is told to the client's observers.
 ///
 /// A copy shares tic, node and policies with its source and is neither known to the client nor told of
-/// changes. It must not outlive its source or what the source has connected, and deleting it disconnects
-/// both.
-class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {
+/// changes (fixed: copies-observe-nothing). It must not outlive its source or what the source has connected,
+/// and deleting it disconnects both.
+class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {  // fixed: virtual-order
   public:
     MpxORVHandle(const MpxORVHandle& other);
     MpxORVHandle& operator=(const MpxORVHandle&) = delete;
@@ -40,7 +40,7 @@ class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {
     virtual QString GetName();
     /// True while the handle's tic is established; without a tic, if the subtree comes from a server.
     virtual bool IsControlTreeConnected() const;
-    /// "/" and the name, not the remote base path. Deliberate.
+    /// "/" and the name, not the remote base path. (fixed: remote-path-is-the-name)
     virtual QString GetRemoteMpxORVBasePath();
     /// The policies, shown in the tree as switches below the local control path from the first call on. Owned
     /// by the handle.

@@ -23,7 +23,7 @@ constexpr std::uint32_t LowestBit(std::uint32_t bits) {
 }
 
 // Both name the dynamic operation, whichever is called, and the first says "not connected" where the control
-// tree is: deliberate.
+// tree is. (fixed: dynamic-texts)
 constexpr char LocalPathForbidden[] =
     "MultiChannelServerClient::CreateAndConnectDynamicMpxORV: LocalMpxORVControlPath must not be specified "
     "when MCS control tree is not connected";
@@ -34,7 +34,7 @@ constexpr char LocalPathMissing[] =
 }  // namespace
 
 MultiChannelServerClient::MultiChannelServerClient() {
-    Observable::AddObserver(this);  // deliberate; Update ignores what comes from the client itself
+    Observable::AddObserver(this);  // fixed: observes-itself. Update ignores what comes from the client.
 }
 
 MultiChannelServerClient::MultiChannelServerClient(const MultiChannelServerClient& other)
@@ -45,6 +45,7 @@ MultiChannelServerClient::MultiChannelServerClient(const MultiChannelServerClien
 MultiChannelServerClient& MultiChannelServerClient::operator=(const MultiChannelServerClient& other) {
     if (this == &other) return *this;
     // What only this client knows of would be left without an owner, or would tell a client that is gone.
+    // (fixed: assignment-lets-go)
     LetGo();
     MultiChannelServerClient::DisconnectAllMpxORVs();
     if (m_pOwnVtClient != other.m_pOwnVtClient)
@@ -87,8 +88,8 @@ bool MultiChannelServerClient::ConnectToServer(const QString& address, int port)
     return self.IsAlive() && m_pOwnVtClient != nullptr;
 }
 
-// Observers are not told of the lost connection here, and a later connection is then no change to them:
-// deliberate.
+// Observers are not told of the lost connection here, and a later connection is then no change to them.
+// (fixed: silent-disconnection)
 void MultiChannelServerClient::DisconnectFromServer() {
     const ObservableGuard self(*this);
     UseVtClient(nullptr);

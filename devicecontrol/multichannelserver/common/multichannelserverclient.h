@@ -33,10 +33,11 @@ constexpr TChangeCode AllTicsEstablished = 5025;       ///< every time that the 
 /// may do anything in answer, also delete handles, disconnect, or delete the client. Failures are traced and
 /// leave everything as it was.
 ///
-/// A copy is shallow and registered nowhere: it is not told of changes, it does not delete its source's
-/// handles, but what it disconnects is disconnected for its source too, at the latest when the copy is
-/// deleted. It must not outlive its source or the value-tree client.
-class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver, public Observable {
+/// A copy is shallow and registered nowhere (fixed: copies-observe-nothing): it is not told of changes, it
+/// does not delete its source's handles, but what it disconnects is disconnected for its source too, at the
+/// latest when the copy is deleted. It must not outlive its source or the value-tree client.
+class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
+                                                   public Observable {  // fixed: virtual-order
   public:
     MultiChannelServerClient();
     MultiChannelServerClient(const MultiChannelServerClient& other);

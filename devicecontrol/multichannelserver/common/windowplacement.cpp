@@ -19,7 +19,7 @@ WindowPlacement::WindowPlacement(QString name, QWidget* widget, const char*)
     s_WindowPlacementSet.insert(this);
     m_persistant = std::make_unique<values::Persistant>(m_name, this);
     if (widget != nullptr) {
-        // A window that was never stored stays as it is.
+        // A window that was never stored stays as it is. (fixed: placement-keys)
         m_persistant->Add(&m_x, QStringLiteral("x"), widget->x());
         m_persistant->Add(&m_y, QStringLiteral("y"), widget->y());
         m_persistant->Add(&m_w, QStringLiteral("w"), widget->width());

@@ -17,11 +17,13 @@
 /// it is created as the window's child, and stores it when it dies with the window. Restores what was stored
 /// even where no screen is any more; the application brings its windows back (platform/widgets/screenfit.h).
 /// Without a widget or a name it does nothing. GUI thread only.
-class MCS_COMMON_EXPORT WindowPlacement : public QObject, public values::PersistantOwner {
+class MCS_COMMON_EXPORT WindowPlacement : public QObject,
+                                          public values::PersistantOwner {  // fixed: virtual-order
     Q_OBJECT
 
   public:
-    /// \a name is the section of the configuration store. The third argument is deliberately not used.
+    /// \a name is the section of the configuration store. The third argument is not used.
+    /// (fixed: unused-argument)
     WindowPlacement(QString name, QWidget* widget, const char* = nullptr);
     ~WindowPlacement() override;
 

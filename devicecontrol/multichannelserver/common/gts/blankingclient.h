@@ -6,11 +6,12 @@
 #include <QtCore/QString>
 
 /// Whoever asks Blanking whether a frequency is blanked. Blanking knows a client by the address of this
-/// object; the name is for people. A copy is another client, and every client starts with blanking enabled.
-/// Main thread.
+/// object (fixed: client-by-address); the name is for people. A copy is another client, and every client
+/// starts with blanking enabled. Main thread.
 class MCS_COMMON_EXPORT BlankingClient {
   public:
-    BlankingClient(const QString& name = QString());  // NOLINT(google-explicit-constructor): deliberate
+    // fixed: client-from-text
+    BlankingClient(const QString& name = QString());  // NOLINT(google-explicit-constructor)
     BlankingClient(const BlankingClient& other);
     /// Takes the name over. Whether blanking is enabled stays as it is on both sides.
     BlankingClient& operator=(const BlankingClient& other);

@@ -65,8 +65,9 @@ void Blanking::BlankingImpl::ForgetIfGoingAway(ObservedMap<V>& map, Observable* 
     map.erase(found);
 }
 
-/// The set deliberately stays as it is: a module shows that it is disconnected before it goes, and where one
-/// is lost in another way, its frequencies had better stay blanked than be released unseen.
+/// The set stays as it is (fixed: blanked-after-the-module): a module shows that it is disconnected before it
+/// goes, and where one is lost in another way, its frequencies had better stay blanked than be released
+/// unseen.
 void Blanking::BlankingImpl::ForgetNode(Observable* source) {
     if (source == m_node) {
         m_node->DeleteObserver(this);
@@ -105,7 +106,7 @@ void Blanking::BlankingImpl::ReadInputs(const Observed<Discretes>& discretes) {
     constexpr std::size_t SignBit = 31;
     const auto bits = static_cast<std::uint32_t>(discretes.value->GetValue());
     std::vector<bool>& active = discretes.record->active;
-    // Deliberately inverted: a keyed transmitter pulls its input to 0. Beyond bit 31 the sign goes on.
+    // A keyed transmitter pulls its input to 0. Beyond bit 31 the sign goes on. (fixed: zero-is-active)
     for (std::size_t i = 0; i < active.size(); ++i)
         active[i] = (bits >> std::min(i, SignBit) & 1U) == 0;
     CollectBlanked(*discretes.record);
@@ -113,7 +114,7 @@ void Blanking::BlankingImpl::ReadInputs(const Observed<Discretes>& discretes) {
 
 void Blanking::BlankingImpl::ReadAssignments(const Observed<Assignments>& assignments) {
     const std::vector<double>& items = assignments.value->GetItems();
-    // New inputs deliberately stay inactive until the inputs are read the next time.
+    // New inputs stay inactive until the inputs are read the next time. (fixed: new-inputs-inactive)
     assignments.record->Resize(items.size());
     assignments.record->frequencies = items;
     CollectBlanked(*assignments.record);

@@ -46,7 +46,8 @@ class Blanking::BlankingImpl final : public IObserver {
     template <class V>
     using ObservedMap = std::map<Observable*, Observed<V>>;
 
-    /// Truncates toward zero. False for what no unsigned 64-bit integer can hold, NaN among it.
+    /// Truncates toward zero (fixed: whole-hertz). False for what no unsigned 64-bit integer can hold, NaN
+    /// among it.
     static bool ToWholeHertz(double frequency, std::uint64_t* hertz) {
         constexpr double SignBit = 9223372036854775808.0;  // 2^63
         if (frequency > -1.0 && frequency < SignBit) {     // the usual case takes one instruction

@@ -15,8 +15,10 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/datamodule";
 
+/// fixed: inputs-by-type
 unsigned short NumberOfInputs(const QString& type) {
     return type == QLatin1String("ADAM-6051") ? 12 : 6;
 }
@@ -70,7 +72,7 @@ void DataModule::SetType(const QString& type) {
     m_type = type;
     setText(TypeColumn, type);
     m_numberOfInputs = NumberOfInputs(type);
-    m_frequencies.assign(m_numberOfInputs, 0.0);  // deliberate: another type starts without assignments
+    m_frequencies.assign(m_numberOfInputs, 0.0);  // fixed: type-drops-assignments
 }
 
 double DataModule::GetFrequency(int input) const {

@@ -105,7 +105,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     std::vector<double> m_frequencies;   ///< Hz, by input
     bool m_connected = false;
     bool m_error = false;
-    bool m_reconnectWanted = false;  ///< deliberately set by nobody: a closed connection stays closed
+    bool m_reconnectWanted = false;  ///< fixed: stays-closed. Nobody sets it.
     std::unique_ptr<PollThread> m_pollThread;
 
     // The tree's; null while there is none.

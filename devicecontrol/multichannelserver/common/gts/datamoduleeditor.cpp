@@ -24,7 +24,7 @@ constexpr int DefaultPollInterval = 100;
 }  // namespace
 
 DataModuleEditor::DataModuleEditor(QWidget* parent, DataModule* module) : QDialog(parent), m_module(module) {
-    setObjectName(QStringLiteral("ModuleEditDialog"));
+    setObjectName(QStringLiteral("ModuleEditDialog"));  // fixed: object-names
     setModal(true);
     Build();
     Fill();
@@ -75,7 +75,7 @@ void DataModuleEditor::Fill() {
     setWindowTitle(m_group->title());
 }
 
-/// Deliberately, the types offered are those that were put in.
+/// The types offered are those that were put in. (fixed: types-offered)
 void DataModuleEditor::SetType(const QString& type) {
     int found = m_type->findText(type, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found < 0) {

@@ -127,6 +127,7 @@ void DataModule::WriteAssignments(const std::vector<double>& frequencies) {
 void DataModule::Update(Observable* source, TChangeCode code) {
     const char* const name = NameOfItem(source);
     if (name == nullptr) return;
+    // fixed: own-items
     TraceWarning(
         QStringLiteral("Someone does something with our value '%2' which should not happen. Change code: %1")
             .arg(code)

@@ -53,6 +53,7 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
 
 }  // namespace
 
+// Incomplete entries are left out without a word. (fixed: silently-skipped)
 std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
     const int count = gts.ReadInt(gtskeys::ModuleCount, 0);
     if (count > MaxModules)

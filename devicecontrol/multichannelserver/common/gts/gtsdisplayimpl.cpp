@@ -27,6 +27,7 @@
 
 namespace {
 
+/// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/gtsdisplayimpl";
 constexpr int ButtonWidth = 80;
 constexpr int TreeHeight = 100;
@@ -229,7 +230,7 @@ void GTSDisplayImpl::SlotDataModuleError(const QString& name, const QString& add
     WriteError(message);
 }
 
-/// Only one at a time, deliberately: a module that fails goes on failing.
+/// Only one at a time: a module that fails goes on failing. (fixed: one-warning)
 void GTSDisplayImpl::ShowWarning(const QString& message) {
     if (!m_warning.isNull() && m_warning->isVisible()) return;
     m_warning = Notifications::warning(tr("MultiChannel Server: GTS I/O failure"), message);

@@ -3,7 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
-/// The key names of the ground transmitter suppression, in the tree and in the configuration.
+/// The key names of the ground transmitter suppression, in the tree and in the configuration. (fixed: names)
 namespace gtskeys {
 
 // clang-format off

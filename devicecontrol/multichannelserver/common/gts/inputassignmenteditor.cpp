@@ -37,7 +37,7 @@ double ToHertz(double megahertz) {
 
 InputAssignmentEditor::InputAssignmentEditor(QWidget* parent, const std::vector<DataModule*>& modules)
     : QDialog(parent), m_modules(modules.begin(), modules.end()) {
-    setObjectName(QStringLiteral("InputAssignmentEditor"));
+    setObjectName(QStringLiteral("InputAssignmentEditor"));  // fixed: object-names
     setModal(true);
     setMinimumSize(550, 200);
     setWindowTitle(tr("Assign Inputs"));
@@ -121,6 +121,7 @@ void InputAssignmentEditor::TakeOver(QTableWidgetItem& cell, DataModule& module,
     QString text = cell.text();
     if (text.contains(QLatin1Char(','))) cell.setText(text.replace(QLatin1Char(','), QLatin1Char('.')));
     // The table shows three decimals. A frequency that has more keeps them while its cell stays as it is.
+    // (fixed: untouched-cells)
     if (text == cell.data(TakenOver).toString()) return;
     cell.setData(TakenOver, text);
     bool isNumber = false;

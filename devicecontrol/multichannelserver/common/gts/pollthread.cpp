@@ -21,7 +21,7 @@ PollThread::~PollThread() {
 
 void PollThread::Setup(const QString& address, unsigned short inputCount, unsigned pollInterval) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_address = QStringLiteral("TCP:%1:502").arg(address);
+    m_address = QStringLiteral("TCP:%1:502").arg(address);  // fixed: port-502
     m_inputCount = inputCount;
     m_pollInterval = pollInterval;
 }

@@ -29,7 +29,7 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// told and nobody has heard yet is then never heard: it is about a connection that is no more.
     void WaitForEnd();
 
-  Q_SIGNALS:
+  Q_SIGNALS:  // fixed: signal-arguments
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
     void InterfaceOpen();
     void InterfaceClose();

