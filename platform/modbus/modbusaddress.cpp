@@ -5,6 +5,9 @@
 
 #include <QtCore/QStringList>
 
+#include <algorithm>
+#include <optional>
+
 using nativesocket::EError;
 
 namespace {
@@ -31,43 +34,86 @@ bool ParseNumber(const QString& text, unsigned maximum, unsigned* number) {
     return *number <= maximum;
 }
 
-bool ParseIp(const QString& text, quint32* ip) {
+/// Whether \a text is made of what IPv4 addresses are made of. Anything else is meant as a name.
+bool IsNumeric(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character == QLatin1Char('.') ||
+               (character >= QLatin1Char('0') && character <= QLatin1Char('9'));
+    });
+}
+
+/// What is wrong with an address, and the error of the operating system that comes closest.
+struct Fault {
+    EError error = EError::InvalidArgument;
+    QString reason;
+};
+using MaybeFault = std::optional<Fault>;
+
+MaybeFault ParseNumericIp(const QString& text, quint32* ip) {
     const QStringList parts = text.split(QLatin1Char('.'));
-    if (parts.size() != 4) return false;
+    if (parts.size() != 4)
+        return Fault{EError::AddressNotAvailable, QStringLiteral("an IPv4 address has four numbers")};
     *ip = 0;
     for (const QString& part : parts) {
         unsigned octet = 0;
-        if (!ParseNumber(part, 255, &octet)) return false;
+        if (!ParseNumber(part, 255, &octet))
+            return Fault{EError::AddressNotAvailable,
+                         QStringLiteral("'%1' is no number from 0 to 255 without leading zeros").arg(part)};
         *ip = *ip << 8 | octet;
     }
-    // "This network", multicast and broadcast are no module. The system takes the first for this machine.
+    // "This network", multicast and broadcast. The system takes the first for this machine.
     const unsigned first = *ip >> 24;
-    return first != 0 && first < 224;
+    if (first != 0 && first < 224) return std::nullopt;
+    return Fault{EError::AddressNotAvailable, QStringLiteral("no module can have this address")};
+}
+
+MaybeFault ParseIp(const QString& text, quint32* ip) {
+    if (text.isEmpty()) return Fault{EError::NoAddress, QStringLiteral("it has no IP address")};
+    const int colon = text.indexOf(QLatin1Char(':'));
+    if (colon >= 0 && text.lastIndexOf(QLatin1Char('.'), colon) >= 0)
+        return Fault{EError::AddressNotAvailable, QStringLiteral("the port does not belong to it")};
+    if (colon >= 0) return Fault{EError::NoSuchFamily, QStringLiteral("modules have no IPv6 addresses")};
+    if (!IsNumeric(text))
+        return Fault{EError::NoAddress,
+                     QStringLiteral("names are not resolved: give the IPv4 address of the module")};
+    return ParseNumericIp(text, ip);
+}
+
+MaybeFault ParseWhole(const QString& whole, quint32* ip, unsigned* port) {
+    const auto fault = [](const char* reason) {
+        return Fault{EError::InvalidArgument, QString::fromUtf8(reason)};
+    };
+    const QString prefix = QStringLiteral("TCP:");
+    if (whole.size() > MaxLength) return fault("it is too long");
+    if (!whole.startsWith(prefix)) return fault("it does not begin with TCP:");
+    const int colon = whole.lastIndexOf(QLatin1Char(':'));
+    if (colon < prefix.size()) return fault("it has no port");
+    // Blanks around it came along when it was typed or pasted, and mean nothing.
+    if (MaybeFault ipFault = ParseIp(whole.mid(prefix.size(), colon - prefix.size()).trimmed(), ip))
+        return ipFault;
+    if (!ParseNumber(whole.mid(colon + 1), 65535, port) || *port == 0)
+        return fault("a port is a number from 1 to 65535");
+    return std::nullopt;
 }
 
 }  // namespace
 
 unsigned ModbusAddress::Parse(const wchar_t* text, QString* reason) {
     const QString whole = BoundedText(text);
-    const auto fail = [&](EError error, const char* why) {
-        *reason =
-            QStringLiteral("'%1' is no address of a Modbus module: %2").arg(whole, QString::fromUtf8(why));
-        return nativesocket::CodeOf(error);
-    };
-    const QString prefix = QStringLiteral("TCP:");
-    if (whole.size() > MaxLength) return fail(EError::InvalidArgument, "it is too long");
-    if (!whole.startsWith(prefix)) return fail(EError::InvalidArgument, "it does not begin with TCP:");
-    const int colon = whole.lastIndexOf(QLatin1Char(':'));
-    if (colon < prefix.size()) return fail(EError::InvalidArgument, "it has no port");
-    const QString host = whole.mid(prefix.size(), colon - prefix.size());
-    if (host.isEmpty()) return fail(EError::NoAddress, "it has no IP address");
-    if (host.contains(QLatin1Char(':'))) return fail(EError::NoSuchFamily, "modules have no IPv6 addresses");
     quint32 parsedIp = 0;
-    if (!ParseIp(host, &parsedIp)) return fail(EError::InvalidArgument, "give the IPv4 address of a module");
     unsigned parsedPort = 0;
-    if (!ParseNumber(whole.mid(colon + 1), 65535, &parsedPort) || parsedPort == 0)
-        return fail(EError::InvalidArgument, "a port is a number from 1 to 65535");
+    if (const MaybeFault fault = ParseWhole(whole, &parsedIp, &parsedPort)) {
+        *reason = QStringLiteral("'%1' is no address of a Modbus module: %2").arg(whole, fault->reason);
+        return nativesocket::CodeOf(fault->error);
+    }
     ip = parsedIp;
     port = static_cast<quint16>(parsedPort);
     return 0;
+}
+
+QString ModbusAddress::FaultOf(const QString& text) {
+    quint32 ip = 0;
+    unsigned port = 0;
+    const MaybeFault fault = ParseWhole(text.left(MaxLength + 1), &ip, &port);
+    return fault ? fault->reason : QString();
 }

@@ -14,7 +14,10 @@ struct MCS_MODBUS_EXPORT ModbusAddress {
     quint16 port = 0;
 
     /// Reads "TCP:<ip>:<port>", of which not more is looked at than such a text can be long; \a text may be
-    /// null. Each number is decimal and has no leading zero, which elsewhere would make it octal.
-    /// \return 0, or an error of the operating system, with the reason in \a reason.
+    /// null. Blanks around the IP address mean nothing. Each number is decimal and has no leading zero, which
+    /// elsewhere would make it octal.
+    /// \return 0, or the error of the operating system that comes closest, with the reason in \a reason.
     unsigned Parse(const wchar_t* text, QString* reason);
+    /// The reason alone why \a text cannot be right; empty if it can.
+    static QString FaultOf(const QString& text);
 };

@@ -19,6 +19,7 @@ constexpr Handle NoHandle = -1;
 enum class EError {
     InvalidArgument,
     NoAddress,
+    AddressNotAvailable,
     NoSuchFamily,
     TimedOut,
     ConnectionReset,

@@ -45,6 +45,8 @@ unsigned nativesocket::CodeOf(EError error) {
             return EINVAL;
         case EError::NoAddress:
             return EDESTADDRREQ;
+        case EError::AddressNotAvailable:
+            return EADDRNOTAVAIL;
         case EError::NoSuchFamily:
             return EAFNOSUPPORT;
         case EError::TimedOut:

@@ -59,6 +59,8 @@ unsigned nativesocket::CodeOf(EError error) {
             return WSAEINVAL;
         case EError::NoAddress:
             return WSAEDESTADDRREQ;
+        case EError::AddressNotAvailable:
+            return WSAEADDRNOTAVAIL;
         case EError::NoSuchFamily:
             return WSAEAFNOSUPPORT;
         case EError::TimedOut:

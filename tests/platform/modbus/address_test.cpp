@@ -36,7 +36,9 @@ TEST_P(NoModbusAddress, IsRefusedWithTheReason) {
 }
 
 constexpr const char* NoPrefix = "it does not begin with TCP:";
-constexpr const char* NoIp = "give the IPv4 address of a module";
+constexpr const char* NoName = "names are not resolved: give the IPv4 address of the module";
+constexpr const char* NotFour = "an IPv4 address has four numbers";
+constexpr const char* NoModule = "no module can have this address";
 constexpr const char* NoPort = "a port is a number from 1 to 65535";
 
 const Refused RefusedTexts[] = {
@@ -48,22 +50,27 @@ const Refused RefusedTexts[] = {
     {"PrefixOnly", L"TCP:", EError::InvalidArgument, "it has no port"},
     {"NoPort", L"TCP:192.168.0.1", EError::InvalidArgument, "it has no port"},
     {"EmptyIp", L"TCP::502", EError::NoAddress, "it has no IP address"},
-    {"HostName", L"TCP:module.example:502", EError::InvalidArgument, NoIp},
-    {"Localhost", L"TCP:localhost:502", EError::InvalidArgument, NoIp},
+    {"HostName", L"TCP:module.example:502", EError::NoAddress, NoName},
+    {"Localhost", L"TCP:localhost:502", EError::NoAddress, NoName},
     {"IPv6", L"TCP:fe80::1:502", EError::NoSuchFamily, "modules have no IPv6 addresses"},
     {"IPv6InBrackets", L"TCP:[::1]:502", EError::NoSuchFamily, "modules have no IPv6 addresses"},
-    {"ThreeNumbers", L"TCP:192.168.1:502", EError::InvalidArgument, NoIp},
-    {"FiveNumbers", L"TCP:192.168.0.1.5:502", EError::InvalidArgument, NoIp},
-    {"NumberTooLarge", L"TCP:192.168.0.256:502", EError::InvalidArgument, NoIp},
-    {"NumberThatWouldBeOctal", L"TCP:192.168.0.010:502", EError::InvalidArgument, NoIp},
-    {"NumberMissing", L"TCP:192.168..1:502", EError::InvalidArgument, NoIp},
-    {"BlanksAround", L"TCP: 192.168.0.1 :502", EError::InvalidArgument, NoIp},
-    {"Sign", L"TCP:192.168.0.+1:502", EError::InvalidArgument, NoIp},
-    {"Hexadecimal", L"TCP:0xC0.168.0.1:502", EError::InvalidArgument, NoIp},
-    {"ForeignDigits", L"TCP:192.168.0.\u0661:502", EError::InvalidArgument, NoIp},
-    {"ThisMachine", L"TCP:0.0.0.0:502", EError::InvalidArgument, NoIp},
-    {"Multicast", L"TCP:224.0.0.1:502", EError::InvalidArgument, NoIp},
-    {"Broadcast", L"TCP:255.255.255.255:502", EError::InvalidArgument, NoIp},
+    {"IPv4AndAPort", L"TCP:10.0.0.1:502:502", EError::AddressNotAvailable, "the port does not belong to it"},
+    {"ThreeNumbers", L"TCP:192.168.1:502", EError::AddressNotAvailable, NotFour},
+    {"FiveNumbers", L"TCP:192.168.0.1.5:502", EError::AddressNotAvailable, NotFour},
+    {"NumberTooLarge", L"TCP:192.168.0.256:502", EError::AddressNotAvailable,
+     "'256' is no number from 0 to 255 without leading zeros"},
+    {"NumberThatWouldBeOctal", L"TCP:192.168.0.010:502", EError::AddressNotAvailable,
+     "'010' is no number from 0 to 255 without leading zeros"},
+    {"NumberMissing", L"TCP:192.168..1:502", EError::AddressNotAvailable,
+     "'' is no number from 0 to 255 without leading zeros"},
+    {"BlanksWithin", L"TCP:192.168. 0.1:502", EError::NoAddress, NoName},
+    {"BlanksOnly", L"TCP:  :502", EError::NoAddress, "it has no IP address"},
+    {"Sign", L"TCP:192.168.0.+1:502", EError::NoAddress, NoName},
+    {"Hexadecimal", L"TCP:0xC0.168.0.1:502", EError::NoAddress, NoName},
+    {"ForeignDigits", L"TCP:192.168.0.\u0661:502", EError::NoAddress, NoName},
+    {"ThisMachine", L"TCP:0.0.0.0:502", EError::AddressNotAvailable, NoModule},
+    {"Multicast", L"TCP:224.0.0.1:502", EError::AddressNotAvailable, NoModule},
+    {"Broadcast", L"TCP:255.255.255.255:502", EError::AddressNotAvailable, NoModule},
     {"PortMissing", L"TCP:192.168.0.1:", EError::InvalidArgument, NoPort},
     {"PortZero", L"TCP:192.168.0.1:0", EError::InvalidArgument, NoPort},
     {"PortTooLarge", L"TCP:192.168.0.1:65536", EError::InvalidArgument, NoPort},
@@ -85,12 +92,28 @@ TEST(ModbusAddressTest, IsAnIpAndAPort) {
     EXPECT_EQ(address.port, 65535);
 }
 
+TEST(ModbusAddressTest, MayHaveBlanksAroundTheIp) {
+    for (const wchar_t* const text :
+         {L"TCP: 192.168.0.17:502", L"TCP:192.168.0.17  :502", L"TCP:\t192.168.0.17 :502"}) {
+        ModbusAddress address;
+        QString reason;
+        EXPECT_EQ(address.Parse(text, &reason), 0u) << reason.toStdString();
+        EXPECT_EQ(address.ip, 0xC0A80011u);
+    }
+}
+
 TEST(ModbusAddressTest, TheReasonNamesTheText) {
     QString reason;
     ModbusAddress().Parse(L"TCP:tower:502", &reason);
-    EXPECT_EQ(reason,
-              QStringLiteral(
-                  "'TCP:tower:502' is no address of a Modbus module: give the IPv4 address of a module"));
+    EXPECT_EQ(reason, QStringLiteral("'TCP:tower:502' is no address of a Modbus module: names are not "
+                                     "resolved: give the IPv4 address of the module"));
+}
+
+TEST(ModbusAddressTest, HasAFaultIfItIsRefusedAndNoneIfNot) {
+    EXPECT_EQ(ModbusAddress::FaultOf(QStringLiteral("TCP:10.0.0.1:502")), QString());
+    EXPECT_EQ(ModbusAddress::FaultOf(QStringLiteral("TCP:10.0.0.300:502")),
+              QStringLiteral("'300' is no number from 0 to 255 without leading zeros"));
+    EXPECT_EQ(ModbusAddress::FaultOf(QString(100000, QLatin1Char('1'))), QStringLiteral("it is too long"));
 }
 
 TEST(ModbusAddressTest, OfATextWithoutEndNotMoreIsReadThanAnAddressIsLong) {

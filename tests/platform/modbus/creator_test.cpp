@@ -136,13 +136,12 @@ INSTANTIATE_TEST_SUITE_P(ModbusTcpInterfaceCreatorTest, BadModbusConfiguration,
 TEST_F(ModbusTcpInterfaceCreatorTest, AnAddressThatCannotBeRightGivesNullAndAnErrorAndATrace) {
     const TraceRecorder traces(ErrorHandler::TraceWarnings);
     EXPECT_EQ(ModbusTcpInterfaceCreator::CreateInterface(L"TCP:tower:502", &callback), nullptr);
-    EXPECT_THAT(
-        callback.events,
-        ElementsAre(RecordingCallback::Error(nativesocket::CodeOf(nativesocket::EError::InvalidArgument))));
+    EXPECT_THAT(callback.events,
+                ElementsAre(RecordingCallback::Error(nativesocket::CodeOf(nativesocket::EError::NoAddress))));
     EXPECT_THAT(traces.Messages(),
                 ElementsAre(QStringLiteral(
-                    "'TCP:tower:502' is no address of a Modbus module: give the IPv4 address of "
-                    "a module")));
+                    "'TCP:tower:502' is no address of a Modbus module: names are not resolved: give "
+                    "the IPv4 address of the module")));
 }
 
 TEST_F(ModbusTcpInterfaceCreatorTest, MakingAnInterfaceConnectsNothing) {

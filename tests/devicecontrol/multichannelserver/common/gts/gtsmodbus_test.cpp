@@ -143,6 +143,12 @@ TEST_F(ARealModule, ThatIsNotThereIsAnError) {
     EXPECT_NE(spy[0][2].toUInt(), 0U);
 }
 
+TEST_F(ARealModule, IsFoundByAnAddressWithBlanksAround) {
+    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(" 127.0.0.1\t"), 5U);
+    m_data->Connect();
+    EXPECT_TRUE(WaitForStatus("Connected"));
+}
+
 struct AddressRow {
     const char* name;
     const char* address;
@@ -170,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(AddressRow{"Empty", ""}, AddressRow{"Blank", " "}, AddressRow{"AName", "localhost"},
                     AddressRow{"IPv6", "::1"}, AddressRow{"TooShort", "127.0.1"},
                     AddressRow{"TooLong", "1.2.3.4.5"}, AddressRow{"OutOfRange", "300.0.0.1"},
-                    AddressRow{"WithAPort", "127.0.0.1:502"}, AddressRow{"WithBlanks", " 127.0.0.1 "}),
+                    AddressRow{"WithAPort", "127.0.0.1:502"}, AddressRow{"BlanksWithin", "127. 0.0.1"}),
     testing::PrintToStringParamName());
 
 struct FaultRow {
