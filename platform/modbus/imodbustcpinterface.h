@@ -20,7 +20,7 @@ class MCS_MODBUS_EXPORT IModbusTcpInterface {
     /// or one error. OnOpened() comes before the first answer of a connection, and not earlier: what only
     /// takes connections is no module. After an error the connection is closed, and OnClosed() follows if it
     /// was told to be open. A later request connects again; those that come too soon after an error (100 ms,
-    /// up to 10 s after further errors) do nothing and tell nothing.
+    /// up to 10 s after further errors) ask nothing and tell that error once more, at once.
     ///
     /// Modules that drop idle connections are connected again within the request, and nothing is told of it.
     virtual void ReadInputDiscretes(unsigned short count) = 0;

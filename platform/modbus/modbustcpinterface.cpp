@@ -24,7 +24,9 @@ ModbusTcpInterface::ModbusTcpInterface(const ModbusAddress& address, const Modbu
 ModbusTcpInterface::~ModbusTcpInterface() = default;
 
 void ModbusTcpInterface::ReadInputDiscretes(unsigned short count) {
-    if (m_connection.IsAborted() || !m_delay.IsOver(m_clock())) return;
+    if (m_connection.IsAborted()) return;
+    // The module is spared, whoever asks is not: what fails goes on failing until something else is known.
+    if (!m_delay.IsOver(m_clock())) return m_callback.OnError(m_lastError);
     const ModbusConnection::Outcome outcome = Exchange(count);
     // Nobody waits for the outcome any more, least of all for an error that is none of the module's.
     if (m_connection.IsAborted()) return;
@@ -74,6 +76,7 @@ void ModbusTcpInterface::OnAnswer(unsigned bits) {
 void ModbusTcpInterface::OnError(unsigned error) {
     m_connection.Close();
     m_delay.OnError(m_clock());
+    m_lastError = error;
     m_callback.OnError(error);
     if (!m_isToldOpen) return;
     m_isToldOpen = false;

@@ -34,6 +34,7 @@ class MCS_MODBUS_EXPORT ModbusTcpInterface final : public IModbusTcpInterface {
     const Clock m_clock;
     ModbusConnection m_connection;
     ReconnectDelay m_delay;
+    unsigned m_lastError = 0;
     quint16 m_transaction = 0;
     bool m_isToldOpen = false;
 };

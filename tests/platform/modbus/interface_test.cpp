@@ -97,13 +97,37 @@ TEST_F(ModbusTcpInterfaceTest, WhatNeverAnsweredIsNeverToldToBeOpen) {
 TEST_F(ModbusTcpInterfaceTest, ConnectsAgainAfterADelayThatGrows) {
     Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Exception(question, 6)}; });
     Read();
+    int questions = 1;
     for (qint64 delay : {100, 200, 400, 800, 1600, 3200, 6400, 10000, 10000}) {
         now += delay - 1;
-        EXPECT_THAT(Read(), IsEmpty()) << delay;
+        Read();
+        EXPECT_EQ(peer->Questions(), questions) << delay;
         now += 1;
-        EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6))) << delay;
+        Read();
+        EXPECT_EQ(peer->Questions(), ++questions) << delay;
     }
-    EXPECT_EQ(peer->Questions(), 10);
+}
+
+TEST_F(ModbusTcpInterfaceTest, TellsTheLastErrorUntilItConnectsAgain) {
+    Listen([](const QByteArray& question, int number) -> Action {
+        return {number == 1 ? FaultyPeer::Answer(question, 7)
+                            : FaultyPeer::Exception(question, quint8(number))};
+    });
+    Read();
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 2), Closed()));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 2)));
+    now += ReconnectDelay::FirstMs;
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 3)));
+    EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 3)));
+    EXPECT_EQ(peer->Questions(), 3);
+}
+
+TEST_F(ModbusTcpInterfaceTest, TellsNothingAfterAnErrorOnceItIsAborted) {
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Exception(question, 6)}; });
+    Read();
+    interface->Abort();
+    EXPECT_THAT(Read(), IsEmpty());
 }
 
 TEST_F(ModbusTcpInterfaceTest, AnAnswerEndsTheDelay) {
