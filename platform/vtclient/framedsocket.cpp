@@ -2,6 +2,7 @@
 #include <platform/vtclient/framedsocket.h>
 
 #include <platform/vtclient/lingeringsocket.h>
+#include <platform/vtclient/nativesocket.h>
 #include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QDeadlineTimer>
@@ -19,7 +20,6 @@ namespace {
 constexpr int HeaderSize = 4;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
-constexpr qint64 ReadAtOnce = qint64{128} * 1024;
 
 QString AddressText(const QTcpSocket& socket) {
     const QString host = socket.peerAddress().toString();
@@ -80,25 +80,34 @@ void FramedSocket::SetMaxMessage(quint32 size) {
 void FramedSocket::Send(const QByteArray& message) {
     if (!m_isOpen) return;
     const quint32 size = qToBigEndian(static_cast<quint32>(message.size()));
-    m_out.append(reinterpret_cast<const char*>(&size), HeaderSize);
-    m_out.append(message);
+    m_out.Append(reinterpret_cast<const char*>(&size), HeaderSize);
+    m_out.Append(message.constData(), message.size());
 }
 
 void FramedSocket::Flush() {
-    if (!m_isOpen || m_out.isEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
+    if (!m_isOpen || m_out.IsEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
+    SendWhatTheSystemTakes();
+    if (m_out.IsEmpty()) return;
     // Sending may find that the connection is gone, and over TLS it may read. The listener hears of it later.
     m_isFlushing = true;
-    m_socket->write(m_out);
-    m_out.resize(0);
+    m_socket->write(m_out.Data(), m_out.Size());
+    m_out.Clear();
     m_socket->flush();
     m_isFlushing = false;
+}
+
+// Past Qt's socket, which would copy it, and watch for a moment whether it may write.
+void FramedSocket::SendWhatTheSystemTakes() {
+    if (m_isEncrypted || m_socket->bytesToWrite() != 0) return;
+    const SendPiece all = {m_out.Data(), m_out.Size()};
+    m_out.RemoveFront(static_cast<int>(SendAtOnce(m_socket->socketDescriptor(), &all, 1)));
 }
 
 qint64 FramedSocket::Unsent() const {
     if (!m_isOpen) return 0;
     // A TLS socket counts what it has not encrypted yet apart from what it has.
     const qint64 encrypted = m_ssl != nullptr ? m_ssl->encryptedBytesToWrite() : 0;
-    return m_out.size() + m_socket->bytesToWrite() + encrypted;
+    return m_out.Size() + m_socket->bytesToWrite() + encrypted;
 }
 
 void FramedSocket::Close() {
@@ -157,13 +166,7 @@ void FramedSocket::ReadOn() {
         if (!GiveFrames(turn)) break;
         isPaused = turn.hasExpired();
         if (isPaused) break;
-        const qint64 available = m_socket->bytesAvailable();
-        if (available == 0) break;
-        const int before = m_in.size();
-        m_in.resize(before + static_cast<int>(qMin(available, ReadAtOnce)));
-        const qint64 count = m_socket->read(m_in.data() + before, m_in.size() - before);
-        m_in.resize(before + static_cast<int>(qMax<qint64>(count, 0)));
-        if (count <= 0) break;
+        if (!ReadMore()) break;
     }
     if (!self) return;
     m_isReading = false;
@@ -174,25 +177,42 @@ void FramedSocket::ReadOn() {
     if (self && m_isOpen && m_hasEnded && !isPaused) Fail(EndText());
 }
 
+// False if there is nothing.
+bool FramedSocket::ReadMore() {
+    const qint64 available = m_socket->bytesAvailable();
+    if (available == 0) return false;
+    const int wanted = static_cast<int>(qMin<qint64>(available, RoomForReading()));
+    const qint64 count = m_socket->read(m_in.Reserve(wanted), wanted);
+    if (count > 0) m_in.Wrote(static_cast<int>(count));
+    return count > 0;
+}
+
+// What the buffer keeps, or the frame that has begun if that is larger.
+int FramedSocket::RoomForReading() const {
+    if (m_in.Size() < HeaderSize) return ByteBuffer::KeptRoom;
+    const int frame = HeaderSize + static_cast<int>(qFromBigEndian<quint32>(m_in.Data()));
+    return qMax(frame, ByteBuffer::KeptRoom) - m_in.Size();
+}
+
 // Until \a turn is over. False if the channel is closed, by whomever.
 bool FramedSocket::GiveFrames(const QDeadlineTimer& turn) {
-    while (m_isOpen && !turn.hasExpired() && m_in.size() - m_consumed >= HeaderSize) {
-        const quint32 size = qFromBigEndian<quint32>(m_in.constData() + m_consumed);
+    while (m_isOpen && !turn.hasExpired() && m_in.Size() - m_consumed >= HeaderSize) {
+        const char* const header = m_in.Data() + m_consumed;
+        const quint32 size = qFromBigEndian<quint32>(header);
         if (size > vtlimits::MaxFrame) {
-            Fail(ForeignText(m_in.mid(m_consumed, HeaderSize)));
+            Fail(ForeignText(QByteArray(header, HeaderSize)));
             return false;
         }
         if (size > m_maxMessage) {
             Refuse(QStringLiteral("a message of %1 bytes, where %2 are allowed").arg(size).arg(m_maxMessage));
             return false;
         }
-        if (static_cast<quint32>(m_in.size() - m_consumed - HeaderSize) < size) break;
-        const char* const data = m_in.constData() + m_consumed + HeaderSize;
+        if (static_cast<quint32>(m_in.Size() - m_consumed - HeaderSize) < size) break;
         m_consumed += HeaderSize + static_cast<int>(size);
-        m_listener->OnMessage(data, size);
+        m_listener->OnMessage(header + HeaderSize, size);
     }
     if (!m_isOpen) return false;
-    m_in.remove(0, m_consumed);
+    m_in.RemoveFront(m_consumed);
     m_consumed = 0;
     return true;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/bytebuffer.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 
@@ -16,7 +17,9 @@ class QTcpSocket;
 namespace vt {
 
 /// A channel over a connected TCP or TLS socket: each message is a frame of 4 bytes length, big endian, and
-/// the message. What is sent in one turn of the event loop leaves as one write.
+/// the message. What is sent in one turn of the event loop leaves as one write: at once where nothing waits
+/// to be sent, and as far as the system takes it; the rest, and everything that is encrypted, through Qt's
+/// socket.
 class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel {
     Q_OBJECT
 
@@ -38,9 +41,12 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     QString CertificateName() const override { return m_certificateName; }
 
   private:
+    void SendWhatTheSystemTakes();
     void OnReadyRead();
     void OnDisconnected();
     void ReadOn();
+    bool ReadMore();
+    int RoomForReading() const;
     bool GiveFrames(const QDeadlineTimer& turn);
     void Fail(const QString& reason);
     void Refuse(const QString& reason);
@@ -49,9 +55,9 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     QTcpSocket* m_socket;  ///< null once closed
     QSslSocket* m_ssl;     ///< the same, if it is one
     IChannelListener* m_listener = nullptr;
-    QByteArray m_in;
+    ByteBuffer m_in;
     int m_consumed = 0;  ///< bytes of m_in that were given
-    QByteArray m_out;
+    ByteBuffer m_out;
     quint32 m_maxMessage;
     QTimer m_again;  ///< while reading pauses
     bool m_isOpen = true;

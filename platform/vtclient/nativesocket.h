@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/connectionexport.h>
+
 #include <QtCore/qglobal.h>
 
 /// What Qt's sockets do not offer.
@@ -10,5 +12,19 @@ namespace vt {
 void EndSending(qintptr descriptor);
 /// Lets up to \a length connections wait for a listening socket to accept them; the system may allow fewer.
 void SetListenQueue(qintptr descriptor, int length);
+
+/// Bytes that are sent behind others which lie elsewhere.
+struct SendPiece {
+    const char* data;
+    int size;
+};
+/// How many pieces SendAtOnce() takes in one call.
+constexpr int MaxSendPieces = 16;
+
+/// Sends the \a count pieces, one behind the other, over a connected socket as far as the system takes them
+/// without waiting, in one call to it. \return how many bytes it took. None where something is wrong with the
+/// connection: whoever sends the rest through its QTcpSocket hears of it there. And none on systems where
+/// everything is to go through that.
+MCS_CONNECTION_EXPORT qint64 SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count);
 
 }  // namespace vt

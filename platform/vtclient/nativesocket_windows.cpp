@@ -10,3 +10,8 @@ void vt::EndSending(qintptr descriptor) {
 void vt::SetListenQueue(qintptr descriptor, int length) {
     ::listen(static_cast<SOCKET>(descriptor), length);
 }
+
+// Everything goes through Qt's socket: WSASend beside it has not been tried on this system.
+qint64 vt::SendAtOnce(qintptr /*descriptor*/, const SendPiece* /*pieces*/, int /*count*/) {
+    return 0;
+}
