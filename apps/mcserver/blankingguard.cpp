@@ -3,7 +3,6 @@
 
 #include <apps/mcserver/jobcontrol.h>
 #include <apps/mcserver/mpxorv.h>
-#include <apps/mcserver/serverlog.h>
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
@@ -18,10 +17,6 @@
 namespace {
 
 constexpr int Inputs = 32;  // a module's word has no more
-
-QString ErrorPath() {
-    return mcskeys::Join(gtskeys::NodePath(), gtskeys::Error);
-}
 
 /// Whether an active input of \a module has the whole hertz of \a hz assigned; which one in \a input.
 bool FindInput(const values::Node& module, double hz, int* input) {
@@ -53,13 +48,9 @@ QString BlankedBy(const values::Node* modules, double hz) {
 
 }  // namespace
 
-BlankingGuard::BlankingGuard(JobControl& jobs, ServerLog& log, IClock& clock)
-    : m_jobs(jobs),
-      m_log(log),
-      m_check(clock),
-      m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
+BlankingGuard::BlankingGuard(JobControl& jobs, IClock& clock)
+    : m_jobs(jobs), m_check(clock), m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
     if (m_modules != nullptr) m_modules->AddObserver(this);
-    ObserveError();
     ObserveModules();
     m_jobs.SetGuard(this);
 }
@@ -67,7 +58,6 @@ BlankingGuard::BlankingGuard(JobControl& jobs, ServerLog& log, IClock& clock)
 BlankingGuard::~BlankingGuard() {
     m_jobs.SetGuard(nullptr);
     if (m_modules != nullptr) m_modules->DeleteObserver(this);
-    if (m_error != nullptr) m_error->DeleteObserver(this);
     for (Observable* const observed : m_observed)
         observed->DeleteObserver(this);
 }
@@ -83,30 +73,13 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
 void BlankingGuard::Update(Observable* source, TChangeCode code) {
     if (m_modules != nullptr && source == m_modules) {
         if (code == changecode::GoingAway) return Forget(source);
-        if (code == changecode::StructureChanged) {
-            ObserveError();
-            ObserveModules();
-        }
+        if (code == changecode::StructureChanged) ObserveModules();
         return CheckSoon();
     }
     auto* const value = dynamic_cast<values::ValueBase*>(source);
     if (value == nullptr) return;
     if (value->GetState() == values::GoingAway) return Forget(source);
-    const bool isChange = code == changecode::ContentChanged || code == changecode::ItemsChanged;
-    if (!isChange) return;
-    if (value != m_error) return CheckSoon();
-    LogError(static_cast<values::Value<QString>*>(value)->GetValue());
-}
-
-/// Each module that fails is a source of its own, or one would keep the others out of the log.
-void BlankingGuard::LogError(const QString& error) {
-    const QString module = error.section(QLatin1String(" error: "), 0, 0);
-    if (!error.isEmpty()) m_log.WriteFrom(module, error);
-}
-
-/// There is none before the first error.
-void BlankingGuard::ObserveError() {
-    if (m_error == nullptr) m_error = values::FindValue<values::Value<QString>>(ErrorPath(), nullptr, this);
+    if (code == changecode::ContentChanged || code == changecode::ItemsChanged) CheckSoon();
 }
 
 void BlankingGuard::ObserveModules() {
@@ -127,7 +100,6 @@ void BlankingGuard::Forget(Observable* observable) {
     observable->DeleteObserver(this);
     m_observed.erase(observable);
     if (m_modules != nullptr && observable == m_modules) m_modules = nullptr;
-    if (m_error != nullptr && observable == m_error) m_error = nullptr;
 }
 
 void BlankingGuard::CheckSoon() {

@@ -11,11 +11,9 @@
 #include <set>
 
 class JobControl;
-class ServerLog;
 
 namespace values {
 class Node;
-class ValueBase;
 }  // namespace values
 
 /// Keeps frequencies that ground transmitters use right now from the MpxORVs: refuses to tune to them, says
@@ -24,7 +22,7 @@ class ValueBase;
 class BlankingGuard : public ITuningGuard, private IObserver {
   public:
     /// Guards \a jobs from now on, until it is destroyed.
-    BlankingGuard(JobControl& jobs, ServerLog& log, IClock& clock);
+    BlankingGuard(JobControl& jobs, IClock& clock);
     ~BlankingGuard() override;
     BlankingGuard(const BlankingGuard&) = delete;
     BlankingGuard& operator=(const BlankingGuard&) = delete;
@@ -33,8 +31,6 @@ class BlankingGuard : public ITuningGuard, private IObserver {
 
   private:
     void Update(Observable* source, TChangeCode code) override;
-    void LogError(const QString& error);
-    void ObserveError();
     void ObserveModules();
     void Observe(Observable* observable);
     void Forget(Observable* observable);
@@ -42,9 +38,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     void CheckSoon();
 
     JobControl& m_jobs;
-    ServerLog& m_log;
     ClockTimer m_check;
-    values::Node* m_modules;               ///< the node that has them; null once it is gone
-    values::ValueBase* m_error = nullptr;  ///< the text of the last failure; null where it is not there
-    std::set<Observable*> m_observed;      ///< what the modules say
+    values::Node* m_modules;           ///< the node that has them; null once it is gone
+    std::set<Observable*> m_observed;  ///< what the modules say
 };

@@ -29,10 +29,11 @@ void MakeRoom(QWidget& display) {
 }  // namespace
 
 SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent)
-    : Page(parent) {
+    : Page(parent), m_log(log) {
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
+    m_display->SetListener(&m_log);
     MakeRoom(*m_display);
-    m_guard = std::make_unique<BlankingGuard>(jobs, log, clock);
+    m_guard = std::make_unique<BlankingGuard>(jobs, clock);
     m_reconnect = std::make_unique<ReconnectCommand>(*m_display, log);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_display);

@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/blankingguard.h>
 #include <apps/mcserver/reconnectcommand.h>
+#include <apps/mcserver/suppressionlog.h>
 #include <apps/pages/page.h>
 
 #include <memory>
@@ -25,6 +26,7 @@ class SuppressionPage : public Page {
     static bool IsConfigured();
 
   private:
+    SuppressionLog m_log;
     GTSDisplay* m_display;
     std::unique_ptr<BlankingGuard> m_guard;  ///< goes before the display, which brought the blanking
     std::unique_ptr<ReconnectCommand> m_reconnect;

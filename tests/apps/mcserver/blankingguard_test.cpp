@@ -16,8 +16,6 @@ namespace {
 
 using testing::Contains;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 constexpr double Airband = 121500000;     // Hz
 constexpr double Marine = 156800000;      // Hz
@@ -33,7 +31,7 @@ class BlankingGuardTest : public RequestsTest {
   protected:
     BlankingGuardTest() {
         Blanking::Instance();
-        guard = std::make_unique<BlankingGuard>(m_server->GetJobs(), m_server->GetLog(), m_clock);
+        guard = std::make_unique<BlankingGuard>(m_server->GetJobs(), m_clock);
     }
     ~BlankingGuardTest() override {
         guard.reset();
@@ -72,14 +70,6 @@ class BlankingGuardTest : public RequestsTest {
         frequencies->SetItems({0, 0, 0, 0});
         m_tree.Delete(node);
         m_clock.Advance(0);
-    }
-    /// As the display tells of errors: the value is there from the first one on.
-    static void TellError(const QString& text) {
-        auto* const error =
-            values::ProvideValue<values::Value<QString>>(GtsPath() + QStringLiteral("/ERROR"), nullptr);
-        ASSERT_NE(error, nullptr);
-        error->SetDelivery(values::EDelivery::EveryChange);
-        error->SetValue(text);
     }
     QString TuneTo(double hz) {
         EXPECT_EQ(Tune(m_peer, m_name, hz), QString());
@@ -147,28 +137,6 @@ TEST_F(BlankingGuardTest, ForgetsAModuleThatGoes) {
     AddModule(QStringLiteral("Other-1"), ThirdKeyed);
     m_clock.Advance(0);
     EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by module Other-1, input 3"));
-}
-
-TEST_F(BlankingGuardTest, LogsWhyAModuleFails) {
-    TellError(QStringLiteral("GTS DataModule A/1 error: x (5)"));
-    EXPECT_THAT(TakeLog(), Contains(QStringLiteral("GTS DataModule A/1 error: x (5)")));
-    TellError(QString());
-    EXPECT_THAT(TakeLog(), IsEmpty());
-}
-
-TEST_F(BlankingGuardTest, LogsWhyAModuleFailsOnceMoreAfterTheValueWent) {
-    TellError(QStringLiteral("GTS DataModule A/1 error: x (5)"));
-    m_tree.Delete(m_tree.FindItem(GtsPath() + QStringLiteral("/ERROR")));
-    TakeLog();
-    TellError(QStringLiteral("GTS DataModule A/1 error: y (6)"));
-    EXPECT_THAT(TakeLog(), Contains(QStringLiteral("GTS DataModule A/1 error: y (6)")));
-}
-
-TEST_F(BlankingGuardTest, LogsModulesThatFailInTurnOnceEach) {
-    for (int i = 0; i < 10; ++i)
-        for (const char* const address : {"1", "2"})
-            TellError(QStringLiteral("GTS DataModule A/%1 error: x (5)").arg(QLatin1String(address)));
-    EXPECT_THAT(TakeLog(), SizeIs(2));
 }
 
 TEST_F(BlankingGuardTest, StandsThatTheSuppressionGoesFirst) {

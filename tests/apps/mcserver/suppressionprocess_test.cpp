@@ -95,6 +95,28 @@ TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return !command->GetValue(); }));
 }
 
+TEST_F(AServerWithAModule, LogsOnceThatItAnswersAgain) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error"));
+    m_module.Say("fault none");
+    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 answers again"));
+    m_module.Say("fault silence");
+    EXPECT_TRUE(WaitForOutput("Connection timed out"));
+    EXPECT_EQ(m_server.Output().count(QStringLiteral("answers again")), 1);
+}
+
+TEST_F(AServerWithAModule, LogsWhatIsWrongWithItsAddress) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"),
+                       "[GTS]\n"
+                       "ModuleCount=1\n"
+                       "Module0\\Index=0\n"
+                       "Module0\\Name=ADAM-6051\n"
+                       "Module0\\Address=10.0.0.300\n"
+                       "Module0\\PollInterval=10\n");
+    ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    EXPECT_TRUE(WaitForOutput("): '300' is no number from 0 to 255"));
+}
+
 TEST_F(AServerWithAModule, HasNoCommandForModulesWithoutAny) {
     m_server.WriteFile(QStringLiteral("mcserver.ini"), "");
     ASSERT_NO_FATAL_FAILURE(m_server.Start());

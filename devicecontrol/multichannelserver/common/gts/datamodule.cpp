@@ -6,6 +6,7 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/icfg.h>
+#include <platform/modbus/modbusaddress.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
 
 #include <QtWidgets/QTreeWidget>
@@ -36,6 +37,7 @@ DataModule::DataModule(QTreeWidget* tree, int index)
     connect(m_pollThread.get(), &PollThread::InterfaceOpen, this, &DataModule::SlotOnConnectionEstablished);
     connect(m_pollThread.get(), &PollThread::InterfaceClose, this, &DataModule::SlotOnConnectionClosed);
     connect(m_pollThread.get(), &PollThread::InterfaceError, this, &DataModule::SlotOnConnectionError);
+    connect(m_pollThread.get(), &PollThread::InterfaceAnswersAgain, this, &DataModule::SignalAnswersAgain);
     connect(m_pollThread.get(), &PollThread::InputDiscretesChanged, this,
             &DataModule::SlotOnInputDiscretesChanged);
 }
@@ -60,6 +62,7 @@ void DataModule::Configure(const QString& type, const QString& address, unsigned
 void DataModule::Apply(const QString& type, const QString& address, unsigned pollInterval) {
     SetType(type);
     m_address = address;
+    m_addressFault = ModbusAddress::FaultOf(PollThread::InterfaceAddress(address));
     setText(AddressColumn, address);
     m_pollInterval = pollInterval;
     setText(PollIntervalColumn, QString::number(pollInterval));
@@ -151,11 +154,12 @@ void DataModule::SlotOnConnectionClosed() {
 }
 
 void DataModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
+    const bool isNew = m_connected || !m_error;  // every poll fails then, and nothing else has changed
     m_connected = false;
     m_error = true;
     m_inputDiscretes = 0;
     SetStatus(tr("Error"));
-    RefreshTree();
+    if (isNew) RefreshTree();
     Q_EMIT SignalError(m_type, m_address, errorcode, errortext);
 }
 

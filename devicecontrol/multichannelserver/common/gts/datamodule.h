@@ -2,6 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
 
 #include <platform/values/node.h>
 #include <platform/values/observable.h>
@@ -42,6 +43,9 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     int GetIndex() const { return m_index; }
     QString GetType() const { return m_type; }  ///< the module's name as well
     QString GetAddress() const { return m_address; }
+    ModuleIdentity GetIdentity() const { return {m_type, m_index, m_address}; }
+    /// Why its address cannot be right, one line of English; empty if it can.
+    QString GetAddressFault() const { return m_addressFault; }
     unsigned GetPollInterval() const { return m_pollInterval; }
     unsigned short GetNumberOfInputs() const { return m_numberOfInputs; }
     bool IsConnected() const { return m_connected; }
@@ -70,6 +74,8 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
 
   Q_SIGNALS:
     void SignalError(QString name, QString address, int errorcode, QString errortext);
+    /// Once after errors: a module in error answers. It stays in error until it is connected anew.
+    void SignalAnswersAgain();
 
   public Q_SLOTS:
     void SlotOnConnectionEstablished();
@@ -82,7 +88,6 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     using Assignments = values::ValueList<double>;
 
     void Apply(const QString& type, const QString& address, unsigned pollInterval);
-    QString NodeName() const;
     void ProvideTreeItems();
     void ProvideValues(values::Node& node);
     template <class V>
@@ -99,6 +104,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     const int m_index;
     QString m_type;
     QString m_address;
+    QString m_addressFault;
     unsigned m_pollInterval = 0;  ///< ms
     unsigned short m_numberOfInputs;
     unsigned long m_inputDiscretes = 0;  ///< read last over this connection

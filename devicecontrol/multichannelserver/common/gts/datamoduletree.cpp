@@ -40,15 +40,9 @@ V* DataModule::ProvideChild(values::Node& node, const QString& name) {
     return child;
 }
 
-/// A type may hold any text, the name of a node no "/".
-QString DataModule::NodeName() const {
-    QString type = m_type;
-    type.replace(QLatin1Char('/'), QLatin1Char('_'));
-    return QStringLiteral("%1-%2").arg(type).arg(m_index);
-}
-
 void DataModule::ProvideTreeItems() {
-    if (m_pModuleNode != nullptr && m_pModuleNode->GetName() != NodeName()) RemoveTreeItems();
+    const QString name = GetIdentity().NodeName();
+    if (m_pModuleNode != nullptr && m_pModuleNode->GetName() != name) RemoveTreeItems();
     values::Tree* const tree = values::Tree::Instance();
     values::Node* const gts = tree != nullptr ? tree->FindNode(gtskeys::NodePath()) : nullptr;
     if (gts == nullptr) {
@@ -57,18 +51,18 @@ void DataModule::ProvideTreeItems() {
                      __LINE__);
         return;
     }
-    if (auto* const node = dynamic_cast<values::Node*>(gts->FindChild(NodeName()))) {
+    if (auto* const node = dynamic_cast<values::Node*>(gts->FindChild(name))) {
         ProvideValues(*node);
         RefreshTree();
         return;
     }
     // Complete before it is added, so that whoever hears of it finds it so.
-    auto node = std::make_unique<values::Node>(NodeName());
+    auto node = std::make_unique<values::Node>(name);
     ProvideValues(*node);
     RefreshTree();
     std::unique_ptr<values::TreeItem> item = std::move(node);
     if (gts->AddChild(item)) return;
-    TraceWarning(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), NodeName()),
+    TraceWarning(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), name),
                  __LINE__);
     ForgetTreeItems();
 }

@@ -21,6 +21,10 @@ GTSDisplay::~GTSDisplay() {
     Blanking::Instance()->FreeInstance();
 }
 
+void GTSDisplay::SetListener(ISuppressionListener* listener) {
+    m_impl->SetListener(listener);
+}
+
 void GTSDisplay::ConnectLostModules() {
     m_impl->ConnectLostModules();
 }

@@ -8,6 +8,7 @@
 #include <memory>
 
 class GTSDisplayImpl;
+class ISuppressionListener;
 
 /// Shows the data modules of the ground transmitter suppression, and lets the operator add, edit, connect and
 /// delete them and assign frequencies to their inputs. Brings the suppression into being: with it Blanking
@@ -24,6 +25,9 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
 
     /// Connects the modules that are in error anew, as the operator does one by one.
     void ConnectLostModules();
+    /// Tells \a listener what becomes of the modules, in place of who was told before; null tells nobody. It
+    /// is not owned, and outlives the display or is taken away first.
+    void SetListener(ISuppressionListener* listener);
 
   private:
     std::unique_ptr<GTSDisplayImpl> m_impl;

@@ -7,6 +7,8 @@
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 #include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
+#include <devicecontrol/multichannelserver/common/gts/isuppressionlistener.h>
+#include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>
@@ -39,15 +41,18 @@ void ConnectAnew(DataModule& module) {
     module.Connect();
 }
 
-/// Each error is an occurrence: one that repeats the last is told too.
-void WriteError(const QString& message) {
-    if (values::Tree::Instance() == nullptr) return;
+/// Each error is an occurrence: one that repeats the last is told too. Null without a tree.
+values::Value<QString>* ProvideError() {
+    if (values::Tree::Instance() == nullptr) return nullptr;
     const QString path = mcskeys::Join(gtskeys::NodePath(), gtskeys::Error);
     auto* const value = values::ProvideValue<values::Value<QString>>(path, nullptr);
-    if (value == nullptr) return;
-    if (value->GetDelivery() != values::EDelivery::EveryChange)
+    if (value != nullptr && value->GetDelivery() != values::EDelivery::EveryChange)
         value->SetDelivery(values::EDelivery::EveryChange);
-    value->SetValue(message, nullptr);
+    return value;
+}
+
+void WriteError(const QString& message) {
+    if (auto* const value = ProvideError()) value->SetValue(message, nullptr);
 }
 
 void WriteConfigured(int count) {
@@ -111,6 +116,7 @@ QHBoxLayout* GTSDisplayImpl::BuildButtons() {
 }
 
 void GTSDisplayImpl::Load() {
+    ProvideError();  // from the start, so that whoever looks for it finds that there was none
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
     const std::unique_ptr<ICfg> gts(root->OpenSection(gtskeys::Gts));
     const std::vector<gtsconfig::Entry> entries =
@@ -205,8 +211,21 @@ bool GTSDisplayImpl::Edit(DataModule* module) {
 
 void GTSDisplayImpl::Add(std::unique_ptr<DataModule> module) {
     connect(module.get(), &DataModule::SignalError, this, &GTSDisplayImpl::SlotDataModuleError);
+    Listen(*module);
     m_modules.push_back(std::move(module));
     m_modules.back()->Connect();
+}
+
+/// The listener is told after what the display itself does about an error.
+void GTSDisplayImpl::Listen(DataModule& module) {
+    const auto tellFailure = [this, &module](const QString&, const QString&, int code, const QString& text) {
+        if (m_listener == nullptr) return;
+        m_listener->OnModuleFailed({module.GetIdentity(), code, text, module.GetAddressFault()});
+    };
+    connect(&module, &DataModule::SignalError, this, tellFailure);
+    connect(&module, &DataModule::SignalAnswersAgain, this, [this, &module] {
+        if (m_listener != nullptr) m_listener->OnModuleAnswersAgain(module.GetIdentity());
+    });
 }
 
 std::vector<DataModule*> GTSDisplayImpl::Modules() const {

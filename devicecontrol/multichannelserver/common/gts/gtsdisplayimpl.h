@@ -10,6 +10,7 @@
 
 class DataModule;
 class GTSDisplay;
+class ISuppressionListener;
 class QHBoxLayout;
 class QMenu;
 class QPoint;
@@ -33,6 +34,7 @@ class GTSDisplayImpl final : public QObject {
     void Load();
     void Save();
     void ConnectLostModules();
+    void SetListener(ISuppressionListener* listener) { m_listener = listener; }
 
   public Q_SLOTS:
     void SlotOnRightClick(const QPoint& position);
@@ -51,11 +53,13 @@ class GTSDisplayImpl final : public QObject {
     /// Lets the operator edit \a module. False if that was not accepted, or the display is gone.
     bool Edit(DataModule* module);
     void Add(std::unique_ptr<DataModule> module);
+    void Listen(DataModule& module);
     std::vector<DataModule*> Modules() const;
     void ShowCount();
     void ShowWarning(const QString& message);
 
     GTSDisplay* m_display;
+    ISuppressionListener* m_listener = nullptr;
     QTreeWidget* m_tree = nullptr;
     QPushButton* m_addModule = nullptr;
     QPushButton* m_assignInputs = nullptr;

@@ -19,9 +19,13 @@ PollThread::~PollThread() {
     WaitForEnd();
 }
 
+QString PollThread::InterfaceAddress(const QString& address) {
+    return QStringLiteral("TCP:%1:502").arg(address);  // fixed: port-502
+}
+
 void PollThread::Setup(const QString& address, unsigned short inputCount, unsigned pollInterval) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_address = QStringLiteral("TCP:%1:502").arg(address);  // fixed: port-502
+    m_address = InterfaceAddress(address);
     m_inputCount = inputCount;
     m_pollInterval = pollInterval;
 }
@@ -48,6 +52,18 @@ void PollThread::WaitForEnd() {
     // run() gives the mutex back last. Qt's own waiting is nothing that the thread sanitizer could see.
     const std::lock_guard<std::mutex> lock(m_mutex);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    m_errorOnItsWay = 0;
+}
+
+/// On the poll thread.
+void PollThread::TellError(int error, const QString& text) {
+    if (m_errorOnItsWay.exchange(error) == error) return;
+    const auto tell = [this, error, text] {
+        int heard = error;
+        m_errorOnItsWay.compare_exchange_strong(heard, 0);
+        Q_EMIT InterfaceError(error, text);
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void PollThread::run() {
@@ -60,7 +76,9 @@ void PollThread::run() {
     connect(impl.get(), &PollThreadImpl::InputDiscretesChanged, this, &PollThread::InputDiscretesChanged);
     connect(impl.get(), &PollThreadImpl::InterfaceOpen, this, &PollThread::InterfaceOpen);
     connect(impl.get(), &PollThreadImpl::InterfaceClose, this, &PollThread::InterfaceClose);
-    connect(impl.get(), &PollThreadImpl::InterfaceError, this, &PollThread::InterfaceError);
+    connect(impl.get(), &PollThreadImpl::InterfaceError, impl.get(),
+            [this](int error, const QString& text) { TellError(error, text); });
+    connect(impl.get(), &PollThreadImpl::InterfaceAnswersAgain, this, &PollThread::InterfaceAnswersAgain);
     impl->Start();
     exec();
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 #include <QtCore/QThread>
 
+#include <atomic>
 #include <mutex>
 
 class PollThreadImpl;
@@ -19,6 +20,8 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     explicit PollThread(QObject* parent = nullptr);
     ~PollThread() override;
 
+    /// Where the module at the IP address \a address is asked.
+    static QString InterfaceAddress(const QString& address);
     /// What to poll from the next start on: the module at the IP address \a address, on the port of
     /// Modbus/TCP, every \a pollInterval ms.
     void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
@@ -33,17 +36,24 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
     void InterfaceOpen();
     void InterfaceClose();
+    /// Comes with every poll that fails, unless the same error is still on its way: a main thread that is
+    /// busy finds no queue of what it knows.
     void InterfaceError(int error, QString errortext);
+    /// Once after errors. The module stays in error until it is started anew.
+    void InterfaceAnswersAgain();
 
   protected:
     void run() override;
 
   private:
+    void TellError(int error, const QString& text);
+
     std::mutex m_mutex;  ///< guards what follows, up to m_impl
     QString m_address;   ///< "TCP:<ip>:<port>"
     unsigned short m_inputCount = 0;
     unsigned m_pollInterval = 0;
-    PollThreadImpl* m_impl = nullptr;  ///< while the thread runs; lives on it
-    bool m_isCounted = false;          ///< among those started; of the thread that made it, as the count
+    PollThreadImpl* m_impl = nullptr;     ///< while the thread runs; lives on it
+    bool m_isCounted = false;             ///< among those started; of the thread that made it, as the count
+    std::atomic<int> m_errorOnItsWay{0};  ///< the last one that was sent and not heard; 0: none
     static int s_count;
 };

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 PollThreadImpl::PollThreadImpl(const QString& address, unsigned short inputCount, unsigned pollInterval)
     : m_address(address.toStdWString()), m_inputCount(inputCount), m_timer(new QTimer(this)) {
@@ -47,6 +48,7 @@ void PollThreadImpl::OnOpened() {
 
 void PollThreadImpl::OnError(unsigned code) {
     m_hasFailed = true;
+    m_isAnsweringAgain = false;
     m_isOpening = false;
     if (m_interface)
         Q_EMIT InterfaceError(static_cast<int>(code), ModbusErrorText(code));
@@ -61,7 +63,10 @@ void PollThreadImpl::OnClosed() {
 }
 
 void PollThreadImpl::OnInputDiscretes(unsigned bits) {
-    if (m_hasFailed) return;
+    if (m_hasFailed) {
+        if (!std::exchange(m_isAnsweringAgain, true)) Q_EMIT InterfaceAnswersAgain();
+        return;
+    }
     if (bits != m_inputDiscretes) {
         m_inputDiscretes = bits;
         Q_EMIT InputDiscretesChanged(m_inputCount, bits);

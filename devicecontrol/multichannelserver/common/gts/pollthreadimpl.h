@@ -19,8 +19,8 @@ class QTimer;
 ///
 /// What was read over one connection is no reading of the next: when a connection ends, the inputs count as
 /// all 0 again, as at the start, and the next answer is told unless it is all 0 too. After an error, further
-/// errors are all that is told, although the interface connects again (fixed: error-stays): a module in error
-/// stays so until somebody connects it anew.
+/// errors are all that is told, and once that the module answers again, although the interface connects again
+/// (fixed: error-stays): a module in error stays so until somebody connects it anew.
 class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback {
     Q_OBJECT
 
@@ -45,6 +45,8 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     void InterfaceError(int errorcode, QString errortext);
     /// Comes after the inputs that were read first, so that whoever hears of the connection knows them.
     void InterfaceOpen();
+    /// The first answer after an error. What it says does not count.
+    void InterfaceAnswersAgain();
 
   public Q_SLOTS:
     void SlotOnTimer();
@@ -55,6 +57,7 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     unsigned m_inputDiscretes = 0;  ///< read last
     bool m_isOpening = false;       ///< opened, and nothing read yet
     bool m_hasFailed = false;
+    bool m_isAnsweringAgain = false;  ///< since it failed last
     std::optional<unsigned> m_creationError;
     QTimer* m_timer;
     std::unique_ptr<IModbusTcpInterface> m_interface;  ///< null where the address cannot be right

@@ -3,6 +3,8 @@
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/blankingclient.h>
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/isuppressionlistener.h>
+#include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
 
 #include <platform/modbus/nativesocket.h>
 
@@ -11,6 +13,7 @@
 #include <tests/support/tracerecorder.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QTranslator>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
 
@@ -136,7 +139,7 @@ TEST_F(AGTSDisplay, BringsBlankingAndTakesItAlong) {
     ASSERT_TRUE(WaitUntil([&] { return IsBlanked(118100000.0); }));
     m_display.reset();
     EXPECT_EQ(gts->CountObservers(), 0);
-    EXPECT_EQ(treeaccess::ChildNames(gts), (std::vector<QString>{Text("CONFIGURED")}));
+    EXPECT_EQ(treeaccess::ChildNames(gts), (std::vector<QString>{Text("ERROR"), Text("CONFIGURED")}));
     EXPECT_EQ(m_modules.Interfaces(), 0);
     EXPECT_FALSE(IsBlanked(118100000.0));
     Blanking::Instance()->FreeInstance();
@@ -247,6 +250,87 @@ TEST_F(AGTSDisplay, WritesErrorsAfterOthersDeletedTheValue) {
     treeaccess::DeleteAt(Text("/ORVServer/GTS/ERROR"));
     module->SlotOnConnectionError(5, Text("second"));
     EXPECT_EQ(ErrorText(), Text("GTS DataModule ADAM-6051/10.0.0.1 error: second (5)"));
+}
+
+TEST_F(AGTSDisplay, HasAnEmptyErrorFromTheStart) {
+    Show();
+    auto* const error = treeaccess::ValueAt<values::Value<QString>>(Text("/ORVServer/GTS/ERROR"));
+    ASSERT_NE(error, nullptr);
+    EXPECT_EQ(error->GetValue(), QString());
+    EXPECT_EQ(error->GetDelivery(), values::EDelivery::EveryChange);
+}
+
+/// Another language, in which a sentence has nothing of the original.
+class OtherLanguage final : public QTranslator {
+  public:
+    OtherLanguage() { QCoreApplication::installTranslator(this); }
+    ~OtherLanguage() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* text, const char*, int) const override {
+        return QByteArray(text).contains("%4") ? QStringLiteral("%4 %3 %2 %1") : QString();
+    }
+};
+
+/// Writes down what it is told: "ADAM-6051-0 at 10.0.0.1: text (5)" and "ADAM-6051-0 answers".
+class RecordingListener final : public ISuppressionListener {
+  public:
+    void OnModuleFailed(const ModuleFailure& failure) override {
+        events.push_back(QStringLiteral("%1 at %2: %3 (%4)%5")
+                             .arg(failure.module.NodeName(), failure.module.address, failure.text)
+                             .arg(failure.code)
+                             .arg(failure.addressFault));
+    }
+    void OnModuleAnswersAgain(const ModuleIdentity& module) override {
+        events.push_back(module.NodeName() + QStringLiteral(" answers"));
+    }
+
+    std::vector<QString> events;
+};
+
+TEST_F(AGTSDisplay, TellsWhyAModuleFailsInPartsInWhateverLanguage) {
+    const OtherLanguage language;
+    PutCount(1);
+    PutModule(0, 4, "ADAM-6051", "10.0.0.300", 1000);
+    RecordingListener listener;
+    Show().SetListener(&listener);
+    auto* const module = static_cast<DataModule*>(Rows().topLevelItem(0));
+    module->SlotOnConnectionError(5, Text("an error: of its own"));
+    EXPECT_EQ(ErrorText(), Text("5 an error: of its own 10.0.0.300 ADAM-6051"));
+    EXPECT_EQ(listener.events, std::vector<QString>{Text(
+                                   "ADAM-6051-4 at 10.0.0.300: an error: of its own (5)'300' is no number "
+                                   "from 0 to 255 without leading zeros")});
+    m_display->SetListener(nullptr);
+    module->SlotOnConnectionError(5, Text("again"));
+    EXPECT_EQ(listener.events.size(), 1U);
+}
+
+TEST_F(AGTSDisplay, TellsOnceThatALostModuleAnswersAgainAndLeavesItInError) {
+    PutCount(1);
+    PutModule(0, 0, "ADAM-6051", "10.0.0.1", 1);
+    m_modules.Fail(Text("10.0.0.1"), 110);
+    RecordingListener listener;
+    Show().SetListener(&listener);
+    ASSERT_TRUE(WaitForStatus(0, "Error"));
+    m_modules.Read(Text("10.0.0.1"), 5);
+    const auto answers = [&] {
+        return std::count(listener.events.begin(), listener.events.end(), Text("ADAM-6051-0 answers"));
+    };
+    ASSERT_TRUE(WaitUntil([&] { return answers() > 0; }));
+    const int requests = m_modules.Requests(Text("10.0.0.1"));
+    ASSERT_TRUE(WaitUntil([&] { return m_modules.Requests(Text("10.0.0.1")) > requests + 5; }));
+    EXPECT_EQ(answers(), 1);
+    EXPECT_EQ(Row(0)[4], Text("Error"));
+}
+
+TEST_F(AGTSDisplay, TellsOfEveryPollThatFails) {
+    PutCount(1);
+    PutModule(0, 0, "ADAM-6051", "10.0.0.1", 1);
+    m_modules.Fail(Text("10.0.0.1"), 110);
+    RecordingListener listener;
+    Show().SetListener(&listener);
+    EXPECT_TRUE(WaitUntil([&] { return listener.events.size() >= 10; }));
+    EXPECT_EQ(Warnings().size(), 1U);
 }
 
 TEST_F(AGTSDisplay, EndsWhileRequestsHang) {

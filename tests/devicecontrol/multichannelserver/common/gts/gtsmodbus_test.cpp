@@ -143,6 +143,15 @@ TEST_F(ARealModule, ThatIsNotThereIsAnError) {
     EXPECT_NE(spy[0][2].toUInt(), 0U);
 }
 
+TEST_F(ARealModule, IsReportedWithEveryPollWhileItFails) {
+    SetFault("exception 6");
+    Connect();
+    QSignalSpy spy(m_data.get(), &DataModule::SignalError);
+    ASSERT_TRUE(WaitUntil([&] { return spy.count() >= 50; }));
+    EXPECT_LT(m_module.Questions(), 20);  // the module itself is asked less and less often
+    EXPECT_EQ(spy[49][3].toString(), ModbusErrorText(spy[0][2].toUInt()));
+}
+
 TEST_F(ARealModule, IsFoundByAnAddressWithBlanksAround) {
     m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(" 127.0.0.1\t"), 5U);
     m_data->Connect();

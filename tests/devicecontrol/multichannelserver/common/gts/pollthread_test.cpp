@@ -123,6 +123,29 @@ TEST_F(APollThread, IsNotHeardAnyMoreOnceItHasEnded) {
     EXPECT_EQ(m_events, std::vector<QString>{});
 }
 
+TEST_F(APollThread, LetsNoErrorsPileUpThatNobodyHears) {
+    m_modules.Fail(ip, 110);
+    m_thread.start();
+    // Without a turn of this thread's loop: all that is told waits.
+    while (m_modules.Requests(ip) < 20)
+        QThread::yieldCurrentThread();
+    RunTurns(1);
+    EXPECT_LT(m_events.size(), 5U);
+    EXPECT_TRUE(WaitForEvents(5));
+    m_modules.Fail(ip, 111);
+    EXPECT_TRUE(WaitUntil([this] { return m_events.back() == QStringLiteral("error 111"); }));
+}
+
+TEST_F(APollThread, TellsOfAnErrorAgainAfterItEndedBeforeTheLastWasHeard) {
+    m_modules.Fail(ip, 110);
+    m_thread.start();
+    while (m_modules.Requests(ip) < 2)
+        QThread::yieldCurrentThread();
+    End();
+    m_thread.start();
+    EXPECT_TRUE(WaitForEvents(1));
+}
+
 TEST_F(APollThread, StartsAgainWithWhatItWasSetUpForMeanwhile) {
     m_thread.start();
     ASSERT_TRUE(WaitForEvents(2));

@@ -17,7 +17,7 @@ namespace {
 const QString ip = QStringLiteral("10.0.0.1");
 const QString address = QStringLiteral("TCP:10.0.0.1:502");
 
-/// Writes down what is told: "open", "close", "error 5", "12 inputs 3f".
+/// Writes down what is told: "open", "close", "error 5", "12 inputs 3f", "answers again".
 class APollThreadImpl : public testing::Test {
   protected:
     void Listen(PollThreadImpl& impl) {
@@ -27,6 +27,8 @@ class APollThreadImpl : public testing::Test {
             Note(QStringLiteral("error %1").arg(code));
             m_errorText = text;
         });
+        QObject::connect(&impl, &PollThreadImpl::InterfaceAnswersAgain,
+                         [this] { Note(QStringLiteral("answers again")); });
         QObject::connect(&impl, &PollThreadImpl::InputDiscretesChanged,
                          [this](unsigned short count, unsigned long bits) {
                              Note(QStringLiteral("%1 inputs %2").arg(count).arg(bits, 0, 16));
@@ -150,7 +152,7 @@ TEST_F(APollThreadImpl, TakesInputsForAllZeroAfterAConnectionEnded) {
     EXPECT_EQ(TakeEvents(), Events("close", "open"));
 }
 
-TEST_F(APollThreadImpl, TellsOnlyErrorsAfterAnError) {
+TEST_F(APollThreadImpl, TellsAfterAnErrorOnlyErrorsAndThatItAnswersAgain) {
     PollThreadImpl impl(address, 12, 10);
     Listen(impl);
     impl.SlotOnTimer();
@@ -163,10 +165,14 @@ TEST_F(APollThreadImpl, TellsOnlyErrorsAfterAnError) {
     m_modules.Read(ip, 6);
     impl.SlotOnTimer();
     EXPECT_EQ(m_modules.Requests(ip), 5);
-    EXPECT_EQ(TakeEvents(), Events());
+    EXPECT_EQ(TakeEvents(), Events("answers again"));
     m_modules.Fail(ip, 111);
     impl.SlotOnTimer();
     EXPECT_EQ(TakeEvents(), Events("error 111", "close"));
+    m_modules.Read(ip, 7);
+    impl.SlotOnTimer();
+    impl.SlotOnTimer();
+    EXPECT_EQ(TakeEvents(), Events("answers again"));
 }
 
 TEST_F(APollThreadImpl, TellsEveryErrorWithItsText) {
@@ -186,7 +192,7 @@ TEST_F(APollThreadImpl, DoesNotTellOfAConnectionOverWhichNothingCouldBeRead) {
     impl.OnOpened();
     impl.OnError(110);
     impl.OnInputDiscretes(5);
-    EXPECT_EQ(TakeEvents(), Events("error 110"));
+    EXPECT_EQ(TakeEvents(), Events("error 110", "answers again"));
 }
 
 TEST_F(APollThreadImpl, IgnoresWhatIsNoneOfInputModules) {
