@@ -2,8 +2,8 @@
 #include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
 
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
-
-#include <platform/widgets/plaintextdelegate.h>
+#include <devicecontrol/multichannelserver/common/gts/view/frequencycell.h>
+#include <devicecontrol/multichannelserver/common/gts/view/frequencydelegate.h>
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -18,7 +18,6 @@ namespace {
 
 constexpr int ButtonWidth = 80;
 constexpr double HertzPerMegahertz = 1e6;
-constexpr int TakenOver = Qt::UserRole;  ///< the text of a cell that the module's frequency comes from
 
 QString TextOf(double hz) {
     return QString::number(hz * 1e-6, 'f', 3);
@@ -51,7 +50,7 @@ void InputAssignmentEditor::Build() {
     m_table = new QTableWidget(this);
     m_table->setObjectName(QStringLiteral("assignments"));
     m_table->setAccessibleName(tr("Frequencies in MHz"));
-    m_table->setItemDelegate(new PlainTextDelegate(m_table));
+    m_table->setItemDelegate(new FrequencyDelegate(m_table));
     caption->setBuddy(m_table);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(caption);
@@ -99,8 +98,7 @@ void InputAssignmentEditor::Fill() {
 void InputAssignmentEditor::FillRow(int row, const DataModule& module) {
     for (int input = 0; input < m_table->columnCount(); ++input) {
         const bool isThere = input < module.GetNumberOfInputs();
-        auto* const cell = new QTableWidgetItem(isThere ? TextOf(module.GetFrequency(input)) : QString());
-        cell->setData(TakenOver, cell->text());
+        auto* const cell = new FrequencyCell(isThere ? TextOf(module.GetFrequency(input)) : QString());
         Mark(*cell, isThere && module.GetFrequency(input) < 0.0);
         if (!isThere) cell->setFlags(Qt::NoItemFlags);
         m_table->setItem(row, input, cell);
@@ -120,10 +118,12 @@ void InputAssignmentEditor::SlotApply() {
 void InputAssignmentEditor::TakeOver(QTableWidgetItem& cell, DataModule& module, int input) {
     QString text = cell.text();
     if (text.contains(QLatin1Char(','))) cell.setText(text.replace(QLatin1Char(','), QLatin1Char('.')));
-    // The table shows three decimals. A frequency that has more keeps them while its cell stays as it is.
+    // The table shows three decimals. A frequency that has more keeps them while nobody touches its cell.
     // (fixed: untouched-cells)
-    if (text == cell.data(TakenOver).toString()) return;
-    cell.setData(TakenOver, text);
+    if (auto* const own = dynamic_cast<FrequencyCell*>(&cell)) {
+        if (!own->IsTouched()) return;
+        own->SetTakenOver();
+    }
     bool isNumber = false;
     const double megahertz = text.toDouble(&isNumber);
     module.SetFrequency(input, isNumber ? ToHertz(megahertz) : 0.0);

@@ -26,12 +26,15 @@ class AnInputAssignmentEditor : public DataModuleTest {
     void Click(const char* button) {
         QTest::mouseClick(m_editor->findChild<QPushButton*>(Text(button)), Qt::LeftButton);
     }
-    /// Types \a text into a cell, in place of what is there.
-    void Enter(int row, int column, const QString& text) {
+    QLineEdit* OpenCell(int row, int column) {
         const QPoint center = Table().visualItemRect(Table().item(row, column)).center();
         QTest::mouseClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
         QTest::mouseDClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
-        auto* const field = Table().viewport()->findChild<QLineEdit*>();
+        return Table().viewport()->findChild<QLineEdit*>();
+    }
+    /// Types \a text into a cell, in place of what is there.
+    void Enter(int row, int column, const QString& text) {
+        auto* const field = OpenCell(row, column);
         ASSERT_NE(field, nullptr);
         field->selectAll();
         QTest::keyClick(field, Qt::Key_Delete);
@@ -212,6 +215,58 @@ TEST_F(AnInputAssignmentEditor, TakesOverATextThatLooksLikeTheFrequencyThatItRep
     Enter(0, 2, Text("118.100"));
     Click("apply");
     EXPECT_EQ(module->GetFrequency(2), First);
+}
+
+TEST_F(AnInputAssignmentEditor, SetsWhatIsShownWhereItIsTypedAgain) {
+    const auto module = Make();
+    module->SetFrequency(2, 118008333.0);
+    Open({module.get()});
+    ASSERT_EQ(CellText(0, 2), Text("118.008"));
+    Enter(0, 2, Text("118.008"));
+    EXPECT_EQ(module->GetFrequency(2), 118008333.0);
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), 118008000.0);
+}
+
+TEST_F(AnInputAssignmentEditor, SetsWhatIsShownWhereAProgramSetsItAgain) {
+    const auto module = Make();
+    module->SetFrequency(2, 118008333.0);
+    Open({module.get()});
+    Table().item(0, 2)->setText(Text("118.008"));
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), 118008000.0);
+}
+
+TEST_F(AnInputAssignmentEditor, KeepsTheHertzOfACellThatWasOpenedAndLeftWithoutAKey) {
+    const auto module = Make();
+    module->SetFrequency(2, 118008333.0);
+    Open({module.get()});
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape}) {
+        QLineEdit* const field = OpenCell(0, 2);
+        ASSERT_NE(field, nullptr);
+        QTest::keyClick(field, key);
+        RunTurns(2);
+    }
+    Click("ok");
+    EXPECT_EQ(module->GetFrequency(2), 118008333.0);
+}
+
+TEST_F(AnInputAssignmentEditor, TakesOverACellThatSomebodyPutInPlaceOfItsOwn) {
+    const auto module = Make();
+    Open({module.get()});
+    Table().setItem(0, 2, new QTableWidgetItem(Text("118.1")));
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), First);
+}
+
+TEST_F(AnInputAssignmentEditor, TakesEachEntryOverOnce) {
+    const auto module = Make();
+    Open({module.get()});
+    Enter(0, 2, Text("118,1"));
+    Click("apply");
+    module->SetFrequency(2, Second);
+    Click("apply");
+    EXPECT_EQ(module->GetFrequency(2), Second);
 }
 
 TEST_F(AnInputAssignmentEditor, MarksANegativeFrequencyAlsoWhenItIsOpenedAgain) {
