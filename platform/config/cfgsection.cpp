@@ -77,6 +77,10 @@ void CfgSection::RemoveSection(const QString& name) {
     if (prefix != m_prefix) m_store->RemoveSection(prefix);
 }
 
+QStringList CfgSection::GetKeys() {
+    return m_store->GetKeys(m_prefix);
+}
+
 QString CfgSection::PathOf(const QString& key) const {
     return m_prefix + Path(key);
 }

@@ -24,6 +24,7 @@ class CfgSection final : public ICfg {
     ICfg* OpenSection(const QString& name) override;
     ICfg* ProvideSection(const QString& name) override;
     void RemoveSection(const QString& name) override;
+    QStringList GetKeys() override;
 
   private:
     QString PathOf(const QString& key) const;

@@ -266,6 +266,14 @@ void CfgStore::RemoveSection(const QString& prefix) {
     }
 }
 
+QStringList CfgStore::GetKeys(const QString& prefix) const {
+    QStringList keys;
+    for (auto content = m_contents.lower_bound(prefix);
+         content != m_contents.end() && content->first.startsWith(prefix); ++content)
+        keys += content->first.mid(prefix.size());
+    return keys;
+}
+
 void CfgStore::ReportMalformed(const QString& key, const QString& content, const char* wanted) {
     if (!m_reportedKeys.insert(key).second) return;
     constexpr int MaxShown = 40;

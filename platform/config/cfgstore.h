@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <functional>
 #include <map>
@@ -35,6 +36,8 @@ class CfgStore {
     bool HasSection(const QString& prefix) const;
     void ProvideSection(const QString& prefix);
     void RemoveSection(const QString& prefix);
+    /// Of all keys that begin with \a prefix, what follows it.
+    QStringList GetKeys(const QString& prefix) const;
 
     /// Reports, once per key, that \a key holds \a content where \a wanted is needed, and keeps a copy of the
     /// file as it is, since the key may be written over from now on.

@@ -4,6 +4,7 @@
 #include <platform/app/platformexport.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /// One section of a configuration store: keys with contents, and sections below. Main thread.
 ///
@@ -36,4 +37,7 @@ class MCS_PLATFORM_EXPORT ICfg {
     virtual ICfg* ProvideSection(const QString& name) = 0;
     /// Removes the section \a name with all that is in it.
     virtual void RemoveSection(const QString& name) = 0;
+    /// The names of all keys of this section and of those below, each with the way there: "Name",
+    /// "Section/Key". In a fixed order.
+    virtual QStringList GetKeys() = 0;
 };

@@ -97,6 +97,23 @@ TEST_F(Sections, RemovingTakesAllThatIsInItAndNothingElse) {
     check("reopened");
 }
 
+TEST_F(Sections, KnowTheKeysOfThemselvesAndOfAllBelow) {
+    for (const char* const key : {"A/k", "A/B/k", "A/B/C/k", "AB/k", "k", "a/k"})
+        Root()->WriteInt(QString::fromLatin1(key), 1);
+    Provide(QStringLiteral("A/empty"));
+    Root()->WriteInt(QStringLiteral("A/gone/k"), 1);
+    Root()->RemoveSection(QStringLiteral("A/gone"));
+    const auto check = [this] {
+        EXPECT_EQ(Open(A)->GetKeys(),
+                  (QStringList{QStringLiteral("B/C/k"), QStringLiteral("B/k"), QStringLiteral("k")}));
+        EXPECT_EQ(Root()->GetKeys().size(), 6);
+    };
+    check();
+    ASSERT_TRUE(Root()->CommitKey(Key));
+    Reopened();
+    check();
+}
+
 TEST_F(Sections, RemovingAnEmptyOneTakesItToo) {
     Provide(QStringLiteral("A/B"));
     Provide(QStringLiteral("AB"));

@@ -3,6 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/notloaded.h>
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/icfg.h>
@@ -11,6 +12,7 @@
 #include <limits>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -36,19 +38,38 @@ bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
            entry->pollInterval >= 1;
 }
 
+QString NodeName(const gtsconfig::Entry& entry) {
+    return ModuleIdentity{entry.type, entry.index, QString()}.NodeName();
+}
+
+/// Modules of different types may share an index.
 void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
     std::set<int> used;
+    std::set<QString> names;
     std::vector<gtsconfig::Entry*> doubled;
-    for (gtsconfig::Entry& entry : *entries)
-        if (!used.insert(entry.index).second) doubled.push_back(&entry);
-    for (gtsconfig::Entry* const entry : doubled) {
-        const int index = gtsconfig::LowestFreeIndex({used.begin(), used.end()});
-        used.insert(index);
-        TraceWarning(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
-                         .arg(entry->section, QString::number(entry->index), QString::number(index)),
-                     __LINE__);
-        entry->index = index;
+    for (gtsconfig::Entry& entry : *entries) {
+        used.insert(entry.index);
+        if (!names.insert(NodeName(entry)).second) doubled.push_back(&entry);
     }
+    int free = 0;
+    for (gtsconfig::Entry* const entry : doubled) {
+        while (!used.insert(free).second)
+            ++free;
+        TraceWarning(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
+                         .arg(entry->section, QString::number(entry->index), QString::number(free)),
+                     __LINE__);
+        entry->index = free;
+    }
+}
+
+void SaveModule(ICfg& section, const DataModule& module) {
+    constexpr unsigned HighestInterval = std::numeric_limits<int>::max();
+    section.WriteInt(gtskeys::Index, module.GetIndex());
+    section.WriteString(gtskeys::Name, module.GetType());
+    section.WriteString(gtskeys::Address, module.GetAddress());
+    section.WriteInt(gtskeys::PollInterval,
+                     static_cast<int>(std::min(module.GetPollInterval(), HighestInterval)));
+    module.SaveAssignments(section);
 }
 
 }  // namespace
@@ -69,19 +90,20 @@ std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
     return entries;
 }
 
-void gtsconfig::Save(ICfg& gts, const std::vector<DataModule*>& modules) {
-    constexpr unsigned HighestInterval = std::numeric_limits<int>::max();
-    gts.WriteInt(gtskeys::ModuleCount, static_cast<int>(modules.size()));
-    int number = 0;
+void gtsconfig::Save(ICfg& gts, const std::vector<DataModule*>& modules, std::set<QString>* own) {
+    const int count = static_cast<int>(modules.size());
+    notloaded::Keep(gts, *own, count);
+    gts.WriteInt(gtskeys::ModuleCount, count);
+    std::set<QString> saved;
     for (const DataModule* const module : modules) {
-        const std::unique_ptr<ICfg> section(gts.ProvideSection(SectionOf(number++)));
-        section->WriteInt(gtskeys::Index, module->GetIndex());
-        section->WriteString(gtskeys::Name, module->GetType());
-        section->WriteString(gtskeys::Address, module->GetAddress());
-        section->WriteInt(gtskeys::PollInterval,
-                          static_cast<int>(std::min(module->GetPollInterval(), HighestInterval)));
-        module->SaveAssignments(*section);
+        const QString name = SectionOf(static_cast<int>(saved.size()));
+        const std::unique_ptr<ICfg> section(gts.ProvideSection(name));
+        SaveModule(*section, *module);
+        saved.insert(name);
     }
+    for (const QString& name : *own)
+        if (saved.count(name) == 0) gts.RemoveSection(name);  // of a list that was longer
+    *own = std::move(saved);
     gts.CommitKey(gtskeys::ModuleCount);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 
+#include <set>
 #include <vector>
 
 class DataModule;
@@ -13,8 +14,9 @@ class ICfg;
 /// The list of data modules in the section "GTS" of the configuration.
 namespace gtsconfig {
 
-/// More modules than this are not loaded: each has a thread.
-constexpr int MaxModules = 1024;
+/// More entries than this are not read: no site has a hundredth of it, and a number in a file is no reason to
+/// look for two billion.
+constexpr int MaxModules = 65536;
 
 /// What the section of one module says.
 struct Entry {
@@ -25,12 +27,13 @@ struct Entry {
     QString section;       ///< its name, below "GTS"
 };
 
-/// The usable entries of \a gts, in their order. Incomplete ones are left out silently. An index that an
-/// earlier entry has is replaced by the lowest that is free, with a trace: two modules cannot share what they
-/// publish, and neither may be lost.
+/// The usable entries of \a gts, in their order. Incomplete ones are left out silently. Where an earlier
+/// entry has both type and index, the index is replaced by the lowest that no module has, with a trace: two
+/// modules cannot share what they publish, and neither may be lost.
 MCS_COMMON_EXPORT std::vector<Entry> Load(ICfg& gts);
-/// Writes \a modules, in their order, and commits them.
-MCS_COMMON_EXPORT void Save(ICfg& gts, const std::vector<DataModule*>& modules);
+/// Writes \a modules, in their order, and commits them. \a own: the sections that were loaded or saved
+/// before, and then those that are saved; entries of others are kept aside.
+MCS_COMMON_EXPORT void Save(ICfg& gts, const std::vector<DataModule*>& modules, std::set<QString>* own);
 /// The smallest index from 0 upward that is not among \a used.
 MCS_COMMON_EXPORT int LowestFreeIndex(std::vector<int> used);
 

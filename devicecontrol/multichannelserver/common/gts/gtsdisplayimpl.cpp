@@ -126,6 +126,7 @@ void GTSDisplayImpl::Load() {
                                                    static_cast<unsigned>(entry.pollInterval));
         if (const std::unique_ptr<ICfg> section{gts->OpenSection(entry.section)})
             module->LoadAssignments(*section);
+        m_sections.insert(entry.section);
         Add(std::move(module));
     }
     ShowCount();
@@ -134,7 +135,7 @@ void GTSDisplayImpl::Load() {
 void GTSDisplayImpl::Save() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
     const std::unique_ptr<ICfg> gts(root->ProvideSection(gtskeys::Gts));
-    gtsconfig::Save(*gts, Modules());
+    gtsconfig::Save(*gts, Modules(), &m_sections);
 }
 
 void GTSDisplayImpl::ConnectLostModules() {

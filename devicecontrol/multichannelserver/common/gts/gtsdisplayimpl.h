@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 
 #include <memory>
+#include <set>
 #include <vector>
 
 class DataModule;
@@ -68,6 +69,7 @@ class GTSDisplayImpl final : public QObject {
     std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
     QPointer<DataModule> m_menuModule;        ///< of the context menu
     bool m_menuOffersConnect = false;         ///< else to disconnect
+    std::set<QString> m_sections;             ///< of the configuration, of which the modules were made
     QPointer<StandardNotification> m_warning;
     bool m_isBuilt = false;
 };

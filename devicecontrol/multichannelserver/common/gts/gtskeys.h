@@ -20,6 +20,7 @@ inline constexpr QLatin1String Configured           = mcskeys::detail::Key("CONF
 // assignments.
 inline constexpr QLatin1String ModuleCount     = mcskeys::detail::Key("ModuleCount");
 inline constexpr QLatin1String Module          = mcskeys::detail::Key("Module%1");
+inline constexpr QLatin1String NotLoaded       = mcskeys::detail::Key("NotLoaded");
 inline constexpr QLatin1String Name            = mcskeys::detail::Key("Name");
 inline constexpr QLatin1String Address         = mcskeys::detail::Key("Address");
 inline constexpr QLatin1String PollInterval    = mcskeys::detail::Key("PollInterval");

@@ -56,6 +56,16 @@ class FakeCfg final : public ICfg {
     void RemoveSection(const QString& name) override {
         Note("RemoveSection", name);
         m_store->sections.erase(m_prefix + name);
+        const QString prefix = m_prefix + name + QLatin1Char('/');
+        for (auto content = m_store->contents.lower_bound(prefix);
+             content != m_store->contents.end() && content->first.startsWith(prefix);)
+            content = m_store->contents.erase(content);
+    }
+    QStringList GetKeys() override {
+        QStringList keys;
+        for (const auto& [key, content] : m_store->contents)
+            if (key.startsWith(m_prefix)) keys += key.mid(m_prefix.size());
+        return keys;
     }
 
     // For the test: none of these is logged.

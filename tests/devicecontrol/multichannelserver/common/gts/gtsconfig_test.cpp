@@ -98,6 +98,25 @@ TEST(AListOfModules, KeepsItsOrderWithoutThoseThatAreMissing) {
     EXPECT_EQ(IndexesOf(gtsconfig::Load(cfg)), (std::vector<int>{7, 1}));
 }
 
+TEST(AListOfModules, LetsModulesOfDifferentTypesShareAnIndex) {
+    FakeCfg cfg;
+    cfg.Put(Text("ModuleCount"), Text("3"));
+    PutModule(cfg, 0, "4", "x", "10.0.0.1", "10");
+    PutModule(cfg, 1, "4", "y", "10.0.0.1", "10");
+    PutModule(cfg, 2, "4", "X", "10.0.0.1", "10");
+    const TraceRecorder traces;
+    EXPECT_EQ(IndexesOf(gtsconfig::Load(cfg)), (std::vector<int>{4, 4, 4}));
+    EXPECT_EQ(traces.Messages(), std::vector<QString>{});
+}
+
+TEST(AListOfModules, TellsTypesApartThatHaveTheSameNode) {
+    FakeCfg cfg;
+    cfg.Put(Text("ModuleCount"), Text("2"));
+    PutModule(cfg, 0, "4", "a/b", "10.0.0.1", "10");
+    PutModule(cfg, 1, "4", "a_b", "10.0.0.1", "10");
+    EXPECT_EQ(IndexesOf(gtsconfig::Load(cfg)), (std::vector<int>{4, 0}));
+}
+
 TEST(AListOfModules, GivesADoubledIndexAPlaceThatNobodyHas) {
     FakeCfg cfg;
     cfg.Put(Text("ModuleCount"), Text("5"));
@@ -115,13 +134,13 @@ TEST(AListOfModules, GivesADoubledIndexAPlaceThatNobodyHas) {
 TEST(AListOfModules, IsNotLongerThanIsReasonable) {
     FakeCfg cfg;
     cfg.Put(Text("ModuleCount"), Text("2147483647"));
-    for (int i = 0; i < 1030; ++i)
-        PutModule(cfg, i, qPrintable(QString::number(i)), "x", "10.0.0.1", "10");
+    for (const int number : {0, 65535, 65536})
+        PutModule(cfg, number, qPrintable(QString::number(number)), "x", "10.0.0.1", "10");
     const TraceRecorder traces;
-    EXPECT_EQ(gtsconfig::Load(cfg).size(), 1024U);
+    EXPECT_EQ(IndexesOf(gtsconfig::Load(cfg)), (std::vector<int>{0, 65535}));
     EXPECT_EQ(traces.Messages(),
               std::vector<QString>{
-                  Text("Configuration: GTS/ModuleCount is 2147483647; the first 1024 modules are used")});
+                  Text("Configuration: GTS/ModuleCount is 2147483647; the first 65536 modules are used")});
 }
 
 TEST(AListOfModules, OfANegativeLengthIsEmpty) {
@@ -133,9 +152,11 @@ TEST(AListOfModules, OfANegativeLengthIsEmpty) {
 
 TEST(AListOfModules, IsSavedEmptyAndCommitted) {
     FakeCfg cfg;
-    gtsconfig::Save(cfg, {});
-    EXPECT_EQ(cfg.Log(),
-              (std::vector<QString>{Text("WriteInt ModuleCount 0"), Text("CommitKey ModuleCount")}));
+    std::set<QString> own;
+    gtsconfig::Save(cfg, {}, &own);
+    EXPECT_EQ(cfg.Log(), (std::vector<QString>{Text("ReadInt ModuleCount 0"), Text("WriteInt ModuleCount 0"),
+                                               Text("CommitKey ModuleCount")}));
+    EXPECT_EQ(cfg.OpenSections(), 0);
 }
 
 TEST(AFreeIndex, IsTheLowest) {
