@@ -63,7 +63,7 @@ void WriteConfigured(int count) {
 
 }  // namespace
 
-GTSDisplayImpl::GTSDisplayImpl(GTSDisplay* display) : m_display(display) {}
+GTSDisplayImpl::GTSDisplayImpl(GTSDisplay* display) : QObject(display), m_display(display) {}
 
 GTSDisplayImpl::~GTSDisplayImpl() = default;
 
@@ -149,9 +149,11 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
     m_menuModule = module;
     delete m_menu;
     m_menu = new QMenu(m_tree);
-    m_menuOffersConnect = !module->IsConnected();
-    m_menu->addAction(m_menuOffersConnect ? tr("Connect") : tr("Disconnect"), this,
-                      &GTSDisplayImpl::SlotConnectDataModule);
+    const bool wasConnected = module->IsConnected();
+    m_menu->addAction(wasConnected ? tr("Disconnect") : tr("Connect"), this, [this, wasConnected] {
+        // It may have changed while the menu was open. What the operator chose holds, never its opposite.
+        if (!m_menuModule.isNull() && m_menuModule->IsConnected() == wasConnected) SlotConnectDataModule();
+    });
     m_menu->addAction(tr("Edit"), this, &GTSDisplayImpl::SlotEditDataModule);
     m_menu->addAction(tr("Delete"), this, &GTSDisplayImpl::SlotDeleteDataModule);
     m_menu->popup(m_tree->viewport()->mapToGlobal(position));
@@ -159,10 +161,9 @@ void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
 
 void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule.isNull()) return;
-    // It may have changed while the menu was open. What the operator chose holds, never its opposite.
-    if (!m_menuOffersConnect)
+    if (m_menuModule->IsConnected())
         m_menuModule->Disconnect();
-    else if (!m_menuModule->IsConnected())
+    else
         ConnectAnew(*m_menuModule);
 }
 
@@ -176,8 +177,9 @@ void GTSDisplayImpl::SlotDeleteDataModule() {
                                     [this](const auto& module) { return module.get() == m_menuModule; });
     if (found == m_modules.end()) return;
     m_tree->takeTopLevelItem(m_tree->indexOfTopLevelItem(found->get()));
-    const std::unique_ptr<DataModule> module = std::move(*found);
+    std::unique_ptr<DataModule> module = std::move(*found);
     m_modules.erase(found);
+    module.reset();  // may take a while, and is not done before the count says so
     ShowCount();
 }
 

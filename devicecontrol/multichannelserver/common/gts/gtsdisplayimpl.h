@@ -41,8 +41,9 @@ class GTSDisplayImpl final : public QObject {
     void SlotOnRightClick(const QPoint& position);
     void SlotCreateNewDataModule();
     void SlotAssignInputs();
-    /// For the module of the context menu, as the next two.
+    /// Disconnects the module of the context menu if it is connected, and connects it if it is not.
     void SlotConnectDataModule();
+    /// For the module of the context menu, as the next.
     void SlotEditDataModule();
     void SlotDeleteDataModule();
     void SlotDataModuleError(const QString& name, const QString& address, int errorcode,
@@ -68,7 +69,6 @@ class GTSDisplayImpl final : public QObject {
     std::vector<std::unique_ptr<DataModule>> m_modules;
     std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
     QPointer<DataModule> m_menuModule;        ///< of the context menu
-    bool m_menuOffersConnect = false;         ///< else to disconnect
     std::set<QString> m_sections;             ///< of the configuration, of which the modules were made
     QPointer<StandardNotification> m_warning;
     bool m_isBuilt = false;

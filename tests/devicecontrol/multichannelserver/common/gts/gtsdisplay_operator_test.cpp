@@ -6,6 +6,7 @@
 
 #include <tests/devicecontrol/multichannelserver/common/gts/gtsdisplaytest.h>
 #include <tests/devicecontrol/multichannelserver/common/gts/modaldialog.h>
+#include <tests/support/recordingobserver.h>
 
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTableWidget>
@@ -25,6 +26,13 @@ class AnOperator : public GTSDisplayTest {
     template <class Dialog>
     static void Press(Dialog& dialog, const char* name) {
         Click(*dialog.template findChild<QPushButton*>(Text(name)));
+    }
+    /// As a program does, by name.
+    void CallSlotConnectDataModule() {
+        for (QObject* const child : m_display->children())
+            if (QByteArray(child->metaObject()->className()) == "GTSDisplayImpl") {
+                ASSERT_TRUE(QMetaObject::invokeMethod(child, "SlotConnectDataModule"));
+            }
     }
     void Add(const char* button) {
         WithModalDialog<DataModuleEditor>([this] { Click(AddModule()); },
@@ -117,7 +125,7 @@ TEST_F(AnOperator, DoesNotDisconnectAModuleThatConnectedWhileTheMenuOfferedToCon
     EXPECT_EQ(Row(0)[4], Text("Connected"));
 }
 
-TEST_F(AnOperator, DoesNotConnectAModuleThatFailedWhileTheMenuOfferedToDisconnectIt) {
+TEST_F(AnOperator, DoesNothingToAModuleThatFailedWhileTheMenuOfferedToDisconnectIt) {
     ShowModules(1);
     RightClickOnRow(0);
     QAction* const offered = OpenMenu()->actions().first();
@@ -126,7 +134,20 @@ TEST_F(AnOperator, DoesNotConnectAModuleThatFailedWhileTheMenuOfferedToDisconnec
     ASSERT_TRUE(WaitForStatus(0, "Error"));
     offered->trigger();  // the click that was under way when the warning came
     EXPECT_EQ(Row(0)[4], Text("Error"));
-    EXPECT_EQ(m_modules.Interfaces(), 0);
+    EXPECT_EQ(m_modules.Interfaces(), 1);
+    EXPECT_EQ(m_modules.Addresses().size(), 1U);
+}
+
+TEST_F(AnOperator, TogglesTheConnectionByThePresentState) {
+    ShowModules(1);
+    RightClickOnRow(0);
+    for (int i = 0; i < 2; ++i) {
+        CallSlotConnectDataModule();
+        EXPECT_EQ(Row(0)[4], Text("Disconnected"));
+        CallSlotConnectDataModule();
+        EXPECT_TRUE(WaitForStatus(0, "Connected"));
+    }
+    OpenMenu()->close();
 }
 
 TEST_F(AnOperator, LosesTheDisplayWhileTheMenuIsOpen) {
@@ -175,6 +196,23 @@ TEST_F(AnOperator, DeletesAModule) {
     EXPECT_EQ(Configured(), Text("0"));
     EXPECT_FALSE(AssignInputs().isEnabled());
     EXPECT_EQ(m_modules.Interfaces(), 0);
+}
+
+TEST_F(AnOperator, SeesTheCountOnceADeletedModuleIsGone) {
+    ShowModules(1);
+    m_modules.Hang(Text("10.0.0.1"));
+    ASSERT_TRUE(m_modules.WaitUntilHanging());
+    RecordingObserver observer([this](Observable*, TChangeCode) {
+        EXPECT_EQ(m_modules.Interfaces(), 0);
+        EXPECT_EQ(m_tree.FindItem(Text("/ORVServer/GTS/ADAM-6051-0")), nullptr);
+    });
+    auto* const count = treeaccess::ValueAt<values::Value<int>>(Text("/ORVServer/GTS/CONFIGURED"));
+    ASSERT_NE(count, nullptr);
+    count->AddObserver(&observer);
+    RightClickOnRow(0);
+    Choose("Delete");
+    EXPECT_EQ(observer.Count(changecode::ContentChanged), 1);
+    count->DeleteObserver(&observer);
 }
 
 TEST_F(AnOperator, DeletesAModuleWhoseRequestHangs) {
