@@ -1,12 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/pictures.h>
 
+#include <platform/widgets/refreshscheduler.h>
+
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QTabWidget>
 
+namespace {
+
+/// Contents are shown at a limited rate, and laid out after that: a picture waits for neither.
+void ShowWhatHolds() {
+    RefreshScheduler::Instance().Flush();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+}  // namespace
+
 QString pictures::Save(QWidget& widget, const QString& directory, const QString& name) {
     if (!QDir().mkpath(directory)) return QStringLiteral("%1 cannot be made").arg(directory);
+    ShowWhatHolds();
     const QString file = QDir(directory).filePath(name + QStringLiteral(".png"));
     return widget.grab().save(file) ? QString() : QStringLiteral("%1 cannot be written").arg(file);
 }

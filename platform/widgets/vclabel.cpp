@@ -70,6 +70,7 @@ void VCLabel::ShowValue(const values::ValueBase* value) {
     ShowText(shown);
 }
 
+// Whether there is a value, which is told rarely: "Ready" beside "Offline" would be taken for true.
 void VCLabel::OnBindingChanged(PathBinding&, TChangeCode) {
-    m_binding.RequestRefresh();
+    m_binding.RefreshNow();
 }

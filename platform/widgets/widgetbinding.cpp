@@ -67,7 +67,11 @@ void WidgetBinding::OnBindingChanged(PathBinding&, TChangeCode code) {
         m_isOther = true;
         DropEdit(tr("What was entered was not sent: the value has gone."));
     }
-    RequestRefresh();
+    // What is not live any more must not be taken for what holds, not even until the next refresh.
+    if (code == changecode::StateChanged || (m_isOther && GetState() != EBindingState::Live))
+        RefreshNow();
+    else
+        RequestRefresh();
 }
 
 void WidgetBinding::Refresh() {

@@ -15,9 +15,9 @@ class QWidget;
 class StaleVeil;
 
 /// What all value-bound widgets share: binding to a path, showing the value at once and then at the rate of
-/// RefreshScheduler, staleness, access, edits and their refusal, the tool tip, copying the path by a middle
-/// click, and a name for assistive technology. A member of its widget, which it does not own. GUI thread
-/// only.
+/// RefreshScheduler, staleness at once, access, edits and their refusal, the tool tip, copying the path by a
+/// middle click, and a name for assistive technology. A member of its widget, which it does not own. GUI
+/// thread only.
 ///
 /// A widget may be edited while its value is live and writable. One that may not be edited stays enabled:
 /// enabling belongs to the display that the widget is part of.

@@ -43,6 +43,20 @@ TEST_P(EveryWidgetState, AStaleValueKeepsItsContentUnderAVeil) {
     ExpectLive();
 }
 
+// What is shown must not be taken for what holds, not even for the time between two refreshes.
+TEST_P(EveryWidgetState, ShowsAtOnceThatItIsNotLiveAnyMore) {
+    values::ValueBase* const value = GetKind().AddValue("/a/v");
+    Bind("/a/v");
+    widgettest::BeginPause();
+    value->SetState(values::Stale);
+    EXPECT_NE(VeilOf(*m_widget), nullptr);
+    value->SetState(values::Valid);
+    EXPECT_EQ(VeilOf(*m_widget), nullptr);
+    Delete("/a/v");
+    EXPECT_NE(VeilOf(*m_widget), nullptr);
+    EXPECT_EQ(m_widget->accessibleDescription(), Text("Not connected: nothing is there"));
+}
+
 TEST_P(EveryWidgetState, LooksDifferentWhenItIsStaleInShapeAndNotOnlyInColour) {
     values::ValueBase* const value = GetKind().AddValue("/a/v");
     Bind("/a/v");

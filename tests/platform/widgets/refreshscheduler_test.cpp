@@ -17,6 +17,7 @@ namespace {
 
 using values::ValueNumeric;
 using widgettest::Add;
+using widgettest::BeginPause;
 using widgettest::Settle;
 using widgettest::Text;
 
@@ -35,12 +36,6 @@ class Client final : public RefreshScheduler::Client {
 class RefreshSchedulerTest : public widgettest::WidgetTest {
   protected:
     RefreshSchedulerTest() { Settle(); }
-    /// From here on it is asked for within a pause.
-    static void BeginPause() {
-        Client client;
-        client.Request();
-        ASSERT_TRUE(RefreshScheduler::Instance().IsPausing());
-    }
 };
 
 TEST_F(RefreshSchedulerTest, TheFirstIsRefreshedAtOnceAndTheNextOnesTogether) {

@@ -145,6 +145,23 @@ TEST_F(VCLabelTest, ShowsDashesWhileThereIsNoValue) {
     EXPECT_EQ(Read(), Text("Loading"));
 }
 
+// Not at the rate of contents: what it said before no longer holds.
+TEST_F(VCLabelTest, WhetherThereIsAValueIsShownAtOnce) {
+    auto* const text = Add<Value<QString>>("/a/v", Text("Ready"));
+    auto* const noValue = Add<Value<bool>>("/Gui/Flag1", false);
+    Bind("/a/v");
+    m_label->SetNoValue_ValuePath(Text("/Gui/Flag1"));
+    widgettest::BeginPause();
+    noValue->SetValue(true);
+    EXPECT_EQ(m_label->text(), Text("- - -"));
+    noValue->SetValue(false);
+    EXPECT_EQ(m_label->text(), Text("Ready"));
+    text->SetValue(Text("Loading"));
+    EXPECT_EQ(m_label->text(), Text("Ready")) << "contents wait for their turn";
+    Delete("/Gui/Flag1");
+    EXPECT_EQ(m_label->text(), Text("Loading"));
+}
+
 TEST_F(VCLabelTest, ShowsDashesAlignedAsAskedForAndValuesAsBefore) {
     m_label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     Add<Value<QString>>("/a/v", Text("Ready"));

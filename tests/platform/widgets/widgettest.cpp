@@ -28,6 +28,14 @@ void Settle() {
     if (!WaitUntil([] { return !RefreshScheduler::Instance().IsPausing(); })) qFatal("There is no end to it");
 }
 
+void BeginPause() {
+    class : public RefreshScheduler::Client {
+        void Refresh() override {}
+    } client;
+    RefreshScheduler::Instance().Request(client);
+    if (!RefreshScheduler::Instance().IsPausing()) qFatal("There is no pause");
+}
+
 void Activate(QWidget& window, QWidget& focused) {
     window.show();
     window.activateWindow();

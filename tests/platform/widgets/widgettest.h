@@ -47,6 +47,9 @@ inline void Flush() {
 /// Lets the widgets come to rest: what is shown next is shown at once.
 void Settle();
 
+/// Contents that change from now on are not shown at once. Not during a test that serves the event loop.
+void BeginPause();
+
 /// Shows \a window, and gives it and \a focused the focus.
 void Activate(QWidget& window, QWidget& focused);
 

@@ -73,6 +73,23 @@ TEST_F(StatusDisplayFlags, AreSwitchedForTheModeFirst) {
     m_mode->DeleteObserver(&recorder);
 }
 
+// Beside "Offline" no state stands that held before, not even until the next refresh.
+TEST_F(StatusDisplayFlags, AreHeededAtOnce) {
+    RefreshScheduler::Instance().Flush();
+    const auto drawn = [this](const char* name) {
+        return displaytest::Child<QLabel>(*m_display, name).text();
+    };
+    m_status.GetSweepTimeValue()->SetValue(1);
+    m_status.GetBootStateValue()->Select(BootReady);  // something is shown, and what follows waits
+    m_status.GetOnlineValue()->SetValue(false);
+    EXPECT_EQ(drawn("onlineDisp"), Text("Offline"));
+    EXPECT_EQ(drawn("bootStateDisp"), Text("- - -"));
+    EXPECT_EQ(drawn("operationModeDisp"), Text("- - -"));
+    m_status.GetOnlineValue()->SetValue(true);
+    EXPECT_EQ(drawn("bootStateDisp"), Text("Ready"));
+    EXPECT_EQ(drawn("operationModeDisp"), Text("Scan"));
+}
+
 TEST_F(StatusDisplayFlags, AreForgottenWhenTheyGo) {
     m_tree.Delete(m_boot);
     m_status.GetOnlineValue()->SetValue(false);
