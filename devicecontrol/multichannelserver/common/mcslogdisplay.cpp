@@ -14,6 +14,18 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
+namespace {
+
+/// Dialogs that \a owner waits for stand on the stack, and must not be destroyed with their parent.
+void EndDialogs(QWidget& owner) {
+    for (QDialog* const dialog : owner.findChildren<QDialog*>()) {
+        dialog->reject();
+        if (dialog->parent() == &owner) dialog->setParent(nullptr);
+    }
+}
+
+}  // namespace
+
 MCSLogDisplay::MCSLogDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
     : QWidget(parent, flags) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSLogDisplay"));
@@ -22,6 +34,7 @@ MCSLogDisplay::MCSLogDisplay(QWidget* parent, const char* name, Qt::WindowFlags 
 }
 
 MCSLogDisplay::~MCSLogDisplay() {
+    EndDialogs(*this);
     MCSLogDisplay::SetLogMessage_ValuePath(QString());
 }
 
@@ -108,12 +121,19 @@ void MCSLogDisplay::SlotSaveLog() {
     if (self != nullptr) SlotSaveLogToFile(fileName);
 }
 
+// The box is the one that QMessageBox::warning() makes of the texts of its buttons. But that answers 0, which
+// is "Overwrite", also if the application ends, and so nobody answers.
 bool MCSLogDisplay::MayWrite(const QString& fileName) {
     QString question = tr("File '%1' already exists.\nDo you want to overwrite it?").arg(fileName);
     // A name that looks like markup is shown as it is. (fixed: file-name-as-text)
     if (Qt::mightBeRichText(question)) question = Qt::convertFromPlainText(question);
-    return QMessageBox::warning(this, tr("File exists"), question, tr("Overwrite"), tr("Cancel"), QString(),
-                                1, 1) == 0;
+    QMessageBox box(QMessageBox::Warning, tr("File exists"), question, QMessageBox::NoButton, this);
+    const QAbstractButton* const overwrite = box.addButton(tr("Overwrite"), QMessageBox::ActionRole);
+    QPushButton* const cancel = box.addButton(tr("Cancel"), QMessageBox::ActionRole);
+    box.setDefaultButton(cancel);
+    box.setEscapeButton(cancel);
+    box.exec();
+    return box.clickedButton() == overwrite;
 }
 
 void MCSLogDisplay::SlotSaveLogToFile(QString sFileName) {  // NOLINT(performance-unnecessary-value-param)

@@ -86,6 +86,15 @@ TEST_F(ServerWindowTest, ClosesWhereTheAnswerIsYes) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(ServerWindowTest, TakesTheEndOfTheApplicationForNoAnswer) {
+    ASSERT_NO_FATAL_FAILURE(ConnectAClient());
+    QTimer::singleShot(0, window.get(), [this] {
+        EXPECT_TRUE(CloseAndReact([](QMessageBox&) { QCoreApplication::quit(); }));
+        EXPECT_TRUE(window->isVisible());
+    });
+    QCoreApplication::exec();
+}
+
 TEST_F(ServerWindowTest, ClosesWhenTheProgramIsToEndThoughTheQuestionIsOpen) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
     EXPECT_TRUE(CloseAndReact([this](QMessageBox&) { window->CloseNow(); }));

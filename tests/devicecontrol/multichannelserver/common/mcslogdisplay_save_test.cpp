@@ -6,12 +6,17 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QPointer>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
+
+#include <deque>
+#include <functional>
+#include <ostream>
 
 namespace {
 
@@ -148,6 +153,57 @@ TEST_F(LogDisplaySaving, EscapeLeavesTheFileAlone) {
     EXPECT_EQ(ContentOf(path), QByteArray("old"));
 }
 
+struct EndRow {
+    const char* name;
+    int dialogs;  ///< that are answered before: the file dialog, its own question
+};
+void PrintTo(const EndRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+/// Saving over a file, which ends without an answer.
+class LogDisplaySavingEnds : public LogDisplaySaving, public testing::WithParamInterface<EndRow> {
+  protected:
+    LogDisplaySavingEnds() { Write(m_path, "old"); }
+
+    /// What the user does until \a end happens.
+    std::deque<ModalDriver::Step> Until(std::function<void()> end) const {
+        std::deque<ModalDriver::Step> steps = {ChooseFile(m_path), AgreeInDialog};
+        steps.resize(static_cast<std::size_t>(GetParam().dialogs));
+        steps.push_back([end](QWidget&) {
+            end();
+            return true;
+        });
+        return steps;
+    }
+
+    const QString m_path = PathOf("old.html");
+};
+
+INSTANTIATE_TEST_SUITE_P(, LogDisplaySavingEnds,
+                         testing::Values(EndRow{"InTheFileDialog", 0}, EndRow{"InTheDialogsQuestion", 1},
+                                         EndRow{"InOurQuestion", 2}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// A dialog that ends with the application gives an answer that nobody gave.
+TEST_P(LogDisplaySavingEnds, WithTheApplicationAndLeavesTheFileAlone) {
+    const ModalDriver user(Until([] { QCoreApplication::quit(); }));
+    QTimer::singleShot(0, &m_display, &MCSLogDisplay::SlotSaveLog);
+    QCoreApplication::exec();
+    EXPECT_EQ(ContentOf(m_path), QByteArray("old"));
+}
+
+TEST_P(LogDisplaySavingEnds, WithTheDisplayAndLeavesTheFileAlone) {
+    QWidget window;
+    QPointer<MCSLogDisplay> display = new MCSLogDisplay(&window);
+    display->SetLogMessage_ValuePath(s_path);
+    const ModalDriver user(Until([&display] { delete display; }));
+    display->SlotSaveLog();
+    EXPECT_EQ(display, nullptr);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(ContentOf(m_path), QByteArray("old"));
+}
+
 TEST_F(LogDisplaySaving, OverwritesWhenTold) {
     const QString path = PathOf("old.html");
     Write(path, "old and longer than what is to be saved");
@@ -159,6 +215,7 @@ TEST_F(LogDisplaySaving, OverwritesWhenTold) {
     EXPECT_EQ(ContentOf(path), QByteArray(s_saved));
 }
 
+// Deliberate: any other text of a question may be markup.
 TEST_F(LogDisplaySaving, MarkupInAFileNameIsReadAsItIs) {
     const QString path = PathOf("<b>old<b>.html");
     Write(path, "old");

@@ -40,6 +40,21 @@ class AnOperator : public GTSDisplayTest {
     }
 };
 
+TEST_F(AnOperator, AddsNothingWhenTheApplicationEndsWhileTheEditorIsOpen) {
+    ShowModules(1);
+    bool wasOpen = false;
+    QTimer::singleShot(0, qApp, [&] {
+        QTimer::singleShot(0, qApp, [&] {
+            wasOpen = qobject_cast<DataModuleEditor*>(QApplication::activeModalWidget()) != nullptr;
+            QCoreApplication::quit();
+        });
+        Click(AddModule());
+    });
+    QCoreApplication::exec();
+    EXPECT_TRUE(wasOpen);
+    EXPECT_EQ(Rows().topLevelItemCount(), 1);
+}
+
 TEST_F(AnOperator, HasNoMenuBesideTheRows) {
     ShowModules(1);
     RightClick(QPoint(10, Rows().viewport()->height() - 2));
