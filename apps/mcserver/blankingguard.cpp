@@ -14,6 +14,8 @@
 
 #include <cmath>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int Inputs = 32;  // a module's word has no more
@@ -103,5 +105,5 @@ void BlankingGuard::Forget(Observable* observable) {
 }
 
 void BlankingGuard::CheckSoon() {
-    if (!m_check.IsRunning()) m_check.Start(0, [this] { m_jobs.GuardChanged(); });
+    if (!m_check.IsRunning()) m_check.Start(0ms, [this] { m_jobs.GuardChanged(); });
 }

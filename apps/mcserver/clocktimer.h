@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/iclock.h>
 
+#include <chrono>
 #include <utility>
 
 /// One thing that is to be done later, and is not done if its owner goes first.
@@ -14,9 +15,9 @@ class ClockTimer {
     ClockTimer& operator=(const ClockTimer&) = delete;
 
     /// In place of what it was to do before.
-    void Start(int ms, IClock::Action action) {
+    void Start(std::chrono::milliseconds delay, IClock::Action action) {
         Stop();
-        m_number = m_clock.After(ms, [this, run = std::move(action)] {
+        m_number = m_clock.After(delay, [this, run = std::move(action)] {
             m_number = 0;
             run();
         });

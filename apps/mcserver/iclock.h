@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QtCore/QTime>
-#include <QtCore/QtGlobal>
 
+#include <chrono>
 #include <functional>
 
 /// Time, and what is to be done later: the real one in the program, one that is turned by hand in tests. Main
@@ -14,14 +14,14 @@ class IClock {
 
     virtual ~IClock() = default;
 
-    /// ms, from any moment on; never goes back.
-    virtual qint64 Milliseconds() const = 0;
+    /// The time since some moment; never goes back.
+    virtual std::chrono::milliseconds Now() const = 0;
     /// What the clock on the wall shows.
     virtual QTime TimeOfDay() const = 0;
 
-    /// Runs \a action once, \a ms from now, through the event loop, also for 0.
+    /// Runs \a action once, after \a delay, through the event loop, also for 0.
     /// \return a number, never 0, to cancel it with.
-    virtual int After(int ms, Action action) = 0;
+    virtual int After(std::chrono::milliseconds delay, Action action) = 0;
     /// Does nothing for a number whose action ran or was cancelled.
     virtual void Cancel(int number) = 0;
 };

@@ -7,6 +7,8 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
+
 class IOrvDeviceListener;
 
 /// The one physical direction finder that the server shares out. What is asked of it is accepted or refused
@@ -39,7 +41,7 @@ class IOrvDevice {
     virtual QString RestartJob() = 0;
     virtual QString RunBuiltInTest() = 0;
     virtual QString Calibrate() = 0;
-    /// How often the device reports, in ms.
-    virtual int GetReportInterval() const = 0;
-    virtual QString SetReportInterval(int ms) = 0;
+    /// How long the device waits from one report to the next.
+    virtual std::chrono::milliseconds GetReportInterval() const = 0;
+    virtual QString SetReportInterval(std::chrono::milliseconds interval) = 0;
 };

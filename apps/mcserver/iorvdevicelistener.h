@@ -5,6 +5,8 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
+
 /// Is told what a device does. Main thread.
 class IOrvDeviceListener {
   public:
@@ -14,11 +16,11 @@ class IOrvDeviceListener {
     virtual void OnConnectionChanged(bool isOnline, const QString& state) = 0;
     virtual void OnBootStateChanged(EBooState state) = 0;
     virtual void OnOperationModeChanged(EOperationMode mode) = 0;
-    /// How long a sweep takes, in ms; 0 while the device does not sweep.
-    virtual void OnSweepTimeChanged(int ms) = 0;
+    /// How long a sweep takes; 0 while the device does not sweep.
+    virtual void OnSweepTimeChanged(std::chrono::microseconds time) = 0;
     /// How many frequency channels are free and used; none of either while the device is not ready.
     virtual void OnChannelsChanged(int free, int used) = 0;
-    /// How often the device reports, in ms.
-    virtual void OnReportIntervalChanged(int ms) = 0;
+    /// How long the device waits from one report to the next.
+    virtual void OnReportIntervalChanged(std::chrono::milliseconds interval) = 0;
     virtual void OnLog(const QString& text) = 0;
 };

@@ -147,9 +147,10 @@ JobControl::Outcome JobControl::RestartJob(MpxOrv& mpxOrv) {
 }
 
 JobControl::Outcome JobControl::SetReportInterval(MpxOrv& mpxOrv) {
-    const int ms = mpxOrv.GetRequests().GetReportInterval();
-    if (ms <= 0) return Refused(QStringLiteral("no report interval was chosen"));
-    return DoneUnless(m_device.SetReportInterval(ms), QStringLiteral("reports every %1 ms").arg(ms));
+    const std::chrono::milliseconds interval = mpxOrv.GetRequests().GetReportInterval();
+    if (interval <= interval.zero()) return Refused(QStringLiteral("no report interval was chosen"));
+    return DoneUnless(m_device.SetReportInterval(interval),
+                      QStringLiteral("reports every %1 ms").arg(interval.count()));
 }
 
 QString JobControl::DeviceRefusal() const {

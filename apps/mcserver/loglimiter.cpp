@@ -12,11 +12,11 @@ LogLimiter::Source& LogLimiter::Find(const QString& name) {
 }
 
 std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text) {
-    const qint64 now = m_clock.Milliseconds();
+    const Time now = m_clock.Now();
     Source& source = Find(name);
     const bool isRepeated = text == source.lastText && now - source.lastTime < RepeatAfter;
-    const qint64 fullAt = std::max(now, source.fullAt) + LineInterval;
-    const qint64 allFullAt = std::max(now, m_fullAt) + TotalInterval;
+    const Time fullAt = std::max(now, source.fullAt) + LineInterval;
+    const Time allFullAt = std::max(now, m_fullAt) + TotalInterval;
     const bool isTooMuch =
         fullAt > now + Burst * LineInterval || allFullAt > now + TotalBurst * TotalInterval;
     if (isRepeated || isTooMuch) {

@@ -6,6 +6,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <optional>
 
 /// Keeps clients from filling the log, which goes to every other client: each source has a number of lines,
@@ -13,12 +14,14 @@
 /// repeated. Main thread.
 class LogLimiter {
   public:
-    static constexpr int Burst = 100;             ///< lines of one source at once
-    static constexpr qint64 LineInterval = 500;   ///< ms after which one more is allowed
-    static constexpr int TotalBurst = 400;        ///< lines of all sources at once
-    static constexpr qint64 TotalInterval = 100;  ///< ms after which one more is allowed
-    static constexpr qint64 RepeatAfter = 10000;  ///< ms after which the same line may come again
-    static constexpr int MaxSources = 256;        ///< that are remembered; beyond, the quietest is forgotten
+    using Time = std::chrono::milliseconds;
+
+    static constexpr int Burst = 100;           ///< lines of one source at once
+    static constexpr Time LineInterval{500};    ///< after which one more is allowed
+    static constexpr int TotalBurst = 400;      ///< lines of all sources at once
+    static constexpr Time TotalInterval{100};   ///< after which one more is allowed
+    static constexpr Time RepeatAfter{10'000};  ///< after which the same line may come again
+    static constexpr int MaxSources = 256;      ///< that are remembered; beyond, the quietest is forgotten
 
     explicit LogLimiter(IClock& clock) : m_clock(clock) {}
 
@@ -28,8 +31,8 @@ class LogLimiter {
 
   private:
     struct Source {
-        qint64 fullAt = 0;  ///< when all its lines will have come back
-        qint64 lastTime = 0;
+        Time fullAt{};  ///< when all its lines will have come back
+        Time lastTime{};
         QString lastText;
         int leftOut = 0;
     };
@@ -37,5 +40,5 @@ class LogLimiter {
 
     IClock& m_clock;
     QHash<QString, Source> m_sources;
-    qint64 m_fullAt = 0;  ///< as for a source, for all together
+    Time m_fullAt{};  ///< as for a source, for all together
 };

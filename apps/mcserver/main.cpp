@@ -18,6 +18,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
+#include <chrono>
 #include <memory>
 
 namespace {
@@ -63,7 +64,7 @@ int RunHeadless(const ServerOptions& options, bool isSuppressing) {
 /// Takes pictures of \a window once the simulated device has booted, and closes it. \a error is what holds
 /// until then, and at last empty.
 void TakePictures(ServerWindow& window, const QString& directory, QString* error) {
-    constexpr int bootTime = 2 * SimulatedOrv::BootTime;
+    constexpr std::chrono::milliseconds bootTime = 2 * SimulatedOrv::BootTime;
     *error = QStringLiteral("ended before the pictures were taken");
     QTimer::singleShot(bootTime, &window, [&window, directory, error] {
         *error = pictures::SavePages(window, *window.GetTabs(), directory, QStringLiteral("server-"));

@@ -10,6 +10,8 @@
 #include <platform/config/icfg.h>
 #include <platform/values/valueaccess.h>
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -118,7 +120,7 @@ OrvDeviceSettings McsServer::GetDeviceSettings() const {
     settings.channels = m_config.GetNumberOfFreqChannels();
     settings.maxProtocolLevel = m_config.GetMaxProtocolLevel();
     if (m_pScanAveragingTime != nullptr && m_pScanAveragingTime->GetCurrentKey() > 0)
-        settings.scanAveragingTime = static_cast<int>(m_pScanAveragingTime->GetCurrentKey());
+        settings.scanAveragingTime = std::chrono::milliseconds(m_pScanAveragingTime->GetCurrentKey());
     return settings;
 }
 
@@ -141,8 +143,9 @@ void McsServer::OnOperationModeChanged(EOperationMode mode) {
     m_jobs.OperationModeChanged();
 }
 
-void McsServer::OnSweepTimeChanged(int ms) {
-    m_status.GetSweepTimeValue()->SetValue(ms, nullptr);
+void McsServer::OnSweepTimeChanged(std::chrono::microseconds time) {
+    constexpr std::chrono::microseconds::rep Longest = std::numeric_limits<int>::max();
+    m_status.GetSweepTimeValue()->SetValue(static_cast<int>(std::min(time.count(), Longest)), nullptr);
 }
 
 void McsServer::OnChannelsChanged(int free, int used) {
@@ -150,7 +153,7 @@ void McsServer::OnChannelsChanged(int free, int used) {
     m_status.GetUsedFreqChannelsValue()->SetValue(used, nullptr);
 }
 
-void McsServer::OnReportIntervalChanged(int /*ms*/) {
+void McsServer::OnReportIntervalChanged(std::chrono::milliseconds /*interval*/) {
     m_jobs.ReportIntervalChanged();
 }
 

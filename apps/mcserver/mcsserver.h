@@ -47,9 +47,9 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     void OnConnectionChanged(bool isOnline, const QString& state) override;
     void OnBootStateChanged(EBooState state) override;
     void OnOperationModeChanged(EOperationMode mode) override;
-    void OnSweepTimeChanged(int ms) override;
+    void OnSweepTimeChanged(std::chrono::microseconds time) override;
     void OnChannelsChanged(int free, int used) override;
-    void OnReportIntervalChanged(int ms) override;
+    void OnReportIntervalChanged(std::chrono::milliseconds interval) override;
     void OnLog(const QString& text) override;
 
   private:

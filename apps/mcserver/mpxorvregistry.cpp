@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace std::chrono_literals;
+
 MpxOrvRegistry::MpxOrvRegistry(MCSConfigData& config, MCSStatus& status, JobControl& jobs, ServerLog& log,
                                IClock& clock)
     : m_config(config), m_status(status), m_jobs(jobs), m_log(log), m_removalTimer(clock) {
@@ -114,7 +116,7 @@ void MpxOrvRegistry::RemoveSession(int session) {
 }
 
 void MpxOrvRegistry::RemoveAbandonedSoon() {
-    if (!m_removalTimer.IsRunning()) m_removalTimer.Start(0, [this] { RemoveAbandoned(); });
+    if (!m_removalTimer.IsRunning()) m_removalTimer.Start(0ms, [this] { RemoveAbandoned(); });
 }
 
 void MpxOrvRegistry::RemoveAbandoned() {

@@ -40,30 +40,31 @@ double MpxOrvRequests::GetFrequency() const {
     return m_pFrequency != nullptr ? m_pFrequency->GetValue() : m_grantedFrequency;
 }
 
-int MpxOrvRequests::GetReportInterval() const {
-    return m_pReportInterval != nullptr ? static_cast<int>(m_pReportInterval->GetCurrentKey()) : 0;
+std::chrono::milliseconds MpxOrvRequests::GetReportInterval() const {
+    return std::chrono::milliseconds(m_pReportInterval != nullptr ? m_pReportInterval->GetCurrentKey() : 0);
 }
 
 void MpxOrvRequests::Grant(ERequest request) {
     if (request == ERequest::Frequency) m_grantedFrequency = GetFrequency();
     if (request == ERequest::ReportInterval && m_pReportInterval != nullptr)
-        m_grantedInterval = m_pReportInterval->GetCurrentIndex();
+        m_grantedIntervalIndex = m_pReportInterval->GetCurrentIndex();
 }
 
 void MpxOrvRequests::TakeBack(ERequest request) {
     if (request == ERequest::Frequency && m_pFrequency != nullptr)
         m_pFrequency->SetValue(m_grantedFrequency, this);
     if (request == ERequest::ReportInterval && m_pReportInterval != nullptr)
-        m_pReportInterval->SelectIndex(m_grantedInterval, this);
+        m_pReportInterval->SelectIndex(m_grantedIntervalIndex, this);
 }
 
-void MpxOrvRequests::ShowReportInterval(int ms) {
+void MpxOrvRequests::ShowReportInterval(std::chrono::milliseconds interval) {
     if (m_pReportInterval == nullptr) return;
-    if (m_pReportInterval->GetItem(ms) != nullptr)
-        m_pReportInterval->Select(ms, this);
+    const auto key = static_cast<long>(interval.count());
+    if (m_pReportInterval->GetItem(key) != nullptr)
+        m_pReportInterval->Select(key, this);
     else
         m_pReportInterval->SelectIndex(values::ValueSelection::NoIndex, this);
-    m_grantedInterval = m_pReportInterval->GetCurrentIndex();
+    m_grantedIntervalIndex = m_pReportInterval->GetCurrentIndex();
 }
 
 void MpxOrvRequests::Answer(const QString& text) {

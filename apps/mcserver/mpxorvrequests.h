@@ -9,6 +9,7 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <functional>
 #include <tuple>
 
@@ -31,15 +32,16 @@ class MpxOrvRequests : public IObserver {
     MpxOrvRequests(const MpxOrvRequests&) = delete;
     MpxOrvRequests& operator=(const MpxOrvRequests&) = delete;
 
-    double GetFrequency() const;    ///< Hz
-    int GetReportInterval() const;  ///< ms
+    double GetFrequency() const;  ///< Hz
+    /// 0 while none is chosen.
+    std::chrono::milliseconds GetReportInterval() const;
 
     /// Says that what is asked for is granted: what is shown stays.
     void Grant(ERequest request);
     /// Shows again what was granted last, in place of what was asked for.
     void TakeBack(ERequest request);
-    /// Shows that the device reports every \a ms.
-    void ShowReportInterval(int ms);
+    /// Shows that the device reports every \a interval.
+    void ShowReportInterval(std::chrono::milliseconds interval);
     void Answer(const QString& text);
 
     /// The names of the values, and of the node that they are below.
@@ -64,5 +66,5 @@ class MpxOrvRequests : public IObserver {
     values::ValueSelection* m_pReportInterval = nullptr;
     values::Value<QString>* m_pAnswer = nullptr;
     double m_grantedFrequency;
-    int m_grantedInterval = values::ValueSelection::NoIndex;
+    int m_grantedIntervalIndex = values::ValueSelection::NoIndex;
 };

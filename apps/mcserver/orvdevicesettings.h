@@ -3,6 +3,8 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
+
 /// What the server's configuration says about its device.
 struct OrvDeviceSettings {
     QString address;
@@ -10,5 +12,5 @@ struct OrvDeviceSettings {
     bool force = false;  ///< take the device also from somebody who uses it
     int channels = 0;    ///< frequency channels that clients may use
     int maxProtocolLevel = 0;
-    int scanAveragingTime = 0;  ///< ms
+    std::chrono::milliseconds scanAveragingTime{};
 };

@@ -74,10 +74,10 @@ QString ParseLine(const QString& line, OrvScript::Step* step) {
         return QStringLiteral("a line is 'after <ms> <action> [argument]'");
     const QString time = TakeWord(&rest);
     bool isNumber = false;
-    step->ms = time.toInt(&isNumber);
-    if (!isNumber || step->ms < 0 || step->ms > OrvScript::MaxMs)
+    step->time = std::chrono::milliseconds(time.toInt(&isNumber));
+    if (!isNumber || step->time < step->time.zero() || step->time > OrvScript::MaxTime)
         return QStringLiteral("'%1' is no number of ms from 0 to %2")
-            .arg(time, QString::number(OrvScript::MaxMs));
+            .arg(time, QString::number(std::chrono::milliseconds(OrvScript::MaxTime).count()));
     const QString word = TakeWord(&rest);
     const Statement* const statement = FindStatement(word);
     if (statement == nullptr) return QStringLiteral("'%1' is no action").arg(word);
@@ -111,7 +111,8 @@ bool OrvScript::Parse(const QByteArray& text, const QString& name, QString* erro
         }
         steps.push_back(step);
     }
-    std::stable_sort(steps.begin(), steps.end(), [](const Step& a, const Step& b) { return a.ms < b.ms; });
+    std::stable_sort(steps.begin(), steps.end(),
+                     [](const Step& a, const Step& b) { return a.time < b.time; });
     m_steps = steps;
     return true;
 }

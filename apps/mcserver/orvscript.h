@@ -6,6 +6,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <vector>
 
 /// What a simulated device is to do by itself, and when: lines "after <ms> <action> [argument]".
@@ -14,14 +15,14 @@ class OrvScript {
   public:
     enum class EAction { Mode, Fail, Recover, Log, Occupy, Vacate };
     struct Step {
-        int ms = 0;  ///< since the script started
+        std::chrono::milliseconds time{};  ///< since the script started
         EAction action = EAction::Log;
         QString text;                         ///< of a log line, a failure, or who occupies the device
         EOperationMode mode = OperationIdle;  ///< of Mode
     };
 
     static constexpr int MaxSteps = 10000;
-    static constexpr int MaxMs = 7 * 24 * 3600 * 1000;  ///< a week
+    static constexpr std::chrono::hours MaxTime{7 * 24};
 
     /// Reads \a path. False with the reason in \a error, which names file and line.
     bool Load(const QString& path, QString* error);

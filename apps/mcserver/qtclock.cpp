@@ -11,15 +11,15 @@ QtClock::QtClock() {
 
 QtClock::~QtClock() = default;
 
-qint64 QtClock::Milliseconds() const {
-    return m_elapsed.elapsed();
+std::chrono::milliseconds QtClock::Now() const {
+    return std::chrono::milliseconds(m_elapsed.elapsed());
 }
 
 QTime QtClock::TimeOfDay() const {
     return QTime::currentTime();
 }
 
-int QtClock::After(int ms, Action action) {
+int QtClock::After(std::chrono::milliseconds delay, Action action) {
     const int number = ++m_lastNumber;
     auto* const timer = new QTimer(&m_context);
     timer->setSingleShot(true);
@@ -27,7 +27,7 @@ int QtClock::After(int ms, Action action) {
     QObject::connect(timer, &QTimer::timeout, &m_context,
                      [this, number, run = std::move(action)] { Run(number, run); });
     m_timers.emplace(number, timer);
-    timer->start(ms);
+    timer->start(delay);
     return number;
 }
 

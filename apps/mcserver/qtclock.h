@@ -16,9 +16,9 @@ class QtClock : public IClock {
     QtClock();
     ~QtClock() override;
 
-    qint64 Milliseconds() const override;
+    std::chrono::milliseconds Now() const override;
     QTime TimeOfDay() const override;
-    int After(int ms, Action action) override;
+    int After(std::chrono::milliseconds delay, Action action) override;
     void Cancel(int number) override;
 
   private:

@@ -30,7 +30,7 @@ bool IsAllowed(const QString& refusal, QString* reason) {
 }  // namespace
 
 ServerAccess::ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock)
-    : m_mpxOrvs(mpxOrvs), m_log(log), m_limiter([&clock] { return clock.Milliseconds(); }) {}
+    : m_mpxOrvs(mpxOrvs), m_log(log), m_limiter([&clock] { return clock.Now(); }) {}
 
 bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
     if (!m_file) {
@@ -44,9 +44,9 @@ bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token
 }
 
 bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
-    const qint64 wait = m_limiter.WaitOf(peer.address);
-    if (wait > 0) {
-        *reason = QStringLiteral("too many failed attempts, wait %1 s").arg((wait + 999) / 1000);
+    const auto wait = std::chrono::ceil<std::chrono::seconds>(m_limiter.WaitOf(peer.address));
+    if (wait > wait.zero()) {
+        *reason = QStringLiteral("too many failed attempts, wait %1 s").arg(wait.count());
         return false;
     }
     const bool isByCertificate = user.isEmpty() && token.isEmpty() && !peer.certificateName.isEmpty();

@@ -17,9 +17,11 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
 
+#include <chrono>
+
 namespace {
 
-constexpr int ClientsInterval = 500;  // ms between two looks
+constexpr std::chrono::milliseconds ClientsInterval(500);  // between two looks
 
 }  // namespace
 

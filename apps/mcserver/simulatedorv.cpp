@@ -7,18 +7,20 @@
 
 #include <algorithm>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 struct Stage {
     EBooState state;
-    int ms;  ///< that it lasts
+    std::chrono::milliseconds time;  ///< that it lasts
 };
 
 constexpr Stage Stages[] = {
-    {BootPowerOn, 200},
-    {BootLoading, 500},
-    {BootSelfTest, 400},
-    {BootCalibrating, 400},
+    {BootPowerOn, 200ms},
+    {BootLoading, 500ms},
+    {BootSelfTest, 400ms},
+    {BootCalibrating, 400ms},
 };
 
 constexpr int StageCount = int(std::size(Stages));
@@ -37,15 +39,15 @@ SimulatedOrv::~SimulatedOrv() = default;
 void SimulatedOrv::RunScript(const OrvScript& script) {
     m_script = script;
     m_nextStep = 0;
-    m_scriptTime = 0;
+    m_scriptTime = 0ms;
     RunNextStep();
 }
 
 void SimulatedOrv::RunNextStep() {
     if (m_nextStep == m_script.GetSteps().size()) return;
     const OrvScript::Step step = m_script.GetSteps()[m_nextStep++];
-    m_scriptTimer.Start(step.ms - m_scriptTime, [this, step] {
-        m_scriptTime = step.ms;
+    m_scriptTimer.Start(step.time - m_scriptTime, [this, step] {
+        m_scriptTime = step.time;
         RunStep(step);
         RunNextStep();
     });
@@ -113,7 +115,7 @@ void SimulatedOrv::TryToConnect() {
 void SimulatedOrv::BootOn(int stage) {
     if (stage < StageCount) {
         SetBootState(Stages[stage].state);
-        return m_bootTimer.Start(Stages[stage].ms, [this, stage] { BootOn(stage + 1); });
+        return m_bootTimer.Start(Stages[stage].time, [this, stage] { BootOn(stage + 1); });
     }
     SetBootState(BootReady);
     ReportChannels();
@@ -160,7 +162,7 @@ void SimulatedOrv::SetMode(EOperationMode mode) {
     m_sweepTimer.Stop();
     if (hasChanged && m_listener != nullptr) m_listener->OnOperationModeChanged(mode);
     if (!IsSweeping(mode)) {
-        if (m_listener != nullptr) m_listener->OnSweepTimeChanged(0);
+        if (m_listener != nullptr) m_listener->OnSweepTimeChanged(0us);
         return;
     }
     m_sweeps = 0;
@@ -170,11 +172,11 @@ void SimulatedOrv::SetMode(EOperationMode mode) {
 // A sweep takes as long as it averages, and a little to get around. Sweeps never take exactly the same time;
 // how long this one took follows from its number, so that two runs are the same.
 void SimulatedOrv::ReportSweep() {
-    constexpr int ScanTime = 40;
-    constexpr int MemoryScanTime = 10;
+    constexpr Time ScanTime = 40ms;
+    constexpr Time MemoryScanTime = 10ms;
     constexpr int Variations = 7;
-    const int time = m_settings.scanAveragingTime + (m_mode == OperationScan ? ScanTime : MemoryScanTime) +
-                     m_sweeps % Variations;
+    const Time time = m_settings.scanAveragingTime + (m_mode == OperationScan ? ScanTime : MemoryScanTime) +
+                      m_sweeps % Variations * 1ms;
     ++m_sweeps;
     if (m_listener != nullptr) m_listener->OnSweepTimeChanged(time);
     m_sweepTimer.Start(m_reportInterval, [this] { ReportSweep(); });
@@ -233,11 +235,11 @@ QString SimulatedOrv::Calibrate() {
     return RunFor(CalibrationTime, OperationCalibration);
 }
 
-QString SimulatedOrv::RunFor(int ms, EOperationMode mode) {
+QString SimulatedOrv::RunFor(Time time, EOperationMode mode) {
     QString obstacle = Obstacle();
     if (!obstacle.isEmpty()) return obstacle;
     const EOperationMode before = m_mode;
-    m_taskTimer.Start(ms, [this, before, mode] {
+    m_taskTimer.Start(time, [this, before, mode] {
         SetMode(before);
         Log(QStringLiteral("%1 passed").arg(MCSTools::OperationModeAsString(mode)));
     });
@@ -245,12 +247,12 @@ QString SimulatedOrv::RunFor(int ms, EOperationMode mode) {
     return QString();
 }
 
-QString SimulatedOrv::SetReportInterval(int ms) {
+QString SimulatedOrv::SetReportInterval(Time interval) {
     QString obstacle = Obstacle();
     if (!obstacle.isEmpty()) return obstacle;
-    m_reportInterval = ms;
-    if (m_listener != nullptr) m_listener->OnReportIntervalChanged(ms);
-    if (IsSweeping(m_mode)) m_sweepTimer.Start(ms, [this] { ReportSweep(); });
+    m_reportInterval = interval;
+    if (m_listener != nullptr) m_listener->OnReportIntervalChanged(interval);
+    if (IsSweeping(m_mode)) m_sweepTimer.Start(interval, [this] { ReportSweep(); });
     return QString();
 }
 

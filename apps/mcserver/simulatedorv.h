@@ -6,16 +6,19 @@
 #include <apps/mcserver/iorvdevice.h>
 #include <apps/mcserver/orvscript.h>
 
+#include <chrono>
 #include <set>
 
 /// A direction finder that is not there: boots through its states, then scans, reports its sweep time, and
 /// accepts what a real one would. A script makes it change modes, fail, recover and log by itself.
 class SimulatedOrv : public IOrvDevice {
   public:
-    static constexpr int BootTime = 1500;          ///< ms from Connect until it is ready
-    static constexpr int BuiltInTestTime = 1000;   ///< ms
-    static constexpr int CalibrationTime = 2000;   ///< ms
-    static constexpr int RetryTime = 1000;         ///< ms between attempts to get an occupied device
+    using Time = std::chrono::milliseconds;
+
+    static constexpr Time BootTime{1500};  ///< from Connect until it is ready
+    static constexpr Time BuiltInTestTime{1000};
+    static constexpr Time CalibrationTime{2000};
+    static constexpr Time RetryTime{1000};         ///< between attempts to get an occupied device
     static constexpr double Bandwidth = 20000000;  ///< Hz
 
     explicit SimulatedOrv(IClock& clock);
@@ -38,8 +41,8 @@ class SimulatedOrv : public IOrvDevice {
     QString RestartJob() override;
     QString RunBuiltInTest() override;
     QString Calibrate() override;
-    int GetReportInterval() const override { return m_reportInterval; }
-    QString SetReportInterval(int ms) override;
+    Time GetReportInterval() const override { return m_reportInterval; }
+    QString SetReportInterval(Time interval) override;
 
   private:
     void RunNextStep();
@@ -54,7 +57,7 @@ class SimulatedOrv : public IOrvDevice {
     void SetMode(EOperationMode mode);
     /// Why it cannot do anything now; empty if it can.
     QString Obstacle() const;
-    QString RunFor(int ms, EOperationMode mode);
+    QString RunFor(Time time, EOperationMode mode);
     void ReportSweep();
     void ReportChannels();
     void Log(const QString& text);
@@ -74,9 +77,9 @@ class SimulatedOrv : public IOrvDevice {
     EBooState m_bootState = BootUnknown;
     EOperationMode m_mode = OperationIdle;
     std::set<int> m_usedChannels;
-    int m_reportInterval = 500;  ///< ms
+    Time m_reportInterval{500};
     int m_sweeps = 0;
     OrvScript m_script;
     std::size_t m_nextStep = 0;
-    int m_scriptTime = 0;  ///< ms that have passed in it
+    Time m_scriptTime{};  ///< that has passed in it
 };

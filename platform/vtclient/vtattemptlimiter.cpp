@@ -22,15 +22,15 @@ QString VtAttemptLimiter::HostOf(const QString& address) {
     return QHostAddress(bytes).toString();
 }
 
-qint64 VtAttemptLimiter::WaitOf(const QString& address) {
+VtAttemptLimiter::Time VtAttemptLimiter::WaitOf(const QString& address) {
     const auto found = m_records.find(HostOf(address));
-    if (found == m_records.end()) return 0;
-    const qint64 now = m_clock();
+    if (found == m_records.end()) return Time::zero();
+    const Time now = m_clock();
     if (now - found->lastFailure > LongestWait) {
         m_records.erase(found);
-        return 0;
+        return Time::zero();
     }
-    return std::max<qint64>(0, found->waitUntil - now);
+    return std::max(Time::zero(), found->waitUntil - now);
 }
 
 void VtAttemptLimiter::Failed(const QString& address) {
@@ -41,7 +41,8 @@ void VtAttemptLimiter::Failed(const QString& address) {
     ++record.failures;
     constexpr int MostDoublings = 20;  // far beyond the longest wait
     const int doublings = std::min(record.failures - FreeFailures, MostDoublings);
-    if (doublings >= 0) record.waitUntil = record.lastFailure + std::min(LongestWait, FirstWait << doublings);
+    if (doublings >= 0)
+        record.waitUntil = record.lastFailure + std::min(LongestWait, FirstWait * (1 << doublings));
 }
 
 void VtAttemptLimiter::Succeeded(const QString& address) {

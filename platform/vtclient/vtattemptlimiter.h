@@ -6,22 +6,24 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <functional>
 
 /// Keeps an address that presented wrong credentials waiting, longer with every failure. Main thread.
 class MCS_CONNECTION_EXPORT VtAttemptLimiter {
   public:
-    using Clock = std::function<qint64()>;  ///< ms, from any moment on
+    using Time = std::chrono::milliseconds;
+    using Clock = std::function<Time()>;  ///< the time since some moment
 
-    static constexpr int FreeFailures = 3;         ///< typing errors; after these the waiting starts
-    static constexpr qint64 FirstWait = 1000;      ///< ms; doubles with every further failure
-    static constexpr qint64 LongestWait = 300000;  ///< ms; after it quiet, the failures are forgotten
-    static constexpr int MaxAddresses = 4096;      ///< that are remembered; beyond, the oldest is forgotten
+    static constexpr int FreeFailures = 3;       ///< typing errors; after these the waiting starts
+    static constexpr Time FirstWait{1000};       ///< doubles with every further failure
+    static constexpr Time LongestWait{300'000};  ///< after it quiet, the failures are forgotten
+    static constexpr int MaxAddresses = 4096;    ///< that are remembered; beyond, the oldest is forgotten
 
     explicit VtAttemptLimiter(Clock clock);
 
-    /// For how many ms \a address (host and port, as in VtPeer) has to wait; 0: it may try.
-    qint64 WaitOf(const QString& address);
+    /// How long \a address (host and port, as in VtPeer) has to wait; 0: it may try.
+    Time WaitOf(const QString& address);
     void Failed(const QString& address);
     void Succeeded(const QString& address);
 
@@ -32,8 +34,8 @@ class MCS_CONNECTION_EXPORT VtAttemptLimiter {
   private:
     struct Record {
         int failures = 0;
-        qint64 lastFailure = 0;
-        qint64 waitUntil = 0;
+        Time lastFailure{};
+        Time waitUntil{};
     };
     void ForgetOldest();
 

@@ -12,6 +12,8 @@
 
 #include <memory>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::Contains;
@@ -58,7 +60,7 @@ class BlankingGuardTest : public RequestsTest {
             GtsPath() + QLatin1Char('/') + name + QStringLiteral("/InputDiscretes"), nullptr, nullptr);
         ASSERT_NE(levels, nullptr);
         levels->SetValue(inputs);
-        m_clock.Advance(0);
+        m_clock.Advance(0ms);
     }
     /// As modules go: first without frequencies, then out of the tree.
     void RemoveModule(const QString& name) {
@@ -69,7 +71,7 @@ class BlankingGuardTest : public RequestsTest {
         ASSERT_NE(frequencies, nullptr);
         frequencies->SetItems({0, 0, 0, 0});
         m_tree.Delete(node);
-        m_clock.Advance(0);
+        m_clock.Advance(0ms);
     }
     QString TuneTo(double hz) {
         EXPECT_EQ(Tune(m_peer, m_name, hz), QString());
@@ -135,7 +137,7 @@ TEST_F(BlankingGuardTest, ForgetsAModuleThatGoes) {
     RemoveModule(module);
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
     AddModule(QStringLiteral("Other-1"), ThirdKeyed);
-    m_clock.Advance(0);
+    m_clock.Advance(0ms);
     EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by module Other-1, input 3"));
 }
 

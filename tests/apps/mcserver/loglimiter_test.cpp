@@ -28,9 +28,9 @@ class LogLimiterTest : public testing::Test {
 
 TEST_F(LogLimiterTest, ASourceHasABurstAndThenOneLineAtATime) {
     EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
-    m_clock.Advance(int(LogLimiter::LineInterval));
+    m_clock.Advance(LogLimiter::LineInterval);
     EXPECT_EQ(CountPassing("a", 1000), 1);
-    m_clock.Advance(int(LogLimiter::LineInterval) * LogLimiter::Burst * 2);
+    m_clock.Advance(LogLimiter::LineInterval * LogLimiter::Burst * 2);
     EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
 }
 
@@ -51,7 +51,7 @@ TEST_F(LogLimiterTest, TheSameLineIsNotRepeatedAtOnce) {
     EXPECT_EQ(Pass("a", line), line);
     EXPECT_FALSE(Pass("a", line).has_value());
     EXPECT_EQ(Pass("b", line), line);
-    m_clock.Advance(int(LogLimiter::RepeatAfter));
+    m_clock.Advance(LogLimiter::RepeatAfter);
     EXPECT_EQ(Pass("a", line), QStringLiteral("denied (1 lines left out before)"));
 }
 
@@ -59,7 +59,7 @@ TEST_F(LogLimiterTest, TakesAPercentSignInALineAsItIs) {
     const QString line = QStringLiteral("50 %2 of %1");
     EXPECT_EQ(Pass("a", line), line);
     EXPECT_FALSE(Pass("a", line).has_value());
-    m_clock.Advance(int(LogLimiter::RepeatAfter));
+    m_clock.Advance(LogLimiter::RepeatAfter);
     EXPECT_EQ(Pass("a", line), QStringLiteral("50 %2 of %1 (1 lines left out before)"));
 }
 

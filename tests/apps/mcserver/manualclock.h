@@ -3,16 +3,17 @@
 
 #include <apps/mcserver/iclock.h>
 
+#include <chrono>
 #include <map>
 #include <utility>
 
 /// Time that passes when a test says so. Starts at 14:03:21.
 class ManualClock : public IClock {
   public:
-    qint64 Milliseconds() const override { return m_now; }
-    QTime TimeOfDay() const override { return QTime(14, 3, 21).addMSecs(static_cast<int>(m_now)); }
-    int After(int ms, Action action) override {
-        m_due.emplace(std::make_pair(m_now + ms, ++m_last), std::move(action));
+    std::chrono::milliseconds Now() const override { return m_now; }
+    QTime TimeOfDay() const override { return QTime(14, 3, 21).addMSecs(static_cast<int>(m_now.count())); }
+    int After(std::chrono::milliseconds delay, Action action) override {
+        m_due.emplace(std::make_pair(m_now + delay, ++m_last), std::move(action));
         return m_last;
     }
     void Cancel(int number) override {
@@ -23,9 +24,9 @@ class ManualClock : public IClock {
         }
     }
 
-    /// Lets \a ms pass and does what becomes due, in order.
-    void Advance(int ms) {
-        const qint64 end = m_now + ms;
+    /// Lets \a time pass and does what becomes due, in order.
+    void Advance(std::chrono::milliseconds time) {
+        const std::chrono::milliseconds end = m_now + time;
         while (!m_due.empty() && m_due.begin()->first.first <= end) {
             m_now = m_due.begin()->first.first;
             const Action action = std::move(m_due.begin()->second);
@@ -35,10 +36,10 @@ class ManualClock : public IClock {
         m_now = end;
     }
     /// What a turn of the event loop does.
-    void Turn() { Advance(0); }
+    void Turn() { Advance(std::chrono::milliseconds::zero()); }
 
   private:
-    qint64 m_now = 0;
+    std::chrono::milliseconds m_now{};
     int m_last = 0;
-    std::map<std::pair<qint64, int>, Action> m_due;
+    std::map<std::pair<std::chrono::milliseconds, int>, Action> m_due;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/apps/mcserver/requestsfixture.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString MasterControlled = QStringLiteral("/MultiChannelServer/Status/McsMasterJobControlled");
@@ -30,7 +32,7 @@ TEST_F(MasterTest, PushedAgainTheMasterGivesUp) {
 TEST_F(MasterTest, ThereIsOneMasterAtATimeAndTheRefusalNamesIt) {
     const VtPeer other = OtherMpxOrv(m_other);
     Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
-    m_clock.Advance(60000);
+    m_clock.Advance(60000ms);
     Push(other, m_other, QStringLiteral("BecomeMaster"));
     EXPECT_EQ(Answer(m_other), QStringLiteral("refused: MpxORVhostA_receiver is master since 14:03:22"));
     EXPECT_FALSE(Flag(Dynamic(m_other, QStringLiteral("Status/IsMaster"))));

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::Contains;
@@ -24,6 +26,10 @@ class McsServerTest : public ServerTest {
         EXPECT_TRUE(script.Parse(text, QStringLiteral("script"), &error)) << error.toStdString();
         return script;
     }
+    /// What the status counts in microseconds.
+    static std::chrono::microseconds SweepTime() {
+        return std::chrono::microseconds(Count(QStringLiteral("SweepTime")));
+    }
 };
 
 TEST_F(McsServerTest, BringsTheWholeTree) {
@@ -36,11 +42,11 @@ TEST_F(McsServerTest, BringsTheWholeTree) {
 TEST_F(McsServerTest, ShowsTheDeviceBooting) {
     QStringList states;
     Start(false);
-    for (int ms = 0; ms <= SimulatedOrv::BootTime; ms += 50) {
+    for (auto time = 0ms; time <= SimulatedOrv::BootTime; time += 50ms) {
         if (states.isEmpty() || states.last() != Choice(BootState)) states << Choice(BootState);
         EXPECT_TRUE(Flag(Online));
-        EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), ms == SimulatedOrv::BootTime ? 4 : 0);
-        m_clock.Advance(50);
+        EXPECT_EQ(Count(QStringLiteral("FreeFreqChannels")), time == SimulatedOrv::BootTime ? 4 : 0);
+        m_clock.Advance(50ms);
     }
     const QStringList expected = {QStringLiteral("Power On"), QStringLiteral("Loading"),
                                   QStringLiteral("Self Test"), QStringLiteral("Calibrating"),
@@ -51,12 +57,17 @@ TEST_F(McsServerTest, ShowsTheDeviceBooting) {
 
 TEST_F(McsServerTest, ReportsTheSweepTimeAgainAndAgain) {
     Start();
-    const int first = Count(QStringLiteral("SweepTime"));
-    EXPECT_GT(first, 0);
-    m_clock.Advance(500);
-    EXPECT_NE(Count(QStringLiteral("SweepTime")), first);
+    EXPECT_EQ(SweepTime(), 2040ms) << "two seconds of averaging by default, and 40 ms to get around";
+    m_clock.Advance(500ms);
+    EXPECT_EQ(SweepTime(), 2041ms);
     Set(ShallBeConnected, false);
-    EXPECT_EQ(Count(QStringLiteral("SweepTime")), 0);
+    EXPECT_EQ(SweepTime(), 0ms);
+}
+
+TEST_F(McsServerTest, ASweepThatTakesLongerThanTheStatusCanCountIsShownAsTheLongest) {
+    Start();
+    m_server->OnSweepTimeChanged(72h);
+    EXPECT_EQ(SweepTime(), 100s);
 }
 
 TEST_F(McsServerTest, ObeysShallBeConnected) {
@@ -102,24 +113,25 @@ TEST_F(McsServerTest, TheScanAveragesAsConfigured) {
     auto* const averaging = values::FindValue<values::ValueSelection>(
         QStringLiteral("/MultiChannelServer/Config/DefaultScanAveragingTimeIndex"), nullptr, nullptr);
     averaging->Select(1000);
-    m_clock.Advance(500);
-    EXPECT_GE(Count(QStringLiteral("SweepTime")), 1000);
-    EXPECT_LT(Count(QStringLiteral("SweepTime")), 1100);
+    m_clock.Advance(500ms);
+    EXPECT_GE(SweepTime(), 1000ms);
+    EXPECT_LT(SweepTime(), 1100ms);
     averaging->Select(50);
-    m_clock.Advance(500);
-    EXPECT_LT(Count(QStringLiteral("SweepTime")), 150);
+    m_clock.Advance(500ms);
+    EXPECT_GE(SweepTime(), 50ms);
+    EXPECT_LT(SweepTime(), 150ms);
 }
 
 TEST_F(McsServerTest, AFailingDeviceIsShownAndComesBack) {
     Start();
     m_device->RunScript(Script("after 1000 fail antenna torn off\nafter 5000 recover\n"));
-    m_clock.Advance(1000);
+    m_clock.Advance(1000ms);
     EXPECT_FALSE(Flag(Online));
     EXPECT_EQ(Choice(BootState), QStringLiteral("Failed"));
     EXPECT_EQ(Choice(OperationMode), QStringLiteral("Idle"));
     EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")),
               QStringLiteral("connection lost: antenna torn off"));
-    m_clock.Advance(4000);
+    m_clock.Advance(4000ms);
     EXPECT_TRUE(Flag(Online));
     m_clock.Advance(SimulatedOrv::BootTime);
     EXPECT_EQ(Choice(BootState), QStringLiteral("Ready"));
@@ -129,7 +141,7 @@ TEST_F(McsServerTest, ADeviceThatFailsWhileNotWantedStaysAway) {
     Start();
     Set(ShallBeConnected, false);
     m_device->RunScript(Script("after 10 fail\nafter 20 recover\n"));
-    m_clock.Advance(1000);
+    m_clock.Advance(1000ms);
     EXPECT_FALSE(Flag(Online));
     EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")), QStringLiteral("not connected"));
 }
@@ -140,7 +152,7 @@ TEST_F(McsServerTest, WaitsForADeviceThatSomebodyElseUses) {
     Start(false);
     EXPECT_FALSE(Flag(Online));
     EXPECT_EQ(StatusText(QStringLiteral("ConnectionState")), QStringLiteral("in use by site B"));
-    m_clock.Advance(3000 + SimulatedOrv::RetryTime);
+    m_clock.Advance(3000ms + SimulatedOrv::RetryTime);
     EXPECT_TRUE(Flag(Online));
 }
 
@@ -155,9 +167,9 @@ TEST_F(McsServerTest, TakesTheDeviceByForceIfThatIsConfigured) {
 TEST_F(McsServerTest, TheScriptChangesModesAndLogs) {
     Start();
     m_device->RunScript(Script("after 100 mode Memory Scan\nafter 200 log 3 bearings\n"));
-    m_clock.Advance(100);
+    m_clock.Advance(100ms);
     EXPECT_EQ(Choice(OperationMode), QStringLiteral("Memory Scan"));
-    m_clock.Advance(100);
+    m_clock.Advance(100ms);
     EXPECT_THAT(TakeLog(), Contains(QStringLiteral("ORV: 3 bearings")));
     EXPECT_EQ(StatusText(QStringLiteral("LogMessage")), QStringLiteral("14:03:22 ORV: 3 bearings"));
 }

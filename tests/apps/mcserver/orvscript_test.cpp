@@ -29,7 +29,7 @@ TEST(OrvScript, HoldsWhatTheFileSaysInTheOrderOfTime) {
     EXPECT_EQ(steps[0].action, EAction::Occupy);
     EXPECT_EQ(steps[0].text, QStringLiteral("site B"));
     EXPECT_EQ(steps[1].action, EAction::Vacate);
-    EXPECT_EQ(steps[2].ms, 2000);
+    EXPECT_EQ(steps[2].time, std::chrono::seconds(2));
     EXPECT_EQ(steps[2].action, EAction::Mode);
     EXPECT_EQ(steps[2].mode, OperationMemoryScan);
     EXPECT_EQ(steps[3].action, EAction::Fail);

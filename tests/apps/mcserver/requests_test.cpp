@@ -9,6 +9,8 @@
 #include <tuple>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::Contains;
@@ -79,7 +81,7 @@ TEST_P(RequestByRule, IsRefusedWhileTheDeviceIsNotConnected) {
 TEST_P(RequestByRule, IsRefusedWhileTheDeviceBoots) {
     Set(QStringLiteral("/MultiChannelServer/Command/ShallBeConnected"), false);
     Set(QStringLiteral("/MultiChannelServer/Command/ShallBeConnected"), true);
-    m_clock.Advance(800);
+    m_clock.Advance(800ms);
     EXPECT_EQ(Ask(), QStringLiteral("refused: the ORV is not ready: Self Test"));
 }
 
@@ -191,9 +193,9 @@ TEST_F(RequestsTest, TheReportIntervalIsObeyed) {
     HaveOnly(m_name, {QStringLiteral("MayAlterDeviceSettings")});
     SelectInterval(m_name, 5000);
     const int before = Count(QStringLiteral("SweepTime"));
-    m_clock.Advance(4999);
+    m_clock.Advance(4999ms);
     EXPECT_EQ(Count(QStringLiteral("SweepTime")), before);
-    m_clock.Advance(1);
+    m_clock.Advance(1ms);
     EXPECT_NE(Count(QStringLiteral("SweepTime")), before);
 }
 

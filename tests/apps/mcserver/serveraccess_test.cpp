@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::Contains;
@@ -241,7 +243,7 @@ TEST_F(AccessByFileTest, WrongTokensKeepTheAddressWaitingAlsoForTheRightOne) {
         EXPECT_FALSE(Admit(peer, "alice", "guess", &reason));
     EXPECT_FALSE(Admit(peer, "alice", "secret", &reason));
     EXPECT_EQ(reason, QStringLiteral("too many failed attempts, wait 1 s"));
-    m_clock.Advance(1000);
+    m_clock.Advance(1000ms);
     EXPECT_TRUE(Admit(peer, "alice", "secret", &reason)) << reason.toStdString();
 }
 

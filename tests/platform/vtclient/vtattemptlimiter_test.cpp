@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 class VtAttemptLimiterTest : public testing::Test {
@@ -14,31 +16,31 @@ class VtAttemptLimiterTest : public testing::Test {
             m_limiter.Failed(address);
     }
 
-    qint64 m_now = 1000000;
+    std::chrono::milliseconds m_now = 1000s;
     VtAttemptLimiter m_limiter{[this] { return m_now; }};
     const QString m_here = QStringLiteral("10.0.0.1:4000");
 };
 
 TEST_F(VtAttemptLimiterTest, TypingErrorsAreFree) {
     Fail(VtAttemptLimiter::FreeFailures - 1, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
 }
 
 TEST_F(VtAttemptLimiterTest, TheWaitDoublesWithEveryFurtherFailure) {
     Fail(VtAttemptLimiter::FreeFailures, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 1000);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 1000ms);
     Fail(1, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 2000);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 2000ms);
     Fail(1, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 4000);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 4000ms);
 }
 
 TEST_F(VtAttemptLimiterTest, TheWaitPasses) {
     Fail(VtAttemptLimiter::FreeFailures, m_here);
-    m_now += 400;
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 600);
-    m_now += 600;
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0);
+    m_now += 400ms;
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 600ms);
+    m_now += 600ms;
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
 }
 
 TEST_F(VtAttemptLimiterTest, TheWaitHasABoundHoweverManyFailures) {
@@ -48,23 +50,23 @@ TEST_F(VtAttemptLimiterTest, TheWaitHasABoundHoweverManyFailures) {
 
 TEST_F(VtAttemptLimiterTest, FailuresAreForgottenAfterQuiet) {
     Fail(20, m_here);
-    m_now += VtAttemptLimiter::LongestWait + 1;
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0);
+    m_now += VtAttemptLimiter::LongestWait + 1ms;
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
     Fail(VtAttemptLimiter::FreeFailures - 1, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
 }
 
 TEST_F(VtAttemptLimiterTest, SuccessForgetsFailures) {
     Fail(VtAttemptLimiter::FreeFailures - 1, m_here);
     m_limiter.Succeeded(m_here);
     Fail(1, m_here);
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0);
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
 }
 
 TEST_F(VtAttemptLimiterTest, AnotherPortIsTheSameHost) {
     Fail(VtAttemptLimiter::FreeFailures, m_here);
-    EXPECT_GT(m_limiter.WaitOf(QStringLiteral("10.0.0.1:4001")), 0);
-    EXPECT_EQ(m_limiter.WaitOf(QStringLiteral("10.0.0.2:4000")), 0);
+    EXPECT_GT(m_limiter.WaitOf(QStringLiteral("10.0.0.1:4001")), 0ms);
+    EXPECT_EQ(m_limiter.WaitOf(QStringLiteral("10.0.0.2:4000")), 0ms);
 }
 
 TEST_F(VtAttemptLimiterTest, RemembersABoundedNumberOfAddresses) {
@@ -73,7 +75,7 @@ TEST_F(VtAttemptLimiterTest, RemembersABoundedNumberOfAddresses) {
         ++m_now;
         m_limiter.Failed(QStringLiteral("host%1:1").arg(i));
     }
-    EXPECT_EQ(m_limiter.WaitOf(m_here), 0) << "the oldest makes room";
+    EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms) << "the oldest makes room";
 }
 
 struct Host {
