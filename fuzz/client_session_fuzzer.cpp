@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString Base = QStringLiteral("/L");
@@ -149,8 +151,8 @@ void ClientScript::SendWelcome() {
     vt::Message welcome = vt::Message::Of(vt::EMessage::Welcome);
     welcome.version = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : vtlimits::ProtocolVersion;
     welcome.session = static_cast<int>(1 + m_script.Below(3));
-    welcome.ping = static_cast<int>(m_script.Number() & 0x7fffffffU);
-    welcome.dead = static_cast<int>(m_script.Number() & 0x7fffffffU);
+    welcome.ping = std::chrono::milliseconds(m_script.Number() & 0x7fffffffU);
+    welcome.dead = std::chrono::milliseconds(m_script.Number() & 0x7fffffffU);
     SendMessage(welcome);
 }
 
@@ -319,7 +321,7 @@ void ClientScript::Step() {
             if (m_wire) m_wire->isOpen = false;
             return;
         case EClientOperation::Pass:
-            return m_clock.Pass(static_cast<int>(m_script.Byte()) * 80);
+            return m_clock.Pass(static_cast<int>(m_script.Byte()) * 80ms);
         case EClientOperation::AddTic:
             return AddTic(Specs[m_script.Byte() % std::size(Specs)]);
         case EClientOperation::RemoveTic:
@@ -372,7 +374,7 @@ void ClientScript::CheckState() {
         std::any_of(m_tics.begin(), m_tics.end(), [](const IVtTic* tic) { return tic->IsEstablished(); });
     Check(m_client->IsConnected() || !isEstablished, "without a connection no tic is established");
     Check(m_client->IsConnected() || !m_client->HasUnansweredWrites(), "and nothing is under way");
-    Check(m_client->GetLatency() >= -1, "a latency is a time");
+    Check(m_client->GetLatency().value_or(0us) >= 0us, "a latency is a time");
     Check(m_client->IsIdle(), "no call of the client is under way");
 }
 

@@ -56,8 +56,8 @@ Message Filled(EMessage type) {
     message.token = S("secret");
     message.session = 3;
     message.epoch = 0x123456789abcdef;
-    message.ping = 5000;
-    message.dead = 15000;
+    message.ping = std::chrono::milliseconds(5000);
+    message.dead = std::chrono::milliseconds(15000);
     message.reason = S("no room");
     message.sub = 1;
     message.seq = 2;

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString Base = QStringLiteral("/S");
@@ -220,9 +222,9 @@ void ServerScript::Step() {
             m_isDamaging = true;
             return;
         case EServerOperation::Pass:
-            return m_clock.Pass(static_cast<int>(m_script.Byte()) * 40);
+            return m_clock.Pass(static_cast<int>(m_script.Byte()) * 40ms);
         case EServerOperation::Slow:
-            return m_clock.SetCost(static_cast<qint64>(m_script.Below(8)) * 400);
+            return m_clock.SetCost(static_cast<int>(m_script.Below(8)) * 400us);
         case EServerOperation::Arm:
             return m_reactor.Arm(m_script.Byte());
         case EServerOperation::Forbid:
@@ -278,8 +280,8 @@ bool ServerScript::RunOnce() {
 void ServerScript::ComeToRest() {
     m_isDamaging = false;
     m_isResting = true;
-    m_clock.SetCost(0);
-    m_clock.Pass(250);  // by then the server has looked for what was renamed
+    m_clock.SetCost(0us);
+    m_clock.Pass(250ms);  // by then the server has looked for what was renamed
     int rounds = 100000;
     while (RunOnce())
         Check(--rounds > 0, "the server comes to rest");

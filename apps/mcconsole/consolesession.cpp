@@ -9,9 +9,9 @@
 
 namespace {
 
-/// ms after which what is there is shown, although not all of it is: a server answers much earlier, also with
+/// After which what is there is shown, although not all of it is: a server answers much earlier, also with
 /// what it does not show.
-constexpr int Patience = 2000;
+constexpr std::chrono::milliseconds Patience(2000);
 
 constexpr EMCSControlTreeSegments Segments[] = {CommandSegment, ConfigSegment, StatusSegment,
                                                 DynamicMpxORVsSegment, StaticMpxORVsSegment};
@@ -83,9 +83,9 @@ bool ConsoleSession::IsEncrypted() const {
     return client != nullptr && client->IsEncrypted();
 }
 
-int ConsoleSession::GetLatency() const {
+std::optional<std::chrono::microseconds> ConsoleSession::GetLatency() const {
     const IVtClient* const client = GetVtClient();
-    return client != nullptr ? client->GetLatency() : -1;
+    return client != nullptr ? client->GetLatency() : std::nullopt;
 }
 
 QString ConsoleSession::GetServerApplication() const {

@@ -14,7 +14,9 @@
 #include <QtCore/QString>
 #include <QtCore/QTimer>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 class MpxORVHandle;
 
@@ -46,7 +48,8 @@ class ConsoleSession : public QObject,
     /// Why there is no connection, in one line; empty if nobody knows yet, or while there is one.
     QString GetProblem() const;
     bool IsEncrypted() const;
-    int GetLatency() const;  ///< µs; -1 while unknown
+    /// The round trip to the server; none while unknown.
+    std::optional<std::chrono::microseconds> GetLatency() const;
     QString GetServerApplication() const;
 
     static QString GetBasePath() { return QStringLiteral("/Server"); }

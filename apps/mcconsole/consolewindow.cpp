@@ -26,8 +26,8 @@
 
 namespace {
 
-constexpr int LatencyInterval = 1000;  // ms between two looks
-constexpr int MaxTextLength = 200;     // of what others chose, such as a server's reason
+constexpr std::chrono::milliseconds LatencyInterval(1000);  // between two looks
+constexpr int MaxTextLength = 200;                          // of what others chose, such as a server's reason
 constexpr int MaxNameLength = 40;
 
 std::unique_ptr<ICfg> Configuration() {
@@ -235,9 +235,10 @@ void ConsoleWindow::ShowConnection() {
 }
 
 void ConsoleWindow::ShowLatency() {
-    const int microseconds = m_session.GetLatency();
-    const bool isKnown = m_session.GetState() == ConsoleSession::EState::Connected && microseconds >= 0;
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const std::optional<std::chrono::microseconds> latency = m_session.GetLatency();
+    const bool isKnown = m_session.GetState() == ConsoleSession::EState::Connected && latency;
     const QString text =
-        isKnown ? tr("%1 ms").arg(QLocale().toString(microseconds / 1000.0, 'f', 2)) : QString();
+        isKnown ? tr("%1 ms").arg(QLocale().toString(Milliseconds(*latency).count(), 'f', 2)) : QString();
     if (m_latency->text() != text) m_latency->setText(text);
 }

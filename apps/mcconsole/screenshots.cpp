@@ -5,10 +5,12 @@
 #include <apps/mcconsole/consolewindow.h>
 #include <apps/pages/pictures.h>
 
+#include <chrono>
+
 namespace {
 
-constexpr int SettleTime = 1500;  // ms: values arrive, the simulated device goes on
-constexpr int Timeout = 15000;    // ms
+constexpr std::chrono::milliseconds SettleTime(1500);  // values arrive, the simulated device goes on
+constexpr std::chrono::milliseconds Timeout(15'000);
 
 }  // namespace
 

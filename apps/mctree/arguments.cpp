@@ -12,7 +12,7 @@ namespace {
 
 constexpr int LongestPath = 4096;
 constexpr int LongestName = 1024;
-constexpr int LongestTimeout = 3600000;
+constexpr int LongestTimeoutMs = 3600 * 1000;
 
 Outcome Wrong(const QString& message) {
     return {EExitCode::Usage, message};
@@ -36,8 +36,11 @@ QString Connect(Arguments& arguments, const QString& value) {
 }
 
 QString SetTimeout(Arguments& arguments, const QString& text) {
-    if (ReadNumber(text, 1, LongestTimeout, &arguments.timeout)) return QString();
-    return QStringLiteral("\"%1\" is no time from 1 to %2 ms").arg(text).arg(LongestTimeout);
+    int timeoutMs = 0;
+    if (!ReadNumber(text, 1, LongestTimeoutMs, &timeoutMs))
+        return QStringLiteral("\"%1\" is no time from 1 to %2 ms").arg(text).arg(LongestTimeoutMs);
+    arguments.timeout = std::chrono::milliseconds(timeoutMs);
+    return QString();
 }
 
 QString SetCount(Arguments& arguments, const QString& text) {

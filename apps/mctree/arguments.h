@@ -8,6 +8,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <chrono>
+
 namespace mctree {
 
 enum class ECommand { None, List, Get, Set, Watch, Info, Help, Version };
@@ -19,8 +21,8 @@ struct Arguments {
     QString value;      ///< what to set
     bool isRecursive = false;
     bool isJson = false;
-    int count = 0;       ///< changes to watch; 0: endless
-    int timeout = 5000;  ///< ms to wait for the server
+    int count = 0;                            ///< changes to watch; 0: endless
+    std::chrono::milliseconds timeout{5000};  ///< how long to wait for the server
     ServerAddress server = {QStringLiteral("127.0.0.1")};
     VtClientOptions client;
 };

@@ -9,12 +9,14 @@
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <chrono>
+#include <optional>
 
 namespace mctree {
 
 namespace {
 
-constexpr int LatencyGrace = 500;  // ms to wait for the first ping
+constexpr std::chrono::milliseconds LatencyGrace(500);  // to wait for the first ping
 
 /// What is told of a server; a number below 0 is not known.
 struct ServerInfo {
@@ -22,7 +24,7 @@ struct ServerInfo {
     QString address;
     int port = 0;
     bool isEncrypted = false;
-    int latency = -1;  ///< us
+    std::optional<std::chrono::microseconds> latency;
     int valueCount = -1;
     QString whyNoCount;
 };
@@ -46,7 +48,7 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
 
 /// The client measures by itself, but tells nobody.
 void WaitForLatency(const Context& context) {
-    context.session.WaitUntil([&context] { return context.session.Client().GetLatency() >= 0; },
+    context.session.WaitUntil([&context] { return context.session.Client().GetLatency().has_value(); },
                               QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));
 }
 
@@ -60,8 +62,10 @@ void PrintText(const ServerInfo& info, Printer& printer) {
     print("address", QStringLiteral("%1:%2").arg(Escaped(info.address)).arg(info.port));
     print("encryption", info.isEncrypted ? QStringLiteral("TLS") : QStringLiteral("none"));
     print("protocol", QStringLiteral("version %1").arg(vtlimits::ProtocolVersion));
-    print("latency",
-          info.latency < 0 ? unknown : QStringLiteral("%1 ms").arg(info.latency / 1000.0, 0, 'f', 3));
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    print("latency", info.latency
+                         ? QStringLiteral("%1 ms").arg(Milliseconds(*info.latency).count(), 0, 'f', 3)
+                         : unknown);
     print("values", info.valueCount < 0 ? QStringLiteral("%1 (%2)").arg(unknown, info.whyNoCount)
                                         : QString::number(info.valueCount));
 }
@@ -72,7 +76,8 @@ void PrintJson(const ServerInfo& info, Printer& printer) {
                        {QStringLiteral("port"), info.port},
                        {QStringLiteral("tls"), info.isEncrypted},
                        {QStringLiteral("protocol"), vtlimits::ProtocolVersion}};
-    if (info.latency >= 0) object[QStringLiteral("latencyMicroseconds")] = info.latency;
+    if (info.latency)
+        object[QStringLiteral("latencyMicroseconds")] = static_cast<qint64>(info.latency->count());
     if (info.valueCount >= 0) object[QStringLiteral("values")] = info.valueCount;
     printer.WriteLine(ToLine(object));
 }

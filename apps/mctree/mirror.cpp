@@ -66,7 +66,8 @@ bool IsSettled(const std::unique_ptr<Mirror>& mirror) {
 
 }  // namespace
 
-Outcome Establish(Session& session, const QStringList& paths, int timeout, Mirrors* mirrors) {
+Outcome Establish(Session& session, const QStringList& paths, std::chrono::milliseconds timeout,
+                  Mirrors* mirrors) {
     for (const QString& path : paths)
         mirrors->push_back(std::make_unique<Mirror>(session, path, static_cast<int>(mirrors->size())));
     const auto areSettled = [mirrors] { return std::all_of(mirrors->begin(), mirrors->end(), IsSettled); };

@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -47,8 +48,9 @@ class Mirror {
 
 using Mirrors = std::vector<std::unique_ptr<Mirror>>;
 
-/// Mirrors all \a paths and waits, at most \a timeout ms in all, for the connection and for every mirror to
+/// Mirrors all \a paths and waits, at most \a timeout in all, for the connection and for every mirror to
 /// be here. Says which is not.
-Outcome Establish(Session& session, const QStringList& paths, int timeout, Mirrors* mirrors);
+Outcome Establish(Session& session, const QStringList& paths, std::chrono::milliseconds timeout,
+                  Mirrors* mirrors);
 
 }  // namespace mctree

@@ -160,7 +160,7 @@ void FramedSocket::ReadOn() {
     if (m_isReading || m_isDeaf || !m_isOpen || m_listener == nullptr) return;
     m_isReading = true;
     const QPointer<FramedSocket> self(this);
-    const QDeadlineTimer turn(std::chrono::microseconds(vtlimits::TurnMicroseconds), Qt::PreciseTimer);
+    const QDeadlineTimer turn(vtlimits::TurnTime, Qt::PreciseTimer);
     bool isPaused = false;
     while (self && m_isOpen && !m_isDeaf) {
         if (!GiveFrames(turn)) break;

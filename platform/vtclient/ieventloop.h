@@ -3,7 +3,8 @@
 
 #include <platform/vtclient/connectionexport.h>
 
-#include <QtCore/qglobal.h>
+#include <chrono>
+#include <optional>
 
 namespace vt {
 
@@ -20,12 +21,12 @@ class MCS_CONNECTION_EXPORT IEventLoop {
   public:
     virtual ~IEventLoop();
     virtual void SetTaker(ITurnTaker* taker) = 0;
-    /// Microseconds, monotonic.
-    virtual qint64 Now() const = 0;
+    /// The time since some moment; never goes back.
+    virtual std::chrono::microseconds Now() const = 0;
     /// Calls OnTurn() once from the event loop, as soon as it comes round.
     virtual void RequestTurn() = 0;
-    /// Calls OnDeadline() in \a milliseconds, replacing the deadline before; negative for none.
-    virtual void SetDeadline(int milliseconds) = 0;
+    /// Calls OnDeadline() after \a delay, replacing the deadline before. Without a delay there is none.
+    virtual void SetDeadline(std::optional<std::chrono::milliseconds> delay) = 0;
     /// A random number in [0, 1).
     virtual double Random() = 0;
 };
@@ -33,13 +34,13 @@ class MCS_CONNECTION_EXPORT IEventLoop {
 /// A share of the event loop's time: when it is up, others have their turn.
 class TurnBudget {
   public:
-    TurnBudget(const IEventLoop& loop, qint64 microseconds)
-        : m_loop(loop), m_end(loop.Now() + microseconds) {}
+    TurnBudget(const IEventLoop& loop, std::chrono::microseconds time)
+        : m_loop(loop), m_end(loop.Now() + time) {}
     bool IsUp() const { return m_loop.Now() >= m_end; }
 
   private:
     const IEventLoop& m_loop;
-    qint64 m_end;
+    std::chrono::microseconds m_end;
 };
 
 }  // namespace vt

@@ -6,6 +6,9 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
+#include <optional>
+
 namespace values {
 class Node;
 }
@@ -71,8 +74,8 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
     virtual bool HasUnansweredWrites() const { return false; }
     /// What the server calls itself; empty while not connected.
     virtual QString GetServerApplication() const { return QString(); }
-    /// The round trip of the last ping, in microseconds; -1 while unknown.
-    virtual int GetLatency() const { return -1; }
+    /// The round trip of the last ping; none while unknown.
+    virtual std::optional<std::chrono::microseconds> GetLatency() const { return std::nullopt; }
 
   protected:
     IVtClient() = default;

@@ -36,8 +36,8 @@ void WriteFields(QCborStreamWriter& writer, const Message& message) {
             writer.append(message.application);
             writer.append(qint64{message.session});
             writer.append(message.epoch);
-            writer.append(qint64{message.ping});
-            writer.append(qint64{message.dead});
+            writer.append(qint64{message.ping.count()});
+            writer.append(qint64{message.dead.count()});
             break;
         case EMessage::Bye:
             writer.append(static_cast<quint64>(message.code));
@@ -156,8 +156,8 @@ bool MessageReader::ReadFields(Message* message) {
                   m_input.Unsigned(MaxInt, &ping) && m_input.Unsigned(MaxInt, &dead)))
                 return false;
             message->session = static_cast<int>(session);
-            message->ping = static_cast<int>(ping);
-            message->dead = static_cast<int>(dead);
+            message->ping = std::chrono::milliseconds(ping);
+            message->dead = std::chrono::milliseconds(dead);
             return true;
         }
         case EMessage::Bye:

@@ -10,6 +10,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <chrono>
+
 namespace vt {
 
 /// The messages, by their number on the wire (docs/protocol.md).
@@ -57,8 +59,8 @@ struct Message {
     QString token;
     int session = 0;
     quint64 epoch = 0;
-    int ping = 0;
-    int dead = 0;
+    std::chrono::milliseconds ping{};
+    std::chrono::milliseconds dead{};
     EBye code = EBye::Malformed;
     QString reason;
     quint32 sub = 0;

@@ -35,11 +35,16 @@ void QtEventLoop::HaveTurn() {
     m_isInTurn = false;
 }
 
-void QtEventLoop::SetDeadline(int milliseconds) {
-    if (milliseconds < 0)
-        m_timer.stop();
+std::chrono::microseconds QtEventLoop::Now() const {
+    return std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::nanoseconds(m_clock.nsecsElapsed()));
+}
+
+void QtEventLoop::SetDeadline(std::optional<std::chrono::milliseconds> delay) {
+    if (delay)
+        m_timer.start(*delay);
     else
-        m_timer.start(milliseconds);
+        m_timer.stop();
 }
 
 double QtEventLoop::Random() {

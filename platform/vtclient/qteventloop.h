@@ -18,9 +18,9 @@ class MCS_CONNECTION_EXPORT QtEventLoop final : public QObject, public IEventLoo
     QtEventLoop();
 
     void SetTaker(ITurnTaker* taker) override { m_taker = taker; }
-    qint64 Now() const override { return m_clock.nsecsElapsed() / 1000; }
+    std::chrono::microseconds Now() const override;
     void RequestTurn() override;
-    void SetDeadline(int milliseconds) override;
+    void SetDeadline(std::optional<std::chrono::milliseconds> delay) override;
     double Random() override;
 
   protected:

@@ -13,7 +13,7 @@ namespace vt {
 
 namespace {
 
-constexpr int CheckSessionsEvery = 250;  // ms
+constexpr std::chrono::milliseconds CheckSessionsEvery(250);
 
 template <class T>
 bool Contains(const std::vector<T>& list, const T& element) {
@@ -107,13 +107,13 @@ void ServerHub::OnInputDone() {
 }
 
 void ServerHub::OnDeadline() {
-    const qint64 now = m_loop.Now();
+    const std::chrono::microseconds now = m_loop.Now();
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
         m_sessions[i]->Check(now);
     m_hasStructureChanged =
         m_hasStructureChanged || !m_waiting.empty();  // a renamed value tells nobody above
     OnTurn();
-    m_loop.SetDeadline(m_sessions.empty() ? -1 : CheckSessionsEvery);
+    m_loop.SetDeadline(m_sessions.empty() ? std::nullopt : std::optional(CheckSessionsEvery));
 }
 
 void ServerHub::Update(Observable* /*source*/, TChangeCode code) {
@@ -196,7 +196,7 @@ void ServerHub::OnTurn() {
     if (m_isInTurn) return;
     m_isInTurn = true;
     m_isTurnRequested = true;  // what is asked for meanwhile is done here
-    const TurnBudget budget(m_loop, vtlimits::TurnMicroseconds);
+    const TurnBudget budget(m_loop, vtlimits::TurnTime);
     RetryWaiting();
     const bool isDone = ServeWatchers(budget) && ServeBacklogs(budget);
     FlushChannels();

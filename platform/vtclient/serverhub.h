@@ -13,6 +13,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -30,8 +31,8 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
   public:
     struct Settings {
         QString application;
-        int pingInterval = 5000;  ///< ms
-        int deadAfter = 15000;    ///< ms
+        std::chrono::milliseconds pingInterval{5000};
+        std::chrono::milliseconds deadAfter{15'000};
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -55,10 +56,10 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     // For sessions.
     IVtAccess& Access() const { return m_access; }
     const QString& Application() const { return m_settings.application; }
-    int PingInterval() const { return m_settings.pingInterval; }
-    int DeadAfter() const { return m_settings.deadAfter; }
+    std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
+    std::chrono::milliseconds DeadAfter() const { return m_settings.deadAfter; }
     quint64 Epoch() const { return m_epoch; }
-    qint64 Now() const { return m_loop.Now(); }
+    std::chrono::microseconds Now() const { return m_loop.Now(); }
     void Join(Subscription& subscription);
     void Leave(Subscription& subscription);
     void ServeLater(ServerSession& session);

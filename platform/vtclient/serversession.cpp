@@ -75,18 +75,18 @@ void ServerSession::SendBytes(const QByteArray& bytes) {
     m_hub.FlushLater(*this);
 }
 
-void ServerSession::Check(qint64 now) {
+void ServerSession::Check(std::chrono::microseconds now) {
     if (m_isEnded) return;
-    const qint64 silence = (now - m_lastReceived) / 1000;
+    const auto silence = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastReceived);
     if (!m_isAdmitted) {
         if (silence >= vtlimits::HelloTimeout) End(EBye::Silence, QStringLiteral("no hello in time"));
         return;
     }
     if (silence >= m_hub.DeadAfter())
-        return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence));
-    if ((now - m_lastSent) / 1000 < m_hub.PingInterval()) return;
+        return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence.count()));
+    if (now - m_lastSent < m_hub.PingInterval()) return;
     Message ping = Message::Of(EMessage::Ping);
-    ping.seq = static_cast<quint64>(now);
+    ping.seq = static_cast<quint64>(now.count());
     Send(ping);
 }
 

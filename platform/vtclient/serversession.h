@@ -7,6 +7,7 @@
 #include <platform/vtclient/message.h>
 #include <platform/vtclient/subscription.h>
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <map>
@@ -43,8 +44,8 @@ class ServerSession final : public IChannelListener {
     void Subscribe(Subscription& subscription);
     void TellAbsent(Subscription& subscription, const QString& reason);
     void Flush() { m_channel->Flush(); }
-    /// Pings, and ends the session of a client that is silent. \a now in microseconds.
-    void Check(qint64 now);
+    /// Pings, and ends the session of a client that is silent. \a now is the hub's.
+    void Check(std::chrono::microseconds now);
 
     void OnMessage(const char* data, qint64 size) override;
     void OnInputDone() override;
@@ -74,8 +75,8 @@ class ServerSession final : public IChannelListener {
     VtPeer m_peer;
     bool m_isAdmitted = false;
     bool m_isEnded = false;
-    qint64 m_lastReceived = 0;  ///< microseconds
-    qint64 m_lastSent = 0;
+    std::chrono::microseconds m_lastReceived;
+    std::chrono::microseconds m_lastSent;
     std::map<quint32, std::unique_ptr<Subscription>> m_subscriptions;
     quint32 m_nextServed = 0;    ///< whose backlog is sent next
     std::deque<int> m_inFlight;  ///< sizes of the messages with changes that were not acknowledged

@@ -87,7 +87,8 @@ QString SocketListener::Address() const {
 // on it takes the end of every run of connections for another error: that is one only if there was no run.
 void SocketListener::OnAcceptError() {
     const bool isFailing = !std::exchange(m_hasAccepted, false);
-    QTimer::singleShot(isFailing ? vtlimits::AcceptPause : 0, this, &QTcpServer::resumeAccepting);
+    QTimer::singleShot(isFailing ? vtlimits::AcceptPause : vtlimits::AcceptPause.zero(), this,
+                       &QTcpServer::resumeAccepting);
     if (!isFailing || std::exchange(m_isAcceptFailing, true)) return;
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(QStringLiteral("No connection can be accepted: %1").arg(errorString()),

@@ -16,7 +16,9 @@
 
 namespace vt {
 
-using vtclientdetail::Millisecond;
+using std::chrono::duration_cast;
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
 using vtclientdetail::Trace;
 
 VtClient::VtClient(QString address, int port, VtClientOptions options, std::unique_ptr<IConnector> connector,
@@ -54,14 +56,14 @@ void VtClient::Shutdown() {
     while (!m_tics.empty())
         RemoveTic(m_tics.front().get());
     m_loop->SetTaker(nullptr);
-    m_loop->SetDeadline(-1);
+    m_loop->SetDeadline(std::nullopt);
 }
 
 // Connecting ------------------------------------------------------------------------------------------------
 
 void VtClient::StartConnecting() {
     m_state = EState::Connecting;
-    m_stateDeadline = m_loop->Now() + m_options.connectTimeout * Millisecond;
+    m_stateDeadline = m_loop->Now() + m_options.connectTimeout;
     m_connector->Connect();
     SetNextDeadline();
 }
@@ -99,42 +101,39 @@ void VtClient::Retry(const QString& reason) {
     m_lastError = reason;
     m_state = EState::Waiting;
     const int doublings = std::min(m_failures++, 16);
-    const qint64 longest =
-        std::min<qint64>(qint64{m_options.firstRetry} << doublings, m_options.longestRetry);
+    const milliseconds longest = std::min(m_options.firstRetry * (1 << doublings), m_options.longestRetry);
     // Half of it by chance, so that the clients of a server that was restarted do not come all at once.
-    const auto wait = static_cast<qint64>(static_cast<double>(longest) * (0.5 + 0.5 * m_loop->Random()));
-    m_stateDeadline = m_loop->Now() + wait * Millisecond;
+    const auto wait = duration_cast<milliseconds>(longest * (0.5 + 0.5 * m_loop->Random()));
+    m_stateDeadline = m_loop->Now() + wait;
     SetNextDeadline();
 }
 
 void VtClient::SetNextDeadline() {
     if (m_state == EState::Idle || m_state == EState::Ended) return;
-    qint64 next = m_stateDeadline;
-    if (m_state == EState::Connected) {
-        next =
-            std::min(m_lastPing + m_pingInterval * Millisecond, m_lastReceived + m_deadAfter * Millisecond);
-    }
-    const qint64 wait = std::max<qint64>(0, next - m_loop->Now());
-    m_loop->SetDeadline(static_cast<int>((wait + Millisecond - 1) / Millisecond));
+    microseconds next = m_stateDeadline;
+    if (m_state == EState::Connected)
+        next = std::min(m_lastPing + m_pingInterval, m_lastReceived + m_deadAfter);
+    const microseconds wait = std::max(microseconds::zero(), next - m_loop->Now());
+    m_loop->SetDeadline(std::chrono::ceil<milliseconds>(wait));
 }
 
 void VtClient::OnDeadline() {
     const Busy busy(*this);
-    const qint64 now = m_loop->Now();
+    const microseconds now = m_loop->Now();
     if (m_state == EState::Waiting && now >= m_stateDeadline) {
         StartConnecting();
     } else if (m_state == EState::Connecting && now >= m_stateDeadline) {
         m_connector->Abort();
-        Retry(QStringLiteral("no connection within %1 ms").arg(m_options.connectTimeout));
+        Retry(QStringLiteral("no connection within %1 ms").arg(m_options.connectTimeout.count()));
     } else if (m_state == EState::Greeting && now >= m_stateDeadline) {
-        Fail(EBye::Silence, QStringLiteral("no welcome within %1 ms").arg(m_options.connectTimeout));
-    } else if (m_state == EState::Connected && now - m_lastReceived >= m_deadAfter * Millisecond) {
-        Fail(EBye::Silence,
-             QStringLiteral("nothing heard for %1 ms").arg((now - m_lastReceived) / Millisecond));
-    } else if (m_state == EState::Connected && now - m_lastPing >= m_pingInterval * Millisecond) {
+        Fail(EBye::Silence, QStringLiteral("no welcome within %1 ms").arg(m_options.connectTimeout.count()));
+    } else if (m_state == EState::Connected && now - m_lastReceived >= m_deadAfter) {
+        Fail(EBye::Silence, QStringLiteral("nothing heard for %1 ms")
+                                .arg(duration_cast<milliseconds>(now - m_lastReceived).count()));
+    } else if (m_state == EState::Connected && now - m_lastPing >= m_pingInterval) {
         m_lastPing = now;
         Message ping = Message::Of(EMessage::Ping);
-        ping.seq = static_cast<quint64>(now);
+        ping.seq = static_cast<quint64>(now.count());
         Send(ping);
         FlushOutput();
     }
@@ -166,7 +165,7 @@ void VtClient::EndSession(const QString& reason) {
     m_channel->SetListener(nullptr);
     m_deadChannels.push_back(std::move(m_channel));
     m_serverApplication.clear();
-    m_latency = -1;
+    m_latency.reset();
     m_hasOutput = false;
     m_requests.clear();
     Retry(reason);

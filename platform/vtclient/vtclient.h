@@ -9,7 +9,9 @@
 #include <platform/vtclient/treemirror.h>
 #include <platform/vtclient/vtclientcenter.h>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -48,7 +50,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     bool IsEncrypted() const override { return IsConnected() && m_channel->IsEncrypted(); }
     bool HasUnansweredWrites() const override;
     QString GetServerApplication() const override { return m_serverApplication; }
-    int GetLatency() const override { return m_latency; }
+    std::optional<std::chrono::microseconds> GetLatency() const override { return m_latency; }
 
     void OnTurn() override;
     void OnDeadline() override;
@@ -138,13 +140,13 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     bool m_isRefused = false;
     QString m_serverApplication;
     int m_session = 0;
-    int m_latency = -1;
+    std::optional<std::chrono::microseconds> m_latency;
     int m_failures = 0;
-    int m_pingInterval = 0;      ///< ms, the server's
-    int m_deadAfter = 0;         ///< ms
-    qint64 m_lastReceived = 0;   ///< µs
-    qint64 m_lastPing = 0;       ///< µs
-    qint64 m_stateDeadline = 0;  ///< µs: when connecting ends, or waiting
+    std::chrono::milliseconds m_pingInterval{};  ///< the server's
+    std::chrono::milliseconds m_deadAfter{};
+    std::chrono::microseconds m_lastReceived{};
+    std::chrono::microseconds m_lastPing{};
+    std::chrono::microseconds m_stateDeadline{};  ///< when connecting ends, or waiting
     std::unique_ptr<IChannel> m_channel;
     std::vector<std::unique_ptr<Link>> m_links;
     std::vector<std::unique_ptr<VtTic>> m_tics;

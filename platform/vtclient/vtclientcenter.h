@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -12,16 +13,18 @@ class IVtClient;
 
 /// How clients present themselves and how patient they are. What is left empty is not used.
 struct VtClientOptions {
+    using Time = std::chrono::milliseconds;
+
     QString user;               ///< whose token it is
     QString token;              ///< the secret itself; sent over TLS or on loopback only
     QString caFile;             ///< PEM: whom a TLS server's certificate must come from; empty: the system's
     QString certificateFile;    ///< PEM: the client's own certificate
     QString privateKeyFile;     ///< PEM: and its key
-    int connectTimeout = 5000;  ///< ms for connecting, TLS and the server's welcome
-    int pingInterval = 5000;    ///< ms
-    int deadAfter = 15000;      ///< ms without a word from the server
-    int firstRetry = 100;       ///< ms; doubles with every failure, with jitter
-    int longestRetry = 10000;   ///< ms
+    Time connectTimeout{5000};  ///< for connecting, TLS and the server's welcome
+    Time pingInterval{5000};
+    Time deadAfter{15'000};  ///< without a word from the server
+    Time firstRetry{100};    ///< doubles with every failure, with jitter
+    Time longestRetry{10'000};
 };
 
 /// Makes the process's clients of value-tree servers. Main thread.

@@ -8,8 +8,6 @@
 /// What the sources of VtClient share.
 namespace vt::vtclientdetail {
 
-constexpr qint64 Millisecond = 1000;  // µs
-
 inline void Trace(const QString& message) {
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(message, L"platform/vtclient/vtclient", __LINE__);

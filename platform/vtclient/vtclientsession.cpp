@@ -13,7 +13,6 @@
 
 namespace vt {
 
-using vtclientdetail::Millisecond;
 using vtclientdetail::Trace;
 
 void VtClient::OnMessage(const char* data, qint64 size) {
@@ -74,7 +73,8 @@ void VtClient::OnWelcome(const Message& message) {
     m_serverApplication = message.application;
     // The more patient of the two, but the ping must come before the server's patience ends.
     m_deadAfter = std::max(m_options.deadAfter, message.ping);
-    m_pingInterval = std::max(1, std::min(m_options.pingInterval, message.dead / 3));
+    m_pingInterval =
+        std::max(std::chrono::milliseconds(1), std::min(m_options.pingInterval, message.dead / 3));
     m_failures = 0;
     m_isRefused = false;
     m_lastError.clear();
@@ -82,7 +82,7 @@ void VtClient::OnWelcome(const Message& message) {
     m_unackedMessages = 0;
     m_unackedBytes = 0;
     m_lastSub = 0;
-    m_lastPing = m_loop->Now() - m_pingInterval * Millisecond;  // one at once, to know the latency
+    m_lastPing = m_loop->Now() - m_pingInterval;  // one at once, to know the latency
     SetNextDeadline();
     for (const auto& link : m_links)
         Subscribe(*link);
@@ -90,9 +90,9 @@ void VtClient::OnWelcome(const Message& message) {
 }
 
 void VtClient::OnPong(const Message& message) {
-    const qint64 sent = static_cast<qint64>(message.seq);
-    const qint64 now = m_loop->Now();
-    if (sent <= now && now - sent <= m_deadAfter * Millisecond) m_latency = static_cast<int>(now - sent);
+    const std::chrono::microseconds sent(static_cast<qint64>(message.seq));
+    const std::chrono::microseconds now = m_loop->Now();
+    if (sent <= now && now - sent <= m_deadAfter) m_latency = now - sent;
 }
 
 void VtClient::Subscribe(Link& link) {

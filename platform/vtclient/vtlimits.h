@@ -3,18 +3,19 @@
 
 #include <QtCore/qglobal.h>
 
+#include <chrono>
 #include <cstddef>
 
-/// Every limit of a connection, with its reason. Sizes in bytes, times in ms.
+/// Every limit of a connection, with its reason. Sizes in bytes.
 namespace vtlimits {
 
 constexpr int ProtocolVersion = 1;
 
 // Before a peer is admitted it may cost next to nothing.
-constexpr quint32 MaxFrameBeforeWelcome = 4096;  // a hello with texts of full length fits
-constexpr int HelloTimeout = 5000;               // a slow link still says hello in this
-constexpr int AcceptPause = 100;                 // without descriptors: by then some may be free again
-constexpr int MaxPendingConnections = 64;        // beyond, the oldest that has not said hello goes
+constexpr quint32 MaxFrameBeforeWelcome = 4096;          // a hello with texts of full length fits
+constexpr std::chrono::milliseconds HelloTimeout(5000);  // a slow link still says hello in this
+constexpr std::chrono::milliseconds AcceptPause(100);  // without descriptors: by then some may be free again
+constexpr int MaxPendingConnections = 64;              // beyond, the oldest that has not said hello goes
 
 // After that.
 constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold
@@ -33,8 +34,8 @@ constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer tha
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
 // A closed connection that still sends its last words.
-constexpr int LingerTime = 2000;  // a peer that reads at all has read them by then
-constexpr int MaxLingering = 64;  // beyond, the words may be lost: descriptors are few
+constexpr std::chrono::milliseconds LingerTime(2000);  // a peer that reads at all has read them by then
+constexpr int MaxLingering = 64;                       // beyond, the words may be lost: descriptors are few
 
 // Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
 constexpr int MaxUnackedMessages = 64;
@@ -43,7 +44,7 @@ constexpr int AckAfterMessages = 8;
 constexpr int AckAfterBytes = 64 * 1024;
 
 // Turns of the event loop.
-constexpr qint64 TurnMicroseconds = 4000;  // then others have their turn
-constexpr int CheckInterval = 64;          // items between two looks at the clock
+constexpr std::chrono::microseconds TurnTime(4000);  // then others have their turn
+constexpr int CheckInterval = 64;                    // items between two looks at the clock
 
 }  // namespace vtlimits

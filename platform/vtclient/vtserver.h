@@ -6,6 +6,7 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -20,8 +21,8 @@ struct VtServerOptions {
     QString privateKeyFile;                         ///< PEM
     QString caFile;           ///< PEM: client certificates from this authority count as credentials
     bool isInsecure = false;  ///< allow other addresses than loopback without TLS and credentials
-    int pingInterval = 5000;  ///< ms
-    int deadAfter = 15000;    ///< ms without a word from a client
+    std::chrono::milliseconds pingInterval{5000};
+    std::chrono::milliseconds deadAfter{15'000};  ///< without a word from a client
 };
 
 /// Serves this process's tree of values to clients. Main thread.

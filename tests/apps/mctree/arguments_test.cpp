@@ -18,7 +18,7 @@ TEST(Arguments, WithoutOptionsItIsTheLocalServer) {
     EXPECT_EQ(arguments.paths, QStringList(QStringLiteral("/")));
     EXPECT_EQ(arguments.server.host, QStringLiteral("127.0.0.1"));
     EXPECT_EQ(arguments.server.port, 7450);
-    EXPECT_EQ(arguments.timeout, 5000);
+    EXPECT_EQ(arguments.timeout, std::chrono::milliseconds(5000));
     EXPECT_EQ(arguments.server.ToVtAddress(), QStringLiteral("mcs://127.0.0.1"));
     EXPECT_FALSE(arguments.isJson);
     EXPECT_FALSE(arguments.isRecursive);
@@ -31,8 +31,8 @@ TEST(Arguments, OptionsMayStandAnywhereAndTakeTheirValueEitherWay) {
         Parse(Words({"--timeout=250", "watch", "/a", "--json", "/b", "--count", "3"}), &arguments).IsDone());
     EXPECT_EQ(arguments.command, ECommand::Watch);
     EXPECT_EQ(arguments.paths, Words({"/a", "/b"}));
-    EXPECT_EQ(arguments.timeout, 250);
-    EXPECT_EQ(arguments.client.connectTimeout, 250);
+    EXPECT_EQ(arguments.timeout, std::chrono::milliseconds(250));
+    EXPECT_EQ(arguments.client.connectTimeout, std::chrono::milliseconds(250));
     EXPECT_EQ(arguments.count, 3);
     EXPECT_TRUE(arguments.isJson);
 }

@@ -48,7 +48,7 @@ class FakeVtClient final : public IVtClient, private IObserver {
     QString GetLastError() const override { return lastError; }
     bool HasUnansweredWrites() const override { return m_isUnanswered; }
     QString GetServerApplication() const override { return application; }
-    int GetLatency() const override { return latency; }
+    std::optional<std::chrono::microseconds> GetLatency() const override { return latency; }
     bool IsEncrypted() const override { return isEncrypted; }
 
     /// Connects at once, or when the event loop runs.
@@ -64,7 +64,7 @@ class FakeVtClient final : public IVtClient, private IObserver {
     values::Node server;  ///< the remote tree; its root
     QString lastError;
     QString application;
-    int latency = -1;
+    std::optional<std::chrono::microseconds> latency;
     bool isEncrypted = false;
     bool isRootHidden = false;  ///< the root is not for this client
     /// What the server does with an edited value before it answers; null: nothing is ever answered.

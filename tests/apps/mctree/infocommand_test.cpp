@@ -9,7 +9,7 @@ class InfoCommandTest : public CommandFixture {
   protected:
     void SetUp() override {
         client.application = QStringLiteral("mcserver\x07");
-        client.latency = 1234;
+        client.latency = std::chrono::microseconds(1234);
         Add(AddNode(Server(), "a"), "b", new values::Value<int>(1));
         Add(Server(), "c", new values::Value<int>(1));
     }
@@ -29,7 +29,7 @@ TEST_F(InfoCommandTest, TellsThatTlsIsUsed) {
 }
 
 TEST_F(InfoCommandTest, WhatIsNotKnownIsNoFailure) {
-    client.latency = -1;
+    client.latency.reset();
     client.application.clear();
     EXPECT_TRUE(RunConnected(Words({"info", "--timeout", "20"})).IsDone());
     EXPECT_TRUE(Lines().contains(QStringLiteral("server        not known")));

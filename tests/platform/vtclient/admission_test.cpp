@@ -15,6 +15,8 @@
 
 #include <memory>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::ElementsAre;
@@ -98,8 +100,8 @@ TEST_F(Admission, AClientWithTheWrongTokenIsToldAndAsksMoreAndMoreRarely) {
     m_access.wantedToken = QStringLiteral("secret");
     m_clientOptions.user = QStringLiteral("joe");
     m_clientOptions.token = QStringLiteral("guess");
-    m_clientOptions.firstRetry = 20;
-    m_clientOptions.longestRetry = 10000;
+    m_clientOptions.firstRetry = 20ms;
+    m_clientOptions.longestRetry = 10000ms;
     Listen();
     IVtClient* const client = Connect();
     EXPECT_TRUE(WaitUntil([this] { return ServerLines().size() >= 5; }));
@@ -128,11 +130,11 @@ TEST_F(Admission, AHelloThatDoesNotComeInTimeEndsTheConnection) {
     ASSERT_TRUE(WaitUntil([&hub] { return hub.CountSessions() == 2; }));
     slow.SendBytes(QByteArray("\0\0\0\x20", 4));  // a beginning is no hello
     RunTurns(5);
-    clock.Pass(vtlimits::HelloTimeout - 1);
+    clock.Pass(vtlimits::HelloTimeout - 1ms);
     loop.Run();
     RunTurns(5);
     EXPECT_EQ(hub.CountSessions(), 2);
-    clock.Pass(251);
+    clock.Pass(251ms);
     loop.Run();
     for (SocketPeer* const peer : {&silent, &slow}) {
         const vt::Message* const bye = peer->WaitFor(vt::EMessage::Bye);

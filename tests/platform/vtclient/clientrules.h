@@ -124,8 +124,8 @@ class ClientRules : public testing::Test {
         Message welcome = Message::Of(EMessage::Welcome);
         welcome.version = vtlimits::ProtocolVersion;
         welcome.session = 5;
-        welcome.ping = 5000;
-        welcome.dead = 15000;
+        welcome.ping = std::chrono::milliseconds(5000);
+        welcome.dead = std::chrono::milliseconds(15000);
         Say(welcome);
     }
     void Run() {

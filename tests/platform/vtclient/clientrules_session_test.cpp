@@ -2,6 +2,8 @@
 // How a client comes to a session, and how it ends one.
 #include <tests/platform/vtclient/clientrules.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using namespace clientrules;
@@ -14,7 +16,7 @@ TEST_F(ClientRules, FailuresAreRetriedWithGrowingPausesForever) {
         const int before = m_attempts;
         int pause = 0;
         for (; m_attempts == before && pause < 20000; pause += 100) {
-            m_clock.Pass(100);
+            m_clock.Pass(100ms);
             m_loop->Run();
         }
         pauses.push_back(pause);
@@ -28,7 +30,7 @@ TEST_F(ClientRules, AWelcomeMakesThePausesShortAgain) {
     m_loop->Run();
     for (int i = 0; i < 5; ++i) {
         m_listener->OnConnectFailed(S("nobody there"));
-        m_clock.Pass(10000);
+        m_clock.Pass(10000ms);
         m_loop->Run();
     }
     Connect();
@@ -39,7 +41,7 @@ TEST_F(ClientRules, AWelcomeMakesThePausesShortAgain) {
     Run();
     EXPECT_EQ(m_client->GetLastError(), S("the wire was cut"));
     const int before = m_attempts;
-    m_clock.Pass(100);
+    m_clock.Pass(100ms);
     Run();
     EXPECT_EQ(m_attempts, before + 1);
 }
@@ -53,14 +55,14 @@ TEST_F(ClientRules, ARefusalIsTheReasonWhyThereIsNoConnection) {
     EXPECT_EQ(m_client->GetLastError(), S("the server refuses: the token is wrong"));
     EXPECT_TRUE(m_client->IsRefused());
     EXPECT_TRUE(m_observer.Events().empty());
-    m_clock.Pass(100);
+    m_clock.Pass(100ms);
     Run();
     EXPECT_TRUE(m_isConnecting);
 }
 
 TEST_F(ClientRules, AConnectionThatIsNotMadeInTimeIsGivenUp) {
     m_loop->Run();
-    m_clock.Pass(5000);
+    m_clock.Pass(5000ms);
     m_loop->Run();
     EXPECT_FALSE(m_isConnecting);
     EXPECT_EQ(m_client->GetLastError(), S("no connection within 5000 ms"));
@@ -68,7 +70,7 @@ TEST_F(ClientRules, AConnectionThatIsNotMadeInTimeIsGivenUp) {
 
 TEST_F(ClientRules, AWelcomeMustComeInTime) {
     Connect();
-    m_clock.Pass(5000);
+    m_clock.Pass(5000ms);
     Run();
     EXPECT_EQ(m_client->GetLastError(), S("no welcome within 5000 ms"));
 }
@@ -100,10 +102,10 @@ INSTANTIATE_TEST_SUITE_P(All, Tokens,
 TEST_F(ClientRules, ASilentServerIsPingedAndThenGivenUp) {
     Establish();
     const int pings = m_server->Count(EMessage::Ping);
-    m_clock.Pass(5000);
+    m_clock.Pass(5000ms);
     Run();
     EXPECT_EQ(m_server->Count(EMessage::Ping), pings + 1);
-    m_clock.Pass(10000);
+    m_clock.Pass(10000ms);
     Run();
     EXPECT_FALSE(m_client->IsConnected());
     EXPECT_EQ(m_client->GetLastError(), S("nothing heard for 15000 ms"));
@@ -112,13 +114,13 @@ TEST_F(ClientRules, ASilentServerIsPingedAndThenGivenUp) {
 
 TEST_F(ClientRules, ThePongTellsTheLatency) {
     Establish();
-    m_clock.Pass(5000);
+    m_clock.Pass(5000ms);
     Run();
     Message pong = Message::Of(EMessage::Pong);
     pong.seq = m_server->Of(EMessage::Ping).back().seq;
-    m_clock.Pass(3);
+    m_clock.Pass(3ms);
     Say(pong);
-    EXPECT_EQ(m_client->GetLatency(), 3000);
+    EXPECT_EQ(m_client->GetLatency(), 3ms);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/twoends.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using values::Value;
@@ -68,7 +70,7 @@ TEST_F(TwoEnds, AfterALossItemsTurnStaleAndComeBackInPlace) {
     n->SetValue(9);
     m_tree.Delete(Item("/S/gone"));
     StartServer();
-    Pass(200);
+    Pass(200ms);
     EXPECT_TRUE(end.client->AreAllTicsEstablished());
     EXPECT_EQ(Find<ValueNumeric<int>>("/L/n"), mirrored);
     EXPECT_EQ(mirrored->GetState(), values::Valid);
@@ -133,7 +135,7 @@ class DevicesOnDemand : public TwoEnds {
         m_tree.Delete(Item("/S/dev"));
         Settle();
         StartServer();
-        Pass(200);
+        Pass(200ms);
         EXPECT_TRUE(client->AreAllTicsEstablished());
     }
 

@@ -37,7 +37,7 @@ class CutStorm : public Network, public testing::WithParamInterface<Weather> {
             m_serverOptions.privateKeyFile = Certificates::Instance().File("server.key");
             m_clientOptions.caFile = Certificates::Instance().File("authority.pem");
         }
-        m_clientOptions.longestRetry = 4;
+        m_clientOptions.longestRetry = std::chrono::milliseconds(4);
         ListenBehindTheNetwork();
         m_client = ConnectThroughTheNetwork(GetParam().isTls ? "mcss://127.0.0.1" : "127.0.0.1");
         ASSERT_TRUE(ComeToRest(m_client));

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::HasSubstr;
@@ -100,7 +102,7 @@ TEST_F(Network, ALongWayIsMeasured) {
         RunTurns(1);
     }
     EXPECT_TRUE(ComeToRest(client));
-    EXPECT_TRUE(WaitUntil([client] { return client->GetLatency() >= 40000; }));
+    EXPECT_TRUE(WaitUntil([client] { return client->GetLatency() >= 40ms; }));
 }
 
 class Cuts : public Network, public testing::WithParamInterface<EDirection> {};
@@ -138,8 +140,8 @@ INSTANTIATE_TEST_SUITE_P(Network, Cuts, testing::Values(EDirection::ToServer, ED
                          });
 
 TEST_F(Network, AConnectionThatIsOnlyHalfThereIsNoticedByBothEndsAndReplaced) {
-    m_serverOptions.pingInterval = m_clientOptions.pingInterval = 30;
-    m_serverOptions.deadAfter = m_clientOptions.deadAfter = 150;
+    m_serverOptions.pingInterval = m_clientOptions.pingInterval = 30ms;
+    m_serverOptions.deadAfter = m_clientOptions.deadAfter = 150ms;
     ListenBehindTheNetwork();
     IVtClient* const client = ConnectThroughTheNetwork();
     ASSERT_TRUE(ComeToRest(client));
@@ -163,8 +165,8 @@ TEST_F(Network, AConnectionThatIsOnlyHalfThereIsNoticedByBothEndsAndReplaced) {
 }
 
 TEST_F(Network, PingsKeepAnIdleConnectionUp) {
-    m_serverOptions.pingInterval = m_clientOptions.pingInterval = 10;
-    m_serverOptions.deadAfter = m_clientOptions.deadAfter = 1000;
+    m_serverOptions.pingInterval = m_clientOptions.pingInterval = 10ms;
+    m_serverOptions.deadAfter = m_clientOptions.deadAfter = 1000ms;
     ListenBehindTheNetwork();
     IVtClient* const client = ConnectThroughTheNetwork();
     ASSERT_TRUE(ComeToRest(client));
@@ -172,11 +174,11 @@ TEST_F(Network, PingsKeepAnIdleConnectionUp) {
     EXPECT_TRUE(
         WaitUntil([this, before] { return m_proxy->CountBytes(EDirection::ToClient) > before + 200; }));
     EXPECT_EQ(m_proxy->CountAccepted(), 1);
-    EXPECT_GT(client->GetLatency(), 0);
+    EXPECT_GT(client->GetLatency(), 0us);
 }
 
 TEST_F(Network, AServerThatAcceptsAndNeverAnswersIsGivenUp) {
-    m_clientOptions.connectTimeout = 50;
+    m_clientOptions.connectTimeout = 50ms;
     ListenBehindTheNetwork();
     Faults lost;
     lost.isLost = true;

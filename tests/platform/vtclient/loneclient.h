@@ -45,7 +45,7 @@ class LoneClient : public testing::Test {
 
     /// Accepts the connection that the client wants, and welcomes it.
     void Welcome() {
-        m_clock.Pass(10000);
+        m_clock.Pass(std::chrono::seconds(10));
         while (m_loop->Run()) {
         }
         ASSERT_TRUE(m_connector->isConnecting);
@@ -56,8 +56,8 @@ class LoneClient : public testing::Test {
         vt::Message welcome = vt::Message::Of(vt::EMessage::Welcome);
         welcome.version = 1;
         welcome.session = 1;
-        welcome.ping = 5000;
-        welcome.dead = 15000;
+        welcome.ping = std::chrono::milliseconds(5000);
+        welcome.dead = std::chrono::milliseconds(15000);
         Say(welcome);
     }
     /// Says \a message and lets the client do whatever follows from it.

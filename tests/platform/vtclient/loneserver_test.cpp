@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/loneserver.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using values::EDelivery;
@@ -238,7 +240,7 @@ TEST_F(LoneServer, AValueThatIsRenamedIsThereUnderItsNewName) {
     Subscribe(peer, 1, "/S/new");
     Said(peer);
     text->SetName(S("new"));
-    m_clock.Pass(250);
+    m_clock.Pass(250ms);
     Settle(peer);
     const std::vector<DecodedMessage> said = Said(peer);
     ASSERT_EQ(said.size(), 3U);

@@ -6,15 +6,17 @@
 /// Time that stands still until it is told to pass. Turns happen when asked to.
 class ManualClock {
   public:
-    qint64 Now() const { return m_now; }
-    void Pass(int milliseconds) { m_now += qint64{milliseconds} * 1000; }
-    /// Makes each look at the clock take so long, in microseconds: for what runs out of time.
-    void SetCost(qint64 cost) { m_cost = cost; }
-    qint64 Look() { return m_now += m_cost; }
+    using Time = std::chrono::microseconds;
+
+    Time Now() const { return m_now; }
+    void Pass(Time time) { m_now += time; }
+    /// Makes each look at the clock take so long: for what runs out of time.
+    void SetCost(Time cost) { m_cost = cost; }
+    Time Look() { return m_now += m_cost; }
 
   private:
-    qint64 m_now = 1000000;
-    qint64 m_cost = 0;
+    Time m_now = std::chrono::seconds(1);
+    Time m_cost{};
 };
 
 class ManualLoop final : public vt::IEventLoop {
@@ -22,10 +24,11 @@ class ManualLoop final : public vt::IEventLoop {
     explicit ManualLoop(ManualClock& clock) : m_clock(clock) {}
 
     void SetTaker(vt::ITurnTaker* taker) override { m_taker = taker; }
-    qint64 Now() const override { return m_clock.Look(); }
+    ManualClock::Time Now() const override { return m_clock.Look(); }
     void RequestTurn() override { m_isRequested = true; }
-    void SetDeadline(int milliseconds) override {
-        m_deadline = milliseconds < 0 ? -1 : m_clock.Now() + qint64{milliseconds} * 1000;
+    void SetDeadline(std::optional<std::chrono::milliseconds> delay) override {
+        m_deadline.reset();
+        if (delay) m_deadline = m_clock.Now() + *delay;
     }
     double Random() override { return 1.0; }
 
@@ -37,8 +40,8 @@ class ManualLoop final : public vt::IEventLoop {
             hasRun = true;
             m_taker->OnTurn();
         }
-        if (m_deadline >= 0 && m_deadline <= m_clock.Now() && m_taker != nullptr) {
-            m_deadline = -1;
+        if (m_deadline && *m_deadline <= m_clock.Now() && m_taker != nullptr) {
+            m_deadline.reset();
             hasRun = true;
             m_taker->OnDeadline();
         }
@@ -49,5 +52,5 @@ class ManualLoop final : public vt::IEventLoop {
     ManualClock& m_clock;
     vt::ITurnTaker* m_taker = nullptr;
     bool m_isRequested = false;
-    qint64 m_deadline = -1;
+    std::optional<ManualClock::Time> m_deadline;
 };

@@ -6,6 +6,8 @@
 #include <functional>
 #include <ostream>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using vt::EMessage;
@@ -51,8 +53,8 @@ const Row Rows[] = {
          m.application = S("s");
          m.session = 300;
          m.epoch = 0x7fffffffffffffff;
-         m.ping = 5000;
-         m.dead = 15000;
+         m.ping = 5000ms;
+         m.dead = 15000ms;
      },
      "9f 02 01 61 73 19012c 1b7fffffffffffffff 191388 193a98 ff",
      "87 02 01 61 73 19012c 1b7fffffffffffffff 191388 193a98"},

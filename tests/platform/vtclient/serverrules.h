@@ -98,8 +98,8 @@ class ServerRules : public TwoEnds {
         }
         FAIL() << "it never comes to rest";
     }
-    void RunAfter(int milliseconds) {
-        m_clock.Pass(milliseconds);
+    void RunAfter(std::chrono::milliseconds time) {
+        m_clock.Pass(time);
         Run();
     }
     void ExpectBye(const RawPeer& peer, EBye code, const char* reason) {

@@ -2,6 +2,8 @@
 // Whom a server admits, and how long it keeps a session.
 #include <tests/platform/vtclient/serverrules.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using namespace serverrules;
@@ -11,8 +13,8 @@ TEST_F(ServerRules, AHelloIsWelcomedWithSessionAndPatience) {
     const Message welcome = peer.Of(EMessage::Welcome)[0];
     EXPECT_EQ(welcome.version, 1U);
     EXPECT_EQ(welcome.session, 1);
-    EXPECT_EQ(welcome.ping, 5000);
-    EXPECT_EQ(welcome.dead, 15000);
+    EXPECT_EQ(welcome.ping, 5000ms);
+    EXPECT_EQ(welcome.dead, 15000ms);
     EXPECT_EQ(m_access.started, 1);
 }
 
@@ -59,9 +61,9 @@ TEST_F(ServerRules, GarbageEndsTheSessionAndNobodyElses) {
 
 TEST_F(ServerRules, AHelloMustComeInTime) {
     RawPeer& peer = Connect();
-    RunAfter(vtlimits::HelloTimeout - 1);
+    RunAfter(vtlimits::HelloTimeout - 1ms);
     EXPECT_EQ(peer.Count(EMessage::Bye), 0);
-    RunAfter(300);
+    RunAfter(300ms);
     ExpectBye(peer, EBye::Silence, "no hello in time");
 }
 
@@ -79,11 +81,11 @@ TEST_F(ServerRules, TheOldestThatSaysNoHelloMakesRoom) {
 
 TEST_F(ServerRules, ASilentClientIsPingedAndThenGivenUp) {
     RawPeer& peer = Admitted();
-    RunAfter(5001);
+    RunAfter(5001ms);
     EXPECT_EQ(peer.Count(EMessage::Ping), 1);
-    RunAfter(4000);
+    RunAfter(4000ms);
     EXPECT_EQ(peer.Count(EMessage::Bye), 0);
-    RunAfter(6001);
+    RunAfter(6001ms);
     ASSERT_EQ(peer.Count(EMessage::Bye), 1);
     EXPECT_EQ(peer.Of(EMessage::Bye)[0].code, EBye::Silence);
     EXPECT_EQ(m_access.ended, 1);

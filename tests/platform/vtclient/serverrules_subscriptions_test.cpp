@@ -2,6 +2,8 @@
 // What a server tells those who subscribe, and how much of it at a time.
 #include <tests/platform/vtclient/serverrules.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using namespace serverrules;
@@ -314,7 +316,7 @@ TEST_F(ServerRules, ATurnEndsWhenItsTimeIsUpAndGoesOnInTheNext) {
     for (int i = 0; i < 3000; ++i)
         Add<Text>("/S", QStringLiteral("v%1").arg(i).toUtf8().constData());
     RawPeer& peer = Admitted();
-    m_clock.SetCost(500);  // each look at the clock takes an eighth of a turn
+    m_clock.SetCost(500us);  // each look at the clock takes an eighth of a turn
     peer.Send(Subscribe(1, "/S"));
     for (int i = 0; i < 2000 && peer.Count(EMessage::End) == 0; ++i) {
         Run();

@@ -21,8 +21,8 @@ class SocketEnds : public testing::Test {
     SocketEnds() {
         m_serverOptions.application = QStringLiteral("the server");
         m_serverOptions.port = 0;
-        m_clientOptions.firstRetry = 1;
-        m_clientOptions.longestRetry = 20;
+        m_clientOptions.firstRetry = std::chrono::milliseconds(1);
+        m_clientOptions.longestRetry = std::chrono::milliseconds(20);
     }
     ~SocketEnds() override {
         while (!m_clients.empty())

@@ -6,6 +6,8 @@
 
 #include <random>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using values::Value;
@@ -182,10 +184,10 @@ TEST_P(Storm, EndsWithEqualTrees) {
                 if (Item("/S") == nullptr) Add<Text>("/S", "n0");
                 break;
             case 14:
-                m_clock.Pass(Chance(40));
+                m_clock.Pass(Chance(40) * 1ms);
                 break;
             case 15:
-                m_clock.SetCost(Chance(2) == 0 ? 0 : 200);
+                m_clock.SetCost(Chance(2) == 0 ? 0us : 200us);
                 break;
             default:
                 Step();
@@ -193,11 +195,11 @@ TEST_P(Storm, EndsWithEqualTrees) {
         }
         if (HasFailure()) return;
     }
-    m_clock.SetCost(0);
+    m_clock.SetCost(0us);
     for (const auto& end : m_ends)
         end->isReading = true;
     for (int i = 0; i < 5; ++i)
-        Pass(10000);
+        Pass(10s);
     for (std::size_t i = 0; i < m_ends.size(); ++i) {
         EXPECT_TRUE(m_ends[i]->client->AreAllTicsEstablished());
         EXPECT_FALSE(m_ends[i]->client->HasUnansweredWrites());

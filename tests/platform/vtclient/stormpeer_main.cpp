@@ -38,8 +38,8 @@ class StormClient final : public StormPeer, public IObserver {
     StormClient(int controlPort, unsigned seed, int serverPort)
         : StormPeer(RandomEdits::ERole::Operator, controlPort, seed) {
         VtClientOptions options;
-        options.firstRetry = 1;
-        options.longestRetry = 4;
+        options.firstRetry = std::chrono::milliseconds(1);
+        options.longestRetry = std::chrono::milliseconds(4);
         VtClientCenter::Instance().SetOptions(options);
         m_client = VtClientCenter::Instance().CreateVtClient("127.0.0.1", serverPort);
         m_client->AddObserver(this);

@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using testing::ElementsAre;
@@ -67,7 +69,7 @@ TEST_P(Meetings, EndWell) {
     m_access.wantsCertificate = meeting.wantsClientCertificate;
     m_clientOptions.caFile = Pem("authority");
     if (*meeting.client != '\0') UseClientCertificate(meeting.client);
-    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100000;
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100s;
     Listen();
     IVtClient* const client = Connect(meeting.address);
     ASSERT_NE(client, nullptr);
@@ -181,7 +183,7 @@ TEST_P(ForeignServers, AreNamedForWhatTheySay) {
             socket->write(GetParam().bytes);
         });
     });
-    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100000;
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100s;
     IVtClient* const client = Connect(GetParam().address, server.serverPort());
     ASSERT_NE(client, nullptr);
     EXPECT_TRUE(WaitUntil([client] { return !client->GetLastError().isEmpty(); }));

@@ -168,8 +168,8 @@ class TwoEnds : public testing::Test {
     static bool IsAlive(const std::shared_ptr<MemoryChannel::Wire>& wire, bool isA) {
         return isA ? !wire->isAGone : !wire->isBGone;
     }
-    void Pass(int milliseconds) {
-        m_clock.Pass(milliseconds);
+    void Pass(std::chrono::milliseconds time) {
+        m_clock.Pass(time);
         Settle();
     }
 
