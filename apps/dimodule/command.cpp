@@ -69,11 +69,11 @@ QString ParseFault(QStringList words, Command* command) {
 
 QString ParseWait(QStringList words, Command* command) {
     bool isNumber = false;
-    command->ms = words.value(0).toInt(&isNumber);
-    if (!isNumber || command->ms < 0 || command->ms > Command::MaxWaitMs)
+    command->time = std::chrono::milliseconds(words.value(0).toInt(&isNumber));
+    if (!isNumber || command->time < command->time.zero() || command->time > Command::MaxWait)
         return QStringLiteral("'%1' is no number of ms from 0 to %2")
             .arg(words.value(0))
-            .arg(Command::MaxWaitMs);
+            .arg(std::chrono::milliseconds(Command::MaxWait).count());
     return words.size() > 1 ? NotUnderstood(words[1]) : QString();
 }
 

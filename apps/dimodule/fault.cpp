@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace std::chrono_literals;
+
 namespace dimodule {
 
 namespace {
@@ -176,33 +178,33 @@ Reaction React(const Fault& fault, const QByteArray& frame, const QByteArray& an
     const auto changed = [&wrong](int at, int difference) {
         QByteArray bytes = wrong;
         Add(bytes, at, difference);
-        return Reaction{0, bytes, Reaction::EThen::Stay};
+        return Reaction{0ms, bytes, Reaction::EThen::Stay};
     };
     switch (fault.kind) {
         case EFault::None:
         case EFault::Idle:
-            return {0, answer, Reaction::EThen::Stay};
+            return {0ms, answer, Reaction::EThen::Stay};
         case EFault::Delay:
-            return {fault.argument, answer, Reaction::EThen::Stay};
+            return {std::chrono::milliseconds(fault.argument), answer, Reaction::EThen::Stay};
         case EFault::Reset:
         case EFault::Refused:
-            return {0, QByteArray(), Reaction::EThen::Reset};
+            return {0ms, QByteArray(), Reaction::EThen::Reset};
         case EFault::Silence:
             return {};
         case EFault::Half:
-            return {0, wrong.left(wrong.size() / 2), Reaction::EThen::Stay};
+            return {0ms, wrong.left(wrong.size() / 2), Reaction::EThen::Stay};
         case EFault::Transaction:
             return changed(TransactionAt, -1);
         case EFault::Function:
             return changed(FunctionAt, 1);
         case EFault::Length:
-            return {0, WrongLength(wrong, random), Reaction::EThen::Stay};
+            return {0ms, WrongLength(wrong, random), Reaction::EThen::Stay};
         case EFault::Garbage:
-            return {0, Garbage(random), Reaction::EThen::Stay};
+            return {0ms, Garbage(random), Reaction::EThen::Stay};
         case EFault::Exception:
-            return {0, Exception(frame, fault.argument), Reaction::EThen::Stay};
+            return {0ms, Exception(frame, fault.argument), Reaction::EThen::Stay};
         case EFault::Duplicate:
-            return {0, answer + answer, Reaction::EThen::Stay};
+            return {0ms, answer + answer, Reaction::EThen::Stay};
         case EFault::Storm:
             return React(StormFault(fault.argument, random), frame, answer, random);
     }

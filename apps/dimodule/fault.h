@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <chrono>
 #include <random>
 
 namespace dimodule {
@@ -29,8 +30,8 @@ enum class EFault {
 /// What a module does wrong, for how many questions.
 struct Fault {
     EFault kind = EFault::None;
-    int argument = 0;
-    int count = 0;  ///< of questions; 0: until it is changed
+    int argument = 0;  ///< of Delay and Idle in ms, of Exception its number, of Storm in percent
+    int count = 0;     ///< of questions; 0: until it is changed
 
     static constexpr int MaxCount = 1000000;
 
@@ -45,7 +46,7 @@ struct Fault {
 struct Reaction {
     enum class EThen { Stay, Leave, Reset };
 
-    int delayMs = 0;
+    std::chrono::milliseconds delay{};
     QByteArray bytes;
     EThen then = EThen::Stay;
 };

@@ -44,15 +44,15 @@ void Module::SetFault(const Fault& fault) {
         if (isRefused)
             connection->Reset();
         else
-            connection->DropWhenIdle(IdleMs());
+            connection->DropWhenIdle(IdleTime());
     if (isRefused)
         m_server.close();
     else
         Relisten();
 }
 
-int Module::IdleMs() const {
-    return m_fault.kind == EFault::Idle ? m_fault.argument : 0;
+std::chrono::milliseconds Module::IdleTime() const {
+    return std::chrono::milliseconds(m_fault.kind == EFault::Idle ? m_fault.argument : 0);
 }
 
 void Module::Relisten() {
@@ -72,7 +72,7 @@ void Module::OnNewConnection() {
             continue;
         }
         auto* const connection = new ModuleConnection(*this, *socket);
-        connection->DropWhenIdle(IdleMs());
+        connection->DropWhenIdle(IdleTime());
     }
 }
 

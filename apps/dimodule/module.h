@@ -8,6 +8,7 @@
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
 
+#include <chrono>
 #include <random>
 
 namespace dimodule {
@@ -49,7 +50,7 @@ class Module final : public QObject {
   private:
     void OnNewConnection();
     void Relisten();
-    int IdleMs() const;
+    std::chrono::milliseconds IdleTime() const;
 
     Inputs m_inputs;
     Fault m_fault;

@@ -42,9 +42,9 @@ void ModuleConnection::Reset() {
     m_socket.abort();
 }
 
-void ModuleConnection::DropWhenIdle(int ms) {
-    m_idle.setInterval(ms);
-    if (ms > 0)
+void ModuleConnection::DropWhenIdle(std::chrono::milliseconds time) {
+    m_idle.setInterval(time);
+    if (time > time.zero())
         m_idle.start();
     else
         m_idle.stop();
@@ -70,8 +70,8 @@ void ModuleConnection::AnswerFrames() {
         if (m_idle.isActive()) m_idle.start();
         m_reaction = m_module.Ask(m_received.left(size));
         m_received.remove(0, size);
-        if (m_reaction.delayMs > 0)
-            m_delay.start(m_reaction.delayMs);
+        if (m_reaction.delay > m_reaction.delay.zero())
+            m_delay.start(m_reaction.delay);
         else
             Perform();
     }
@@ -83,7 +83,7 @@ void ModuleConnection::Perform() {
     m_socket.flush();
     if (reaction.then == Reaction::EThen::Reset) return Reset();
     if (reaction.then == Reaction::EThen::Leave) return Leave();
-    if (reaction.delayMs > 0) AnswerFrames();
+    if (reaction.delay > reaction.delay.zero()) AnswerFrames();
 }
 
 void ModuleConnection::Leave() {

@@ -6,6 +6,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
+#include <chrono>
+
 class QTcpSocket;
 
 namespace dimodule {
@@ -21,8 +23,8 @@ class ModuleConnection final : public QObject {
     ModuleConnection(Module& module, QTcpSocket& socket);
 
     void Reset();
-    /// Ends the connection once no question came for \a ms; 0: not any more.
-    void DropWhenIdle(int ms);
+    /// Ends the connection once no question came for \a time; 0: not any more.
+    void DropWhenIdle(std::chrono::milliseconds time);
 
   private:
     void OnReadyRead();

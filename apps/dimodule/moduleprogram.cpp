@@ -33,7 +33,7 @@ bool ModuleProgram::Start(QString* error) {
         m_print(QStringLiteral("listening on %1").arg(module->Where()));
     }
     if (m_options.pattern.kind != Pattern::EKind::None) {
-        m_patternTimer.start(m_options.pattern.intervalMs);
+        m_patternTimer.start(m_options.pattern.interval);
         StepPattern();
     }
     m_scriptTimer.start(0);
@@ -125,7 +125,7 @@ void ModuleProgram::Show(int number) {
 void ModuleProgram::ContinueScript() {
     while (m_next < m_script.commands.size()) {
         const Command& command = m_script.commands[m_next++];
-        if (command.action == EAction::Wait) return m_scriptTimer.start(command.ms);
+        if (command.action == EAction::Wait) return m_scriptTimer.start(command.time);
         if (command.action == EAction::Repeat)
             m_next = 0;
         else

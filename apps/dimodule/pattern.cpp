@@ -7,7 +7,8 @@ namespace dimodule {
 
 namespace {
 
-constexpr int LongestMs = 3600 * 1000;
+constexpr std::chrono::milliseconds Shortest(1);
+constexpr std::chrono::milliseconds Longest = std::chrono::hours(1);
 
 struct Name {
     const char* name;
@@ -27,9 +28,12 @@ QString Pattern::Parse(const QString& text, Pattern* pattern) {
         if (name == QLatin1String(known.name)) parsed.kind = known.kind;
     if (parsed.kind == EKind::None) return QStringLiteral("'%1' is no pattern").arg(name);
     bool isNumber = true;
-    if (colon != -1) parsed.intervalMs = text.mid(colon + 1).toInt(&isNumber);
-    if (!isNumber || parsed.intervalMs < 1 || parsed.intervalMs > LongestMs)
-        return QStringLiteral("'%1' is no number of ms from 1 to %2").arg(text.mid(colon + 1)).arg(LongestMs);
+    if (colon != -1) parsed.interval = std::chrono::milliseconds(text.mid(colon + 1).toInt(&isNumber));
+    if (!isNumber || parsed.interval < Shortest || parsed.interval > Longest)
+        return QStringLiteral("'%1' is no number of ms from %2 to %3")
+            .arg(text.mid(colon + 1))
+            .arg(Shortest.count())
+            .arg(Longest.count());
     *pattern = parsed;
     return QString();
 }

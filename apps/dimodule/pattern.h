@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <random>
 
 namespace dimodule {
@@ -14,7 +15,7 @@ struct Pattern {
     enum class EKind { None, Walk, Blink, Random };
 
     EKind kind = EKind::None;
-    int intervalMs = 500;
+    std::chrono::milliseconds interval{500};
 
     /// Reads "NAME[:MS]". What is wrong with it; empty if nothing is.
     static QString Parse(const QString& text, Pattern* pattern);

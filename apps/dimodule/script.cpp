@@ -24,7 +24,8 @@ bool Script::Parse(const QByteArray& text, const QString& name, QString* error) 
         if (reason.isEmpty() && hasEnded) reason = QStringLiteral("nothing comes after 'repeat'");
         if (reason.isEmpty() && parsed.size() >= std::size_t(MaxCommands))
             reason = QStringLiteral("there are more than %1 commands").arg(MaxCommands);
-        hasWaited = hasWaited || (command.action == Command::EAction::Wait && command.ms > 0);
+        hasWaited =
+            hasWaited || (command.action == Command::EAction::Wait && command.time > command.time.zero());
         hasEnded = command.action == Command::EAction::Repeat;
         if (reason.isEmpty() && hasEnded && !hasWaited)
             reason = QStringLiteral("what is repeated has to wait somewhere");

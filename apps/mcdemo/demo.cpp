@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int Patience = 15000;  // ms for whatever is to happen
+constexpr std::chrono::milliseconds Patience(15'000);  // for whatever is to happen
 
 constexpr char ModuleConfiguration[] =
     "[GTS]\n"

@@ -9,7 +9,12 @@
 
 namespace {
 
-constexpr int StopTime = 5000;  // ms that a program gets to end by itself
+constexpr std::chrono::milliseconds StopTime(5000);  // that a program gets to end by itself
+constexpr std::chrono::milliseconds LookInterval(50);
+
+int ToMs(std::chrono::milliseconds time) {
+    return static_cast<int>(time.count());
+}
 
 QString PathOf(const QString& program) {
     return QDir(QCoreApplication::applicationDirPath()).filePath(program);
@@ -17,10 +22,10 @@ QString PathOf(const QString& program) {
 
 }  // namespace
 
-bool WaitUntil(const std::function<bool()>& isTrue, int milliseconds) {
-    const QDeadlineTimer deadline(milliseconds);
+bool WaitUntil(const std::function<bool()>& isTrue, std::chrono::milliseconds time) {
+    const QDeadlineTimer deadline(time);
     QTimer wake;  // so that waiting for events ends at the deadline too
-    wake.start(50);
+    wake.start(LookInterval);
     while (!isTrue()) {
         if (deadline.hasExpired()) return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
@@ -66,7 +71,7 @@ void DemoProcess::Terminate() {
 }
 
 bool DemoProcess::WaitForEnd() {
-    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(StopTime)) Kill();
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(ToMs(StopTime))) Kill();
     return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }
 
@@ -75,7 +80,7 @@ void DemoProcess::OnReadyRead() {
         m_lines.append(QString::fromUtf8(m_process.readLine()).trimmed());
 }
 
-QString DemoProcess::WaitForLine(const QString& beginning, int milliseconds) {
+QString DemoProcess::WaitForLine(const QString& beginning, std::chrono::milliseconds time) {
     QString found;
     const auto isThere = [&] {
         while (found.isNull() && !m_lines.isEmpty()) {
@@ -84,14 +89,15 @@ QString DemoProcess::WaitForLine(const QString& beginning, int milliseconds) {
         }
         return !found.isNull();
     };
-    WaitUntil(isThere, milliseconds);
+    WaitUntil(isThere, time);
     return found;
 }
 
-QString DemoProcess::Output(const QString& program, const QStringList& arguments, int milliseconds) {
+QString DemoProcess::Output(const QString& program, const QStringList& arguments,
+                            std::chrono::milliseconds time) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(PathOf(program), arguments);
-    if (!process.waitForFinished(milliseconds)) process.kill();
+    if (!process.waitForFinished(ToMs(time))) process.kill();
     return QString::fromUtf8(process.readAll());
 }

@@ -5,6 +5,7 @@
 #include <QtCore/QProcess>
 #include <QtCore/QStringList>
 
+#include <chrono>
 #include <functional>
 
 /// A program of the demonstration, and the lines that it prints. Killed with this object.
@@ -26,10 +27,11 @@ class DemoProcess final : public QObject {
     void Terminate();
 
     /// Waits for a line that begins with \a beginning, and takes it with all before it. Null if it does not
-    /// come within \a milliseconds.
-    QString WaitForLine(const QString& beginning, int milliseconds);
-    /// Runs it to its end, at most \a milliseconds. Returns all that it printed, errors too.
-    static QString Output(const QString& program, const QStringList& arguments, int milliseconds);
+    /// come within \a time.
+    QString WaitForLine(const QString& beginning, std::chrono::milliseconds time);
+    /// Runs it to its end, for at most \a time. Returns all that it printed, errors too.
+    static QString Output(const QString& program, const QStringList& arguments,
+                          std::chrono::milliseconds time);
 
   private:
     void OnReadyRead();
@@ -40,5 +42,5 @@ class DemoProcess final : public QObject {
     QStringList m_lines;
 };
 
-/// Lets events happen until \a isTrue, for at most \a milliseconds. Whether it came true.
-bool WaitUntil(const std::function<bool()>& isTrue, int milliseconds);
+/// Lets events happen until \a isTrue, for at most \a time. Whether it came true.
+bool WaitUntil(const std::function<bool()>& isTrue, std::chrono::milliseconds time);

@@ -37,6 +37,8 @@ ModbusSettings ModbusSettings::Read(ICfg& section) {
     ReadNumber(section, "FunctionCode", 1, 2, &settings.functionCode);
     ReadNumber(section, "StartAddress", 0, 65535, &settings.startAddress);
     ReadNumber(section, "UnitId", 0, 255, &settings.unitId);
-    ReadNumber(section, "ResponseTimeout", 10, 60000, &settings.responseTimeout);
+    auto responseTimeoutMs = static_cast<int>(settings.responseTimeout.count());
+    ReadNumber(section, "ResponseTimeout", 10, 60000, &responseTimeoutMs);
+    settings.responseTimeout = std::chrono::milliseconds(responseTimeoutMs);
     return settings;
 }

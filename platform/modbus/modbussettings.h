@@ -3,6 +3,8 @@
 
 #include <platform/modbus/modbusexport.h>
 
+#include <chrono>
+
 class ICfg;
 
 /// How input modules are asked.
@@ -10,7 +12,7 @@ struct MCS_MODBUS_EXPORT ModbusSettings {
     int functionCode = 2;  ///< 1: read coils, 2: read discrete inputs
     int startAddress = 0;  ///< of the first input
     int unitId = 1;
-    int responseTimeout = 500;  ///< ms; for connecting and answering together
+    std::chrono::milliseconds responseTimeout{500};  ///< for connecting and answering together
 
     /// From the keys of the section "Modbus". What is no number, or out of range, keeps its default, with a
     /// trace.

@@ -3,13 +3,11 @@
 
 #include <platform/modbus/imodbustcpinterfacecallback.h>
 
-#include <chrono>
-
 namespace {
 
-qint64 SystemClock() {
+std::chrono::milliseconds SystemClock() {
     using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
 }
 
 }  // namespace

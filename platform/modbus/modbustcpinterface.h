@@ -6,13 +6,15 @@
 #include <platform/modbus/modbussettings.h>
 #include <platform/modbus/reconnectdelay.h>
 
+#include <chrono>
+
 class IModbusTcpInterfaceCallback;
 
 /// Asks a module, and decides what an error means: when to connect again, and what the callback is told.
 class MCS_MODBUS_EXPORT ModbusTcpInterface final : public IModbusTcpInterface {
   public:
-    /// The time in ms, of a clock that never goes back.
-    using Clock = qint64 (*)();
+    /// The time since some moment; never goes back.
+    using Clock = std::chrono::milliseconds (*)();
 
     /// \a clock is the system's unless given; only the delay before connecting again goes by it.
     ModbusTcpInterface(const ModbusAddress& address, const ModbusSettings& settings,

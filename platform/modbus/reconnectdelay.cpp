@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-void ReconnectDelay::OnError(qint64 now) {
-    m_delay = m_delay == 0 ? FirstMs : std::min(2 * m_delay, LastMs);
+void ReconnectDelay::OnError(Time now) {
+    m_delay = m_delay == Time::zero() ? First : std::min(2 * m_delay, Last);
     m_since = now;
 }

@@ -3,10 +3,10 @@
 
 #include <QtCore/QTimer>
 
-StandardNotification* Notifications::warning(const QString& title, const QString& text, int timeout,
+StandardNotification* Notifications::warning(const QString& title, const QString& text, int timeoutMs,
                                              QMessageBox::StandardButtons buttons) {
     auto* const notification = new StandardNotification(QMessageBox::Warning, title, text, buttons);
-    if (timeout > 0) QTimer::singleShot(timeout, notification, [notification] { notification->done(0); });
+    if (timeoutMs > 0) QTimer::singleShot(timeoutMs, notification, [notification] { notification->done(0); });
     notification->show();
     return notification;
 }

@@ -11,9 +11,9 @@ class MCS_WIDGETS_EXPORT Notifications {
   public:
     Notifications() = delete;
 
-    /// Shows a warning. \a timeout: after how many ms it closes by itself; 0: never.
+    /// Shows a warning. \a timeoutMs: after how long it closes by itself; 0: never.
     /// \return the notification, which destroys itself when it is closed.
     static StandardNotification* warning(
-        const QString& title, const QString& text, int timeout = 0,
+        const QString& title, const QString& text, int timeoutMs = 0,
         QMessageBox::StandardButtons buttons = QMessageBox::StandardButtons(QMessageBox::Ok));
 };

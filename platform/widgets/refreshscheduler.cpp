@@ -72,8 +72,12 @@ void RefreshScheduler::Request(Client& client) {
         m_waiting.Append(client);
         return;
     }
-    m_pause.start(Interval, Qt::PreciseTimer, this);
+    Pause();
     client.Refresh();
+}
+
+void RefreshScheduler::Pause() {
+    m_pause.start(static_cast<int>(Interval.count()), Qt::PreciseTimer, this);
 }
 
 void RefreshScheduler::Flush() {
@@ -94,5 +98,5 @@ void RefreshScheduler::timerEvent(QTimerEvent* event) {
     taken.start();
     Flush();
     // Where a machine is too slow for the rate, others shall get their turns too.
-    if (taken.elapsed() >= Interval) m_pause.start(Interval, Qt::PreciseTimer, this);
+    if (std::chrono::milliseconds(taken.elapsed()) >= Interval) Pause();
 }

@@ -6,6 +6,8 @@
 #include <QtCore/QBasicTimer>
 #include <QtCore/QObject>
 
+#include <chrono>
+
 /// Limits how often widgets are drawn anew when values change: the first change at once, those that follow at
 /// most 30 times a second, all widgets together, and the last content always. One per application, which owns
 /// it. GUI thread only.
@@ -13,7 +15,8 @@
 /// However many changes come, a turn of the event loop lays out and paints each window once.
 class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
   public:
-    static constexpr int Interval = 34;  ///< ms between two refreshes: not more than 30 in any second
+    /// Between two refreshes: not more than 30 in any second.
+    static constexpr std::chrono::milliseconds Interval{34};
 
     /// Something that is drawn anew. Waits in a list that it is itself a link of, so that asking costs no
     /// memory; leaves it when it is destroyed.
@@ -67,6 +70,8 @@ class MCS_WIDGETS_EXPORT RefreshScheduler : public QObject {
     };
 
     explicit RefreshScheduler(QObject* parent);
+
+    void Pause();
 
     static RefreshScheduler* s_instance;
 

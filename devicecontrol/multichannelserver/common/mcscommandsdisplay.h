@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+#include <chrono>
 #include <memory>
 
 class MCSCommands;
@@ -17,7 +18,7 @@ class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {  // fixed: virtual
     Q_OBJECT
 
   public:
-    static constexpr int LockTime = 250;  ///< ms
+    static constexpr std::chrono::milliseconds LockTime{250};
 
     /// \a name, the object name, may be null for "MCSCommandsDisplay".
     explicit MCSCommandsDisplay(QWidget* parent = nullptr, const char* name = nullptr,

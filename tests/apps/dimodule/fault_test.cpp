@@ -94,14 +94,14 @@ class DiModuleReaction : public testing::Test {
 TEST_F(DiModuleReaction, NoFaultChangesNothing) {
     const Reaction reaction = ReactTo(EFault::None);
     EXPECT_EQ(reaction.bytes, answer);
-    EXPECT_EQ(reaction.delayMs, 0);
+    EXPECT_EQ(reaction.delay, std::chrono::milliseconds(0));
     EXPECT_EQ(reaction.then, Reaction::EThen::Stay);
     EXPECT_EQ(ReactTo(EFault::Idle, 100).bytes, answer);
 }
 
 TEST_F(DiModuleReaction, ADelayChangesOnlyTheTime) {
     EXPECT_EQ(ReactTo(EFault::Delay, 300).bytes, answer);
-    EXPECT_EQ(ReactTo(EFault::Delay, 300).delayMs, 300);
+    EXPECT_EQ(ReactTo(EFault::Delay, 300).delay, std::chrono::milliseconds(300));
 }
 
 TEST_F(DiModuleReaction, ResettingAndSilenceSayNothing) {

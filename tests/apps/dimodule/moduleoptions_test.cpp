@@ -46,7 +46,7 @@ TEST(DiModuleOptions, AllOfThemAreTaken) {
     EXPECT_EQ(options.inputs.states, 0x3Fu);
     EXPECT_EQ(options.inputs.start, 65530);
     EXPECT_EQ(options.inputs.unit, 255);
-    EXPECT_EQ(options.pattern.intervalMs, 20);
+    EXPECT_EQ(options.pattern.interval, std::chrono::milliseconds(20));
     EXPECT_EQ(options.scriptFile, QStringLiteral("s"));
     EXPECT_EQ(options.fault.ToText(), QStringLiteral("delay 5 x2"));
     EXPECT_EQ(options.seed, 9u);

@@ -19,7 +19,7 @@ TEST(DiModuleScript, HoldsTheCommandsInTheirOrder) {
         << error.toStdString();
     ASSERT_EQ(script.commands.size(), 5u);
     EXPECT_EQ(script.commands[0].action, Command::EAction::Key);
-    EXPECT_EQ(script.commands[1].ms, 500);
+    EXPECT_EQ(script.commands[1].time, std::chrono::milliseconds(500));
     EXPECT_EQ(script.commands[4].action, Command::EAction::Repeat);
 }
 
@@ -71,7 +71,7 @@ TEST(DiModuleScript, ThatIsNoFileIsRefused) {
 TEST(DiModulePattern, WalksOverAllInputs) {
     Pattern pattern;
     ASSERT_EQ(Pattern::Parse(QStringLiteral("walk:50"), &pattern), QString());
-    EXPECT_EQ(pattern.intervalMs, 50);
+    EXPECT_EQ(pattern.interval, std::chrono::milliseconds(50));
     std::mt19937 random;
     EXPECT_EQ(pattern.StatesAt(0, Inputs(), random), 0xFFEu);
     EXPECT_EQ(pattern.StatesAt(11, Inputs(), random), 0x7FFu);
@@ -81,7 +81,7 @@ TEST(DiModulePattern, WalksOverAllInputs) {
 TEST(DiModulePattern, BlinksAllInputs) {
     Pattern pattern;
     ASSERT_EQ(Pattern::Parse(QStringLiteral("blink"), &pattern), QString());
-    EXPECT_EQ(pattern.intervalMs, 500);
+    EXPECT_EQ(pattern.interval, std::chrono::milliseconds(500));
     std::mt19937 random;
     EXPECT_EQ(pattern.StatesAt(0, Inputs(), random), 0u);
     EXPECT_EQ(pattern.StatesAt(1, Inputs(), random), 0xFFFu);

@@ -11,13 +11,13 @@ using testing::IsEmpty;
 
 using Action = FaultyPeer::Action;
 
-constexpr int LongMs = 60000;
+constexpr std::chrono::seconds Long(60);
 constexpr int SoonMs = 5000;  // far less than the response time-out, far more than a busy machine takes
 
 /// Requests on this thread, ended by another one.
 class ModbusTcpInterfaceAbort : public InterfaceTest {
   protected:
-    ModbusTcpInterfaceAbort() { settings.responseTimeout = LongMs; }
+    ModbusTcpInterfaceAbort() { settings.responseTimeout = Long; }
 
     /// Told on the peer's thread when a question has come, so that the request hangs for its answer.
     void ListenWithoutAnswering(const QByteArray& beginning = QByteArray()) {

@@ -23,7 +23,7 @@ class ModbusTcpInterfaceConnecting : public InterfaceTest {};
 
 TEST_F(ModbusTcpInterfaceConnecting, ATimeoutSaysSoAndNotThatItIsInProgress) {
     const FullListener listener;
-    settings.responseTimeout = 100;
+    settings.responseTimeout = std::chrono::milliseconds(100);
     Connect(listener.Port());
     QElapsedTimer elapsed;
     elapsed.start();
@@ -34,7 +34,7 @@ TEST_F(ModbusTcpInterfaceConnecting, ATimeoutSaysSoAndNotThatItIsInProgress) {
 
 TEST_F(ModbusTcpInterfaceConnecting, AbortEndsItAtOnce) {
     const FullListener listener;
-    settings.responseTimeout = 60000;
+    settings.responseTimeout = std::chrono::milliseconds(60000);
     // Each time the other thread may come a little earlier or later.
     for (int i = 0; i < 50; ++i) {
         Connect(listener.Port());

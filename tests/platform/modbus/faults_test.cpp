@@ -15,15 +15,15 @@ using EAfter = FaultyPeer::EAfter;
 
 constexpr unsigned True = 0xFFF;  ///< no transmitter is keyed
 constexpr unsigned False = 0;     ///< what a faulty answer says
-constexpr int ShortMs = 150;
-constexpr int LongMs = 20000;
+constexpr std::chrono::milliseconds Short(150);
+constexpr std::chrono::seconds Long(20);
 
 /// A faulty answer: a right one with false states, in which something was changed.
 struct Fault {
     const char* name;
     Action (*answer)(const QByteArray& question);
     unsigned error;
-    int timeoutMs = LongMs;  ///< short only where the fault is that nothing comes
+    std::chrono::milliseconds timeout = Long;  ///< short only where the fault is that nothing comes
 };
 
 void PrintTo(const Fault& fault, std::ostream* stream) {
@@ -44,7 +44,7 @@ QByteArray Changed(const QByteArray& question, int at, int difference) {
 class FaultyAnswer : public InterfaceTest, public testing::WithParamInterface<Fault> {};
 
 TEST_P(FaultyAnswer, IsAnErrorAndTheNextConnectionWorks) {
-    settings.responseTimeout = GetParam().timeoutMs;
+    settings.responseTimeout = GetParam().timeout;
     Listen([](const QByteArray& question, int number) -> Action {
         if (number == 2) return GetParam().answer(question);
         return {FaultyPeer::Answer(question, True)};
@@ -57,11 +57,11 @@ TEST_P(FaultyAnswer, IsAnErrorAndTheNextConnectionWorks) {
 }
 
 const Fault Faults[] = {
-    {"Silence", [](const QByteArray&) -> Action { return {}; }, CodeOf(EError::TimedOut), ShortMs},
+    {"Silence", [](const QByteArray&) -> Action { return {}; }, CodeOf(EError::TimedOut), Short},
     {"HalfAnAnswer", [](const QByteArray& question) -> Action { return {FalseAnswer(question).left(10)}; },
-     CodeOf(EError::TimedOut), ShortMs},
+     CodeOf(EError::TimedOut), Short},
     {"HalfAHeader", [](const QByteArray& question) -> Action { return {FalseAnswer(question).left(3)}; },
-     CodeOf(EError::TimedOut), ShortMs},
+     CodeOf(EError::TimedOut), Short},
     {"HalfAnAnswerAndTheEnd",
      [](const QByteArray& question) -> Action {
          return {FalseAnswer(question).left(10), EAfter::Close};
@@ -71,7 +71,7 @@ const Fault Faults[] = {
      [](const QByteArray& question) -> Action {
          return {FalseAnswer(question), EAfter::Keep, 40};
      },
-     CodeOf(EError::TimedOut), 200},
+     CodeOf(EError::TimedOut), std::chrono::milliseconds(200)},
     {"PreviousTransaction", [](const QByteArray& question) -> Action { return {Changed(question, 1, -1)}; },
      modbuserror::InvalidAnswer},
     {"NextTransaction", [](const QByteArray& question) -> Action { return {Changed(question, 1, 1)}; },
@@ -104,7 +104,7 @@ const Fault Faults[] = {
      },
      modbuserror::InvalidAnswer},
     {"MoreBytesThanComes", [](const QByteArray& question) -> Action { return {Changed(question, 8, 100)}; },
-     CodeOf(EError::TimedOut), ShortMs},
+     CodeOf(EError::TimedOut), Short},
     {"StatesBeyondTheLastInput",
      [](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 0x1000)}; },
      modbuserror::InvalidAnswer},
@@ -143,7 +143,7 @@ TEST_F(ModbusTcpInterfaceFaults, AnAnswerInPiecesIsAReadingIfItComesInTime) {
 
 TEST_F(ModbusTcpInterfaceFaults, ADripCannotOutliveTheResponseTimeout) {
     // Each byte comes well within the time-out, all of them take ten times as long.
-    settings.responseTimeout = 200;
+    settings.responseTimeout = std::chrono::milliseconds(200);
     Listen([](const QByteArray& question, int) -> Action {
         return {FaultyPeer::Answer(question, 0), EAfter::Keep, 180};
     });

@@ -29,7 +29,9 @@ class ModbusTcpInterfaceGrowth : public InterfaceTest {
         address.ip = 0x7F000001;
         address.port = peer->Port();
         // Each request a long time after the one before, so that none is left out.
-        ModbusTcpInterface asking(address, settings, counting, [] { return now += ReconnectDelay::LastMs; });
+        ModbusTcpInterface asking(address, settings, counting, [] {
+            return std::chrono::milliseconds(now += ReconnectDelay::Last.count());
+        });
         asking.ReadInputDiscretes(12);
         const AllocationCounter allocations;
         for (int i = 0; i < requests; ++i)

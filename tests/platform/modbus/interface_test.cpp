@@ -117,7 +117,7 @@ TEST_F(ModbusTcpInterfaceTest, TellsTheLastErrorUntilItConnectsAgain) {
     EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 2), Closed()));
     for (int i = 0; i < 3; ++i)
         EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 2)));
-    now += ReconnectDelay::FirstMs;
+    now += ReconnectDelay::First.count();
     EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 3)));
     EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 3)));
     EXPECT_EQ(peer->Questions(), 3);
@@ -140,7 +140,7 @@ TEST_F(ModbusTcpInterfaceTest, AnAnswerEndsTheDelay) {
     LetDelayPass();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
     EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6), Closed()));
-    now += ReconnectDelay::FirstMs;
+    now += ReconnectDelay::First.count();
     EXPECT_THAT(Read(), ElementsAre(Error(modbuserror::Base + 6)));
 }
 

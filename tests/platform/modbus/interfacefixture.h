@@ -44,7 +44,7 @@ class InterfaceTest : public testing::Test {
   protected:
     InterfaceTest() {
         now = 0;
-        settings.responseTimeout = 5000;
+        settings.responseTimeout = std::chrono::seconds(5);
     }
 
     /// Before anything goes that the peer uses.
@@ -62,8 +62,8 @@ class InterfaceTest : public testing::Test {
         ModbusAddress address;
         address.ip = 0x7F000001;
         address.port = port;
-        interface =
-            std::make_unique<ModbusTcpInterface>(address, settings, callback, [] { return now.load(); });
+        interface = std::make_unique<ModbusTcpInterface>(
+            address, settings, callback, [] { return std::chrono::milliseconds(now.load()); });
     }
 
     /// What the callback is told during one request.
@@ -72,7 +72,7 @@ class InterfaceTest : public testing::Test {
         interface->ReadInputDiscretes(count);
         return callback.events;
     }
-    static void LetDelayPass() { now += ReconnectDelay::LastMs; }
+    static void LetDelayPass() { now += ReconnectDelay::Last.count(); }
 
     static QString Bits(unsigned bits) { return RecordingCallback::Bits(bits); }
     static QString Error(nativesocket::EError error) {
@@ -82,7 +82,7 @@ class InterfaceTest : public testing::Test {
     static QString Opened() { return QStringLiteral("opened"); }
     static QString Closed() { return QStringLiteral("closed"); }
 
-    static inline std::atomic<qint64> now{0};
+    static inline std::atomic<qint64> now{0};  ///< ms
     ModbusSettings settings;
     RecordingCallback callback;
     std::unique_ptr<FaultyPeer> peer;

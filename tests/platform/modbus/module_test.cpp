@@ -78,7 +78,8 @@ struct ModuleFault {
     const char* name;
     const char* command;
     unsigned error;
-    int timeoutMs = 20000;  ///< short only where the fault is that nothing comes
+    std::chrono::milliseconds timeout =
+        std::chrono::seconds(20);  ///< short only where the fault is that nothing comes
 };
 
 void PrintTo(const ModuleFault& fault, std::ostream* stream) {
@@ -88,7 +89,7 @@ void PrintTo(const ModuleFault& fault, std::ostream* stream) {
 class FaultOfSimulatedModule : public SimulatedModule, public testing::WithParamInterface<ModuleFault> {};
 
 TEST_P(FaultOfSimulatedModule, IsAnErrorAndIsOverAfterwards) {
-    settings.responseTimeout = GetParam().timeoutMs;
+    settings.responseTimeout = GetParam().timeout;
     Start();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0xFFF)));
     module.Say(GetParam().command);
@@ -98,13 +99,13 @@ TEST_P(FaultOfSimulatedModule, IsAnErrorAndIsOverAfterwards) {
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0xFFF)));
 }
 
-constexpr int ShortMs = 150;
+constexpr std::chrono::milliseconds Short(150);
 
 const ModuleFault ModuleFaults[] = {
-    {"Delay", "fault delay 3000", nativesocket::CodeOf(EError::TimedOut), ShortMs},
+    {"Delay", "fault delay 3000", nativesocket::CodeOf(EError::TimedOut), Short},
     {"Reset", "fault reset", nativesocket::CodeOf(EError::ConnectionReset)},
-    {"Silence", "fault silence", nativesocket::CodeOf(EError::TimedOut), ShortMs},
-    {"Half", "fault half", nativesocket::CodeOf(EError::TimedOut), ShortMs},
+    {"Silence", "fault silence", nativesocket::CodeOf(EError::TimedOut), Short},
+    {"Half", "fault half", nativesocket::CodeOf(EError::TimedOut), Short},
     {"Transaction", "fault transaction", modbuserror::InvalidAnswer},
     {"Function", "fault function", modbuserror::InvalidAnswer},
     {"Exception", "fault exception 6", modbuserror::OfException(6)},
@@ -135,7 +136,7 @@ TEST_F(SimulatedModule, ThatSendsEachAnswerTwiceIsAnErrorWithTheNextRequest) {
 }
 
 TEST_F(SimulatedModule, ThatSendsWrongLengthsAndGarbageIsNeverBelieved) {
-    settings.responseTimeout = ShortMs;
+    settings.responseTimeout = Short;
     Start();
     module.Say("states 0xABC");
     for (const char* const fault : {"fault length", "fault garbage"}) {
@@ -151,7 +152,7 @@ TEST_F(SimulatedModule, ThatSendsWrongLengthsAndGarbageIsNeverBelieved) {
 }
 
 TEST_F(SimulatedModule, InAStormIsNeverBelievedWrongly) {
-    settings.responseTimeout = 40;
+    settings.responseTimeout = std::chrono::milliseconds(40);
     Start({QStringLiteral("--fault"), QStringLiteral("storm 70"), QStringLiteral("--seed"),
            QStringLiteral("7")});
     module.Say("states 0x5A6");

@@ -43,7 +43,7 @@ class CheckingCallback final : public IModbusTcpInterfaceCallback {
 /// formed. Answers that came late or twice hold what was true before, all other faulty ones the opposite.
 class FaultStorm : public InterfaceTest, public testing::WithParamInterface<unsigned> {
   protected:
-    FaultStorm() : random(GetParam()) { settings.responseTimeout = 30; }
+    FaultStorm() : random(GetParam()) { settings.responseTimeout = std::chrono::milliseconds(30); }
 
     bool Happens(int percent) { return static_cast<int>(random() % 100) < percent; }
 
@@ -62,7 +62,8 @@ class FaultStorm : public InterfaceTest, public testing::WithParamInterface<unsi
         const dimodule::Reaction reaction = dimodule::React(storm, question, good, random);
         // A delay comes within the time-out or does not: byte after byte.
         const bool isReset = reaction.then == dimodule::Reaction::EThen::Reset;
-        return {reaction.bytes, isReset ? EAfter::Reset : EAfter::Keep, reaction.delayMs % 4};
+        return {reaction.bytes, isReset ? EAfter::Reset : EAfter::Keep,
+                static_cast<int>(reaction.delay.count() % 4)};
     }
 
     /// The opposite of the truth, with anything changed in the bytes that say what it is.
@@ -86,7 +87,8 @@ TEST_P(FaultStorm, NeverMakesAFalseState) {
     ModbusAddress address;
     address.ip = 0x7F000001;
     address.port = peer->Port();
-    ModbusTcpInterface asking(address, settings, checking, [] { return now += ReconnectDelay::LastMs; });
+    ModbusTcpInterface asking(address, settings, checking,
+                              [] { return std::chrono::milliseconds(now += ReconnectDelay::Last.count()); });
     std::mt19937 states(GetParam() + 1);
     for (int i = 0; i < Requests; ++i) {
         truth = states() & 0xFFF;
