@@ -34,7 +34,7 @@ bool OwnPoller::Start(quint16 port) {
     qputenv("MCS_MODBUS_PORT", QByteArray::number(port));
     for (int i = 0; i < plant::Modules; ++i) {
         auto module = std::make_unique<DataModule>(&m_widget, i, QStringLiteral("Simulated"),
-                                                   plant::AddressOf(i), unsigned{plant::PollInterval});
+                                                   plant::AddressOf(i), PollInterval(plant::PollInterval));
         QObject::connect(module.get(), &DataModule::SignalError,
                          [this](const QString&, const QString& address, int, const QString& text) {
                              m_error = address + QStringLiteral(": ") + text;

@@ -43,7 +43,7 @@ DataModule::DataModule(QTreeWidget* tree, int index)
 }
 
 DataModule::DataModule(QTreeWidget* tree, int index, const QString& type, const QString& address,
-                       unsigned pollInterval)
+                       PollInterval pollInterval)
     : DataModule(tree, index) {
     Apply(type, address, pollInterval);
 }
@@ -53,19 +53,19 @@ DataModule::~DataModule() {
     RemoveTreeItems();
 }
 
-void DataModule::Configure(const QString& type, const QString& address, unsigned pollInterval) {
+void DataModule::Configure(const QString& type, const QString& address, PollInterval pollInterval) {
     Disconnect();
     Apply(type, address, pollInterval);
     Connect();
 }
 
-void DataModule::Apply(const QString& type, const QString& address, unsigned pollInterval) {
+void DataModule::Apply(const QString& type, const QString& address, PollInterval pollInterval) {
     SetType(type);
     m_address = address;
     m_addressFault = ModbusAddress::FaultOf(PollThread::InterfaceAddress(address));
     setText(AddressColumn, address);
     m_pollInterval = pollInterval;
-    setText(PollIntervalColumn, QString::number(pollInterval));
+    setText(PollIntervalColumn, QString::number(pollInterval.count()));
     m_pollThread->Setup(m_address, m_numberOfInputs, m_pollInterval);
     ProvideTreeItems();
 }

@@ -3,6 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
+#include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <platform/values/node.h>
 #include <platform/values/observable.h>
@@ -32,9 +33,9 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
 
     /// A module that has no type yet and publishes nothing until it is configured.
     DataModule(QTreeWidget* tree, int index);
-    /// A configured module, not connected yet. \a pollInterval is in ms.
+    /// A configured module, not connected yet.
     DataModule(QTreeWidget* tree, int index, const QString& type, const QString& address,
-               unsigned pollInterval);
+               PollInterval pollInterval);
     /// Disconnects, shows that in the value tree, and then removes what it published.
     ~DataModule() override;
     DataModule(const DataModule&) = delete;
@@ -46,13 +47,13 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     ModuleIdentity GetIdentity() const { return {m_type, m_index, m_address}; }
     /// Why its address cannot be right, one line of English; empty if it can.
     QString GetAddressFault() const { return m_addressFault; }
-    unsigned GetPollInterval() const { return m_pollInterval; }
+    PollInterval GetPollInterval() const { return m_pollInterval; }
     unsigned short GetNumberOfInputs() const { return m_numberOfInputs; }
     bool IsConnected() const { return m_connected; }
     bool IsInError() const { return m_error; }  ///< until it is connected again
 
     /// Disconnects, takes the three values over, publishes the module anew and connects.
-    void Configure(const QString& type, const QString& address, unsigned pollInterval);
+    void Configure(const QString& type, const QString& address, PollInterval pollInterval);
     /// Another type than before drops all assignments.
     void SetType(const QString& type);
 
@@ -87,7 +88,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     using Number = values::ValueNumeric<int>;
     using Assignments = values::ValueList<double>;
 
-    void Apply(const QString& type, const QString& address, unsigned pollInterval);
+    void Apply(const QString& type, const QString& address, PollInterval pollInterval);
     void ProvideTreeItems();
     void ProvideValues(values::Node& node);
     template <class V>
@@ -105,7 +106,7 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     QString m_type;
     QString m_address;
     QString m_addressFault;
-    unsigned m_pollInterval = 0;  ///< ms
+    PollInterval m_pollInterval{};
     unsigned short m_numberOfInputs;
     unsigned long m_inputDiscretes = 0;  ///< read last over this connection
     std::vector<double> m_frequencies;   ///< Hz, by input

@@ -17,9 +17,9 @@
 namespace {
 
 constexpr int FieldWidth = 100;
-constexpr int MinPollInterval = 10;  // ms
-constexpr int MaxPollInterval = 1000;
-constexpr int DefaultPollInterval = 100;
+constexpr PollInterval MinPollInterval(10);
+constexpr PollInterval MaxPollInterval(1000);
+constexpr PollInterval DefaultPollInterval(100);
 
 }  // namespace
 
@@ -36,7 +36,8 @@ void DataModuleEditor::Build() {
     m_type = new QComboBox(m_group);
     m_address = new QLineEdit(m_group);
     m_pollInterval = new QSpinBox(m_group);
-    m_pollInterval->setRange(MinPollInterval, MaxPollInterval);
+    m_pollInterval->setRange(static_cast<int>(MinPollInterval.count()),
+                             static_cast<int>(MaxPollInterval.count()));
     AddRow(*grid, tr("Type:"), m_type, "type");
     AddRow(*grid, tr("IP Address:"), m_address, "address");
     AddRow(*grid, tr("Poll interval (ms):"), m_pollInterval, "pollInterval");
@@ -70,8 +71,8 @@ void DataModuleEditor::Fill() {
     m_group->setTitle(isNew ? tr("Add new module") : tr("Edit module properties"));
     SetType(isNew ? QStringLiteral("ADAM-6051") : m_module->GetType());
     m_address->setText(isNew ? QStringLiteral("127.0.0.1") : m_module->GetAddress());
-    const unsigned interval = isNew ? DefaultPollInterval : m_module->GetPollInterval();
-    m_pollInterval->setValue(static_cast<int>(std::min(interval, unsigned{MaxPollInterval})));
+    const PollInterval interval = isNew ? DefaultPollInterval : m_module->GetPollInterval();
+    m_pollInterval->setValue(static_cast<int>(std::min(interval, MaxPollInterval).count()));
     setWindowTitle(m_group->title());
 }
 
@@ -87,8 +88,7 @@ void DataModuleEditor::SetType(const QString& type) {
 
 void DataModuleEditor::SlotOkButton() {
     if (!m_module.isNull())
-        m_module->Configure(m_type->currentText(), m_address->text(),
-                            static_cast<unsigned>(m_pollInterval->value()));
+        m_module->Configure(m_type->currentText(), m_address->text(), PollInterval(m_pollInterval->value()));
     m_module.clear();
     accept();
 }

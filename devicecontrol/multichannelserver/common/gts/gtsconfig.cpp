@@ -33,9 +33,9 @@ bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
     entry->index = section->ReadInt(gtskeys::Index, -1);
     entry->type = section->ReadString(gtskeys::Name, QString());
     entry->address = section->ReadString(gtskeys::Address, QString());
-    entry->pollInterval = section->ReadInt(gtskeys::PollInterval, 0);
+    entry->pollInterval = std::chrono::milliseconds(section->ReadInt(gtskeys::PollInterval, 0));
     return entry->index >= 0 && !entry->type.isEmpty() && !entry->address.isEmpty() &&
-           entry->pollInterval >= 1;
+           entry->pollInterval > entry->pollInterval.zero();
 }
 
 QString NodeName(const gtsconfig::Entry& entry) {
@@ -63,12 +63,12 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
 }
 
 void SaveModule(ICfg& section, const DataModule& module) {
-    constexpr unsigned HighestInterval = std::numeric_limits<int>::max();
+    constexpr PollInterval Longest(std::numeric_limits<int>::max());  // that the configuration can hold
     section.WriteInt(gtskeys::Index, module.GetIndex());
     section.WriteString(gtskeys::Name, module.GetType());
     section.WriteString(gtskeys::Address, module.GetAddress());
     section.WriteInt(gtskeys::PollInterval,
-                     static_cast<int>(std::min(module.GetPollInterval(), HighestInterval)));
+                     static_cast<int>(std::min(module.GetPollInterval(), Longest).count()));
     module.SaveAssignments(section);
 }
 

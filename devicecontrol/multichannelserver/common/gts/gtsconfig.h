@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <set>
 #include <vector>
 
@@ -23,8 +24,8 @@ struct Entry {
     int index = -1;
     QString type;
     QString address;
-    int pollInterval = 0;  ///< ms
-    QString section;       ///< its name, below "GTS"
+    std::chrono::milliseconds pollInterval{};
+    QString section;  ///< its name, below "GTS"
 };
 
 /// The usable entries of \a gts, in their order. Incomplete ones are left out silently. Where an earlier

@@ -122,8 +122,8 @@ void GTSDisplayImpl::Load() {
     const std::vector<gtsconfig::Entry> entries =
         gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>();
     for (const gtsconfig::Entry& entry : entries) {
-        auto module = std::make_unique<DataModule>(m_tree, entry.index, entry.type, entry.address,
-                                                   static_cast<unsigned>(entry.pollInterval));
+        auto module =
+            std::make_unique<DataModule>(m_tree, entry.index, entry.type, entry.address, entry.pollInterval);
         if (const std::unique_ptr<ICfg> section{gts->OpenSection(entry.section)})
             module->LoadAssignments(*section);
         m_sections.insert(entry.section);

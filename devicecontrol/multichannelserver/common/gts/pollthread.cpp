@@ -23,7 +23,7 @@ QString PollThread::InterfaceAddress(const QString& address) {
     return QStringLiteral("TCP:%1:502").arg(address);  // fixed: port-502
 }
 
-void PollThread::Setup(const QString& address, unsigned short inputCount, unsigned pollInterval) {
+void PollThread::Setup(const QString& address, unsigned short inputCount, PollInterval pollInterval) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_address = InterfaceAddress(address);
     m_inputCount = inputCount;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <QtCore/QString>
 #include <QtCore/QThread>
@@ -23,8 +24,8 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     /// Where the module at the IP address \a address is asked.
     static QString InterfaceAddress(const QString& address);
     /// What to poll from the next start on: the module at the IP address \a address, on the port of
-    /// Modbus/TCP, every \a pollInterval ms.
-    void Setup(const QString& address, unsigned short inputCount, unsigned pollInterval);
+    /// Modbus/TCP, every \a pollInterval.
+    void Setup(const QString& address, unsigned short inputCount, PollInterval pollInterval);
     /// Starts to poll. \return 0, or the error that stands in the way: the system has no thread to give, or
     /// the process has as many poll threads as it has descriptors for, and would not survive one more.
     unsigned Start();
@@ -51,7 +52,7 @@ class MCS_COMMON_EXPORT PollThread : public QThread {
     std::mutex m_mutex;  ///< guards what follows, up to m_impl
     QString m_address;   ///< "TCP:<ip>:<port>"
     unsigned short m_inputCount = 0;
-    unsigned m_pollInterval = 0;
+    PollInterval m_pollInterval{};
     PollThreadImpl* m_impl = nullptr;     ///< while the thread runs; lives on it
     bool m_isCounted = false;             ///< among those started; of the thread that made it, as the count
     std::atomic<int> m_errorOnItsWay{0};  ///< the last one that was sent and not heard; 0: none

@@ -11,11 +11,11 @@
 #include <limits>
 #include <utility>
 
-PollThreadImpl::PollThreadImpl(const QString& address, unsigned short inputCount, unsigned pollInterval)
+PollThreadImpl::PollThreadImpl(const QString& address, unsigned short inputCount, PollInterval pollInterval)
     : m_address(address.toStdWString()), m_inputCount(inputCount), m_timer(new QTimer(this)) {
-    constexpr unsigned LongestInterval = std::numeric_limits<int>::max();
+    constexpr PollInterval Longest(std::numeric_limits<int>::max());  // that a QTimer can wait
     m_timer->setTimerType(Qt::PreciseTimer);
-    m_timer->setInterval(static_cast<int>(std::min(pollInterval, LongestInterval)));
+    m_timer->setInterval(std::chrono::milliseconds(std::min(pollInterval, Longest)));
     connect(m_timer, &QTimer::timeout, this, &PollThreadImpl::SlotOnTimer);
     m_interface.reset(PollInterfaceFactory::Create(m_address.c_str(), this));
 }

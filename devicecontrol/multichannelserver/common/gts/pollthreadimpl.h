@@ -2,6 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <platform/modbus/imodbustcpinterface.h>
 #include <platform/modbus/imodbustcpinterfacecallback.h>
@@ -25,8 +26,8 @@ class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcp
     Q_OBJECT
 
   public:
-    /// \a address is "TCP:<ip>:<port>", \a pollInterval is in ms.
-    PollThreadImpl(const QString& address, unsigned short inputCount, unsigned pollInterval);
+    /// \a address is "TCP:<ip>:<port>".
+    PollThreadImpl(const QString& address, unsigned short inputCount, PollInterval pollInterval);
     ~PollThreadImpl() override;
 
     /// Starts to poll. An address that cannot be right is told of here.

@@ -14,7 +14,7 @@ class ADataModule : public DataModuleTest {};
 
 TEST_F(ADataModule, IsARowOfTheTreeWidget) {
     {
-        const DataModule module(&m_widget, 4, Text("ADAM-6051"), m_ip, 250);
+        const DataModule module(&m_widget, 4, Text("ADAM-6051"), m_ip, PollInterval(250));
         ASSERT_EQ(m_widget.topLevelItemCount(), 1);
         const QTreeWidgetItem& row = *m_widget.topLevelItem(0);
         EXPECT_EQ(row.text(0), Text("5"));
@@ -41,12 +41,12 @@ TEST_F(ADataModule, WithoutATypePublishesNothing) {
 
 TEST_F(ADataModule, UpdatesItsRowWhenItIsConfigured) {
     DataModule module(&m_widget, 0);
-    module.Configure(Text("ADAM-6060"), Text("10.0.0.7"), 33);
+    module.Configure(Text("ADAM-6060"), Text("10.0.0.7"), PollInterval(33));
     EXPECT_EQ(module.text(1), Text("ADAM-6060"));
     EXPECT_EQ(module.text(2), Text("10.0.0.7"));
     EXPECT_EQ(module.text(3), Text("33"));
     EXPECT_EQ(module.GetAddress(), Text("10.0.0.7"));
-    EXPECT_EQ(module.GetPollInterval(), 33U);
+    EXPECT_EQ(module.GetPollInterval(), std::chrono::milliseconds(33));
     EXPECT_TRUE(WaitUntil([&] { return module.IsConnected(); }));
     EXPECT_EQ(module.text(4), Text("Connected"));
 }
@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(Table, AType, testing::ValuesIn(typeRows), testing::Pri
 TEST_F(ADataModule, DropsItsAssignmentsWhenItsTypeChanges) {
     const auto module = Make();
     module->SetFrequency(0, First);
-    module->Configure(Text("ADAM-6060"), m_ip, 1);
+    module->Configure(Text("ADAM-6060"), m_ip, PollInterval(1));
     EXPECT_EQ(module->GetFrequency(0), 0.0);
     module->SetFrequency(0, First);
     module->SetType(Text("ADAM-6051"));
@@ -102,7 +102,7 @@ TEST_F(ADataModule, DropsItsAssignmentsWhenItsTypeChanges) {
 TEST_F(ADataModule, KeepsItsAssignmentsWhenItsTypeIsSetAgain) {
     const auto module = Make();
     module->SetFrequency(0, First);
-    module->Configure(Text("ADAM-6051"), Text("10.0.0.7"), 2);
+    module->Configure(Text("ADAM-6051"), Text("10.0.0.7"), PollInterval(2));
     EXPECT_EQ(module->GetFrequency(0), First);
 }
 

@@ -80,7 +80,7 @@ TEST_F(ADataModuleEditor, ProposesValuesForANewModule) {
 }
 
 TEST_F(ADataModuleEditor, ShowsTheValuesOfAModule) {
-    DataModule module(&m_widget, 0, Text("ADAM-6060"), Text("10.0.0.7"), 250);
+    DataModule module(&m_widget, 0, Text("ADAM-6060"), Text("10.0.0.7"), std::chrono::milliseconds(250));
     Open(&module);
     EXPECT_EQ(Title(), Text("Edit module properties"));
     EXPECT_EQ(Type().currentText(), Text("ADAM-6060"));
@@ -89,7 +89,7 @@ TEST_F(ADataModuleEditor, ShowsTheValuesOfAModule) {
 }
 
 TEST_F(ADataModuleEditor, OffersOnlyTheTypeThatWasPutIn) {
-    DataModule module(&m_widget, 0, Text("adam-6051"), Text("10.0.0.7"), 250);
+    DataModule module(&m_widget, 0, Text("adam-6051"), Text("10.0.0.7"), std::chrono::milliseconds(250));
     Open(&module);
     EXPECT_EQ(Type().count(), 1);
     EXPECT_EQ(Type().itemText(0), Text("adam-6051"));
@@ -106,7 +106,7 @@ TEST_F(ADataModuleEditor, ConfiguresAndConnectsTheModule) {
     EXPECT_FALSE(m_editor->isVisible());
     EXPECT_EQ(module.GetType(), Text("ADAM-6051"));
     EXPECT_EQ(module.GetAddress(), Text("10.0.0.7"));
-    EXPECT_EQ(module.GetPollInterval(), 33U);
+    EXPECT_EQ(module.GetPollInterval(), std::chrono::milliseconds(33));
     EXPECT_NE(m_tree.FindNode(Path("ADAM-6051-0")), nullptr);
     EXPECT_TRUE(WaitUntil([&] { return module.IsConnected(); }));
 }
@@ -213,19 +213,19 @@ TEST_P(AnInterval, BelowOrAboveTheLimitsCannotBeEntered) {
     Open(&module);
     Type(PollInterval(), GetParam().typed);
     Click("ok");
-    EXPECT_GE(module.GetPollInterval(), 10U);
-    EXPECT_LE(module.GetPollInterval(), 1000U);
-    EXPECT_EQ(static_cast<int>(module.GetPollInterval()), GetParam().interval);
+    EXPECT_GE(module.GetPollInterval(), std::chrono::milliseconds(10));
+    EXPECT_LE(module.GetPollInterval(), std::chrono::milliseconds(1000));
+    EXPECT_EQ(module.GetPollInterval(), std::chrono::milliseconds(GetParam().interval));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, AnInterval, testing::ValuesIn(intervalRows),
                          testing::PrintToStringParamName());
 
 TEST_F(ADataModuleEditor, ShowsTheNearestIntervalOfAModuleThatHasAnother) {
-    DataModule fast(&m_widget, 0, Text("x"), m_ip, 1);
+    DataModule fast(&m_widget, 0, Text("x"), m_ip, std::chrono::milliseconds(1));
     Open(&fast);
     EXPECT_EQ(PollInterval().value(), 10);
-    DataModule slow(&m_widget, 1, Text("x"), m_ip, 4294967295U);
+    DataModule slow(&m_widget, 1, Text("x"), m_ip, std::chrono::milliseconds(4294967295));
     Open(&slow);
     EXPECT_EQ(PollInterval().value(), 1000);
 }

@@ -227,7 +227,7 @@ TEST_F(APolledModule, IsConfiguredWhileARequestHangs) {
     const auto module = Make();
     module->Connect();
     ASSERT_TRUE(m_modules.WaitUntilHanging());
-    module->Configure(Text("ADAM-6051"), Text("10.0.0.2"), 1);
+    module->Configure(Text("ADAM-6051"), Text("10.0.0.2"), PollInterval(1));
     EXPECT_TRUE(WaitForStatus(*module, "Connected"));
     EXPECT_EQ(m_modules.Interfaces(), 1);
     EXPECT_EQ(m_modules.Hanging(), 0);

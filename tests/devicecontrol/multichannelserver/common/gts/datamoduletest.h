@@ -45,7 +45,7 @@ class DataModuleTest : public testing::Test {
     }
 
     std::unique_ptr<DataModule> Make(int index = 0, const char* type = "ADAM-6051") {
-        return std::make_unique<DataModule>(&m_widget, index, Text(type), m_ip, 1);
+        return std::make_unique<DataModule>(&m_widget, index, Text(type), m_ip, PollInterval(1));
     }
     /// A module of twelve inputs, whose first two have frequencies, and that is connected.
     std::unique_ptr<DataModule> MakeConnected(unsigned bits) {

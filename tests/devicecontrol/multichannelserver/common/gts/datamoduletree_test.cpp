@@ -149,7 +149,7 @@ TEST_F(APublishedModule, TellsOfItsListAtEveryRefresh) {
 
 TEST_F(APublishedModule, MovesToAnotherNodeWithAnotherType) {
     const auto module = Make();
-    module->Configure(Text("ADAM-6060"), m_ip, 1);
+    module->Configure(Text("ADAM-6060"), m_ip, PollInterval(1));
     EXPECT_EQ(treeaccess::ChildNames(m_tree.FindNode(Path(""))), std::vector<QString>{Text("ADAM-6060-0")});
     module->Disconnect();
     EXPECT_EQ(AssignmentsAt("ADAM-6060-0/FrequencyAssignments"), std::vector<double>(6, 0.0));
@@ -158,7 +158,7 @@ TEST_F(APublishedModule, MovesToAnotherNodeWithAnotherType) {
 TEST_F(APublishedModule, KeepsItsNodeWithTheSameType) {
     const auto module = Make();
     const values::Node* const node = m_tree.FindNode(Path("ADAM-6051-0"));
-    module->Configure(Text("ADAM-6051"), Text("10.0.0.9"), 2);
+    module->Configure(Text("ADAM-6051"), Text("10.0.0.9"), PollInterval(2));
     EXPECT_EQ(m_tree.FindNode(Path("ADAM-6051-0")), node);
 }
 
@@ -268,7 +268,7 @@ TEST_F(APublishedModule, StopsUsingItsNodeIfOthersDeleteIt) {
     }
     module->SlotOnConnectionEstablished();
     EXPECT_EQ(m_tree.FindItem(Path("ADAM-6051-0")), nullptr);
-    module->Configure(Text("ADAM-6051"), m_ip, 1);
+    module->Configure(Text("ADAM-6051"), m_ip, PollInterval(1));
     EXPECT_NE(NumberAt("ADAM-6051-0/InputDiscretes"), nullptr);
 }
 

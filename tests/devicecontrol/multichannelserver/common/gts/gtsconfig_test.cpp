@@ -76,7 +76,7 @@ TEST_P(AnEntry, IsLoadedIfItIsCompleteAndSkippedSilentlyIfNot) {
     EXPECT_EQ(entries[0].index, Text(row.index).toInt());
     EXPECT_EQ(entries[0].type, Text(row.type));
     EXPECT_EQ(entries[0].address, Text(row.address));
-    EXPECT_EQ(entries[0].pollInterval, Text(row.interval).toInt());
+    EXPECT_EQ(entries[0].pollInterval, std::chrono::milliseconds(Text(row.interval).toInt()));
     EXPECT_EQ(entries[0].section, Text("Module0"));
 }
 

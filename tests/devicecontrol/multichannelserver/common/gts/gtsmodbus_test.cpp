@@ -66,7 +66,7 @@ class ARealModule : public testing::Test {
     /// The first input is keyed, the second is not.
     void Connect(quint32 states = 0xFFE) {
         m_module.SetStates(states);
-        m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), m_ip, 5U);
+        m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), m_ip, PollInterval(5));
         m_data->SetFrequency(0, First);
         m_data->SetFrequency(1, Second);
         m_data->Connect();
@@ -119,7 +119,7 @@ TEST_F(ARealModule, BlanksAllIfAllAreKeyedAtFirst) {
 
 TEST_F(ARealModule, IsAskedForItsOwnNumberOfInputs) {
     Connect();
-    m_data->Configure(Text("ADAM-6060"), m_ip, 5);
+    m_data->Configure(Text("ADAM-6060"), m_ip, PollInterval(5));
     ASSERT_TRUE(WaitForStatus("Connected"));
     EXPECT_EQ(m_data->GetNumberOfInputs(), 6);
     EXPECT_EQ(treeaccess::ContentAt(Text("/ORVServer/GTS/ADAM-6060-0/InputDiscretes")), Text("62"));
@@ -135,7 +135,7 @@ TEST_F(ARealModule, ThatIsNotThereIsAnError) {
     ASSERT_EQ(dimodule::Fault::Parse({Text("refused")}, &refused), QString());
     other.SetFault(refused);
     qputenv("MCS_MODBUS_PORT", QByteArray::number(port));
-    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), m_ip, 5U);
+    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), m_ip, PollInterval(5));
     QSignalSpy spy(m_data.get(), &DataModule::SignalError);
     m_data->Connect();
     ASSERT_TRUE(WaitForStatus("Error"));
@@ -153,7 +153,8 @@ TEST_F(ARealModule, IsReportedWithEveryPollWhileItFails) {
 }
 
 TEST_F(ARealModule, IsFoundByAnAddressWithBlanksAround) {
-    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(" 127.0.0.1\t"), 5U);
+    m_data =
+        std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(" 127.0.0.1\t"), PollInterval(5));
     m_data->Connect();
     EXPECT_TRUE(WaitForStatus("Connected"));
 }
@@ -170,13 +171,14 @@ void PrintTo(const AddressRow& row, std::ostream* stream) {
 class AWrongAddress : public ARealModule, public testing::WithParamInterface<AddressRow> {};
 
 TEST_P(AWrongAddress, IsAnErrorAtOnce) {
-    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(GetParam().address), 5U);
+    m_data = std::make_unique<DataModule>(&m_widget, 0, Text("ADAM-6051"), Text(GetParam().address),
+                                          PollInterval(5));
     QSignalSpy spy(m_data.get(), &DataModule::SignalError);
     m_data->Connect();
     ASSERT_TRUE(WaitForStatus("Error"));
     EXPECT_EQ(spy.count(), 1);
     EXPECT_EQ(spy[0][3].toString(), ModbusErrorText(spy[0][2].toUInt()));
-    m_data->Configure(Text("ADAM-6051"), m_ip, 5);
+    m_data->Configure(Text("ADAM-6051"), m_ip, PollInterval(5));
     EXPECT_TRUE(WaitForStatus("Connected"));
 }
 
@@ -267,7 +269,7 @@ TEST_F(AHangingRequest, EndsWhenItsModuleIsDisconnected) {
 
 TEST_F(AHangingRequest, EndsWhenItsModuleIsEdited) {
     SetFault("none");
-    m_data->Configure(Text("ADAM-6051"), m_ip, 6);
+    m_data->Configure(Text("ADAM-6051"), m_ip, PollInterval(6));
     EXPECT_TRUE(WaitForStatus("Connected"));
     EXPECT_TRUE(IsBlanked(First));
 }

@@ -16,7 +16,7 @@ const QString ip = QStringLiteral("10.0.0.1");
 class APollThread : public testing::Test {
   protected:
     APollThread() {
-        m_thread.Setup(ip, 12, 1);
+        m_thread.Setup(ip, 12, PollInterval(1));
         QObject::connect(&m_thread, &PollThread::InterfaceOpen, [this] { Note(QStringLiteral("open")); });
         QObject::connect(&m_thread, &PollThread::InterfaceClose, [this] { Note(QStringLiteral("close")); });
         QObject::connect(&m_thread, &PollThread::InterfaceError,
@@ -53,7 +53,7 @@ TEST_F(APollThread, SaysThatTheSystemHasNoThreadToGive) {
 }
 
 TEST_F(APollThread, PollsTheModuleThatItWasSetUpFor) {
-    m_thread.Setup(QStringLiteral("10.0.0.2"), 6, 1);
+    m_thread.Setup(QStringLiteral("10.0.0.2"), 6, PollInterval(1));
     m_thread.start();
     ASSERT_TRUE(WaitForEvents(1));
     EXPECT_EQ(m_modules.Addresses(), std::vector<QString>{QStringLiteral("TCP:10.0.0.2:502")});
@@ -91,7 +91,7 @@ TEST_F(APollThread, EndsAtOnceWhileARequestHangs) {
 TEST_F(APollThread, EndsWhenItIsDestroyedWhileARequestHangs) {
     {
         PollThread thread;
-        thread.Setup(ip, 12, 1);
+        thread.Setup(ip, 12, PollInterval(1));
         m_modules.Hang(ip);
         thread.start();
         ASSERT_TRUE(m_modules.WaitUntilHanging());
@@ -151,7 +151,7 @@ TEST_F(APollThread, StartsAgainWithWhatItWasSetUpForMeanwhile) {
     ASSERT_TRUE(WaitForEvents(2));
     End();
     m_events.clear();
-    m_thread.Setup(QStringLiteral("10.0.0.2"), 6, 1);
+    m_thread.Setup(QStringLiteral("10.0.0.2"), 6, PollInterval(1));
     m_thread.start();
     ASSERT_TRUE(WaitForEvents(2));
     EXPECT_EQ(m_events, (std::vector<QString>{QStringLiteral("6 inputs fff"), QStringLiteral("open")}));

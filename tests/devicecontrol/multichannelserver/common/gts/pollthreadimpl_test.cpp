@@ -48,7 +48,7 @@ class APollThreadImpl : public testing::Test {
 
 TEST_F(APollThreadImpl, MakesAnInterfaceToTheAddressAndDeletesIt) {
     {
-        const PollThreadImpl impl(address, 12, 10);
+        const PollThreadImpl impl(address, 12, PollInterval(10));
         EXPECT_EQ(m_modules.Addresses(), std::vector<QString>{address});
         EXPECT_EQ(m_modules.Interfaces(), 1);
     }
@@ -56,14 +56,14 @@ TEST_F(APollThreadImpl, MakesAnInterfaceToTheAddressAndDeletesIt) {
 }
 
 TEST_F(APollThreadImpl, AsksForTheInputsOncePerTick) {
-    PollThreadImpl impl(address, 6, 10);
+    PollThreadImpl impl(address, 6, PollInterval(10));
     impl.SlotOnTimer();
     impl.SlotOnTimer();
     EXPECT_EQ(m_modules.CountsAsked(), (std::vector<unsigned short>{6, 6}));
 }
 
 TEST_F(APollThreadImpl, HasOneTimerOfTheIntervalWhichStartsWithIt) {
-    PollThreadImpl impl(address, 6, 250);
+    PollThreadImpl impl(address, 6, PollInterval(250));
     const QList<QTimer*> timers = impl.findChildren<QTimer*>();
     ASSERT_EQ(timers.size(), 1);
     EXPECT_EQ(timers[0]->interval(), 250);
@@ -74,19 +74,19 @@ TEST_F(APollThreadImpl, HasOneTimerOfTheIntervalWhichStartsWithIt) {
 }
 
 TEST_F(APollThreadImpl, TicksByItsTimer) {
-    PollThreadImpl impl(address, 6, 1);
+    PollThreadImpl impl(address, 6, PollInterval(1));
     impl.Start();
     EXPECT_TRUE(WaitUntil([this] { return m_modules.Requests(ip) >= 3; }));
 }
 
 TEST_F(APollThreadImpl, TakesAnIntervalThatNoTimerHas) {
-    PollThreadImpl impl(address, 6, std::numeric_limits<unsigned>::max());
+    PollThreadImpl impl(address, 6, PollInterval::max());
     EXPECT_EQ(impl.findChild<QTimer*>()->interval(), std::numeric_limits<int>::max());
 }
 
 TEST_F(APollThreadImpl, TellsOfAnAddressThatCannotBeRightOnceItStarts) {
     m_modules.Refuse(ip);
-    PollThreadImpl impl(address, 12, 1);
+    PollThreadImpl impl(address, 12, PollInterval(1));
     Listen(impl);
     EXPECT_EQ(TakeEvents(), Events());
     impl.Start();
@@ -98,7 +98,7 @@ TEST_F(APollThreadImpl, TellsOfAnAddressThatCannotBeRightOnceItStarts) {
 }
 
 TEST_F(APollThreadImpl, TellsInputsAndThenThatTheConnectionIsOpen) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     m_modules.Read(ip, 0xFFE);
     impl.SlotOnTimer();
@@ -106,7 +106,7 @@ TEST_F(APollThreadImpl, TellsInputsAndThenThatTheConnectionIsOpen) {
 }
 
 TEST_F(APollThreadImpl, TellsOnlyInputsThatChanged) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     impl.SlotOnTimer();
     TakeEvents();
@@ -123,7 +123,7 @@ TEST_F(APollThreadImpl, TellsOnlyInputsThatChanged) {
 }
 
 TEST_F(APollThreadImpl, DoesNotTellAFirstAnswerThatIsAllZero) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     m_modules.Read(ip, 0);
     impl.SlotOnTimer();
@@ -131,7 +131,7 @@ TEST_F(APollThreadImpl, DoesNotTellAFirstAnswerThatIsAllZero) {
 }
 
 TEST_F(APollThreadImpl, TellsTheSameInputsAgainOverTheNextConnection) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     impl.SlotOnTimer();
     TakeEvents();
@@ -142,7 +142,7 @@ TEST_F(APollThreadImpl, TellsTheSameInputsAgainOverTheNextConnection) {
 }
 
 TEST_F(APollThreadImpl, TakesInputsForAllZeroAfterAConnectionEnded) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     impl.SlotOnTimer();
     TakeEvents();
@@ -153,7 +153,7 @@ TEST_F(APollThreadImpl, TakesInputsForAllZeroAfterAConnectionEnded) {
 }
 
 TEST_F(APollThreadImpl, TellsAfterAnErrorOnlyErrorsAndThatItAnswersAgain) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     impl.SlotOnTimer();
     m_modules.Fail(ip, 110);
@@ -176,7 +176,7 @@ TEST_F(APollThreadImpl, TellsAfterAnErrorOnlyErrorsAndThatItAnswersAgain) {
 }
 
 TEST_F(APollThreadImpl, TellsEveryErrorWithItsText) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     m_modules.Fail(ip, 111);
     impl.SlotOnTimer();
@@ -187,7 +187,7 @@ TEST_F(APollThreadImpl, TellsEveryErrorWithItsText) {
 }
 
 TEST_F(APollThreadImpl, DoesNotTellOfAConnectionOverWhichNothingCouldBeRead) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     impl.OnOpened();
     impl.OnError(110);
@@ -196,7 +196,7 @@ TEST_F(APollThreadImpl, DoesNotTellOfAConnectionOverWhichNothingCouldBeRead) {
 }
 
 TEST_F(APollThreadImpl, IgnoresWhatIsNoneOfInputModules) {
-    PollThreadImpl impl(address, 12, 10);
+    PollThreadImpl impl(address, 12, PollInterval(10));
     Listen(impl);
     IModbusTcpInterfaceCallback& callback = impl;
     callback.OnCoils(1);
@@ -207,7 +207,7 @@ TEST_F(APollThreadImpl, IgnoresWhatIsNoneOfInputModules) {
 
 TEST_F(APollThreadImpl, TellsThatTheConnectionClosedWhenItGoes) {
     {
-        PollThreadImpl impl(address, 12, 10);
+        PollThreadImpl impl(address, 12, PollInterval(10));
         Listen(impl);
         impl.SlotOnTimer();
         TakeEvents();
