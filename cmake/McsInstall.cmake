@@ -7,12 +7,13 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 set(mcs_private_headers cfgsection.h cfgstore.h pathsegments.h observedvalues.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
-  multichannelservercommondll.h observabledeleter.h rownumberheader.h
+  multichannelservercommondll.h observabledeleter.h
   bytebuffer.h bytesink.h cborinput.h changewriter.h content.h framedsocket.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
   blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
   gtsconfig.h gtsdisplayimpl.h pollinterfacefactory.h pollthread.h pollthreadimpl.h
+  errorreport.h moduletrace.h notloaded.h plantmodule.h publishedmodule.h frequencycell.h frequencydelegate.h
   treepath.h treewatcher.h vtclient.h vtclientdetail.h
   vtlimits.h vttic.h
   modbusaddress.h modbusconnection.h modbuserror.h modbusmessage.h modbussettings.h modbustcpinterface.h

@@ -10,42 +10,17 @@
 
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
-#include <platform/values/valueaccess.h>
 
-#include <cmath>
+#include <optional>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int Inputs = 32;  // a module's word has no more
-
-/// Whether an active input of \a module has the whole hertz of \a hz assigned; which one in \a input.
-bool FindInput(const values::Node& module, double hz, int* input) {
-    const auto* const frequencies =
-        dynamic_cast<values::ValueList<double>*>(module.FindChild(gtskeys::FrequencyAssignments));
-    const auto* const levels =
-        dynamic_cast<values::ValueNumeric<int>*>(module.FindChild(gtskeys::InputDiscretes));
-    if (frequencies == nullptr || levels == nullptr) return false;
-    for (int i = 0; i < frequencies->Count() && i < Inputs; ++i) {
-        const bool isActive = ((static_cast<unsigned>(levels->GetValue()) >> i) & 1U) == 0;
-        const double assigned = frequencies->GetItem(i);
-        if (!isActive || !(assigned > 0) || std::trunc(assigned) != std::trunc(hz)) continue;
-        *input = i;
-        return true;
-    }
-    return false;
-}
-
-/// Which module and input blanks \a hz; "a ground transmitter" if that cannot be told.
-QString BlankedBy(const values::Node* modules, double hz) {
-    for (values::TreeItem* item = modules != nullptr ? modules->GetFirstChild() : nullptr; item != nullptr;
-         item = item->GetNextSibling()) {
-        int input = 0;
-        if (item->IsNode() && FindInput(*static_cast<values::Node*>(item), hz, &input))
-            return QStringLiteral("module %1, input %2").arg(item->GetName()).arg(input);
-    }
-    return QStringLiteral("a ground transmitter");
+/// "a ground transmitter" if more cannot be told.
+QString ToText(const std::optional<BlankingSource>& source) {
+    if (!source) return QStringLiteral("a ground transmitter");
+    return QStringLiteral("module %1, input %2").arg(source->module, QString::number(source->input));
 }
 
 }  // namespace
@@ -69,7 +44,8 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
     BlankingClient* const client = &mpxOrv.GetBlankingClient();
     blanking->EnableBlankingForClient(client, mpxOrv.ObeysBlanking());
     if (!blanking->IsFrequencyBlanked(hz, client)) return QString();
-    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), BlankedBy(m_modules, hz));
+    return QStringLiteral("%1 is blanked by %2")
+        .arg(MCSTools::FormatFrequency(hz), ToText(blanking->WhoBlanks(hz)));
 }
 
 void BlankingGuard::Update(Observable* source, TChangeCode code) {

@@ -6,20 +6,22 @@
 #include <apps/mcserver/serveroptions.h>
 #include <apps/mcserver/serverprogram.h>
 #include <apps/mcserver/serverwindow.h>
+#include <apps/mcserver/suppressionduties.h>
 #include <apps/mcserver/suppressionpage.h>
 #include <apps/pages/guimodule.h>
 #include <apps/pages/pictures.h>
 
+#include <devicecontrol/multichannelserver/common/gts/headlesssuppression.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
-#include <platform/config/cfgcenter.h>
 #include <platform/widgets/screenfit.h>
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
 #include <chrono>
-#include <memory>
+#include <optional>
 
 namespace {
 
@@ -38,22 +40,19 @@ int Print(const QString& text) {
     return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
 }
 
-/// What the platform that nobody sees says of each window does not belong into a server's messages.
-void WriteHeadlessMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (text.startsWith(QLatin1String("This plugin does not support"))) return;
-    terminal::WriteError((qFormatLogMessage(type, context, text) + QLatin1Char('\n')).toUtf8());
-}
-
 /// Runs until the server is told to end.
-int RunHeadless(const ServerOptions& options, bool isSuppressing) {
+int RunHeadless(const ServerOptions& options) {
     const ShutdownSignals shutdown;
     ServerProgram program(options);
     QString error;
     if (!program.Start(&error)) return Complain(error, ExitFailure);
-    std::unique_ptr<SuppressionPage> suppression;
-    if (isSuppressing)
-        suppression = std::make_unique<SuppressionPage>(program.GetServer().GetJobs(),
-                                                        program.GetServer().GetLog(), program.GetClock());
+    std::optional<HeadlessSuppression> suppression;
+    std::optional<SuppressionDuties> duties;
+    if (SuppressionPlant::IsConfigured()) {
+        McsServer& server = program.GetServer();
+        suppression.emplace();
+        duties.emplace(suppression->GetPlant(), server.GetJobs(), server.GetLog(), program.GetClock());
+    }
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit);
     const int code = QCoreApplication::exec();
@@ -106,17 +105,8 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
             return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
-        CfgCenter::SetAppName(options.name);
-        CfgCenter::Instance().SetStorePath(options.configFile);
-        if (!SuppressionPage::IsConfigured()) {
-            const QCoreApplication application(argc, argv);
-            return RunHeadless(options, false);
-        }
-        // The suppression belongs to a widget, which nobody is to see.
-        qputenv("QT_QPA_PLATFORM", "minimal");
-        qInstallMessageHandler(WriteHeadlessMessage);
-        const QApplication application(argc, argv);
-        return RunHeadless(options, true);
+        const QCoreApplication application(argc, argv);
+        return RunHeadless(options);
     }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

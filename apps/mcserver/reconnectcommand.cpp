@@ -4,13 +4,13 @@
 #include <apps/mcserver/serverlog.h>
 #include <apps/pages/serverkeys.h>
 
-#include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
 #include <platform/values/valueaccess.h>
 
-ReconnectCommand::ReconnectCommand(GTSDisplay& display, ServerLog& log)
-    : m_display(display),
+ReconnectCommand::ReconnectCommand(SuppressionPlant& plant, ServerLog& log)
+    : m_plant(plant),
       m_log(log),
       m_button(values::ProvideValue<values::Value<bool>>(Path(), false, true, this)) {}
 
@@ -30,6 +30,6 @@ void ReconnectCommand::Update(Observable* source, TChangeCode code) {
     } else if (code == changecode::ContentChanged && m_button->GetValue()) {
         m_button->SetValue(false, this);
         m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
-        m_display.ConnectLostModules();
+        m_plant.ConnectLostModules();
     }
 }

@@ -6,14 +6,14 @@
 
 #include <QtCore/QString>
 
-class GTSDisplay;
 class ServerLog;
+class SuppressionPlant;
 
 /// A command of the server's tree that connects the data modules in error anew: an operator may be far from
 /// the server's window, or it has none. Main thread.
 class ReconnectCommand : private IObserver {
   public:
-    ReconnectCommand(GTSDisplay& display, ServerLog& log);
+    ReconnectCommand(SuppressionPlant& plant, ServerLog& log);
     ~ReconnectCommand() override;
     ReconnectCommand(const ReconnectCommand&) = delete;
     ReconnectCommand& operator=(const ReconnectCommand&) = delete;
@@ -24,7 +24,7 @@ class ReconnectCommand : private IObserver {
   private:
     void Update(Observable* source, TChangeCode code) override;
 
-    GTSDisplay& m_display;
+    SuppressionPlant& m_plant;
     ServerLog& m_log;
     values::Value<bool>* m_button;  ///< null once it is gone
 };

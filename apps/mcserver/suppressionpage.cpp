@@ -2,10 +2,6 @@
 #include <apps/mcserver/suppressionpage.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
-#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
-
-#include <platform/config/cfgcenter.h>
-#include <platform/config/icfg.h>
 
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
@@ -29,27 +25,18 @@ void MakeRoom(QWidget& display) {
 }  // namespace
 
 SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent)
-    : Page(parent), m_log(log) {
+    : Page(parent) {
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
-    m_display->SetListener(&m_log);
     MakeRoom(*m_display);
-    m_guard = std::make_unique<BlankingGuard>(jobs, clock);
-    m_reconnect = std::make_unique<ReconnectCommand>(*m_display, log);
+    m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), jobs, log, clock);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_display);
     layout->addStretch();
 }
 
 SuppressionPage::~SuppressionPage() {
-    m_reconnect.reset();
-    m_guard.reset();
+    m_duties.reset();
     delete m_display;
 }
 
 void SuppressionPage::Bind(const QString&, EMCSControlTreeSegments) {}
-
-bool SuppressionPage::IsConfigured() {
-    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
-    const std::unique_ptr<ICfg> section(root->OpenSection(gtskeys::Gts));
-    return section != nullptr && section->ReadInt(gtskeys::ModuleCount, 0) > 0;
-}

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/blankingguard.h>
-#include <apps/mcserver/reconnectcommand.h>
-#include <apps/mcserver/suppressionlog.h>
+#include <apps/mcserver/suppressionduties.h>
 #include <apps/pages/page.h>
 
 #include <memory>
@@ -22,12 +20,7 @@ class SuppressionPage : public Page {
     /// Does nothing: what is shown is the server's own.
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
-    /// Whether the configuration has any modules.
-    static bool IsConfigured();
-
   private:
-    SuppressionLog m_log;
     GTSDisplay* m_display;
-    std::unique_ptr<BlankingGuard> m_guard;  ///< goes before the display, which brought the blanking
-    std::unique_ptr<ReconnectCommand> m_reconnect;
+    std::unique_ptr<SuppressionDuties> m_duties;  ///< go before the display, which brought the blanking
 };

@@ -23,7 +23,11 @@ class AServerWithAModule : public testing::Test {
                            "Module0\\Assignments\\AssignmentCount=12\n"
                            "Module0\\Assignments\\DI_3=121500000\n");
     }
-    ~AServerWithAModule() override { qunsetenv("MCS_MODBUS_PORT"); }
+    ~AServerWithAModule() override {
+        for (const char* const name : {"MCS_MODBUS_PORT", "QT_QPA_PLATFORM", "QT_DEBUG_PLUGINS", "LC_ALL"})
+            qunsetenv(name);
+        if (!m_platform.isEmpty()) qputenv("QT_QPA_PLATFORM", m_platform);
+    }
 
     void Start() {
         ASSERT_NO_FATAL_FAILURE(m_module.Start({QStringLiteral("--fault"), QStringLiteral("exception 6")}));
@@ -58,6 +62,7 @@ class AServerWithAModule : public testing::Test {
         return QStringLiteral("/Console/DynamicMpxORVs/Console/") + QLatin1String(below);
     }
 
+    const QByteArray m_platform = qgetenv("QT_QPA_PLATFORM");
     values::Tree m_tree;
     MultiChannelServerClient m_client;
     ModuleProcess m_module;
@@ -115,6 +120,27 @@ TEST_F(AServerWithAModule, LogsWhatIsWrongWithItsAddress) {
                        "Module0\\PollInterval=10\n");
     ASSERT_NO_FATAL_FAILURE(m_server.Start());
     EXPECT_TRUE(WaitForOutput("): '300' is no number from 0 to 255"));
+}
+
+TEST_F(AServerWithAModule, NeedsNoPlatformForWindowsWithoutOne) {
+    qputenv("QT_QPA_PLATFORM", "there-is-none");
+    qputenv("QT_DEBUG_PLUGINS", "1");
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error"));
+    EXPECT_EQ(m_server.Terminate(), 0);
+    EXPECT_FALSE(m_server.Errors().contains(QStringLiteral("platforms"))) << m_server.Errors().toStdString();
+}
+
+TEST_F(AServerWithAModule, HasALogInEnglishWhateverTheLanguageOfItsWindow) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    m_server.UseWindow();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_TRUE(
+        WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error: Modbus exception 6: the module is busy"));
+    EXPECT_TRUE(ServerProcess::WaitFor([this] {
+        return m_server.Errors().contains(QStringLiteral("GTS-Datenmodul ADAM-6051/127.0.0.1 Fehler"));
+    })) << m_server.Errors().toStdString();
 }
 
 TEST_F(AServerWithAModule, HasNoCommandForModulesWithoutAny) {

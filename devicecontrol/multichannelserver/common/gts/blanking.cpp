@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 
-#include <devicecontrol/multichannelserver/common/gts/blankingimpl.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/blankingimpl.h>
 
 Blanking* Blanking::m_pInstance = nullptr;
 
@@ -27,6 +27,10 @@ void Blanking::EnableBlankingForClient(BlankingClient* client, bool enable) {
 
 bool Blanking::IsFrequencyBlanked(double frequency, BlankingClient* client) const {
     return m_pImpl != nullptr && client != nullptr && m_pImpl->IsBlanked(frequency, client);
+}
+
+std::optional<BlankingSource> Blanking::WhoBlanks(double frequency) const {
+    return m_pImpl != nullptr ? m_pImpl->WhoBlanks(frequency) : std::nullopt;
 }
 
 void Blanking::Forget(BlankingClient* client) {

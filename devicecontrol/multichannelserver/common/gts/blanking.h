@@ -2,6 +2,9 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/blankingsource.h>
+
+#include <optional>
 
 class BlankingClient;
 
@@ -25,6 +28,10 @@ class MCS_COMMON_EXPORT Blanking {
     /// no tolerance and no bandwidth. False for null, for a client for which blanking is off, and for what
     /// cannot be a frequency. Takes the same time however many frequencies are assigned.
     bool IsFrequencyBlanked(double frequency, BlankingClient* client) const;
+    /// Which input blanks \a frequency for those who are not excepted: of several the first, in the order of
+    /// the tree. None where it is not blanked, and where the module that blanks it has gone unseen. Looks
+    /// through all assignments.
+    std::optional<BlankingSource> WhoBlanks(double frequency) const;
 
   private:
     friend class BlankingClient;

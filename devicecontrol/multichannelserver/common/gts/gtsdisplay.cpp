@@ -3,28 +3,27 @@
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplayimpl.h>
-
-#include <platform/modbus/modbustcpinterfacecreator.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 GTSDisplay::GTSDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags) : QWidget(parent, flags) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("GTSDisplay"));
     Blanking::Instance();  // makes the node below which the modules publish themselves
-    ModbusTcpInterfaceCreator::Configure();
     m_impl = std::make_unique<GTSDisplayImpl>(this);
     m_impl->Build();
     m_impl->Load();
 }
 
 GTSDisplay::~GTSDisplay() {
-    m_impl->Save();
+    m_impl->GetPlant().Save();
+    const bool isInCharge = m_impl->GetPlant().IsInCharge();
     m_impl.reset();
-    Blanking::Instance()->FreeInstance();
+    if (isInCharge) Blanking::Instance()->FreeInstance();
 }
 
-void GTSDisplay::SetListener(ISuppressionListener* listener) {
-    m_impl->SetListener(listener);
+SuppressionPlant& GTSDisplay::GetPlant() {
+    return m_impl->GetPlant();
 }
 
 void GTSDisplay::ConnectLostModules() {
-    m_impl->ConnectLostModules();
+    m_impl->GetPlant().ConnectLostModules();
 }

@@ -8,12 +8,13 @@
 #include <memory>
 
 class GTSDisplayImpl;
-class ISuppressionListener;
+class SuppressionPlant;
 
 /// Shows the data modules of the ground transmitter suppression, and lets the operator add, edit, connect and
 /// delete them and assign frequencies to their inputs. Brings the suppression into being: with it Blanking
 /// comes and goes, and the modules are polled as long as it lives. Loads them from the configuration and
-/// saves them when it is destroyed. One at a time, after the tree; GUI thread.
+/// saves them when it is destroyed. One at a time, and no HeadlessSuppression beside it, after the tree; GUI
+/// thread.
 class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
     Q_OBJECT
 
@@ -25,9 +26,8 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
 
     /// Connects the modules that are in error anew, as the operator does one by one.
     void ConnectLostModules();
-    /// Tells \a listener what becomes of the modules, in place of who was told before; null tells nobody. It
-    /// is not owned, and outlives the display or is taken away first.
-    void SetListener(ISuppressionListener* listener);
+    /// The modules as a plant, which needs no display.
+    SuppressionPlant& GetPlant();
 
   private:
     std::unique_ptr<GTSDisplayImpl> m_impl;

@@ -3,17 +3,11 @@
 
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
 #include <devicecontrol/multichannelserver/common/gts/datamoduleeditor.h>
-#include <devicecontrol/multichannelserver/common/gts/gtsconfig.h>
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
-#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 #include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
-#include <devicecontrol/multichannelserver/common/gts/isuppressionlistener.h>
-#include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/errorreport.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
 
-#include <platform/app/errorhandler.h>
-#include <platform/config/cfgcenter.h>
-#include <platform/config/icfg.h>
-#include <platform/values/valueaccess.h>
 #include <platform/widgets/notifications.h>
 #include <platform/widgets/plaintextdelegate.h>
 
@@ -29,37 +23,9 @@
 
 namespace {
 
-/// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/gtsdisplayimpl";
 constexpr int ButtonWidth = 80;
 constexpr int TreeHeight = 100;
 constexpr int Spacing = 5;
-
-/// One in error still has a thread, which tells of nothing but errors.
-void ConnectAnew(DataModule& module) {
-    module.Disconnect();
-    module.Connect();
-}
-
-/// Each error is an occurrence: one that repeats the last is told too. Null without a tree.
-values::Value<QString>* ProvideError() {
-    if (values::Tree::Instance() == nullptr) return nullptr;
-    const QString path = mcskeys::Join(gtskeys::NodePath(), gtskeys::Error);
-    auto* const value = values::ProvideValue<values::Value<QString>>(path, nullptr);
-    if (value != nullptr && value->GetDelivery() != values::EDelivery::EveryChange)
-        value->SetDelivery(values::EDelivery::EveryChange);
-    return value;
-}
-
-void WriteError(const QString& message) {
-    if (auto* const value = ProvideError()) value->SetValue(message, nullptr);
-}
-
-void WriteConfigured(int count) {
-    if (values::Tree::Instance() == nullptr) return;
-    const QString path = mcskeys::Join(gtskeys::NodePath(), gtskeys::Configured);
-    values::ProvideValue<values::Value<int>>(path, count, true, nullptr);
-}
 
 }  // namespace
 
@@ -116,31 +82,10 @@ QHBoxLayout* GTSDisplayImpl::BuildButtons() {
 }
 
 void GTSDisplayImpl::Load() {
-    ProvideError();  // from the start, so that whoever looks for it finds that there was none
-    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
-    const std::unique_ptr<ICfg> gts(root->OpenSection(gtskeys::Gts));
-    const std::vector<gtsconfig::Entry> entries =
-        gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>();
-    for (const gtsconfig::Entry& entry : entries) {
-        auto module =
-            std::make_unique<DataModule>(m_tree, entry.index, entry.type, entry.address, entry.pollInterval);
-        if (const std::unique_ptr<ICfg> section{gts->OpenSection(entry.section)})
-            module->LoadAssignments(*section);
-        m_sections.insert(entry.section);
-        Add(std::move(module));
-    }
-    ShowCount();
-}
-
-void GTSDisplayImpl::Save() {
-    const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
-    const std::unique_ptr<ICfg> gts(root->ProvideSection(gtskeys::Gts));
-    gtsconfig::Save(*gts, Modules(), &m_sections);
-}
-
-void GTSDisplayImpl::ConnectLostModules() {
-    for (const auto& module : m_modules)
-        if (module->IsInError()) ConnectAnew(*module);
+    m_plant.Load([this](int index) -> PlantModule& {
+        return Keep(std::make_unique<DataModule>(m_tree, index)).GetPlantModule();
+    });
+    EnableAssigning();
 }
 
 void GTSDisplayImpl::SlotOnRightClick(const QPoint& position) {
@@ -164,7 +109,7 @@ void GTSDisplayImpl::SlotConnectDataModule() {
     if (m_menuModule->IsConnected())
         m_menuModule->Disconnect();
     else
-        ConnectAnew(*m_menuModule);
+        m_menuModule->GetPlantModule().ConnectAnew();
 }
 
 void GTSDisplayImpl::SlotEditDataModule() {
@@ -180,22 +125,23 @@ void GTSDisplayImpl::SlotDeleteDataModule() {
     std::unique_ptr<DataModule> module = std::move(*found);
     m_modules.erase(found);
     module.reset();  // may take a while, and is not done before the count says so
-    ShowCount();
+    m_plant.ShowCount();
+    EnableAssigning();
 }
 
 void GTSDisplayImpl::SlotCreateNewDataModule() {
     if (m_newModule) return;
-    std::vector<int> used;
-    for (const auto& module : m_modules)
-        used.push_back(module->GetIndex());
-    m_newModule = std::make_unique<DataModule>(m_tree, gtsconfig::LowestFreeIndex(std::move(used)));
+    m_newModule = std::make_unique<DataModule>(m_tree, m_plant.FreeIndex());
     const QPointer<GTSDisplayImpl> self(this);
     const bool isAccepted = Edit(m_newModule.get());
     if (self.isNull()) return;
     std::unique_ptr<DataModule> module = std::move(m_newModule);
     if (!isAccepted) return;
-    Add(std::move(module));
-    ShowCount();
+    PlantModule& added = Keep(std::move(module)).GetPlantModule();
+    m_plant.Add(added);
+    added.Connect();
+    m_plant.ShowCount();
+    EnableAssigning();
 }
 
 void GTSDisplayImpl::SlotAssignInputs() {
@@ -212,23 +158,10 @@ bool GTSDisplayImpl::Edit(DataModule* module) {
     return isAccepted;
 }
 
-void GTSDisplayImpl::Add(std::unique_ptr<DataModule> module) {
+DataModule& GTSDisplayImpl::Keep(std::unique_ptr<DataModule> module) {
     connect(module.get(), &DataModule::SignalError, this, &GTSDisplayImpl::SlotDataModuleError);
-    Listen(*module);
     m_modules.push_back(std::move(module));
-    m_modules.back()->Connect();
-}
-
-/// The listener is told after what the display itself does about an error.
-void GTSDisplayImpl::Listen(DataModule& module) {
-    const auto tellFailure = [this, &module](const QString&, const QString&, int code, const QString& text) {
-        if (m_listener == nullptr) return;
-        m_listener->OnModuleFailed({module.GetIdentity(), code, text, module.GetAddressFault()});
-    };
-    connect(&module, &DataModule::SignalError, this, tellFailure);
-    connect(&module, &DataModule::SignalAnswersAgain, this, [this, &module] {
-        if (m_listener != nullptr) m_listener->OnModuleAnswersAgain(module.GetIdentity());
-    });
+    return *m_modules.back();
 }
 
 std::vector<DataModule*> GTSDisplayImpl::Modules() const {
@@ -238,18 +171,16 @@ std::vector<DataModule*> GTSDisplayImpl::Modules() const {
     return modules;
 }
 
-void GTSDisplayImpl::ShowCount() {
-    WriteConfigured(static_cast<int>(m_modules.size()));
+void GTSDisplayImpl::EnableAssigning() {
     m_assignInputs->setEnabled(!m_modules.empty());
 }
 
 void GTSDisplayImpl::SlotDataModuleError(const QString& name, const QString& address, int errorcode,
                                          const QString& errortext) {
-    const QString message =
-        tr("GTS DataModule %1/%2 error: %3 (%4)").arg(name, address, errortext, QString::number(errorcode));
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, 390);
+    const QString message = errorreport::Text(name, address, errorcode, errortext);
+    errorreport::Trace(message);
     ShowWarning(message);
-    WriteError(message);
+    errorreport::Write(message);
 }
 
 /// Only one at a time: a module that fails goes on failing. (fixed: one-warning)

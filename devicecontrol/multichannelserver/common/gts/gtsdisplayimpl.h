@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
 #include <memory>
-#include <set>
 #include <vector>
 
 class DataModule;
 class GTSDisplay;
-class ISuppressionListener;
 class QHBoxLayout;
 class QMenu;
 class QPoint;
@@ -33,9 +33,7 @@ class GTSDisplayImpl final : public QObject {
     void Build();
     /// Makes the modules that the configuration names, and connects them.
     void Load();
-    void Save();
-    void ConnectLostModules();
-    void SetListener(ISuppressionListener* listener) { m_listener = listener; }
+    SuppressionPlant& GetPlant() { return m_plant; }
 
   public Q_SLOTS:
     void SlotOnRightClick(const QPoint& position);
@@ -54,14 +52,15 @@ class GTSDisplayImpl final : public QObject {
     QHBoxLayout* BuildButtons();
     /// Lets the operator edit \a module. False if that was not accepted, or the display is gone.
     bool Edit(DataModule* module);
-    void Add(std::unique_ptr<DataModule> module);
-    void Listen(DataModule& module);
+    /// Keeps \a module, and listens to its errors.
+    DataModule& Keep(std::unique_ptr<DataModule> module);
     std::vector<DataModule*> Modules() const;
-    void ShowCount();
+    /// There is nothing to assign without modules.
+    void EnableAssigning();
     void ShowWarning(const QString& message);
 
     GTSDisplay* m_display;
-    ISuppressionListener* m_listener = nullptr;
+    SuppressionPlant m_plant;
     QTreeWidget* m_tree = nullptr;
     QPushButton* m_addModule = nullptr;
     QPushButton* m_assignInputs = nullptr;
@@ -69,7 +68,6 @@ class GTSDisplayImpl final : public QObject {
     std::vector<std::unique_ptr<DataModule>> m_modules;
     std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
     QPointer<DataModule> m_menuModule;        ///< of the context menu
-    std::set<QString> m_sections;             ///< of the configuration, of which the modules were made
     QPointer<StandardNotification> m_warning;
     bool m_isBuilt = false;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/devicecontrol/multichannelserver/common/gts/fakemodules.h>
 
-#include <devicecontrol/multichannelserver/common/gts/pollinterfacefactory.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/pollinterfacefactory.h>
 
 #include <platform/modbus/imodbustcpinterface.h>
 #include <platform/modbus/imodbustcpinterfacecallback.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <devicecontrol/multichannelserver/common/gts/frequencyset.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/frequencyset.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <devicecontrol/multichannelserver/common/gts/gtsconfig.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/gtsconfig.h>
 
 #include <tests/devicecontrol/multichannelserver/common/fakecfg.h>
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>

@@ -5,10 +5,9 @@
 #include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
 
 #include <tests/devicecontrol/multichannelserver/common/gts/gtsdisplaytest.h>
-#include <tests/support/dialogs/modaldriver.h>
+#include <tests/devicecontrol/multichannelserver/common/gts/modaldialog.h>
 #include <tests/support/recordingobserver.h>
 
-#include <QtCore/QTimer>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTableWidget>
 
@@ -300,6 +299,23 @@ TEST_F(AnOperator, EditsAModule) {
     EXPECT_EQ(Row(0)[2], Text("10.0.0.1"));
     EXPECT_EQ(Row(1)[2], Text("10.0.0.9"));
     EXPECT_TRUE(WaitForStatus(1, "Connected"));
+}
+
+TEST_F(AnOperator, GivesAModuleAnotherIndexIfItGetsTheTypeOfOneThatHasItsOwn) {
+    PutCount(3);
+    PutModule(0, 0, "ADAM-6051", "10.0.0.1", 10);
+    PutModule(1, 0, "ADAM-6060", "10.0.0.1", 10);
+    PutModule(2, 1, "ADAM-6060", "10.0.0.1", 10);
+    Show();
+    auto& edited = *static_cast<DataModule*>(Rows().topLevelItem(1));
+    edited.Configure(Text("ADAM-6051"), Text("10.0.0.1"), PollInterval(10));
+    EXPECT_EQ(Row(1)[0], Text("3"));
+    EXPECT_EQ(Row(1)[1], Text("ADAM-6051"));
+    EXPECT_NE(m_tree.FindNode(Text("/ORVServer/GTS/ADAM-6051-0")), nullptr);
+    EXPECT_NE(m_tree.FindNode(Text("/ORVServer/GTS/ADAM-6051-2")), nullptr);
+    EXPECT_EQ(m_tree.FindNode(Text("/ORVServer/GTS/ADAM-6060-0")), nullptr);
+    edited.Configure(Text("ADAM-6051"), Text("10.0.0.2"), PollInterval(10));
+    EXPECT_EQ(Row(1)[0], Text("3"));
 }
 
 TEST_F(AnOperator, EditsAModuleWhoseRequestHangs) {

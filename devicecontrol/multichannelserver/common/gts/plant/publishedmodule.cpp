@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a data module publishes in the value tree.
-#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/moduletrace.h>
 
 #include <platform/values/tree.h>
 
+#include <memory>
 #include <utility>
 
 namespace {
@@ -29,100 +30,100 @@ void Detach(V*& item, IObserver* observer) {
 
 /// The child of the type V, created where absent; null where an item of another type holds the name.
 template <class V>
-V* DataModule::ProvideChild(values::Node& node, const QString& name) {
+V* PublishedModule::ProvideChild(values::Node& node, const QString& name) {
     auto* child = dynamic_cast<V*>(node.FindChild(name));
     if (child == nullptr) child = dynamic_cast<V*>(node.CreateChild(V(), name));
     if (child == nullptr)
-        TraceWarning(QStringLiteral("The value '%1/%2' could not be created").arg(node.GetPathName(), name),
-                     __LINE__);
+        moduletrace::Warn(
+            QStringLiteral("The value '%1/%2' could not be created").arg(node.GetPathName(), name), __LINE__);
     else
-        child->AddObserver(this);
+        child->AddObserver(&m_owner);
     return child;
 }
 
-void DataModule::ProvideTreeItems() {
-    const QString name = GetIdentity().NodeName();
-    if (m_pModuleNode != nullptr && m_pModuleNode->GetName() != name) RemoveTreeItems();
+void PublishedModule::Provide(const QString& name, const QString& type, const Content& content) {
+    if (m_pModuleNode != nullptr && m_pModuleNode->GetName() != name) Remove();
     values::Tree* const tree = values::Tree::Instance();
     values::Node* const gts = tree != nullptr ? tree->FindNode(gtskeys::NodePath()) : nullptr;
     if (gts == nullptr) {
-        TraceWarning(QStringLiteral("Node '%1' missing in ValueTree: Cannot handle DataModule '%2'.")
-                         .arg(gtskeys::Gts, m_type),
-                     __LINE__);
+        moduletrace::Warn(QStringLiteral("Node '%1' missing in ValueTree: Cannot handle DataModule '%2'.")
+                              .arg(gtskeys::Gts, type),
+                          __LINE__);
         return;
     }
     if (auto* const node = dynamic_cast<values::Node*>(gts->FindChild(name))) {
         ProvideValues(*node);
-        RefreshTree();
+        Refresh(content);
         return;
     }
     // Complete before it is added, so that whoever hears of it finds it so.
     auto node = std::make_unique<values::Node>(name);
     ProvideValues(*node);
-    RefreshTree();
+    Refresh(content);
     std::unique_ptr<values::TreeItem> item = std::move(node);
     if (gts->AddChild(item)) return;
-    TraceWarning(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), name),
-                 __LINE__);
-    ForgetTreeItems();
+    moduletrace::Warn(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), name),
+                      __LINE__);
+    Forget();
 }
 
-void DataModule::ProvideValues(values::Node& node) {
+void PublishedModule::ProvideValues(values::Node& node) {
     m_pModuleNode = &node;
     m_pInputDiscretes = ProvideChild<Number>(node, gtskeys::InputDiscretes);
-    SetLimits(m_pInputDiscretes, HighestWord, this);
+    SetLimits(m_pInputDiscretes, HighestWord, &m_owner);
     m_pIndex = ProvideChild<Number>(node, gtskeys::Index);
-    SetLimits(m_pIndex, HighestIndex, this);
+    SetLimits(m_pIndex, HighestIndex, &m_owner);
     m_pAssignments = ProvideChild<Assignments>(node, gtskeys::FrequencyAssignments);
-    node.AddObserver(this);
+    node.AddObserver(&m_owner);
 }
 
-void DataModule::RemoveTreeItems() {
+void PublishedModule::Remove() {
     values::Node* const node = m_pModuleNode;
-    ForgetTreeItems();
+    Forget();
     if (node != nullptr) values::Tree::Instance()->Delete(node);
 }
 
-void DataModule::ForgetTreeItems() {
-    Detach(m_pInputDiscretes, this);
-    Detach(m_pIndex, this);
-    Detach(m_pAssignments, this);
-    Detach(m_pModuleNode, this);
+void PublishedModule::Forget() {
+    Detach(m_pInputDiscretes, &m_owner);
+    Detach(m_pIndex, &m_owner);
+    Detach(m_pAssignments, &m_owner);
+    Detach(m_pModuleNode, &m_owner);
 }
 
-void DataModule::RefreshTree() {
-    if (m_pIndex != nullptr) m_pIndex->SetValue(m_index, this);
+void PublishedModule::Refresh(const Content& content) {
+    if (m_pIndex != nullptr) m_pIndex->SetValue(content.index, &m_owner);
     // An input that is 0 is active. So the frequencies come after the inputs and go before them, or all of
     // them would be blanked for a moment.
-    if (m_connected) {
-        WriteInputDiscretes(m_inputDiscretes);
-        WriteAssignments(m_frequencies);
+    if (content.isConnected) {
+        WriteInputDiscretes(content.inputDiscretes);
+        WriteAssignments(content.frequencies);
     } else {
-        WriteAssignments(std::vector<double>(m_numberOfInputs, 0.0));
+        WriteAssignments(std::vector<double>(content.numberOfInputs, 0.0));
         WriteInputDiscretes(0);
     }
 }
 
 /// Bits beyond the range must not turn into its maximum, which would show every input as inactive.
-void DataModule::WriteInputDiscretes(unsigned long bits) {
-    if (m_pInputDiscretes != nullptr) m_pInputDiscretes->SetValue(static_cast<int>(bits & HighestWord), this);
+void PublishedModule::WriteInputDiscretes(unsigned long bits) {
+    if (m_pInputDiscretes != nullptr)
+        m_pInputDiscretes->SetValue(static_cast<int>(bits & HighestWord), &m_owner);
 }
 
-void DataModule::WriteAssignments(const std::vector<double>& frequencies) {
+void PublishedModule::WriteAssignments(const std::vector<double>& frequencies) {
     if (m_pAssignments == nullptr) return;
     // The list is told of even if it stays the same.
     if (m_pAssignments->GetItems() == frequencies)
-        m_pAssignments->NotifyObservers(changecode::ItemsChanged, this);
+        m_pAssignments->NotifyObservers(changecode::ItemsChanged, &m_owner);
     else
-        m_pAssignments->SetItems(frequencies, this);
+        m_pAssignments->SetItems(frequencies, &m_owner);
 }
 
-/// Nobody but the module itself may touch its items, and of what it does itself it is not told.
-void DataModule::Update(Observable* source, TChangeCode code) {
-    const char* const name = NameOfItem(source);
+// Nobody but the module itself may touch its items, and of what it does itself it is not told.
+void PublishedModule::OnUpdate(Observable* source, TChangeCode code) {
+    const char* const name = NameOf(source);
     if (name == nullptr) return;
     // fixed: own-items
-    TraceWarning(
+    moduletrace::Warn(
         QStringLiteral("Someone does something with our value '%2' which should not happen. Change code: %1")
             .arg(code)
             .arg(QLatin1String(name)),
@@ -130,7 +131,7 @@ void DataModule::Update(Observable* source, TChangeCode code) {
     ForgetIfGoingAway(source);
 }
 
-const char* DataModule::NameOfItem(const Observable* item) const {
+const char* PublishedModule::NameOf(const Observable* item) const {
     const std::pair<const Observable*, const char*> items[] = {{m_pIndex, "m_pIndex"},
                                                                {m_pInputDiscretes, "m_pInputDiscretes"},
                                                                {m_pAssignments, "m_pAssignments"},
@@ -140,12 +141,13 @@ const char* DataModule::NameOfItem(const Observable* item) const {
     return nullptr;
 }
 
-void DataModule::ForgetIfGoingAway(Observable* source) {
+void PublishedModule::ForgetIfGoingAway(Observable* source) {
     const auto forget = [&](auto*& item) {
         if (item == nullptr || item != source || item->GetState() != values::GoingAway) return;
         if (!item->IsNode())
-            TraceWarning(QStringLiteral("Invalid delete of observable \"%1\".").arg(item->GetName()), 159);
-        Detach(item, this);
+            moduletrace::Warn(QStringLiteral("Invalid delete of observable \"%1\".").arg(item->GetName()),
+                              159);
+        Detach(item, &m_owner);
     };
     forget(m_pIndex);
     forget(m_pInputDiscretes);

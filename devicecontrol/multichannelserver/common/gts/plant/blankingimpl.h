@@ -2,8 +2,8 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
-#include <devicecontrol/multichannelserver/common/gts/frequencyset.h>
-#include <devicecontrol/multichannelserver/common/gts/moduleblankingrecord.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/frequencyset.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/moduleblankingrecord.h>
 
 #include <platform/values/node.h>
 #include <platform/values/observable.h>
@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Follows the modules below the node "GTS" and keeps the set of the frequencies that are blanked.
@@ -29,6 +30,8 @@ class Blanking::BlankingImpl final : public IObserver {
         std::uint64_t hertz = 0;
         return ToWholeHertz(frequency, &hertz) && m_blanked.Contains(hertz);
     }
+
+    std::optional<BlankingSource> WhoBlanks(double frequency) const;
 
     void Update(Observable* source, TChangeCode code) override;
 
@@ -70,6 +73,10 @@ class Blanking::BlankingImpl final : public IObserver {
     void AddModule(values::Node* node);
     static void ReadInputs(const Observed<Discretes>& discretes);
     static void ReadAssignments(const Observed<Assignments>& assignments);
+    /// Whether input \a i of a module blanks a frequency, whose \a hertz then are whole.
+    static bool IsBlanking(const ModuleBlankingRecord& record, std::size_t i, std::uint64_t* hertz) {
+        return record.active[i] && record.frequencies[i] > 0.0 && ToWholeHertz(record.frequencies[i], hertz);
+    }
     static void CollectBlanked(ModuleBlankingRecord& record);
     void Rebuild();
 

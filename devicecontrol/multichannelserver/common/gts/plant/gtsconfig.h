@@ -9,8 +9,8 @@
 #include <set>
 #include <vector>
 
-class DataModule;
 class ICfg;
+class PlantModule;
 
 /// The list of data modules in the section "GTS" of the configuration.
 namespace gtsconfig {
@@ -34,7 +34,7 @@ struct Entry {
 MCS_COMMON_EXPORT std::vector<Entry> Load(ICfg& gts);
 /// Writes \a modules, in their order, and commits them. \a own: the sections that were loaded or saved
 /// before, and then those that are saved; entries of others are kept aside.
-MCS_COMMON_EXPORT void Save(ICfg& gts, const std::vector<DataModule*>& modules, std::set<QString>* own);
+MCS_COMMON_EXPORT void Save(ICfg& gts, const std::vector<PlantModule*>& modules, std::set<QString>* own);
 /// The smallest index from 0 upward that is not among \a used.
 MCS_COMMON_EXPORT int LowestFreeIndex(std::vector<int> used);
 

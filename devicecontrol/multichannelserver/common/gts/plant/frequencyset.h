@@ -2,7 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
-#include <devicecontrol/multichannelserver/common/gts/hertztable.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/hertztable.h>
 
 #include <cstdint>
 #include <vector>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <devicecontrol/multichannelserver/common/gts/blankingimpl.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/blankingimpl.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 
@@ -26,6 +26,23 @@ void Blanking::BlankingImpl::EnableClient(BlankingClient* client, bool enable) {
         m_disabledClients.erase(found);
     else if (!enable && found == m_disabledClients.end())
         m_disabledClients.push_back(client);
+}
+
+std::optional<BlankingSource> Blanking::BlankingImpl::WhoBlanks(double frequency) const {
+    std::uint64_t wanted = 0;
+    if (m_node == nullptr || !ToWholeHertz(frequency, &wanted) || !m_blanked.Contains(wanted))
+        return std::nullopt;
+    for (values::TreeItem* item = m_node->GetFirstChild(); item != nullptr; item = item->GetNextSibling()) {
+        const auto found = m_modules.find(item->GetObservable());
+        if (found == m_modules.end()) continue;
+        const ModuleBlankingRecord& record = *found->second.record;
+        for (std::size_t i = 0; i < record.active.size(); ++i) {
+            std::uint64_t hertz = 0;
+            if (IsBlanking(record, i, &hertz) && hertz == wanted)
+                return BlankingSource{item->GetName(), static_cast<int>(i)};
+        }
+    }
+    return std::nullopt;
 }
 
 void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {
@@ -124,8 +141,7 @@ void Blanking::BlankingImpl::CollectBlanked(ModuleBlankingRecord& record) {
     record.blanked.clear();
     for (std::size_t i = 0; i < record.active.size(); ++i) {
         std::uint64_t hertz = 0;
-        const bool isBlanked = record.active[i] && record.frequencies[i] > 0.0;
-        if (isBlanked && ToWholeHertz(record.frequencies[i], &hertz)) record.blanked.push_back(hertz);
+        if (IsBlanking(record, i, &hertz)) record.blanked.push_back(hertz);
     }
 }
 

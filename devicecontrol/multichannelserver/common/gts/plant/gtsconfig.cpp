@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <devicecontrol/multichannelserver/common/gts/gtsconfig.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/gtsconfig.h>
 
-#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/notloaded.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/icfg.h>
@@ -62,11 +62,12 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
     }
 }
 
-void SaveModule(ICfg& section, const DataModule& module) {
+void SaveModule(ICfg& section, const PlantModule& module) {
     constexpr PollInterval Longest(std::numeric_limits<int>::max());  // that the configuration can hold
-    section.WriteInt(gtskeys::Index, module.GetIndex());
-    section.WriteString(gtskeys::Name, module.GetType());
-    section.WriteString(gtskeys::Address, module.GetAddress());
+    const ModuleIdentity& identity = module.GetIdentity();
+    section.WriteInt(gtskeys::Index, identity.index);
+    section.WriteString(gtskeys::Name, identity.type);
+    section.WriteString(gtskeys::Address, identity.address);
     section.WriteInt(gtskeys::PollInterval,
                      static_cast<int>(std::min(module.GetPollInterval(), Longest).count()));
     module.SaveAssignments(section);
@@ -90,12 +91,12 @@ std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
     return entries;
 }
 
-void gtsconfig::Save(ICfg& gts, const std::vector<DataModule*>& modules, std::set<QString>* own) {
+void gtsconfig::Save(ICfg& gts, const std::vector<PlantModule*>& modules, std::set<QString>* own) {
     const int count = static_cast<int>(modules.size());
     notloaded::Keep(gts, *own, count);
     gts.WriteInt(gtskeys::ModuleCount, count);
     std::set<QString> saved;
-    for (const DataModule* const module : modules) {
+    for (const PlantModule* const module : modules) {
         const QString name = SectionOf(static_cast<int>(saved.size()));
         const std::unique_ptr<ICfg> section(gts.ProvideSection(name));
         SaveModule(*section, *module);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <devicecontrol/multichannelserver/common/gts/pollinterfacefactory.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/pollinterfacefactory.h>
 
 #include <platform/modbus/modbustcpinterfacecreator.h>
 

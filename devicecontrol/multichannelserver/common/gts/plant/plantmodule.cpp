@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
+
+#include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/moduletrace.h>
+#include <devicecontrol/multichannelserver/common/gts/pollthread.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+
+#include <platform/config/icfg.h>
+#include <platform/modbus/modbusaddress.h>
+#include <platform/modbus/modbustcpinterfacecreator.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// fixed: inputs-by-type
+unsigned short NumberOfInputs(const QString& type) {
+    return type == QLatin1String("ADAM-6051") ? 12 : 6;
+}
+
+}  // namespace
+
+PlantModule::PlantModule(int index)
+    : m_identity{QString(), index, QString()},
+      m_numberOfInputs(NumberOfInputs(QString())),
+      m_frequencies(m_numberOfInputs, 0.0),
+      m_pollThread(std::make_unique<PollThread>()),
+      m_published(*this) {
+    const PollThread* const thread = m_pollThread.get();
+    connect(thread, &PollThread::InterfaceOpen, this, &PlantModule::SlotOnConnectionEstablished);
+    connect(thread, &PollThread::InterfaceClose, this, &PlantModule::SlotOnConnectionClosed);
+    connect(thread, &PollThread::InterfaceError, this, &PlantModule::SlotOnConnectionError);
+    connect(thread, &PollThread::InterfaceAnswersAgain, this, &PlantModule::SignalAnswersAgain);
+    connect(thread, &PollThread::InputDiscretesChanged, this, &PlantModule::SlotOnInputDiscretesChanged);
+}
+
+PlantModule::~PlantModule() {
+    Disconnect();
+    m_published.Remove();
+    if (m_plant != nullptr) m_plant->Remove(*this);
+}
+
+PlantModule::EState PlantModule::GetState() const {
+    if (m_error) return EState::Error;
+    return m_connected ? EState::Connected : EState::Disconnected;
+}
+
+void PlantModule::Configure(const QString& type, const QString& address, PollInterval pollInterval) {
+    Disconnect();
+    Apply(type, address, pollInterval);
+    Connect();
+}
+
+void PlantModule::Apply(const QString& type, const QString& address, PollInterval pollInterval) {
+    SetType(type);
+    m_identity.address = address;
+    m_addressFault = ModbusAddress::FaultOf(PollThread::InterfaceAddress(address));
+    m_pollInterval = pollInterval;
+    m_pollThread->Setup(address, m_numberOfInputs, m_pollInterval);
+    if (m_plant != nullptr) m_identity.index = m_plant->IndexFor(*this);
+    m_published.Provide(m_identity.NodeName(), m_identity.type, GetContent());
+    Q_EMIT SignalChanged();
+}
+
+void PlantModule::SetType(const QString& type) {
+    if (type == m_identity.type) return;
+    m_identity.type = type;
+    m_numberOfInputs = NumberOfInputs(type);
+    m_frequencies.assign(m_numberOfInputs, 0.0);  // fixed: type-drops-assignments
+    Q_EMIT SignalChanged();
+}
+
+double PlantModule::GetFrequency(int input) const {
+    const bool isInside = input >= 0 && static_cast<std::size_t>(input) < m_frequencies.size();
+    return isInside ? m_frequencies[static_cast<std::size_t>(input)] : 0.0;
+}
+
+void PlantModule::SetFrequency(int input, double hz) {
+    const bool isInside = input >= 0 && static_cast<std::size_t>(input) < m_frequencies.size();
+    if (isInside) m_frequencies[static_cast<std::size_t>(input)] = std::isfinite(hz) ? hz : 0.0;
+}
+
+void PlantModule::LoadAssignments(ICfg& section) {
+    std::fill(m_frequencies.begin(), m_frequencies.end(), 0.0);
+    if (const std::unique_ptr<ICfg> assignments{section.OpenSection(gtskeys::Assignments)}) {
+        const int count = std::min(assignments->ReadInt(gtskeys::AssignmentCount, 0),
+                                   static_cast<int>(m_frequencies.size()));
+        for (int i = 0; i < count; ++i) {
+            bool isNumber = false;
+            const QString key = QString(gtskeys::Input).arg(i);
+            const double hz = assignments->ReadString(key, QStringLiteral("0")).toDouble(&isNumber);
+            if (isNumber && hz > 0.0) SetFrequency(i, hz);
+        }
+    }
+    RefreshTree();
+}
+
+void PlantModule::SaveAssignments(ICfg& section) const {
+    const std::unique_ptr<ICfg> assignments(section.ProvideSection(gtskeys::Assignments));
+    if (!assignments) return;
+    const int count = static_cast<int>(m_frequencies.size());
+    assignments->WriteInt(gtskeys::AssignmentCount, count);
+    for (int i = 0; i < count; ++i)
+        assignments->WriteString(QString(gtskeys::Input).arg(i), QString::number(GetFrequency(i), 'f', 0));
+}
+
+void PlantModule::Connect() {
+    m_reconnectWanted = false;
+    if (m_connected || m_pollThread->isRunning()) return;
+    const unsigned error = m_pollThread->Start();
+    // Later, as all errors: whoever connects a new module may not listen to it yet.
+    const auto report = [this, error] {
+        SlotOnConnectionError(static_cast<int>(error), ModbusErrorText(error));
+    };
+    if (error != 0) QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+}
+
+void PlantModule::Disconnect() {
+    if (m_pollThread->isRunning()) {
+        m_pollThread->quit();
+        if (m_pollThread->isRunning())
+            moduletrace::Warn(QStringLiteral("DataModule::Disconnect(): Waiting for thread termination."),
+                              200);
+        m_pollThread->WaitForEnd();
+    }
+    m_connected = false;
+    m_inputDiscretes = 0;
+    Q_EMIT SignalChanged();
+    RefreshTree();
+}
+
+void PlantModule::ConnectAnew() {
+    Disconnect();
+    Connect();
+}
+
+void PlantModule::RefreshTree() {
+    m_published.Refresh(GetContent());
+}
+
+PublishedModule::Content PlantModule::GetContent() const {
+    return {m_identity.index, m_connected, m_inputDiscretes, m_numberOfInputs, m_frequencies};
+}
+
+void PlantModule::Update(Observable* source, TChangeCode code) {
+    m_published.OnUpdate(source, code);
+}
+
+void PlantModule::SlotOnConnectionEstablished() {
+    m_connected = true;
+    m_error = false;
+    Q_EMIT SignalChanged();
+    RefreshTree();
+}
+
+void PlantModule::SlotOnConnectionClosed() {
+    m_inputDiscretes = 0;  // what was read over this connection is no reading of the next
+    if (!m_error) {
+        m_connected = false;
+        Q_EMIT SignalChanged();
+        if (m_reconnectWanted) Connect();
+    }
+    RefreshTree();
+}
+
+void PlantModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
+    const bool isNew = m_connected || !m_error;  // every poll fails then, and nothing else has changed
+    m_connected = false;
+    m_error = true;
+    m_inputDiscretes = 0;
+    if (isNew) {
+        Q_EMIT SignalChanged();
+        RefreshTree();
+    }
+    Q_EMIT SignalError(m_identity.type, m_identity.address, errorcode, errortext);
+}
+
+void PlantModule::SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes) {
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceDetails))
+        _Q_Trace(QStringLiteral("DataModule::SlotOnInputDiscretesChanged: %1").arg(iInputDiscretes),
+                 moduletrace::SourcePath, 211);
+    m_published.WriteInputDiscretes(iInputDiscretes);
+    m_numberOfInputs = iNumInputsRead;
+    m_inputDiscretes = iInputDiscretes;
+}

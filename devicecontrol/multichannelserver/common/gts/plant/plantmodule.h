@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
+#include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
+
+#include <platform/values/observable.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+class ICfg;
+class PollThread;
+class SuppressionPlant;
+
+/// A module of digital inputs on the network, whose inputs are wired to ground transmitters: the works of a
+/// DataModule, without its row. Polls the module on a thread of its own, keeps the frequency assigned to each
+/// input, and publishes inputs and assignments in the value tree. While the module is not connected it
+/// publishes no frequencies, so that nothing of it is blanked. Main thread.
+class MCS_COMMON_EXPORT PlantModule : public QObject, public IObserver {
+    Q_OBJECT
+
+  public:
+    enum class EState { Disconnected, Connected, Error };
+
+    /// A module that has no type yet and publishes nothing until it is configured.
+    explicit PlantModule(int index);
+    /// Disconnects, shows that in the value tree, and then removes what it published. Leaves its plant.
+    ~PlantModule() override;
+
+    const ModuleIdentity& GetIdentity() const { return m_identity; }
+    /// Why its address cannot be right, one line of English; empty if it can.
+    QString GetAddressFault() const { return m_addressFault; }
+    PollInterval GetPollInterval() const { return m_pollInterval; }
+    unsigned short GetNumberOfInputs() const { return m_numberOfInputs; }
+    EState GetState() const;
+
+    /// Of whose list it is one; null for none. Its plant sees to it that no two modules publish the same
+    /// node.
+    void SetPlant(SuppressionPlant* plant) { m_plant = plant; }
+    /// Takes the three values over and publishes the module anew. It must not be connected.
+    void Apply(const QString& type, const QString& address, PollInterval pollInterval);
+    /// Disconnects, applies the three values and connects.
+    void Configure(const QString& type, const QString& address, PollInterval pollInterval);
+    /// Another type than before drops all assignments.
+    void SetType(const QString& type);
+
+    /// Hz; 0.0 if none is assigned, and beyond the inputs.
+    double GetFrequency(int input) const;
+    /// What is not finite is no frequency. Ignored beyond the inputs; published by RefreshTree().
+    void SetFrequency(int input, double hz);
+    /// \a section is the module's own.
+    void LoadAssignments(ICfg& section);
+    void SaveAssignments(ICfg& section) const;
+
+    void Connect();
+    /// Waits for the poll thread, which ends a request under way.
+    void Disconnect();
+    /// One in error still has a thread, which tells of nothing but errors.
+    void ConnectAnew();
+    /// Publishes what holds now.
+    void RefreshTree();
+
+    void Update(Observable* source, TChangeCode code) override;
+
+  Q_SIGNALS:
+    /// Something of what is shown of it may have changed: identity, poll interval, state.
+    void SignalChanged();
+    void SignalError(QString name, QString address, int errorcode, QString errortext);
+    /// Once after errors: a module in error answers. It stays in error until it is connected anew.
+    void SignalAnswersAgain();
+
+  public Q_SLOTS:
+    void SlotOnConnectionEstablished();
+    void SlotOnConnectionClosed();
+    void SlotOnConnectionError(int errorcode, const QString& errortext);
+    void SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
+
+  private:
+    PublishedModule::Content GetContent() const;
+
+    SuppressionPlant* m_plant = nullptr;
+    ModuleIdentity m_identity;
+    QString m_addressFault;
+    PollInterval m_pollInterval{};
+    unsigned short m_numberOfInputs;
+    unsigned long m_inputDiscretes = 0;  ///< read last over this connection
+    std::vector<double> m_frequencies;   ///< Hz, by input
+    bool m_connected = false;
+    bool m_error = false;
+    bool m_reconnectWanted = false;  ///< fixed: stays-closed. Nobody sets it.
+    std::unique_ptr<PollThread> m_pollThread;
+    PublishedModule m_published;
+};

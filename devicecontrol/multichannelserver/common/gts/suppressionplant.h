@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <devicecontrol/multichannelserver/common/commonexport.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+#include <functional>
+#include <set>
+#include <vector>
+
+class ISuppressionListener;
+class PlantModule;
+
+/// The data modules of the ground transmitter suppression as a plant, with or without a window: loads and
+/// saves their list, shows in the tree how many there are, finds them indexes, connects lost ones anew, and
+/// tells a listener what becomes of them. Does not own the modules: a GTSDisplay owns them with its rows, a
+/// HeadlessSuppression where there is no window. One per process, after the tree; main thread.
+class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Another one while there is one already is asserted, and loads and saves nothing.
+    SuppressionPlant();
+    ~SuppressionPlant() override;
+    /// Not for another one.
+    bool IsInCharge() const;
+
+    /// Whether the configuration has a list of modules that is not empty.
+    static bool IsConfigured();
+
+    int Count() const { return static_cast<int>(m_modules.size()); }
+    /// Connects the modules that are in error anew, as an operator does one by one.
+    void ConnectLostModules();
+    /// Tells \a listener what becomes of the modules, in place of who was told before; null tells nobody. It
+    /// is not owned, and outlives the plant or is taken away first.
+    void SetListener(ISuppressionListener* listener) { m_listener = listener; }
+
+    // For the owner of the modules:
+
+    /// Makes a module of this index, which is not connected, and keeps it.
+    using Maker = std::function<PlantModule&(int index)>;
+    /// Has a module made for each usable entry of the configuration, and connects it.
+    void Load(const Maker& make);
+    /// Writes the list to the configuration. Once, before the modules go.
+    void Save();
+    /// Takes \a module into the list, at its end.
+    void Add(PlantModule& module);
+    void Remove(PlantModule& module);
+    /// Shows in the tree how many modules there are.
+    void ShowCount() const;
+    /// The smallest index that no module of the list has.
+    int FreeIndex() const;
+    /// The index of \a module, which is in the list; another one if somebody else publishes its node.
+    int IndexFor(const PlantModule& module) const;
+
+  private:
+    static SuppressionPlant* s_instance;
+
+    std::vector<PlantModule*> m_modules;
+    std::set<QString> m_sections;  ///< of the configuration, of which modules were made
+    ISuppressionListener* m_listener = nullptr;
+};
