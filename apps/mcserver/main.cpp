@@ -3,6 +3,7 @@
 #include <apps/common/display.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
+#include <apps/mcserver/messagelimiter.h>
 #include <apps/mcserver/serveroptions.h>
 #include <apps/mcserver/serverprogram.h>
 #include <apps/mcserver/serverwindow.h>
@@ -120,6 +121,7 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
 
 int main(int argc, char** argv) {
     terminal::Prepare();
+    MessageLimiter::Install();
     RaiseDescriptorLimit();
     QCoreApplication::setApplicationName(QStringLiteral("mcserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCSERVER_VERSION));

@@ -8,6 +8,8 @@
 #include <tests/apps/dimodule/moduleprocess.h>
 #include <tests/apps/mcserver/serverprocess.h>
 
+#include <QtCore/QFile>
+
 namespace {
 
 class AServerWithAModule : public testing::Test {
@@ -108,6 +110,37 @@ TEST_F(AServerWithAModule, LogsOnceThatItAnswersAgain) {
     m_module.Say("fault silence");
     EXPECT_TRUE(WaitForOutput("Connection timed out"));
     EXPECT_EQ(m_server.Output().count(QStringLiteral("answers again")), 1);
+}
+
+TEST_F(AServerWithAModule, FillsNoJournalWhileItFails) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    ASSERT_NE(m_client.CreateAndConnectDynamicMpxORV(QString()), nullptr);
+    ASSERT_TRUE(WaitForOutput("Ready"));  // more than a second: a hundred polls
+    EXPECT_EQ(m_server.Output().count(QStringLiteral("GTS DataModule")), 1);
+    EXPECT_EQ(m_server.Errors().count(QStringLiteral("GTS DataModule")), 1);
+}
+
+TEST_F(AServerWithAModule, KeepsEntriesThatCannotBeUsedWhenItEnds) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"),
+                       "[GTS]\n"
+                       "ModuleCount=2\n"
+                       "Module0\\Index=7\n"
+                       "Module0\\Address=10.0.0.1\n"
+                       "Module1\\Index=0\n"
+                       "Module1\\Name=ADAM-6051\n"
+                       "Module1\\Address=127.0.0.1\n"
+                       "Module1\\PollInterval=10\n");
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(m_server.Terminate(), 0);
+    QFile file(m_server.ConfigPath());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray saved = file.readAll();
+    for (const char* const line :
+         {"ModuleCount=1\n", "\nModule0\\Address=127.0.0.1\n", "\nNotLoaded\\Module0\\Index=7\n",
+          "\nNotLoaded\\Module0\\Address=10.0.0.1\n"})
+        EXPECT_TRUE(saved.contains(line)) << line << "in\n" << saved.toStdString();
+    EXPECT_TRUE(m_server.Errors().contains(QStringLiteral("kept in GTS/NotLoaded: Module0")));
 }
 
 TEST_F(AServerWithAModule, LogsWhatIsWrongWithItsAddress) {
