@@ -131,6 +131,48 @@ void WriteMessages(const QString& folder) {
     Write(folder, "batch", Encode(Filled(EMessage::Batch), AllChanges()));
 }
 
+/// Elements in every form that they can have, in batches mostly.
+void WriteElements(const QString& folder) {
+    const std::pair<const char*, const char*> batches[] = {
+        {"numbers-of-all-widths",
+         "9f090101f4 00 17 18ff 19ffff 1a7fffffff 1b7fffffffffffffff 01 20 02 38ff 03 3b7fffffffffffffff ff"},
+        {"integers-out-of-range", "9f090101f4 00 1b8000000000000000 00 3b8000000000000000 ff"},
+        {"floats-of-all-widths",
+         "9f090101f4 00 f93c00 01 fa3fc00000 02 fb3ff8000000000000 03 f97e00 04 faffc00001 ff"},
+        {"other-contents", "9f090101f4 00 f4 01 f5 02 f6 03 82 f93c00 05 04 9f fb3ff8000000000000 ff ff"},
+        {"batch-of-definite-length", "89 09 01 01 f4 00 01 01 20 1affffffff"},
+        {"ids-out-of-range", "9f090101f4 1b0000000100000000 01 ff"},
+        {"texts",
+         "9f090101f4 00 61 61 01 62 c3a4 02 7f 61 61 60 62 c3a4 ff 03 63 efbbbf 04 78 05 6162636465 ff"},
+        {"text-that-is-not-utf8", "9f090101f4 00 62 c328 ff"},
+        {"text-in-parts-that-are-not-utf8", "9f090101f4 00 7f 61 c3 61 a4 ff ff"},
+        {"text-longer-than-all", "9f090101f4 00 7b7fffffffffffffff 61"},
+        {"break-for-a-content", "9f090101f4 00 ff"},
+        {"nothing-behind-a-number", "9f090101f4 00 01"},
+        {"reserved-behind-a-number", "9f090101f4 00 01 1c ff"},
+        {"simple-values", "9f090101f4 00 f7 ff"},
+        {"simple-value-in-two-bytes", "9f090101f4 00 f814 ff"},
+        {"changes-wrapped",
+         "9f070101 84 00 00 00 60 00 87 00 01 00 61 61 02 00 05 9f 01 01 ff 9f 04 01 03 07 ff 00 07 ff"},
+    };
+    for (const auto& [name, hex] : batches)
+        Write(folder, name, QByteArray::fromHex(hex));
+}
+
+void WriteWriting(const QString& folder) {
+    QByteArray all;
+    for (int element = 0; element < 8; ++element)
+        all += Bytes({element, 1, 2, 3, 4, 5, 6, 7, 8, 9, 3, 0, 0});
+    Write(folder, "all", all);
+    Write(folder, "numbers",
+          Bytes({0, 255, 255, 255, 255, 255, 255, 255, 255, 40}) + Bytes({1, 0, 0, 0, 0, 0, 0, 0, 128, 0}) +
+              Bytes({1, 255, 255, 255, 255, 255, 255, 255, 255, 0}) + Bytes({0, 24, 0, 0, 0, 0, 0, 0, 0, 0}) +
+              Bytes({0, 0, 1, 0, 0, 0, 0, 0, 0, 0}));
+    Write(folder, "texts",
+          Bytes({5, 2, 0x3d, 0xd8, 0x00, 0xde}) + Bytes({5, 1, 0x3d, 0xd8}) + Bytes({6, 3, 97, 98, 99, 2}) +
+              Bytes({6, 255}) + QByteArray(255, 'x') + Bytes({3}));
+}
+
 // Scripts
 // ---------------------------------------------------------------------------------------------------- A
 // parameter is 0 for what is usual. See Script, treeedits::Edit and compose for what each byte means.
@@ -257,6 +299,9 @@ int main(int argc, char** argv) {
     if (argc != 2) return 2;
     const QString folder = QString::fromLocal8Bit(argv[1]);
     WriteMessages(folder + QStringLiteral("/codec_fuzzer"));
+    WriteMessages(folder + QStringLiteral("/cborinput_fuzzer"));
+    WriteElements(folder + QStringLiteral("/cborinput_fuzzer"));
+    WriteWriting(folder + QStringLiteral("/cboroutput_fuzzer"));
     WriteServerScripts(folder + QStringLiteral("/server_session_fuzzer"));
     WriteClientScripts(folder + QStringLiteral("/client_session_fuzzer"));
     WriteModbusAnswers(folder + QStringLiteral("/modbus_answer_fuzzer"));

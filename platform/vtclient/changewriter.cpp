@@ -13,14 +13,13 @@ quint64 Code(EChange change) {
     return static_cast<quint64>(change);
 }
 
-void WriteChoices(QCborStreamWriter& writer, const std::vector<Choice>& choices) {
-    writer.startArray(static_cast<quint64>(choices.size()) * 3);
+void WriteChoices(CborOutput& output, const std::vector<Choice>& choices) {
+    output.Array(static_cast<quint64>(choices.size()) * 3);
     for (const Choice& choice : choices) {
-        writer.append(choice.text);
-        writer.append(choice.number);
-        writer.append(choice.key);
+        output.Text(choice.text);
+        output.Double(choice.number);
+        output.Integer(choice.key);
     }
-    writer.endArray();
 }
 
 /// A value that is already followed may be given any name.
@@ -35,22 +34,21 @@ bool HasLimits(EItemKind kind) {
 
 }  // namespace
 
-void WriteContent(QCborStreamWriter& writer, const Content& content) {
+void WriteContent(CborOutput& output, const Content& content) {
     struct Append {
-        QCborStreamWriter& writer;
-        void operator()(std::monostate /*nothing*/) const { writer.append(nullptr); }
-        void operator()(bool content) const { writer.append(content); }
-        void operator()(qint64 content) const { writer.append(content); }
-        void operator()(double content) const { writer.append(content); }
-        void operator()(const QString& content) const { writer.append(content); }
+        CborOutput& output;
+        void operator()(std::monostate /*nothing*/) const { output.Null(); }
+        void operator()(bool content) const { output.Boolean(content); }
+        void operator()(qint64 content) const { output.Integer(content); }
+        void operator()(double content) const { output.Double(content); }
+        void operator()(const QString& content) const { output.Text(content); }
         void operator()(const QVector<double>& content) const {
-            writer.startArray(static_cast<quint64>(content.size()));
+            output.Array(static_cast<quint64>(content.size()));
             for (const double item : content)
-                writer.append(item);
-            writer.endArray();
+                output.Double(item);
         }
     };
-    std::visit(Append{writer}, content);
+    std::visit(Append{output}, content);
 }
 
 quint64 CountItemElements(EItemKind kind) {
@@ -59,119 +57,112 @@ quint64 CountItemElements(EItemKind kind) {
     return 3U + (operations->hasLimits ? 2U : 0U) + (operations->hasChoices ? 1U : 0U);
 }
 
-void WriteItem(QCborStreamWriter& writer, const ItemDescription& item) {
-    writer.append(static_cast<quint64>(item.kind));
+void WriteItem(CborOutput& output, const ItemDescription& item) {
+    output.Unsigned(static_cast<quint64>(item.kind));
     const KindOperations* const operations = Operations(item.kind);
     if (operations == nullptr) return;
-    writer.append(quint64{item.flags});
-    WriteContent(writer, item.content);
+    output.Unsigned(item.flags);
+    WriteContent(output, item.content);
     if (operations->hasLimits) {
-        WriteContent(writer, item.minimum);
-        WriteContent(writer, item.maximum);
+        WriteContent(output, item.minimum);
+        WriteContent(output, item.maximum);
     }
-    if (operations->hasChoices) WriteChoices(writer, item.choices);
+    if (operations->hasChoices) WriteChoices(output, item.choices);
 }
 
-void WriteItem(QCborStreamWriter& writer, const values::TreeItem& item, EItemKind kind, unsigned flags) {
-    writer.append(static_cast<quint64>(kind));
+void WriteItem(CborOutput& output, const values::TreeItem& item, EItemKind kind, unsigned flags) {
+    output.Unsigned(static_cast<quint64>(kind));
     const KindOperations* const operations = Operations(kind);
     if (operations == nullptr) return;
     const auto& value = static_cast<const values::ValueBase&>(item);
-    writer.append(quint64{flags});
-    operations->writeContent(value, writer);
-    operations->writeLimits(value, writer);
-    operations->writeChoices(value, writer);
+    output.Unsigned(flags);
+    operations->writeContent(value, output);
+    operations->writeLimits(value, output);
+    operations->writeChoices(value, output);
 }
 
-ChangeWriter::ChangeWriter() : m_writer(&m_sink) {}
-
 void ChangeWriter::Changed(quint32 id, const values::ValueBase& value, EItemKind kind) {
-    m_writer.append(quint64{id});
-    Operations(kind)->writeContent(value, m_writer);
+    m_output.Unsigned(id);
+    Operations(kind)->writeContent(value, m_output);
 }
 
 void ChangeWriter::Own(quint32 id, int session, const values::ValueBase& value, EItemKind kind) {
-    m_writer.startArray(4);
-    m_writer.append(Code(EChange::Own));
-    m_writer.append(quint64{id});
-    m_writer.append(qint64{session});
-    Operations(kind)->writeContent(value, m_writer);
-    m_writer.endArray();
+    m_output.Array(4);
+    m_output.Unsigned(Code(EChange::Own));
+    m_output.Unsigned(id);
+    m_output.Integer(session);
+    Operations(kind)->writeContent(value, m_output);
 }
 
 void ChangeWriter::Added(quint32 id, quint32 parent, const values::TreeItem& item, EItemKind kind,
                          unsigned flags) {
-    m_writer.startArray(4 + CountItemElements(kind));
-    m_writer.append(Code(EChange::Added));
-    m_writer.append(quint64{id});
-    m_writer.append(quint64{parent});
-    m_writer.append(NameOf(item));
-    WriteItem(m_writer, item, kind, flags);
-    m_writer.endArray();
+    m_output.Array(4 + CountItemElements(kind));
+    m_output.Unsigned(Code(EChange::Added));
+    m_output.Unsigned(id);
+    m_output.Unsigned(parent);
+    m_output.Text(NameOf(item));
+    WriteItem(m_output, item, kind, flags);
 }
 
 void ChangeWriter::Removed(quint32 id) {
-    m_writer.startArray(2);
-    m_writer.append(Code(EChange::Removed));
-    m_writer.append(quint64{id});
-    m_writer.endArray();
+    m_output.Array(2);
+    m_output.Unsigned(Code(EChange::Removed));
+    m_output.Unsigned(id);
 }
 
 void ChangeWriter::Described(quint32 id, const values::ValueBase& value, EItemKind kind, unsigned flags) {
-    m_writer.startArray(HasLimits(kind) ? 6 : 4);
-    m_writer.append(Code(EChange::Described));
-    m_writer.append(quint64{id});
-    m_writer.append(NameOf(value));
-    m_writer.append(quint64{flags});
-    Operations(kind)->writeLimits(value, m_writer);
-    m_writer.endArray();
+    m_output.Array(HasLimits(kind) ? 6 : 4);
+    m_output.Unsigned(Code(EChange::Described));
+    m_output.Unsigned(id);
+    m_output.Text(NameOf(value));
+    m_output.Unsigned(flags);
+    Operations(kind)->writeLimits(value, m_output);
 }
 
 void ChangeWriter::Items(quint32 id, const values::ValueBase& value, EItemKind kind) {
-    m_writer.startArray(4);
-    m_writer.append(Code(EChange::Items));
-    m_writer.append(quint64{id});
-    Operations(kind)->writeContent(value, m_writer);
-    Operations(kind)->writeChoices(value, m_writer);
-    m_writer.endArray();
+    m_output.Array(4);
+    m_output.Unsigned(Code(EChange::Items));
+    m_output.Unsigned(id);
+    Operations(kind)->writeContent(value, m_output);
+    Operations(kind)->writeChoices(value, m_output);
 }
 
 void ChangeWriter::Write(const TreeChange& change) {
     if (change.change == EChange::Changed) {
-        m_writer.append(quint64{change.id});
-        WriteContent(m_writer, change.item.content);
+        m_output.Unsigned(change.id);
+        WriteContent(m_output, change.item.content);
         return;
     }
-    m_writer.startArray();
-    m_writer.append(Code(change.change));
-    m_writer.append(quint64{change.id});
+    m_output.OpenArray();
+    m_output.Unsigned(Code(change.change));
+    m_output.Unsigned(change.id);
     switch (change.change) {
         case EChange::Added:
-            m_writer.append(quint64{change.parent});
-            m_writer.append(change.name);
-            WriteItem(m_writer, change.item);
+            m_output.Unsigned(change.parent);
+            m_output.Text(change.name);
+            WriteItem(m_output, change.item);
             break;
         case EChange::Described:
-            m_writer.append(change.name);
-            m_writer.append(quint64{change.item.flags});
+            m_output.Text(change.name);
+            m_output.Unsigned(change.item.flags);
             if (change.item.minimum != Content() || change.item.maximum != Content()) {
-                WriteContent(m_writer, change.item.minimum);
-                WriteContent(m_writer, change.item.maximum);
+                WriteContent(m_output, change.item.minimum);
+                WriteContent(m_output, change.item.maximum);
             }
             break;
         case EChange::Items:
-            WriteContent(m_writer, change.item.content);
-            WriteChoices(m_writer, change.item.choices);
+            WriteContent(m_output, change.item.content);
+            WriteChoices(m_output, change.item.choices);
             break;
         case EChange::Own:
-            m_writer.append(qint64{change.session});
-            WriteContent(m_writer, change.item.content);
+            m_output.Integer(change.session);
+            WriteContent(m_output, change.item.content);
             break;
         case EChange::Removed:
         case EChange::Changed:
             break;
     }
-    m_writer.endArray();
+    m_output.CloseArray();
 }
 
 }  // namespace vt

@@ -4,8 +4,7 @@
 #include <platform/values/node.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-
-#include <QtCore/QCborStreamWriter>
+#include <platform/vtclient/cboroutput.h>
 
 #include <algorithm>
 #include <cmath>
@@ -40,7 +39,7 @@ struct Traits;
 
 template <>
 struct Traits<bool> {
-    static void Write(bool content, QCborStreamWriter& writer) { writer.append(content); }
+    static void Write(bool content, CborOutput& output) { output.Boolean(content); }
     static Content ToContent(bool content) { return content; }
     static bool FromContent(const Content& content) { return std::get<bool>(content); }
     static bool Accept(Content* content) { return std::holds_alternative<bool>(*content); }
@@ -48,7 +47,7 @@ struct Traits<bool> {
 
 template <>
 struct Traits<int> {
-    static void Write(int content, QCborStreamWriter& writer) { writer.append(qint64{content}); }
+    static void Write(int content, CborOutput& output) { output.Integer(content); }
     static Content ToContent(int content) { return qint64{content}; }
     static int FromContent(const Content& content) { return static_cast<int>(std::get<qint64>(content)); }
     static bool Accept(Content* content) { return AcceptInt(content); }
@@ -56,7 +55,7 @@ struct Traits<int> {
 
 template <>
 struct Traits<double> {
-    static void Write(double content, QCborStreamWriter& writer) { writer.append(content); }
+    static void Write(double content, CborOutput& output) { output.Double(content); }
     static Content ToContent(double content) { return content; }
     static double FromContent(const Content& content) { return std::get<double>(content); }
     static bool Accept(Content* content) { return AcceptDouble(content); }
@@ -64,7 +63,7 @@ struct Traits<double> {
 
 template <>
 struct Traits<QString> {
-    static void Write(const QString& content, QCborStreamWriter& writer) { writer.append(content); }
+    static void Write(const QString& content, CborOutput& output) { output.Text(content); }
     static Content ToContent(const QString& content) { return content; }
     static const QString& FromContent(const Content& content) { return std::get<QString>(content); }
     static bool Accept(Content* content) { return std::holds_alternative<QString>(*content); }
@@ -77,8 +76,8 @@ struct Scalar {
     static V& Of(ValueBase& value) { return static_cast<V&>(value); }
 
     static std::unique_ptr<ValueBase> Create() { return std::make_unique<V>(); }
-    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
-        Traits<T>::Write(Of(value).GetValue(), writer);
+    static void WriteContent(const ValueBase& value, CborOutput& output) {
+        Traits<T>::Write(Of(value).GetValue(), output);
     }
     static Content GetContent(const ValueBase& value) { return Traits<T>::ToContent(Of(value).GetValue()); }
     static void Set(ValueBase& value, const Content& content, IObserver* originator) {
@@ -93,9 +92,9 @@ struct Scalar {
 template <class T>
 struct Limited : Scalar<ValueNumeric<T>, T> {
     using Base = Scalar<ValueNumeric<T>, T>;
-    static void WriteLimits(const ValueBase& value, QCborStreamWriter& writer) {
-        Traits<T>::Write(Base::Of(value).GetMin(), writer);
-        Traits<T>::Write(Base::Of(value).GetMax(), writer);
+    static void WriteLimits(const ValueBase& value, CborOutput& output) {
+        Traits<T>::Write(Base::Of(value).GetMin(), output);
+        Traits<T>::Write(Base::Of(value).GetMax(), output);
     }
     static void ReadLimits(const ValueBase& value, ItemDescription* item) {
         item->minimum = Traits<T>::ToContent(Base::Of(value).GetMin());
@@ -116,23 +115,22 @@ struct Selection {
     static ValueSelection& Of(ValueBase& value) { return static_cast<ValueSelection&>(value); }
 
     static std::unique_ptr<ValueBase> Create() { return std::make_unique<ValueSelection>(); }
-    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
+    static void WriteContent(const ValueBase& value, CborOutput& output) {
         const int index = Of(value).GetCurrentIndex();
         if (index == ValueSelection::NoIndex)
-            writer.append(nullptr);
+            output.Null();
         else
-            writer.append(qint64{index});
+            output.Integer(index);
     }
-    static void WriteChoices(const ValueBase& value, QCborStreamWriter& writer) {
+    static void WriteChoices(const ValueBase& value, CborOutput& output) {
         const ValueSelection& selection = Of(value);
-        writer.startArray(static_cast<quint64>(selection.Count()) * 3);
+        output.Array(static_cast<quint64>(selection.Count()) * 3);
         for (int i = 0; i < selection.Count(); ++i) {
             const SelectionItem* const item = selection.GetItemAt(i);
-            writer.append(item->GetName());
-            writer.append(item->GetValue());
-            writer.append(qint64{item->GetKey()});
+            output.Text(item->GetName());
+            output.Double(item->GetValue());
+            output.Integer(item->GetKey());
         }
-        writer.endArray();
     }
     static void ReadChoices(const ValueBase& value, ItemDescription* item) {
         const ValueSelection& selection = Of(value);
@@ -208,12 +206,11 @@ struct List {
         return static_cast<const ValueList<double>&>(value);
     }
     static std::unique_ptr<ValueBase> Create() { return std::make_unique<ValueList<double>>(); }
-    static void WriteContent(const ValueBase& value, QCborStreamWriter& writer) {
+    static void WriteContent(const ValueBase& value, CborOutput& output) {
         const std::vector<double>& items = Of(value).GetItems();
-        writer.startArray(static_cast<quint64>(items.size()));
+        output.Array(static_cast<quint64>(items.size()));
         for (const double item : items)
-            writer.append(item);
-        writer.endArray();
+            output.Double(item);
     }
     static Content GetContent(const ValueBase& value) {
         const std::vector<double>& items = Of(value).GetItems();
@@ -234,7 +231,7 @@ struct List {
     }
 };
 
-void NoExtra(const ValueBase& /*value*/, QCborStreamWriter& /*writer*/) {}
+void NoExtra(const ValueBase& /*value*/, CborOutput& /*output*/) {}
 void NoLimits(const ValueBase& /*value*/, ItemDescription* /*item*/) {}
 void NoDescription(ValueBase& /*value*/, const ItemDescription& /*item*/, IObserver* /*originator*/) {}
 

@@ -7,11 +7,11 @@
 
 #include <memory>
 
-class QCborStreamWriter;
-
 /// The one table from C++ types of values to their kinds and back: how each is made, read, set and described.
 /// Nobody else asks what kind a value is in order to do something different with it.
 namespace vt {
+
+class CborOutput;
 
 struct KindOperations {
     EItemKind kind;
@@ -21,10 +21,10 @@ struct KindOperations {
     /// A new value of this kind, detached and without a name.
     std::unique_ptr<values::ValueBase> (*create)();
     /// Appends the content (of a selection: the current index or null).
-    void (*writeContent)(const values::ValueBase& value, QCborStreamWriter& writer);
+    void (*writeContent)(const values::ValueBase& value, CborOutput& output);
     /// Appends what follows the content in a description: nothing, limits, or the list of choices.
-    void (*writeLimits)(const values::ValueBase& value, QCborStreamWriter& writer);
-    void (*writeChoices)(const values::ValueBase& value, QCborStreamWriter& writer);
+    void (*writeLimits)(const values::ValueBase& value, CborOutput& output);
+    void (*writeChoices)(const values::ValueBase& value, CborOutput& output);
     Content (*content)(const values::ValueBase& value);
     /// Converts \a content to what this kind holds. False if it is nothing that this kind could hold.
     bool (*accept)(Content* content);

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/message.h>
 
-#include <platform/vtclient/bytesink.h>
+#include <platform/vtclient/cboroutput.h>
 #include <platform/vtclient/changewriter.h>
 #include <platform/vtclient/itemkinds.h>
 #include <platform/vtclient/vtlimits.h>
-
-#include <QtCore/QCborStreamWriter>
 
 #include <limits>
 
@@ -22,81 +20,80 @@ QString Shortened(const QString& reason) {
     return reason.left(vtlimits::MaxReasonLength);
 }
 
-void WriteFields(QCborStreamWriter& writer, const Message& message) {
+void WriteFields(CborOutput& output, const Message& message) {
     switch (message.type) {
         case EMessage::Hello:
-            writer.append(quint64{message.version});
-            writer.append(message.application);
-            writer.append(message.machine);
-            writer.append(message.user);
-            writer.append(message.token);
+            output.Unsigned(message.version);
+            output.Text(message.application);
+            output.Text(message.machine);
+            output.Text(message.user);
+            output.Text(message.token);
             break;
         case EMessage::Welcome:
-            writer.append(quint64{message.version});
-            writer.append(message.application);
-            writer.append(qint64{message.session});
-            writer.append(message.epoch);
-            writer.append(qint64{message.ping.count()});
-            writer.append(qint64{message.dead.count()});
+            output.Unsigned(message.version);
+            output.Text(message.application);
+            output.Integer(message.session);
+            output.Unsigned(message.epoch);
+            output.Integer(message.ping.count());
+            output.Integer(message.dead.count());
             break;
         case EMessage::Bye:
-            writer.append(static_cast<quint64>(message.code));
-            writer.append(Shortened(message.reason));
+            output.Unsigned(static_cast<quint64>(message.code));
+            output.Text(Shortened(message.reason));
             break;
         case EMessage::Subscribe:
-            writer.append(quint64{message.sub});
-            writer.append(message.path);
+            output.Unsigned(message.sub);
+            output.Text(message.path);
             break;
         case EMessage::Unsubscribe:
-            writer.append(quint64{message.sub});
+            output.Unsigned(message.sub);
             break;
         case EMessage::Subscribed:
-            writer.append(quint64{message.sub});
-            writer.startArray(static_cast<quint64>(message.prefixes.size()));
+            output.Unsigned(message.sub);
+            output.Array(static_cast<quint64>(message.prefixes.size()));
             for (const QString& prefix : message.prefixes)
-                writer.append(prefix);
-            writer.endArray();
+                output.Text(prefix);
             break;
         case EMessage::Snapshot:
-            writer.append(quint64{message.sub});
-            writer.append(message.seq);
+            output.Unsigned(message.sub);
+            output.Unsigned(message.seq);
             break;
         case EMessage::End:
-            writer.append(quint64{message.sub});
-            writer.append(message.seq);
-            writer.append(message.epoch);
+            output.Unsigned(message.sub);
+            output.Unsigned(message.seq);
+            output.Unsigned(message.epoch);
             break;
         case EMessage::Batch:
-            writer.append(quint64{message.sub});
-            writer.append(message.seq);
-            writer.append(message.more);
+            output.Unsigned(message.sub);
+            output.Unsigned(message.seq);
+            output.Boolean(message.more);
             break;
         case EMessage::Absent:
-            writer.append(quint64{message.sub});
-            writer.append(Shortened(message.reason));
+            output.Unsigned(message.sub);
+            output.Text(Shortened(message.reason));
             break;
         case EMessage::Ack:
         case EMessage::Ping:
         case EMessage::Pong:
-            writer.append(message.seq);
+            output.Unsigned(message.seq);
             break;
         case EMessage::Write:
-            writer.append(quint64{message.req});
-            writer.append(quint64{message.sub});
-            writer.append(quint64{message.id});
-            WriteContent(writer, message.item.content);
+            output.Unsigned(message.req);
+            output.Unsigned(message.sub);
+            output.Unsigned(message.id);
+            WriteContent(output, message.item.content);
             break;
         case EMessage::Answer:
-            writer.append(quint64{message.req});
-            writer.append(static_cast<quint64>(message.result));
-            writer.append(Shortened(message.reason));
-            if (message.result == EResult::Clamped) WriteContent(writer, message.item.content);
+            output.Unsigned(message.req);
+            output.Unsigned(static_cast<quint64>(message.result));
+            output.Text(Shortened(message.reason));
+            if (message.result == EResult::Clamped) WriteContent(output, message.item.content);
             break;
         case EMessage::Create:
-            writer.append(quint64{message.req});
-            writer.append(quint64{message.sub});
-            writer.append(message.path);
-            WriteItem(writer, message.item);
+            output.Unsigned(message.req);
+            output.Unsigned(message.sub);
+            output.Text(message.path);
+            WriteItem(output, message.item);
             break;
     }
 }
@@ -108,15 +105,13 @@ bool CarriesChanges(EMessage type) {
 }
 
 QByteArray Encode(const Message& message, const QByteArray& changes) {
-    // Made once: making a writer costs more than a small message.
-    thread_local ByteSink sink;
-    thread_local QCborStreamWriter writer(&sink);
-    writer.startArray();
-    writer.append(static_cast<quint64>(message.type));
-    WriteFields(writer, message);
-    if (!changes.isEmpty()) sink.Append(changes.constData(), changes.size());
-    writer.endArray();
-    return sink.Take();
+    thread_local CborOutput output;  // keeps its room from one message to the next
+    output.OpenArray();
+    output.Unsigned(static_cast<quint64>(message.type));
+    WriteFields(output, message);
+    output.AppendRaw(changes.constData(), changes.size());
+    output.CloseArray();
+    return output.Take();
 }
 
 bool MessageReader::ReadHeader(Message* message) {
@@ -205,6 +200,10 @@ bool MessageReader::ReadFields(Message* message) {
 
 bool MessageReader::NextChange(TreeChange* change) {
     if (m_isRead) return false;
+    if (m_input.NumberChange(&change->id, &change->item.content)) {
+        change->change = EChange::Changed;
+        return true;
+    }
     if (!m_input.HasNext()) {
         m_isRead = true;
         // The end, unless something was wrong.

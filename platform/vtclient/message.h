@@ -95,7 +95,7 @@ class MCS_CONNECTION_EXPORT MessageReader {
     bool ReadHeader(Message* message);
     /// The next change; false at the end, or if something is wrong (then Error() is not empty).
     bool NextChange(TreeChange* change);
-    const QString& Error() const { return m_input.Error(); }
+    QString Error() const { return m_input.Error(); }
 
   private:
     bool ReadFields(Message* message);

@@ -7,6 +7,9 @@
 #include <platform/vtclient/itemkinds.h>
 #include <platform/vtclient/vtlimits.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace vt {
 
 namespace {
@@ -368,24 +371,36 @@ void TreeWatcher::FetchAdded(Entry* range, bool isWritten) {
 
 void TreeWatcher::FetchEntry(const Entry& entry, bool isWritten) {
     ClearFlag(entry);
-    if (!entry.isOccurrence) {
-        if (isWritten) WriteNow(entry.change, entry.id, &m_writer);
-        return;
-    }
-    const int size = static_cast<int>(entry.size);
-    if (isWritten) m_writer.AppendRaw(m_pendingOccurrences.constData() + m_occurrenceRead, size);
+    if (isWritten) WriteNow(entry.change, entry.id, &m_writer);
+}
+
+// All that follow one another and fit the part, as one copy.
+void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
+    const std::size_t first = m_read;
+    const std::size_t last = std::min(m_entries.size(), first + MaxEntries - part->entries.size());
+    const int room = isWritten ? vtlimits::BatchTarget - m_writer.Size() : std::numeric_limits<int>::max();
+    int size = 0;
+    while (m_read < last && m_entries[m_read].isOccurrence && size < room)
+        size += static_cast<int>(m_entries[m_read++].size);
+    if (isWritten) m_writer.AppendRaw(m_occurrences.Data() + m_occurrenceRead, size);
     m_occurrenceRead += size;
+    const auto begin = m_entries.begin();
+    part->entries.insert(part->entries.end(), begin + static_cast<std::ptrdiff_t>(first),
+                         begin + static_cast<std::ptrdiff_t>(m_read));
 }
 
 bool TreeWatcher::NextPart(bool isWritten, Part* part) {
     part->entries.clear();
     if (!HasChanges()) return false;
-    if (m_occurrences.Size() != 0) m_pendingOccurrences += m_occurrences.Take();
     part->firstNew = m_announced;
     const int firstOccurrence = m_occurrenceRead;
     // Entries that are not written are counted, so that a part stays small in time too.
     while (HasChanges() && part->entries.size() < MaxEntries && m_writer.Size() < vtlimits::BatchTarget) {
         Entry& entry = m_entries[m_read];
+        if (entry.isOccurrence) {
+            FetchOccurrences(isWritten, part);
+            continue;
+        }
         if (entry.change == EChange::Added) {
             FetchAdded(&entry, isWritten);
             if (entry.size != 0) break;
@@ -396,7 +411,11 @@ bool TreeWatcher::NextPart(bool isWritten, Part* part) {
         ++m_read;
     }
     part->changes = m_writer.Take();
-    part->occurrences = m_pendingOccurrences.mid(firstOccurrence, m_occurrenceRead - firstOccurrence);
+    const int size = m_occurrenceRead - firstOccurrence;
+    // Where there was nothing else, these are the same bytes.
+    part->occurrences = size == part->changes.size()
+                            ? part->changes
+                            : QByteArray(m_occurrences.Data() + firstOccurrence, size);
     part->endNew = m_announced;
     part->hasMore = HasChanges() || !IsTakenIn();
     ForgetFetched();
@@ -411,7 +430,9 @@ void TreeWatcher::ForgetFetched() {
         m_entries.erase(m_entries.begin(), m_entries.begin() + static_cast<std::ptrdiff_t>(m_read));
         m_read = 0;
     }
-    m_pendingOccurrences.remove(0, m_occurrenceRead);
+    // What is left is moved only when that is less than what goes.
+    if (m_occurrenceRead < m_occurrences.Size() - m_occurrenceRead) return;
+    m_occurrences.RemoveFront(m_occurrenceRead);
     m_occurrenceRead = 0;
 }
 

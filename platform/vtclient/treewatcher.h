@@ -132,6 +132,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     void PushAdded(quint32 id);
     void FetchAdded(Entry* range, bool isWritten);
     void FetchEntry(const Entry& entry, bool isWritten);
+    void FetchOccurrences(bool isWritten, Part* part);
     void ForgetFetched();
     void WriteContentOf(Record& record, EChange change, ChangeWriter* writer);
     static void SetOversized(Record& record, bool isOversized);
@@ -148,9 +149,8 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     std::vector<Entry> m_entries;
     std::size_t m_read = 0;  ///< entries before were fetched
     quint32 m_announced = 0;
-    ChangeWriter m_occurrences;       ///< bytes of the occurrences among the entries
-    QByteArray m_pendingOccurrences;  ///< those taken from the writer and not fetched yet
-    int m_occurrenceRead = 0;
+    ChangeWriter m_occurrences;  ///< bytes of the occurrences among the entries
+    int m_occurrenceRead = 0;    ///< bytes before were fetched
     ChangeWriter m_writer;
     quint64 m_lastWrite = 0;  ///< the last write that an occurrence was put down to
     bool m_isGone = false;
