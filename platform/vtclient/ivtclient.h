@@ -60,7 +60,9 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
     virtual IVtTic* AddTic(const QString& spec, const char* options) = 0;
     /// Ends \a tic and destroys it. The local items stay, stale. A tic of another client changes nothing.
     virtual void RemoveTic(IVtTic* tic) = 0;
-    /// Lets go of the local subtree \a node: its items stay, stale, and follow the server no more.
+    /// Lets go of the local subtree \a node: its items stay, stale, and follow the server no more. A tic that
+    /// mirrors just that subtree is established no more; who observes it, or this client, is told of that in
+    /// the next turn of the event loop.
     virtual void ReleaseNode(values::Node* node) = 0;
 
     /// Why there is no connection, in one line; empty while connected or before the first attempt ended.

@@ -158,6 +158,7 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     int m_unackedMessages = 0;
     qint64 m_unackedBytes = 0;
     bool m_hasOutput = false;
+    bool m_hasReleased = false;  ///< what tics are to be told of
     bool m_hadUnanswered = false;
     bool m_isTurnRequested = false;
     int m_depth = 0;

@@ -10,6 +10,7 @@
 #include <platform/vtclient/vttic.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace vt {
 
@@ -234,6 +235,7 @@ void VtClient::OnTurn() {
         m_deadChannels.clear();
     }
     if (m_state == EState::Idle) StartConnecting();
+    if (std::exchange(m_hasReleased, false)) TellEstablished();
     const std::vector<VtTic*> tics = std::move(m_ticsToTell);
     m_ticsToTell.clear();
     for (VtTic* tic : tics) {

@@ -101,6 +101,8 @@ void VtClient::DropLink(Link* link) {
     m_deadLinks.back()->mirror->Release(nullptr);
 }
 
+// The tics that end with this are told of it in the next turn, if they still are there by then: whoever
+// releases a node is in the middle of something that their observers had better find done.
 void VtClient::ReleaseNode(values::Node* node) {
     if (node == nullptr) return;
     const Busy busy(*this);
@@ -108,7 +110,7 @@ void VtClient::ReleaseNode(values::Node* node) {
         link.mirror->Release(node);
         if (link.mirror->IsReleased()) Unsubscribe(link);
     });
-    TellEstablished();
+    m_hasReleased = true;
     RequestTurn();
 }
 

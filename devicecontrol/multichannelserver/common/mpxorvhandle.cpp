@@ -109,24 +109,32 @@ void MpxORVHandle::ConnectMpxORVControlTreeLocal(const QString& /*localControlPa
 }
 
 void MpxORVHandle::DisconnectMpxORVControlTree() {
+    const std::weak_ptr<const bool> life = GetLife();  // lasts while the handle is being destroyed
     RemoveControlTic();
+    if (life.expired()) return;
     DeleteControlNode();
+    if (life.expired()) return;
     if (m_hasOwnTic) DeleteNode(GetControlNode());
+    if (life.expired()) return;
     m_localControlPath.clear();
     m_remoteBasePath.clear();
     m_name.clear();
 }
 
+// The client of the server and the value-tree client may go with what is told of the release. What becomes of
+// the tic is nobody's news any more; it may also stay, without a client in use, or if it is another client's.
 void MpxORVHandle::RemoveControlTic() {
     if (m_pControlTic == nullptr) return;
-    values::Node* const node = GetControlNode();
-    IVtClient* const client = m_MCSClient.GetVtClientToUse();
-    if (client != nullptr && node != nullptr) client->ReleaseNode(node);
-    if (m_pControlTic == nullptr) return;  // whoever heard of the release destroyed the client
-    // The tic may stay: without a client in use, or if it is another client's. It must not tell the dead.
-    IVtTic* const tic = std::exchange(m_pControlTic, nullptr);
+    const std::weak_ptr<const bool> life = GetLife();
+    IVtTic* const tic = m_pControlTic;
     tic->DeleteObserver(this);
-    if (IVtClient* const clientNow = m_MCSClient.GetVtClientToUse()) clientNow->RemoveTic(tic);
+    if (IVtClient* const client = m_MCSClient.GetVtClientToUse()) {
+        const ObservableGuard ticGuard(*tic);
+        const ObservableGuard clientGuard(*client);
+        if (values::Node* const node = GetControlNode()) client->ReleaseNode(node);
+        if (ticGuard.IsAlive() && clientGuard.IsAlive()) client->RemoveTic(tic);
+    }
+    if (!life.expired()) m_pControlTic = nullptr;
 }
 
 void MpxORVHandle::DeleteControlNode() {
@@ -162,11 +170,14 @@ QString MpxORVHandle::GetRemoteMpxORVBasePath() {
 }
 
 MCSPolicySet& MpxORVHandle::GetPolicySet() {
-    if (!m_policySet) {
-        m_policySet = std::make_shared<MCSPolicySet>();
-        m_policySet->ShowViewInTree(ProvideNode(mcskeys::Join(m_localControlPath, mcskeys::Policy)), true);
-    }
-    return *m_policySet;
+    if (m_policySet) return *m_policySet;
+    const std::weak_ptr<const bool> life = GetLife();
+    const auto policySet = std::make_shared<MCSPolicySet>();
+    m_policySet = policySet;
+    policySet->ShowViewInTree(ProvideNode(mcskeys::Join(m_localControlPath, mcskeys::Policy)), true);
+    if (!life.expired()) return *policySet;
+    static auto& nobodys = *new MCSPolicySet;  // never destroyed
+    return nobodys;
 }
 
 void MpxORVHandle::Update(Observable* source, TChangeCode code) {

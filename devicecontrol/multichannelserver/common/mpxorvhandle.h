@@ -21,7 +21,8 @@ class Node;
 /// is connected, and its policies. Main thread.
 ///
 /// Made by a MultiChannelServerClient, which owns it; the application may delete it earlier. Deleting it ends
-/// what it mirrors or created. Whether its control tree is connected is told to the client's observers.
+/// what it mirrors or created. Whether its control tree is connected is told to the client's observers, but
+/// not that it ends with the handle. (fixed: silent-handle)
 ///
 /// A copy shares tic, node and policies with its source and is neither known to the client nor told of
 /// changes (fixed: copies-observe-nothing). It must not outlive its source or what the source has connected,
@@ -38,12 +39,14 @@ class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {  // fixed: virtual-ord
     /// The node at the local control path; null while there is none.
     virtual values::Node* GetControlNode() const;
     virtual QString GetName();
-    /// True while the handle's tic is established; without a tic, if the subtree comes from a server.
+    /// True while the handle's tic is established. Without one, whenever the subtree is to come from a
+    /// server: through the tic of its segment; but also where a tic of the handle's own was refused, which is
+    /// traced, and nothing will come at all. (fixed: connected-without-a-tic)
     virtual bool IsControlTreeConnected() const;
     /// "/" and the name, not the remote base path. (fixed: remote-path-is-the-name)
     virtual QString GetRemoteMpxORVBasePath();
     /// The policies, shown in the tree as switches below the local control path from the first call on. Owned
-    /// by the handle.
+    /// by the handle. Should whoever hears of the switches delete the handle, an empty set that is nobody's.
     virtual MCSPolicySet& GetPolicySet();
 
     /// "MpxORV", the machine's name, "_" and the application's name.

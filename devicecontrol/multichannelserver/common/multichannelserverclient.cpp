@@ -10,6 +10,7 @@
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -33,6 +34,24 @@ constexpr char LocalPathMissing[] =
 
 }  // namespace
 
+/// The control tree is being disconnected; ends with the step that made it, or with the client.
+class MultiChannelServerClient::Disconnecting {
+  public:
+    explicit Disconnecting(MultiChannelServerClient& client) : m_client(client), m_guard(client) {
+        ++m_client.m_disconnections;
+    }
+    ~Disconnecting() {
+        if (IsAlive()) --m_client.m_disconnections;
+    }
+    Disconnecting(const Disconnecting&) = delete;
+    Disconnecting& operator=(const Disconnecting&) = delete;
+    bool IsAlive() const { return m_guard.IsAlive(); }
+
+  private:
+    MultiChannelServerClient& m_client;
+    ObservableGuard m_guard;
+};
+
 MultiChannelServerClient::MultiChannelServerClient() {
     Observable::AddObserver(this);  // fixed: observes-itself. Update ignores what comes from the client.
 }
@@ -42,17 +61,26 @@ MultiChannelServerClient::MultiChannelServerClient(const MultiChannelServerClien
     CopyMembers(other);
 }
 
+// Lets go of what this client had before it copies (fixed: assignment-lets-go): what only this client knows
+// of would be left without an owner, or would tell a client that is gone.
 MultiChannelServerClient& MultiChannelServerClient::operator=(const MultiChannelServerClient& other) {
     if (this == &other) return *this;
-    // What only this client knows of would be left without an owner, or would tell a client that is gone.
-    // (fixed: assignment-lets-go)
+    // Whoever hears of what goes may delete either client, or connect again, which the second time is for.
+    const ObservableGuard source(const_cast<MultiChannelServerClient&>(other));
+    for (int time = 0; time < 2; ++time)
+        if (!LetGoOfAllBut(source.IsAlive() ? other.m_pOwnVtClient : nullptr)) return *this;
+    Observable::DeleteObserver(this);
+    if (source.IsAlive()) CopyMembers(other);
+    return *this;
+}
+
+bool MultiChannelServerClient::LetGoOfAllBut(const IVtClient* kept) {
+    const ObservableGuard self(*this);
     LetGo();
     MultiChannelServerClient::DisconnectAllMpxORVs();
-    if (m_pOwnVtClient != other.m_pOwnVtClient)
+    if (self.IsAlive() && m_pOwnVtClient != kept)
         VtClientCenter::Instance().DestroyVtClient(std::exchange(m_pOwnVtClient, nullptr));
-    Observable::DeleteObserver(this);
-    CopyMembers(other);
-    return *this;
+    return self.IsAlive();
 }
 
 void MultiChannelServerClient::CopyMembers(const MultiChannelServerClient& other) {
@@ -73,6 +101,9 @@ void MultiChannelServerClient::CopyMembers(const MultiChannelServerClient& other
 
 MultiChannelServerClient::~MultiChannelServerClient() {
     MultiChannelServerClient::DisconnectFromServer();
+    // Whoever heard of that may have connected again, for the last time.
+    Observable::DeleteObservers();
+    MultiChannelServerClient::DisconnectFromServer();
     LetGo();
 }
 
@@ -80,11 +111,14 @@ bool MultiChannelServerClient::ConnectToServer(const QString& address, int port)
     const ObservableGuard self(*this);
     DisconnectFromServer();
     if (!self.IsAlive()) return false;
+    // Not null if whoever heard of the end connected already. This call ends later, and holds.
+    IVtClient* const replaced = m_pOwnVtClient;
     m_pOwnVtClient = VtClientCenter::Instance().CreateVtClient(address.toLatin1().constData(), port);
     if (m_pOwnVtClient == nullptr && AreFailuresTraced())
         _Q_TraceOld("MultiChannelServerClient::ConnectToServer: CreateVtClient(\"%s\", %d) failed",
                     qUtf8Printable(address), port);
     UseVtClient(m_pOwnVtClient);
+    VtClientCenter::Instance().DestroyVtClient(replaced);
     return self.IsAlive() && m_pOwnVtClient != nullptr;
 }
 
@@ -99,10 +133,13 @@ void MultiChannelServerClient::DisconnectFromServer() {
 
 void MultiChannelServerClient::UseVtClient(IVtClient* client) {
     const ObservableGuard self(*this);
+    std::optional<ObservableGuard> clientGuard;
+    if (client != nullptr) clientGuard.emplace(*client);
     ForgetVtClient();
     DisconnectFromMCSControlTree(false);
     if (!self.IsAlive()) return;
     LetGo();
+    if (clientGuard && !clientGuard->IsAlive()) client = nullptr;  // whoever heard of the end destroyed it
     if (client == nullptr) {
         DisconnectAllMpxORVs();
         if (!self.IsAlive()) return;
@@ -207,17 +244,23 @@ bool MultiChannelServerClient::AddSegmentTic(EMCSControlTreeSegments segment) {
     return true;
 }
 
+// Nobody hears of the end before all of it is undone: who answers by connecting again must find room for it.
 void MultiChannelServerClient::DisconnectFromMCSControlTree(bool deleteLocalTree) {
-    const ObservableGuard self(*this);
+    if (!DropControlTree(deleteLocalTree)) return;
+    NotifyUponMCSControlTreeConnectionChange();
+}
+
+bool MultiChannelServerClient::DropControlTree(bool deleteLocalTree) {
+    const Disconnecting self(*this);
     RemoveSegmentTics();
-    if (!self.IsAlive()) return;
+    if (!self.IsAlive()) return false;
     ForgetSegmentTics();
     if (deleteLocalTree && !m_localMcsBasePath.isEmpty())
         serverclientdetail::DeleteNode(serverclientdetail::FindNode(m_localMcsBasePath));
+    if (!self.IsAlive()) return false;
     // Whoever heard of the deletion may have connected anew.
-    if (!self.IsAlive() || m_eRequestedControlTreeSegments != NoSegments) return;
-    m_localMcsBasePath.clear();
-    NotifyUponMCSControlTreeConnectionChange();
+    if (m_eRequestedControlTreeSegments == NoSegments) m_localMcsBasePath.clear();
+    return true;
 }
 
 // Looks at its members anew after every step, since observers of the mirrored items, of the tics and of the
@@ -373,6 +416,7 @@ void MultiChannelServerClient::NotifyUponConnectionToServerChange() {
 }
 
 void MultiChannelServerClient::NotifyUponMCSControlTreeConnectionChange() {
+    if (m_disconnections != 0) return;  // told at the end of that
     const TChangeCode code = IsMCSControlTreeConnected() ? serverclientcode::ControlTreeConnected
                                                          : serverclientcode::ControlTreeDisconnected;
     if (code == m_lastControlTreeCode) return;

@@ -114,8 +114,14 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
     /// Whether \a segments may be connected below the path now; false with a trace.
     bool MayConnectToControlTree(const QString& localMcsBasePath, EMCSControlTreeSegments segments) const;
     bool AddSegmentTic(EMCSControlTreeSegments segment);
+    class Disconnecting;
+    /// All of a disconnection but telling of it. False if whoever heard of a step deleted this client.
+    bool DropControlTree(bool deleteLocalTree);
     void RemoveSegmentTics();
     void CopyMembers(const MultiChannelServerClient& other);
+    /// Deletes the handles and the own value-tree client, unless it is \a kept. False if whoever heard of
+    /// that deleted this client.
+    bool LetGoOfAllBut(const IVtClient* kept);
     /// These three tell nobody. Tics that are not removed stay with their client.
     void ForgetVtClient();
     void ForgetSegmentTics();
@@ -135,4 +141,5 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
     // What a copy got is its source's and may be gone already when the copy lets go of it.
     bool m_areTicsCopied = false;
     bool m_areHandlesCopied = false;
+    int m_disconnections = 0;  ///< of the control tree, under way
 };

@@ -5,6 +5,7 @@
 namespace {
 
 using namespace clientrules;
+using testing::IsEmpty;
 
 TEST_F(ClientRules, AnAbsentItemTakesItsMirrorAlong) {
     Establish();
@@ -65,6 +66,33 @@ TEST_F(ClientRules, AnObserverOfAMirroredValueMayRemoveTheTic) {
     EXPECT_TRUE(m_client->IsConnected());
     EXPECT_EQ(m_server->Count(EMessage::Unsubscribe), 1);
     T()->DeleteObserver(&value);
+}
+
+TEST_F(ClientRules, ATicWhoseNodeIsReleasedIsToldOfItInTheNextTurn) {
+    Establish();
+    RecordingObserver tic;
+    m_tic->AddObserver(&tic);
+    m_client->ReleaseNode(m_tree.FindNode(S("/L")));
+    EXPECT_FALSE(m_tic->IsEstablished());
+    EXPECT_THAT(tic.Codes(), IsEmpty());
+    EXPECT_THAT(m_observer.Codes(), IsEmpty());
+    Run();
+    EXPECT_THAT(tic.Codes(), ElementsAre(15));
+    EXPECT_THAT(m_observer.Codes(), ElementsAre(15));
+    EXPECT_EQ(T()->GetState(), values::Stale);
+    m_tic->DeleteObserver(&tic);
+}
+
+TEST_F(ClientRules, ATicRemovedAfterItsNodeWasReleasedTellsOnlyThatItGoes) {
+    Establish();
+    RecordingObserver tic;
+    m_tic->AddObserver(&tic);
+    m_client->ReleaseNode(m_tree.FindNode(S("/L")));
+    m_client->RemoveTic(m_tic);
+    Run();
+    EXPECT_THAT(tic.Codes(), ElementsAre(18));
+    EXPECT_THAT(m_observer.Codes(), IsEmpty());
+    EXPECT_EQ(m_server->Count(EMessage::Unsubscribe), 1);
 }
 
 struct SpecRow {

@@ -3,6 +3,7 @@
 // the server's part is at its usual place, the client's below /Local.
 #include <devicecontrol/multichannelserver/common/mcsclientatserver.h>
 
+#include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
 
 #include <tests/devicecontrol/multichannelserver/common/serverclienttest.h>
@@ -108,9 +109,51 @@ TEST_F(ClientAndServer, ADynamicMpxORVIsMadeAtTheServerAndStaysThere) {
     EXPECT_NE(m_tree.FindNode(Text("/MultiChannelServer/DynamicMpxORVs/Mine")), nullptr);
     m_observer.Clear();
     delete handle;
-    EXPECT_EQ(m_observer.Codes(), std::vector<TChangeCode>{5024});
     EXPECT_EQ(m_tree.FindNode(Text("/Local/Mine")), nullptr);
     EXPECT_NE(m_tree.FindNode(Text("/MultiChannelServer/DynamicMpxORVs/Mine")), nullptr);
+    // What comes later tells nothing of it either.
+    ASSERT_TRUE(m_client.ConnectToMCSControlTree(Text("/Local"), StatusSegment));
+    ASSERT_TRUE(IsTold(serverclientcode::ControlTreeConnected));
+    EXPECT_EQ(m_observer.Codes(), (std::vector<TChangeCode>{5025, 5021}));
+}
+
+TEST_F(ClientAndServer, TheControlTreeMayBeConnectedAgainInAnswerToItsEnd) {
+    Connect();
+    ASSERT_TRUE(m_client.ConnectToMCSControlTree(Text("/Local"), StatusSegment));
+    ASSERT_TRUE(IsTold(serverclientcode::ControlTreeConnected));
+    m_observer.Clear();
+    m_observer.React([this](Observable* /*source*/, TChangeCode code) {
+        if (code != serverclientcode::ControlTreeDisconnected) return m_loop.quit();
+        EXPECT_EQ(m_client.GetLocalMCSBasePath(), QString());
+        EXPECT_EQ(m_tree.FindNode(Text("/Local")), nullptr);
+        EXPECT_TRUE(m_client.ConnectToMCSControlTree(Text("/Local"), StatusSegment));
+    });
+    m_client.DisconnectFromMCSControlTree(true);
+    EXPECT_EQ(m_observer.Codes(), std::vector<TChangeCode>{5022});
+    ASSERT_TRUE(IsTold(serverclientcode::ControlTreeConnected));
+    EXPECT_EQ(m_client.GetLocalMCSBasePath(), Text("/Local"));
+    ASSERT_NE(ValueAt<Number>(Text("/Local/Status/Level")), nullptr);
+    EXPECT_EQ(ValueAt<Number>(Text("/Local/Status/Level"))->GetState(), values::Valid);
+}
+
+TEST_F(ClientAndServer, TheClientMayGoWhileAHandleOfItIsDeleted) {
+    treeaccess::PutValue<Number>(Text("/MultiChannelServer/StaticMpxORVs/One"), "Level");
+    IVtClient* const adopted = VtClientCenter::Instance().CreateVtClient("127.0.0.1", m_server.GetPort());
+    auto client = std::make_unique<MultiChannelServerClient>();
+    client->AddObserver(&m_observer);
+    client->UseVtClient(adopted);
+    MpxORVHandle* const handle = client->ConnectStaticMpxORV(Text("/Mine"), Text("One"));
+    ASSERT_TRUE(IsTold(serverclientcode::MpxORVConnected));
+    RecordingObserver valueObserver(
+        [&client](Observable* /*source*/, TChangeCode /*code*/) { client.reset(); });
+    auto* const value = ValueAt<Number>(Text("/Mine/Level"));
+    ASSERT_NE(value, nullptr);
+    value->AddObserver(&valueObserver);
+    delete handle;
+    EXPECT_EQ(client, nullptr);
+    EXPECT_EQ(m_tree.FindNode(Text("/Mine")), nullptr);
+    EXPECT_TRUE(adopted->AreAllTicsEstablished()) << "its tic is left behind";
+    VtClientCenter::Instance().DestroyVtClient(adopted);
 }
 
 TEST_F(ClientAndServer, AnMpxORVThatEndsAtTheServerIsDisconnectedAtTheClient) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What observers of a client, of its tics and of the tree may do in answer to what they are told.
+#include <devicecontrol/multichannelserver/common/mcspolicyset.h>
+
 #include <tests/devicecontrol/multichannelserver/common/serverclienttest.h>
 
 #include <algorithm>
@@ -44,6 +46,29 @@ TEST_F(Answers, AnObserverMayDropTheControlTreeWhenItIsConnected) {
     m_vtClient.EstablishAll();
     EXPECT_EQ(m_observer.Codes(), (Codes{5019, 5025, 5021, 5022}));
     EXPECT_TRUE(m_vtClient.Tics().empty());
+}
+
+TEST_F(Answers, TheEndOfTheControlTreeIsToldWhenAllOfItIsUndone) {
+    // Also by a value-tree client that tells at once what it was asked for.
+    AdoptWithSegments(StatusSegment | ConfigSegment);
+    PutNode("/Local/MCS/Config");
+    m_vtClient.EstablishAll();
+    m_vtClient.OnReleaseNode([this] {
+        m_vtClient.Tics().front()->Establish(false);
+        m_vtClient.Tell(connectioncode::TicsChanged);
+    });
+    Answer(5022, [this] {
+        EXPECT_TRUE(m_vtClient.Tics().empty());
+        EXPECT_EQ(m_client.GetLocalMCSBasePath(), QString());
+        EXPECT_EQ(NodeAt("/Local/MCS"), nullptr);
+        EXPECT_TRUE(m_client.ConnectToMCSControlTree(Text("/New"), StatusSegment));
+    });
+    m_client.DisconnectFromMCSControlTree(true);
+    EXPECT_EQ(m_observer.Codes(), (Codes{5019, 5025, 5021, 5022}));
+    EXPECT_EQ(m_client.GetLocalMCSBasePath(), Text("/New"));
+    m_vtClient.EstablishAll();
+    EXPECT_TRUE(m_client.IsMCSControlTreeConnected());
+    EXPECT_EQ(m_observer.Count(5021), 2);
 }
 
 TEST_F(Answers, AnObserverMayDeleteAHandleWhoseConnectionItHearsOf) {
@@ -107,6 +132,63 @@ TEST_F(Answers, TheValueTreeClientMayGoWhenAHandleReleasesItsNode) {
     EXPECT_EQ(other.Calls(), Calls{});
     EXPECT_EQ(NodeAt("/A"), nullptr);
     m_client.UseVtClient(nullptr);
+}
+
+TEST_F(Answers, NobodyHearsOfTheEndOfAHandleThatIsDeleted) {
+    Adopt();
+    MpxORVHandle* const handle = m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));
+    m_vtClient.EstablishAll();
+    m_observer.Clear();
+    m_vtClient.OnReleaseNode([this] { m_vtClient.Tics().front()->Establish(false); });
+    delete handle;
+    EXPECT_EQ(m_observer.Codes(), Codes{});
+    EXPECT_TRUE(m_vtClient.Tics().empty());
+}
+
+TEST_F(Answers, TheClientMayGoWhenAHandleReleasesItsNode) {
+    auto client = std::make_unique<MultiChannelServerClient>();
+    client->UseVtClient(&m_vtClient);
+    MpxORVHandle* const handle = client->ConnectStaticMpxORV(Text("/A"), Text("One"));
+    m_vtClient.OnReleaseNode([&] { client.reset(); });
+    delete handle;
+    EXPECT_EQ(client, nullptr);
+    EXPECT_TRUE(m_vtClient.Tics().empty());
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+}
+
+TEST_F(Answers, AHandleMayGoWhenItsTicIsRemovedByItsCopy) {
+    Adopt();
+    MpxORVHandle* const handle = m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));
+    auto copy = std::make_unique<MpxORVHandle>(*handle);
+    m_vtClient.OnReleaseNode([&copy] { copy.reset(); });
+    delete handle;
+    EXPECT_EQ(copy, nullptr);
+    EXPECT_TRUE(m_vtClient.Tics().empty());
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+}
+
+TEST_F(Answers, AHandleDeletedWhenItIsDisconnectedIsNotTouchedAnyMore) {
+    Adopt();
+    auto* const handle = new OpenedHandle(m_client, true);
+    handle->ConnectMpxORVControlTreeRemote(Text("/A"), Text("/R"), Text("One"), true);
+    m_vtClient.OnReleaseNode([handle] { delete handle; });
+    handle->DisconnectMpxORVControlTree();
+    EXPECT_TRUE(m_vtClient.Tics().empty());
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+}
+
+TEST_F(Answers, AHandleDeletedWhenItsSwitchesComeHasNoPolicies) {
+    Adopt();
+    MpxORVHandle* handle = m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));
+    values::Node* const node = NodeAt("/A");
+    RecordingObserver treeObserver([&](Observable* /*source*/, TChangeCode code) {
+        if (code == changecode::ChildrenAdded) delete std::exchange(handle, nullptr);
+    });
+    node->AddObserver(&treeObserver);
+    MCSPolicySet& policies = handle->GetPolicySet();
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(policies.begin(), policies.end());
+    EXPECT_EQ(policies.GetParentNodeInTree(), nullptr);
 }
 
 TEST_F(Answers, DisconnectingWhenATicComesEndsTheRequest) {
@@ -185,6 +267,18 @@ TEST_F(Answers, OfTwoClientsAskedForAtOnceTheOuterCallHolds) {
     ExpectLetGo(inner);
     ExpectLetGo(m_vtClient);
     m_client.UseVtClient(nullptr);
+}
+
+TEST_F(Answers, AClientThatGoesWhileItIsAdoptedIsNotUsed) {
+    auto next = std::make_unique<FakeVtClient>();
+    AdoptWithSegments(StatusSegment);
+    ASSERT_NE(m_client.ConnectStaticMpxORV(Text("/A"), Text("One")), nullptr);
+    m_vtClient.EstablishAll();
+    Answer(5022, [&] { next.reset(); });
+    m_client.UseVtClient(next.get());
+    EXPECT_EQ(m_client.GetVtClientToUse(), nullptr);
+    EXPECT_EQ(NodeAt("/A"), nullptr) << "handles do not outlive the last client";
+    ExpectLetGo(m_vtClient);
 }
 
 TEST_F(Answers, AClientAskedForWhenTheHandlesGoDoesNotHold) {

@@ -129,6 +129,31 @@ TEST_F(ServerClientTest, AssigningLetsGoOfWhatTheClientHad) {
     EXPECT_EQ(target.GetLocalMCSBasePath(), QString());
 }
 
+/// Whom an observer of the tree deletes when a handle goes that an assignment deletes.
+enum class Deleted { Target, Source };
+class DeletedByAnAssignment : public ServerClientTest, public testing::WithParamInterface<Deleted> {};
+
+TEST_P(DeletedByAnAssignment, IsNotTouchedAnyMore) {
+    Adopt();
+    auto source = std::make_unique<Client>(m_client);
+    auto target = std::make_unique<Client>();
+    FakeVtClient before;
+    target->UseVtClient(&before);
+    target->ConnectStaticMpxORV(Text("/A"), Text("One"));
+    RecordingObserver treeObserver([&](Observable* /*gone*/, TChangeCode code) {
+        if (code == changecode::GoingAway) (GetParam() == Deleted::Target ? target : source).reset();
+    });
+    NodeAt("/A")->AddObserver(&treeObserver);
+    *target = *source;
+    EXPECT_EQ(treeObserver.Count(changecode::GoingAway), 1);
+    EXPECT_EQ(before.CountObservers(), 0);
+    EXPECT_EQ(NodeAt("/A"), nullptr);
+    EXPECT_TRUE(!target || target->GetVtClientToUse() == nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(, DeletedByAnAssignment, testing::Values(Deleted::Target, Deleted::Source),
+                         [](const auto& row) { return row.param == Deleted::Target ? "Target" : "Source"; });
+
 TEST_F(ServerClientTest, AssigningACopyBackIsHarmless) {
     AdoptWithSegments(StatusSegment);
     m_client.ConnectStaticMpxORV(Text("/A"), Text("One"));

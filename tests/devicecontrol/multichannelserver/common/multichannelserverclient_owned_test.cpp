@@ -103,6 +103,48 @@ TEST_F(OwnVtClient, GoesWhenItsOwnerIsAssignedTo) {
     EXPECT_EQ(m_client.GetVtClientToUse(), nullptr);
 }
 
+/// Connects \a client again when what it made goes, and notes the end of what it makes then.
+class Reconnecting {
+  public:
+    explicit Reconnecting(MultiChannelServerClient& client) {
+        m_observer.React([this, &client](Observable* /*source*/, TChangeCode /*code*/) {
+            ASSERT_TRUE(client.ConnectToServer(Text("127.0.0.1"), 7452));
+            client.GetVtClientToUse()->AddObserver(&m_next);
+        });
+        client.GetVtClientToUse()->AddObserver(&m_observer);
+    }
+    std::vector<TChangeCode> ToldByTheNext() const { return m_next.Codes(); }
+
+  private:
+    RecordingObserver m_observer;
+    RecordingObserver m_next;
+};
+
+TEST_F(OwnVtClient, OneMadeWhenItGoesDoesNotHoldWhereTheOuterCallMakesAnother) {
+    ASSERT_TRUE(Connect());
+    const Reconnecting reconnecting(m_client);
+    EXPECT_TRUE(m_client.ConnectToServer(Text("127.0.0.1"), 7451));
+    EXPECT_EQ(m_client.GetVtClientToUse()->GetServerPort(), 7451);
+    EXPECT_EQ(reconnecting.ToldByTheNext(), Codes{18});
+}
+
+TEST_F(OwnVtClient, OneMadeWhenItGoesWithTheClientGoesToo) {
+    auto client = std::make_unique<MultiChannelServerClient>();
+    ASSERT_TRUE(client->ConnectToServer(Text("127.0.0.1"), 7450));
+    const Reconnecting reconnecting(*client);
+    client.reset();
+    EXPECT_EQ(reconnecting.ToldByTheNext(), Codes{18});
+}
+
+TEST_F(OwnVtClient, OneMadeWhenItGoesDoesNotHoldWhereItsOwnerIsAssignedTo) {
+    ASSERT_TRUE(Connect());
+    const Reconnecting reconnecting(m_client);
+    const MultiChannelServerClient other;
+    static_cast<MultiChannelServerClient&>(m_client) = other;
+    EXPECT_EQ(m_client.GetVtClientToUse(), nullptr);
+    EXPECT_EQ(reconnecting.ToldByTheNext(), Codes{18});
+}
+
 TEST_F(OwnVtClient, AReplacementForItGivenToAClientThatIsGoingIsLetGoOf) {
     auto client = std::make_unique<MultiChannelServerClient>();
     ASSERT_TRUE(client->ConnectToServer(Text("127.0.0.1"), 7450));
