@@ -16,6 +16,14 @@
 
 using namespace std::chrono_literals;
 
+namespace {
+
+QString TooMany() {
+    return QStringLiteral("a client may use %1 MpxORVs at most").arg(MpxOrvRegistry::MaxPerSession);
+}
+
+}  // namespace
+
 MpxOrvRegistry::MpxOrvRegistry(MCSConfigData& config, MCSStatus& status, JobControl& jobs, ServerLog& log,
                                IClock& clock)
     : m_config(config), m_status(status), m_jobs(jobs), m_log(log), m_removalTimer(clock) {
@@ -71,19 +79,24 @@ QString MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client
         RemoveAbandoned();
         mpxOrv = nullptr;
     }
-    const bool isClient = mpxOrv != nullptr && mpxOrv->HasClient(client.session);
-    if (!isClient && CountUsedBy(client.session) >= MaxPerSession)
-        return QStringLiteral("a client may use %1 MpxORVs at most").arg(MaxPerSession);
     if (mpxOrv == nullptr) {
+        if (CountUsedBy(client.session) >= MaxPerSession) return TooMany();
         if (kind == EMpxOrvKind::Static) return QStringLiteral("there is no static MpxORV '%1'").arg(name);
         QString refusal = CreateDynamic(name, client);
         if (!refusal.isEmpty()) return refusal;
         mpxOrv = Find(kind, name);
     }
-    if (kind == EMpxOrvKind::Dynamic && mpxOrv->GetUser() != client.user)
-        return QStringLiteral("%1 belongs to another user").arg(name);
+    QString refusal = JoinRefusal(*mpxOrv, client.session, client.user);
+    if (!refusal.isEmpty()) return refusal;
     if (mpxOrv->AddClient(client.session, client.application))
         m_log.WriteFrom(client.source, QStringLiteral("%1 uses %2").arg(client.name, name));
+    return QString();
+}
+
+QString MpxOrvRegistry::JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const {
+    if (!mpxOrv.HasClient(session) && CountUsedBy(session) >= MaxPerSession) return TooMany();
+    if (mpxOrv.GetKind() == EMpxOrvKind::Dynamic && mpxOrv.GetUser() != user)
+        return QStringLiteral("%1 belongs to another user").arg(mpxOrv.GetName());
     return QString();
 }
 

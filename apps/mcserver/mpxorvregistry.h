@@ -46,6 +46,8 @@ class MpxOrvRegistry {
     /// Makes \a client a client of the MpxORV, once more, which is created if it is dynamic and not there.
     /// \return why not, one line; empty if it is now.
     QString Join(EMpxOrvKind kind, const QString& name, const Client& client);
+    /// Why the session of \a user cannot become, or be once more, a client of \a mpxOrv; empty if it can.
+    QString JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const;
     /// Takes one Join back.
     void Release(EMpxOrvKind kind, const QString& name, int session);
     /// The session has ended.

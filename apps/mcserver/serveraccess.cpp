@@ -105,7 +105,7 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
     return IsAllowed(refusal, reason);
 }
 
-QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
+QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) const {
     if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
         return QStringLiteral("the status is the server's own");
     // A written input would blank, or release, what no transmitter does.
@@ -115,12 +115,17 @@ QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) {
     return Allows(peer, ERight::Write, path) ? QString() : NoRule();
 }
 
-QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) {
+bool ServerAccess::IsRequest(const MpxOrvPath& target) {
+    return target.below.size() > 1 && target.below[0] == MpxOrvRequests::NodeName() &&
+           target.below[1] != MpxOrvRequests::AnswerName();
+}
+
+QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path,
+                                         const MpxOrvPath& target) const {
     const QString part = target.below.value(0);
     const bool isBlanking = target.below == QStringList{MpxOrv::BlankingName()};
     if (part == mcskeys::Policy || isBlanking) return PolicyRefusal(peer, path, target);
-    const bool isRequest = part == MpxOrvRequests::NodeName() && target.below.size() > 1 &&
-                           target.below.value(1) != MpxOrvRequests::AnswerName();
+    const bool isRequest = IsRequest(target);
     const bool isComment = target.below == QStringList{mcskeys::Status, mcskeys::Comment};
     if (!isRequest && !isComment) return QStringLiteral("only the server writes this");
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
@@ -128,7 +133,9 @@ QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path
         mpxOrv != nullptr && mpxOrv->GetKind() == EMpxOrvKind::Dynamic && !mpxOrv->HasClients();
     if (mpxOrv == nullptr || isGoing) return QStringLiteral("there is no such MpxORV");
     if (mpxOrv->HasClient(peer.session)) return QString();
-    return isRequest ? Join(peer, target) : QStringLiteral("only clients of the MpxORV comment on it");
+    if (!isRequest) return QStringLiteral("only clients of the MpxORV comment on it");
+    const QString refusal = UseRefusal(peer, target);
+    return refusal.isEmpty() ? m_mpxOrvs.JoinRefusal(*mpxOrv, peer.session, peer.user) : refusal;
 }
 
 QString ServerAccess::PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const {
@@ -207,6 +214,13 @@ void ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
 void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     if (target && target->below.isEmpty()) m_mpxOrvs.Release(target->kind, target->name, peer.session);
+}
+
+void ServerAccess::ValueWritten(const VtPeer& peer, const QString& path) {
+    const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
+    if (!target || !IsRequest(*target)) return;
+    const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target->kind, target->name);
+    if (mpxOrv != nullptr && !mpxOrv->HasClient(peer.session)) Join(peer, *target);
 }
 
 void ServerAccess::Log(const VtPeer& peer, const QString& text) {

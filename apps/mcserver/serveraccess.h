@@ -26,8 +26,6 @@ class ServerAccess : public IVtAccess {
     bool NeedsCredentials() const override { return m_file.has_value(); }
     bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) override;
     bool MayRead(const VtPeer& peer, const QString& path) override;
-    /// Asking to write a request of an MpxORV makes the peer a client of it, as asking for its node does: a
-    /// peer that mirrors all MpxORVs has no other way to say that it uses one.
     bool MayWrite(const VtPeer& peer, const QString& path, QString* reason) override;
     bool MayCreate(const VtPeer& peer, const QString& path, QString* reason) override;
     QStringList WritablePrefixes(const VtPeer& peer) override;
@@ -35,6 +33,9 @@ class ServerAccess : public IVtAccess {
     void SessionEnded(const VtPeer& peer) override;
     void ProvideNode(const VtPeer& peer, const QString& path) override;
     void NodeReleased(const VtPeer& peer, const QString& path) override;
+    /// Writing a request of an MpxORV makes the peer a client of it, as asking for its node does: a peer that
+    /// mirrors all MpxORVs has no other way to say that it uses one.
+    void ValueWritten(const VtPeer& peer, const QString& path) override;
 
     /// The role that switches policies.
     static QString OperatorRole() { return QStringLiteral("operator"); }
@@ -49,11 +50,12 @@ class ServerAccess : public IVtAccess {
     QStringList PrefixesOf(const VtPeer& peer, VtAccessFile::ERight right) const;
 
     // Why a peer may not; empty if it may.
-    QString WriteRefusal(const VtPeer& peer, const QString& path);
-    QString MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target);
+    QString WriteRefusal(const VtPeer& peer, const QString& path) const;
+    QString MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
     QString PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
     QString UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
     QString Join(const VtPeer& peer, const MpxOrvPath& target);
+    static bool IsRequest(const MpxOrvPath& target);
 
     void Log(const VtPeer& peer, const QString& text);
 

@@ -33,6 +33,7 @@ class MCS_CONNECTION_EXPORT IVtAccess {
     /// Whether \a peer may see all that is at and below \a path.
     virtual bool MayRead(const VtPeer& peer, const QString& path) = 0;
     /// Whether \a peer may write the value at \a path; false with a \a reason that is told to the peer.
+    /// Asking changes nothing: it may be asked of what is then not written.
     virtual bool MayWrite(const VtPeer& peer, const QString& path, QString* reason) = 0;
     /// Whether \a peer may create an item at \a path, likewise.
     virtual bool MayCreate(const VtPeer& peer, const QString& path, QString* reason) = 0;
@@ -47,4 +48,6 @@ class MCS_CONNECTION_EXPORT IVtAccess {
     virtual void ProvideNode(const VtPeer& peer, const QString& path);
     /// \a peer has ended its subscription of \a path, or that in which it wanted a node there.
     virtual void NodeReleased(const VtPeer& peer, const QString& path);
+    /// \a peer, who may, has written the value at \a path, whose observers were told.
+    virtual void ValueWritten(const VtPeer& peer, const QString& path);
 };

@@ -12,6 +12,7 @@ void IVtAccess::SessionStarted(const VtPeer& /*peer*/) {}
 void IVtAccess::SessionEnded(const VtPeer& /*peer*/) {}
 void IVtAccess::ProvideNode(const VtPeer& /*peer*/, const QString& /*path*/) {}
 void IVtAccess::NodeReleased(const VtPeer& /*peer*/, const QString& /*path*/) {}
+void IVtAccess::ValueWritten(const VtPeer& /*peer*/, const QString& /*path*/) {}
 
 vt::ITurnTaker::~ITurnTaker() = default;
 vt::IEventLoop::~IEventLoop() = default;

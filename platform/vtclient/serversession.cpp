@@ -304,10 +304,11 @@ void ServerSession::OnWrite(const Message& message) {
     const QString path = item->GetPathName();
     QString reason;
     if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
-    Write(message, static_cast<values::ValueBase&>(*item), watcher->KindOfItem(message.id), &answer);
+    Write(message, static_cast<values::ValueBase&>(*item), path, watcher->KindOfItem(message.id), &answer);
 }
 
-void ServerSession::Write(const Message& message, values::ValueBase& value, EItemKind kind, Message* answer) {
+void ServerSession::Write(const Message& message, values::ValueBase& value, const QString& path,
+                          EItemKind kind, Message* answer) {
     const KindOperations& operations = *Operations(kind);
     Content content = message.item.content;
     if (!operations.accept(&content))
@@ -319,6 +320,7 @@ void ServerSession::Write(const Message& message, values::ValueBase& value, EIte
     if (!operations.write(value, content, nullptr))
         return Answer(answer, EResult::Denied, QStringLiteral("the selection has no item with this key"));
     // Whoever was told may have ended the session, or the value.
+    if (!m_isEnded) m_hub.Access().ValueWritten(m_peer, path);
     if (!guard.IsAlive()) return Answer(answer, EResult::Done);
     answer->item.content = operations.content(value);
     if (kind == EItemKind::Selection) {

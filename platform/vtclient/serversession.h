@@ -59,7 +59,8 @@ class ServerSession final : public IChannelListener {
     void OnAck(quint64 count);
     void OnWrite(const Message& message);
     void OnCreate(const Message& message);
-    void Write(const Message& message, values::ValueBase& value, EItemKind kind, Message* answer);
+    void Write(const Message& message, values::ValueBase& value, const QString& path, EItemKind kind,
+               Message* answer);
     QString Create(const Message& message, Subscription& subscription);
     void Answer(Message* answer, EResult result, const QString& reason = QString());
     void Send(const Message& message, const QByteArray& changes = QByteArray());

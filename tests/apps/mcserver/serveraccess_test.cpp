@@ -130,6 +130,40 @@ const Target Targets[] = {
 INSTANTIATE_TEST_SUITE_P(, OperatorWrites, testing::ValuesIn(Targets),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(ServerAccessTest, AskingMakesNobodyAClient) {
+    const VtPeer peer = Connect(QStringLiteral("Receiver"));
+    const QString request = Static(QStringLiteral("Alpha"), QStringLiteral("Request/RestartJob"));
+    TakeLog();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(WhyNotWrite(peer, request), QString());
+    EXPECT_TRUE(ClientsOf(Static(QStringLiteral("Alpha"))).isEmpty());
+    EXPECT_TRUE(TakeLog().isEmpty());
+    EXPECT_EQ(WhyNotWrite(peer, Static(QStringLiteral("Alpha"), QStringLiteral("Status/Comment"))),
+              QStringLiteral("only clients of the MpxORV comment on it"));
+    EXPECT_EQ(Write<values::Value<bool>>(peer, request, true), QString());
+    EXPECT_THAT(ClientsOf(Static(QStringLiteral("Alpha"))), ElementsAre(QStringLiteral("Receiver")));
+    EXPECT_EQ(WhyNotWrite(peer, Static(QStringLiteral("Alpha"), QStringLiteral("Status/Comment"))),
+              QString());
+}
+
+TEST_F(ServerAccessTest, WhatIsWrittenElsewhereMakesNobodyAClient) {
+    Use(Connect(QStringLiteral("Receiver")), m_name);
+    const VtPeer peer = Connect(QStringLiteral("Console"));
+    for (const char* const below :
+         {"Policy/MayCal", "Blanking", "Status/Comment", "Request/Answer", "Request"})
+        m_access->ValueWritten(peer, Dynamic(m_name, QLatin1String(below)));
+    m_access->ValueWritten(peer, QStringLiteral("/MultiChannelServer/Command/ShallBeConnected"));
+    EXPECT_THAT(ClientsOf(Dynamic(m_name)), ElementsAre(QStringLiteral("Receiver")));
+}
+
+TEST_F(ServerAccessTest, WhoUsesAsManyMpxOrvsAsAnybodyMayIsRefusedWhenItAsks) {
+    const VtPeer peer = Connect(QStringLiteral("Receiver"));
+    for (int i = 0; i < MpxOrvRegistry::MaxPerSession; ++i)
+        Use(peer, QStringLiteral("Name%1").arg(i));
+    EXPECT_EQ(WhyNotWrite(peer, Static(QStringLiteral("Alpha"), QStringLiteral("Request/RestartJob"))),
+              QStringLiteral("a client may use %1 MpxORVs at most").arg(MpxOrvRegistry::MaxPerSession));
+}
+
 TEST_F(ServerAccessTest, NobodyCreatesAnythingBelowTheServersRoot) {
     const VtPeer peer = Connect(QStringLiteral("Receiver"));
     EXPECT_FALSE(MayCreate(peer, QStringLiteral("/MultiChannelServer/Status/x")));

@@ -53,6 +53,7 @@ class ServerTest : public testing::Test {
         V* const value = values::FindValue<V>(path, nullptr, nullptr);
         if (value == nullptr) return QStringLiteral("nothing is there");
         value->SetValue(content, nullptr);
+        m_access->ValueWritten(peer, path);
         return QString();
     }
     QString Push(const VtPeer& peer, const QString& mpxOrv, const QString& button);

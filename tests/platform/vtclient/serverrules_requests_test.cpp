@@ -30,6 +30,8 @@ TEST_P(Writes, AreAnswered) {
     EXPECT_EQ(answer.result, GetParam().result);
     EXPECT_EQ(answer.reason, S(GetParam().reason));
     EXPECT_EQ(QString::number(n->GetValue()), S(GetParam().shown));
+    const bool isWritten = GetParam().result != EResult::Denied;
+    EXPECT_EQ(m_access.written, isWritten ? std::vector<QString>{S("/S/n")} : std::vector<QString>());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Writes,
@@ -74,6 +76,21 @@ TEST_F(ServerRules, WhatMayNotBeWrittenIsDenied) {
     EXPECT_EQ(peer.Of(EMessage::Answer).at(0).result, EResult::Denied);
     EXPECT_EQ(peer.Of(EMessage::Answer).at(0).reason, S("not for you"));
     EXPECT_EQ(t->GetValue(), QString());
+    EXPECT_TRUE(m_access.written.empty());
+}
+
+TEST_F(ServerRules, WhoEndsWithItsWriteHasNotWritten) {
+    auto* const t = Add<Text>("/S", "t");
+    RawPeer& peer = Subscribed();
+    RecordingObserver server([this](Observable*, TChangeCode code) {
+        if (code == changecode::ContentChanged) m_hub->EndAll(S("over"));
+    });
+    t->AddObserver(&server);
+    peer.Send(Write(1, 1, 1, QStringLiteral("x")));
+    Run();
+    EXPECT_EQ(m_access.ended, 1);
+    EXPECT_TRUE(m_access.written.empty()) << "nobody would ever hear that it has gone";
+    t->DeleteObserver(&server);
 }
 
 TEST_F(ServerRules, ASelectionIsWrittenByKey) {
@@ -89,6 +106,7 @@ TEST_F(ServerRules, ASelectionIsWrittenByKey) {
     Run();
     EXPECT_EQ(peer.Of(EMessage::Answer).at(1).reason, S("the selection has no item with this key"));
     EXPECT_EQ(selection->GetCurrentText(), S("on"));
+    EXPECT_THAT(m_access.written, ElementsAre(S("/S/s")));
     peer.Send(Write(3, 1, 1, vt::Content()));
     Run();
     EXPECT_EQ(selection->GetCurrentIndex(), ValueSelection::NoIndex);

@@ -46,13 +46,14 @@ class FakeAccess final : public IVtAccess {
         if (onProvide) onProvide(path);
     }
     void NodeReleased(const VtPeer& /*peer*/, const QString& path) override { released.push_back(path); }
+    void ValueWritten(const VtPeer& /*peer*/, const QString& path) override { written.push_back(path); }
 
     QString refusal, lastUser, lastToken;
     std::set<QString> unreadable, unwritable, uncreatable;
     bool mayCreate = true;
     QStringList prefixes{QStringLiteral("/")};
     int started = 0, ended = 0;
-    std::vector<QString> provided, released;
+    std::vector<QString> provided, released, written;
     std::function<void(const QString&)> onProvide;
 };
 
