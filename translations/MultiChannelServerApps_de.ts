@@ -74,6 +74,10 @@
         <translation>&quot;%1&quot; kann kein Server sein: HOST oder HOST:PORT angeben.</translation>
     </message>
     <message>
+        <source>&quot;%1&quot; has letters that addresses cannot have: write %2.</source>
+        <translation>&quot;%1&quot; hat Buchstaben, die in Adressen nicht möglich sind: %2 schreiben.</translation>
+    </message>
+    <message>
         <source>A token belongs to a user: say whose it is.</source>
         <translation>Ein Token gehört zu einem Benutzer: bitte angeben, zu wem.</translation>
     </message>

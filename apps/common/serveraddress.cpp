@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/serveraddress.h>
 
+#include <QtCore/QUrl>
+
 #include <algorithm>
 
 namespace {
@@ -16,10 +18,15 @@ QString ReadPort(const QString& text, int* port) {
     return QString();
 }
 
+/// Addresses are passed on in Latin-1.
+bool IsLatin1(const QString& host) {
+    return std::all_of(host.begin(), host.end(), [](QChar character) { return character.unicode() <= 0xff; });
+}
+
 bool CanBeHost(const QString& host) {
     return std::all_of(host.begin(), host.end(), [](QChar character) {
-        const char16_t code = character.unicode();
-        return code > ' ' && code <= '~' && !QStringLiteral("/,[]\\@?#<>\"").contains(character);
+        return character.isPrint() && !character.isSpace() &&
+               !QStringLiteral("/,[]\\@?#<>\"").contains(character);
     });
 }
 
@@ -31,33 +38,52 @@ QString WithoutScheme(const QString& server, bool* isEncrypted) {
     return server.mid(7);
 }
 
+/// Splits \a server, without its scheme, into the host and what comes behind it. Empty, or what is wrong with
+/// %1.
+QString SplitHost(const QString& server, QString* host, QString* rest) {
+    *host = server;
+    if (server.startsWith(QLatin1Char('['))) {
+        const int end = server.indexOf(QLatin1Char(']'));
+        if (end < 0) return QStringLiteral("\"%1\" lacks a ]");
+        *host = server.mid(1, end - 1);
+        *rest = server.mid(end + 1);
+        if (!rest->isEmpty() && !rest->startsWith(QLatin1Char(':')))
+            return QStringLiteral("\"%1\" is no HOST:PORT");
+    } else if (server.count(QLatin1Char(':')) == 1) {
+        *host = server.section(QLatin1Char(':'), 0, 0);
+        *rest = server.mid(host->size());
+    }
+    return QString();
+}
+
 }  // namespace
 
 QString ServerAddress::Parse(const QString& text) {
     ServerAddress read = *this;
-    const QString server = WithoutScheme(text, &read.isEncrypted);
     QString rest;
-    read.host = server;
-    if (server.startsWith(QLatin1Char('['))) {
-        const int end = server.indexOf(QLatin1Char(']'));
-        if (end < 0) return QStringLiteral("\"%1\" lacks a ]").arg(text);
-        read.host = server.mid(1, end - 1);
-        rest = server.mid(end + 1);
-        if (!rest.isEmpty() && !rest.startsWith(QLatin1Char(':')))
-            return QStringLiteral("\"%1\" is no HOST:PORT").arg(text);
-    } else if (server.count(QLatin1Char(':')) == 1) {
-        read.host = server.section(QLatin1Char(':'), 0, 0);
-        rest = server.mid(read.host.size());
-    }
+    const QString error = SplitHost(WithoutScheme(text, &read.isEncrypted), &read.host, &rest);
+    if (!error.isEmpty()) return error.arg(text);
     if (read.host.isEmpty()) return QStringLiteral("\"%1\" names no host").arg(text);
     if (read.host.size() > LongestHost) return QStringLiteral("the name of the host is too long");
-    if (!CanBeHost(read.host)) return QStringLiteral("\"%1\" can be no host").arg(read.host);
+    if (const QString ace = AceFormOf(text); !ace.isEmpty())
+        return QStringLiteral("\"%1\" has characters beyond Latin-1: write %2").arg(read.host, ace);
+    if (!IsLatin1(read.host) || !CanBeHost(read.host))
+        return QStringLiteral("\"%1\" can be no host").arg(read.host);
     if (!rest.isEmpty()) {
-        const QString error = ReadPort(rest.mid(1), &read.port);
-        if (!error.isEmpty()) return error;
+        const QString portError = ReadPort(rest.mid(1), &read.port);
+        if (!portError.isEmpty()) return portError;
     }
     *this = read;
     return QString();
+}
+
+QString ServerAddress::AceFormOf(const QString& text) {
+    bool isEncrypted = false;
+    QString host, rest;
+    if (!SplitHost(WithoutScheme(text, &isEncrypted), &host, &rest).isEmpty() || IsLatin1(host))
+        return QString();
+    const QString ace = QString::fromLatin1(QUrl::toAce(host));
+    return CanBeHost(ace) ? ace : QString();
 }
 
 QString ServerAddress::ToText() const {

@@ -15,6 +15,9 @@ struct ServerAddress {
     /// in front or nothing. What the text does not say stays as it is.
     /// \return what is wrong with the text, in one line, and nothing has changed; empty if nothing is.
     QString Parse(const QString& text);
+    /// The form ("xn--...") that the host of \a text is to be written in if it has characters beyond Latin-1,
+    /// which Parse() refuses; empty for other hosts, and for those that have no such form.
+    static QString AceFormOf(const QString& text);
     /// What Parse() reads: "host:7450", "mcss://[::1]:7450".
     QString ToText() const;
     /// What VtClientCenter takes: the scheme and the host.

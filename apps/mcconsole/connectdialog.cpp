@@ -151,13 +151,18 @@ void ConnectDialog::TryToAccept() {
     const QString text = m_address->currentText().trimmed();
     const bool isServer = server.Parse(text).isEmpty();
     server.isEncrypted = server.isEncrypted || m_encrypted->isChecked();
-    const QString problem = isServer ? FindProblem(server)
-                                     : tr("\"%1\" cannot be a server: write HOST or HOST:PORT.")
-                                           .arg(valuetext::Shortened(text, LongestShown));
+    const QString problem = isServer ? FindProblem(server) : WhyNoServer(text);
     m_problem->setText(problem);
     if (!problem.isEmpty()) return;
     m_server = server;
     accept();
+}
+
+QString ConnectDialog::WhyNoServer(const QString& text) {
+    const QString shown = valuetext::Shortened(text, LongestShown);
+    const QString ace = ServerAddress::AceFormOf(text);
+    if (ace.isEmpty()) return tr("\"%1\" cannot be a server: write HOST or HOST:PORT.").arg(shown);
+    return tr("\"%1\" has letters that addresses cannot have: write %2.").arg(shown, ace);
 }
 
 QString ConnectDialog::FindProblem(const ServerAddress& server) const {

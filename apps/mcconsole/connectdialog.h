@@ -37,6 +37,7 @@ class ConnectDialog : public QDialog {
     void ShowEncryption();
     void ChooseCaFile();
     void TryToAccept();
+    static QString WhyNoServer(const QString& text);
     QString FindProblem(const ServerAddress& server) const;
 
     RecentServers m_recent;

@@ -31,7 +31,7 @@ Outcome RunCommand(const Arguments& arguments, Printer& printer) {
     VtClientCenter& center = VtClientCenter::Instance();
     center.SetOptions(arguments.client);
     IVtClient* const client =
-        center.CreateVtClient(arguments.server.ToVtAddress().toUtf8().constData(), arguments.server.port);
+        center.CreateVtClient(arguments.server.ToVtAddress().toLatin1().constData(), arguments.server.port);
     if (client == nullptr)
         return {EExitCode::Usage,
                 QStringLiteral("\"%1\" cannot be a server's address").arg(arguments.server.host)};

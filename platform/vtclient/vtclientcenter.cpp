@@ -15,23 +15,40 @@ namespace {
 
 constexpr int MaxAddressLength = 255;  // of a host name
 
-/// Splits "mcs://host", "mcss://host" and "host". False for another scheme and for what can be no host.
-bool ParseAddress(const QString& address, QString* host, bool* isTls) {
+bool BelongsToNoHost(QChar character) {
+    return character.isSpace() || !character.isPrint() || QStringLiteral("/,[]\\@?#").contains(character);
+}
+
+/// Splits "mcs://host", "mcss://host" and "host". \return why there can be no such host, in one line; empty
+/// if there can.
+QString ParseAddress(const QString& address, QString* host, bool* isTls) {
     *host = address;
     *isTls = false;
     const int scheme = address.indexOf(QStringLiteral("://"));
     if (scheme >= 0) {
         const QString name = address.left(scheme);
         *isTls = name == QLatin1String("mcss");
-        if (!*isTls && name != QLatin1String("mcs")) return false;
+        if (!*isTls && name != QLatin1String("mcs"))
+            return QStringLiteral("'%1' is no scheme of servers").arg(name);
         *host = address.mid(scheme + 3);
     }
     if (host->startsWith(QLatin1Char('[')) && host->endsWith(QLatin1Char(']')))
         *host = host->mid(1, host->size() - 2);
-    if (host->isEmpty() || host->size() > MaxAddressLength) return false;
-    return std::none_of(host->cbegin(), host->cend(), [](QChar character) {
-        return character.isSpace() || !character.isPrint() || QStringLiteral("/,[]\\@?#").contains(character);
-    });
+    if (host->isEmpty()) return QStringLiteral("it names no host");
+    if (host->size() > MaxAddressLength) return QStringLiteral("the host's name is too long");
+    // What was turned into Latin-1 and does not fit there came as a question mark.
+    if (host->contains(QLatin1Char('?')))
+        return QStringLiteral(
+            "'?' belongs to no host; for a character beyond Latin-1 write the host's ACE form, "
+            "which begins with xn--");
+    const auto* const wrong = std::find_if(host->cbegin(), host->cend(), BelongsToNoHost);
+    return wrong == host->cend() ? QString() : QStringLiteral("'%1' belongs to no host").arg(*wrong);
+}
+
+void TraceRefusal(const QString& address, int port, const QString& problem) {
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_TraceOld("There can be no server at address '%s', port %d: %s", qUtf8Printable(address), port,
+                    qUtf8Printable(problem));
 }
 
 }  // namespace
@@ -49,13 +66,13 @@ void VtClientCenter::SetOptions(const VtClientOptions& options) {
 }
 
 IVtClient* VtClientCenter::CreateVtClient(const char* address, int port) {
+    const QString text = QString::fromLatin1(address);
     QString host;
     bool isTls = false;
-    const bool isGood = address != nullptr && ParseAddress(QString::fromUtf8(address), &host, &isTls);
-    if (!isGood || port < 1 || port > 65535) {
-        if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-            _Q_TraceOld("There can be no server at address '%s', port %d", address != nullptr ? address : "",
-                        port);
+    QString problem = ParseAddress(text, &host, &isTls);
+    if (problem.isEmpty() && (port < 1 || port > 65535)) problem = QStringLiteral("ports are 1 to 65535");
+    if (!problem.isEmpty()) {
+        TraceRefusal(text, port, problem);
         return nullptr;
     }
     auto connector = std::make_unique<vt::SocketConnector>(host, port, isTls, m_options);

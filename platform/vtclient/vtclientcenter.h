@@ -38,9 +38,9 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     void SetOptions(const VtClientOptions& options);
     const VtClientOptions& GetOptions() const { return m_options; }
 
-    /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed) or
-    /// "mcss://" (TLS) in front. It starts to connect when the event loop runs. Destroy it with
-    /// DestroyVtClient.
+    /// A client of the server at \a address in Latin-1, a host name or an IP address, with "mcs://" (assumed) or
+    /// "mcss://" (TLS) in front. A host name beyond Latin-1 is given in its ACE form ("xn--..."). It starts to
+    /// connect when the event loop runs. Destroy it with DestroyVtClient.
     /// \return null for an address, scheme or port that cannot be right, with a trace.
     IVtClient* CreateVtClient(const char* address, int port);
     /// Tells the client's observers that it goes, and destroys it with its tics. Null and a client that is

@@ -39,6 +39,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Good{"Ipv6InBrackets", "[fe80::1]", "fe80::1", 7450, false, "[fe80::1]:7450"},
                     Good{"Ipv6AndPort", "[::1]:65535", "::1", 65535, false, "[::1]:65535"},
                     Good{"Ipv6WithAZone", "fe80::1%2", "fe80::1%2", 7450, false, "[fe80::1%2]:7450"},
+                    Good{"BeyondAscii", "t\xfcrm.example:9", "t\xfcrm.example", 9, false,
+                         "t\xfcrm.example:9"},
                     Good{"PlainScheme", "mcs://tower", "tower", 7450, false, "tower:7450"},
                     Good{"TlsScheme", "mcss://tower:9", "tower", 9, true, "mcss://tower:9"}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -65,8 +67,44 @@ INSTANTIATE_TEST_SUITE_P(Texts, BadServerAddress,
                                          Bad{"NothingInBrackets", "[]:7450"}, Bad{"Blank", "to wer"},
                                          Bad{"LineBreak", "tower\n"}, Bad{"Markup", "<b>tower"},
                                          Bad{"Path", "tower/x"}, Bad{"OtherScheme", "http://tower"},
-                                         Bad{"NotAscii", "t\xfcr"}),
+                                         Bad{"BlankBeyondAscii", "to\xa0wer"},
+                                         Bad{"SoftHyphen", "to\xadwer"}),
                          [](const auto& row) { return std::string(row.param.name); });
+
+struct BeyondLatin1 {
+    const char* name;
+    const char* text;
+    const char* ace;  ///< empty: it has none
+    const char* problem;
+};
+
+class ServerAddressBeyondLatin1 : public testing::TestWithParam<BeyondLatin1> {};
+
+TEST_P(ServerAddressBeyondLatin1, IsRefusedWithTheFormThatWorks) {
+    ServerAddress address;
+    const QString text = QString::fromUtf8(GetParam().text);
+    EXPECT_EQ(address.Parse(text), QString::fromUtf8(GetParam().problem));
+    EXPECT_EQ(ServerAddress::AceFormOf(text), QString::fromLatin1(GetParam().ace));
+    const bool hasForm = GetParam().ace[0] != '\0';
+    EXPECT_EQ(address.Parse(QString::fromLatin1(GetParam().ace)).isEmpty(), hasForm);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, ServerAddressBeyondLatin1,
+    testing::Values(BeyondLatin1{"Greek", "\xcf\x80.example", "xn--1xa.example",
+                                 "\"\xcf\x80.example\" has characters beyond Latin-1: write xn--1xa.example"},
+                    BeyondLatin1{"GreekWithSchemeAndPort", "mcss://\xcf\x80.example:9", "xn--1xa.example",
+                                 "\"\xcf\x80.example\" has characters beyond Latin-1: write xn--1xa.example"},
+                    BeyondLatin1{"WithAnEmptyName", "\xcf\x80..example", "",
+                                 "\"\xcf\x80..example\" can be no host"},
+                    BeyondLatin1{"OneThatIsNoLetter", "\xe2\x80\xa8.example", "",
+                                 "\"\xe2\x80\xa8.example\" can be no host"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ServerAddress, HasNoOtherFormWhereNoneIsNeeded) {
+    EXPECT_EQ(ServerAddress::AceFormOf(QStringLiteral("tower:7450")), QString());
+    EXPECT_EQ(ServerAddress::AceFormOf(QString::fromLatin1("t\xfcrm")), QString());
+}
 
 TEST(ServerAddress, RefusesAHostThatIsTooLongForAName) {
     ServerAddress address;

@@ -42,6 +42,10 @@ class ConnectDialogTest : public testing::Test {
         QTest::keyClicks(field, text);
     }
     void TypeAddress(const char* text) const { Type(Address()->lineEdit(), S(text)); }
+    void Paste(const char* address) const {
+        Address()->lineEdit()->selectAll();
+        Address()->lineEdit()->insert(QString::fromUtf8(address));
+    }
     /// What Enter is answered with; empty: the dialog closes.
     QString Enter() const {
         QTest::keyClick(Address(), Qt::Key_Return);
@@ -153,6 +157,19 @@ TEST_F(ConnectDialogTest, SaysInPlainTextWhatCanBeNoServer) {
     TypeAddress("<b>tower</b>");
     EXPECT_EQ(Enter(), S("\"<b>tower</b>\" cannot be a server: write HOST or HOST:PORT."));
     EXPECT_EQ(dialog->findChild<QLabel*>(S("Problem"))->textFormat(), Qt::PlainText);
+}
+
+TEST_F(ConnectDialogTest, TellsHowAHostBeyondLatin1IsWritten) {
+    Open();
+    TypeAddress("xn--1xa.example");
+    EXPECT_EQ(Enter(), QString());
+    Open();
+    Paste("\xcf\x80.example");
+    EXPECT_EQ(Enter(), QString::fromUtf8("\"\xcf\x80.example\" has letters that addresses cannot have: write "
+                                         "xn--1xa.example."));
+    Paste("t\xc3\xbcrm.example");
+    EXPECT_EQ(Enter(), QString());
+    EXPECT_EQ(dialog->GetServer().ToVtAddress(), QString::fromUtf8("mcs://t\xc3\xbcrm.example"));
 }
 
 TEST_F(ConnectDialogTest, StaysOnTheScreenWhateverIsPasted) {

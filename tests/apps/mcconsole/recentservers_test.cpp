@@ -44,6 +44,14 @@ class RecentServersTest : public testing::Test {
     RecentServers servers;
 };
 
+TEST_F(RecentServersTest, KeepHostsBeyondAscii) {
+    servers.Add(Entry("t\xfcrm.example"));
+    servers.Write(*root);
+    RecentServers read;
+    read.Read(*root);
+    EXPECT_THAT(Texts(read), ElementsAre("t\xc3\xbcrm.example:7450"));
+}
+
 TEST_F(RecentServersTest, StartEmpty) {
     servers.Read(*root);
     EXPECT_TRUE(servers.GetEntries().empty());

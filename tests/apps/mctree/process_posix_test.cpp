@@ -37,6 +37,17 @@ TEST_F(ShellTest, AWatchThatNobodyReadsEndsAsDoneThoughNothingChanges) {
     EXPECT_EQ(errors, QByteArray("0\n"));
 }
 
+TEST_F(ShellTest, AHostBeyondAsciiIsLookedUpAsItsName) {
+    // "localhost" with two characters of Latin-1 that stand for an "o" in names of hosts.
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    const QString host = QStringLiteral("\"$(printf 'l\\302\\272calh\\302\\272st'):%1\"").arg(port);
+    StartProgram(QStringLiteral("/bin/sh"),
+                 {QStringLiteral("-c"), QStringLiteral("'%1' --connect %2 get /Status/SweepTime")
+                                            .arg(QStringLiteral(MCTREE_PROGRAM), host)});
+    EXPECT_EQ(WaitForEnd(), 0) << errors.constData();
+    EXPECT_TRUE(output.startsWith("2500")) << output.constData();
+}
+
 TEST_F(ShellTest, AnOutputThatIsClosedFromTheStartIsNotMistakenForTheConnection) {
     StartShell(QStringLiteral("%1 get /Status/SweepTime >&- 2>&-"));
     EXPECT_EQ(WaitForEnd(), 0);

@@ -294,4 +294,45 @@ const NoServer AllNoServers[] = {
 INSTANTIATE_TEST_SUITE_P(Admission, NoServers, testing::ValuesIn(AllNoServers),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(Admission, AHostBeyondAsciiIsGivenInLatin1AndLookedUpAsItsName) {
+    Listen();
+    EXPECT_TRUE(ComesIn(Connect("l\xba" "calh\xba" "st")));  // signs that stand for an "o" in names of hosts
+}
+
+/// An address that can be none, and why.
+struct NoAddress {
+    const char* name;
+    const char* address;
+    int port;
+    const char* problem;
+};
+
+class NoAddresses : public Admission, public testing::WithParamInterface<NoAddress> {};
+
+TEST_P(NoAddresses, AreRefusedWithTheReason) {
+    EXPECT_EQ(VtClientCenter::Instance().CreateVtClient(GetParam().address, GetParam().port), nullptr);
+    const QString address = QString::fromLatin1(GetParam().address);
+    EXPECT_THAT(m_traces.Messages(),
+                ElementsAre(QStringLiteral("There can be no server at address '%1', port %2: %3")
+                                .arg(address, QString::number(GetParam().port),
+                                     QString::fromLatin1(GetParam().problem))));
+}
+
+const NoAddress AllNoAddresses[] = {
+    {"None", nullptr, 7450, "it names no host"},
+    {"Empty", "", 7450, "it names no host"},
+    {"SchemeAlone", "mcss://", 7450, "it names no host"},
+    {"OtherScheme", "ftp://tower", 7450, "'ftp' is no scheme of servers"},
+    {"Path", "tower/x", 7450, "'/' belongs to no host"},
+    {"BlankBeyondAscii", "to\xa0wer", 7450, "'\xa0' belongs to no host"},
+    {"BeyondLatin1", "?.example", 7450,
+     "'?' belongs to no host; for a character beyond Latin-1 write the host's ACE form, which begins with "
+     "xn--"},
+    {"PortZero", "tower", 0, "ports are 1 to 65535"},
+    {"PortTooLarge", "tower", 65536, "ports are 1 to 65535"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Admission, NoAddresses, testing::ValuesIn(AllNoAddresses),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 }  // namespace

@@ -63,6 +63,23 @@ TEST_F(MultiChannelServerClientTest, ARefusedAddressIsTracedInFullThoughItIsPass
                               "\xc3\xa4\xe2\x82\xac\", -1) failed")));
 }
 
+TEST_F(MultiChannelServerClientTest, AHostBeyondLatin1IsRefusedWithTheReasonAndTakenInItsAceForm) {
+    const TraceRecorder recorder;
+    EXPECT_FALSE(m_client.ConnectToServer(Text("\xcf\x80.example"), 7450));
+    EXPECT_THAT(
+        recorder.Messages(),
+        testing::ElementsAre(
+            testing::ResultOf([](const QString& text) { return text.contains(Text("ACE form")); }, true),
+            Text("MultiChannelServerClient::ConnectToServer: CreateVtClient(\"\xcf\x80.example\", "
+                 "7450) failed")));
+    EXPECT_TRUE(m_client.ConnectToServer(Text("xn--1xa.example"), 7450));
+}
+
+TEST_F(MultiChannelServerClientTest, AHostBeyondAsciiIsPassedOnAsItIs) {
+    EXPECT_TRUE(m_client.ConnectToServer(Text("t\xc3\xbcrm.example"), 7450));
+    EXPECT_EQ(m_client.GetVtClientToUse()->GetServerAddress(), Text("t\xc3\xbcrm.example"));
+}
+
 TEST_F(MultiChannelServerClientTest, ARefusedAddressIsNotTracedUnlessFailuresAre) {
     const TraceRecorder recorder(ErrorHandler::TraceAssertions | ErrorHandler::TraceDetails);
     EXPECT_FALSE(m_client.ConnectToServer(Text("ftp://x"), 81));
