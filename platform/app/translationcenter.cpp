@@ -8,7 +8,7 @@ TranslationCenter::TranslationCenter() = default;
 TranslationCenter::~TranslationCenter() = default;
 
 TranslationCenter& TranslationCenter::Instance() {
-    static TranslationCenter center;
+    static auto& center = *new TranslationCenter;  // never destroyed: modules that go later still unregister
     return center;
 }
 

@@ -10,7 +10,7 @@ namespace values {
 IRefusalListener::~IRefusalListener() = default;
 
 Refusals& Refusals::Instance() {
-    static Refusals instance;
+    static auto& instance = *new Refusals;  // never destroyed: mirrors that go later may still report
     return instance;
 }
 

@@ -105,7 +105,9 @@ bool CarriesChanges(EMessage type) {
 }
 
 QByteArray Encode(const Message& message, const QByteArray& changes) {
-    thread_local CborOutput output;  // keeps its room from one message to the next
+    // Keeps its room from one message to the next. Never destroyed: clients and servers that are static say
+    // goodbye when whatever can be destroyed already is.
+    static auto& output = *new CborOutput;
     output.OpenArray();
     output.Unsigned(static_cast<quint64>(message.type));
     WriteFields(output, message);

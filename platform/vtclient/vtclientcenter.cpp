@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int MaxAddressLength = 255;  // of a host name
+constexpr std::chrono::milliseconds SweepInterval(100);
 
 bool BelongsToNoHost(QChar character) {
     return character.isSpace() || !character.isPrint() || QStringLiteral("/,[]\\@?#").contains(character);
@@ -57,8 +58,8 @@ VtClientCenter::VtClientCenter() = default;
 VtClientCenter::~VtClientCenter() = default;
 
 VtClientCenter& VtClientCenter::Instance() {
-    static VtClientCenter instance;
-    return instance;
+    static auto& center = *new VtClientCenter;  // never destroyed: statics that go later may still ask it
+    return center;
 }
 
 void VtClientCenter::SetOptions(const VtClientOptions& options) {
@@ -71,10 +72,12 @@ IVtClient* VtClientCenter::CreateVtClient(const char* address, int port) {
     bool isTls = false;
     QString problem = ParseAddress(text, &host, &isTls);
     if (problem.isEmpty() && (port < 1 || port > 65535)) problem = QStringLiteral("ports are 1 to 65535");
+    if (problem.isEmpty() && m_isEnding) problem = QStringLiteral("the application ends");
     if (!problem.isEmpty()) {
         TraceRefusal(text, port, problem);
         return nullptr;
     }
+    if (!m_applicationEnd) m_applicationEnd.emplace([this] { EndAll(); });
     auto connector = std::make_unique<vt::SocketConnector>(host, port, isTls, m_options);
     m_clients.push_back(std::make_unique<vt::VtClient>(host, port, m_options, std::move(connector),
                                                        std::make_unique<vt::QtEventLoop>()));
@@ -85,14 +88,33 @@ void VtClientCenter::DestroyVtClient(IVtClient* client) {
     const auto isClient = [client](const auto& other) { return other.get() == client; };
     const auto found = std::find_if(m_clients.begin(), m_clients.end(), isClient);
     if (client == nullptr || found == m_clients.end()) return;
-    auto* const ended = static_cast<vt::VtClient*>(client);
-    std::unique_ptr<IVtClient> last = std::move(*found);
+    std::unique_ptr<vt::VtClient> last = std::move(*found);
     m_clients.erase(found);
-    ended->Shutdown();
-    if (ended->IsIdle()) return;
+    last->Shutdown();
+    if (last->IsIdle()) return;
     // A call of the client itself led here: it lasts until that has returned, or the application ends.
-    if (m_ended.empty()) QTimer::singleShot(0, QCoreApplication::instance(), [this] { m_ended.clear(); });
-    static const bool isLastChance = (qAddPostRoutine([] { Instance().m_ended.clear(); }), true);
-    Q_UNUSED(isLastChance)
     m_ended.push_back(std::move(last));
+    if (m_ended.size() == 1) SweepLater(std::chrono::milliseconds(0));
+}
+
+void VtClientCenter::SweepLater(std::chrono::milliseconds wait) {
+    QCoreApplication* const application = QCoreApplication::instance();
+    if (application != nullptr) QTimer::singleShot(wait, application, [this] { Sweep(); });
+}
+
+// The call may have opened a dialog, whose event loop leads here while the call is under way.
+void VtClientCenter::Sweep() {
+    const auto isIdle = [](const auto& client) { return client->IsIdle(); };
+    m_ended.erase(std::remove_if(m_ended.begin(), m_ended.end(), isIdle), m_ended.end());
+    if (!m_ended.empty()) SweepLater(SweepInterval);
+}
+
+// Where the process ends without this, nobody says goodbye: the system closes the sockets.
+void VtClientCenter::EndAll() {
+    m_isEnding = true;  // whoever hears of it need not try to connect again
+    while (!m_clients.empty())
+        DestroyVtClient(m_clients.back().get());
+    m_ended.clear();
+    m_isEnding = false;
+    m_applicationEnd.reset();
 }

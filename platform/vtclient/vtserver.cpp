@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/vtserver.h>
 
+#include <platform/app/applicationend.h>
 #include <platform/app/errorhandler.h>
 #include <platform/vtclient/framedsocket.h>
 #include <platform/vtclient/qteventloop.h>
 #include <platform/vtclient/serverhub.h>
 #include <platform/vtclient/socketlistener.h>
+
+#include <optional>
 
 class VtServer::Private {
   public:
@@ -15,11 +18,16 @@ class VtServer::Private {
     vt::QtEventLoop loop;
     std::unique_ptr<vt::ServerHub> hub;
     std::unique_ptr<vt::SocketListener> listener;
+    std::optional<ApplicationEnd> applicationEnd;  ///< while it listens
 };
 
 VtServer::VtServer(IVtAccess& access) : m_d(std::make_unique<Private>(access)) {}
 
 VtServer::~VtServer() {
+    End();
+}
+
+void VtServer::End() {
     Close(QStringLiteral("the server ends"));
 }
 
@@ -35,10 +43,12 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     m_d->listener = std::move(listener);
     m_d->listener->SetHandler(
         [this](std::unique_ptr<vt::IChannel> channel) { m_d->hub->AddChannel(std::move(channel)); });
+    m_d->applicationEnd.emplace([this] { End(); });
     return true;
 }
 
 void VtServer::Close(const QString& reason) {
+    m_d->applicationEnd.reset();
     m_d->listener.reset();
     if (m_d->hub) m_d->hub->EndAll(reason);
     m_d->hub.reset();

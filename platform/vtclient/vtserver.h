@@ -34,7 +34,8 @@ class MCS_CONNECTION_EXPORT VtServer {
   public:
     /// \a access is not owned and outlives the server, as does the tree.
     explicit VtServer(IVtAccess& access);
-    ~VtServer();  ///< ends all sessions
+    /// Ends all sessions. So does the end of the application object, where the server outlives that.
+    ~VtServer();
     VtServer(const VtServer&) = delete;
     VtServer& operator=(const VtServer&) = delete;
 
@@ -53,6 +54,8 @@ class MCS_CONNECTION_EXPORT VtServer {
     void EndSession(int session, const QString& reason);
 
   private:
+    void End();
+
     class Private;
     std::unique_ptr<Private> m_d;
 };

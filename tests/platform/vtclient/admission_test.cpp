@@ -296,7 +296,10 @@ INSTANTIATE_TEST_SUITE_P(Admission, NoServers, testing::ValuesIn(AllNoServers),
 
 TEST_F(Admission, AHostBeyondAsciiIsGivenInLatin1AndLookedUpAsItsName) {
     Listen();
-    EXPECT_TRUE(ComesIn(Connect("l\xba" "calh\xba" "st")));  // signs that stand for an "o" in names of hosts
+    EXPECT_TRUE(
+        ComesIn(Connect("l\xba"
+                        "calh\xba"
+                        "st")));  // signs that stand for an "o" in names of hosts
 }
 
 /// An address that can be none, and why.
