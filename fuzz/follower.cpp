@@ -205,7 +205,7 @@ void Follower::Apply(Subscription& subscription, const vt::TreeChange& change) {
         item.item.flags = change.item.flags;
         return;
     }
-    Check(operations.accept(&changed.content), "a content is of the item's kind", Named(change));
+    Check(operations.Accept(&changed.content), "a content is of the item's kind", Named(change));
     if (change.change == vt::EChange::Items) {
         Check(operations.hasChoices, "only selections have choices", Named(change));
         operations.describe(value, changed, nullptr);

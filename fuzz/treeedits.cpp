@@ -40,7 +40,7 @@ void SetContent(values::ValueBase& value, Script& script) {
     vt::KindOf(value, &kind);
     vt::Content content = compose::ContentOf(kind, script);
     const vt::KindOperations& operations = *vt::Operations(kind);
-    if (operations.accept(&content)) operations.set(value, content, nullptr);
+    if (operations.Accept(&content)) operations.set(value, content, nullptr);
 }
 
 void DescribeValue(values::ValueBase& value, Script& script) {
@@ -50,7 +50,7 @@ void DescribeValue(values::ValueBase& value, Script& script) {
     if (!operations.hasLimits) return;
     item.minimum = compose::ContentOf(item.kind, script);
     item.maximum = compose::ContentOf(item.kind, script);
-    if (operations.accept(&item.minimum) && operations.accept(&item.maximum))
+    if (operations.Accept(&item.minimum) && operations.Accept(&item.maximum))
         operations.describe(value, item, nullptr);
 }
 

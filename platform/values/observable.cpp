@@ -98,9 +98,15 @@ void Observable::NotifyObservers(TChangeCode code, IObserver* originator) {
 }
 
 void Observable::NotifyMany(TChangeCode code, IObserver* originator) {
+    IObserver* const* data = Data();
+    // The usual two of a mirrored value: the mirror, which sets it, and whoever shows it. One is left to be
+    // told, for which there need not be a walk either.
+    if (m_count == 2 && originator != nullptr) {
+        if (data[0] == originator) return data[1]->Update(this, code);
+        if (data[1] == originator) return data[0]->Update(this, code);
+    }
     Walk walk(*this);
     walk.end = m_count;
-    IObserver* const* data = Data();
     for (std::uint32_t next = 0, end = m_count; next < end;) {
         IObserver* const observer = data[next++];
         if (observer == originator) continue;

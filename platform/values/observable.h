@@ -53,9 +53,10 @@ class MCS_PLATFORM_EXPORT IObserver {
 ///
 /// Observers are told in the order in which they were added. While a notification runs, everything is
 /// allowed: an observer added is told from the next notification on, one removed is not told any more at
-/// once, one moved to the front moves when the outermost notification ends, nested notifications run in full,
-/// and the observable itself may be destroyed, which ends its notifications. A notification allocates
-/// nothing. Should an observer throw, the exception passes through and those after it are not told.
+/// once, one moved to the front moves when the outermost notification ends (at once where there is only one
+/// to be told), nested notifications run in full, and the observable itself may be destroyed, which ends its
+/// notifications. A notification allocates nothing. Should an observer throw, the exception passes through
+/// and those after it are not told.
 ///
 /// Copies start without observers, and assignment leaves the observers of both sides alone.
 class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order

@@ -21,18 +21,6 @@ using values::ValueList;
 using values::ValueNumeric;
 using values::ValueSelection;
 
-bool AcceptInt(Content* content) {
-    const qint64* const number = std::get_if<qint64>(content);
-    return number != nullptr && *number >= std::numeric_limits<int>::min() &&
-           *number <= std::numeric_limits<int>::max();
-}
-
-bool AcceptDouble(Content* content) {
-    if (const qint64* const number = std::get_if<qint64>(content)) *content = static_cast<double>(*number);
-    const double* const number = std::get_if<double>(content);
-    return number != nullptr && !std::isnan(*number);
-}
-
 /// How one type of content travels.
 template <class T>
 struct Traits;
@@ -42,7 +30,12 @@ struct Traits<bool> {
     static void Write(bool content, CborOutput& output) { output.Boolean(content); }
     static Content ToContent(bool content) { return content; }
     static bool FromContent(const Content& content) { return std::get<bool>(content); }
-    static bool Accept(Content* content) { return std::holds_alternative<bool>(*content); }
+    static bool Take(const Content& from, Content* content) {
+        const bool* const flag = std::get_if<bool>(&from);
+        if (flag == nullptr) return false;
+        *content = *flag;
+        return true;
+    }
 };
 
 template <>
@@ -50,7 +43,14 @@ struct Traits<int> {
     static void Write(int content, CborOutput& output) { output.Integer(content); }
     static Content ToContent(int content) { return qint64{content}; }
     static int FromContent(const Content& content) { return static_cast<int>(std::get<qint64>(content)); }
-    static bool Accept(Content* content) { return AcceptInt(content); }
+    static bool Take(const Content& from, Content* content) {
+        const qint64* const number = std::get_if<qint64>(&from);
+        if (number == nullptr || *number < std::numeric_limits<int>::min() ||
+            *number > std::numeric_limits<int>::max())
+            return false;
+        *content = *number;
+        return true;
+    }
 };
 
 template <>
@@ -58,7 +58,18 @@ struct Traits<double> {
     static void Write(double content, CborOutput& output) { output.Double(content); }
     static Content ToContent(double content) { return content; }
     static double FromContent(const Content& content) { return std::get<double>(content); }
-    static bool Accept(Content* content) { return AcceptDouble(content); }
+    static bool Take(const Content& from, Content* content) {
+        double number = 0.0;
+        if (const double* const real = std::get_if<double>(&from))
+            number = *real;
+        else if (const qint64* const integer = std::get_if<qint64>(&from))
+            number = static_cast<double>(*integer);
+        else
+            return false;
+        if (std::isnan(number)) return false;
+        *content = number;
+        return true;
+    }
 };
 
 template <>
@@ -66,7 +77,12 @@ struct Traits<QString> {
     static void Write(const QString& content, CborOutput& output) { output.Text(content); }
     static Content ToContent(const QString& content) { return content; }
     static const QString& FromContent(const Content& content) { return std::get<QString>(content); }
-    static bool Accept(Content* content) { return std::holds_alternative<QString>(*content); }
+    static bool Take(const Content& from, Content* content) {
+        const QString* const text = std::get_if<QString>(&from);
+        if (text == nullptr) return false;
+        *content = *text;
+        return true;
+    }
 };
 
 /// What Value<T> and ValueNumeric<T> have in common: a content of one type.
@@ -143,8 +159,14 @@ struct Selection {
         const int index = Of(value).GetCurrentIndex();
         return index == ValueSelection::NoIndex ? Content() : Content(qint64{index});
     }
-    static bool Accept(Content* content) {
-        return std::holds_alternative<std::monostate>(*content) || std::holds_alternative<qint64>(*content);
+    static bool Take(const Content& from, Content* content) {
+        if (const qint64* const index = std::get_if<qint64>(&from))
+            *content = *index;
+        else if (std::holds_alternative<std::monostate>(from))
+            *content = std::monostate();
+        else
+            return false;
+        return true;
     }
     static void Set(ValueBase& value, const Content& content, IObserver* originator) {
         const qint64* const index = std::get_if<qint64>(&content);
@@ -216,10 +238,12 @@ struct List {
         const std::vector<double>& items = Of(value).GetItems();
         return QVector<double>(items.begin(), items.end());
     }
-    static bool Accept(Content* content) {
-        const auto* const items = std::get_if<QVector<double>>(content);
-        if (items == nullptr) return false;
-        return std::none_of(items->begin(), items->end(), [](double item) { return std::isnan(item); });
+    static bool Take(const Content& from, Content* content) {
+        const auto* const items = std::get_if<QVector<double>>(&from);
+        const auto isNan = [](double item) { return std::isnan(item); };
+        if (items == nullptr || std::any_of(items->begin(), items->end(), isNan)) return false;
+        *content = *items;
+        return true;
     }
     static void Set(ValueBase& value, const Content& content, IObserver* originator) {
         const auto& items = std::get<QVector<double>>(content);
@@ -238,25 +262,15 @@ void NoDescription(ValueBase& /*value*/, const ItemDescription& /*item*/, IObser
 template <class T>
 constexpr KindOperations Plain(EItemKind kind, const char* name) {
     using S = Scalar<values::Value<T>, T>;
-    return {kind,          false,
-            false,         name,
-            S::Create,     S::WriteContent,
-            NoExtra,       NoExtra,
-            S::GetContent, Traits<T>::Accept,
-            S::Set,        S::Write,
-            NoDescription, NoLimits};
+    return {kind,    false,         false,           name,   S::Create, S::WriteContent, NoExtra,
+            NoExtra, S::GetContent, Traits<T>::Take, S::Set, S::Write,  NoDescription,   NoLimits};
 }
 
 template <class T>
 constexpr KindOperations Numeric(EItemKind kind, const char* name) {
     using L = Limited<T>;
-    return {kind,           true,
-            false,          name,
-            L::Create,      L::WriteContent,
-            L::WriteLimits, NoExtra,
-            L::GetContent,  Traits<T>::Accept,
-            L::Set,         L::Write,
-            L::Describe,    L::ReadLimits};
+    return {kind,    true,          false,           name,   L::Create, L::WriteContent, L::WriteLimits,
+            NoExtra, L::GetContent, Traits<T>::Take, L::Set, L::Write,  L::Describe,     L::ReadLimits};
 }
 
 constexpr KindOperations OfSelections = {EItemKind::Selection,
@@ -268,7 +282,7 @@ constexpr KindOperations OfSelections = {EItemKind::Selection,
                                          NoExtra,
                                          Selection::WriteChoices,
                                          Selection::GetContent,
-                                         Selection::Accept,
+                                         Selection::Take,
                                          Selection::Set,
                                          Selection::Write,
                                          Selection::Describe,
@@ -276,7 +290,7 @@ constexpr KindOperations OfSelections = {EItemKind::Selection,
 
 constexpr KindOperations OfLists = {
     EItemKind::List,    false,       false,         "list",           List::Create,
-    List::WriteContent, NoExtra,     NoExtra,       List::GetContent, List::Accept,
+    List::WriteContent, NoExtra,     NoExtra,       List::GetContent, List::Take,
     List::Set,          List::Write, NoDescription, NoLimits};
 
 /// By their number.
@@ -312,9 +326,9 @@ bool KindOf(const values::TreeItem& item, EItemKind* kind) {
 bool AcceptItem(ItemDescription* item) {
     const KindOperations* const operations = Operations(item->kind);
     if (operations == nullptr) return true;
-    if (!operations->accept(&item->content)) return false;
+    if (!operations->Accept(&item->content)) return false;
     if (!operations->hasLimits) return true;
-    return operations->accept(&item->minimum) && operations->accept(&item->maximum);
+    return operations->Accept(&item->minimum) && operations->Accept(&item->maximum);
 }
 
 std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name) {

@@ -26,9 +26,11 @@ struct KindOperations {
     void (*writeLimits)(const values::ValueBase& value, CborOutput& output);
     void (*writeChoices)(const values::ValueBase& value, CborOutput& output);
     Content (*content)(const values::ValueBase& value);
-    /// Converts \a content to what this kind holds. False if it is nothing that this kind could hold.
-    bool (*accept)(Content* content);
-    /// Sets an accepted content.
+    /// Makes \a content what this kind holds of \a from, which may be the same. False, and \a content as it
+    /// was, if that is nothing that this kind could hold. Numbers are assigned, which copying the variant
+    /// would not do.
+    bool (*take)(const Content& from, Content* content);
+    /// Sets an accepted content. It is not looked at any more once anybody is told: it may be gone by then.
     void (*set)(values::ValueBase& value, const Content& content, IObserver* originator);
     /// Sets an accepted content as a write asks for it: for a selection by key. False, and nothing changed,
     /// if it has no such key.
@@ -37,6 +39,9 @@ struct KindOperations {
     void (*describe)(values::ValueBase& value, const ItemDescription& item, IObserver* originator);
     /// Reads limits and choices into \a item.
     void (*limits)(const values::ValueBase& value, ItemDescription* item);
+
+    /// Converts \a held to what this kind holds. False if it is nothing that this kind could hold.
+    bool Accept(Content* held) const { return take(*held, held); }
 };
 
 /// Null for Node, which holds nothing.

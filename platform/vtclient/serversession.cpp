@@ -311,7 +311,7 @@ void ServerSession::Write(const Message& message, values::ValueBase& value, cons
                           EItemKind kind, Message* answer) {
     const KindOperations& operations = *Operations(kind);
     Content content = message.item.content;
-    if (!operations.accept(&content))
+    if (!operations.Accept(&content))
         return Answer(
             answer, EResult::Denied,
             QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));

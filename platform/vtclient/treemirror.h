@@ -114,7 +114,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     bool ApplyItems(MirrorRecord& record, const TreeChange& change, QString* error);
     bool Place(const TreeChange& change, MirrorRecord* parent, values::TreeItem* existing, QString* error);
     void Bind(MirrorRecord& record, const TreeChange& change);
-    void Show(MirrorRecord& record, const Content& content);
+    static void Show(MirrorRecord& record);
     bool AddNew(const TreeChange& change, MirrorRecord* parent, QString* error);
     bool AttachAll(QString* error);
     bool Attach(Detached detached, QString* error);

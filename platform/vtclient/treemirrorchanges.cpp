@@ -16,17 +16,15 @@ using treemirrordetail::Fail;
 using treemirrordetail::NodeOf;
 using treemirrordetail::ValueOf;
 
-void TreeMirror::Show(MirrorRecord& record, const Content& content) {
-    Operations(record.kind)->set(ValueOf(record), content, &record);
+// Whoever is told may end the record, and with it the content.
+void TreeMirror::Show(MirrorRecord& record) {
+    Operations(record.kind)->set(ValueOf(record), record.server, &record);
 }
 
 // What is kept as the server's content can always be shown.
 bool TreeMirror::TakeContent(MirrorRecord& record, const TreeChange& change, QString* error) {
-    Content content = change.item.content;
-    if (!Operations(record.kind)->accept(&content))
-        return Fail(error, QStringLiteral("a content that is not of the item's kind"));
-    record.server = std::move(content);
-    return true;
+    return Operations(record.kind)->take(change.item.content, &record.server) ||
+           Fail(error, QStringLiteral("a content that is not of the item's kind"));
 }
 
 bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
@@ -39,7 +37,7 @@ bool TreeMirror::ApplyContent(MirrorRecord& record, const TreeChange& change, QS
     }
     // What is edited here is newer, until the server has answered.
     const bool isOlder = record.requests != 0 || record.isQueued;
-    if (record.isOccurring || !isOlder) Show(record, Content(record.server));
+    if (record.isOccurring || !isOlder) Show(record);
     return true;
 }
 
@@ -54,7 +52,7 @@ bool TreeMirror::ApplyItems(MirrorRecord& record, const TreeChange& change, QStr
     if (!guard.IsAlive() || record.requests != 0) return true;
     // What was selected here and is not sent yet is newer, if it is still there.
     const bool isLost = hadCurrent && selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
-    if (!record.isQueued || isLost) Show(record, Content(record.server));
+    if (!record.isQueued || isLost) Show(record);
     return true;
 }
 
@@ -88,7 +86,7 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     ItemDescription item;
     item.minimum = change.item.minimum;
     item.maximum = change.item.maximum;
-    if (operations.hasLimits && !(operations.accept(&item.minimum) && operations.accept(&item.maximum)))
+    if (operations.hasLimits && !(operations.Accept(&item.minimum) && operations.Accept(&item.maximum)))
         return Fail(error, QStringLiteral("limits that are not of the item's kind"));
     values::ValueBase& value = ValueOf(record);
     const RecordGuard guard(record);
@@ -97,7 +95,7 @@ bool TreeMirror::ApplyDescribed(MirrorRecord& record, const TreeChange& change, 
     // A content that came before its limits may have met the old ones.
     const bool isEdited = record.requests != 0 || record.isQueued;
     if (guard.IsAlive() && operations.hasLimits && !isEdited && operations.content(value) != record.server)
-        Show(record, Content(record.server));
+        Show(record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
     return true;
 }
@@ -214,7 +212,7 @@ void TreeMirror::Bind(MirrorRecord& record, const TreeChange& change) {
     if (guard.IsAlive() && isEdited && !isShown)
         Queue(record, false);
     else if (guard.IsAlive() && !isShown)
-        Show(record, change.item.content);
+        Show(record);
     if (guard.IsAlive()) UpdateFlags(record, change.item.flags);
 }
 

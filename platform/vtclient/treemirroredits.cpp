@@ -143,8 +143,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
     if (answer.result == EResult::Done)
         record.server = ContentWritten(ValueOf(record), record.kind, request.content);
     if (answer.result == EResult::Clamped) {
-        Content content = answer.item.content;
-        if (Operations(record.kind)->accept(&content)) record.server = std::move(content);
+        Operations(record.kind)->take(answer.item.content, &record.server);
     }
     if (isEditedAgain) {
         if (!record.isOccurring) Queue(record, false);
@@ -152,7 +151,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
     } else if (isRefused) {
         TakeBack(record, answer.reason);
     } else {
-        Show(record, Content(record.server));
+        Show(record);
     }
 }
 
@@ -164,7 +163,7 @@ void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
         if (std::exchange(record.isEdited, false))
             Queue(record, false);
         else if (!record.isQueued)
-            Show(record, Content(record.server));
+            Show(record);
         return;
     }
     if (answer.result == EResult::Done) return Destroy(record.item);  // it was there, and has gone again
@@ -185,7 +184,7 @@ void TreeMirror::TakeBack(MirrorRecord& record, const QString& reason) {
     const ObservableGuard guard(ValueOf(record));
     values::TreeItem* const item = record.item;
     const QString path = RemotePathOf(record);
-    Show(record, Content(record.server));
+    Show(record);
     values::Refusals::Instance().Report(guard.IsAlive() ? item : nullptr, path, reason);
 }
 
