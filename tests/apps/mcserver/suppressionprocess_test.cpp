@@ -117,8 +117,9 @@ TEST_F(AServerWithAModule, FillsNoJournalWhileItFails) {
     ASSERT_NO_FATAL_FAILURE(Connect());
     ASSERT_NE(m_client.CreateAndConnectDynamicMpxORV(QString()), nullptr);
     ASSERT_TRUE(WaitForOutput("Ready"));  // more than a second: a hundred polls
-    EXPECT_EQ(m_server.Output().count(QStringLiteral("GTS DataModule")), 1);
-    EXPECT_EQ(m_server.Errors().count(QStringLiteral("GTS DataModule")), 1);
+    // Once every ten seconds, however slow the machine is.
+    EXPECT_LT(m_server.Output().count(QStringLiteral("GTS DataModule")), 5);
+    EXPECT_LT(m_server.Errors().count(QStringLiteral("GTS DataModule")), 5);
 }
 
 TEST_F(AServerWithAModule, KeepsEntriesThatCannotBeUsedWhenItEnds) {
