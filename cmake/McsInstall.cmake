@@ -4,7 +4,8 @@ include(CMakePackageConfigHelpers)
 set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 
 # Headers that only the sources of a library include.
-set(mcs_private_headers cfgsection.h cfgstore.h pathsegments.h observedvalues.h serverclientdetail.h
+set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.h cfgworkingcopy.h inireader.h
+  iniwriter.h pathsegments.h observedvalues.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h

@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/config/cfgcenter.h>
 
-#include <platform/config/cfgsection.h>
-#include <platform/config/cfgstore.h>
+#include <platform/config/store/cfgsection.h>
+#include <platform/config/store/cfgstore.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStandardPaths>
 
-CfgCenter::CfgCenter() {
+namespace {
+
+/// Others need a few milliseconds, and a window that does not close, or a server that does not answer, is
+/// worse than a change that is kept for later.
+constexpr std::chrono::milliseconds DefaultPatience(1000);
+
+}  // namespace
+
+CfgCenter::CfgCenter() : m_patience(DefaultPatience) {
     // The store commits what nobody committed while there still is all that it needs for that.
     qAddPostRoutine([] { Instance().m_store.reset(); });
 }
@@ -39,8 +47,35 @@ QString CfgCenter::GetStorePath() const {
     return QStringLiteral("%1/MultiChannelServer/%2.ini").arg(directory, GetAppName());
 }
 
-ICfg* CfgCenter::OpenRoot() {
+void CfgCenter::SetPatience(std::chrono::milliseconds patience) {
+    m_patience = patience;
+    if (m_store) m_store->SetPatience(patience);
+}
+
+CfgStore& CfgCenter::OpenStore() {
     const QString path = GetStorePath();
-    if (!m_store || m_store->GetPath() != path) m_store = std::make_shared<CfgStore>(path);
+    if (m_store && m_store->GetPath() == path)
+        m_store->TryAgain();
+    else
+        m_store = std::make_shared<CfgStore>(path, m_patience);
+    return *m_store;
+}
+
+ICfg* CfgCenter::OpenRoot() {
+    OpenStore();
     return new CfgSection(m_store, QString());
+}
+
+bool CfgCenter::HoldStore(QString* error) {
+    return OpenStore().Hold(error);
+}
+
+QStringList CfgCenter::LookForEdits() {
+    return m_store ? m_store->LookForEdits() : QStringList();
+}
+
+QString CfgCenter::Finish() {
+    if (!m_store || m_store->CommitNow()) return QString();
+    return QStringLiteral("the configuration file '%1' %2; the last changes are lost")
+        .arg(m_store->GetPath(), m_store->GetProblem());
 }

@@ -12,7 +12,7 @@
 /// fallback. What is written is read back at once, also through other sections of the same store; it is in
 /// the file, safe from a killed process, once CommitKey returned true.
 ///
-/// Key names are taken as they are, except that "/" in a name leads into the section below.
+/// Key names are taken as they are, with their case, except that "/" in a name leads into the section below.
 class MCS_PLATFORM_EXPORT ICfg {
   public:
     /// Which set of contents is meant where an application keeps several; there is one.
@@ -26,8 +26,9 @@ class MCS_PLATFORM_EXPORT ICfg {
     virtual void WriteString(const QString& key, const QString& content) = 0;
     virtual void WriteInt(const QString& key, int content) = 0;
     virtual void WriteBool(const QString& key, bool content) = 0;
-    /// Brings what was written to the file, under \a key and everywhere else in the store. False if it
-    /// cannot be written, with a trace for the first of several times; it is then kept for the next commit.
+    /// Brings what was written to the file, under \a key and everywhere else in the store; within a CfgSave
+    /// at its end. False if it cannot be written, with a trace for the first of several times; it is then
+    /// kept for the next commit.
     virtual bool CommitKey(const QString& key) = 0;
 
     /// The section \a name below this one, owned by the caller; null when absent.

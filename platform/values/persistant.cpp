@@ -2,6 +2,7 @@
 #include <platform/values/persistant.h>
 
 #include <platform/config/cfgcenter.h>
+#include <platform/config/cfgsave.h>
 
 #include <utility>
 
@@ -9,7 +10,8 @@ namespace values {
 
 PersistantOwner::~PersistantOwner() = default;
 
-Persistant::Persistant(QString name, PersistantOwner* owner) : m_name(std::move(name)), m_owner(owner) {}
+Persistant::Persistant(QString name, PersistantOwner* owner)
+    : m_name(std::move(name)), m_owner(owner), m_life(std::make_shared<char>()) {}
 
 Persistant::~Persistant() = default;
 
@@ -34,7 +36,10 @@ void Persistant::Read(const QString& subPath, ICfg::View /*view*/) {
 }
 
 void Persistant::Write(const QString& subPath, ICfg::View /*view*/) {
+    const std::weak_ptr<const void> life = m_life;
     if (m_owner != nullptr) m_owner->ApplyPersistantBeforeWrite();
+    if (life.expired()) return;
+    const CfgSave save;
     const std::unique_ptr<ICfg> section = Section(subPath, true);
     for (const Member& kept : m_members)
         section->WriteInt(kept.key, *kept.member);

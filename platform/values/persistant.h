@@ -15,9 +15,9 @@ namespace values {
 class MCS_PLATFORM_EXPORT PersistantOwner {  // fixed: virtual-order
   public:
     virtual ~PersistantOwner();
-    /// Called before the members are written: bring them up to date.
+    /// Called before the members are written: bring them up to date. May destroy the Persistant.
     virtual void ApplyPersistantBeforeWrite() {}
-    /// Called after the members were read: make use of them.
+    /// Called after the members were read: make use of them. May destroy the Persistant.
     virtual void ApplyPersistantAfterRead() {}
 };
 
@@ -36,7 +36,7 @@ class MCS_PLATFORM_EXPORT Persistant {
 
     /// Reads every member, then calls the owner's ApplyPersistantAfterRead().
     void Read(const QString& subPath, ICfg::View view);
-    /// Calls the owner's ApplyPersistantBeforeWrite(), then writes and commits every member.
+    /// Calls the owner's ApplyPersistantBeforeWrite(), then writes and commits every member, in one save.
     void Write(const QString& subPath, ICfg::View view);
 
   private:
@@ -51,6 +51,8 @@ class MCS_PLATFORM_EXPORT Persistant {
     QString m_name;
     PersistantOwner* m_owner;
     std::vector<Member> m_members;
+    std::shared_ptr<const void>
+        m_life;  ///< shared with nobody: whoever watches it sees when this object goes
 };
 
 }  // namespace values

@@ -4,6 +4,7 @@
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
+#include <platform/config/store/cfglock.h>
 
 #include <tests/platform/config/uniformtext.h>
 
@@ -11,6 +12,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QStringList>
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 
@@ -97,6 +99,14 @@ int Churn() {
     }
 }
 
+/// Takes the lock of those that write, and keeps it until it is killed or a line is read.
+int Lock() {
+    CfgLock lock(CfgCenter::Instance().GetStorePath() + QStringLiteral(".writer"));
+    if (lock.Try() != CfgLock::EOutcome::Held) return 1;
+    Print(QStringLiteral("locked"));
+    return std::getchar() == EOF ? 2 : 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -105,6 +115,8 @@ int main(int argc, char** argv) {
         std::fputs((record.message + QLatin1Char('\n')).toUtf8().constData(), stderr);
     });
     CfgCenter::Instance().SetStorePath(QCoreApplication::arguments().value(1));
+    // It has nothing better to do, and others may be held up by a slow disk.
+    CfgCenter::Instance().SetPatience(std::chrono::seconds(30));
     const QString what = QCoreApplication::arguments().value(2);
     if (what == QLatin1String("get")) return Get();
     if (what == QLatin1String("set")) return Set();
@@ -112,5 +124,6 @@ int main(int argc, char** argv) {
     if (what == QLatin1String("fill")) return Fill();
     if (what == QLatin1String("count")) return Count();
     if (what == QLatin1String("churn")) return Churn();
+    if (what == QLatin1String("lock")) return Lock();
     return 64;
 }

@@ -31,16 +31,20 @@ void PrintTo(const Damage& damage, std::ostream* stream) {
     *stream << damage.name;
 }
 
-const QString NoLine = QStringLiteral("a line is neither a section nor a key");
+QString NoLine(int number) {
+    return QStringLiteral("line %1 is neither a section nor a key").arg(number);
+}
+
 const QString NoText = QStringLiteral("it is not UTF-8 text");
 const QString Binary = QStringLiteral("it is a binary file");
 
 class DamagedFile : public ConfigTest, public testing::WithParamInterface<Damage> {
   protected:
-    QString Message(const QString& defect) const {
+    QString Message(const QString& defect,
+                    const QString& consequence = QStringLiteral("defaults are used")) const {
         return QStringLiteral("The configuration file '") + Path() + QStringLiteral("' cannot be used (") +
-               defect + QStringLiteral("); defaults are used, and the file is kept as '") + Path(Kept) +
-               QStringLiteral("'");
+               defect + QStringLiteral("); ") + consequence + QStringLiteral(", and the file is kept as '") +
+               Path(Kept) + QStringLiteral("'");
     }
     void ExpectUsable() const {
         const std::unique_ptr<ICfg> root = Root();
@@ -65,15 +69,18 @@ TEST_P(DamagedFile, IsKeptAsideWithOneTraceAndTheStoreStartsEmpty) {
 
 INSTANTIATE_TEST_SUITE_P(
     Config, DamagedFile,
-    testing::Values(Damage{"ends_in_the_header_of_a_section", "[S]\nk=1\n[Sect", NoLine},
-                    Damage{"ends_in_the_name_of_a_key", "[S]\nk=1\nnam", NoLine},
-                    Damage{"has_a_line_of_no_kind_amid_others", "[S]\nk=1\nrubbish\nl=2\n", NoLine},
-                    Damage{"has_a_line_of_no_kind_before_all_sections", "rubbish\n[S]\nk=1\n", NoLine},
-                    Damage{"has_a_content_without_key", "[S]\nk=1\n=2\n", NoLine},
-                    Damage{"holds_random_bytes", RandomBytes(), Binary},
-                    Damage{"holds_zeroes_only", QByteArray(4096, '\0'), Binary},
-                    Damage{"is_not_utf8", "[S]\nk=1\nl=B\xFCro\n", NoText},
-                    Damage{"ends_in_a_character", "[S]\nk=1\nl=B\xC3", NoText}),
+    testing::Values(
+        Damage{"ends_in_the_header_of_a_section", "[S]\nk=1\n[Sect", NoLine(3)},
+        Damage{"ends_in_the_name_of_a_key", "[S]\nk=1\nnam", NoLine(3)},
+        Damage{"has_a_line_of_no_kind_amid_others", "[S]\r\nk=1\r\nrubbish\r\nl=2\r\n", NoLine(3)},
+        Damage{"has_a_line_of_no_kind_before_all_sections", "rubbish\n[S]\nk=1\n", NoLine(1)},
+        Damage{"has_a_content_without_key", "[S]\nk=1\n=2\n", NoLine(3)},
+        Damage{"has_a_comment_for_a_key", "[S]\nk=1\n\nl ; = 2\n", NoLine(4)},
+        Damage{"ends_in_a_quote", "[S]\nk=\"1\nl=2\n", QStringLiteral("the quote in line 2 is not closed")},
+        Damage{"holds_random_bytes", RandomBytes(), Binary},
+        Damage{"holds_zeroes_only", QByteArray(4096, '\0'), Binary},
+        Damage{"is_not_utf8", "[S]\nk=1\nl=B\xFCro\n", NoText},
+        Damage{"ends_in_a_character", "[S]\nk=1\nl=B\xC3", NoText}),
     [](const testing::TestParamInfo<Damage>& damage) { return damage.param.name; });
 
 class UnusualFile : public DamagedFile {};
@@ -123,14 +130,30 @@ TEST_F(UnusualFile, ASecondDamagedOneDoesNotReplaceTheFirst) {
     EXPECT_EQ(traces.Records().size(), 2U);
 }
 
-TEST_F(UnusualFile, OneThatWasDamagedWhileInUseIsKeptAsideByTheNextCommit) {
-    Root()->WriteInt(QStringLiteral("S/k"), 1);
+TEST_F(UnusualFile, OneThatWasDamagedWhileInUseIsKeptAsideByTheNextCommitAndWrittenAnew) {
+    Root()->WriteInt(QStringLiteral("S/other"), 1);
     ASSERT_TRUE(Root()->CommitKey(QString()));
     WriteFile("[S]\nk=5\nhalf a line");
     const TraceRecorder traces;
     ExpectUsable();
-    EXPECT_THAT(traces.Messages(), testing::ElementsAre(Message(NoLine)));
+    EXPECT_THAT(traces.Messages(),
+                testing::ElementsAre(Message(NoLine(3), QStringLiteral("what is known is written anew"))));
     EXPECT_EQ(FileBytes(Kept), QByteArray("[S]\nk=5\nhalf a line"));
+    EXPECT_EQ(FileBytes(), QByteArray("[S]\nk=2\nother=1\n"));
+}
+
+// Somebody removed it by mistake, or edits it and has just emptied it.
+TEST_F(UnusualFile, OneThatWasLostWhileInUseIsWrittenAnewByTheNextCommit) {
+    Root()->WriteInt(QStringLiteral("S/other"), 1);
+    ASSERT_TRUE(Root()->CommitKey(QString()));
+    const TraceRecorder traces;
+    ASSERT_TRUE(QFile::remove(Path()));
+    ExpectUsable();
+    EXPECT_EQ(FileBytes(), QByteArray("[S]\nk=2\nother=1\n"));
+    WriteFile("");
+    ExpectUsable();
+    EXPECT_EQ(FileBytes(), QByteArray("[S]\nk=2\nother=1\n"));
+    EXPECT_TRUE(traces.Records().empty());
 }
 
 TEST_F(UnusualFile, ADirectoryInItsPlaceStaysAndIsReportedOnce) {
@@ -151,6 +174,18 @@ TEST_F(UnusualFile, ADirectoryInItsPlaceStaysAndIsReportedOnce) {
     ASSERT_TRUE(QDir(Path()).removeRecursively());
     EXPECT_TRUE(root->CommitKey(QStringLiteral("k")));
     EXPECT_EQ(Reopened()->ReadInt(QStringLiteral("k"), 9), 1);
+}
+
+TEST_F(UnusualFile, OneThatCouldNotBeReadIsTriedAgainAtTheNextOpening) {
+    ASSERT_TRUE(QDir().mkpath(Path()));
+    const TraceRecorder traces;
+    const std::unique_ptr<ICfg> root = Root();
+    EXPECT_EQ(root->ReadInt(QStringLiteral("k"), 9), 9);
+    ASSERT_TRUE(QDir(Path()).removeRecursively());
+    WriteFile("k=1\n");
+    EXPECT_EQ(Root()->ReadInt(QStringLiteral("k"), 9), 1);
+    EXPECT_EQ(root->ReadInt(QStringLiteral("k"), 9), 1);
+    EXPECT_EQ(traces.Records().size(), 1U);
 }
 
 }  // namespace

@@ -84,7 +84,7 @@ TEST_F(Malformed, ATraceNamesFileAndKeyAndTextOncePerKey) {
     EXPECT_EQ(traces.Messages(), expected);
     ASSERT_FALSE(traces.Records().empty());
     EXPECT_EQ(traces.Records()[0].kind, TraceRecord::Trace);
-    EXPECT_EQ(traces.Records()[0].file, QStringLiteral("platform/config/cfgstore"));
+    EXPECT_EQ(traces.Records()[0].file, QStringLiteral("platform/config/store/cfgstore"));
 }
 
 TEST_F(Malformed, TheFileIsCopiedBeforeTheKeyIsWrittenOver) {

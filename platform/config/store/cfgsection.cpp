@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/config/cfgsection.h>
+#include <platform/config/store/cfgsection.h>
 
-#include <platform/config/cfgstore.h>
-
-#include <QtCore/QStringList>
+#include <platform/config/store/cfgstore.h>
 
 #include <utility>
 
 namespace {
 
-/// "/" separates names; where there is none between two of them, or outside, nothing is meant by it.
-QString Path(const QString& name) {
-    return name.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
+QString Text(int content) {
+    return QString::number(content);
+}
+
+QString Text(bool content) {
+    return content ? QStringLiteral("true") : QStringLiteral("false");
 }
 
 }  // namespace
@@ -21,12 +22,19 @@ CfgSection::CfgSection(std::shared_ptr<CfgStore> store, QString prefix)
 
 CfgSection::~CfgSection() = default;
 
+std::optional<QString> CfgSection::Read(const QString& key, const QString& fallback) {
+    const QString path = PathOf(key);
+    std::optional<QString> text = m_store->Read(path);
+    if (!text) m_store->Assume(path, fallback);
+    return text;
+}
+
 QString CfgSection::ReadString(const QString& key, const QString& fallback) {
-    return m_store->Read(PathOf(key)).value_or(fallback);
+    return Read(key, fallback).value_or(fallback);
 }
 
 int CfgSection::ReadInt(const QString& key, int fallback) {
-    const std::optional<QString> text = m_store->Read(PathOf(key));
+    const std::optional<QString> text = Read(key, Text(fallback));
     if (!text) return fallback;
     bool isNumber = false;
     const int number = text->trimmed().toInt(&isNumber);
@@ -36,7 +44,7 @@ int CfgSection::ReadInt(const QString& key, int fallback) {
 }
 
 bool CfgSection::ReadBool(const QString& key, bool fallback) {
-    const std::optional<QString> text = m_store->Read(PathOf(key));
+    const std::optional<QString> text = Read(key, Text(fallback));
     if (!text) return fallback;
     const QString word = text->trimmed().toLower();
     if (word == QLatin1String("true") || word == QLatin1String("1")) return true;
@@ -50,11 +58,11 @@ void CfgSection::WriteString(const QString& key, const QString& content) {
 }
 
 void CfgSection::WriteInt(const QString& key, int content) {
-    m_store->Write(PathOf(key), QString::number(content));
+    m_store->Write(PathOf(key), Text(content));
 }
 
 void CfgSection::WriteBool(const QString& key, bool content) {
-    m_store->Write(PathOf(key), content ? QStringLiteral("true") : QStringLiteral("false"));
+    m_store->Write(PathOf(key), Text(content));
 }
 
 bool CfgSection::CommitKey(const QString& /*key*/) {
@@ -82,10 +90,10 @@ QStringList CfgSection::GetKeys() {
 }
 
 QString CfgSection::PathOf(const QString& key) const {
-    return m_prefix + Path(key);
+    return m_prefix + cfgcontents::Path(key);
 }
 
 QString CfgSection::PrefixOf(const QString& name) const {
-    const QString path = Path(name);
+    const QString path = cfgcontents::Path(name);
     return path.isEmpty() ? m_prefix : m_prefix + path + QLatin1Char('/');
 }

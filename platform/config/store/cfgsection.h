@@ -4,6 +4,7 @@
 #include <platform/config/icfg.h>
 
 #include <memory>
+#include <optional>
 
 class CfgStore;
 
@@ -27,6 +28,8 @@ class CfgSection final : public ICfg {
     QStringList GetKeys() override;
 
   private:
+    /// What is under \a key, if anything is; \a fallback is what it reads as otherwise.
+    std::optional<QString> Read(const QString& key, const QString& fallback);
     QString PathOf(const QString& key) const;
     QString PrefixOf(const QString& name) const;
 
