@@ -6,6 +6,7 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/app/vornos.h>
+#include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
 #include <platform/device/stddevicedefinition.h>
 #include <platform/values/valueaccess.h>
@@ -64,6 +65,26 @@ void Commit(ICfg& cfg, const QString& key, bool flag) {
     cfg.CommitKey(key);
 }
 
+QString Read(ICfg& cfg, const QString& key, const QString& fallback) {
+    return cfg.ReadString(key, fallback);
+}
+
+bool Read(ICfg& cfg, const QString& key, bool fallback) {
+    return cfg.ReadBool(key, fallback);
+}
+
+int Read(ICfg& cfg, const QString& key, int fallback) {
+    return cfg.ReadInt(key, fallback);
+}
+
+/// Sets \a value, unless it is gone, to what the store has. False if somebody who heard of it destroyed the
+/// \a owner of the pointer.
+template <typename ValueType>
+bool ReadValue(ICfg& cfg, const QString& key, ValueType* value, const ObservableGuard& owner) {
+    if (value != nullptr) value->SetValue(Read(cfg, key, value->GetValue()), nullptr);
+    return owner.IsAlive();
+}
+
 }  // namespace
 
 MCSConfigData::MCSConfigData(const QString* basePath, bool overwrite)
@@ -113,21 +134,14 @@ bool MCSConfigData::DoesStaticMpxORVExist(const QString& name) const {
                        [&name](const StaticMpxORV& entry) { return entry.name == name; });
 }
 
+// Whoever hears of a setting may destroy this object, or the value of another setting.
 void MCSConfigData::ReadFrom(ICfg* cfg) {
     if (cfg == nullptr) cfg = m_pCfg;
     if (cfg == nullptr) return;
+    const CfgSave save;  // of the keys that are missing
+    const ObservableGuard self(*this);
     m_isReading = true;
-    m_pDeviceAddress->SetValue(cfg->ReadString(mcskeys::DeviceAddress, GetDeviceAddress()), nullptr);
-    m_pDeviceName->SetValue(cfg->ReadString(mcskeys::DeviceName, GetDeviceName()), nullptr);
-    m_pConnectOnStartup->SetValue(cfg->ReadBool(mcskeys::ConnectOnStartup, GetConnectOnStartup()), nullptr);
-    m_pForceConnect->SetValue(cfg->ReadBool(mcskeys::ForceConnect, GetForceConnect()), nullptr);
-    m_pNumberOfFreqChannels->SetValue(cfg->ReadInt(mcskeys::NumberOfFreqChannels, GetNumberOfFreqChannels()),
-                                      nullptr);
-    m_guiVisible = cfg->ReadBool(mcskeys::GuiVisible, m_guiVisible);
-    m_pMaxProtocolLevel->SetValue(cfg->ReadInt(mcskeys::MaxProtocolLevel, GetMaxProtocolLevel()), nullptr);
-    if (IsBoolMissing(*cfg, mcskeys::ResetAfterBoot)) Commit(*cfg, mcskeys::ResetAfterBoot, false);
-    m_resetAfterBoot = cfg->ReadBool(mcskeys::ResetAfterBoot, false);
-    ReadDefaultsForJobs(*cfg);
+    if (!ReadSettings(*cfg, self) || !ReadDefaultsForJobs(*cfg, self)) return;
     m_staticMpxORVs.clear();  // fixed: empty-static-list
     ReadDefaultPolicy(*cfg);
     m_pCfg = cfg;
@@ -135,16 +149,35 @@ void MCSConfigData::ReadFrom(ICfg* cfg) {
     NotifyObservers(changecode::ContentChanged, this);
 }
 
-void MCSConfigData::ReadDefaultsForJobs(ICfg& cfg) {
+bool MCSConfigData::ReadSettings(ICfg& cfg, const ObservableGuard& self) {
+    const bool isAlive = ReadValue(cfg, mcskeys::DeviceAddress, m_pDeviceAddress, self) &&
+                         ReadValue(cfg, mcskeys::DeviceName, m_pDeviceName, self) &&
+                         ReadValue(cfg, mcskeys::ConnectOnStartup, m_pConnectOnStartup, self) &&
+                         ReadValue(cfg, mcskeys::ForceConnect, m_pForceConnect, self) &&
+                         ReadValue(cfg, mcskeys::NumberOfFreqChannels, m_pNumberOfFreqChannels, self);
+    if (!isAlive) return false;
+    m_guiVisible = cfg.ReadBool(mcskeys::GuiVisible, m_guiVisible);
+    if (!ReadValue(cfg, mcskeys::MaxProtocolLevel, m_pMaxProtocolLevel, self)) return false;
+    if (IsBoolMissing(cfg, mcskeys::ResetAfterBoot)) Commit(cfg, mcskeys::ResetAfterBoot, false);
+    m_resetAfterBoot = cfg.ReadBool(mcskeys::ResetAfterBoot, false);
+    return true;
+}
+
+bool MCSConfigData::ReadDefaultsForJobs(ICfg& cfg, const ObservableGuard& self) {
     const QString frequencyKey = mcskeys::DefaultFrequencyForChannel;
     if (IsIntMissing(cfg, frequencyKey)) Commit(cfg, frequencyKey, ToInt32(DefaultFrequency));
-    const int frequency = cfg.ReadInt(frequencyKey, ToInt32(GetDefaultFrequencyForChannels()));
-    m_pDefaultFrequencyForChannels->SetValue(frequency, nullptr);
-
+    if (m_pDefaultFrequencyForChannels != nullptr) {
+        const int frequency = cfg.ReadInt(frequencyKey, ToInt32(GetDefaultFrequencyForChannels()));
+        m_pDefaultFrequencyForChannels->SetValue(frequency, nullptr);
+        if (!self.IsAlive()) return false;
+    }
     const QString indexKey = mcskeys::DefaultScanAveragingTimeIndex;
     if (IsIntMissing(cfg, indexKey)) Commit(cfg, indexKey, StoredScanAveragingTimeIndex);
-    const int index = cfg.ReadInt(indexKey, m_pDefaultScanAveragingTime->GetCurrentIndex());
-    m_pDefaultScanAveragingTime->SelectIndex(index, nullptr);
+    if (m_pDefaultScanAveragingTime != nullptr) {
+        const int index = cfg.ReadInt(indexKey, m_pDefaultScanAveragingTime->GetCurrentIndex());
+        m_pDefaultScanAveragingTime->SelectIndex(index, nullptr);
+    }
+    return self.IsAlive();
 }
 
 void MCSConfigData::ReadDefaultPolicy(ICfg& cfg) {
@@ -158,6 +191,7 @@ void MCSConfigData::ReadDefaultPolicy(ICfg& cfg) {
 void MCSConfigData::WriteTo(ICfg* cfg) {
     if (cfg == nullptr) cfg = m_pCfg;
     if (cfg == nullptr) return;
+    const CfgSave save;
     Commit(*cfg, mcskeys::DeviceAddress, GetDeviceAddress());
     Commit(*cfg, mcskeys::DeviceName, GetDeviceName());
     Commit(*cfg, mcskeys::ConnectOnStartup, GetConnectOnStartup());

@@ -24,7 +24,7 @@ enum MCSProtocolLevel : int { MCSProtocolLevelDefault = 30 };
 /// Setting the value "SaveConfig" saves, and resets it: a push button for clients. The default frequency and
 /// the default averaging time save everything by themselves on every change. All that takes a store known
 /// from an earlier ReadFrom or WriteTo. Other changes are told to the observers as ContentChanged; ReadFrom
-/// tells them once, at its end.
+/// tells them once, at its end. Whoever is told may destroy this object.
 ///
 /// Accessors of a value that went away must not be called, path accessors excepted.
 class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
@@ -111,7 +111,9 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
                         m_pDefaultFrequencyForChannels, m_pSaveConfig);
     }
     void ProvideValues(bool overwrite);
-    void ReadDefaultsForJobs(ICfg& cfg);
+    // Both are false if this object was destroyed meanwhile.
+    bool ReadSettings(ICfg& cfg, const ObservableGuard& self);
+    bool ReadDefaultsForJobs(ICfg& cfg, const ObservableGuard& self);
     void ReadDefaultPolicy(ICfg& cfg);
     void OnContentChanged(const Observable* source);
 

@@ -6,6 +6,7 @@
 #include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
 
 #include <platform/app/errorhandler.h>
+#include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
 
 #include <algorithm>
@@ -92,6 +93,7 @@ std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
 }
 
 void gtsconfig::Save(ICfg& gts, const std::vector<PlantModule*>& modules, std::set<QString>* own) {
+    const CfgSave save;
     const int count = static_cast<int>(modules.size());
     notloaded::Keep(gts, *own, count);
     gts.WriteInt(gtskeys::ModuleCount, count);
