@@ -1,14 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
+#include <platform/config/cfgsave.h>
+
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace {
 
-// What Qt calculates with without an overflow. No screen is that large.
-constexpr int Largest = QWIDGETSIZE_MAX;
+// Of what an int holds at either end, for the frame around a window and what is calculated with it.
+constexpr int Margin = 1 << 16;
+
+/// \a begin, unless the end of a window of \a size, or of \a newSize, would be where no int is.
+int Begin(int begin, int size, int newSize) {
+    const int length = std::max({0, size, std::min(newSize, QWIDGETSIZE_MAX)});
+    return qBound(std::numeric_limits<int>::min() + Margin, begin,
+                  std::numeric_limits<int>::max() - Margin - length);
+}
 
 }  // namespace
 
@@ -44,12 +55,14 @@ void WindowPlacement::Restore() {
 }
 
 void WindowPlacement::CommitData() {
+    const CfgSave save;
     auto next = s_WindowPlacementSet.begin();
     while (next != s_WindowPlacementSet.end()) {
         WindowPlacement* const placement = *next;
+        const QPointer<WindowPlacement> guard(placement);
         placement->Store();
-        placement->m_committed = true;
-        next = s_WindowPlacementSet.upper_bound(placement);
+        if (!guard.isNull()) guard->m_committed = true;
+        next = s_WindowPlacementSet.upper_bound(placement);  // also of one that is gone: what comes after it
     }
 }
 
@@ -66,12 +79,18 @@ void WindowPlacement::ApplyPersistantBeforeWrite() {
     m_maximized = m_widget->isMaximized() ? 1 : 0;
 }
 
+// To the number: the toolkit itself limits sizes, and the application brings windows back that nobody can
+// reach. Whoever hears that the window moves may destroy this object.
 void WindowPlacement::ApplyPersistantAfterRead() {
-    if (m_widget == nullptr) return;
-    m_widget->move(qBound(-Largest, m_x, Largest), qBound(-Largest, m_y, Largest));
-    m_widget->resize(qBound(0, m_w, Largest), qBound(0, m_h, Largest));
-    Qt::WindowStates state = m_widget->windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
-    if (m_minimized != 0) state |= Qt::WindowMinimized;
-    if (m_maximized != 0) state |= Qt::WindowMaximized;
-    m_widget->setWindowState(state);
+    const QPointer<QWidget> widget = m_widget;
+    const QSize size(m_w, m_h);
+    const bool isMinimized = m_minimized != 0;
+    const bool isMaximized = m_maximized != 0;
+    if (!widget.isNull()) widget->move(Begin(m_x, widget->width(), m_w), Begin(m_y, widget->height(), m_h));
+    if (!widget.isNull()) widget->resize(size);
+    if (widget.isNull()) return;
+    Qt::WindowStates state = widget->windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
+    if (isMinimized) state |= Qt::WindowMinimized;
+    if (isMaximized) state |= Qt::WindowMaximized;
+    widget->setWindowState(state);
 }

@@ -16,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -225,6 +226,45 @@ TEST_F(WindowPlacementTest, ACommitSurvivesThatPlacementsGoMeanwhile) {
     EXPECT_TRUE(others.empty());
 }
 
+TEST_F(WindowPlacementTest, ACommitSurvivesThatAPlacementDestroysItself) {
+    struct Fading : WindowPlacement {
+        Fading(QWidget* window, int& count)
+            : WindowPlacement(QStringLiteral("Main"), window, nullptr), m_count(count) {}
+        void Store() override {
+            ++m_count;
+            delete this;
+        }
+        int& m_count;
+    };
+    int count = 0;
+    const auto window = Window();
+    const auto other = Window();
+    for (int i = 0; i < 5; ++i)
+        new Fading(window.get(), count);
+    Place(other.get(), "Other");
+    WindowPlacement::CommitData();
+    EXPECT_EQ(count, 5);
+    EXPECT_NE(Stored("x", "Other"), Absent);
+}
+
+TEST_F(WindowPlacementTest, ARestoreSurvivesThatThePlacementIsDestroyedMeanwhile) {
+    struct Forgetting : QWidget {
+        void moveEvent(QMoveEvent*) override { delete std::exchange(m_placement, nullptr); }
+        WindowPlacement* m_placement = nullptr;
+    };
+    Store(QRect(50, 60, 400, 350));
+    Forgetting window;
+    window.setGeometry(10, 20, 300, 250);
+    window.show();
+    WindowPlacement* const placement = Place(&window);
+    window.move(1, 2);
+    RunTurns(3);
+    window.m_placement = placement;
+    placement->Restore();
+    EXPECT_EQ(window.m_placement, nullptr);
+    EXPECT_EQ(QRect(window.pos(), window.size()), QRect(50, 60, 400, 350));
+}
+
 TEST_F(WindowPlacementTest, WithoutANameNothingHappens) {
     auto window = Window();
     Place(window.get(), "");
@@ -267,6 +307,22 @@ TEST_F(WindowPlacementTest, RestoresAPlaceWhereNoScreenIs) {
     screenfit::BringOntoScreen(*window);
     EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(window->geometry()));
     EXPECT_EQ(window->size(), QSize(300, 250));
+}
+
+// Also what is far beyond any screen, and what a screen cannot hold.
+TEST_F(WindowPlacementTest, RestoresToTheNumberAndStoresTheSameAgain) {
+    constexpr int Beyond = 2 * QWIDGETSIZE_MAX;
+    for (const QRect& stored : {QRect(-Beyond, Beyond, 300, 250), QRect(3, 4, QWIDGETSIZE_MAX, 1),
+                                QRect(-2000000000, 2000000000, 0, 0)}) {
+        Store(stored);
+        {
+            const auto window = Window();
+            Place(window.get());
+            EXPECT_EQ(window->pos(), stored.topLeft());
+            EXPECT_EQ(window->size(), stored.size());
+        }
+        EXPECT_EQ(StoredRect(), stored);
+    }
 }
 
 TEST_F(WindowPlacementTest, SurvivesAbsurdNumbers) {
