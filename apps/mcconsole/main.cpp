@@ -78,6 +78,12 @@ int Run(const ConsoleOptions& options) {
     return code;
 }
 
+/// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
+int Finish(int code) {
+    const QString problem = CfgCenter::Instance().Finish();
+    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
+}
+
 /// The command line is answered also where no window can be shown.
 ConsoleOptions ParseArguments(int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -106,5 +112,5 @@ int main(int argc, char** argv) {
     // 150 % are not to be 200 %: the window would not fit the screen.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
-    return Run(options);
+    return Finish(Run(options));
 }

@@ -16,6 +16,7 @@
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
+#include <platform/config/cfgcenter.h>
 #include <platform/widgets/screenfit.h>
 
 #include <QtCore/QTimer>
@@ -39,6 +40,12 @@ int Print(const QString& text) {
     // A reader that has gone has seen enough. Anything else is a failure.
     if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
     return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
+}
+
+/// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
+int Finish(int code) {
+    const QString problem = CfgCenter::Instance().Finish();
+    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
 }
 
 /// Runs until the server is told to end.
@@ -107,14 +114,14 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
         if (!options.screenshotDirectory.isEmpty())
             return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
         const QCoreApplication application(argc, argv);
-        return RunHeadless(options);
+        return Finish(RunHeadless(options));
     }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // 150 % are not to be 200 %: the window would not fit the screen.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
-    return RunWithWindow(options);
+    return Finish(RunWithWindow(options));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <devicecontrol/multichannelserver/common/mcstools.h>
 #include <devicecontrol/multichannelserver/common/observedvalues.h>
 
+#include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
 #include <platform/values/valueaccess.h>
 
@@ -46,11 +47,7 @@ McsServer::~McsServer() {
 
 void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     m_cfg = std::move(cfg);
-    ProvideSections(*m_cfg);
-    m_config.ReadFrom(m_cfg.get());
-    m_mpxOrvs.LoadStatic(*m_cfg);
-    m_mpxOrvs.SaveStatic(*m_cfg);  // so that missing keys appear
-    CommitConfiguration();
+    LoadConfiguration();
     m_device.SetListener(this);
     ShowDevice();
 
@@ -74,14 +71,25 @@ void McsServer::Stop() {
     m_device.Disconnect();
 }
 
-bool McsServer::SaveConfiguration() {
-    m_mpxOrvs.SaveStatic(*m_cfg);
-    m_config.WriteTo(m_cfg.get());
-    return CommitConfiguration();
+void McsServer::LoadConfiguration() {
+    CfgSave save;
+    ProvideSections(*m_cfg);
+    m_config.ReadFrom(m_cfg.get());
+    m_mpxOrvs.LoadStatic(*m_cfg);
+    m_mpxOrvs.SaveStatic(*m_cfg);  // so that missing keys appear
+    Commit(save);
 }
 
-bool McsServer::CommitConfiguration() {
-    if (m_cfg->CommitKey(mcskeys::DeviceAddress)) return true;
+bool McsServer::SaveConfiguration() {
+    CfgSave save;
+    m_mpxOrvs.SaveStatic(*m_cfg);
+    m_config.WriteTo(m_cfg.get());
+    return Commit(save);
+}
+
+bool McsServer::Commit(CfgSave& save) {
+    const bool isCommitted = m_cfg->CommitKey(mcskeys::DeviceAddress);
+    if (save.End() && isCommitted) return true;
     m_log.Write(QStringLiteral("the configuration cannot be saved"));
     return false;
 }

@@ -16,6 +16,7 @@
 #include <memory>
 #include <tuple>
 
+class CfgSave;
 class ICfg;
 class IOrvDevice;
 
@@ -54,7 +55,9 @@ class McsServer : public IObserver, public IOrvDeviceListener {
 
   private:
     auto ObservedValues() { return std::tie(m_pShallBeConnected, m_pSaveConfig, m_pScanAveragingTime); }
-    bool CommitConfiguration();
+    void LoadConfiguration();
+    /// Ends the \a save. False, with a line in the log, if what was written cannot be kept.
+    bool Commit(CfgSave& save);
     void ShowDevice();
     void ObeyShallBeConnected();
     OrvDeviceSettings GetDeviceSettings() const;

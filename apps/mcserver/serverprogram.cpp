@@ -24,6 +24,7 @@ ServerProgram::ServerProgram(const ServerOptions& options)
     : m_options(options),
       m_device(m_clock),
       m_server(m_device, m_clock, PrintLine),
+      m_configWatch(m_server.GetLog(), m_clock),
       m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
       m_listener(m_access) {}
 
@@ -31,8 +32,9 @@ bool ServerProgram::Start(QString* error) {
     if (!ReadFiles(error)) return false;
     CfgCenter::SetAppName(m_options.name);
     CfgCenter::Instance().SetStorePath(m_options.configFile);
-    if (!Listen(error)) return false;
+    if (!CfgCenter::Instance().HoldStore(error) || !Listen(error)) return false;
     m_server.Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
+    m_configWatch.Start();
     m_device.RunScript(m_script);
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
     PrintLine(QStringLiteral("listening on %1").arg(where));
@@ -64,6 +66,8 @@ bool ServerProgram::Listen(QString* error) {
 void ServerProgram::Stop() {
     m_notifier.Stopping();
     m_server.Stop();
+    m_configWatch.Look();  // at what the last save came across
+    m_configWatch.Stop();
     m_listener.Close(QStringLiteral("the server ends"));
 }
 

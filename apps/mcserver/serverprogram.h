@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcserver/configwatch.h>
 #include <apps/mcserver/mcsserver.h>
 #include <apps/mcserver/qtclock.h>
 #include <apps/mcserver/serveraccess.h>
@@ -19,7 +20,8 @@ class ServerProgram {
   public:
     explicit ServerProgram(const ServerOptions& options);
 
-    /// Reads the files, starts the server and listens. False with the reason, one line, in \a error.
+    /// Reads the files, keeps the configuration for itself, starts the server and listens. False with the
+    /// reason, one line, in \a error.
     bool Start(QString* error);
     /// Ends all sessions and saves the configuration.
     void Stop();
@@ -42,6 +44,7 @@ class ServerProgram {
     values::Tree m_tree;
     SimulatedOrv m_device;
     McsServer m_server;
+    ConfigWatch m_configWatch;
     ServerAccess m_access;
     VtServer m_listener;
     OrvScript m_script;

@@ -2,6 +2,7 @@
 // The program itself, and the server with its window.
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
+#include <platform/config/store/cfglock.h>
 #include <platform/vtclient/vttokenhash.h>
 
 #include <tests/apps/mcserver/serverprocess.h>
@@ -14,6 +15,7 @@
 #include <QtGui/QImage>
 #include <QtGui/QScreen>
 
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -148,14 +150,16 @@ class ConsolePlacement : public ConsoleProcess {
                << place.x() << ' ' << place.y() << ' ' << place.width() << ' ' << place.height()
                << " is not within " << screen.width() << 'x' << screen.height();
     }
-    /// Opens the window, and ends the program as its user's session does.
-    void OpenAndEnd() {
+    /// Opens the window, and ends the program as its user's session does, after \a meanwhile.
+    void OpenAndEnd(
+        const std::function<void()>& meanwhile = [] {}, int code = 0) {
         ASSERT_NO_FATAL_FAILURE(server.Start());
         StartProgram(QStringLiteral(MCCONSOLE), ConnectWords(QString()).mid(0, 4));
         ASSERT_TRUE(ServerProcess::WaitFor(
             [this] { return server.Output().contains(QLatin1String(" is connected")); }));
+        meanwhile();
         process.terminate();
-        ASSERT_EQ(WaitForEnd(), 0) << errors.constData();
+        ASSERT_EQ(WaitForEnd(), code) << errors.constData();
     }
 
   private:
@@ -173,6 +177,17 @@ TEST_F(ConsolePlacement, IsKeptFromRunToRun) {
     ASSERT_NO_FATAL_FAILURE(Store(place));
     ASSERT_NO_FATAL_FAILURE(OpenAndEnd());
     EXPECT_EQ(Stored(), place);
+}
+
+// Where the window was, and which server it showed, saves by itself, and tells nobody.
+TEST_F(ConsolePlacement, IsSaidToBeLostWhereItCannotBeKept) {
+    CfgLock lock(server.Path(QStringLiteral("console.ini.writer")));
+    ASSERT_NO_FATAL_FAILURE(OpenAndEnd([&] { ASSERT_EQ(lock.Try(), CfgLock::EOutcome::Held); }, 1));
+    EXPECT_THAT(
+        errors.toStdString(),
+        testing::HasSubstr("mcconsole: the configuration file '" +
+                           server.Path(QStringLiteral("console.ini")).toStdString() + "' is locked by "));
+    EXPECT_THAT(errors.toStdString(), testing::EndsWith("; the last changes are lost\n"));
 }
 
 TEST_F(ConsolePlacement, IsBroughtBackFromAScreenThatIsGone) {
