@@ -8,6 +8,7 @@ void AddLookupContests();
 void AddTreeContests();
 void AddDataObjectContests();
 void AddBlankingContests();
+void AddConfigContests();
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -16,5 +17,6 @@ int main(int argc, char** argv) {
     AddTreeContests();
     AddDataObjectContests();
     AddBlankingContests();
+    AddConfigContests();
     return contest::Run(argc, argv);
 }
