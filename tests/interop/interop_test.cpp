@@ -2,40 +2,23 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/vtserver.h>
 
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/programrunner.h>
 
 #include <gmock/gmock.h>
 
 namespace {
 
-/// Lets everybody in who has the token, and do everything but what the names say.
-class Access final : public IVtAccess {
-  public:
-    bool NeedsCredentials() const override { return true; }
-    bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) override {
-        peer.user = user;
-        *reason = QStringLiteral("wrong token");
-        return token == QLatin1String("secret");
-    }
-    bool MayRead(const VtPeer&, const QString& path) override { return path != QLatin1String("/Hidden"); }
-    bool MayWrite(const VtPeer&, const QString& path, QString* reason) override {
-        *reason = QStringLiteral("it is locked");
-        return path != QLatin1String("/S/Locked");
-    }
-    bool MayCreate(const VtPeer&, const QString& path, QString* reason) override {
-        *reason = QStringLiteral("nobody creates here");
-        return path.startsWith(QLatin1String("/S/New"));
-    }
-    QStringList WritablePrefixes(const VtPeer&) override { return {QStringLiteral("/")}; }
-};
-
 /// The client that was written from the protocol's page alone, against our server.
 class Interop : public testing::Test, protected ProgramRunner {
   protected:
     Interop() {
+        access.wantedToken = QStringLiteral("secret");
+        access.unreadable.insert(QStringLiteral("/Hidden"));
+        access.unwritable.insert(QStringLiteral("/S/Locked"));
+        access.creatable = QStringLiteral("/S/New");
         VtServerOptions options;
         options.port = 0;
         QString error;
@@ -63,7 +46,7 @@ class Interop : public testing::Test, protected ProgramRunner {
     }
 
     values::Tree tree;
-    Access access;
+    TestAccess access;
     VtServer server{access};
 };
 
@@ -148,7 +131,7 @@ TEST_F(Interop, WritesAreAnswered) {
     EXPECT_EQ(number.GetValue(), 10);
     Add("Locked", new values::Value<int>(1));
     EXPECT_EQ(Run({"write", "/S/Locked", "2"}), 1);
-    EXPECT_EQ(errors, QByteArray("it is locked\n"));
+    EXPECT_EQ(errors, QByteArray("not for you\n"));
 }
 
 TEST_F(Interop, ASelectionIsWrittenByKey) {
@@ -171,7 +154,7 @@ TEST_F(Interop, ItemsAreCreatedWhereThatIsAllowed) {
                                  "/S/New/Mode selection Idle\n"
                                  "/S/New/Node node\n"));
     EXPECT_EQ(Run({"create", "/S", "/S/Old", "integer", "1"}), 1);
-    EXPECT_EQ(errors, QByteArray("nobody creates here\n"));
+    EXPECT_EQ(errors, QByteArray("nothing is created here\n"));
 }
 
 TEST_F(Interop, WhatIsNotThereOrNotShownIsTold) {
@@ -184,7 +167,7 @@ TEST_F(Interop, WhatIsNotThereOrNotShownIsTold) {
 
 TEST_F(Interop, WithoutTheTokenNobodyComesIn) {
     EXPECT_EQ(Run({"list", "/"}, "guessed"), 3);
-    EXPECT_EQ(errors, QByteArray("refused with code 2: wrong token\n"));
+    EXPECT_EQ(errors, QByteArray("refused with code 2: the token of '' is wrong\n"));
 }
 
 }  // namespace

@@ -64,10 +64,10 @@ TEST_F(ProcessFixture, WithoutAServerItEndsWithThree) {
 }
 
 TEST_F(ProcessFixture, TheTokenMayComeFromTheEnvironment) {
-    access.token = QStringLiteral("s\u00e9cret");
+    access.wantedToken = QStringLiteral("s\u00e9cret");
     EXPECT_EQ(Run(Words({"ls", "--timeout", "200"})), 3);
-    EXPECT_TRUE(errors.contains("wrong token")) << errors.constData();
-    environment.insert(QStringLiteral("MCS_TOKEN"), access.token);
+    EXPECT_TRUE(errors.contains("the token of '' is wrong")) << errors.constData();
+    environment.insert(QStringLiteral("MCS_TOKEN"), access.wantedToken);
     EXPECT_EQ(Run(Words({"ls"})), 0);
 }
 

@@ -3,38 +3,22 @@
 
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
-#include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/vtserver.h>
 
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/programrunner.h>
 #include <tests/support/tracerecorder.h>
 
 #include <gmock/gmock.h>
 
-/// Lets everybody do everything, but for what the name says.
-class ProcessAccess final : public IVtAccess {
-  public:
-    bool NeedsCredentials() const override { return !token.isEmpty(); }
-    bool Admit(VtPeer& peer, const QString& user, const QString& given, QString* reason) override {
-        peer.user = user;
-        *reason = QStringLiteral("wrong token");
-        return given == token;
-    }
-    bool MayRead(const VtPeer&, const QString& path) override { return path != QLatin1String("/Hidden"); }
-    bool MayWrite(const VtPeer&, const QString& path, QString* reason) override {
-        *reason = QStringLiteral("the switch is locked");
-        return path != QLatin1String("/Locked");
-    }
-    bool MayCreate(const VtPeer&, const QString&, QString*) override { return false; }
-    QStringList WritablePrefixes(const VtPeer&) override { return {QStringLiteral("/")}; }
-
-    QString token;
-};
-
 /// Runs the program mctree against a server in this process.
 class ProcessFixture : public testing::Test, protected ProgramRunner {
   protected:
     ProcessFixture() {
+        access.unreadable.insert(QStringLiteral("/Hidden"));
+        access.unwritable.insert(QStringLiteral("/Locked"));
+        access.writeRefusal = QStringLiteral("the switch is locked");
+        access.uncreatable.insert(QStringLiteral("/"));
         Listen(0);
         port = server.GetPort();
         sweepTime.SetName(QStringLiteral("SweepTime"));
@@ -71,7 +55,7 @@ class ProcessFixture : public testing::Test, protected ProgramRunner {
     values::Tree tree;
     values::ValueNumeric<int>& sweepTime = *new values::ValueNumeric<int>(2500, 0, 5000);
     values::Value<QString>& comment = *new values::Value<QString>();
-    ProcessAccess access;
+    TestAccess access;
     VtServer server{access};
     int port = 0;  ///< of the server, also while it is closed
 };

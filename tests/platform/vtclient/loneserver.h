@@ -9,6 +9,7 @@
 #include <tests/platform/vtclient/codecprobe.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/recordingobserver.h>
 #include <tests/support/tracerecorder.h>
 
@@ -19,30 +20,6 @@
 /// A server whose client is the test: it says what it likes, and sees what the server says.
 class LoneServer : public testing::Test {
   protected:
-    /// Admits everybody and allows everything.
-    class Access final : public IVtAccess {
-      public:
-        bool NeedsCredentials() const override { return false; }
-        bool Admit(VtPeer& /*peer*/, const QString& /*user*/, const QString& /*token*/,
-                   QString* /*reason*/) override {
-            return true;
-        }
-        bool MayRead(const VtPeer& /*peer*/, const QString& /*path*/) override { return true; }
-        bool MayWrite(const VtPeer& /*peer*/, const QString& /*path*/, QString* /*reason*/) override {
-            return true;
-        }
-        bool MayCreate(const VtPeer& /*peer*/, const QString& /*path*/, QString* /*reason*/) override {
-            return true;
-        }
-        QStringList WritablePrefixes(const VtPeer& /*peer*/) override { return prefixes; }
-        void SessionEnded(const VtPeer& peer) override {
-            if (onEnded) onEnded(peer);
-        }
-
-        QStringList prefixes{QStringLiteral("/")};
-        std::function<void(const VtPeer&)> onEnded;
-    };
-
     /// The test's end of a connection, once the server has welcomed it.
     struct Peer {
         std::shared_ptr<MemoryChannel::Wire> wire = std::make_shared<MemoryChannel::Wire>();
@@ -112,7 +89,7 @@ class LoneServer : public testing::Test {
     values::Tree m_tree;
     ManualClock m_clock;
     ManualLoop m_loop{m_clock};
-    Access m_access;
+    TestAccess m_access;
     vt::ServerHub::Settings m_settings;
     std::unique_ptr<vt::ServerHub> m_hub = std::make_unique<vt::ServerHub>(m_access, m_loop, m_settings);
 };

@@ -88,7 +88,7 @@ TEST_F(ServerRules, WhoEndsWithItsWriteHasNotWritten) {
     t->AddObserver(&server);
     peer.Send(Write(1, 1, 1, QStringLiteral("x")));
     Run();
-    EXPECT_EQ(m_access.ended, 1);
+    EXPECT_EQ(m_access.ended.size(), 1U);
     EXPECT_TRUE(m_access.written.empty()) << "nobody would ever hear that it has gone";
     t->DeleteObserver(&server);
 }

@@ -128,7 +128,7 @@ TEST_F(SlowReader, IsEndedWhenTooManyOccurrencesWaitForIt) {
 }
 
 TEST_F(SlowReader, IsEndedIfItAsksAndAsks) {
-    m_access.unreadable = QStringLiteral("/secret");
+    m_access.unreadable.insert(QStringLiteral("/secret"));
     const std::string path = "/secret/" + std::string(1000, 'x');
     EXPECT_TRUE(WaitUntil([this, &path, number = 0U]() mutable {
         for (int i = 0; i < 200 && m_hub.CountSessions() == 2; ++i)

@@ -6,7 +6,7 @@
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
-#include <tests/platform/vtclient/gateaccess.h>
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/tracerecorder.h>
 #include <tests/support/waituntil.h>
 
@@ -77,7 +77,7 @@ class SocketEnds : public testing::Test {
 
     values::Tree m_tree;
     TraceRecorder m_traces{ErrorHandler::TraceAssertions | ErrorHandler::TraceWarnings};
-    GateAccess m_access;
+    TestAccess m_access;
     VtServer m_server{m_access};
     VtServerOptions m_serverOptions;
     VtClientOptions m_clientOptions;

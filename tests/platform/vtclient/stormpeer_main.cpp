@@ -5,8 +5,8 @@
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
-#include <tests/platform/vtclient/gateaccess.h>
 #include <tests/platform/vtclient/stormpeer.h>
+#include <tests/support/doubles/testaccess.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>
@@ -29,7 +29,7 @@ class StormServer final : public StormPeer {
     }
 
   private:
-    GateAccess m_access;
+    TestAccess m_access;
     VtServer m_server;
 };
 

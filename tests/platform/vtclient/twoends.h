@@ -8,6 +8,7 @@
 #include <platform/vtclient/vtclient.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/recordingobserver.h>
 #include <tests/support/tracerecorder.h>
 
@@ -16,46 +17,6 @@
 #include <functional>
 #include <map>
 #include <set>
-
-/// Admits everybody and allows everything, unless told otherwise.
-class FakeAccess final : public IVtAccess {
-  public:
-    bool NeedsCredentials() const override { return false; }
-    bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) override {
-        lastUser = user;
-        lastToken = token;
-        peer.user = user.isEmpty() ? QStringLiteral("guest") : user;
-        peer.role = QStringLiteral("all");
-        *reason = refusal;
-        return refusal.isEmpty();
-    }
-    bool MayRead(const VtPeer& /*peer*/, const QString& path) override { return unreadable.count(path) == 0; }
-    bool MayWrite(const VtPeer& /*peer*/, const QString& path, QString* reason) override {
-        *reason = QStringLiteral("not for you");
-        return unwritable.count(path) == 0;
-    }
-    bool MayCreate(const VtPeer& /*peer*/, const QString& path, QString* reason) override {
-        *reason = QStringLiteral("nothing is created here");
-        return mayCreate && uncreatable.count(path) == 0;
-    }
-    QStringList WritablePrefixes(const VtPeer& /*peer*/) override { return prefixes; }
-    void SessionStarted(const VtPeer& /*peer*/) override { ++started; }
-    void SessionEnded(const VtPeer& /*peer*/) override { ++ended; }
-    void ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
-        provided.push_back(path);
-        if (onProvide) onProvide(path);
-    }
-    void NodeReleased(const VtPeer& /*peer*/, const QString& path) override { released.push_back(path); }
-    void ValueWritten(const VtPeer& /*peer*/, const QString& path) override { written.push_back(path); }
-
-    QString refusal, lastUser, lastToken;
-    std::set<QString> unreadable, unwritable, uncreatable;
-    bool mayCreate = true;
-    QStringList prefixes{QStringLiteral("/")};
-    int started = 0, ended = 0;
-    std::vector<QString> provided, released, written;
-    std::function<void(const QString&)> onProvide;
-};
 
 /// A server and clients back to back in memory, over one tree: the server's subtree is at /S, clients mirror
 /// it where they like.
@@ -189,7 +150,7 @@ class TwoEnds : public testing::Test {
 
     values::Tree m_tree;
     ManualClock m_clock;
-    FakeAccess m_access;
+    TestAccess m_access;
     bool m_isUnreachable = false;
     std::unique_ptr<ManualLoop> m_serverLoop;
     std::unique_ptr<vt::ServerHub> m_hub;

@@ -7,6 +7,7 @@
 #include <platform/vtclient/vtserver.h>
 
 #include <tests/devicecontrol/multichannelserver/common/serverclienttest.h>
+#include <tests/support/doubles/testaccess.h>
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
@@ -19,29 +20,15 @@ using treeaccess::Text;
 using treeaccess::ValueAt;
 using Number = values::Value<int>;
 
-/// Admits everybody to everything, and makes the MpxORV that a client asks for.
-class OpenServer final : public IVtAccess {
-  public:
-    bool NeedsCredentials() const override { return false; }
-    bool Admit(VtPeer& /*peer*/, const QString&, const QString&, QString*) override { return true; }
-    bool MayRead(const VtPeer& /*peer*/, const QString&) override { return true; }
-    bool MayWrite(const VtPeer& /*peer*/, const QString&, QString*) override { return true; }
-    bool MayCreate(const VtPeer& /*peer*/, const QString&, QString*) override { return true; }
-    QStringList WritablePrefixes(const VtPeer& /*peer*/) override { return {QStringLiteral("/")}; }
-    void ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
-        if (values::Tree::Instance()->FindNode(path) != nullptr) return;
-        m_mpxORVs.SetUniqueMpxORVName(path.section(QLatin1Char('/'), -1));
-        m_mpxORVs.CreateAndConnectDynamicMpxORV(path);
-    }
-    MCSClientAtServer& MpxORVs() { return m_mpxORVs; }
-
-  private:
-    MCSClientAtServer m_mpxORVs;
-};
-
 class ClientAndServer : public testing::Test {
   protected:
     ClientAndServer() {
+        // Makes the MpxORV that a client asks for.
+        m_access.onProvide = [this](const QString& path) {
+            if (values::Tree::Instance()->FindNode(path) != nullptr) return;
+            m_mpxORVs.SetUniqueMpxORVName(path.section(QLatin1Char('/'), -1));
+            m_mpxORVs.CreateAndConnectDynamicMpxORV(path);
+        };
         treeaccess::PutValue<Number>(Text("/MultiChannelServer/Status"), "Level")->SetValue(7);
         VtServerOptions options;
         options.port = 0;
@@ -65,7 +52,8 @@ class ClientAndServer : public testing::Test {
     }
 
     values::Tree m_tree;
-    OpenServer m_access;
+    MCSClientAtServer m_mpxORVs;
+    TestAccess m_access;
     VtServer m_server{m_access};
     MultiChannelServerClient m_client;
     RecordingObserver m_observer;
@@ -161,7 +149,7 @@ TEST_F(ClientAndServer, AnMpxORVThatEndsAtTheServerIsDisconnectedAtTheClient) {
     m_client.SetUniqueMpxORVName(Text("Mine"));
     MpxORVHandle* const handle = m_client.CreateAndConnectDynamicMpxORV(Text("/Local/Mine"));
     ASSERT_TRUE(IsTold(serverclientcode::MpxORVConnected));
-    m_access.MpxORVs().DisconnectAllMpxORVs();
+    m_mpxORVs.DisconnectAllMpxORVs();
     ASSERT_TRUE(IsTold(serverclientcode::MpxORVDisconnected));
     EXPECT_FALSE(handle->IsControlTreeConnected());
 }

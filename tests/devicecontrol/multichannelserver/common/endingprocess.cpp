@@ -13,7 +13,7 @@
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
 
-#include <tests/platform/vtclient/gateaccess.h>
+#include <tests/support/doubles/testaccess.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>
@@ -84,13 +84,13 @@ int RunClient(const QStringList& words) {
 }
 
 VtServer& StaticServer() {
-    static GateAccess access;
+    static TestAccess access;
     static VtServer server(access);
     return server;
 }
 
 VtServer& LeakedServer() {
-    static auto& server = *new VtServer(*new GateAccess);
+    static auto& server = *new VtServer(*new TestAccess);
     return server;
 }
 

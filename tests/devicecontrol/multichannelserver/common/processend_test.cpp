@@ -8,7 +8,7 @@
 
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>
 #include <tests/platform/vtclient/certificates.h>
-#include <tests/platform/vtclient/gateaccess.h>
+#include <tests/support/doubles/testaccess.h>
 #include <tests/support/programrunner.h>
 #include <tests/support/waituntil.h>
 
@@ -48,7 +48,7 @@ class ClientOfAnEndingProcess : public testing::TestWithParam<Row>, protected Pr
     }
 
     values::Tree m_tree;
-    GateAccess m_access;
+    TestAccess m_access;
     VtServerOptions m_options;
     VtServer m_server{m_access};
 };
