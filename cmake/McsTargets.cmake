@@ -6,12 +6,26 @@ if(MSVC)
   target_compile_options(mcs_warnings INTERFACE /W4 /utf-8 $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:/WX>)
 else()
   target_compile_options(mcs_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:-Werror>)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:-Werror>
+    # Macros of Qt and GoogleTest may be called without what they name "...".
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 endif()
 
 # Windows' own min and max are macros, which would replace those of the standard library.
 if(WIN32)
   add_compile_definitions(NOMINMAX)
+endif()
+
+# A linker that is quick, where there is one.
+if(PROJECT_IS_TOP_LEVEL)
+  include(CheckLinkerFlag)
+  foreach(linker mold lld)
+    check_linker_flag(CXX -fuse-ld=${linker} MCS_HAS_LINKER_${linker})
+    if(MCS_HAS_LINKER_${linker})
+      add_link_options(-fuse-ld=${linker})
+      break()
+    endif()
+  endforeach()
 endif()
 
 # Instrumentation applies to everything that is built, or it would miss what crosses a library.

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <tests/support/runtests.h>
+
 #include <gmock/gmock.h>
 
 #include <QtCore/QLocale>
@@ -20,5 +22,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("mcstest"));
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStringLiteral("fusion"));
-    return RUN_ALL_TESTS();
+    return RunTests();
 }

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <tests/support/runtests.h>
+
 #include <gmock/gmock.h>
 
 #include <QtCore/QCoreApplication>
@@ -7,5 +9,5 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mcstest"));
-    return RUN_ALL_TESTS();
+    return RunTests();
 }

@@ -144,9 +144,9 @@ void MCSLogDisplay::SlotSaveLogToFile(QString sFileName) {  // NOLINT(performanc
 }
 
 void MCSLogDisplay::showEvent(QShowEvent*) {
-    emit SignalVisible(true);
+    Q_EMIT SignalVisible(true);
 }
 
 void MCSLogDisplay::hideEvent(QHideEvent*) {
-    emit SignalVisible(false);
+    Q_EMIT SignalVisible(false);
 }

@@ -203,7 +203,7 @@ void MCSMpxORVStatusListModel::Implementation::OnStatusChanged(const Observable*
 }
 
 void MCSMpxORVStatusListModel::Implementation::Redraw(int row) {
-    emit m_model->dataChanged(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
+    Q_EMIT m_model->dataChanged(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
 }
 
 // The node of a row got or lost children. A status whose values went shows nothing from now on, and one that

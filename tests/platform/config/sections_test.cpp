@@ -103,7 +103,7 @@ TEST_F(Sections, KnowTheKeysOfThemselvesAndOfAllBelow) {
     Provide(QStringLiteral("A/empty"));
     Root()->WriteInt(QStringLiteral("A/gone/k"), 1);
     Root()->RemoveSection(QStringLiteral("A/gone"));
-    const auto check = [this] {
+    const auto check = [] {
         EXPECT_EQ(Open(A)->GetKeys(),
                   (QStringList{QStringLiteral("B/C/k"), QStringLiteral("B/k"), QStringLiteral("k")}));
         EXPECT_EQ(Root()->GetKeys().size(), 6);
