@@ -21,6 +21,18 @@ constexpr int HeaderSize = 4;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
 
+/// The socket calls as long as this lasts, and longer than the one that it calls may.
+class CallUnderWay {
+  public:
+    explicit CallUnderWay(std::shared_ptr<int> count) : m_count(std::move(count)) { ++*m_count; }
+    ~CallUnderWay() { --*m_count; }
+    CallUnderWay(const CallUnderWay&) = delete;
+    CallUnderWay& operator=(const CallUnderWay&) = delete;
+
+  private:
+    std::shared_ptr<int> m_count;
+};
+
 QString AddressText(const QTcpSocket& socket) {
     const QString host = socket.peerAddress().toString();
     const bool isV6 = host.contains(QLatin1Char(':'));
@@ -115,7 +127,7 @@ void FramedSocket::Close() {
     Flush();
     m_isOpen = false;
     m_socket->disconnect(this);
-    LingeringSocket::TakeOver(m_socket);
+    LingeringSocket::TakeOver(m_socket, m_callsUnderWay);
     m_socket = m_ssl = nullptr;
 }
 
@@ -159,6 +171,7 @@ void FramedSocket::OnReadyRead() {
 void FramedSocket::ReadOn() {
     if (m_isReading || m_isDeaf || !m_isOpen || m_listener == nullptr) return;
     m_isReading = true;
+    const CallUnderWay call(m_callsUnderWay);
     const QPointer<FramedSocket> self(this);
     const QDeadlineTimer turn(vtlimits::TurnTime, Qt::PreciseTimer);
     bool isPaused = false;

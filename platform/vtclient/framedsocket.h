@@ -10,6 +10,8 @@
 #include <QtCore/QTimer>
 #include <QtNetwork/QAbstractSocket>
 
+#include <memory>
+
 class QDeadlineTimer;
 class QSslSocket;
 class QTcpSocket;
@@ -65,6 +67,8 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     bool m_isFlushing = false;
     bool m_isDeaf = false;    ///< the peer broke a rule: nothing more is read
     bool m_hasEnded = false;  ///< the peer closed; what came before may be left to be read
+    /// How many calls of the socket may be under way that led here. Outlives this, with the socket.
+    std::shared_ptr<int> m_callsUnderWay = std::make_shared<int>(0);
     bool m_isEncrypted;
     QString m_peerAddress;
     bool m_isLoopback;

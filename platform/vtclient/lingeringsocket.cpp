@@ -8,37 +8,62 @@
 #include <QtCore/QTimer>
 #include <QtNetwork/QSslSocket>
 
+#include <chrono>
+#include <utility>
+
 namespace vt {
+
+namespace {
+
+constexpr std::chrono::milliseconds LookInterval(100);
+
+}  // namespace
 
 int LingeringSocket::s_count = 0;
 
-void LingeringSocket::TakeOver(QTcpSocket* socket) {
+void LingeringSocket::TakeOver(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay) {
     socket->setParent(nullptr);
-    if (socket->state() != QAbstractSocket::ConnectedState || s_count >= vtlimits::MaxLingering) {
-        socket->abort();
-        socket->deleteLater();
-        return;
-    }
-    new LingeringSocket(socket);
+    const bool mayLinger =
+        socket->state() == QAbstractSocket::ConnectedState && s_count < vtlimits::MaxLingering;
+    if (!mayLinger) socket->abort();
+    auto* const lingering = new LingeringSocket(socket, std::move(callsUnderWay));
+    if (mayLinger)
+        lingering->Linger();
+    else
+        lingering->End();
 }
 
 // What is left when the program ends goes with it.
-LingeringSocket::LingeringSocket(QTcpSocket* socket)
-    : QObject(QCoreApplication::instance()), m_socket(socket), m_ssl(qobject_cast<QSslSocket*>(socket)) {
-    ++s_count;
+LingeringSocket::LingeringSocket(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay)
+    : QObject(QCoreApplication::instance()),
+      m_socket(socket),
+      m_ssl(qobject_cast<QSslSocket*>(socket)),
+      m_callsUnderWay(std::move(callsUnderWay)) {
     m_socket->setParent(this);
-    connect(m_socket, &QTcpSocket::disconnected, this, &QObject::deleteLater);
+}
+
+LingeringSocket::~LingeringSocket() {
+    if (m_isLingering) --s_count;
+}
+
+void LingeringSocket::Linger() {
+    m_isLingering = true;
+    ++s_count;
+    connect(m_socket, &QTcpSocket::disconnected, this, &LingeringSocket::End);
     connect(m_socket, &QTcpSocket::readyRead, this, &LingeringSocket::OnReadyRead);
     connect(m_socket, &QTcpSocket::bytesWritten, this, &LingeringSocket::EndSendingOnceSent);
     if (m_ssl != nullptr)
         connect(m_ssl, &QSslSocket::encryptedBytesWritten, this, &LingeringSocket::EndSendingOnceSent);
-    QTimer::singleShot(vtlimits::LingerTime, this, &QObject::deleteLater);
+    QTimer::singleShot(vtlimits::LingerTime, this, &LingeringSocket::End);
     OnReadyRead();
     EndSendingOnceSent();
 }
 
-LingeringSocket::~LingeringSocket() {
-    --s_count;
+void LingeringSocket::End() {
+    if (*m_callsUnderWay == 0)
+        deleteLater();
+    else
+        QTimer::singleShot(LookInterval, this, &LingeringSocket::End);
 }
 
 void LingeringSocket::OnReadyRead() {

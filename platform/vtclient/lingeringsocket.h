@@ -3,6 +3,8 @@
 
 #include <QtCore/QObject>
 
+#include <memory>
+
 class QSslSocket;
 class QTcpSocket;
 
@@ -16,20 +18,25 @@ class LingeringSocket final : public QObject {
     Q_OBJECT
 
   public:
-    /// Takes over \a socket, whose signals may be what led here. It goes by itself.
-    static void TakeOver(QTcpSocket* socket);
+    /// Takes over \a socket, whose signals may be what led here. It goes by itself, but not while one of the
+    /// \a callsUnderWay is: whoever was told may have opened a dialog, and closed the connection there.
+    static void TakeOver(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay);
     ~LingeringSocket() override;
 
   private:
-    explicit LingeringSocket(QTcpSocket* socket);
+    LingeringSocket(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay);
 
+    void Linger();
     void OnReadyRead();
     void EndSendingOnceSent();
+    void End();
 
-    static int s_count;
+    static int s_count;  ///< of those that linger
 
     QTcpSocket* m_socket;
     QSslSocket* m_ssl;  ///< the same, if it is one
+    std::shared_ptr<const int> m_callsUnderWay;
+    bool m_isLingering = false;
     bool m_hasEnded = false;
 };
 

@@ -37,10 +37,25 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
 }
 
 ServerHub::~ServerHub() {
-    EndAll(QStringLiteral("the server ends"));
+    Shutdown(QStringLiteral("the server ends"));
     Reap();
+}
+
+void ServerHub::Shutdown(const QString& reason) {
+    if (m_isOver) return;
+    EndAll(reason);
+    m_isOver = true;
     m_loop.SetTaker(nullptr);
     if (values::Tree* const tree = values::Tree::Instance()) tree->GetRoot()->DeleteObserver(this);
+    std::vector<VtPeer> gone;
+    for (const auto& session : m_sessions)
+        if (session->IsAdmitted()) gone.push_back(session->Peer());
+    TellEnded(gone);
+}
+
+bool ServerHub::IsIdle() const {
+    return !m_isInTurn && std::all_of(m_sessions.begin(), m_sessions.end(),
+                                      [](const auto& session) { return session->IsIdle(); });
 }
 
 void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
@@ -193,7 +208,7 @@ void ServerHub::FlushLater(ServerSession& session) {
 }
 
 void ServerHub::OnTurn() {
-    if (m_isInTurn) return;
+    if (m_isInTurn || m_isOver) return;
     m_isInTurn = true;
     m_isTurnRequested = true;  // what is asked for meanwhile is done here
     const TurnBudget budget(m_loop, vtlimits::TurnTime);
@@ -285,22 +300,27 @@ void ServerHub::FlushChannels() {
     m_toFlush.clear();
 }
 
-// Not before the turn is over: a session or a watcher may be what called us.
+// Not before the turn is over: a session or a watcher may be what called us. A session may also be in the
+// middle of a message, under a dialog that this opened; it asks for another turn when that is done.
 void ServerHub::Reap() {
     std::vector<VtPeer> gone;
     for (std::size_t i = 0; i < m_sessions.size();) {
         ServerSession* const session = m_sessions[i].get();
-        if (!session->IsEnded()) {
+        if (!session->IsEnded() || !session->IsIdle()) {
             ++i;
             continue;
         }
-        if (session->IsAdmitted()) gone.push_back(session->Peer());
+        if (session->IsAdmitted() && !m_isOver) gone.push_back(session->Peer());
         Remove(m_toServe, session);
         const std::unique_ptr<ServerSession> ended = std::move(m_sessions[i]);
         m_sessions.erase(m_sessions.begin() + static_cast<std::ptrdiff_t>(i));
     }
     m_dead.clear();
-    for (const VtPeer& peer : gone)
+    TellEnded(gone);
+}
+
+void ServerHub::TellEnded(const std::vector<VtPeer>& peers) {
+    for (const VtPeer& peer : peers)
         m_access.SessionEnded(peer);
 }
 

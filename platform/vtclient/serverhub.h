@@ -44,6 +44,11 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     /// Starts a session over \a channel.
     void AddChannel(std::unique_ptr<IChannel> channel);
     void EndAll(const QString& reason);
+    /// Ends all sessions for good, and tells of each that it has ended. The access object is not asked any
+    /// more.
+    void Shutdown(const QString& reason);
+    /// Whether no call of this object or its sessions is under way.
+    bool IsIdle() const;
     void EndSession(int session, const QString& reason);
     std::vector<VtPeer> GetPeers() const;
     int CountSessions() const { return static_cast<int>(m_sessions.size()); }
@@ -91,6 +96,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     bool ServeBacklogs(const TurnBudget& budget);
     void FlushChannels();
     void Reap();
+    void TellEnded(const std::vector<VtPeer>& peers);
     void DropOldestPending();
 
     IVtAccess& m_access;
@@ -101,6 +107,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     bool m_isTurnRequested = false;
     bool m_isInTurn = false;
     bool m_isInInput = false;
+    bool m_isOver = false;
     bool m_hasStructureChanged = false;
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
     QHash<QString, std::shared_ptr<Watched>> m_watched;

@@ -92,6 +92,13 @@ void ServerSession::Check(std::chrono::microseconds now) {
 
 void ServerSession::OnMessage(const char* data, qint64 size) {
     if (m_isEnded) return;
+    ++m_messagesUnderWay;
+    Handle(data, size);
+    --m_messagesUnderWay;
+    if (m_isEnded) m_hub.OnSessionEnded();
+}
+
+void ServerSession::Handle(const char* data, qint64 size) {
     m_lastReceived = m_hub.Now();
     m_hub.OnInput();
     Message message;
@@ -150,6 +157,7 @@ void ServerSession::OnHello(const Message& message) {
     QString reason;
     if (!m_hub.Access().Admit(m_peer, message.user, message.token, &reason))
         return End(EBye::NotAdmitted, reason);
+    if (m_isEnded) return;
     m_isAdmitted = true;
     m_channel->SetMaxMessage(vtlimits::MaxFrame);
     Message welcome = Message::Of(EMessage::Welcome);
@@ -376,7 +384,7 @@ QString ServerSession::Create(const Message& message, Subscription& subscription
     const bool isFirst = subscription.Want(path);
     if (!isFirst && tree->FindItem(path) != nullptr) return QString();
     m_hub.Access().ProvideNode(m_peer, path);
-    if (tree->FindItem(path) != nullptr) return QString();
+    if (m_isEnded || tree->FindItem(path) != nullptr) return QString();
     QString reason;
     if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
     if (++m_created > vtlimits::MaxCreatedPerSession)

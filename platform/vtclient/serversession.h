@@ -28,6 +28,8 @@ class ServerSession final : public IChannelListener {
     const VtPeer& Peer() const { return m_peer; }
     bool IsAdmitted() const { return m_isAdmitted; }
     bool IsEnded() const { return m_isEnded; }
+    /// Whether no message is being handled, of which somebody may have been told.
+    bool IsIdle() const { return m_messagesUnderWay == 0; }
     /// Tells the client why, and closes. What it had subscribed ends.
     void End(EBye code, const QString& reason);
 
@@ -52,6 +54,7 @@ class ServerSession final : public IChannelListener {
     void OnClosed(const QString& reason) override;
 
   private:
+    void Handle(const char* data, qint64 size);
     void Dispatch(const Message& message);
     void OnHello(const Message& message);
     void OnSubscribe(const Message& message);
@@ -76,6 +79,7 @@ class ServerSession final : public IChannelListener {
     VtPeer m_peer;
     bool m_isAdmitted = false;
     bool m_isEnded = false;
+    int m_messagesUnderWay = 0;
     std::chrono::microseconds m_lastReceived;
     std::chrono::microseconds m_lastSent;
     std::map<quint32, std::unique_ptr<Subscription>> m_subscriptions;

@@ -2,19 +2,16 @@
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <platform/app/errorhandler.h>
+#include <platform/vtclient/endedobjects.h>
 #include <platform/vtclient/qteventloop.h>
 #include <platform/vtclient/socketconnector.h>
 #include <platform/vtclient/vtclient.h>
-
-#include <QtCore/QCoreApplication>
-#include <QtCore/QTimer>
 
 #include <algorithm>
 
 namespace {
 
 constexpr int MaxAddressLength = 255;  // of a host name
-constexpr std::chrono::milliseconds SweepInterval(100);
 
 bool BelongsToNoHost(QChar character) {
     return character.isSpace() || !character.isPrint() || QStringLiteral("/,[]\\@?#").contains(character);
@@ -91,22 +88,7 @@ void VtClientCenter::DestroyVtClient(IVtClient* client) {
     std::unique_ptr<vt::VtClient> last = std::move(*found);
     m_clients.erase(found);
     last->Shutdown();
-    if (last->IsIdle()) return;
-    // A call of the client itself led here: it lasts until that has returned, or the application ends.
-    m_ended.push_back(std::move(last));
-    if (m_ended.size() == 1) SweepLater(std::chrono::milliseconds(0));
-}
-
-void VtClientCenter::SweepLater(std::chrono::milliseconds wait) {
-    QCoreApplication* const application = QCoreApplication::instance();
-    if (application != nullptr) QTimer::singleShot(wait, application, [this] { Sweep(); });
-}
-
-// The call may have opened a dialog, whose event loop leads here while the call is under way.
-void VtClientCenter::Sweep() {
-    const auto isIdle = [](const auto& client) { return client->IsIdle(); };
-    m_ended.erase(std::remove_if(m_ended.begin(), m_ended.end(), isIdle), m_ended.end());
-    if (!m_ended.empty()) SweepLater(SweepInterval);
+    vt::EndedObjects::Instance().Take(std::move(last));  // a call of the client itself may have led here
 }
 
 // Where the process ends without this, nobody says goodbye: the system closes the sockets.
@@ -114,7 +96,6 @@ void VtClientCenter::EndAll() {
     m_isEnding = true;  // whoever hears of it need not try to connect again
     while (!m_clients.empty())
         DestroyVtClient(m_clients.back().get());
-    m_ended.clear();
     m_isEnding = false;
     m_applicationEnd.reset();
 }

@@ -43,11 +43,11 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     void SetOptions(const VtClientOptions& options);
     const VtClientOptions& GetOptions() const { return m_options; }
 
-    /// A client of the server at \a address in Latin-1, a host name or an IP address, with "mcs://" (assumed)
-    /// or "mcss://" (TLS) in front. A host name beyond Latin-1 is given in its ACE form ("xn--..."). It
-    /// starts to connect when the event loop runs. Destroy it with DestroyVtClient; what is left when the
-    /// application object goes is destroyed then, and says so. \return null for an address, scheme or port
-    /// that cannot be right, with a trace.
+    /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed) or
+    /// "mcss://" (TLS) in front. The text is Latin-1; a name beyond that has an ACE form ("xn--..."). It
+    /// starts to connect when the event loop runs. Destroy it with DestroyVtClient; one that is left when
+    /// the application object goes is destroyed then, which it tells.
+    /// \return null for an address, scheme or port that cannot be right, with a trace.
     IVtClient* CreateVtClient(const char* address, int port);
     /// Tells the client's observers that it goes, and destroys it with its tics. Null and a client that is
     /// not of this center change nothing.
@@ -57,13 +57,10 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     VtClientCenter();
     ~VtClientCenter();
 
-    void SweepLater(std::chrono::milliseconds wait);
-    void Sweep();
     void EndAll();
 
     VtClientOptions m_options;
     std::vector<std::unique_ptr<vt::VtClient>> m_clients;
-    std::vector<std::unique_ptr<vt::VtClient>> m_ended;  ///< destroyed while a call of them was under way
-    std::optional<ApplicationEnd> m_applicationEnd;      ///< since the first client that it ends
+    std::optional<ApplicationEnd> m_applicationEnd;  ///< since the first client that it ends
     bool m_isEnding = false;
 };

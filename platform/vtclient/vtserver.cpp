@@ -2,7 +2,7 @@
 #include <platform/vtclient/vtserver.h>
 
 #include <platform/app/applicationend.h>
-#include <platform/app/errorhandler.h>
+#include <platform/vtclient/endedobjects.h>
 #include <platform/vtclient/framedsocket.h>
 #include <platform/vtclient/qteventloop.h>
 #include <platform/vtclient/serverhub.h>
@@ -10,13 +10,21 @@
 
 #include <optional>
 
+/// What goes with one Listen(), at the latest when no call of it is under way.
+struct VtServer::Works {
+    Works(IVtAccess& access, const vt::ServerHub::Settings& settings) : hub(access, loop, settings) {}
+    bool IsIdle() const { return hub.IsIdle(); }
+
+    vt::QtEventLoop loop;
+    vt::ServerHub hub;
+};
+
 class VtServer::Private {
   public:
     explicit Private(IVtAccess& serverAccess) : access(serverAccess) {}
 
     IVtAccess& access;
-    vt::QtEventLoop loop;
-    std::unique_ptr<vt::ServerHub> hub;
+    std::unique_ptr<Works> works;
     std::unique_ptr<vt::SocketListener> listener;
     std::optional<ApplicationEnd> applicationEnd;  ///< while it listens
 };
@@ -39,10 +47,10 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     settings.application = options.application;
     settings.pingInterval = options.pingInterval;
     settings.deadAfter = options.deadAfter;
-    m_d->hub = std::make_unique<vt::ServerHub>(m_d->access, m_d->loop, settings);
+    m_d->works = std::make_unique<Works>(m_d->access, settings);
     m_d->listener = std::move(listener);
     m_d->listener->SetHandler(
-        [this](std::unique_ptr<vt::IChannel> channel) { m_d->hub->AddChannel(std::move(channel)); });
+        [this](std::unique_ptr<vt::IChannel> channel) { m_d->works->hub.AddChannel(std::move(channel)); });
     m_d->applicationEnd.emplace([this] { End(); });
     return true;
 }
@@ -50,8 +58,10 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
 void VtServer::Close(const QString& reason) {
     m_d->applicationEnd.reset();
     m_d->listener.reset();
-    if (m_d->hub) m_d->hub->EndAll(reason);
-    m_d->hub.reset();
+    std::unique_ptr<Works> works = std::move(m_d->works);
+    if (!works) return;
+    works->hub.Shutdown(reason);
+    vt::EndedObjects::Instance().Take(std::move(works));  // a call of the server itself may have led here
 }
 
 bool VtServer::IsListening() const {
@@ -67,9 +77,9 @@ int VtServer::GetPort() const {
 }
 
 std::vector<VtPeer> VtServer::GetPeers() const {
-    return m_d->hub ? m_d->hub->GetPeers() : std::vector<VtPeer>();
+    return m_d->works ? m_d->works->hub.GetPeers() : std::vector<VtPeer>();
 }
 
 void VtServer::EndSession(int session, const QString& reason) {
-    if (m_d->hub) m_d->hub->EndSession(session, reason);
+    if (m_d->works) m_d->works->hub.EndSession(session, reason);
 }

@@ -30,6 +30,8 @@ struct VtServerOptions {
 /// Every change of a subscribed subtree reaches its subscribers in order; all changes of one turn of the
 /// event loop travel together. A client that does not keep up is told of the last contents when it does, and
 /// delays nobody else. Nothing is written or created that the access object does not allow.
+///
+/// Whoever is told something, the access object and observers of values, may close and destroy the server.
 class MCS_CONNECTION_EXPORT VtServer {
   public:
     /// \a access is not owned and outlives the server, as does the tree.
@@ -56,6 +58,7 @@ class MCS_CONNECTION_EXPORT VtServer {
   private:
     void End();
 
+    struct Works;
     class Private;
     std::unique_ptr<Private> m_d;
 };
