@@ -133,7 +133,8 @@ TEST_F(KillStorm, WhoeverIsKilledWheneverComesBackAndBothSidesAreAlike) {
         SCOPED_TRACE(testing::Message() << "kill " << kill);
         SetActing(true);
         // Some time after the start of the last one: while it connects, gets its first look, or later.
-        const qint64 moment = m_network.CountBytes(EDirection::ToClient) + static_cast<qint64>(m_random() % 8000);
+        const qint64 moment =
+            m_network.CountBytes(EDirection::ToClient) + static_cast<qint64>(m_random() % 8000);
         ASSERT_TRUE(
             WaitUntil([this, moment] { return m_network.CountBytes(EDirection::ToClient) >= moment; }));
         ASSERT_TRUE(IsRunning(m_server) && IsRunning(m_client)) << "nobody dies but who is killed";
