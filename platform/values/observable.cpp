@@ -27,8 +27,8 @@ void Observable::DisturbWalks() {
         walk->isDisturbed = true;
 }
 
-std::uint32_t Observable::IndexOf(const IObserver* observer) {
-    IObserver** const data = Data();
+std::uint32_t Observable::IndexOf(const IObserver* observer) const {
+    IObserver* const* const data = Data();
     return static_cast<std::uint32_t>(std::find(data, data + m_count, observer) - data);
 }
 

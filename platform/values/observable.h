@@ -78,6 +78,7 @@ class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
     virtual void NotifyObservers(TChangeCode code, IObserver* originator = nullptr);
 
     int CountObservers() const { return static_cast<int>(m_count); }
+    bool HasObserver(const IObserver* observer) const { return IndexOf(observer) != m_count; }
 
   protected:
     /// What NotifyObservers does, for classes that do not let it be overridden and notify often.
@@ -109,7 +110,8 @@ class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
     };
 
     IObserver** Data() { return m_capacity == 0 ? &m_single : m_heap; }
-    std::uint32_t IndexOf(const IObserver* observer);
+    IObserver* const* Data() const { return m_capacity == 0 ? &m_single : m_heap; }
+    std::uint32_t IndexOf(const IObserver* observer) const;
     void NotifyMany(TChangeCode code, IObserver* originator);
     void MoveToFront(IObserver* observer);
     void DisturbWalks();

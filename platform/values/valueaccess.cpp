@@ -35,9 +35,12 @@ void NotifyInitially(TreeItem* item, IObserver* observer) {
     Observable* const observable = item != nullptr && observer != nullptr ? item->GetObservable() : nullptr;
     if (observable == nullptr) return;
     const bool isSelection = dynamic_cast<ValueSelection*>(item) != nullptr;
+    // Who observes the item detaches before it dies, or when it turns to another item.
+    const bool isAttached = observable->HasObserver(observer);
     const ObservableGuard guard(*observable);
     const auto tell = [&](TChangeCode code) {
-        if (guard.IsAlive()) observer->Update(observable, code);
+        const bool isStill = guard.IsAlive() && (!isAttached || observable->HasObserver(observer));
+        if (isStill) observer->Update(observable, code);
     };
     tell(changecode::StateChanged);
     tell(changecode::DescriptionChanged);

@@ -120,7 +120,8 @@ V* ProvideValue(const QString& path, [[maybe_unused]] int defaultIndex, const Se
 
 /// Tells \a observer of \a item as if all of it had just changed: state, description, items (of a selection)
 /// and content, in this order. So a display fills at once. Null arguments, and an item without an observable,
-/// do nothing; a call that destroys the item ends it.
+/// do nothing. A call that destroys the item ends it, and so does one after which \a observer does not
+/// observe the item any more, if it did.
 MCS_PLATFORM_EXPORT void NotifyInitially(TreeItem* item, IObserver* observer);
 
 }  // namespace values

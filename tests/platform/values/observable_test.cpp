@@ -56,6 +56,20 @@ TEST_F(ObservableTest, AddingTwiceIsOnce) {
     EXPECT_EQ(observable.CountObservers(), 2);
 }
 
+TEST_F(ObservableTest, KnowsWhoObserves) {
+    const auto a = Numbered(1);
+    const auto b = Numbered(2);
+    const auto stranger = Numbered(3);
+    observable.AddObserver(a.get());
+    observable.AddObserver(b.get());
+    EXPECT_TRUE(observable.HasObserver(a.get()));
+    EXPECT_TRUE(observable.HasObserver(b.get()));
+    EXPECT_FALSE(observable.HasObserver(stranger.get()));
+    EXPECT_FALSE(observable.HasObserver(nullptr));
+    observable.DeleteObserver(a.get());
+    EXPECT_FALSE(observable.HasObserver(a.get()));
+}
+
 TEST_F(ObservableTest, AddingNullDoesNothing) {
     observable.AddObserver(nullptr);
     EXPECT_EQ(observable.CountObservers(), 0);

@@ -3,6 +3,7 @@
 
 #include <tests/support/printing.h>
 #include <tests/support/recordingobserver.h>
+#include <tests/support/scrapped.h>
 #include <tests/support/tracerecorder.h>
 
 #include <gtest/gtest.h>
@@ -272,6 +273,38 @@ TEST(NotifyInitially, EndsWhenTheObserverDestroysTheItem) {
     });
     NotifyInitially(value.get(), &observer);
     EXPECT_EQ(observer.Codes(), (Codes{2, 4}));
+}
+
+/// Ends itself, as observers do, when it is told of a description.
+class Fleeting : public IObserver {
+  public:
+    explicit Fleeting(Codes* codes) : m_codes(codes) {}
+    void Update(Observable* source, TChangeCode code) override {
+        m_codes->push_back(code);
+        if (code != changecode::DescriptionChanged) return;
+        source->DeleteObserver(this);
+        delete this;
+    }
+
+  private:
+    Codes* m_codes;
+};
+
+TEST(NotifyInitially, EndsWhenTheObserverDestroysItself) {
+    Value<int> value;
+    Codes codes;
+    auto* const observer = new Scrapped<Fleeting>(&codes);
+    value.AddObserver(observer);
+    NotifyInitially(&value, observer);
+    EXPECT_EQ(codes, (Codes{2, 4}));
+}
+
+TEST(NotifyInitially, EndsWhenTheObserverTurnsAwayFromTheItem) {
+    Value<int> value;
+    RecordingObserver observer([&](Observable* source, TChangeCode) { source->DeleteObserver(&observer); });
+    value.AddObserver(&observer);
+    NotifyInitially(&value, &observer);
+    EXPECT_EQ(observer.Codes(), (Codes{2}));
 }
 
 }  // namespace
