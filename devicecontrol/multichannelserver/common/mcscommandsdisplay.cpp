@@ -7,8 +7,11 @@
 #include <platform/values/tree.h>
 #include <platform/widgets/vccheckbox.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtWidgets/QGridLayout>
+
+#include <utility>
 
 MCSCommandsDisplay::MCSCommandsDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
     : QWidget(parent, flags) {
@@ -37,9 +40,14 @@ void MCSCommandsDisplay::Build() {
 bool MCSCommandsDisplay::SetCommands_ValuePath(const QString& path) {
     const values::Tree* const tree = values::Tree::Instance();
     const bool isThere = !path.isEmpty() && tree != nullptr && tree->FindNode(path) != nullptr;
+    const QPointer<MCSCommandsDisplay> self(this);
+    const unsigned binding = ++m_bindings;
     m_commands.reset();
+    auto commands = isThere ? std::make_unique<MCSCommands>(&path) : nullptr;
+    // Whoever heard of the value that this added may have destroyed the display or bound it anew.
+    if (self.isNull() || m_bindings != binding) return isThere;
     if (isThere) {
-        m_commands = std::make_unique<MCSCommands>(&path);
+        m_commands = std::move(commands);
         m_shallBeConnectedDisp->Set_ValuePath(m_commands->GetShallBeConnected_ValuePath());
     }
     // Without a node the box stays bound to where it was, and goes on showing that. (fixed: box-stays-bound)
@@ -51,8 +59,10 @@ bool MCSCommandsDisplay::SetCommands_ValuePath(const QString& path) {
 /// display keeps it until the box is back.
 void MCSCommandsDisplay::on_m_pShallBeConnectedDisp_stateChanged(int) {
     const bool hasFocus = window()->focusWidget() == m_shallBeConnectedDisp;
+    const QPointer<MCSCommandsDisplay> self(this);
     m_shallBeConnectedDisp->setEnabled(false);
-    if (hasFocus) setFocus();
+    if (hasFocus && !self.isNull()) setFocus();
+    if (self.isNull()) return;  // who got the focus may have done anything
     ++m_locks;
     QTimer::singleShot(LockTime, this, SLOT(enableConnectionCheckbox()));
 }

@@ -38,6 +38,7 @@ class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {  // fixed: virtual
 
   private:
     std::unique_ptr<MCSCommands> m_commands;  ///< null while unbound
+    unsigned m_bindings = 0;                  ///< how often it was bound or unbound
     VCCheckBox* m_shallBeConnectedDisp = nullptr;
     int m_locks = 0;  ///< clicks less than LockTime ago
 };

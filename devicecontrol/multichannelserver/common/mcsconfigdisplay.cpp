@@ -11,10 +11,13 @@
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -104,8 +107,13 @@ void MCSConfigDisplay::SetFlags(Flags flags) {
 bool MCSConfigDisplay::SetConfig_ValuePath(const QString& path) {
     const values::Tree* const tree = values::Tree::Instance();
     const bool isThere = !path.isEmpty() && tree != nullptr && tree->FindNode(path) != nullptr;
+    const QPointer<MCSConfigDisplay> self(this);
+    const unsigned binding = ++m_bindings;
     m_config.reset();
-    if (isThere) m_config = std::make_unique<MCSConfigData>(&path, false);
+    auto config = isThere ? std::make_unique<MCSConfigData>(&path, false) : nullptr;
+    // Whoever heard of the values that this added may have destroyed the display or bound it anew.
+    if (self.isNull() || m_bindings != binding) return isThere;
+    m_config = std::move(config);
     using PathAccessor = QString (MCSConfigData::*)() const;
     const auto pathOf = [this](PathAccessor accessor) {
         return m_config != nullptr ? ((*m_config).*accessor)() : QString();

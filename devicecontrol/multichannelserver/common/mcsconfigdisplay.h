@@ -51,6 +51,7 @@ class MCS_COMMON_EXPORT MCSConfigDisplay : public QWidget {  // fixed: virtual-o
   private:
     Flags m_flags;
     std::unique_ptr<MCSConfigData> m_config;  ///< null while unbound
+    unsigned m_bindings = 0;                  ///< how often it was bound or unbound
     VCLineEdit* m_deviceAddressDisp = nullptr;
     VCLineEdit* m_deviceNameDisp = nullptr;
     VCCheckBox* m_connectOnStartUpDisp = nullptr;

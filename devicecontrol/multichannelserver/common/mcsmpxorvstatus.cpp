@@ -91,9 +91,10 @@ void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
 }
 
 void MCSMpxORVStatus::AddConnectedClient(long id, const QString& name) {
+    const ObservableGuard self(*this);
     m_pConnectedClients->AddItem(name, 0.0, id, nullptr);
-    if (m_pConnectedClients != nullptr)
-        m_pConnectedClients->Select(id, this);  // whoever heard may have removed it
+    // Whoever heard of it may have destroyed this object or the value.
+    if (self.IsAlive() && m_pConnectedClients != nullptr) m_pConnectedClients->Select(id, this);
 }
 
 void MCSMpxORVStatus::RemoveConnectedClient(long id) {

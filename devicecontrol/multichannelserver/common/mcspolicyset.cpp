@@ -30,26 +30,31 @@ MCSPolicySet::~MCSPolicySet() {
     MCSPolicySet::ShowViewInTree(nullptr, false);
 }
 
+// Whoever is told of a policy or a switch may destroy the set, here and below.
 void MCSPolicySet::Add(const MCSPolicy& policy) {
     if (!m_policies.insert(policy).second) return;
+    const ObservableGuard self(*this);
     ToTree(policy.GetName());
-    NotifyObservers(PolicyAdded, nullptr);
+    if (self.IsAlive()) NotifyObservers(PolicyAdded, nullptr);
 }
 
 void MCSPolicySet::Remove(const MCSPolicy& policy) {
     const QString name = policy.GetName();  // the policy may be the set's own, which ends here
     if (m_policies.erase(policy) == 0) return;
+    const ObservableGuard self(*this);
     ToTree(name);
-    NotifyObservers(PolicyRemoved, nullptr);
+    if (self.IsAlive()) NotifyObservers(PolicyRemoved, nullptr);
 }
 
 void MCSPolicySet::AddAll() {
+    const ObservableGuard self(*this);
     for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
-        Add(*policy);
+        if (self.IsAlive()) Add(*policy);
 }
 
 void MCSPolicySet::RemoveAll() {
-    while (!m_policies.empty())
+    const ObservableGuard self(*this);
+    while (self.IsAlive() && !m_policies.empty())
         Remove(*m_policies.begin());
 }
 
@@ -74,8 +79,10 @@ MCSPolicySet::const_iterator MCSPolicySet::end() const {
 
 void MCSPolicySet::ReadFromCfg(ICfg* cfg) {
     if (cfg == nullptr) return;
+    const ObservableGuard self(*this);
     for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap))
-        MCSPolicySet::SetContains(*policy, cfg->ReadBool(policy->GetName(), Contains(*policy)));
+        if (self.IsAlive())
+            MCSPolicySet::SetContains(*policy, cfg->ReadBool(policy->GetName(), Contains(*policy)));
 }
 
 void MCSPolicySet::WriteToCfg(ICfg* cfg) const {
@@ -88,22 +95,27 @@ void MCSPolicySet::ShowViewInTree(values::Node* node, bool fromTree) {
     DetachFromSwitches(LineOfShow);
     SetParentNode(node);
     if (node == nullptr) return;
+    const ObservableGuard self(*this);
     for (const MCSPolicy* policy : qAsConst(MCSPolicy::s_NameMCSPolicyMap)) {
         ShowSwitch(policy->GetName(), fromTree);
-        if (m_pParentNode != node) return;  // whoever heard of the switch hid the set or removed the node
+        // Whoever heard of the switch may have destroyed or hidden the set, or removed the node.
+        if (!self.IsAlive() || m_pParentNode != node) return;
     }
 }
 
 void MCSPolicySet::ShowSwitch(const QString& name, bool fromTree) {
+    const ObservableGuard self(*this);
     if (GetValueForName(name) == nullptr) {
         if (m_pParentNode->CreateChild(Switch(), name) == nullptr)
             return;  // taken by an item of another type
-        ToTree(name);
+        if (self.IsAlive()) ToTree(name);
     }
+    if (!self.IsAlive()) return;
     if (fromTree)
         FromTree(name);
     else
         ToTree(name);
+    if (!self.IsAlive()) return;
     Switch* const value = GetValueForName(name);
     if (value == nullptr) return;  // whoever heard of it removed it
     value->AddObserver(this);
@@ -123,12 +135,12 @@ QString MCSPolicySet::ToString() const {
 }
 
 void MCSPolicySet::SetToDefaultPolicy() {
+    const ObservableGuard self(*this);
     RemoveAll();
-    Add(MCSPolicy::MAYALTERFREQSINGLE);
-    Add(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES);
-    Add(MCSPolicy::MAYBEJOBMASTER);
-    Add(MCSPolicy::MAYRESTARTJOB);
-    Add(MCSPolicy::MAYALTERFREQRANGES);
+    for (const MCSPolicy* policy :
+         {&MCSPolicy::MAYALTERFREQSINGLE, &MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES,
+          &MCSPolicy::MAYBEJOBMASTER, &MCSPolicy::MAYRESTARTJOB, &MCSPolicy::MAYALTERFREQRANGES})
+        if (self.IsAlive()) Add(*policy);
 }
 
 void MCSPolicySet::Update(Observable* source, TChangeCode code) {
@@ -137,8 +149,9 @@ void MCSPolicySet::Update(Observable* source, TChangeCode code) {
         value->DeleteObserver(this);
         m_ObservedValues.erase(value);
     } else if (code == changecode::ContentChanged && value != nullptr) {
+        const ObservableGuard self(*this);
         FromTree(value->GetName());
-        NotifyObservers(changecode::ContentChanged, this);
+        if (self.IsAlive()) NotifyObservers(changecode::ContentChanged, this);
     } else if (code == changecode::GoingAway && m_pParentNode != nullptr && source == m_pParentNode) {
         SetParentNode(nullptr);
         DetachFromSwitches(LineOfNodeGoingAway);

@@ -12,11 +12,14 @@
 #include <platform/widgets/stalemark.h>
 #include <platform/widgets/vclabel.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -116,12 +119,13 @@ void MCSStatusDisplay::Build() {
 bool MCSStatusDisplay::SetStatus_ValuePath(const QString& path) {
     const values::Tree* const tree = values::Tree::Instance();
     const bool isThere = !path.isEmpty() && tree != nullptr && tree->FindNode(path) != nullptr;
+    const QPointer<MCSStatusDisplay> self(this);
     Unbind();
     if (isThere)
         Bind(path);
     else
         ShowUnbound();
-    MarkStaleLabels();
+    if (!self.isNull()) MarkStaleLabels();
     return isThere;
 }
 
@@ -132,6 +136,7 @@ void MCSStatusDisplay::SetDeviceType(long type) {
 }
 
 void MCSStatusDisplay::Unbind() {
+    ++m_bindings;
     if (m_status == nullptr) return;
     for (values::ValueBase* const value : GetObservedValues()) {
         if (value != nullptr) value->DeleteObserver(this);
@@ -139,8 +144,16 @@ void MCSStatusDisplay::Unbind() {
     m_status.reset();
 }
 
+// Whoever hears of the values that this adds, or of the flags that it sets, may destroy the display or bind
+// it anew, which ends this.
 void MCSStatusDisplay::Bind(const QString& path) {
-    m_status = std::make_unique<MCSStatus>(path);
+    const QPointer<MCSStatusDisplay> self(this);
+    const auto holds = [&self, binding = m_bindings] {
+        return !self.isNull() && self->m_bindings == binding;
+    };
+    auto status = std::make_unique<MCSStatus>(path);
+    if (!holds()) return;
+    m_status = std::move(status);
     m_connectionStateDisp->SetText_ValuePath(m_status->GetConnectionState_ValuePath(), true);
     m_bootStateDisp->SetText_ValuePath(m_status->GetBootState_ValuePath(), true);
     if (m_bootStateNoValue != nullptr)
@@ -148,12 +161,11 @@ void MCSStatusDisplay::Bind(const QString& path) {
     m_operationModeDisp->SetText_ValuePath(m_status->GetOperationMode_ValuePath(), true);
     if (m_operationModeNoValue != nullptr)
         m_operationModeDisp->SetNoValue_ValuePath(m_operationModeNoValue->GetPathName());
-    const ObservedValues observed = GetObservedValues();
-    for (values::ValueBase* const value : observed) {
+    for (values::ValueBase* const value : GetObservedValues()) {
         if (value != nullptr) value->AddObserver(this);
     }
-    for (values::ValueBase* const value : observed)
-        values::NotifyInitially(value, this);
+    for (std::size_t i = 0; i < std::tuple_size_v<ObservedValues> && holds(); ++i)
+        values::NotifyInitially(GetObservedValues()[i], this);  // a value may go meanwhile
 }
 
 void MCSStatusDisplay::ShowUnbound() {
@@ -192,18 +204,21 @@ void MCSStatusDisplay::UpdateOfState(const Observable* observable) {
 }
 
 void MCSStatusDisplay::UpdateOfContent(const Observable* observable) {
+    const QPointer<MCSStatusDisplay> self(this);
+    const auto update = [&self](std::initializer_list<void (MCSStatusDisplay::*)()> steps) {
+        for (const auto step : steps)
+            if (!self.isNull()) (self->*step)();
+    };
     const auto isOneOf = [observable](std::initializer_list<const values::ValueBase*> candidates) {
         return std::any_of(
             candidates.begin(), candidates.end(),
             [observable](const values::ValueBase* value) { return IsSameAs(value, observable); });
     };
     if (isOneOf({m_status->GetOnlineValue()})) {
-        UpdateOnlineDisp();
-        UpdateFreqChannelsDisp();
-        UpdateJobTypeDisp();
-        UpdateNumberOfORVsDisplay();
-        UpdateSweepTimeDisp();
-        UpdateNoValues();
+        using Display = MCSStatusDisplay;
+        update({&Display::UpdateOnlineDisp, &Display::UpdateFreqChannelsDisp, &Display::UpdateJobTypeDisp,
+                &Display::UpdateNumberOfORVsDisplay, &Display::UpdateSweepTimeDisp,
+                &Display::UpdateNoValues});
     } else if (isOneOf({m_status->GetFreeFreqChannelsValue(), m_status->GetUsedFreqChannelsValue()})) {
         UpdateFreqChannelsDisp();
     } else if (isOneOf({m_status->GetMcsMasterJobControlledValue()})) {
@@ -211,8 +226,7 @@ void MCSStatusDisplay::UpdateOfContent(const Observable* observable) {
     } else if (isOneOf({m_status->GetStaticMpxORVsValue(), m_status->GetDynamicMpxORVsValue()})) {
         UpdateNumberOfORVsDisplay();
     } else if (isOneOf({m_status->GetOperationModeValue()})) {
-        UpdateNoValues();
-        UpdateSweepTimeDisp();
+        update({&MCSStatusDisplay::UpdateNoValues, &MCSStatusDisplay::UpdateSweepTimeDisp});
     } else if (isOneOf({m_status->GetSweepTimeValue()})) {
         UpdateSweepTimeDisp();
     }
@@ -300,6 +314,7 @@ QString MCSStatusDisplay::GetSweepTimeText() const {
 void MCSStatusDisplay::UpdateNoValues() {
     if (m_status == nullptr) return;
     const bool hasNoValue = !IsOnline();
+    const QPointer<MCSStatusDisplay> self(this);
     if (m_operationModeNoValue != nullptr) m_operationModeNoValue->SetValue(hasNoValue, nullptr);
-    if (m_bootStateNoValue != nullptr) m_bootStateNoValue->SetValue(hasNoValue, nullptr);
+    if (!self.isNull() && m_bootStateNoValue != nullptr) m_bootStateNoValue->SetValue(hasNoValue, nullptr);
 }

@@ -59,6 +59,7 @@ class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {  /
     QString GetSweepTimeText() const;
 
     std::unique_ptr<MCSStatus> m_status;  ///< null while unbound
+    unsigned m_bindings = 0;              ///< how often it was bound or unbound
     VCLabel* m_connectionStateDisp = nullptr;
     VCLabel* m_bootStateDisp = nullptr;
     QLabel* m_onlineDisp = nullptr;
