@@ -6,8 +6,7 @@
 
 #include <platform/values/tree.h>
 
-#include <QtCore/QMetaObject>
-#include <QtCore/QScopedValueRollback>
+#include <QtCore/QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -17,9 +16,10 @@ MCSMpxORVStatusListModel::Implementation::~Implementation() {
     m_model = nullptr;
 }
 
+// An empty path is no node, although the tree takes it for the root.
 bool MCSMpxORVStatusListModel::Implementation::AddPath(const QString& path) {
     const values::Tree* const tree = values::Tree::Instance();
-    values::Node* const node = tree != nullptr ? tree->FindNode(path) : nullptr;
+    values::Node* const node = !path.isEmpty() && tree != nullptr ? tree->FindNode(path) : nullptr;
     if (node == nullptr) return false;
     if (IsWatched(node)) return true;
     node->AddObserver(this);
@@ -29,30 +29,23 @@ bool MCSMpxORVStatusListModel::Implementation::AddPath(const QString& path) {
 }
 
 void MCSMpxORVStatusListModel::Implementation::RemoveAll() {
-    for (Row& row : m_announced)
-        DropAnnounced(row);
-    if (!m_rows.empty()) {
-        m_model->beginRemoveRows(QModelIndex(), 0, CountRows() - 1);
-        std::deque<Row> gone;
-        gone.swap(m_rows);
-        m_known.clear();
-        for (Row& row : gone) {
-            row.node->DeleteObserver(this);
-            Retire(std::move(row.status));
-        }
-        m_model->endRemoveRows();
-    }
-    for (values::Node* const node : m_watchedNodes)
+    for (values::Node* const node : std::exchange(m_watchedNodes, {}))
         node->DeleteObserver(this);
-    m_watchedNodes.clear();
+    for (Row& row : m_rows)
+        if (values::Node* const node = std::exchange(row.node, nullptr)) node->DeleteObserver(this);
+    m_known.clear();
+    m_gone.clear();
+    if (m_shown + m_announced > 0) m_clearedTo = RowAt(m_shown + m_announced - 1).serial;
+    Settle();
 }
 
 std::shared_ptr<MCSMpxORVStatus> MCSMpxORVStatusListModel::Implementation::GetStatus(int row) const {
-    return row >= 0 && row < CountRows() ? RowAt(row).status : nullptr;
+    return IsShown(row) ? RowAt(row).status : nullptr;
 }
 
 QString MCSMpxORVStatusListModel::Implementation::GetPath(int row) const {
-    return row >= 0 && row < CountRows() ? RowAt(row).node->GetPathName() : QString();
+    const values::Node* const node = IsShown(row) ? RowAt(row).node : nullptr;
+    return node != nullptr ? node->GetPathName() : QString();
 }
 
 const MCSMpxORVStatusIcons& MCSMpxORVStatusListModel::Implementation::GetIcons() {
@@ -67,7 +60,7 @@ void MCSMpxORVStatusListModel::Implementation::Update(Observable* source, TChang
             break;
         case changecode::ChildrenAdded:
             if (IsWatched(source)) AddRows(*static_cast<values::Node*>(source));
-            RenewStatus(source);
+            if (Settle()) RenewStatus(source);
             break;
         case changecode::ChildrenRemoved:
             RenewStatus(source);
@@ -84,16 +77,20 @@ bool MCSMpxORVStatusListModel::Implementation::IsWatched(const Observable* node)
     return std::find(m_watchedNodes.begin(), m_watchedNodes.end(), node) != m_watchedNodes.end();
 }
 
-int MCSMpxORVStatusListModel::Implementation::RowOf(const Observable* source) const {
+int MCSMpxORVStatusListModel::Implementation::PlaceOf(const Observable* source) const {
     const auto found = m_known.find(source);
-    return found != m_known.end() ? RowOf(found->second) : NoRow;
+    return found != m_known.end() ? PlaceOf(found->second) : NoRow;
 }
 
-int MCSMpxORVStatusListModel::Implementation::RowOf(Serial serial) const {
-    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), serial,
-                                        [](const Row& row, Serial number) { return row.serial < number; });
-    return found != m_rows.end() && found->serial == serial ? static_cast<int>(found - m_rows.begin())
-                                                            : NoRow;
+int MCSMpxORVStatusListModel::Implementation::PlaceOf(Serial serial) const {
+    const int place = FirstPlaceBehind(serial) - 1;
+    return place >= 0 && RowAt(place).serial == serial ? place : NoRow;
+}
+
+int MCSMpxORVStatusListModel::Implementation::FirstPlaceBehind(Serial serial) const {
+    const auto found = std::upper_bound(m_rows.begin(), m_rows.end(), serial,
+                                        [](Serial number, const Row& row) { return number < row.serial; });
+    return static_cast<int>(found - m_rows.begin());
 }
 
 // Children are added at the end only: those that are not known yet stand behind all that are.
@@ -107,35 +104,12 @@ void MCSMpxORVStatusListModel::Implementation::AddRows(const values::Node& node)
     }
     std::for_each(fresh.rbegin(), fresh.rend(), [this](values::Node* subtree) {
         subtree->AddObserver(this);
-        m_known.emplace(subtree, Announced);
-        m_announced.push_back({nullptr, subtree, Announced});
-    });
-    if (!m_isInserting) InsertAnnounced();
-}
-
-// Making a status may add to the tree, and whoever hears of that may add or delete anything: so all are made
-// first, and what is announced or goes meanwhile counts. (fixed: status-before-insertion)
-void MCSMpxORVStatusListModel::Implementation::InsertAnnounced() {
-    const QScopedValueRollback<bool> inserting(m_isInserting, true);
-    for (std::size_t i = 0; i < m_announced.size(); ++i) {
-        if (m_announced[i].node == nullptr) continue;
-        std::shared_ptr<MCSMpxORVStatus> status = MakeStatus(*m_announced[i].node);
-        m_announced[i].status = std::move(status);
-    }
-    std::vector<Row> rows;
-    rows.swap(m_announced);
-    rows.erase(std::remove_if(rows.begin(), rows.end(), [](const Row& row) { return row.node == nullptr; }),
-               rows.end());
-    if (rows.empty()) return;
-    const int count = CountRows();
-    m_model->beginInsertRows(QModelIndex(), count, count + static_cast<int>(rows.size()) - 1);
-    for (Row& row : rows) {
+        Row row;
+        row.node = subtree;
         row.serial = ++m_lastSerial;
-        m_known[row.node] = row.serial;
-        if (row.status != nullptr) m_known[row.status.get()] = row.serial;
+        m_known.emplace(subtree, row.serial);
         m_rows.push_back(std::move(row));
-    }
-    m_model->endInsertRows();
+    });
 }
 
 // Where something else has the place of the status, or a node above is already going away, there is none.
@@ -150,87 +124,153 @@ std::shared_ptr<MCSMpxORVStatus> MCSMpxORVStatusListModel::Implementation::MakeS
 
 void MCSMpxORVStatusListModel::Implementation::OnGoingAway(Observable* source) {
     if (IsWatched(source)) Unwatch(static_cast<values::Node*>(source));
-    const int row = RowOf(source);
-    if (row != NoRow) RemoveRow(row);
-    for (Row& announced : m_announced)
-        if (announced.node == source) DropAnnounced(announced);
+    const int place = PlaceOf(source);
+    if (place != NoRow) LoseNode(place);
+    Settle();
 }
 
 void MCSMpxORVStatusListModel::Implementation::Unwatch(values::Node* node) {
     node->DeleteObserver(this);
-    std::vector<Serial> serials;
+    m_watchedNodes.erase(std::find(m_watchedNodes.begin(), m_watchedNodes.end(), node));
     for (values::TreeItem* item = node->GetFirstChild(); item != nullptr; item = item->GetNextSibling()) {
-        const auto found = m_known.find(item->GetObservable());
-        if (found != m_known.end()) serials.push_back(found->second);
+        const int place = PlaceOf(item->GetObservable());
+        if (place != NoRow) LoseNode(place);
     }
-    for (const Serial serial : serials) {
-        const int row = RowOf(serial);
-        if (row != NoRow) RemoveRow(row);
-    }
-    m_watchedNodes.erase(std::remove(m_watchedNodes.begin(), m_watchedNodes.end(), node),
-                         m_watchedNodes.end());
 }
 
-void MCSMpxORVStatusListModel::Implementation::RemoveRow(int row) {
-    m_model->beginRemoveRows(QModelIndex(), row, row);
-    Row gone = std::move(RowAt(row));
-    m_rows.erase(m_rows.begin() + row);
-    Detach(*gone.node);
-    if (gone.status != nullptr) m_known.erase(gone.status.get());
-    Retire(std::move(gone.status));
+// A watched node may also be the node of a row. What views were not told of yet goes without a word.
+void MCSMpxORVStatusListModel::Implementation::LoseNode(int place) {
+    Row& row = RowAt(place);
+    values::Node* const node = std::exchange(row.node, nullptr);
+    if (!IsWatched(node)) node->DeleteObserver(this);
+    m_known.erase(node);
+    m_known.erase(row.status.get());
+    if (place < m_shown + m_announced) m_gone.push_back(row.serial);
+}
+
+bool MCSMpxORVStatusListModel::Implementation::Settle() {
+    const QPointer<MCSMpxORVStatusListModel> model(m_model);
+    while (!m_isMoving && m_redrawDepth == 0) {  // otherwise whoever tells settles afterwards
+        if (m_clearedTo != 0 || !m_gone.empty() || m_shown < static_cast<int>(m_rows.size()))
+            MoveRows();
+        else if (!m_redraws.empty())
+            RedrawNextDue();
+        else
+            return true;
+        if (model.isNull()) return false;
+    }
+    return true;
+}
+
+void MCSMpxORVStatusListModel::Implementation::MoveRows() {
+    const QPointer<MCSMpxORVStatusListModel> model(m_model);
+    m_isMoving = true;
+    if (m_clearedTo != 0)
+        RemoveCleared();
+    else if (!m_gone.empty())
+        RemoveNextGone();
+    else if (PrepareWaiting())
+        InsertWaiting();
+    if (!model.isNull()) m_isMoving = false;
+}
+
+// Before the views hear of the rows: making a status may add to the tree, and whoever hears of that may add
+// or delete anything. (fixed: status-before-insertion)
+bool MCSMpxORVStatusListModel::Implementation::PrepareWaiting() {
+    const QPointer<MCSMpxORVStatusListModel> model(m_model);
+    for (int place = m_shown; place < static_cast<int>(m_rows.size()); ++place) {
+        Row& row = RowAt(place);  // stays where it is: rows only come meanwhile
+        if (row.node == nullptr || row.isPrepared) continue;
+        std::shared_ptr<MCSMpxORVStatus> status = MakeStatus(*row.node);
+        if (model.isNull()) return false;
+        row.isPrepared = true;
+        if (row.node == nullptr || status == nullptr) continue;
+        m_known[status.get()] = row.serial;
+        row.status = std::move(status);
+    }
+    return true;
+}
+
+void MCSMpxORVStatusListModel::Implementation::InsertWaiting() {
+    m_rows.erase(std::remove_if(m_rows.begin() + m_shown, m_rows.end(),
+                                [](const Row& row) { return row.node == nullptr; }),
+                 m_rows.end());
+    m_announced = static_cast<int>(m_rows.size()) - m_shown;
+    if (m_announced == 0) return;
+    m_model->beginInsertRows(QModelIndex(), m_shown, m_shown + m_announced - 1);
+    m_shown += std::exchange(m_announced, 0);
+    m_model->endInsertRows();
+}
+
+void MCSMpxORVStatusListModel::Implementation::RemoveCleared() {
+    const int count = FirstPlaceBehind(std::exchange(m_clearedTo, 0));
+    if (count == 0) return;
+    m_model->beginRemoveRows(QModelIndex(), 0, count - 1);
+    m_rows.erase(m_rows.begin(), m_rows.begin() + count);
+    m_shown -= count;
     m_model->endRemoveRows();
 }
 
-void MCSMpxORVStatusListModel::Implementation::DropAnnounced(Row& row) {
-    if (row.node != nullptr) Detach(*row.node);
-    row.node = nullptr;
-}
-
-// A watched node may also be the node of a row.
-void MCSMpxORVStatusListModel::Implementation::Detach(values::Node& node) {
-    m_known.erase(&node);
-    if (!IsWatched(&node)) node.DeleteObserver(this);
+void MCSMpxORVStatusListModel::Implementation::RemoveNextGone() {
+    const int row = PlaceOf(m_gone.front());
+    m_gone.pop_front();
+    m_model->beginRemoveRows(QModelIndex(), row, row);
+    m_rows.erase(m_rows.begin() + row);
+    --m_shown;
+    m_model->endRemoveRows();
 }
 
 void MCSMpxORVStatusListModel::Implementation::OnStatusChanged(const Observable* source) {
-    const int row = RowOf(source);
-    if (row == NoRow || RowAt(row).status.get() != source) return;
-    ++m_tellingDepth;
-    Redraw(row);
-    if (--m_tellingDepth > 0 || m_retired.empty()) return;
-    QMetaObject::invokeMethod(
-        m_model, [this] { ReleaseRetired(); }, Qt::QueuedConnection);
+    const int place = PlaceOf(source);
+    if (place != NoRow && RowAt(place).status.get() == source) Redraw(place);
 }
 
-void MCSMpxORVStatusListModel::Implementation::Redraw(int row) {
+// A row that comes is read when it has come.
+void MCSMpxORVStatusListModel::Implementation::Redraw(int place) {
+    if (!IsShown(place)) return;
+    Row& row = RowAt(place);
+    if (m_isMoving) {
+        if (!std::exchange(row.isRedrawDue, true)) m_redraws.push_back(row.serial);
+    } else if (TellOfContent(place)) {
+        Settle();
+    }
+}
+
+void MCSMpxORVStatusListModel::Implementation::RedrawNextDue() {
+    const int row = PlaceOf(m_redraws.front());
+    m_redraws.pop_front();
+    if (row == NoRow) return;
+    RowAt(row).isRedrawDue = false;
+    TellOfContent(row);
+}
+
+bool MCSMpxORVStatusListModel::Implementation::TellOfContent(int row) {
+    const QPointer<MCSMpxORVStatusListModel> model(m_model);
+    ++m_redrawDepth;
     Q_EMIT m_model->dataChanged(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
+    if (model.isNull()) return false;
+    --m_redrawDepth;
+    return true;
 }
 
 // The node of a row got or lost children. A status whose values went shows nothing from now on, and one that
 // came back shows again.
 void MCSMpxORVStatusListModel::Implementation::RenewStatus(const Observable* source) {
-    int row = RowOf(source);
-    if (row == NoRow || RowAt(row).node != source) return;
-    const MCSMpxORVStatus* const old = RowAt(row).status.get();
+    const int place = PlaceOf(source);
+    if (place == NoRow || RowAt(place).node != source || !RowAt(place).isPrepared) return;
+    const MCSMpxORVStatus* const old = RowAt(place).status.get();
     if (old != nullptr && old->GetOperationModeValue() != nullptr) return;
+    const Serial serial = RowAt(place).serial;
+    const QPointer<MCSMpxORVStatusListModel> model(m_model);
     std::shared_ptr<MCSMpxORVStatus> status;
-    if (RowAt(row).node->FindChild(mcskeys::Status) != nullptr) status = MakeStatus(*RowAt(row).node);
-    row = RowOf(source);
-    if (row == NoRow) return;
+    if (RowAt(place).node->FindChild(mcskeys::Status) != nullptr) status = MakeStatus(*RowAt(place).node);
+    if (model.isNull()) return;
+    const int now = PlaceOf(serial);
+    if (now == NoRow || RowAt(now).node == nullptr) return;
     if (status != nullptr) {
-        m_known.erase(RowAt(row).status.get());
-        m_known[status.get()] = RowAt(row).serial;
-        std::swap(RowAt(row).status, status);
-        Retire(std::move(status));
+        m_known.erase(RowAt(now).status.get());
+        m_known[status.get()] = serial;
+        std::swap(RowAt(now).status, status);
     }
-    Redraw(row);
-}
-
-// Whoever is told of a change by a status must not destroy it.
-void MCSMpxORVStatusListModel::Implementation::Retire(std::shared_ptr<MCSMpxORVStatus> status) {
-    if (m_tellingDepth > 0 && status != nullptr) m_retired.push_back(std::move(status));
-}
-
-void MCSMpxORVStatusListModel::Implementation::ReleaseRetired() {
-    if (m_tellingDepth == 0) m_retired.clear();
+    Redraw(now);
 }

@@ -4,6 +4,7 @@
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
 #include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 #include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
 
@@ -51,6 +52,7 @@ using StatusShown = Shown<MCSStatusDisplay, &MCSStatusDisplay::SetStatus_ValuePa
 using ConfigShown = Shown<MCSConfigDisplay, &MCSConfigDisplay::SetConfig_ValuePath, AllGroups>;
 using CommandsShown = Shown<MCSCommandsDisplay, &MCSCommandsDisplay::SetCommands_ValuePath>;
 using LogShown = Shown<MCSLogDisplay, &MCSLogDisplay::SetLogMessage_ValuePath>;
+using ListShown = Shown<MCSMpxORVStatusListDisplay, &MCSMpxORVStatusListDisplay::AddMpxORVs_ValuePath>;
 
 struct DisplayRow {
     const char* name;
@@ -151,7 +153,8 @@ TEST_P(ADisplayOfNoPath, IsBoundToNothingAndMakesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ADisplayOfNoPath,
                          testing::Values(Row<StatusShown>("Status", 0), Row<ConfigShown>("Config", 0),
-                                         Row<CommandsShown>("Commands", 0), Row<LogShown>("Log", 0)),
+                                         Row<CommandsShown>("Commands", 0), Row<LogShown>("Log", 0),
+                                         Row<ListShown>("List", 0)),
                          testing::PrintToStringParamName());
 
 TEST(AStatusDisplayAndItsFlags, TheLaterOfTwoBindingsHolds) {

@@ -56,6 +56,26 @@ TEST_F(StatusListTest, AddsNothingForAPathWithoutANode) {
     EXPECT_EQ(m_tree.FindNode(QStringLiteral("/Mpx/Nothing")), nullptr);
 }
 
+TEST_F(StatusListTest, AnEmptyPathIsNoNode) {
+    m_tree.ProvideNode(QStringLiteral("/Alpha"));
+    EXPECT_FALSE(m_model.addMpxORVs_ValuePath(QString()));
+    m_tree.ProvideNode(QStringLiteral("/Bravo"));
+    EXPECT_EQ(m_model.rowCount(), 0);
+    EXPECT_EQ(m_tree.GetRoot()->CountObservers(), 0);
+    EXPECT_EQ(m_tree.FindNode(QStringLiteral("/Alpha"))->CountChildren(), 0);
+    EXPECT_EQ(m_tree.FindNode(QStringLiteral("/Bravo"))->CountChildren(), 0);
+}
+
+TEST_F(StatusListTest, NoCellHoldsRows) {
+    Add("Alpha");
+    m_model.addMpxORVs_ValuePath(s_path);
+    EXPECT_EQ(m_model.rowCount(QModelIndex()), 1);
+    for (int column = 0; column < 4; ++column) {
+        EXPECT_EQ(m_model.rowCount(m_model.index(0, column)), 0);
+    }
+    EXPECT_EQ(m_model.columnCount(m_model.index(0, 0)), 4);
+}
+
 TEST_F(StatusListTest, CanBeBoundOnceTheSubtreeIsThere) {
     EXPECT_FALSE(m_model.addMpxORVs_ValuePath(s_path));
     Add("Alpha");
