@@ -8,7 +8,7 @@ set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.
   iniwriter.h pathsegments.h observedvalues.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
-  multichannelservercommondll.h observabledeleter.h
+  multichannelservercommondll.h observabledeleter.h rownumberheader.h
   bytebuffer.h cborhead.h cborinput.h cboroutput.h changewriter.h content.h endedobjects.h framedsocket.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h

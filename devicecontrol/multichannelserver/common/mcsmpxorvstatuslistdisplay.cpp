@@ -2,6 +2,7 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
+#include <devicecontrol/multichannelserver/common/rownumberheader.h>
 
 #include <platform/widgets/plaintextdelegate.h>
 
@@ -26,6 +27,7 @@ MCSMpxORVStatusListDisplay::MCSMpxORVStatusListDisplay(QWidget* parent, Qt::Wind
     m_view->setMinimumSize(200, 80);
     m_view->setTabKeyNavigation(false);  // or the keyboard would not get out again
     m_view->setItemDelegate(new PlainTextDelegate(m_view));
+    m_view->setVerticalHeader(new RowNumberHeader(m_view));  // fixed: rows-without-numbers
     layout->addWidget(m_view);
 
     m_model = new MCSMpxORVStatusListModel(this);

@@ -85,7 +85,7 @@ QVariant MCSMpxORVStatusListModel::data(const QModelIndex& index, int role) cons
 }
 
 QVariant MCSMpxORVStatusListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return QVariant();
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};  // fixed: rows-without-numbers
     switch (section) {
         case NameColumn:
             return tr("Name", "Column header");  // fixed: header-disambiguation

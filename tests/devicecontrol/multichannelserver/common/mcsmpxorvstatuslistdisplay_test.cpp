@@ -167,4 +167,90 @@ TEST_F(StatusListDisplayTest, TellsAssistiveTechnologyWhatTheTableIs) {
     EXPECT_EQ(View().accessibleName(), QStringLiteral("MpxORVs"));
 }
 
+/// The same list, but its model numbers the rows.
+class NumberingModel final : public MCSMpxORVStatusListModel {
+  public:
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        return orientation == Qt::Vertical ? QAbstractTableModel::headerData(section, orientation, role)
+                                           : MCSMpxORVStatusListModel::headerData(section, orientation, role);
+    }
+};
+
+/// The display beside a table that has Qt's own header and a model with row numbers.
+class StatusListNumbers : public StatusListDisplayTest {
+  protected:
+    StatusListNumbers() {
+        m_model.addMpxORVs_ValuePath(s_path);
+        m_reference.setModel(&m_numbering);
+    }
+    void AddAndShow(int count) {
+        for (int i = 0; i < count; ++i)
+            m_tree.ProvideNode(s_path + QStringLiteral("/N%1").arg(i));
+        m_numbering.addMpxORVs_ValuePath(s_path);
+        m_display.AddMpxORVs_ValuePath(s_path);
+        m_reference.resize(m_display.size());
+        m_display.show();
+        m_reference.show();
+        RunTurns(3);
+    }
+    void ExpectTheSameHeaders() {
+        RunTurns(3);
+        EXPECT_EQ(View().verticalHeader()->width(), m_reference.verticalHeader()->width());
+        EXPECT_EQ(View().verticalHeader()->grab().toImage(), m_reference.verticalHeader()->grab().toImage());
+    }
+
+    NumberingModel m_numbering;
+    QTableView m_reference;
+};
+
+TEST_F(StatusListNumbers, AreDrawnAsInAnyOtherTable) {
+    AddAndShow(5);
+    const QImage five = View().verticalHeader()->grab().toImage();
+    ExpectTheSameHeaders();
+    Remove("N1");
+    ExpectTheSameHeaders();
+    EXPECT_NE(View().verticalHeader()->grab().toImage(), five);
+}
+
+TEST_F(StatusListNumbers, HaveRoomAlsoWhereThereAreMany) {
+    AddAndShow(1200);
+    ExpectTheSameHeaders();
+    for (QTableView* const view : {&View(), &m_reference})
+        view->scrollToBottom();
+    ExpectTheSameHeaders();
+}
+
+TEST_F(StatusListNumbers, OfRowsThatAreSelectedStandOut) {
+    AddAndShow(5);
+    const QImage plain = View().verticalHeader()->grab().toImage();
+    for (QTableView* const view : {&View(), &m_reference}) {
+        view->selectRow(2);
+        view->selectionModel()->select(view->model()->index(4, 1), QItemSelectionModel::Select);
+    }
+    ExpectTheSameHeaders();
+    EXPECT_NE(View().verticalHeader()->grab().toImage(), plain);
+}
+
+TEST_F(StatusListNumbers, AreGreyWhileTheListIsDisabled) {
+    AddAndShow(5);
+    for (QTableView* const view : {&View(), &m_reference})
+        view->setEnabled(false);
+    ExpectTheSameHeaders();
+}
+
+TEST_F(StatusListNumbers, AClickOnOneSelectsItsRow) {
+    AddAndShow(5);
+    QHeaderView& header = *View().verticalHeader();
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(header.width() / 2, header.sectionViewportPosition(3) + 5));
+    EXPECT_TRUE(View().selectionModel()->isRowSelected(3, QModelIndex()));
+    EXPECT_FALSE(View().selectionModel()->isRowSelected(2, QModelIndex()));
+}
+
+TEST_F(StatusListNumbers, AreNotTheModelsBusiness) {
+    AddAndShow(2);
+    EXPECT_TRUE(qobject_cast<MCSMpxORVStatusListModel*>(View().model()) != nullptr);
+    EXPECT_FALSE(View().model()->headerData(0, Qt::Vertical).isValid());
+}
+
 }  // namespace
