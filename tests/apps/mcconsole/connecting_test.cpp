@@ -3,14 +3,15 @@
 #include <platform/vtclient/vttokenhash.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
-#include <tests/apps/mcconsole/dialogreaction.h>
 #include <tests/platform/vtclient/certificates.h>
+#include <tests/support/dialogs/modaldriver.h>
 
 #include <gmock/gmock.h>
 
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 
 namespace {
 
@@ -36,7 +37,7 @@ class ConnectingTest : public ConsoleTest {
 
     /// Opens the dialog, fills it in and presses Enter.
     void EnterServer(const QString& caFile, const char* token) {
-        EXPECT_TRUE(Ask([&](QDialog& dialog) {
+        Ask([&](QDialog& dialog) {
             const auto type = [&dialog](const char* name, const QString& text) {
                 auto* const field = dialog.findChild<QLineEdit*>(QString::fromLatin1(name));
                 field->setFocus();
@@ -50,13 +51,13 @@ class ConnectingTest : public ConsoleTest {
             type("User", QStringLiteral("olga"));
             type("Token", QString::fromLatin1(token));
             QTest::keyClick(&dialog, Qt::Key_Return);
-        }));
+        });
     }
     /// Opens the dialog by its key.
-    bool Ask(const std::function<void(QDialog&)>& react) const {
+    void Ask(const std::function<void(QDialog&)>& react) const {
         QApplication::setActiveWindow(window.get());
         const auto open = [this] { QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier); };
-        return ReactToDialog(open, react);
+        WithModalDialog<QDialog>(open, react);
     }
 
     QString Connection() const { return window->findChild<QLabel*>(QStringLiteral("Connection"))->text(); }
@@ -79,7 +80,7 @@ TEST_F(ConnectingTest, ByTheDialogOverTlsWithAToken) {
 TEST_F(ConnectingTest, IsOfferedAgainWithoutTheToken) {
     ASSERT_NO_FATAL_FAILURE(StartSecureServer("server"));
     EnterServer(File("authority.pem"), "secret");
-    EXPECT_TRUE(Ask([this](QDialog& dialog) {
+    Ask([this](QDialog& dialog) {
         const auto text = [&dialog](const char* name) {
             return dialog.findChild<QLineEdit*>(QString::fromLatin1(name))->text();
         };
@@ -90,7 +91,7 @@ TEST_F(ConnectingTest, IsOfferedAgainWithoutTheToken) {
         EXPECT_EQ(text("User"), QStringLiteral("olga"));
         EXPECT_EQ(text("Token"), QString());
         dialog.reject();
-    }));
+    });
 }
 
 TEST_F(ConnectingTest, SaysThatTheCertificateIsFromAStranger) {
@@ -120,14 +121,14 @@ TEST_F(ConnectingTest, SaysThatTheTokenIsWrong) {
 
 TEST_F(ConnectingTest, GoesOnWhileTheServerGoesAndComesBehindTheDialog) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
-    EXPECT_TRUE(Ask([this](QDialog& dialog) {
+    Ask([this](QDialog& dialog) {
         server.Kill();
         EXPECT_TRUE(BannerSays("is lost, trying again"));
         EXPECT_TRUE(dialog.isVisible());
         ASSERT_NO_FATAL_FAILURE(server.Restart());
         EXPECT_TRUE(WaitFor([this] { return !Banner()->isVisible(); }));
         dialog.reject();
-    }));
+    });
     EXPECT_EQ(Connection(), QStringLiteral("Connected to 127.0.0.1:%1").arg(server.Port()));
     EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
 }
@@ -145,7 +146,7 @@ TEST_F(ConnectingTest, LeavesNoEditBehindIfTheServerGoesWhileItIsTyped) {
 }
 
 TEST_F(ConnectingTest, EndsTheProgramWithTheWindowThoughTheDialogIsOpen) {
-    QTimer::singleShot(0, window.get(), [this] { EXPECT_TRUE(Ask([this](QDialog&) { window->close(); })); });
+    QTimer::singleShot(0, window.get(), [this] { Ask([this](QDialog&) { window->close(); }); });
     EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_FALSE(window->isVisible());
 }

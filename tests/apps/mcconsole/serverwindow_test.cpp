@@ -6,12 +6,13 @@
 #include <platform/config/cfgcenter.h>
 #include <platform/vtclient/vtclientcenter.h>
 
-#include <tests/apps/mcconsole/dialogreaction.h>
 #include <tests/apps/mcserver/serverprocess.h>
+#include <tests/support/dialogs/modaldriver.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -51,10 +52,9 @@ class ServerWindowTest : public testing::Test {
         ASSERT_TRUE(
             ServerProcess::WaitFor([this] { return m_program.GetListener().GetPeers().size() == 1; }));
     }
-    /// Closes the window as a person does, and does \a react about the question. False if none is asked.
-    bool CloseAndReact(const std::function<void(QMessageBox&)>& react) const {
-        return ReactToDialog([this] { window->close(); },
-                             [&react](QDialog& dialog) { react(dynamic_cast<QMessageBox&>(dialog)); });
+    /// Closes the window as a person does, and does \a react about the question.
+    void CloseAndReact(const std::function<void(QMessageBox&)>& react) const {
+        WithModalDialog<QMessageBox>([this] { window->close(); }, react);
     }
 
     std::unique_ptr<ServerWindow> window;
@@ -66,30 +66,31 @@ class ServerWindowTest : public testing::Test {
 };
 
 TEST_F(ServerWindowTest, ClosesAtOnceWithoutClients) {
-    EXPECT_FALSE(CloseAndReact([](QMessageBox& question) { question.reject(); }));
+    const ModalDriver nobodyAsks;
+    window->close();
     EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(ServerWindowTest, StaysWhereTheAnswerIsNo) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
-    EXPECT_TRUE(CloseAndReact([](QMessageBox& question) {
+    CloseAndReact([](QMessageBox& question) {
         EXPECT_EQ(question.text(), QStringLiteral("A client will lose the server. End it all the same?"));
         QTest::keyClick(&question, Qt::Key_Return);  // what it offers first
-    }));
+    });
     EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(ServerWindowTest, ClosesWhereTheAnswerIsYes) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
-    EXPECT_TRUE(CloseAndReact(
-        [](QMessageBox& question) { QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton); }));
+    CloseAndReact(
+        [](QMessageBox& question) { QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton); });
     EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(ServerWindowTest, TakesTheEndOfTheApplicationForNoAnswer) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
     QTimer::singleShot(0, window.get(), [this] {
-        EXPECT_TRUE(CloseAndReact([](QMessageBox&) { QCoreApplication::quit(); }));
+        CloseAndReact([](QMessageBox&) { QCoreApplication::quit(); });
         EXPECT_TRUE(window->isVisible());
     });
     QCoreApplication::exec();
@@ -97,7 +98,7 @@ TEST_F(ServerWindowTest, TakesTheEndOfTheApplicationForNoAnswer) {
 
 TEST_F(ServerWindowTest, ClosesWhenTheProgramIsToEndThoughTheQuestionIsOpen) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
-    EXPECT_TRUE(CloseAndReact([this](QMessageBox&) { window->CloseNow(); }));
+    CloseAndReact([this](QMessageBox&) { window->CloseNow(); });
     EXPECT_FALSE(window->isVisible());
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/devicecontrol/multichannelserver/common/logdisplaytest.h>
-#include <tests/devicecontrol/multichannelserver/common/modaldriver.h>
+#include <tests/support/dialogs/modaldriver.h>
 
 #include <platform/widgets/guibase.h>
 

@@ -5,9 +5,10 @@
 #include <devicecontrol/multichannelserver/common/gts/inputassignmenteditor.h>
 
 #include <tests/devicecontrol/multichannelserver/common/gts/gtsdisplaytest.h>
-#include <tests/devicecontrol/multichannelserver/common/gts/modaldialog.h>
+#include <tests/support/dialogs/modaldriver.h>
 #include <tests/support/recordingobserver.h>
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTableWidget>
 

@@ -3,7 +3,7 @@
 #include <devicecontrol/multichannelserver/common/gts/datamoduleeditor.h>
 
 #include <tests/devicecontrol/multichannelserver/common/gts/gtsdisplaytest.h>
-#include <tests/devicecontrol/multichannelserver/common/gts/modaldialog.h>
+#include <tests/support/dialogs/modaldriver.h>
 #include <tests/support/tracerecorder.h>
 
 namespace {
