@@ -128,7 +128,7 @@ class StatusListAnswers : public StatusListTest {
     template <class Signal>
     void Answer(Signal signal, std::function<void()> answer) {
         m_answer = std::move(answer);
-        QObject::connect(&m_model, signal, &m_model, [this] {
+        QObject::connect(&m_model, signal, &m_context, [this] {
             if (const std::function<void()> once = std::exchange(m_answer, nullptr)) once();
         });
     }
@@ -149,6 +149,7 @@ class StatusListAnswers : public StatusListTest {
     }
 
     std::function<void()> m_answer;
+    QObject m_context;  // goes first, so that the end of the model is answered by nobody
     bool m_isWatched = true;
 };
 
