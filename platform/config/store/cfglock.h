@@ -5,6 +5,8 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <cstdint>
+#include <utility>
 
 /// One process at a time: a file that the system keeps for whoever holds it, and gives free when that process
 /// ends, however it ends. It says who holds it, and since when. Main thread.

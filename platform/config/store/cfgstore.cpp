@@ -81,9 +81,10 @@ void CfgStore::Open() {
             LoadAsItIs();
         }
     }
-    if (!m_obstacle.isEmpty())
-        Trace(QStringLiteral("The configuration file '%1' cannot be used (%2); defaults are used")
-                  .arg(m_path, m_obstacle));
+    if (m_obstacle.isEmpty()) return;
+    m_copy.StartBlindly();
+    Trace(QStringLiteral("The configuration file '%1' cannot be used (%2); defaults are used")
+              .arg(m_path, m_obstacle));
 }
 
 void CfgStore::TryAgain() {

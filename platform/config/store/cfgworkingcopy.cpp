@@ -75,10 +75,16 @@ QStringList CfgWorkingCopy::GetKeys(const QString& prefix) const {
 
 void CfgWorkingCopy::TakeIn(CfgContents stored) {
     if (m_keepsEdits) NoteEdits(stored);
+    m_isBlind = false;
     m_stored = std::move(stored);
     m_contents = m_stored;
     for (const auto& [key, content] : m_changes)
         Set(key, content);
+}
+
+void CfgWorkingCopy::TakeInLoss() {
+    m_isBlind = false;
+    m_stored.clear();
 }
 
 void CfgWorkingCopy::NoteEdits(const CfgContents& stored) {
@@ -105,7 +111,7 @@ void CfgWorkingCopy::NoteEdit(const QString& key, const Content& after) {
     const Content known = GetKnown(key);
     if (known == after) return;
     const auto change = m_changes.find(key);
-    const bool isDefault = !Find(m_stored, key) && known == Find(m_assumed, key);
+    const bool isDefault = m_isBlind || (!Find(m_stored, key) && known == Find(m_assumed, key));
     if (change != m_changes.end() && !isDefault) {
         m_overruledKeys << key;
         return;

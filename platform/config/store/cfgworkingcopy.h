@@ -33,7 +33,7 @@ class CfgWorkingCopy {
     void TakeIn(CfgContents stored);
     /// The file is not there, or empty. What is known stays: a file may go by mistake, and for a moment also
     /// while somebody edits it.
-    void TakeInLoss() { m_stored.clear(); }
+    void TakeInLoss();
     /// The file holds all of it now.
     void MarkStored();
 
@@ -41,6 +41,9 @@ class CfgWorkingCopy {
     /// change, since a program that saves all it knows does not mean to undo the edit.
     void KeepEdits() { m_keepsEdits = true; }
     bool KeepsEdits() const { return m_keepsEdits; }
+    /// The file cannot be read. What the program writes until it can be are defaults as far as anybody knows:
+    /// what the file turns out to hold counts for more, and lasts like an edit.
+    void StartBlindly() { m_isBlind = m_keepsEdits = true; }
     /// The program goes on with \a content for \a key, which is missing: as if it were there for those who
     /// edit.
     void Assume(const QString& key, const QString& content);
@@ -70,4 +73,5 @@ class CfgWorkingCopy {
     std::set<QString> m_editedKeys;        ///< not told yet
     std::set<QString> m_providedSections;
     bool m_keepsEdits = false;
+    bool m_isBlind = false;
 };

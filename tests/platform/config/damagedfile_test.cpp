@@ -188,4 +188,30 @@ TEST_F(UnusualFile, OneThatCouldNotBeReadIsTriedAgainAtTheNextOpening) {
     EXPECT_EQ(traces.Records().size(), 1U);
 }
 
+// A program that finds no keys writes its defaults, once at its start and again with all it knows at its end.
+TEST_F(UnusualFile, OneThatCouldNotBeReadAtFirstIsNotOverwrittenByDefaults) {
+    const QString key = QStringLiteral("k");
+    const QString other = QStringLiteral("other");
+    ASSERT_TRUE(QDir().mkpath(Path()));
+    const TraceRecorder traces;
+    const std::unique_ptr<ICfg> root = Root();
+    EXPECT_EQ(root->ReadInt(key, 0), 0);
+    root->WriteInt(key, 30);
+    EXPECT_FALSE(root->CommitKey(key));
+    EXPECT_EQ(root->ReadInt(key, 0), 30);
+    EXPECT_EQ(root->ReadInt(other, 7), 7);
+
+    ASSERT_TRUE(QDir(Path()).removeRecursively());
+    const QByteArray bytes = "[General]\nk=1\nother=2\n";
+    WriteFile(bytes);
+    root->WriteInt(key, 30);
+    root->WriteInt(other, 7);
+    EXPECT_TRUE(root->CommitKey(key));
+    EXPECT_EQ(FileBytes(), bytes);
+    EXPECT_EQ(root->ReadInt(key, 0), 1);
+    root->WriteInt(key, 31);
+    EXPECT_TRUE(root->CommitKey(key));
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=31\nother=2\n"));
+}
+
 }  // namespace
