@@ -15,10 +15,7 @@ constexpr std::chrono::milliseconds DefaultPatience(1000);
 
 }  // namespace
 
-CfgCenter::CfgCenter() : m_patience(DefaultPatience) {
-    // The store commits what nobody committed while there still is all that it needs for that.
-    qAddPostRoutine([] { Instance().m_store.reset(); });
-}
+CfgCenter::CfgCenter() : m_patience(DefaultPatience) {}
 
 CfgCenter::~CfgCenter() = default;
 
@@ -58,7 +55,14 @@ CfgStore& CfgCenter::OpenStore() {
         m_store->TryAgain();
     else
         m_store = std::make_shared<CfgStore>(path, m_patience);
+    if (!m_applicationEnd) m_applicationEnd.emplace([this] { End(); });
     return *m_store;
+}
+
+// The store commits what nobody committed while there still is all that it needs for that.
+void CfgCenter::End() {
+    m_store.reset();
+    m_applicationEnd.reset();
 }
 
 ICfg* CfgCenter::OpenRoot() {

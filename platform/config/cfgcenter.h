@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/app/applicationend.h>
 #include <platform/app/platformexport.h>
 
 #include <QtCore/QString>
@@ -8,6 +9,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 class CfgStore;
 class ICfg;
@@ -55,9 +57,11 @@ class MCS_PLATFORM_EXPORT CfgCenter {
     ~CfgCenter();
 
     CfgStore& OpenStore();
+    void End();
 
     QString m_appName;
     QString m_storePath;
     std::chrono::milliseconds m_patience;
     std::shared_ptr<CfgStore> m_store;  ///< shared by all sections opened on it
+    std::optional<ApplicationEnd> m_applicationEnd;
 };

@@ -110,6 +110,11 @@ int Lock() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    {
+        // As in a program that looks at its arguments before it knows which kind of application it is.
+        const QCoreApplication forArguments(argc, argv);
+        CfgCenter::Instance();
+    }
     const QCoreApplication application(argc, argv);
     ErrorHandler::Instance().SetSink([](const TraceRecord& record) {
         std::fputs((record.message + QLatin1Char('\n')).toUtf8().constData(), stderr);
