@@ -3,12 +3,12 @@
 #include <apps/common/display.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
-#include <apps/mcserver/messagelimiter.h>
-#include <apps/mcserver/serveroptions.h>
-#include <apps/mcserver/serverprogram.h>
-#include <apps/mcserver/serverwindow.h>
-#include <apps/mcserver/suppressionduties.h>
-#include <apps/mcserver/suppressionpage.h>
+#include <apps/mcserver/log/messagelimiter.h>
+#include <apps/mcserver/program/serveroptions.h>
+#include <apps/mcserver/program/serverprogram.h>
+#include <apps/mcserver/program/serverwindow.h>
+#include <apps/mcserver/suppression/suppressionduties.h>
+#include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/pages/guimodule.h>
 #include <apps/pages/pictures.h>
 

@@ -2,8 +2,8 @@
 #include <apps/common/closedoutput.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
-#include <apps/mctree/commands.h>
-#include <apps/mctree/help.h>
+#include <apps/mctree/command/commands.h>
+#include <apps/mctree/command/help.h>
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The server's own window: how it is closed while clients are connected.
-#include <apps/mcserver/serverprogram.h>
-#include <apps/mcserver/serverwindow.h>
+#include <apps/mcserver/program/serverprogram.h>
+#include <apps/mcserver/program/serverwindow.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/vtclient/vtclientcenter.h>

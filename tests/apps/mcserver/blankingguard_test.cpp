@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/blankingguard.h>
+#include <apps/mcserver/suppression/blankingguard.h>
 
 #include <tests/apps/mcserver/requestsfixture.h>
 

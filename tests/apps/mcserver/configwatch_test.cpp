@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/configwatch.h>
+#include <apps/mcserver/program/configwatch.h>
 
 #include <platform/config/cfgcenter.h>
 

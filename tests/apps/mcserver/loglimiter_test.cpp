@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/loglimiter.h>
+#include <apps/mcserver/log/loglimiter.h>
 
 #include <tests/apps/mcserver/manualclock.h>
 #include <tests/support/printing.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/messagelimiter.h>
+#include <apps/mcserver/log/messagelimiter.h>
 
 #include <tests/support/printing.h>
 

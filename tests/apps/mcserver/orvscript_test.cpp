@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/orvscript.h>
+#include <apps/mcserver/device/orvscript.h>
 
 #include <tests/support/printing.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/ituningguard.h>
+#include <apps/mcserver/mpxorv/ituningguard.h>
 
 #include <tests/apps/mcserver/requestsfixture.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/mcsserver.h>
-#include <apps/mcserver/serveraccess.h>
-#include <apps/mcserver/simulatedorv.h>
+#include <apps/mcserver/access/serveraccess.h>
+#include <apps/mcserver/device/simulatedorv.h>
+#include <apps/mcserver/program/mcsserver.h>
 
 #include <platform/values/tree.h>
 #include <platform/values/valueaccess.h>

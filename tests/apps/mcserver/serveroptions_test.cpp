@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/serveroptions.h>
+#include <apps/mcserver/program/serveroptions.h>
 
 #include <tests/support/printing.h>
 

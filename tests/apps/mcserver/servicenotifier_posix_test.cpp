@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/servicenotifier.h>
+#include <apps/mcserver/program/servicenotifier.h>
 
 #include <gtest/gtest.h>
 

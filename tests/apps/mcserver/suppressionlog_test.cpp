@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/suppressionlog.h>
+#include <apps/mcserver/suppression/suppressionlog.h>
 
 #include <tests/apps/mcserver/requestsfixture.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/arguments.h>
+#include <apps/mctree/command/arguments.h>
 
 #include <tests/apps/mctree/commandfixture.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mctree/commands.h>
+#include <apps/mctree/command/commands.h>
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/contentinput.h>
+#include <apps/mctree/text/contentinput.h>
 
-#include <apps/mctree/content.h>
+#include <apps/mctree/text/contenttext.h>
 #include <tests/apps/mctree/commandfixture.h>
 
 using namespace mctree;

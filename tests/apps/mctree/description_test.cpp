@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/description.h>
+#include <apps/mctree/text/description.h>
 
 #include <tests/apps/mctree/commandfixture.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/apps/mctree/fakevtclient.h>
 
-#include <apps/mctree/walk.h>
+#include <apps/mctree/mirror/walk.h>
 
 #include <platform/values/tree.h>
 #include <platform/values/valuebase.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/printer.h>
+#include <apps/mctree/text/printer.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/safetext.h>
+#include <apps/mctree/text/safetext.h>
 
 #include <tests/apps/mctree/commandfixture.h>
 

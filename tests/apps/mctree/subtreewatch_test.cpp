@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/subtreewatch.h>
+#include <apps/mctree/mirror/subtreewatch.h>
 
 #include <platform/values/tree.h>
 #include <platform/values/value.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/table.h>
+#include <apps/mctree/text/table.h>
 
 #include <tests/support/printing.h>
 

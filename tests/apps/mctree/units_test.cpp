@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/units.h>
+#include <apps/mctree/text/units.h>
 
 #include <tests/apps/mctree/commandfixture.h>
 

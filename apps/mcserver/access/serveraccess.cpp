@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/access/serveraccess.h>
+
+#include <apps/mcserver/log/peertext.h>
+#include <apps/mcserver/log/serverlog.h>
+
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <algorithm>
+
+using ERight = VtAccessFile::ERight;
+
+namespace {
+
+/// Where the ground transmitter suppression publishes what it reads.
+QString SuppressionPath() {
+    return QStringLiteral("/ORVServer");
+}
+
+QString NoRule() {
+    return QStringLiteral("no rule of this server allows it");
+}
+
+/// Puts \a refusal into \a reason. True if there is none.
+bool IsAllowed(const QString& refusal, QString* reason) {
+    if (reason != nullptr) *reason = refusal;
+    return refusal.isEmpty();
+}
+
+}  // namespace
+
+ServerAccess::ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock)
+    : m_mpxOrvs(mpxOrvs), m_log(log), m_limiter([&clock] { return clock.Now(); }) {}
+
+bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
+    if (!m_file) {
+        AdmitWithoutFile(peer);
+        return true;
+    }
+    QString refusal;
+    if (AdmitByFile(peer, user, token, &refusal)) return true;
+    Log(peer, QStringLiteral("%1 is not admitted: %2").arg(peertext::Name(peer), refusal));
+    return IsAllowed(refusal, reason);
+}
+
+bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
+    const auto wait = std::chrono::ceil<std::chrono::seconds>(m_limiter.WaitOf(peer.address));
+    if (wait > wait.zero()) {
+        *reason = QStringLiteral("too many failed attempts, wait %1 s").arg(wait.count());
+        return false;
+    }
+    const bool isByCertificate = user.isEmpty() && token.isEmpty() && !peer.certificateName.isEmpty();
+    const std::optional<QString> role =
+        isByCertificate ? m_file->FindRoleOfCertificate(peer.certificateName) : m_file->FindRole(user, token);
+    if (!role) {
+        m_limiter.Failed(peer.address);
+        *reason = isByCertificate ? QStringLiteral("the certificate's name is not known here")
+                                  : QStringLiteral("user or token is wrong");
+        return false;
+    }
+    m_limiter.Succeeded(peer.address);
+    peer.user = isByCertificate ? VtAccessFile::CertificateUser(peer.certificateName) : user;
+    peer.role = *role;
+    return true;
+}
+
+void ServerAccess::AdmitWithoutFile(VtPeer& peer) {
+    peer.role = peer.isLoopback ? OperatorRole() : ClientRole();
+    peer.user = peer.role;
+}
+
+QStringList ServerAccess::PrefixesOf(const VtPeer& peer, ERight right) const {
+    if (m_file) return m_file->GetPrefixes(peer.role, right);
+    const bool isOperator = peer.role == OperatorRole();
+    const QString dynamic = MpxOrvPath::BasePath(EMpxOrvKind::Dynamic);
+    const QString fixed = MpxOrvPath::BasePath(EMpxOrvKind::Static);
+    switch (right) {
+        case ERight::Read:
+            return {QStringLiteral("/")};
+        case ERight::Create:
+            return {dynamic};
+        case ERight::Write:
+            break;
+    }
+    if (!isOperator) return {fixed};
+    return {mcskeys::DefaultBasePath(mcskeys::Command), mcskeys::DefaultBasePath(mcskeys::Config), dynamic,
+            fixed};
+}
+
+bool ServerAccess::Allows(const VtPeer& peer, ERight right, const QString& path) const {
+    const QStringList prefixes = PrefixesOf(peer, right);
+    return std::any_of(prefixes.begin(), prefixes.end(),
+                       [&path](const QString& prefix) { return VtAccessFile::IsBelow(path, prefix); });
+}
+
+bool ServerAccess::MayRead(const VtPeer& peer, const QString& path) {
+    return Allows(peer, ERight::Read, path);
+}
+
+bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* reason) {
+    const QString refusal = WriteRefusal(peer, path);
+    if (!refusal.isEmpty())
+        Log(peer, QStringLiteral("%1 may not write %2: %3")
+                      .arg(peertext::Name(peer), peertext::Shown(path), refusal));
+    return IsAllowed(refusal, reason);
+}
+
+QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) const {
+    if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
+        return QStringLiteral("the status is the server's own");
+    // A written input would blank, or release, what no transmitter does.
+    if (VtAccessFile::IsBelow(path, SuppressionPath())) return QStringLiteral("only the server writes this");
+    if (const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path))
+        return MpxOrvWriteRefusal(peer, path, *target);
+    return Allows(peer, ERight::Write, path) ? QString() : NoRule();
+}
+
+bool ServerAccess::IsRequest(const MpxOrvPath& target) {
+    return target.below.size() > 1 && target.below[0] == MpxOrvRequests::NodeName() &&
+           target.below[1] != MpxOrvRequests::AnswerName();
+}
+
+QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path,
+                                         const MpxOrvPath& target) const {
+    const QString part = target.below.value(0);
+    const bool isBlanking = target.below == QStringList{MpxOrv::BlankingName()};
+    if (part == mcskeys::Policy || isBlanking) return PolicyRefusal(peer, path, target);
+    const bool isRequest = IsRequest(target);
+    const bool isComment = target.below == QStringList{mcskeys::Status, mcskeys::Comment};
+    if (!isRequest && !isComment) return QStringLiteral("only the server writes this");
+    const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
+    const bool isGoing =
+        mpxOrv != nullptr && mpxOrv->GetKind() == EMpxOrvKind::Dynamic && !mpxOrv->HasClients();
+    if (mpxOrv == nullptr || isGoing) return QStringLiteral("there is no such MpxORV");
+    if (mpxOrv->HasClient(peer.session)) return QString();
+    if (!isRequest) return QStringLiteral("only clients of the MpxORV comment on it");
+    const QString refusal = UseRefusal(peer, target);
+    return refusal.isEmpty() ? m_mpxOrvs.JoinRefusal(*mpxOrv, peer.session, peer.user) : refusal;
+}
+
+QString ServerAccess::PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const {
+    if (peer.role != OperatorRole()) return QStringLiteral("only operators switch policies");
+    const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
+    if (mpxOrv != nullptr && mpxOrv->HasClient(peer.session))
+        return QStringLiteral("nobody switches the policies of an MpxORV that it uses");
+    return Allows(peer, ERight::Write, path) ? QString() : NoRule();
+}
+
+QString ServerAccess::UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const {
+    const ERight right = target.kind == EMpxOrvKind::Static ? ERight::Write : ERight::Create;
+    return Allows(peer, right, MpxOrvPath::NodePath(target.kind, target.name)) ? QString() : NoRule();
+}
+
+QString ServerAccess::Join(const VtPeer& peer, const MpxOrvPath& target) {
+    QString refusal = UseRefusal(peer, target);
+    if (!refusal.isEmpty()) return refusal;
+    MpxOrvRegistry::Client client;
+    client.session = peer.session;
+    client.application =
+        peer.application.isEmpty() ? QStringLiteral("a client") : peertext::Shown(peer.application);
+    client.user = peer.user;
+    client.name = peertext::Name(peer);
+    client.source = VtAttemptLimiter::HostOf(peer.address);
+    return m_mpxOrvs.Join(target.kind, target.name, client);
+}
+
+bool ServerAccess::MayCreate(const VtPeer& peer, const QString& path, QString* reason) {
+    QString refusal;
+    if (VtAccessFile::IsBelow(path, mcskeys::Root))
+        refusal = QStringLiteral("what is below %1 is the server's own").arg(mcskeys::Root);
+    else if (VtAccessFile::IsBelow(path, SuppressionPath()))
+        refusal = QStringLiteral("what is below %1 is the server's own").arg(SuppressionPath());
+    else if (!Allows(peer, ERight::Create, path))
+        refusal = NoRule();
+    if (!refusal.isEmpty())
+        Log(peer, QStringLiteral("%1 may not create %2: %3")
+                      .arg(peertext::Name(peer), peertext::Shown(path), refusal));
+    return IsAllowed(refusal, reason);
+}
+
+// Told in advance and for whole subtrees, so it tells more than there will be: what lies within and is not
+// for this peer is refused when it writes.
+QStringList ServerAccess::WritablePrefixes(const VtPeer& peer) {
+    QStringList prefixes = PrefixesOf(peer, ERight::Write);
+    const QString dynamic = MpxOrvPath::BasePath(EMpxOrvKind::Dynamic);
+    for (const QString& prefix : PrefixesOf(peer, ERight::Create)) {
+        if (VtAccessFile::IsBelow(prefix, dynamic))
+            prefixes << prefix;
+        else if (VtAccessFile::IsBelow(dynamic, prefix))
+            prefixes << dynamic;
+    }
+    prefixes.removeDuplicates();
+    return prefixes;
+}
+
+void ServerAccess::SessionStarted(const VtPeer& peer) {
+    Log(peer, QStringLiteral("%1 is connected as %2").arg(peertext::Name(peer), peertext::Shown(peer.role)));
+}
+
+void ServerAccess::SessionEnded(const VtPeer& peer) {
+    m_mpxOrvs.RemoveSession(peer.session);
+    Log(peer, QStringLiteral("%1 has gone").arg(peertext::Name(peer)));
+}
+
+void ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
+    const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
+    if (!target || !target->below.isEmpty()) return;
+    const QString refusal = Join(peer, *target);
+    if (!refusal.isEmpty())
+        Log(peer, QStringLiteral("%1 may not use %2: %3")
+                      .arg(peertext::Name(peer), peertext::Shown(target->name), refusal));
+}
+
+void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
+    const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
+    if (target && target->below.isEmpty()) m_mpxOrvs.Release(target->kind, target->name, peer.session);
+}
+
+void ServerAccess::ValueWritten(const VtPeer& peer, const QString& path) {
+    const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
+    if (!target || !IsRequest(*target)) return;
+    const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target->kind, target->name);
+    if (mpxOrv != nullptr && !mpxOrv->HasClient(peer.session)) Join(peer, *target);
+}
+
+void ServerAccess::Log(const VtPeer& peer, const QString& text) {
+    m_log.WriteFrom(VtAttemptLimiter::HostOf(peer.address), text);
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/clock/iclock.h>
+#include <apps/mcserver/mpxorv/mpxorvregistry.h>
+
+#include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/vtaccessfile.h>
+#include <platform/vtclient/vtattemptlimiter.h>
+
+#include <optional>
+
+class ServerLog;
+
+/// Who may come in to the server, and what each may do: by the access file where there is one, and by the
+/// server's own rules on top, which no file can switch off. docs/server.md tells both. Main thread.
+///
+/// Without an access file, peers of this machine come in as operators. Peers of other machines, who get that
+/// far only if the server was told to be insecure, may use MpxORVs and nothing else.
+class ServerAccess : public IVtAccess {
+  public:
+    ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock);
+
+    void UseFile(const VtAccessFile& file) { m_file = file; }
+
+    bool NeedsCredentials() const override { return m_file.has_value(); }
+    bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) override;
+    bool MayRead(const VtPeer& peer, const QString& path) override;
+    bool MayWrite(const VtPeer& peer, const QString& path, QString* reason) override;
+    bool MayCreate(const VtPeer& peer, const QString& path, QString* reason) override;
+    QStringList WritablePrefixes(const VtPeer& peer) override;
+    void SessionStarted(const VtPeer& peer) override;
+    void SessionEnded(const VtPeer& peer) override;
+    void ProvideNode(const VtPeer& peer, const QString& path) override;
+    void NodeReleased(const VtPeer& peer, const QString& path) override;
+    /// Writing a request of an MpxORV makes the peer a client of it, as asking for its node does: a peer that
+    /// mirrors all MpxORVs has no other way to say that it uses one.
+    void ValueWritten(const VtPeer& peer, const QString& path) override;
+
+    /// The role that switches policies.
+    static QString OperatorRole() { return QStringLiteral("operator"); }
+    /// The role of peers of other machines without an access file.
+    static QString ClientRole() { return QStringLiteral("client"); }
+
+  private:
+    bool AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason);
+    void AdmitWithoutFile(VtPeer& peer);
+    /// Whether file, or what holds without one, allows it.
+    bool Allows(const VtPeer& peer, VtAccessFile::ERight right, const QString& path) const;
+    QStringList PrefixesOf(const VtPeer& peer, VtAccessFile::ERight right) const;
+
+    // Why a peer may not; empty if it may.
+    QString WriteRefusal(const VtPeer& peer, const QString& path) const;
+    QString MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
+    QString PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
+    QString UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
+    QString Join(const VtPeer& peer, const MpxOrvPath& target);
+    static bool IsRequest(const MpxOrvPath& target);
+
+    void Log(const VtPeer& peer, const QString& text);
+
+    MpxOrvRegistry& m_mpxOrvs;
+    ServerLog& m_log;
+    VtAttemptLimiter m_limiter;
+    std::optional<VtAccessFile> m_file;
+};

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/clock/iclock.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+
+#include <map>
+
+class QTimer;
+
+/// The real time, through the event loop of the application.
+class QtClock : public IClock {
+  public:
+    QtClock();
+    ~QtClock() override;
+
+    std::chrono::milliseconds Now() const override;
+    QTime TimeOfDay() const override;
+    int After(std::chrono::milliseconds delay, Action action) override;
+    void Cancel(int number) override;
+
+  private:
+    void Run(int number, const Action& action);
+
+    QElapsedTimer m_elapsed;
+    QObject m_context;  ///< owns the timers
+    std::map<int, QTimer*> m_timers;
+    int m_lastNumber = 0;
+};

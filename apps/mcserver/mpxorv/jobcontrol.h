@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/clock/iclock.h>
+#include <apps/mcserver/mpxorv/mpxorv.h>
+
+#include <QtCore/QString>
+#include <QtCore/QTime>
+
+#include <map>
+#include <set>
+
+class IOrvDevice;
+class ITuningGuard;
+class MCSStatus;
+class ServerLog;
+
+/// Decides on what the clients ask of their MpxORVs, and has the device do it: by the policies of the MpxORV,
+/// by who is job master, and by what the device can do. Every request is answered. docs/server.md holds the
+/// rules. Main thread.
+class JobControl : public IMpxOrvListener {
+  public:
+    JobControl(IOrvDevice& device, MCSStatus& status, ServerLog& log, IClock& clock);
+
+    /// Not owned; null for none.
+    void SetGuard(ITuningGuard* guard) { m_guard = guard; }
+    /// Null while there is none.
+    const MpxOrv* GetMaster() const { return m_master; }
+
+    /// \a mpxOrv is there from now on.
+    void Enter(MpxOrv& mpxOrv);
+    /// It is going to be destroyed: gives up what it has.
+    void Leave(MpxOrv& mpxOrv);
+    /// The device went on- or offline, or booted: without it nobody has anything.
+    void DeviceChanged();
+    void OperationModeChanged();
+    /// The guard may think otherwise from now on: who is tuned to what it refuses loses it.
+    void GuardChanged();
+    void ReportIntervalChanged();
+
+    void OnRequest(MpxOrv& mpxOrv, ERequest request) override;
+    void OnPoliciesChanged(MpxOrv& mpxOrv) override;
+    void OnBlankingSwitched(MpxOrv& mpxOrv) override;
+
+  private:
+    /// What one MpxORV is tuned to.
+    struct Tuning {
+        double hz = 0.0;
+        bool hasChannel = false;
+        int channel = 0;  ///< of the device; without one the frequency is read from the master's range
+    };
+    struct Outcome {
+        bool isDone;
+        QString text;
+    };
+    static Outcome Done(const QString& text) { return {true, text}; }
+    static Outcome Refused(const QString& reason) { return {false, reason}; }
+    /// Done with \a text, or refused for \a refusal if there is one.
+    static Outcome DoneUnless(const QString& refusal, const QString& text);
+
+    Outcome CarryOut(MpxOrv& mpxOrv, ERequest request);
+    Outcome Tune(MpxOrv& mpxOrv);
+    Outcome WatchMaster(MpxOrv& mpxOrv, double hz);
+    Outcome TuneChannel(MpxOrv& mpxOrv, double hz);
+    Outcome BecomeMaster(MpxOrv& mpxOrv);
+    Outcome RestartJob(MpxOrv& mpxOrv);
+    Outcome SetReportInterval(MpxOrv& mpxOrv);
+
+    /// Why nothing can be asked of the device now; empty if it is ready.
+    QString DeviceRefusal() const;
+    /// Why \a mpxOrv must not be tuned to \a hz now; empty if it may.
+    QString GuardRefusal(MpxOrv& mpxOrv, double hz) const;
+    QString MasterRefusal() const;
+    bool IsUnderMaster(const MpxOrv& mpxOrv) const;
+    bool IsInMasterRange(double hz) const;
+    bool IsWatching(MpxOrv& mpxOrv) const;
+
+    void SetMaster(MpxOrv* mpxOrv);
+    /// Gives up the frequency of \a mpxOrv.
+    void Untune(MpxOrv& mpxOrv);
+    /// Ends the watching of those who may not, or whose frequency is not in the master's range any more.
+    void CheckWatchers(const QString& reason);
+    void End(MpxOrv& mpxOrv, const QString& reason);
+    void ShowStatus(MpxOrv& mpxOrv);
+
+    IOrvDevice& m_device;
+    MCSStatus& m_status;
+    ServerLog& m_log;
+    IClock& m_clock;
+    ITuningGuard* m_guard = nullptr;
+    MpxOrv* m_master = nullptr;
+    QTime m_masterSince;
+    std::set<MpxOrv*> m_mpxOrvs;
+    std::map<MpxOrv*, Tuning> m_tunings;
+};

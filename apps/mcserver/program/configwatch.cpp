@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/program/configwatch.h>
+
+#include <apps/mcserver/log/peertext.h>
+#include <apps/mcserver/log/serverlog.h>
+
+#include <platform/config/cfgcenter.h>
+
+#include <utility>
+
+void ConfigWatch::Start() {
+    Stop();
+    LookAgainLater();
+}
+
+void ConfigWatch::Stop() {
+    m_clock.Cancel(std::exchange(m_timer, 0));
+}
+
+void ConfigWatch::LookAgainLater() {
+    m_timer = m_clock.After(LookInterval, [this] {
+        Look();
+        LookAgainLater();
+    });
+}
+
+void ConfigWatch::Look() {
+    const QStringList keys = CfgCenter::Instance().LookForEdits();
+    if (keys.isEmpty()) return;
+    QStringList named;
+    for (const QString& key : keys.mid(0, MaxKeys))
+        named << peertext::Shown(key);
+    QString text = named.join(QStringLiteral(", "));
+    if (keys.size() > MaxKeys) text += QStringLiteral(" and %1 more").arg(keys.size() - MaxKeys);
+    m_log.Write(
+        QStringLiteral("the configuration file was edited: %1; in use from the next start on").arg(text));
+}

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/program/mcsserver.h>
+
+#include <apps/mcserver/device/iorvdevice.h>
+
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+#include <devicecontrol/multichannelserver/common/mcstools.h>
+#include <devicecontrol/multichannelserver/common/observedvalues.h>
+
+#include <platform/config/cfgsave.h>
+#include <platform/config/icfg.h>
+#include <platform/values/valueaccess.h>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+const QString* CommandPath() {
+    static const QString path = mcskeys::DefaultBasePath(mcskeys::Command);
+    return &path;
+}
+
+/// Makes the sections that MCSConfigData and people look for, so that people find all keys.
+void ProvideSections(ICfg& cfg) {
+    const std::unique_ptr<ICfg> dynamic(cfg.ProvideSection(mcskeys::DynamicMpxORVs));
+    const std::unique_ptr<ICfg> policy(dynamic->ProvideSection(mcskeys::Policy));
+}
+
+}  // namespace
+
+McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
+    : m_device(device),
+      m_config(nullptr, false),
+      m_status(mcskeys::DefaultBasePath(mcskeys::Status)),
+      m_commands(CommandPath()),
+      m_log(m_status, clock, std::move(sink)),
+      m_jobs(device, m_status, m_log, clock),
+      m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock) {}
+
+McsServer::~McsServer() {
+    m_device.SetListener(nullptr);
+    m_config.DeleteObserver(this);
+    observedvalues::DetachAll(ObservedValues(), this);
+}
+
+void McsServer::Start(std::unique_ptr<ICfg> cfg) {
+    m_cfg = std::move(cfg);
+    LoadConfiguration();
+    m_device.SetListener(this);
+    ShowDevice();
+
+    m_config.AddObserver(this);
+    m_pSaveConfig = values::FindValue<values::Value<bool>>(
+        mcskeys::Join(m_config.GetBasePath(), mcskeys::SaveConfig), nullptr, this);
+    // Before the configuration itself, which takes the button back when it has saved.
+    if (m_pSaveConfig != nullptr) m_pSaveConfig->MakeFirstObserver(this);
+    // One of the values whose changes the configuration does not tell, since it saves them itself.
+    m_pScanAveragingTime = values::FindValue<values::ValueSelection>(
+        m_config.GetDefaultScanAveragingTime_ValuePath(), nullptr, this);
+    m_pShallBeConnected = m_commands.GetShallBeConnectedValue();
+    m_pShallBeConnected->SetValue(m_config.GetConnectOnStartup(), nullptr);
+    m_pShallBeConnected->AddObserver(this);
+    ObeyShallBeConnected();
+}
+
+void McsServer::Stop() {
+    SaveConfiguration();
+    m_log.Write(QStringLiteral("the server ends"));
+    m_device.Disconnect();
+}
+
+void McsServer::LoadConfiguration() {
+    CfgSave save;
+    ProvideSections(*m_cfg);
+    m_config.ReadFrom(m_cfg.get());
+    m_mpxOrvs.LoadStatic(*m_cfg);
+    m_mpxOrvs.SaveStatic(*m_cfg);  // so that missing keys appear
+    Commit(save);
+}
+
+bool McsServer::SaveConfiguration() {
+    CfgSave save;
+    m_mpxOrvs.SaveStatic(*m_cfg);
+    m_config.WriteTo(m_cfg.get());
+    return Commit(save);
+}
+
+bool McsServer::Commit(CfgSave& save) {
+    const bool isCommitted = m_cfg->CommitKey(mcskeys::DeviceAddress);
+    if (save.End() && isCommitted) return true;
+    m_log.Write(QStringLiteral("the configuration cannot be saved"));
+    return false;
+}
+
+void McsServer::ShowDevice() {
+    m_status.GetBootStateValue()->Select(m_device.GetBootState(), nullptr);
+    m_status.GetOperationModeValue()->Select(m_device.GetOperationMode(), nullptr);
+    m_status.GetOnlineValue()->SetValue(m_device.IsOnline(), nullptr);
+    m_status.GetConnectionStateValue()->SetValue(QStringLiteral("not connected"), nullptr);
+}
+
+void McsServer::Update(Observable* source, TChangeCode code) {
+    if (code == changecode::StateChanged)
+        return observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+    if (code != changecode::ContentChanged) return;
+    const bool isScanAveragingTime = m_pScanAveragingTime != nullptr && source == m_pScanAveragingTime;
+    if (source == &m_config || isScanAveragingTime) m_device.ChangeSettings(GetDeviceSettings());
+    if (m_pShallBeConnected != nullptr && source == m_pShallBeConnected) ObeyShallBeConnected();
+    if (m_pSaveConfig != nullptr && source == m_pSaveConfig && m_pSaveConfig->GetValue() &&
+        SaveConfiguration())
+        m_log.Write(QStringLiteral("the configuration is saved"));
+}
+
+void McsServer::ObeyShallBeConnected() {
+    if (m_pShallBeConnected->GetValue())
+        m_device.Connect(GetDeviceSettings());
+    else
+        m_device.Disconnect();
+}
+
+OrvDeviceSettings McsServer::GetDeviceSettings() const {
+    OrvDeviceSettings settings;
+    settings.address = m_config.GetDeviceAddress();
+    settings.name = m_config.GetDeviceName();
+    settings.force = m_config.GetForceConnect();
+    settings.channels = m_config.GetNumberOfFreqChannels();
+    settings.maxProtocolLevel = m_config.GetMaxProtocolLevel();
+    if (m_pScanAveragingTime != nullptr && m_pScanAveragingTime->GetCurrentKey() > 0)
+        settings.scanAveragingTime = std::chrono::milliseconds(m_pScanAveragingTime->GetCurrentKey());
+    return settings;
+}
+
+void McsServer::OnConnectionChanged(bool isOnline, const QString& state) {
+    m_status.GetConnectionStateValue()->SetValue(state, nullptr);
+    m_status.GetOnlineValue()->SetValue(isOnline, nullptr);
+    m_log.Write(QStringLiteral("ORV: %1").arg(state));
+    m_jobs.DeviceChanged();
+}
+
+void McsServer::OnBootStateChanged(EBooState state) {
+    m_status.GetBootStateValue()->Select(state, nullptr);
+    m_log.Write(QStringLiteral("ORV: %1").arg(m_status.GetBootStateAsString()));
+    m_jobs.DeviceChanged();
+}
+
+void McsServer::OnOperationModeChanged(EOperationMode mode) {
+    m_status.GetOperationModeValue()->Select(mode, nullptr);
+    m_log.Write(QStringLiteral("ORV: operation mode %1").arg(MCSTools::OperationModeAsString(mode)));
+    m_jobs.OperationModeChanged();
+}
+
+void McsServer::OnSweepTimeChanged(std::chrono::microseconds time) {
+    constexpr std::chrono::microseconds::rep Longest = std::numeric_limits<int>::max();
+    m_status.GetSweepTimeValue()->SetValue(static_cast<int>(std::min(time.count(), Longest)), nullptr);
+}
+
+void McsServer::OnChannelsChanged(int free, int used) {
+    m_status.GetFreeFreqChannelsValue()->SetValue(free, nullptr);
+    m_status.GetUsedFreqChannelsValue()->SetValue(used, nullptr);
+}
+
+void McsServer::OnReportIntervalChanged(std::chrono::milliseconds /*interval*/) {
+    m_jobs.ReportIntervalChanged();
+}
+
+void McsServer::OnLog(const QString& text) {
+    m_log.Write(QStringLiteral("ORV: %1").arg(text));
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/device/iorvdevicelistener.h>
+#include <apps/mcserver/device/orvdevicesettings.h>
+#include <apps/mcserver/log/serverlog.h>
+#include <apps/mcserver/mpxorv/jobcontrol.h>
+#include <apps/mcserver/mpxorv/mpxorvregistry.h>
+
+#include <devicecontrol/multichannelserver/common/mcscommands.h>
+#include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
+#include <devicecontrol/multichannelserver/common/mcsstatus.h>
+
+#include <platform/values/observable.h>
+
+#include <memory>
+#include <tuple>
+
+class CfgSave;
+class ICfg;
+class IOrvDevice;
+
+/// The server: everything below "/MultiChannelServer", true to what the device and the clients do. Main
+/// thread; needs the tree.
+///
+/// Whether it listens to anybody is not its business: it obeys the values of the tree, whoever sets them.
+class McsServer : public IObserver, public IOrvDeviceListener {
+  public:
+    /// \a device and \a clock are not owned and outlive the server. \a sink gets each line of the log.
+    McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink);
+    ~McsServer() override;
+    McsServer(const McsServer&) = delete;
+    McsServer& operator=(const McsServer&) = delete;
+
+    /// Takes the configuration from \a cfg, makes the static MpxORVs, and connects to the device if that is
+    /// configured.
+    void Start(std::unique_ptr<ICfg> cfg);
+    /// Saves the configuration and lets go of the device.
+    void Stop();
+    /// False, with a line in the log, if it cannot be written.
+    bool SaveConfiguration();
+
+    MpxOrvRegistry& GetMpxOrvs() { return m_mpxOrvs; }
+    JobControl& GetJobs() { return m_jobs; }
+    ServerLog& GetLog() { return m_log; }
+
+    void Update(Observable* source, TChangeCode code) override;
+    void OnConnectionChanged(bool isOnline, const QString& state) override;
+    void OnBootStateChanged(EBooState state) override;
+    void OnOperationModeChanged(EOperationMode mode) override;
+    void OnSweepTimeChanged(std::chrono::microseconds time) override;
+    void OnChannelsChanged(int free, int used) override;
+    void OnReportIntervalChanged(std::chrono::milliseconds interval) override;
+    void OnLog(const QString& text) override;
+
+  private:
+    auto ObservedValues() { return std::tie(m_pShallBeConnected, m_pSaveConfig, m_pScanAveragingTime); }
+    void LoadConfiguration();
+    /// Ends the \a save. False, with a line in the log, if what was written cannot be kept.
+    bool Commit(CfgSave& save);
+    void ShowDevice();
+    void ObeyShallBeConnected();
+    OrvDeviceSettings GetDeviceSettings() const;
+
+    IOrvDevice& m_device;
+    MCSConfigData m_config;
+    MCSStatus m_status;
+    MCSCommands m_commands;
+    ServerLog m_log;
+    JobControl m_jobs;
+    MpxOrvRegistry m_mpxOrvs;
+    std::unique_ptr<ICfg> m_cfg;  ///< null until started
+    values::Value<bool>* m_pShallBeConnected = nullptr;
+    values::Value<bool>* m_pSaveConfig = nullptr;
+    values::ValueSelection* m_pScanAveragingTime = nullptr;
+};

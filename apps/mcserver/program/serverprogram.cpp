@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/program/serverprogram.h>
+
+#include <apps/common/terminal.h>
+
+#include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
+#include <platform/vtclient/vttokenhash.h>
+
+#include <memory>
+
+namespace {
+
+/// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The server goes on if
+/// nobody does.
+void PrintLine(const QString& line) {
+    QString error;
+    terminal::WriteOutput((line + QLatin1Char('\n')).toUtf8(), &error);
+}
+
+}  // namespace
+
+ServerProgram::ServerProgram(const ServerOptions& options)
+    : m_options(options),
+      m_device(m_clock),
+      m_server(m_device, m_clock, PrintLine),
+      m_configWatch(m_server.GetLog(), m_clock),
+      m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
+      m_listener(m_access) {}
+
+bool ServerProgram::Start(QString* error) {
+    if (!ReadFiles(error)) return false;
+    CfgCenter::SetAppName(m_options.name);
+    CfgCenter::Instance().SetStorePath(m_options.configFile);
+    if (!CfgCenter::Instance().HoldStore(error) || !Listen(error)) return false;
+    m_server.Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
+    m_configWatch.Start();
+    m_device.RunScript(m_script);
+    const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
+    PrintLine(QStringLiteral("listening on %1").arg(where));
+    m_notifier.Ready(QStringLiteral("listening on %1").arg(where));
+    return true;
+}
+
+bool ServerProgram::ReadFiles(QString* error) {
+    if (!m_options.scriptFile.isEmpty() && !m_script.Load(m_options.scriptFile, error)) return false;
+    if (m_options.accessFile.isEmpty()) return true;
+    VtAccessFile file;
+    if (!file.Load(m_options.accessFile, error)) return false;
+    m_access.UseFile(file);
+    return true;
+}
+
+bool ServerProgram::Listen(QString* error) {
+    VtServerOptions options;
+    options.application = m_options.name;
+    options.address = m_options.listen.address;
+    options.port = m_options.listen.port;
+    options.certificateFile = m_options.certificateFile;
+    options.privateKeyFile = m_options.privateKeyFile;
+    options.caFile = m_options.caFile;
+    options.isInsecure = m_options.isInsecure;
+    return m_listener.Listen(options, error);
+}
+
+void ServerProgram::Stop() {
+    m_notifier.Stopping();
+    m_server.Stop();
+    m_configWatch.Look();  // at what the last save came across
+    m_configWatch.Stop();
+    m_listener.Close(QStringLiteral("the server ends"));
+}
+
+QString ServerProgram::MakeToken(const QString& user, const QString& role) {
+    const QString token = VtTokenHash::CreateToken();
+    return QStringLiteral("token: %1\naccess file: %2\n")
+        .arg(token, VtAccessFile::UserLine(user, role, VtTokenHash::Of(token)));
+}

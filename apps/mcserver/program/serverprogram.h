@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/access/serveraccess.h>
+#include <apps/mcserver/clock/qtclock.h>
+#include <apps/mcserver/device/simulatedorv.h>
+#include <apps/mcserver/program/configwatch.h>
+#include <apps/mcserver/program/mcsserver.h>
+#include <apps/mcserver/program/serveroptions.h>
+#include <apps/mcserver/program/servicenotifier.h>
+
+#include <platform/values/tree.h>
+#include <platform/vtclient/vtserver.h>
+
+#include <QtCore/QString>
+
+/// The server as a program: a device, a tree, the server over both, and who may reach it. Needs the
+/// application object. Main thread.
+class ServerProgram {
+  public:
+    explicit ServerProgram(const ServerOptions& options);
+
+    /// Reads the files, keeps the configuration for itself, starts the server and listens. False with the
+    /// reason, one line, in \a error.
+    bool Start(QString* error);
+    /// Ends all sessions and saves the configuration.
+    void Stop();
+
+    McsServer& GetServer() { return m_server; }
+    IClock& GetClock() { return m_clock; }
+    const VtServer& GetListener() const { return m_listener; }
+    int GetPort() const { return m_listener.GetPort(); }
+
+    /// A fresh token for a user, and the line that admits it, for people to read.
+    static QString MakeToken(const QString& user, const QString& role);
+
+  private:
+    bool ReadFiles(QString* error);
+    bool Listen(QString* error);
+
+    ServerOptions m_options;
+    ServiceNotifier m_notifier;
+    QtClock m_clock;
+    values::Tree m_tree;
+    SimulatedOrv m_device;
+    McsServer m_server;
+    ConfigWatch m_configWatch;
+    ServerAccess m_access;
+    VtServer m_listener;
+    OrvScript m_script;
+};

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/program/serverwindow.h>
+
+#include <apps/common/listenaddress.h>
+#include <apps/pages/displaypages.h>
+#include <apps/pages/mpxorvspage.h>
+#include <apps/pages/scrolledpage.h>
+
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <platform/vtclient/vtserver.h>
+
+#include <QtCore/QTimer>
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTabWidget>
+
+#include <chrono>
+
+namespace {
+
+constexpr std::chrono::milliseconds ClientsInterval(500);  // between two looks
+
+}  // namespace
+
+ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
+    : m_listener(listener),
+      m_tabs(new QTabWidget(this)),
+      m_address(new QLabel(this)),
+      m_clients(new QLabel(this)) {
+    setObjectName(QStringLiteral("ServerWindow"));
+    setWindowTitle(tr("Multi-channel server: %1").arg(name));
+    resize(800, 740);
+    m_tabs->setObjectName(QStringLiteral("Pages"));
+    m_tabs->setDocumentMode(true);
+    setCentralWidget(m_tabs);
+    AddPage(new StatusPage, "Status", tr("Status"));
+    AddPage(new ConfigPage, "Configuration", tr("Configuration"));
+    AddPage(new CommandsPage, "Commands", tr("Commands"));
+    AddPage(new LogPage, "Log", tr("Log"));
+    AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
+
+    const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
+    m_address->setTextFormat(Qt::PlainText);
+    m_address->setText(tr("Listening on %1").arg(where));
+    m_clients->setObjectName(QStringLiteral("Clients"));
+    statusBar()->addWidget(m_address, 1);
+    statusBar()->addPermanentWidget(m_clients);
+    auto* const timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &ServerWindow::ShowClients);
+    timer->start(ClientsInterval);
+    ShowClients();
+}
+
+ServerWindow::~ServerWindow() = default;
+
+void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
+    page->Bind(mcskeys::Root, AllSegments);
+    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
+    resize(size().expandedTo(sizeHint()));
+}
+
+int ServerWindow::CountClients() const {
+    return static_cast<int>(m_listener.GetPeers().size());
+}
+
+void ServerWindow::ShowClients() {
+    const int clients = CountClients();
+    const QString text = clients == 1 ? tr("1 client") : tr("%1 clients").arg(clients);
+    if (m_clients->text() != text) m_clients->setText(text);
+}
+
+void ServerWindow::CloseNow() {
+    m_isForced = true;
+    if (m_question != nullptr)
+        m_question->reject();  // the close that asks goes on
+    else
+        close();
+}
+
+void ServerWindow::closeEvent(QCloseEvent* event) {
+    if (m_isForced || MayClose())
+        QMainWindow::closeEvent(event);
+    else
+        event->ignore();
+}
+
+bool ServerWindow::MayClose() {
+    const int clients = CountClients();
+    if (clients == 0) return true;
+    const QString question = clients == 1
+                                 ? tr("A client will lose the server. End it all the same?")
+                                 : tr("%1 clients will lose the server. End it all the same?").arg(clients);
+    QMessageBox box(QMessageBox::Question, tr("End the server"), question, QMessageBox::Yes | QMessageBox::No,
+                    this);
+    box.setDefaultButton(QMessageBox::No);
+    m_question = &box;
+    const int answer = box.exec();
+    m_question = nullptr;
+    return answer == QMessageBox::Yes || m_isForced;
+}

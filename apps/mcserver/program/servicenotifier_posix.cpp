@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/program/servicenotifier.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <cstddef>
+#include <cstring>
+
+// The protocol of sd_notify: a datagram of NAME=value lines to the socket that the environment names.
+ServiceNotifier::ServiceNotifier() : m_socket(qgetenv("NOTIFY_SOCKET")) {}
+
+void ServiceNotifier::Ready(const QString& status) {
+    Tell("READY=1\nSTATUS=" + status.toUtf8());
+}
+
+void ServiceNotifier::Stopping() {
+    Tell("STOPPING=1");
+}
+
+void ServiceNotifier::Tell(const QByteArray& message) const {
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    const auto length = static_cast<std::size_t>(m_socket.size());
+    if (length == 0 || length >= sizeof(address.sun_path)) return;
+    std::memcpy(address.sun_path, m_socket.constData(), length);
+    if (address.sun_path[0] == '@') address.sun_path[0] = '\0';  // a name that is no file
+    const int descriptor = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+    if (descriptor == -1) return;
+    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + length);
+    [[maybe_unused]] const ssize_t sent =
+        ::sendto(descriptor, message.constData(), static_cast<std::size_t>(message.size()), 0,
+                 reinterpret_cast<const sockaddr*>(&address), size);
+    ::close(descriptor);
+}

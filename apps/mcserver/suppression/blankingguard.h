@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/clock/clocktimer.h>
+#include <apps/mcserver/mpxorv/ituningguard.h>
+
+#include <platform/values/observable.h>
+
+#include <QtCore/QString>
+
+#include <set>
+
+class JobControl;
+
+namespace values {
+class Node;
+}  // namespace values
+
+/// Keeps frequencies that ground transmitters use right now from the MpxORVs: refuses to tune to them, says
+/// which module and input it is, and has those who are tuned to one lose it. Needs the suppression's modules
+/// in the tree. Main thread.
+class BlankingGuard : public ITuningGuard, private IObserver {
+  public:
+    /// Guards \a jobs from now on, until it is destroyed.
+    BlankingGuard(JobControl& jobs, IClock& clock);
+    ~BlankingGuard() override;
+    BlankingGuard(const BlankingGuard&) = delete;
+    BlankingGuard& operator=(const BlankingGuard&) = delete;
+
+    QString RefusalOf(MpxOrv& mpxOrv, double hz) override;
+
+  private:
+    void Update(Observable* source, TChangeCode code) override;
+    void ObserveModules();
+    void Observe(Observable* observable);
+    void Forget(Observable* observable);
+    /// Looks again at who is tuned to what, once all who know the modules have been told of the change.
+    void CheckSoon();
+
+    JobControl& m_jobs;
+    ClockTimer m_check;
+    values::Node* m_modules;           ///< the node that has them; null once it is gone
+    std::set<Observable*> m_observed;  ///< what the modules say
+};

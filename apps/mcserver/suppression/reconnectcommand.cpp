@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/reconnectcommand.h>
+
+#include <apps/mcserver/log/serverlog.h>
+#include <apps/pages/serverkeys.h>
+
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <platform/values/valueaccess.h>
+
+ReconnectCommand::ReconnectCommand(SuppressionPlant& plant, ServerLog& log)
+    : m_plant(plant),
+      m_log(log),
+      m_button(values::ProvideValue<values::Value<bool>>(Path(), false, true, this)) {}
+
+ReconnectCommand::~ReconnectCommand() {
+    if (m_button != nullptr) m_button->DeleteObserver(this);
+}
+
+QString ReconnectCommand::Path() {
+    return mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Command), serverkeys::ReconnectModules);
+}
+
+void ReconnectCommand::Update(Observable* source, TChangeCode code) {
+    if (m_button == nullptr || source != m_button) return;
+    if (m_button->GetState() == values::GoingAway) {
+        m_button->DeleteObserver(this);
+        m_button = nullptr;
+    } else if (code == changecode::ContentChanged && m_button->GetValue()) {
+        m_button->SetValue(false, this);
+        m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
+        m_plant.ConnectLostModules();
+    }
+}

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/suppressionduties.h>
+
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+
+SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, JobControl& jobs, ServerLog& log, IClock& clock)
+    : m_plant(plant), m_log(log), m_guard(jobs, clock), m_reconnect(plant, log) {
+    m_plant.SetListener(&m_log);
+}
+
+SuppressionDuties::~SuppressionDuties() {
+    m_plant.SetListener(nullptr);
+}

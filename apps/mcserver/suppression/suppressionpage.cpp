@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/suppressionpage.h>
+
+#include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
+
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeWidget>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr int ColumnWidth = 130;  // room for an address
+
+/// The display has fixed widths, for small letters: where those of the desktop are larger, they are cut.
+void MakeRoom(QWidget& display) {
+    for (auto* const button : display.findChildren<QPushButton*>())
+        button->setFixedWidth(qMax(button->minimumWidth(), button->sizeHint().width()));
+    const auto* const tree = display.findChild<QTreeWidget*>();
+    if (tree == nullptr) return;
+    for (int column = 1; column < tree->columnCount(); ++column)
+        tree->header()->resizeSection(column, qMax(tree->columnWidth(column), ColumnWidth));
+}
+
+}  // namespace
+
+SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent)
+    : Page(parent) {
+    m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
+    MakeRoom(*m_display);
+    m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), jobs, log, clock);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_display);
+    layout->addStretch();
+}
+
+SuppressionPage::~SuppressionPage() {
+    m_duties.reset();
+    delete m_display;
+}
+
+void SuppressionPage::Bind(const QString&, EMCSControlTreeSegments) {}

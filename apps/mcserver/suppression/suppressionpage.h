@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcserver/suppression/suppressionduties.h>
+#include <apps/pages/page.h>
+
+#include <memory>
+
+class GTSDisplay;
+
+/// The ground transmitter suppression: while this page lives, its modules are polled and their frequencies
+/// kept from the MpxORVs, whether the page is shown or not. GUI thread.
+class SuppressionPage : public Page {
+    Q_OBJECT
+
+  public:
+    SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent = nullptr);
+    ~SuppressionPage() override;
+
+    /// Does nothing: what is shown is the server's own.
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+  private:
+    GTSDisplay* m_display;
+    std::unique_ptr<SuppressionDuties> m_duties;  ///< go before the display, which brought the blanking
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mctree/mirror/subtreewatch.h>
+#include <apps/mctree/text/printer.h>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+
+namespace mctree {
+
+/// Prints what happens, one line each and at once: for people, or as JSON objects.
+class WatchLines {
+  public:
+    using Clock = QDateTime (*)();
+
+    /// The printer outlives this object.
+    WatchLines(Printer& printer, bool isJson, Clock clock);
+
+    void PrintEvent(EEvent event, const values::TreeItem& item, const QString& path);
+    void PrintConnected(const QString& server);
+    void PrintDisconnected(const QString& reason);
+
+  private:
+    void PrintMark(const QString& event, const QString& key, const QString& text, const QString& line);
+    QString Time() const;
+    void Print(const QString& line);
+
+    Printer& m_printer;
+    bool m_isJson;
+    Clock m_clock;
+    int m_pathColumns = 0;  ///< of the longest path so far, up to a bound
+};
+
+}  // namespace mctree

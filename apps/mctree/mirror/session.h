@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mctree/text/outcome.h>
+#include <platform/values/observable.h>
+#include <platform/values/refusals.h>
+#include <platform/vtclient/ivtclient.h>
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QString>
+
+#include <functional>
+#include <vector>
+
+class QEventLoop;
+
+namespace mctree {
+
+/// What a command waits with: runs the event loop until something holds, and remembers what the server
+/// refused meanwhile.
+class Session final : private IObserver, private values::IRefusalListener {
+  public:
+    enum class EWait { Met, TimedOut, Interrupted };
+
+    /// \a client is not owned and outlives this object.
+    explicit Session(IVtClient& client);
+    ~Session() override;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    IVtClient& Client() { return m_client; }
+
+    /// Runs the event loop until \a condition holds, the deadline has passed or somebody interrupts. The
+    /// condition is looked at first of all, then whenever the connection or a refusal tells something, and
+    /// on Wake().
+    EWait WaitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline);
+    /// Waits for the connection. If there is none in time, says why.
+    Outcome Connect(QDeadlineTimer deadline);
+    void Wake();
+    /// Wakes when \a tic tells something. This object outlives it.
+    void Follow(IVtTic& tic) { tic.AddObserver(this); }
+    /// Ends every wait, from now on.
+    void Interrupt();
+
+    /// Whether what was asked for \a path, or an edit of \a item (may be null), was refused; and why.
+    bool IsRefused(const values::TreeItem* item, const QString& path, QString* reason) const;
+
+    /// What is said where a wait was interrupted.
+    static Outcome Interrupted(EExitCode code);
+
+  private:
+    struct Refusal {
+        const values::TreeItem* item;  ///< to compare only
+        QString path;
+        QString reason;
+    };
+
+    void Update(Observable* source, TChangeCode code) override;
+    void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
+
+    IVtClient& m_client;
+    QEventLoop* m_loop = nullptr;  ///< of the innermost wait
+    bool m_isInterrupted = false;
+    std::vector<Refusal> m_refusals;
+};
+
+}  // namespace mctree

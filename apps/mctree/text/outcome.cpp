@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mctree/text/outcome.h>
+
+#include <apps/mctree/text/safetext.h>
+
+namespace mctree {
+
+Outcome Outcome::RefusedAt(const QString& path, const QString& reason) {
+    // A reason that names the path says it all.
+    const QString message = reason.contains(path) ? reason : path + QStringLiteral(": ") + reason;
+    return {EExitCode::Refused, Escaped(message)};
+}
+
+}  // namespace mctree
