@@ -9,8 +9,8 @@ set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h rownumberheader.h
-  bytebuffer.h cborhead.h cborinput.h cboroutput.h changewriter.h content.h endedobjects.h framedsocket.h ichannel.h iconnector.h
-  ieventloop.h itemkinds.h lingeringsocket.h message.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h serverhub.h
+  bytebuffer.h cborhead.h cborinput.h cboroutput.h changewriter.h content.h endedobjects.h framedsocket.h frequentmessages.h ichannel.h iconnector.h
+  ieventloop.h itemkinds.h lingeringsocket.h message.h messagetypes.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h sendqueue.h serverhub.h
   serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
   blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
   gtsconfig.h gtsdisplayimpl.h pollinterfacefactory.h pollthread.h pollthreadimpl.h

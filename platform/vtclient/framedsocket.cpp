@@ -2,7 +2,6 @@
 #include <platform/vtclient/framedsocket.h>
 
 #include <platform/vtclient/lingeringsocket.h>
-#include <platform/vtclient/nativesocket.h>
 #include <platform/vtclient/vtlimits.h>
 
 #include <QtCore/QDeadlineTimer>
@@ -12,6 +11,8 @@
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QSslCertificate>
 #include <QtNetwork/QSslSocket>
+
+#include <array>
 
 namespace vt {
 
@@ -89,30 +90,27 @@ void FramedSocket::SetMaxMessage(quint32 size) {
     if (m_isOpen) m_socket->setReadBufferSize(size + HeaderSize);
 }
 
-void FramedSocket::Send(const QByteArray& message) {
+void FramedSocket::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
     if (!m_isOpen) return;
-    const quint32 size = qToBigEndian(static_cast<quint32>(message.size()));
-    m_out.Append(reinterpret_cast<const char*>(&size), HeaderSize);
-    m_out.Append(message.constData(), message.size());
+    const auto size = head.size() + static_cast<std::size_t>(shared.size()) + tail.size();
+    std::array<char, HeaderSize> header;
+    qToBigEndian(static_cast<quint32>(size), header.data());
+    m_out.Append({header.data(), header.size()});
+    m_out.Append(head);
+    m_out.AppendShared(shared);
+    m_out.Append(tail);
 }
 
 void FramedSocket::Flush() {
     if (!m_isOpen || m_out.IsEmpty() || m_socket->state() != QAbstractSocket::ConnectedState) return;
-    SendWhatTheSystemTakes();
+    // Past Qt's socket, which would copy it, and watch for a moment whether it may write.
+    if (!m_isEncrypted && m_socket->bytesToWrite() == 0) m_out.SendAtOnce(m_socket->socketDescriptor());
     if (m_out.IsEmpty()) return;
     // Sending may find that the connection is gone, and over TLS it may read. The listener hears of it later.
     m_isFlushing = true;
-    m_socket->write(m_out.Data(), m_out.Size());
-    m_out.Clear();
+    m_out.GiveTo(*m_socket);
     m_socket->flush();
     m_isFlushing = false;
-}
-
-// Past Qt's socket, which would copy it, and watch for a moment whether it may write.
-void FramedSocket::SendWhatTheSystemTakes() {
-    if (m_isEncrypted || m_socket->bytesToWrite() != 0) return;
-    const SendPiece all = {m_out.Data(), m_out.Size()};
-    m_out.RemoveFront(static_cast<int>(SendAtOnce(m_socket->socketDescriptor(), &all, 1)));
 }
 
 qint64 FramedSocket::Unsent() const {

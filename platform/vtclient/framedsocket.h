@@ -4,6 +4,7 @@
 #include <platform/vtclient/bytebuffer.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/sendqueue.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -31,7 +32,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     ~FramedSocket() override;
 
     void SetListener(IChannelListener* listener) override;
-    void Send(const QByteArray& message) override;
+    void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) override;
     void Flush() override;
     qint64 Unsent() const override;
     bool IsOpen() const override { return m_isOpen; }
@@ -43,7 +44,6 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     QString CertificateName() const override { return m_certificateName; }
 
   private:
-    void SendWhatTheSystemTakes();
     void OnReadyRead();
     void OnDisconnected();
     void ReadOn();
@@ -59,7 +59,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     IChannelListener* m_listener = nullptr;
     ByteBuffer m_in;
     int m_consumed = 0;  ///< bytes of m_in that were given
-    ByteBuffer m_out;
+    SendQueue m_out;
     quint32 m_maxMessage;
     QTimer m_again;  ///< while reading pauses
     bool m_isOpen = true;

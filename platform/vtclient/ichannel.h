@@ -6,6 +6,9 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <cstddef>
+#include <string_view>
+
 namespace vt {
 
 /// What a transport tells whoever uses it. Called from the event loop only, never from within a call to the
@@ -30,7 +33,12 @@ class MCS_CONNECTION_EXPORT IChannel {
 
     virtual void SetListener(IChannelListener* listener) = 0;
     /// Queues a message; Flush() sends what is queued. Does nothing once closed.
-    virtual void Send(const QByteArray& message) = 0;
+    void Send(const QByteArray& message) {
+        SendInParts({message.constData(), static_cast<std::size_t>(message.size())}, QByteArray(), {});
+    }
+    /// The same for a message in three parts. The one in the middle may be shared with other channels: where
+    /// the transport can gather what it sends, it is not copied.
+    virtual void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) = 0;
     virtual void Flush() = 0;
     /// Bytes that were queued or given to the transport and have not left it.
     virtual qint64 Unsent() const = 0;

@@ -7,6 +7,7 @@
 #include <platform/vtclient/vtlimits.h>
 
 #include <limits>
+#include <utility>
 
 namespace vt {
 
@@ -55,18 +56,13 @@ void WriteFields(CborOutput& output, const Message& message) {
                 output.Text(prefix);
             break;
         case EMessage::Snapshot:
-            output.Unsigned(message.sub);
-            output.Unsigned(message.seq);
+        case EMessage::Batch:
+            WriteFields(output, ChangesHead{message.type, message.sub, message.seq, message.more});
             break;
         case EMessage::End:
             output.Unsigned(message.sub);
             output.Unsigned(message.seq);
             output.Unsigned(message.epoch);
-            break;
-        case EMessage::Batch:
-            output.Unsigned(message.sub);
-            output.Unsigned(message.seq);
-            output.Boolean(message.more);
             break;
         case EMessage::Absent:
             output.Unsigned(message.sub);
@@ -78,16 +74,11 @@ void WriteFields(CborOutput& output, const Message& message) {
             output.Unsigned(message.seq);
             break;
         case EMessage::Write:
-            output.Unsigned(message.req);
-            output.Unsigned(message.sub);
-            output.Unsigned(message.id);
-            WriteContent(output, message.item.content);
+            WriteFields(output, WriteMessage{message.req, message.sub, message.id, message.item.content});
             break;
         case EMessage::Answer:
-            output.Unsigned(message.req);
-            output.Unsigned(static_cast<quint64>(message.result));
-            output.Text(Shortened(message.reason));
-            if (message.result == EResult::Clamped) WriteContent(output, message.item.content);
+            WriteFields(output,
+                        AnswerMessage{message.req, message.result, message.reason, message.item.content});
             break;
         case EMessage::Create:
             output.Unsigned(message.req);
@@ -116,24 +107,74 @@ QByteArray Encode(const Message& message, const QByteArray& changes) {
     return output.Take();
 }
 
-bool MessageReader::ReadHeader(Message* message) {
-    quint64 type = 0;
-    if (!m_input.Enter() || !m_input.Unsigned(static_cast<quint64>(EMessage::Pong), &type)) return false;
-    if (type == 0) return m_input.Fail("there is no such message");
-    message->type = static_cast<EMessage>(type);
-    if (!ReadFields(message)) return false;
-    if (CarriesChanges(message->type)) return true;
-    m_isRead = true;
-    return m_input.Leave() && m_input.Finish();
+bool MessageReader::ReadType(EMessage* type) {
+    quint64 number = 0;
+    if (!m_input.Enter() || !m_input.Unsigned(static_cast<quint64>(EMessage::Pong), &number)) return false;
+    if (number == 0) return m_input.Fail("there is no such message");
+    *type = static_cast<EMessage>(number);
+    return true;
 }
 
-bool MessageReader::ReadAnswer(Message* message) {
+bool MessageReader::ReadRest(ChangesHead* head) {
+    return m_input.Id(&head->sub) && m_input.Unsigned(MaxInt64, &head->seq) &&
+           (head->type == EMessage::Snapshot || m_input.Boolean(&head->more));
+}
+
+bool MessageReader::ReadRest(AckMessage* ack) {
+    return m_input.Unsigned(MaxInt64, &ack->count) && End();
+}
+
+bool MessageReader::ReadRest(WriteMessage* write) {
+    return m_input.Id(&write->req) && m_input.Id(&write->sub) && m_input.Id(&write->id) &&
+           m_input.ReadContent(&write->content) && End();
+}
+
+bool MessageReader::ReadRest(AnswerMessage* answer) {
     quint64 result = 0;
-    if (!m_input.Id(&message->req) || !m_input.Unsigned(static_cast<quint64>(EResult::Gone), &result) ||
-        !m_input.Text(vtlimits::MaxReasonLength, &message->reason))
+    if (!m_input.Id(&answer->req) || !m_input.Unsigned(static_cast<quint64>(EResult::Gone), &result) ||
+        !m_input.Text(vtlimits::MaxReasonLength, &answer->reason))
         return false;
-    message->result = static_cast<EResult>(result);
-    return message->result != EResult::Clamped || m_input.ReadContent(&message->item.content);
+    answer->result = static_cast<EResult>(result);
+    return (answer->result != EResult::Clamped || m_input.ReadContent(&answer->content)) && End();
+}
+
+bool MessageReader::ReadRest(Message* message) {
+    switch (message->type) {
+        case EMessage::Snapshot:
+        case EMessage::Batch: {
+            ChangesHead head{message->type};
+            if (!ReadRest(&head)) return false;
+            message->sub = head.sub;
+            message->seq = head.seq;
+            message->more = head.more;
+            return true;
+        }
+        case EMessage::Write: {
+            WriteMessage write;
+            if (!ReadRest(&write)) return false;
+            message->req = write.req;
+            message->sub = write.sub;
+            message->id = write.id;
+            message->item.content = std::move(write.content);
+            return true;
+        }
+        case EMessage::Answer: {
+            AnswerMessage answer;
+            if (!ReadRest(&answer)) return false;
+            message->req = answer.req;
+            message->result = answer.result;
+            message->reason = answer.reason;
+            message->item.content = std::move(answer.content);
+            return true;
+        }
+        default:
+            return ReadFields(message) && End();
+    }
+}
+
+bool MessageReader::End() {
+    m_isRead = true;
+    return m_input.Leave() && m_input.Finish();
 }
 
 bool MessageReader::ReadFields(Message* message) {
@@ -174,25 +215,20 @@ bool MessageReader::ReadFields(Message* message) {
                 message->prefixes.append(prefix);
             return m_input.Leave();
         }
-        case EMessage::Snapshot:
-            return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq);
         case EMessage::End:
             return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq) &&
                    m_input.Unsigned(MaxInt64, &message->epoch);
-        case EMessage::Batch:
-            return m_input.Id(&message->sub) && m_input.Unsigned(MaxInt64, &message->seq) &&
-                   m_input.Boolean(&message->more);
         case EMessage::Absent:
             return m_input.Id(&message->sub) && m_input.Text(MaxReasonLength, &message->reason);
         case EMessage::Ack:
         case EMessage::Ping:
         case EMessage::Pong:
             return m_input.Unsigned(MaxInt64, &message->seq);
+        case EMessage::Snapshot:
+        case EMessage::Batch:
         case EMessage::Write:
-            return m_input.Id(&message->req) && m_input.Id(&message->sub) && m_input.Id(&message->id) &&
-                   m_input.ReadContent(&message->item.content);
         case EMessage::Answer:
-            return ReadAnswer(message);
+            break;  // read by themselves
         case EMessage::Create:
             return m_input.Id(&message->req) && m_input.Id(&message->sub) &&
                    m_input.Text(MaxPathLength, &message->path) && m_input.Item(&message->item);

@@ -4,6 +4,8 @@
 #include <platform/vtclient/cborinput.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/content.h>
+#include <platform/vtclient/frequentmessages.h>
+#include <platform/vtclient/messagetypes.h>
 #include <platform/vtclient/treechange.h>
 
 #include <QtCore/QByteArray>
@@ -13,41 +15,6 @@
 #include <chrono>
 
 namespace vt {
-
-/// The messages, by their number on the wire (docs/protocol.md).
-enum class EMessage : std::uint8_t {
-    Hello = 1,
-    Welcome = 2,
-    Bye = 3,
-    Subscribe = 4,
-    Unsubscribe = 5,
-    Subscribed = 6,
-    Snapshot = 7,
-    End = 8,
-    Batch = 9,
-    Absent = 10,
-    Ack = 11,
-    Write = 12,
-    Answer = 13,
-    Create = 14,
-    Ping = 15,
-    Pong = 16
-};
-
-/// Why a session ends.
-enum class EBye : std::uint8_t {
-    Version = 1,
-    NotAdmitted = 2,
-    Malformed = 3,
-    Limit = 4,
-    TooSlow = 5,
-    ServerEnds = 6,
-    Silence = 7,
-    ClientEnds = 8
-};
-
-/// What became of a write or a creation.
-enum class EResult : std::uint8_t { Done = 0, Clamped = 1, Denied = 2, Gone = 3 };
 
 /// One message without its changes. Which members count depends on the type.
 struct Message {
@@ -84,7 +51,8 @@ struct Message {
 /// ChangeWriter, behind their header.
 MCS_CONNECTION_EXPORT QByteArray Encode(const Message& message, const QByteArray& changes = QByteArray());
 
-/// Reads one message. First the header, then, in those that have them, change by change.
+/// Reads one message. First the header, at once or its type and then the rest; then, in those that have them,
+/// change by change.
 class MCS_CONNECTION_EXPORT MessageReader {
   public:
     /// \a data stays valid while this is used.
@@ -92,22 +60,27 @@ class MCS_CONNECTION_EXPORT MessageReader {
 
     /// False for a message that is none; Error() says why. A message without changes has then been read
     /// whole.
-    bool ReadHeader(Message* message);
+    bool ReadHeader(Message* message) { return ReadType(&message->type) && ReadRest(message); }
+    /// The type alone. What follows is read by that one of these which fits it, or as the rest of any
+    /// message.
+    bool ReadType(EMessage* type);
+    bool ReadRest(ChangesHead* head);  ///< whose type is that of the message
+    bool ReadRest(AckMessage* ack);
+    bool ReadRest(WriteMessage* write);
+    bool ReadRest(AnswerMessage* answer);
+    bool ReadRest(Message* message);  ///< likewise
     /// The next change; false at the end, or if something is wrong (then Error() is not empty).
     bool NextChange(TreeChange* change);
     QString Error() const { return m_input.Error(); }
 
   private:
     bool ReadFields(Message* message);
-    bool ReadAnswer(Message* message);
+    bool End();
     bool ReadWrapped(TreeChange* change);
     bool ReadLimits(TreeChange* change);
 
     CborInput m_input;
     bool m_isRead = false;  ///< to the end
 };
-
-/// Whether messages of this type have changes behind their header.
-MCS_CONNECTION_EXPORT bool CarriesChanges(EMessage type);
 
 }  // namespace vt

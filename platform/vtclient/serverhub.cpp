@@ -8,6 +8,8 @@
 #include <QtCore/QRandomGenerator>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace vt {
 
@@ -15,13 +17,8 @@ namespace {
 
 constexpr std::chrono::milliseconds CheckSessionsEvery(250);
 
-template <class T>
-bool Contains(const std::vector<T>& list, const T& element) {
-    return std::find(list.begin(), list.end(), element) != list.end();
-}
-
-template <class T>
-void Remove(std::vector<T>& list, const T& element) {
+template <class List, class T>
+void Remove(List& list, const T& element) {
     list.erase(std::remove(list.begin(), list.end(), element), list.end());
 }
 
@@ -107,6 +104,7 @@ void ServerHub::OnAdmitted(ServerSession& session) {
 // The turn destroys it, and tells: this may be in the middle of a walk over those who follow a watcher.
 void ServerHub::OnSessionEnded() {
     m_isInInput = false;  // its end may not come
+    m_hasEnded = true;
     RequestTurn();
 }
 
@@ -147,11 +145,9 @@ void ServerHub::Join(Subscription& subscription) {
 void ServerHub::Watch(Subscription& subscription, values::TreeItem* item) {
     std::shared_ptr<Watched>& watched = m_watched[subscription.Path()];
     if (!watched) {
-        watched = std::make_shared<Watched>();
+        watched = std::make_shared<Watched>(*this);
         watched->path = subscription.Path();
-        watched->watcher = std::make_unique<TreeWatcher>(item, static_cast<TreeWatcher::IListener&>(*this));
-        m_byWatcher.insert(watched->watcher.get(), watched.get());
-        watched->isChanged = true;
+        watched->watcher = std::make_unique<TreeWatcher>(item, *watched);
         m_changed.push_back(watched);
     }
     watched->members.push_back(&subscription);
@@ -170,25 +166,23 @@ void ServerHub::Leave(Subscription& subscription) {
 
 void ServerHub::Unwatch(const QString& path) {
     const std::shared_ptr<Watched> watched = m_watched.take(path);
-    m_byWatcher.remove(watched->watcher.get());
+    watched->isDead = true;
     m_dead.push_back(watched);
     RequestTurn();
 }
 
-void ServerHub::OnChanges(TreeWatcher& watcher) {
-    Watched* const watched = m_byWatcher.value(&watcher);
-    if (watched == nullptr || watched->isChanged) return;  // still being made, or known
-    watched->isChanged = true;
-    m_changed.push_back(m_watched.value(watched->path));
+void ServerHub::OnChanges(Watched& watched) {
+    if (watched.isChanged || watched.isDead) return;
+    watched.isChanged = true;
+    m_changed.push_back(watched.shared_from_this());
     RequestTurn();
 }
 
-void ServerHub::OnRootGone(TreeWatcher& watcher) {
-    Watched* const watched = m_byWatcher.value(&watcher);
-    if (watched == nullptr) return;
-    const std::vector<Subscription*> members = std::move(watched->members);
-    watched->members.clear();
-    Unwatch(watched->path);
+void ServerHub::OnRootGone(Watched& watched) {
+    if (watched.isDead) return;
+    const std::vector<Subscription*> members = std::move(watched.members);
+    watched.members.clear();
+    Unwatch(watched.path);
     for (Subscription* member : members) {
         member->Restart(nullptr);
         m_waiting.push_back(member);
@@ -198,12 +192,12 @@ void ServerHub::OnRootGone(TreeWatcher& watcher) {
 }
 
 void ServerHub::ServeLater(ServerSession& session) {
-    if (!Contains(m_toServe, &session)) m_toServe.push_back(&session);
+    if (!std::exchange(session.listed.isToServe, true)) m_toServe.push_back(&session);
     RequestTurn();
 }
 
 void ServerHub::FlushLater(ServerSession& session) {
-    if (!Contains(m_toFlush, &session)) m_toFlush.push_back(&session);
+    if (!std::exchange(session.listed.isToFlush, true)) m_toFlush.push_back(&session);
     RequestTurn();
 }
 
@@ -241,7 +235,7 @@ bool ServerHub::ServeWatchers(const TurnBudget& budget) {
     while (!m_changed.empty()) {
         if (budget.IsUp()) return false;
         const std::shared_ptr<Watched> watched = m_changed.front();
-        m_changed.erase(m_changed.begin());
+        m_changed.pop_front();
         watched->isChanged = false;
         if (watched->members.empty() || ServeWatched(*watched, budget)) continue;
         watched->isChanged = true;
@@ -254,14 +248,14 @@ bool ServerHub::ServeWatchers(const TurnBudget& budget) {
 bool ServerHub::ServeWatched(Watched& watched, const TurnBudget& budget) {
     const auto isTimeUp = [&budget] { return budget.IsUp(); };
     const bool isTakenIn = watched.watcher->TakeIn(isTimeUp);
-    TreeWatcher::Part part;
     for (;;) {
         const bool hasAudience =
             std::any_of(watched.members.begin(), watched.members.end(), [](const Subscription* member) {
                 return member->IsInStep() && member->Session().MaySendChanges();
             });
-        if (!watched.watcher->NextPart(hasAudience, &part)) break;
-        Deliver(watched, part);
+        if (!watched.watcher->NextPart(hasAudience, &m_part)) break;
+        Deliver(watched, m_part);
+        m_part.Clear();
         if (budget.IsUp()) return false;
     }
     for (Subscription* member : watched.members)
@@ -286,8 +280,9 @@ bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
     const auto isTimeUp = [&budget] { return budget.IsUp(); };
     while (!m_toServe.empty()) {
         ServerSession* const session = m_toServe.front();
-        m_toServe.erase(m_toServe.begin());
-        if (!session->IsEnded() && session->SendBacklog(isTimeUp)) m_toServe.push_back(session);
+        m_toServe.pop_front();
+        session->listed.isToServe = false;
+        if (!session->IsEnded() && session->SendBacklog(isTimeUp)) ServeLater(*session);
         session->SendLateAnswers();
         if (budget.IsUp()) return m_toServe.empty();
     }
@@ -295,8 +290,10 @@ bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
 }
 
 void ServerHub::FlushChannels() {
-    for (ServerSession* session : m_toFlush)
+    for (ServerSession* session : m_toFlush) {
+        session->listed.isToFlush = false;
         session->Flush();
+    }
     m_toFlush.clear();
 }
 
@@ -304,17 +301,7 @@ void ServerHub::FlushChannels() {
 // middle of a message, under a dialog that this opened; it asks for another turn when that is done.
 void ServerHub::Reap() {
     std::vector<VtPeer> gone;
-    for (std::size_t i = 0; i < m_sessions.size();) {
-        ServerSession* const session = m_sessions[i].get();
-        if (!session->IsEnded() || !session->IsIdle()) {
-            ++i;
-            continue;
-        }
-        if (session->IsAdmitted() && !m_isOver) gone.push_back(session->Peer());
-        Remove(m_toServe, session);
-        const std::unique_ptr<ServerSession> ended = std::move(m_sessions[i]);
-        m_sessions.erase(m_sessions.begin() + static_cast<std::ptrdiff_t>(i));
-    }
+    if (std::exchange(m_hasEnded, false)) gone = DestroyEnded();
     m_dead.clear();
     TellEnded(gone);
 }
@@ -322,6 +309,25 @@ void ServerHub::Reap() {
 void ServerHub::TellEnded(const std::vector<VtPeer>& peers) {
     for (const VtPeer& peer : peers)
         m_access.SessionEnded(peer);
+}
+
+/// Returns the peers of those that were admitted.
+std::vector<VtPeer> ServerHub::DestroyEnded() {
+    const auto isNeeded = [](const std::unique_ptr<ServerSession>& session) {
+        return !session->IsEnded() || !session->IsIdle();
+    };
+    const auto firstEnded = std::stable_partition(m_sessions.begin(), m_sessions.end(), isNeeded);
+    // They are destroyed when they are in no list any more.
+    const std::vector<std::unique_ptr<ServerSession>> ended(std::make_move_iterator(firstEnded),
+                                                            std::make_move_iterator(m_sessions.end()));
+    m_sessions.erase(firstEnded, m_sessions.end());
+    std::vector<VtPeer> gone;
+    for (const auto& session : ended) {
+        if (session->IsAdmitted() && !m_isOver) gone.push_back(session->Peer());
+        if (session->listed.isToServe) Remove(m_toServe, session.get());
+        if (session->listed.isToFlush) Remove(m_toFlush, session.get());
+    }
+    return gone;
 }
 
 }  // namespace vt

@@ -14,8 +14,8 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <deque>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace vt {
@@ -25,9 +25,7 @@ namespace vt {
 ///
 /// In one turn of the event loop each watcher's changes are written once, for all sessions that are in step,
 /// and then those that are not get some of what they lack, in rotation, until the turn's time is up.
-class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
-                                              public IObserver,
-                                              private TreeWatcher::IListener {
+class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserver {
   public:
     struct Settings {
         QString application;
@@ -77,26 +75,33 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
 
   private:
     /// A watcher and who follows it.
-    struct Watched {
+    struct Watched : std::enable_shared_from_this<Watched>, TreeWatcher::IListener {
+        explicit Watched(ServerHub& itsHub) : hub(itsHub) {}
+        void OnChanges(TreeWatcher& /*watcher*/) override { hub.OnChanges(*this); }
+        void OnRootGone(TreeWatcher& /*watcher*/) override { hub.OnRootGone(*this); }
+
+        ServerHub& hub;
         QString path;
         std::unique_ptr<TreeWatcher> watcher;
         std::vector<Subscription*> members;
-        bool isChanged = false;
+        bool isChanged = true;  ///< stands among those: nobody need say so while it is being made
+        bool isDead = false;
     };
 
-    void OnChanges(TreeWatcher& watcher) override;
-    void OnRootGone(TreeWatcher& watcher) override;
+    void OnChanges(Watched& watched);
+    void OnRootGone(Watched& watched);
     void RequestTurn();
     void Watch(Subscription& subscription, values::TreeItem* item);
     void Unwatch(const QString& path);
     void RetryWaiting();
     bool ServeWatchers(const TurnBudget& budget);
     bool ServeWatched(Watched& watched, const TurnBudget& budget);
-    void Deliver(Watched& watched, const TreeWatcher::Part& part);
+    static void Deliver(Watched& watched, const TreeWatcher::Part& part);
     bool ServeBacklogs(const TurnBudget& budget);
     void FlushChannels();
     void Reap();
     void TellEnded(const std::vector<VtPeer>& peers);
+    std::vector<VtPeer> DestroyEnded();
     void DropOldestPending();
 
     IVtAccess& m_access;
@@ -109,14 +114,15 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker,
     bool m_isInInput = false;
     bool m_isOver = false;
     bool m_hasStructureChanged = false;
+    bool m_hasEnded = false;  ///< some session
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
     QHash<QString, std::shared_ptr<Watched>> m_watched;
-    QHash<const TreeWatcher*, Watched*> m_byWatcher;
-    std::vector<std::shared_ptr<Watched>> m_changed;
+    std::deque<std::shared_ptr<Watched>> m_changed;
     std::vector<std::shared_ptr<Watched>> m_dead;  ///< may be telling right now; destroyed when the turn ends
     std::vector<Subscription*> m_waiting;          ///< their items are absent
-    std::vector<ServerSession*> m_toServe;
+    std::deque<ServerSession*> m_toServe;          ///< those that are listed as that, as are the following
     std::vector<ServerSession*> m_toFlush;
+    TreeWatcher::Part m_part;  ///< that is being delivered, kept for its room
 };
 
 }  // namespace vt

@@ -64,13 +64,14 @@ void ServerSession::OnClosed(const QString& reason) {
     m_hub.OnSessionEnded();
 }
 
-void ServerSession::Send(const Message& message, const QByteArray& changes) {
-    if (!m_isEnded) SendBytes(Encode(message, changes));
+void ServerSession::Send(const Message& message) {
+    const QByteArray bytes = Encode(message);
+    SendInParts({bytes.constData(), static_cast<std::size_t>(bytes.size())}, QByteArray(), {});
 }
 
-void ServerSession::SendBytes(const QByteArray& bytes) {
+void ServerSession::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
     if (m_isEnded) return;
-    m_channel->Send(bytes);
+    m_channel->SendInParts(head, shared, tail);
     m_lastSent = m_hub.Now();
     m_hub.FlushLater(*this);
 }
@@ -101,17 +102,34 @@ void ServerSession::OnMessage(const char* data, qint64 size) {
 void ServerSession::Handle(const char* data, qint64 size) {
     m_lastReceived = m_hub.Now();
     m_hub.OnInput();
-    Message message;
     MessageReader reader(data, size);
-    if (!reader.ReadHeader(&message))
+    EMessage type = EMessage::Hello;
+    if (!reader.ReadType(&type) || !Handle(reader, type))
         return End(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
-    Dispatch(message);
     if (!m_isEnded && m_channel->Unsent() > vtlimits::MaxUnsent)
         End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
 }
 
 void ServerSession::OnInputDone() {
     m_hub.OnInputDone();
+}
+
+// False if it is malformed.
+bool ServerSession::Handle(MessageReader& reader, EMessage type) {
+    if (m_isAdmitted && type == EMessage::Ack) {
+        AckMessage ack;
+        if (!reader.ReadRest(&ack)) return false;
+        OnAck(ack.count);
+    } else if (m_isAdmitted && type == EMessage::Write) {
+        WriteMessage write;
+        if (!reader.ReadRest(&write)) return false;
+        OnWrite(write);
+    } else {
+        Message message = Message::Of(type);
+        if (!reader.ReadRest(&message)) return false;
+        Dispatch(message);
+    }
+    return true;
 }
 
 void ServerSession::Dispatch(const Message& message) {
@@ -128,10 +146,6 @@ void ServerSession::Dispatch(const Message& message) {
             return OnSubscribe(message);
         case EMessage::Unsubscribe:
             return OnUnsubscribe(message);
-        case EMessage::Ack:
-            return OnAck(message.seq);
-        case EMessage::Write:
-            return OnWrite(message);
         case EMessage::Create:
             return OnCreate(message);
         case EMessage::Ping: {
@@ -230,11 +244,12 @@ void ServerSession::CountSent(int bytes) {
 }
 
 void ServerSession::SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore) {
-    Message message = Message::Of(subscription.IsLive() ? EMessage::Batch : EMessage::Snapshot);
-    message.sub = subscription.Number();
-    message.seq = subscription.NextSequence();
-    message.more = hasMore;
-    Send(message, changes);
+    ChangesHead head;
+    head.type = subscription.IsLive() ? EMessage::Batch : EMessage::Snapshot;
+    head.sub = subscription.Number();
+    head.seq = subscription.NextSequence();
+    head.more = hasMore;
+    SendInParts(EncodeHead(head), changes, ChangesEnd);
     CountSent(changes.size());
 }
 
@@ -289,37 +304,38 @@ void ServerSession::CheckQueue() {
             QStringLiteral("the client does not keep up: %1 bytes of changes wait").arg(queued));
 }
 
-void ServerSession::Answer(Message* answer, EResult result, const QString& reason) {
+void ServerSession::Answer(AnswerMessage* answer, EResult result, const QString& reason) {
     answer->result = result;
     answer->reason = reason;
-    QByteArray bytes = Encode(*answer);
+    std::string_view bytes = Encode(*answer);
     // The content comes as a change as well, or is described as too large.
-    if (static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame) {
+    if (bytes.size() > vtlimits::MaxFrame) {
         answer->result = EResult::Done;
         bytes = Encode(*answer);
     }
-    SendBytes(bytes);
+    SendInParts(bytes, QByteArray(), {});
 }
 
-void ServerSession::OnWrite(const Message& message) {
-    Message answer = Message::Of(EMessage::Answer);
-    answer.req = message.req;
-    const auto found = m_subscriptions.find(message.sub);
+void ServerSession::OnWrite(const WriteMessage& write) {
+    AnswerMessage answer;
+    answer.req = write.req;
+    const auto found = m_subscriptions.find(write.sub);
     TreeWatcher* const watcher = found == m_subscriptions.end() ? nullptr : found->second->Watcher();
-    values::TreeItem* const item = watcher != nullptr ? watcher->Find(message.id) : nullptr;
+    values::TreeItem* const item = watcher != nullptr ? watcher->Find(write.id) : nullptr;
     if (item == nullptr) return Answer(&answer, EResult::Gone, QStringLiteral("the item has gone"));
     if (item->IsNode()) return Answer(&answer, EResult::Denied, QStringLiteral("a node has no content"));
     const QString path = item->GetPathName();
     QString reason;
     if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
-    Write(message, static_cast<values::ValueBase&>(*item), path, watcher->KindOfItem(message.id), &answer);
+    Write(write.content, static_cast<values::ValueBase&>(*item), path, watcher->KindOfItem(write.id),
+          &answer);
 }
 
-void ServerSession::Write(const Message& message, values::ValueBase& value, const QString& path,
-                          EItemKind kind, Message* answer) {
+void ServerSession::Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
+                          AnswerMessage* answer) {
     const KindOperations& operations = *Operations(kind);
-    Content content = message.item.content;
-    if (!operations.Accept(&content))
+    Content content;
+    if (!operations.take(asked, &content))
         return Answer(
             answer, EResult::Denied,
             QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));
@@ -330,20 +346,20 @@ void ServerSession::Write(const Message& message, values::ValueBase& value, cons
     // Whoever was told may have ended the session, or the value.
     if (!m_isEnded) m_hub.Access().ValueWritten(m_peer, path);
     if (!guard.IsAlive()) return Answer(answer, EResult::Done);
-    answer->item.content = operations.content(value);
+    answer->content = operations.content(value);
     if (kind == EItemKind::Selection) {
         const auto& selection = static_cast<const values::ValueSelection&>(value);
         const bool isNone = selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
         content = isNone == std::holds_alternative<std::monostate>(content) &&
                           (isNone || std::get<qint64>(content) == selection.GetCurrentKey())
-                      ? answer->item.content
+                      ? answer->content
                       : Content(false);
     }
-    Answer(answer, answer->item.content == content ? EResult::Done : EResult::Clamped);
+    Answer(answer, answer->content == content ? EResult::Done : EResult::Clamped);
 }
 
 void ServerSession::OnCreate(const Message& message) {
-    Message answer = Message::Of(EMessage::Answer);
+    AnswerMessage answer;
     answer.req = message.req;
     const auto found = m_subscriptions.find(message.sub);
     if (found == m_subscriptions.end())
@@ -351,15 +367,15 @@ void ServerSession::OnCreate(const Message& message) {
     const QString reason = Create(message, *found->second);
     if (m_isEnded) return;
     if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
-    answer.sub = message.sub;
-    m_lateAnswers.push_back(answer);
+    m_lateAnswers.emplace_back(message.sub, answer);
     m_hub.ServeLater(*this);
 }
 
 // After the client was told of the item: so one that is answered and not there has gone again.
 void ServerSession::SendLateAnswers() {
-    const auto isDue = [this](const Message& answer) {
-        const auto found = m_subscriptions.find(answer.sub);
+    if (m_lateAnswers.empty()) return;
+    const auto isDue = [this](const auto& answer) {
+        const auto found = m_subscriptions.find(answer.first);
         const Subscription* const subscription =
             found != m_subscriptions.end() ? found->second.get() : nullptr;
         if (subscription == nullptr || subscription->Watcher() == nullptr) return true;
@@ -367,7 +383,7 @@ void ServerSession::SendLateAnswers() {
     };
     const auto firstKept = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(), isDue);
     for (auto answer = m_lateAnswers.begin(); answer != firstKept; ++answer)
-        Send(*answer);
+        SendInParts(Encode(answer->second), QByteArray(), {});
     m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
 }
 

@@ -12,6 +12,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vt {
 
@@ -46,6 +49,12 @@ class ServerSession final : public IChannelListener {
     void Subscribe(Subscription& subscription);
     void TellAbsent(Subscription& subscription, const QString& reason);
     void Flush() { m_channel->Flush(); }
+    /// In which lists of the hub it stands, so that the hub need not look.
+    struct Listed {
+        bool isToServe = false;
+        bool isToFlush = false;
+    };
+    Listed listed;
     /// Pings, and ends the session of a client that is silent. \a now is the hub's.
     void Check(std::chrono::microseconds now);
 
@@ -55,19 +64,20 @@ class ServerSession final : public IChannelListener {
 
   private:
     void Handle(const char* data, qint64 size);
+    bool Handle(MessageReader& reader, EMessage type);
     void Dispatch(const Message& message);
     void OnHello(const Message& message);
     void OnSubscribe(const Message& message);
     void OnUnsubscribe(const Message& message);
     void OnAck(quint64 count);
-    void OnWrite(const Message& message);
+    void OnWrite(const WriteMessage& write);
     void OnCreate(const Message& message);
-    void Write(const Message& message, values::ValueBase& value, const QString& path, EItemKind kind,
-               Message* answer);
+    void Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
+               AnswerMessage* answer);
     QString Create(const Message& message, Subscription& subscription);
-    void Answer(Message* answer, EResult result, const QString& reason = QString());
-    void Send(const Message& message, const QByteArray& changes = QByteArray());
-    void SendBytes(const QByteArray& bytes);
+    void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());
+    void Send(const Message& message);
+    void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail);
     bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
     void SendEnd(Subscription& subscription);
     void CountSent(int bytes);
@@ -88,7 +98,7 @@ class ServerSession final : public IChannelListener {
     qint64 m_inFlightBytes = 0;
     quint64 m_acked = 0;
     std::size_t m_created = 0;
-    std::vector<Message> m_lateAnswers;  ///< of creations, each with the number of its subscription
+    std::vector<std::pair<quint32, AnswerMessage>> m_lateAnswers;  ///< of creations, by subscription
     ChangeWriter m_writer;
 };
 

@@ -40,9 +40,10 @@ class MCS_CONNECTION_EXPORT TreeMirror {
         virtual ~IHost();
         /// There are edits to send; told once until SendEdits().
         virtual void OnEdits(TreeMirror& mirror) = 0;
-        /// Sends a write or a creation (of \a item, else null), completed by request and subscription.
+        /// Sends a write, or the creation of \a item, completed by request and subscription.
         /// \return the number of the request; 0, and nothing sent, if no server would accept it: too large.
-        virtual quint32 SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) = 0;
+        virtual quint32 SendWrite(TreeMirror& mirror, WriteMessage* write) = 0;
+        virtual quint32 SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) = 0;
         /// The application deleted the local root.
         virtual void OnRootDeleted(TreeMirror& mirror) = 0;
     };
@@ -75,8 +76,9 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     bool IsReleased() const { return m_isReleased; }
 
     void SendEdits();
-    void OnAnswer(const Message& answer);
+    void OnAnswer(const AnswerMessage& answer);
     bool HasUnanswered() const { return !m_requests.empty() || !m_edits.empty(); }
+    bool HasEdits() const { return !m_edits.empty(); }
 
     // For records.
     void OnUpdate(MirrorRecord& record, TChangeCode code);
@@ -136,7 +138,7 @@ class MCS_CONNECTION_EXPORT TreeMirror {
     void SendCreation(MirrorRecord& record);
     void TakeBack(MirrorRecord& record, const QString& reason);
     void RefuseCreation(MirrorRecord& record, const QString& reason);
-    void OnCreationAnswer(MirrorRecord& record, const Message& answer);
+    void OnCreationAnswer(MirrorRecord& record, const AnswerMessage& answer);
 
     MirrorRecord* NewRecord(values::TreeItem* item, EItemKind kind, MirrorRecord* parent);
     void SetParent(MirrorRecord& record, MirrorRecord* parent);

@@ -102,14 +102,14 @@ void TreeMirror::SendEdit(const Edit& edit) {
     MirrorRecord& record = *edit.record;
     const Content shown = Operations(record.kind)->content(ValueOf(record));
     if (!edit.isOccurrence && shown == record.server) return;
-    Message write = Message::Of(EMessage::Write);
+    WriteMessage write;
     write.id = record.id;
-    write.item.content = edit.isOccurrence ? edit.content : ContentToWrite(ValueOf(record), record.kind);
+    write.content = edit.isOccurrence ? edit.content : ContentToWrite(ValueOf(record), record.kind);
     record.isEdited = false;
-    const quint32 request = m_host.SendRequest(*this, &write, nullptr);
+    const quint32 request = m_host.SendWrite(*this, &write);
     if (request == 0) return TakeBack(record, QStringLiteral("the content is too large to be sent"));
     ++record.requests;
-    m_requests[request] = {&record, false, write.item.content};
+    m_requests[request] = {&record, false, std::move(write.content)};
 }
 
 void TreeMirror::SendCreation(MirrorRecord& record) {
@@ -120,13 +120,13 @@ void TreeMirror::SendCreation(MirrorRecord& record) {
     create.path = RemotePathOf(record);
     create.item.kind = record.kind;
     record.isEdited = false;
-    const quint32 request = m_host.SendRequest(*this, &create, record.item);
+    const quint32 request = m_host.SendCreation(*this, &create, *record.item);
     if (request == 0) return RefuseCreation(record, QStringLiteral("it is too large to be sent"));
     ++record.requests;
     m_requests[request] = {&record, true, Content()};
 }
 
-void TreeMirror::OnAnswer(const Message& answer) {
+void TreeMirror::OnAnswer(const AnswerMessage& answer) {
     const auto found = m_requests.find(answer.req);
     if (found == m_requests.end()) return;
     const Request request = std::move(found->second);
@@ -143,7 +143,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
     if (answer.result == EResult::Done)
         record.server = ContentWritten(ValueOf(record), record.kind, request.content);
     if (answer.result == EResult::Clamped) {
-        Operations(record.kind)->take(answer.item.content, &record.server);
+        Operations(record.kind)->take(answer.content, &record.server);
     }
     if (isEditedAgain) {
         if (!record.isOccurring) Queue(record, false);
@@ -155,7 +155,7 @@ void TreeMirror::OnAnswer(const Message& answer) {
     }
 }
 
-void TreeMirror::OnCreationAnswer(MirrorRecord& record, const Message& answer) {
+void TreeMirror::OnCreationAnswer(MirrorRecord& record, const AnswerMessage& answer) {
     if (!record.isLocal) {
         // It has come meanwhile, and what was said of its content waited for this answer.
         if (record.kind == EItemKind::Node) return EndWaiting(record);

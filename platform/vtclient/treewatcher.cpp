@@ -26,6 +26,14 @@ constexpr int TakenInAtOnce = 1000;
 /// Entries in one part, at most.
 constexpr std::size_t MaxEntries = 8192;
 
+/// Room for so many is kept.
+constexpr std::size_t KeptEntries = 2048;
+
+void ClearEntries(std::vector<TreeWatcher::Entry>* entries) {
+    entries->clear();
+    if (entries->capacity() > KeptEntries) entries->shrink_to_fit();
+}
+
 const values::ValueBase& ValueOf(const values::TreeItem* item) {
     return static_cast<const values::ValueBase&>(*item);
 }
@@ -389,6 +397,12 @@ void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
                          begin + static_cast<std::ptrdiff_t>(m_read));
 }
 
+void TreeWatcher::Part::Clear() {
+    changes.clear();
+    occurrences.clear();
+    ClearEntries(&entries);
+}
+
 bool TreeWatcher::NextPart(bool isWritten, Part* part) {
     part->entries.clear();
     if (!HasChanges()) return false;
@@ -424,7 +438,7 @@ bool TreeWatcher::NextPart(bool isWritten, Part* part) {
 
 void TreeWatcher::ForgetFetched() {
     if (!HasChanges()) {
-        m_entries.clear();
+        ClearEntries(&m_entries);
         m_read = 0;
     } else if (m_read > MaxEntries) {
         m_entries.erase(m_entries.begin(), m_entries.begin() + static_cast<std::ptrdiff_t>(m_read));

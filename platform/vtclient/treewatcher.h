@@ -57,6 +57,9 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         quint32 firstNew = 0;        ///< numbers from here on are new in this part
         quint32 endNew = 0;          ///< and end here
         bool hasMore = false;        ///< what is new continues
+
+        /// Lets go of what it holds, and keeps room for as many entries as most parts have.
+        void Clear();
     };
 
     /// \a root is an item of the tree; \a listener outlives the watcher.

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -86,7 +87,8 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void OnConnected(std::unique_ptr<IChannel> channel) override;
     void OnConnectFailed(const QString& reason) override;
     void OnEdits(TreeMirror& mirror) override;
-    quint32 SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) override;
+    quint32 SendWrite(TreeMirror& mirror, WriteMessage* write) override;
+    quint32 SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) override;
     void OnRootDeleted(TreeMirror& mirror) override;
 
     void StartConnecting();
@@ -94,12 +96,17 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void EndSession(const QString& reason);
     void Fail(EBye code, const QString& reason);
     void OnWelcome(const Message& message);
-    void Dispatch(MessageReader& reader, const Message& message, qint64 size);
-    void OnChanges(Link& link, MessageReader& reader, const Message& message);
-    bool ApplyChanges(Link& link, MessageReader& reader, const Message& message, QString* error);
+    bool Handle(MessageReader& reader, EMessage type, qint64 size);
+    bool HandleFrequent(MessageReader& reader, EMessage type, qint64 size);
+    void Dispatch(const Message& message, qint64 size);
+    Link* LinkOfMessage(quint32 sub);
+    void OnChanges(MessageReader& reader, const ChangesHead& head);
+    void OnEnd(Link& link, const Message& message);
+    bool ApplyChanges(Link& link, MessageReader& reader, const ChangesHead& head, QString* error);
+    void OnApplied(const Link& link, bool isGood, const QString& error);
     void OnSubscribed(Link& link, const Message& message);
     void OnAbsent(Link& link, const Message& message);
-    void OnAnswer(const Message& message);
+    void OnAnswer(const AnswerMessage& answer);
     void OnPong(const Message& message);
     bool IsNextInSequence(Link& link, quint64 sequence);
     void Subscribe(Link& link);
@@ -107,7 +114,8 @@ class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
     void Resubscribe(Link& link);
     void CountForAck(qint64 size);
     void Send(const Message& message);
-    void SendBytes(const QByteArray& bytes);
+    void SendBytes(std::string_view bytes);
+    quint32 SendRequest(Link& link, std::string_view bytes);
     void FlushOutput();
     void RequestTurn();
     void TellEstablished();

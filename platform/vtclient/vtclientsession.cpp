@@ -19,14 +19,38 @@ using vtclientdetail::Trace;
 void VtClient::OnMessage(const char* data, qint64 size) {
     const Busy busy(*this);
     m_lastReceived = m_loop->Now();
-    Message message;
     MessageReader reader(data, size);
-    if (!reader.ReadHeader(&message))
-        return Fail(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
-    Dispatch(reader, message, size);
+    EMessage type = EMessage::Hello;
+    if (!reader.ReadType(&type) || !Handle(reader, type, size))
+        Fail(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
 }
 
-void VtClient::Dispatch(MessageReader& reader, const Message& message, qint64 size) {
+// False if it is malformed, but for the changes in it.
+bool VtClient::Handle(MessageReader& reader, EMessage type, qint64 size) {
+    if (IsConnected() && (CarriesChanges(type) || type == EMessage::Answer))
+        return HandleFrequent(reader, type, size);
+    Message message = Message::Of(type);
+    if (!reader.ReadRest(&message)) return false;
+    Dispatch(message, size);
+    return true;
+}
+
+bool VtClient::HandleFrequent(MessageReader& reader, EMessage type, qint64 size) {
+    if (type == EMessage::Answer) {
+        AnswerMessage answer;
+        if (!reader.ReadRest(&answer)) return false;
+        OnAnswer(answer);
+    } else {
+        ChangesHead head;
+        head.type = type;
+        if (!reader.ReadRest(&head)) return false;
+        CountForAck(size);
+        OnChanges(reader, head);
+    }
+    return true;
+}
+
+void VtClient::Dispatch(const Message& message, qint64 size) {
     if (message.type == EMessage::Bye) {
         m_isRefused = message.code == EBye::NotAdmitted || message.code == EBye::Version;
         return EndSession(QStringLiteral("the server refuses: %1").arg(message.reason));
@@ -43,10 +67,6 @@ void VtClient::Dispatch(MessageReader& reader, const Message& message, qint64 si
         }
         case EMessage::Pong:
             return OnPong(message);
-        case EMessage::Answer:
-            return OnAnswer(message);
-        case EMessage::Snapshot:
-        case EMessage::Batch:
         case EMessage::End:
             CountForAck(size);
             break;
@@ -56,13 +76,18 @@ void VtClient::Dispatch(MessageReader& reader, const Message& message, qint64 si
         default:
             return Fail(EBye::Malformed, QStringLiteral("a message that only a client sends"));
     }
-    if (message.sub == 0 || message.sub > m_lastSub)
-        return Fail(EBye::Malformed, QStringLiteral("an unknown subscription %1").arg(message.sub));
-    Link* const link = FindLink(message.sub);
-    if (link == nullptr) return;  // ended meanwhile
+    Link* const link = LinkOfMessage(message.sub);
+    if (link == nullptr) return;
     if (message.type == EMessage::Subscribed) return OnSubscribed(*link, message);
     if (message.type == EMessage::Absent) return OnAbsent(*link, message);
-    OnChanges(*link, reader, message);
+    OnEnd(*link, message);
+}
+
+// Null if it was ended meanwhile, or never was, which ends the session.
+VtClient::Link* VtClient::LinkOfMessage(quint32 sub) {
+    if (sub != 0 && sub <= m_lastSub) return FindLink(sub);
+    Fail(EBye::Malformed, QStringLiteral("an unknown subscription %1").arg(sub));
+    return nullptr;
 }
 
 void VtClient::OnWelcome(const Message& message) {
@@ -156,27 +181,35 @@ bool VtClient::IsNextInSequence(Link& link, quint64 sequence) {
     return false;
 }
 
-void VtClient::OnChanges(Link& link, MessageReader& reader, const Message& message) {
+void VtClient::OnChanges(MessageReader& reader, const ChangesHead& head) {
+    Link* const link = LinkOfMessage(head.sub);
+    if (link == nullptr || !IsNextInSequence(*link, head.seq)) return;
+    QString error;
+    const bool isGood = ApplyChanges(*link, reader, head, &error);
+    OnApplied(*link, isGood, error);
+}
+
+void VtClient::OnEnd(Link& link, const Message& message) {
     if (!IsNextInSequence(link, message.seq)) return;
     QString error;
-    bool isGood = true;
-    if (message.type == EMessage::End)
-        isGood = link.mirror->IsEstablished() || link.mirror->Finish(&error);
-    else
-        isGood = ApplyChanges(link, reader, message, &error);
+    const bool isGood = link.mirror->IsEstablished() || link.mirror->Finish(&error);
+    OnApplied(link, isGood, error);
+}
+
+void VtClient::OnApplied(const Link& link, bool isGood, const QString& error) {
     if (!isGood)
         return Fail(EBye::Malformed,
                     QStringLiteral("changes of '%1': %2").arg(link.mirror->RemotePath(), error));
     if (link.mirror->IsEstablished() != link.wasEstablished) TellEstablished();
 }
 
-bool VtClient::ApplyChanges(Link& link, MessageReader& reader, const Message& message, QString* error) {
+bool VtClient::ApplyChanges(Link& link, MessageReader& reader, const ChangesHead& head, QString* error) {
     TreeChange change;
     while (reader.NextChange(&change))
         if (!link.mirror->Apply(change, error)) return false;
     *error = reader.Error();
     if (!error->isEmpty()) return false;
-    return link.mirror->EndPart(message.type == EMessage::Snapshot || message.more, error);
+    return link.mirror->EndPart(head.type == EMessage::Snapshot || head.more, error);
 }
 
 void VtClient::CountForAck(qint64 size) {
@@ -192,17 +225,17 @@ void VtClient::OnInputDone() {
 
 void VtClient::FlushOutput() {
     if (!m_channel) return;
-    ForEachLink([this](Link& link) {
-        if (IsConnected()) link.mirror->SendEdits();
-    });
+    const auto hasEdits = [](const std::unique_ptr<Link>& link) { return link->mirror->HasEdits(); };
+    if (std::any_of(m_links.begin(), m_links.end(), hasEdits))
+        ForEachLink([this](Link& link) {
+            if (IsConnected()) link.mirror->SendEdits();
+        });
     TellAnswered();  // what was taken back, or need not be sent, is answered
     if (!m_channel) return;
     const bool isDue =
         m_unackedMessages >= vtlimits::AckAfterMessages || m_unackedBytes >= vtlimits::AckAfterBytes;
     if (IsConnected() && isDue) {
-        Message ack = Message::Of(EMessage::Ack);
-        ack.seq = m_received;
-        Send(ack);
+        SendBytes(Encode(AckMessage{m_received}));
         m_unackedMessages = 0;
         m_unackedBytes = 0;
     }
@@ -211,12 +244,13 @@ void VtClient::FlushOutput() {
 }
 
 void VtClient::Send(const Message& message) {
-    SendBytes(Encode(message));
+    const QByteArray bytes = Encode(message);
+    SendBytes({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
-void VtClient::SendBytes(const QByteArray& bytes) {
+void VtClient::SendBytes(std::string_view bytes) {
     if (!m_channel) return;
-    m_channel->Send(bytes);
+    m_channel->SendInParts(bytes, QByteArray(), {});
     if (!m_hasOutput && m_depth == 0) RequestTurn();
     m_hasOutput = true;
 }
@@ -255,27 +289,38 @@ void VtClient::OnEdits(TreeMirror& /*mirror*/) {
     if (m_depth == 0) RequestTurn();
 }
 
-quint32 VtClient::SendRequest(TreeMirror& mirror, Message* message, const values::TreeItem* item) {
+quint32 VtClient::SendWrite(TreeMirror& mirror, WriteMessage* write) {
     Link* const link = FindLink(mirror);
-    message->req = m_lastRequest + 1;
-    message->sub = link->sub;
-    if (item != nullptr) DescribeItem(*item, &message->item);
-    const QByteArray bytes = Encode(*message);
+    write->req = m_lastRequest + 1;
+    write->sub = link->sub;
+    const std::string_view bytes = Encode(*write);
+    return bytes.size() > vtlimits::MaxFrame ? 0 : SendRequest(*link, bytes);
+}
+
+quint32 VtClient::SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) {
+    Link* const link = FindLink(mirror);
+    create->req = m_lastRequest + 1;
+    create->sub = link->sub;
+    DescribeItem(item, &create->item);
+    const QByteArray bytes = Encode(*create);
     const bool isTooLarge = static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame ||
-                            message->path.size() > vtlimits::MaxPathLength;
-    if (isTooLarge) return 0;
-    m_requests[++m_lastRequest] = link;
+                            create->path.size() > vtlimits::MaxPathLength;
+    return isTooLarge ? 0 : SendRequest(*link, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+quint32 VtClient::SendRequest(Link& link, std::string_view bytes) {
+    m_requests[++m_lastRequest] = &link;
     m_hadUnanswered = true;
     SendBytes(bytes);
     return m_lastRequest;
 }
 
-void VtClient::OnAnswer(const Message& message) {
-    const auto request = m_requests.find(message.req);
+void VtClient::OnAnswer(const AnswerMessage& answer) {
+    const auto request = m_requests.find(answer.req);
     if (request == m_requests.end()) return Fail(EBye::Malformed, QStringLiteral("an answer to no request"));
     Link* const link = request->second;
     m_requests.erase(request);
-    link->mirror->OnAnswer(message);
+    link->mirror->OnAnswer(answer);
     TellAnswered();
 }
 

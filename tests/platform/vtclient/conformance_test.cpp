@@ -73,6 +73,20 @@ TEST_P(Conformance, MessagesArriveWholeAndInOrderBothWays) {
     EXPECT_THAT(m_atServer.closings, IsEmpty());
 }
 
+TEST_P(Conformance, AMessageInPartsArrivesAsOneAmongOthers) {
+    const QByteArray shared = Large(3000);
+    m_pair->server->Send("before");
+    m_pair->server->SendInParts("head ", shared, " tail");
+    m_pair->server->SendInParts("", shared, "");
+    m_pair->server->SendInParts("head", QByteArray(), "tail");
+    m_pair->server->SendInParts("", QByteArray(), "");
+    m_pair->server->Send("after");
+    m_pair->server->Flush();
+    EXPECT_TRUE(Arrives(m_atClient, 6));
+    EXPECT_THAT(m_atClient.messages, ElementsAre(QByteArray("before"), "head " + shared + " tail", shared,
+                                                 QByteArray("headtail"), QByteArray(), QByteArray("after")));
+}
+
 TEST_P(Conformance, NothingIsSentBeforeTheFlush) {
     m_pair->client->Send("message");
     m_pair->Settle();

@@ -27,8 +27,12 @@ class MemoryChannel final : public vt::IChannel {
     }
 
     void SetListener(vt::IChannelListener* listener) override { m_listener = listener; }
-    void Send(const QByteArray& message) override {
-        if (m_isOpen) m_queued.push_back(message);
+    void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) override {
+        if (!m_isOpen) return;
+        QByteArray message(head.data(), static_cast<int>(head.size()));
+        message += shared;
+        message.append(tail.data(), static_cast<int>(tail.size()));
+        m_queued.push_back(message);
     }
     void Flush() override {
         for (QByteArray& message : m_queued)

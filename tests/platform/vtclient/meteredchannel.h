@@ -13,8 +13,8 @@ class MeteredChannel final : public vt::IChannel {
         : m_channel(std::move(channel)), m_mostUnsent(mostUnsent) {}
 
     void SetListener(vt::IChannelListener* listener) override { m_channel->SetListener(listener); }
-    void Send(const QByteArray& message) override {
-        m_channel->Send(message);
+    void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) override {
+        m_channel->SendInParts(head, shared, tail);
         Note();
     }
     void Flush() override {

@@ -69,7 +69,7 @@ class Mirror : public testing::Test, private vt::TreeMirror::IHost {
         Apply(change);
     }
     void Answer(vt::EResult result) {
-        vt::Message answer = vt::Message::Of(vt::EMessage::Answer);
+        vt::AnswerMessage answer;
         answer.req = static_cast<quint32>(m_writes.size());
         answer.result = result;
         m_mirror.OnAnswer(answer);
@@ -87,9 +87,13 @@ class Mirror : public testing::Test, private vt::TreeMirror::IHost {
     }
 
     void OnEdits(vt::TreeMirror& /*mirror*/) override {}
-    quint32 SendRequest(vt::TreeMirror& /*mirror*/, vt::Message* message,
-                        const values::TreeItem* /*item*/) override {
-        m_writes.push_back(message->item.content);
+    quint32 SendWrite(vt::TreeMirror& /*mirror*/, vt::WriteMessage* write) override {
+        m_writes.push_back(write->content);
+        return static_cast<quint32>(m_writes.size());
+    }
+    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::Message* create,
+                         const values::TreeItem& /*item*/) override {
+        m_writes.push_back(create->item.content);
         return static_cast<quint32>(m_writes.size());
     }
     void OnRootDeleted(vt::TreeMirror& /*mirror*/) override {}

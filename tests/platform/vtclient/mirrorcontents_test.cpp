@@ -94,8 +94,9 @@ class MirrorContents : public testing::TestWithParam<Row>, private vt::TreeMirro
     Content Shown() const { return vt::Operations(GetParam().kind)->content(*m_value); }
 
     void OnEdits(vt::TreeMirror& /*mirror*/) override { ++m_edits; }
-    quint32 SendRequest(vt::TreeMirror& /*mirror*/, vt::Message* /*message*/,
-                        const values::TreeItem* /*item*/) override {
+    quint32 SendWrite(vt::TreeMirror& /*mirror*/, vt::WriteMessage* /*write*/) override { return 0; }
+    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::Message* /*create*/,
+                         const values::TreeItem& /*item*/) override {
         return 0;
     }
     void OnRootDeleted(vt::TreeMirror& /*mirror*/) override {}

@@ -113,6 +113,21 @@ TEST_F(Sending, OneMessageOfWhichTheSystemTakesAPartArrivesWhole) {
     EXPECT_TRUE(m_received == m_sent);
 }
 
+TEST_F(Sending, WhatIsSharedArrivesInOrderHoweverMuchTheSystemTakes) {
+    StopReading();
+    const QByteArray shared = Numbered(7, 50000);
+    for (int i = 0; i < 100; ++i) {
+        m_channel->SendInParts("head", shared, "tail");
+        m_sent += Framed("head" + shared + "tail");
+        Send(Numbered(i, 10));
+        if (i % 10 == 9) m_channel->Flush();
+    }
+    EXPECT_GT(m_channel->Unsent(), 0);
+    EXPECT_TRUE(shared.isDetached()) << "what waits belongs to nobody else";
+    ASSERT_TRUE(ReceivesAll());
+    EXPECT_TRUE(m_received == m_sent);
+}
+
 TEST_F(Sending, WhatIsSentLaterStaysBehindWhatWaitsAlsoWhenTheSystemHasRoomAgain) {
     StopReading();
     SendUntilWaiting(50 * 1000);

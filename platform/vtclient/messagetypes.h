@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+
+#include <cstdint>
+
+namespace vt {
+
+/// The messages, by their number on the wire (docs/protocol.md).
+enum class EMessage : std::uint8_t {
+    Hello = 1,
+    Welcome = 2,
+    Bye = 3,
+    Subscribe = 4,
+    Unsubscribe = 5,
+    Subscribed = 6,
+    Snapshot = 7,
+    End = 8,
+    Batch = 9,
+    Absent = 10,
+    Ack = 11,
+    Write = 12,
+    Answer = 13,
+    Create = 14,
+    Ping = 15,
+    Pong = 16
+};
+
+/// Why a session ends.
+enum class EBye : std::uint8_t {
+    Version = 1,
+    NotAdmitted = 2,
+    Malformed = 3,
+    Limit = 4,
+    TooSlow = 5,
+    ServerEnds = 6,
+    Silence = 7,
+    ClientEnds = 8
+};
+
+/// What became of a write or a creation.
+enum class EResult : std::uint8_t { Done = 0, Clamped = 1, Denied = 2, Gone = 3 };
+
+/// Whether messages of this type have changes behind their header.
+MCS_CONNECTION_EXPORT bool CarriesChanges(EMessage type);
+
+}  // namespace vt
