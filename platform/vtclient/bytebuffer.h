@@ -55,6 +55,12 @@ class MCS_CONNECTION_EXPORT ByteBuffer {
         Clear();
         return taken;
     }
+    /// The same into \a bytes, whose room is used if nobody shares it.
+    void TakeInto(QByteArray* bytes) {
+        bytes->resize(Size());
+        if (Size() != 0) std::memcpy(bytes->data(), m_begin, static_cast<std::size_t>(Size()));
+        Clear();
+    }
 
   private:
     void Grow(int size);

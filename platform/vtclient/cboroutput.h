@@ -24,6 +24,7 @@ class MCS_CONNECTION_EXPORT CborOutput {
     void RemoveFront(int size) { m_bytes.RemoveFront(size); }
     void Clear() { m_bytes.Clear(); }
     QByteArray Take() { return m_bytes.Take(); }
+    void TakeInto(QByteArray* bytes) { m_bytes.TakeInto(bytes); }
     /// Appends elements that were written before.
     void AppendRaw(const char* data, int size) { m_bytes.Append(data, size); }
 

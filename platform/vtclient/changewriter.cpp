@@ -81,11 +81,6 @@ void WriteItem(CborOutput& output, const values::TreeItem& item, EItemKind kind,
     operations->writeChoices(value, output);
 }
 
-void ChangeWriter::Changed(quint32 id, const values::ValueBase& value, EItemKind kind) {
-    m_output.Unsigned(id);
-    Operations(kind)->writeContent(value, m_output);
-}
-
 void ChangeWriter::Own(quint32 id, int session, const values::ValueBase& value, EItemKind kind) {
     m_output.Array(4);
     m_output.Unsigned(Code(EChange::Own));

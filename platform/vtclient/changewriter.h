@@ -4,6 +4,7 @@
 #include <platform/vtclient/cboroutput.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/content.h>
+#include <platform/vtclient/itemkinds.h>
 
 namespace values {
 class TreeItem;
@@ -28,10 +29,14 @@ class MCS_CONNECTION_EXPORT ChangeWriter {
     /// Drops the first \a size bytes, which are whole changes.
     void RemoveFront(int size) { m_output.RemoveFront(size); }
     QByteArray Take() { return m_output.Take(); }
+    void TakeInto(QByteArray* bytes) { m_output.TakeInto(bytes); }
     /// Appends changes that were written before.
     void AppendRaw(const char* data, int size) { m_output.AppendRaw(data, size); }
 
-    void Changed(quint32 id, const values::ValueBase& value, EItemKind kind);
+    void Changed(quint32 id, const values::ValueBase& value, EItemKind kind) {
+        m_output.Unsigned(id);
+        Operations(kind)->writeContent(value, m_output);
+    }
     void Own(quint32 id, int session, const values::ValueBase& value, EItemKind kind);
     void Added(quint32 id, quint32 parent, const values::TreeItem& item, EItemKind kind, unsigned flags);
     void Removed(quint32 id);

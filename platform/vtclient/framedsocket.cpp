@@ -174,10 +174,7 @@ void FramedSocket::ReadOn() {
     const QDeadlineTimer turn(vtlimits::TurnTime, Qt::PreciseTimer);
     bool isPaused = false;
     while (self && m_isOpen && !m_isDeaf) {
-        if (!GiveFrames(turn)) break;
-        isPaused = turn.hasExpired();
-        if (isPaused) break;
-        if (!ReadMore()) break;
+        if (!GiveFrames(turn, &isPaused) || isPaused || !ReadMore()) break;
     }
     if (!self) return;
     m_isReading = false;
@@ -205,9 +202,13 @@ int FramedSocket::RoomForReading() const {
     return qMax(frame, ByteBuffer::KeptRoom) - m_in.Size();
 }
 
-// Until \a turn is over. False if the channel is closed, by whomever.
-bool FramedSocket::GiveFrames(const QDeadlineTimer& turn) {
-    while (m_isOpen && !turn.hasExpired() && m_in.Size() - m_consumed >= HeaderSize) {
+// Until \a turn is over: then there may be more. False if the channel is closed, by whomever.
+bool FramedSocket::GiveFrames(const QDeadlineTimer& turn, bool* isPaused) {
+    while (m_isOpen && m_in.Size() - m_consumed >= HeaderSize) {
+        if (turn.hasExpired()) {
+            *isPaused = true;
+            break;
+        }
         const char* const header = m_in.Data() + m_consumed;
         const quint32 size = qFromBigEndian<quint32>(header);
         if (size > vtlimits::MaxFrame) {

@@ -49,7 +49,7 @@ class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel
     void ReadOn();
     bool ReadMore();
     int RoomForReading() const;
-    bool GiveFrames(const QDeadlineTimer& turn);
+    bool GiveFrames(const QDeadlineTimer& turn, bool* isPaused);
     void Fail(const QString& reason);
     void Refuse(const QString& reason);
     QString EndText() const;

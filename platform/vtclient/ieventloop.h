@@ -34,8 +34,8 @@ class MCS_CONNECTION_EXPORT IEventLoop {
 /// A share of the event loop's time: when it is up, others have their turn.
 class TurnBudget {
   public:
-    TurnBudget(const IEventLoop& loop, std::chrono::microseconds time)
-        : m_loop(loop), m_end(loop.Now() + time) {}
+    TurnBudget(const IEventLoop& loop, std::chrono::microseconds start, std::chrono::microseconds time)
+        : m_loop(loop), m_end(start + time) {}
     bool IsUp() const { return m_loop.Now() >= m_end; }
 
   private:

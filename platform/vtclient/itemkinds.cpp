@@ -293,8 +293,9 @@ constexpr KindOperations OfLists = {
     List::WriteContent, NoExtra,     NoExtra,       List::GetContent, List::Take,
     List::Set,          List::Write, NoDescription, NoLimits};
 
-/// By their number.
-constexpr KindOperations Table[ItemKindCount - 1] = {
+}  // namespace
+
+const std::array<KindOperations, ItemKindCount - 1> ValueKinds = {{
     Plain<bool>(EItemKind::Bool, "bool"),
     Plain<int>(EItemKind::Int, "int"),
     Plain<QString>(EItemKind::Text, "text"),
@@ -302,13 +303,7 @@ constexpr KindOperations Table[ItemKindCount - 1] = {
     Numeric<double>(EItemKind::NumericDouble, "double"),
     OfSelections,
     OfLists,
-};
-
-}  // namespace
-
-const KindOperations* Operations(EItemKind kind) {
-    return kind == EItemKind::Node ? nullptr : &Table[static_cast<int>(kind) - 1];
-}
+}};
 
 bool KindOf(const values::TreeItem& item, EItemKind* kind) {
     const std::type_info& type = typeid(item);

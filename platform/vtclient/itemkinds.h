@@ -5,6 +5,8 @@
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/content.h>
 
+#include <array>
+#include <cstddef>
 #include <memory>
 
 /// The one table from C++ types of values to their kinds and back: how each is made, read, set and described.
@@ -44,8 +46,13 @@ struct KindOperations {
     bool Accept(Content* held) const { return take(*held, held); }
 };
 
+/// Those of the kinds that hold something, by their number.
+MCS_CONNECTION_EXPORT extern const std::array<KindOperations, ItemKindCount - 1> ValueKinds;
+
 /// Null for Node, which holds nothing.
-MCS_CONNECTION_EXPORT const KindOperations* Operations(EItemKind kind);
+inline const KindOperations* Operations(EItemKind kind) {
+    return kind == EItemKind::Node ? nullptr : &ValueKinds[static_cast<std::size_t>(kind) - 1];
+}
 /// What kind \a item is; false for a type that does not travel.
 MCS_CONNECTION_EXPORT bool KindOf(const values::TreeItem& item, EItemKind* kind);
 

@@ -28,7 +28,8 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
     : m_access(access),
       m_loop(loop),
       m_settings(settings),
-      m_epoch(QRandomGenerator::system()->generate64() >> 1U) {
+      m_epoch(QRandomGenerator::system()->generate64() >> 1U),
+      m_now(loop.Now()) {
     m_loop.SetTaker(this);
     values::Tree::Instance()->GetRoot()->AddObserver(this);
 }
@@ -56,6 +57,7 @@ bool ServerHub::IsIdle() const {
 }
 
 void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
+    m_now = m_loop.Now();
     if (m_sessions.empty()) m_loop.SetDeadline(CheckSessionsEvery);
     DropOldestPending();
     m_sessions.push_back(std::make_unique<ServerSession>(*this, std::move(channel), ++m_lastSession));
@@ -120,9 +122,9 @@ void ServerHub::OnInputDone() {
 }
 
 void ServerHub::OnDeadline() {
-    const std::chrono::microseconds now = m_loop.Now();
+    m_now = m_loop.Now();
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
-        m_sessions[i]->Check(now);
+        m_sessions[i]->Check(m_now);
     m_hasStructureChanged =
         m_hasStructureChanged || !m_waiting.empty();  // a renamed value tells nobody above
     OnTurn();
@@ -205,7 +207,8 @@ void ServerHub::OnTurn() {
     if (m_isInTurn || m_isOver) return;
     m_isInTurn = true;
     m_isTurnRequested = true;  // what is asked for meanwhile is done here
-    const TurnBudget budget(m_loop, vtlimits::TurnTime);
+    m_now = m_loop.Now();
+    const TurnBudget budget(m_loop, m_now, vtlimits::TurnTime);
     RetryWaiting();
     const bool isDone = ServeWatchers(budget) && ServeBacklogs(budget);
     FlushChannels();
@@ -233,7 +236,6 @@ void ServerHub::RetryWaiting() {
 
 bool ServerHub::ServeWatchers(const TurnBudget& budget) {
     while (!m_changed.empty()) {
-        if (budget.IsUp()) return false;
         const std::shared_ptr<Watched> watched = m_changed.front();
         m_changed.pop_front();
         watched->isChanged = false;
@@ -248,12 +250,12 @@ bool ServerHub::ServeWatchers(const TurnBudget& budget) {
 bool ServerHub::ServeWatched(Watched& watched, const TurnBudget& budget) {
     const auto isTimeUp = [&budget] { return budget.IsUp(); };
     const bool isTakenIn = watched.watcher->TakeIn(isTimeUp);
-    for (;;) {
+    while (watched.watcher->HasChanges()) {
         const bool hasAudience =
             std::any_of(watched.members.begin(), watched.members.end(), [](const Subscription* member) {
                 return member->IsInStep() && member->Session().MaySendChanges();
             });
-        if (!watched.watcher->NextPart(hasAudience, &m_part)) break;
+        watched.watcher->NextPart(hasAudience, &m_part);
         Deliver(watched, m_part);
         m_part.Clear();
         if (budget.IsUp()) return false;

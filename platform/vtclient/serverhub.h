@@ -62,7 +62,8 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
     std::chrono::milliseconds DeadAfter() const { return m_settings.deadAfter; }
     quint64 Epoch() const { return m_epoch; }
-    std::chrono::microseconds Now() const { return m_loop.Now(); }
+    /// When the turn, the message or the channel came that is being handled.
+    std::chrono::microseconds Now() const { return m_now; }
     void Join(Subscription& subscription);
     void Leave(Subscription& subscription);
     void ServeLater(ServerSession& session);
@@ -70,7 +71,10 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     void OnAdmitted(ServerSession& session);
     void OnSessionEnded();
     /// Messages are handled; what they lead to is sent when that is done.
-    void OnInput() { m_isInInput = true; }
+    void OnInput() {
+        m_isInInput = true;
+        m_now = m_loop.Now();
+    }
     void OnInputDone();
 
   private:
@@ -109,6 +113,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     Settings m_settings;
     quint64 m_epoch;
     int m_lastSession = 0;
+    std::chrono::microseconds m_now;
     bool m_isTurnRequested = false;
     bool m_isInTurn = false;
     bool m_isInInput = false;

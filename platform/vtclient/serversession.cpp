@@ -100,8 +100,8 @@ void ServerSession::OnMessage(const char* data, qint64 size) {
 }
 
 void ServerSession::Handle(const char* data, qint64 size) {
-    m_lastReceived = m_hub.Now();
     m_hub.OnInput();
+    m_lastReceived = m_hub.Now();
     MessageReader reader(data, size);
     EMessage type = EMessage::Hello;
     if (!reader.ReadType(&type) || !Handle(reader, type))

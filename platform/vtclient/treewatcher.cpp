@@ -26,8 +26,9 @@ constexpr int TakenInAtOnce = 1000;
 /// Entries in one part, at most.
 constexpr std::size_t MaxEntries = 8192;
 
-/// Room for so many is kept.
+/// Room for so many is kept, and for so many bytes of a part.
 constexpr std::size_t KeptEntries = 2048;
+constexpr int KeptBytes = 4096;
 
 void ClearEntries(std::vector<TreeWatcher::Entry>* entries) {
     entries->clear();
@@ -249,7 +250,7 @@ void TreeWatcher::OnGoingAway(Record& record) {
         m_isGone = true;
         DropAll();
         m_entries.clear();
-        m_read = 0;
+        m_read = m_others = 0;
         m_listener.OnRootGone(*this);
         return;
     }
@@ -269,6 +270,7 @@ void TreeWatcher::OnGoingAway(Record& record) {
 
 void TreeWatcher::Push(const Entry& entry) {
     const bool wasIdle = !HasChanges();
+    if (!entry.isOccurrence) ++m_others;
     m_entries.push_back(entry);
     if (wasIdle) m_listener.OnChanges(*this);
 }
@@ -387,9 +389,14 @@ void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
     const std::size_t first = m_read;
     const std::size_t last = std::min(m_entries.size(), first + MaxEntries - part->entries.size());
     const int room = isWritten ? vtlimits::BatchTarget - m_writer.Size() : std::numeric_limits<int>::max();
-    int size = 0;
-    while (m_read < last && m_entries[m_read].isOccurrence && size < room)
-        size += static_cast<int>(m_entries[m_read++].size);
+    int size = m_occurrences.Size() - m_occurrenceRead;
+    if (m_others == 0 && last == m_entries.size() && size <= room) {
+        m_read = last;
+    } else {
+        size = 0;
+        while (m_read < last && m_entries[m_read].isOccurrence && size < room)
+            size += static_cast<int>(m_entries[m_read++].size);
+    }
     if (isWritten) m_writer.AppendRaw(m_occurrences.Data() + m_occurrenceRead, size);
     m_occurrenceRead += size;
     const auto begin = m_entries.begin();
@@ -398,8 +405,8 @@ void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
 }
 
 void TreeWatcher::Part::Clear() {
-    changes.clear();
     occurrences.clear();
+    if (changes.size() > KeptBytes) changes.clear();
     ClearEntries(&entries);
 }
 
@@ -422,9 +429,11 @@ bool TreeWatcher::NextPart(bool isWritten, Part* part) {
             FetchEntry(entry, isWritten);
             part->entries.push_back(entry);
         }
+        --m_others;
         ++m_read;
     }
-    part->changes = m_writer.Take();
+    part->occurrences.clear();  // which may be the same bytes
+    m_writer.TakeInto(&part->changes);
     const int size = m_occurrenceRead - firstOccurrence;
     // Where there was nothing else, these are the same bytes.
     part->occurrences = size == part->changes.size()

@@ -154,6 +154,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     quint32 m_announced = 0;
     ChangeWriter m_occurrences;  ///< bytes of the occurrences among the entries
     int m_occurrenceRead = 0;    ///< bytes before were fetched
+    std::size_t m_others = 0;    ///< entries to be fetched that are no occurrences
     ChangeWriter m_writer;
     quint64 m_lastWrite = 0;  ///< the last write that an occurrence was put down to
     bool m_isGone = false;
