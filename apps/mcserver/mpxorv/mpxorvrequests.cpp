@@ -1,39 +1,59 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/mpxorv/mpxorvrequests.h>
 
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
-
 #include <platform/device/stddevicedefinition.h>
-#include <platform/values/valueaccess.h>
+#include <platform/values/fields.h>
 
 #include <utility>
 
-MpxOrvRequests::MpxOrvRequests(const QString& nodePath, double frequency, Handler handler)
-    : m_handler(std::move(handler)), m_grantedFrequency(frequency) {
-    using namespace values;  // NOLINT(google-build-using-namespace): one table of types
-    const ValueDescriptor& intervals = StdDeviceDefinition::g_vdReportInterval;
-    const QString base = nodePath + QLatin1Char('/') + NodeName() + QLatin1Char('/');
-    const auto provideButton = [&](const char* name) {
-        return ProvideValue<Value<bool>>(base + QLatin1String(name), false, true, nullptr);
+namespace {
+
+using fields::Content;
+using fields::Field;
+using fields::ItemsOf;
+
+const values::ValueDescriptor& ReportIntervals() {
+    return StdDeviceDefinition::g_vdReportInterval;
+}
+
+}  // namespace
+
+struct MpxOrvRequests::Fields {
+    using R = MpxOrvRequests;
+    struct Below {
+        const char* name;
+        QString operator()(const R& requests) const { return requests.m_basePath + QLatin1String(name); }
     };
-    m_pFrequency = ProvideValue<ValueNumeric<double>>(base + QStringLiteral("Frequency"), frequency,
-                                                      MinFrequency, MaxFrequency, true, nullptr);
-    m_pFrequency->SetDelivery(EDelivery::EveryChange);
-    m_pBecomeMaster = provideButton("BecomeMaster");
-    m_pRestartJob = provideButton("RestartJob");
-    m_pBuiltInTest = provideButton("BuiltInTest");
-    m_pCalibrate = provideButton("Calibrate");
-    m_pReportInterval =
-        ProvideValue<ValueSelection>(base + QStringLiteral("DeviceSetting/ReportInterval"), 0,
-                                     intervals.SelItems(), intervals.CountSelItems(), true, nullptr);
-    m_pAnswer = ProvideValue<Value<QString>>(base + AnswerName(), QString(), true, nullptr);
-    m_pAnswer->SetDelivery(EDelivery::EveryChange);
-    // Only now, so that nothing of this counts as a request.
-    std::apply([this](auto*&... value) { (value->AddObserver(this), ...); }, ObservedValues());
+    static QString AnswerPath(const R& requests) { return requests.m_basePath + AnswerName(); }
+    static fields::Within<double> Granted(const R& requests) {
+        return {requests.m_grantedFrequency, MinFrequency, MaxFrequency};
+    }
+    // Nobody asserts that they are there.
+    // clang-format off
+    static constexpr std::tuple Rows = {
+        Field{&R::m_pFrequency,      Below{"Frequency"},                    Granted,                     nullptr, 0, {1}},
+        Field{&R::m_pBecomeMaster,   Below{"BecomeMaster"},                 Content{false},              nullptr, 0, {2}},
+        Field{&R::m_pRestartJob,     Below{"RestartJob"},                   Content{false},              nullptr, 0, {3}},
+        Field{&R::m_pBuiltInTest,    Below{"BuiltInTest"},                  Content{false},              nullptr, 0, {4}},
+        Field{&R::m_pCalibrate,      Below{"Calibrate"},                    Content{false},              nullptr, 0, {5}},
+        Field{&R::m_pReportInterval, Below{"DeviceSetting/ReportInterval"}, ItemsOf{ReportIntervals, 0}, nullptr, 0, {6}},
+        Field{&R::m_pAnswer,         AnswerPath,                            Content{QLatin1String()},    nullptr, 0, {7}},
+    };
+    // clang-format on
+};
+
+MpxOrvRequests::MpxOrvRequests(const QString& nodePath, double frequency, Handler handler)
+    : m_basePath(nodePath + QLatin1Char('/') + NodeName() + QLatin1Char('/')),
+      m_handler(std::move(handler)),
+      m_grantedFrequency(frequency) {
+    fields::Provide<Fields>(*this, nullptr, true, nullptr);
+    m_pFrequency->SetDelivery(values::EDelivery::EveryChange);
+    m_pAnswer->SetDelivery(values::EDelivery::EveryChange);
+    fields::AttachAll<Fields>(*this, this);  // only now, so that nothing of this counts as a request
 }
 
 MpxOrvRequests::~MpxOrvRequests() {
-    observedvalues::DetachAll(ObservedValues(), this);
+    fields::DetachAll<Fields>(*this, this);
 }
 
 double MpxOrvRequests::GetFrequency() const {
@@ -73,7 +93,7 @@ void MpxOrvRequests::Answer(const QString& text) {
 
 void MpxOrvRequests::Update(Observable* source, TChangeCode code) {
     if (code == changecode::StateChanged)
-        observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+        fields::ForgetIfGoingAway<Fields>(*this, source, this);
     else if (code == changecode::ContentChanged)
         OnContentChanged(source);
 }

@@ -11,7 +11,6 @@
 
 #include <chrono>
 #include <functional>
-#include <tuple>
 
 /// The values below "Request" of one MpxORV, by which its clients ask for something, and "Answer". Main
 /// thread; the tree owns the values.
@@ -51,12 +50,11 @@ class MpxOrvRequests : public IObserver {
     void Update(Observable* source, TChangeCode code) override;
 
   private:
-    auto ObservedValues() {
-        return std::tie(m_pFrequency, m_pBecomeMaster, m_pRestartJob, m_pBuiltInTest, m_pCalibrate,
-                        m_pReportInterval, m_pAnswer);
-    }
+    struct Fields;  ///< the table of the values
+
     void OnContentChanged(const Observable* source);
 
+    QString m_basePath;
     Handler m_handler;
     values::ValueNumeric<double>* m_pFrequency = nullptr;
     values::Value<bool>* m_pBecomeMaster = nullptr;

@@ -2,10 +2,8 @@
 #include <devicecontrol/multichannelserver/common/mcscommands.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
 
-#include <platform/app/errorhandler.h>
-#include <platform/values/valueaccess.h>
+#include <platform/values/fields.h>
 
 namespace {
 
@@ -14,15 +12,23 @@ constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/
 
 }  // namespace
 
+struct MCSCommands::Fields {
+    using C = MCSCommands;
+    // clang-format off
+    static constexpr std::tuple Rows = {
+        //            member                  path                               starts with           asserted as                       line  looked for
+        fields::Field{&C::m_pShallBeConnected, &C::GetShallBeConnected_ValuePath, fields::Content{true}, L"m_pShallBeConnected != NULL", 44,   {1}},
+    };
+    // clang-format on
+};
+
 MCSCommands::MCSCommands(const QString* basePath)
     : m_basePath(basePath != nullptr ? *basePath : mcskeys::DefaultBasePath(mcskeys::Config)) {
-    const QString path = MCSCommands::GetShallBeConnected_ValuePath();
-    m_pShallBeConnected = values::ProvideValue<values::Value<bool>>(path, true, false, this);
-    AssertNotNull(m_pShallBeConnected, L"m_pShallBeConnected != NULL", SourcePath, 44);
+    fields::Provide<Fields>(*this, SourcePath, false, this);
 }
 
 MCSCommands::~MCSCommands() {
-    observedvalues::DetachAll(ObservedValues(), this);
+    fields::DetachAll<Fields>(*this, this);
 }
 
 values::Value<bool>* MCSCommands::GetShallBeConnectedValue() const {
@@ -34,5 +40,5 @@ QString MCSCommands::GetShallBeConnected_ValuePath() {
 }
 
 void MCSCommands::Update(Observable* source, TChangeCode code) {
-    if (code == changecode::StateChanged) observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+    if (code == changecode::StateChanged) fields::ForgetIfGoingAway<Fields>(*this, source, this);
 }

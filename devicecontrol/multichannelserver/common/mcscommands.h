@@ -8,8 +8,6 @@
 
 #include <QtCore/QString>
 
-#include <tuple>
-
 /// The commands node of the server's tree: what an operator or client tells the server to do. Provides the
 /// values; whoever carries the commands out observes them. Main thread.
 class MCS_COMMON_EXPORT MCSCommands : public IObserver {
@@ -29,7 +27,7 @@ class MCS_COMMON_EXPORT MCSCommands : public IObserver {
     void Update(Observable* source, TChangeCode code) override;
 
   private:
-    auto ObservedValues() { return std::tie(m_pShallBeConnected); }
+    struct Fields;  ///< the table of the values
 
     QString m_basePath;
     values::Value<bool>* m_pShallBeConnected = nullptr;

@@ -1,37 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
 
+#include <devicecontrol/multichannelserver/common/data/storedsetting.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
 
-#include <platform/app/errorhandler.h>
 #include <platform/app/vornos.h>
 #include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
 #include <platform/device/stddevicedefinition.h>
-#include <platform/values/valueaccess.h>
+#include <platform/values/fields.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <memory>
 
 namespace {
 
+using fields::Content;
+using fields::Field;
+using fields::ItemsOf;
+using fields::NotStored;
+using fields::Within;
+using storedsetting::Stored;
+
 /// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsconfigdata";
 
 constexpr double DefaultFrequency = 30000000.0;  // Hz
-constexpr double MinFrequency = 300000.0;
-constexpr double MaxFrequency = 3000000000.0;
-constexpr int DefaultScanAveragingTimeIndex = 4;
 constexpr int StoredScanAveragingTimeIndex = 5;  // of a store without the key (fixed: two-default-indexes)
-
-/// Truncates toward zero; what does not fit is the lowest number. (fixed: frequency-of-32-bits)
-int ToInt32(double number) {
-    constexpr double Beyond = 2147483648.0;
-    const bool fits = number > -Beyond - 1.0 && number < Beyond;
-    return fits ? static_cast<int>(number) : std::numeric_limits<int>::min();
-}
 
 /// An index for a selection; one that no int can hold becomes one that no selection has.
 int ToIndex(long index) {
@@ -39,94 +36,88 @@ int ToIndex(long index) {
     return static_cast<int>(std::clamp(index, -Highest, Highest));
 }
 
-// A missing key reads as whatever default is asked for.
-bool IsIntMissing(ICfg& cfg, const QString& key) {
-    const int content = cfg.ReadInt(key, 0);
-    return content != cfg.ReadInt(key, 1);
+Content<QString> NameOfTheMachine(const MCSConfigData& /*config*/) {
+    return {VornOS::Create()->GetMachineName() + QStringLiteral("_1")};
 }
 
-bool IsBoolMissing(ICfg& cfg, const QString& key) {
-    const bool content = cfg.ReadBool(key, false);
-    return content != cfg.ReadBool(key, true);
-}
-
-void Commit(ICfg& cfg, const QString& key, const QString& text) {
-    cfg.WriteString(key, text);
-    cfg.CommitKey(key);
-}
-
-void Commit(ICfg& cfg, const QString& key, int number) {
-    cfg.WriteInt(key, number);
-    cfg.CommitKey(key);
-}
-
-void Commit(ICfg& cfg, const QString& key, bool flag) {
-    cfg.WriteBool(key, flag);
-    cfg.CommitKey(key);
-}
-
-QString Read(ICfg& cfg, const QString& key, const QString& fallback) {
-    return cfg.ReadString(key, fallback);
-}
-
-bool Read(ICfg& cfg, const QString& key, bool fallback) {
-    return cfg.ReadBool(key, fallback);
-}
-
-int Read(ICfg& cfg, const QString& key, int fallback) {
-    return cfg.ReadInt(key, fallback);
-}
-
-/// Sets \a value, unless it is gone, to what the store has. False if somebody who heard of it destroyed the
-/// \a owner of the pointer.
-template <typename ValueType>
-bool ReadValue(ICfg& cfg, const QString& key, ValueType* value, const ObservableGuard& owner) {
-    if (value != nullptr) value->SetValue(Read(cfg, key, value->GetValue()), nullptr);
-    return owner.IsAlive();
+const values::ValueDescriptor& ReportIntervals() {
+    return StdDeviceDefinition::g_vdReportInterval;
 }
 
 }  // namespace
 
+struct MCSConfigData::Fields {
+    using C = MCSConfigData;
+
+    /// A setting that the tree does not have.
+    template <class T>
+    struct Flag {
+        bool C::*member;
+        fields::Places places;
+        Stored<T> stored;
+    };
+    template <class T>
+    Flag(bool C::*, fields::Places, Stored<T>) -> Flag<T>;
+
+    static QString SaveConfigPath(const C& config) {
+        return mcskeys::Join(config.m_basePath, mcskeys::SaveConfig);
+    }
+
+    // In the order of providing; the three numbers are the places in the orders of looking for, reading and
+    // writing.
+    // clang-format off
+    static constexpr std::tuple Rows = {
+        Field{&C::m_pDeviceAddress,               &C::GetDeviceAddress_ValuePath,               Content{QLatin1String("localhost", 9)},
+              L"m_pDeviceAddress != NULL",               70,  {1, 1, 1},  Stored{mcskeys::DeviceAddress}},
+        Field{&C::m_pDeviceName,                  &C::GetDeviceName_ValuePath,                  NameOfTheMachine,
+              L"m_pDeviceName != NULL",                  76,  {2, 2, 2},  Stored{mcskeys::DeviceName}},
+        Field{&C::m_pConnectOnStartup,            &C::GetConnectOnStartup_ValuePath,            Content{true},
+              L"m_pConnectOnStartup != NULL",            80,  {3, 3, 3},  Stored{mcskeys::ConnectOnStartup}},
+        Field{&C::m_pForceConnect,                &C::GetForceConnect_ValuePath,                Content{false},
+              L"m_pForceConnect != NULL",                84,  {4, 4, 4},  Stored{mcskeys::ForceConnect}},
+        Field{&C::m_pNumberOfFreqChannels,        &C::GetNumberOfFreqChannels_ValuePath,        Within{4, 0, 50},
+              L"m_pNumberOfFreqChannels != NULL",        88,  {5, 5, 5},  Stored{mcskeys::NumberOfFreqChannels}},
+        Field{&C::m_pMaxProtocolLevel,            &C::GetMaxProtocolLevel_ValuePath,            Content{int(MCSProtocolLevelDefault)},
+              L"m_pMaxProtocolLevel != NULL",            92,  {6, 7, 6},  Stored{mcskeys::MaxProtocolLevel}},
+        Field{&C::m_pSaveConfig,                  SaveConfigPath,                               Content{false},
+              L"m_pSaveConfig != NULL",                  96,  {9, 0, 0}},
+        Field{&C::m_pDefaultFrequencyForChannels, &C::GetDefaultFrequencyForChannels_ValuePath, Within{DefaultFrequency, 300000.0, 3000000000.0},
+              L"m_pDefaultFrequencyForChannels != NULL", 100, {8, 9, 7},  Stored{mcskeys::DefaultFrequencyForChannel, int(DefaultFrequency)}},
+        Field{&C::m_pDefaultScanAveragingTime,    &C::GetDefaultScanAveragingTime_ValuePath,    ItemsOf{ReportIntervals, 4},
+              L"m_pDefaultScanAveragingTime != NULL",    106, {7, 10, 8}, Stored{mcskeys::DefaultScanAveragingTimeIndex, StoredScanAveragingTimeIndex}},
+        Flag{&C::m_guiVisible,                                            {0, 6, 0},  Stored{mcskeys::GuiVisible}},
+        Flag{&C::m_resetAfterBoot,                                        {0, 8, 0},  Stored{mcskeys::ResetAfterBoot, false}},
+    };
+    // clang-format on
+
+    template <class V, class Path, class Start, class T>
+    static void ReadRow(C& config, ICfg& cfg, const Field<C, V, Path, Start, Stored<T>>& row) {
+        row.stored.WriteIfMissing(cfg);
+        V* const value = config.*row.member;
+        if (value != nullptr) storedsetting::ReadInto(cfg, row.stored.key, *value);
+    }
+    static void ReadRow(C& config, ICfg& cfg, const Flag<std::nullptr_t>& row) {
+        config.*row.member = cfg.ReadBool(row.stored.key, config.*row.member);
+    }
+    static void ReadRow(C& config, ICfg& cfg, const Flag<bool>& row) {
+        row.stored.WriteIfMissing(cfg);
+        config.*row.member = cfg.ReadBool(row.stored.key, row.stored.ifMissing);
+    }
+
+    template <class V, class Path, class Start, class T>
+    static void WriteRow(const C& config, ICfg& cfg, const Field<C, V, Path, Start, Stored<T>>& row) {
+        const V* const value = config.*row.member;
+        if (value != nullptr) storedsetting::Commit(cfg, row.stored.key, storedsetting::ContentOf(*value));
+    }
+};
+
 MCSConfigData::MCSConfigData(const QString* basePath, bool overwrite)
     : m_basePath(basePath != nullptr ? *basePath : mcskeys::DefaultBasePath(mcskeys::Config)) {
-    ProvideValues(overwrite);
+    fields::Provide<Fields>(*this, SourcePath, overwrite, this);
 }
 
 MCSConfigData::~MCSConfigData() {
-    observedvalues::DetachAll(ObservedValues(), this);
-}
-
-void MCSConfigData::ProvideValues(bool overwrite) {
-    using namespace values;  // NOLINT(google-build-using-namespace): one table of types
-    const ValueDescriptor& intervals = StdDeviceDefinition::g_vdReportInterval;
-    const QString deviceName = VornOS::Create()->GetMachineName() + QStringLiteral("_1");
-
-    m_pDeviceAddress = ProvideValue<Value<QString>>(GetDeviceAddress_ValuePath(), QStringLiteral("localhost"),
-                                                    overwrite, this);
-    AssertNotNull(m_pDeviceAddress, L"m_pDeviceAddress != NULL", SourcePath, 70);
-    m_pDeviceName = ProvideValue<Value<QString>>(GetDeviceName_ValuePath(), deviceName, overwrite, this);
-    AssertNotNull(m_pDeviceName, L"m_pDeviceName != NULL", SourcePath, 76);
-    m_pConnectOnStartup = ProvideValue<Value<bool>>(GetConnectOnStartup_ValuePath(), true, overwrite, this);
-    AssertNotNull(m_pConnectOnStartup, L"m_pConnectOnStartup != NULL", SourcePath, 80);
-    m_pForceConnect = ProvideValue<Value<bool>>(GetForceConnect_ValuePath(), false, overwrite, this);
-    AssertNotNull(m_pForceConnect, L"m_pForceConnect != NULL", SourcePath, 84);
-    m_pNumberOfFreqChannels =
-        ProvideValue<ValueNumeric<int>>(GetNumberOfFreqChannels_ValuePath(), 4, 0, 50, overwrite, this);
-    AssertNotNull(m_pNumberOfFreqChannels, L"m_pNumberOfFreqChannels != NULL", SourcePath, 88);
-    m_pMaxProtocolLevel = ProvideValue<Value<int>>(GetMaxProtocolLevel_ValuePath(),
-                                                   int(MCSProtocolLevelDefault), overwrite, this);
-    AssertNotNull(m_pMaxProtocolLevel, L"m_pMaxProtocolLevel != NULL", SourcePath, 92);
-    m_pSaveConfig =
-        ProvideValue<Value<bool>>(mcskeys::Join(m_basePath, mcskeys::SaveConfig), false, overwrite, this);
-    AssertNotNull(m_pSaveConfig, L"m_pSaveConfig != NULL", SourcePath, 96);
-    m_pDefaultFrequencyForChannels =
-        ProvideValue<ValueNumeric<double>>(GetDefaultFrequencyForChannels_ValuePath(), DefaultFrequency,
-                                           MinFrequency, MaxFrequency, overwrite, this);
-    AssertNotNull(m_pDefaultFrequencyForChannels, L"m_pDefaultFrequencyForChannels != NULL", SourcePath, 100);
-    m_pDefaultScanAveragingTime =
-        ProvideValue<ValueSelection>(GetDefaultScanAveragingTime_ValuePath(), DefaultScanAveragingTimeIndex,
-                                     intervals.SelItems(), intervals.CountSelItems(), overwrite, this);
-    AssertNotNull(m_pDefaultScanAveragingTime, L"m_pDefaultScanAveragingTime != NULL", SourcePath, 106);
+    fields::DetachAll<Fields>(*this, this);
 }
 
 bool MCSConfigData::DoesStaticMpxORVExist(const QString& name) const {
@@ -141,43 +132,16 @@ void MCSConfigData::ReadFrom(ICfg* cfg) {
     const CfgSave save;  // of the keys that are missing
     const ObservableGuard self(*this);
     m_isReading = true;
-    if (!ReadSettings(*cfg, self) || !ReadDefaultsForJobs(*cfg, self)) return;
+    fields::Walk<Fields, &fields::Places::read>([&](const auto& row) {
+        Fields::ReadRow(*this, *cfg, row);
+        return self.IsAlive();
+    });
+    if (!self.IsAlive()) return;
     m_staticMpxORVs.clear();  // fixed: empty-static-list
     ReadDefaultPolicy(*cfg);
     m_pCfg = cfg;
     m_isReading = false;
     NotifyObservers(changecode::ContentChanged, this);
-}
-
-bool MCSConfigData::ReadSettings(ICfg& cfg, const ObservableGuard& self) {
-    const bool isAlive = ReadValue(cfg, mcskeys::DeviceAddress, m_pDeviceAddress, self) &&
-                         ReadValue(cfg, mcskeys::DeviceName, m_pDeviceName, self) &&
-                         ReadValue(cfg, mcskeys::ConnectOnStartup, m_pConnectOnStartup, self) &&
-                         ReadValue(cfg, mcskeys::ForceConnect, m_pForceConnect, self) &&
-                         ReadValue(cfg, mcskeys::NumberOfFreqChannels, m_pNumberOfFreqChannels, self);
-    if (!isAlive) return false;
-    m_guiVisible = cfg.ReadBool(mcskeys::GuiVisible, m_guiVisible);
-    if (!ReadValue(cfg, mcskeys::MaxProtocolLevel, m_pMaxProtocolLevel, self)) return false;
-    if (IsBoolMissing(cfg, mcskeys::ResetAfterBoot)) Commit(cfg, mcskeys::ResetAfterBoot, false);
-    m_resetAfterBoot = cfg.ReadBool(mcskeys::ResetAfterBoot, false);
-    return true;
-}
-
-bool MCSConfigData::ReadDefaultsForJobs(ICfg& cfg, const ObservableGuard& self) {
-    const QString frequencyKey = mcskeys::DefaultFrequencyForChannel;
-    if (IsIntMissing(cfg, frequencyKey)) Commit(cfg, frequencyKey, ToInt32(DefaultFrequency));
-    if (m_pDefaultFrequencyForChannels != nullptr) {
-        const int frequency = cfg.ReadInt(frequencyKey, ToInt32(GetDefaultFrequencyForChannels()));
-        m_pDefaultFrequencyForChannels->SetValue(frequency, nullptr);
-        if (!self.IsAlive()) return false;
-    }
-    const QString indexKey = mcskeys::DefaultScanAveragingTimeIndex;
-    if (IsIntMissing(cfg, indexKey)) Commit(cfg, indexKey, StoredScanAveragingTimeIndex);
-    if (m_pDefaultScanAveragingTime != nullptr) {
-        const int index = cfg.ReadInt(indexKey, m_pDefaultScanAveragingTime->GetCurrentIndex());
-        m_pDefaultScanAveragingTime->SelectIndex(index, nullptr);
-    }
-    return self.IsAlive();
 }
 
 void MCSConfigData::ReadDefaultPolicy(ICfg& cfg) {
@@ -192,21 +156,17 @@ void MCSConfigData::WriteTo(ICfg* cfg) {
     if (cfg == nullptr) cfg = m_pCfg;
     if (cfg == nullptr) return;
     const CfgSave save;
-    Commit(*cfg, mcskeys::DeviceAddress, GetDeviceAddress());
-    Commit(*cfg, mcskeys::DeviceName, GetDeviceName());
-    Commit(*cfg, mcskeys::ConnectOnStartup, GetConnectOnStartup());
-    Commit(*cfg, mcskeys::ForceConnect, GetForceConnect());
-    Commit(*cfg, mcskeys::NumberOfFreqChannels, GetNumberOfFreqChannels());
-    Commit(*cfg, mcskeys::MaxProtocolLevel, int(GetMaxProtocolLevel()));
-    Commit(*cfg, mcskeys::DefaultFrequencyForChannel, ToInt32(GetDefaultFrequencyForChannels()));
-    Commit(*cfg, mcskeys::DefaultScanAveragingTimeIndex, m_pDefaultScanAveragingTime->GetCurrentIndex());
+    fields::Walk<Fields, &fields::Places::written>([&](const auto& row) {
+        Fields::WriteRow(*this, *cfg, row);
+        return true;
+    });
     WriteGuiVisibleTo(cfg);
     m_pCfg = cfg;
 }
 
 void MCSConfigData::WriteGuiVisibleTo(ICfg* cfg) {
     if (cfg == nullptr) cfg = m_pCfg;
-    if (cfg != nullptr) Commit(*cfg, mcskeys::GuiVisible, m_guiVisible);
+    if (cfg != nullptr) storedsetting::Commit(*cfg, mcskeys::GuiVisible, m_guiVisible);
 }
 
 void MCSConfigData::TriggerSaveConfig() {
@@ -215,7 +175,7 @@ void MCSConfigData::TriggerSaveConfig() {
 
 void MCSConfigData::Update(Observable* source, TChangeCode code) {
     if (code == changecode::StateChanged)
-        observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
+        fields::ForgetIfGoingAway<Fields>(*this, source, this);
     else if (code == changecode::ContentChanged)
         OnContentChanged(source);
 }
@@ -225,8 +185,8 @@ void MCSConfigData::OnContentChanged(const Observable* source) {
         if (!m_pSaveConfig->GetValue() || m_pCfg == nullptr) return;
         WriteTo(nullptr);
         m_pSaveConfig->SetValue(false, nullptr);
-    } else if (observedvalues::Contains(std::tie(m_pDefaultScanAveragingTime, m_pDefaultFrequencyForChannels),
-                                        source)) {
+    } else if (source != nullptr &&
+               (source == m_pDefaultScanAveragingTime || source == m_pDefaultFrequencyForChannels)) {
         if (m_pCfg != nullptr) WriteTo(nullptr);  // fixed: saves-while-reading
     } else if (!m_isReading) {
         NotifyObservers(changecode::ContentChanged, this);

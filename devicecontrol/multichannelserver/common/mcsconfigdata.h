@@ -11,8 +11,6 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-#include <tuple>
-
 class ICfg;
 
 /// The highest version of the device's protocol that the server uses.
@@ -105,15 +103,8 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
     void Update(Observable* source, TChangeCode code) override;
 
   private:
-    auto ObservedValues() {
-        return std::tie(m_pDeviceAddress, m_pDeviceName, m_pConnectOnStartup, m_pForceConnect,
-                        m_pNumberOfFreqChannels, m_pMaxProtocolLevel, m_pDefaultScanAveragingTime,
-                        m_pDefaultFrequencyForChannels, m_pSaveConfig);
-    }
-    void ProvideValues(bool overwrite);
-    // Both are false if this object was destroyed meanwhile.
-    bool ReadSettings(ICfg& cfg, const ObservableGuard& self);
-    bool ReadDefaultsForJobs(ICfg& cfg, const ObservableGuard& self);
+    struct Fields;  ///< the table of the settings
+
     void ReadDefaultPolicy(ICfg& cfg);
     void OnContentChanged(const Observable* source);
 

@@ -2,18 +2,48 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
 #include <devicecontrol/multichannelserver/common/statusnode.h>
 
-#include <platform/app/errorhandler.h>
-#include <platform/values/valueaccess.h>
+#include <platform/values/fields.h>
 
 namespace {
+
+using fields::Content;
+using fields::Field;
+using fields::ItemsOf;
+using fields::TypesOwn;
 
 /// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsmpxorvstatus";
 
+const values::ValueDescriptor& OperationModes() {
+    return StdDeviceDefinition::g_vdOperationMode;
+}
+
 }  // namespace
+
+// Some paths are built from the node, and some come from the virtual accessors, which are the class's own
+// while the constructor runs.
+struct MCSMpxORVStatus::Fields {
+    using S = MCSMpxORVStatus;
+    struct BelowNode {
+        QLatin1String key;
+        QString operator()(const S& status) const {
+            return mcskeys::Join(status.m_pStaSubtree->GetPathName(), key);
+        }
+    };
+    // clang-format off
+    static constexpr std::tuple Rows = {
+        // member                      path                                     starts with                 asserted as                    line  looked for
+        Field{&S::m_pOperationType,    BelowNode{mcskeys::OperationType},       TypesOwn{},                 nullptr,                         0, {1}},
+        Field{&S::m_pConnectedClients, BelowNode{mcskeys::ConnectedClients},    ItemsOf{nullptr, 0},        L"m_pConnectedClients != NULL",  143, {2}},
+        Field{&S::m_pOperationMode,    &S::GetOperationMode_ValuePath,          ItemsOf{OperationModes, 0}, L"m_pOperationMode != NULL",     149, {3}},
+        Field{&S::m_pIsMaster,         &S::GetIsMaster_ValuePath,               Content{false},             L"m_pIsMaster != NULL",          153, {4}},
+        Field{&S::m_pIsWatchingMaster, &S::GetIsWatchingMaster_ValuePath,       Content{false},             L"m_pIsWatchingMaster != NULL",  157, {5}},
+        Field{&S::m_pComment,          BelowNode{mcskeys::Comment},             TypesOwn{},                 L"m_pComment != NULL",           161, {6}},
+    };
+    // clang-format on
+};
 
 MCSMpxORVStatus::MCSMpxORVStatus(const QString& basePath) : m_basePath(basePath) {
     SetupStatusSubtree();
@@ -30,7 +60,7 @@ MCSMpxORVStatus& MCSMpxORVStatus::operator=(const MCSMpxORVStatus& other) {
     Observable::operator=(other);
     m_basePath = other.m_basePath;
     m_pStaSubtree = other.m_pStaSubtree;
-    ObservedValues(*this) = ObservedValues(other);
+    fields::Share<Fields>(*this, other);
     return *this;
 }
 
@@ -41,36 +71,18 @@ MCSMpxORVStatus::~MCSMpxORVStatus() {
 void MCSMpxORVStatus::Detach() {
     if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
     m_pStaSubtree = nullptr;
-    observedvalues::DetachAll(ObservedValues(*this), this);
+    fields::DetachAll<Fields>(*this, this);
 }
 
-// Some paths are built from the node and some come from the virtual accessors, which are the class's own
-// while the constructor runs.
 void MCSMpxORVStatus::SetupStatusSubtree() {
-    using namespace values;  // NOLINT(google-build-using-namespace): one table of types
-    const ValueDescriptor& modes = StdDeviceDefinition::g_vdOperationMode;
-
     m_pStaSubtree = statusnode::Provide(m_basePath, this, SourcePath, 135);
-    const QString nodePath = m_pStaSubtree->GetPathName();
-    m_pOperationType = ProvideValue<Value<QString>>(mcskeys::Join(nodePath, mcskeys::OperationType), this);
-    m_pConnectedClients = ProvideValue<ValueSelection>(mcskeys::Join(nodePath, mcskeys::ConnectedClients), 0,
-                                                       nullptr, 0, false, this);
-    AssertNotNull(m_pConnectedClients, L"m_pConnectedClients != NULL", SourcePath, 143);
-    m_pOperationMode = ProvideValue<ValueSelection>(GetOperationMode_ValuePath(), 0, modes.SelItems(),
-                                                    modes.CountSelItems(), false, this);
-    AssertNotNull(m_pOperationMode, L"m_pOperationMode != NULL", SourcePath, 149);
-    m_pIsMaster = ProvideValue<Value<bool>>(GetIsMaster_ValuePath(), false, false, this);
-    AssertNotNull(m_pIsMaster, L"m_pIsMaster != NULL", SourcePath, 153);
-    m_pIsWatchingMaster = ProvideValue<Value<bool>>(GetIsWatchingMaster_ValuePath(), false, false, this);
-    AssertNotNull(m_pIsWatchingMaster, L"m_pIsWatchingMaster != NULL", SourcePath, 157);
-    m_pComment = ProvideValue<Value<QString>>(mcskeys::Join(nodePath, mcskeys::Comment), this);
-    AssertNotNull(m_pComment, L"m_pComment != NULL", SourcePath, 161);
+    fields::Provide<Fields>(*this, SourcePath, false, this);
 }
 
 void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
     switch (code) {
         case changecode::ContentChanged:
-            if (observedvalues::Contains(ObservedValues(*this), source))  // fixed: told-from-own-values
+            if (fields::Contains<Fields>(*this, source))  // fixed: told-from-own-values
                 NotifyObservers(changecode::ContentChanged, this);
             break;
         case changecode::ItemsChanged:
@@ -80,7 +92,7 @@ void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {
                 NotifyObservers(changecode::ContentChanged, this);
             break;
         case changecode::StateChanged:
-            observedvalues::ForgetIfGoingAway(ObservedValues(*this), source, this);
+            fields::ForgetIfGoingAway<Fields>(*this, source, this);
             break;
         case changecode::GoingAway:
             if (m_pStaSubtree != nullptr && source == m_pStaSubtree) m_pStaSubtree = nullptr;

@@ -10,8 +10,6 @@
 
 #include <QtCore/QString>
 
-#include <tuple>
-
 namespace values {
 class Node;
 }
@@ -72,14 +70,10 @@ class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable { 
     // clang-format on
 
   private:
+    struct Fields;  ///< the table of the values
+
     void SetupStatusSubtree();
     void Detach();
-
-    template <class Self>
-    static auto ObservedValues(Self& self) {
-        return std::tie(self.m_pOperationType, self.m_pConnectedClients, self.m_pOperationMode,
-                        self.m_pIsMaster, self.m_pIsWatchingMaster, self.m_pComment);
-    }
 
     QString m_basePath;
     values::Node* m_pStaSubtree = nullptr;

@@ -2,21 +2,51 @@
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
 #include <devicecontrol/multichannelserver/common/statusnode.h>
 
-#include <platform/app/errorhandler.h>
-#include <platform/values/valueaccess.h>
+#include <platform/values/fields.h>
 
 namespace {
+
+using fields::Content;
+using fields::Field;
+using fields::ItemsOf;
+using fields::TypesOwn;
 
 /// What traces and assertions name as their place. (fixed: trace-places)
 constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsstatus";
 
-constexpr int MaxCount = 1000;
-constexpr int MaxSweepTime = 100000000;
+constexpr fields::Within Counter = {0, 0, 1000};
+constexpr fields::Within SweepTime = {0, 0, 100000000};  // µs
+
+const values::ValueDescriptor& BootStates() {
+    return StdDeviceDefinition::g_vdBooState;
+}
+const values::ValueDescriptor& OperationModes() {
+    return StdDeviceDefinition::g_vdOperationMode;
+}
 
 }  // namespace
+
+struct MCSStatus::Fields {
+    using S = MCSStatus;
+    // clang-format off
+    static constexpr std::tuple Rows = {
+        // member                      path                                     starts with                 asserted as                          line  looked for: the mode is fourth (fixed: search-order)
+        Field{&S::m_pBootState,              &S::GetBootState_ValuePath,              ItemsOf{BootStates, BootReady}, L"m_pBootState != NULL",              116, {1}},
+        Field{&S::m_pOperationMode,          &S::GetOperationMode_ValuePath,          ItemsOf{OperationModes, 0},     L"m_pOperationMode != NULL",          122, {4}},
+        Field{&S::m_pFreeFreqChannels,       &S::GetFreeFreqChannels_ValuePath,       Counter,                        L"m_pFreeFreqChannels != NULL",       126, {2}},
+        Field{&S::m_pUsedFreqChannels,       &S::GetUsedFreqChannels_ValuePath,       Counter,                        L"m_pUsedFreqChannels != NULL",       130, {3}},
+        Field{&S::m_pMcsMasterJobControlled, &S::GetMcsMasterJobControlled_ValuePath, Content{false},                 L"m_pMcsMasterJobControlled != NULL", 134, {5}},
+        Field{&S::m_pSweepTime,              &S::GetSweepTime_ValuePath,              SweepTime,                      L"m_pSweepTime != NULL",              138, {6}},
+        Field{&S::m_pOnline,                 &S::GetOnline_ValuePath,                 Content{false},                 L"m_pOnline != NULL",                 142, {7}},
+        Field{&S::m_pConnectionState,        &S::GetConnectionState_ValuePath,        Content{QLatin1String()},       L"m_pConnectionState != NULL",        146, {8}},
+        Field{&S::m_pStaticMpxORVs,          &S::GetStaticMpxORVs_ValuePath,          Counter,                        L"m_pStaticMpxORVs != NULL",          150, {9}},
+        Field{&S::m_pDynamicMpxORVs,         &S::GetDynamicMpxORVs_ValuePath,         Counter,                        L"m_pDynamicMpxORVs != NULL",         154, {10}},
+        Field{&S::m_pLogMessage,             &S::GetLogMessage_ValuePath,             TypesOwn{},                     L"m_pLogMessage != NULL",             157, {11}},
+    };
+    // clang-format on
+};
 
 MCSStatus::MCSStatus(const QString& basePath) : m_basePath(basePath) {
     SetupStatusSubtree();
@@ -33,7 +63,7 @@ MCSStatus& MCSStatus::operator=(const MCSStatus& other) {
     Observable::operator=(other);
     m_basePath = other.m_basePath;
     m_pStaSubtree = other.m_pStaSubtree;
-    ObservedValues(*this) = ObservedValues(other);
+    fields::Share<Fields>(*this, other);
     return *this;
 }
 
@@ -44,51 +74,16 @@ MCSStatus::~MCSStatus() {
 void MCSStatus::Detach() {
     if (m_pStaSubtree != nullptr) m_pStaSubtree->DeleteObserver(this);
     m_pStaSubtree = nullptr;
-    observedvalues::DetachAll(ObservedValues(*this), this);
+    fields::DetachAll<Fields>(*this, this);
 }
 
 // The paths come from the virtual accessors. While the constructor runs these are the class's own: what a
 // derived class overrides holds only afterwards.
 void MCSStatus::SetupStatusSubtree() {
-    using namespace values;  // NOLINT(google-build-using-namespace): one table of types
-    const auto provideSelection = [this](const QString& path, int defaultIndex,
-                                         const ValueDescriptor& descriptor) {
-        return ProvideValue<ValueSelection>(path, defaultIndex, descriptor.SelItems(),
-                                            descriptor.CountSelItems(), false, this);
-    };
-    const auto provideNumber = [this](const QString& path, int maximum) {
-        return ProvideValue<ValueNumeric<int>>(path, 0, 0, maximum, false, this);
-    };
-    const auto provideFlag = [this](const QString& path) {
-        return ProvideValue<Value<bool>>(path, false, false, this);
-    };
-
     m_pStaSubtree = statusnode::Provide(m_basePath, this, SourcePath, 109);
-    m_pBootState = provideSelection(GetBootState_ValuePath(), BootReady, StdDeviceDefinition::g_vdBooState);
-    AssertNotNull(m_pBootState, L"m_pBootState != NULL", SourcePath, 116);
-    m_pOperationMode =
-        provideSelection(GetOperationMode_ValuePath(), 0, StdDeviceDefinition::g_vdOperationMode);
-    AssertNotNull(m_pOperationMode, L"m_pOperationMode != NULL", SourcePath, 122);
-    m_pFreeFreqChannels = provideNumber(GetFreeFreqChannels_ValuePath(), MaxCount);
-    AssertNotNull(m_pFreeFreqChannels, L"m_pFreeFreqChannels != NULL", SourcePath, 126);
-    m_pUsedFreqChannels = provideNumber(GetUsedFreqChannels_ValuePath(), MaxCount);
-    AssertNotNull(m_pUsedFreqChannels, L"m_pUsedFreqChannels != NULL", SourcePath, 130);
-    m_pMcsMasterJobControlled = provideFlag(GetMcsMasterJobControlled_ValuePath());
-    AssertNotNull(m_pMcsMasterJobControlled, L"m_pMcsMasterJobControlled != NULL", SourcePath, 134);
-    m_pSweepTime = provideNumber(GetSweepTime_ValuePath(), MaxSweepTime);
-    AssertNotNull(m_pSweepTime, L"m_pSweepTime != NULL", SourcePath, 138);
-    m_pOnline = provideFlag(GetOnline_ValuePath());
-    AssertNotNull(m_pOnline, L"m_pOnline != NULL", SourcePath, 142);
-    m_pConnectionState = ProvideValue<Value<QString>>(GetConnectionState_ValuePath(), QString(), false, this);
-    AssertNotNull(m_pConnectionState, L"m_pConnectionState != NULL", SourcePath, 146);
-    m_pStaticMpxORVs = provideNumber(GetStaticMpxORVs_ValuePath(), MaxCount);
-    AssertNotNull(m_pStaticMpxORVs, L"m_pStaticMpxORVs != NULL", SourcePath, 150);
-    m_pDynamicMpxORVs = provideNumber(GetDynamicMpxORVs_ValuePath(), MaxCount);
-    AssertNotNull(m_pDynamicMpxORVs, L"m_pDynamicMpxORVs != NULL", SourcePath, 154);
-    m_pLogMessage = ProvideValue<Value<QString>>(GetLogMessage_ValuePath(), this);
-    AssertNotNull(m_pLogMessage, L"m_pLogMessage != NULL", SourcePath, 157);
+    fields::Provide<Fields>(*this, SourcePath, false, this);
     // Each log message is an occurrence: the same text twice is two messages. (fixed: log-occurrences)
-    if (m_pLogMessage != nullptr) m_pLogMessage->SetDelivery(EDelivery::EveryChange);
+    if (m_pLogMessage != nullptr) m_pLogMessage->SetDelivery(values::EDelivery::EveryChange);
 }
 
 void MCSStatus::Update(Observable* source, TChangeCode code) {
@@ -97,7 +92,7 @@ void MCSStatus::Update(Observable* source, TChangeCode code) {
             NotifyObservers(changecode::ContentChanged, this);  // fixed: told-from-any-source
             break;
         case changecode::StateChanged:
-            observedvalues::ForgetIfGoingAway(ObservedValues(*this), source, this);
+            fields::ForgetIfGoingAway<Fields>(*this, source, this);
             break;
         case changecode::GoingAway:
             if (m_pStaSubtree != nullptr && source == m_pStaSubtree) m_pStaSubtree = nullptr;

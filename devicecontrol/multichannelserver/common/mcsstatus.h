@@ -10,8 +10,6 @@
 
 #include <QtCore/QString>
 
-#include <tuple>
-
 namespace values {
 class Node;
 }
@@ -86,18 +84,10 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {  // fi
     // clang-format on
 
   private:
+    struct Fields;  ///< the table of the values
+
     void SetupStatusSubtree();
     void Detach();
-
-    /// In the order in which a source is looked for and the destructor detaches: the operation mode is
-    /// fourth.
-    template <class Self>
-    static auto ObservedValues(Self& self) {  // fixed: search-order
-        return std::tie(self.m_pBootState, self.m_pFreeFreqChannels, self.m_pUsedFreqChannels,
-                        self.m_pOperationMode, self.m_pMcsMasterJobControlled, self.m_pSweepTime,
-                        self.m_pOnline, self.m_pConnectionState, self.m_pStaticMpxORVs,
-                        self.m_pDynamicMpxORVs, self.m_pLogMessage);
-    }
 
     QString m_basePath;
     values::Node* m_pStaSubtree = nullptr;
