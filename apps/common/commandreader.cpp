@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Whoever writes faster than it is carried out has to wait.
+/// Lines that wait to be carried out. Beyond, the program that writes them has to wait.
 constexpr std::size_t MaxWaiting = 1000;
 
 }  // namespace
@@ -46,7 +46,7 @@ void CommandReader::Put(Shared& shared, const QString& line) {
         QMetaObject::invokeMethod(shared.reader, &CommandReader::Take, Qt::QueuedConnection);
 }
 
-/// All that waits. What is told may end the program, and this object with it.
+/// Hands on all lines that wait. A line may end the program, and this object with it.
 void CommandReader::Take() {
     std::deque<QString> lines;
     bool isAtEnd = false;

@@ -21,7 +21,7 @@ std::array<struct sigaction, Signals.size()> actionsBefore;
 extern "C" void WakeEventLoop(int) {
     const int errnoBefore = errno;
     const char byte = 0;
-    // A full pipe already says what this byte would say.
+    // If the pipe is full, the reader will be woken all the same.
     [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1);
     errno = errnoBefore;
 }

@@ -21,7 +21,7 @@ int Complain(const QString& line, int code) {
 
 int Print(const QString& text) {
     QString error;
-    // A reader that has gone has seen enough. Anything else is a failure.
+    // If the reader of a pipe has closed it, as `head` does, that is no failure. Anything else is.
     if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
     return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
 }

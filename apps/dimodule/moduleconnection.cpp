@@ -31,7 +31,7 @@ ModuleConnection::ModuleConnection(Module& module, QTcpSocket& socket)
     connect(&m_socket, &QTcpSocket::bytesWritten, this, &ModuleConnection::OnReadyRead);
     connect(&m_socket, &QTcpSocket::disconnected, &m_delay, &QTimer::stop);
     connect(&m_socket, &QTcpSocket::disconnected, this, &QObject::deleteLater);
-    // It may have gone, or asked, before anybody listened.
+    // The peer may have gone, or asked, before the signals above were connected.
     if (m_socket.state() != QAbstractSocket::ConnectedState) deleteLater();
     if (m_socket.bytesAvailable() > 0)
         QMetaObject::invokeMethod(this, &ModuleConnection::OnReadyRead, Qt::QueuedConnection);
@@ -51,7 +51,7 @@ void ModuleConnection::DropWhenIdle(std::chrono::milliseconds time) {
 }
 
 void ModuleConnection::OnReadyRead() {
-    // Sending an answer may tell at once that it was written.
+    // Sending an answer may emit bytesWritten() at once, which leads here again.
     if (!m_delay.isActive() && !m_isAnswering) AnswerFrames();
 }
 

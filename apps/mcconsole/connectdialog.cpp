@@ -104,7 +104,7 @@ QLayout* ConnectDialog::BuildCaRow() {
 void ConnectDialog::FillRecent() {
     for (const RecentServers::Entry& entry : m_recent.GetEntries()) {
         ServerAddress plain = entry.server;
-        plain.isEncrypted = false;  // that is the box below
+        plain.isEncrypted = false;  // the check box says it, so the text needs no scheme
         m_address->addItem(plain.ToText());
     }
     if (m_address->count() > 0)

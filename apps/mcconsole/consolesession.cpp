@@ -50,7 +50,7 @@ bool ConsoleSession::Connect(const ServerAddress& server, const VtClientOptions&
 }
 
 void ConsoleSession::Disconnect() {
-    // Nothing that is told from here on finds a client.
+    // Moved out first: observers who are told while the client goes must not use it.
     const std::unique_ptr<MultiChannelServerClient> client = std::move(m_client);
     if (!client) return;
     m_patience.stop();
@@ -58,7 +58,7 @@ void ConsoleSession::Disconnect() {
     m_observed->DeleteObserver(this);
     m_observed = nullptr;
     client->DeleteObserver(this);
-    m_segments = NoSegments;  // displays let go before what they show goes
+    m_segments = NoSegments;  // so that displays detach before the values go
     m_state = EState::Idle;
     m_mpxOrv = nullptr;
     m_mpxOrvThere.SetPath(QString());
@@ -101,8 +101,8 @@ QString ConsoleSession::WantedMpxOrvName() const {
     return m_mpxOrvName.isEmpty() ? MpxORVHandle::CreateUniqueMpxORVName() : m_mpxOrvName;
 }
 
-/// What is there already is another client's, which would share it: one would tune what the other uses, and
-/// it would go with the other.
+/// An MpxORV that is there already is another client's. Both would share it: one would tune what the other
+/// listens to, and it would go when the other goes.
 QString ConsoleSession::FreeMpxOrvName() const {
     constexpr int most = 100;
     const QString wanted = WantedMpxOrvName();

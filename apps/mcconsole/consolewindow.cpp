@@ -65,7 +65,7 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options
 }
 
 ConsoleWindow::~ConsoleWindow() {
-    m_session.Disconnect();  // while the pages are still there to let go
+    m_session.Disconnect();  // first, since the pages have to detach from what goes
     disconnect(&m_session, nullptr, this, nullptr);
 }
 

@@ -79,7 +79,9 @@ QWidget* MpxOrvPage::BuildRequests() {
     m_frequency->setAccessibleName(tr("Frequency"));
     m_tune = new QPushButton(tr("&Tune"), group);
     m_tune->setObjectName(QStringLiteral("Tune"));
-    m_tune->setFocusPolicy(Qt::TabFocus);  // a click must not end the edit first: that would ask twice
+    // A click that took the focus would end the edit in the field, which asks for the frequency; the click
+    // itself would ask once more.
+    m_tune->setFocusPolicy(Qt::TabFocus);
     connect(m_tune, &QPushButton::clicked, this, &MpxOrvPage::Tune);
     auto* const tuning = new QHBoxLayout;
     tuning->addWidget(m_frequency, 1);
@@ -140,7 +142,8 @@ void MpxOrvPage::Bind(const QString& path) {
     m_answer.SetPath(below("Request/Answer"));
 }
 
-/// The display of answers takes only what is there: it is told when that comes, and when it goes.
+/// The display of answers can only be bound to a value that is there, so it is bound when the value comes and
+/// again when it goes.
 void MpxOrvPage::OnBindingChanged(PathBinding& binding, TChangeCode code) {
     if (code != PathBinding::Rebound) return;
     m_answers->SetLogMessage_ValuePath(binding.GetValue() != nullptr ? binding.GetPath() : QString());

@@ -33,7 +33,7 @@ Screenshots::~Screenshots() = default;
 
 void Screenshots::Look() {
     const ConsoleSession& session = m_window.GetSession();
-    // The console need not have an MpxORV: not every user may.
+    // A user whose role may not create one has no MpxORV: then there is nothing to wait for.
     const bool isComplete = !session.GetMpxOrvPath().isEmpty() || session.IsMpxOrvMissing();
     if (!isComplete) return m_settle.stop();
     if (!m_settle.isActive() && m_timeout.isActive()) m_settle.start(SettleTime);

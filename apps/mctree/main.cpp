@@ -68,7 +68,7 @@ Outcome Main(const QStringList& words) {
     outcome = RunOrHelp(arguments, printer);
     printer.Flush();
     if (printer.IsOpen()) return outcome;
-    // A reader that has gone has seen enough. Anything else is a failure.
+    // If the reader of a pipe has closed it, as `head` does, that is no failure. Anything else is.
     if (outputError.isEmpty()) return Outcome();
     return {EExitCode::Refused, QStringLiteral("the output cannot be written: ") + outputError};
 }

@@ -104,7 +104,7 @@ bool Node::RenameChild(TreeItem* child, const QString& name) {
 }
 
 void Node::ForgetChild(TreeItem* child) {
-    static_cast<void>(m_children.Take(child).release());  // it is in its destructor
+    static_cast<void>(m_children.Take(child).release());  // the child's destructor called this
     NotifyStructure(changecode::ChildrenRemoved);
 }
 
@@ -115,7 +115,7 @@ void Node::NotifyStructure(TChangeCode code) {
     for (Node* node = this; node != nullptr; node = node->m_parent) {
         const ObservableGuard guard(*node);
         node->NotifyObservers(changecode::StructureChanged);
-        if (!guard.IsAlive()) return;  // its own end was told to those above
+        if (!guard.IsAlive()) return;  // an observer destroyed the node, which told the ancestors itself
     }
 }
 

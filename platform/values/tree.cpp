@@ -41,7 +41,7 @@ Node* Tree::FindNode(const QString& path) const {
 bool Tree::AddValue(const QString& parentPath, ValueBase* value) {
     std::unique_ptr<TreeItem> item(value);
     const bool isAdded = AddItem(parentPath, item);
-    static_cast<void>(item.release());  // refused: still the caller's
+    static_cast<void>(item.release());  // the tree refused it: the caller still owns it
     return isAdded;
 }
 

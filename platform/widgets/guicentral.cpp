@@ -16,12 +16,12 @@ QString GuiCentral::CreateUniqueValueBoolean(bool content) {
     if (tree == nullptr) return QString();
     const QString parent = QStringLiteral("/Gui");
     values::Node* const node = tree->ProvideNode(parent);
-    if (node == nullptr) return QString();  // a value stands in the way
+    if (node == nullptr) return QString();  // a value has the node's name
     const values::Value<bool> prototype(content);
     QString name;
     do {
         name = QStringLiteral("Flag%1").arg(++m_lastNumber);
-    } while (node->FindChild(name) != nullptr);  // somebody else's
+    } while (node->FindChild(name) != nullptr);  // others may make items here too
     if (node->CreateChild(prototype, name) == nullptr) return QString();
     return parent + QLatin1Char('/') + name;
 }

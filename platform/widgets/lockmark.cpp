@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int Distance = 3;  // to the end of the widget
+constexpr int Distance = 3;  // pixels from the mark to the widget's edge
 constexpr int Width = LockMark::Room - Distance - 1;
 constexpr int Height = 16;
 
@@ -37,7 +37,7 @@ void LockMark::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Window));  // over arrows and text
+    painter.setBrush(palette().color(QPalette::Window));  // hides the widget's arrows and text below
     painter.drawRoundedRect(rect(), 2, 2);
     const QColor ink = palette().color(QPalette::WindowText);
     painter.setBrush(ink);

@@ -39,13 +39,14 @@ void PathBinding::Update(Observable* /*source*/, TChangeCode code) {
 void PathBinding::UpdateOfValue(TChangeCode code) {
     if (code == changecode::DescriptionChanged || m_value->GetState() == values::GoingAway) {
         const values::ValueBase* const before = m_value;
-        Follow();  // it may have another name
+        Follow();  // the value may have been renamed, so that it stands at another path
         if (m_value != before) return;
     }
     m_listener.OnBindingChanged(*this, code);
 }
 
-/// Whether something else may be at the path after \a code of what is watched instead of a value.
+/// Whether what m_watched tells by \a code may mean that the path leads to something else now. There is no
+/// value at the path meanwhile: an ancestor is watched, or a value of a type that the widget does not show.
 bool PathBinding::MayMatter(TChangeCode code) const {
     switch (code) {
         case changecode::ChildrenAdded:
@@ -72,7 +73,7 @@ void PathBinding::Follow() {
 
 void PathBinding::Attach(values::TreeItem* item) {
     if (item == nullptr) return;
-    if (Observable* const observable = item->GetObservable()) {  // what tells nothing cannot be followed
+    if (Observable* const observable = item->GetObservable()) {  // an item without one never tells of changes
         observable->AddObserver(this);
         m_watched = item;
     }

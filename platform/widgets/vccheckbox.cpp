@@ -23,7 +23,7 @@ VCCheckBox::VCCheckBox(QWidget* parent, const char* name)
 
 VCCheckBox::~VCCheckBox() = default;
 
-// The interface is fixed: NOLINTNEXTLINE(performance-unnecessary-value-param)
+// Modules call it with a copy. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void VCCheckBox::SetText(QString text) {
     setText(text);
 }
@@ -36,21 +36,22 @@ QSize VCCheckBox::sizeHint() const {
     return QCheckBox::sizeHint() + QSize(LockMark::Room, 0);
 }
 
-/// A click or a key.
+/// The toolkit calls this for a click and for a key.
 void VCCheckBox::nextCheckState() {
     m_binding.Commit();
 }
 
-/// What the user saw is switched, whatever the value has become meanwhile.
+/// The user switches what the box showed; the value may be another one by now.
 void VCCheckBox::Commit(values::ValueBase& value) {
     const QPointer<VCCheckBox> self(this);
     static_cast<values::Value<bool>&>(value).SetValue(!isChecked());
-    if (self != nullptr) QCheckBox::nextCheckState();  // tells of it
+    if (self != nullptr) QCheckBox::nextCheckState();  // emits stateChanged()
 }
 
 void VCCheckBox::ShowValue(const values::ValueBase* value) {
     const QSignalBlocker blocker(this);
     const auto* const flag = static_cast<const values::Value<bool>*>(value);
     setChecked(flag != nullptr && flag->GetValue());
-    checkStateSet();  // during a click setChecked() leaves it out, and the next click would not be told
+    // During a click the toolkit's setChecked() leaves this out, and would not tell of the next click.
+    checkStateSet();
 }

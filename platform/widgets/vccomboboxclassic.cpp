@@ -90,7 +90,7 @@ void VCComboBoxClassic::keyPressEvent(QKeyEvent* event) {
         event->ignore();
 }
 
-/// Turned over a form that scrolls, the wheel is not meant for the box below the pointer.
+/// A user who scrolls a form by the wheel does not mean the box that comes below the pointer.
 void VCComboBoxClassic::wheelEvent(QWheelEvent* event) {
     if (hasFocus() && m_binding.MayEdit())
         QComboBox::wheelEvent(event);
@@ -103,7 +103,7 @@ void VCComboBoxClassic::OnActivated(int index) {
     m_binding.CommitSoon();
 }
 
-/// The user saw a text: it is chosen only if it still stands at its place.
+/// The user chose a text. The item is taken only if it still has that text: items may have moved meanwhile.
 void VCComboBoxClassic::Commit(values::ValueBase& value) {
     auto& selection = static_cast<values::ValueSelection&>(value);
     const values::SelectionItem* const item = selection.GetItemAt(m_chosen);

@@ -70,7 +70,8 @@ void VCLabel::ShowValue(const values::ValueBase* value) {
     ShowText(shown);
 }
 
-// Whether there is a value, which is told rarely: "Ready" beside "Offline" would be taken for true.
+// The value that hides the content is shown at once, not with the next refresh: it changes rarely, and an
+// operator would believe "Ready" beside "Offline".
 void VCLabel::OnBindingChanged(PathBinding&, TChangeCode) {
     m_binding.RefreshNow();
 }

@@ -44,7 +44,8 @@ bool VCLineEdit::event(QEvent* event) {
 
 void VCLineEdit::OnTyped() {
     m_binding.BeginEdit();
-    if (!hasFocus()) setFocus();  // a text was dropped here: it is committed by leaving
+    if (!hasFocus())
+        setFocus();  // a dropped text is committed when the user leaves the field, as a typed one is
 }
 
 bool VCLineEdit::EndTyping(bool isConfirmed) {

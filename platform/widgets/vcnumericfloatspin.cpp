@@ -76,7 +76,7 @@ QString VCNumericFloatSpin::textFromValue(double shown) const {
 
 QValidator::State VCNumericFloatSpin::validate(QString& input, int& position) const {
     if (m_isBlank || (!m_special.isEmpty() && input == m_shown)) return QValidator::Acceptable;
-    // One of the two separates groups of digits and would be skipped: "1.5" would be 15.
+    // The toolkit takes one of the two for a separator of thousands and skips it: "1.5" would be 15.
     const int end = input.size() - (input.endsWith(suffix()) ? suffix().size() : 0);
     for (int i = 0; i < end; ++i)
         if (input.at(i) == QLatin1Char('.') || input.at(i) == QLatin1Char(','))
@@ -99,7 +99,7 @@ QAbstractSpinBox::StepEnabled VCNumericFloatSpin::stepEnabled() const {
     return m_binding.MayEdit() ? QDoubleSpinBox::stepEnabled() : StepEnabled(StepNone);
 }
 
-/// As if there were something to show: what surrounds the widget does not jump when a value comes.
+/// Measured with a number shown, so that the widgets around do not move when a value comes.
 QSize VCNumericFloatSpin::sizeHint() const {
     const QScopedValueRollback<bool> measuring(m_isMeasuring, true);
     return QDoubleSpinBox::sizeHint() + RoomForUnit();
@@ -114,7 +114,7 @@ QSize VCNumericFloatSpin::RoomForUnit() const {
     return QSize(m_isBlank ? fontMetrics().horizontalAdvance(m_unit) : 0, 0);
 }
 
-/// The base class would make a number of the text, also of none.
+/// The toolkit takes Enter for the end of an edit, and would make a number even of an empty field.
 bool VCNumericFloatSpin::IsEnterWithoutEdit(const QEvent& event) const {
     if (event.type() != QEvent::KeyPress || m_binding.IsEditing()) return false;
     const int key = static_cast<const QKeyEvent&>(event).key();
@@ -124,7 +124,7 @@ bool VCNumericFloatSpin::IsEnterWithoutEdit(const QEvent& event) const {
 bool VCNumericFloatSpin::event(QEvent* event) {
     if (IsEnterWithoutEdit(*event)) {
         selectAll();
-        event->ignore();  // a dialog may wait for it
+        event->ignore();  // a dialog around it may close by Enter
         return true;
     }
     if (m_binding.TakeEditEvent(*event)) return true;
@@ -134,7 +134,7 @@ bool VCNumericFloatSpin::event(QEvent* event) {
     return isHandled;
 }
 
-/// Turned over a form that scrolls, the wheel is not meant for the field below the pointer.
+/// A user who scrolls a form by the wheel does not mean the field that comes below the pointer.
 void VCNumericFloatSpin::wheelEvent(QWheelEvent* event) {
     if (hasFocus() && m_binding.MayEdit())
         QDoubleSpinBox::wheelEvent(event);
@@ -144,7 +144,8 @@ void VCNumericFloatSpin::wheelEvent(QWheelEvent* event) {
 
 void VCNumericFloatSpin::OnTyped() {
     m_binding.BeginEdit();
-    if (!hasFocus()) setFocus();  // a text was dropped here: it is committed by leaving
+    if (!hasFocus())
+        setFocus();  // a dropped text is committed when the user leaves the field, as a typed one is
 }
 
 bool VCNumericFloatSpin::EndTyping(bool isConfirmed) {
@@ -161,7 +162,7 @@ bool VCNumericFloatSpin::EndTyping(bool isConfirmed) {
 
 void VCNumericFloatSpin::Commit(values::ValueBase& value) {
     if (auto* const real = dynamic_cast<NumericReal*>(&value)) {
-        // What looks the same is the same: the content has more digits.
+        // The content has more digits than are shown. If the user typed what was shown, they stay.
         const QString entered = QDoubleSpinBox::textFromValue(m_entered);
         if (entered != QDoubleSpinBox::textFromValue(real->GetValue() / m_factor))
             real->SetValue(ToContent(m_entered));
@@ -201,7 +202,7 @@ void VCNumericFloatSpin::ShowNothing() {
     m_special.clear();
     m_shown.clear();
     if (!suffix().isEmpty()) setSuffix(QString());
-    setValue(value());  // shows the text anew
+    setValue(value());  // makes the toolkit ask for the text again
 }
 
 void VCNumericFloatSpin::ShowNumber(double number, double minimum, double maximum) {

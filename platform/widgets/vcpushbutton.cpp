@@ -14,12 +14,12 @@ bool IsBoolean(const values::ValueBase& value) {
 VCPushButton::VCPushButton(QWidget* parent, const char* name)
     : QPushButton(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
-    setAutoDefault(false);  // Enter in a field beside it belongs to the field
-    // Contents that come while it is pressed would let it up, and the click would be lost; losing the focus
-    // would let it up, whatever the value says.
+    setAutoDefault(false);  // or Enter in a field beside it would press the button
+    // While the user holds the button, contents are not shown: a false one would release it and lose the
+    // click. Nor is the value shown when the button loses the focus, which releases it too.
     connect(this, &QPushButton::pressed, &m_binding, &WidgetBinding::BeginEdit);
     connect(this, &QPushButton::released, &m_binding, &WidgetBinding::CancelEdit,
-            Qt::QueuedConnection);  // after the click: that is meant for what was shown
+            Qt::QueuedConnection);  // after clicked(), which commits the edit that this ends
     connect(this, &QPushButton::clicked, &m_binding, &WidgetBinding::Commit);
     m_binding.RefreshNow();
 }

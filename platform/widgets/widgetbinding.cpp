@@ -67,7 +67,7 @@ void WidgetBinding::OnBindingChanged(PathBinding&, TChangeCode code) {
         m_isOther = true;
         DropEdit(tr("What was entered was not sent: the value has gone."));
     }
-    // What is not live any more must not be taken for what holds, not even until the next refresh.
+    // Nobody shall take for live what is not, not even until the next refresh.
     if (code == changecode::StateChanged || (m_isOther && GetState() != EBindingState::Live))
         RefreshNow();
     else
@@ -136,10 +136,10 @@ bool WidgetBinding::TakeEditEvent(QEvent& event) {
         if (isKeyPress && (key == Qt::Key_Return || key == Qt::Key_Enter)) EndTyping(true);
         if (key != Qt::Key_Escape) return false;
         if (isKeyPress) CancelEdit();
-        event.accept();  // before a dialog takes it as its own
+        event.accept();  // or a dialog around it closes by Escape
         return true;
     }
-    // A menu over the widget comes and goes, and the user types on.
+    // When the focus goes to a menu the edit does not end: the user comes back and types on.
     if (event.type() != QEvent::FocusOut || static_cast<QFocusEvent&>(event).reason() == Qt::PopupFocusReason)
         return false;
     if (m_widget.isEnabled()) {
@@ -158,7 +158,7 @@ void WidgetBinding::RefuseEdit() {
 void WidgetBinding::Refuse(const QString& reason) {
     SetRefusal(valuetext::Shortened(reason, MaxTipLength));
     ShowState();
-    // After the key or click that it answers: that would take the tip away again.
+    // Later, since the toolkit hides all tips when it has handled the key or click that led here.
     QMetaObject::invokeMethod(this, &WidgetBinding::ShowRefusal, Qt::QueuedConnection);
 }
 
@@ -170,7 +170,8 @@ void WidgetBinding::SetRefusal(const QString& reason) {
 void WidgetBinding::OnRefused(values::TreeItem* item, const QString&, const QString& reason) {
     if (item == nullptr || item != GetValue()) return;
     if (std::exchange(m_awaitsAnswer, false)) return Refuse(reason);
-    SetRefusal(valuetext::Shortened(reason, MaxTipLength));  // somebody else's edit
+    // Another widget, or code, edited the value: said in the tool tip, but not popped up.
+    SetRefusal(valuetext::Shortened(reason, MaxTipLength));
     ShowState();
 }
 
@@ -183,7 +184,8 @@ void WidgetBinding::ShowState() {
     if (m_isStateShown) return;
     m_isStateShown = true;
     const bool isLive = GetState() == EBindingState::Live;
-    // At first nothing is live. The veil then stays: a window that goes away takes no new children.
+    // Made at once, when nothing is live yet, and kept: a window that is being destroyed takes no new
+    // children.
     if (m_veil == nullptr) m_veil = new StaleVeil(m_widget);
     m_veil->setVisible(!isLive);
     if (m_lock != nullptr) m_lock->setVisible(isLive && !MayEdit());

@@ -35,7 +35,7 @@ QString Needs(const MCSPolicy& policy) {
     return QStringLiteral("needs %1").arg(policy.GetName());
 }
 
-/// To the hertz, which six digits are not.
+/// With all digits down to the hertz; six, as elsewhere, would hide some.
 QString FrequencyText(double hz) {
     constexpr double MegaHertz = 1000000.0;
     constexpr int Digits = 10;
@@ -257,7 +257,7 @@ void JobControl::GuardChanged() {
         if (!refusal.isEmpty()) refused.emplace_back(mpxOrv, refusal);
     }
     for (const auto& [mpxOrv, refusal] : refused) {
-        if (m_tunings.count(mpxOrv) == 0) continue;  // it watched a master that was refused
+        if (m_tunings.count(mpxOrv) == 0) continue;  // it watched a master who has just lost its frequency
         Untune(*mpxOrv);
         End(*mpxOrv, refusal);
         if (m_master == mpxOrv) CheckWatchers(QStringLiteral("%1 lost its frequency").arg(mpxOrv->GetName()));

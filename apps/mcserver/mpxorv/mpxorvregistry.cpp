@@ -75,7 +75,7 @@ MpxOrv* MpxOrvRegistry::Find(EMpxOrvKind kind, const QString& name) const {
 QString MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client& client) {
     MpxOrv* mpxOrv = Find(kind, name);
     if (mpxOrv != nullptr && kind == EMpxOrvKind::Dynamic && !mpxOrv->HasClients()) {
-        // About to be removed: whoever asks now gets a new one, with the default policies.
+        // This one is about to be removed. A client that asks now gets a new one, with the default policies.
         RemoveAbandoned();
         mpxOrv = nullptr;
     }

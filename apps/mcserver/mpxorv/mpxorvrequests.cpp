@@ -49,7 +49,8 @@ MpxOrvRequests::MpxOrvRequests(const QString& nodePath, double frequency, Handle
     fields::Provide<Fields>(*this, nullptr, true, nullptr);
     m_pFrequency->SetDelivery(values::EDelivery::EveryChange);
     m_pAnswer->SetDelivery(values::EDelivery::EveryChange);
-    fields::AttachAll<Fields>(*this, this);  // only now, so that nothing of this counts as a request
+    // Observed only now, so that the contents set above do not count as requests.
+    fields::AttachAll<Fields>(*this, this);
 }
 
 MpxOrvRequests::~MpxOrvRequests() {

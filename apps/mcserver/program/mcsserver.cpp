@@ -54,9 +54,9 @@ void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     m_config.AddObserver(this);
     m_pSaveConfig = values::FindValue<values::Value<bool>>(
         mcskeys::Join(m_config.GetBasePath(), mcskeys::SaveConfig), nullptr, this);
-    // Before the configuration itself, which takes the button back when it has saved.
+    // Told before MCSConfigData, which saves too and then sets the value back to false.
     if (m_pSaveConfig != nullptr) m_pSaveConfig->MakeFirstObserver(this);
-    // One of the values whose changes the configuration does not tell, since it saves them itself.
+    // MCSConfigData does not tell its observers of this value, since it saves it itself.
     m_pScanAveragingTime = values::FindValue<values::ValueSelection>(
         m_config.GetDefaultScanAveragingTime_ValuePath(), nullptr, this);
     m_pShallBeConnected = m_commands.GetShallBeConnectedValue();

@@ -46,7 +46,7 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
     return info;
 }
 
-/// The client measures by itself, but tells nobody.
+/// The client measures the latency by itself, but tells no observer that it has.
 void WaitForLatency(const Context& context) {
     context.session.WaitUntil([&context] { return context.session.Client().GetLatency().has_value(); },
                               QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));

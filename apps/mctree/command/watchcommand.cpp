@@ -10,7 +10,7 @@ Outcome RunWatch(const Context& context) {
         Establish(context.session, context.arguments.paths, context.arguments.timeout, &mirrors);
     if (!outcome.IsDone()) return outcome;
     const Watcher watcher(context, mirrors);
-    // To be interrupted is how this ends.
+    // Without a count of changes the user ends the command by interrupting it: that is no failure.
     context.session.WaitUntil([&watcher] { return watcher.IsDone(); },
                               QDeadlineTimer(QDeadlineTimer::Forever));
     return outcome;

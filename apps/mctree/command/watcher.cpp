@@ -64,7 +64,7 @@ void Watcher::FollowConnection() {
 void Watcher::FollowTics() {
     for (const Watched& watched : m_watched) {
         values::TreeItem* const item = watched.mirror->GetItem();
-        // What had gone as a whole is back as a whole.
+        // The whole subtree had gone, so the line tells of the whole subtree.
         if (item != nullptr && watched.subtree->IsEmpty()) watched.subtree->WatchAdded(*item);
     }
 }

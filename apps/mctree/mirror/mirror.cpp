@@ -78,7 +78,7 @@ Outcome Establish(Session& session, const QStringList& paths, std::chrono::milli
         if (Outcome outcome = session.Connect(deadline); !outcome.IsDone()) return outcome;
         const Session::EWait wait = session.WaitUntil(isOver, deadline);
         if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::Refused);
-        // Lost again before all was here: the client tries on.
+        // The connection was lost before everything was here: the client connects again by itself.
         if (wait == Session::EWait::TimedOut || areSettled()) break;
     }
     const auto missing = std::find_if(mirrors->begin(), mirrors->end(),

@@ -13,10 +13,12 @@ namespace mctree {
 
 namespace {
 
-/// As many as a command can have asked for; a server that refuses without end does not make us grow.
+/// Refusals that are remembered: more than any command can cause. A server that goes on refusing must not
+/// fill the memory.
 constexpr std::size_t MostRefusals = 512;
 
-/// Between two looks at what nobody tells of: a refused attempt to connect, a latency.
+/// The time between two looks at what the client tells no observer: that an attempt to connect was refused,
+/// and the latency.
 constexpr std::chrono::milliseconds Look(50);
 
 }  // namespace

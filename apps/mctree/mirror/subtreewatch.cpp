@@ -108,7 +108,7 @@ void SubtreeWatch::AddChildren(values::TreeItem& item) {
 }
 
 void SubtreeWatch::Forget(values::TreeItem& item) {
-    // What is below something that goes was told by that.
+    // When a node goes, its line stands for all that is below it.
     const values::Node* const parent = item.GetParent();
     const bool isTopmost = parent == nullptr || parent->GetState() != values::GoingAway;
     if (isTopmost) m_handler(EEvent::Removed, item);

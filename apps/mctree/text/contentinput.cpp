@@ -95,7 +95,7 @@ int FindItem(const values::ValueSelection& value, const QString& text) {
     return similarCount == 1 ? similar : values::ValueSelection::NoIndex;
 }
 
-/// An index of the selection; NoIndex selects none.
+/// The content is an index of the selection; with NoIndex no item is selected.
 Meaning<int> Parse(const values::ValueSelection& value, const QString& text) {
     const int index = FindItem(value, text);
     if (index != values::ValueSelection::NoIndex || text.isEmpty()) return {index, QString()};

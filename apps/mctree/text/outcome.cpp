@@ -6,7 +6,7 @@
 namespace mctree {
 
 Outcome Outcome::RefusedAt(const QString& path, const QString& reason) {
-    // A reason that names the path says it all.
+    // The server's reason may name the path already.
     const QString message = reason.contains(path) ? reason : path + QStringLiteral(": ") + reason;
     return {EExitCode::Refused, Escaped(message)};
 }
