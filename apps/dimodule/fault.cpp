@@ -2,6 +2,7 @@
 #include <apps/dimodule/fault.h>
 
 #include <apps/dimodule/answer.h>
+#include <apps/dimodule/modbusframe.h>
 
 #include <algorithm>
 #include <iterator>
@@ -49,13 +50,6 @@ constexpr EFault StormFaults[] = {EFault::Delay,       EFault::Reset,    EFault:
                                   EFault::Exception,   EFault::Duplicate};
 constexpr int StormDelayMs = 1000;
 
-constexpr int TransactionAt = 1;
-constexpr int LengthAt = 5;
-constexpr int FunctionAt = 7;
-constexpr int ByteCountAt = 8;
-constexpr int StatesAt = 9;
-constexpr int CountAt = 10;  // of a question
-
 const Description& DescriptionOf(EFault kind) {
     return *std::find_if(std::begin(Descriptions), std::end(Descriptions),
                          [kind](const Description& d) { return d.kind == kind; });
@@ -77,10 +71,12 @@ void Add(QByteArray& bytes, int at, int difference) {
 
 /// The answer to \a frame with the opposite of the states that were asked for. An exception stays as it is.
 QByteArray Opposite(const QByteArray& frame, QByteArray answer) {
-    if (answer[FunctionAt] != frame[FunctionAt]) return answer;
-    const int count = static_cast<quint8>(frame[CountAt]) << 8 | static_cast<quint8>(frame[CountAt + 1]);
+    if (answer[modbusframe::FunctionAt] != frame[modbusframe::FunctionAt]) return answer;
+    const int count = static_cast<quint8>(frame[modbusframe::CountAt]) << 8 |
+                      static_cast<quint8>(frame[modbusframe::CountAt + 1]);
     for (int i = 0; i < count; ++i)
-        answer[StatesAt + i / 8] = static_cast<char>(answer[StatesAt + i / 8] ^ 1 << i % 8);
+        answer[modbusframe::StatesAt + i / 8] =
+            static_cast<char>(answer[modbusframe::StatesAt + i / 8] ^ 1 << i % 8);
     return answer;
 }
 
@@ -88,20 +84,20 @@ QByteArray WrongLength(QByteArray answer, std::mt19937& random) {
     switch (Roll(random, 4)) {
         case 0:  // a byte less, and all lengths say so
             answer.chop(1);
-            Add(answer, LengthAt, -1);
-            if (answer.size() > ByteCountAt) Add(answer, ByteCountAt, -1);
+            Add(answer, modbusframe::LengthAt + 1, -1);
+            if (answer.size() > modbusframe::ByteCountAt) Add(answer, modbusframe::ByteCountAt, -1);
             break;
         case 1:  // a byte more, and all lengths say so
             answer += '\0';
-            Add(answer, LengthAt, 1);
-            Add(answer, ByteCountAt, 1);
+            Add(answer, modbusframe::LengthAt + 1, 1);
+            Add(answer, modbusframe::ByteCountAt, 1);
             break;
         case 2:  // as many as were asked for, but the frame says less
-            Add(answer, LengthAt, -1);
+            Add(answer, modbusframe::LengthAt + 1, -1);
             break;
         default:  // fewer than it says
-            Add(answer, LengthAt, 10);
-            Add(answer, ByteCountAt, 10);
+            Add(answer, modbusframe::LengthAt + 1, 10);
+            Add(answer, modbusframe::ByteCountAt, 10);
             break;
     }
     return answer;
@@ -194,9 +190,9 @@ Reaction React(const Fault& fault, const QByteArray& frame, const QByteArray& an
         case EFault::Half:
             return {0ms, wrong.left(wrong.size() / 2), Reaction::EThen::Stay};
         case EFault::Transaction:
-            return changed(TransactionAt, -1);
+            return changed(modbusframe::TransactionAt + 1, -1);
         case EFault::Function:
-            return changed(FunctionAt, 1);
+            return changed(modbusframe::FunctionAt, 1);
         case EFault::Length:
             return {0ms, WrongLength(wrong, random), Reaction::EThen::Stay};
         case EFault::Garbage:

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int MaxTextLength = 1024;
+constexpr int MaxStoredLength = 1024;
 
 QString SectionName() {
     return QStringLiteral("RecentServers");
@@ -18,8 +18,8 @@ QString Key(const char* name, int index) {
     return QString::fromLatin1(name) + QString::number(index);
 }
 
-QString Bounded(const QString& text) {
-    return text.size() > MaxTextLength ? QString() : text;
+QString Unspoilt(const QString& text) {
+    return text.size() > MaxStoredLength ? QString() : text;
 }
 
 }  // namespace
@@ -32,8 +32,8 @@ void RecentServers::Read(ICfg& cfg) {
         Entry entry;
         const QString text = section->ReadString(Key("Server", i), QString());
         if (text.isEmpty() || !entry.server.Parse(text).isEmpty()) continue;
-        entry.user = Bounded(section->ReadString(Key("User", i), QString()));
-        entry.caFile = Bounded(section->ReadString(Key("CaFile", i), QString()));
+        entry.user = Unspoilt(section->ReadString(Key("User", i), QString()));
+        entry.caFile = Unspoilt(section->ReadString(Key("CaFile", i), QString()));
         Add(entry);
     }
 }

@@ -17,10 +17,6 @@ namespace {
 
 constexpr Qt::WindowFlags NoFlags;
 
-QString Below(const QString& path, QLatin1String key) {
-    return path.isEmpty() ? QString() : path + QLatin1Char('/') + key;
-}
-
 /// Puts \a display at the top of \a page, as wide as that.
 QVBoxLayout* LayOut(Page* page, QWidget* display) {
     auto* const layout = new QVBoxLayout(page);

@@ -25,10 +25,6 @@ constexpr int MaxTitleLength = 60;
 constexpr int NameWidth = 220;
 constexpr int ColumnWidth = 160;
 
-QString Below(const QString& path, QLatin1String key) {
-    return path.isEmpty() ? QString() : path + QLatin1Char('/') + key;
-}
-
 }  // namespace
 
 MpxOrvsPage::MpxOrvsPage(QWidget* parent)

@@ -33,3 +33,7 @@ QString Page::SegmentPath(const QString& basePath, EMCSControlTreeSegments segme
     if ((segments & segment) == NoSegments) return QString();
     return basePath + QLatin1Char('/') + SegmentName(segment);
 }
+
+QString Page::Below(const QString& path, QLatin1String key) {
+    return path.isEmpty() ? QString() : path + QLatin1Char('/') + key;
+}

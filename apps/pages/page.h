@@ -21,4 +21,8 @@ class Page : public QWidget {
     /// The path of one segment; empty if it is not among \a segments.
     static QString SegmentPath(const QString& basePath, EMCSControlTreeSegments segments,
                                EMCSControlTreeSegments segment);
+
+  protected:
+    /// The path of what is called \a key below \a path; empty if that is.
+    static QString Below(const QString& path, QLatin1String key);
 };

@@ -14,7 +14,6 @@ namespace mctree {
 namespace {
 
 constexpr int WidestPath = 60;  // columns; a longer path pushes only its own line out
-constexpr int MostItemsShown = 32;
 
 QString NameOf(EEvent event) {
     switch (event) {
@@ -43,10 +42,9 @@ QString TextOf(EEvent event, const values::TreeItem& item) {
             return QStringLiteral("= ") + ShowContent(item).Joined();
         case EEvent::Items: {
             QString items;
-            values::Visit(item, values::Overloaded{[&](const values::ValueSelection& value) {
-                                                       items = ShowItems(value, MostItemsShown);
-                                                   },
-                                                   [](const auto&) {}});
+            values::Visit(item, values::Overloaded{
+                                    [&](const values::ValueSelection& value) { items = ShowItems(value); },
+                                    [](const auto&) {}});
             return QStringLiteral("has the items ") + items;
         }
         case EEvent::Description: {

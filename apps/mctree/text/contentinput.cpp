@@ -15,8 +15,6 @@ namespace mctree {
 
 namespace {
 
-constexpr int MostItemsShown = 32;
-
 /// What a text means for a value: a content, or what is wrong with it.
 template <class T>
 struct Meaning {
@@ -99,7 +97,7 @@ int FindItem(const values::ValueSelection& value, const QString& text) {
 Meaning<int> Parse(const values::ValueSelection& value, const QString& text) {
     const int index = FindItem(value, text);
     if (index != values::ValueSelection::NoIndex || text.isEmpty()) return {index, QString()};
-    return {std::nullopt, QStringLiteral("\"%1\" is none of %2").arg(text, ShowItems(value, MostItemsShown))};
+    return {std::nullopt, QStringLiteral("\"%1\" is none of %2").arg(text, ShowItems(value))};
 }
 
 Meaning<std::vector<double>> Parse(const values::ValueList<double>& value, const QString& text) {

@@ -34,7 +34,7 @@ ShownContent ShowContent(const values::TreeItem& item);
 QString ShowTraits(const values::TreeItem& item);
 /// The items of a selection with their keys, safe for a terminal: "Idle (0), Search (3)". At most \a most of
 /// them.
-QString ShowItems(const values::ValueSelection& selection, int most);
+QString ShowItems(const values::ValueSelection& selection, int most = 32);
 
 /// True while the content is only the last one known.
 bool IsStale(const values::TreeItem& item);
