@@ -5,7 +5,7 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 
 # Headers that only the sources of a library include.
 set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.h cfgworkingcopy.h inireader.h
-  iniwriter.h pathsegments.h observedvalues.h serverclientdetail.h
+  iniwriter.h pathsegments.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
   logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h rownumberheader.h

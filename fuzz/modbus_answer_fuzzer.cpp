@@ -3,7 +3,7 @@
 
 #include <apps/dimodule/answer.h>
 
-#include <platform/modbus/modbusmessage.h>
+#include <platform/modbus/client/modbusmessage.h>
 
 #include <algorithm>
 

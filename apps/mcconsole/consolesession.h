@@ -6,9 +6,9 @@
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
 #include <platform/values/observable.h>
+#include <platform/values/pathbinding.h>
 #include <platform/values/refusals.h>
 #include <platform/vtclient/vtclientcenter.h>
-#include <platform/widgets/pathbinding.h>
 
 #include <QtCore/QObject>
 #include <QtCore/QString>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/widgets/pathbinding.h>
+#include <platform/values/pathbinding.h>
 
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>

@@ -3,7 +3,7 @@
 
 #include <apps/pages/page.h>
 
-#include <platform/widgets/pathbinding.h>
+#include <platform/values/pathbinding.h>
 
 class MCSCommandsDisplay;
 class MCSConfigDisplay;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
+#include <platform/modbus/client/systemmessage.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
-#include <platform/modbus/systemmessage.h>
 
 QString ModbusErrorText(unsigned code) {
     constexpr int MaxLength = 2048;

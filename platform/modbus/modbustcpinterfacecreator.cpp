@@ -4,8 +4,8 @@
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
+#include <platform/modbus/client/modbustcpinterface.h>
 #include <platform/modbus/imodbustcpinterfacecallback.h>
-#include <platform/modbus/modbustcpinterface.h>
 
 #include <memory>
 #include <mutex>
@@ -48,6 +48,10 @@ IModbusTcpInterface* ModbusTcpInterfaceCreator::CreateInterface(const wchar_t* a
     parsed.port = PortInsteadOf(parsed.port);
     const std::lock_guard<std::mutex> lock(g_settingsMutex);
     return new ModbusTcpInterface(parsed, g_settings, *callback);
+}
+
+QString ModbusTcpInterfaceCreator::FaultOf(const QString& address) {
+    return ModbusAddress::FaultOf(address);
 }
 
 void ModbusTcpInterfaceCreator::Configure() {

@@ -19,6 +19,8 @@ class MCS_MODBUS_EXPORT ModbusTcpInterfaceCreator {
     /// thread. \return null for an address that cannot be right; \a callback is then told of an error first.
     static IModbusTcpInterface* CreateInterface(const wchar_t* address,
                                                 IModbusTcpInterfaceCallback* callback);
+    /// Why CreateInterface() would refuse \a address; empty if it takes it. From any thread.
+    static QString FaultOf(const QString& address);
 
     /// Reads "FunctionCode" (1 or 2; 2), "StartAddress" (0 to 65535; 0), "UnitId" (0 to 255; 1) and
     /// "ResponseTimeout" (10 to 60000 ms; 500) from the section "Modbus" of the application's configuration,

@@ -3,7 +3,7 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/values/mainthread.h>
-#include <platform/values/pathsegments.h>
+#include <platform/values/paths/pathsegments.h>
 #include <platform/values/valuebase.h>
 
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/stalemark.h>
 
-#include <platform/widgets/staleveil.h>
+#include <platform/widgets/hints/staleveil.h>
 #include <platform/widgets/widgetbinding.h>
 
 namespace {

@@ -2,7 +2,7 @@
 #include <platform/widgets/vccheckbox.h>
 
 #include <platform/values/value.h>
-#include <platform/widgets/lockmark.h>
+#include <platform/widgets/hints/lockmark.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/values/pathbinding.h>
 #include <platform/widgets/ivalueview.h>
-#include <platform/widgets/pathbinding.h>
 #include <platform/widgets/steadylabel.h>
 #include <platform/widgets/widgetbinding.h>
 #include <platform/widgets/widgetsexport.h>

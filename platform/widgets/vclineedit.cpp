@@ -2,7 +2,7 @@
 #include <platform/widgets/vclineedit.h>
 
 #include <platform/values/value.h>
-#include <platform/widgets/lockmark.h>
+#include <platform/widgets/hints/lockmark.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>

@@ -2,12 +2,12 @@
 #include <platform/widgets/widgetbinding.h>
 
 #include <platform/values/valuebase.h>
+#include <platform/widgets/hints/lockmark.h>
+#include <platform/widgets/hints/spokenname.h>
+#include <platform/widgets/hints/staleveil.h>
+#include <platform/widgets/hints/valuetip.h>
 #include <platform/widgets/ivalueview.h>
-#include <platform/widgets/lockmark.h>
-#include <platform/widgets/spokenname.h>
-#include <platform/widgets/staleveil.h>
 #include <platform/widgets/valuetext.h>
-#include <platform/widgets/valuetip.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>

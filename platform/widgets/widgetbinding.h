@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/values/pathbinding.h>
 #include <platform/values/refusals.h>
-#include <platform/widgets/pathbinding.h>
 #include <platform/widgets/refreshscheduler.h>
 #include <platform/widgets/widgetsexport.h>
 

@@ -1,5 +1,6 @@
 # cmake -DROOT=<tree> -P checklayers.cmake: fails if an include in <tree> does not run down the layers, or goes past the
-# face of a folder. A folder's own headers are its face; what lies in a subfolder, a room, is private to the folder.
+# face of a folder. A folder's own headers are its face; what lies in a subfolder, a room, is private to the folder, and
+# no header of a library's face includes it, since only faces are installed.
 cmake_minimum_required(VERSION 3.25)
 
 # Each layer with the layers that it may include besides itself.
@@ -99,6 +100,9 @@ foreach(file IN LISTS files)
     room_of("${target}" target_face target_room)
     if(target_room AND NOT file MATCHES "^${target_face}/")
       message(SEND_ERROR "${file} includes ${target}, which is private to ${target_face}")
+      math(EXPR errors "${errors} + 1")
+    elseif(target_room AND NOT room AND file MATCHES "^(platform|devicecontrol)/.*\\.h$")
+      message(SEND_ERROR "${file} shows ${target}")
       math(EXPR errors "${errors} + 1")
     elseif(room AND target_room AND face STREQUAL target_face AND NOT room STREQUAL target_room
         AND DEFINED ${face}/${room}_below AND NOT target_room IN_LIST ${face}/${room}_below)

@@ -5,7 +5,7 @@
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcstools.h>
-#include <devicecontrol/multichannelserver/common/observedvalues.h>
+#include <platform/values/observedvalues.h>
 
 #include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>

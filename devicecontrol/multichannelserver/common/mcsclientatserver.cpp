@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsclientatserver.h>
 
+#include <devicecontrol/multichannelserver/common/connection/serverclientdetail.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
-#include <devicecontrol/multichannelserver/common/serverclientdetail.h>
 
 using serverclientdetail::TraceFailure;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
 
-#include <devicecontrol/multichannelserver/common/formrow.h>
+#include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/mcscommands.h>
 
 #include <platform/values/tree.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/list/rownumberheader.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
-#include <devicecontrol/multichannelserver/common/rownumberheader.h>
 
 #include <platform/widgets/plaintextdelegate.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
+#include <devicecontrol/multichannelserver/common/list/mcsmpxorvstatuslistmodelimplementation.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
-#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodelimplementation.h>
 
 #include <QtCore/QStringList>
 #include <QtGui/QPixmap>

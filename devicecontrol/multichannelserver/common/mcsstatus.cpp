@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
+#include <devicecontrol/multichannelserver/common/data/statusnode.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
-#include <devicecontrol/multichannelserver/common/statusnode.h>
 
 #include <platform/values/fields.h>
 

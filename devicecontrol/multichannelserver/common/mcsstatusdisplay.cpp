@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
 
-#include <devicecontrol/multichannelserver/common/formrow.h>
+#include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
 #include <platform/device/stddevicedefinition.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/moduleentry.h>
 
-#include <devicecontrol/multichannelserver/common/multichannelservercommondll.h>
+#include <devicecontrol/multichannelserver/common/module/multichannelservercommondll.h>
 
 #include <new>
 

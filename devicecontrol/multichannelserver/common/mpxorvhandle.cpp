@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
 
+#include <devicecontrol/multichannelserver/common/connection/serverclientdetail.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
-#include <devicecontrol/multichannelserver/common/serverclientdetail.h>
 
 #include <platform/app/errorhandler.h>
 #include <platform/app/vornos.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbusaddress.h>
-#include <platform/modbus/nativesocket.h>
+#include <platform/modbus/client/modbusaddress.h>
+#include <platform/modbus/modbussystem.h>
 
 #include <tests/support/printing.h>
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-using nativesocket::EError;
+using modbussystem::EError;
 
 struct Refused {
     const char* name;
@@ -29,7 +29,7 @@ class NoModbusAddress : public testing::TestWithParam<Refused> {};
 TEST_P(NoModbusAddress, IsRefusedWithTheReason) {
     ModbusAddress address;
     QString reason;
-    EXPECT_EQ(address.Parse(GetParam().text, &reason), nativesocket::CodeOf(GetParam().error));
+    EXPECT_EQ(address.Parse(GetParam().text, &reason), modbussystem::CodeOf(GetParam().error));
     EXPECT_TRUE(reason.endsWith(QLatin1String(GetParam().reason))) << reason.toStdString();
     EXPECT_EQ(address.ip, 0u);
     EXPECT_EQ(address.port, 0);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <platform/modbus/modbussystem.h>
 #include <tests/platform/modbus/fulllistener.h>
 #include <tests/platform/modbus/interfacefixture.h>
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-using nativesocket::EError;
+using modbussystem::EError;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -2,6 +2,7 @@
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <tests/platform/modbus/interfacefixture.h>
 #include <tests/support/tracerecorder.h>
 
@@ -85,7 +86,7 @@ TEST_F(ModbusTcpInterfaceCreatorTest, TheConfiguredTimeoutIsKeptTo) {
     interface->ReadInputDiscretes(12);
     EXPECT_GE(elapsed.elapsed(), 9);
     EXPECT_LT(elapsed.elapsed(), 400);  // less than the default
-    EXPECT_EQ(callback.lastError, nativesocket::CodeOf(nativesocket::EError::TimedOut));
+    EXPECT_EQ(callback.lastError, modbussystem::CodeOf(modbussystem::EError::TimedOut));
 }
 
 struct BadContent {
@@ -137,7 +138,7 @@ TEST_F(ModbusTcpInterfaceCreatorTest, AnAddressThatCannotBeRightGivesNullAndAnEr
     const TraceRecorder traces(ErrorHandler::TraceWarnings);
     EXPECT_EQ(ModbusTcpInterfaceCreator::CreateInterface(L"TCP:tower:502", &callback), nullptr);
     EXPECT_THAT(callback.events,
-                ElementsAre(RecordingCallback::Error(nativesocket::CodeOf(nativesocket::EError::NoAddress))));
+                ElementsAre(RecordingCallback::Error(modbussystem::CodeOf(modbussystem::EError::NoAddress))));
     EXPECT_THAT(traces.Messages(),
                 ElementsAre(QStringLiteral(
                     "'TCP:tower:502' is no address of a Modbus module: names are not resolved: give "

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
+#include <platform/modbus/modbussystem.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
-#include <platform/modbus/nativesocket.h>
 
 #include <tests/support/printing.h>
 
@@ -47,14 +47,14 @@ TEST(ModbusErrorTextTest, EveryCodeHasOneLineAndNotMore) {
 }
 
 TEST(ModbusErrorTextTest, ErrorsThatAreToldHaveTextsOfTheSystem) {
-    using nativesocket::EError;
+    using modbussystem::EError;
     std::set<QString> texts;
     for (const EError error : {EError::InvalidArgument, EError::NoAddress, EError::NoSuchFamily,
                                EError::TimedOut, EError::ConnectionReset, EError::Interrupted})
-        texts.insert(ModbusErrorText(nativesocket::CodeOf(error)));
+        texts.insert(ModbusErrorText(modbussystem::CodeOf(error)));
     EXPECT_EQ(texts.size(), 6u);
 #if defined(Q_OS_LINUX)
-    EXPECT_EQ(ModbusErrorText(nativesocket::CodeOf(EError::TimedOut)),
+    EXPECT_EQ(ModbusErrorText(modbussystem::CodeOf(EError::TimedOut)),
               QStringLiteral("Connection timed out"));
 #endif
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <tests/platform/modbus/interfacefixture.h>
 
 #include <ostream>
 
 namespace {
 
-using nativesocket::EError;
+using modbussystem::EError;
 using testing::ElementsAre;
 
 using Action = FaultyPeer::Action;

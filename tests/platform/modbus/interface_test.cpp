@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <tests/platform/modbus/interfacefixture.h>
 
 namespace {
 
-using nativesocket::EError;
+using modbussystem::EError;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

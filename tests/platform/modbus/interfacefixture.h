@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/modbus/client/modbustcpinterface.h>
 #include <platform/modbus/imodbustcpinterfacecallback.h>
-#include <platform/modbus/modbustcpinterface.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <tests/platform/modbus/faultypeer.h>
 #include <tests/support/printing.h>
 
@@ -75,8 +76,8 @@ class InterfaceTest : public testing::Test {
     static void LetDelayPass() { now += ReconnectDelay::Last.count(); }
 
     static QString Bits(unsigned bits) { return RecordingCallback::Bits(bits); }
-    static QString Error(nativesocket::EError error) {
-        return RecordingCallback::Error(nativesocket::CodeOf(error));
+    static QString Error(modbussystem::EError error) {
+        return RecordingCallback::Error(modbussystem::CodeOf(error));
     }
     static QString Error(unsigned code) { return RecordingCallback::Error(code); }
     static QString Opened() { return QStringLiteral("opened"); }

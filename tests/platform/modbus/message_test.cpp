@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
-#include <platform/modbus/modbusmessage.h>
+#include <platform/modbus/client/modbuserror.h>
+#include <platform/modbus/client/modbusmessage.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <tests/apps/dimodule/moduleprocess.h>
 #include <tests/platform/modbus/interfacefixture.h>
 
@@ -8,7 +9,7 @@
 
 namespace {
 
-using nativesocket::EError;
+using modbussystem::EError;
 using testing::AnyOf;
 using testing::ElementsAre;
 
@@ -102,10 +103,10 @@ TEST_P(FaultOfSimulatedModule, IsAnErrorAndIsOverAfterwards) {
 constexpr std::chrono::milliseconds Short(150);
 
 const ModuleFault ModuleFaults[] = {
-    {"Delay", "fault delay 3000", nativesocket::CodeOf(EError::TimedOut), Short},
-    {"Reset", "fault reset", nativesocket::CodeOf(EError::ConnectionReset)},
-    {"Silence", "fault silence", nativesocket::CodeOf(EError::TimedOut), Short},
-    {"Half", "fault half", nativesocket::CodeOf(EError::TimedOut), Short},
+    {"Delay", "fault delay 3000", modbussystem::CodeOf(EError::TimedOut), Short},
+    {"Reset", "fault reset", modbussystem::CodeOf(EError::ConnectionReset)},
+    {"Silence", "fault silence", modbussystem::CodeOf(EError::TimedOut), Short},
+    {"Half", "fault half", modbussystem::CodeOf(EError::TimedOut), Short},
     {"Transaction", "fault transaction", modbuserror::InvalidAnswer},
     {"Function", "fault function", modbuserror::InvalidAnswer},
     {"Exception", "fault exception 6", modbuserror::OfException(6)},
@@ -146,7 +147,7 @@ TEST_F(SimulatedModule, ThatSendsWrongLengthsAndGarbageIsNeverBelieved) {
             const std::vector<QString> told = Read();
             ASSERT_EQ(told.size(), 1u) << fault;
             EXPECT_THAT(callback.lastError, AnyOf(modbuserror::InvalidAnswer, modbuserror::ForeignUnit,
-                                                  nativesocket::CodeOf(EError::TimedOut)));
+                                                  modbussystem::CodeOf(EError::TimedOut)));
         }
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/modbus/modbuserror.h>
+#include <platform/modbus/client/modbuserror.h>
 
 #include <tests/platform/modbus/interfacefixture.h>
 #include <tests/support/programrunner.h>

@@ -3,7 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/pollthreadimpl.h>
 
-#include <platform/modbus/nativesocket.h>
+#include <platform/modbus/modbussystem.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
@@ -31,14 +31,14 @@ void PollThread::Setup(const QString& address, unsigned short inputCount, PollIn
 }
 
 unsigned PollThread::Start() {
-    if (!m_isCounted && s_count >= nativesocket::MostConnections())
-        return nativesocket::CodeOf(nativesocket::EError::TooManyFiles);
+    if (!m_isCounted && s_count >= modbussystem::MostConnections())
+        return modbussystem::CodeOf(modbussystem::EError::TooManyFiles);
     if (!m_isCounted) ++s_count;
     m_isCounted = true;
     start();
     if (isRunning()) return 0;
     WaitForEnd();
-    return nativesocket::CodeOf(nativesocket::EError::NoResources);
+    return modbussystem::CodeOf(modbussystem::EError::NoResources);
 }
 
 void PollThread::WaitForEnd() {

@@ -7,7 +7,6 @@
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 #include <platform/config/icfg.h>
-#include <platform/modbus/modbusaddress.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
 
 #include <algorithm>
@@ -56,7 +55,7 @@ void PlantModule::Configure(const QString& type, const QString& address, PollInt
 void PlantModule::Apply(const QString& type, const QString& address, PollInterval pollInterval) {
     SetType(type);
     m_identity.address = address;
-    m_addressFault = ModbusAddress::FaultOf(PollThread::InterfaceAddress(address));
+    m_addressFault = ModbusTcpInterfaceCreator::FaultOf(PollThread::InterfaceAddress(address));
     m_pollInterval = pollInterval;
     m_pollThread->Setup(address, m_numberOfInputs, m_pollInterval);
     if (m_plant != nullptr) m_identity.index = m_plant->IndexFor(*this);

@@ -7,7 +7,7 @@
 #include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
-#include <platform/modbus/nativesocket.h>
+#include <platform/modbus/modbussystem.h>
 
 #include <tests/devicecontrol/multichannelserver/common/gts/gtsdisplaytest.h>
 #include <tests/support/recordingobserver.h>
@@ -359,7 +359,7 @@ TEST_F(AGTSDisplay, TakesAThousandModules) {
     EXPECT_EQ(Configured(), Text("1000"));
     EXPECT_EQ(Row(999)[0], Text("1000"));
     // As many are polled as there can be descriptors for; the others say so.
-    const int polled = std::min(Count, nativesocket::MostConnections());
+    const int polled = std::min(Count, modbussystem::MostConnections());
     ASSERT_TRUE(m_modules.WaitUntilHanging(polled));
     for (int row = polled; row < Count; ++row)
         EXPECT_TRUE(WaitForStatus(row, "Error")) << row;

@@ -2,8 +2,8 @@
 // More modules than the process can have descriptors for.
 #include <tests/devicecontrol/multichannelserver/common/gts/datamoduletest.h>
 
+#include <platform/modbus/modbussystem.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
-#include <platform/modbus/nativesocket.h>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -29,7 +29,7 @@ class MoreModulesThanDescriptors : public DataModuleTest {
         setrlimit(RLIMIT_NOFILE, &m_before);
     }
     void SetUp() override {
-        m_most = nativesocket::MostConnections();
+        m_most = modbussystem::MostConnections();
         for (int i = 0; i < m_most; ++i) {
             m_polled.push_back(Make(i));
             m_polled.back()->Connect();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/gts/pollthread.h>
 
-#include <platform/modbus/nativesocket.h>
+#include <platform/modbus/modbussystem.h>
 
 #include <tests/devicecontrol/multichannelserver/common/gts/fakemodules.h>
 #include <tests/support/printing.h>
@@ -45,7 +45,7 @@ class APollThread : public testing::Test {
 
 TEST_F(APollThread, SaysThatTheSystemHasNoThreadToGive) {
     m_thread.setStackSize(1);  // less than any thread can have
-    EXPECT_EQ(m_thread.Start(), nativesocket::CodeOf(nativesocket::EError::NoResources));
+    EXPECT_EQ(m_thread.Start(), modbussystem::CodeOf(modbussystem::EError::NoResources));
     EXPECT_FALSE(m_thread.isRunning());
     m_thread.setStackSize(0);
     EXPECT_EQ(m_thread.Start(), 0U);

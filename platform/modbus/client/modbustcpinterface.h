@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/modbus/client/modbusconnection.h>
+#include <platform/modbus/client/modbussettings.h>
+#include <platform/modbus/client/reconnectdelay.h>
+#include <platform/modbus/imodbustcpinterface.h>
+
+#include <chrono>
+
+class IModbusTcpInterfaceCallback;
+
+/// Asks a module, and decides what an error means: when to connect again, and what the callback is told.
+class MCS_MODBUS_EXPORT ModbusTcpInterface final : public IModbusTcpInterface {
+  public:
+    /// The time since some moment; never goes back.
+    using Clock = std::chrono::milliseconds (*)();
+
+    /// \a clock is the system's unless given; only the delay before connecting again goes by it.
+    ModbusTcpInterface(const ModbusAddress& address, const ModbusSettings& settings,
+                       IModbusTcpInterfaceCallback& callback, Clock clock = nullptr);
+    ~ModbusTcpInterface() override;
+
+    void ReadInputDiscretes(unsigned short count) override;
+    void Close() override;
+    void Abort() override;
+
+  private:
+    ModbusConnection::Outcome Exchange(unsigned short count);
+    ModbusConnection::Outcome Ask(unsigned short count, const QDeadlineTimer& deadline);
+    void OnAnswer(unsigned bits);
+    void OnError(unsigned error);
+
+    const ModbusSettings m_settings;
+    IModbusTcpInterfaceCallback& m_callback;
+    const Clock m_clock;
+    ModbusConnection m_connection;
+    ReconnectDelay m_delay;
+    unsigned m_lastError = 0;
+    quint16 m_transaction = 0;
+    bool m_isToldOpen = false;
+};

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/modbus/modbussystem.h>
+
+#include <sys/resource.h>
+#include <sys/select.h>
+
+#include <algorithm>
+#include <cerrno>
+
+unsigned modbussystem::CodeOf(EError error) {
+    switch (error) {
+        case EError::InvalidArgument:
+            return EINVAL;
+        case EError::NoAddress:
+            return EDESTADDRREQ;
+        case EError::AddressNotAvailable:
+            return EADDRNOTAVAIL;
+        case EError::NoSuchFamily:
+            return EAFNOSUPPORT;
+        case EError::TimedOut:
+            return ETIMEDOUT;
+        case EError::ConnectionReset:
+            return ECONNRESET;
+        case EError::Interrupted:
+            return ECANCELED;
+        case EError::TooManyFiles:
+            return EMFILE;
+        case EError::NoResources:
+            return EAGAIN;
+    }
+    return EINVAL;
+}
+
+// A socket and the descriptor that wakes its thread's event loop, of those that libmodbus can wait for.
+int modbussystem::MostConnections() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = FD_SETSIZE;
+    return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, FD_SETSIZE)) * 2 / 5;
+}
