@@ -2,8 +2,8 @@
 #include <fuzz/check.h>
 #include <fuzz/qtmessagereader.h>
 
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/message.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/message.h>
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fuzz/check.h>
 
-#include <platform/vtclient/cboroutput.h>
+#include <platform/vtclient/wire/cboroutput.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCborStreamWriter>

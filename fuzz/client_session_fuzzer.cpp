@@ -7,9 +7,9 @@
 #include <fuzz/quiettraces.h>
 #include <fuzz/reactor.h>
 
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/vtclient.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/client/vtclient.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
 

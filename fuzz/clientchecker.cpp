@@ -4,7 +4,7 @@
 #include <fuzz/check.h>
 #include <fuzz/narration.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 void ClientChecker::OnSent(const QByteArray& bytes) {
     vt::Message message;

@@ -2,10 +2,10 @@
 #include <fuzz/check.h>
 
 #include <platform/values/treeitem.h>
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/itemkinds.h>
-#include <platform/vtclient/message.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <vector>
 

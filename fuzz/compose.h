@@ -3,8 +3,8 @@
 
 #include <fuzz/script.h>
 
-#include <platform/vtclient/message.h>
-#include <platform/vtclient/treechange.h>
+#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/treechange.h>
 
 /// Parts of messages as a script wants them.
 namespace compose {

@@ -6,10 +6,10 @@
 
 #include <platform/values/node.h>
 #include <platform/values/tree.h>
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/itemkinds.h>
-#include <platform/vtclient/treepath.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/treepath.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/message.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/message.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>

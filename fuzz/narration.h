@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/message.h>
+#include <platform/vtclient/wire/message.h>
 
 #include <QtCore/QByteArray>
 

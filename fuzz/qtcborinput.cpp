@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fuzz/qtcborinput.h>
 
-#include <platform/vtclient/itemkinds.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <limits>
 

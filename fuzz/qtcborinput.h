@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/content.h>
+#include <platform/vtclient/wire/content.h>
 
 #include <QtCore/QCborStreamReader>
 #include <QtCore/QString>

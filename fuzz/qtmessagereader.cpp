@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fuzz/qtmessagereader.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <limits>
 

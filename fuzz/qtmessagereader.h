@@ -3,7 +3,7 @@
 
 #include <fuzz/qtcborinput.h>
 
-#include <platform/vtclient/message.h>
+#include <platform/vtclient/wire/message.h>
 
 /// Reads as vt::MessageReader does, by Qt's reader alone.
 class QtMessageReader {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fuzz/script.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <array>
 #include <iterator>

@@ -8,8 +8,8 @@
 #include <fuzz/scriptaccess.h>
 #include <fuzz/serveroperation.h>
 
-#include <platform/vtclient/serverhub.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
 

@@ -8,8 +8,8 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/itemkinds.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <vector>
 

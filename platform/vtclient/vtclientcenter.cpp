@@ -2,10 +2,10 @@
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <platform/app/errorhandler.h>
-#include <platform/vtclient/endedobjects.h>
-#include <platform/vtclient/qteventloop.h>
-#include <platform/vtclient/socketconnector.h>
-#include <platform/vtclient/vtclient.h>
+#include <platform/vtclient/channel/endedobjects.h>
+#include <platform/vtclient/channel/qteventloop.h>
+#include <platform/vtclient/channel/socketconnector.h>
+#include <platform/vtclient/client/vtclient.h>
 
 #include <algorithm>
 

@@ -2,11 +2,11 @@
 #include <platform/vtclient/vtserver.h>
 
 #include <platform/app/applicationend.h>
-#include <platform/vtclient/endedobjects.h>
-#include <platform/vtclient/framedsocket.h>
-#include <platform/vtclient/qteventloop.h>
-#include <platform/vtclient/serverhub.h>
-#include <platform/vtclient/socketlistener.h>
+#include <platform/vtclient/channel/endedobjects.h>
+#include <platform/vtclient/channel/framedsocket.h>
+#include <platform/vtclient/channel/qteventloop.h>
+#include <platform/vtclient/channel/socketlistener.h>
+#include <platform/vtclient/server/serverhub.h>
 
 #include <optional>
 

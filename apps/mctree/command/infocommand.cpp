@@ -4,7 +4,7 @@
 #include <apps/mctree/mirror/walk.h>
 #include <apps/mctree/text/description.h>
 #include <apps/mctree/text/safetext.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/vtprotocol.h>
 
 #include <QtCore/QJsonObject>
 
@@ -61,7 +61,7 @@ void PrintText(const ServerInfo& info, Printer& printer) {
     print("server", info.application.isEmpty() ? unknown : Escaped(info.application));
     print("address", QStringLiteral("%1:%2").arg(Escaped(info.address)).arg(info.port));
     print("encryption", info.isEncrypted ? QStringLiteral("TLS") : QStringLiteral("none"));
-    print("protocol", QStringLiteral("version %1").arg(vtlimits::ProtocolVersion));
+    print("protocol", QStringLiteral("version %1").arg(VtProtocolVersion));
     using Milliseconds = std::chrono::duration<double, std::milli>;
     print("latency", info.latency
                          ? QStringLiteral("%1 ms").arg(Milliseconds(*info.latency).count(), 0, 'f', 3)
@@ -75,7 +75,7 @@ void PrintJson(const ServerInfo& info, Printer& printer) {
                        {QStringLiteral("address"), info.address},
                        {QStringLiteral("port"), info.port},
                        {QStringLiteral("tls"), info.isEncrypted},
-                       {QStringLiteral("protocol"), vtlimits::ProtocolVersion}};
+                       {QStringLiteral("protocol"), VtProtocolVersion}};
     if (info.latency)
         object[QStringLiteral("latencyMicroseconds")] = static_cast<qint64>(info.latency->count());
     if (info.valueCount >= 0) object[QStringLiteral("values")] = info.valueCount;

@@ -14,7 +14,7 @@ void TraceRefused(const QString& key, const QString& text, int minimum, int maxi
             .arg(minimum)
             .arg(maximum)
             .arg(fallback),
-        L"platform/modbus/modbussettings", __LINE__);
+        L"platform/modbus/client/modbussettings", __LINE__);
 }
 
 void ReadNumber(ICfg& section, const char* name, int minimum, int maximum, int* number) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Who is turned away at the door, and that nobody who stands in it keeps others out.
-#include <platform/vtclient/qteventloop.h>
-#include <platform/vtclient/serverhub.h>
-#include <platform/vtclient/socketlistener.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/channel/qteventloop.h>
+#include <platform/vtclient/channel/socketlistener.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/vtclient/bytebuffer.h>
+#include <platform/vtclient/wire/bytebuffer.h>
 #include <tests/support/allocationcounter.h>
 
 #include <gtest/gtest.h>

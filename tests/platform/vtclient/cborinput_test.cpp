@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the reader itself decides; what messages make of it is in message_test, change_test and
 // malformed_test.
-#include <platform/vtclient/cborinput.h>
+#include <platform/vtclient/wire/cborinput.h>
 
 #include <platform/values/value.h>
 #include <tests/platform/vtclient/codecprobe.h>

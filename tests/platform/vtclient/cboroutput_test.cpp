@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/vtclient/cboroutput.h>
+#include <platform/vtclient/wire/cboroutput.h>
 #include <tests/platform/vtclient/codecprobe.h>
 
 #include <functional>

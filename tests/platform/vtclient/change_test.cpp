@@ -4,7 +4,7 @@
 #include <platform/values/node.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/wire/itemkinds.h>
 
 #include <functional>
 #include <limits>

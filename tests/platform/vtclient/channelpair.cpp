@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/channelpair.h>
 
-#include <platform/vtclient/socketconnector.h>
-#include <platform/vtclient/socketlistener.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/channel/socketconnector.h>
+#include <platform/vtclient/channel/socketlistener.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/certificates.h>
 #include <tests/platform/vtclient/memorychannel.h>
 #include <tests/support/waituntil.h>

@@ -5,7 +5,7 @@
 #include <tests/platform/vtclient/twoends.h>
 
 #include <platform/values/refusals.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What every transport owes the protocol.
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/certificates.h>
 #include <tests/platform/vtclient/channelpair.h>
 #include <tests/platform/vtclient/recordinglistener.h>

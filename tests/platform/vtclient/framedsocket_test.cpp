@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/vtclient/framedsocket.h>
+#include <platform/vtclient/channel/framedsocket.h>
 #include <tests/platform/vtclient/recordinglistener.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The frequent messages by themselves are the same on the wire as by way of a Message.
-#include <platform/vtclient/frequentmessages.h>
+#include <platform/vtclient/wire/frequentmessages.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/codecprobe.h>
 
 namespace {

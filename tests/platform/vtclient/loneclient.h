@@ -4,8 +4,8 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/vtclient.h>
+#include <platform/vtclient/client/vtclient.h>
+#include <platform/vtclient/wire/changewriter.h>
 #include <tests/platform/vtclient/codecprobe.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>

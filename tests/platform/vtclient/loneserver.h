@@ -4,8 +4,8 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/serverhub.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/codecprobe.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>

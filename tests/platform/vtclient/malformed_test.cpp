@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/codecprobe.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <ostream>
 #include <random>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/ieventloop.h>
+#include <platform/vtclient/channel/ieventloop.h>
 
 /// Time that stands still until it is told to pass. Turns happen when asked to.
 class ManualClock {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/ichannel.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <QtCore/QByteArray>
 

@@ -3,7 +3,7 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
-#include <platform/vtclient/treemirror.h>
+#include <platform/vtclient/client/treemirror.h>
 #include <tests/support/printing.h>
 #include <tests/support/tracerecorder.h>
 

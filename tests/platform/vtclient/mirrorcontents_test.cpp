@@ -2,8 +2,8 @@
 // Contents that come, of every kind of value.
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
-#include <platform/vtclient/itemkinds.h>
-#include <platform/vtclient/treemirror.h>
+#include <platform/vtclient/client/treemirror.h>
+#include <platform/vtclient/wire/itemkinds.h>
 #include <tests/support/allocationcounter.h>
 #include <tests/support/printing.h>
 #include <tests/support/recordingobserver.h>

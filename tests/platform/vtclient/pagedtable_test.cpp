@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/vtclient/pagedtable.h>
+#include <platform/vtclient/wire/pagedtable.h>
 
 #include <gtest/gtest.h>
 

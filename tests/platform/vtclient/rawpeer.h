@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/changewriter.h>
-#include <platform/vtclient/message.h>
+#include <platform/vtclient/wire/changewriter.h>
+#include <platform/vtclient/wire/message.h>
 #include <tests/platform/vtclient/memorychannel.h>
 
 #include <memory>

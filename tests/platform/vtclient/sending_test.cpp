@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a channel over TCP sends, as a peer sees it that reads when it likes.
-#include <platform/vtclient/framedsocket.h>
+#include <platform/vtclient/channel/framedsocket.h>
 #include <tests/platform/vtclient/recordinglistener.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>

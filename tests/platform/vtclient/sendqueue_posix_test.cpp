@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a queue sends past Qt's sockets.
-#include <platform/vtclient/sendqueue.h>
+#include <platform/vtclient/channel/sendqueue.h>
 #include <tests/platform/vtclient/nativepair_posix.h>
 
 #include <QtCore/QBuffer>

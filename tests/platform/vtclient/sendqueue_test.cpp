@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/vtclient/sendqueue.h>
+#include <platform/vtclient/channel/sendqueue.h>
 
 #include <QtCore/QBuffer>
 

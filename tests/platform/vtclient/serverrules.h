@@ -4,7 +4,7 @@
 #include <tests/platform/vtclient/rawpeer.h>
 #include <tests/platform/vtclient/twoends.h>
 
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // A client that does not read: it costs the server a bounded amount, and others nothing.
-#include <platform/vtclient/qteventloop.h>
-#include <platform/vtclient/serverhub.h>
-#include <platform/vtclient/socketlistener.h>
-#include <platform/vtclient/vtlimits.h>
+#include <platform/vtclient/channel/qteventloop.h>
+#include <platform/vtclient/channel/socketlistener.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/meteredchannel.h>
 #include <tests/platform/vtclient/occurrences.h>
 #include <tests/platform/vtclient/socketends.h>

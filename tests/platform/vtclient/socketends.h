@@ -70,10 +70,12 @@ class SocketEnds : public testing::Test {
 
     /// What the server's side reported, in order; and the client's.
     std::vector<QString> ServerLines() const {
-        return Lines(
-            {QStringLiteral("platform/vtclient/server"), QStringLiteral("platform/vtclient/socketl")});
+        return Lines({QStringLiteral("platform/vtclient/server"),
+                      QStringLiteral("platform/vtclient/channel/socketl")});
     }
-    std::vector<QString> ClientLines() const { return Lines({QStringLiteral("platform/vtclient/vtclient")}); }
+    std::vector<QString> ClientLines() const {
+        return Lines({QStringLiteral("platform/vtclient/client/vtclient")});
+    }
 
     values::Tree m_tree;
     TraceRecorder m_traces{ErrorHandler::TraceAssertions | ErrorHandler::TraceWarnings};

@@ -3,7 +3,7 @@
 
 #include <platform/values/node.h>
 #include <platform/values/valuebase.h>
-#include <platform/vtclient/itemkinds.h>
+#include <platform/vtclient/wire/itemkinds.h>
 
 #include <QtCore/QStringList>
 

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/channel/lingeringsocket.h>
+
+#include <platform/vtclient/channel/socketcalls.h>
+#include <platform/vtclient/wire/vtlimits.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTimer>
+#include <QtNetwork/QSslSocket>
+
+#include <chrono>
+#include <utility>
+
+namespace vt {
+
+namespace {
+
+constexpr std::chrono::milliseconds LookInterval(100);
+
+}  // namespace
+
+int LingeringSocket::s_count = 0;
+
+void LingeringSocket::TakeOver(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay) {
+    socket->setParent(nullptr);
+    const bool mayLinger =
+        socket->state() == QAbstractSocket::ConnectedState && s_count < vtlimits::MaxLingering;
+    if (!mayLinger) socket->abort();
+    auto* const lingering = new LingeringSocket(socket, std::move(callsUnderWay));
+    if (mayLinger)
+        lingering->Linger();
+    else
+        lingering->End();
+}
+
+// What is left when the program ends goes with it.
+LingeringSocket::LingeringSocket(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay)
+    : QObject(QCoreApplication::instance()),
+      m_socket(socket),
+      m_ssl(qobject_cast<QSslSocket*>(socket)),
+      m_callsUnderWay(std::move(callsUnderWay)) {
+    m_socket->setParent(this);
+}
+
+LingeringSocket::~LingeringSocket() {
+    if (m_isLingering) --s_count;
+}
+
+void LingeringSocket::Linger() {
+    m_isLingering = true;
+    ++s_count;
+    connect(m_socket, &QTcpSocket::disconnected, this, &LingeringSocket::End);
+    connect(m_socket, &QTcpSocket::readyRead, this, &LingeringSocket::OnReadyRead);
+    connect(m_socket, &QTcpSocket::bytesWritten, this, &LingeringSocket::EndSendingOnceSent);
+    if (m_ssl != nullptr)
+        connect(m_ssl, &QSslSocket::encryptedBytesWritten, this, &LingeringSocket::EndSendingOnceSent);
+    QTimer::singleShot(vtlimits::LingerTime, this, &LingeringSocket::End);
+    OnReadyRead();
+    EndSendingOnceSent();
+}
+
+void LingeringSocket::End() {
+    if (*m_callsUnderWay == 0)
+        deleteLater();
+    else
+        QTimer::singleShot(LookInterval, this, &LingeringSocket::End);
+}
+
+void LingeringSocket::OnReadyRead() {
+    m_socket->readAll();
+}
+
+void LingeringSocket::EndSendingOnceSent() {
+    const qint64 encrypted = m_ssl != nullptr ? m_ssl->encryptedBytesToWrite() : 0;
+    if (m_hasEnded || m_socket->bytesToWrite() + encrypted != 0) return;
+    m_hasEnded = true;
+    EndSending(m_socket->socketDescriptor());
+}
+
+}  // namespace vt

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/channel/socketcalls.h>
+
+#include <winsock2.h>
+
+void vt::EndSending(qintptr descriptor) {
+    ::shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
+}
+
+void vt::SetListenQueue(qintptr descriptor, int length) {
+    ::listen(static_cast<SOCKET>(descriptor), length);
+}
+
+// Everything goes through Qt's socket: WSASend beside it has not been tried on this system.
+qint64 vt::SendAtOnce(qintptr /*descriptor*/, const SendPiece* /*pieces*/, int /*count*/) {
+    return 0;
+}

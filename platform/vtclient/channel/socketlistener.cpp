@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/channel/socketlistener.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/vtclient/channel/framedsocket.h>
+#include <platform/vtclient/channel/socketcalls.h>
+#include <platform/vtclient/channel/tlsfiles.h>
+#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/vtlimits.h>
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtNetwork/QHostAddress>
+#include <QtNetwork/QSslCertificate>
+#include <QtNetwork/QSslSocket>
+
+#include <algorithm>
+#include <utility>
+
+namespace vt {
+
+namespace {
+
+QString HandshakeErrorText(const QSslSocket& socket) {
+    if (socket.error() == QAbstractSocket::RemoteHostClosedError)
+        return QStringLiteral("it broke off the TLS handshake (does it trust our certificate?)");
+    return QStringLiteral("TLS failed (does it speak TLS?): %1").arg(socket.errorString());
+}
+
+}  // namespace
+
+SocketListener::SocketListener() {
+    connect(this, &QTcpServer::acceptError, this, &SocketListener::OnAcceptError);
+}
+SocketListener::~SocketListener() = default;
+
+bool SocketListener::SetUpTls(const VtServerOptions& options, QString* error) {
+    if (options.privateKeyFile.isEmpty()) {
+        *error = QStringLiteral("the certificate '%1' needs its private key").arg(options.certificateFile);
+        return false;
+    }
+    m_configuration = QSslConfiguration::defaultConfiguration();
+    m_configuration.setCaCertificates(
+        {});  // nobody's client certificate is trusted unless the caller says whose
+    const TlsFiles files{options.certificateFile, options.privateKeyFile, options.caFile};
+    if (!LoadTlsFiles(files, &m_configuration, error)) return false;
+    m_configuration.setPeerVerifyMode(options.caFile.isEmpty() ? QSslSocket::VerifyNone
+                                                               : QSslSocket::QueryPeer);
+    return true;
+}
+
+bool SocketListener::Listen(const VtServerOptions& options, bool needsCredentials, QString* error) {
+    QHostAddress address;
+    if (options.address == QLatin1String("localhost"))
+        address = QHostAddress::LocalHost;
+    else if (!address.setAddress(options.address)) {
+        *error = QStringLiteral("'%1' is no IP address").arg(options.address);
+        return false;
+    }
+    if (options.port < 0 || options.port > 65535) {
+        *error = QStringLiteral("%1 is no port").arg(options.port);
+        return false;
+    }
+    m_isTls = !options.certificateFile.isEmpty();
+    if (!address.isLoopback() && !options.isInsecure && !(m_isTls && needsCredentials)) {
+        *error = QStringLiteral("listening on %1 needs TLS and credentials (or to be allowed as insecure)")
+                     .arg(options.address);
+        return false;
+    }
+    if (m_isTls && !SetUpTls(options, error)) return false;
+    if (listen(address, static_cast<quint16>(options.port))) {
+        SetListenQueue(socketDescriptor(), vtlimits::ListenQueue);
+        return true;
+    }
+    *error = QStringLiteral("cannot listen on %1 port %2: %3")
+                 .arg(options.address)
+                 .arg(options.port)
+                 .arg(errorString());
+    return false;
+}
+
+QString SocketListener::Address() const {
+    return serverAddress().toString();
+}
+
+// Qt accepts no more after an error; most likely the process has no descriptor left, for a while. From then
+// on it takes the end of every run of connections for another error: that is one only if there was no run.
+void SocketListener::OnAcceptError() {
+    const bool isFailing = !std::exchange(m_hasAccepted, false);
+    QTimer::singleShot(isFailing ? vtlimits::AcceptPause : vtlimits::AcceptPause.zero(), this,
+                       &QTcpServer::resumeAccepting);
+    if (!isFailing || std::exchange(m_isAcceptFailing, true)) return;
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_Trace(QStringLiteral("No connection can be accepted: %1").arg(errorString()),
+                 L"platform/vtclient/channel/socketlistener", __LINE__);
+}
+
+void SocketListener::incomingConnection(qintptr descriptor) {
+    m_hasAccepted = true;
+    m_isAcceptFailing = false;
+    if (m_isTls) return StartTls(descriptor);
+    auto* const socket = new QTcpSocket;
+    if (!socket->setSocketDescriptor(descriptor)) {
+        delete socket;
+        return;
+    }
+    m_handler(std::make_unique<FramedSocket>(socket));
+}
+
+void SocketListener::StartTls(qintptr descriptor) {
+    if (m_handshakes.size() >= vtlimits::MaxPendingConnections)
+        Refuse(m_handshakes.front(), QStringLiteral("too many connections wait for their handshake"));
+    auto* const socket = new QSslSocket(this);
+    if (!socket->setSocketDescriptor(descriptor)) {
+        delete socket;
+        return;
+    }
+    m_handshakes.push_back(socket);
+    socket->setSslConfiguration(m_configuration);
+    connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
+    connect(socket, &QAbstractSocket::errorOccurred, this,
+            [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });
+    QTimer::singleShot(vtlimits::HelloTimeout, socket,
+                       [this, socket] { Refuse(socket, QStringLiteral("no TLS handshake in time")); });
+    socket->startServerEncryption();
+}
+
+void SocketListener::Forget(QSslSocket* socket) {
+    m_handshakes.erase(std::remove(m_handshakes.begin(), m_handshakes.end(), socket), m_handshakes.end());
+    socket->disconnect(this);
+}
+
+void SocketListener::Refuse(QSslSocket* socket, const QString& reason) {
+    if (std::find(m_handshakes.begin(), m_handshakes.end(), socket) == m_handshakes.end()) return;
+    Forget(socket);
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_Trace(QStringLiteral("A connection from %1 is refused: %2")
+                     .arg(socket->peerAddress().toString(), reason),
+                 L"platform/vtclient/channel/socketlistener", __LINE__);
+    socket->abort();
+    socket->deleteLater();
+}
+
+// A certificate that does not hold is worse than none: its owner is told.
+void SocketListener::OnEncrypted(QSslSocket* socket) {
+    const QList<QSslError> errors = socket->sslHandshakeErrors();
+    const bool hasBadCertificate = !socket->peerCertificate().isNull() && !errors.isEmpty();
+    const QString reason =
+        hasBadCertificate ? QStringLiteral("the client certificate: %1").arg(errors.first().errorString())
+                          : QString();
+    Forget(socket);
+    auto channel = std::make_unique<FramedSocket>(socket);
+    if (!hasBadCertificate) return m_handler(std::move(channel));
+    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
+        _Q_Trace(QStringLiteral("A connection from %1 is refused: %2").arg(channel->PeerAddress(), reason),
+                 L"platform/vtclient/channel/socketlistener", __LINE__);
+    Message bye = Message::Of(EMessage::Bye);
+    bye.code = EBye::NotAdmitted;
+    bye.reason = reason;
+    channel->Send(Encode(bye));
+    channel->Close();
+}
+
+}  // namespace vt

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/ivtaccess.h>
+
+IVtAccess::~IVtAccess() = default;
+void IVtAccess::SessionStarted(const VtPeer& /*peer*/) {}
+void IVtAccess::SessionEnded(const VtPeer& /*peer*/) {}
+void IVtAccess::ProvideNode(const VtPeer& /*peer*/, const QString& /*path*/) {}
+void IVtAccess::NodeReleased(const VtPeer& /*peer*/, const QString& /*path*/) {}
+void IVtAccess::ValueWritten(const VtPeer& /*peer*/, const QString& /*path*/) {}

@@ -1,0 +1,413 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/server/serversession.h>
+
+#include <platform/app/errorhandler.h>
+#include <platform/values/node.h>
+#include <platform/values/tree.h>
+#include <platform/values/valueselection.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/treepath.h>
+#include <platform/vtclient/wire/vtlimits.h>
+
+#include <QtCore/QStringList>
+
+#include <algorithm>
+
+namespace vt {
+
+ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number)
+    : m_hub(hub), m_channel(std::move(channel)), m_lastReceived(hub.Now()), m_lastSent(hub.Now()) {
+    m_peer.session = number;
+    m_peer.address = m_channel->PeerAddress();
+    m_peer.isLoopback = m_channel->IsLoopback();
+    m_peer.isEncrypted = m_channel->IsEncrypted();
+    m_peer.certificateName = m_channel->CertificateName();
+    m_channel->SetListener(this);
+}
+
+ServerSession::~ServerSession() {
+    Release();
+}
+
+void ServerSession::Release() {
+    for (auto& subscription : m_subscriptions)
+        m_hub.Leave(*subscription.second);
+    m_subscriptions.clear();
+}
+
+void ServerSession::End(EBye code, const QString& reason) {
+    if (m_isEnded) return;
+    Message bye = Message::Of(EMessage::Bye);
+    bye.code = code;
+    bye.reason = reason;
+    Send(bye);
+    m_isEnded = true;
+    m_channel->Close();
+    if (code != EBye::ServerEnds) TraceEnd(reason);
+    m_hub.OnSessionEnded();
+}
+
+void ServerSession::TraceEnd(const QString& reason) const {
+    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
+    const QString who = m_peer.application.isEmpty() ? QStringLiteral("a client") : m_peer.application;
+    _Q_Trace(
+        QStringLiteral("Session %1 (%2, %3) ends: %4").arg(m_peer.session).arg(who, m_peer.address, reason),
+        L"platform/vtclient/server/serversession", __LINE__);
+}
+
+void ServerSession::OnClosed(const QString& reason) {
+    if (m_isEnded) return;
+    if (m_channel->IsOpen()) return End(EBye::Limit, reason);  // it was the client that broke a rule
+    m_isEnded = true;
+    TraceEnd(reason);
+    m_hub.OnSessionEnded();
+}
+
+void ServerSession::Send(const Message& message) {
+    const QByteArray bytes = Encode(message);
+    SendInParts({bytes.constData(), static_cast<std::size_t>(bytes.size())}, QByteArray(), {});
+}
+
+void ServerSession::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
+    if (m_isEnded) return;
+    m_channel->SendInParts(head, shared, tail);
+    m_lastSent = m_hub.Now();
+    m_hub.FlushLater(*this);
+}
+
+void ServerSession::Check(std::chrono::microseconds now) {
+    if (m_isEnded) return;
+    const auto silence = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastReceived);
+    if (!m_isAdmitted) {
+        if (silence >= vtlimits::HelloTimeout) End(EBye::Silence, QStringLiteral("no hello in time"));
+        return;
+    }
+    if (silence >= m_hub.DeadAfter())
+        return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence.count()));
+    if (now - m_lastSent < m_hub.PingInterval()) return;
+    Message ping = Message::Of(EMessage::Ping);
+    ping.seq = static_cast<quint64>(now.count());
+    Send(ping);
+}
+
+void ServerSession::OnMessage(const char* data, qint64 size) {
+    if (m_isEnded) return;
+    ++m_messagesUnderWay;
+    Handle(data, size);
+    --m_messagesUnderWay;
+    if (m_isEnded) m_hub.OnSessionEnded();
+}
+
+void ServerSession::Handle(const char* data, qint64 size) {
+    m_hub.OnInput();
+    m_lastReceived = m_hub.Now();
+    MessageReader reader(data, size);
+    EMessage type = EMessage::Hello;
+    if (!reader.ReadType(&type) || !Handle(reader, type))
+        return End(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
+    if (!m_isEnded && m_channel->Unsent() > vtlimits::MaxUnsent)
+        End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
+}
+
+void ServerSession::OnInputDone() {
+    m_hub.OnInputDone();
+}
+
+// False if it is malformed.
+bool ServerSession::Handle(MessageReader& reader, EMessage type) {
+    if (m_isAdmitted && type == EMessage::Ack) {
+        AckMessage ack;
+        if (!reader.ReadRest(&ack)) return false;
+        OnAck(ack.count);
+    } else if (m_isAdmitted && type == EMessage::Write) {
+        WriteMessage write;
+        if (!reader.ReadRest(&write)) return false;
+        OnWrite(write);
+    } else {
+        Message message = Message::Of(type);
+        if (!reader.ReadRest(&message)) return false;
+        Dispatch(message);
+    }
+    return true;
+}
+
+void ServerSession::Dispatch(const Message& message) {
+    if (!m_isAdmitted) {
+        if (message.type == EMessage::Hello) return OnHello(message);
+        return End(EBye::Malformed, QStringLiteral("the first message must be a hello"));
+    }
+    switch (message.type) {
+        case EMessage::Bye:
+            m_isEnded = true;
+            m_channel->Close();
+            return m_hub.OnSessionEnded();
+        case EMessage::Subscribe:
+            return OnSubscribe(message);
+        case EMessage::Unsubscribe:
+            return OnUnsubscribe(message);
+        case EMessage::Create:
+            return OnCreate(message);
+        case EMessage::Ping: {
+            Message pong = Message::Of(EMessage::Pong);
+            pong.seq = message.seq;
+            return Send(pong);
+        }
+        case EMessage::Pong:
+            return;
+        default:
+            return End(EBye::Malformed,
+                       QStringLiteral("a message that only a server sends, or a second hello"));
+    }
+}
+
+void ServerSession::OnHello(const Message& message) {
+    if (message.version != vtlimits::ProtocolVersion)
+        return End(EBye::Version, QStringLiteral("this server speaks version %1 of the protocol, not %2")
+                                      .arg(vtlimits::ProtocolVersion)
+                                      .arg(message.version));
+    m_peer.application = message.application;
+    m_peer.machine = message.machine;
+    QString reason;
+    if (!m_hub.Access().Admit(m_peer, message.user, message.token, &reason))
+        return End(EBye::NotAdmitted, reason);
+    if (m_isEnded) return;
+    m_isAdmitted = true;
+    m_channel->SetMaxMessage(vtlimits::MaxFrame);
+    Message welcome = Message::Of(EMessage::Welcome);
+    welcome.version = vtlimits::ProtocolVersion;
+    welcome.application = m_hub.Application().left(vtlimits::MaxHelloText);
+    welcome.session = m_peer.session;
+    welcome.epoch = m_hub.Epoch();
+    welcome.ping = m_hub.PingInterval();
+    welcome.dead = m_hub.DeadAfter();
+    Send(welcome);
+    m_hub.OnAdmitted(*this);
+}
+
+void ServerSession::OnSubscribe(const Message& message) {
+    if (message.sub == 0 || message.sub > 0x7fffffffU || m_subscriptions.count(message.sub) != 0)
+        return End(EBye::Malformed,
+                   QStringLiteral("%1 is no free number of a subscription").arg(message.sub));
+    if (m_subscriptions.size() >= vtlimits::MaxSubscriptions)
+        return End(EBye::Limit, QStringLiteral("more than %1 subscriptions").arg(vtlimits::MaxSubscriptions));
+    if (!message.path.startsWith(QLatin1Char('/')))
+        return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(message.path));
+    auto subscription = std::make_unique<Subscription>(*this, message.sub, NormalisedPath(message.path));
+    if (!m_hub.Access().MayRead(m_peer, subscription->Path()))
+        return TellAbsent(
+            *subscription,
+            QStringLiteral("'%1' may not be read by '%2'").arg(subscription->Path(), m_peer.user));
+    m_hub.Access().ProvideNode(m_peer, subscription->Path());
+    if (m_isEnded) return;
+    Subscription& added = *(m_subscriptions[message.sub] = std::move(subscription));
+    m_hub.Join(added);
+}
+
+void ServerSession::Subscribe(Subscription& subscription) {
+    Message subscribed = Message::Of(EMessage::Subscribed);
+    subscribed.sub = subscription.Number();
+    // What is longer than a path may be matches none.
+    for (const QString& prefix : m_hub.Access().WritablePrefixes(m_peer))
+        if (prefix.size() <= vtlimits::MaxPathLength) subscribed.prefixes.append(prefix);
+    Send(subscribed);
+}
+
+void ServerSession::TellAbsent(Subscription& subscription, const QString& reason) {
+    Message absent = Message::Of(EMessage::Absent);
+    absent.sub = subscription.Number();
+    absent.reason = reason;
+    Send(absent);
+}
+
+void ServerSession::OnUnsubscribe(const Message& message) {
+    const auto found = m_subscriptions.find(message.sub);
+    if (found == m_subscriptions.end()) return;  // it may have been denied meanwhile
+    const std::unique_ptr<Subscription> subscription = std::move(found->second);
+    m_subscriptions.erase(found);
+    m_hub.Leave(*subscription);
+    for (const QString& path : subscription->Wanted()) {
+        if (m_isEnded) return;
+        m_hub.Access().NodeReleased(m_peer, path);
+    }
+    if (!m_isEnded) m_hub.Access().NodeReleased(m_peer, subscription->Path());
+}
+
+bool ServerSession::MaySendChanges() const {
+    return !m_isEnded && m_inFlight.size() < vtlimits::MaxUnackedMessages &&
+           m_inFlightBytes < vtlimits::MaxUnackedBytes;
+}
+
+void ServerSession::CountSent(int bytes) {
+    m_inFlight.push_back(bytes);
+    m_inFlightBytes += bytes;
+}
+
+void ServerSession::SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore) {
+    ChangesHead head;
+    head.type = subscription.IsLive() ? EMessage::Batch : EMessage::Snapshot;
+    head.sub = subscription.Number();
+    head.seq = subscription.NextSequence();
+    head.more = hasMore;
+    SendInParts(EncodeHead(head), changes, ChangesEnd);
+    CountSent(changes.size());
+}
+
+void ServerSession::SendEnd(Subscription& subscription) {
+    Message end = Message::Of(EMessage::End);
+    end.sub = subscription.Number();
+    end.seq = subscription.NextSequence();
+    end.epoch = m_hub.Epoch();
+    Send(end);
+    CountSent(0);
+    subscription.SetLive();
+}
+
+void ServerSession::OnAck(quint64 count) {
+    if (count < m_acked || count - m_acked > m_inFlight.size())
+        return End(EBye::Malformed, QStringLiteral("an acknowledgement of what was not sent"));
+    for (; m_acked < count; ++m_acked) {
+        m_inFlightBytes -= m_inFlight.front();
+        m_inFlight.pop_front();
+    }
+    m_hub.ServeLater(*this);
+}
+
+bool ServerSession::SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp) {
+    const TreeWatcher* const watcher = subscription.Watcher();
+    if (watcher == nullptr || watcher->HasChanges() || subscription.IsInStep()) return false;
+    subscription.WriteBacklog(&m_writer, isTimeUp);
+    const bool hasWritten = m_writer.Size() != 0;
+    if (hasWritten) SendChanges(subscription, m_writer.Take(), subscription.LacksStructure());
+    if (!subscription.IsLive() && subscription.IsUpToDate() && watcher->IsTakenIn()) SendEnd(subscription);
+    return hasWritten;
+}
+
+// One message, then the next session: a large first look does not make others wait.
+bool ServerSession::SendBacklog(const std::function<bool()>& isTimeUp) {
+    auto next = m_subscriptions.lower_bound(m_nextServed);
+    for (std::size_t i = 0; i < m_subscriptions.size() && MaySendChanges(); ++i, ++next) {
+        if (next == m_subscriptions.end()) next = m_subscriptions.begin();
+        if (!SendBacklogOf(*next->second, isTimeUp)) continue;
+        m_nextServed = next->first + 1;
+        return MaySendChanges();
+    }
+    return false;
+}
+
+void ServerSession::CheckQueue() {
+    std::size_t queued = 0;
+    for (const auto& subscription : m_subscriptions)
+        queued += subscription.second->QueuedBytes();
+    if (queued > vtlimits::MaxQueuedOccurrences)
+        End(EBye::TooSlow,
+            QStringLiteral("the client does not keep up: %1 bytes of changes wait").arg(queued));
+}
+
+void ServerSession::Answer(AnswerMessage* answer, EResult result, const QString& reason) {
+    answer->result = result;
+    answer->reason = reason;
+    std::string_view bytes = Encode(*answer);
+    // The content comes as a change as well, or is described as too large.
+    if (bytes.size() > vtlimits::MaxFrame) {
+        answer->result = EResult::Done;
+        bytes = Encode(*answer);
+    }
+    SendInParts(bytes, QByteArray(), {});
+}
+
+void ServerSession::OnWrite(const WriteMessage& write) {
+    AnswerMessage answer;
+    answer.req = write.req;
+    const auto found = m_subscriptions.find(write.sub);
+    TreeWatcher* const watcher = found == m_subscriptions.end() ? nullptr : found->second->Watcher();
+    values::TreeItem* const item = watcher != nullptr ? watcher->Find(write.id) : nullptr;
+    if (item == nullptr) return Answer(&answer, EResult::Gone, QStringLiteral("the item has gone"));
+    if (item->IsNode()) return Answer(&answer, EResult::Denied, QStringLiteral("a node has no content"));
+    const QString path = item->GetPathName();
+    QString reason;
+    if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
+    Write(write.content, static_cast<values::ValueBase&>(*item), path, watcher->KindOfItem(write.id),
+          &answer);
+}
+
+void ServerSession::Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
+                          AnswerMessage* answer) {
+    const KindOperations& operations = *Operations(kind);
+    Content content;
+    if (!operations.take(asked, &content))
+        return Answer(
+            answer, EResult::Denied,
+            QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));
+    const ObservableGuard guard(value);
+    const TreeWatcher::WriteScope scope(&value, m_peer.session);
+    if (!operations.write(value, content, nullptr))
+        return Answer(answer, EResult::Denied, QStringLiteral("the selection has no item with this key"));
+    // Whoever was told may have ended the session, or the value.
+    if (!m_isEnded) m_hub.Access().ValueWritten(m_peer, path);
+    if (!guard.IsAlive()) return Answer(answer, EResult::Done);
+    answer->content = operations.content(value);
+    if (kind == EItemKind::Selection) {
+        const auto& selection = static_cast<const values::ValueSelection&>(value);
+        const bool isNone = selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
+        content = isNone == std::holds_alternative<std::monostate>(content) &&
+                          (isNone || std::get<qint64>(content) == selection.GetCurrentKey())
+                      ? answer->content
+                      : Content(false);
+    }
+    Answer(answer, answer->content == content ? EResult::Done : EResult::Clamped);
+}
+
+void ServerSession::OnCreate(const Message& message) {
+    AnswerMessage answer;
+    answer.req = message.req;
+    const auto found = m_subscriptions.find(message.sub);
+    if (found == m_subscriptions.end())
+        return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
+    const QString reason = Create(message, *found->second);
+    if (m_isEnded) return;
+    if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
+    m_lateAnswers.emplace_back(message.sub, answer);
+    m_hub.ServeLater(*this);
+}
+
+// After the client was told of the item: so one that is answered and not there has gone again.
+void ServerSession::SendLateAnswers() {
+    if (m_lateAnswers.empty()) return;
+    const auto isDue = [this](const auto& answer) {
+        const auto found = m_subscriptions.find(answer.first);
+        const Subscription* const subscription =
+            found != m_subscriptions.end() ? found->second.get() : nullptr;
+        if (subscription == nullptr || subscription->Watcher() == nullptr) return true;
+        return !subscription->Watcher()->HasChanges() && !subscription->LacksStructure();
+    };
+    const auto firstKept = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(), isDue);
+    for (auto answer = m_lateAnswers.begin(); answer != firstKept; ++answer)
+        SendInParts(Encode(answer->second), QByteArray(), {});
+    m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
+}
+
+// Empty if the item is there afterwards, else why not.
+QString ServerSession::Create(const Message& message, Subscription& subscription) {
+    const QString path = NormalisedPath(message.path);
+    const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    if (!IsAtOrBelow(path, subscription.Path()) || names.isEmpty())
+        return QStringLiteral("'%1' does not lie in the subscription").arg(path);
+    if (names.size() > vtlimits::MaxDepth || names.last().size() > vtlimits::MaxNameLength)
+        return QStringLiteral("the path is too deep, or the name too long");
+    values::Tree* const tree = values::Tree::Instance();
+    // Told once of each path, as it is told once that this is over.
+    const bool isFirst = subscription.Want(path);
+    if (!isFirst && tree->FindItem(path) != nullptr) return QString();
+    m_hub.Access().ProvideNode(m_peer, path);
+    if (m_isEnded || tree->FindItem(path) != nullptr) return QString();
+    QString reason;
+    if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
+    if (++m_created > vtlimits::MaxCreatedPerSession)
+        return QStringLiteral("the session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
+    std::unique_ptr<values::TreeItem> item = MakeItem(message.item, names.last());
+    const QString parent = path.left(path.size() - names.last().size());
+    return tree->AddItem(parent, item) ? QString() : QStringLiteral("a value stands in the way");
+}
+
+}  // namespace vt

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/server/subscription.h>
+#include <platform/vtclient/wire/message.h>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vt {
+
+class ServerHub;
+
+/// The server's end of one connection: what the client says is checked here, and done. Owned by the hub.
+class ServerSession final : public IChannelListener {
+  public:
+    ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number);
+    ~ServerSession() override;
+    ServerSession(const ServerSession&) = delete;
+    ServerSession& operator=(const ServerSession&) = delete;
+
+    const VtPeer& Peer() const { return m_peer; }
+    bool IsAdmitted() const { return m_isAdmitted; }
+    bool IsEnded() const { return m_isEnded; }
+    /// Whether no message is being handled, of which somebody may have been told.
+    bool IsIdle() const { return m_messagesUnderWay == 0; }
+    /// Tells the client why, and closes. What it had subscribed ends.
+    void End(EBye code, const QString& reason);
+
+    /// Whether another message with changes may be on its way to the client.
+    bool MaySendChanges() const;
+    void SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore);
+    /// Sends what the subscriptions lack, one message at most. False if there is nothing (more) to send now.
+    bool SendBacklog(const std::function<bool()>& isTimeUp);
+    /// Answers the creations whose items the client has been told of.
+    void SendLateAnswers();
+    /// Ends the session if what waits for the client has grown beyond its limit.
+    void CheckQueue();
+    /// The item of \a subscription went, or came.
+    void Subscribe(Subscription& subscription);
+    void TellAbsent(Subscription& subscription, const QString& reason);
+    void Flush() { m_channel->Flush(); }
+    /// In which lists of the hub it stands, so that the hub need not look.
+    struct Listed {
+        bool isToServe = false;
+        bool isToFlush = false;
+    };
+    Listed listed;
+    /// Pings, and ends the session of a client that is silent. \a now is the hub's.
+    void Check(std::chrono::microseconds now);
+
+    void OnMessage(const char* data, qint64 size) override;
+    void OnInputDone() override;
+    void OnClosed(const QString& reason) override;
+
+  private:
+    void Handle(const char* data, qint64 size);
+    bool Handle(MessageReader& reader, EMessage type);
+    void Dispatch(const Message& message);
+    void OnHello(const Message& message);
+    void OnSubscribe(const Message& message);
+    void OnUnsubscribe(const Message& message);
+    void OnAck(quint64 count);
+    void OnWrite(const WriteMessage& write);
+    void OnCreate(const Message& message);
+    void Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
+               AnswerMessage* answer);
+    QString Create(const Message& message, Subscription& subscription);
+    void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());
+    void Send(const Message& message);
+    void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail);
+    bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
+    void SendEnd(Subscription& subscription);
+    void CountSent(int bytes);
+    void TraceEnd(const QString& reason) const;
+    void Release();
+
+    ServerHub& m_hub;
+    std::unique_ptr<IChannel> m_channel;
+    VtPeer m_peer;
+    bool m_isAdmitted = false;
+    bool m_isEnded = false;
+    int m_messagesUnderWay = 0;
+    std::chrono::microseconds m_lastReceived;
+    std::chrono::microseconds m_lastSent;
+    std::map<quint32, std::unique_ptr<Subscription>> m_subscriptions;
+    quint32 m_nextServed = 0;    ///< whose backlog is sent next
+    std::deque<int> m_inFlight;  ///< sizes of the messages with changes that were not acknowledged
+    qint64 m_inFlightBytes = 0;
+    quint64 m_acked = 0;
+    std::size_t m_created = 0;
+    std::vector<std::pair<quint32, AnswerMessage>> m_lateAnswers;  ///< of creations, by subscription
+    ChangeWriter m_writer;
+};
+
+}  // namespace vt

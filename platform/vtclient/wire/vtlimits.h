@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/vtprotocol.h>
+
+#include <QtCore/qglobal.h>
+
+#include <chrono>
+#include <cstddef>
+
+/// Every limit of a connection, with its reason. Sizes in bytes.
+namespace vtlimits {
+
+constexpr int ProtocolVersion = VtProtocolVersion;
+
+// Before a peer is admitted it may cost next to nothing.
+constexpr quint32 MaxFrameBeforeWelcome = 4096;          // a hello with texts of full length fits
+constexpr std::chrono::milliseconds HelloTimeout(5000);  // a slow link still says hello in this
+constexpr std::chrono::milliseconds AcceptPause(100);  // without descriptors: by then some may be free again
+constexpr int MaxPendingConnections = 64;              // beyond, the oldest that has not said hello goes
+
+// After that.
+constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold
+constexpr int BatchTarget = 64 * 1024;                  // large enough to pay, small enough to interleave
+constexpr int MaxChange = 960 * 1000;                   // fits a frame behind a batch that is nearly full
+constexpr int MaxSessions = 1000;                       // a process has about 1,000 descriptors
+constexpr int ListenQueue = 1000;                       // all of them come back at once after a restart
+constexpr int MaxSubscriptions = 256;                   // per session
+constexpr int MaxNameLength = 1024;                     // UTF-16 code units
+constexpr int MaxPathLength = 4096;                     // UTF-16 code units
+constexpr int MaxDepth = 256;                           // names in a path that a peer may create
+constexpr int MaxReasonLength = 1024;                   // UTF-16 code units: fits a frame before the welcome
+constexpr int MaxHelloText = 256;                       // UTF-16 code units
+constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it does not keep up
+constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
+constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
+
+// A closed connection that still sends its last words.
+constexpr std::chrono::milliseconds LingerTime(2000);  // a peer that reads at all has read them by then
+constexpr int MaxLingering = 64;                       // beyond, the words may be lost: descriptors are few
+
+// Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
+constexpr int MaxUnackedMessages = 64;
+constexpr int MaxUnackedBytes = 1 << 20;
+constexpr int AckAfterMessages = 8;
+constexpr int AckAfterBytes = 64 * 1024;
+
+// Turns of the event loop.
+constexpr std::chrono::microseconds TurnTime(4000);  // then others have their turn
+constexpr int CheckInterval = 64;                    // items between two looks at the clock
+
+}  // namespace vtlimits
