@@ -132,10 +132,14 @@ V* Provide(const QString& path, const ItemsOf& start, bool overwrite, IObserver*
 }
 
 template <class Object, class V, class Path, class Start, class Stored>
-void ProvideRow(Object& object, const Field<Object, V, Path, Start, Stored>& row, const wchar_t* sourcePath,
-                bool overwrite, IObserver* observer) {
+QString PathOf(Object& object, const Field<Object, V, Path, Start, Stored>& row) {
+    return std::invoke(row.path, object);
+}
+
+template <class Object, class V, class Path, class Start, class Stored>
+void ProvideRow(Object& object, const Field<Object, V, Path, Start, Stored>& row, const QString& path,
+                const wchar_t* sourcePath, bool overwrite, IObserver* observer) {
     V*& value = object.*row.member;
-    const QString path = std::invoke(row.path, object);
     if constexpr (std::is_invocable_v<Start, Object&>)
         value = Provide<V>(path, std::invoke(row.start, object), overwrite, observer);
     else
@@ -143,10 +147,16 @@ void ProvideRow(Object& object, const Field<Object, V, Path, Start, Stored>& row
     if (row.assertion != nullptr) AssertNotNull(value, row.assertion, sourcePath, row.line);
 }
 
-/// What is not in the tree.
+// What is not in the tree.
+
 template <class Object, class Row>
-void ProvideRow(Object& /*object*/, const Row& /*row*/, const wchar_t* /*sourcePath*/, bool /*overwrite*/,
-                IObserver* /*observer*/) {}
+QString PathOf(Object& /*object*/, const Row& /*row*/) {
+    return QString();
+}
+
+template <class Object, class Row>
+void ProvideRow(Object& /*object*/, const Row& /*row*/, const QString& /*path*/,
+                const wchar_t* /*sourcePath*/, bool /*overwrite*/, IObserver* /*observer*/) {}
 
 inline const Observable* AddressOf(const Observable* value) {
     return value;
@@ -166,10 +176,13 @@ bool Walk(const Visit& visit) {
 /// they are there, with \a sourcePath as the place. \a overwrite starts those anew that exist already.
 template <class Table, class Object>
 void Provide(Object& object, const wchar_t* sourcePath, bool overwrite, IObserver* observer) {
-    const auto provide = [&](const auto& row) {
-        detail::ProvideRow(object, row, sourcePath, overwrite, observer);
+    const auto provide = [&](const auto&... row) {
+        // All paths first: whoever hears of a value may delete the node by which others find theirs.
+        const std::array<QString, sizeof...(row)> paths = {detail::PathOf(object, row)...};
+        auto path = paths.begin();
+        (detail::ProvideRow(object, row, *path++, sourcePath, overwrite, observer), ...);
     };
-    std::apply([&](const auto&... row) { (provide(row), ...); }, Table::Rows);
+    std::apply(provide, Table::Rows);
 }
 
 /// Observes every value that is there, where they were provided without an observer.
