@@ -7,7 +7,8 @@ set(mcs_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MultiChannelServerCommon)
 set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.h cfgworkingcopy.h inireader.h
   iniwriter.h pathsegments.h serverclientdetail.h
   formrow.h statusnode.h lockmark.h spokenname.h valuetip.h
-  logmarkup.h logtextedit.h mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
+  layoutcost.h logtextedit.h longlines.h markupscanner.h markuptext.h readingcost.h stylecost.h textcost.h
+  mcsmpxorvstatusicons.h mcsmpxorvstatuslistmodelimplementation.h
   multichannelservercommondll.h observabledeleter.h rownumberheader.h
   bytebuffer.h cborhead.h cborinput.h cboroutput.h changewriter.h content.h endedobjects.h framedsocket.h frequentmessages.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h messagetypes.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h sendqueue.h serverhub.h

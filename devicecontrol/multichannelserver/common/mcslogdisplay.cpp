@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
-#include <devicecontrol/multichannelserver/common/logtextedit.h>
+#include <devicecontrol/multichannelserver/common/log/logtextedit.h>
 
 #include <platform/values/valueaccess.h>
 #include <platform/widgets/guibase.h>
@@ -104,11 +104,11 @@ void MCSLogDisplay::OnNewLogMessageArrived(const QString& text) {
 
 // All of them, not only the oldest. (fixed: clears-all-lines)
 void MCSLogDisplay::ClearExceedingLines() {
-    if (m_textEdit->document()->blockCount() > m_maxMessages) m_textEdit->clear();
+    if (m_textEdit->document()->blockCount() > m_maxMessages) m_textEdit->Clear();
 }
 
 void MCSLogDisplay::SlotClear() {
-    m_textEdit->clear();
+    m_textEdit->Clear();
 }
 
 void MCSLogDisplay::SlotSaveLog() {
@@ -139,6 +139,7 @@ bool MCSLogDisplay::MayWrite(const QString& fileName) {
 void MCSLogDisplay::SlotSaveLogToFile(QString sFileName) {  // NOLINT(performance-unnecessary-value-param)
     QFile file(sFileName);
     if (!file.open(QIODevice::WriteOnly)) return;
+    m_textEdit->Flush();
     QTextStream stream(&file);  // fixed: plain-text-in-html-file
     stream << m_textEdit->toPlainText();
 }

@@ -4,10 +4,14 @@
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>
+#include <tests/support/waituntil.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QStringList>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTextEdit>
 
@@ -34,6 +38,11 @@ class LogDisplayTest : public testing::Test {
     void LogLines(int count) {
         for (int i = 1; i <= count; ++i)
             Log(QStringLiteral("line %1").arg(i));
+    }
+    /// Lets everything that has come be laid out.
+    void Settle() {
+        const QTextDocument& document = *Area().document();
+        EXPECT_TRUE(WaitUntil([&] { return document.lastBlock().layout()->lineCount() > 0; }));
     }
     bool Bind() { return m_display.SetLogMessage_ValuePath(s_path); }
 

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/devicecontrol/multichannelserver/common/logdisplaytest.h>
-#include <tests/support/waituntil.h>
 
 #include <QtCore/QMetaMethod>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QScrollBar>
 
+#include <functional>
 #include <memory>
+#include <ostream>
 
 namespace {
 
@@ -219,16 +221,107 @@ TEST_F(LogDisplayTest, FollowsTheEndOnlyWhileTheEndIsShown) {
     m_display.show();
     Bind();
     LogLines(100);
-    const QScrollBar& bar = *Area().verticalScrollBar();
+    Settle();
+    QScrollBar& bar = *Area().verticalScrollBar();
     EXPECT_GT(bar.maximum(), 0);
     EXPECT_EQ(bar.value(), bar.maximum());
-    Area().verticalScrollBar()->setValue(10);
+    bar.setValue(10);
     LogLines(5);
     Log(QString(3000, QLatin1Char('x')));
+    Settle();
     EXPECT_EQ(bar.value(), 10);
-    Area().verticalScrollBar()->setValue(bar.maximum());
+    bar.setValue(bar.maximum());
     Log(QString(3000, QLatin1Char('x')));
+    Settle();
     EXPECT_EQ(bar.value(), bar.maximum());
+}
+
+TEST_F(LogDisplayTest, HoldsEveryLineAtOnceAndLaysThemOutTogether) {
+    m_display.show();
+    Bind();
+    QCoreApplication::processEvents();
+    const QSignalSpy changes(Area().document(), &QTextDocument::contentsChanged);
+    for (int i = 1; i <= 200; ++i) {
+        Log(QStringLiteral("line %1").arg(i));
+        ASSERT_EQ(Lines().size(), i);
+    }
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_TRUE(WaitUntil([&] { return changes.count() > 0; }));
+    EXPECT_EQ(changes.count(), 1);
+    Settle();
+}
+
+// In one turn of the event loop, so nothing was laid out in between.
+TEST_F(LogDisplayTest, KeepsToTheLimitInEveryTurn) {
+    m_display.show();
+    Bind();
+    LogLines(1000);
+    EXPECT_EQ(Lines().size(), 1000);
+    Log(QStringLiteral("one too many"));
+    EXPECT_EQ(Area().toPlainText(), QString());
+    EXPECT_EQ(Area().document()->blockCount(), 1);
+    LogLines(1001 + 7);
+    EXPECT_EQ(Lines().size(), 7);
+    Settle();
+    EXPECT_EQ(Lines().first(), QStringLiteral("line 1002"));
+}
+
+struct EndRow {
+    const char* name;
+    std::function<void(MCSLogDisplay&)> act;
+};
+void PrintTo(const EndRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+class LogDisplayFrame : public LogDisplayTest, public testing::WithParamInterface<EndRow> {};
+
+// Whatever needs the lines laid out does not wait for the next frame.
+TEST_P(LogDisplayFrame, EndsWith) {
+    m_display.resize(400, 300);
+    if (qstrcmp(GetParam().name, "Showing") != 0) m_display.show();
+    QCoreApplication::processEvents();
+    Bind();
+    LogLines(3);
+    const QSignalSpy changes(Area().document(), &QTextDocument::contentsChanged);
+    GetParam().act(m_display);
+    EXPECT_GT(changes.count(), 0);
+    Log(QStringLiteral("the next"));
+    Settle();
+}
+
+QTextEdit& AreaOf(const MCSLogDisplay& display) {
+    return *display.findChild<QTextEdit*>();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , LogDisplayFrame,
+    testing::Values(EndRow{"Showing", [](MCSLogDisplay& display) { display.show(); }},
+                    EndRow{"Clearing", [](MCSLogDisplay& display) { display.SlotClear(); }},
+                    EndRow{"Saving",
+                           [](MCSLogDisplay& display) {
+                               const QTemporaryDir directory;
+                               display.SlotSaveLogToFile(directory.filePath(QStringLiteral("log")));
+                           }},
+                    EndRow{"ALimit", [](MCSLogDisplay& display) { display.SetMaxMessages(1); }},
+                    EndRow{"APicture", [](MCSLogDisplay& display) { display.grab(); }},
+                    EndRow{"AResize", [](MCSLogDisplay& display) { display.resize(500, 400); }},
+                    EndRow{"AClick",
+                           [](MCSLogDisplay& display) {
+                               QTest::mouseClick(AreaOf(display).viewport(), Qt::LeftButton);
+                           }},
+                    EndRow{"AKey",
+                           [](MCSLogDisplay& display) {
+                               QTest::keyClick(&AreaOf(display), Qt::Key_A, Qt::ControlModifier);
+                           }}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(LogDisplayTest, MayBeDestroyedBeforeItsLinesAreLaidOut) {
+    auto display = std::make_unique<MCSLogDisplay>();
+    display->SetLogMessage_ValuePath(s_path);
+    LogLines(3);
+    display.reset();
+    QCoreApplication::processEvents();
 }
 
 TEST_F(LogDisplayTest, TheClearButtonClears) {
