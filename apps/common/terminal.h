@@ -4,12 +4,14 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/// The standard streams of a program for the command line. Main thread.
+/// The standard streams of a program for the command line. Main thread, except where it says otherwise.
 namespace terminal {
 
 /// Makes the standard streams usable, whatever the program was started with: a stream that is closed goes
 /// nowhere (else the next file or connection would take its number), a write to a pipe that nobody reads is
-/// an error and not the end of the process. Texts are UTF-8 in both directions. Call it first.
+/// an error and not the end of the process. Texts are UTF-8 in both directions. From then on messages of the
+/// libraries come as lines of the standard error output, with everything visible in them that a terminal
+/// would obey, and the end of the process waits for a moment for what is still to be written. Call it first.
 void Prepare();
 
 bool IsOutputTerminal();
@@ -21,7 +23,27 @@ int GetWidth();
 /// Writes all of \a bytes to the standard output, however long that takes. False if it cannot, with the
 /// reason in one line in \a error; without a reason if only the reader has gone.
 bool WriteOutput(const QByteArray& bytes, QString* error);
-/// Writes \a bytes to the standard error output, where that can be done.
+
+/// Hands over whole lines for the standard output, for a program that goes on whether or not somebody reads
+/// them: it never waits, and what nobody reads is left out and counted. Any thread.
+void PutOutput(const QByteArray& lines);
+/// The same for the standard error output.
+void WriteError(const QByteArray& lines);
+
+/// Tells in one line of the standard error output, after the program's name, what is wrong.
+/// \return \a exitCode, to go on with.
+int Complain(const QString& what, int exitCode);
+/// Writes \a text for whoever asked for it.
+/// \return the exit code of the program: 0, also if the reader of a pipe has seen enough, as `head` has, or 1
+/// if it cannot be written, which is told.
+int Print(const QString& text);
+
+namespace system {
+/// What Prepare() does to the streams themselves.
+void PrepareStreams();
+/// Writes all of \a bytes to the standard error output, however long that takes, where that can be done. Any
+/// thread.
 void WriteError(const QByteArray& bytes);
+}  // namespace system
 
 }  // namespace terminal

@@ -40,7 +40,7 @@ bool WriteAll(int descriptor, const QByteArray& bytes) {
 
 }  // namespace
 
-void Prepare() {
+void system::PrepareStreams() {
     for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
         if (::fcntl(descriptor, F_GETFD) != -1) continue;
         // The lowest free number is the one that is closed, since those below it are open by now.
@@ -70,7 +70,7 @@ bool WriteOutput(const QByteArray& bytes, QString* error) {
     return false;
 }
 
-void WriteError(const QByteArray& bytes) {
+void system::WriteError(const QByteArray& bytes) {
     WriteAll(STDERR_FILENO, bytes);
 }
 

@@ -26,7 +26,7 @@ bool WriteAll(HANDLE handle, const QByteArray& bytes) {
 
 }  // namespace
 
-void Prepare() {
+void system::PrepareStreams() {
     SetConsoleOutputCP(CP_UTF8);
 }
 
@@ -54,7 +54,7 @@ bool WriteOutput(const QByteArray& bytes, QString* error) {
     return false;
 }
 
-void WriteError(const QByteArray& bytes) {
+void system::WriteError(const QByteArray& bytes) {
     WriteAll(GetStdHandle(STD_ERROR_HANDLE), bytes);
 }
 

@@ -14,23 +14,10 @@ namespace {
 constexpr int ExitFailure = 1;
 constexpr int ExitUsage = 2;
 
-int Complain(const QString& line, int code) {
-    terminal::WriteError(QStringLiteral("dimodule: %1\n").arg(line).toUtf8());
-    return code;
-}
-
-int Print(const QString& text) {
-    QString error;
-    // If the reader of a pipe has closed it, as `head` does, that is no failure. Anything else is.
-    if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
-    return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
-}
-
 /// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The modules go on if
 /// nobody does.
 void PrintLine(const QString& line) {
-    QString error;
-    terminal::WriteOutput((line + QLatin1Char('\n')).toUtf8(), &error);
+    terminal::PutOutput((line + QLatin1Char('\n')).toUtf8());
 }
 
 int Run(const ModuleOptions& options) {
@@ -39,16 +26,16 @@ int Run(const ModuleOptions& options) {
     QObject::connect(&program, &ModuleProgram::Quit, QCoreApplication::instance(), &QCoreApplication::quit,
                      Qt::QueuedConnection);
     QObject::connect(&program, &ModuleProgram::Failed, &program, [](const QString& error) {
-        Complain(error, ExitFailure);
+        terminal::Complain(error, ExitFailure);
         QCoreApplication::exit(ExitFailure);
     });
     QString error;
-    if (!program.Start(&error)) return Complain(error, ExitFailure);
+    if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit);
     const auto onLine = [&program](const QString& line) {
         const QString wrong = program.Do(line);
-        if (!wrong.isEmpty()) Complain(wrong, ExitUsage);
+        if (!wrong.isEmpty()) terminal::Complain(wrong, ExitUsage);
     };
     // The end of the input is not the end of the modules: they may have been started without a terminal.
     const CommandReader commands(onLine, [] {});
@@ -66,9 +53,9 @@ int main(int argc, char** argv) {
     const ModuleOptions options = ModuleOptions::Parse(QCoreApplication::arguments());
     switch (options.action) {
         case ModuleOptions::EAction::Print:
-            return Print(options.text);
+            return terminal::Print(options.text);
         case ModuleOptions::EAction::Complain:
-            return Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
+            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
         case ModuleOptions::EAction::Run:
             break;
     }

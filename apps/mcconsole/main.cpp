@@ -24,18 +24,6 @@ namespace {
 constexpr int ExitFailure = 1;
 constexpr int ExitUsage = 2;
 
-int Complain(const QString& line, int code) {
-    terminal::WriteError(QStringLiteral("mcconsole: %1\n").arg(line).toUtf8());
-    return code;
-}
-
-int Print(const QString& text) {
-    QString error;
-    // If the reader of a pipe has closed it, as `head` does, that is no failure. Anything else is.
-    if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
-    return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
-}
-
 bool IsDarkConfigured() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
     return root->ReadBool(QStringLiteral("DarkColours"), false);
@@ -49,7 +37,7 @@ int TakeScreenshots(ConsoleWindow& window, const QString& directory) {
         QCoreApplication::quit();
     });
     const int code = QApplication::exec();
-    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
+    return problem.isEmpty() ? code : terminal::Complain(problem, ExitFailure);
 }
 
 int Run(const ConsoleOptions& options) {
@@ -81,7 +69,7 @@ int Run(const ConsoleOptions& options) {
 /// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
 int Finish(int code) {
     const QString problem = CfgCenter::Instance().Finish();
-    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
+    return problem.isEmpty() ? code : terminal::Complain(problem, ExitFailure);
 }
 
 /// The command line is answered also where no window can be shown.
@@ -99,14 +87,14 @@ int main(int argc, char** argv) {
     const ConsoleOptions options = ParseArguments(argc, argv);
     switch (options.action) {
         case ConsoleOptions::EAction::Print:
-            return Print(options.text);
+            return terminal::Print(options.text);
         case ConsoleOptions::EAction::Complain:
-            return Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
+            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
         case ConsoleOptions::EAction::Run:
             break;
     }
     if (!HasDisplay())
-        return Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
+        return terminal::Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // 150 % are not to be 200 %: the window would not fit the screen.

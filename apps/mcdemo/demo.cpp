@@ -4,11 +4,11 @@
 #include "narrator.h"
 
 #include <apps/common/display.h>
+#include <apps/common/terminal.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
-#include <cstdio>
 #include <utility>
 
 namespace {
@@ -48,7 +48,7 @@ Demo::Demo(const QString& pictures, std::function<bool()> isStopped)
       m_bravo(QStringLiteral("mcdemo")) {}
 
 bool Demo::Fail(const QString& what) {
-    std::fprintf(stderr, "mcdemo: %s\n", qUtf8Printable(what));
+    terminal::Complain(what, 1);
     return false;
 }
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "democlient.h"
 
+#include <apps/common/safetext.h>
+#include <apps/common/terminal.h>
+
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
 
 #include <platform/values/valueaccess.h>
 
 #include <QtCore/QStringList>
-
-#include <cstdio>
 
 namespace {
 
@@ -21,8 +22,8 @@ QString Request(const QString& name) {
 }
 
 void Print(const QString& line) {
-    std::printf("%s\n", qUtf8Printable(line));
-    std::fflush(stdout);
+    QString error;
+    terminal::WriteOutput((safetext::Escaped(line) + QLatin1Char('\n')).toUtf8(), &error);
 }
 
 }  // namespace

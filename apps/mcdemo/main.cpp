@@ -12,8 +12,6 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 
-#include <cstdio>
-
 namespace {
 
 int RunClient(const QString& name, int port) {
@@ -21,10 +19,8 @@ int RunClient(const QString& name, int port) {
     // The demonstration tells of losses itself.
     ErrorHandler::Instance().SetTraceFlags(ErrorHandler::TraceAssertions);
     DemoClient client;
-    if (!client.Connect(QStringLiteral("127.0.0.1"), port)) {
-        std::fprintf(stderr, "mcdemo: there can be no server at port %d\n", port);
-        return 2;
-    }
+    if (!client.Connect(QStringLiteral("127.0.0.1"), port))
+        return terminal::Complain(QStringLiteral("there can be no server at port %1").arg(port), 2);
     const CommandReader reader([&client](const QString& line) { client.Obey(line); }, QCoreApplication::quit);
     return QCoreApplication::exec();
 }

@@ -30,22 +30,10 @@ namespace {
 constexpr int ExitFailure = 1;
 constexpr int ExitUsage = 2;
 
-int Complain(const QString& line, int code) {
-    terminal::WriteError(QStringLiteral("mcserver: %1\n").arg(line).toUtf8());
-    return code;
-}
-
-int Print(const QString& text) {
-    QString error;
-    // If the reader of a pipe has closed it, as `head` does, that is no failure. Anything else is.
-    if (terminal::WriteOutput(text.toUtf8(), &error) || error.isEmpty()) return 0;
-    return Complain(QStringLiteral("the output cannot be written: ") + error, ExitFailure);
-}
-
 /// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
 int Finish(int code) {
     const QString problem = CfgCenter::Instance().Finish();
-    return problem.isEmpty() ? code : Complain(problem, ExitFailure);
+    return problem.isEmpty() ? code : terminal::Complain(problem, ExitFailure);
 }
 
 /// Runs until the server is told to end.
@@ -53,7 +41,7 @@ int RunHeadless(const ServerOptions& options) {
     const ShutdownSignals shutdown;
     ServerProgram program(options);
     QString error;
-    if (!program.Start(&error)) return Complain(error, ExitFailure);
+    if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     std::optional<HeadlessSuppression> suppression;
     std::optional<SuppressionDuties> duties;
     if (SuppressionPlant::IsConfigured()) {
@@ -85,7 +73,7 @@ int RunWithWindow(const ServerOptions& options) {
     const GuiModule module{QString()};
     ServerProgram program(options);
     QString error;
-    if (!program.Start(&error)) return Complain(error, ExitFailure);
+    if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     ServerWindow window(options.name, program.GetListener());
     window.AddPage(
         new SuppressionPage(program.GetServer().GetJobs(), program.GetServer().GetLog(), program.GetClock()),
@@ -101,7 +89,7 @@ int RunWithWindow(const ServerOptions& options) {
     const int code = QCoreApplication::exec();
     module.CommitData();
     program.Stop();
-    return error.isEmpty() ? code : Complain(error, ExitFailure);
+    return error.isEmpty() ? code : terminal::Complain(error, ExitFailure);
 }
 
 ServerOptions ParseArguments(int& argc, char** argv) {
@@ -112,7 +100,7 @@ ServerOptions ParseArguments(int& argc, char** argv) {
 int Run(const ServerOptions& options, int& argc, char** argv) {
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
-            return Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
+            return terminal::Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
         const QCoreApplication application(argc, argv);
         return Finish(RunHeadless(options));
     }
@@ -135,11 +123,11 @@ int main(int argc, char** argv) {
     const ServerOptions options = ParseArguments(argc, argv);
     switch (options.action) {
         case ServerOptions::EAction::Print:
-            return Print(options.text);
+            return terminal::Print(options.text);
         case ServerOptions::EAction::MakeToken:
-            return Print(ServerProgram::MakeToken(options.user, options.role));
+            return terminal::Print(ServerProgram::MakeToken(options.user, options.role));
         case ServerOptions::EAction::Complain:
-            return Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
+            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
         case ServerOptions::EAction::Run:
             break;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/program/serverprogram.h>
 
+#include <apps/common/safetext.h>
 #include <apps/common/terminal.h>
 
 #include <platform/config/cfgcenter.h>
@@ -12,10 +13,9 @@
 namespace {
 
 /// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The server goes on if
-/// nobody does.
+/// nobody does. Names that peers chose are in some of them.
 void PrintLine(const QString& line) {
-    QString error;
-    terminal::WriteOutput((line + QLatin1Char('\n')).toUtf8(), &error);
+    terminal::PutOutput((safetext::Escaped(line) + QLatin1Char('\n')).toUtf8());
 }
 
 }  // namespace

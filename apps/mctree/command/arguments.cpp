@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/command/arguments.h>
 
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 
 #include <algorithm>
 #include <array>
@@ -206,14 +206,14 @@ Outcome ParseArguments(const QStringList& words, const QString& environmentToken
             continue;
         }
         if (Outcome outcome = ApplyOption(words, &i, arguments); !outcome.IsDone()) {
-            outcome.message = Escaped(outcome.message);
+            outcome.message = safetext::Escaped(outcome.message);
             return outcome;
         }
         if (arguments->command != ECommand::None) return Outcome();  // asked for help
     }
     Outcome outcome = TakeOperands(operands, arguments);
     if (outcome.IsDone()) outcome = Check(*arguments);
-    outcome.message = Escaped(outcome.message);
+    outcome.message = safetext::Escaped(outcome.message);
     arguments->client.connectTimeout = arguments->timeout;
     return outcome;
 }

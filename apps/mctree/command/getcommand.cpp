@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/text/contenttext.h>
 #include <apps/mctree/text/description.h>
-#include <apps/mctree/text/safetext.h>
 
 #include <platform/values/treeitem.h>
 
@@ -16,7 +16,7 @@ Outcome RunGet(const Context& context) {
     if (!outcome.IsDone()) return outcome;
     const Mirror& mirror = *mirrors.front();
     const values::TreeItem& item = *mirror.GetItem();
-    const QString path = Escaped(mirror.GetRemotePath());
+    const QString path = safetext::Escaped(mirror.GetRemotePath());
     if (context.arguments.isJson) {
         context.printer.WriteLine(ToLine(Describe(item, mirror.GetRemotePath())));
         return outcome;
@@ -24,7 +24,7 @@ Outcome RunGet(const Context& context) {
     if (item.IsNode())
         return {EExitCode::Refused, path + QStringLiteral(" is a node, which has no content (see ls)")};
     const QString content = PlainContent(item);
-    context.printer.WriteLine(context.printer.Style().isTerminal ? Escaped(content) : content);
+    context.printer.WriteLine(context.printer.Style().isTerminal ? safetext::Escaped(content) : content);
     if (IsStale(item)) outcome.message = path + QStringLiteral(" is stale: this is its last known content");
     return outcome;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/mirror/walk.h>
 #include <apps/mctree/text/description.h>
-#include <apps/mctree/text/safetext.h>
 #include <platform/vtclient/vtprotocol.h>
 
 #include <QtCore/QJsonObject>
@@ -58,8 +58,8 @@ void PrintText(const ServerInfo& info, Printer& printer) {
         printer.WriteLine(printer.Painted(padded, EColour::Faint) + text);
     };
     const QString unknown = QStringLiteral("not known");
-    print("server", info.application.isEmpty() ? unknown : Escaped(info.application));
-    print("address", QStringLiteral("%1:%2").arg(Escaped(info.address)).arg(info.port));
+    print("server", info.application.isEmpty() ? unknown : safetext::Escaped(info.application));
+    print("address", QStringLiteral("%1:%2").arg(safetext::Escaped(info.address)).arg(info.port));
     print("encryption", info.isEncrypted ? QStringLiteral("TLS") : QStringLiteral("none"));
     print("protocol", QStringLiteral("version %1").arg(VtProtocolVersion));
     using Milliseconds = std::chrono::duration<double, std::milli>;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/mirror/walk.h>
 #include <apps/mctree/text/description.h>
-#include <apps/mctree/text/safetext.h>
 #include <apps/mctree/text/table.h>
 
 #include <algorithm>
@@ -30,7 +30,7 @@ void ForEachListed(values::TreeItem& top, bool isRecursive, Function&& show) {
 
 TableRow RowOf(const values::TreeItem& item, const QString& name) {
     const QString end = item.IsNode() ? QStringLiteral("/") : QString();
-    return {Escaped(name) + end, KindOf(item), ShowContent(item), item.IsNode(), IsStale(item)};
+    return {safetext::Escaped(name) + end, KindOf(item), ShowContent(item), item.IsNode(), IsStale(item)};
 }
 
 /// The path of \a item from \a top on; of \a top itself all of it.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/text/contentinput.h>
 #include <apps/mctree/text/contenttext.h>
 #include <apps/mctree/text/description.h>
-#include <apps/mctree/text/safetext.h>
 
 #include <platform/values/treeitem.h>
 
@@ -54,10 +54,10 @@ Outcome RunSet(const Context& context) {
         Establish(context.session, context.arguments.paths, context.arguments.timeout, &mirrors);
     if (!outcome.IsDone()) return outcome;
     const Mirror& mirror = *mirrors.front();
-    const QString path = Escaped(mirror.GetRemotePath());
+    const QString path = safetext::Escaped(mirror.GetRemotePath());
     const QString& text = context.arguments.value;
     const QString error = SetFromText(*mirror.GetItem(), text);
-    if (!error.isEmpty()) return {EExitCode::Usage, path + QStringLiteral(": ") + Escaped(error)};
+    if (!error.isEmpty()) return {EExitCode::Usage, path + QStringLiteral(": ") + safetext::Escaped(error)};
 
     outcome = WaitForAnswer(context, mirror, path);
     const bool isJson = context.arguments.isJson;
@@ -70,7 +70,7 @@ Outcome RunSet(const Context& context) {
     if (isJson)
         PrintJson(context, mirror, isAsAsked ? QStringLiteral("done") : QStringLiteral("changed"), {});
     if (isAsAsked) return outcome;
-    if (!isJson) context.printer.WriteLine(Escaped(PlainContent(item)));
+    if (!isJson) context.printer.WriteLine(safetext::Escaped(PlainContent(item)));
     outcome.message = NotAsAsked(item, path);
     return outcome;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/command/watchlines.h>
 
+#include <apps/common/safetext.h>
 #include <apps/mctree/text/contenttext.h>
 #include <apps/mctree/text/description.h>
-#include <apps/mctree/text/safetext.h>
 #include <apps/mctree/text/table.h>
 #include <platform/values/visit.h>
 
@@ -91,7 +91,7 @@ void WatchLines::PrintEvent(EEvent event, const values::TreeItem& item, const QS
         object[QStringLiteral("event")] = NameOf(event);
         return Print(ToLine(object));
     }
-    const QString shownPath = Escaped(path);
+    const QString shownPath = safetext::Escaped(path);
     const int columns = CountColumns(shownPath);
     m_pathColumns = std::max(m_pathColumns, std::min(columns, WidestPath));
     const QString padding(std::max(m_pathColumns - columns, 0), QLatin1Char(' '));
@@ -116,7 +116,7 @@ void WatchLines::PrintMark(const QString& event, const QString& key, const QStri
         return Print(
             ToLine({{QStringLiteral("time"), Time()}, {QStringLiteral("event"), event}, {key, text}}));
     Print(m_printer.Painted(Time(), EColour::Faint) + QStringLiteral("  ") +
-          m_printer.Painted(line.arg(Escaped(text)), EColour::Warning));
+          m_printer.Painted(line.arg(safetext::Escaped(text)), EColour::Warning));
 }
 
 QString WatchLines::Time() const {

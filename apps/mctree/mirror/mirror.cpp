@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/mirror/mirror.h>
 
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 #include <platform/values/tree.h>
 
 #include <algorithm>
@@ -55,8 +55,9 @@ Outcome NotHere(const Mirror& mirror) {
     const QString& path = mirror.GetRemotePath();
     if (mirror.IsRefused(&reason)) return Outcome::RefusedAt(path, reason);
     if (!mirror.IsAbsent())
-        return {EExitCode::NoConnection, QStringLiteral("%1 did not come in time").arg(Escaped(path))};
-    return {EExitCode::Refused, QStringLiteral("not found: ") + Escaped(path)};
+        return {EExitCode::NoConnection,
+                QStringLiteral("%1 did not come in time").arg(safetext::Escaped(path))};
+    return {EExitCode::Refused, QStringLiteral("not found: ") + safetext::Escaped(path)};
 }
 
 bool IsSettled(const std::unique_ptr<Mirror>& mirror) {

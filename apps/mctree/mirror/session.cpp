@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/mirror/session.h>
 
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
@@ -64,9 +64,9 @@ Outcome Session::Connect(QDeadlineTimer deadline) {
     const QString error = m_client.GetLastError();
     return {EExitCode::NoConnection,
             QStringLiteral("no connection to %1:%2: %3")
-                .arg(Escaped(m_client.GetServerAddress()))
+                .arg(safetext::Escaped(m_client.GetServerAddress()))
                 .arg(m_client.GetServerPort())
-                .arg(error.isEmpty() ? QStringLiteral("no answer in time") : Escaped(error))};
+                .arg(error.isEmpty() ? QStringLiteral("no answer in time") : safetext::Escaped(error))};
 }
 
 void Session::Wake() {

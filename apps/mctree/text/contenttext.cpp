@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/text/contenttext.h>
 
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 #include <apps/mctree/text/units.h>
 #include <platform/values/visit.h>
 
@@ -92,7 +92,7 @@ QString PlainContent(const values::TreeItem& item) {
 }
 
 ShownContent ShowContent(const values::TreeItem& item) {
-    ShownContent shown{Escaped(PlainContent(item)), QString()};
+    ShownContent shown{safetext::Escaped(PlainContent(item)), QString()};
     const Unit unit = Unit::Of(item.GetName());
     const auto scale = [&](const auto& number) {
         shown.text = unit.Scaled(Decimal(number.GetValue()), &shown.unit);
@@ -137,7 +137,7 @@ QString ShowItems(const values::ValueSelection& selection, int most) {
     QStringList items;
     for (int i = 0; i < selection.Count() && i < most; ++i) {
         const values::SelectionItem& item = *selection.GetItemAt(i);
-        items += QStringLiteral("%1 (%2)").arg(Escaped(item.GetName())).arg(item.GetKey());
+        items += QStringLiteral("%1 (%2)").arg(safetext::Escaped(item.GetName())).arg(item.GetKey());
     }
     if (selection.Count() > most) items += QStringLiteral("...");
     return items.join(QStringLiteral(", "));

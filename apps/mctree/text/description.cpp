@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/text/description.h>
 
+#include <apps/common/safetext.h>
 #include <apps/mctree/text/contenttext.h>
-#include <apps/mctree/text/safetext.h>
 #include <apps/mctree/text/units.h>
 #include <platform/values/visit.h>
 
@@ -97,7 +97,7 @@ QJsonObject Describe(const values::TreeItem& item, const QString& path) {
 }
 
 QString ToLine(const QJsonObject& object) {
-    return EscapedJson(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    return safetext::EscapedJson(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }
 
 }  // namespace mctree

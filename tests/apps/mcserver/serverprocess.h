@@ -20,6 +20,8 @@ class ServerProcess {
 
     /// From now on it starts with its window.
     void UseWindow() { m_hasWindow = true; }
+    /// From now on what it says on its standard error output goes to a file of this name in its directory.
+    void SendErrorsTo(const QString& name) { m_process.setStandardErrorFile(Path(name)); }
     /// Starts it on a free port of this machine, and waits until it says on which.
     void Start(const QStringList& arguments = {});
     /// Starts it once more, on the port that it had.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 
-namespace mctree {
+namespace safetext {
 
 namespace {
 
@@ -64,4 +64,4 @@ QString EscapedJson(const QString& json) {
     return Replaced(json, InJson);
 }
 
-}  // namespace mctree
+}  // namespace safetext

@@ -3,7 +3,7 @@
 
 #include <QtCore/QString>
 
-namespace mctree {
+namespace safetext {
 
 /// \a text on one line, with everything visible that a terminal would obey instead of showing it: control
 /// characters, changes of the writing direction, halves of characters. They become \n, \t, \r, \x1b or
@@ -13,4 +13,4 @@ QString Escaped(const QString& text);
 /// The same for a text in JSON, which has no such characters but inside of its strings.
 QString EscapedJson(const QString& json);
 
-}  // namespace mctree
+}  // namespace safetext

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/text/safetext.h>
+#include <apps/common/safetext.h>
 
-#include <tests/apps/mctree/commandfixture.h>
+#include <tests/support/printing.h>
 
-using mctree::Escaped;
-using mctree::EscapedJson;
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -17,7 +16,7 @@ struct TextRow {
 class SafeTextTest : public testing::TestWithParam<TextRow> {};
 
 TEST_P(SafeTextTest, IsHarmless) {
-    EXPECT_EQ(Escaped(GetParam().text), GetParam().escaped);
+    EXPECT_EQ(safetext::Escaped(GetParam().text), GetParam().escaped);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -37,10 +36,11 @@ INSTANTIATE_TEST_SUITE_P(
                     TextRow{"DirectionIsolate", QString(QChar(0x2066)), QStringLiteral("\\u2066")},
                     TextRow{"FirstHalf", QString(QChar(0xd83d)), QStringLiteral("\\ud83d")},
                     TextRow{"SecondHalf", QStringLiteral("x") + QChar(0xdce1), QStringLiteral("x\\udce1")}),
-    RowName());
+    [](const auto& row) { return row.param.name; });
 
 TEST(SafeText, InJsonEverythingIsOfFourDigits) {
-    EXPECT_EQ(EscapedJson(QStringLiteral("{\"a\":\"") + QChar(0x9b) + QChar(0x202e) + QStringLiteral("\"}")),
+    EXPECT_EQ(safetext::EscapedJson(QStringLiteral("{\"a\":\"") + QChar(0x9b) + QChar(0x202e) +
+                                    QStringLiteral("\"}")),
               QStringLiteral("{\"a\":\"\\u009b\\u202e\"}"));
 }
 
