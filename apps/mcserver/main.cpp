@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/descriptorlimit.h>
 #include <apps/common/display.h>
+#include <apps/common/eventdispatcher.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
 #include <apps/mcserver/log/messagelimiter.h>
@@ -101,6 +102,7 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
             return terminal::Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
+        UseQtEventDispatcher();
         const QCoreApplication application(argc, argv);
         return Finish(RunHeadless(options));
     }
