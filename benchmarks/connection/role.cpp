@@ -7,6 +7,7 @@
 #include "stalledrole.h"
 #include "streamroles.h"
 #include "treeroles.h"
+#include "valueroles.h"
 
 #include <platform/app/errorhandler.h>
 
@@ -34,11 +35,17 @@ struct Entry {
 };
 
 constexpr Entry entries[] = {
-    {"roundtrip-server", Make<RoundTripServer>}, {"roundtrip-client", Make<RoundTripClient>},
-    {"stream-server", Make<StreamServer>},       {"stream-client", Make<StreamClient>},
-    {"paced-server", Make<PacedServer>},         {"paced-client", Make<PacedClient>},
-    {"tree-server", Make<TreeServer>},           {"tree-client", Make<TreeClient>},
+    {"roundtrip-server", Make<RoundTripServer>},
+    {"roundtrip-client", Make<RoundTripClient>},
+    {"stream-server", Make<StreamServer>},
+    {"stream-client", Make<StreamClient>},
+    {"paced-server", Make<PacedServer>},
+    {"paced-client", Make<PacedClient>},
+    {"tree-server", Make<TreeServer>},
+    {"tree-client", Make<TreeClient>},
     {"stalled-client", Make<StalledClient>},
+    {"set", Make<SetRole>},
+    {"find", Make<FindRole>},
 };
 
 void TellLine(const QString& line) {

@@ -12,8 +12,6 @@
 #include <QtNetwork/QSslCertificate>
 #include <QtNetwork/QSslSocket>
 
-#include <array>
-
 namespace vt {
 
 namespace {
@@ -90,11 +88,8 @@ void FramedSocket::SetMaxMessage(quint32 size) {
 void FramedSocket::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
     if (!m_isOpen) return;
     const auto size = head.size() + static_cast<std::size_t>(shared.size()) + tail.size();
-    std::array<char, HeaderSize> header;
-    qToBigEndian(static_cast<quint32>(size), header.data());
-    m_out.Append({header.data(), header.size()});
-    m_out.Append(head);
-    m_out.AppendShared(shared);
+    m_out.Append(static_cast<quint32>(size), head);
+    if (!shared.isEmpty()) m_out.AppendShared(shared);
     m_out.Append(tail);
 }
 

@@ -2,8 +2,10 @@
 #include <platform/vtclient/channel/sendqueue.h>
 
 #include <QtCore/QIODevice>
+#include <QtCore/QtEndian>
 
 #include <algorithm>
+#include <cstring>
 
 namespace vt {
 
@@ -34,6 +36,14 @@ class Collector {
 };
 
 }  // namespace
+
+void SendQueue::Append(quint32 number, std::string_view bytes) {
+    const int size = static_cast<int>(sizeof number + bytes.size());
+    char* const at = m_own.Reserve(size);
+    qToBigEndian(number, at);
+    if (!bytes.empty()) std::memcpy(at + sizeof number, bytes.data(), bytes.size());
+    m_own.Wrote(size);
+}
 
 void SendQueue::AppendShared(const QByteArray& bytes) {
     if (bytes.size() < MinShared) return m_own.Append(bytes.constData(), bytes.size());

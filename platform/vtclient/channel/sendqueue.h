@@ -26,6 +26,8 @@ class MCS_CONNECTION_EXPORT SendQueue {
     bool IsEmpty() const { return Size() == 0; }
 
     void Append(std::string_view bytes) { m_own.Append(bytes.data(), static_cast<int>(bytes.size())); }
+    /// Appends \a number, the first byte of which counts most, and \a bytes.
+    void Append(quint32 number, std::string_view bytes);
     void AppendShared(const QByteArray& bytes);
 
     /// Sends what the system takes at once over a connected socket, and forgets it.

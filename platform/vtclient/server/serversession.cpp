@@ -233,11 +233,6 @@ void ServerSession::OnUnsubscribe(const Message& message) {
     if (!m_isEnded) m_hub.Access().NodeReleased(m_peer, subscription->Path());
 }
 
-bool ServerSession::MaySendChanges() const {
-    return !m_isEnded && m_inFlight.size() < vtlimits::MaxUnackedMessages &&
-           m_inFlightBytes < vtlimits::MaxUnackedBytes;
-}
-
 void ServerSession::CountSent(int bytes) {
     m_inFlight.push_back(bytes);
     m_inFlightBytes += bytes;

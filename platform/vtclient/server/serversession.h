@@ -6,6 +6,7 @@
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <chrono>
 #include <deque>
@@ -37,7 +38,10 @@ class ServerSession final : public IChannelListener {
     void End(EBye code, const QString& reason);
 
     /// Whether another message with changes may be on its way to the client.
-    bool MaySendChanges() const;
+    bool MaySendChanges() const {
+        return !m_isEnded && m_inFlight.size() < vtlimits::MaxUnackedMessages &&
+               m_inFlightBytes < vtlimits::MaxUnackedBytes;
+    }
     void SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore);
     /// Sends what the subscriptions lack, one message at most. False if there is nothing (more) to send now.
     bool SendBacklog(const std::function<bool()>& isTimeUp);

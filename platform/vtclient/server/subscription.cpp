@@ -42,14 +42,6 @@ void Subscription::Restart(TreeWatcher* watcher) {
     m_compactAt = MinCompaction;
 }
 
-bool Subscription::IsUpToDate() const {
-    return m_waiting.empty() && m_cursor == m_watcher->EndOfNumbers();
-}
-
-bool Subscription::IsInStep() const {
-    return m_isLive && IsUpToDate();
-}
-
 void Subscription::Absorb(const TreeWatcher::Part& part) {
     const char* occurrence = part.occurrences.constData();
     for (const TreeWatcher::Entry& entry : part.entries) {

@@ -41,9 +41,9 @@ class Subscription {
 
     bool IsLive() const { return m_isLive; }  ///< the first look is complete
     void SetLive() { m_isLive = true; }
-    bool IsInStep() const;
+    bool IsInStep() const { return m_isLive && IsUpToDate(); }
     /// Everything that the watcher has announced was told.
-    bool IsUpToDate() const;
+    bool IsUpToDate() const { return m_waiting.empty() && m_cursor == m_watcher->EndOfNumbers(); }
     /// What is new is not complete yet.
     bool LacksStructure() const { return m_cursor != m_watcher->EndOfNumbers() || !m_watcher->IsTakenIn(); }
 

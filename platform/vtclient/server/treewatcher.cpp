@@ -147,7 +147,7 @@ bool TreeWatcher::TakeInChildren(Record& record, const std::function<bool()>& is
     return true;
 }
 
-void TreeWatcher::OnUpdate(Record& record, Observable* /*source*/, TChangeCode code) {
+void TreeWatcher::OnUpdate(Record& record, TChangeCode code) {
     if (record.isUnsent) {
         if (record.item->GetState() == values::GoingAway) OnGoingAway(record);
         return;
@@ -192,10 +192,7 @@ void TreeWatcher::OnUpdate(Record& record, Observable* /*source*/, TChangeCode c
 void TreeWatcher::OnDirty(const Record& record, EChange change, bool* flag) {
     if (*flag || record.id >= m_announced) return;
     *flag = true;
-    Entry entry;
-    entry.change = change;
-    entry.id = record.id;
-    Push(entry);
+    Push(change, record.id);
 }
 
 void TreeWatcher::OnContent(Record& record) {
@@ -207,6 +204,15 @@ void TreeWatcher::OnContent(Record& record) {
 
 void TreeWatcher::OnOccurrence(Record& record) {
     const int before = m_occurrences.Size();
+    WriteOccurrence(record);
+    const int size = m_occurrences.Size() - before;
+    if (size > vtlimits::MaxChange) return LoseOccurrence(record, before);
+    m_entries.emplace_back(EChange::Changed, record.id, static_cast<quint32>(size), true);
+    if (!m_isTold) TellChanges();
+    if (record.isOversized) OnOversized(record, false);
+}
+
+void TreeWatcher::WriteOccurrence(const Record& record) {
     const values::ValueBase& value = ValueOf(record.item);
     if (s_writtenItem == record.item && m_lastWrite != s_write) {
         m_lastWrite = s_write;  // what else happens to the item meanwhile is the server's doing
@@ -214,19 +220,15 @@ void TreeWatcher::OnOccurrence(Record& record) {
     } else {
         m_occurrences.Changed(record.id, value, record.kind);
     }
-    const int size = m_occurrences.Size() - before;
-    const bool isOversized = size > vtlimits::MaxChange;
-    if (isOversized) {
-        m_occurrences.Truncate(before);
-        if (record.isOversized) TraceOversized(record);  // each of them is lost
-    } else {
-        Entry entry;
-        entry.isOccurrence = true;
-        entry.id = record.id;
-        entry.size = static_cast<quint32>(size);
-        Push(entry);
-    }
-    if (isOversized == record.isOversized) return;
+}
+
+void TreeWatcher::LoseOccurrence(Record& record, int before) {
+    m_occurrences.Truncate(before);
+    if (record.isOversized) return TraceOversized(record);  // each of them is lost
+    OnOversized(record, true);
+}
+
+void TreeWatcher::OnOversized(Record& record, bool isOversized) {
     SetOversized(record, isOversized);
     OnDirty(record, EChange::Described, &record.isDescriptionDirty);
 }
@@ -251,6 +253,7 @@ void TreeWatcher::OnGoingAway(Record& record) {
         DropAll();
         m_entries.clear();
         m_read = m_others = 0;
+        m_isTold = false;
         m_listener.OnRootGone(*this);
         return;
     }
@@ -262,17 +265,19 @@ void TreeWatcher::OnGoingAway(Record& record) {
     const bool wasTold = !record.isUnsent && id < m_announced;
     Drop(record);
     if (!isTopmost || !wasTold) return;
-    Entry entry;
-    entry.change = EChange::Removed;
-    entry.id = id;
-    Push(entry);
+    Push(EChange::Removed, id);
 }
 
-void TreeWatcher::Push(const Entry& entry) {
-    const bool wasIdle = !HasChanges();
-    if (!entry.isOccurrence) ++m_others;
-    m_entries.push_back(entry);
-    if (wasIdle) m_listener.OnChanges(*this);
+/// What is no occurrence.
+void TreeWatcher::Push(EChange change, quint32 id, quint32 size) {
+    ++m_others;
+    m_entries.emplace_back(change, id, size);
+    if (!m_isTold) TellChanges();
+}
+
+void TreeWatcher::TellChanges() {
+    m_isTold = true;
+    m_listener.OnChanges(*this);
 }
 
 // Numbers follow one another, so that a large tree that is taken in is one entry.
@@ -281,11 +286,7 @@ void TreeWatcher::PushAdded(quint32 id) {
         ++m_entries.back().size;
         return;
     }
-    Entry entry;
-    entry.change = EChange::Added;
-    entry.id = id;
-    entry.size = 1;
-    Push(entry);
+    Push(EChange::Added, id, 1);
 }
 
 unsigned TreeWatcher::FlagsOf(const Record& record) const {
@@ -399,6 +400,11 @@ void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
     }
     if (isWritten) m_writer.AppendRaw(m_occurrences.Data() + m_occurrenceRead, size);
     m_occurrenceRead += size;
+    if (first == 0 && m_read == m_entries.size() && part->entries.empty()) {
+        part->entries.swap(m_entries);
+        m_read = 0;
+        return;
+    }
     const auto begin = m_entries.begin();
     part->entries.insert(part->entries.end(), begin + static_cast<std::ptrdiff_t>(first),
                          begin + static_cast<std::ptrdiff_t>(m_read));
@@ -449,6 +455,7 @@ void TreeWatcher::ForgetFetched() {
     if (!HasChanges()) {
         ClearEntries(&m_entries);
         m_read = 0;
+        m_isTold = false;
     } else if (m_read > MaxEntries) {
         m_entries.erase(m_entries.begin(), m_entries.begin() + static_cast<std::ptrdiff_t>(m_read));
         m_read = 0;

@@ -43,10 +43,13 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     /// A change in the order in which it happened. Contents are those of the moment at which they are
     /// written, except of occurrences, which were written when they happened.
     struct Entry {
-        EChange change = EChange::Changed;
-        bool isOccurrence = false;
-        quint32 id = 0;
-        quint32 size = 0;  ///< bytes of an occurrence; how many numbers of items added, from id on
+        Entry(EChange itsChange, quint32 itsId, quint32 itsSize = 0, bool isOneOfThose = false)
+            : change(itsChange), isOccurrence(isOneOfThose), id(itsId), size(itsSize) {}
+
+        EChange change;
+        bool isOccurrence;
+        quint32 id;
+        quint32 size;  ///< bytes of an occurrence; how many numbers of items added, from id on
     };
 
     /// A run of changes, written.
@@ -101,7 +104,10 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
       public:
         Record() = default;
         bool IsUsed() const { return item != nullptr; }
-        void Update(Observable* source, TChangeCode code) override { watcher->OnUpdate(*this, source, code); }
+        void Update(Observable* /*source*/, TChangeCode code) override {
+            if (isOccurring && code == changecode::ContentChanged) return watcher->OnOccurrence(*this);
+            watcher->OnUpdate(*this, code);
+        }
 
         TreeWatcher* watcher = nullptr;
         values::TreeItem* item = nullptr;       ///< null: not in use
@@ -113,17 +119,20 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
         bool isContentDirty = false;
         bool isDescriptionDirty = false;
         bool areItemsDirty = false;
-        bool isOccurring = false;   ///< every change counts
+        bool isOccurring = false;   ///< every change of its content counts
         bool isUnsent = false;      ///< of a type, or under a name, that does not travel
         bool isOversized = false;   ///< its content does not fit a message
         bool wasOversized = false;  ///< some client may have been told so
         bool isUnfinished = false;  ///< a node with children that have no number yet
     };
 
-    void OnUpdate(Record& record, Observable* source, TChangeCode code);
+    Q_NEVER_INLINE void OnUpdate(Record& record, TChangeCode code);
     void OnContent(Record& record);
     void OnDirty(const Record& record, EChange change, bool* flag);
     void OnOccurrence(Record& record);
+    void WriteOccurrence(const Record& record);
+    void LoseOccurrence(Record& record, int before);
+    void OnOversized(Record& record, bool isOversized);
     void OnGoingAway(Record& record);
     void OnChildrenAdded(Record& record);
     bool TakeInChildren(Record& record, const std::function<bool()>& isTimeUp);
@@ -131,7 +140,8 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     const Record& Take(values::TreeItem* item, quint32 parent);
     void Drop(Record& record);
     void DropAll();
-    void Push(const Entry& entry);
+    void Push(EChange change, quint32 id, quint32 size = 0);
+    void TellChanges();
     void PushAdded(quint32 id);
     void FetchAdded(Entry* range, bool isWritten);
     void FetchEntry(const Entry& entry, bool isWritten);
@@ -155,6 +165,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     ChangeWriter m_occurrences;  ///< bytes of the occurrences among the entries
     int m_occurrenceRead = 0;    ///< bytes before were fetched
     std::size_t m_others = 0;    ///< entries to be fetched that are no occurrences
+    bool m_isTold = false;       ///< the listener knows that there are some
     ChangeWriter m_writer;
     quint64 m_lastWrite = 0;  ///< the last write that an occurrence was put down to
     bool m_isGone = false;

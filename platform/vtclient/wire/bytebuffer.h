@@ -35,6 +35,8 @@ class MCS_CONNECTION_EXPORT ByteBuffer {
         return m_end;
     }
     void Wrote(int size) { m_end += size; }
+    /// The same, by where they end.
+    void WroteTo(char* end) { m_end = end; }
     void Append(const char* data, int size) {
         if (size == 0) return;
         std::memcpy(Reserve(size), data, static_cast<std::size_t>(size));

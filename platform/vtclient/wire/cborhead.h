@@ -22,6 +22,31 @@ struct CborHead {
         Open = 31  ///< no length: a break ends it
     };
     static constexpr quint8 Break = 0xff;
+    static constexpr int Longest = 9;
+
+    static constexpr quint8 FirstByte(EType type, unsigned info) {
+        return static_cast<quint8>(static_cast<unsigned>(type) << 5U | info);
+    }
+    /// Writes the shortest head of that \a type with \a number at \a at, where there is room for the longest.
+    /// \return where it ends.
+    static char* Write(char* at, EType type, quint64 number) {
+        if (number < OneByte) {
+            *at = static_cast<char>(FirstByte(type, static_cast<unsigned>(number)));
+            return at + 1;
+        }
+        if (number <= 0xffU) return Put(at, FirstByte(type, OneByte), static_cast<quint8>(number));
+        if (number <= 0xffffU) return Put(at, FirstByte(type, OneByte + 1U), static_cast<quint16>(number));
+        if (number <= 0xffffffffU)
+            return Put(at, FirstByte(type, OneByte + 2U), static_cast<quint32>(number));
+        return Put(at, FirstByte(type, OneByte + 3U), number);
+    }
+    /// Writes \a first and \a number behind it, and likewise.
+    template <class Number>
+    static char* Put(char* at, quint8 first, Number number) {
+        *at = static_cast<char>(first);
+        qToBigEndian(number, at + 1);
+        return at + 1 + sizeof number;
+    }
 
     EType type = None;
     quint8 info = 0;

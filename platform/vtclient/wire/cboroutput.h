@@ -7,7 +7,6 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
-#include <QtCore/QtEndian>
 
 #include <cstring>
 
@@ -38,7 +37,8 @@ class MCS_CONNECTION_EXPORT CborOutput {
     void Double(double number) {
         quint64 bits = 0;
         std::memcpy(&bits, &number, sizeof bits);
-        Put(m_bytes.Reserve(LongestHead), Byte(CborHead::Simple, CborHead::DoubleFloat), bits);
+        char* const at = m_bytes.Reserve(CborHead::Longest);
+        m_bytes.WroteTo(CborHead::Put(at, Byte(CborHead::Simple, CborHead::DoubleFloat), bits));
     }
     /// Half a character becomes a question mark.
     void Text(const QString& text);
@@ -50,35 +50,13 @@ class MCS_CONNECTION_EXPORT CborOutput {
     void CloseArray() { WriteByte(CborHead::Break); }
 
   private:
-    static constexpr int LongestHead = 9;
-
-    static quint8 Byte(CborHead::EType type, unsigned info) {
-        return static_cast<quint8>(static_cast<unsigned>(type) << 5U | info);
-    }
+    static quint8 Byte(CborHead::EType type, unsigned info) { return CborHead::FirstByte(type, info); }
     void WriteByte(quint8 byte) {
         *m_bytes.Reserve(1) = static_cast<char>(byte);
         m_bytes.Wrote(1);
     }
-    template <class Number>
-    void Put(char* at, quint8 first, Number number) {
-        *at = static_cast<char>(first);
-        qToBigEndian(number, at + 1);
-        m_bytes.Wrote(1 + static_cast<int>(sizeof number));
-    }
     void WriteHead(CborHead::EType type, quint64 number) {
-        char* const at = m_bytes.Reserve(LongestHead);
-        if (number < CborHead::OneByte) {
-            *at = static_cast<char>(Byte(type, static_cast<unsigned>(number)));
-            m_bytes.Wrote(1);
-        } else if (number <= 0xffU) {
-            Put(at, Byte(type, CborHead::OneByte), static_cast<quint8>(number));
-        } else if (number <= 0xffffU) {
-            Put(at, Byte(type, CborHead::OneByte + 1U), static_cast<quint16>(number));
-        } else if (number <= 0xffffffffU) {
-            Put(at, Byte(type, CborHead::OneByte + 2U), static_cast<quint32>(number));
-        } else {
-            Put(at, Byte(type, CborHead::OneByte + 3U), number);
-        }
+        m_bytes.WroteTo(CborHead::Write(m_bytes.Reserve(CborHead::Longest), type, number));
     }
     bool WriteIfAscii(const QString& text);
 

@@ -34,8 +34,7 @@ class MCS_CONNECTION_EXPORT ChangeWriter {
     void AppendRaw(const char* data, int size) { m_output.AppendRaw(data, size); }
 
     void Changed(quint32 id, const values::ValueBase& value, EItemKind kind) {
-        m_output.Unsigned(id);
-        Operations(kind)->writeContent(value, m_output);
+        Operations(kind)->writeChange(id, value, m_output);
     }
     void Own(quint32 id, int session, const values::ValueBase& value, EItemKind kind);
     void Added(quint32 id, quint32 parent, const values::TreeItem& item, EItemKind kind, unsigned flags);

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/wire/frequentmessages.h>
 
+#include <platform/vtclient/wire/cborhead.h>
 #include <platform/vtclient/wire/cboroutput.h>
 #include <platform/vtclient/wire/changewriter.h>
 #include <platform/vtclient/wire/vtlimits.h>
+
+#include <array>
 
 namespace vt {
 
@@ -31,12 +34,35 @@ std::string_view EncodeWhole(EMessage type, const Frequent& message) {
     return View(output);
 }
 
-}  // namespace
+/// Writes a head of changes where there is room for the longest: each client gets one of its own, and in a
+/// batch nothing else is written for it.
+class HeadOutput {
+  public:
+    explicit HeadOutput(char* at) : m_end(at) {}
+    void OpenArray() { Byte(CborHead::Array, CborHead::Open); }
+    void Unsigned(quint64 number) { m_end = CborHead::Write(m_end, CborHead::Unsigned, number); }
+    void Boolean(bool flag) { Byte(CborHead::Simple, flag ? CborHead::True : CborHead::False); }
+    const char* End() const { return m_end; }
 
-void WriteFields(CborOutput& output, const ChangesHead& head) {
+  private:
+    void Byte(CborHead::EType type, unsigned info) {
+        *m_end++ = static_cast<char>(CborHead::FirstByte(type, info));
+    }
+
+    char* m_end;
+};
+
+template <class Output>
+void WriteHeadFields(Output& output, const ChangesHead& head) {
     output.Unsigned(head.sub);
     output.Unsigned(head.seq);
     if (head.type == EMessage::Batch) output.Boolean(head.more);
+}
+
+}  // namespace
+
+void WriteFields(CborOutput& output, const ChangesHead& head) {
+    WriteHeadFields(output, head);
 }
 
 void WriteFields(CborOutput& output, const AckMessage& ack) {
@@ -59,9 +85,13 @@ void WriteFields(CborOutput& output, const AnswerMessage& answer) {
 }
 
 std::string_view EncodeHead(const ChangesHead& head) {
-    CborOutput& output = Begun(head.type);
-    WriteFields(output, head);
-    return View(output);
+    constexpr int SingleBytes = 2;  // what opens the array, and the boolean
+    static std::array<char, SingleBytes + 3 * CborHead::Longest> bytes;
+    HeadOutput output(bytes.data());
+    output.OpenArray();
+    output.Unsigned(static_cast<quint64>(head.type));
+    WriteHeadFields(output, head);
+    return {bytes.data(), static_cast<std::size_t>(output.End() - bytes.data())};
 }
 
 std::string_view Encode(const AckMessage& ack) {

@@ -259,18 +259,51 @@ void NoExtra(const ValueBase& /*value*/, CborOutput& /*output*/) {}
 void NoLimits(const ValueBase& /*value*/, ItemDescription* /*item*/) {}
 void NoDescription(ValueBase& /*value*/, const ItemDescription& /*item*/, IObserver* /*originator*/) {}
 
+/// The change of a value, by whatever writes the content of its kind.
+template <void (*WriteContent)(const ValueBase& value, CborOutput& output)>
+void WriteChange(quint32 id, const ValueBase& value, CborOutput& output) {
+    output.Unsigned(id);
+    WriteContent(value, output);
+}
+
 template <class T>
 constexpr KindOperations Plain(EItemKind kind, const char* name) {
     using S = Scalar<values::Value<T>, T>;
-    return {kind,    false,         false,           name,   S::Create, S::WriteContent, NoExtra,
-            NoExtra, S::GetContent, Traits<T>::Take, S::Set, S::Write,  NoDescription,   NoLimits};
+    return {kind,
+            false,
+            false,
+            name,
+            S::Create,
+            S::WriteContent,
+            WriteChange<S::WriteContent>,
+            NoExtra,
+            NoExtra,
+            S::GetContent,
+            Traits<T>::Take,
+            S::Set,
+            S::Write,
+            NoDescription,
+            NoLimits};
 }
 
 template <class T>
 constexpr KindOperations Numeric(EItemKind kind, const char* name) {
     using L = Limited<T>;
-    return {kind,    true,          false,           name,   L::Create, L::WriteContent, L::WriteLimits,
-            NoExtra, L::GetContent, Traits<T>::Take, L::Set, L::Write,  L::Describe,     L::ReadLimits};
+    return {kind,
+            true,
+            false,
+            name,
+            L::Create,
+            L::WriteContent,
+            WriteChange<L::WriteContent>,
+            L::WriteLimits,
+            NoExtra,
+            L::GetContent,
+            Traits<T>::Take,
+            L::Set,
+            L::Write,
+            L::Describe,
+            L::ReadLimits};
 }
 
 constexpr KindOperations OfSelections = {EItemKind::Selection,
@@ -279,6 +312,7 @@ constexpr KindOperations OfSelections = {EItemKind::Selection,
                                          "selection",
                                          Selection::Create,
                                          Selection::WriteContent,
+                                         WriteChange<Selection::WriteContent>,
                                          NoExtra,
                                          Selection::WriteChoices,
                                          Selection::GetContent,
@@ -288,10 +322,21 @@ constexpr KindOperations OfSelections = {EItemKind::Selection,
                                          Selection::Describe,
                                          Selection::ReadChoices};
 
-constexpr KindOperations OfLists = {
-    EItemKind::List,    false,       false,         "list",           List::Create,
-    List::WriteContent, NoExtra,     NoExtra,       List::GetContent, List::Take,
-    List::Set,          List::Write, NoDescription, NoLimits};
+constexpr KindOperations OfLists = {EItemKind::List,
+                                    false,
+                                    false,
+                                    "list",
+                                    List::Create,
+                                    List::WriteContent,
+                                    WriteChange<List::WriteContent>,
+                                    NoExtra,
+                                    NoExtra,
+                                    List::GetContent,
+                                    List::Take,
+                                    List::Set,
+                                    List::Write,
+                                    NoDescription,
+                                    NoLimits};
 
 }  // namespace
 

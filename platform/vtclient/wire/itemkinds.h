@@ -24,6 +24,8 @@ struct KindOperations {
     std::unique_ptr<values::ValueBase> (*create)();
     /// Appends the content (of a selection: the current index or null).
     void (*writeContent)(const values::ValueBase& value, CborOutput& output);
+    /// Appends \a id, and then the same.
+    void (*writeChange)(quint32 id, const values::ValueBase& value, CborOutput& output);
     /// Appends what follows the content in a description: nothing, limits, or the list of choices.
     void (*writeLimits)(const values::ValueBase& value, CborOutput& output);
     void (*writeChoices)(const values::ValueBase& value, CborOutput& output);

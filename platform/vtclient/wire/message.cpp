@@ -259,7 +259,8 @@ bool MessageReader::ReadLimits(TreeChange* change) {
         !m_input.Unsigned(ItemDescription::AllFlags, &flags))
         return false;
     change->item.flags = static_cast<unsigned>(flags);
-    change->item.minimum = change->item.maximum = Content();
+    change->item.minimum.emplace<std::monostate>();
+    change->item.maximum.emplace<std::monostate>();
     if (!m_input.HasNext()) return !m_input.HasFailed();
     return m_input.ReadContent(&change->item.minimum) && m_input.ReadContent(&change->item.maximum);
 }
