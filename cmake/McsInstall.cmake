@@ -12,7 +12,9 @@ set(mcs_private_headers cfgcontents.h cfgfile.h cfglock.h cfgsection.h cfgstore.
   multichannelservercommondll.h observabledeleter.h rownumberheader.h
   bytebuffer.h cborhead.h cborinput.h cboroutput.h changewriter.h content.h endedobjects.h framedsocket.h frequentmessages.h ichannel.h iconnector.h
   ieventloop.h itemkinds.h lingeringsocket.h message.h messagetypes.h mirrorrecord.h nativesocket.h pagedtable.h qteventloop.h sendqueue.h serverhub.h
-  serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h treemirrordetail.h
+  serversession.h staleveil.h socketconnector.h socketlistener.h subscription.h tlsfiles.h treechange.h treemirror.h
+  changeerror.h contentchanges.h editqueue.h itemchanges.h localitems.h mirroritems.h mirrorrecordpool.h mirrorrecords.h
+  snapshotmerge.h
   blankingimpl.h frequencyset.h hertztable.h moduleblankingrecord.h
   gtsconfig.h gtsdisplayimpl.h pollinterfacefactory.h pollthread.h pollthreadimpl.h
   errorreport.h moduletrace.h notloaded.h plantmodule.h publishedmodule.h frequencycell.h frequencydelegate.h

@@ -1,44 +1,54 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/treeitem.h>
-#include <platform/vtclient/wire/content.h>
-
-#include <array>
-#include <memory>
-#include <vector>
+#include <platform/values/node.h>
+#include <platform/values/valuebase.h>
+#include <platform/vtclient/wire/itemkinds.h>
 
 namespace vt {
 
 class TreeMirror;
 
+/// How a local item stands with the server. MirrorRecords has what leads from one to another.
+enum class ERecord : std::uint8_t {
+    Unused,   ///< no item
+    Known,    ///< the server has it
+    Own,      ///< the server has it because this client asked for it
+    Offered,  ///< only this client has it, and asks the server for it
+    Refused,  ///< only this client has it, and the server does not want it
+    Awaited   ///< the server had it; stale, it goes unless it comes with the node asked for above it
+};
+
 /// What a mirror knows of one local item. Hears of the item's changes and passes them on to its mirror.
 class MirrorRecord final : public IObserver {
   public:
     MirrorRecord() = default;
-    bool IsUsed() const { return item != nullptr; }
+    bool IsUsed() const { return state != ERecord::Unused; }
+    bool IsNode() const { return kind == EItemKind::Node; }
+    bool IsAtServer() const { return state == ERecord::Known || state == ERecord::Own; }
+    bool IsUnderWay() const { return requests != 0 || queued != 0; }
+    values::Node& Node() const { return static_cast<values::Node&>(*item); }
+    values::ValueBase& Value() const { return static_cast<values::ValueBase&>(*item); }
+    /// Shows the server's content. Whoever is told may end this record, and with it the content.
+    void ShowServerContent() { Operations(kind)->set(Value(), server, this); }
     void Update(Observable* source, TChangeCode code) override;
 
     TreeMirror* mirror = nullptr;
-    values::TreeItem* item = nullptr;  ///< null: not in use
+    values::TreeItem* item = nullptr;
     MirrorRecord* parent = nullptr;
     values::TreeItem* lastChild = nullptr;  ///< of a node: the last child that has a record
     Content server;                         ///< the server's content, whatever is shown
     int pathLength = 0;                     ///< of the path at the server
     quint32 index = 0;                      ///< in the pool
-    quint32 id = 0;                         ///< the server's number, unless isLocal
+    quint32 id = 0;                         ///< the server's number, once it has had one
     quint32 generation = 0;                 ///< of the snapshot that last held it
-    quint32 series = 0;                     ///< in which it was made, detached; 0: in place
+    quint32 series = 0;                     ///< in which it was made, aside; 0: in place
+    quint32 queued = 0;                     ///< how many edits wait to be sent
     quint32 requests = 0;                   ///< how many writes and creations are under way
     EItemKind kind = EItemKind::Node;
-    bool isLocal = false;          ///< the server does not have it (yet)
-    bool isRefused = false;        ///< and will not
-    bool isAwaited = false;        ///< local, stale: goes unless it comes with the node asked for above it
-    bool isOwnCreation = false;    ///< the server has it because this client asked for it
-    bool isEdited = false;         ///< was edited after its creation, or its last write, was sent
-    bool isQueued = false;         ///< an edit waits to be sent
-    bool isOccurring = false;      ///< every change counts
-    bool isStaleAtServer = false;  ///< the server itself shows it as stale
+    ERecord state = ERecord::Unused;
+    bool isEdited = false;     ///< was edited after its creation, or its last write, was sent
+    bool isOccurring = false;  ///< every change counts
 };
 
 /// Tells whether a record still stands for its item after observers were told something: they may have
@@ -53,44 +63,6 @@ class RecordGuard {
     const MirrorRecord& m_record;
     const values::TreeItem* m_item;
     ObservableGuard m_guard;
-};
-
-/// Records that stay where they are, in pages, and are used again.
-class MirrorRecordPool {
-  public:
-    MirrorRecord* Take() {
-        if (m_free.empty()) Grow();
-        const quint32 index = m_free.back();
-        m_free.pop_back();
-        MirrorRecord& record = At(index);
-        record.index = index;
-        ++m_used;
-        return &record;
-    }
-    void Give(MirrorRecord* record) {
-        const quint32 index = record->index;
-        *record = MirrorRecord();
-        m_free.push_back(index);
-        --m_used;
-    }
-    quint32 End() const { return static_cast<quint32>(m_pages.size()) * PageSize; }
-    MirrorRecord& At(quint32 index) { return (*m_pages[index / PageSize])[index % PageSize]; }
-    bool IsEmpty() const { return m_used == 0; }
-    quint32 Count() const { return m_used; }
-
-  private:
-    static constexpr quint32 PageSize = 256;
-
-    void Grow() {
-        const quint32 first = End();
-        m_pages.push_back(std::make_unique<std::array<MirrorRecord, PageSize>>());
-        for (quint32 i = PageSize; i > 0; --i)
-            m_free.push_back(first + i - 1);
-    }
-
-    std::vector<std::unique_ptr<std::array<MirrorRecord, PageSize>>> m_pages;
-    std::vector<quint32> m_free;
-    quint32 m_used = 0;
 };
 
 }  // namespace vt

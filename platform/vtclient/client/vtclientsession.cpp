@@ -111,7 +111,7 @@ void VtClient::OnWelcome(const Message& message) {
     m_lastPing = m_loop->Now() - m_pingInterval;  // one at once, to know the latency
     SetNextDeadline();
     for (const auto& link : m_links)
-        Subscribe(*link);
+        if (!link->mirror->IsReleased()) Subscribe(*link);
     NotifyObservers(connectioncode::Connected);
 }
 
