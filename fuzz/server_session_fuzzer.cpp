@@ -32,6 +32,14 @@ struct Client {
 };
 
 /// A server, its tree, and clients that do what the script says.
+constexpr int MaxPending = 64;
+
+vt::ServerHub::Settings TightSettings() {
+    vt::ServerHub::Settings settings;
+    settings.maxPending = MaxPending;
+    return settings;
+}
+
 class ServerScript {
   public:
     ServerScript(const std::uint8_t* data, std::size_t size)
@@ -71,8 +79,7 @@ class ServerScript {
     ManualLoop m_loop{m_clock};
     Reactor m_reactor{[this] { React(); }};
     ScriptAccess m_access;
-    std::unique_ptr<vt::ServerHub> m_hub =
-        std::make_unique<vt::ServerHub>(m_access, m_loop, vt::ServerHub::Settings());
+    std::unique_ptr<vt::ServerHub> m_hub = std::make_unique<vt::ServerHub>(m_access, m_loop, TightSettings());
     std::vector<std::unique_ptr<Client>> m_clients;
     std::size_t m_current = 0;
     bool m_isDamaging = false;
@@ -80,7 +87,7 @@ class ServerScript {
 };
 
 void ServerScript::Connect() {
-    constexpr std::size_t MaxClients = 80;  // a few more than may wait for their hello
+    constexpr std::size_t MaxClients = MaxPending + 16;
     if (m_clients.size() >= MaxClients) return;
     m_clients.push_back(std::make_unique<Client>());
     m_current = m_clients.size() - 1;

@@ -5,6 +5,7 @@
 #include <platform/vtclient/channel/endedobjects.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/qteventloop.h>
+#include <platform/vtclient/channel/socketcalls.h>
 #include <platform/vtclient/channel/socketlistener.h>
 #include <platform/vtclient/server/serverhub.h>
 
@@ -47,6 +48,7 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     settings.application = options.application;
     settings.pingInterval = options.pingInterval;
     settings.deadAfter = options.deadAfter;
+    settings.maxPending = vt::MaxPending();
     m_d->works = std::make_unique<Works>(m_d->access, settings);
     m_d->listener = std::move(listener);
     m_d->listener->SetHandler(

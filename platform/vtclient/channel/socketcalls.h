@@ -13,6 +13,9 @@ void EndSending(qintptr descriptor);
 /// Lets up to \a length connections wait for a listening socket to accept them; the system may allow fewer.
 void SetListenQueue(qintptr descriptor, int length);
 
+/// How many connections may wait to show who they are: bounded by what the process may have open.
+MCS_CONNECTION_EXPORT int MaxPending();
+
 /// Bytes that are sent behind others which lie elsewhere.
 struct SendPiece {
     const char* data;

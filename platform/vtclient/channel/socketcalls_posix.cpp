@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/socketcalls.h>
 
+#include <platform/vtclient/wire/vtlimits.h>
+
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -32,4 +36,10 @@ qint64 vt::SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count) {
         sent = ::sendmsg(static_cast<int>(descriptor), &message, MSG_DONTWAIT | MSG_NOSIGNAL);
     } while (sent < 0 && errno == EINTR);
     return sent > 0 ? sent : 0;
+}
+
+int vt::MaxPending() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return vtlimits::MaxPendingConnections;
+    return static_cast<int>(std::min<rlim_t>(limit.rlim_cur / 2, vtlimits::MaxPendingConnections));
 }

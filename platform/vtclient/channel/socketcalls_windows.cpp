@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/socketcalls.h>
 
+#include <platform/vtclient/wire/vtlimits.h>
+
 #include <winsock2.h>
 
 void vt::EndSending(qintptr descriptor) {
@@ -14,4 +16,8 @@ void vt::SetListenQueue(qintptr descriptor, int length) {
 // Everything goes through Qt's socket: WSASend beside it has not been tried on this system.
 qint64 vt::SendAtOnce(qintptr /*descriptor*/, const SendPiece* /*pieces*/, int /*count*/) {
     return 0;
+}
+
+int vt::MaxPending() {
+    return vtlimits::MaxPendingConnections;
 }

@@ -8,6 +8,7 @@
 #include <platform/vtclient/wire/message.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtNetwork/QHostAddress>
@@ -15,6 +16,7 @@
 #include <QtNetwork/QSslSocket>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace vt {
@@ -31,6 +33,8 @@ QString HandshakeErrorText(const QSslSocket& socket) {
 
 SocketListener::SocketListener() {
     connect(this, &QTcpServer::acceptError, this, &SocketListener::OnAcceptError);
+    m_nextHandshakes.setSingleShot(true);
+    connect(&m_nextHandshakes, &QTimer::timeout, this, &SocketListener::StartSomeHandshakes);
 }
 SocketListener::~SocketListener() = default;
 
@@ -98,7 +102,8 @@ void SocketListener::OnAcceptError() {
 void SocketListener::incomingConnection(qintptr descriptor) {
     m_hasAccepted = true;
     m_isAcceptFailing = false;
-    if (m_isTls) return StartTls(descriptor);
+    if (++m_acceptedInTurn >= vtlimits::AcceptedPerTurn) PauseAccepting();
+    if (m_isTls) return AwaitTls(descriptor);
     auto* const socket = new QTcpSocket;
     if (!socket->setSocketDescriptor(descriptor)) {
         delete socket;
@@ -107,31 +112,58 @@ void SocketListener::incomingConnection(qintptr descriptor) {
     m_handler(std::make_unique<FramedSocket>(socket));
 }
 
-void SocketListener::StartTls(qintptr descriptor) {
-    if (m_handshakes.size() >= vtlimits::MaxPendingConnections)
-        Refuse(m_handshakes.front(), QStringLiteral("too many connections wait for their handshake"));
+// Qt accepts for as long as connections come. It stops where as many wait for nextPendingConnection() as may.
+void SocketListener::PauseAccepting() {
+    setMaxPendingConnections(0);
+    QTimer::singleShot(0, this, [this] {
+        m_acceptedInTurn = 0;
+        setMaxPendingConnections(1);
+        resumeAccepting();
+    });
+}
+
+void SocketListener::AwaitTls(qintptr descriptor) {
+    if (m_waitingRoom.Count() >= static_cast<std::size_t>(MaxPending()))
+        Refuse(m_waitingRoom.First(), QStringLiteral("too many connections wait for their handshake"));
     auto* const socket = new QSslSocket(this);
     if (!socket->setSocketDescriptor(descriptor)) {
         delete socket;
         return;
     }
-    m_handshakes.push_back(socket);
-    socket->setSslConfiguration(m_configuration);
+    m_waitingRoom.Enter(socket, socket->peerAddress().toString());
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
             [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });
     QTimer::singleShot(vtlimits::HelloTimeout, socket,
                        [this, socket] { Refuse(socket, QStringLiteral("no TLS handshake in time")); });
-    socket->startServerEncryption();
+    // What has come by then is what the handshake begins with.
+    connect(socket, &QIODevice::readyRead, this, [this, socket] {
+        disconnect(socket, &QIODevice::readyRead, this, nullptr);
+        m_handshakes.push_back(socket);
+        if (!m_nextHandshakes.isActive()) m_nextHandshakes.start(0);
+    });
+}
+
+void SocketListener::StartSomeHandshakes() {
+    QElapsedTimer turn;
+    turn.start();
+    while (!m_handshakes.empty() && std::chrono::nanoseconds(turn.nsecsElapsed()) < vtlimits::TurnTime) {
+        QSslSocket* const socket = m_handshakes.front();
+        m_handshakes.pop_front();
+        socket->setSslConfiguration(m_configuration);
+        socket->startServerEncryption();
+    }
+    if (!m_handshakes.empty()) m_nextHandshakes.start(0);
 }
 
 void SocketListener::Forget(QSslSocket* socket) {
+    m_waitingRoom.Leave(socket);
     m_handshakes.erase(std::remove(m_handshakes.begin(), m_handshakes.end(), socket), m_handshakes.end());
     socket->disconnect(this);
 }
 
 void SocketListener::Refuse(QSslSocket* socket, const QString& reason) {
-    if (std::find(m_handshakes.begin(), m_handshakes.end(), socket) == m_handshakes.end()) return;
+    if (!m_waitingRoom.Has(socket)) return;
     Forget(socket);
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(QStringLiteral("A connection from %1 is refused: %2")

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/channel/waitingroom.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QString>
+#include <QtCore/QTimer>
 #include <QtNetwork/QSslConfiguration>
 #include <QtNetwork/QTcpServer>
 
@@ -17,7 +19,9 @@ class QSslSocket;
 
 namespace vt {
 
-/// Accepts TCP or TLS connections and hands them on as channels. Main thread.
+/// Accepts TCP or TLS connections and hands them on as channels. Whoever connects to a TLS port costs a
+/// descriptor until the first byte comes; then handshakes start, in the order in which they can, for as much
+/// of each turn of the event loop as leaves the others theirs. Main thread.
 class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
     Q_OBJECT
 
@@ -38,7 +42,9 @@ class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
   private:
     bool SetUpTls(const VtServerOptions& options, QString* error);
     void OnAcceptError();
-    void StartTls(qintptr descriptor);
+    void PauseAccepting();
+    void AwaitTls(qintptr descriptor);
+    void StartSomeHandshakes();
     void OnEncrypted(QSslSocket* socket);
     void Refuse(QSslSocket* socket, const QString& reason);
     void Forget(QSslSocket* socket);
@@ -48,7 +54,10 @@ class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
     bool m_isAcceptFailing = false;  ///< and that was traced
     bool m_hasAccepted = false;      ///< since the last error
     QSslConfiguration m_configuration;
-    std::deque<QSslSocket*> m_handshakes;  ///< under way, oldest first
+    WaitingRoom<QSslSocket> m_waitingRoom;  ///< who is not encrypted yet
+    std::deque<QSslSocket*> m_handshakes;   ///< that can start: something has come
+    QTimer m_nextHandshakes;
+    int m_acceptedInTurn = 0;
 };
 
 }  // namespace vt

@@ -17,6 +17,11 @@ namespace {
 
 constexpr std::chrono::milliseconds CheckSessionsEvery(250);
 
+/// Of an address that ends with a port.
+QString HostOf(const QString& address) {
+    return address.left(address.lastIndexOf(QLatin1Char(':')));
+}
+
 template <class List, class T>
 void Remove(List& list, const T& element) {
     list.erase(std::remove(list.begin(), list.end(), element), list.end());
@@ -59,25 +64,18 @@ bool ServerHub::IsIdle() const {
 void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
     m_now = m_loop.Now();
     if (m_sessions.empty()) m_loop.SetDeadline(CheckSessionsEvery);
-    DropOldestPending();
+    if (m_waitingRoom.Count() >= static_cast<std::size_t>(m_settings.maxPending))
+        m_waitingRoom.First()->End(EBye::Limit, QStringLiteral("too many connections wait for their hello"));
     m_sessions.push_back(std::make_unique<ServerSession>(*this, std::move(channel), ++m_lastSession));
-    // Those that have ended are there until the turn is over.
-    const auto hasEnded = [](const std::unique_ptr<ServerSession>& session) { return session->IsEnded(); };
-    const auto ended = std::count_if(m_sessions.begin(), m_sessions.end(), hasEnded);
-    if (static_cast<std::ptrdiff_t>(m_sessions.size()) - ended > vtlimits::MaxSessions)
-        m_sessions.back()->End(EBye::Limit,
-                               QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
+    ServerSession& session = *m_sessions.back();
+    m_waitingRoom.Enter(&session, HostOf(session.Peer().address));
 }
 
-// Whoever says hello does so at once. So the oldest that has not is the one that never will.
-void ServerHub::DropOldestPending() {
-    const auto isPending = [](const std::unique_ptr<ServerSession>& session) {
-        return !session->IsAdmitted() && !session->IsEnded();
+bool ServerHub::IsFull() const {
+    const auto isThere = [](const std::unique_ptr<ServerSession>& session) {
+        return session->IsAdmitted() && !session->IsEnded();
     };
-    if (std::count_if(m_sessions.begin(), m_sessions.end(), isPending) < vtlimits::MaxPendingConnections)
-        return;
-    const auto oldest = std::find_if(m_sessions.begin(), m_sessions.end(), isPending);
-    (*oldest)->End(EBye::Limit, QStringLiteral("too many connections wait for their hello"));
+    return std::count_if(m_sessions.begin(), m_sessions.end(), isThere) >= vtlimits::MaxSessions;
 }
 
 void ServerHub::EndAll(const QString& reason) {
@@ -100,11 +98,13 @@ std::vector<VtPeer> ServerHub::GetPeers() const {
 }
 
 void ServerHub::OnAdmitted(ServerSession& session) {
+    m_waitingRoom.Leave(&session);
     m_access.SessionStarted(session.Peer());
 }
 
 // The turn destroys it, and tells: this may be in the middle of a walk over those who follow a watcher.
-void ServerHub::OnSessionEnded() {
+void ServerHub::OnSessionEnded(ServerSession& session) {
+    m_waitingRoom.Leave(&session);
     m_isInInput = false;  // its end may not come
     m_hasEnded = true;
     RequestTurn();

@@ -3,12 +3,14 @@
 
 #include <platform/values/observable.h>
 #include <platform/vtclient/channel/ieventloop.h>
+#include <platform/vtclient/channel/waitingroom.h>
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/serversession.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/server/treewatcher.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QString>
@@ -31,6 +33,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
         QString application;
         std::chrono::milliseconds pingInterval{5000};
         std::chrono::milliseconds deadAfter{15'000};
+        int maxPending = vtlimits::MaxPendingConnections;  ///< who have not said hello
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -69,7 +72,9 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     void ServeLater(ServerSession& session);
     void FlushLater(ServerSession& session);
     void OnAdmitted(ServerSession& session);
-    void OnSessionEnded();
+    void OnSessionEnded(ServerSession& session);
+    /// Whether there is no place for one more client.
+    bool IsFull() const;
     /// Messages are handled; what they lead to is sent when that is done.
     void OnInput() {
         m_isInInput = true;
@@ -106,7 +111,6 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     void Reap();
     void TellEnded(const std::vector<VtPeer>& peers);
     std::vector<VtPeer> DestroyEnded();
-    void DropOldestPending();
 
     IVtAccess& m_access;
     IEventLoop& m_loop;
@@ -121,6 +125,7 @@ class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserve
     bool m_hasStructureChanged = false;
     bool m_hasEnded = false;  ///< some session
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
+    WaitingRoom<ServerSession> m_waitingRoom;  ///< those that have not said hello
     QHash<QString, std::shared_ptr<Watched>> m_watched;
     std::deque<std::shared_ptr<Watched>> m_changed;
     std::vector<std::shared_ptr<Watched>> m_dead;  ///< may be telling right now; destroyed when the turn ends

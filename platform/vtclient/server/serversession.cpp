@@ -45,7 +45,7 @@ void ServerSession::End(EBye code, const QString& reason) {
     m_isEnded = true;
     m_channel->Close();
     if (code != EBye::ServerEnds) TraceEnd(reason);
-    m_hub.OnSessionEnded();
+    m_hub.OnSessionEnded(*this);
 }
 
 void ServerSession::TraceEnd(const QString& reason) const {
@@ -61,7 +61,7 @@ void ServerSession::OnClosed(const QString& reason) {
     if (m_channel->IsOpen()) return End(EBye::Limit, reason);  // it was the client that broke a rule
     m_isEnded = true;
     TraceEnd(reason);
-    m_hub.OnSessionEnded();
+    m_hub.OnSessionEnded(*this);
 }
 
 void ServerSession::Send(const Message& message) {
@@ -96,7 +96,7 @@ void ServerSession::OnMessage(const char* data, qint64 size) {
     ++m_messagesUnderWay;
     Handle(data, size);
     --m_messagesUnderWay;
-    if (m_isEnded) m_hub.OnSessionEnded();
+    if (m_isEnded) m_hub.OnSessionEnded(*this);
 }
 
 void ServerSession::Handle(const char* data, qint64 size) {
@@ -141,7 +141,7 @@ void ServerSession::Dispatch(const Message& message) {
         case EMessage::Bye:
             m_isEnded = true;
             m_channel->Close();
-            return m_hub.OnSessionEnded();
+            return m_hub.OnSessionEnded(*this);
         case EMessage::Subscribe:
             return OnSubscribe(message);
         case EMessage::Unsubscribe:
@@ -166,6 +166,8 @@ void ServerSession::OnHello(const Message& message) {
         return End(EBye::Version, QStringLiteral("this server speaks version %1 of the protocol, not %2")
                                       .arg(vtlimits::ProtocolVersion)
                                       .arg(message.version));
+    if (m_hub.IsFull())
+        return End(EBye::Limit, QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
     m_peer.application = message.application;
     m_peer.machine = message.machine;
     QString reason;

@@ -17,7 +17,9 @@ constexpr int ProtocolVersion = VtProtocolVersion;
 constexpr quint32 MaxFrameBeforeWelcome = 4096;          // a hello with texts of full length fits
 constexpr std::chrono::milliseconds HelloTimeout(5000);  // a slow link still says hello in this
 constexpr std::chrono::milliseconds AcceptPause(100);  // without descriptors: by then some may be free again
-constexpr int MaxPendingConnections = 64;              // beyond, the oldest that has not said hello goes
+// Thousands come back at once after a restart. At most half of the descriptors are for those who wait.
+constexpr int MaxPendingConnections = 4096;
+constexpr int AcceptedPerTurn = 64;  // then those who are there already have their turn
 
 // After that.
 constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold

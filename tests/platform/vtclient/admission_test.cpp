@@ -30,6 +30,8 @@ std::vector<std::string> Texts(const std::vector<QString>& lines) {
     return texts;
 }
 
+constexpr int Crowd = 400;  // both ends of each are in this process, which may have 1,024 descriptors
+
 class Admission : public SocketEnds {
   protected:
     /// A further client gets in, whatever else goes on.
@@ -164,24 +166,31 @@ TEST_F(Admission, TenThousandThatConnectAndSayNothingOneAfterTheOtherKeepNobodyO
     EXPECT_TRUE(WaitUntil([this] { return m_server.GetPeers().size() == 1; }));
 }
 
-TEST_F(Admission, AThousandAtOnceThatSayNothingKeepNobodyOut) {
+TEST_F(Admission, HundredsAtOnceThatSayNothingKeepNobodyOut) {
     Listen();
     IVtClient* const client = Connect();
     ASSERT_TRUE(ComesIn(client));
     std::vector<std::unique_ptr<SocketPeer>> peers;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < Crowd; ++i)
         peers.push_back(std::make_unique<SocketPeer>(m_server.GetPort()));
     EXPECT_TRUE(AnotherGetsIn());
-    const auto countClosed = [&peers] {
-        return std::count_if(peers.begin(), peers.end(), [](const auto& peer) { return peer->IsClosed(); });
-    };
-    EXPECT_TRUE(WaitUntil([&] { return countClosed() >= 1000 - vtlimits::MaxPendingConnections; }));
-    EXPECT_TRUE(AnotherGetsIn());
     EXPECT_TRUE(client->IsConnected());
-    EXPECT_THAT(Texts(ServerLines()), testing::Each(HasSubstr("too many connections wait for their hello")));
-    const vt::Message* const bye = peers.front()->WaitFor(vt::EMessage::Bye);
-    ASSERT_NE(bye, nullptr);
-    EXPECT_EQ(bye->code, vt::EBye::Limit);
+}
+
+// As after a restart of the server.
+TEST_F(Admission, HundredsThatComeAtOnceAndTakeTheirTimeAllGetIn) {
+    Listen();
+    std::vector<std::unique_ptr<SocketPeer>> peers;
+    for (int i = 0; i < Crowd; ++i)
+        peers.push_back(std::make_unique<SocketPeer>(m_server.GetPort()));
+    for (const auto& peer : peers)
+        ASSERT_TRUE(peer->WaitConnected());
+    EXPECT_TRUE(AnotherGetsIn()) << "and the server has seen all who came before";
+    for (const auto& peer : peers)
+        peer->SendHello();
+    for (const auto& peer : peers)
+        ASSERT_NE(peer->WaitFor(vt::EMessage::Welcome), nullptr);
+    EXPECT_THAT(Texts(ServerLines()), IsEmpty());
 }
 
 /// A place where a server cannot listen.

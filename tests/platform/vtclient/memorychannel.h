@@ -54,11 +54,12 @@ class MemoryChannel final : public vt::IChannel {
         m_isOpen = m_wire->isOpen = false;
     }
     void SetMaxMessage(quint32 size) override { m_maxMessage = size; }
-    QString PeerAddress() const override { return QStringLiteral("memory"); }
+    QString PeerAddress() const override { return m_address; }
     bool IsLoopback() const override { return m_isLoopback; }
     bool IsEncrypted() const override { return m_isEncrypted; }
     QString CertificateName() const override { return m_certificateName; }
 
+    void SetAddress(const QString& address) { m_address = address; }
     void SetPeer(bool isLoopback, bool isEncrypted, const QString& certificateName) {
         m_isLoopback = isLoopback;
         m_isEncrypted = isEncrypted;
@@ -104,6 +105,7 @@ class MemoryChannel final : public vt::IChannel {
     std::deque<QByteArray> m_queued;
     bool m_isOpen = true;
     quint32 m_maxMessage = vtlimits::MaxFrame;  ///< tests that speak by hand take anything
+    QString m_address = QStringLiteral("memory");
     bool m_isLoopback = true;
     bool m_isEncrypted = false;
     QString m_certificateName;

@@ -65,9 +65,10 @@ inline Message Ack(quint64 count) {
 class ServerRules : public TwoEnds {
   protected:
     /// A client that the test plays.
-    RawPeer& Connect() {
+    RawPeer& Connect(const char* address = "memory") {
         auto wire = std::make_shared<MemoryChannel::Wire>();
         auto end = std::make_unique<MemoryChannel>(wire, false);
+        end->SetAddress(S(address));
         m_serverEnds.push_back({end.get(), wire});
         m_hub->AddChannel(std::move(end));
         m_peers.push_back(std::make_unique<RawPeer>(wire, true));

@@ -79,6 +79,37 @@ TEST_F(ServerRules, TheOldestThatSaysNoHelloMakesRoom) {
     EXPECT_EQ(late.Count(EMessage::Welcome), 1);
 }
 
+TEST_F(ServerRules, AHostThatCrowdsTheDoorMakesRoomForOthers) {
+    RawPeer& slow = Connect("10.0.0.1:1000");
+    std::vector<RawPeer*> crowd;
+    for (int i = 1; i < vtlimits::MaxPendingConnections; ++i)
+        crowd.push_back(&Connect("10.0.0.2:2000"));
+    RawPeer& other = Connect("[fe80::1]:3000");
+    Run();
+    ExpectBye(*crowd.front(), EBye::Limit, "too many connections wait for their hello");
+    EXPECT_EQ(crowd[1]->Count(EMessage::Bye), 0);
+    for (RawPeer* peer : {&slow, &other}) {
+        peer->Send(Hello());
+        Run();
+        EXPECT_EQ(peer->Count(EMessage::Welcome), 1);
+    }
+}
+
+TEST_F(ServerRules, WhoComesToAFullServerIsToldSoAndHasItsPlaceWhenAnotherGoes) {
+    std::vector<RawPeer*> clients;
+    for (int i = 0; i < vtlimits::MaxSessions; ++i)
+        clients.push_back(&Admitted());
+    RawPeer& late = Connect();
+    late.Send(Hello());
+    Run();
+    ExpectBye(late, EBye::Limit, "the server has 1000 clients");
+    Message bye = Message::Of(EMessage::Bye);
+    bye.code = EBye::ClientEnds;
+    clients.front()->Send(bye);
+    Run();
+    EXPECT_EQ(Admitted().Count(EMessage::Bye), 0);
+}
+
 TEST_F(ServerRules, ASilentClientIsPingedAndThenGivenUp) {
     RawPeer& peer = Admitted();
     RunAfter(5001ms);

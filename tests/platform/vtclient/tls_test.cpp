@@ -124,6 +124,33 @@ const Meeting AllMeetings[] = {
 INSTANTIATE_TEST_SUITE_P(Tls, Meetings, testing::ValuesIn(AllMeetings),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(TlsEnds, HundredsThatConnectAndSayNothingKeepNobodyOut) {
+    constexpr int Crowd = 400;
+    UseServerCertificate("server");
+    m_clientOptions.caFile = Pem("authority");
+    Listen();
+    IVtClient* const client = Connect(Local);
+    ASSERT_TRUE(ComesIn(client)) << client->GetLastError().toStdString();
+    std::vector<std::unique_ptr<SocketPeer>> peers;
+    for (int i = 0; i < Crowd; ++i)
+        peers.push_back(std::make_unique<SocketPeer>(m_server.GetPort()));
+    EXPECT_TRUE(ComesIn(Connect(Local)));
+    EXPECT_TRUE(client->IsConnected());
+    EXPECT_THAT(m_traces.Messages(), IsEmpty());
+}
+
+// The first byte of a handshake may come long before the second.
+TEST_F(TlsEnds, AHandshakeThatStopsAfterItsFirstByteKeepsNobodyOut) {
+    UseServerCertificate("server");
+    m_clientOptions.caFile = Pem("authority");
+    Listen();
+    SocketPeer peer(m_server.GetPort());
+    ASSERT_TRUE(peer.WaitConnected());
+    peer.SendBytes(QByteArray(1, '\x16'));
+    IVtClient* const client = Connect(Local);
+    EXPECT_TRUE(ComesIn(client)) << client->GetLastError().toStdString();
+}
+
 /// What somebody sends who speaks something else.
 struct Foreign {
     const char* name;
