@@ -10,6 +10,7 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStyle>
 
 #include <cmath>
 #include <limits>
@@ -34,6 +35,7 @@ VCNumericFloatSpin::VCNumericFloatSpin(QWidget* parent, const char* name, bool h
     setKeyboardTracking(false);
     setFocusPolicy(Qt::StrongFocus);  // the wheel alone must not get at it
     m_binding.WatchPart(*lineEdit());
+    FillBackground();
     connect(lineEdit(), &QLineEdit::textEdited, this, &VCNumericFloatSpin::OnTyped);
     m_binding.RefreshNow();
 }
@@ -75,7 +77,7 @@ QString VCNumericFloatSpin::textFromValue(double shown) const {
 }
 
 QValidator::State VCNumericFloatSpin::validate(QString& input, int& position) const {
-    if (m_isBlank || (!m_special.isEmpty() && input == m_shown)) return QValidator::Acceptable;
+    if (m_isBlank || m_isDrawing || (!m_special.isEmpty() && input == m_shown)) return QValidator::Acceptable;
     // The toolkit takes one of the two for a separator of thousands and skips it: "1.5" would be 15.
     const int end = input.size() - (input.endsWith(suffix()) ? suffix().size() : 0);
     for (int i = 0; i < end; ++i)
@@ -128,6 +130,7 @@ bool VCNumericFloatSpin::event(QEvent* event) {
         return true;
     }
     if (m_binding.TakeEditEvent(*event)) return true;
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::Polish) FillBackground();
     const QPointer<VCNumericFloatSpin> self(this);
     const bool isHandled = QDoubleSpinBox::event(event);
     if (self != nullptr) m_binding.CommitIfDue();
@@ -215,8 +218,25 @@ void VCNumericFloatSpin::ShowNumber(double number, double minimum, double maximu
         updateGeometry();
     }
     m_special = std::fabs(number) > MaxShown ? valuetext::Number(number) : QString();
-    setValue(number);
+    DrawNumber(number);
     m_shown = text();
+}
+
+/// The text alone can be drawn anew where it fills what is below it. This style draws nothing else there;
+/// others, and style sheets, may.
+void VCNumericFloatSpin::FillBackground() {
+    lineEdit()->setAutoFillBackground(qstrcmp(style()->metaObject()->className(), "QFusionStyle") == 0);
+}
+
+/// The base class would have all of it drawn anew: the frame and the arrows too, which look the same.
+void VCNumericFloatSpin::DrawNumber(double number) {
+    const StepEnabled before = stepEnabled();
+    const QScopedValueRollback<bool> drawing(m_isDrawing, true);  // what it makes of a number is acceptable
+    const bool wasDisabled = testAttribute(Qt::WA_UpdatesDisabled);
+    setAttribute(Qt::WA_UpdatesDisabled);
+    setValue(number);
+    setAttribute(Qt::WA_UpdatesDisabled, wasDisabled);
+    if (stepEnabled() != before) update();
 }
 
 void VCNumericFloatSpin::ShowAccess(bool mayEdit) {

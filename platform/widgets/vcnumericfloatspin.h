@@ -50,6 +50,8 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     bool Accepts(const values::ValueBase& value) const;
     void ShowNothing();
     void ShowNumber(double number, double minimum, double maximum);
+    void FillBackground();
+    void DrawNumber(double number);
     void OnTyped();
     bool IsEnterWithoutEdit(const QEvent& event) const;
     double ToContent(double shown) const;
@@ -67,4 +69,5 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     bool m_isInteger = true;
     bool m_isBlank = true;               ///< nothing to show
     mutable bool m_isMeasuring = false;  ///< asked for texts only to learn how much room they take
+    bool m_isDrawing = false;
 };
