@@ -118,6 +118,11 @@ QString VtAccessFile::FindUserWithoutRules(int* line) const {
     return reason;
 }
 
+bool VtAccessFile::IsSlow(const QString& user) const {
+    const auto found = m_users.find(user);
+    return found != m_users.end() && found->hash.has_value() && found->hash->IsSlow();
+}
+
 std::optional<QString> VtAccessFile::FindRole(const QString& user, const QString& token) const {
     const auto found = m_users.find(user);
     const bool isKnown = found != m_users.end() && found->hash.has_value();

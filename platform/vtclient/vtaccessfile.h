@@ -29,7 +29,10 @@ class MCS_CONNECTION_EXPORT VtAccessFile {
     /// The same for \a text, which is called \a name in errors.
     bool Parse(const QByteArray& text, const QString& name, QString* error);
 
-    /// The role of \a user if \a token is that user's. Takes as long for a user that does not exist.
+    /// Whether it takes milliseconds to check a token of \a user.
+    bool IsSlow(const QString& user) const;
+    /// The role of \a user if \a token is that user's. Takes as long for a user that does not exist, unless
+    /// the check is slow.
     std::optional<QString> FindRole(const QString& user, const QString& token) const;
     /// The role of whoever holds a certificate of that common name.
     std::optional<QString> FindRoleOfCertificate(const QString& commonName) const;

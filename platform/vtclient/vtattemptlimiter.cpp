@@ -22,8 +22,8 @@ QString VtAttemptLimiter::HostOf(const QString& address) {
     return QHostAddress(bytes).toString();
 }
 
-VtAttemptLimiter::Time VtAttemptLimiter::WaitOf(const QString& address) {
-    const auto found = m_records.find(HostOf(address));
+VtAttemptLimiter::Time VtAttemptLimiter::WaitOf(const QString& address, const QString& user) {
+    const auto found = m_records.find({HostOf(address), user});
     if (found == m_records.end()) return Time::zero();
     const Time now = m_clock();
     if (now - found->lastFailure > LongestWait) {
@@ -33,10 +33,10 @@ VtAttemptLimiter::Time VtAttemptLimiter::WaitOf(const QString& address) {
     return std::max(Time::zero(), found->waitUntil - now);
 }
 
-void VtAttemptLimiter::Failed(const QString& address) {
-    const QString host = HostOf(address);
-    if (!m_records.contains(host) && m_records.size() >= MaxAddresses) ForgetOldest();
-    Record& record = m_records[host];
+void VtAttemptLimiter::Failed(const QString& address, const QString& user) {
+    const Key key{HostOf(address), user};
+    if (!m_records.contains(key) && m_records.size() >= MaxRecords) ForgetOldest();
+    Record& record = m_records[key];
     record.lastFailure = m_clock();
     ++record.failures;
     constexpr int MostDoublings = 20;  // far beyond the longest wait
@@ -45,8 +45,8 @@ void VtAttemptLimiter::Failed(const QString& address) {
         record.waitUntil = record.lastFailure + std::min(LongestWait, FirstWait * (1 << doublings));
 }
 
-void VtAttemptLimiter::Succeeded(const QString& address) {
-    m_records.remove(HostOf(address));
+void VtAttemptLimiter::Succeeded(const QString& address, const QString& user) {
+    m_records.remove({HostOf(address), user});
 }
 
 void VtAttemptLimiter::ForgetOldest() {

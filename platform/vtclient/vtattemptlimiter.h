@@ -8,8 +8,10 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
-/// Keeps an address that presented wrong credentials waiting, longer with every failure. Main thread.
+/// Keeps an address that presented wrong credentials of a user waiting, longer with every failure; other
+/// users at the same address do not wait. Main thread.
 class MCS_CONNECTION_EXPORT VtAttemptLimiter {
   public:
     using Time = std::chrono::milliseconds;
@@ -18,14 +20,14 @@ class MCS_CONNECTION_EXPORT VtAttemptLimiter {
     static constexpr int FreeFailures = 3;       ///< typing errors; after these the waiting starts
     static constexpr Time FirstWait{1000};       ///< doubles with every further failure
     static constexpr Time LongestWait{300'000};  ///< after it quiet, the failures are forgotten
-    static constexpr int MaxAddresses = 4096;    ///< that are remembered; beyond, the oldest is forgotten
+    static constexpr int MaxRecords = 4096;      ///< that are remembered; beyond, the oldest is forgotten
 
     explicit VtAttemptLimiter(Clock clock);
 
-    /// How long \a address (host and port, as in VtPeer) has to wait; 0: it may try.
-    Time WaitOf(const QString& address);
-    void Failed(const QString& address);
-    void Succeeded(const QString& address);
+    /// How long \a user at \a address (host and port, as in VtPeer) has to wait; 0: it may try.
+    Time WaitOf(const QString& address, const QString& user = QString());
+    void Failed(const QString& address, const QString& user = QString());
+    void Succeeded(const QString& address, const QString& user = QString());
 
     /// Whom \a address counts for: the host without the port, and for IPv6 the network, since one host has as
     /// many addresses there as it likes.
@@ -37,8 +39,9 @@ class MCS_CONNECTION_EXPORT VtAttemptLimiter {
         Time lastFailure{};
         Time waitUntil{};
     };
+    using Key = std::pair<QString, QString>;  ///< host and user
     void ForgetOldest();
 
     Clock m_clock;
-    QHash<QString, Record> m_records;
+    QHash<Key, Record> m_records;
 };

@@ -2,6 +2,7 @@
 #include <platform/vtclient/vttokenhash.h>
 
 #include <QtCore/QCryptographicHash>
+#include <QtCore/QMessageAuthenticationCode>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QStringList>
 #include <QtNetwork/QPasswordDigestor>
@@ -16,6 +17,10 @@ constexpr int MaxSaltBytes = 64;
 constexpr int DigestBytes = 32;
 
 QString Scheme() {
+    return QStringLiteral("hmac-sha256");
+}
+
+QString SlowScheme() {
     return QStringLiteral("pbkdf2-sha256");
 }
 
@@ -27,6 +32,8 @@ QByteArray RandomBytes(int count) {
 }
 
 QByteArray Digest(const QString& token, const QByteArray& salt, int iterations) {
+    if (iterations == 0)
+        return QMessageAuthenticationCode::hash(token.toUtf8(), salt, QCryptographicHash::Sha256);
     return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, token.toUtf8(), salt, iterations,
                                               DigestBytes);
 }
@@ -50,27 +57,32 @@ QString VtTokenHash::CreateToken() {
 
 VtTokenHash VtTokenHash::Of(const QString& token) {
     const QByteArray salt = RandomBytes(SaltBytes);
-    return VtTokenHash(Iterations, salt, Digest(token, salt, Iterations));
+    return VtTokenHash(0, salt, Digest(token, salt, 0));
 }
 
 std::optional<VtTokenHash> VtTokenHash::Parse(const QString& text) {
-    const QStringList parts = text.split(QLatin1Char('$'));
-    if (parts.size() != 4 || parts[0] != Scheme()) return std::nullopt;
-    bool isNumber = false;
-    const int iterations = parts[1].toInt(&isNumber);
-    if (!isNumber || iterations < MinIterations || iterations > MaxIterations) return std::nullopt;
-    const QByteArray salt = FromHex(parts[2]);
-    const QByteArray digest = FromHex(parts[3]);
+    QStringList parts = text.split(QLatin1Char('$'));
+    const QString scheme = parts.takeFirst();
+    int iterations = 0;
+    if (scheme == SlowScheme() && parts.size() == 3) {
+        bool isNumber = false;
+        iterations = parts.takeFirst().toInt(&isNumber);
+        if (!isNumber || iterations < MinIterations || iterations > MaxIterations) return std::nullopt;
+    } else if (scheme != Scheme()) {
+        return std::nullopt;
+    }
+    if (parts.size() != 2) return std::nullopt;
+    const QByteArray salt = FromHex(parts[0]);
+    const QByteArray digest = FromHex(parts[1]);
     if (salt.size() < SaltBytes || salt.size() > MaxSaltBytes || digest.size() != DigestBytes)
         return std::nullopt;
     return VtTokenHash(iterations, salt, digest);
 }
 
 QString VtTokenHash::ToText() const {
-    return QStringLiteral("%1$%2$%3$%4")
-        .arg(Scheme())
-        .arg(m_iterations)
-        .arg(QString::fromLatin1(m_salt.toHex()), QString::fromLatin1(m_digest.toHex()));
+    const QString scheme = IsSlow() ? QStringLiteral("%1$%2").arg(SlowScheme()).arg(m_iterations) : Scheme();
+    return QStringLiteral("%1$%2$%3")
+        .arg(scheme, QString::fromLatin1(m_salt.toHex()), QString::fromLatin1(m_digest.toHex()));
 }
 
 bool VtTokenHash::Matches(const QString& token) const {

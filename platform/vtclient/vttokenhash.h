@@ -9,13 +9,14 @@
 #include <optional>
 
 /// What a server keeps of a token: enough to know it again, not enough to present it. Written as
-/// "pbkdf2-sha256$<iterations>$<salt>$<digest>" with salt and digest in hexadecimal. Any thread.
+/// "hmac-sha256$<salt>$<digest>", or "pbkdf2-sha256$<iterations>$<salt>$<digest>" where somebody made it for
+/// a token that a person chose; salt and digest in hexadecimal. Any thread.
+///
+/// Tokens made here are random, so nobody finds one by trying however cheap a trial is, and a trial takes
+/// microseconds. The iterations of the other form slow down guessing, and keep the event loop, on which all
+/// clients wait, busy for milliseconds: whoever checks it bounds how often.
 class MCS_CONNECTION_EXPORT VtTokenHash {
   public:
-    /// Tokens made here are random, so nobody finds one by trying however cheap a trial is; the iterations
-    /// slow down the guessing of tokens that people chose. More would keep the event loop, on which all
-    /// clients wait, busy for longer than a change may take.
-    static constexpr int Iterations = 10000;
     static constexpr int MinIterations = 1000;
     static constexpr int MaxIterations = 200000;
 
@@ -26,6 +27,8 @@ class MCS_CONNECTION_EXPORT VtTokenHash {
     /// Null for a text that is not of the form above, or whose numbers are out of bounds.
     static std::optional<VtTokenHash> Parse(const QString& text);
 
+    /// Whether a check of it takes milliseconds.
+    bool IsSlow() const { return m_iterations > 0; }
     QString ToText() const;
     /// Takes the same time for every token.
     bool Matches(const QString& token) const;
@@ -33,7 +36,7 @@ class MCS_CONNECTION_EXPORT VtTokenHash {
   private:
     VtTokenHash(int iterations, QByteArray salt, QByteArray digest);
 
-    int m_iterations;
+    int m_iterations;  ///< 0 for the form without
     QByteArray m_salt;
     QByteArray m_digest;
 };

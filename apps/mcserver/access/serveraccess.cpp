@@ -12,6 +12,10 @@ using ERight = VtAccessFile::ERight;
 
 namespace {
 
+// Checks of tokens that take milliseconds: a tenth of the main thread's time at most.
+constexpr std::chrono::milliseconds SlowCheckInterval(100);
+constexpr int SlowCheckBurst = 20;
+
 /// Where the ground transmitter suppression publishes what it reads.
 QString SuppressionPath() {
     return QStringLiteral("/ORVServer");
@@ -30,7 +34,7 @@ bool IsAllowed(const QString& refusal, QString* reason) {
 }  // namespace
 
 ServerAccess::ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock)
-    : m_mpxOrvs(mpxOrvs), m_log(log), m_limiter([&clock] { return clock.Now(); }) {}
+    : m_mpxOrvs(mpxOrvs), m_log(log), m_clock(clock), m_limiter([&clock] { return clock.Now(); }) {}
 
 bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
     if (!m_file) {
@@ -44,23 +48,45 @@ bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token
 }
 
 bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
-    const auto wait = std::chrono::ceil<std::chrono::seconds>(m_limiter.WaitOf(peer.address));
-    if (wait > wait.zero()) {
-        *reason = QStringLiteral("too many failed attempts, wait %1 s").arg(wait.count());
-        return false;
-    }
     const bool isByCertificate = user.isEmpty() && token.isEmpty() && !peer.certificateName.isEmpty();
-    const std::optional<QString> role =
-        isByCertificate ? m_file->FindRoleOfCertificate(peer.certificateName) : m_file->FindRole(user, token);
+    const std::optional<QString> role = isByCertificate ? m_file->FindRoleOfCertificate(peer.certificateName)
+                                                        : FindRole(peer, user, token, reason);
     if (!role) {
-        m_limiter.Failed(peer.address);
-        *reason = isByCertificate ? QStringLiteral("the certificate's name is not known here")
-                                  : QStringLiteral("user or token is wrong");
+        if (isByCertificate) *reason = QStringLiteral("the certificate's name is not known here");
         return false;
     }
-    m_limiter.Succeeded(peer.address);
     peer.user = isByCertificate ? VtAccessFile::CertificateUser(peer.certificateName) : user;
     peer.role = *role;
+    return true;
+}
+
+// A right token gets in whatever others tried from its address. Where a check takes long there are few: by
+// address and user, and in all, since there are many addresses.
+std::optional<QString> ServerAccess::FindRole(const VtPeer& peer, const QString& user, const QString& token,
+                                              QString* reason) {
+    const bool isSlow = m_file->IsSlow(user);
+    if (isSlow) {
+        const auto wait = std::chrono::ceil<std::chrono::seconds>(m_limiter.WaitOf(peer.address, user));
+        if (wait > wait.zero()) {
+            *reason = QStringLiteral("too many failed attempts, wait %1 s").arg(wait.count());
+            return std::nullopt;
+        }
+        if (!MaySlowlyCheck()) {
+            *reason = QStringLiteral("too many tokens are to be checked at once, try again");
+            return std::nullopt;
+        }
+    }
+    std::optional<QString> role = m_file->FindRole(user, token);
+    if (!role) *reason = QStringLiteral("user or token is wrong");
+    if (isSlow && role) m_limiter.Succeeded(peer.address, user);
+    if (isSlow && !role) m_limiter.Failed(peer.address, user);
+    return role;
+}
+
+bool ServerAccess::MaySlowlyCheck() {
+    const auto until = std::max(m_clock.Now(), m_slowChecksUntil) + SlowCheckInterval;
+    if (until > m_clock.Now() + SlowCheckBurst * SlowCheckInterval) return false;
+    m_slowChecksUntil = until;
     return true;
 }
 

@@ -44,6 +44,9 @@ class ServerAccess : public IVtAccess {
 
   private:
     bool AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason);
+    std::optional<QString> FindRole(const VtPeer& peer, const QString& user, const QString& token,
+                                    QString* reason);
+    bool MaySlowlyCheck();
     void AdmitWithoutFile(VtPeer& peer);
     /// Whether file, or what holds without one, allows it.
     bool Allows(const VtPeer& peer, VtAccessFile::ERight right, const QString& path) const;
@@ -61,6 +64,8 @@ class ServerAccess : public IVtAccess {
 
     MpxOrvRegistry& m_mpxOrvs;
     ServerLog& m_log;
+    IClock& m_clock;
     VtAttemptLimiter m_limiter;
+    std::chrono::milliseconds m_slowChecksUntil{};  ///< when those that were allowed count no more
     std::optional<VtAccessFile> m_file;
 };

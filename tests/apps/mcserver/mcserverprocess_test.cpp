@@ -22,7 +22,7 @@ TEST(ServerProcessTest, MakesATokenThatItsAccessFileAdmits) {
     const QStringList lines = server.Output().split(QLatin1Char('\n'));
     ASSERT_GE(lines.size(), 2);
     EXPECT_TRUE(lines[0].startsWith(QStringLiteral("token: ")));
-    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("access file: user alice operator pbkdf2-sha256$")));
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("access file: user alice operator hmac-sha256$")));
 }
 
 struct Failure {

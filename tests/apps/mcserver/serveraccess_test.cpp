@@ -15,6 +15,9 @@ using Bool = values::Value<bool>;
 
 const QString NoRule = QStringLiteral("no rule of this server allows it");
 const char* const SecretHash =
+    "hmac-sha256$73616c7473616c7473616c7473616c74$"
+    "01ea26ae75633eafc9a5db25fc0f4bd8f68e903c81b90c1c9c772df656222da3";
+const char* const SlowSecretHash =
     "pbkdf2-sha256$1000$73616c7473616c7473616c7473616c74$"
     "74296f2929a3eba9fa31d31636fdc6a389af1f5626d96206889beabaa6be99f1";
 
@@ -270,15 +273,59 @@ TEST_F(AccessByFileTest, AnUnknownCertificateAdmitsNobody) {
     EXPECT_EQ(reason, QStringLiteral("the certificate's name is not known here"));
 }
 
-TEST_F(AccessByFileTest, WrongTokensKeepTheAddressWaitingAlsoForTheRightOne) {
+TEST_F(AccessByFileTest, WrongTokensDoNotKeepRightOnesOrCertificatesOutOfTheSameAddress) {
     VtPeer peer = Stranger();
     QString reason;
-    for (int i = 0; i < VtAttemptLimiter::FreeFailures; ++i)
+    for (int i = 0; i < 100; ++i) {
         EXPECT_FALSE(Admit(peer, "alice", "guess", &reason));
-    EXPECT_FALSE(Admit(peer, "alice", "secret", &reason));
-    EXPECT_EQ(reason, QStringLiteral("too many failed attempts, wait 1 s"));
-    m_clock.Advance(1000ms);
+        EXPECT_EQ(reason, QStringLiteral("user or token is wrong"));
+    }
     EXPECT_TRUE(Admit(peer, "alice", "secret", &reason)) << reason.toStdString();
+    peer.certificateName = QStringLiteral("console1");
+    EXPECT_TRUE(Admit(peer, "", "", &reason)) << reason.toStdString();
+}
+
+class AccessByChosenTokens : public ServerAccessTest {
+  protected:
+    AccessByChosenTokens() {
+        QByteArray text = "allow operator read /\n";
+        for (const char* const user : {"alice", "bob"})
+            text += QByteArray("user ") + user + " operator " + SlowSecretHash + '\n';
+        text += QByteArray("user carol operator ") + SecretHash + '\n';
+        UseFile(text);
+    }
+    QString WhyNotAdmitted(const char* user, const char* token, const char* address = "10.0.0.9:4000") {
+        VtPeer peer = Stranger();
+        peer.address = QLatin1String(address);
+        QString reason;
+        return m_access->Admit(peer, QLatin1String(user), QLatin1String(token), &reason) ? QString() : reason;
+    }
+};
+
+TEST_F(AccessByChosenTokens, WrongOnesKeepTheirUserWaitingAtThatAddressAndNobodyElse) {
+    for (int i = 0; i < VtAttemptLimiter::FreeFailures; ++i)
+        EXPECT_EQ(WhyNotAdmitted("alice", "guess"), QStringLiteral("user or token is wrong"));
+    EXPECT_EQ(WhyNotAdmitted("alice", "secret"), QStringLiteral("too many failed attempts, wait 1 s"));
+    EXPECT_EQ(WhyNotAdmitted("alice", "secret", "10.0.0.8:4000"), QString());
+    EXPECT_EQ(WhyNotAdmitted("bob", "secret"), QString());
+    EXPECT_EQ(WhyNotAdmitted("carol", "secret"), QString());
+    m_clock.Advance(1000ms);
+    EXPECT_EQ(WhyNotAdmitted("alice", "secret"), QString());
+}
+
+TEST_F(AccessByChosenTokens, CostAtMostATenthOfTheTimeFromHoweverManyAddresses) {
+    int checked = 0;
+    for (int i = 0; i < 250; ++i) {
+        const QByteArray address = "10.1.0." + QByteArray::number(i) + ":1";
+        if (WhyNotAdmitted("alice", "guess", address.constData()) == QLatin1String("user or token is wrong"))
+            ++checked;
+    }
+    EXPECT_EQ(checked, 20);
+    EXPECT_EQ(WhyNotAdmitted("bob", "secret"),
+              QStringLiteral("too many tokens are to be checked at once, try again"));
+    EXPECT_EQ(WhyNotAdmitted("carol", "secret"), QString());
+    m_clock.Advance(100ms);
+    EXPECT_EQ(WhyNotAdmitted("bob", "secret"), QString());
 }
 
 TEST_F(AccessByFileTest, RefusedAdmissionIsLoggedWithWhoAndWhyButNotTheToken) {

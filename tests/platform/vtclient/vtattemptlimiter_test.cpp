@@ -63,6 +63,15 @@ TEST_F(VtAttemptLimiterTest, SuccessForgetsFailures) {
     EXPECT_EQ(m_limiter.WaitOf(m_here), 0ms);
 }
 
+TEST_F(VtAttemptLimiterTest, AnotherUserDoesNotWait) {
+    for (int i = 0; i < VtAttemptLimiter::FreeFailures; ++i)
+        m_limiter.Failed(m_here, QStringLiteral("alice"));
+    EXPECT_GT(m_limiter.WaitOf(m_here, QStringLiteral("alice")), 0ms);
+    EXPECT_EQ(m_limiter.WaitOf(m_here, QStringLiteral("bob")), 0ms);
+    m_limiter.Succeeded(m_here, QStringLiteral("bob"));
+    EXPECT_GT(m_limiter.WaitOf(m_here, QStringLiteral("alice")), 0ms);
+}
+
 TEST_F(VtAttemptLimiterTest, AnotherPortIsTheSameHost) {
     Fail(VtAttemptLimiter::FreeFailures, m_here);
     EXPECT_GT(m_limiter.WaitOf(QStringLiteral("10.0.0.1:4001")), 0ms);
@@ -71,7 +80,7 @@ TEST_F(VtAttemptLimiterTest, AnotherPortIsTheSameHost) {
 
 TEST_F(VtAttemptLimiterTest, RemembersABoundedNumberOfAddresses) {
     Fail(20, m_here);
-    for (int i = 0; i < VtAttemptLimiter::MaxAddresses; ++i) {
+    for (int i = 0; i < VtAttemptLimiter::MaxRecords; ++i) {
         ++m_now;
         m_limiter.Failed(QStringLiteral("host%1:1").arg(i));
     }

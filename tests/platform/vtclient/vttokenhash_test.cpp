@@ -9,8 +9,11 @@
 
 namespace {
 
-// The known answer for "password", computed with another implementation of PBKDF2.
+// The known answers for "password", computed with other implementations.
 const char* const KnownHash =
+    "hmac-sha256$73616c7473616c7473616c7473616c74$"
+    "f0183ec3963c18db030773092b4a25b0d3feb2a4bdc1e133a59d22cf3e7022e2";
+const char* const KnownSlowHash =
     "pbkdf2-sha256$4096$73616c7473616c7473616c7473616c74$"
     "16e35b12b41f465ca64d069578d750059775ccad5df3ad53d6b204acb122d1ee";
 
@@ -50,9 +53,14 @@ TEST(VtTokenHash, SurvivesBeingWritten) {
 }
 
 TEST(VtTokenHash, AgreesWithOtherImplementations) {
-    const auto hash = VtTokenHash::Parse(QLatin1String(KnownHash));
-    ASSERT_TRUE(hash.has_value());
-    EXPECT_TRUE(hash->Matches(QStringLiteral("password")));
+    for (const char* const known : {KnownHash, KnownSlowHash}) {
+        const auto hash = VtTokenHash::Parse(QLatin1String(known));
+        ASSERT_TRUE(hash.has_value());
+        EXPECT_EQ(hash->ToText(), QLatin1String(known));
+        EXPECT_EQ(hash->IsSlow(), known == KnownSlowHash);
+        EXPECT_TRUE(hash->Matches(QStringLiteral("password")));
+        EXPECT_FALSE(hash->Matches(QStringLiteral("Password")));
+    }
 }
 
 struct Malformed {
@@ -71,6 +79,9 @@ TEST_P(VtTokenHashMalformed, IsRefused) {
 const Malformed MalformedTexts[] = {
     {"Empty", ""},
     {"NoParts", "pbkdf2-sha256"},
+    {"NoPartsEither", "hmac-sha256"},
+    {"IterationsWhereNoneAre", "hmac-sha256$4096$" SALT "$" DIGEST},
+    {"ShortSaltOfTheQuickForm", "hmac-sha256$7361$" DIGEST},
     {"AnotherScheme", "md5$4096$" SALT "$" DIGEST},
     {"TooFewParts", "pbkdf2-sha256$4096$" SALT},
     {"TooManyParts", "pbkdf2-sha256$4096$" SALT "$" DIGEST "$"},
