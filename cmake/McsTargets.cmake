@@ -41,20 +41,29 @@ if(MCS_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-# mcs_add_library(<target> <export name> <building macro>): a shared library that is installed as
-# MultiChannelServer::<export name>. Includes read as in the source tree, in the project and once installed.
-function(mcs_add_library target export_name building_macro)
+# What stands in file names that are particular to an operating system.
+if(WIN32)
+  set(mcs_system windows)
+else()
+  set(mcs_system posix)
+endif()
+
+# mcs_add_library(<target> <export name> <building macro> <kind> PUBLIC <libraries>... [PRIVATE <libraries>...]): a shared
+# library that is installed as MultiChannelServer::<export name>. <kind> is that of mcs_precompile. Includes read as in the
+# source tree, in the project and once installed. It is made of folders, by mcs_add_face and mcs_add_room.
+#
+# <target>Objects is the same for tests of what the library keeps to itself: they link its objects, so that the library
+# exports nothing for their sake. A program links the one or the other.
+function(mcs_add_library target export_name building_macro kind)
+  cmake_parse_arguments(PARSE_ARGV 4 arg "" "" "PUBLIC;PRIVATE")
   add_library(${target} SHARED)
   add_library(MultiChannelServer::${export_name} ALIAS ${target})
-  target_compile_definitions(${target}
-    PRIVATE ${building_macro} QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:mcs_warnings>)
+  target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
   # Calls within the library need no detour, since nobody replaces its functions.
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND UNIX AND NOT APPLE)
-    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   endif()
   # Installed, each finds the others beside it: a program's own search path does not hold for them.
@@ -62,6 +71,52 @@ function(mcs_add_library target export_name building_macro)
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   endif()
   set_target_properties(${target} PROPERTIES
-    EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
-  install(TARGETS ${target} EXPORT MultiChannelServerTargets)
+    EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX
+    MCS_BUILDING_MACRO ${building_macro} MCS_KIND ${kind} MCS_LINKED "${arg_PUBLIC};${arg_PRIVATE}")
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR})
+  install(TARGETS ${target} EXPORT MultiChannelServerTargets FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+  add_library(${target}Objects INTERFACE)
+  target_compile_definitions(${target}Objects INTERFACE ${building_macro})
+  target_include_directories(${target}Objects INTERFACE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${target}Objects INTERFACE ${arg_PUBLIC} ${arg_PRIVATE})
+endfunction()
+
+# mcs_add_room(<library> <folder> [MOC] <sources>...): the sources of a folder that is private to the one above it, built
+# once, for the library and for its tests. MOC: it has classes of Qt with signals, slots or properties.
+function(mcs_add_room library folder)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "MOC" "" "")
+  cmake_path(ABSOLUTE_PATH folder NORMALIZE OUTPUT_VARIABLE path)
+  cmake_path(RELATIVE_PATH path BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+  string(REGEX REPLACE "/$" "" path ${path})
+  string(MAKE_C_IDENTIFIER "mcs_${path}" room)
+  list(TRANSFORM arg_UNPARSED_ARGUMENTS PREPEND ${folder}/)
+  get_target_property(building_macro ${library} MCS_BUILDING_MACRO)
+  get_target_property(kind ${library} MCS_KIND)
+  get_target_property(linked ${library} MCS_LINKED)
+
+  add_library(${room} OBJECT ${arg_UNPARSED_ARGUMENTS})
+  set_target_properties(${room} PROPERTIES AUTOMOC ${arg_MOC} POSITION_INDEPENDENT_CODE ON)
+  target_compile_definitions(${room}
+    PRIVATE ${building_macro} QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND UNIX AND NOT APPLE)
+    target_compile_options(${room} PRIVATE -fno-semantic-interposition)
+  endif()
+  target_include_directories(${room} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${room} PRIVATE ${linked} mcs_warnings)
+  mcs_precompile(${room} ${kind})
+  target_sources(${library} PRIVATE $<TARGET_OBJECTS:${room}>)
+  target_sources(${library}Objects INTERFACE $<TARGET_OBJECTS:${room}>)
+endfunction()
+
+# mcs_add_face(<library> <folder> [MOC] <sources>... [KEPT <headers>...]): the same of a folder whose headers are installed,
+# all of them. KEPT are those of classes that stand there by agreement and are nobody's interface.
+function(mcs_add_face library folder)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "KEPT")
+  mcs_add_room(${library} ${folder} ${arg_UNPARSED_ARGUMENTS})
+  cmake_path(ABSOLUTE_PATH folder NORMALIZE OUTPUT_VARIABLE path)
+  file(GLOB headers CONFIGURE_DEPENDS ${path}/*.h)
+  list(TRANSFORM arg_KEPT PREPEND ${path}/)
+  list(REMOVE_ITEM headers ${arg_KEPT})
+  target_sources(${library} PUBLIC FILE_SET HEADERS FILES ${headers})
 endfunction()

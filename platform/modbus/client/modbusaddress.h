@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/modbus/modbusexport.h>
-
 #include <QtCore/QString>
 
 /// Where an input module is: an IPv4 address and a port. Names are not taken, since looking one up may take
 /// longer than any time-out, and nor is IPv6, which the modules do not speak.
-struct MCS_MODBUS_EXPORT ModbusAddress {
+struct ModbusAddress {
     static constexpr quint16 StandardPort = 502;
 
     quint32 ip = 0;  ///< in the order of the host

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/modbus/modbusexport.h>
-
 #include <QtCore/qglobal.h>
 
 /// The error codes that are not of the operating system, and far away from those of any. The numbers are
@@ -18,7 +16,7 @@ constexpr unsigned UnaskedBytes = Base + 16;      ///< something came that nobod
 constexpr unsigned ForeignUnit = Base + 17;       ///< the answer of another unit
 
 /// The code of the exception \a number, as a module sent it.
-MCS_MODBUS_EXPORT unsigned OfException(quint8 number);
+unsigned OfException(quint8 number);
 
 /// The text of a code from here; null for all others.
 const char* TextOf(unsigned code);

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/modbus/modbusexport.h>
-
 #include <QtCore/qglobal.h>
 
 #include <array>
 
 /// The question for the states of some inputs, and what counts as its answer. Pure functions of bytes.
-struct MCS_MODBUS_EXPORT ModbusQuestion {
+struct ModbusQuestion {
     static constexpr int Size = 12;
 
     quint16 transaction = 0;

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/modbus/modbusexport.h>
-
 #include <chrono>
 
 class ICfg;
 
 /// How input modules are asked.
-struct MCS_MODBUS_EXPORT ModbusSettings {
+struct ModbusSettings {
     int functionCode = 2;  ///< 1: read coils, 2: read discrete inputs
     int startAddress = 0;  ///< of the first input
     int unitId = 1;

@@ -11,7 +11,7 @@
 class IModbusTcpInterfaceCallback;
 
 /// Asks a module, and decides what an error means: when to connect again, and what the callback is told.
-class MCS_MODBUS_EXPORT ModbusTcpInterface final : public IModbusTcpInterface {
+class ModbusTcpInterface final : public IModbusTcpInterface {
   public:
     /// The time since some moment; never goes back.
     using Clock = std::chrono::milliseconds (*)();

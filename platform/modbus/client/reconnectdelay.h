@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/modbus/modbusexport.h>
-
 #include <chrono>
 
 /// When to try again after errors: each error in a row doubles the delay. The first ones are short, since a
 /// module that is lost tells nothing of its transmitters; the last ones spare it, and the operator.
-class MCS_MODBUS_EXPORT ReconnectDelay {
+class ReconnectDelay {
   public:
     using Time = std::chrono::milliseconds;
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/app/applicationend.h>
-#include <platform/vtclient/connectionexport.h>
 
 #include <chrono>
 #include <functional>
@@ -15,7 +14,7 @@ namespace vt {
 
 /// Keeps clients and servers that were ended by whom they told something: a call of them is under way then,
 /// and they last until it has returned, or the application ends. Main thread.
-class MCS_CONNECTION_EXPORT EndedObjects {
+class EndedObjects {
   public:
     static EndedObjects& Instance();
     EndedObjects(const EndedObjects&) = delete;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/vtclient/channel/sendqueue.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/wire/bytebuffer.h>
 
@@ -23,7 +22,7 @@ namespace vt {
 /// the message. What is sent in one turn of the event loop leaves as one write: at once where nothing waits
 /// to be sent, and as far as the system takes it; the rest, and everything that is encrypted, through Qt's
 /// socket.
-class MCS_CONNECTION_EXPORT FramedSocket final : public QObject, public IChannel {
+class FramedSocket final : public QObject, public IChannel {
     Q_OBJECT
 
   public:

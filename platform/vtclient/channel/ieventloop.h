@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
-
 #include <chrono>
 #include <optional>
 
 namespace vt {
 
 /// Has its turn when it asked for one.
-class MCS_CONNECTION_EXPORT ITurnTaker {
+class ITurnTaker {
   public:
     virtual ~ITurnTaker();
     virtual void OnTurn() = 0;
@@ -17,7 +15,7 @@ class MCS_CONNECTION_EXPORT ITurnTaker {
 };
 
 /// Time and turns, as the protocol needs them, so that tests can have their own. Main thread.
-class MCS_CONNECTION_EXPORT IEventLoop {
+class IEventLoop {
   public:
     virtual ~IEventLoop();
     virtual void SetTaker(ITurnTaker* taker) = 0;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/vtclient/channel/ieventloop.h>
-#include <platform/vtclient/connectionexport.h>
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
@@ -11,7 +10,7 @@
 namespace vt {
 
 /// Turns and time of Qt's event loop.
-class MCS_CONNECTION_EXPORT QtEventLoop final : public QObject, public IEventLoop {
+class QtEventLoop final : public QObject, public IEventLoop {
     Q_OBJECT
 
   public:

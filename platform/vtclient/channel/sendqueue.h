@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/vtclient/channel/socketcalls.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/bytebuffer.h>
 
 #include <QtCore/QByteArray>
@@ -17,7 +16,7 @@ namespace vt {
 
 /// What waits to be sent over one connection: bytes of its own, and between them bytes that others send as
 /// well, which it does not copy.
-class MCS_CONNECTION_EXPORT SendQueue {
+class SendQueue {
   public:
     /// Fewer shared bytes are copied: that costs less than to send them as a piece of their own.
     static constexpr int MinShared = 1024;

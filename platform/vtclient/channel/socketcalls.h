@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
-
 #include <QtCore/qglobal.h>
 
 /// What Qt's sockets do not offer.
@@ -14,7 +12,7 @@ void EndSending(qintptr descriptor);
 void SetListenQueue(qintptr descriptor, int length);
 
 /// How many connections may wait to show who they are: bounded by what the process may have open.
-MCS_CONNECTION_EXPORT int MaxPending();
+int MaxPending();
 
 /// Bytes that are sent behind others which lie elsewhere.
 struct SendPiece {
@@ -28,6 +26,6 @@ constexpr int MaxSendPieces = 16;
 /// without waiting, in one call to it. \return how many bytes it took. None where something is wrong with the
 /// connection: whoever sends the rest through its QTcpSocket hears of it there. And none on systems where
 /// everything is to go through that.
-MCS_CONNECTION_EXPORT qint64 SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count);
+qint64 SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count);
 
 }  // namespace vt

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/iconnector.h>
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -12,7 +11,7 @@ class QTcpSocket;
 namespace vt {
 
 /// Connects over TCP, or TLS over TCP.
-class MCS_CONNECTION_EXPORT SocketConnector final : public QObject, public IConnector {
+class SocketConnector final : public QObject, public IConnector {
     Q_OBJECT
 
   public:

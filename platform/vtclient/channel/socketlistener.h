@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/vtclient/channel/waitingroom.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/vtserver.h>
 
@@ -22,7 +21,7 @@ namespace vt {
 /// Accepts TCP or TLS connections and hands them on as channels. Whoever connects to a TLS port costs a
 /// descriptor until the first byte comes; then handshakes start, in the order in which they can, for as much
 /// of each turn of the event loop as leaves the others theirs. Main thread.
-class MCS_CONNECTION_EXPORT SocketListener final : public QTcpServer {
+class SocketListener final : public QTcpServer {
     Q_OBJECT
 
   public:

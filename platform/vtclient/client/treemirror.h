@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/message.h>
 #include <platform/vtclient/wire/treechange.h>
 
@@ -29,7 +28,7 @@ class MirrorRecord;
 ///
 /// Observers of the items may do anything while they are told, also end this mirror; whoever owns it destroys
 /// it only when no call of it is under way.
-class MCS_CONNECTION_EXPORT TreeMirror {
+class TreeMirror {
   public:
     class IHost {
       public:

@@ -3,7 +3,6 @@
 
 #include <platform/vtclient/channel/ieventloop.h>
 #include <platform/vtclient/client/treemirror.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/iconnector.h>
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
@@ -22,11 +21,11 @@ class VtTic;
 
 /// The client without its sockets: connects through a connector, keeps the session, and feeds a mirror per
 /// pair of paths. Main thread.
-class MCS_CONNECTION_EXPORT VtClient final : public IVtClient,
-                                             public ITurnTaker,
-                                             private IChannelListener,
-                                             private IConnector::IListener,
-                                             private TreeMirror::IHost {
+class VtClient final : public IVtClient,
+                       public ITurnTaker,
+                       private IChannelListener,
+                       private IConnector::IListener,
+                       private TreeMirror::IHost {
   public:
     VtClient(QString address, int port, VtClientOptions options, std::unique_ptr<IConnector> connector,
              std::unique_ptr<IEventLoop> loop);

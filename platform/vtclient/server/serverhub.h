@@ -4,7 +4,6 @@
 #include <platform/values/observable.h>
 #include <platform/vtclient/channel/ieventloop.h>
 #include <platform/vtclient/channel/waitingroom.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/serversession.h>
@@ -27,7 +26,7 @@ namespace vt {
 ///
 /// In one turn of the event loop each watcher's changes are written once, for all sessions that are in step,
 /// and then those that are not get some of what they lack, in rotation, until the turn's time is up.
-class MCS_CONNECTION_EXPORT ServerHub final : public ITurnTaker, public IObserver {
+class ServerHub final : public ITurnTaker, public IObserver {
   public:
     struct Settings {
         QString application;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/values/observable.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/changewriter.h>
 #include <platform/vtclient/wire/pagedtable.h>
 #include <platform/vtclient/wire/treechange.h>
@@ -29,7 +28,7 @@ namespace vt {
 /// or has fallen behind.
 ///
 /// A large tree is taken in over several turns (TakeIn); what it holds by then counts.
-class MCS_CONNECTION_EXPORT TreeWatcher {
+class TreeWatcher {
   public:
     class IListener {
       public:
@@ -91,7 +90,7 @@ class MCS_CONNECTION_EXPORT TreeWatcher {
     EItemKind KindOfItem(quint32 id);
 
     /// While it lives, the first change of \a item counts as caused by the write of \a session.
-    class MCS_CONNECTION_EXPORT WriteScope {
+    class WriteScope {
       public:
         WriteScope(const values::TreeItem* item, int session);
         ~WriteScope();

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
-
 #include <QtCore/QByteArray>
 
 #include <cstddef>
@@ -13,7 +11,7 @@ namespace vt {
 /// Bytes that are appended one by one and taken away in bulk. Grows as it must. When it is emptied it keeps
 /// its room for the next time, but gives back what it grew beyond KeptRoom: one large message does not cost
 /// its room for ever.
-class MCS_CONNECTION_EXPORT ByteBuffer {
+class ByteBuffer {
   public:
     static constexpr int KeptRoom = 64 * 1024;
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/cborhead.h>
 #include <platform/vtclient/wire/content.h>
 
@@ -20,7 +19,7 @@ namespace vt {
 /// Reads by itself what messages are made of nearly always, and leaves texts with other characters than
 /// ASCII, or in parts, to Qt's reader. That one allocates for every message, and calls several functions for
 /// every number.
-class MCS_CONNECTION_EXPORT CborInput {
+class CborInput {
   public:
     /// \a data stays valid while this is used.
     CborInput(const char* data, qint64 size);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/bytebuffer.h>
 #include <platform/vtclient/wire/cborhead.h>
 
@@ -14,7 +13,7 @@ namespace vt {
 
 /// Writes the few forms of CBOR that messages are made of. Each is the shortest one, as Qt's writer has it;
 /// that one reaches its bytes through a device, which costs more than all the rest of a change.
-class MCS_CONNECTION_EXPORT CborOutput {
+class CborOutput {
   public:
     int Size() const { return m_bytes.Size(); }
     const char* Data() const { return m_bytes.Data(); }

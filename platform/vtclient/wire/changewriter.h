@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/cboroutput.h>
 #include <platform/vtclient/wire/content.h>
 #include <platform/vtclient/wire/itemkinds.h>
@@ -16,7 +15,7 @@ namespace vt {
 struct TreeChange;
 
 /// Writes changes in their form on the wire, one after the other, straight from the items they are about.
-class MCS_CONNECTION_EXPORT ChangeWriter {
+class ChangeWriter {
   public:
     ChangeWriter() = default;
     ChangeWriter(const ChangeWriter&) = delete;

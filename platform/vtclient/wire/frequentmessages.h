@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/content.h>
 #include <platform/vtclient/wire/messagetypes.h>
 
@@ -50,9 +49,9 @@ void WriteFields(CborOutput& output, const WriteMessage& write);
 void WriteFields(CborOutput& output, const AnswerMessage& answer);
 
 /// Each on the wire, without the frame. Valid until the next of these calls. Main thread.
-MCS_CONNECTION_EXPORT std::string_view EncodeHead(const ChangesHead& head);
-MCS_CONNECTION_EXPORT std::string_view Encode(const AckMessage& ack);
-MCS_CONNECTION_EXPORT std::string_view Encode(const WriteMessage& write);
-MCS_CONNECTION_EXPORT std::string_view Encode(const AnswerMessage& answer);
+std::string_view EncodeHead(const ChangesHead& head);
+std::string_view Encode(const AckMessage& ack);
+std::string_view Encode(const WriteMessage& write);
+std::string_view Encode(const AnswerMessage& answer);
 
 }  // namespace vt

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/values/valuebase.h>
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/content.h>
 
 #include <array>
@@ -49,22 +48,21 @@ struct KindOperations {
 };
 
 /// Those of the kinds that hold something, by their number.
-MCS_CONNECTION_EXPORT extern const std::array<KindOperations, ItemKindCount - 1> ValueKinds;
+extern const std::array<KindOperations, ItemKindCount - 1> ValueKinds;
 
 /// Null for Node, which holds nothing.
 inline const KindOperations* Operations(EItemKind kind) {
     return kind == EItemKind::Node ? nullptr : &ValueKinds[static_cast<std::size_t>(kind) - 1];
 }
 /// What kind \a item is; false for a type that does not travel.
-MCS_CONNECTION_EXPORT bool KindOf(const values::TreeItem& item, EItemKind* kind);
+bool KindOf(const values::TreeItem& item, EItemKind* kind);
 
 /// An item of this description, detached, under \a name; null if its contents are not of its kind.
-MCS_CONNECTION_EXPORT std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item,
-                                                                 const QString& name);
+std::unique_ptr<values::TreeItem> MakeItem(const ItemDescription& item, const QString& name);
 /// Whether \a item's content and limits are such as its kind can have; converts them to it.
-MCS_CONNECTION_EXPORT bool AcceptItem(ItemDescription* item);
+bool AcceptItem(ItemDescription* item);
 /// What \a item is, in the form that travels.
-MCS_CONNECTION_EXPORT void DescribeItem(const values::TreeItem& item, ItemDescription* description);
+void DescribeItem(const values::TreeItem& item, ItemDescription* description);
 /// Delivery and state as flags on the wire.
 unsigned FlagsOf(const values::ValueBase& value);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/wire/cborinput.h>
 #include <platform/vtclient/wire/content.h>
 #include <platform/vtclient/wire/frequentmessages.h>
@@ -49,11 +48,11 @@ struct Message {
 
 /// \a message on the wire, without the frame. Messages with changes have \a changes, written by a
 /// ChangeWriter, behind their header.
-MCS_CONNECTION_EXPORT QByteArray Encode(const Message& message, const QByteArray& changes = QByteArray());
+QByteArray Encode(const Message& message, const QByteArray& changes = QByteArray());
 
 /// Reads one message. First the header, at once or its type and then the rest; then, in those that have them,
 /// change by change.
-class MCS_CONNECTION_EXPORT MessageReader {
+class MessageReader {
   public:
     /// \a data stays valid while this is used.
     MessageReader(const char* data, qint64 size) : m_input(data, size) {}

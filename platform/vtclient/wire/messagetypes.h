@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
-
 #include <cstdint>
 
 namespace vt {
@@ -43,6 +41,6 @@ enum class EBye : std::uint8_t {
 enum class EResult : std::uint8_t { Done = 0, Clamped = 1, Denied = 2, Gone = 3 };
 
 /// Whether messages of this type have changes behind their header.
-MCS_CONNECTION_EXPORT bool CarriesChanges(EMessage type);
+bool CarriesChanges(EMessage type);
 
 }  // namespace vt

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/connectionexport.h>
-
 #include <QtCore/QString>
 
 namespace vt {
 
 /// \a path without empty segments: "/a/b", or "/" for the root.
-MCS_CONNECTION_EXPORT QString NormalisedPath(const QString& path);
+QString NormalisedPath(const QString& path);
 /// Whether normalised \a path is normalised \a prefix or lies below it.
-MCS_CONNECTION_EXPORT bool IsAtOrBelow(const QString& path, const QString& prefix);
+bool IsAtOrBelow(const QString& path, const QString& prefix);
 /// \a name below normalised \a parent.
-MCS_CONNECTION_EXPORT QString ChildPath(const QString& parent, const QString& name);
+QString ChildPath(const QString& parent, const QString& name);
 
 }  // namespace vt

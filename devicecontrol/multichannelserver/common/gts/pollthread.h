@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <QtCore/QString>
@@ -14,7 +13,7 @@ class PollThreadImpl;
 
 /// Polls one data module on a thread of its own. The object and its signals belong to the thread that made
 /// it, which is told through its event loop.
-class MCS_COMMON_EXPORT PollThread : public QThread {
+class PollThread : public QThread {
     Q_OBJECT
 
   public:

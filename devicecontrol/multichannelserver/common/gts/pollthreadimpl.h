@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <platform/modbus/imodbustcpinterface.h>
@@ -22,7 +21,7 @@ class QTimer;
 /// all 0 again, as at the start, and the next answer is told unless it is all 0 too. After an error, further
 /// errors are all that is told, and once that the module answers again, although the interface connects again
 /// (fixed: error-stays): a module in error stays so until somebody connects it anew.
-class MCS_COMMON_EXPORT PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback {
+class PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback {
     Q_OBJECT
 
   public:

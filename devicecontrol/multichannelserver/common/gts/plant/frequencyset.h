@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/hertztable.h>
 
 #include <cstdint>
@@ -9,7 +8,7 @@
 
 /// A set of whole hertz that is made at once and asked often. Frequencies of 32 bits, which nearly all are,
 /// have a table of their own: at half the size it stays longer in the cache.
-class MCS_COMMON_EXPORT FrequencySet {
+class FrequencySet {
   public:
     /// Replaces the content. Doubled frequencies count once.
     void Assign(const std::vector<std::uint64_t>& frequencies);

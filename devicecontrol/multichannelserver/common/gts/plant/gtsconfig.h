@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
-
 #include <QtCore/QString>
 
 #include <chrono>
@@ -31,11 +29,11 @@ struct Entry {
 /// The usable entries of \a gts, in their order. Incomplete ones are left out silently. Where an earlier
 /// entry has both type and index, the index is replaced by the lowest that no module has, with a trace: two
 /// modules cannot share what they publish, and neither may be lost.
-MCS_COMMON_EXPORT std::vector<Entry> Load(ICfg& gts);
+std::vector<Entry> Load(ICfg& gts);
 /// Writes \a modules, in their order, and commits them. \a own: the sections that were loaded or saved
 /// before, and then those that are saved; entries of others are kept aside.
-MCS_COMMON_EXPORT void Save(ICfg& gts, const std::vector<PlantModule*>& modules, std::set<QString>* own);
+void Save(ICfg& gts, const std::vector<PlantModule*>& modules, std::set<QString>* own);
 /// The smallest index from 0 upward that is not among \a used.
-MCS_COMMON_EXPORT int LowestFreeIndex(std::vector<int> used);
+int LowestFreeIndex(std::vector<int> used);
 
 }  // namespace gtsconfig

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
@@ -22,7 +21,7 @@ class SuppressionPlant;
 /// DataModule, without its row. Polls the module on a thread of its own, keeps the frequency assigned to each
 /// input, and publishes inputs and assignments in the value tree. While the module is not connected it
 /// publishes no frequencies, so that nothing of it is blanked. Main thread.
-class MCS_COMMON_EXPORT PlantModule : public QObject, public IObserver {
+class PlantModule : public QObject, public IObserver {
     Q_OBJECT
 
   public:

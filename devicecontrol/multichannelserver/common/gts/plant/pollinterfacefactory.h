@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <devicecontrol/multichannelserver/common/commonexport.h>
-
 class IModbusTcpInterface;
 class IModbusTcpInterfaceCallback;
 
 /// Where poll threads get their Modbus/TCP interfaces from: ModbusTcpInterfaceCreator, unless a test has put
 /// modules of its own in its place.
-class MCS_COMMON_EXPORT PollInterfaceFactory {
+class PollInterfaceFactory {
   public:
     using Function = IModbusTcpInterface* (*)(const wchar_t* address, IModbusTcpInterfaceCallback* callback);
 
