@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -18,9 +19,9 @@ volatile std::sig_atomic_t writeEnd = -1;
 int readEnd = -1;
 std::array<struct sigaction, Signals.size()> actionsBefore;
 
-extern "C" void WakeEventLoop(int) {
+extern "C" void WakeEventLoop(int signal) {
     const int errnoBefore = errno;
-    const char byte = 0;
+    const char byte = static_cast<char>(signal);
     // If the pipe is full, the reader will be woken all the same.
     [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1);
     errno = errnoBefore;
@@ -38,31 +39,38 @@ bool OpenPipe() {
     return true;
 }
 
-void InstallHandlers() {
+void InstallHandlers(bool isHangUpTold) {
     struct sigaction action = {};
     action.sa_handler = WakeEventLoop;
     sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     for (std::size_t i = 0; i < Signals.size(); ++i) {
         ::sigaction(Signals[i], nullptr, &actionsBefore[i]);
         // SIGINT is taken even if it was ignored: shells start background jobs of scripts like that, and
         // whoever sends it to such a job means it.
         if (Signals[i] == SIGHUP && actionsBefore[i].sa_handler == SIG_IGN) continue;
+        const bool isRepeated = Signals[i] == SIGHUP && isHangUpTold;
+        action.sa_flags = isRepeated ? SA_RESTART : SA_RESTART | static_cast<int>(SA_RESETHAND);
         ::sigaction(Signals[i], &action, nullptr);
     }
 }
 
 }  // namespace
 
-ShutdownSignals::ShutdownSignals(QObject* parent) : QObject(parent) {
+ShutdownSignals::ShutdownSignals(EHangUp hangUp, QObject* parent) : QObject(parent) {
     Q_ASSERT_X(writeEnd == -1, Q_FUNC_INFO, "one at a time");
     if (!OpenPipe()) return;  // out of file descriptors: the signals then end the process as they always do
     auto* const notifier = new QSocketNotifier(readEnd, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this] {
-        std::array<char, 16> bytes;
-        if (::read(readEnd, bytes.data(), bytes.size()) > 0) Q_EMIT ShutdownRequested();
+    const bool isHangUpTold = hangUp == EHangUp::IsTold;
+    connect(notifier, &QSocketNotifier::activated, this, [this, isHangUpTold] {
+        std::array<char, 16> signalsRead;
+        const ssize_t count = ::read(readEnd, signalsRead.data(), signalsRead.size());
+        const auto isHangUp = [isHangUpTold](char signal) { return isHangUpTold && signal == SIGHUP; };
+        const auto end = signalsRead.begin() + std::max<ssize_t>(count, 0);
+        const bool isToEnd = !std::all_of(signalsRead.begin(), end, isHangUp);
+        if (std::any_of(signalsRead.begin(), end, isHangUp)) Q_EMIT HungUp();
+        if (isToEnd) Q_EMIT ShutdownRequested();
     });
-    InstallHandlers();
+    InstallHandlers(isHangUpTold);
 }
 
 ShutdownSignals::~ShutdownSignals() {

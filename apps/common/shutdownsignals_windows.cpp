@@ -35,7 +35,8 @@ BOOL WINAPI HandleRequest(DWORD kind) {
 
 }  // namespace
 
-ShutdownSignals::ShutdownSignals(QObject* parent) : QObject(parent) {
+// There are no hang-ups.
+ShutdownSignals::ShutdownSignals(EHangUp /*hangUp*/, QObject* parent) : QObject(parent) {
     const std::lock_guard<std::mutex> lock(mutex);
     Q_ASSERT_X(current == nullptr, Q_FUNC_INFO, "one at a time");
     if (ended == nullptr) ended = CreateEventW(nullptr, TRUE, FALSE, nullptr);

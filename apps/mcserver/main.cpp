@@ -39,7 +39,7 @@ int Finish(int code) {
 
 /// Runs until the server is told to end.
 int RunHeadless(const ServerOptions& options) {
-    const ShutdownSignals shutdown;
+    const ShutdownSignals shutdown(ShutdownSignals::EHangUp::IsTold);
     ServerProgram program(options);
     QString error;
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
@@ -50,6 +50,7 @@ int RunHeadless(const ServerOptions& options) {
         suppression.emplace();
         duties.emplace(suppression->GetPlant(), server.GetJobs(), server.GetLog(), program.GetClock());
     }
+    QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit);
     const int code = QCoreApplication::exec();
@@ -70,7 +71,7 @@ void TakePictures(ServerWindow& window, const QString& directory, QString* error
 
 /// Runs until the window is closed, or the server told to end.
 int RunWithWindow(const ServerOptions& options) {
-    const ShutdownSignals shutdown;
+    const ShutdownSignals shutdown(ShutdownSignals::EHangUp::IsTold);
     const GuiModule module{QString()};
     ServerProgram program(options);
     QString error;
@@ -79,6 +80,7 @@ int RunWithWindow(const ServerOptions& options) {
     window.AddPage(
         new SuppressionPage(program.GetServer().GetJobs(), program.GetServer().GetLog(), program.GetClock()),
         "Suppression", ServerWindow::tr("Ground transmitters"));
+    QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
     if (options.screenshotDirectory.isEmpty()) {
         new WindowPlacement(QStringLiteral("ServerWindow"), &window, nullptr);

@@ -118,6 +118,15 @@ QString VtAccessFile::FindUserWithoutRules(int* line) const {
     return reason;
 }
 
+QString VtAccessFile::GetTextOf(const QString& user) const {
+    const auto found = m_users.find(user);
+    if (found == m_users.end()) return QString();
+    QStringList text{found->role, found->hash ? found->hash->ToText() : QString()};
+    for (const ERight right : {ERight::Read, ERight::Write, ERight::Create})
+        text << QString::number(static_cast<int>(right)) << GetPrefixes(found->role, right);
+    return text.join(QLatin1Char('\n'));
+}
+
 bool VtAccessFile::IsSlow(const QString& user) const {
     const auto found = m_users.find(user);
     return found != m_users.end() && found->hash.has_value() && found->hash->IsSlow();

@@ -42,6 +42,10 @@ class MCS_CONNECTION_EXPORT VtAccessFile {
     /// The paths at and below which \a role may do that.
     QStringList GetPrefixes(const QString& role, ERight right) const;
 
+    /// All that the file says of \a user, as one text: another text, other rights or another credential.
+    /// Empty for a user that it does not know.
+    QString GetTextOf(const QString& user) const;
+
     /// The line with which a file admits \a user in \a role by \a hash.
     static QString UserLine(const QString& user, const QString& role, const VtTokenHash& hash);
     /// As which user a file knows whoever holds a certificate of that common name.

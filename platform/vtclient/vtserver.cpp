@@ -66,6 +66,10 @@ void VtServer::Close(const QString& reason) {
     vt::EndedObjects::Instance().Take(std::move(works));  // a call of the server itself may have led here
 }
 
+bool VtServer::ReadCertificates(QString* error) {
+    return m_d->listener == nullptr || m_d->listener->ReadCertificates(error);
+}
+
 bool VtServer::IsListening() const {
     return m_d->listener != nullptr;
 }

@@ -47,6 +47,10 @@ class MCS_CONNECTION_EXPORT VtServer {
     /// Ends all sessions, telling each client \a reason, and listens no more.
     void Close(const QString& reason);
 
+    /// Reads the files of TLS anew, for those who connect from now on. False with the reason in one line in
+    /// \a error, if they cannot be used: then what was read before holds.
+    bool ReadCertificates(QString* error);
+
     bool IsListening() const;
     QString GetAddress() const;
     int GetPort() const;  ///< the real one, also where any free one was asked for; 0 while not listening

@@ -36,6 +36,14 @@ bool IsAllowed(const QString& refusal, QString* reason) {
 ServerAccess::ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock)
     : m_mpxOrvs(mpxOrvs), m_log(log), m_clock(clock), m_limiter([&clock] { return clock.Now(); }) {}
 
+std::vector<int> ServerAccess::UseFile(const VtAccessFile& file) {
+    m_file = file;
+    std::vector<int> changed;
+    for (const auto& [session, admission] : m_admissions)
+        if (m_file->GetTextOf(admission.user) != admission.text) changed.push_back(session);
+    return changed;
+}
+
 bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
     if (!m_file) {
         AdmitWithoutFile(peer);
@@ -57,6 +65,7 @@ bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString&
     }
     peer.user = isByCertificate ? VtAccessFile::CertificateUser(peer.certificateName) : user;
     peer.role = *role;
+    m_admissions[peer.session] = {peer.user, m_file->GetTextOf(peer.user)};
     return true;
 }
 
@@ -224,6 +233,7 @@ void ServerAccess::SessionStarted(const VtPeer& peer) {
 }
 
 void ServerAccess::SessionEnded(const VtPeer& peer) {
+    m_admissions.erase(peer.session);
     m_mpxOrvs.RemoveSession(peer.session);
     Log(peer, QStringLiteral("%1 has gone").arg(peertext::Name(peer)));
 }

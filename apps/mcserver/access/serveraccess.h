@@ -8,7 +8,9 @@
 #include <platform/vtclient/vtaccessfile.h>
 #include <platform/vtclient/vtattemptlimiter.h>
 
+#include <map>
 #include <optional>
+#include <vector>
 
 class ServerLog;
 
@@ -21,7 +23,8 @@ class ServerAccess : public IVtAccess {
   public:
     ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock);
 
-    void UseFile(const VtAccessFile& file) { m_file = file; }
+    /// From now on. \return the sessions of which it says something else than what they were admitted by.
+    std::vector<int> UseFile(const VtAccessFile& file);
 
     bool NeedsCredentials() const override { return m_file.has_value(); }
     bool Admit(VtPeer& peer, const QString& user, const QString& token, QString* reason) override;
@@ -68,4 +71,10 @@ class ServerAccess : public IVtAccess {
     VtAttemptLimiter m_limiter;
     std::chrono::milliseconds m_slowChecksUntil{};  ///< when those that were allowed count no more
     std::optional<VtAccessFile> m_file;
+    /// By session, what the file said of its user when it came.
+    struct Admission {
+        QString user;
+        QString text;
+    };
+    std::map<int, Admission> m_admissions;
 };

@@ -29,7 +29,10 @@ ServerProgram::ServerProgram(const ServerOptions& options)
       m_listener(m_access) {}
 
 bool ServerProgram::Start(QString* error) {
-    if (!ReadFiles(error)) return false;
+    if (!m_options.scriptFile.isEmpty() && !m_script.Load(m_options.scriptFile, error)) return false;
+    VtAccessFile file;
+    if (!ReadAccessFile(&file, error)) return false;
+    if (!m_options.accessFile.isEmpty()) m_access.UseFile(file);
     CfgCenter::SetAppName(m_options.name);
     CfgCenter::Instance().SetStorePath(m_options.configFile);
     if (!CfgCenter::Instance().HoldStore(error) || !Listen(error)) return false;
@@ -42,13 +45,20 @@ bool ServerProgram::Start(QString* error) {
     return true;
 }
 
-bool ServerProgram::ReadFiles(QString* error) {
-    if (!m_options.scriptFile.isEmpty() && !m_script.Load(m_options.scriptFile, error)) return false;
-    if (m_options.accessFile.isEmpty()) return true;
+bool ServerProgram::ReadAccessFile(VtAccessFile* file, QString* error) const {
+    return m_options.accessFile.isEmpty() || file->Load(m_options.accessFile, error);
+}
+
+void ServerProgram::ReadFilesAnew() {
     VtAccessFile file;
-    if (!file.Load(m_options.accessFile, error)) return false;
-    m_access.UseFile(file);
-    return true;
+    QString error;
+    if (!ReadAccessFile(&file, &error) || !m_listener.ReadCertificates(&error))
+        return m_server.GetLog().Write(
+            QStringLiteral("access file and certificates stay as they were: %1").arg(error));
+    m_server.GetLog().Write(QStringLiteral("access file and certificates are read anew"));
+    if (m_options.accessFile.isEmpty()) return;
+    for (const int session : m_access.UseFile(file))
+        m_listener.EndSession(session, QStringLiteral("what the access file says of the user has changed"));
 }
 
 bool ServerProgram::Listen(QString* error) {

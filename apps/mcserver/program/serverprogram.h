@@ -23,6 +23,9 @@ class ServerProgram {
     /// Reads the files, keeps the configuration for itself, starts the server and listens. False with the
     /// reason, one line, in \a error.
     bool Start(QString* error);
+    /// Reads the access file and the certificates anew. What would keep the server from starting is told in
+    /// the log, and all goes on as before; else sessions that came in by what does not hold any more end.
+    void ReadFilesAnew();
     /// Ends all sessions and saves the configuration.
     void Stop();
 
@@ -35,7 +38,7 @@ class ServerProgram {
     static QString MakeToken(const QString& user, const QString& role);
 
   private:
-    bool ReadFiles(QString* error);
+    bool ReadAccessFile(VtAccessFile* file, QString* error) const;
     bool Listen(QString* error);
 
     ServerOptions m_options;

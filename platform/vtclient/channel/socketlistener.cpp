@@ -4,7 +4,6 @@
 #include <platform/app/errorhandler.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/socketcalls.h>
-#include <platform/vtclient/channel/tlsfiles.h>
 #include <platform/vtclient/wire/message.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
@@ -38,18 +37,19 @@ SocketListener::SocketListener() {
 }
 SocketListener::~SocketListener() = default;
 
-bool SocketListener::SetUpTls(const VtServerOptions& options, QString* error) {
-    if (options.privateKeyFile.isEmpty()) {
-        *error = QStringLiteral("the certificate '%1' needs its private key").arg(options.certificateFile);
+bool SocketListener::ReadCertificates(QString* error) {
+    if (!m_isTls) return true;
+    if (m_tlsFiles.privateKey.isEmpty()) {
+        *error = QStringLiteral("the certificate '%1' needs its private key").arg(m_tlsFiles.certificate);
         return false;
     }
-    m_configuration = QSslConfiguration::defaultConfiguration();
-    m_configuration.setCaCertificates(
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates(
         {});  // nobody's client certificate is trusted unless the caller says whose
-    const TlsFiles files{options.certificateFile, options.privateKeyFile, options.caFile};
-    if (!LoadTlsFiles(files, &m_configuration, error)) return false;
-    m_configuration.setPeerVerifyMode(options.caFile.isEmpty() ? QSslSocket::VerifyNone
-                                                               : QSslSocket::QueryPeer);
+    if (!LoadTlsFiles(m_tlsFiles, &configuration, error)) return false;
+    configuration.setPeerVerifyMode(m_tlsFiles.authorities.isEmpty() ? QSslSocket::VerifyNone
+                                                                     : QSslSocket::QueryPeer);
+    m_configuration = configuration;
     return true;
 }
 
@@ -71,7 +71,8 @@ bool SocketListener::Listen(const VtServerOptions& options, bool needsCredential
                      .arg(options.address);
         return false;
     }
-    if (m_isTls && !SetUpTls(options, error)) return false;
+    m_tlsFiles = {options.certificateFile, options.privateKeyFile, options.caFile};
+    if (!ReadCertificates(error)) return false;
     if (listen(address, static_cast<quint16>(options.port))) {
         SetListenQueue(socketDescriptor(), vtlimits::ListenQueue);
         return true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/channel/tlsfiles.h>
 #include <platform/vtclient/channel/waitingroom.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/vtserver.h>
@@ -31,6 +32,8 @@ class SocketListener final : public QTcpServer {
     ~SocketListener() override;
 
     bool Listen(const VtServerOptions& options, bool needsCredentials, QString* error);
+    /// Once more those that Listen() was told of. False with the reason in \a error; then nothing changes.
+    bool ReadCertificates(QString* error);
     void SetHandler(Handler handler) { m_handler = std::move(handler); }
     QString Address() const;
     int Port() const { return serverPort(); }
@@ -39,7 +42,6 @@ class SocketListener final : public QTcpServer {
     void incomingConnection(qintptr descriptor) override;
 
   private:
-    bool SetUpTls(const VtServerOptions& options, QString* error);
     void OnAcceptError();
     void PauseAccepting();
     void AwaitTls(qintptr descriptor);
@@ -52,6 +54,7 @@ class SocketListener final : public QTcpServer {
     bool m_isTls = false;
     bool m_isAcceptFailing = false;  ///< and that was traced
     bool m_hasAccepted = false;      ///< since the last error
+    TlsFiles m_tlsFiles;
     QSslConfiguration m_configuration;
     WaitingRoom<QSslSocket> m_waitingRoom;  ///< who is not encrypted yet
     std::deque<QSslSocket*> m_handshakes;   ///< that can start: something has come

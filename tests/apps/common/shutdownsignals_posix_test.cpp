@@ -75,6 +75,32 @@ INSTANTIATE_TEST_SUITE_P(, ShutdownSignalsTest,
                              return std::string(row.param.name);
                          });
 
+TEST(ShutdownSignals, HangUpsThatAreToldEndNothingHoweverMany) {
+    ShutdownSignals shutdown(ShutdownSignals::EHangUp::IsTold);
+    int ends = 0;
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, [&ends] { ++ends; });
+    QEventLoop loop;
+    bool isLate = false;
+    QTimer deadline;
+    QObject::connect(&deadline, &QTimer::timeout, &loop, [&] {
+        isLate = true;
+        loop.quit();
+    });
+    QObject::connect(&shutdown, &ShutdownSignals::HungUp, &loop, &QEventLoop::quit);
+    deadline.start(20000);
+    for (int i = 0; i < 3; ++i) {
+        std::raise(SIGHUP);
+        loop.exec();
+        ASSERT_FALSE(isLate) << i;
+    }
+    EXPECT_EQ(ends, 0);
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &loop, &QEventLoop::quit);
+    std::raise(SIGTERM);
+    loop.exec();
+    EXPECT_FALSE(isLate);
+    EXPECT_EQ(ends, 1);
+}
+
 TEST(ShutdownSignals, AHangUpThatIsIgnoredStaysIgnored) {
     const auto before = std::signal(SIGHUP, SIG_IGN);
     {

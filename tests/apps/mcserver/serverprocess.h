@@ -34,6 +34,7 @@ class ServerProcess {
     int Terminate();
 
     int Port() const { return m_port; }
+    qint64 ProcessId() const { return m_process.processId(); }
     QString Output() const { return m_output; }
     QString Errors() const { return m_errors; }
     QString Directory() const { return m_directory.path(); }

@@ -4,6 +4,8 @@
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>
 
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
@@ -149,6 +151,47 @@ TEST_F(TlsEnds, AHandshakeThatStopsAfterItsFirstByteKeepsNobodyOut) {
     peer.SendBytes(QByteArray(1, '\x16'));
     IVtClient* const client = Connect(Local);
     EXPECT_TRUE(ComesIn(client)) << client->GetLastError().toStdString();
+}
+
+class ChangedCertificates : public TlsEnds {
+  protected:
+    /// Puts the certificate \a name where the server reads its own.
+    void Put(const char* name) {
+        for (const QString& file : {m_serverOptions.certificateFile, m_serverOptions.privateKeyFile})
+            QFile::remove(file);
+        ASSERT_TRUE(QFile::copy(Pem(name), m_serverOptions.certificateFile));
+        ASSERT_TRUE(QFile::copy(Key(name), m_serverOptions.privateKeyFile));
+    }
+    /// What a client that comes now says; empty if it gets in.
+    QString Visit() {
+        IVtClient* const client = Connect(Local);
+        EXPECT_TRUE(
+            WaitUntil([client] { return client->IsConnected() || !client->GetLastError().isEmpty(); }));
+        return client->IsConnected() ? QString() : client->GetLastError();
+    }
+
+    QTemporaryDir m_directory;
+};
+
+TEST_F(ChangedCertificates, AreReadAnewForThoseWhoConnectThenIfTheyCanBeUsed) {
+    m_serverOptions.certificateFile = m_directory.filePath(QStringLiteral("pem"));
+    m_serverOptions.privateKeyFile = m_directory.filePath(QStringLiteral("key"));
+    m_clientOptions.caFile = Pem("authority");
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100s;
+    ASSERT_NO_FATAL_FAILURE(Put("server"));
+    Listen();
+    IVtClient* const first = Connect(Local);
+    ASSERT_TRUE(ComesIn(first)) << first->GetLastError().toStdString();
+    ASSERT_NO_FATAL_FAILURE(Put("server.expired"));
+    EXPECT_EQ(Visit(), QString()) << "nobody has asked for it to be read";
+    QString error;
+    EXPECT_TRUE(m_server.ReadCertificates(&error)) << error.toStdString();
+    EXPECT_THAT(Visit().toStdString(), HasSubstr("The certificate has expired"));
+    EXPECT_TRUE(QFile::remove(m_serverOptions.privateKeyFile));
+    EXPECT_FALSE(m_server.ReadCertificates(&error));
+    EXPECT_THAT(error.toStdString(), HasSubstr(m_serverOptions.privateKeyFile.toStdString()));
+    EXPECT_THAT(Visit().toStdString(), HasSubstr("The certificate has expired")) << "what was read before";
+    EXPECT_TRUE(first->IsConnected());
 }
 
 /// What somebody sends who speaks something else.
