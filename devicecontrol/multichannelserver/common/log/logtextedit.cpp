@@ -137,6 +137,7 @@ void LogTextEdit::Clear() {
     m_longLines.Clear();
     m_waiting = 0;
     clear();
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 void LogTextEdit::OpenFrame() {
@@ -163,6 +164,8 @@ void LogTextEdit::CloseFrame(int firstInTables) {
     if (batch.hiddenLength > 0) document()->markContentsDirty(batch.hiddenFrom, batch.hiddenLength);
     for (const QTextBlock& block : batch.longBlocks)
         if (!IsInTable(block)) m_longLines.Add(block);
+    // Were it to come later, the width would change, and all of them would be laid out once more.
+    if (!batch.longBlocks.empty()) setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     if (bar.maximum() > MostHeight) HideBefore(first);
     if (isAtEnd) bar.setValue(bar.maximum());
     if (m_waiting == document()->blockCount()) m_timer.stop();

@@ -39,6 +39,7 @@ class LogDisplayLongLine : public LogDisplayTest, public testing::WithParamInter
         Bind();
         m_whole.setReadOnly(true);
         m_whole.setWordWrapMode(QTextOption::NoWrap);
+        m_whole.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
         m_whole.setTextInteractionFlags(Area().textInteractionFlags());
         m_whole.resize(Area().size());
         m_whole.show();
@@ -181,6 +182,22 @@ TEST_F(LogDisplayLong, ThoseThatWaitAreClearedLikeAllOthers) {
     Log(line);
     m_display.SetMaxMessages(1);
     EXPECT_EQ(Area().toPlainText(), QString());
+}
+
+// All of them would be laid out once more.
+TEST_F(LogDisplayLong, TheWidthDoesNotChangeWhileTheyCome) {
+    Log(QStringLiteral("short"));
+    Settle();
+    EXPECT_FALSE(Area().verticalScrollBar()->isVisible());
+    Log(QString(Bound, QLatin1Char('x')));
+    Settle();
+    const int width = Area().viewport()->width();
+    LogLines(100);
+    Settle();
+    EXPECT_GT(Area().verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(Area().viewport()->width(), width);
+    m_display.SlotClear();
+    EXPECT_FALSE(Area().verticalScrollBar()->isVisible());
 }
 
 TEST_F(LogDisplayLong, TablesDoNotWaitForThem) {
