@@ -55,6 +55,20 @@ TEST_F(LoneClientAnswers, WhatWasReleasedIsNotAskedForAfterALoss) {
     EXPECT_NE(Item("/L/n"), nullptr);
 }
 
+TEST_F(LoneClientAnswers, AnAnswerAboutWhatIsMirroredNoMoreIsTakenForOne) {
+    IVtTic* const tic = AddTic("/L,/S");
+    Welcome();
+    ShowSubtree(1, [](ChangeWriter& writer) { AddNumber(writer, 1, 0, "n", 5); });
+    Find<Value<int>>("/L/n")->SetValue(6);
+    Settle();
+    const auto writes = Said(EMessage::Write);
+    ASSERT_EQ(writes.size(), 1U);
+    m_client->RemoveTic(tic);
+    Answer(writes.front().req, vt::EResult::Done);
+    EXPECT_TRUE(m_client->IsConnected());
+    EXPECT_FALSE(m_client->HasUnansweredWrites());
+}
+
 TEST_F(LoneClientAnswers, WhatIsAddedWhileTheNodeAboveIsReleasedStaysLocal) {
     AddTic("/L,/S");
     Welcome();

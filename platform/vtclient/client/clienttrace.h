@@ -5,12 +5,12 @@
 
 #include <QtCore/QString>
 
-/// What the sources of VtClient share.
-namespace vt::vtclientdetail {
+namespace vt {
 
-inline void Trace(const QString& message) {
+/// Traces what went wrong with a client's connection.
+inline void TraceClient(const QString& message) {
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
         _Q_Trace(message, L"platform/vtclient/client/vtclient", __LINE__);
 }
 
-}  // namespace vt::vtclientdetail
+}  // namespace vt

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/client/clientlink.h>
+
+#include <platform/values/refusals.h>
+#include <platform/vtclient/client/clientsession.h>
+#include <platform/vtclient/client/clienttrace.h>
+#include <platform/vtclient/client/vttic.h>
+
+#include <utility>
+
+namespace vt {
+
+ClientLink::IHost::~IHost() = default;
+
+ClientLink::ClientLink(const QString& localPath, const QString& remotePath, IHost& host)
+    : m_host(host), m_mirror(localPath, remotePath, static_cast<TreeMirror::IHost&>(*this)) {}
+
+ClientLink::~ClientLink() = default;
+
+bool ClientLink::TakeChange() {
+    const bool hasChanged = HasChanged();
+    m_wasEstablished = m_mirror.IsEstablished();
+    return hasChanged;
+}
+
+// The subscription -----------------------------------------------------------------------------------------
+
+void ClientLink::Subscribe(ClientSession& session) {
+    m_session = &session;
+    m_sequence = 0;
+    m_isReceiving = false;
+    m_sub = session.Subscribe(*this, m_mirror.RemotePath());
+}
+
+void ClientLink::Unsubscribe() {
+    m_isReceiving = false;
+    if (m_sub != 0) m_session->Unsubscribe(std::exchange(m_sub, 0));
+}
+
+void ClientLink::Lose() {
+    m_session = nullptr;
+    m_sub = 0;
+    m_isReceiving = false;
+    SetAbsent(false);
+    m_mirror.Lose();
+}
+
+void ClientLink::SetAbsent(bool isAbsent) {
+    m_isAbsent = isAbsent;
+    for (VtTic* tic : m_tics)
+        tic->SetAbsent(isAbsent);
+}
+
+// What comes -----------------------------------------------------------------------------------------------
+
+void ClientLink::OnSubscribed(const QStringList& writable) {
+    m_sequence = 0;
+    m_isReceiving = true;
+    SetAbsent(false);
+    if (m_mirror.IsEstablished()) m_mirror.Lose();
+    m_mirror.Start(writable, m_session->Number());
+}
+
+void ClientLink::OnAbsent(const QString& reason) {
+    m_isReceiving = false;
+    SetAbsent(true);
+    if (!reason.isEmpty()) {
+        m_session->Drop(std::exchange(m_sub, 0));
+        m_mirror.Lose();
+        values::Refusals::Instance().Report(nullptr, m_mirror.RemotePath(), reason);
+    } else if (m_mirror.Root() != nullptr) {
+        m_mirror.Vanish();
+    }
+    const bool isTold = HasChanged();
+    m_host.OnEstablished();
+    if (!isTold) m_host.OnAbsent(*this);
+}
+
+bool ClientLink::IsNext(quint64 sequence) {
+    if (m_isReceiving && sequence == m_sequence + 1) {
+        m_sequence = sequence;
+        return true;
+    }
+    TraceClient(
+        QStringLiteral("Changes of '%1' were missed: taking a new snapshot").arg(m_mirror.RemotePath()));
+    Unsubscribe();
+    m_mirror.Lose();
+    m_host.OnEstablished();
+    const bool isWanted = m_sub == 0 && !m_mirror.IsReleased();
+    if (isWanted && m_session != nullptr && m_session->IsConnected()) Subscribe(*m_session);
+    return false;
+}
+
+void ClientLink::OnChanges(MessageReader& reader, const ChangesHead& head) {
+    if (!IsNext(head.seq)) return;
+    QString error;
+    const bool isGood = Apply(reader, head, &error);
+    OnApplied(isGood, error);
+}
+
+bool ClientLink::Apply(MessageReader& reader, const ChangesHead& head, QString* error) {
+    TreeChange change;
+    while (reader.NextChange(&change))
+        if (!m_mirror.Apply(change, error)) return false;
+    *error = reader.Error();
+    if (!error->isEmpty()) return false;
+    return m_mirror.EndPart(head.type == EMessage::Snapshot || head.more, error);
+}
+
+void ClientLink::OnEnd(quint64 sequence) {
+    if (!IsNext(sequence)) return;
+    QString error;
+    const bool isGood = m_mirror.IsEstablished() || m_mirror.Finish(&error);
+    OnApplied(isGood, error);
+}
+
+void ClientLink::OnApplied(bool isGood, const QString& error) {
+    if (isGood && HasChanged()) m_host.OnEstablished();
+    if (isGood || m_session == nullptr) return;
+    m_session->Fail(QStringLiteral("changes of '%1': %2").arg(m_mirror.RemotePath(), error));
+}
+
+void ClientLink::OnAnswer(const AnswerMessage& answer) {
+    m_mirror.OnAnswer(answer);
+    m_host.OnAnswered();
+}
+
+// What goes ------------------------------------------------------------------------------------------------
+
+void ClientLink::OnEdits(TreeMirror& /*mirror*/) {
+    m_host.OnEdits();
+}
+
+quint32 ClientLink::SendWrite(TreeMirror& /*mirror*/, WriteMessage* write) {
+    return m_session->SendWrite(*this, m_sub, write);
+}
+
+quint32 ClientLink::SendCreation(TreeMirror& /*mirror*/, Message* create, const values::TreeItem& item) {
+    return m_session->SendCreation(*this, m_sub, create, item);
+}
+
+void ClientLink::OnRootDeleted(TreeMirror& /*mirror*/) {
+    Unsubscribe();
+    m_host.OnEstablished();
+}
+
+}  // namespace vt

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/client/treemirror.h>
+#include <platform/vtclient/wire/message.h>
+
+#include <QtCore/QString>
+
+#include <vector>
+
+namespace vt {
+
+class ClientSession;
+class VtTic;
+
+/// A mirror, its subscription at the server, and the tics that share them. Feeds the mirror what the server
+/// says in order, and takes a new snapshot where something is missing.
+class ClientLink final : private TreeMirror::IHost {
+  public:
+    class IHost {
+      public:
+        virtual ~IHost();
+        /// Edits or creations are under way, and wait to be sent.
+        virtual void OnEdits() = 0;
+        /// Something that was under way is not any more.
+        virtual void OnAnswered() = 0;
+        /// It may have become established, or have ceased to be.
+        virtual void OnEstablished() = 0;
+        /// The server has nothing there (any more), or lets nobody see it; told after OnEstablished().
+        virtual void OnAbsent(ClientLink& link) = 0;
+    };
+
+    ClientLink(const QString& localPath, const QString& remotePath, IHost& host);
+    ~ClientLink() override;
+    ClientLink(const ClientLink&) = delete;
+    ClientLink& operator=(const ClientLink&) = delete;
+
+    TreeMirror& Mirror() { return m_mirror; }
+    const TreeMirror& Mirror() const { return m_mirror; }
+    /// Those that share it, none of them owned.
+    std::vector<VtTic*>& Tics() { return m_tics; }
+    bool IsAbsent() const { return m_isAbsent; }
+    /// Whether the mirror has become established, or ceased to be, since this was asked last.
+    bool TakeChange();
+    bool HasChanged() const { return m_mirror.IsEstablished() != m_wasEstablished; }
+
+    void Subscribe(ClientSession& session);
+    /// Ends the subscription, if there is one. The mirror stays as it is.
+    void Unsubscribe();
+    /// The session has ended.
+    void Lose();
+
+    // What comes of the subscription.
+    void OnSubscribed(const QStringList& writable);
+    void OnChanges(MessageReader& reader, const ChangesHead& head);
+    void OnEnd(quint64 sequence);
+    void OnAbsent(const QString& reason);
+    void OnAnswer(const AnswerMessage& answer);
+
+  private:
+    void OnEdits(TreeMirror& mirror) override;
+    quint32 SendWrite(TreeMirror& mirror, WriteMessage* write) override;
+    quint32 SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) override;
+    void OnRootDeleted(TreeMirror& mirror) override;
+
+    bool IsNext(quint64 sequence);
+    bool Apply(MessageReader& reader, const ChangesHead& head, QString* error);
+    void OnApplied(bool isGood, const QString& error);
+    void SetAbsent(bool isAbsent);
+
+    IHost& m_host;
+    TreeMirror m_mirror;
+    ClientSession* m_session = nullptr;  ///< the last one that it was subscribed in; null once that has ended
+    quint32 m_sub = 0;                   ///< 0: not subscribed
+    quint64 m_sequence = 0;
+    bool m_isReceiving = false;  ///< the subscription was answered
+    bool m_isAbsent = false;
+    bool m_wasEstablished = false;
+    std::vector<VtTic*> m_tics;
+};
+
+}  // namespace vt

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/channel/ieventloop.h>
+#include <platform/vtclient/client/calldepth.h>
+#include <platform/vtclient/client/turnrequest.h>
+#include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/vtclientcenter.h>
+#include <platform/vtclient/wire/message.h>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+
+namespace values {
+class TreeItem;
+}
+
+namespace vt {
+
+class ClientLink;
+
+/// The client's end of one connection, from its channel to the loss of it: greets, keeps it alive, gives what
+/// comes to the links that it is about, acknowledges it, and sends what they say. Main thread.
+///
+/// Whoever is told meanwhile may end it: it is destroyed only when no call of it is under way.
+class ClientSession final : private IChannelListener {
+  public:
+    /// How a session ended.
+    struct Ending {
+        QString reason;  ///< one line
+        bool wasConnected = false;
+        std::optional<bool>
+            isRefused;  ///< whether the server will not change its mind by itself, if it said why
+    };
+    class IHost {
+      public:
+        virtual ~IHost();
+        /// The server has welcomed this client.
+        virtual void OnWelcome() = 0;
+        virtual void OnSessionEnded(const Ending& ending) = 0;
+        /// What came was handled: now is the time to send what follows from it, and to flush.
+        virtual void OnInputHandled() = 0;
+    };
+
+    /// The welcome must have come by \a greetedBy. All that is passed by reference outlives the session.
+    ClientSession(std::unique_ptr<IChannel> channel, const VtClientOptions& options, IEventLoop& loop,
+                  std::chrono::microseconds greetedBy, CallDepth& depth, TurnRequest& turn, IHost& host);
+    ~ClientSession() override;
+    ClientSession(const ClientSession&) = delete;
+    ClientSession& operator=(const ClientSession&) = delete;
+
+    /// Says hello to \a address, which is for people.
+    void Greet(const QString& address);
+    /// Welcomed, and not over.
+    bool IsConnected() const { return m_state == EState::Connected; }
+    bool IsEncrypted() const { return m_channel->IsEncrypted(); }
+    int Number() const { return m_number; }
+    const QString& ServerApplication() const { return m_serverApplication; }
+    /// The round trip of the last ping.
+    std::optional<std::chrono::microseconds> Latency() const { return m_latency; }
+
+    /// \return the number of the subscription, under which \a link is told what comes of it.
+    quint32 Subscribe(ClientLink& link, const QString& path);
+    void Unsubscribe(quint32 sub);
+    /// The server has ended the subscription.
+    void Drop(quint32 sub) { m_subscriptions.erase(sub); }
+    /// Each completes the message by request and subscription. \return the number of the request, whose
+    /// answer \a link is told; 0, and nothing sent, if no server would accept it: too large.
+    quint32 SendWrite(ClientLink& link, quint32 sub, WriteMessage* write);
+    quint32 SendCreation(ClientLink& link, quint32 sub, Message* create, const values::TreeItem& item);
+    /// Tells \a link, which ends, no answer any more.
+    void Forget(const ClientLink& link);
+    /// The server broke a rule: says so, and ends.
+    void Fail(const QString& reason) { Fail(EBye::Malformed, reason); }
+    /// Ends without telling the host, after a farewell.
+    void Close();
+
+    /// Acknowledges what is due, and gives the channel what waits for it.
+    void Flush();
+    /// When OnDeadline() is due.
+    std::chrono::microseconds Deadline() const;
+    void OnDeadline();
+
+  private:
+    enum class EState { Greeting, Connected, Ended };
+
+    void OnMessage(const char* data, qint64 size) override;
+    void OnInputDone() override;
+    void OnClosed(const QString& reason) override;
+
+    bool Handle(MessageReader& reader, EMessage type, qint64 size);
+    bool HandleFrequent(MessageReader& reader, EMessage type, qint64 size);
+    void Dispatch(const Message& message, qint64 size);
+    void DispatchToLink(const Message& message);
+    void OnWelcome(const Message& message);
+    void OnPong(const Message& message);
+    void OnChanges(MessageReader& reader, const ChangesHead& head);
+    void OnAnswer(const AnswerMessage& answer);
+    ClientLink* FindLink(quint32 sub);
+    void CountForAck(qint64 size);
+    void Send(const Message& message);
+    void SendBytes(std::string_view bytes);
+    quint32 SendRequest(ClientLink& link, std::string_view bytes);
+    void SendBye(EBye code, const QString& reason);
+    void Fail(EBye code, const QString& reason);
+    void End(const QString& reason, std::optional<bool> isRefused = std::nullopt);
+
+    std::unique_ptr<IChannel> m_channel;
+    const VtClientOptions& m_options;
+    IEventLoop& m_loop;
+    std::chrono::microseconds m_greetedBy;
+    CallDepth& m_depth;
+    TurnRequest& m_turn;
+    IHost& m_host;
+    EState m_state = EState::Greeting;
+    int m_number = 0;  ///< the server's for this session
+    QString m_serverApplication;
+    std::optional<std::chrono::microseconds> m_latency;
+    std::chrono::milliseconds m_pingInterval{};
+    std::chrono::milliseconds m_deadAfter{};
+    std::chrono::microseconds m_lastReceived;
+    std::chrono::microseconds m_lastPing{};
+    std::unordered_map<quint32, ClientLink*> m_subscriptions;
+    quint32 m_lastSub = 0;
+    std::unordered_map<quint32, ClientLink*> m_requests;  ///< null: the link has ended
+    quint32 m_lastRequest = 0;
+    quint64 m_received = 0;  ///< messages to be acknowledged
+    int m_unackedMessages = 0;
+    qint64 m_unackedBytes = 0;
+    bool m_hasOutput = false;
+};
+
+}  // namespace vt
