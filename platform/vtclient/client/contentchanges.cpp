@@ -19,25 +19,23 @@ bool TakeContent(MirrorRecord& record, const TreeChange& change, QString* error)
 
 bool ContentChanges::Apply(MirrorRecord& record, const TreeChange& change, QString* error) {
     if (record.IsNode()) return FailChange(error, QStringLiteral("a node with a content"));
-    switch (change.change) {
-        case EChange::Described:
-            return ApplyDescription(record, change, error);
-        case EChange::Items:
-            return ApplyChoices(record, change, error);
-        default:
-            return ApplyContent(record, change, error);
-    }
-}
-
-bool ContentChanges::ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error) {
+    if (change.change == EChange::Described) return ApplyDescription(record, change, error);
+    if (change.change == EChange::Items) return ApplyChoices(record, change, error);
     if (!TakeContent(record, change, error)) return false;
     if (change.change == EChange::Own && change.session == m_session) return true;
-    if (record.isOccurring && m_items.IsNew(record)) {
+    if (record.isOccurring) return ApplyOccurrence(record, error);
+    if (!record.IsUnderWay()) record.ShowServerContent();
+    return true;
+}
+
+// Each is told, of what is new too: that is attached first.
+bool ContentChanges::ApplyOccurrence(MirrorRecord& record, QString* error) {
+    if (m_items.IsNew(record)) {
         const RecordGuard guard(record);
         if (!m_items.AttachAll(error)) return false;
         if (!guard.IsAlive()) return true;
     }
-    if (record.isOccurring || !record.IsUnderWay()) record.ShowServerContent();
+    record.ShowServerContent();
     return true;
 }
 

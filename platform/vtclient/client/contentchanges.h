@@ -21,7 +21,7 @@ class ContentChanges {
     static void ShowFlags(MirrorRecord& record, unsigned flags);
 
   private:
-    bool ApplyContent(MirrorRecord& record, const TreeChange& change, QString* error);
+    bool ApplyOccurrence(MirrorRecord& record, QString* error);
     static bool ApplyChoices(MirrorRecord& record, const TreeChange& change, QString* error);
     bool ApplyDescription(MirrorRecord& record, const TreeChange& change, QString* error);
     void Rename(MirrorRecord& record, const QString& name);

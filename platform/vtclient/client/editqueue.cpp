@@ -83,6 +83,12 @@ EditQueue::Edit EditQueue::PopEdit() {
 }
 
 // Answers come in the order of the requests, but for a peculiar server.
+std::deque<EditQueue::Request>::iterator EditQueue::FindRequest(quint32 number) {
+    if (!m_requests.empty() && m_requests.front().number == number) return m_requests.begin();
+    const auto isBefore = [](const Request& request, quint32 other) { return request.number < other; };
+    return std::lower_bound(m_requests.begin(), m_requests.end(), number, isBefore);
+}
+
 EditQueue::Request EditQueue::TakeRequest(std::deque<Request>::iterator request) {
     Request taken = std::move(*request);
     request->isAnswered = true;
@@ -137,8 +143,7 @@ void EditQueue::SendCreation(MirrorRecord& record) {
 // Answers --------------------------------------------------------------------------------------------------
 
 void EditQueue::OnAnswer(const AnswerMessage& answer) {
-    const auto isBefore = [](const Request& request, quint32 number) { return request.number < number; };
-    const auto found = std::lower_bound(m_requests.begin(), m_requests.end(), answer.req, isBefore);
+    const auto found = FindRequest(answer.req);
     if (found == m_requests.end() || found->number != answer.req || found->isAnswered) return;
     const Request request = TakeRequest(found);
     if (request.record == nullptr) return;

@@ -54,6 +54,8 @@ class EditQueue {
 
     void Push(Edit edit);
     Edit PopEdit();
+    /// The first one that is not before \a number.
+    std::deque<Request>::iterator FindRequest(quint32 number);
     Request TakeRequest(std::deque<Request>::iterator request);
     void SendWrite(const Edit& edit);
     void SendCreation(MirrorRecord& record);
