@@ -6,8 +6,10 @@
 #include <platform/vtclient/channel/qteventloop.h>
 #include <platform/vtclient/channel/socketconnector.h>
 #include <platform/vtclient/client/vtclient.h>
+#include <platform/vtclient/iconnector.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -17,19 +19,31 @@ bool BelongsToNoHost(QChar character) {
     return character.isSpace() || !character.isPrint() || QStringLiteral("/,[]\\@?#").contains(character);
 }
 
-/// Splits "mcs://host", "mcss://host" and "host". \return why there can be no such host, in one line; empty
-/// if there can.
-QString ParseAddress(const QString& address, QString* host, bool* isTls) {
-    *host = address;
-    *isTls = false;
-    const int scheme = address.indexOf(QStringLiteral("://"));
-    if (scheme >= 0) {
-        const QString name = address.left(scheme);
-        *isTls = name == QLatin1String("mcss");
-        if (!*isTls && name != QLatin1String("mcs"))
-            return QStringLiteral("'%1' is no scheme of servers").arg(name);
-        *host = address.mid(scheme + 3);
-    }
+bool IsScheme(const QString& text) {
+    const auto isLetter = [](QChar character) {
+        return character >= QLatin1Char('a') && character <= QLatin1Char('z');
+    };
+    const auto isDigit = [](QChar character) {
+        return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+    };
+    return !text.isEmpty() && isLetter(text.front()) &&
+           std::all_of(text.cbegin(), text.cend(),
+                       [&](QChar character) { return isLetter(character) || isDigit(character); });
+}
+
+struct Address {
+    QString scheme;
+    QString host;
+};
+
+Address Split(const QString& text) {
+    const int end = text.indexOf(QStringLiteral("://"));
+    if (end < 0) return {QStringLiteral("mcs"), text};
+    return {text.left(end), text.mid(end + 3)};
+}
+
+/// \return why there can be no such \a host, which loses its brackets, in one line; empty if there can.
+QString CheckHost(QString* host) {
     if (host->startsWith(QLatin1Char('[')) && host->endsWith(QLatin1Char(']')))
         *host = host->mid(1, host->size() - 2);
     if (host->isEmpty()) return QStringLiteral("it names no host");
@@ -51,7 +65,14 @@ void TraceRefusal(const QString& address, int port, const QString& problem) {
 
 }  // namespace
 
-VtClientCenter::VtClientCenter() = default;
+VtClientCenter::VtClientCenter() {
+    for (const bool isTls : {false, true})
+        RegisterScheme(isTls ? QStringLiteral("mcss") : QStringLiteral("mcs"),
+                       [isTls](const QString& host, int port, const VtClientOptions& options, QString*) {
+                           return std::make_unique<vt::SocketConnector>(host, port, isTls, options);
+                       });
+}
+
 VtClientCenter::~VtClientCenter() = default;
 
 VtClientCenter& VtClientCenter::Instance() {
@@ -63,20 +84,28 @@ void VtClientCenter::SetOptions(const VtClientOptions& options) {
     m_options = options;
 }
 
+bool VtClientCenter::RegisterScheme(const QString& scheme, VtConnectorMaker maker) {
+    if (!maker || !IsScheme(scheme)) return false;
+    return m_schemes.emplace(scheme, std::move(maker)).second;
+}
+
 IVtClient* VtClientCenter::CreateVtClient(const char* address, int port) {
     const QString text = QString::fromLatin1(address);
-    QString host;
-    bool isTls = false;
-    QString problem = ParseAddress(text, &host, &isTls);
+    Address parts = Split(text);
+    const auto scheme = m_schemes.find(parts.scheme);
+    QString problem = scheme == m_schemes.end()
+                          ? QStringLiteral("'%1' is no scheme of servers").arg(parts.scheme)
+                          : CheckHost(&parts.host);
     if (problem.isEmpty() && (port < 1 || port > 65535)) problem = QStringLiteral("ports are 1 to 65535");
     if (problem.isEmpty() && m_isEnding) problem = QStringLiteral("the application ends");
-    if (!problem.isEmpty()) {
+    std::unique_ptr<vt::IConnector> connector;
+    if (problem.isEmpty()) connector = scheme->second(parts.host, port, m_options, &problem);
+    if (connector == nullptr) {
         TraceRefusal(text, port, problem);
         return nullptr;
     }
     if (!m_applicationEnd) m_applicationEnd.emplace([this] { EndAll(); });
-    auto connector = std::make_unique<vt::SocketConnector>(host, port, isTls, m_options);
-    m_clients.push_back(std::make_unique<vt::VtClient>(host, port, m_options, std::move(connector),
+    m_clients.push_back(std::make_unique<vt::VtClient>(parts.host, port, m_options, std::move(connector),
                                                        std::make_unique<vt::QtEventLoop>()));
     return m_clients.back().get();
 }

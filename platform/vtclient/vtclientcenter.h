@@ -7,14 +7,17 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
 
 class IVtClient;
 namespace vt {
+class IConnector;
 class VtClient;
-}
+}  // namespace vt
 
 /// How clients present themselves and how patient they are. What is left empty is not used.
 struct VtClientOptions {
@@ -32,6 +35,11 @@ struct VtClientOptions {
     Time longestRetry{10'000};
 };
 
+/// Makes what connects one client to its server, at \a host and \a port as they stand in the address. \return
+/// null with the reason in \a problem, in one line, if there can be no such server.
+using VtConnectorMaker = std::function<std::unique_ptr<vt::IConnector>(
+    const QString& host, int port, const VtClientOptions& options, QString* problem)>;
+
 /// Makes the process's clients of value-tree servers. Main thread.
 class MCS_CONNECTION_EXPORT VtClientCenter {
   public:
@@ -43,11 +51,16 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     void SetOptions(const VtClientOptions& options);
     const VtClientOptions& GetOptions() const { return m_options; }
 
-    /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed) or
-    /// "mcss://" (TLS) in front. The text is Latin-1; a name beyond that has an ACE form ("xn--..."). It
-    /// starts to connect when the event loop runs. Destroy it with DestroyVtClient; one that is left when
-    /// the application object goes is destroyed then, which it tells.
-    /// \return null for an address, scheme or port that cannot be right, with a trace.
+    /// Lets addresses that begin with \a scheme and "://" have connectors from \a maker from now on, which is
+    /// how another transport than TCP and TLS comes in. \return false if the scheme is known already, or is
+    /// none: lower-case letters and digits, a letter first.
+    bool RegisterScheme(const QString& scheme, VtConnectorMaker maker);
+
+    /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed),
+    /// "mcss://" (TLS) or another registered scheme in front. The text is Latin-1; a name beyond that has an
+    /// ACE form ("xn--..."). It starts to connect when the event loop runs. Destroy it with DestroyVtClient;
+    /// one that is left when the application object goes is destroyed then, which it tells. \return null for
+    /// an address, scheme or port that cannot be right, with a trace.
     IVtClient* CreateVtClient(const char* address, int port);
     /// Tells the client's observers that it goes, and destroys it with its tics. Null and a client that is
     /// not of this center change nothing.
@@ -60,6 +73,7 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     void EndAll();
 
     VtClientOptions m_options;
+    std::map<QString, VtConnectorMaker> m_schemes;
     std::vector<std::unique_ptr<vt::VtClient>> m_clients;
     std::optional<ApplicationEnd> m_applicationEnd;  ///< since the first client that it ends
     bool m_isEnding = false;

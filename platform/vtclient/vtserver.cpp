@@ -57,6 +57,10 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     return true;
 }
 
+void VtServer::Serve(std::unique_ptr<vt::IChannel> channel) {
+    if (m_d->works) m_d->works->hub.AddChannel(std::move(channel));
+}
+
 void VtServer::Close(const QString& reason) {
     m_d->applicationEnd.reset();
     m_d->listener.reset();

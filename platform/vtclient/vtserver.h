@@ -10,6 +10,10 @@
 #include <memory>
 #include <vector>
 
+namespace vt {
+class IChannel;
+}
+
 /// Where and how a server listens.
 struct VtServerOptions {
     static constexpr int DefaultPort = 7450;
@@ -44,6 +48,9 @@ class MCS_CONNECTION_EXPORT VtServer {
     /// Starts to listen. False with the reason in one line in \a error: a port in use, an address that is
     /// none, a certificate that cannot be used, an interface that needs TLS and credentials.
     bool Listen(const VtServerOptions& options, QString* error);
+    /// Serves one more peer, which another transport has brought; while not listening, closes \a channel
+    /// instead. What the channel says of loopback, encryption and certificate is believed.
+    void Serve(std::unique_ptr<vt::IChannel> channel);
     /// Ends all sessions, telling each client \a reason, and listens no more.
     void Close(const QString& reason);
 
