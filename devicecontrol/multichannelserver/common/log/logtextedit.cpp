@@ -20,8 +20,8 @@
 namespace {
 
 // ns: a message costs no more than the sum.
-constexpr qint64 MostReading = 80000000;
-constexpr qint64 MostLayout = 120000000;
+constexpr qint64 MostReading = 75000000;
+constexpr qint64 MostLayout = 105000000;
 // A cut is the last resort: it is not made within the first 16 Ki characters.
 constexpr int LeastLength = 16384;
 // ns for what is laid out in one frame, if it is more than one message.

@@ -90,6 +90,23 @@ TEST_F(LogDisplaySaving, ReplacesWhatTheFileHeld) {
     EXPECT_EQ(ContentOf(PathOf("log.html")), QByteArray(s_saved));
 }
 
+// The window may not have laid out all of it yet.
+TEST_F(LogDisplaySaving, WritesLongMessagesWholeAndTheTextOfAnyMarkup) {
+    m_display.show();
+    QByteArray saved(s_saved);
+    for (const char letter : {'a', 'b', 'c', 'd'}) {
+        Log(QString(65536, QLatin1Char(letter)));
+        saved += '\n' + QByteArray(65536, letter);
+    }
+    Log(QStringLiteral("<style>h1{color:red}</style><h1 title='2026'>heading</h1>"));
+    saved += "\nheading";
+    m_display.SlotSaveLogToFile(PathOf("log.html"));
+    EXPECT_EQ(ContentOf(PathOf("log.html")), saved);
+    Log(QStringLiteral("<table><tr><td>left<td>right</table>"));
+    m_display.SlotSaveLogToFile(PathOf("log.html"));
+    EXPECT_TRUE(ContentOf(PathOf("log.html")).simplified().endsWith("heading left right"));
+}
+
 TEST_F(LogDisplaySaving, AFileThatCannotBeOpenedIsSilentlyNotWritten) {
     const ModalDriver nobody({});
     m_display.SlotSaveLogToFile(PathOf("no/such/directory/log.html"));
