@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/modbus/modbustcpinterfacecreator.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 #include <platform/modbus/client/modbustcpinterface.h>
@@ -12,14 +12,8 @@
 
 namespace {
 
-constexpr wchar_t ThisFile[] = L"platform/modbus/modbustcpinterfacecreator";
-
 std::mutex g_settingsMutex;
 ModbusSettings g_settings;
-
-void Trace(const QString& message, int line) {
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, ThisFile, line);
-}
 
 /// Port 502 takes rights that tests and demonstrations do not have.
 quint16 PortInsteadOf(quint16 port) {
@@ -28,7 +22,7 @@ quint16 PortInsteadOf(quint16 port) {
     bool isNumber = false;
     const quint16 other = qgetenv(Variable).toUShort(&isNumber);
     if (isNumber && other != 0) return other;
-    Trace(QStringLiteral("MCS_MODBUS_PORT is no port from 1 to 65535, %1 is used").arg(port), __LINE__);
+    MCS_TRACE(QStringLiteral("MCS_MODBUS_PORT is no port from 1 to 65535, %1 is used").arg(port));
     return port;
 }
 
@@ -41,7 +35,7 @@ IModbusTcpInterface* ModbusTcpInterfaceCreator::CreateInterface(const wchar_t* a
     QString reason;
     const unsigned error = parsed.Parse(address, &reason);
     if (error != 0) {
-        Trace(reason, __LINE__);
+        MCS_TRACE(reason);
         callback->OnError(error);
         return nullptr;
     }

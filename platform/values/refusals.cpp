@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/values/refusals.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 
 #include <algorithm>
 
@@ -24,8 +24,7 @@ void Refusals::RemoveListener(IRefusalListener* listener) {
 }
 
 void Refusals::Report(TreeItem* item, const QString& path, const QString& reason) {
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("'%1' refused: %2").arg(path, reason), L"platform/values/refusals", __LINE__);
+    MCS_TRACE(QStringLiteral("'%1' refused: %2").arg(path, reason));
     const std::vector<IRefusalListener*> listeners = m_listeners;
     for (IRefusalListener* listener : listeners) {
         const bool isThere = std::find(m_listeners.begin(), m_listeners.end(), listener) != m_listeners.end();

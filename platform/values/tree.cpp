@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/values/tree.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/values/mainthread.h>
 #include <platform/values/paths/pathsegments.h>
 #include <platform/values/valuebase.h>
@@ -95,9 +95,7 @@ void Tree::Delete(TreeItem* item) {
     MCS_ASSERT_MAIN_THREAD();
     if (item == nullptr || item->m_state == GoingAway) return;
     if (item == &m_root) {
-        if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-            _Q_Trace(QStringLiteral("The root of the tree cannot be deleted"), L"platform/values/tree",
-                     __LINE__);
+        MCS_TRACE(QStringLiteral("The root of the tree cannot be deleted"));
         return;
     }
     delete item;  // its parent lets go of it and tells of it

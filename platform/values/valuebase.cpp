@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/values/valuebase.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/values/mainthread.h>
 #include <platform/values/node.h>
 
@@ -47,9 +47,7 @@ void ValueBase::SetWritable(bool isWritable) {
 }
 
 void ValueBase::TraceRefusal(const char* what) const {
-    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
-    _Q_Trace(QStringLiteral("The value '%1' refuses: %2").arg(GetPathName(), QLatin1String(what)),
-             L"platform/values/valuebase", __LINE__);
+    MCS_TRACE(QStringLiteral("The value '%1' refuses: %2").arg(GetPathName(), QLatin1String(what)));
 }
 
 }  // namespace values

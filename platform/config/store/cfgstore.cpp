@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/config/store/cfgstore.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/cfgsave.h>
 #include <platform/config/store/inireader.h>
 #include <platform/config/store/iniwriter.h>
@@ -83,17 +83,12 @@ void CfgStore::Open() {
     }
     if (m_obstacle.isEmpty()) return;
     m_copy.StartBlindly();
-    Trace(QStringLiteral("The configuration file '%1' cannot be used (%2); defaults are used")
-              .arg(m_path, m_obstacle));
+    MCS_TRACE(QStringLiteral("The configuration file '%1' cannot be used (%2); defaults are used")
+                  .arg(m_path, m_obstacle));
 }
 
 void CfgStore::TryAgain() {
     if (!m_obstacle.isEmpty()) LoadAsItIs();
-}
-
-void CfgStore::Trace(const QString& message) const {
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(message, L"platform/config/store/cfgstore", __LINE__);
 }
 
 Result CfgStore::Patiently(const std::function<Result()>& action) const {
@@ -132,9 +127,9 @@ QString CfgStore::Load() {
         m_copy.TakeIn(std::move(stored));
         const QStringList overruled = m_copy.TakeOverruledKeys();
         if (!overruled.isEmpty())
-            Trace(QStringLiteral(
-                      "The configuration file '%1' was edited; the program's own content holds of: %2")
-                      .arg(m_path, overruled.join(QStringLiteral(", ")).left(MaxTold)));
+            MCS_TRACE(QStringLiteral(
+                          "The configuration file '%1' was edited; the program's own content holds of: %2")
+                          .arg(m_path, overruled.join(QStringLiteral(", ")).left(MaxTold)));
         m_bytes = bytes;
     }
     return QString();
@@ -155,8 +150,9 @@ void CfgStore::LoadOrPutAside(const char* consequence) {
     }
     m_copy.TakeInLoss();
     m_bytes.clear();
-    Trace(QStringLiteral("The configuration file '%1' cannot be used (%2); %3, and the file is kept as '%4'")
-              .arg(m_path, defect, QLatin1String(consequence), aside));
+    MCS_TRACE(
+        QStringLiteral("The configuration file '%1' cannot be used (%2); %3, and the file is kept as '%4'")
+            .arg(m_path, defect, QLatin1String(consequence), aside));
 }
 
 QString CfgStore::NameAside(const QByteArray* content) const {
@@ -170,8 +166,8 @@ QString CfgStore::NameAside(const QByteArray* content) const {
 
 void CfgStore::Write(const QString& key, const QString& content) {
     if (key.isEmpty() || key.endsWith(QLatin1Char('/'))) {
-        Trace(QStringLiteral("A content without a key cannot be kept in the configuration file '%1'")
-                  .arg(m_path));
+        MCS_TRACE(QStringLiteral("A content without a key cannot be kept in the configuration file '%1'")
+                      .arg(m_path));
         return;
     }
     m_copy.Write(key, content);
@@ -187,8 +183,8 @@ bool CfgStore::CommitNow() {
     if (problem.isEmpty())
         m_copy.MarkStored();
     else if (problem != m_problem)
-        Trace(QStringLiteral("The configuration file '%1' %2; the changes are kept in memory")
-                  .arg(m_path, problem));
+        MCS_TRACE(QStringLiteral("The configuration file '%1' %2; the changes are kept in memory")
+                      .arg(m_path, problem));
     m_problem = problem;
     return problem.isEmpty();
 }
@@ -248,8 +244,9 @@ QStringList CfgStore::LookForEdits() {
     if (stamp == m_newStamp && !(stamp == m_stamp)) {
         const QString defect = Load();
         if (!defect.isEmpty())
-            Trace(QStringLiteral("The configuration file '%1' was edited, and cannot be used any more (%2)")
-                      .arg(m_path, defect));
+            MCS_TRACE(
+                QStringLiteral("The configuration file '%1' was edited, and cannot be used any more (%2)")
+                    .arg(m_path, defect));
     }
     m_newStamp = stamp;
     return m_copy.TakeEditedKeys();
@@ -269,5 +266,5 @@ void CfgStore::ReportMalformed(const QString& key, const QString& content, const
         if (file.isOpen() && (QFile::exists(aside) || file.copy(aside)))
             message += QStringLiteral(", and a copy of the file is kept as '%1'").arg(aside);
     }
-    Trace(message);
+    MCS_TRACE(message);
 }

@@ -85,7 +85,6 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     Stamp GetStamp() const;
     /// A name beside the file that is free, or under which \a content is kept already.
     QString NameAside(const QByteArray* content = nullptr) const;
-    void Trace(const QString& message) const;
 
     QString m_path;
     QString m_file;      ///< what m_path leads to if it is a link, else the same

@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/modbus/client/modbussettings.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/icfg.h>
 
 namespace {
 
 void TraceRefused(const QString& key, const QString& text, int minimum, int maximum, int fallback) {
-    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
-    _Q_Trace(
+    MCS_TRACE(
         QStringLiteral("Configuration: Modbus/%1 is \"%2\", which is no number from %3 to %4; %5 is used")
             .arg(key, text.left(80))
             .arg(minimum)
             .arg(maximum)
-            .arg(fallback),
-        L"platform/modbus/client/modbussettings", __LINE__);
+            .arg(fallback));
 }
 
 void ReadNumber(ICfg& section, const char* name, int minimum, int maximum, int* number) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/socketlistener.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/socketcalls.h>
 #include <platform/vtclient/wire/message.h>
@@ -95,9 +95,7 @@ void SocketListener::OnAcceptError() {
     QTimer::singleShot(isFailing ? vtlimits::AcceptPause : vtlimits::AcceptPause.zero(), this,
                        &QTcpServer::resumeAccepting);
     if (!isFailing || std::exchange(m_isAcceptFailing, true)) return;
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("No connection can be accepted: %1").arg(errorString()),
-                 L"platform/vtclient/channel/socketlistener", __LINE__);
+    MCS_TRACE(QStringLiteral("No connection can be accepted: %1").arg(errorString()));
 }
 
 void SocketListener::incomingConnection(qintptr descriptor) {
@@ -166,10 +164,8 @@ void SocketListener::Forget(QSslSocket* socket) {
 void SocketListener::Refuse(QSslSocket* socket, const QString& reason) {
     if (!m_waitingRoom.Has(socket)) return;
     Forget(socket);
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("A connection from %1 is refused: %2")
-                     .arg(socket->peerAddress().toString(), reason),
-                 L"platform/vtclient/channel/socketlistener", __LINE__);
+    MCS_TRACE(
+        QStringLiteral("A connection from %1 is refused: %2").arg(socket->peerAddress().toString(), reason));
     socket->abort();
     socket->deleteLater();
 }
@@ -184,9 +180,7 @@ void SocketListener::OnEncrypted(QSslSocket* socket) {
     Forget(socket);
     auto channel = std::make_unique<FramedSocket>(socket);
     if (!hasBadCertificate) return m_handler(std::move(channel));
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("A connection from %1 is refused: %2").arg(channel->PeerAddress(), reason),
-                 L"platform/vtclient/channel/socketlistener", __LINE__);
+    MCS_TRACE(QStringLiteral("A connection from %1 is refused: %2").arg(channel->PeerAddress(), reason));
     Message bye = Message::Of(EMessage::Bye);
     bye.code = EBye::NotAdmitted;
     bye.reason = reason;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/client/editqueue.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/values/refusals.h>
 #include <platform/values/valueselection.h>
 #include <platform/vtclient/wire/itemkinds.h>
@@ -187,10 +187,8 @@ void EditQueue::OnCreationAnswer(MirrorRecord& record, const AnswerMessage& answ
 
 void EditQueue::RefuseCreation(MirrorRecord& record, const QString& reason) {
     if (record.state == ERecord::Offered) m_records.Refuse(record);
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("'%1' is not created at the server and stays local: %2")
-                     .arg(m_records.PathOf(record), reason),
-                 L"platform/vtclient/client/editqueue", __LINE__);
+    MCS_TRACE(QStringLiteral("'%1' is not created at the server and stays local: %2")
+                  .arg(m_records.PathOf(record), reason));
     DestroyAwaited(record);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/server/serversession.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/values/node.h>
 #include <platform/values/tree.h>
 #include <platform/values/valueselection.h>
@@ -49,11 +49,9 @@ void ServerSession::End(EBye code, const QString& reason) {
 }
 
 void ServerSession::TraceEnd(const QString& reason) const {
-    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
     const QString who = m_peer.application.isEmpty() ? QStringLiteral("a client") : m_peer.application;
-    _Q_Trace(
-        QStringLiteral("Session %1 (%2, %3) ends: %4").arg(m_peer.session).arg(who, m_peer.address, reason),
-        L"platform/vtclient/server/serversession", __LINE__);
+    MCS_TRACE(
+        QStringLiteral("Session %1 (%2, %3) ends: %4").arg(m_peer.session).arg(who, m_peer.address, reason));
 }
 
 void ServerSession::OnClosed(const QString& reason) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/server/treewatcher.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/values/node.h>
 #include <platform/values/valuebase.h>
 #include <platform/vtclient/wire/itemkinds.h>
@@ -294,10 +294,8 @@ unsigned TreeWatcher::FlagsOf(const Record& record) const {
 }
 
 void TreeWatcher::TraceUnsent(const char* what, const values::TreeItem& item) {
-    if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
-    _Q_Trace(
-        QStringLiteral("The %1 of '%2' is too large to be sent").arg(QLatin1String(what), item.GetPathName()),
-        L"platform/vtclient/server/treewatcher", __LINE__);
+    MCS_TRACE(QStringLiteral("The %1 of '%2' is too large to be sent")
+                  .arg(QLatin1String(what), item.GetPathName()));
 }
 
 void TreeWatcher::TraceOversized(const Record& record) {

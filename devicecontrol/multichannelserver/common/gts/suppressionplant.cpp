@@ -8,7 +8,7 @@
 #include <devicecontrol/multichannelserver/common/gts/plant/gtsconfig.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 #include <platform/modbus/modbustcpinterfacecreator.h>
@@ -18,8 +18,6 @@
 #include <memory>
 
 namespace {
-
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/suppressionplant";
 
 std::unique_ptr<ICfg> OpenGts() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
@@ -31,10 +29,8 @@ std::unique_ptr<ICfg> OpenGts() {
 SuppressionPlant* SuppressionPlant::s_instance = nullptr;
 
 SuppressionPlant::SuppressionPlant() {
-    if (s_instance == nullptr)
-        s_instance = this;
-    else if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceAssertions))
-        _Q_assert(L"s_instance == nullptr", SourcePath, __LINE__);
+    MCS_ASSERT(s_instance == nullptr);
+    if (s_instance == nullptr) s_instance = this;
 }
 
 SuppressionPlant::~SuppressionPlant() {
@@ -123,9 +119,7 @@ int SuppressionPlant::IndexFor(const PlantModule& module) const {
     });
     if (!isTaken) return identity.index;
     const int index = FreeIndex();
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings))
-        _Q_Trace(QStringLiteral("There is a data module %1 already; this one has the index %2 now")
-                     .arg(name, QString::number(index)),
-                 SourcePath, __LINE__);
+    MCS_TRACE(QStringLiteral("There is a data module %1 already; this one has the index %2 now")
+                  .arg(name, QString::number(index)));
     return index;
 }

@@ -5,7 +5,7 @@
 #include <devicecontrol/multichannelserver/common/gts/plant/notloaded.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
 
@@ -16,12 +16,6 @@
 #include <utility>
 
 namespace {
-
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/gts/gtsconfig";
-
-void TraceWarning(const QString& message, int line) {
-    if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) _Q_Trace(message, SourcePath, line);
-}
 
 QString SectionOf(int number) {
     return QString(gtskeys::Module).arg(number);
@@ -56,9 +50,8 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
     for (gtsconfig::Entry* const entry : doubled) {
         while (!used.insert(free).second)
             ++free;
-        TraceWarning(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
-                         .arg(entry->section, QString::number(entry->index), QString::number(free)),
-                     __LINE__);
+        MCS_TRACE(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
+                      .arg(entry->section, QString::number(entry->index), QString::number(free)));
         entry->index = free;
     }
 }
@@ -80,9 +73,8 @@ void SaveModule(ICfg& section, const PlantModule& module) {
 std::vector<gtsconfig::Entry> gtsconfig::Load(ICfg& gts) {
     const int count = gts.ReadInt(gtskeys::ModuleCount, 0);
     if (count > MaxModules)
-        TraceWarning(QStringLiteral("Configuration: GTS/%1 is %2; the first %3 modules are used")
-                         .arg(gtskeys::ModuleCount, QString::number(count), QString::number(MaxModules)),
-                     __LINE__);
+        MCS_TRACE(QStringLiteral("Configuration: GTS/%1 is %2; the first %3 modules are used")
+                      .arg(gtskeys::ModuleCount, QString::number(count), QString::number(MaxModules)));
     std::vector<Entry> entries;
     for (int i = 0; i < std::min(count, MaxModules); ++i) {
         Entry entry;

@@ -3,7 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 
-#include <platform/app/errorhandler.h>
+#include <platform/app/trace.h>
 #include <platform/config/icfg.h>
 
 #include <QtCore/QStringList>
@@ -54,9 +54,8 @@ void Trace(const QStringList& names) {
     if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
     QString list = names.mid(0, MaxNamed).join(QStringLiteral(", "));
     if (names.size() > MaxNamed) list += QStringLiteral(" ...");
-    _Q_Trace(QStringLiteral("Configuration: %1 entries of %2 could not be used and are kept in %2/%3: %4")
-                 .arg(QString::number(names.size()), gtskeys::Gts, gtskeys::NotLoaded, list),
-             L"devicecontrol/multichannelserver/common/gts/plant/notloaded", __LINE__);
+    MCS_TRACE(QStringLiteral("Configuration: %1 entries of %2 could not be used and are kept in %2/%3: %4")
+                  .arg(QString::number(names.size()), gtskeys::Gts, gtskeys::NotLoaded, list));
 }
 
 }  // namespace
