@@ -19,7 +19,9 @@ constexpr EMCSControlTreeSegments Segments[] = {CommandSegment, ConfigSegment, S
 }  // namespace
 
 ConsoleSession::ConsoleSession(QObject* parent)
-    : QObject(parent), m_mpxOrvThere(*this, [](const values::ValueBase&) { return true; }) {
+    : QObject(parent),
+      m_vtClient(*this),
+      m_mpxOrvThere(*this, [](const values::ValueBase&) { return true; }) {
     for (QTimer* const timer : {&m_patience, &m_mpxOrvPatience}) {
         timer->setSingleShot(true);
         timer->setInterval(Patience);
@@ -42,8 +44,7 @@ bool ConsoleSession::Connect(const ServerAddress& server, const VtClientOptions&
     m_server = server;
     m_options = options;
     m_client->AddObserver(this);
-    m_observed = m_client->GetVtClientToUse();
-    m_observed->AddObserver(this);
+    m_vtClient.Begin(m_client->GetVtClientToUse());
     m_client->ConnectToMCSControlTree(GetBasePath(), AllSegments);
     UpdateState();
     return true;
@@ -55,8 +56,7 @@ void ConsoleSession::Disconnect() {
     if (!client) return;
     m_patience.stop();
     m_mpxOrvPatience.stop();
-    m_observed->DeleteObserver(this);
-    m_observed = nullptr;
+    m_vtClient.End();
     client->DeleteObserver(this);
     m_segments = NoSegments;  // so that displays detach before the values go
     m_state = EState::Idle;

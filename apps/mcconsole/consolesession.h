@@ -5,7 +5,7 @@
 
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/pathbinding.h>
 #include <platform/values/refusals.h>
 #include <platform/vtclient/vtclientcenter.h>
@@ -90,7 +90,7 @@ class ConsoleSession : public QObject,
     ServerAddress m_server;
     VtClientOptions m_options;
     std::unique_ptr<MultiChannelServerClient> m_client;
-    IVtClient* m_observed = nullptr;  ///< owned by the client
+    Observation<IVtClient> m_vtClient;  ///< the client's
     EState m_state = EState::Idle;
     EMCSControlTreeSegments m_segments = NoSegments;
     QTimer m_patience;  ///< with segments that the server may not show at all

@@ -28,13 +28,13 @@ void Print(const QString& line) {
 
 }  // namespace
 
-DemoClient::DemoClient() {
+DemoClient::DemoClient() : m_answer(*this) {
     m_client.AddObserver(this);
 }
 
 DemoClient::~DemoClient() {
     m_client.DeleteObserver(this);
-    if (m_answer != nullptr) m_answer->DeleteObserver(this);
+    m_answer.End();
     m_client.DisconnectFromServer();
 }
 
@@ -47,13 +47,9 @@ bool DemoClient::Connect(const QString& address, int port) {
 
 void DemoClient::Update(Observable* source, TChangeCode code) {
     if (source == static_cast<Observable*>(&m_client)) return OnClientCode(code);
-    if (m_answer == nullptr || source != m_answer) return;
-    if (code == changecode::ContentChanged) {
+    if (m_answer.EndIfGoingAway(source, code)) return;
+    if (m_answer.Is(source) && code == changecode::ContentChanged)
         Print(QStringLiteral("answer ") + m_answer->GetValue());
-    } else if (code == changecode::StateChanged && m_answer->GetState() == values::GoingAway) {
-        m_answer->DeleteObserver(this);
-        m_answer = nullptr;
-    }
 }
 
 void DemoClient::OnClientCode(TChangeCode code) {
@@ -71,7 +67,8 @@ void DemoClient::OnClientCode(TChangeCode code) {
 }
 
 void DemoClient::FollowAnswers() {
-    m_answer = values::FindValue<values::Value<QString>>(Request(QStringLiteral("Answer")), m_answer, this);
+    const QString path = Request(QStringLiteral("Answer"));
+    m_answer.Begin(values::FindValue<values::Value<QString>>(path, nullptr, nullptr));
 }
 
 void DemoClient::Press(const char* button) {

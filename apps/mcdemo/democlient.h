@@ -3,17 +3,13 @@
 
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/tree.h>
+#include <platform/values/value.h>
 
 #include <QtCore/QString>
 
 class MpxORVHandle;
-
-namespace values {
-template <class T>
-class Value;
-}
 
 /// A client of the server as an application would be: it connects, mirrors the server's status, gets an
 /// MpxORV of its own, and asks for what it is told to ask for. Prints a line for everything that it hears.
@@ -38,6 +34,6 @@ class DemoClient final : public IObserver {
 
     values::Tree m_tree;
     MultiChannelServerClient m_client;
-    MpxORVHandle* m_handle = nullptr;            ///< owned by the client
-    values::Value<QString>* m_answer = nullptr;  ///< observed
+    MpxORVHandle* m_handle = nullptr;  ///< owned by the client
+    Observation<values::Value<QString>> m_answer;
 };

@@ -13,28 +13,29 @@ MpxOrv::MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, 
       m_policies(defaults.policies),
       m_requests(MpxOrvPath::NodePath(kind, name), defaults.frequency,
                  [this](ERequest request) { m_listener.OnRequest(*this, request); }),
-      m_blankingClient(name) {
+      m_blankingClient(name),
+      m_pBlanking(*this) {
     m_status.SetComment(defaults.comment);
     m_status.SetOperationType(QStringLiteral("Idle"));
     m_status.GetOperationModeValue()->Select(OperationIdle);
     const QString policyPath = mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Policy);
     m_policies.ShowViewInTree(values::Tree::Instance()->ProvideNode(policyPath), false);
     m_policies.AddObserver(this);
-    m_pBlanking = values::ProvideValue<values::Value<bool>>(
-        mcskeys::Join(MpxOrvPath::NodePath(kind, name), BlankingName()), defaults.obeysBlanking, false, this);
+    m_pBlanking.Begin(values::ProvideValue<values::Value<bool>>(
+        mcskeys::Join(MpxOrvPath::NodePath(kind, name), BlankingName()), defaults.obeysBlanking, false,
+        nullptr));
 }
 
 MpxOrv::~MpxOrv() {
     m_policies.DeleteObserver(this);
-    if (m_pBlanking != nullptr) m_pBlanking->DeleteObserver(this);
 }
 
 bool MpxOrv::ObeysBlanking() const {
-    return m_pBlanking == nullptr || m_pBlanking->GetValue();
+    return !m_pBlanking || m_pBlanking->GetValue();
 }
 
 void MpxOrv::SetObeysBlanking(bool obeys) {
-    if (m_pBlanking != nullptr) m_pBlanking->SetValue(obeys);
+    if (m_pBlanking) m_pBlanking->SetValue(obeys);
 }
 
 bool MpxOrv::AddClient(int session, const QString& application) {
@@ -58,9 +59,6 @@ bool MpxOrv::RemoveClient(int session) {
 void MpxOrv::Update(Observable* source, TChangeCode code) {
     const bool isPolicy = code == MCSPolicySet::PolicyAdded || code == MCSPolicySet::PolicyRemoved;
     if (source == &m_policies && isPolicy) return m_listener.OnPoliciesChanged(*this);
-    if (m_pBlanking == nullptr || source != m_pBlanking) return;
-    if (m_pBlanking->GetState() == values::GoingAway)
-        m_pBlanking = nullptr;
-    else if (code == changecode::ContentChanged)
-        m_listener.OnBlankingSwitched(*this);
+    if (m_pBlanking.EndIfGoingAway(source, code)) return;
+    if (m_pBlanking.Is(source) && code == changecode::ContentChanged) m_listener.OnBlankingSwitched(*this);
 }

@@ -8,7 +8,7 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 
 #include <QtCore/QString>
 
@@ -80,6 +80,6 @@ class MpxOrv : public IObserver {
     MCSPolicySet m_policies;
     MpxOrvRequests m_requests;
     BlankingClient m_blankingClient;
-    values::Value<bool>* m_pBlanking = nullptr;
     std::map<int, int> m_clients;  ///< session to how often it uses this
+    Observation<values::Value<bool>> m_pBlanking;
 };

@@ -5,7 +5,6 @@
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcstools.h>
-#include <platform/values/observedvalues.h>
 
 #include <platform/config/cfgsave.h>
 #include <platform/config/icfg.h>
@@ -37,12 +36,14 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
       m_commands(CommandPath()),
       m_log(m_status, clock, std::move(sink)),
       m_jobs(device, m_status, m_log, clock),
-      m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock) {}
+      m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock),
+      m_pShallBeConnected(*this),
+      m_pSaveConfig(*this),
+      m_pScanAveragingTime(*this) {}
 
 McsServer::~McsServer() {
     m_device.SetListener(nullptr);
     m_config.DeleteObserver(this);
-    observedvalues::DetachAll(ObservedValues(), this);
 }
 
 void McsServer::Start(std::unique_ptr<ICfg> cfg) {
@@ -52,16 +53,15 @@ void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     ShowDevice();
 
     m_config.AddObserver(this);
-    m_pSaveConfig = values::FindValue<values::Value<bool>>(
-        mcskeys::Join(m_config.GetBasePath(), mcskeys::SaveConfig), nullptr, this);
+    m_pSaveConfig.Begin(values::FindValue<values::Value<bool>>(
+        mcskeys::Join(m_config.GetBasePath(), mcskeys::SaveConfig), nullptr, nullptr));
     // Told before MCSConfigData, which saves too and then sets the value back to false.
-    if (m_pSaveConfig != nullptr) m_pSaveConfig->MakeFirstObserver(this);
+    if (m_pSaveConfig) m_pSaveConfig->MakeFirstObserver(this);
     // MCSConfigData does not tell its observers of this value, since it saves it itself.
-    m_pScanAveragingTime = values::FindValue<values::ValueSelection>(
-        m_config.GetDefaultScanAveragingTime_ValuePath(), nullptr, this);
-    m_pShallBeConnected = m_commands.GetShallBeConnectedValue();
-    m_pShallBeConnected->SetValue(m_config.GetConnectOnStartup(), nullptr);
-    m_pShallBeConnected->AddObserver(this);
+    m_pScanAveragingTime.Begin(values::FindValue<values::ValueSelection>(
+        m_config.GetDefaultScanAveragingTime_ValuePath(), nullptr, nullptr));
+    m_commands.GetShallBeConnectedValue()->SetValue(m_config.GetConnectOnStartup(), nullptr);
+    m_pShallBeConnected.Begin(m_commands.GetShallBeConnectedValue());
     ObeyShallBeConnected();
 }
 
@@ -102,14 +102,12 @@ void McsServer::ShowDevice() {
 }
 
 void McsServer::Update(Observable* source, TChangeCode code) {
-    if (code == changecode::StateChanged)
-        return observedvalues::ForgetIfGoingAway(ObservedValues(), source, this);
-    if (code != changecode::ContentChanged) return;
-    const bool isScanAveragingTime = m_pScanAveragingTime != nullptr && source == m_pScanAveragingTime;
-    if (source == &m_config || isScanAveragingTime) m_device.ChangeSettings(GetDeviceSettings());
-    if (m_pShallBeConnected != nullptr && source == m_pShallBeConnected) ObeyShallBeConnected();
-    if (m_pSaveConfig != nullptr && source == m_pSaveConfig && m_pSaveConfig->GetValue() &&
-        SaveConfiguration())
+    if (m_pShallBeConnected.EndIfGoingAway(source, code) || m_pSaveConfig.EndIfGoingAway(source, code) ||
+        m_pScanAveragingTime.EndIfGoingAway(source, code) || code != changecode::ContentChanged)
+        return;
+    if (source == &m_config || m_pScanAveragingTime.Is(source)) m_device.ChangeSettings(GetDeviceSettings());
+    if (m_pShallBeConnected.Is(source)) ObeyShallBeConnected();
+    if (m_pSaveConfig.Is(source) && m_pSaveConfig->GetValue() && SaveConfiguration())
         m_log.Write(QStringLiteral("the configuration is saved"));
 }
 
@@ -127,7 +125,7 @@ OrvDeviceSettings McsServer::GetDeviceSettings() const {
     settings.force = m_config.GetForceConnect();
     settings.channels = m_config.GetNumberOfFreqChannels();
     settings.maxProtocolLevel = m_config.GetMaxProtocolLevel();
-    if (m_pScanAveragingTime != nullptr && m_pScanAveragingTime->GetCurrentKey() > 0)
+    if (m_pScanAveragingTime && m_pScanAveragingTime->GetCurrentKey() > 0)
         settings.scanAveragingTime = std::chrono::milliseconds(m_pScanAveragingTime->GetCurrentKey());
     return settings;
 }

@@ -11,10 +11,9 @@
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 
 #include <memory>
-#include <tuple>
 
 class CfgSave;
 class ICfg;
@@ -54,7 +53,6 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     void OnLog(const QString& text) override;
 
   private:
-    auto ObservedValues() { return std::tie(m_pShallBeConnected, m_pSaveConfig, m_pScanAveragingTime); }
     void LoadConfiguration();
     /// Ends the \a save. False, with a line in the log, if what was written cannot be kept.
     bool Commit(CfgSave& save);
@@ -70,7 +68,7 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     JobControl m_jobs;
     MpxOrvRegistry m_mpxOrvs;
     std::unique_ptr<ICfg> m_cfg;  ///< null until started
-    values::Value<bool>* m_pShallBeConnected = nullptr;
-    values::Value<bool>* m_pSaveConfig = nullptr;
-    values::ValueSelection* m_pScanAveragingTime = nullptr;
+    Observation<values::Value<bool>> m_pShallBeConnected;
+    Observation<values::Value<bool>> m_pSaveConfig;
+    Observation<values::ValueSelection> m_pScanAveragingTime;
 };

@@ -26,17 +26,15 @@ QString ToText(const std::optional<BlankingSource>& source) {
 }  // namespace
 
 BlankingGuard::BlankingGuard(JobControl& jobs, IClock& clock)
-    : m_jobs(jobs), m_check(clock), m_modules(values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
-    if (m_modules != nullptr) m_modules->AddObserver(this);
+    : m_jobs(jobs),
+      m_check(clock),
+      m_modules(*this, values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
     ObserveModules();
     m_jobs.SetGuard(this);
 }
 
 BlankingGuard::~BlankingGuard() {
     m_jobs.SetGuard(nullptr);
-    if (m_modules != nullptr) m_modules->DeleteObserver(this);
-    for (Observable* const observed : m_observed)
-        observed->DeleteObserver(this);
 }
 
 QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
@@ -49,35 +47,34 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
 }
 
 void BlankingGuard::Update(Observable* source, TChangeCode code) {
-    if (m_modules != nullptr && source == m_modules) {
-        if (code == changecode::GoingAway) return Forget(source);
+    if (m_modules.EndIfGoingAway(source, code)) return;
+    if (m_modules.Is(source)) {
         if (code == changecode::StructureChanged) ObserveModules();
         return CheckSoon();
     }
-    auto* const value = dynamic_cast<values::ValueBase*>(source);
-    if (value == nullptr) return;
-    if (value->GetState() == values::GoingAway) return Forget(source);
+    const auto found = m_observed.find(source);
+    if (found == m_observed.end()) return;
+    if (found->second.EndIfGoingAway(source, code)) {
+        m_observed.erase(found);
+        return;
+    }
     if (code == changecode::ContentChanged || code == changecode::ItemsChanged) CheckSoon();
 }
 
 void BlankingGuard::ObserveModules() {
-    for (values::TreeItem* item = m_modules != nullptr ? m_modules->GetFirstChild() : nullptr;
-         item != nullptr; item = item->GetNextSibling()) {
+    for (values::TreeItem* item = m_modules ? m_modules->GetFirstChild() : nullptr; item != nullptr;
+         item = item->GetNextSibling()) {
         if (!item->IsNode()) continue;
         const auto* const module = static_cast<values::Node*>(item);
         for (const QLatin1String name : {gtskeys::FrequencyAssignments, gtskeys::InputDiscretes})
-            if (values::TreeItem* const child = module->FindChild(name)) Observe(child->GetObservable());
+            Observe(module->FindChild(name));
     }
 }
 
-void BlankingGuard::Observe(Observable* observable) {
-    if (observable != nullptr && m_observed.insert(observable).second) observable->AddObserver(this);
-}
-
-void BlankingGuard::Forget(Observable* observable) {
-    observable->DeleteObserver(this);
-    m_observed.erase(observable);
-    if (m_modules != nullptr && observable == m_modules) m_modules = nullptr;
+void BlankingGuard::Observe(values::TreeItem* item) {
+    auto* const value = dynamic_cast<values::ValueBase*>(item);
+    if (value != nullptr && m_observed.count(value) == 0)
+        m_observed.emplace(value, Observation<values::ValueBase>(*this, value));
 }
 
 void BlankingGuard::CheckSoon() {

@@ -4,17 +4,14 @@
 #include <apps/mcserver/clock/clocktimer.h>
 #include <apps/mcserver/mpxorv/ituningguard.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/node.h>
+#include <platform/values/observation.h>
 
 #include <QtCore/QString>
 
-#include <set>
+#include <map>
 
 class JobControl;
-
-namespace values {
-class Node;
-}  // namespace values
 
 /// Keeps frequencies that ground transmitters use right now from the MpxORVs: refuses to tune to them, says
 /// which module and input it is, and has those who are tuned to one lose it. Needs the suppression's modules
@@ -32,13 +29,13 @@ class BlankingGuard : public ITuningGuard, private IObserver {
   private:
     void Update(Observable* source, TChangeCode code) override;
     void ObserveModules();
-    void Observe(Observable* observable);
-    void Forget(Observable* observable);
+    void Observe(values::TreeItem* item);
     /// Looks again at who is tuned to what, once all who know the modules have been told of the change.
     void CheckSoon();
 
     JobControl& m_jobs;
     ClockTimer m_check;
-    values::Node* m_modules;           ///< the node that has them; null once it is gone
-    std::set<Observable*> m_observed;  ///< what the modules say
+    Observation<values::Node> m_modules;  ///< the node that has them
+    /// What the modules say.
+    std::map<const Observable*, Observation<values::ValueBase>> m_observed;
 };

@@ -12,24 +12,16 @@
 ReconnectCommand::ReconnectCommand(SuppressionPlant& plant, ServerLog& log)
     : m_plant(plant),
       m_log(log),
-      m_button(values::ProvideValue<values::Value<bool>>(Path(), false, true, this)) {}
-
-ReconnectCommand::~ReconnectCommand() {
-    if (m_button != nullptr) m_button->DeleteObserver(this);
-}
+      m_button(*this, values::ProvideValue<values::Value<bool>>(Path(), false, true, nullptr)) {}
 
 QString ReconnectCommand::Path() {
     return mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Command), serverkeys::ReconnectModules);
 }
 
 void ReconnectCommand::Update(Observable* source, TChangeCode code) {
-    if (m_button == nullptr || source != m_button) return;
-    if (m_button->GetState() == values::GoingAway) {
-        m_button->DeleteObserver(this);
-        m_button = nullptr;
-    } else if (code == changecode::ContentChanged && m_button->GetValue()) {
-        m_button->SetValue(false, this);
-        m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
-        m_plant.ConnectLostModules();
-    }
+    if (m_button.EndIfGoingAway(source, code)) return;
+    if (!m_button.Is(source) || code != changecode::ContentChanged || !m_button->GetValue()) return;
+    m_button->SetValue(false, this);
+    m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
+    m_plant.ConnectLostModules();
 }

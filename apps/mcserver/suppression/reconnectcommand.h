@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/value.h>
 
 #include <QtCore/QString>
@@ -14,9 +14,6 @@ class SuppressionPlant;
 class ReconnectCommand : private IObserver {
   public:
     ReconnectCommand(SuppressionPlant& plant, ServerLog& log);
-    ~ReconnectCommand() override;
-    ReconnectCommand(const ReconnectCommand&) = delete;
-    ReconnectCommand& operator=(const ReconnectCommand&) = delete;
 
     /// Where it is: a push button, which is false again once it was carried out.
     static QString Path();
@@ -26,5 +23,5 @@ class ReconnectCommand : private IObserver {
 
     SuppressionPlant& m_plant;
     ServerLog& m_log;
-    values::Value<bool>* m_button;  ///< null once it is gone
+    Observation<values::Value<bool>> m_button;
 };

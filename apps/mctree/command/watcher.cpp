@@ -19,7 +19,9 @@ QString NameOf(const IVtClient& client) {
 }  // namespace
 
 Watcher::Watcher(const Context& context, const Mirrors& mirrors)
-    : m_context(context), m_lines(context.printer, context.arguments.isJson, &QDateTime::currentDateTime) {
+    : m_context(context),
+      m_lines(context.printer, context.arguments.isJson, &QDateTime::currentDateTime),
+      m_client(*this) {
     m_settle.setSingleShot(true);
     QObject::connect(&m_settle, &QTimer::timeout, &m_settle, [this] { SettleStates(); });
     for (const auto& mirror : mirrors) {
@@ -30,12 +32,8 @@ Watcher::Watcher(const Context& context, const Mirrors& mirrors)
         m_watched.push_back({watched, std::make_unique<SubtreeWatch>(print, [this] { m_settle.start(0); })});
         m_watched.back().subtree->Watch(*watched->GetItem());
     }
-    m_context.session.Client().AddObserver(this);
+    m_client.Begin(&m_context.session.Client());
     m_lines.PrintConnected(NameOf(m_context.session.Client()));
-}
-
-Watcher::~Watcher() {
-    m_context.session.Client().DeleteObserver(this);
 }
 
 void Watcher::Update(Observable*, TChangeCode) {

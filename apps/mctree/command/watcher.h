@@ -6,6 +6,8 @@
 #include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/mirror/subtreewatch.h>
 
+#include <platform/values/observation.h>
+
 #include <QtCore/QTimer>
 
 #include <memory>
@@ -19,9 +21,6 @@ class Watcher final : private IObserver {
   public:
     /// The context and the mirrors outlive this object.
     Watcher(const Context& context, const Mirrors& mirrors);
-    ~Watcher() override;
-    Watcher(const Watcher&) = delete;
-    Watcher& operator=(const Watcher&) = delete;
 
     bool IsDone() const { return m_isDone; }
 
@@ -45,6 +44,7 @@ class Watcher final : private IObserver {
     int m_printed = 0;
     bool m_isConnected = true;
     bool m_isDone = false;
+    Observation<IVtClient> m_client;
 };
 
 }  // namespace mctree

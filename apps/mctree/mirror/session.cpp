@@ -23,14 +23,12 @@ constexpr std::chrono::milliseconds Look(50);
 
 }  // namespace
 
-Session::Session(IVtClient& client) : m_client(client) {
-    m_client.AddObserver(this);
+Session::Session(IVtClient& client) : m_client(*this, &client) {
     values::Refusals::Instance().AddListener(this);
 }
 
 Session::~Session() {
     values::Refusals::Instance().RemoveListener(this);
-    m_client.DeleteObserver(this);
 }
 
 Session::EWait Session::WaitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline) {
@@ -58,14 +56,15 @@ Session::EWait Session::WaitUntil(const std::function<bool()>& condition, QDeadl
 }
 
 Outcome Session::Connect(QDeadlineTimer deadline) {
-    const EWait wait = WaitUntil([this] { return m_client.IsConnected() || m_client.IsRefused(); }, deadline);
-    if (m_client.IsConnected()) return Outcome();
+    const EWait wait =
+        WaitUntil([this] { return m_client->IsConnected() || m_client->IsRefused(); }, deadline);
+    if (m_client->IsConnected()) return Outcome();
     if (wait == EWait::Interrupted) return Interrupted(EExitCode::NoConnection);
-    const QString error = m_client.GetLastError();
+    const QString error = m_client->GetLastError();
     return {EExitCode::NoConnection,
             QStringLiteral("no connection to %1:%2: %3")
-                .arg(safetext::Escaped(m_client.GetServerAddress()))
-                .arg(m_client.GetServerPort())
+                .arg(safetext::Escaped(m_client->GetServerAddress()))
+                .arg(m_client->GetServerPort())
                 .arg(error.isEmpty() ? QStringLiteral("no answer in time") : safetext::Escaped(error))};
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <apps/mctree/text/outcome.h>
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/refusals.h>
 #include <platform/vtclient/ivtclient.h>
 
@@ -28,7 +28,7 @@ class Session final : private IObserver, private values::IRefusalListener {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    IVtClient& Client() { return m_client; }
+    IVtClient& Client() { return *m_client; }
 
     /// Runs the event loop until \a condition holds, the deadline has passed or somebody interrupts. The
     /// condition is looked at first of all, then whenever the connection or a refusal tells something, and
@@ -58,7 +58,7 @@ class Session final : private IObserver, private values::IRefusalListener {
     void Update(Observable* source, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
 
-    IVtClient& m_client;
+    Observation<IVtClient> m_client;
     QEventLoop* m_loop = nullptr;  ///< of the innermost wait
     bool m_isInterrupted = false;
     std::vector<Refusal> m_refusals;

@@ -27,7 +27,7 @@ void EndDialogs(QWidget& owner) {
 }  // namespace
 
 MCSLogDisplay::MCSLogDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
-    : QWidget(parent, flags) {
+    : QWidget(parent, flags), m_pLogMessage(*this) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSLogDisplay"));
     MCSLogDisplay::Build();
     MCSLogDisplay::SetLogMessage_ValuePath(QString());
@@ -69,13 +69,12 @@ void MCSLogDisplay::BuildButtons(QHBoxLayout& layout) {
 }
 
 bool MCSLogDisplay::SetLogMessage_ValuePath(const QString& path) {
-    if (m_pLogMessage != nullptr) m_pLogMessage->DeleteObserver(this);
-    m_pLogMessage = nullptr;
+    m_pLogMessage.End();
     if (!path.isEmpty()) {
-        m_pLogMessage = values::FindValue<values::Value<QString>>(path, nullptr, this);
-        values::NotifyInitially(m_pLogMessage, this);
+        m_pLogMessage.Begin(values::FindValue<values::Value<QString>>(path, nullptr, nullptr));
+        values::NotifyInitially(m_pLogMessage.Get(), this);
     }
-    return m_pLogMessage != nullptr;
+    return bool(m_pLogMessage);
 }
 
 void MCSLogDisplay::SetMaxMessages(int max) {
@@ -85,13 +84,9 @@ void MCSLogDisplay::SetMaxMessages(int max) {
 }
 
 void MCSLogDisplay::Update(Observable* source, TChangeCode code) {
-    if (m_pLogMessage == nullptr || source != m_pLogMessage) return;
-    if (code == changecode::ContentChanged) {
+    if (m_pLogMessage.EndIfGoingAway(source, code)) return;
+    if (m_pLogMessage.Is(source) && code == changecode::ContentChanged)
         OnNewLogMessageArrived(m_pLogMessage->GetValue());
-    } else if (code == changecode::StateChanged && m_pLogMessage->GetState() == values::GoingAway) {
-        m_pLogMessage->DeleteObserver(this);
-        m_pLogMessage = nullptr;
-    }
 }
 
 // fixed: no-scrolling. The view follows the end only where it is there already: whoever reads further up is

@@ -3,7 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/value.h>
 
 #include <QtCore/QString>
@@ -57,7 +57,7 @@ class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {  // f
     void ClearExceedingLines();
     bool MayWrite(const QString& fileName);
 
-    values::Value<QString>* m_pLogMessage = nullptr;
+    Observation<values::Value<QString>> m_pLogMessage;
     int m_maxMessages = 1000;
     LogTextEdit* m_textEdit = nullptr;
 };

@@ -57,24 +57,21 @@ bool IsSweeping(EOperationMode mode) {
 }  // namespace
 
 MCSStatusDisplay::MCSStatusDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
-    : QWidget(parent, flags) {
+    : QWidget(parent, flags), m_bootStateNoValue(*this), m_operationModeNoValue(*this) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSStatusDisplay"));
-    m_bootStateNoValue = CreateNoValueFlag();
-    m_operationModeNoValue = CreateNoValueFlag();
+    for (Observation<Flag>* const flag : {&m_bootStateNoValue, &m_operationModeNoValue})
+        flag->Begin(CreateNoValueFlag());
     MCSStatusDisplay::Build();
     MCSStatusDisplay::SetStatus_ValuePath(QString());
 }
 
 MCSStatusDisplay::~MCSStatusDisplay() {
     MCSStatusDisplay::SetStatus_ValuePath(QString());
-    for (Flag* const flag : {m_bootStateNoValue, m_operationModeNoValue}) {
-        if (flag != nullptr) flag->DeleteObserver(this);
-    }
 }
 
 MCSStatusDisplay::Flag* MCSStatusDisplay::CreateNoValueFlag() {
     const QString path = GuiCentral::Instance().CreateUniqueValueBoolean(false);
-    return values::FindValue<Flag>(path, nullptr, this);
+    return values::FindValue<Flag>(path, nullptr, nullptr);
 }
 
 void MCSStatusDisplay::Build() {
@@ -156,10 +153,9 @@ void MCSStatusDisplay::Bind(const QString& path) {
     m_status = std::move(status);
     m_connectionStateDisp->SetText_ValuePath(m_status->GetConnectionState_ValuePath(), true);
     m_bootStateDisp->SetText_ValuePath(m_status->GetBootState_ValuePath(), true);
-    if (m_bootStateNoValue != nullptr)
-        m_bootStateDisp->SetNoValue_ValuePath(m_bootStateNoValue->GetPathName());
+    if (m_bootStateNoValue) m_bootStateDisp->SetNoValue_ValuePath(m_bootStateNoValue->GetPathName());
     m_operationModeDisp->SetText_ValuePath(m_status->GetOperationMode_ValuePath(), true);
-    if (m_operationModeNoValue != nullptr)
+    if (m_operationModeNoValue)
         m_operationModeDisp->SetNoValue_ValuePath(m_operationModeNoValue->GetPathName());
     for (values::ValueBase* const value : GetObservedValues()) {
         if (value != nullptr) value->AddObserver(this);
@@ -193,11 +189,9 @@ void MCSStatusDisplay::Update(Observable* observable, TChangeCode code) {
 }
 
 void MCSStatusDisplay::UpdateOfState(const Observable* observable) {
-    for (Flag** const flag : {&m_bootStateNoValue, &m_operationModeNoValue}) {
-        if (!IsSameAs(*flag, observable)) continue;
-        if ((*flag)->GetState() != values::GoingAway) return;
-        (*flag)->DeleteObserver(this);
-        *flag = nullptr;
+    for (Observation<Flag>* const flag : {&m_bootStateNoValue, &m_operationModeNoValue}) {
+        if (!flag->Is(observable)) continue;
+        flag->EndIfGoingAway(observable, changecode::StateChanged);
         return;
     }
     MarkStaleLabels();
@@ -315,6 +309,6 @@ void MCSStatusDisplay::UpdateNoValues() {
     if (m_status == nullptr) return;
     const bool hasNoValue = !IsOnline();
     const QPointer<MCSStatusDisplay> self(this);
-    if (m_operationModeNoValue != nullptr) m_operationModeNoValue->SetValue(hasNoValue, nullptr);
-    if (!self.isNull() && m_bootStateNoValue != nullptr) m_bootStateNoValue->SetValue(hasNoValue, nullptr);
+    if (m_operationModeNoValue) m_operationModeNoValue->SetValue(hasNoValue, nullptr);
+    if (!self.isNull() && m_bootStateNoValue) m_bootStateNoValue->SetValue(hasNoValue, nullptr);
 }

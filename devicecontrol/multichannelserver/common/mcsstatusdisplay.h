@@ -3,7 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
 
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/value.h>
 
 #include <QtCore/QString>
@@ -69,6 +69,6 @@ class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {  /
     QLabel* m_jobTypeDisp = nullptr;
     QLabel* m_numberOfORVsDisp = nullptr;
     QLabel* m_freqChannelCaption = nullptr;
-    Flag* m_bootStateNoValue = nullptr;      ///< the tree's; while true there is no boot state to show
-    Flag* m_operationModeNoValue = nullptr;  ///< likewise
+    Observation<Flag> m_bootStateNoValue;      ///< while true there is no boot state to show
+    Observation<Flag> m_operationModeNoValue;  ///< likewise
 };

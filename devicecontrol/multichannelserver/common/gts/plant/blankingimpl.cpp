@@ -6,18 +6,8 @@
 #include <platform/values/valuedescriptor.h>
 
 Blanking::BlankingImpl::BlankingImpl()
-    : m_node(values::ValueDescriptor::CreateNodeAbsolute(gtskeys::NodePath(), this)) {
+    : m_node(*this, values::ValueDescriptor::CreateNodeAbsolute(gtskeys::NodePath(), nullptr)) {
     DiscoverModules();
-}
-
-Blanking::BlankingImpl::~BlankingImpl() {
-    for (const auto& entry : m_discretes)
-        entry.first->DeleteObserver(this);
-    for (const auto& entry : m_assignments)
-        entry.first->DeleteObserver(this);
-    for (const auto& entry : m_modules)
-        entry.first->DeleteObserver(this);
-    if (m_node != nullptr) m_node->DeleteObserver(this);
 }
 
 void Blanking::BlankingImpl::EnableClient(BlankingClient* client, bool enable) {
@@ -30,8 +20,7 @@ void Blanking::BlankingImpl::EnableClient(BlankingClient* client, bool enable) {
 
 std::optional<BlankingSource> Blanking::BlankingImpl::WhoBlanks(double frequency) const {
     std::uint64_t wanted = 0;
-    if (m_node == nullptr || !ToWholeHertz(frequency, &wanted) || !m_blanked.Contains(wanted))
-        return std::nullopt;
+    if (!m_node || !ToWholeHertz(frequency, &wanted) || !m_blanked.Contains(wanted)) return std::nullopt;
     for (values::TreeItem* item = m_node->GetFirstChild(); item != nullptr; item = item->GetNextSibling()) {
         const auto found = m_modules.find(item->GetObservable());
         if (found == m_modules.end()) continue;
@@ -48,8 +37,8 @@ std::optional<BlankingSource> Blanking::BlankingImpl::WhoBlanks(double frequency
 void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {
     switch (code) {
         case changecode::StateChanged:
-            ForgetIfGoingAway(m_discretes, source);
-            ForgetIfGoingAway(m_assignments, source);
+            ForgetIfGoingAway(m_discretes, source, code);
+            ForgetIfGoingAway(m_assignments, source, code);
             break;
         case changecode::ContentChanged:
             if (const auto found = m_discretes.find(source); found != m_discretes.end()) {
@@ -64,10 +53,14 @@ void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {
             }
             break;
         case changecode::StructureChanged:
-            if (m_node != nullptr && source == m_node) DiscoverModules();
+            if (m_node.Is(source)) DiscoverModules();
             break;
         case changecode::GoingAway:
-            ForgetNode(source);
+            // The set stays as it is (fixed: blanked-after-the-module): a module shows that it is
+            // disconnected before it goes, and where one is lost in another way, its frequencies had better
+            // stay blanked than be released unseen.
+            m_node.EndIfGoingAway(source, code);
+            ForgetIfGoingAway(m_modules, source, code);
             break;
         default:
             break;
@@ -75,28 +68,13 @@ void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {
 }
 
 template <class V>
-void Blanking::BlankingImpl::ForgetIfGoingAway(ObservedMap<V>& map, Observable* source) {
+void Blanking::BlankingImpl::ForgetIfGoingAway(ObservedMap<V>& map, Observable* source, TChangeCode code) {
     const auto found = map.find(source);
-    if (found == map.end() || found->second.value->GetState() != values::GoingAway) return;
-    source->DeleteObserver(this);
-    map.erase(found);
-}
-
-/// The set stays as it is (fixed: blanked-after-the-module): a module shows that it is disconnected before it
-/// goes, and where one is lost in another way, its frequencies had better stay blanked than be released
-/// unseen.
-void Blanking::BlankingImpl::ForgetNode(Observable* source) {
-    if (source == m_node) {
-        m_node->DeleteObserver(this);
-        m_node = nullptr;
-    } else if (const auto found = m_modules.find(source); found != m_modules.end()) {
-        source->DeleteObserver(this);
-        m_modules.erase(found);
-    }
+    if (found != map.end() && found->second.value.EndIfGoingAway(source, code)) map.erase(found);
 }
 
 void Blanking::BlankingImpl::DiscoverModules() {
-    if (m_node == nullptr) return;
+    if (!m_node) return;
     for (values::TreeItem* item = m_node->GetFirstChild(); item != nullptr; item = item->GetNextSibling())
         if (item->IsNode() && m_modules.count(item->GetObservable()) == 0)
             AddModule(static_cast<values::Node*>(item));
@@ -107,16 +85,17 @@ void Blanking::BlankingImpl::AddModule(values::Node* node) {
     auto* const assignments = dynamic_cast<Assignments*>(node->FindChild(gtskeys::FrequencyAssignments));
     auto* const discretes = dynamic_cast<Discretes*>(node->FindChild(gtskeys::InputDiscretes));
     if (assignments == nullptr || discretes == nullptr) return;
-    node->AddObserver(this);
-    assignments->AddObserver(this);
-    discretes->AddObserver(this);
     const auto record = std::make_shared<ModuleBlankingRecord>();
-    m_modules[node] = {node, record};
-    m_assignments[assignments] = {assignments, record};
-    m_discretes[discretes] = {discretes, record};
-    ReadAssignments(m_assignments[assignments]);
-    ReadInputs(m_discretes[discretes]);
+    Observe(m_modules, *node, record);
+    ReadAssignments(Observe(m_assignments, *assignments, record));
+    ReadInputs(Observe(m_discretes, *discretes, record));
     Rebuild();
+}
+
+template <class V>
+const Blanking::BlankingImpl::Observed<V>& Blanking::BlankingImpl::Observe(ObservedMap<V>& map, V& value,
+                                                                           const Record& record) {
+    return map.emplace(&value, Observed<V>{Observation<V>(*this, &value), record}).first->second;
 }
 
 void Blanking::BlankingImpl::ReadInputs(const Observed<Discretes>& discretes) {

@@ -6,7 +6,7 @@
 #include <devicecontrol/multichannelserver/common/gts/plant/moduleblankingrecord.h>
 
 #include <platform/values/node.h>
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/value.h>
 
 #include <algorithm>
@@ -20,9 +20,6 @@
 class Blanking::BlankingImpl final : public IObserver {
   public:
     BlankingImpl();
-    ~BlankingImpl() override;
-    BlankingImpl(const BlankingImpl&) = delete;
-    BlankingImpl& operator=(const BlankingImpl&) = delete;
 
     void EnableClient(BlankingClient* client, bool enable);
     bool IsBlanked(double frequency, const BlankingClient* client) const {
@@ -43,7 +40,7 @@ class Blanking::BlankingImpl final : public IObserver {
     /// A value of a module, found by the address of its observable, with the module's record.
     template <class V>
     struct Observed {
-        V* value;
+        Observation<V> value;
         Record record;
     };
     template <class V>
@@ -67,8 +64,9 @@ class Blanking::BlankingImpl final : public IObserver {
                m_disabledClients.end();
     }
     template <class V>
-    void ForgetIfGoingAway(ObservedMap<V>& map, Observable* source);
-    void ForgetNode(Observable* source);
+    static void ForgetIfGoingAway(ObservedMap<V>& map, Observable* source, TChangeCode code);
+    template <class V>
+    const Observed<V>& Observe(ObservedMap<V>& map, V& value, const Record& record);
     void DiscoverModules();
     void AddModule(values::Node* node);
     static void ReadInputs(const Observed<Discretes>& discretes);
@@ -80,7 +78,7 @@ class Blanking::BlankingImpl final : public IObserver {
     static void CollectBlanked(ModuleBlankingRecord& record);
     void Rebuild();
 
-    values::Node* m_node;  ///< "GTS"; null without a tree, and after it went away
+    Observation<values::Node> m_node;  ///< "GTS"; none without a tree, and after it went away
     std::vector<BlankingClient*> m_disabledClients;
     ObservedMap<values::Node> m_modules;
     ObservedMap<Assignments> m_assignments;

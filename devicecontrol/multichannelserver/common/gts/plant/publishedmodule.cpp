@@ -4,6 +4,7 @@
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/moduletrace.h>
 
+#include <platform/app/trace.h>
 #include <platform/values/tree.h>
 
 #include <memory>
@@ -20,13 +21,14 @@ void SetLimits(values::ValueNumeric<int>* value, int maximum, IObserver* origina
     value->SetMax(maximum, originator);
 }
 
-template <class V>
-void Detach(V*& item, IObserver* observer) {
-    if (item != nullptr) item->DeleteObserver(observer);
-    item = nullptr;
-}
-
 }  // namespace
+
+PublishedModule::PublishedModule(IObserver& owner)
+    : m_owner(owner),
+      m_pModuleNode(owner),
+      m_pInputDiscretes(owner),
+      m_pIndex(owner),
+      m_pAssignments(owner) {}
 
 /// The child of the type V, created where absent; null where an item of another type holds the name.
 template <class V>
@@ -34,21 +36,17 @@ V* PublishedModule::ProvideChild(values::Node& node, const QString& name) {
     auto* child = dynamic_cast<V*>(node.FindChild(name));
     if (child == nullptr) child = dynamic_cast<V*>(node.CreateChild(V(), name));
     if (child == nullptr)
-        moduletrace::Warn(
-            QStringLiteral("The value '%1/%2' could not be created").arg(node.GetPathName(), name), __LINE__);
-    else
-        child->AddObserver(&m_owner);
+        MCS_TRACE(QStringLiteral("The value '%1/%2' could not be created").arg(node.GetPathName(), name));
     return child;
 }
 
 void PublishedModule::Provide(const QString& name, const QString& type, const Content& content) {
-    if (m_pModuleNode != nullptr && m_pModuleNode->GetName() != name) Remove();
+    if (m_pModuleNode && m_pModuleNode->GetName() != name) Remove();
     values::Tree* const tree = values::Tree::Instance();
     values::Node* const gts = tree != nullptr ? tree->FindNode(gtskeys::NodePath()) : nullptr;
     if (gts == nullptr) {
-        moduletrace::Warn(QStringLiteral("Node '%1' missing in ValueTree: Cannot handle DataModule '%2'.")
-                              .arg(gtskeys::Gts, type),
-                          __LINE__);
+        MCS_TRACE(QStringLiteral("Node '%1' missing in ValueTree: Cannot handle DataModule '%2'.")
+                      .arg(gtskeys::Gts, type));
         return;
     }
     if (auto* const node = dynamic_cast<values::Node*>(gts->FindChild(name))) {
@@ -62,36 +60,34 @@ void PublishedModule::Provide(const QString& name, const QString& type, const Co
     Refresh(content);
     std::unique_ptr<values::TreeItem> item = std::move(node);
     if (gts->AddChild(item)) return;
-    moduletrace::Warn(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), name),
-                      __LINE__);
+    MCS_TRACE(QStringLiteral("The node '%1/%2' could not be created").arg(gts->GetPathName(), name));
     Forget();
 }
 
 void PublishedModule::ProvideValues(values::Node& node) {
-    m_pModuleNode = &node;
-    m_pInputDiscretes = ProvideChild<Number>(node, gtskeys::InputDiscretes);
-    SetLimits(m_pInputDiscretes, HighestWord, &m_owner);
-    m_pIndex = ProvideChild<Number>(node, gtskeys::Index);
-    SetLimits(m_pIndex, HighestIndex, &m_owner);
-    m_pAssignments = ProvideChild<Assignments>(node, gtskeys::FrequencyAssignments);
-    node.AddObserver(&m_owner);
+    m_pInputDiscretes.Begin(ProvideChild<Number>(node, gtskeys::InputDiscretes));
+    SetLimits(m_pInputDiscretes.Get(), HighestWord, &m_owner);
+    m_pIndex.Begin(ProvideChild<Number>(node, gtskeys::Index));
+    SetLimits(m_pIndex.Get(), HighestIndex, &m_owner);
+    m_pAssignments.Begin(ProvideChild<Assignments>(node, gtskeys::FrequencyAssignments));
+    m_pModuleNode.Begin(&node);
 }
 
 void PublishedModule::Remove() {
-    values::Node* const node = m_pModuleNode;
+    values::Node* const node = m_pModuleNode.Get();
     Forget();
     if (node != nullptr) values::Tree::Instance()->Delete(node);
 }
 
 void PublishedModule::Forget() {
-    Detach(m_pInputDiscretes, &m_owner);
-    Detach(m_pIndex, &m_owner);
-    Detach(m_pAssignments, &m_owner);
-    Detach(m_pModuleNode, &m_owner);
+    m_pInputDiscretes.End();
+    m_pIndex.End();
+    m_pAssignments.End();
+    m_pModuleNode.End();
 }
 
 void PublishedModule::Refresh(const Content& content) {
-    if (m_pIndex != nullptr) m_pIndex->SetValue(content.index, &m_owner);
+    if (m_pIndex) m_pIndex->SetValue(content.index, &m_owner);
     // An input that is 0 is active. So the frequencies come after the inputs and go before them, or all of
     // them would be blanked for a moment.
     if (content.isConnected) {
@@ -105,12 +101,11 @@ void PublishedModule::Refresh(const Content& content) {
 
 /// Bits beyond the range must not turn into its maximum, which would show every input as inactive.
 void PublishedModule::WriteInputDiscretes(unsigned long bits) {
-    if (m_pInputDiscretes != nullptr)
-        m_pInputDiscretes->SetValue(static_cast<int>(bits & HighestWord), &m_owner);
+    if (m_pInputDiscretes) m_pInputDiscretes->SetValue(static_cast<int>(bits & HighestWord), &m_owner);
 }
 
 void PublishedModule::WriteAssignments(const std::vector<double>& frequencies) {
-    if (m_pAssignments == nullptr) return;
+    if (!m_pAssignments) return;
     // The list is told of even if it stays the same.
     if (m_pAssignments->GetItems() == frequencies)
         m_pAssignments->NotifyObservers(changecode::ItemsChanged, &m_owner);
@@ -132,22 +127,22 @@ void PublishedModule::OnUpdate(Observable* source, TChangeCode code) {
 }
 
 const char* PublishedModule::NameOf(const Observable* item) const {
-    const std::pair<const Observable*, const char*> items[] = {{m_pIndex, "m_pIndex"},
-                                                               {m_pInputDiscretes, "m_pInputDiscretes"},
-                                                               {m_pAssignments, "m_pAssignments"},
-                                                               {m_pModuleNode, "m_pModuleNode"}};
+    const std::pair<const Observable*, const char*> items[] = {{m_pIndex.Get(), "m_pIndex"},
+                                                               {m_pInputDiscretes.Get(), "m_pInputDiscretes"},
+                                                               {m_pAssignments.Get(), "m_pAssignments"},
+                                                               {m_pModuleNode.Get(), "m_pModuleNode"}};
     for (const auto& [observable, name] : items)
         if (observable == item && item != nullptr) return name;
     return nullptr;
 }
 
 void PublishedModule::ForgetIfGoingAway(Observable* source) {
-    const auto forget = [&](auto*& item) {
-        if (item == nullptr || item != source || item->GetState() != values::GoingAway) return;
+    const auto forget = [&](auto& item) {
+        if (!item.Is(source) || item->GetState() != values::GoingAway) return;
         if (!item->IsNode())
             moduletrace::Warn(QStringLiteral("Invalid delete of observable \"%1\".").arg(item->GetName()),
                               159);
-        Detach(item, &m_owner);
+        item.End();
     };
     forget(m_pIndex);
     forget(m_pInputDiscretes);

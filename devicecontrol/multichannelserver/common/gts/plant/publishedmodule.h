@@ -2,7 +2,7 @@
 #pragma once
 
 #include <platform/values/node.h>
-#include <platform/values/observable.h>
+#include <platform/values/observation.h>
 #include <platform/values/value.h>
 
 #include <QtCore/QString>
@@ -24,10 +24,7 @@ class PublishedModule {
 
     /// Observes its items by \a owner, which passes on what it is told, and is not told of what is written
     /// here.
-    explicit PublishedModule(IObserver& owner) : m_owner(owner) {}
-    ~PublishedModule() { Forget(); }
-    PublishedModule(const PublishedModule&) = delete;
-    PublishedModule& operator=(const PublishedModule&) = delete;
+    explicit PublishedModule(IObserver& owner);
 
     /// Makes or finds the node \a name with its values, in place of one of another name. Nothing, with a
     /// trace that names \a type, where there is no node "GTS".
@@ -46,16 +43,15 @@ class PublishedModule {
 
     void ProvideValues(values::Node& node);
     template <class V>
-    V* ProvideChild(values::Node& node, const QString& name);
+    static V* ProvideChild(values::Node& node, const QString& name);
     void WriteAssignments(const std::vector<double>& frequencies);
     const char* NameOf(const Observable* item) const;
     void ForgetIfGoingAway(Observable* source);
     void Forget();
 
     IObserver& m_owner;
-    // The tree's; null while there is none.
-    values::Node* m_pModuleNode = nullptr;
-    Number* m_pInputDiscretes = nullptr;
-    Number* m_pIndex = nullptr;
-    Assignments* m_pAssignments = nullptr;
+    Observation<values::Node> m_pModuleNode;
+    Observation<Number> m_pInputDiscretes;
+    Observation<Number> m_pIndex;
+    Observation<Assignments> m_pAssignments;
 };
