@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/clock/qtclock.h>
 
+#include <platform/app/steadyclock.h>
+
 #include <QtCore/QTimer>
 
 #include <utility>
 
-QtClock::QtClock() {
-    m_elapsed.start();
-}
+QtClock::QtClock() = default;
 
 QtClock::~QtClock() = default;
 
 std::chrono::milliseconds QtClock::Now() const {
-    return std::chrono::milliseconds(m_elapsed.elapsed());
+    return steadyclock::Now<std::chrono::milliseconds>();
 }
 
 QTime QtClock::TimeOfDay() const {

@@ -3,7 +3,6 @@
 
 #include <apps/mcserver/clock/iclock.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 
 #include <map>
@@ -24,7 +23,6 @@ class QtClock : public IClock {
   private:
     void Run(int number, const Action& action);
 
-    QElapsedTimer m_elapsed;
     QObject m_context;  ///< owns the timers
     std::map<int, QTimer*> m_timers;
     int m_lastNumber = 0;

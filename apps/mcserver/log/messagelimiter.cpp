@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/log/messagelimiter.h>
 
+#include <platform/app/steadyclock.h>
+
 #include <QtCore/QtGlobal>
 
 #include <algorithm>
@@ -11,11 +13,6 @@ namespace {
 
 QtMessageHandler g_write = nullptr;
 
-MessageLimiter::Time Now() {
-    using namespace std::chrono;
-    return duration_cast<MessageLimiter::Time>(steady_clock::now().time_since_epoch());
-}
-
 void WriteLimited(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     // Never destroyed: messages come to the very end.
     static auto& mutex = *new std::mutex;
@@ -23,7 +20,7 @@ void WriteLimited(QtMsgType type, const QMessageLogContext& context, const QStri
     std::optional<QString> line;
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        line = limiter.Pass(text, Now());
+        line = limiter.Pass(text, steadyclock::Now<MessageLimiter::Time>());
     }
     if (line) g_write(type, context, *line);
 }

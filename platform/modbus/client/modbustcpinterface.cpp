@@ -4,21 +4,9 @@
 #include <platform/modbus/imodbustcpinterfacecallback.h>
 #include <platform/modbus/modbussystem.h>
 
-namespace {
-
-std::chrono::milliseconds SystemClock() {
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
-}
-
-}  // namespace
-
 ModbusTcpInterface::ModbusTcpInterface(const ModbusAddress& address, const ModbusSettings& settings,
                                        IModbusTcpInterfaceCallback& callback, Clock clock)
-    : m_settings(settings),
-      m_callback(callback),
-      m_clock(clock != nullptr ? clock : SystemClock),
-      m_connection(address) {}
+    : m_settings(settings), m_callback(callback), m_clock(clock), m_connection(address) {}
 
 ModbusTcpInterface::~ModbusTcpInterface() = default;
 

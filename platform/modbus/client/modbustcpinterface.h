@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/app/steadyclock.h>
 #include <platform/modbus/client/modbusconnection.h>
 #include <platform/modbus/client/modbussettings.h>
 #include <platform/modbus/client/reconnectdelay.h>
@@ -16,9 +17,10 @@ class ModbusTcpInterface final : public IModbusTcpInterface {
     /// The time since some moment; never goes back.
     using Clock = std::chrono::milliseconds (*)();
 
-    /// \a clock is the system's unless given; only the delay before connecting again goes by it.
+    /// Only the delay before connecting again goes by \a clock.
     ModbusTcpInterface(const ModbusAddress& address, const ModbusSettings& settings,
-                       IModbusTcpInterfaceCallback& callback, Clock clock = nullptr);
+                       IModbusTcpInterfaceCallback& callback,
+                       Clock clock = steadyclock::Now<std::chrono::milliseconds>);
     ~ModbusTcpInterface() override;
 
     void ReadInputDiscretes(unsigned short count) override;

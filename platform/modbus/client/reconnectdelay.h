@@ -15,9 +15,10 @@ class ReconnectDelay {
     /// Times are of any clock that never goes back.
     bool IsOver(Time now) const { return m_delay == Time::zero() || now - m_since >= m_delay; }
     void OnError(Time now);
-    void OnSuccess() { m_delay = Time::zero(); }
+    void OnSuccess() { *this = ReconnectDelay(); }
 
   private:
-    Time m_delay{};  ///< 0: no error
+    int m_failures = 0;  ///< in a row
+    Time m_delay{};      ///< 0: no error
     Time m_since{};
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/qteventloop.h>
 
+#include <platform/app/steadyclock.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QRandomGenerator>
@@ -8,7 +10,6 @@
 namespace vt {
 
 QtEventLoop::QtEventLoop() {
-    m_clock.start();
     m_again.setSingleShot(true);
     connect(&m_again, &QTimer::timeout, this, &QtEventLoop::HaveTurn);
     m_timer.setSingleShot(true);
@@ -36,8 +37,7 @@ void QtEventLoop::HaveTurn() {
 }
 
 std::chrono::microseconds QtEventLoop::Now() const {
-    return std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::nanoseconds(m_clock.nsecsElapsed()));
+    return steadyclock::Now<std::chrono::microseconds>();
 }
 
 void QtEventLoop::SetDeadline(std::optional<std::chrono::milliseconds> delay) {

@@ -3,7 +3,6 @@
 
 #include <platform/vtclient/channel/ieventloop.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
@@ -29,7 +28,6 @@ class QtEventLoop final : public QObject, public IEventLoop {
     void HaveTurn();
 
     ITurnTaker* m_taker = nullptr;
-    QElapsedTimer m_clock;
     QTimer m_timer;
     QTimer m_again;
     bool m_isInTurn = false;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/client/reconnector.h>
 
+#include <platform/app/backoff.h>
 #include <platform/vtclient/client/clienttrace.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace vt {
 
@@ -29,11 +30,9 @@ void Reconnector::Retry(const QString& reason) {
     if (reason != m_lastError) TraceClient(QStringLiteral("No connection to %1: %2").arg(m_server, reason));
     m_lastError = reason;
     m_state = EState::Waiting;
-    const int doublings = std::min(m_failures++, 16);
-    const milliseconds longest = std::min(m_options.firstRetry * (1 << doublings), m_options.longestRetry);
-    // Half of it by chance, so that the clients of a server that was restarted do not come all at once.
-    const auto wait = std::chrono::duration_cast<milliseconds>(longest * (0.5 + 0.5 * m_loop.Random()));
-    m_deadline = m_loop.Now() + wait;
+    const milliseconds wait = backoff::WaitAfter(++m_failures, m_options.firstRetry, m_options.longestRetry);
+    // Spread, so that the clients of a server that was restarted do not come all at once.
+    m_deadline = m_loop.Now() + backoff::Spread(wait, m_loop.Random());
 }
 
 void Reconnector::Succeed() {
