@@ -2,6 +2,7 @@
 #include <platform/values/valueaccess.h>
 
 #include <platform/app/errorhandler.h>
+#include <platform/values/visit.h>
 
 namespace values {
 
@@ -34,7 +35,7 @@ bool detail::AddAtPath(const QString& path, ValueBase* value) {
 void NotifyInitially(TreeItem* item, IObserver* observer) {
     Observable* const observable = item != nullptr && observer != nullptr ? item->GetObservable() : nullptr;
     if (observable == nullptr) return;
-    const bool isSelection = dynamic_cast<ValueSelection*>(item) != nullptr;
+    const bool isSelection = Is<ValueSelection>(*item);
     // Who observes the item detaches before it dies, or when it turns to another item.
     const bool isAttached = observable->HasObserver(observer);
     const ObservableGuard guard(*observable);

@@ -39,6 +39,12 @@ bool Visit(Item& item, Visitor&& visitor) {
         item, visitor);
 }
 
+/// Whether \a item is of the Type.
+template <class Type>
+bool Is(const TreeItem& item) {
+    return dynamic_cast<const Type*>(&item) != nullptr;
+}
+
 /// Makes one visitor of several function objects.
 template <class... Functions>
 struct Overloaded : Functions... {

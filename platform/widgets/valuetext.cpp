@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/valuetext.h>
 
-#include <platform/values/value.h>
-#include <platform/values/valuelist.h>
-#include <platform/values/valuenumeric.h>
-#include <platform/values/valueselection.h>
+#include <platform/values/visit.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
@@ -48,25 +45,31 @@ QString valuetext::Number(double number) {
 }
 
 QString valuetext::Content(const values::ValueBase& value) {
-    if (const auto* text = dynamic_cast<const values::Value<QString>*>(&value)) return text->GetValue();
-    if (const auto* choice = dynamic_cast<const values::ValueSelection*>(&value))
-        return choice->GetCurrentText();
-    if (const auto* number = dynamic_cast<const values::ValueNumeric<int>*>(&value))
-        return Text(number->GetValue());
-    if (const auto* real = dynamic_cast<const values::ValueNumeric<double>*>(&value))
-        return Text(real->GetValue());
-    if (const auto* plain = dynamic_cast<const values::Value<int>*>(&value)) return Text(plain->GetValue());
-    if (const auto* flag = dynamic_cast<const values::Value<bool>*>(&value))
-        return flag->GetValue() ? QCoreApplication::translate("valuetext", "Yes")
-                                : QCoreApplication::translate("valuetext", "No");
-    if (const auto* list = dynamic_cast<const values::ValueList<double>*>(&value)) return ListContent(*list);
-    return QString();
+    QString text;
+    values::Visit(static_cast<const values::TreeItem&>(value),
+                  values::Overloaded{
+                      [](const values::Node& /*node*/) {},
+                      [&text](const values::Value<QString>& plain) { text = plain.GetValue(); },
+                      [&text](const values::Value<bool>& flag) {
+                          text = flag.GetValue() ? QCoreApplication::translate("valuetext", "Yes")
+                                                 : QCoreApplication::translate("valuetext", "No");
+                      },
+                      [&text](const values::ValueSelection& choice) { text = choice.GetCurrentText(); },
+                      [&text](const values::ValueList<double>& list) { text = ListContent(list); },
+                      [&text](const auto& number) { text = Text(number.GetValue()); },
+                  });
+    return text;
 }
 
 QString valuetext::Limits(const values::ValueBase& value) {
-    if (const auto* number = dynamic_cast<const values::ValueNumeric<int>*>(&value)) return LimitsOf(*number);
-    if (const auto* real = dynamic_cast<const values::ValueNumeric<double>*>(&value)) return LimitsOf(*real);
-    return QString();
+    QString text;
+    values::Visit(static_cast<const values::TreeItem&>(value),
+                  values::Overloaded{
+                      [&text](const values::ValueNumeric<int>& number) { text = LimitsOf(number); },
+                      [&text](const values::ValueNumeric<double>& number) { text = LimitsOf(number); },
+                      [](const auto& /*other*/) {},
+                  });
+    return text;
 }
 
 QString valuetext::Shortened(const QString& text, int length) {

@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vccheckbox.h>
 
-#include <platform/values/value.h>
+#include <platform/values/visit.h>
 #include <platform/widgets/hints/lockmark.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
 
-namespace {
-
-bool IsBoolean(const values::ValueBase& value) {
-    return dynamic_cast<const values::Value<bool>*>(&value) != nullptr;
-}
-
-}  // namespace
-
 VCCheckBox::VCCheckBox(QWidget* parent, const char* name)
-    : QCheckBox(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
+    : QCheckBox(parent), m_binding(*this, *this, values::Is<values::Value<bool>>, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     m_binding.RefreshNow();
 }

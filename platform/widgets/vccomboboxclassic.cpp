@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vccomboboxclassic.h>
 
-#include <platform/values/valueselection.h>
+#include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -16,10 +16,6 @@ namespace {
 constexpr int MaxShownLength = 500;  // characters: more would not fit any screen
 constexpr int MaxWidth = 400;        // pixels: a long text must not hold a window open
 constexpr int MinContents = 8;       // characters of room while there is nothing to show
-
-bool IsSelection(const values::ValueBase& value) {
-    return dynamic_cast<const values::ValueSelection*>(&value) != nullptr;
-}
 
 QString TextOf(const values::SelectionItem& item) {
     return valuetext::Shortened(item.GetName(), MaxShownLength);
@@ -44,7 +40,8 @@ bool IsChoosing(const QKeyEvent& event) {
 }  // namespace
 
 VCComboBoxClassic::VCComboBoxClassic(QWidget* parent, const char* name)
-    : QComboBox(parent), m_binding(*this, *this, IsSelection, WidgetBinding::Editable) {
+    : QComboBox(parent),
+      m_binding(*this, *this, values::Is<values::ValueSelection>, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setSizeAdjustPolicy(AdjustToContents);
     setMinimumContentsLength(MinContents);

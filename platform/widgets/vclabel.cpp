@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vclabel.h>
 
-#include <platform/values/value.h>
+#include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
 namespace {
@@ -12,16 +12,12 @@ bool IsAnyValue(const values::ValueBase&) {
     return true;
 }
 
-bool IsBoolean(const values::ValueBase& value) {
-    return dynamic_cast<const values::Value<bool>*>(&value) != nullptr;
-}
-
 }  // namespace
 
 VCLabel::VCLabel(QWidget* parent, const char* name, unsigned windowFlags)
     : SteadyLabel(parent, Qt::WindowFlags(static_cast<int>(windowFlags))),
       m_binding(*this, *this, IsAnyValue, WidgetBinding::ReadOnly),
-      m_noValue(*this, IsBoolean),
+      m_noValue(*this, values::Is<values::Value<bool>>),
       m_alignment(alignment()),
       m_alignmentNoValue(Qt::AlignCenter) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));

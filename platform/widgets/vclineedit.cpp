@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vclineedit.h>
 
-#include <platform/values/value.h>
+#include <platform/values/visit.h>
 #include <platform/widgets/hints/lockmark.h>
 #include <platform/widgets/valuetext.h>
 
@@ -13,14 +13,11 @@ namespace {
 constexpr int MaxEditable = 100000;  // characters: a longer line takes too long to be laid out on every key
 constexpr int MaxShown = 1000;       // of a text that is longer than that
 
-bool IsText(const values::ValueBase& value) {
-    return dynamic_cast<const values::Value<QString>*>(&value) != nullptr;
-}
-
 }  // namespace
 
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
-    : QLineEdit(parent), m_binding(*this, *this, IsText, WidgetBinding::Editable) {
+    : QLineEdit(parent),
+      m_binding(*this, *this, values::Is<values::Value<QString>>, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setMaxLength(MaxEditable);
     if (type == LineEditPassword) setEchoMode(PasswordEchoOnEdit);

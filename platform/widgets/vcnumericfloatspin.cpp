@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vcnumericfloatspin.h>
 
-#include <platform/values/value.h>
+#include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -64,10 +64,8 @@ void VCNumericFloatSpin::SetUnit(double factor, int decimals, const QString& uni
 }
 
 bool VCNumericFloatSpin::Accepts(const values::ValueBase& value) const {
-    if (m_isInteger)
-        return dynamic_cast<const NumericInt*>(&value) != nullptr ||
-               dynamic_cast<const values::Value<int>*>(&value) != nullptr;
-    return dynamic_cast<const NumericReal*>(&value) != nullptr;
+    if (m_isInteger) return values::Is<NumericInt>(value) || values::Is<values::Value<int>>(value);
+    return values::Is<NumericReal>(value);
 }
 
 QString VCNumericFloatSpin::textFromValue(double shown) const {

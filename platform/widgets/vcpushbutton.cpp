@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/widgets/vcpushbutton.h>
 
-#include <platform/values/value.h>
-
-namespace {
-
-bool IsBoolean(const values::ValueBase& value) {
-    return dynamic_cast<const values::Value<bool>*>(&value) != nullptr;
-}
-
-}  // namespace
+#include <platform/values/visit.h>
 
 VCPushButton::VCPushButton(QWidget* parent, const char* name)
-    : QPushButton(parent), m_binding(*this, *this, IsBoolean, WidgetBinding::Editable) {
+    : QPushButton(parent), m_binding(*this, *this, values::Is<values::Value<bool>>, WidgetBinding::Editable) {
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setAutoDefault(false);  // or Enter in a field beside it would press the button
     // While the user holds the button, contents are not shown: a false one would release it and lose the

@@ -3,7 +3,7 @@
 
 #include <apps/mctree/mirror/walk.h>
 
-#include <platform/values/valuelist.h>
+#include <platform/values/visit.h>
 
 #include <utility>
 
@@ -79,7 +79,7 @@ void SubtreeWatch::UpdateValue(Observable* source, values::TreeItem& item, TChan
         case changecode::ItemAdded:
         case changecode::ItemRemoved: {
             // The items of a list are its content.
-            const bool isList = dynamic_cast<values::ValueList<double>*>(&item) != nullptr;
+            const bool isList = values::Is<values::ValueList<double>>(item);
             m_handler(isList ? EEvent::Content : EEvent::Items, item);
             break;
         }
