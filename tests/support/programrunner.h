@@ -4,53 +4,48 @@
 #include <tests/support/printing.h>
 
 #include <QtCore/QByteArray>
-#include <QtCore/QEventLoop>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
-#include <QtCore/QTimer>
 
 #include <functional>
 
-/// Runs one program at a time while the event loop goes on, so that the test may be its peer.
+/// What became of a program.
+struct ProgramOutcome {
+    int code = -1;  ///< -1 if it was killed, was never there or did not end
+    QByteArray output;
+    QByteArray errors;
+};
+
+/// Runs one program at a time while the event loop goes on, so that the test may be its peer. Kills it if a
+/// test leaves it running.
 class ProgramRunner {
+  public:
+    /// Runs \a program to its end, while nothing else happens in this process.
+    static ProgramOutcome Run(
+        const QString& program, const QStringList& words,
+        const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+
   protected:
-    void StartProgram(const QString& program, const QStringList& words) {
-        output.clear();
-        errors.clear();
-        process.setProcessEnvironment(environment);
-        process.start(program, words);
-    }
+    ProgramRunner();
+    ~ProgramRunner();
+    ProgramRunner(const ProgramRunner&) = delete;
+    ProgramRunner& operator=(const ProgramRunner&) = delete;
 
-    /// Runs the event loop until \a condition holds, which is looked at whenever the program says something
-    /// or ends, or a deadline has passed. True if it holds.
-    bool WaitUntil(const std::function<bool()>& condition) {
-        QEventLoop loop;
-        const auto look = [&] {
-            output += process.readAllStandardOutput();
-            errors += process.readAllStandardError();
-            if (condition()) loop.quit();
-        };
-        QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop, look);
-        QObject::connect(&process, &QProcess::readyReadStandardError, &loop, look);
-        QObject::connect(&process, &QProcess::stateChanged, &loop, look);
-        QTimer::singleShot(20000, &loop, &QEventLoop::quit);
-        if (!condition()) loop.exec();
-        return condition();
-    }
+    void StartProgram(const QString& program, const QStringList& words);
+    /// Ends it as kill -9 does.
+    void Kill();
 
+    /// Runs the event loop until \a condition holds or a deadline has passed. True if it holds.
+    static bool WaitUntil(const std::function<bool()>& condition);
+    bool IsRunning() const { return process.state() != QProcess::NotRunning; }
     /// The exit code of the program; -1 if it was killed, was never there or does not end.
-    int WaitForEnd() {
-        const bool hasEnded = WaitUntil([this] { return process.state() == QProcess::NotRunning; });
-        if (!hasEnded) process.kill();
-        process.waitForFinished();
-        const bool isGood = hasEnded && process.error() != QProcess::FailedToStart &&
-                            process.exitStatus() == QProcess::NormalExit;
-        return isGood ? process.exitCode() : -1;
-    }
+    int WaitForEnd();
+    /// Asks it to end, and waits. \return as WaitForEnd.
+    int Terminate();
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     QProcess process;
-    QByteArray output;
+    QByteArray output;  ///< all that it has said since it was started
     QByteArray errors;
 };

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/apps/dimodule/moduleprocess.h>
 
-ModuleProcess::~ModuleProcess() {
-    Kill();
-}
-
 void ModuleProcess::Start(const QStringList& arguments) {
     m_arguments = arguments;
     StartProgram(
@@ -20,14 +16,8 @@ void ModuleProcess::Restart() {
     Start(m_arguments);
 }
 
-void ModuleProcess::Kill() {
-    process.kill();
-    process.waitForFinished();
-}
-
 int ModuleProcess::Terminate() {
-    process.terminate();
-    const int code = WaitForEnd();
+    const int code = ProgramRunner::Terminate();
     m_port = 0;
     return code;
 }
@@ -41,7 +31,7 @@ QByteArray ModuleProcess::Say(const char* line) {
     const int before = output.size();
     Type(line);
     Type("show");
-    EXPECT_TRUE(WaitUntil([&] { return HasShown(before) || process.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(WaitUntil([&] { return HasShown(before) || !IsRunning(); }));
     return output.mid(before);
 }
 

@@ -8,17 +8,14 @@
 
 #include <QtCore/QTemporaryDir>
 
-/// The program itself. Killed if a test leaves it running.
+/// The program itself.
 class ModuleProcess : protected ProgramRunner {
   public:
-    ~ModuleProcess();
-
     /// Starts it at free ports of this machine, and waits until it says at which.
     void Start(const QStringList& arguments = {});
     /// Starts it once more, at the port that it had.
     void Restart();
-    /// Ends it as kill -9 does.
-    void Kill();
+    using ProgramRunner::Kill;
     /// Asks it to end, and waits. \return its exit code; -1 if it does not end.
     int Terminate();
     /// Runs it to its end. \return as Terminate.

@@ -2,58 +2,47 @@
 #pragma once
 
 #include <tests/support/printing.h>
+#include <tests/support/programrunner.h>
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 
 #include <functional>
 
-/// The program itself, with a directory of its own for its files. Killed if a test leaves it running.
-class ServerProcess {
+/// The program itself, with a directory of its own for its files.
+class ServerProcess : protected ProgramRunner {
   public:
-    ServerProcess();
-    ~ServerProcess();
-    ServerProcess(const ServerProcess&) = delete;
-    ServerProcess& operator=(const ServerProcess&) = delete;
-
     /// From now on it starts with its window.
     void UseWindow() { m_hasWindow = true; }
     /// From now on what it says on its standard error output goes to a file of this name in its directory.
-    void SendErrorsTo(const QString& name) { m_process.setStandardErrorFile(Path(name)); }
+    void SendErrorsTo(const QString& name) { process.setStandardErrorFile(Path(name)); }
     /// Starts it on a free port of this machine, and waits until it says on which.
     void Start(const QStringList& arguments = {});
     /// Starts it once more, on the port that it had.
     void Restart(const QStringList& arguments = {});
-    /// Ends it as kill -9 does.
-    void Kill();
+    using ProgramRunner::Kill;
+    using ProgramRunner::Terminate;
     /// Runs it to its end. \return its exit code; -1 if it does not end.
     int Run(const QStringList& arguments);
-    /// Asks it to end, and waits. \return as Run.
-    int Terminate();
 
     int Port() const { return m_port; }
-    qint64 ProcessId() const { return m_process.processId(); }
-    QString Output() const { return m_output; }
-    QString Errors() const { return m_errors; }
+    qint64 ProcessId() const { return process.processId(); }
+    QString Output() const { return QString::fromUtf8(output); }
+    QString Errors() const { return QString::fromUtf8(errors); }
     QString Directory() const { return m_directory.path(); }
     QString Path(const QString& name) const { return m_directory.filePath(name); }
     void WriteFile(const QString& name, const QByteArray& content) const;
     QString ConfigPath() const { return Path(QStringLiteral("mcserver.ini")); }
 
     /// Runs the event loop until \a condition holds. False if it does not within the deadline.
-    static bool WaitFor(const std::function<bool()>& condition);
+    static bool WaitFor(const std::function<bool()>& condition) { return WaitUntil(condition); }
 
   private:
     void StartAt(int port, const QStringList& arguments);
-    int WaitForEnd();
     void FindPort();
 
     QTemporaryDir m_directory;
-    QProcess m_process;
-    QString m_output;
-    QString m_errors;
     int m_port = 0;
     bool m_hasWindow = false;
 };

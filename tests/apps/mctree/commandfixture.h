@@ -6,7 +6,7 @@
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
 
-#include <tests/apps/mctree/fakevtclient.h>
+#include <tests/apps/mctree/servedvtclient.h>
 #include <tests/support/printing.h>
 #include <tests/support/tracerecorder.h>
 
@@ -81,7 +81,7 @@ class CommandFixture : public testing::Test {
 
     const TraceRecorder traces;  // refusals are traced, and that is no news here
     values::Tree tree;
-    FakeVtClient client;
+    ServedVtClient client;
     mctree::OutputStyle style;
     QByteArray output;
     int writes = 0;

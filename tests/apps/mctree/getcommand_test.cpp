@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <platform/values/observation.h>
+
 #include <tests/apps/mctree/commandfixture.h>
 #include <tests/support/recordingobserver.h>
 
@@ -53,7 +55,7 @@ TEST_F(GetCommandTest, SaysThatAContentIsStale) {
     RecordingObserver server([this](Observable*, TChangeCode code) {
         if (code == connectioncode::TicsChanged) Local<values::Value<QString>>("").SetState(values::Stale);
     });
-    client.AddObserver(&server);
+    const Observation<IVtClient> observed(server, &client);
     const Outcome outcome = RunConnected(Words({"get", "/a/Comment"}));
     EXPECT_TRUE(outcome.IsDone());
     EXPECT_EQ(outcome.message, QStringLiteral("/a/Comment is stale: this is its last known content"));

@@ -104,12 +104,11 @@ TEST_F(ProcessFixture, WatchLastsWhileTheServerIsRestarted) {
 
 TEST(Program, HelpAndVersionNeedNoServer) {
     for (const char* word : {"--help", "--version"}) {
-        QProcess process;
-        process.start(QStringLiteral(MCTREE_PROGRAM), {QString::fromUtf8(word)});
-        ASSERT_TRUE(process.waitForFinished()) << word;
-        EXPECT_EQ(process.exitCode(), 0) << word;
-        EXPECT_TRUE(process.readAllStandardOutput().contains("mctree")) << word;
-        EXPECT_EQ(process.readAllStandardError(), QByteArray()) << word;
+        const ProgramOutcome outcome =
+            ProgramRunner::Run(QStringLiteral(MCTREE_PROGRAM), {QString::fromUtf8(word)});
+        EXPECT_EQ(outcome.code, 0) << word;
+        EXPECT_TRUE(outcome.output.contains("mctree")) << word;
+        EXPECT_EQ(outcome.errors, QByteArray()) << word;
     }
 }
 

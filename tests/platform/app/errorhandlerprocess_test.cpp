@@ -1,31 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 // What shows only as a process starts and ends.
-#include <tests/support/printing.h>
+#include <tests/support/programrunner.h>
 
 #include <gtest/gtest.h>
-
-#include <QtCore/QProcess>
 
 #include <optional>
 
 namespace {
 
-struct Outcome {
-    QByteArray output;
-    QByteArray traces;
-};
-
-Outcome RunTraceWriter(const std::optional<QString>& variable) {
-    QProcess process;
+ProgramOutcome RunTraceWriter(const std::optional<QString>& variable) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("MCS_TRACE"));
     if (variable) environment.insert(QStringLiteral("MCS_TRACE"), *variable);
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(TRACEWRITER), QStringList());
-    EXPECT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-    return {process.readAllStandardOutput(), process.readAllStandardError()};
+    ProgramOutcome outcome = ProgramRunner::Run(QStringLiteral(TRACEWRITER), {}, environment);
+    EXPECT_EQ(outcome.code, 0);
+    return outcome;
 }
 
 TEST(ErrorHandlerProcess, StartsWithAssertionsAndWarningsUnlessTheEnvironmentSaysOtherwise) {
@@ -41,7 +30,7 @@ TEST(ErrorHandlerProcess, StartsWithTheFlagsOfTheEnvironment) {
 }
 
 TEST(ErrorHandlerProcess, ReportsUntilTheLastStaticObjectIsGone) {
-    EXPECT_EQ(RunTraceWriter(std::nullopt).traces, QByteArray("the last word\n"));
+    EXPECT_EQ(RunTraceWriter(std::nullopt).errors, QByteArray("the last word\n"));
 }
 
 }  // namespace

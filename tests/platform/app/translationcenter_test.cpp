@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/app/translationcenter.h>
 
-#include <tests/support/printing.h>
+#include <tests/support/programrunner.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 
 namespace {
@@ -162,11 +161,9 @@ TEST_F(TranslationCenterTest, TheApplicationsOwnDirectoryIsTheLast) {
 }
 
 TEST_F(TranslationCenterTest, TheDefaultLocaleOfTheMomentIsUsedUnlessOneIsSet) {
-    QProcess process;
-    process.start(QStringLiteral(GREETER), {Catalogues, Greetings});
-    ASSERT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.readAllStandardOutput(), QByteArray("Good day, Guten Tag"));
+    const ProgramOutcome outcome = ProgramRunner::Run(QStringLiteral(GREETER), {Catalogues, Greetings});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.output, QByteArray("Good day, Guten Tag"));
 }
 
 }  // namespace

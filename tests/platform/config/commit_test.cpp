@@ -2,6 +2,7 @@
 #include <platform/config/cfgcenter.h>
 
 #include <tests/platform/config/configfixture.h>
+#include <tests/support/programrunner.h>
 #include <tests/support/tracerecorder.h>
 
 #include <gmock/gmock.h>
@@ -10,7 +11,6 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 
 namespace {
 
@@ -152,24 +152,18 @@ TEST_F(Commit, TakesNothingFromWhatAKilledProcessLeft) {
 }
 
 TEST_F(Commit, HappensAtTheEndOfTheProcessForWhatNobodyCommitted) {
-    QProcess process;
-    process.start(QStringLiteral(CFGWRITER),
-                  {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
-    ASSERT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
+    const ProgramOutcome outcome = ProgramRunner::Run(
+        QStringLiteral(CFGWRITER), {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
+    EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=last\n"));
 }
 
 TEST_F(Commit, TheEndOfTheProcessIsOrderlyWhereNothingCanBeWritten) {
     ASSERT_TRUE(QDir().mkpath(Path()));
-    QProcess process;
-    process.start(QStringLiteral(CFGWRITER),
-                  {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
-    ASSERT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_THAT(process.readAllStandardError().toStdString(), testing::HasSubstr("cannot be written"));
+    const ProgramOutcome outcome = ProgramRunner::Run(
+        QStringLiteral(CFGWRITER), {Path(), QStringLiteral("set-uncommitted"), Key, QStringLiteral("last")});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("cannot be written"));
 }
 
 }  // namespace

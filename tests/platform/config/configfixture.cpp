@@ -3,9 +3,10 @@
 
 #include <platform/config/cfgcenter.h>
 
+#include <tests/support/programrunner.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 
 ConfigTest::ConfigTest() {
     CfgCenter::Instance().SetStorePath(Path());
@@ -41,18 +42,15 @@ QByteArray ConfigTest::FileBytes(const QString& name) const {
 }
 
 QString ConfigTest::ReadByAnotherProcess(const QString& key) const {
-    QProcess process;
-    process.start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("get"), key, QStringLiteral("absent")});
-    EXPECT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitCode(), 0);
-    QString content = QString::fromUtf8(process.readAllStandardOutput());
+    const ProgramOutcome outcome = ProgramRunner::Run(
+        QStringLiteral(CFGWRITER), {Path(), QStringLiteral("get"), key, QStringLiteral("absent")});
+    EXPECT_EQ(outcome.code, 0);
+    QString content = QString::fromUtf8(outcome.output);
     content.chop(1);
     return content;
 }
 
 bool ConfigTest::WriteByAnotherProcess(const QString& key, const QString& content) const {
-    QProcess process;
-    process.start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("set"), key, content});
-    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
-           process.exitCode() == 0;
+    return ProgramRunner::Run(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("set"), key, content})
+               .code == 0;
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a user may not read or write. The superuser may anything, so that another user has to try.
 #include <tests/platform/config/configfixture.h>
+#include <tests/support/programrunner.h>
 
 #include <gmock/gmock.h>
 
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 
 namespace {
 
@@ -27,22 +27,13 @@ class Permissions : public ConfigTest {
         EXPECT_TRUE(QFile::setPermissions(Path(name), permissions));
     }
 
-    struct Outcome {
-        int exitCode;
-        QByteArray output;
-        QByteArray traces;
-    };
-    Outcome RunAsNobody(const QStringList& arguments) const {
-        QProcess process;
-        process.start(QStringLiteral(CFGWRITER_AS_NOBODY), QStringList(Path()) + arguments);
-        EXPECT_TRUE(process.waitForFinished());
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    ProgramOutcome RunAsNobody(const QStringList& arguments) const {
+        return ProgramRunner::Run(QStringLiteral(CFGWRITER_AS_NOBODY), QStringList(Path()) + arguments);
     }
-    Outcome GetAsNobody() const {
+    ProgramOutcome GetAsNobody() const {
         return RunAsNobody({QStringLiteral("get"), QStringLiteral("k"), QStringLiteral("fallback")});
     }
-    Outcome SetAsNobody(const QString& content) const {
+    ProgramOutcome SetAsNobody(const QString& content) const {
         return RunAsNobody({QStringLiteral("set"), QStringLiteral("k"), content});
     }
 };
@@ -53,17 +44,17 @@ const QByteArray Bytes = "; a comment\n[General]\nk=1\n";
 TEST_F(Permissions, AFileThatMayNotBeReadStaysAndIsReadOnceItMay) {
     WriteFile(Bytes);
     Allow(QStringLiteral("app.ini"), {});
-    const Outcome outcome = GetAsNobody();
+    const ProgramOutcome outcome = GetAsNobody();
     EXPECT_EQ(outcome.output, QByteArray("fallback\n"));
-    EXPECT_EQ(outcome.traces, (QStringLiteral("The configuration file '") + Path() +
+    EXPECT_EQ(outcome.errors, (QStringLiteral("The configuration file '") + Path() +
                                QStringLiteral("' cannot be used (Permission denied); defaults are used\n"))
                                   .toUtf8());
-    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).exitCode, 1);
+    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).code, 1);
     EXPECT_THAT(Names(), testing::ElementsAre(QStringLiteral("app.ini")));
     Allow(QStringLiteral("app.ini"), Everything);
     EXPECT_EQ(FileBytes(), Bytes);
     EXPECT_EQ(GetAsNobody().output, QByteArray("1\n"));
-    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).exitCode, 0);
+    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).code, 0);
     EXPECT_EQ(GetAsNobody().output, QByteArray("2\n"));
 }
 
@@ -71,11 +62,11 @@ TEST_F(Permissions, AFileThatMayNotBeReadStaysWhereTheDirectoryMayNotBeChanged) 
     WriteFile(Bytes);
     Allow(QStringLiteral("app.ini"), {});
     Allow(QStringLiteral("."), Reading | Entering);
-    const Outcome outcome = SetAsNobody(QStringLiteral("2"));
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.traces.count("cannot be used"), 1) << outcome.traces.toStdString();
-    EXPECT_EQ(outcome.traces.count("cannot be written"), 1) << outcome.traces.toStdString();
-    EXPECT_EQ(outcome.traces.count('\n'), 2) << outcome.traces.toStdString();
+    const ProgramOutcome outcome = SetAsNobody(QStringLiteral("2"));
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.errors.count("cannot be used"), 1) << outcome.errors.toStdString();
+    EXPECT_EQ(outcome.errors.count("cannot be written"), 1) << outcome.errors.toStdString();
+    EXPECT_EQ(outcome.errors.count('\n'), 2) << outcome.errors.toStdString();
     Allow(QStringLiteral("app.ini"), Reading);
     EXPECT_EQ(FileBytes(), Bytes);
 }
@@ -84,9 +75,9 @@ TEST_F(Permissions, AFileThatMayOnlyBeReadIsReadAndNotReplaced) {
     WriteFile(Bytes);
     Allow(QStringLiteral("app.ini"), Reading);
     EXPECT_EQ(GetAsNobody().output, QByteArray("1\n"));
-    const Outcome outcome = SetAsNobody(QStringLiteral("2"));
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.traces,
+    const ProgramOutcome outcome = SetAsNobody(QStringLiteral("2"));
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.errors,
               (QStringLiteral("The configuration file '") + Path() +
                QStringLiteral("' cannot be written (Permission denied); the changes are kept in memory\n"))
                   .toUtf8());
@@ -97,10 +88,10 @@ TEST_F(Permissions, AFileThatMayOnlyBeReadIsReadAndNotReplaced) {
 TEST_F(Permissions, AFileInADirectoryThatMayOnlyBeReadIsReadAndStays) {
     WriteFile(Bytes);
     Allow(QStringLiteral("."), Reading | Entering);
-    const Outcome reading = GetAsNobody();
+    const ProgramOutcome reading = GetAsNobody();
     EXPECT_EQ(reading.output, QByteArray("1\n"));
-    EXPECT_EQ(reading.traces, QByteArray());
-    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).exitCode, 1);
+    EXPECT_EQ(reading.errors, QByteArray());
+    EXPECT_EQ(SetAsNobody(QStringLiteral("2")).code, 1);
     EXPECT_EQ(FileBytes(), Bytes);
 }
 
@@ -108,9 +99,9 @@ TEST_F(Permissions, WhatAReadOnlyFileHoldsAlreadyCountsAsCommitted) {
     WriteFile(Bytes);
     Allow(QStringLiteral("app.ini"), Reading);
     Allow(QStringLiteral("."), Reading | Entering);
-    const Outcome outcome = SetAsNobody(QStringLiteral("1"));
-    EXPECT_EQ(outcome.exitCode, 0);
-    EXPECT_EQ(outcome.traces, QByteArray());
+    const ProgramOutcome outcome = SetAsNobody(QStringLiteral("1"));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.errors, QByteArray());
 }
 
 TEST_F(Permissions, ACommitKeepsThoseOfTheFile) {

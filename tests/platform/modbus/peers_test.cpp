@@ -37,8 +37,7 @@ class ForeignServer : public InterfaceTest,
     }
     ~ForeignServer() override {
         interface.reset();
-        process.kill();
-        process.waitForFinished();
+        Kill();
     }
     void Ask(int function, int start) {
         const quint16 port = output.trimmed().toUShort();

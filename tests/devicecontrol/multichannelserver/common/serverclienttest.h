@@ -4,8 +4,8 @@
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
-#include <tests/devicecontrol/multichannelserver/common/fakevtclient.h>
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>
+#include <tests/support/doubles/fakevtclient.h>
 #include <tests/support/recordingobserver.h>
 #include <tests/support/tracerecorder.h>
 

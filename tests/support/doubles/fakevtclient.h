@@ -7,8 +7,10 @@
 #include <tests/support/printing.h>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -22,7 +24,9 @@ class FakeVtTic final : public IVtTic {
     bool IsEstablished() const override { return m_isEstablished; }
     QString GetLocalPath() const override { return m_localPath; }
     QString GetRemotePath() const override { return m_remotePath; }
+    bool IsAbsent() const override { return m_isAbsent; }
 
+    void SetAbsent(bool isAbsent) { m_isAbsent = isAbsent; }
     /// Sets the state without telling anybody.
     void SetEstablished(bool isEstablished) { m_isEstablished = isEstablished; }
     /// Sets the state and tells of it.
@@ -35,15 +39,16 @@ class FakeVtTic final : public IVtTic {
     QString m_localPath;
     QString m_remotePath;
     bool m_isEstablished = false;
+    bool m_isAbsent = false;
 };
 
 /// A value-tree client without a server: notes what it is asked for, and is what the test says it is. Keeps
 /// the promises of a real one: its tics live until they are removed or until it goes, which it tells first.
-class FakeVtClient final : public IVtClient {
+class FakeVtClient : public IVtClient {
   public:
     using Reaction = std::function<void()>;
 
-    FakeVtClient() = default;
+    explicit FakeVtClient(QString address = QStringLiteral("dfserver")) : m_address(std::move(address)) {}
     FakeVtClient(const FakeVtClient&) = delete;
     FakeVtClient& operator=(const FakeVtClient&) = delete;
     ~FakeVtClient() override {
@@ -57,14 +62,20 @@ class FakeVtClient final : public IVtClient {
         return m_isConnected && std::all_of(m_tics.begin(), m_tics.end(),
                                             [](const auto& tic) { return tic->IsEstablished(); });
     }
-    QString GetServerAddress() const override { return QStringLiteral("dfserver"); }
+    QString GetServerAddress() const override { return m_address; }
     int GetServerPort() const override { return 7450; }
+    QString GetLastError() const override { return lastError; }
+    bool HasUnansweredWrites() const override { return hasUnansweredWrites; }
+    QString GetServerApplication() const override { return application; }
+    std::optional<std::chrono::microseconds> GetLatency() const override { return latency; }
+    bool IsEncrypted() const override { return isEncrypted; }
 
     IVtTic* AddTic(const QString& ticText, const char* options) override {
         m_calls.push_back(QStringLiteral("AddTic %1 [%2]").arg(ticText, QLatin1String(options)));
         if (--m_acceptedTics < 0) return nullptr;
         m_tics.push_back(std::make_unique<FakeVtTic>(ticText));
-        IVtTic* const tic = m_tics.back().get();
+        FakeVtTic* const tic = m_tics.back().get();
+        OnTicAdded(*tic);
         if (const Reaction reaction = m_onAddTic) reaction();
         return tic;
     }
@@ -74,6 +85,7 @@ class FakeVtClient final : public IVtClient {
             return;
         }
         m_calls.push_back(QStringLiteral("RemoveTic %1").arg(tic->GetLocalPath()));
+        OnTicRemoved(*tic);
         Destroy(tic);
     }
     void ReleaseNode(values::Node* node) override {
@@ -108,8 +120,18 @@ class FakeVtClient final : public IVtClient {
             tics.push_back(tic.get());
         return tics;
     }
+    QString lastError;
+    QString application;
+    std::optional<std::chrono::microseconds> latency;
+    bool isEncrypted = false;
+    bool hasUnansweredWrites = false;
+
     const std::vector<QString>& Calls() const { return m_calls; }
     void ClearCalls() { m_calls.clear(); }
+
+  protected:
+    virtual void OnTicAdded(FakeVtTic& /*tic*/) {}
+    virtual void OnTicRemoved(IVtTic& /*tic*/) {}
 
   private:
     std::vector<std::unique_ptr<FakeVtTic>>::iterator IndexOf(const IVtTic* tic) {
@@ -122,6 +144,7 @@ class FakeVtClient final : public IVtClient {
         removed->NotifyObservers(connectioncode::GoingAway);
     }
 
+    QString m_address;
     bool m_isConnected = false;
     int m_acceptedTics = 1000;
     std::vector<std::unique_ptr<FakeVtTic>> m_tics;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <tests/apps/mctree/fakevtclient.h>
+#include <tests/apps/mctree/servedvtclient.h>
 
 #include <apps/mctree/mirror/walk.h>
 
@@ -44,86 +44,73 @@ void CopyIntoTree(const values::TreeItem& original, const QString& path) {
 
 }  // namespace
 
-FakeVtClient::FakeVtClient() = default;
-
-FakeVtClient::~FakeVtClient() {
-    for (const auto& tic : m_tics)
-        if (values::TreeItem* const item = values::Tree::Instance()->FindItem(tic->GetLocalPath()))
-            item->GetObservable()->DeleteObserver(this);
+ServedVtClient::~ServedVtClient() {
+    for (const FakeVtTic* tic : Tics())
+        StopObserving(*tic);
 }
 
-bool FakeVtClient::AreAllTicsEstablished() const {
-    for (const auto& tic : m_tics)
-        if (!tic->isEstablished) return false;
-    return m_isConnected;
+void ServedVtClient::StopObserving(const IVtTic& tic) {
+    if (values::TreeItem* const item = values::Tree::Instance()->FindItem(tic.GetLocalPath()))
+        item->GetObservable()->DeleteObserver(this);
 }
 
-IVtTic* FakeVtClient::AddTic(const QString& spec, const char*) {
-    const int comma = spec.indexOf(QLatin1Char(','));
-    m_tics.push_back(std::make_unique<FakeVtTic>(spec.left(comma), spec.mid(comma + 1)));
-    if (m_isConnected) Establish(*m_tics.back());
-    return m_tics.back().get();
+void ServedVtClient::OnTicAdded(FakeVtTic& tic) {
+    if (IsConnected()) Establish(tic);
 }
 
-void FakeVtClient::RemoveTic(IVtTic* tic) {
-    for (auto found = m_tics.begin(); found != m_tics.end(); ++found) {
-        if (found->get() != tic) continue;
-        values::TreeItem* const item = values::Tree::Instance()->FindItem(tic->GetLocalPath());
-        if (item != nullptr) item->GetObservable()->DeleteObserver(this);
-        m_tics.erase(found);
-        return;
-    }
+void ServedVtClient::OnTicRemoved(IVtTic& tic) {
+    StopObserving(tic);
 }
 
-void FakeVtClient::Connect() {
-    m_isConnected = true;
+void ServedVtClient::Connect() {
+    SetConnected(true);
     NotifyObservers(connectioncode::Connected);
     SetStates(values::Valid);
-    for (const auto& tic : m_tics)
+    for (FakeVtTic* tic : Tics())
         Establish(*tic);
     NotifyObservers(connectioncode::TicsChanged);
 }
 
-void FakeVtClient::ConnectSoon() {
+void ServedVtClient::ConnectSoon() {
     Soon([this] { Connect(); });
 }
 
-void FakeVtClient::Disconnect() {
+void ServedVtClient::Disconnect() {
     SetStates(values::Stale);
-    m_isConnected = false;
-    for (const auto& tic : m_tics)
-        tic->isEstablished = false;
+    SetConnected(false);
+    for (FakeVtTic* tic : Tics())
+        tic->SetEstablished(false);
     NotifyObservers(connectioncode::Disconnected);
     NotifyObservers(connectioncode::TicsChanged);
 }
 
-void FakeVtClient::Soon(std::function<void()> action) {
+void ServedVtClient::Soon(std::function<void()> action) {
     QTimer::singleShot(0, &m_context, std::move(action));
 }
 
-void FakeVtClient::Update(Observable* source, TChangeCode code) {
+void ServedVtClient::Update(Observable* source, TChangeCode code) {
     if (code != changecode::ContentChanged && code != changecode::ItemsChanged) return;
-    if (m_isUnanswered) return;  // the server's own doing
-    m_isUnanswered = true;
+    if (hasUnansweredWrites) return;  // the server's own doing
+    hasUnansweredWrites = true;
     if (!answer) return;
     Soon([this, source] {
         answer(dynamic_cast<values::TreeItem&>(*source));
-        m_isUnanswered = false;
+        hasUnansweredWrites = false;
         NotifyObservers(connectioncode::WritesAnswered);
     });
 }
 
-void FakeVtClient::Establish(FakeVtTic& tic) {
+void ServedVtClient::Establish(FakeVtTic& tic) {
     const values::TreeItem* const original = Find(server, tic.GetRemotePath());
-    tic.isAbsent = original == nullptr;
-    if (tic.isAbsent || (isRootHidden && original == &server)) return;
+    tic.SetAbsent(original == nullptr);
+    if (original == nullptr || (isRootHidden && original == &server)) return;
     const QString path = tic.GetLocalPath();
     if (values::Tree::Instance()->FindItem(path) == nullptr) CopyIntoTree(*original, path);
     values::Tree::Instance()->FindItem(path)->GetObservable()->AddObserver(this);
-    tic.isEstablished = true;
+    tic.SetEstablished(true);
 }
 
-void FakeVtClient::SetStates(values::TValueState state) {
+void ServedVtClient::SetStates(values::TValueState state) {
     mctree::Walk(*values::Tree::Instance()->GetRoot(), [state](values::TreeItem& item, int) {
         if (auto* const value = dynamic_cast<values::ValueBase*>(&item)) value->SetState(state);
     });
