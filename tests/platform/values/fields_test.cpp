@@ -43,6 +43,7 @@ class Oven final : public IObserver {
     Value<bool>* m_light = nullptr;
     bool m_isClean = true;
     int m_defaultHeat = 180;
+    mutable bool m_hadNodeWhenAsked = true;  ///< for the path of the last value
 };
 
 struct Oven::Fields {
@@ -50,7 +51,10 @@ struct Oven::Fields {
         bool Oven::*member;
         fields::Places places;
     };
-    static QString LightPath(const Oven& /*oven*/) { return QStringLiteral("/Oven/Light"); }
+    static QString LightPath(const Oven& oven) {
+        oven.m_hadNodeWhenAsked = values::Tree::Instance()->FindNode(QStringLiteral("/Oven")) != nullptr;
+        return QStringLiteral("/Oven/Light");
+    }
     static QString HeatPath(const Oven& /*oven*/) { return QStringLiteral("/Oven/Heat"); }
     static QString ProgrammePath(const Oven& /*oven*/) { return QStringLiteral("/Oven/Programme"); }
     static fields::Within<int> Heat(const Oven& oven) { return {oven.m_defaultHeat, 0, 300}; }
@@ -91,6 +95,12 @@ class AnObjectWithFields : public testing::Test {
 TEST_F(AnObjectWithFields, ProvidesThemInTheOrderOfTheTable) {
     const Oven oven;
     EXPECT_EQ(Children().join(QLatin1Char(' ')), QStringLiteral("Name Heat Programme Light"));
+}
+
+// Whoever hears of a new value may change what the other paths are made of.
+TEST_F(AnObjectWithFields, FindsAllPathsBeforeItMakesTheFirst) {
+    const Oven oven;
+    EXPECT_FALSE(oven.m_hadNodeWhenAsked);
 }
 
 TEST_F(AnObjectWithFields, StartsThemAsTheTableSays) {
