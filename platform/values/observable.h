@@ -28,15 +28,6 @@ constexpr TChangeCode GoingAway = 18;          ///< this node is going away; its
 constexpr TChangeCode ChildRenamed = 19;       ///< a child of this node has another name
 }  // namespace changecode
 
-/// The change codes of connections, which share numbers with those of nodes.
-namespace connectioncode {
-constexpr TChangeCode TicsChanged = 15;     ///< the established state of tics changed
-constexpr TChangeCode Connected = 16;       ///< the connection is up
-constexpr TChangeCode Disconnected = 17;    ///< the connection is down
-constexpr TChangeCode GoingAway = 18;       ///< the connection object or the tic is going away
-constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was answered
-}  // namespace connectioncode
-
 /// Is told of changes. An observer detaches itself before it dies. Main thread.
 class MCS_PLATFORM_EXPORT IObserver {
   public:
@@ -128,7 +119,7 @@ class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
 };
 
 /// Tells whether an observable outlived the notifications sent since the guard was made.
-class MCS_PLATFORM_EXPORT ObservableGuard {
+class ObservableGuard {
   public:
     explicit ObservableGuard(Observable& observable) : m_walk(observable) {}
     bool IsAlive() const { return m_walk.subject != nullptr; }

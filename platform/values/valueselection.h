@@ -12,7 +12,7 @@
 namespace values {
 
 /// One choice of a selection, owned by it: a text, a number and a key.
-class MCS_PLATFORM_EXPORT SelectionItem {
+class SelectionItem {
   public:
     SelectionItem(QString name, double value, long key)
         : m_name(std::move(name)), m_value(value), m_key(key) {}

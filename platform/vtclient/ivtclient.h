@@ -13,6 +13,15 @@ namespace values {
 class Node;
 }
 
+/// The change codes of connections, which share numbers with those of nodes.
+namespace connectioncode {
+constexpr TChangeCode TicsChanged = 15;     ///< the established state of tics changed
+constexpr TChangeCode Connected = 16;       ///< the connection is up
+constexpr TChangeCode Disconnected = 17;    ///< the connection is down
+constexpr TChangeCode GoingAway = 18;       ///< the connection object or the tic is going away
+constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was answered
+}  // namespace connectioncode
+
 /// One mirrored subtree: a path of the server's tree shown at a path of this process's tree. Owned by its
 /// client. Main thread.
 ///

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""checkexports.py <nm> <root> <library>...: fails if a shared library exports anything that is not marked in a header of a
-face, or if a header of a room is marked.
+"""checkexports.py <nm> <root> <library>...: fails if the shared libraries export anything that is not marked in a header
+of a face, if something is marked that they do not export, or if a header of a room is marked.
 
 What is exported is what other libraries and the loaded modules may come to rely on. Templates of Qt and of the standard
 library leave weak symbols in everything that uses them; these are nobody's interface and are passed over.
@@ -62,7 +62,7 @@ def exported(nm, library):
 
 def main():
     nm, root, libraries = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3:]
-    problems, interface = [], set()
+    problems, interface, found = [], set(), set()
     for header in sorted([*root.glob("platform/**/*.h"), *root.glob("devicecontrol/**/*.h")]):
         text, path = header.read_text(), header.relative_to(root).as_posix()
         if FACE.match(path):
@@ -75,9 +75,11 @@ def main():
             count += 1
             parts = name_of(symbol).split("::")
             owners = interface & {"::".join(parts[: i + 1]) for i in range(len(parts))}
+            found |= owners
             if owners or (is_weak and FOREIGN.match(mangled)):
                 continue
             problems.append(f"{pathlib.Path(library).name} exports {symbol}, which no header of a face marks")
+    problems += [f"{name} is marked and not exported" for name in sorted(interface - found)]
     for problem in problems:
         print(problem)
     print(f"{count} symbols, {len(interface)} marked names, {len(problems)} problems")
