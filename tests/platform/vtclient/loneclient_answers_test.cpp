@@ -31,8 +31,9 @@ class LoneClientAnswers : public LoneClient {
     void React(const char* path, TChangeCode code, const std::function<void()>& reaction) {
         m_reaction.React([this, code, reaction](Observable* /*source*/, TChangeCode told) {
             if (told != code) return;
+            const std::function<void()> once = reaction;  // this goes with what comes next
             m_reaction.React(nullptr);
-            reaction();
+            once();
         });
         Item(path)->GetObservable()->AddObserver(&m_reaction);
     }
