@@ -99,8 +99,8 @@ class Process:
             self.log = pathlib.Path(folder, "log")
             command = ["valgrind", "--tool=callgrind", f"--callgrind-out-file={folder}/counts",
                        f"--log-file={self.log}"] + command
-        # As a server without a window runs.
-        environment = dict(os.environ, QT_NO_GLIB="1")
+        # The dispatcher of a server without a window, and hashes that are the same in every run.
+        environment = dict(os.environ, QT_NO_GLIB="1", QT_HASH_SEED="0")
         self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True, env=environment)
 
     def wait_for(self, kind):

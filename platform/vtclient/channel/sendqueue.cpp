@@ -4,7 +4,6 @@
 #include <QtCore/QIODevice>
 #include <QtCore/QtEndian>
 
-#include <algorithm>
 #include <cstring>
 
 namespace vt {
@@ -17,12 +16,14 @@ class Collector {
     Collector(SendPiece* pieces, int sent) : m_pieces(pieces), m_toSkip(sent) {}
     /// False once there is no room.
     bool Add(const char* data, int size) {
-        const int skipped = std::min(m_toSkip, size);
-        m_toSkip -= skipped;
-        if (skipped == size) return true;
+        if (m_toSkip >= size) {
+            m_toSkip -= size;
+            return true;
+        }
         if (m_count == MaxSendPieces) return false;
-        m_pieces[m_count++] = {data + skipped, size - skipped};
-        m_size += size - skipped;
+        m_pieces[m_count++] = {data + m_toSkip, size - m_toSkip};
+        m_size += size - m_toSkip;
+        m_toSkip = 0;
         return true;
     }
     int Count() const { return m_count; }

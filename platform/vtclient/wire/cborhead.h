@@ -4,6 +4,8 @@
 #include <QtCore/qglobal.h>
 #include <QtCore/QtEndian>
 
+#include <cstring>
+
 namespace vt {
 
 /// With what every CBOR element begins: what it is, and a number, a length or a count.
@@ -39,6 +41,15 @@ struct CborHead {
         if (number <= 0xffffffffU)
             return Put(at, FirstByte(type, OneByte + 2U), static_cast<quint32>(number));
         return Put(at, FirstByte(type, OneByte + 3U), number);
+    }
+    static char* WriteInteger(char* at, qint64 number) {
+        if (number >= 0) return Write(at, Unsigned, static_cast<quint64>(number));
+        return Write(at, Negative, static_cast<quint64>(-1 - number));
+    }
+    static char* WriteDouble(char* at, double number) {
+        quint64 bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        return Put(at, FirstByte(Simple, DoubleFloat), bits);
     }
     /// Writes \a first and \a number behind it, and likewise.
     template <class Number>

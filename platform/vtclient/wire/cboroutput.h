@@ -7,8 +7,6 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include <cstring>
-
 namespace vt {
 
 /// Writes the few forms of CBOR that messages are made of. Each is the shortest one, as Qt's writer has it;
@@ -28,16 +26,18 @@ class CborOutput {
 
     void Unsigned(quint64 number) { WriteHead(CborHead::Unsigned, number); }
     void Integer(qint64 number) {
-        if (number >= 0) return WriteHead(CborHead::Unsigned, static_cast<quint64>(number));
-        WriteHead(CborHead::Negative, static_cast<quint64>(-1 - number));
+        m_bytes.WroteTo(CborHead::WriteInteger(m_bytes.Reserve(CborHead::Longest), number));
     }
     void Boolean(bool flag) { WriteByte(Byte(CborHead::Simple, flag ? CborHead::True : CborHead::False)); }
     void Null() { WriteByte(Byte(CborHead::Simple, CborHead::Null)); }
     void Double(double number) {
-        quint64 bits = 0;
-        std::memcpy(&bits, &number, sizeof bits);
-        char* const at = m_bytes.Reserve(CborHead::Longest);
-        m_bytes.WroteTo(CborHead::Put(at, Byte(CborHead::Simple, CborHead::DoubleFloat), bits));
+        m_bytes.WroteTo(CborHead::WriteDouble(m_bytes.Reserve(CborHead::Longest), number));
+    }
+    /// The same as Unsigned(number) and Integer(), Boolean() or Double() behind it.
+    template <class Content>
+    void UnsignedAndThen(quint64 number, Content content) {
+        char* const at = CborHead::Write(m_bytes.Reserve(2 * CborHead::Longest), CborHead::Unsigned, number);
+        m_bytes.WroteTo(Write(at, content));
     }
     /// Half a character becomes a question mark.
     void Text(const QString& text);
@@ -49,6 +49,12 @@ class CborOutput {
     void CloseArray() { WriteByte(CborHead::Break); }
 
   private:
+    static char* Write(char* at, int content) { return CborHead::WriteInteger(at, content); }
+    static char* Write(char* at, double content) { return CborHead::WriteDouble(at, content); }
+    static char* Write(char* at, bool content) {
+        *at = static_cast<char>(Byte(CborHead::Simple, content ? CborHead::True : CborHead::False));
+        return at + 1;
+    }
     static quint8 Byte(CborHead::EType type, unsigned info) { return CborHead::FirstByte(type, info); }
     void WriteByte(quint8 byte) {
         *m_bytes.Reserve(1) = static_cast<char>(byte);

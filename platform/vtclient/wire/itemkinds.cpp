@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 #include <typeinfo>
 
 namespace vt {
@@ -94,6 +95,14 @@ struct Scalar {
     static std::unique_ptr<ValueBase> Create() { return std::make_unique<V>(); }
     static void WriteContent(const ValueBase& value, CborOutput& output) {
         Traits<T>::Write(Of(value).GetValue(), output);
+    }
+    static void WriteChange(quint32 id, const ValueBase& value, CborOutput& output) {
+        if constexpr (std::is_arithmetic_v<T>) {
+            output.UnsignedAndThen(id, Of(value).GetValue());
+        } else {
+            output.Unsigned(id);
+            WriteContent(value, output);
+        }
     }
     static Content GetContent(const ValueBase& value) { return Traits<T>::ToContent(Of(value).GetValue()); }
     static void Set(ValueBase& value, const Content& content, IObserver* originator) {
@@ -269,41 +278,17 @@ void WriteChange(quint32 id, const ValueBase& value, CborOutput& output) {
 template <class T>
 constexpr KindOperations Plain(EItemKind kind, const char* name) {
     using S = Scalar<values::Value<T>, T>;
-    return {kind,
-            false,
-            false,
-            name,
-            S::Create,
-            S::WriteContent,
-            WriteChange<S::WriteContent>,
-            NoExtra,
-            NoExtra,
-            S::GetContent,
-            Traits<T>::Take,
-            S::Set,
-            S::Write,
-            NoDescription,
-            NoLimits};
+    return {kind,           false,         false,   name,          S::Create,       S::WriteContent,
+            S::WriteChange, NoExtra,       NoExtra, S::GetContent, Traits<T>::Take, S::Set,
+            S::Write,       NoDescription, NoLimits};
 }
 
 template <class T>
 constexpr KindOperations Numeric(EItemKind kind, const char* name) {
     using L = Limited<T>;
-    return {kind,
-            true,
-            false,
-            name,
-            L::Create,
-            L::WriteContent,
-            WriteChange<L::WriteContent>,
-            L::WriteLimits,
-            NoExtra,
-            L::GetContent,
-            Traits<T>::Take,
-            L::Set,
-            L::Write,
-            L::Describe,
-            L::ReadLimits};
+    return {kind,           true,           false,        name,          L::Create,       L::WriteContent,
+            L::WriteChange, L::WriteLimits, NoExtra,      L::GetContent, Traits<T>::Take, L::Set,
+            L::Write,       L::Describe,    L::ReadLimits};
 }
 
 constexpr KindOperations OfSelections = {EItemKind::Selection,
