@@ -34,7 +34,8 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
       m_loop(loop),
       m_settings(settings),
       m_epoch(QRandomGenerator::system()->generate64() >> 1U),
-      m_now(loop.Now()) {
+      m_now(loop.Now()),
+      m_subtrees(*this) {
     m_loop.SetTaker(this);
     values::Tree::Instance()->GetRoot()->AddObserver(this);
 }
@@ -125,72 +126,13 @@ void ServerHub::OnDeadline() {
     m_now = m_loop.Now();
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
         m_sessions[i]->Check(m_now);
-    m_hasStructureChanged =
-        m_hasStructureChanged || !m_waiting.empty();  // a renamed value tells nobody above
+    m_subtrees.RetryLater();  // a renamed value tells nobody above
     OnTurn();
     m_loop.SetDeadline(m_sessions.empty() ? std::nullopt : std::optional(CheckSessionsEvery));
 }
 
 void ServerHub::Update(Observable* /*source*/, TChangeCode code) {
-    if (code != changecode::StructureChanged || m_waiting.empty()) return;
-    m_hasStructureChanged = true;
-    RequestTurn();
-}
-
-void ServerHub::Join(Subscription& subscription) {
-    values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription.Path());
-    if (item != nullptr) return Watch(subscription, item);
-    m_waiting.push_back(&subscription);
-    subscription.Session().TellAbsent(subscription, QString());
-}
-
-void ServerHub::Watch(Subscription& subscription, values::TreeItem* item) {
-    std::shared_ptr<Watched>& watched = m_watched[subscription.Path()];
-    if (!watched) {
-        watched = std::make_shared<Watched>(*this);
-        watched->path = subscription.Path();
-        watched->watcher = std::make_unique<TreeWatcher>(item, *watched);
-        m_changed.push_back(watched);
-    }
-    watched->members.push_back(&subscription);
-    subscription.Restart(watched->watcher.get());
-    subscription.Session().Subscribe(subscription);
-    ServeLater(subscription.Session());
-}
-
-void ServerHub::Leave(Subscription& subscription) {
-    Remove(m_waiting, &subscription);
-    const auto found = m_watched.find(subscription.Path());
-    if (found == m_watched.end() || subscription.Watcher() == nullptr) return;
-    Remove((*found)->members, &subscription);
-    if ((*found)->members.empty()) Unwatch(subscription.Path());
-}
-
-void ServerHub::Unwatch(const QString& path) {
-    const std::shared_ptr<Watched> watched = m_watched.take(path);
-    watched->isDead = true;
-    m_dead.push_back(watched);
-    RequestTurn();
-}
-
-void ServerHub::OnChanges(Watched& watched) {
-    if (watched.isChanged || watched.isDead) return;
-    watched.isChanged = true;
-    m_changed.push_back(watched.shared_from_this());
-    RequestTurn();
-}
-
-void ServerHub::OnRootGone(Watched& watched) {
-    if (watched.isDead) return;
-    const std::vector<Subscription*> members = std::move(watched.members);
-    watched.members.clear();
-    Unwatch(watched.path);
-    for (Subscription* member : members) {
-        member->Restart(nullptr);
-        m_waiting.push_back(member);
-        member->Session().TellAbsent(*member, QString());
-    }
-    m_hasStructureChanged = true;  // it may be there again already
+    if (code == changecode::StructureChanged && m_subtrees.RetryLater()) RequestTurn();
 }
 
 void ServerHub::ServeLater(ServerSession& session) {
@@ -209,73 +151,14 @@ void ServerHub::OnTurn() {
     m_isTurnRequested = true;  // what is asked for meanwhile is done here
     m_now = m_loop.Now();
     const TurnBudget budget(m_loop, m_now, vtlimits::TurnTime);
-    RetryWaiting();
-    const bool isDone = ServeWatchers(budget) && ServeBacklogs(budget);
+    m_subtrees.RetryWaiting();
+    const bool isDone = m_subtrees.Serve(budget) && ServeBacklogs(budget);
     FlushChannels();
     Reap();
     m_isInTurn = false;
     m_isTurnRequested = false;
     // Whoever was told that a session is over may have ended others, or changed the tree.
-    if (!isDone || m_hasStructureChanged || !m_changed.empty() || !m_dead.empty() || !m_toFlush.empty())
-        RequestTurn();
-}
-
-void ServerHub::RetryWaiting() {
-    if (!m_hasStructureChanged) return;
-    m_hasStructureChanged = false;
-    const std::vector<Subscription*> waiting = std::move(m_waiting);
-    m_waiting.clear();
-    for (Subscription* subscription : waiting) {
-        values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription->Path());
-        if (item != nullptr)
-            Watch(*subscription, item);
-        else
-            m_waiting.push_back(subscription);
-    }
-}
-
-bool ServerHub::ServeWatchers(const TurnBudget& budget) {
-    while (!m_changed.empty()) {
-        const std::shared_ptr<Watched> watched = m_changed.front();
-        m_changed.pop_front();
-        watched->isChanged = false;
-        if (watched->members.empty() || ServeWatched(*watched, budget)) continue;
-        watched->isChanged = true;
-        m_changed.push_back(watched);
-        return false;
-    }
-    return true;
-}
-
-bool ServerHub::ServeWatched(Watched& watched, const TurnBudget& budget) {
-    const auto isTimeUp = [&budget] { return budget.IsUp(); };
-    const bool isTakenIn = watched.watcher->TakeIn(isTimeUp);
-    while (watched.watcher->HasChanges()) {
-        const bool hasAudience =
-            std::any_of(watched.members.begin(), watched.members.end(), [](const Subscription* member) {
-                return member->IsInStep() && member->Session().MaySendChanges();
-            });
-        watched.watcher->NextPart(hasAudience, &m_part);
-        Deliver(watched, m_part);
-        m_part.Clear();
-        if (budget.IsUp()) return false;
-    }
-    for (Subscription* member : watched.members)
-        if (!member->IsInStep()) ServeLater(member->Session());
-    return isTakenIn;
-}
-
-void ServerHub::Deliver(Watched& watched, const TreeWatcher::Part& part) {
-    for (Subscription* member : watched.members) {
-        ServerSession& session = member->Session();
-        if (member->IsInStep() && session.MaySendChanges()) {
-            if (!part.changes.isEmpty()) session.SendChanges(*member, part.changes, part.hasMore);
-            member->WentWith(part);
-        } else {
-            member->Absorb(part);
-            session.CheckQueue();
-        }
-    }
+    if (!isDone || m_subtrees.HasWork() || !m_toFlush.empty()) RequestTurn();
 }
 
 bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
@@ -304,7 +187,7 @@ void ServerHub::FlushChannels() {
 void ServerHub::Reap() {
     std::vector<VtPeer> gone;
     if (std::exchange(m_hasEnded, false)) gone = DestroyEnded();
-    m_dead.clear();
+    m_subtrees.DestroyDead();
     TellEnded(gone);
 }
 

@@ -7,11 +7,9 @@
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/serversession.h>
-#include <platform/vtclient/server/subscription.h>
-#include <platform/vtclient/server/treewatcher.h>
+#include <platform/vtclient/server/watchedsubtrees.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
-#include <QtCore/QHash>
 #include <QtCore/QString>
 
 #include <chrono>
@@ -21,11 +19,11 @@
 
 namespace vt {
 
-/// The server without its sockets: sessions over whatever channels it is given, and one watcher per subtree
-/// that anybody has subscribed. Main thread.
+/// The server without its sockets: the sessions, over whatever channels it is given, and their turns. Main
+/// thread.
 ///
-/// In one turn of the event loop each watcher's changes are written once, for all sessions that are in step,
-/// and then those that are not get some of what they lack, in rotation, until the turn's time is up.
+/// In one turn of the event loop each watched subtree's changes are written once, for all sessions that are
+/// in step, and then those that are not get some of what they lack, in rotation, until the turn's time is up.
 class ServerHub final : public ITurnTaker, public IObserver {
   public:
     struct Settings {
@@ -52,13 +50,13 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void EndSession(int session, const QString& reason);
     std::vector<VtPeer> GetPeers() const;
     int CountSessions() const { return static_cast<int>(m_sessions.size()); }
-    int CountWatchers() const { return m_watched.size(); }
+    int CountWatchers() const { return m_subtrees.Count(); }
 
     void OnTurn() override;
     void OnDeadline() override;
     void Update(Observable* source, TChangeCode code) override;
 
-    // For sessions.
+    // For sessions and what they have subscribed.
     IVtAccess& Access() const { return m_access; }
     const QString& Application() const { return m_settings.application; }
     std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
@@ -66,8 +64,8 @@ class ServerHub final : public ITurnTaker, public IObserver {
     quint64 Epoch() const { return m_epoch; }
     /// When the turn, the message or the channel came that is being handled.
     std::chrono::microseconds Now() const { return m_now; }
-    void Join(Subscription& subscription);
-    void Leave(Subscription& subscription);
+    WatchedSubtrees& Subtrees() { return m_subtrees; }
+    void RequestTurn();
     void ServeLater(ServerSession& session);
     void FlushLater(ServerSession& session);
     void OnAdmitted(ServerSession& session);
@@ -82,29 +80,6 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void OnInputDone();
 
   private:
-    /// A watcher and who follows it.
-    struct Watched : std::enable_shared_from_this<Watched>, TreeWatcher::IListener {
-        explicit Watched(ServerHub& itsHub) : hub(itsHub) {}
-        void OnChanges(TreeWatcher& /*watcher*/) override { hub.OnChanges(*this); }
-        void OnRootGone(TreeWatcher& /*watcher*/) override { hub.OnRootGone(*this); }
-
-        ServerHub& hub;
-        QString path;
-        std::unique_ptr<TreeWatcher> watcher;
-        std::vector<Subscription*> members;
-        bool isChanged = true;  ///< stands among those: nobody need say so while it is being made
-        bool isDead = false;
-    };
-
-    void OnChanges(Watched& watched);
-    void OnRootGone(Watched& watched);
-    void RequestTurn();
-    void Watch(Subscription& subscription, values::TreeItem* item);
-    void Unwatch(const QString& path);
-    void RetryWaiting();
-    bool ServeWatchers(const TurnBudget& budget);
-    bool ServeWatched(Watched& watched, const TurnBudget& budget);
-    static void Deliver(Watched& watched, const TreeWatcher::Part& part);
     bool ServeBacklogs(const TurnBudget& budget);
     void FlushChannels();
     void Reap();
@@ -121,17 +96,12 @@ class ServerHub final : public ITurnTaker, public IObserver {
     bool m_isInTurn = false;
     bool m_isInInput = false;
     bool m_isOver = false;
-    bool m_hasStructureChanged = false;
-    bool m_hasEnded = false;  ///< some session
+    bool m_hasEnded = false;     ///< some session
+    WatchedSubtrees m_subtrees;  ///< outlives the sessions, which leave them
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
     WaitingRoom<ServerSession> m_waitingRoom;  ///< those that have not said hello
-    QHash<QString, std::shared_ptr<Watched>> m_watched;
-    std::deque<std::shared_ptr<Watched>> m_changed;
-    std::vector<std::shared_ptr<Watched>> m_dead;  ///< may be telling right now; destroyed when the turn ends
-    std::vector<Subscription*> m_waiting;          ///< their items are absent
-    std::deque<ServerSession*> m_toServe;          ///< those that are listed as that, as are the following
+    std::deque<ServerSession*> m_toServe;      ///< those that are listed as that, as are the following
     std::vector<ServerSession*> m_toFlush;
-    TreeWatcher::Part m_part;  ///< that is being delivered, kept for its room
 };
 
 }  // namespace vt

@@ -32,7 +32,7 @@ ServerSession::~ServerSession() {
 
 void ServerSession::Release() {
     for (auto& subscription : m_subscriptions)
-        m_hub.Leave(*subscription.second);
+        m_hub.Subtrees().Leave(*subscription.second);
     m_subscriptions.clear();
 }
 
@@ -201,7 +201,7 @@ void ServerSession::OnSubscribe(const Message& message) {
     m_hub.Access().ProvideNode(m_peer, subscription->Path());
     if (m_isEnded) return;
     Subscription& added = *(m_subscriptions[message.sub] = std::move(subscription));
-    m_hub.Join(added);
+    m_hub.Subtrees().Join(added);
 }
 
 void ServerSession::Subscribe(Subscription& subscription) {
@@ -225,7 +225,7 @@ void ServerSession::OnUnsubscribe(const Message& message) {
     if (found == m_subscriptions.end()) return;  // it may have been denied meanwhile
     const std::unique_ptr<Subscription> subscription = std::move(found->second);
     m_subscriptions.erase(found);
-    m_hub.Leave(*subscription);
+    m_hub.Subtrees().Leave(*subscription);
     for (const QString& path : subscription->Wanted()) {
         if (m_isEnded) return;
         m_hub.Access().NodeReleased(m_peer, path);
@@ -322,20 +322,20 @@ void ServerSession::OnWrite(const WriteMessage& write) {
     const QString path = item->GetPathName();
     QString reason;
     if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
-    Write(write.content, static_cast<values::ValueBase&>(*item), path, watcher->KindOfItem(write.id),
-          &answer);
+    Write(write, *watcher, static_cast<values::ValueBase&>(*item), path, &answer);
 }
 
-void ServerSession::Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
-                          AnswerMessage* answer) {
+void ServerSession::Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value,
+                          const QString& path, AnswerMessage* answer) {
+    const EItemKind kind = watcher.KindOfItem(write.id);
     const KindOperations& operations = *Operations(kind);
     Content content;
-    if (!operations.take(asked, &content))
+    if (!operations.take(write.content, &content))
         return Answer(
             answer, EResult::Denied,
             QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));
     const ObservableGuard guard(value);
-    const TreeWatcher::WriteScope scope(&value, m_peer.session);
+    const TreeWatcher::WriteScope scope(watcher, write.id, m_peer.session);
     if (!operations.write(value, content, nullptr))
         return Answer(answer, EResult::Denied, QStringLiteral("the selection has no item with this key"));
     // Whoever was told may have ended the session, or the value.

@@ -75,7 +75,7 @@ class ServerSession final : public IChannelListener {
     void OnAck(quint64 count);
     void OnWrite(const WriteMessage& write);
     void OnCreate(const Message& message);
-    void Write(const Content& asked, values::ValueBase& value, const QString& path, EItemKind kind,
+    void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
                AnswerMessage* answer);
     QString Create(const Message& message, Subscription& subscription);
     void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());

@@ -9,15 +9,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace vt {
 
 namespace {
-
-/// What is being written right now, for whom.
-const values::TreeItem* s_writtenItem = nullptr;
-int s_writingSession = 0;
-quint64 s_write = 0;  ///< number of the write
 
 /// What is added at once by the watched program is mostly small, and is numbered at once, so that nothing
 /// that happens to it is missed.
@@ -43,14 +39,11 @@ const values::ValueBase& ValueOf(const values::TreeItem* item) {
 
 TreeWatcher::IListener::~IListener() = default;
 
-TreeWatcher::WriteScope::WriteScope(const values::TreeItem* item, int session) {
-    s_writtenItem = item;
-    s_writingSession = session;
-    ++s_write;
-}
+TreeWatcher::WriteScope::WriteScope(TreeWatcher& watcher, quint32 id, int session)
+    : m_watcher(&watcher), m_outer(std::exchange(watcher.m_write, this)), m_id(id), m_session(session) {}
 
 TreeWatcher::WriteScope::~WriteScope() {
-    s_writtenItem = nullptr;
+    if (m_watcher != nullptr) m_watcher->m_write = m_outer;
 }
 
 TreeWatcher::TreeWatcher(values::TreeItem* root, IListener& listener)
@@ -59,6 +52,8 @@ TreeWatcher::TreeWatcher(values::TreeItem* root, IListener& listener)
 }
 
 TreeWatcher::~TreeWatcher() {
+    for (WriteScope* write = m_write; write != nullptr; write = write->m_outer)
+        write->m_watcher = nullptr;
     DropAll();
 }
 
@@ -202,24 +197,33 @@ void TreeWatcher::OnContent(Record& record) {
         OnDirty(record, EChange::Changed, &record.isContentDirty);
 }
 
+// This runs for each change of values of which every change counts. So what is rare is left to others.
 void TreeWatcher::OnOccurrence(Record& record) {
+    if (m_write != nullptr) return OnWritten(record);
     const int before = m_occurrences.Size();
-    WriteOccurrence(record);
+    m_occurrences.Changed(record.id, ValueOf(record.item), record.kind);
+    const int size = m_occurrences.Size() - before;
+    const bool isPlain = m_isTold && size <= vtlimits::MaxChange && !record.isOversized;
+    if (!isPlain || m_entries.size() == m_entries.capacity()) return FinishOccurrence(record, before);
+    m_entries.emplace_back(EChange::Changed, record.id, static_cast<quint32>(size), true);
+}
+
+void TreeWatcher::OnWritten(Record& record) {
+    const int before = m_occurrences.Size();
+    const values::ValueBase& value = ValueOf(record.item);
+    if (m_write->m_id == record.id && !std::exchange(m_write->m_isTold, true))
+        m_occurrences.Own(record.id, m_write->m_session, value, record.kind);
+    else
+        m_occurrences.Changed(record.id, value, record.kind);
+    FinishOccurrence(record, before);
+}
+
+void TreeWatcher::FinishOccurrence(Record& record, int before) {
     const int size = m_occurrences.Size() - before;
     if (size > vtlimits::MaxChange) return LoseOccurrence(record, before);
     m_entries.emplace_back(EChange::Changed, record.id, static_cast<quint32>(size), true);
     if (!m_isTold) TellChanges();
     if (record.isOversized) OnOversized(record, false);
-}
-
-void TreeWatcher::WriteOccurrence(const Record& record) {
-    const values::ValueBase& value = ValueOf(record.item);
-    if (s_writtenItem == record.item && m_lastWrite != s_write) {
-        m_lastWrite = s_write;  // what else happens to the item meanwhile is the server's doing
-        m_occurrences.Own(record.id, s_writingSession, value, record.kind);
-    } else {
-        m_occurrences.Changed(record.id, value, record.kind);
-    }
 }
 
 void TreeWatcher::LoseOccurrence(Record& record, int before) {
@@ -398,11 +402,6 @@ void TreeWatcher::FetchOccurrences(bool isWritten, Part* part) {
     }
     if (isWritten) m_writer.AppendRaw(m_occurrences.Data() + m_occurrenceRead, size);
     m_occurrenceRead += size;
-    if (first == 0 && m_read == m_entries.size() && part->entries.empty()) {
-        part->entries.swap(m_entries);
-        m_read = 0;
-        return;
-    }
     const auto begin = m_entries.begin();
     part->entries.insert(part->entries.end(), begin + static_cast<std::ptrdiff_t>(first),
                          begin + static_cast<std::ptrdiff_t>(m_read));
@@ -414,9 +413,26 @@ void TreeWatcher::Part::Clear() {
     ClearEntries(&entries);
 }
 
+// The usual case of a busy server: nothing but occurrences, which fit one part. False if it is not that.
+bool TreeWatcher::FetchAll(bool isWritten, Part* part) {
+    const bool isWhole =
+        m_others == 0 && m_read == 0 && m_occurrenceRead == 0 && m_entries.size() <= MaxEntries;
+    if (!isWhole || (isWritten && m_occurrences.Size() > vtlimits::BatchTarget)) return false;
+    part->entries.swap(m_entries);
+    part->occurrences.clear();  // which may be the same bytes
+    m_occurrences.TakeInto(&part->changes);
+    part->occurrences = part->changes;
+    if (!isWritten) part->changes.clear();
+    part->firstNew = part->endNew = m_announced;
+    part->hasMore = !IsTakenIn();
+    m_isTold = false;
+    return true;
+}
+
 bool TreeWatcher::NextPart(bool isWritten, Part* part) {
     part->entries.clear();
     if (!HasChanges()) return false;
+    if (FetchAll(isWritten, part)) return true;
     part->firstNew = m_announced;
     const int firstOccurrence = m_occurrenceRead;
     // Entries that are not written are counted, so that a part stays small in time too.

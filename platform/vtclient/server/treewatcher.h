@@ -89,13 +89,24 @@ class TreeWatcher {
     values::TreeItem* Find(quint32 id);
     EItemKind KindOfItem(quint32 id);
 
-    /// While it lives, the first change of \a item counts as caused by the write of \a session.
+    /// A write of \a session, which came for this watcher's item \a id. While it lives the first change of
+    /// that item counts as caused by the write; what else happens to it is the server's doing. The watcher
+    /// may go meanwhile.
     class WriteScope {
       public:
-        WriteScope(const values::TreeItem* item, int session);
+        WriteScope(TreeWatcher& watcher, quint32 id, int session);
         ~WriteScope();
         WriteScope(const WriteScope&) = delete;
         WriteScope& operator=(const WriteScope&) = delete;
+
+      private:
+        friend class TreeWatcher;
+
+        TreeWatcher* m_watcher;  ///< null: it has gone
+        WriteScope* m_outer;     ///< in the middle of which this one came
+        quint32 m_id;
+        int m_session;
+        bool m_isTold = false;
     };
 
   private:
@@ -129,7 +140,8 @@ class TreeWatcher {
     void OnContent(Record& record);
     void OnDirty(const Record& record, EChange change, bool* flag);
     void OnOccurrence(Record& record);
-    void WriteOccurrence(const Record& record);
+    Q_NEVER_INLINE void OnWritten(Record& record);
+    Q_NEVER_INLINE void FinishOccurrence(Record& record, int before);
     void LoseOccurrence(Record& record, int before);
     void OnOversized(Record& record, bool isOversized);
     void OnGoingAway(Record& record);
@@ -145,6 +157,7 @@ class TreeWatcher {
     void FetchAdded(Entry* range, bool isWritten);
     void FetchEntry(const Entry& entry, bool isWritten);
     void FetchOccurrences(bool isWritten, Part* part);
+    bool FetchAll(bool isWritten, Part* part);
     void ForgetFetched();
     void WriteContentOf(Record& record, EChange change, ChangeWriter* writer);
     static void SetOversized(Record& record, bool isOversized);
@@ -166,7 +179,7 @@ class TreeWatcher {
     std::size_t m_others = 0;    ///< entries to be fetched that are no occurrences
     bool m_isTold = false;       ///< the listener knows that there are some
     ChangeWriter m_writer;
-    quint64 m_lastWrite = 0;  ///< the last write that an occurrence was put down to
+    WriteScope* m_write = nullptr;  ///< the innermost that is under way
     bool m_isGone = false;
 };
 

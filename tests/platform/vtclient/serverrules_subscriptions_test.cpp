@@ -191,6 +191,24 @@ TEST_F(ServerRules, ASlowClientsBacklogIsBoundedByTheItemsNotByTime) {
     EXPECT_EQ(peer.Count(EMessage::Bye), 0);
 }
 
+// What the client shows under the other subscription it has not set itself.
+TEST_F(ServerRules, AWriteIsTheClientsOwnOnlyWhereItCameFrom) {
+    auto* const log = Add<Text>("/S", "log");
+    log->SetDelivery(values::EDelivery::EveryChange);
+    RawPeer& peer = Subscribed();
+    peer.Send(Subscribe(2, "/S/log"));
+    Run();
+    const std::size_t before = peer.changes.size();
+    peer.Send(Write(1, 1, 1, S("written")));
+    Run();
+    std::vector<vt::EChange> told;
+    for (std::size_t i = before; i < peer.changes.size(); ++i) {
+        told.push_back(peer.changes[i].change);
+        EXPECT_EQ(std::get<QString>(peer.changes[i].item.content), S("written"));
+    }
+    EXPECT_THAT(told, testing::UnorderedElementsAre(vt::EChange::Own, vt::EChange::Changed));
+}
+
 TEST_F(ServerRules, AClientThatDoesNotKeepUpWithOccurrencesIsEnded) {
     auto* const log = Add<Text>("/S", "log");
     log->SetDelivery(values::EDelivery::EveryChange);

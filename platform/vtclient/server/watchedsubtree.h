@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/vtclient/channel/ieventloop.h>
+#include <platform/vtclient/server/subscription.h>
+#include <platform/vtclient/server/treewatcher.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+namespace vt {
+
+class WatchedSubtrees;
+
+/// A subtree that somebody has subscribed: its watcher, and the subscriptions that follow this one.
+class WatchedSubtree final : public std::enable_shared_from_this<WatchedSubtree>,
+                             private TreeWatcher::IListener {
+  public:
+    /// \a root is the item at \a path; \a all outlives this.
+    WatchedSubtree(WatchedSubtrees& all, const QString& path, values::TreeItem* root);
+
+    const QString& Path() const { return m_path; }
+    TreeWatcher& Watcher() { return m_watcher; }
+
+    void Add(Subscription& subscription) { m_members.push_back(&subscription); }
+    void Remove(Subscription& subscription);
+    bool HasMembers() const { return !m_members.empty(); }
+    /// None is left.
+    std::vector<Subscription*> TakeMembers();
+
+    /// Delivers what has changed: written once, to all members that are in step, and kept by the others,
+    /// whose sessions are served later. False if there is more when the budget is up. \a part is room to work
+    /// in.
+    bool Serve(const TurnBudget& budget, TreeWatcher::Part* part);
+    /// Takes its place among those that have changes. False if it stands there, or nobody follows it any
+    /// more.
+    bool List();
+    void Unlist() { m_isListed = false; }
+    void SetDead() { m_isDead = true; }
+
+  private:
+    void OnChanges(TreeWatcher& watcher) override;
+    void OnRootGone(TreeWatcher& watcher) override;
+    bool HasAudience() const;
+    void Deliver(const TreeWatcher::Part& part);
+
+    WatchedSubtrees& m_all;
+    QString m_path;
+    std::vector<Subscription*> m_members;
+    bool m_isListed = true;  ///< among those that have changes, as a new one is
+    bool m_isDead = false;
+    TreeWatcher m_watcher;  ///< the last member: it tells while it is being made
+};
+
+}  // namespace vt

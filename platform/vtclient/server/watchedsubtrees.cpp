@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/server/watchedsubtrees.h>
+
+#include <platform/values/node.h>
+#include <platform/values/tree.h>
+#include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/server/serversession.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace vt {
+
+void WatchedSubtrees::Join(Subscription& subscription) {
+    values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription.Path());
+    if (item != nullptr) return Watch(subscription, item);
+    m_waiting.push_back(&subscription);
+    subscription.Session().TellAbsent(subscription, QString());
+}
+
+void WatchedSubtrees::Watch(Subscription& subscription, values::TreeItem* item) {
+    std::shared_ptr<WatchedSubtree>& subtree = m_byPath[subscription.Path()];
+    if (!subtree) {
+        subtree = std::make_shared<WatchedSubtree>(*this, subscription.Path(), item);
+        m_changed.push_back(subtree);
+    }
+    subtree->Add(subscription);
+    subscription.Restart(&subtree->Watcher());
+    subscription.Session().Subscribe(subscription);
+    ServeLater(subscription.Session());
+}
+
+void WatchedSubtrees::Leave(Subscription& subscription) {
+    m_waiting.erase(std::remove(m_waiting.begin(), m_waiting.end(), &subscription), m_waiting.end());
+    const auto found = m_byPath.find(subscription.Path());
+    if (found == m_byPath.end() || subscription.Watcher() == nullptr) return;
+    WatchedSubtree& subtree = **found;
+    subtree.Remove(subscription);
+    if (!subtree.HasMembers()) Unwatch(subtree);
+}
+
+void WatchedSubtrees::Unwatch(WatchedSubtree& subtree) {
+    subtree.SetDead();
+    m_dead.push_back(m_byPath.take(subtree.Path()));
+    m_hub.RequestTurn();
+}
+
+void WatchedSubtrees::OnChanges(WatchedSubtree& subtree) {
+    m_changed.push_back(subtree.shared_from_this());
+    m_hub.RequestTurn();
+}
+
+void WatchedSubtrees::OnRootGone(WatchedSubtree& subtree) {
+    const std::vector<Subscription*> members = subtree.TakeMembers();
+    Unwatch(subtree);
+    for (Subscription* member : members) {
+        member->Restart(nullptr);
+        m_waiting.push_back(member);
+        member->Session().TellAbsent(*member, QString());
+    }
+    m_isToRetry = true;  // it may be there again already
+}
+
+void WatchedSubtrees::ServeLater(ServerSession& session) {
+    m_hub.ServeLater(session);
+}
+
+bool WatchedSubtrees::RetryLater() {
+    m_isToRetry = m_isToRetry || !m_waiting.empty();
+    return m_isToRetry;
+}
+
+void WatchedSubtrees::RetryWaiting() {
+    if (!std::exchange(m_isToRetry, false)) return;
+    for (Subscription* subscription : std::exchange(m_waiting, {})) {
+        values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription->Path());
+        if (item != nullptr)
+            Watch(*subscription, item);
+        else
+            m_waiting.push_back(subscription);
+    }
+}
+
+bool WatchedSubtrees::Serve(const TurnBudget& budget) {
+    while (!m_changed.empty()) {
+        const std::shared_ptr<WatchedSubtree> subtree = m_changed.front();
+        m_changed.pop_front();
+        subtree->Unlist();
+        if (!subtree->HasMembers() || subtree->Serve(budget, &m_part)) continue;
+        if (subtree->List()) m_changed.push_back(subtree);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace vt
