@@ -24,22 +24,22 @@ TreeItem* ChildList::FindUnindexed(const NameKey& name) const {
     return nullptr;
 }
 
-void ChildList::Append(std::unique_ptr<TreeItem> owned, Node* parent) {
+void ChildList::Append(std::unique_ptr<TreeItem> owned, Node* parent, const NameKey& name) {
     TreeItem* const item = owned.release();
     item->m_parent = parent;
     item->m_previous = m_last;
     (m_last != nullptr ? m_last->m_next : m_first) = item;
     m_last = item;
     ++m_count;
-    AddToIndex(item);
+    AddToIndex(item, name);
 }
 
-void ChildList::AddToIndex(TreeItem* item) {
+void ChildList::AddToIndex(TreeItem* item, const NameKey& name) {
     if (!m_index.IsEmpty()) {
-        m_index.Insert(item);
+        m_index.Insert(item, name);
     } else if (m_count > MaxUnindexed) {
         for (TreeItem* child = m_first; child != nullptr; child = child->m_next)
-            if (child->m_state != GoingAway) m_index.Insert(child);
+            if (child->m_state != GoingAway) m_index.Insert(child, NameKey(child->m_name));
     }
 }
 
@@ -62,7 +62,7 @@ void ChildList::Rename(TreeItem* item, const QString& name, std::uint32_t hash) 
     if (isIndexed) m_index.Remove(item);
     item->m_name = name;
     item->m_nameHash = hash;
-    if (isIndexed) m_index.Insert(item);
+    if (isIndexed) m_index.Insert(item, NameKey(item->m_name));
 }
 
 }  // namespace values

@@ -32,7 +32,8 @@ class ChildList {
         return m_index.IsEmpty() ? FindUnindexed(name) : m_index.Find(name);
     }
 
-    void Append(std::unique_ptr<TreeItem> item, Node* parent);
+    /// \a name is made of the item's own name.
+    void Append(std::unique_ptr<TreeItem> item, Node* parent, const NameKey& name);
     /// Takes \a item, which must be in this list, out of it and hands it over, detached.
     std::unique_ptr<TreeItem> Take(TreeItem* item);
     void Hide(TreeItem* item);
@@ -40,7 +41,7 @@ class ChildList {
 
   private:
     TreeItem* FindUnindexed(const NameKey& name) const;
-    void AddToIndex(TreeItem* item);
+    void AddToIndex(TreeItem* item, const NameKey& name);
 
     TreeItem* m_first = nullptr;
     TreeItem* m_last = nullptr;

@@ -21,9 +21,9 @@ NameIndex::Slot::Slot(TreeItem* theItem, const NameKey& name)
         text = name.Text().data();
 }
 
-void NameIndex::Insert(TreeItem* item) {
+void NameIndex::Insert(TreeItem* item, const NameKey& name) {
     if (4 * (std::size_t(m_count) + 1) > 3 * m_slots.size()) Grow();
-    Place(Slot(item, NameKey(item->m_name)));
+    Place(Slot(item, name));
     ++m_count;
 }
 

@@ -20,7 +20,8 @@ class NameIndex {
     bool IsEmpty() const { return m_count == 0; }
     /// The index must not be empty.
     TreeItem* Find(const NameKey& name) const;
-    void Insert(TreeItem* item);
+    /// \a name is made of the item's own name.
+    void Insert(TreeItem* item, const NameKey& name);
     /// \a item must be in the index, under the name that it still has.
     void Remove(const TreeItem* item);
     void Clear();

@@ -67,10 +67,10 @@ TreeItem* Node::FindChild(const QString& name) const {
     return key.Text().size() == name.size() ? m_children.Find(key) : nullptr;  // no name has a slash
 }
 
-bool Node::MayAdd(const TreeItem& child) const {
-    if (GetState() == GoingAway || child.m_name.isEmpty() || child.m_name.contains(QLatin1Char('/')))
-        return false;
-    if (m_children.Find(NameKey(child.m_name)) != nullptr) return false;
+bool Node::MayAdd(const TreeItem& child, const NameKey& name) const {
+    const bool hasSlash = name.Text().size() != child.m_name.size();  // where a key ends
+    if (GetState() == GoingAway || child.m_name.isEmpty() || hasSlash) return false;
+    if (m_children.Find(name) != nullptr) return false;
     if (!child.m_isNode || static_cast<const Node&>(child).m_children.First() == nullptr)
         return &child != this;
     for (const TreeItem* item = this; item != nullptr; item = item->m_parent)
@@ -81,8 +81,9 @@ bool Node::MayAdd(const TreeItem& child) const {
 bool Node::AddChild(std::unique_ptr<TreeItem>& child) {
     MCS_ASSERT_MAIN_THREAD();
     Q_ASSERT_X(child && child->m_parent == nullptr, Q_FUNC_INFO, "a child is detached before it is added");
-    if (!MayAdd(*child)) return false;
-    m_children.Append(std::move(child), this);
+    const NameKey name(child->m_name);
+    if (!MayAdd(*child, name)) return false;
+    m_children.Append(std::move(child), this, name);
     NotifyStructure(changecode::ChildrenAdded);
     return true;
 }
@@ -138,7 +139,7 @@ Node* Node::DeepCopy() const {
         }
         std::unique_ptr<TreeItem> child = item->m_state == GoingAway ? nullptr : item->CopyItem();
         TreeItem* const added = child.get();
-        if (child) target->m_children.Append(std::move(child), target);
+        if (added != nullptr) target->m_children.Append(std::move(child), target, NameKey(added->m_name));
         if (added != nullptr && item->m_isNode) {
             source = static_cast<const Node*>(item);
             target = static_cast<Node*>(added);

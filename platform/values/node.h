@@ -61,7 +61,7 @@ class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
     void ForgetChild(TreeItem* child);
     void HideChild(TreeItem* child) { m_children.Hide(child); }
     bool RenameChild(TreeItem* child, const QString& name);
-    bool MayAdd(const TreeItem& child) const;
+    bool MayAdd(const TreeItem& child, const NameKey& name) const;
     void NotifyStructure(TChangeCode code);
     void DestroyChildren();
 
