@@ -58,7 +58,6 @@ class Observation {
   private:
     /// A value says so by its state; nodes, tics and clients have a code for it.
     bool IsGoingAway(TChangeCode code) const {
-        static_assert(changecode::GoingAway == connectioncode::GoingAway);
         if constexpr (std::is_base_of_v<values::ValueBase, Subject>)
             return code == changecode::StateChanged && m_subject->GetState() == values::GoingAway;
         else

@@ -20,6 +20,8 @@ constexpr TChangeCode Connected = 16;       ///< the connection is up
 constexpr TChangeCode Disconnected = 17;    ///< the connection is down
 constexpr TChangeCode GoingAway = 18;       ///< the connection object or the tic is going away
 constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was answered
+/// Who observes an item of the tree or a connection hears of its end by the same number.
+static_assert(GoingAway == changecode::GoingAway);
 }  // namespace connectioncode
 
 /// One mirrored subtree: a path of the server's tree shown at a path of this process's tree. Owned by its
