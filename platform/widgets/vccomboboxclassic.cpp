@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr int MaxShownLength = 500;  // characters: more would not fit any screen
-constexpr int MaxWidth = 400;        // pixels: a long text must not hold a window open
-constexpr int MinContents = 8;       // characters of room while there is nothing to show
+constexpr int MaxItemLength = 500;  // characters: more would not fit any screen
+constexpr int MaxHintWidth = 400;   // pixels: a long text must not hold a window open
+constexpr int MinContents = 8;      // characters of room while there is nothing to show
 
 QString TextOf(const values::SelectionItem& item) {
-    return valuetext::Shortened(item.GetName(), MaxShownLength);
+    return valuetext::Shortened(item.GetName(), MaxItemLength);
 }
 
 /// Whether a key would open the list or choose from it.
@@ -64,11 +64,11 @@ void VCComboBoxClassic::showPopup() {
 }
 
 QSize VCComboBoxClassic::sizeHint() const {
-    return QComboBox::sizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
+    return QComboBox::sizeHint().boundedTo(QSize(MaxHintWidth, QWIDGETSIZE_MAX));
 }
 
 QSize VCComboBoxClassic::minimumSizeHint() const {
-    return QComboBox::minimumSizeHint().boundedTo(QSize(MaxWidth, QWIDGETSIZE_MAX));
+    return QComboBox::minimumSizeHint().boundedTo(QSize(MaxHintWidth, QWIDGETSIZE_MAX));
 }
 
 bool VCComboBoxClassic::event(QEvent* event) {

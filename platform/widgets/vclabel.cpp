@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int MaxShownLength = 500;  // characters: more would not fit any screen
+constexpr int MaxLabelLength = 500;  // characters: more would not fit any screen
 
 bool IsAnyValue(const values::ValueBase&) {
     return true;
@@ -62,7 +62,7 @@ void VCLabel::ShowValue(const values::ValueBase* value) {
     if (showsNoValue)
         shown = QStringLiteral("- - -");
     else if (value != nullptr)
-        shown = valuetext::Shortened(valuetext::Content(*value), MaxShownLength);
+        shown = valuetext::Shortened(valuetext::Content(*value), MaxLabelLength);
     ShowText(shown);
 }
 

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int MaxEditable = 100000;  // characters: a longer line takes too long to be laid out on every key
-constexpr int MaxShown = 1000;       // of a text that is longer than that
+constexpr int MaxShownText = 1000;   // of a text that is longer than that
 
 }  // namespace
 
@@ -58,7 +58,7 @@ void VCLineEdit::ShowValue(const values::ValueBase* value) {
     QString content;
     if (value != nullptr) content = static_cast<const values::Value<QString>*>(value)->GetValue();
     m_isCut = content.size() > MaxEditable;
-    m_shown = m_isCut ? valuetext::Shortened(content, MaxShown) : content;
+    m_shown = m_isCut ? valuetext::Shortened(content, MaxShownText) : content;
     ShowAccess(m_mayEdit);
     if (m_shown == text()) return;
     const int cursor = hasFocus() ? cursorPosition() : 0;  // the beginning of a long text, not its end
@@ -71,7 +71,7 @@ QString VCLineEdit::HiddenText() const {
     const bool isSecret = echoMode() != Normal;
     const int margins = 8;  // pixels around the text, in any style
     const bool fits = fontMetrics().horizontalAdvance(m_shown) <= width() - margins;
-    return isSecret || fits ? QString() : valuetext::Shortened(m_shown, MaxShown);
+    return isSecret || fits ? QString() : valuetext::Shortened(m_shown, MaxShownText);
 }
 
 void VCLineEdit::ShowAccess(bool mayEdit) {

@@ -21,7 +21,7 @@ using NumericInt = values::ValueNumeric<int>;
 using NumericReal = values::ValueNumeric<double>;
 
 /// What a spin box has room for: a double does not tell larger numbers apart digit by digit.
-constexpr double MaxShown = 1e15;
+constexpr double LargestShown = 1e15;
 
 }  // namespace
 
@@ -207,15 +207,15 @@ void VCNumericFloatSpin::ShowNothing() {
 }
 
 void VCNumericFloatSpin::ShowNumber(double number, double minimum, double maximum) {
-    const double lowest = qBound(-MaxShown, minimum, MaxShown);
-    const double highest = qBound(-MaxShown, maximum, MaxShown);
+    const double lowest = qBound(-LargestShown, minimum, LargestShown);
+    const double highest = qBound(-LargestShown, maximum, LargestShown);
     if (lowest != m_lowest || highest != m_highest) {
         m_lowest = lowest;
         m_highest = highest;
         setRange(lowest, highest);
         updateGeometry();
     }
-    m_special = std::fabs(number) > MaxShown ? valuetext::Number(number) : QString();
+    m_special = std::fabs(number) > LargestShown ? valuetext::Number(number) : QString();
     DrawNumber(number);
     m_shown = text();
 }

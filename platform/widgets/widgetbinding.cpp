@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int MaxTipLength = 500;  // characters of a text that others chose
+constexpr int MaxChosenLength = 500;  // characters of a text that others chose
 
 }  // namespace
 
@@ -156,7 +156,7 @@ void WidgetBinding::RefuseEdit() {
 }
 
 void WidgetBinding::Refuse(const QString& reason) {
-    SetRefusal(valuetext::Shortened(reason, MaxTipLength));
+    SetRefusal(valuetext::Shortened(reason, MaxChosenLength));
     ShowState();
     // Later, since the toolkit hides all tips when it has handled the key or click that led here.
     QMetaObject::invokeMethod(this, &WidgetBinding::ShowRefusal, Qt::QueuedConnection);
@@ -171,7 +171,7 @@ void WidgetBinding::OnRefused(values::TreeItem* item, const QString&, const QStr
     if (item == nullptr || item != GetValue()) return;
     if (std::exchange(m_awaitsAnswer, false)) return Refuse(reason);
     // Another widget, or code, edited the value: said in the tool tip, but not popped up.
-    SetRefusal(valuetext::Shortened(reason, MaxTipLength));
+    SetRefusal(valuetext::Shortened(reason, MaxChosenLength));
     ShowState();
 }
 
@@ -218,7 +218,7 @@ QString WidgetBinding::GetDescription() const {
     QStringList lines;
     const QString hidden = m_view.HiddenText();
     if (!hidden.isEmpty()) lines << hidden;
-    if (!GetPath().isEmpty()) lines << valuetext::Shortened(GetPath(), MaxTipLength);
+    if (!GetPath().isEmpty()) lines << valuetext::Shortened(GetPath(), MaxChosenLength);
     lines << DescribeState();
     const values::ValueBase* const value = GetValue();
     if (value == nullptr) return lines.join(QLatin1Char('\n'));
@@ -261,5 +261,5 @@ void WidgetBinding::CopyPath() {
     if (GetPath().isEmpty()) return;
     QGuiApplication::clipboard()->setText(GetPath());
     valuetip::Show(m_widget,
-                   valuetip::ToHtml(tr("Copied: %1").arg(valuetext::Shortened(GetPath(), MaxTipLength))));
+                   valuetip::ToHtml(tr("Copied: %1").arg(valuetext::Shortened(GetPath(), MaxChosenLength))));
 }

@@ -5,20 +5,23 @@
 
 namespace mctree {
 
-namespace {
+struct Unit::Row {
+    /// A unit, or a multiple of it by a power of ten.
+    struct Multiple {
+        const char* name;
+        int power;
+    };
+    using Multiples = std::array<Multiple, 3>;
 
-/// A unit, or a multiple of it by a power of ten.
-struct Multiple {
-    const char* name;
-    int power;
+    const char* key;
+    const Multiples* multiples;
 };
 
-constexpr int MostMultiples = 3;
-using Multiples = std::array<Multiple, MostMultiples>;
+namespace {
 
-constexpr Multiples Hertz = {{{"Hz", 0}, {"kHz", 3}, {"MHz", 6}}};
-constexpr Multiples Microseconds = {{{"us", 0}, {"ms", 3}, {"s", 6}}};
-constexpr Multiples Milliseconds = {{{"ms", 0}, {"s", 3}, {"s", 3}}};
+constexpr Unit::Row::Multiples Hertz = {{{"Hz", 0}, {"kHz", 3}, {"MHz", 6}}};
+constexpr Unit::Row::Multiples Microseconds = {{{"us", 0}, {"ms", 3}, {"s", 6}}};
+constexpr Unit::Row::Multiples Milliseconds = {{{"ms", 0}, {"s", 3}, {"s", 3}}};
 
 /// How many digits the number has before its point; 0 or less below 1.
 int CountWhole(const QString& digits, int point) {
@@ -40,15 +43,6 @@ QString ShiftedDown(const QString& sign, const QString& digits, int point, int p
     const QString number = sign + shifted.left(whole);
     return fraction.isEmpty() ? number : number + QLatin1Char('.') + fraction;
 }
-
-}  // namespace
-
-struct Unit::Row {
-    const char* key;
-    const Multiples* multiples;
-};
-
-namespace {
 
 // clang-format off
 constexpr std::array<Unit::Row, 5> Rows = {{
@@ -83,7 +77,7 @@ QString Unit::Scaled(const QString& decimal, QString* name) const {
     digits.remove(QLatin1Char('.'));
     const int whole = CountWhole(digits, point);
     int power = 0;
-    for (const Multiple& multiple : *m_row->multiples) {
+    for (const Row::Multiple& multiple : *m_row->multiples) {
         if (whole <= multiple.power) break;
         power = multiple.power;
         *name = QString::fromLatin1(multiple.name);
@@ -93,8 +87,8 @@ QString Unit::Scaled(const QString& decimal, QString* name) const {
 
 QString Unit::WithoutUnit(const QString& text) const {
     if (IsEmpty()) return text;
-    const Multiple* found = nullptr;
-    for (const Multiple& multiple : *m_row->multiples) {
+    const Row::Multiple* found = nullptr;
+    for (const Row::Multiple& multiple : *m_row->multiples) {
         // The longest that fits: "MHz" ends in "Hz" too.
         const QLatin1String name(multiple.name);
         if (text.endsWith(name) && (found == nullptr || name.size() > QLatin1String(found->name).size()))

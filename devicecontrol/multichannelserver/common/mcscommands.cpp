@@ -8,7 +8,7 @@
 namespace {
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcscommands";
+constexpr const wchar_t* CommandsPlace = L"devicecontrol/multichannelserver/common/mcscommands";
 
 }  // namespace
 
@@ -24,7 +24,7 @@ struct MCSCommands::Fields {
 
 MCSCommands::MCSCommands(const QString* basePath)
     : m_basePath(basePath != nullptr ? *basePath : mcskeys::DefaultBasePath(mcskeys::Config)) {
-    fields::Provide<Fields>(*this, SourcePath, false, this);
+    fields::Provide<Fields>(*this, CommandsPlace, false, this);
 }
 
 MCSCommands::~MCSCommands() {

@@ -25,7 +25,7 @@ using fields::Within;
 using storedsetting::Stored;
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsconfigdata";
+constexpr const wchar_t* ConfigDataPlace = L"devicecontrol/multichannelserver/common/mcsconfigdata";
 
 constexpr double DefaultFrequency = 30000000.0;  // Hz
 constexpr int StoredScanAveragingTimeIndex = 5;  // of a store without the key (fixed: two-default-indexes)
@@ -113,7 +113,7 @@ struct MCSConfigData::Fields {
 
 MCSConfigData::MCSConfigData(const QString* basePath, bool overwrite)
     : m_basePath(basePath != nullptr ? *basePath : mcskeys::DefaultBasePath(mcskeys::Config)) {
-    fields::Provide<Fields>(*this, SourcePath, overwrite, this);
+    fields::Provide<Fields>(*this, ConfigDataPlace, overwrite, this);
 }
 
 MCSConfigData::~MCSConfigData() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 
+#include <devicecontrol/multichannelserver/common/data/operationmodes.h>
 #include <devicecontrol/multichannelserver/common/data/statusnode.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -14,11 +15,7 @@ using fields::ItemsOf;
 using fields::TypesOwn;
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsmpxorvstatus";
-
-const values::ValueDescriptor& OperationModes() {
-    return StdDeviceDefinition::g_vdOperationMode;
-}
+constexpr const wchar_t* MpxORVStatusPlace = L"devicecontrol/multichannelserver/common/mcsmpxorvstatus";
 
 }  // namespace
 
@@ -37,7 +34,7 @@ struct MCSMpxORVStatus::Fields {
         // member                      path                                     starts with                 asserted as                    line  looked for
         Field{&S::m_pOperationType,    BelowNode{mcskeys::OperationType},       TypesOwn{},                 nullptr,                         0, {1}},
         Field{&S::m_pConnectedClients, BelowNode{mcskeys::ConnectedClients},    ItemsOf{nullptr, 0},        L"m_pConnectedClients != NULL",  143, {2}},
-        Field{&S::m_pOperationMode,    &S::GetOperationMode_ValuePath,          ItemsOf{OperationModes, 0}, L"m_pOperationMode != NULL",     149, {3}},
+        Field{&S::m_pOperationMode,    &S::GetOperationMode_ValuePath,          ItemsOf{operationmodes::Get, 0}, L"m_pOperationMode != NULL",     149, {3}},
         Field{&S::m_pIsMaster,         &S::GetIsMaster_ValuePath,               Content{false},             L"m_pIsMaster != NULL",          153, {4}},
         Field{&S::m_pIsWatchingMaster, &S::GetIsWatchingMaster_ValuePath,       Content{false},             L"m_pIsWatchingMaster != NULL",  157, {5}},
         Field{&S::m_pComment,          BelowNode{mcskeys::Comment},             TypesOwn{},                 L"m_pComment != NULL",           161, {6}},
@@ -75,8 +72,8 @@ void MCSMpxORVStatus::Detach() {
 }
 
 void MCSMpxORVStatus::SetupStatusSubtree() {
-    m_pStaSubtree = statusnode::Provide(m_basePath, this, SourcePath, 135);
-    fields::Provide<Fields>(*this, SourcePath, false, this);
+    m_pStaSubtree = statusnode::Provide(m_basePath, this, MpxORVStatusPlace, 135);
+    fields::Provide<Fields>(*this, MpxORVStatusPlace, false, this);
 }
 
 void MCSMpxORVStatus::Update(Observable* source, TChangeCode code) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/list/listcolumns.h>
 #include <devicecontrol/multichannelserver/common/list/rownumberheader.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
@@ -8,12 +9,6 @@
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QTableView>
-
-namespace {
-
-constexpr int CommentColumn = 3;
-
-}  // namespace
 
 MCSMpxORVStatusListDisplay::MCSMpxORVStatusListDisplay(QWidget* parent, Qt::WindowFlags flags)
     : QWidget(parent, flags) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
+#include <devicecontrol/multichannelserver/common/list/listcolumns.h>
 #include <devicecontrol/multichannelserver/common/list/mcsmpxorvstatuslistmodelimplementation.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 
@@ -8,8 +9,6 @@
 #include <QtGui/QPixmap>
 
 namespace {
-
-enum EColumn { NameColumn, OperationModeColumn, ClientsColumn, CommentColumn, ColumnCount };
 
 QString ClientsOf(const MCSMpxORVStatus& status) {
     const values::ValueSelection* const clients = status.GetConnectedClientsValue();

@@ -10,7 +10,7 @@
 namespace {
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcspolicyset";
+constexpr const wchar_t* PolicySetPlace = L"devicecontrol/multichannelserver/common/mcspolicyset";
 constexpr int LineOfShow = 140;
 constexpr int LineOfNodeGoingAway = 237;
 
@@ -179,7 +179,7 @@ void MCSPolicySet::DetachFromSwitches(int line) {
         value->DeleteObserver(this);
     m_ObservedValues.clear();
     if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceAssertions) && !m_ObservedValues.empty())
-        _Q_assert(L"m_ObservedValues.size() == 0", SourcePath, line);
+        _Q_assert(L"m_ObservedValues.size() == 0", PolicySetPlace, line);
 }
 
 // The set observes the node to hear of its end: a pointer to a node that is gone would be used by the next

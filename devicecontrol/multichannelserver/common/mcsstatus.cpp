@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
+#include <devicecontrol/multichannelserver/common/data/operationmodes.h>
 #include <devicecontrol/multichannelserver/common/data/statusnode.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -14,7 +15,7 @@ using fields::ItemsOf;
 using fields::TypesOwn;
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mcsstatus";
+constexpr const wchar_t* StatusPlace = L"devicecontrol/multichannelserver/common/mcsstatus";
 
 constexpr fields::Within Counter = {0, 0, 1000};
 constexpr fields::Within SweepTime = {0, 0, 100000000};  // µs
@@ -22,10 +23,6 @@ constexpr fields::Within SweepTime = {0, 0, 100000000};  // µs
 const values::ValueDescriptor& BootStates() {
     return StdDeviceDefinition::g_vdBooState;
 }
-const values::ValueDescriptor& OperationModes() {
-    return StdDeviceDefinition::g_vdOperationMode;
-}
-
 }  // namespace
 
 struct MCSStatus::Fields {
@@ -34,7 +31,7 @@ struct MCSStatus::Fields {
     static constexpr std::tuple Rows = {
         // member                      path                                     starts with                 asserted as                          line  looked for: the mode is fourth (fixed: search-order)
         Field{&S::m_pBootState,              &S::GetBootState_ValuePath,              ItemsOf{BootStates, BootReady}, L"m_pBootState != NULL",              116, {1}},
-        Field{&S::m_pOperationMode,          &S::GetOperationMode_ValuePath,          ItemsOf{OperationModes, 0},     L"m_pOperationMode != NULL",          122, {4}},
+        Field{&S::m_pOperationMode,          &S::GetOperationMode_ValuePath,          ItemsOf{operationmodes::Get, 0},     L"m_pOperationMode != NULL",          122, {4}},
         Field{&S::m_pFreeFreqChannels,       &S::GetFreeFreqChannels_ValuePath,       Counter,                        L"m_pFreeFreqChannels != NULL",       126, {2}},
         Field{&S::m_pUsedFreqChannels,       &S::GetUsedFreqChannels_ValuePath,       Counter,                        L"m_pUsedFreqChannels != NULL",       130, {3}},
         Field{&S::m_pMcsMasterJobControlled, &S::GetMcsMasterJobControlled_ValuePath, Content{false},                 L"m_pMcsMasterJobControlled != NULL", 134, {5}},
@@ -80,8 +77,8 @@ void MCSStatus::Detach() {
 // The paths come from the virtual accessors. While the constructor runs these are the class's own: what a
 // derived class overrides holds only afterwards.
 void MCSStatus::SetupStatusSubtree() {
-    m_pStaSubtree = statusnode::Provide(m_basePath, this, SourcePath, 109);
-    fields::Provide<Fields>(*this, SourcePath, false, this);
+    m_pStaSubtree = statusnode::Provide(m_basePath, this, StatusPlace, 109);
+    fields::Provide<Fields>(*this, StatusPlace, false, this);
     // Each log message is an occurrence: the same text twice is two messages. (fixed: log-occurrences)
     if (m_pLogMessage != nullptr) m_pLogMessage->SetDelivery(values::EDelivery::EveryChange);
 }

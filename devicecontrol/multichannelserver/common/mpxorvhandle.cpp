@@ -18,7 +18,7 @@
 namespace {
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/mpxorvhandle";
+constexpr const wchar_t* HandlePlace = L"devicecontrol/multichannelserver/common/mpxorvhandle";
 
 using serverclientdetail::DeleteNode;
 using serverclientdetail::FindNode;
@@ -64,7 +64,7 @@ void MpxORVHandle::ConnectMpxORVControlTreeRemote(const QString& localControlPat
     m_name = name;
     const values::Node* const node = ProvideNode(localControlPath);
     if (life.expired()) return;
-    AssertNotNull(node, L"pNode", SourcePath, 109);
+    AssertNotNull(node, L"pNode", HandlePlace, 109);
     if (ownTic) {
         AddControlTic(localControlPath + QLatin1Char(',') + remoteBasePath + QLatin1Char('/') + name);
         if (life.expired()) return;
@@ -74,7 +74,7 @@ void MpxORVHandle::ConnectMpxORVControlTreeRemote(const QString& localControlPat
 
 void MpxORVHandle::AddControlTic(const QString& ticText) {
     IVtClient* const client = m_MCSClient.GetVtClientToUse();
-    AssertNotNull(client, L"m_MCSClient.GetVtClientToUse() != NULL", SourcePath, 113);
+    AssertNotNull(client, L"m_MCSClient.GetVtClientToUse() != NULL", HandlePlace, 113);
     IVtTic* tic = nullptr;
     if (client != nullptr) {
         const std::weak_ptr<const bool> life = GetLife();
@@ -88,7 +88,7 @@ void MpxORVHandle::AddControlTic(const QString& ticText) {
             tic = nullptr;
         }
     }
-    AssertNotNull(tic, L"m_pControlTic", SourcePath, 116);
+    AssertNotNull(tic, L"m_pControlTic", HandlePlace, 116);
     m_pControlTic = tic;
     if (tic != nullptr) tic->AddObserver(this);
 }
@@ -104,7 +104,7 @@ void MpxORVHandle::ConnectMpxORVControlTreeLocal(const QString& /*localControlPa
     values::Node* const node = ProvideNode(localBasePath + QLatin1Char('/') + name);
     if (life.expired()) return;
     m_pControlNode = node;
-    AssertNotNull(m_pControlNode, L"m_pControlNode", SourcePath, 135);
+    AssertNotNull(m_pControlNode, L"m_pControlNode", HandlePlace, 135);
     if (m_pControlNode != nullptr) m_pControlNode->AddObserver(this);
 }
 

@@ -10,13 +10,13 @@
 namespace {
 
 /// What traces and assertions name as their place. (fixed: trace-places)
-constexpr const wchar_t* SourcePath = L"devicecontrol/multichannelserver/common/treetools";
+constexpr const wchar_t* TreeToolsPlace = L"devicecontrol/multichannelserver/common/treetools";
 
 void Trace(const char* format, const values::TreeItem& item, const void* address, int line) {
     if (!ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) return;
     // Eight digits, which is what a 32-bit address has. (fixed: addresses-of-32-bits)
     const auto shown = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(address));
-    _Q_Trace(QString::asprintf(format, qUtf8Printable(item.GetPathName()), shown), SourcePath, line);
+    _Q_Trace(QString::asprintf(format, qUtf8Printable(item.GetPathName()), shown), TreeToolsPlace, line);
 }
 
 void TraceAddress(values::TreeItem& item) {

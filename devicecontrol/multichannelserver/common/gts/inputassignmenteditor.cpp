@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int ButtonWidth = 80;
+constexpr int EditorButtonWidth = 80;
 constexpr double HertzPerMegahertz = 1e6;
 
 QString TextOf(double hz) {
@@ -64,7 +64,7 @@ QHBoxLayout* InputAssignmentEditor::BuildButtons() {
     const auto add = [&](const QString& text, const char* name, void (InputAssignmentEditor::*slot)()) {
         auto* const button = new QPushButton(text, this);
         button->setObjectName(QLatin1String(name));
-        button->setFixedWidth(ButtonWidth);
+        button->setFixedWidth(EditorButtonWidth);
         connect(button, &QPushButton::clicked, this, slot);
         row->addWidget(button);
         return button;

@@ -29,7 +29,7 @@ constexpr qint64 MostInFrame = 10000000;
 constexpr int ShortText = 256;           // characters: nothing is expensive about so few
 constexpr qint64 ShortTextCost = 60000;  // ns
 // Pixels: of more than 8,388,607 a document does not find the end any more.
-constexpr double MostHeight = 4000000.0;
+constexpr double MostScrolledHeight = 4000000.0;
 
 /// The first \a length characters of \a text, or one less where that would be half of one.
 QString Beginning(const QString& text, int length) {
@@ -166,7 +166,7 @@ void LogTextEdit::CloseFrame(int firstInTables) {
         if (!IsInTable(block)) m_longLines.Add(block);
     // Were it to come later, the width would change, and all of them would be laid out once more.
     if (!batch.longBlocks.empty()) setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    if (bar.maximum() > MostHeight) HideBefore(first);
+    if (bar.maximum() > MostScrolledHeight) HideBefore(first);
     if (isAtEnd) bar.setValue(bar.maximum());
     if (m_waiting == document()->blockCount()) m_timer.stop();
 }

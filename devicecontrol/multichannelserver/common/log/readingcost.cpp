@@ -11,12 +11,12 @@ namespace {
 constexpr qint64 Tag = 3500;
 constexpr qint64 TagCharacter = 80;
 constexpr qint64 TextCharacter = 25;
-constexpr qint64 Paragraph = 4500;         // that a character begins
+constexpr qint64 ParagraphBegun = 4500;    // that a character begins
 constexpr qint64 FixedFont = 90000;        // which is looked for by every tag that asks for it
-constexpr qint64 Sheet = 200;              // is copied for every tag
+constexpr qint64 SheetCopied = 200;        // is copied for every tag
 constexpr qint64 Level = 40;               // of those in which a tag stands
 constexpr qint64 CharacterBefore = 18;     // of the text before an image,
-constexpr qint64 Unspaced = 45;            // times that for letters whose words a dictionary tells apart
+constexpr qint64 UnspacedLetter = 45;      // times that for letters whose words a dictionary tells apart
 constexpr qint64 Image = 5;                // of these characters
 constexpr qint64 ItemBefore = 50;          // of the list before an item
 constexpr qint64 TableCell = 20000;        // with the laying out of many
@@ -139,8 +139,9 @@ bool ReadingCost::MayStandIn(EKind kind, EKind parent) {
 void ReadingCost::AddText(const QStringRef& text) {
     m_cost += TextCharacter * text.size();
     for (const QChar character : text) {
-        m_before += IsUnspaced(character) ? Unspaced : 1;
-        if (character == QChar::ParagraphSeparator || character == QLatin1Char('\n')) m_cost += Paragraph;
+        m_before += IsUnspaced(character) ? UnspacedLetter : 1;
+        if (character == QChar::ParagraphSeparator || character == QLatin1Char('\n'))
+            m_cost += ParagraphBegun;
     }
 }
 
@@ -153,7 +154,7 @@ void ReadingCost::Open(const MarkupScanner& tag) {
     const EKind kind = KindOf(name);
     const int element = Add(name, FindParent(name, kind), static_cast<int>(tag.GetAttributes().size()));
     const Element& added = At(element);
-    m_cost += Level * StepsUp(element, 0) + Sheet * m_styles.CountSheets() + added.style.matching +
+    m_cost += Level * StepsUp(element, 0) + SheetCopied * m_styles.CountSheets() + added.style.matching +
               added.style.declarations * added.style.declarations / DeclarationPairs;
     if (IsOfFixedFont(name)) m_cost += FixedFont;
     if (name == QLatin1String("style")) m_sheet.clear();

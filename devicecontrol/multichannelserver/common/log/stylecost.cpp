@@ -7,7 +7,7 @@
 namespace {
 
 constexpr qint64 Match = 200;          // ns for an element and a rule
-constexpr qint64 Sheet = 100;          // ns for an element and a sheet, even if that is empty
+constexpr qint64 EmptySheet = 100;     // ns for an element and a sheet, even if that is empty
 constexpr qint64 Declaration = 60;     // ns for one that is taken over
 constexpr int AttributesPerMatch = 8;  // are looked through in the time of a match
 
@@ -50,5 +50,5 @@ StyleCost::Share StyleCost::Of(const QString& name, int attributes, int steps) c
     const qint64 chains = m_ofAny.chains + own.chains;
     const qint64 declarations = m_ofAny.declarations + own.declarations;
     const qint64 matches = (rules + chains * steps) * (1 + attributes / AttributesPerMatch);
-    return {m_sheets * Sheet + matches * Match + declarations * Declaration, declarations};
+    return {m_sheets * EmptySheet + matches * Match + declarations * Declaration, declarations};
 }
