@@ -48,9 +48,9 @@ Scenario MemoryScenario() {
     return {QStringLiteral("memory"),
             1,
             PlayRound,
-            {MakeRow("memory of a mirrored value over one's own", 1, "client", 200.0),
-             MakeRow("  with 10 mirrors", 10, "client", 200.0),
-             MakeRow("memory of the server per value, 1 client", 1, "server", 100.0),
+            {MakeRow("memory of a mirrored value over one's own", 1, "client", 122.0),
+             MakeRow("  with 10 mirrors", 10, "client", 122.0),
+             MakeRow("memory of the server per value, 1 client", 1, "server", 86.0),
              MakeRow("  per client and value, 10 clients", 10, "server", 100.0)}};
 }
 

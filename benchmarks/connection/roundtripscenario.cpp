@@ -47,7 +47,7 @@ Scenario RoundTripScenario() {
     return {QStringLiteral("round trip"),
             9,
             PlayRound,
-            {MakeRow("p50", "QTcpSocket", "raw", Row::AtMost, 1.25),
+            {MakeRow("p50", "QTcpSocket", "raw", Row::AtMost, 1.0),
              MakeRow("p50", "Qt Remote Objects", "remoteobjects", Row::AtMost, 1.0),
              MakeRow("p50", "MQTT", "mqtt", Row::Information, 0),
              MakeRow("p99", "QTcpSocket", "raw", Row::Information, 0),

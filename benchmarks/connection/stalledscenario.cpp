@@ -52,7 +52,7 @@ Scenario StalledScenario() {
             5,
             PlayRound,
             {LatencyRow("p50", Row::Information, 0),
-             LatencyRow("p99", Row::AtMost, 1.1),
+             LatencyRow("p99", Row::AtMost, 1.05),
              {QStringLiteral("  what that one costs the server"), QStringLiteral("MiB"), PerMiB,
               QStringLiteral("paced/cost"), QString(), QString(), Row::AtMost, 8.0}}};
 }

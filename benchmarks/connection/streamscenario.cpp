@@ -43,12 +43,12 @@ Scenario StreamScenario() {
     return {QStringLiteral("stream"),
             5,
             playRound,
-            {RateRow("", "", Row::AtLeast, 3.0), RateRow("QTcpSocket, 8 bytes", "raw", Row::Information, 0),
+            {RateRow("", "", Row::AtLeast, 3.0), RateRow("QTcpSocket, 8 bytes", "raw", Row::AtLeast, 0.75),
              RateRow("Qt Remote Objects", "remoteobjects", Row::AtLeast, 5.0),
              RateRow("QtRO, bare signal", "remotesignal", Row::Information, 0),
              RateRow("MQTT", "mqtt", Row::AtLeast, 20.0),
-             CpuRow("server", "servercpu", "", "", Row::AtMost, 0.35),
-             CpuRow("client", "clientcpu", "", "", Row::AtMost, 0.35),
+             CpuRow("server", "servercpu", "", "", Row::AtMost, 0.04),
+             CpuRow("client", "clientcpu", "", "", Row::AtMost, 0.04),
              CpuRow("server", "servercpu", "Qt Remote Objects", "remoteobjects", Row::Information, 0),
              CpuRow("client", "clientcpu", "Qt Remote Objects", "remoteobjects", Row::Information, 0)}};
 }
