@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/eventdispatcher.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QtGlobal>
 
 void UseQtEventDispatcher() {

@@ -22,8 +22,8 @@ namespace {
 // ns: a message costs no more than the sum.
 constexpr qint64 MostReading = 75000000;
 constexpr qint64 MostLayout = 105000000;
-// A cut is the last resort: it is not made within the first 16 Ki characters.
-constexpr int LeastLength = 16384;
+// A cut is the last resort: it is not made within the first 16 KiB.
+constexpr int LeastBytes = 16384;
 // ns for what is laid out in one frame, if it is more than one message.
 constexpr qint64 MostInFrame = 10000000;
 constexpr int ShortText = 256;           // characters: nothing is expensive about so few
@@ -57,7 +57,7 @@ void LogTextEdit::AppendMessage(const QString& message) {
 }
 
 bool LogTextEdit::AppendPlain(const QString& text) {
-    const int length = textcost::LengthWithin(text, MostReading + MostLayout, LeastLength);
+    const int length = textcost::LengthWithin(text, MostReading + MostLayout, LeastBytes);
     const QString shown = text.left(length);
     // It takes over how the paragraph before it is laid out: the lines may be far apart.
     const bool isUsual = shown.size() <= ShortText || textCursor().blockFormat() == QTextBlockFormat();
@@ -95,7 +95,7 @@ bool LogTextEdit::AppendChecked(const QString& message, qint64 budget, QString* 
 
 /// Adds what markup has become, without its formats and those of what was before.
 bool LogTextEdit::AppendAsText(const QString& text) {
-    const int length = textcost::LengthWithin(text, MostLayout, LeastLength);
+    const int length = textcost::LengthWithin(text, MostLayout, LeastBytes);
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     if (!document()->isEmpty()) end.insertBlock();

@@ -12,7 +12,7 @@ constexpr qint64 Line = 7500;
 constexpr qint64 EmptyLine = 900;
 constexpr qint64 Paragraph = 2000;
 constexpr qint64 Mark = 400;
-constexpr qint64 MarkUponMarks = 4;  // each is compared with those before it,
+constexpr qint64 MarkUponMarks = 5;  // each is compared with those before it,
 constexpr int MaxMarks = 4096;       // within what is shaped at once
 
 /// Of a script.
@@ -22,7 +22,7 @@ struct Cost {
 };
 constexpr Cost Simple = {150, 1100};
 constexpr Cost Shaped = {700, 1100};     // composed, joined, or thousands of them
-constexpr Cost Unspaced = {2200, 1100};  // words are told apart by a dictionary
+constexpr Cost Unspaced = {3600, 1100};  // words are told apart by a dictionary
 constexpr Cost Rare = {700, 5000};       // looked for in one font after the other
 
 Cost CostOf(QChar::Script script) {
@@ -128,6 +128,13 @@ uint CharacterAt(const QString& text, int at) {
     return isPair ? QChar::surrogateToUcs4(first, text.at(at + 1)) : first.unicode();
 }
 
+/// In UTF-8.
+int CountBytes(uint character) {
+    if (character < 0x80) return 1;
+    if (character < 0x800) return 2;
+    return character < 0x10000 ? 3 : 4;
+}
+
 }  // namespace
 
 qint64 textcost::Of(const QString& text) {
@@ -157,15 +164,17 @@ int textcost::CountRuns(const QString& text) {
     return runs;
 }
 
-int textcost::LengthWithin(const QString& text, qint64 budget, int atLeast) {
+int textcost::LengthWithin(const QString& text, qint64 budget, int leastBytes) {
     Meter meter;
     qint64 cost = 0;
+    int bytes = 0;
     int at = 0;
     while (at < text.size()) {
         const uint character = CharacterAt(text, at);
         const int next = at + (QChar::requiresSurrogates(character) ? 2 : 1);
         cost += meter.CostOfNext(character);
-        if (cost > budget && next > atLeast) break;
+        bytes += CountBytes(character);
+        if (cost > budget && bytes > leastBytes) break;
         at = next;
     }
     return at;

@@ -10,9 +10,9 @@ namespace textcost {
 /// Grows by about 150 ns for a character of the Latin, Greek or Cyrillic alphabet.
 qint64 Of(const QString& text);
 
-/// How many characters of \a text, from its start, cost no more than \a budget together; at least \a atLeast,
-/// if there are as many. Does not end within a character.
-int LengthWithin(const QString& text, qint64 budget, int atLeast);
+/// How many characters of \a text, from its start, cost no more than \a budget together; at least as many as
+/// are \a leastBytes in UTF-8, if there are as many. Does not end within a character.
+int LengthWithin(const QString& text, qint64 budget, int leastBytes);
 
 /// Of how many runs \a text consists, each of which is shaped on its own.
 int CountRuns(const QString& text);
