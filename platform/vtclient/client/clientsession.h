@@ -116,7 +116,7 @@ class ClientSession final : private IChannelListener {
     TurnRequest& m_turn;
     IHost& m_host;
     EState m_state = EState::Greeting;
-    int m_number = 0;  ///< the server's for this session
+    int m_number = 0;  ///< the server's for it
     QString m_serverApplication;
     std::optional<std::chrono::microseconds> m_latency;
     std::chrono::milliseconds m_pingInterval{};
