@@ -4,6 +4,7 @@
 #include <platform/app/trace.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/socketcalls.h>
+#include <platform/vtclient/vtattemptlimiter.h>
 #include <platform/vtclient/wire/message.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
@@ -129,7 +130,8 @@ void SocketListener::AwaitTls(qintptr descriptor) {
         delete socket;
         return;
     }
-    m_waitingRoom.Enter(socket, socket->peerAddress().toString());
+    m_waitingRoom.Enter(
+        socket, VtAttemptLimiter::HostOf(QStringLiteral("[%1]:0").arg(socket->peerAddress().toString())));
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
             [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });

@@ -3,6 +3,7 @@
 
 #include <platform/values/node.h>
 #include <platform/values/tree.h>
+#include <platform/vtclient/vtattemptlimiter.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
 #include <QtCore/QRandomGenerator>
@@ -16,11 +17,6 @@ namespace vt {
 namespace {
 
 constexpr std::chrono::milliseconds CheckSessionsEvery(250);
-
-/// Of an address that ends with a port.
-QString HostOf(const QString& address) {
-    return address.left(address.lastIndexOf(QLatin1Char(':')));
-}
 
 template <class List, class T>
 void Remove(List& list, const T& element) {
@@ -69,7 +65,7 @@ void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
         m_waitingRoom.First()->End(EBye::Limit, QStringLiteral("too many connections wait for their hello"));
     m_sessions.push_back(std::make_unique<ServerSession>(*this, std::move(channel), ++m_lastSession));
     ServerSession& session = *m_sessions.back();
-    m_waitingRoom.Enter(&session, HostOf(session.Peer().address));
+    m_waitingRoom.Enter(&session, VtAttemptLimiter::HostOf(session.Peer().address));
 }
 
 bool ServerHub::IsFull() const {

@@ -83,7 +83,7 @@ TEST_F(ServerRules, AHostThatCrowdsTheDoorMakesRoomForOthers) {
     RawPeer& slow = Connect("10.0.0.1:1000");
     std::vector<RawPeer*> crowd;
     for (int i = 1; i < vtlimits::MaxPendingConnections; ++i)
-        crowd.push_back(&Connect("10.0.0.2:2000"));
+        crowd.push_back(&Connect(i % 2 == 0 ? "[2001:db8::1]:2000" : "[2001:db8::2]:2000"));  // one network
     RawPeer& other = Connect("[fe80::1]:3000");
     Run();
     ExpectBye(*crowd.front(), EBye::Limit, "too many connections wait for their hello");
