@@ -20,9 +20,15 @@ void vt::SetListenQueue(qintptr descriptor, int length) {
     ::listen(static_cast<int>(descriptor), length);
 }
 
-qint64 vt::SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count) {
-    Q_ASSERT(count <= MaxSendPieces);
-    std::array<iovec, MaxSendPieces> vectors;
+namespace {
+
+constexpr int WithoutWaiting = MSG_DONTWAIT | MSG_NOSIGNAL;
+
+ssize_t Send(int descriptor, const vt::SendPiece* pieces, int count) {
+    // Nearly every time, and the system has less to look at.
+    if (count == 1)
+        return ::send(descriptor, pieces->data, static_cast<std::size_t>(pieces->size), WithoutWaiting);
+    std::array<iovec, vt::MaxSendPieces> vectors;
     for (int i = 0; i < count; ++i) {
         // The system's structure serves for reading too, and so is not const.
         vectors[static_cast<std::size_t>(i)] = {const_cast<char*>(pieces[i].data),
@@ -31,9 +37,16 @@ qint64 vt::SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count) {
     msghdr message{};
     message.msg_iov = vectors.data();
     message.msg_iovlen = static_cast<decltype(message.msg_iovlen)>(count);
+    return ::sendmsg(descriptor, &message, WithoutWaiting);
+}
+
+}  // namespace
+
+qint64 vt::SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count) {
+    Q_ASSERT(count <= MaxSendPieces);
     ssize_t sent = 0;
     do {
-        sent = ::sendmsg(static_cast<int>(descriptor), &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+        sent = Send(static_cast<int>(descriptor), pieces, count);
     } while (sent < 0 && errno == EINTR);
     return sent > 0 ? sent : 0;
 }
