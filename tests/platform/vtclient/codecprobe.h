@@ -33,6 +33,14 @@ inline DecodedMessage Decode(const QByteArray& bytes) {
     return decoded;
 }
 
+/// The same written again.
+inline QByteArray Encode(const DecodedMessage& decoded) {
+    vt::ChangeWriter writer;
+    for (const vt::TreeChange& change : decoded.changes)
+        writer.Write(change);
+    return vt::Encode(decoded.message, writer.Take());
+}
+
 inline void ExpectEqual(const vt::ItemDescription& is, const vt::ItemDescription& should) {
     EXPECT_EQ(is.kind, should.kind);
     EXPECT_EQ(is.flags, should.flags);
