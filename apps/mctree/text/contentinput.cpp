@@ -23,8 +23,8 @@ struct Meaning {
 };
 
 template <class T>
-Meaning<T> Wrong(const QString& text, const char* expected) {
-    return {std::nullopt, QStringLiteral("\"%1\" is no %2").arg(text, QLatin1String(expected))};
+Meaning<T> Wrong(const QString& text, const QString& expected) {
+    return {std::nullopt, QStringLiteral("\"%1\" is no %2").arg(text, expected)};
 }
 
 Meaning<bool> Parse(const values::Value<bool>&, const QString& text) {
@@ -33,13 +33,20 @@ Meaning<bool> Parse(const values::Value<bool>&, const QString& text) {
         if (word == QLatin1String(yes)) return {true, QString()};
     for (const char* no : {"false", "off", "no", "0"})
         if (word == QLatin1String(no)) return {false, QString()};
-    return Wrong<bool>(text, "boolean: true or false");
+    return Wrong<bool>(text, QStringLiteral("boolean: true or false"));
+}
+
+/// What is expected of a value named \a name, for people.
+QString Expected(const QString& name, const char* kind) {
+    const Unit unit = Unit::Of(name);
+    const QString plain = QLatin1String(kind);
+    return unit.IsEmpty() ? plain : plain + QStringLiteral(", alone or with ") + unit.Accepted();
 }
 
 Meaning<double> ParseNumber(const QString& name, const QString& text) {
     bool isNumber = false;
     const double number = Unit::Of(name).WithoutUnit(text.trimmed()).toDouble(&isNumber);
-    if (!isNumber || std::isnan(number)) return Wrong<double>(text, "number");
+    if (!isNumber || !std::isfinite(number)) return Wrong<double>(text, Expected(name, "number"));
     return {number, QString()};
 }
 
@@ -52,7 +59,7 @@ Meaning<int> ParseInteger(const QString& name, const QString& text) {
     }
     const Meaning<double> number = ParseNumber(name, text);
     if (!number.content || std::trunc(*number.content) != *number.content)
-        return Wrong<int>(text, "whole number");
+        return Wrong<int>(text, Expected(name, "whole number"));
     if (*number.content < std::numeric_limits<int>::lowest() ||
         *number.content > (std::numeric_limits<int>::max)())
         return {std::nullopt, QStringLiteral("%1 does not fit into 32 bits").arg(text)};
@@ -93,10 +100,11 @@ int FindItem(const values::ValueSelection& value, const QString& text) {
     return similarCount == 1 ? similar : values::ValueSelection::NoIndex;
 }
 
-/// The content is an index of the selection; with NoIndex no item is selected.
+/// The content is an index of the selection; with NoIndex no item is selected, which is asked for in so many
+/// words: an empty text is what a script has whose variable is not set.
 Meaning<int> Parse(const values::ValueSelection& value, const QString& text) {
     const int index = FindItem(value, text);
-    if (index != values::ValueSelection::NoIndex || text.isEmpty()) return {index, QString()};
+    if (index != values::ValueSelection::NoIndex || text == NoSelection()) return {index, QString()};
     return {std::nullopt, QStringLiteral("\"%1\" is none of %2").arg(text, ShowItems(value))};
 }
 

@@ -12,8 +12,8 @@ class TreeItem;
 namespace mctree {
 
 /// Sets the content of \a item from what was typed: true/false, on/off, yes/no or 1/0; whole numbers (0x for
-/// hexadecimal); decimal numbers; a text as it is; the key or text of a selection's item, or nothing to
-/// select none; a list of numbers separated by commas. Numbers may carry a unit where the value has a known
+/// hexadecimal); decimal numbers; a text as it is; the key or text of a selection's item, or "(none)"; a
+/// list of numbers separated by commas. Numbers are finite, and may carry a unit where the value has a known
 /// one. \return what is wrong with \a text, in one line, and then nothing was set; empty otherwise.
 QString SetFromText(values::TreeItem& item, const QString& text);
 

@@ -66,6 +66,10 @@ QString KindOf(const values::TreeItem& item) {
     return kind;
 }
 
+QString NoSelection() {
+    return QStringLiteral("(none)");
+}
+
 QString DecimalText(double number) {
     constexpr double Smallest = 1e-6;
     constexpr double Greatest = 1e16;
@@ -108,7 +112,7 @@ ShownContent ShowContent(const values::TreeItem& item) {
                             [&](const values::ValueNumeric<double>& value) { scale(value); },
                             [&](const values::ValueSelection& value) {
                                 if (value.GetCurrentIndex() == values::ValueSelection::NoIndex)
-                                    shown.text = QStringLiteral("(none)");
+                                    shown.text = NoSelection();
                             },
                             [&](const values::ValueList<double>& value) {
                                 shown = {JoinedNumbers(value, QStringLiteral(", ")), unit.Name()};

@@ -14,6 +14,9 @@ namespace mctree {
 /// "node", "boolean", "integer", "text", "number", "selection" or "list".
 QString KindOf(const values::TreeItem& item);
 
+/// What is shown, and typed, where nothing of a selection is selected.
+QString NoSelection();
+
 /// The shortest decimal number that means \a number exactly, without an exponent where it reads well so.
 QString DecimalText(double number);
 

@@ -2,26 +2,61 @@
 #include <apps/mctree/text/units.h>
 
 #include <array>
+#include <cstddef>
 
 namespace mctree {
 
-struct Unit::Row {
-    /// A unit, or a multiple of it by a power of ten.
-    struct Multiple {
-        const char* name;
-        int power;
-    };
-    using Multiples = std::array<Multiple, 3>;
+namespace {
 
+enum class EUse {
+    Shown,       ///< and typed
+    Typed,       ///< frequencies beyond MHz are shown in MHz, as people in this trade say them
+    PrefixTyped  ///< as it stands: "m" is not "M"
+};
+
+/// A unit, or a multiple of it by a power of ten.
+struct Multiple {
+    const char* name;
+    int power;
+    EUse use;
+};
+
+// clang-format off
+constexpr Multiple Hertz[] = {
+    {"Hz",  0, EUse::Shown},
+    {"kHz", 3, EUse::Shown},
+    {"MHz", 6, EUse::Shown},
+    {"GHz", 9, EUse::Typed},
+    {"k",   3, EUse::PrefixTyped},
+    {"M",   6, EUse::PrefixTyped},
+    {"G",   9, EUse::PrefixTyped},
+};
+constexpr Multiple Microseconds[] = {
+    {"us", 0, EUse::Shown},
+    {"ms", 3, EUse::Shown},
+    {"s",  6, EUse::Shown},
+    {"\xc2\xb5s", 0, EUse::Typed},  // the two signs for micro, which look the same
+    {"\xce\xbcs", 0, EUse::Typed},
+};
+constexpr Multiple Milliseconds[] = {
+    {"ms", 0, EUse::Shown},
+    {"s",  3, EUse::Shown},
+};
+// clang-format on
+
+}  // namespace
+
+struct Unit::Row {
     const char* key;
-    const Multiples* multiples;
+    const Multiple* first;  ///< the unit itself
+    std::size_t count;
+    const char* accepted;
+
+    const Multiple* begin() const { return first; }
+    const Multiple* end() const { return first + count; }
 };
 
 namespace {
-
-constexpr Unit::Row::Multiples Hertz = {{{"Hz", 0}, {"kHz", 3}, {"MHz", 6}}};
-constexpr Unit::Row::Multiples Microseconds = {{{"us", 0}, {"ms", 3}, {"s", 6}}};
-constexpr Unit::Row::Multiples Milliseconds = {{{"ms", 0}, {"s", 3}, {"s", 3}}};
 
 /// How many digits the number has before its point; 0 or less below 1.
 int CountWhole(const QString& digits, int point) {
@@ -44,13 +79,37 @@ QString ShiftedDown(const QString& sign, const QString& digits, int point, int p
     return fraction.isEmpty() ? number : number + QLatin1Char('.') + fraction;
 }
 
+/// The number \a decimal times ten to the \a power, as a text.
+QString Multiplied(const QString& decimal, int power) {
+    const int mark = decimal.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
+    bool isNumber = true;
+    const int exponent = mark < 0 ? 0 : decimal.midRef(mark + 1).toInt(&isNumber);
+    // An exponent that is none, or as great as that, is told of as no number.
+    if (!isNumber || exponent > 1000 || exponent < -1000) return decimal;
+    return power + exponent == 0 ? decimal.left(mark)
+                                 : decimal.left(mark) + QLatin1Char('e') + QString::number(power + exponent);
+}
+
+bool EndsWith(const QString& text, const Multiple& multiple) {
+    const bool isAsItStands = multiple.use == EUse::PrefixTyped;
+    return text.endsWith(QString::fromUtf8(multiple.name),
+                         isAsItStands ? Qt::CaseSensitive : Qt::CaseInsensitive);
+}
+
+constexpr const char* FrequenciesTyped = "Hz, kHz, MHz, GHz, k, M or G";
+
+template <std::size_t count>
+constexpr Unit::Row RowOf(const char* key, const Multiple (&multiples)[count], const char* accepted) {
+    return {key, multiples, count, accepted};
+}
+
 // clang-format off
 constexpr std::array<Unit::Row, 5> Rows = {{
-    {"Frequency",                  &Hertz},
-    {"DefaultFrequencyForChannel", &Hertz},
-    {"SweepTime",                  &Microseconds},
-    {"PollInterval",               &Milliseconds},
-    {"ResponseTimeout",            &Milliseconds},
+    RowOf("Frequency",                  Hertz,        FrequenciesTyped),
+    RowOf("DefaultFrequencyForChannel", Hertz,        FrequenciesTyped),
+    RowOf("SweepTime",                  Microseconds, "us, ms or s"),
+    RowOf("PollInterval",               Milliseconds, "ms or s"),
+    RowOf("ResponseTimeout",            Milliseconds, "ms or s"),
 }};
 // clang-format on
 
@@ -63,7 +122,7 @@ Unit Unit::Of(const QString& name) {
 }
 
 QString Unit::Name() const {
-    return IsEmpty() ? QString() : QString::fromLatin1((*m_row->multiples)[0].name);
+    return IsEmpty() ? QString() : QString::fromLatin1(m_row->first->name);
 }
 
 QString Unit::Scaled(const QString& decimal, QString* name) const {
@@ -77,8 +136,8 @@ QString Unit::Scaled(const QString& decimal, QString* name) const {
     digits.remove(QLatin1Char('.'));
     const int whole = CountWhole(digits, point);
     int power = 0;
-    for (const Row::Multiple& multiple : *m_row->multiples) {
-        if (whole <= multiple.power) break;
+    for (const Multiple& multiple : *m_row) {
+        if (multiple.use != EUse::Shown || whole <= multiple.power) break;
         power = multiple.power;
         *name = QString::fromLatin1(multiple.name);
     }
@@ -87,16 +146,20 @@ QString Unit::Scaled(const QString& decimal, QString* name) const {
 
 QString Unit::WithoutUnit(const QString& text) const {
     if (IsEmpty()) return text;
-    const Row::Multiple* found = nullptr;
-    for (const Row::Multiple& multiple : *m_row->multiples) {
+    const Multiple* found = nullptr;
+    int length = 0;
+    for (const Multiple& multiple : *m_row) {
         // The longest that fits: "MHz" ends in "Hz" too.
-        const QLatin1String name(multiple.name);
-        if (text.endsWith(name) && (found == nullptr || name.size() > QLatin1String(found->name).size()))
-            found = &multiple;
+        const int typed = QString::fromUtf8(multiple.name).size();
+        if (typed <= length || !EndsWith(text, multiple)) continue;
+        found = &multiple;
+        length = typed;
     }
-    if (found == nullptr) return text;
-    const QString number = text.chopped(QLatin1String(found->name).size()).trimmed();
-    return found->power == 0 ? number : number + QLatin1Char('e') + QString::number(found->power);
+    return found == nullptr ? text : Multiplied(text.chopped(length).trimmed(), found->power);
+}
+
+QString Unit::Accepted() const {
+    return IsEmpty() ? QString() : QString::fromLatin1(m_row->accepted);
 }
 
 }  // namespace mctree

@@ -19,9 +19,12 @@ class Unit {
     /// in which it is not below 1, and which one, e.g. "123.45" and "MHz" for "123450000". Loses no digit.
     QString Scaled(const QString& decimal, QString* name) const;
 
-    /// Takes this unit or a multiple of it off the end of \a text. The decimal number that is left counts the
-    /// unit itself: "123.45 MHz" becomes "123.45e6". A text without such an end stays as it is.
+    /// Takes this unit, a multiple of it ("GHz", in any case) or, of frequencies, the prefix of one ("30M")
+    /// off the end of \a text. The decimal number that is left counts the unit itself: "123.45 MHz" becomes
+    /// "123.45e6". A text without such an end stays as it is.
     QString WithoutUnit(const QString& text) const;
+    /// What WithoutUnit() takes, for people; empty where there is no unit.
+    QString Accepted() const;
 
     struct Row;
 

@@ -51,7 +51,9 @@ TEST_F(ProcessFixture, WrongUsageEndsWithTwo) {
     EXPECT_EQ(Run(Words({"get"})), 2);
     EXPECT_EQ(errors, QByteArray("mctree: get needs a path (mctree --help tells more)\n"));
     EXPECT_EQ(Run(Words({"set", "/Status/SweepTime", "soon"})), 2);
-    EXPECT_EQ(errors, QByteArray("mctree: /Status/SweepTime: \"soon\" is no whole number\n"));
+    EXPECT_EQ(
+        errors,
+        QByteArray("mctree: /Status/SweepTime: \"soon\" is no whole number, alone or with us, ms or s\n"));
     EXPECT_EQ(Run(Words({"info", "--connect", "a b"})), 2);
     EXPECT_EQ(errors, QByteArray("mctree: --connect: \"a b\" can be no host (mctree --help tells more)\n"));
 }

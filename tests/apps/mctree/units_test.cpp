@@ -60,8 +60,15 @@ struct TypedRow {
 
 class TypedUnitTest : public testing::TestWithParam<TypedRow> {};
 
+TEST(Unit, SaysWhatIsTakenOff) {
+    EXPECT_EQ(Unit::Of(QStringLiteral("Frequency")).Accepted(),
+              QStringLiteral("Hz, kHz, MHz, GHz, k, M or G"));
+    EXPECT_EQ(Unit::Of(QStringLiteral("SweepTime")).Accepted(), QStringLiteral("us, ms or s"));
+    EXPECT_EQ(Unit::Of(QStringLiteral("Comment")).Accepted(), QString());
+}
+
 TEST_P(TypedUnitTest, BecomesANumber) {
-    EXPECT_EQ(Unit::Of(QLatin1String(GetParam().key)).WithoutUnit(QLatin1String(GetParam().typed)),
+    EXPECT_EQ(Unit::Of(QLatin1String(GetParam().key)).WithoutUnit(QString::fromUtf8(GetParam().typed)),
               QLatin1String(GetParam().number));
 }
 
@@ -69,6 +76,16 @@ INSTANTIATE_TEST_SUITE_P(, TypedUnitTest,
                          testing::Values(TypedRow{"Megahertz", "Frequency", "98.5MHz", "98.5e6"},
                                          TypedRow{"WithBlank", "Frequency", "98.5 MHz", "98.5e6"},
                                          TypedRow{"Hertz", "Frequency", "5 Hz", "5"},
+                                         TypedRow{"Gigahertz", "Frequency", "1 GHz", "1e9"},
+                                         TypedRow{"PrefixAlone", "Frequency", "30M", "30e6"},
+                                         TypedRow{"InAnyCase", "Frequency", "5 mhz", "5e6"},
+                                         TypedRow{"NoMillihertz", "Frequency", "5m", "5m"},
+                                         TypedRow{"WithExponent", "Frequency", "1E3 kHz", "1e6"},
+                                         TypedRow{"ExponentsThatMeet", "Frequency", "1e-6M", "1"},
+                                         TypedRow{"NoExponent", "Frequency", "1ex MHz", "1ex"},
+                                         TypedRow{"MicroSign", "SweepTime", "7 \xc2\xb5s", "7"},
+                                         TypedRow{"GreekMu", "SweepTime", "7 \xce\xbcs", "7"},
+                                         TypedRow{"NoPrefixOfSeconds", "SweepTime", "7m", "7m"},
                                          TypedRow{"Milliseconds", "SweepTime", "10ms", "10e3"},
                                          TypedRow{"Seconds", "SweepTime", "1 s", "1e6"},
                                          TypedRow{"ForeignUnit", "Frequency", "5 ms", "5 ms"},
