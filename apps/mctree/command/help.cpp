@@ -16,7 +16,7 @@ commands
   set PATH VALUE     sets the content and waits for the server's answer; prints the content that
                      holds if that is another one (limits). VALUE is true or false (on, off, 1, 0),
                      a number (with its unit, if you like: 98.5MHz, 30M), a text, the key or text of a
-                     selection's item, "(none)" of them, or a list of numbers separated by commas
+                     selection's item or (none), or a list of numbers separated by commas
   watch PATH...      prints every change as a line, until interrupted
   info               the server, the connection and how many values there are
 
