@@ -1,34 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/log/markuptext.h>
 
+#include <devicecontrol/multichannelserver/common/log/htmltag.h>
 #include <devicecontrol/multichannelserver/common/log/markupscanner.h>
 
-#include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 
 namespace {
-
-const QSet<QString>& ParagraphTags() {
-    static const QSet<QString> tags = {
-        QStringLiteral("blockquote"), QStringLiteral("body"), QStringLiteral("caption"),
-        QStringLiteral("center"),     QStringLiteral("dd"),   QStringLiteral("div"),
-        QStringLiteral("dl"),         QStringLiteral("dt"),   QStringLiteral("h1"),
-        QStringLiteral("h2"),         QStringLiteral("h3"),   QStringLiteral("h4"),
-        QStringLiteral("h5"),         QStringLiteral("h6"),   QStringLiteral("hr"),
-        QStringLiteral("li"),         QStringLiteral("ol"),   QStringLiteral("p"),
-        QStringLiteral("pre"),        QStringLiteral("qt"),   QStringLiteral("table"),
-        QStringLiteral("td"),         QStringLiteral("th"),   QStringLiteral("tr"),
-        QStringLiteral("ul")};
-    return tags;
-}
-
-const QSet<QString>& HiddenTags() {
-    static const QSet<QString> tags = {QStringLiteral("head"), QStringLiteral("script"),
-                                       QStringLiteral("style"), QStringLiteral("title")};
-    return tags;
-}
 
 /// Collects the texts between tags, with their entities.
 class Collector {
@@ -68,17 +48,19 @@ QString Collector::Collect(const QString& html) {
 }
 
 void Collector::Enter(const QString& name, bool isClosed) {
-    if (m_hiddenBy.isEmpty() && !isClosed && HiddenTags().contains(name)) m_hiddenBy = name;
-    if (ParagraphTags().contains(name)) EndParagraph();
-    if (name == QLatin1String("pre") && !isClosed) ++m_preformatted;
-    if (name == QLatin1String("br")) m_text += QChar(QChar::LineSeparator);
-    if (name == QLatin1String("img")) m_text += QChar(QChar::ObjectReplacementCharacter);
+    const HtmlTag& tag = HtmlTag::Of(name);
+    if (m_hiddenBy.isEmpty() && !isClosed && tag.hasHiddenText) m_hiddenBy = name;
+    if (tag.divides) EndParagraph();
+    if (tag.kind == HtmlTag::EKind::Preformatted && !isClosed) ++m_preformatted;
+    if (tag.kind == HtmlTag::EKind::LineBreak) m_text += QChar(QChar::LineSeparator);
+    if (tag.kind == HtmlTag::EKind::Image) m_text += QChar(QChar::ObjectReplacementCharacter);
 }
 
 void Collector::Leave(const QString& name) {
+    const HtmlTag& tag = HtmlTag::Of(name);
     if (name == m_hiddenBy) m_hiddenBy.clear();
-    if (ParagraphTags().contains(name)) EndParagraph();
-    if (name == QLatin1String("pre") && m_preformatted > 0) --m_preformatted;
+    if (tag.divides) EndParagraph();
+    if (tag.kind == HtmlTag::EKind::Preformatted && m_preformatted > 0) --m_preformatted;
 }
 
 void Collector::AddText(const QStringRef& text) {

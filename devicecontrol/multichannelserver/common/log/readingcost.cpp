@@ -3,8 +3,6 @@
 
 #include <devicecontrol/multichannelserver/common/log/markupscanner.h>
 
-#include <QtCore/QSet>
-
 namespace {
 
 // ns each
@@ -55,7 +53,7 @@ ReadingCost::ReadingCost(const QString& html, qint64 limit) {
     while (m_cost <= limit) {
         switch (scanner.Next()) {
             case MarkupScanner::EToken::Text:
-                if (At(m_current).name == m_styleName) m_sheet += scanner.GetSource();
+                if (At(m_current).kind == EKind::Sheet) m_sheet += scanner.GetSource();
                 AddText(scanner.GetSource());
                 break;
             case MarkupScanner::EToken::OpeningTag:
@@ -69,70 +67,6 @@ ReadingCost::ReadingCost(const QString& html, qint64 limit) {
             case MarkupScanner::EToken::End:
                 return;
         }
-    }
-}
-
-ReadingCost::EKind ReadingCost::KindOf(const QString& name) {
-    static const QHash<QString, EKind> kinds = {
-        {QStringLiteral("td"), EKind::Cell},        {QStringLiteral("th"), EKind::Cell},
-        {QStringLiteral("tr"), EKind::Row},         {QStringLiteral("thead"), EKind::RowGroup},
-        {QStringLiteral("tbody"), EKind::RowGroup}, {QStringLiteral("tfoot"), EKind::RowGroup},
-        {QStringLiteral("table"), EKind::Table},    {QStringLiteral("caption"), EKind::Caption},
-        {QStringLiteral("p"), EKind::Paragraph},    {QStringLiteral("li"), EKind::Item},
-        {QStringLiteral("dt"), EKind::Term},        {QStringLiteral("dd"), EKind::Term},
-        {QStringLiteral("dl"), EKind::TermList},    {QStringLiteral("body"), EKind::Body},
-        {QStringLiteral("qt"), EKind::Body},        {QStringLiteral("head"), EKind::Head}};
-    return kinds.value(name, EKind::Other);
-}
-
-bool ReadingCost::IsBlock(const QString& name) {
-    static const QSet<QString> names = {
-        QStringLiteral("blockquote"), QStringLiteral("body"), QStringLiteral("caption"),
-        QStringLiteral("center"),     QStringLiteral("dd"),   QStringLiteral("div"),
-        QStringLiteral("dl"),         QStringLiteral("dt"),   QStringLiteral("h1"),
-        QStringLiteral("h2"),         QStringLiteral("h3"),   QStringLiteral("h4"),
-        QStringLiteral("h5"),         QStringLiteral("h6"),   QStringLiteral("hr"),
-        QStringLiteral("li"),         QStringLiteral("ol"),   QStringLiteral("p"),
-        QStringLiteral("pre"),        QStringLiteral("qt"),   QStringLiteral("td"),
-        QStringLiteral("th"),         QStringLiteral("ul")};
-    return names.contains(name);
-}
-
-/// Whether such an element is not shown, with all that stands in it: none of which is a block then.
-bool ReadingCost::IsHidden(const QString& name) {
-    static const QSet<QString> names = {QStringLiteral("head"),  QStringLiteral("link"),
-                                        QStringLiteral("meta"),  QStringLiteral("script"),
-                                        QStringLiteral("style"), QStringLiteral("title")};
-    return names.contains(name);
-}
-
-/// Whether nothing stands in such an element.
-bool ReadingCost::IsEmpty(const QString& name) {
-    return name == QLatin1String("br") || name == QLatin1String("hr") || name == QLatin1String("img") ||
-           name == QLatin1String("meta");
-}
-
-bool ReadingCost::IsOfFixedFont(const QString& name) {
-    static const QSet<QString> names = {QStringLiteral("code"), QStringLiteral("kbd"), QStringLiteral("pre"),
-                                        QStringLiteral("samp"), QStringLiteral("tt")};
-    return names.contains(name);
-}
-
-bool ReadingCost::MayStandIn(EKind kind, EKind parent) {
-    switch (kind) {
-        case EKind::Cell:
-            return parent == EKind::Row;
-        case EKind::Row:
-            return parent == EKind::Table || parent == EKind::RowGroup;
-        case EKind::RowGroup:
-        case EKind::Caption:
-            return parent == EKind::Table;
-        case EKind::Term:
-            return parent == EKind::TermList;
-        case EKind::Body:
-            return parent != EKind::Head;
-        default:
-            return true;
     }
 }
 
@@ -151,19 +85,20 @@ void ReadingCost::Open(const MarkupScanner& tag) {
     if (name.isEmpty()) return;  // is forgotten with the next
     for (const MarkupScanner::Attribute& attribute : tag.GetAttributes())
         if (MayChangeDisplay(attribute.second)) m_isUnsure = true;
-    const EKind kind = KindOf(name);
+    const HtmlTag& known = HtmlTag::Of(name);
+    const EKind kind = known.kind;
     const int element = Add(name, FindParent(name, kind), static_cast<int>(tag.GetAttributes().size()));
     const Element& added = At(element);
     m_cost += Level * StepsUp(element, 0) + SheetCopied * m_styles.CountSheets() + added.style.matching +
               added.style.declarations * added.style.declarations / DeclarationPairs;
-    if (IsOfFixedFont(name)) m_cost += FixedFont;
-    if (name == QLatin1String("style")) m_sheet.clear();
+    if (known.isOfFixedFont) m_cost += FixedFont;
+    if (kind == EKind::Sheet) m_sheet.clear();
     if (kind == EKind::Item) m_cost += ItemBefore * ++m_items;
     if (kind == EKind::Cell) AddCell(tag, added.table);
     if (kind == EKind::Row) AddToTable(added.table, 1, 0);
-    if (name == QLatin1String("img")) AddImage();
-    if (name == QLatin1String("br")) ++m_before;
-    m_current = IsEmpty(name) || tag.IsClosed() ? added.parent : element;
+    if (kind == EKind::Image) AddImage();
+    if (kind == EKind::LineBreak) ++m_before;
+    m_current = known.isEmpty || tag.IsClosed() ? added.parent : element;
 }
 
 void ReadingCost::AddImage() {
@@ -173,7 +108,7 @@ void ReadingCost::AddImage() {
 
 void ReadingCost::Close(const QString& name) {
     m_cost += Tag / 7;
-    if (At(m_current).name == m_styleName) ReadSheet();
+    if (At(m_current).kind == EKind::Sheet) ReadSheet();
     const int number = NumberOf(name);
     int element = m_current;
     while (element != 0 && At(element).name != number)
@@ -222,18 +157,19 @@ int ReadingCost::FindParent(const QString& name, EKind kind) {
     }
     const bool nestsNot = kind == EKind::Paragraph || kind == EKind::Item;
     if (nestsNot && At(parent).kind == kind) parent = parentOf(parent);
-    while (parent != 0 && !MayStandIn(kind, At(parent).kind))
+    while (parent != 0 && !HtmlTag::MayStandIn(kind, At(parent).kind))
         parent = parentOf(parent);
     return parent;
 }
 
 int ReadingCost::Add(const QString& name, int parent, int attributes) {
     Element& above = At(parent);
+    const HtmlTag& known = HtmlTag::Of(name);
     Element element;
     element.name = NumberOf(name);
-    element.kind = KindOf(name);
-    element.isHidden = above.isHidden || IsHidden(name);
-    element.isBlock = IsBlock(name) && !element.isHidden;
+    element.kind = known.kind;
+    element.isHidden = above.isHidden || known.isHidden;
+    element.isBlock = known.isBlock && !element.isHidden;
     element.parent = parent;
     element.depth = above.depth + 1;
     element.attributes = attributes;

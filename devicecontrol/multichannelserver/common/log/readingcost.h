@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <devicecontrol/multichannelserver/common/log/htmltag.h>
 #include <devicecontrol/multichannelserver/common/log/stylecost.h>
 
 #include <QtCore/QHash>
@@ -25,21 +26,7 @@ class ReadingCost {
     qint64 Get() const { return m_cost; }
 
   private:
-    /// What may stand where depends on it.
-    enum class EKind {
-        Other,
-        Cell,
-        Row,
-        RowGroup,
-        Table,
-        Caption,
-        Paragraph,
-        Item,
-        Term,
-        TermList,
-        Body,
-        Head
-    };
+    using EKind = HtmlTag::EKind;
 
     struct Element {
         int name = 0;  ///< of m_names
@@ -63,12 +50,6 @@ class ReadingCost {
     Element& At(int element) { return m_elements[static_cast<std::size_t>(element)]; }
     const Element& At(int element) const { return m_elements[static_cast<std::size_t>(element)]; }
     Table& TableAt(int table) { return m_tables[static_cast<std::size_t>(table)]; }
-    static EKind KindOf(const QString& name);
-    static bool IsBlock(const QString& name);
-    static bool IsHidden(const QString& name);
-    static bool IsEmpty(const QString& name);
-    static bool IsOfFixedFont(const QString& name);
-    static bool MayStandIn(EKind kind, EKind parent);
 
     void AddText(const QStringRef& text);
     void Open(const MarkupScanner& tag);
@@ -85,8 +66,7 @@ class ReadingCost {
     void Weigh(Element& element) const;
 
     QStringList m_names = {QString()};
-    QHash<QString, int> m_numbers;  ///< of the names
-    const int m_styleName = NumberOf(QStringLiteral("style"));
+    QHash<QString, int> m_numbers;                  ///< of the names
     std::vector<Element> m_elements = {Element()};  ///< the first holds the others
     std::vector<Table> m_tables = {Table()};        ///< the first is all of them, and what stands in none
     StyleCost m_styles;
