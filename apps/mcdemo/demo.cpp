@@ -4,8 +4,10 @@
 #include "narrator.h"
 
 #include <apps/common/display.h>
+#include <apps/common/eventwait.h>
 #include <apps/common/terminal.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
@@ -13,7 +15,9 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds Patience(15'000);  // for whatever is to happen
+constexpr std::chrono::seconds Patience(15);  // for whatever is to happen
+constexpr std::chrono::seconds StopTime(5);   // that a program gets to end by itself
+constexpr std::chrono::milliseconds AskInterval(50);
 
 constexpr char ModuleConfiguration[] =
     "[GTS]\n"
@@ -24,6 +28,17 @@ constexpr char ModuleConfiguration[] =
     "Module0\\PollInterval=20\n"
     "Module0\\Assignments\\AssignmentCount=12\n"
     "Module0\\Assignments\\DI_3=121500000\n";
+
+/// \a program stands beside this one.
+QString PathOf(const char* program) {
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QString::fromLatin1(program));
+}
+
+/// All that \a program says until its end, errors too.
+QString OutputOf(const char* program, const QStringList& arguments) {
+    ChildProgram child(ChildProgram::EErrors::WithOutput);
+    return QString::fromUtf8(child.Run(PathOf(program), arguments, Patience).output);
+}
 
 const QString& Alpha() {
     static const QString name = QStringLiteral("alpha");
@@ -40,12 +55,7 @@ const QString& Bravo() {
 Demo::Demo(const QString& pictures, std::function<bool()> isStopped)
     : m_pictures(QDir(pictures).absolutePath()),
       m_isStopped(std::move(isStopped)),
-      m_hasWindows(HasDisplay()),
-      m_module(QStringLiteral("dimodule")),
-      m_server(QStringLiteral("mcserver")),
-      m_console(QStringLiteral("mcconsole")),
-      m_alpha(QStringLiteral("mcdemo")),
-      m_bravo(QStringLiteral("mcdemo")) {}
+      m_hasWindows(HasDisplay()) {}
 
 bool Demo::Fail(const QString& what) {
     terminal::Complain(what, 1);
@@ -67,7 +77,7 @@ bool Demo::StartModule() {
     // Where nobody has logged in there is no such directory, and programs with windows complain.
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", m_directory.path().toLocal8Bit());
-    if (!m_module.Start({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")}))
+    if (!m_module.Start(PathOf("dimodule"), {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")}))
         return Fail(QStringLiteral("dimodule does not start"));
     const QString line = m_module.WaitForLine(QStringLiteral("listening on "), Patience);
     if (line.isNull()) return Fail(QStringLiteral("dimodule does not listen"));
@@ -85,7 +95,8 @@ bool Demo::StartServer() {
     const QString config = m_directory.filePath(QStringLiteral("server.ini"));
     QStringList arguments{QStringLiteral("--listen"), listen, QStringLiteral("--config"), config};
     if (!m_hasWindows) arguments << QStringLiteral("--headless");
-    if (!m_server.Start(arguments)) return Fail(QStringLiteral("mcserver does not start"));
+    if (!m_server.Start(PathOf("mcserver"), arguments))
+        return Fail(QStringLiteral("mcserver does not start"));
     const QString line = m_server.WaitForLine(QStringLiteral("listening on "), Patience);
     if (line.isNull()) return Fail(QStringLiteral("mcserver does not listen"));
     m_port = line.mid(line.lastIndexOf(QLatin1Char(':')) + 1).toInt();
@@ -101,15 +112,16 @@ QStringList Demo::ConsoleArguments(const QStringList& more) const {
 
 bool Demo::StartConsole() {
     narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole"));
-    return m_console.Start(ConsoleArguments({})) || Fail(QStringLiteral("mcconsole does not start"));
+    return m_console.Start(PathOf("mcconsole"), ConsoleArguments({})) ||
+           Fail(QStringLiteral("mcconsole does not start"));
 }
 
 QString Demo::Operator(const QStringList& arguments) const {
     const QStringList server{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(m_port)};
-    return DemoProcess::Output(QStringLiteral("mctree"), server + arguments, Patience);
+    return OutputOf("mctree", server + arguments);
 }
 
-bool Demo::HearConnected(DemoProcess& client, const QString& who, QString* name) {
+bool Demo::HearConnected(ChildProgram& client, const QString& who, QString* name) {
     const QString beginning = QStringLiteral("connected as ");
     const QString line = client.WaitForLine(beginning, Patience);
     if (line.isNull()) return Fail(who + QStringLiteral(" does not connect"));
@@ -121,9 +133,10 @@ bool Demo::HearConnected(DemoProcess& client, const QString& who, QString* name)
 bool Demo::StartClients() {
     narrator::Chapter(QStringLiteral("Two clients connect; each gets an MpxORV of its own"));
     const QString port = QString::number(m_port);
-    for (DemoProcess* client : {&m_alpha, &m_bravo}) {
+    for (ChildProgram* client : {&m_alpha, &m_bravo}) {
         const QString& who = client == &m_alpha ? Alpha() : Bravo();
-        if (!client->Start({QStringLiteral("--client"), who, QStringLiteral("--port"), port}))
+        if (!client->Start(PathOf("mcdemo"),
+                           {QStringLiteral("--client"), who, QStringLiteral("--port"), port}))
             return Fail(who + QStringLiteral(" does not start"));
     }
     QString alphaName;
@@ -138,14 +151,15 @@ bool Demo::ShowStatus() {
         return Operator({QStringLiteral("get"), path + QStringLiteral("/BootState")})
             .contains(QLatin1String("Ready"));
     };
-    if (!WaitUntil(isReady, Patience)) return Fail(QStringLiteral("the device does not boot"));
+    if (!eventwait::Until(isReady, Patience, AskInterval))
+        return Fail(QStringLiteral("the device does not boot"));
     narrator::Quote(Operator({QStringLiteral("ls"), path}));
     return true;
 }
 
-bool Demo::Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning) {
+bool Demo::Ask(ChildProgram& client, const QString& who, const QString& line, const QString& beginning) {
     narrator::Act(who, line);
-    client.Say(line);
+    client.Say(line.toUtf8());
     const QString answer = client.WaitForLine(QStringLiteral("answer "), Patience).mid(7);
     narrator::Hear(who, answer);
     return answer.startsWith(beginning) ||
@@ -164,15 +178,15 @@ bool Demo::RefuseForTheMaster() {
 }
 
 /// The module is looked at now and then: asks until what has changed there is known.
-bool Demo::AskUntilDone(DemoProcess& client, const QString& who, const QString& line) {
+bool Demo::AskUntilDone(ChildProgram& client, const QString& who, const QString& line) {
     narrator::Act(who, line);
     QString answer;
     const auto isDone = [&] {
-        client.Say(line);
+        client.Say(line.toUtf8());
         answer = client.WaitForLine(QStringLiteral("answer "), Patience).mid(7);
         return answer.startsWith(QLatin1String("done"));
     };
-    const bool isGood = WaitUntil(isDone, Patience);
+    const bool isGood = eventwait::Until(isDone, Patience, AskInterval);
     narrator::Hear(who, answer);
     return isGood || Fail(QStringLiteral("'%1' was to be answered done").arg(line));
 }
@@ -180,7 +194,7 @@ bool Demo::AskUntilDone(DemoProcess& client, const QString& who, const QString& 
 bool Demo::BlankAFrequency() {
     narrator::Chapter(QStringLiteral("A ground transmitter keys: nobody may use its frequency"));
     narrator::Act(QStringLiteral("module"), QStringLiteral("key 3"));
-    m_module.Say(QStringLiteral("key 3"));
+    m_module.Say("key 3");
     const QString lost = m_alpha.WaitForLine(QStringLiteral("answer ended: "), Patience);
     if (lost.isNull()) return Fail(QStringLiteral("alpha keeps a frequency that is blanked"));
     narrator::Hear(Alpha(), lost.mid(7));
@@ -188,7 +202,7 @@ bool Demo::BlankAFrequency() {
              QStringLiteral("refused: 121.5 MHz is blanked")))
         return false;
     narrator::Act(QStringLiteral("module"), QStringLiteral("release 3"));
-    m_module.Say(QStringLiteral("release 3"));
+    m_module.Say("release 3");
     return AskUntilDone(m_alpha, Alpha(), QStringLiteral("tune 121500000"));
 }
 
@@ -209,7 +223,7 @@ bool Demo::KillAndRestart() {
         QStringLiteral("The server is killed and restarted; the clients come back by themselves"));
     narrator::Act(QStringLiteral("operator"), QStringLiteral("kill -9 mcserver"));
     m_server.Kill();
-    for (DemoProcess* client : {&m_alpha, &m_bravo}) {
+    for (ChildProgram* client : {&m_alpha, &m_bravo}) {
         const QString& who = client == &m_alpha ? Alpha() : Bravo();
         if (client->WaitForLine(QStringLiteral("lost"), Patience).isNull())
             return Fail(who + QStringLiteral(" does not notice"));
@@ -227,7 +241,7 @@ bool Demo::ShowWindows() {
 bool Demo::LeaveWindows() {
     narrator::Chapter(QStringLiteral("The windows are yours: close the operator's, or press Ctrl+C, to end"));
     while (!m_isStopped() && m_console.IsRunning())
-        WaitUntil([this] { return m_isStopped() || !m_console.IsRunning(); }, Patience);
+        eventwait::Until([this] { return m_isStopped() || !m_console.IsRunning(); }, Patience);
     return true;
 }
 
@@ -240,8 +254,7 @@ bool Demo::TakePictures() {
     // Drawn in memory: there is no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QString said =
-        DemoProcess::Output(QStringLiteral("mcconsole"),
-                            ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}), Patience);
+        OutputOf("mcconsole", ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}));
     qunsetenv("QT_QPA_PLATFORM");
     const QStringList pictures =
         QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files, QDir::Name);
@@ -251,10 +264,10 @@ bool Demo::TakePictures() {
 }
 
 bool Demo::End() {
-    m_console.Terminate();
-    bool isGood = m_alpha.EndInput() || Fail(QStringLiteral("alpha does not end well"));
-    isGood = (m_bravo.EndInput() || Fail(QStringLiteral("bravo does not end well"))) && isGood;
-    m_server.Terminate();
-    m_module.Terminate();
+    if (m_console.IsRunning()) m_console.Terminate(StopTime);
+    bool isGood = m_alpha.EndInput(StopTime) == 0 || Fail(QStringLiteral("alpha does not end well"));
+    isGood = (m_bravo.EndInput(StopTime) == 0 || Fail(QStringLiteral("bravo does not end well"))) && isGood;
+    m_server.Terminate(StopTime);
+    m_module.Terminate(StopTime);
     return isGood;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "demoprocess.h"
+#include <apps/common/childprogram.h>
 
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
@@ -38,20 +38,20 @@ class Demo {
 
     QString Operator(const QStringList& arguments) const;
     /// \a client asks for \a line; its answer must begin with \a beginning.
-    bool Ask(DemoProcess& client, const QString& who, const QString& line, const QString& beginning);
-    bool AskUntilDone(DemoProcess& client, const QString& who, const QString& line);
+    bool Ask(ChildProgram& client, const QString& who, const QString& line, const QString& beginning);
+    bool AskUntilDone(ChildProgram& client, const QString& who, const QString& line);
     QStringList ConsoleArguments(const QStringList& more) const;
-    bool HearConnected(DemoProcess& client, const QString& who, QString* name);
+    bool HearConnected(ChildProgram& client, const QString& who, QString* name);
 
     QString m_pictures;
     std::function<bool()> m_isStopped;
     bool m_hasWindows;
     QTemporaryDir m_directory;
     int m_port = 0;
-    DemoProcess m_module;
-    DemoProcess m_server;
-    DemoProcess m_console;
-    DemoProcess m_alpha;
-    DemoProcess m_bravo;
+    ChildProgram m_module{ChildProgram::EErrors::PassedOn};
+    ChildProgram m_server{ChildProgram::EErrors::PassedOn};
+    ChildProgram m_console{ChildProgram::EErrors::PassedOn};
+    ChildProgram m_alpha{ChildProgram::EErrors::PassedOn};
+    ChildProgram m_bravo{ChildProgram::EErrors::PassedOn};
     QString m_bravoName;
 };

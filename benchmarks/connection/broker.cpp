@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-constexpr int LongestWait = 5000;  // ms
+constexpr std::chrono::seconds LongestWait(5);
 
 int FreePort() {
     QTcpServer server;
@@ -26,9 +26,7 @@ QString Executable() {
 }  // namespace
 
 Broker::~Broker() {
-    m_process.terminate();
-    if (!m_process.waitForFinished(LongestWait)) m_process.kill();
-    m_process.waitForFinished();
+    m_process.Terminate(LongestWait);
 }
 
 bool Broker::Start() {
@@ -36,12 +34,9 @@ bool Broker::Start() {
     const QString configuration = m_directory.filePath(QStringLiteral("broker.conf"));
     m_port = FreePort();
     if (executable.isEmpty() || m_port == 0 || !WriteConfiguration(configuration)) return false;
-    m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(executable, {QStringLiteral("-c"), configuration});
-    QByteArray said;
-    while (!said.contains(" running") && m_process.waitForReadyRead(LongestWait))
-        said += m_process.readAll();
-    return said.contains(" running");
+    if (!m_process.Start(executable, {QStringLiteral("-c"), configuration})) return false;
+    const auto isRunning = [](const QString& line) { return line.contains(QLatin1String(" running")); };
+    return !m_process.WaitForLine(isRunning, LongestWait).isNull();
 }
 
 // Without a bound on queues: the flow control of the application keeps them short, and nothing may be lost.

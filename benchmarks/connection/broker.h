@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QProcess>
+#include <apps/common/childprogram.h>
+
 #include <QtCore/QTemporaryDir>
 
 namespace bench {
@@ -19,7 +20,7 @@ class Broker {
     bool WriteConfiguration(const QString& file) const;
 
     QTemporaryDir m_directory;
-    QProcess m_process;
+    ChildProgram m_process{ChildProgram::EErrors::WithOutput};
     int m_port = 0;
 };
 

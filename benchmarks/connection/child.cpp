@@ -2,25 +2,18 @@
 #include "child.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDeadlineTimer>
 
 namespace bench {
 
 namespace {
 
-constexpr int LongestWait = 60 * 1000;  // ms
+constexpr std::chrono::minutes LongestWait(1);
 
 }  // namespace
 
 Child::Child(const Part& part) : m_role(part.role) {
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QCoreApplication::applicationFilePath(),
+    m_process.Start(QCoreApplication::applicationFilePath(),
                     QStringList{QStringLiteral("--role"), part.role} + part.settings.Words());
-}
-
-Child::~Child() {
-    m_process.kill();
-    m_process.waitForFinished();
 }
 
 std::optional<int> Child::WaitForPort() {
@@ -35,21 +28,16 @@ std::optional<Settings> Child::WaitForResult() {
 }
 
 std::optional<QString> Child::WaitForLine(const QString& kind) {
-    const QDeadlineTimer deadline(LongestWait);
-    for (;;) {
-        while (m_process.canReadLine()) {
-            const QString line = QString::fromLocal8Bit(m_process.readLine()).trimmed();
-            if (line.section(QLatin1Char(' '), 0, 0) == kind) return line.section(QLatin1Char(' '), 1);
-            if (!line.startsWith(QLatin1String("failed "))) continue;
-            m_failure = m_role + QStringLiteral(": ") + line.section(QLatin1Char(' '), 1);
-            return std::nullopt;
-        }
-        if (m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) continue;
-        const QString what =
-            deadline.hasExpired() ? QStringLiteral("no %1 in time") : QStringLiteral("ended without %1");
-        m_failure = m_role + QStringLiteral(": ") + what.arg(kind);
-        return std::nullopt;
-    }
+    const auto wordOf = [](const QString& line) { return line.section(QLatin1Char(' '), 0, 0); };
+    const QString failed = QStringLiteral("failed");
+    const auto isWanted = [&](const QString& line) { return wordOf(line) == kind || wordOf(line) == failed; };
+    const QString line = m_process.WaitForLine(isWanted, LongestWait);
+    const QString rest = line.section(QLatin1Char(' '), 1);
+    if (!line.isNull() && wordOf(line) == kind) return rest;
+    const QString nothing = m_process.IsRunning() ? QStringLiteral("no %1 in time").arg(kind)
+                                                  : QStringLiteral("ended without %1").arg(kind);
+    m_failure = m_role + QStringLiteral(": ") + (line.isNull() ? nothing : rest);
+    return std::nullopt;
 }
 
 }  // namespace bench

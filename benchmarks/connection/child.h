@@ -3,7 +3,7 @@
 
 #include "settings.h"
 
-#include <QtCore/QProcess>
+#include <apps/common/childprogram.h>
 
 #include <optional>
 
@@ -19,7 +19,6 @@ struct Part {
 class Child {
   public:
     explicit Child(const Part& part);
-    ~Child();
 
     /// The number in the line "port ..."; empty if the child failed before.
     std::optional<int> WaitForPort();
@@ -32,7 +31,7 @@ class Child {
 
     QString m_role;
     QString m_failure;
-    QProcess m_process;
+    ChildProgram m_process{ChildProgram::EErrors::PassedOn};
 };
 
 }  // namespace bench

@@ -3,12 +3,13 @@
 
 #include "plant.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtNetwork/QTcpServer>
 
 namespace bench {
 
 namespace {
+
+constexpr std::chrono::milliseconds Patience(plant::Patience);
 
 /// Each module would choose another one by itself.
 quint16 FreePort() {
@@ -19,19 +20,6 @@ quint16 FreePort() {
 
 }  // namespace
 
-SimulatedModules::SimulatedModules() {
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // What it says of each command would only pile up.
-    QObject::connect(&m_process, &QProcess::readyReadStandardOutput, &m_process, [this] {
-        if (m_port != 0) m_process.readAllStandardOutput();
-    });
-}
-
-SimulatedModules::~SimulatedModules() {
-    m_process.kill();
-    m_process.waitForFinished();
-}
-
 // Somebody else may have taken the port at one of the addresses.
 bool SimulatedModules::Start() {
     constexpr int Attempts = 5;
@@ -41,35 +29,23 @@ bool SimulatedModules::Start() {
 }
 
 bool SimulatedModules::StartAt(quint16 port) {
-    m_process.start(QStringLiteral(DIMODULE),
+    m_process.Start(QStringLiteral(DIMODULE),
                     {QStringLiteral("--modules"), QString::number(plant::Modules), QStringLiteral("--listen"),
                      QStringLiteral("%1:%2").arg(plant::AddressOf(0)).arg(port)});
-    if (!WaitUntilAllListen()) {
-        m_process.kill();
-        m_process.waitForFinished();
-        return false;
-    }
+    for (int listening = 0; listening < plant::Modules; ++listening)
+        if (m_process.WaitForLine(QStringLiteral("listening on "), Patience).isNull()) {
+            m_process.Kill();
+            return false;
+        }
+    m_process.DropOutput();  // what it says of each command would only pile up
     m_port = port;
     return true;
 }
 
-bool SimulatedModules::WaitUntilAllListen() {
-    QByteArray said;
-    QElapsedTimer time;
-    time.start();
-    while (said.count("listening on ") < plant::Modules) {
-        const int left = plant::Patience - static_cast<int>(time.elapsed());
-        if (left <= 0 || !m_process.waitForReadyRead(left)) return false;
-        said += m_process.readAllStandardOutput();
-    }
-    return true;
-}
-
 void SimulatedModules::Key(int module, bool isKeyed) {
-    m_process.write(QByteArray(isKeyed ? "key " : "release ") + QByteArray::number(module + 1) + '/' +
-                    QByteArray::number(plant::InputOf(module)) + '\n');
-    while (m_process.bytesToWrite() > 0 && m_process.waitForBytesWritten(plant::Patience)) {
-    }
+    m_process.Say(QByteArray(isKeyed ? "key " : "release ") + QByteArray::number(module + 1) + '/' +
+                  QByteArray::number(plant::InputOf(module)));
+    m_process.Flush(Patience);
 }
 
 }  // namespace bench

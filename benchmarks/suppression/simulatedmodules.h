@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QProcess>
+#include <apps/common/childprogram.h>
 
 namespace bench {
 
 /// The modules of the plant, in a process of their own.
 class SimulatedModules {
   public:
-    SimulatedModules();
-    ~SimulatedModules();
-
     /// \return whether all of them listen, at one port
     bool Start();
     quint16 Port() const { return m_port; }
@@ -20,9 +17,8 @@ class SimulatedModules {
 
   private:
     bool StartAt(quint16 port);
-    bool WaitUntilAllListen();
 
-    QProcess m_process;
+    ChildProgram m_process{ChildProgram::EErrors::PassedOn};
     quint16 m_port = 0;
 };
 

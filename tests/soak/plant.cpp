@@ -3,6 +3,8 @@
 
 #include <tests/soak/words.h>
 
+#include <apps/common/eventwait.h>
+
 #include <QtCore/QRegularExpression>
 #include <QtNetwork/QTcpServer>
 
@@ -13,7 +15,7 @@ namespace soak {
 
 namespace {
 
-constexpr int PatienceMs = 20000;
+constexpr std::chrono::seconds Patience(20);
 constexpr qint64 Now = std::numeric_limits<qint64>::max();
 
 /// Each module would choose another one by itself.
@@ -29,12 +31,7 @@ Plant::Plant(int modules) : m_modules(Index(modules)) {
     for (Simulated& module : m_modules)
         module.history.push_back({words::AllReleased, Now});
     m_clock.start();
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    connect(&m_process, &QProcess::readyReadStandardOutput, this, &Plant::Read);
-}
-
-Plant::~Plant() {
-    Kill();
+    m_process.SetLineHandler([this](const QString& line) { ReadLine(line); });
 }
 
 // Somebody else may have taken the port at one of the addresses.
@@ -48,24 +45,21 @@ bool Plant::Start() {
 bool Plant::StartAt(quint16 port) {
     m_port = port;
     StartProcess(port);
-    while (!IsListening())
-        if (!m_process.waitForReadyRead(PatienceMs)) return false;
-    return true;
+    eventwait::Until([this] { return IsListening() || !m_process.IsRunning(); }, Patience);
+    return IsListening();
 }
 
 void Plant::StartProcess(quint16 port) {
     Kill();
-    m_process.start(QStringLiteral(DIMODULE),
+    m_process.Start(QStringLiteral(DIMODULE),
                     {QStringLiteral("--modules"), QString::number(Count()), QStringLiteral("--inputs"),
                      QString::number(words::Inputs), QStringLiteral("--listen"),
                      QStringLiteral("%1:%2").arg(AddressOf(0)).arg(port)});
 }
 
 void Plant::Kill() {
-    if (m_process.state() == QProcess::NotRunning) return;
-    m_process.kill();
-    m_process.waitForFinished();
-    m_process.readAllStandardOutput();
+    if (!m_process.IsRunning()) return;
+    m_process.Kill();
     m_listening = 0;
     for (Simulated& module : m_modules) {
         module.earlierQuestions += module.questions;
@@ -85,7 +79,7 @@ void Plant::Restart() {
 
 void Plant::SetFault(int module, const QString& fault) {
     m_modules[Index(module)].fault = fault;
-    Say(QStringLiteral("fault %1/%2").arg(module + 1).arg(fault));
+    m_process.Say(QStringLiteral("fault %1/%2").arg(module + 1).arg(fault).toLatin1());
 }
 
 bool Plant::HasFault(int module) const {
@@ -98,7 +92,7 @@ void Plant::SetStates(int module, quint32 states) {
     // What it reads is true until it has read the command.
     simulated.history.push_back({states, Now});
     ++simulated.unconfirmedStates;
-    Say(QStringLiteral("states %1/%2").arg(module + 1).arg(states));
+    m_process.Say(QStringLiteral("states %1/%2").arg(module + 1).arg(states).toLatin1());
 }
 
 bool Plant::HeldStates(int module, quint32 states, qint64 ms) const {
@@ -113,11 +107,6 @@ qint64 Plant::Questions() const {
     for (const Simulated& module : m_modules)
         sum += module.earlierQuestions + module.questions;
     return sum;
-}
-
-void Plant::Read() {
-    while (m_process.canReadLine())
-        ReadLine(QString::fromLatin1(m_process.readLine()).trimmed());
 }
 
 void Plant::ReadLine(const QString& line) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/childprogram.h>
+
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QObject>
-#include <QtCore/QProcess>
 #include <QtCore/QString>
 
 #include <deque>
@@ -13,12 +13,9 @@ namespace soak {
 
 /// The modules, simulated in a process of their own, and what is true of them. Modules count from 0 and are
 /// at 127.0.0.1 and the addresses after it. Neither blocks nor waits once it was started.
-class Plant final : public QObject {
-    Q_OBJECT
-
+class Plant {
   public:
     explicit Plant(int modules);
-    ~Plant() override;
 
     static QString AddressOf(int module) { return QStringLiteral("127.0.0.%1").arg(module + 1); }
     static int ModuleAt(const QString& address) { return address.section(QLatin1Char('.'), 3).toInt() - 1; }
@@ -45,7 +42,7 @@ class Plant final : public QObject {
     /// All that the modules were asked since Start(); of a process that was killed, as of the last
     /// AskForCounts().
     qint64 Questions() const;
-    void AskForCounts() { Say("show"); }
+    void AskForCounts() { m_process.Say("show"); }
 
   private:
     struct Held {
@@ -65,14 +62,11 @@ class Plant final : public QObject {
     static std::size_t Index(int module) { return static_cast<std::size_t>(module); }
     bool StartAt(quint16 port);
     void StartProcess(quint16 port);
-    void Say(const QString& line) { m_process.write(line.toLatin1() + '\n'); }
-    void Say(const char* line) { Say(QString::fromLatin1(line)); }
-    void Read();
     void ReadLine(const QString& line);
     void OnStatesTold(Simulated& module);
 
     std::vector<Simulated> m_modules;
-    QProcess m_process;
+    ChildProgram m_process{ChildProgram::EErrors::PassedOn};
     QElapsedTimer m_clock;
     quint16 m_port = 0;
     int m_listening = 0;

@@ -1,66 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/support/programrunner.h>
 
-#include <tests/support/waituntil.h>
+#include <apps/common/eventwait.h>
 
 namespace {
 
-constexpr int Deadline = 20000;  // ms; far beyond what a busy machine takes
-
-int CodeOf(const QProcess& process, bool hasEnded) {
-    const bool isGood = hasEnded && process.error() != QProcess::FailedToStart &&
-                        process.exitStatus() == QProcess::NormalExit;
-    return isGood ? process.exitCode() : -1;
-}
+constexpr std::chrono::seconds Deadline(20);  // far beyond what a busy machine takes
 
 }  // namespace
 
 ProgramOutcome ProgramRunner::Run(const QString& program, const QStringList& words,
                                   const QProcessEnvironment& environment) {
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(program, words);
-    const bool hasEnded = process.waitForFinished(Deadline);
-    if (!hasEnded) process.kill();
-    process.waitForFinished();
-    return {CodeOf(process, hasEnded), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-ProgramRunner::ProgramRunner() {
-    QObject::connect(&process, &QProcess::readyReadStandardOutput, &process,
-                     [this] { output += process.readAllStandardOutput(); });
-    QObject::connect(&process, &QProcess::readyReadStandardError, &process,
-                     [this] { errors += process.readAllStandardError(); });
-}
-
-ProgramRunner::~ProgramRunner() {
-    process.disconnect();
-    Kill();
+    ChildProgram process;
+    process.SetEnvironment(environment);
+    return process.Run(program, words, Deadline);
 }
 
 void ProgramRunner::StartProgram(const QString& program, const QStringList& words) {
-    output.clear();
-    errors.clear();
-    process.setProcessEnvironment(environment);
-    process.start(program, words);
-}
-
-void ProgramRunner::Kill() {
-    process.kill();
-    process.waitForFinished();
+    process.SetEnvironment(environment);
+    process.Start(program, words);
 }
 
 bool ProgramRunner::WaitUntil(const std::function<bool()>& condition) {
-    return ::WaitUntil(condition, Deadline);
+    return eventwait::Until(condition, Deadline);
 }
 
 int ProgramRunner::WaitForEnd() {
-    const bool hasEnded = WaitUntil([this] { return !IsRunning(); });
-    if (!hasEnded) Kill();
-    return CodeOf(process, hasEnded);
+    return process.WaitForEnd(Deadline);
 }
 
 int ProgramRunner::Terminate() {
-    process.terminate();
-    return WaitForEnd();
+    return process.Terminate(Deadline);
 }

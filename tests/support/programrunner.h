@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/childprogram.h>
+
 #include <tests/support/printing.h>
 
-#include <QtCore/QByteArray>
-#include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
-#include <QtCore/QStringList>
 
 #include <functional>
 
-/// What became of a program.
-struct ProgramOutcome {
-    int code = -1;  ///< -1 if it was killed, was never there or did not end
-    QByteArray output;
-    QByteArray errors;
-};
-
-/// Runs one program at a time while the event loop goes on, so that the test may be its peer. Kills it if a
-/// test leaves it running.
+/// For a fixture that runs one program at a time while the event loop goes on, so that the test may be its
+/// peer. Kills it if a test leaves it running.
 class ProgramRunner {
   public:
     /// Runs \a program to its end, while nothing else happens in this process.
@@ -27,25 +19,25 @@ class ProgramRunner {
         const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
   protected:
-    ProgramRunner();
-    ~ProgramRunner();
+    ProgramRunner() = default;
+    ~ProgramRunner() = default;
     ProgramRunner(const ProgramRunner&) = delete;
     ProgramRunner& operator=(const ProgramRunner&) = delete;
 
     void StartProgram(const QString& program, const QStringList& words);
     /// Ends it as kill -9 does.
-    void Kill();
+    void Kill() { process.Kill(); }
 
     /// Runs the event loop until \a condition holds or a deadline has passed. True if it holds.
     static bool WaitUntil(const std::function<bool()>& condition);
-    bool IsRunning() const { return process.state() != QProcess::NotRunning; }
+    bool IsRunning() const { return process.IsRunning(); }
     /// The exit code of the program; -1 if it was killed, was never there or does not end.
     int WaitForEnd();
     /// Asks it to end, and waits. \return as WaitForEnd.
     int Terminate();
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    QProcess process;
-    QByteArray output;  ///< all that it has said since it was started
-    QByteArray errors;
+    ChildProgram process;
+    const QByteArray& output = process.GetOutput();  ///< all that it has said since it was started
+    const QByteArray& errors = process.GetErrors();
 };

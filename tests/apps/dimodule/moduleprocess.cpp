@@ -43,7 +43,7 @@ bool ModuleProcess::HasShown(int from) const {
 }
 
 void ModuleProcess::Type(const char* line) {
-    process.write(QByteArray(line) + '\n');
+    process.Say(line);
 }
 
 bool ModuleProcess::WaitForOutput(const char* text) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/childprogram.h>
+
 #include <tests/apps/dimodule/moduleprocess.h>
 
 #include <gmock/gmock.h>
@@ -12,19 +14,22 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
+constexpr std::chrono::seconds Patience(30);
+
 /// The program as its users have it: by its words, its lines and its exit codes.
 class DiModuleProcess : public testing::Test {
   protected:
     /// What mbpoll reads in \a module: the lines "[0]: 	1", or its complaint.
     QByteArray Poll(const QStringList& what, int port) const {
-        QProcess mbpoll;
-        mbpoll.setProcessChannelMode(QProcess::MergedChannels);
-        mbpoll.start(QStringLiteral(MBPOLL),
-                     QStringList{QStringLiteral("-m"), QStringLiteral("tcp"), QStringLiteral("-0"),
-                                 QStringLiteral("-1"), QStringLiteral("-p"), QString::number(port)} +
-                         what + QStringList{QStringLiteral("127.0.0.1")});
-        EXPECT_TRUE(mbpoll.waitForFinished()) << mbpoll.errorString().toStdString();
-        return mbpoll.readAll();
+        ChildProgram mbpoll(ChildProgram::EErrors::WithOutput);
+        const ProgramOutcome outcome =
+            mbpoll.Run(QStringLiteral(MBPOLL),
+                       QStringList{QStringLiteral("-m"), QStringLiteral("tcp"), QStringLiteral("-0"),
+                                   QStringLiteral("-1"), QStringLiteral("-p"), QString::number(port)} +
+                           what + QStringList{QStringLiteral("127.0.0.1")},
+                       Patience);
+        EXPECT_NE(outcome.code, -1) << "mbpoll does not run, or does not end";
+        return outcome.output;
     }
     static QByteArray States(const QByteArray& polled) {
         QByteArray states;

@@ -72,8 +72,7 @@ TEST_F(DemoTest, LeavesItsWindowsOpenWhereThereIsADisplay) {
     StartProgram(QStringLiteral(MCDEMO), {});
     ASSERT_TRUE(WaitUntil([this] { return output.contains("9. The windows are yours"); }))
         << output.constData();
-    process.terminate();
-    EXPECT_EQ(WaitForEnd(), 0);
+    EXPECT_EQ(Terminate(), 0);
     EXPECT_FALSE(errors.contains("mcdemo: ")) << errors.constData();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/childprogram.h>
 #include <apps/mcconsole/consolewindow.h>
 
 #include <platform/config/cfgcenter.h>
@@ -10,12 +11,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QProcess>
 #include <QtTest/QTest>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTabWidget>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -65,10 +66,10 @@ class ConsoleTest : public testing::Test {
     QString Tree(QStringList words) const {
         words = QStringList{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(server.Port())} +
                 words;
-        QProcess process;
-        process.start(QStringLiteral(MCTREE), words);
-        WaitFor([&] { return process.state() == QProcess::NotRunning; });
-        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+        ChildProgram client;
+        client.Start(QStringLiteral(MCTREE), words);
+        client.WaitForEnd(std::chrono::seconds(20));
+        return QString::fromUtf8(client.GetOutput()).trimmed();
     }
 
     static void Type(QLineEdit* field, const char* text) {

@@ -25,7 +25,7 @@ class OwnMpxOrvTest : public ConsoleTest {
     /// Another client that uses the MpxORV called \a name, until the test ends.
     void UseByAnother(const char* name) {
         ASSERT_NO_FATAL_FAILURE(server.Start());
-        m_other.start(QStringLiteral(MCTREE),
+        m_other.Start(QStringLiteral(MCTREE),
                       {QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(server.Port()),
                        QStringLiteral("watch"), Dynamic() + QLatin1Char('/') + QString::fromLatin1(name)});
         ASSERT_TRUE(WaitFor([&] { return HasMpxOrv(name); }));
@@ -35,13 +35,9 @@ class OwnMpxOrvTest : public ConsoleTest {
     }
     QString State() { return Label("MyMpxORV", "MpxORVState"); }
     QString Client() const { return window->findChild<QLabel*>(QStringLiteral("Client"))->text(); }
-    ~OwnMpxOrvTest() override {
-        m_other.kill();
-        m_other.waitForFinished();
-    }
 
   private:
-    QProcess m_other;
+    ChildProgram m_other;
 };
 
 TEST_F(OwnMpxOrvTest, IsCalledAsTheConsoleIs) {

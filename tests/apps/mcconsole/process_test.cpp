@@ -117,8 +117,7 @@ TEST_F(ConsoleProcess, FailsIfItIsToEndBeforeThePicturesAreTaken) {
     StartProgram(QStringLiteral(MCCONSOLE), ConnectWords(pictures));
     ASSERT_TRUE(
         ServerProcess::WaitFor([this] { return server.Output().contains(QLatin1String(" is connected")); }));
-    process.terminate();
-    EXPECT_EQ(WaitForEnd(), 1);
+    EXPECT_EQ(Terminate(), 1);
     EXPECT_TRUE(errors.endsWith("mcconsole: ended before the pictures were taken\n")) << errors.constData();
     EXPECT_FALSE(QDir(pictures).exists());
 }
@@ -158,8 +157,7 @@ class ConsolePlacement : public ConsoleProcess {
         ASSERT_TRUE(ServerProcess::WaitFor(
             [this] { return server.Output().contains(QLatin1String(" is connected")); }));
         meanwhile();
-        process.terminate();
-        ASSERT_EQ(WaitForEnd(), code) << errors.constData();
+        ASSERT_EQ(Terminate(), code) << errors.constData();
     }
 
   private:

@@ -22,7 +22,7 @@ constexpr const char* ReadUntilItListens =
 class ServerOutput : public testing::Test, protected ProgramRunner {
   protected:
     ~ServerOutput() override {
-        if (m_serverProcess > 0 && process.state() != QProcess::NotRunning) Signal(SIGKILL);
+        if (m_serverProcess > 0 && IsRunning()) Signal(SIGKILL);
     }
     void StartServer() {
         StartProgram(QStringLiteral("/bin/sh"),

@@ -16,7 +16,7 @@ class ServerProcess : protected ProgramRunner {
     /// From now on it starts with its window.
     void UseWindow() { m_hasWindow = true; }
     /// From now on what it says on its standard error output goes to a file of this name in its directory.
-    void SendErrorsTo(const QString& name) { process.setStandardErrorFile(Path(name)); }
+    void SendErrorsTo(const QString& name) { process.SendErrorsTo(Path(name)); }
     /// Starts it on a free port of this machine, and waits until it says on which.
     void Start(const QStringList& arguments = {});
     /// Starts it once more, on the port that it had.
@@ -27,7 +27,7 @@ class ServerProcess : protected ProgramRunner {
     int Run(const QStringList& arguments);
 
     int Port() const { return m_port; }
-    qint64 ProcessId() const { return process.processId(); }
+    qint64 ProcessId() const { return process.GetProcessId(); }
     QString Output() const { return QString::fromUtf8(output); }
     QString Errors() const { return QString::fromUtf8(errors); }
     QString Directory() const { return m_directory.path(); }

@@ -11,7 +11,7 @@ class SignalTest : public ProcessFixture, public testing::WithParamInterface<int
 TEST_P(SignalTest, EndsAWatchAsDone) {
     Start({QStringLiteral("watch"), QStringLiteral("/Status")});
     ASSERT_TRUE(WaitUntil([this] { return output.contains("connected to"); })) << errors.constData();
-    ::kill(static_cast<pid_t>(process.processId()), GetParam());
+    ::kill(static_cast<pid_t>(process.GetProcessId()), GetParam());
     EXPECT_EQ(WaitForEnd(), 0);
     EXPECT_EQ(errors, QByteArray());
 }

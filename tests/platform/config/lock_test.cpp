@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What happens to those that wait while somebody else has the lock of the file.
+#include <apps/common/childprogram.h>
+
 #include <platform/config/cfgcenter.h>
 #include <platform/config/store/cfglock.h>
 
@@ -11,7 +13,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFileInfo>
-#include <QtCore/QProcess>
 
 namespace {
 
@@ -20,6 +21,7 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 
 const QString Key = QStringLiteral("k");
+constexpr std::chrono::seconds Patience(30);
 
 class Locked : public ConfigTest {
   protected:
@@ -108,16 +110,13 @@ TEST_F(Locked, TheHolderIsAnybodyIfThatCannotBeRead) {
 }
 
 TEST_F(Locked, AKilledProcessHoldsNothing) {
-    QProcess process;
-    process.start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("lock")});
-    ASSERT_TRUE(process.waitForStarted());
-    while (!process.canReadLine())
-        ASSERT_TRUE(process.waitForReadyRead());
+    ChildProgram process;
+    ASSERT_TRUE(process.Start(QStringLiteral(CFGWRITER), {Path(), QStringLiteral("lock")}));
+    ASSERT_FALSE(process.WaitForLine(QString(), Patience).isNull());
     EXPECT_EQ(m_lock.Try(), CfgLock::EOutcome::Taken);
     EXPECT_THAT(m_lock.GetHolder().toStdString(),
-                HasSubstr("cfgwriter (process " + std::to_string(process.processId()) + " on "));
-    process.kill();
-    ASSERT_TRUE(process.waitForFinished());
+                HasSubstr("cfgwriter (process " + std::to_string(process.GetProcessId()) + " on "));
+    process.Kill();
     EXPECT_EQ(m_lock.Try(), CfgLock::EOutcome::Held);
     EXPECT_THAT(m_lock.GetHolder().toStdString(), HasSubstr("mcstest (process "));
 }

@@ -1,40 +1,40 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/childprogram.h>
+
 #include <tests/platform/config/configfixture.h>
 #include <tests/platform/config/uniformtext.h>
 #include <tests/support/tracerecorder.h>
+#include <tests/support/waituntil.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QProcess>
 #include <QtCore/QRandomGenerator>
 
 #include <algorithm>
 
 namespace {
 
+constexpr std::chrono::seconds Patience(30);
+
 class Processes : public ConfigTest {
   protected:
-    void Start(QProcess* process, const QStringList& arguments) const {
-        process->start(QStringLiteral(CFGWRITER), QStringList(Path()) + arguments);
-        ASSERT_TRUE(process->waitForStarted());
+    void Start(ChildProgram* process, const QStringList& arguments) const {
+        ASSERT_TRUE(process->Start(QStringLiteral(CFGWRITER), QStringList(Path()) + arguments));
     }
+    static QString NextLine(ChildProgram* process) { return process->WaitForLine(QString(), Patience); }
     /// Both wait for each other before they begin, so that neither is done before the other is there.
     void RunAtOnce(const QStringList& first, const QStringList& second) const {
-        QProcess processes[2];
+        ChildProgram processes[2];
         Start(&processes[0], first);
         Start(&processes[1], second);
-        for (QProcess& process : processes)
-            while (!process.canReadLine())
-                ASSERT_TRUE(process.waitForReadyRead());
-        for (QProcess& process : processes) {
-            process.write("go\n");
-            ASSERT_TRUE(process.waitForBytesWritten());
+        for (ChildProgram& process : processes)
+            ASSERT_FALSE(NextLine(&process).isNull());
+        for (ChildProgram& process : processes) {
+            process.Say("go");
+            ASSERT_TRUE(process.Flush(Patience));
         }
-        for (QProcess& process : processes) {
-            ASSERT_TRUE(process.waitForFinished());
-            EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-            EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-        }
+        for (ChildProgram& process : processes)
+            EXPECT_EQ(process.WaitForEnd(Patience), 0) << process.GetErrors().toStdString();
     }
 };
 
@@ -67,16 +67,16 @@ class KilledProcesses : public Processes {
 
     /// Lets a process write until it has printed \a lines and some more time has passed, and kills it.
     void RunAndKill(int firstRound, int lines, qint64 spinNs) const {
-        QProcess process;
+        ChildProgram process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TMPDIR"), Path(Temporary));
-        process.setProcessEnvironment(environment);
+        process.SetEnvironment(environment);
         Start(&process, {QStringLiteral("churn"), QString::number(firstRound)});
         for (int i = 0; i < lines; ++i) {
-            while (!process.canReadLine())
-                ASSERT_TRUE(process.waitForReadyRead()) << process.readAllStandardError().toStdString();
-            const QList<QByteArray> words = process.readLine().simplified().split(' ');
-            if (words[0] == "opened") {
+            const QString line = NextLine(&process);
+            ASSERT_FALSE(line.isNull()) << process.GetErrors().toStdString();
+            const QStringList words = line.split(QLatin1Char(' '));
+            if (words[0] == QLatin1String("opened")) {
                 EXPECT_LT(words[1].toInt(), 4000);  // one that is held up gives up after 5000
             }
         }
@@ -84,10 +84,9 @@ class KilledProcesses : public Processes {
         spin.start();
         while (spin.nsecsElapsed() < spinNs) {
         }
-        process.kill();
-        ASSERT_TRUE(process.waitForFinished());
-        ASSERT_EQ(process.exitStatus(), QProcess::CrashExit);
-        EXPECT_EQ(process.readAllStandardError().toStdString(), "");
+        ASSERT_TRUE(process.IsRunning());
+        process.Kill();
+        EXPECT_EQ(process.GetErrors().toStdString(), "");
     }
     void ExpectWholeFile() const {
         const QByteArray bytes = FileBytes();
@@ -110,20 +109,16 @@ TEST_F(KilledProcesses, ShowAWholeFileAtAnyMomentBeforeThat) {
     for (int key = 0; key < uniformtext::Keys; ++key)
         Root()->WriteString(uniformtext::Key(key), uniformtext::Make(0));
     ASSERT_TRUE(Root()->CommitKey(QString()));
-    QProcess process;
+    ChildProgram process;
     Start(&process, {QStringLiteral("churn"), QStringLiteral("1")});
-    for (int lines = 0; lines < Commits;) {
-        process.waitForReadyRead(0);
-        for (; process.canReadLine(); ++lines)
-            process.readLine();
-        ASSERT_EQ(process.state(), QProcess::Running);
+    while (process.GetOutput().count('\n') < Commits) {
+        RunTurns(1);
+        ASSERT_TRUE(process.IsRunning());
         for (int i = 0; i < 20; ++i) {
             ExpectWholeFile();
             if (HasFatalFailure()) return;
         }
     }
-    process.kill();
-    EXPECT_TRUE(process.waitForFinished());
 }
 
 TEST_F(KilledProcesses, LeaveAWholeFileThatTheNextOneOpensAtOnce) {

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/certificates.h>
 
+#include <apps/common/childprogram.h>
+
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
 
 namespace {
 
-constexpr int Patience = 20000;  // ms for one run of the tool
+constexpr std::chrono::seconds Patience(20);  // for one run of the tool
 
 // The tool's database of issued certificates, which only this way of issuing lets choose both dates.
 constexpr const char* Configuration = R"([ca]
@@ -59,15 +60,13 @@ bool Certificates::WriteConfiguration() {
 }
 
 bool Certificates::Run(const QStringList& arguments) {
-    QProcess tool;
-    tool.setWorkingDirectory(m_folder.path());
-    tool.setProcessChannelMode(QProcess::MergedChannels);
-    tool.start(S("openssl"), arguments);
-    const bool isDone = tool.waitForFinished(Patience) && tool.exitStatus() == QProcess::NormalExit;
-    if (isDone && tool.exitCode() == 0) return true;
-    m_error =
-        S("openssl %1: %2 %3")
-            .arg(arguments.join(QLatin1Char(' ')), tool.errorString(), QString::fromUtf8(tool.readAll()));
+    ChildProgram tool(ChildProgram::EErrors::WithOutput);
+    tool.SetDirectory(m_folder.path());
+    const ProgramOutcome outcome = tool.Run(S("openssl"), arguments, Patience);
+    if (outcome.code == 0) return true;
+    m_error = S("openssl %1: %2 %3")
+                  .arg(arguments.join(QLatin1Char(' ')), QString::number(outcome.code),
+                       QString::fromUtf8(outcome.output));
     return false;
 }
 

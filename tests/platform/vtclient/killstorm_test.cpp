@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // A server and a client in processes of their own, of which one or the other is killed at any moment, over
 // and over, while both do all that they can.
+#include <apps/common/childprogram.h>
+
 #include <tests/platform/vtclient/faultproxy.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>
 
-#include <QtCore/QProcess>
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
 #include <gmock/gmock.h>
 
-#include <memory>
 #include <random>
 
 namespace {
@@ -24,7 +24,7 @@ struct Peer {
     explicit Peer(const char* its) : role(its) {}
 
     const char* role;
-    std::unique_ptr<QProcess> process;
+    ChildProgram process{ChildProgram::EErrors::AllPassedOn};
     QTcpSocket* control = nullptr;  ///< null until it has announced itself
     QString state;                  ///< empty until it has answered
 };
@@ -50,20 +50,13 @@ class KillStorm : public testing::Test {
                           QString::number(++m_started)};
         if (&peer == &m_client) words += QString::number(m_network.Port());
         peer.state.clear();
-        peer.process = std::make_unique<QProcess>();
-        peer.process->setProcessChannelMode(QProcess::ForwardedChannels);
-        peer.process->start(QStringLiteral(STORMPEER), words);
+        peer.process.Start(QStringLiteral(STORMPEER), words);
     }
     static void Kill(Peer& peer) {
         if (peer.control != nullptr) peer.control->disconnect();
         peer.control = nullptr;
-        if (!peer.process) return;
-        peer.process->kill();
-        peer.process->waitForFinished();
-        peer.process.reset();
+        peer.process.Kill();
     }
-
-    static bool IsRunning(const Peer& peer) { return peer.process->state() != QProcess::NotRunning; }
 
     void OnLines(QTcpSocket* socket) {
         while (socket->canReadLine()) {
@@ -137,7 +130,8 @@ TEST_F(KillStorm, WhoeverIsKilledWheneverComesBackAndBothSidesAreAlike) {
             m_network.CountBytes(EDirection::ToClient) + static_cast<qint64>(m_random() % 8000);
         ASSERT_TRUE(
             WaitUntil([this, moment] { return m_network.CountBytes(EDirection::ToClient) >= moment; }));
-        ASSERT_TRUE(IsRunning(m_server) && IsRunning(m_client)) << "nobody dies but who is killed";
+        ASSERT_TRUE(m_server.process.IsRunning() && m_client.process.IsRunning())
+            << "nobody dies but who is killed";
         Peer& victim = m_random() % 2 == 0 ? m_server : m_client;
         Kill(victim);
         Start(victim);
