@@ -18,13 +18,6 @@ QString Place(const TraceRecord& record) {
     return QStringLiteral(" (%1:%2)").arg(record.file).arg(record.line);
 }
 
-void LogRecord(const TraceRecord& record) {
-    if (record.kind == TraceRecord::Assertion)
-        qCCritical(assertCategory).noquote() << "assertion failed:" << record.message + Place(record);
-    else
-        qCWarning(traceCategory).noquote() << record.message + Place(record);
-}
-
 TraceRecord MakeRecord(TraceRecord::EKind kind, QString message, const wchar_t* file, int line) {
     TraceRecord record;
     record.kind = kind;
@@ -37,7 +30,8 @@ TraceRecord MakeRecord(TraceRecord::EKind kind, QString message, const wchar_t* 
 
 }  // namespace
 
-ErrorHandler::ErrorHandler() : m_flags(DefaultFlags), m_sink(std::make_shared<const Sink>(LogRecord)) {
+ErrorHandler::ErrorHandler()
+    : m_flags(DefaultFlags), m_sink(std::make_shared<const Sink>(ErrorHandler::LogRecord)) {
     if (qEnvironmentVariableIsSet("MCS_TRACE"))
         m_flags.store(ParseFlags(qgetenv("MCS_TRACE"), DefaultFlags), std::memory_order_relaxed);
 }
@@ -61,6 +55,13 @@ void ErrorHandler::SetSink(Sink sink) {
     m_sink.swap(shared);
 }
 
+void ErrorHandler::LogRecord(const TraceRecord& record) {
+    if (record.kind == TraceRecord::Assertion)
+        qCCritical(assertCategory).noquote() << "assertion failed:" << record.message + Place(record);
+    else
+        qCWarning(traceCategory).noquote() << record.message + Place(record);
+}
+
 void ErrorHandler::Report(const TraceRecord& record) {
     std::shared_ptr<const Sink> sink;
     {
@@ -77,6 +78,13 @@ void _Q_assert(const wchar_t* expression, const wchar_t* file, int line) {
 
 void _Q_Trace(const QString& message, const wchar_t* file, int line) {
     ErrorHandler::Instance().Report(MakeRecord(TraceRecord::Trace, message, file, line));
+}
+
+void TraceOf(const QString& source, const QString& message, const wchar_t* file, int line) {
+    TraceRecord record = MakeRecord(TraceRecord::Trace, message, file, line);
+    // Of one that broke off at once nobody knows from where it came.
+    record.source = source.isEmpty() ? QStringLiteral("unknown hosts") : source;
+    ErrorHandler::Instance().Report(record);
 }
 
 void _Q_TraceOld(const char* format, ...) {

@@ -20,6 +20,7 @@ struct TraceRecord {
     QString file;     ///< source path without extension; empty for _Q_TraceOld
     int line = 0;     ///< source line, or a trace level where a caller gives one; 0 for _Q_TraceOld
     QDateTime time;   ///< local time of the report
+    QString source;   ///< who outside caused it, and could again and again: a host; empty if nobody
 };
 
 /// Where assertions and traces go, and which of them are wanted.
@@ -49,6 +50,8 @@ class MCS_PLATFORM_EXPORT ErrorHandler {
     /// Sends every later record to \a sink; an empty function restores the default sink.
     void SetSink(Sink sink);
     void Report(const TraceRecord& record);
+    /// What the default sink does.
+    static void LogRecord(const TraceRecord& record);
 
     /// The flags that \a text (the content of MCS_TRACE) asks for; \a fallback where it is no number.
     static unsigned ParseFlags(const QByteArray& text, unsigned fallback);
@@ -66,6 +69,10 @@ MCS_PLATFORM_EXPORT void _Q_assert(const wchar_t* expression, const wchar_t* fil
 
 /// Reports a trace. Where the caller has a trace level instead of a source line, \a line is that level.
 MCS_PLATFORM_EXPORT void _Q_Trace(const QString& message, const wchar_t* file, int line);
+
+/// Reports a trace of what \a source, a host that anybody may use, caused.
+MCS_PLATFORM_EXPORT void TraceOf(const QString& source, const QString& message, const wchar_t* file,
+                                 int line);
 
 /// Reports a trace built from a printf format; 8-bit text arguments are UTF-8.
 MCS_PLATFORM_EXPORT void _Q_TraceOld(const char* format, ...) Q_ATTRIBUTE_FORMAT_PRINTF(1, 2);

@@ -64,6 +64,15 @@ class Place {
         }                                                                     \
     } while (false)
 
+/// The same for what \a source, a host, caused from outside and could cause again and again.
+#define MCS_TRACE_OF(source, message)                                         \
+    do {                                                                      \
+        if (ErrorHandler::Instance().IsTraced(ErrorHandler::TraceWarnings)) { \
+            static constexpr trace::Place mcsPlace(L"" __FILE__);             \
+            TraceOf((source), (message), mcsPlace.Path(), __LINE__);          \
+        }                                                                     \
+    } while (false)
+
 /// Reports that \a condition, which is looked at once, does not hold, likewise. Execution goes on.
 #define MCS_ASSERT(condition)                                                                   \
     do {                                                                                        \

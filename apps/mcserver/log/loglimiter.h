@@ -1,44 +1,61 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcserver/clock/clocktimer.h>
 #include <apps/mcserver/clock/iclock.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
-/// Keeps clients from filling the log, which goes to every other client: each source has a number of lines,
-/// which comes back with time, all together have one too, and a line that a source caused just before is not
-/// repeated. Main thread.
+/// Keeps clients from filling the log, which goes to every other client, and strangers from filling the error
+/// stream: each source has a number of lines, which comes back with time, all together have one too, and a
+/// line that a source caused just before is not repeated. What is left out is counted, and told with the next
+/// line of that source, or by itself if none follows. Main thread.
 class LogLimiter {
   public:
     using Time = std::chrono::milliseconds;
+    using Tell = std::function<void(const QString&)>;
 
-    static constexpr int Burst = 100;           ///< lines of one source at once
-    static constexpr Time LineInterval{500};    ///< after which one more is allowed
-    static constexpr int TotalBurst = 400;      ///< lines of all sources at once
-    static constexpr Time TotalInterval{100};   ///< after which one more is allowed
+    struct Rates {
+        int burst;           ///< lines of one source at once
+        Time lineInterval;   ///< after which one more is allowed
+        int totalBurst;      ///< lines of all sources at once
+        Time totalInterval;  ///< after which one more is allowed
+    };
+    static constexpr Rates LogRates{100, Time(500), 400, Time(100)};
+
     static constexpr Time RepeatAfter{10'000};  ///< after which the same line may come again
+    static constexpr Time TellAfter{15'000};    ///< after which what was left out is told by itself
     static constexpr int MaxSources = 256;      ///< that are remembered; beyond, the quietest is forgotten
 
-    explicit LogLimiter(IClock& clock) : m_clock(clock) {}
+    /// \a tell gets a line that is no source's. The clock outlives the limiter.
+    LogLimiter(IClock& clock, Tell tell, const Rates& rates = LogRates);
 
     /// The line to log for \a text of \a source: with how many were left out before it, if any were. None if
     /// this one is left out.
     std::optional<QString> Pass(const QString& source, const QString& text);
+    /// Tells how many were left out that no line told of, if any were.
+    void TellLeftOut();
 
   private:
     struct Source {
         Time fullAt{};  ///< when all its lines will have come back
         Time lastTime{};
         QString lastText;
-        int leftOut = 0;
+        qint64 leftOut = 0;  ///< and not told yet
     };
     Source& Find(const QString& name);
+    void LeaveOut(Source& source);
 
     IClock& m_clock;
+    Tell m_tell;
+    Rates m_rates;
     QHash<QString, Source> m_sources;
-    Time m_fullAt{};  ///< as for a source, for all together
+    Time m_fullAt{};       ///< as for a source, for all together
+    qint64 m_leftOut = 0;  ///< of all sources, also of those that are forgotten, and not told yet
+    ClockTimer m_telling;
 };

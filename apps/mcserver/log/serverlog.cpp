@@ -6,7 +6,10 @@
 #include <utility>
 
 ServerLog::ServerLog(MCSStatus& status, IClock& clock, Sink sink)
-    : m_status(status), m_clock(clock), m_limiter(clock), m_sink(std::move(sink)) {}
+    : m_status(status),
+      m_clock(clock),
+      m_sink(std::move(sink)),
+      m_limiter(clock, [this](const QString& text) { Write(text); }) {}
 
 void ServerLog::Write(const QString& text) {
     if (m_sink) m_sink(text);

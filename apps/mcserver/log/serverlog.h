@@ -25,6 +25,6 @@ class ServerLog {
   private:
     MCSStatus& m_status;
     IClock& m_clock;
-    LogLimiter m_limiter;
     Sink m_sink;
+    LogLimiter m_limiter;
 };

@@ -22,6 +22,7 @@ void PrintLine(const QString& line) {
 
 ServerProgram::ServerProgram(const ServerOptions& options)
     : m_options(options),
+      m_peerTraces(m_clock),
       m_device(m_clock),
       m_server(m_device, m_clock, PrintLine),
       m_configWatch(m_server.GetLog(), m_clock),

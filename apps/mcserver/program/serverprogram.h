@@ -4,6 +4,7 @@
 #include <apps/mcserver/access/serveraccess.h>
 #include <apps/mcserver/clock/qtclock.h>
 #include <apps/mcserver/device/simulatedorv.h>
+#include <apps/mcserver/log/peertraces.h>
 #include <apps/mcserver/program/configwatch.h>
 #include <apps/mcserver/program/mcsserver.h>
 #include <apps/mcserver/program/serveroptions.h>
@@ -44,6 +45,7 @@ class ServerProgram {
     ServerOptions m_options;
     ServiceNotifier m_notifier;
     QtClock m_clock;
+    PeerTraces m_peerTraces;
     values::Tree m_tree;
     SimulatedOrv m_device;
     McsServer m_server;

@@ -29,6 +29,15 @@ QString HandshakeErrorText(const QSslSocket& socket) {
     return QStringLiteral("TLS failed (does it speak TLS?): %1").arg(socket.errorString());
 }
 
+/// Whom \a socket's peer counts for.
+QString HostOf(const QSslSocket& socket) {
+    return VtAttemptLimiter::HostOf(QStringLiteral("[%1]:0").arg(socket.peerAddress().toString()));
+}
+
+void TraceRefused(const QString& host, const QString& address, const QString& reason) {
+    MCS_TRACE_OF(host, QStringLiteral("A connection from %1 is refused: %2").arg(address, reason));
+}
+
 }  // namespace
 
 SocketListener::SocketListener() {
@@ -130,8 +139,7 @@ void SocketListener::AwaitTls(qintptr descriptor) {
         delete socket;
         return;
     }
-    m_waitingRoom.Enter(
-        socket, VtAttemptLimiter::HostOf(QStringLiteral("[%1]:0").arg(socket->peerAddress().toString())));
+    m_waitingRoom.Enter(socket, HostOf(*socket));
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
             [this, socket] { Refuse(socket, HandshakeErrorText(*socket)); });
@@ -166,8 +174,7 @@ void SocketListener::Forget(QSslSocket* socket) {
 void SocketListener::Refuse(QSslSocket* socket, const QString& reason) {
     if (!m_waitingRoom.Has(socket)) return;
     Forget(socket);
-    MCS_TRACE(
-        QStringLiteral("A connection from %1 is refused: %2").arg(socket->peerAddress().toString(), reason));
+    TraceRefused(HostOf(*socket), socket->peerAddress().toString(), reason);
     socket->abort();
     socket->deleteLater();
 }
@@ -182,7 +189,7 @@ void SocketListener::OnEncrypted(QSslSocket* socket) {
     Forget(socket);
     auto channel = std::make_unique<FramedSocket>(socket);
     if (!hasBadCertificate) return m_handler(std::move(channel));
-    MCS_TRACE(QStringLiteral("A connection from %1 is refused: %2").arg(channel->PeerAddress(), reason));
+    TraceRefused(VtAttemptLimiter::HostOf(channel->PeerAddress()), channel->PeerAddress(), reason);
     Message bye = Message::Of(EMessage::Bye);
     bye.code = EBye::NotAdmitted;
     bye.reason = reason;

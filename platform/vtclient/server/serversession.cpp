@@ -6,6 +6,7 @@
 #include <platform/values/tree.h>
 #include <platform/values/valueselection.h>
 #include <platform/vtclient/server/serverhub.h>
+#include <platform/vtclient/vtattemptlimiter.h>
 #include <platform/vtclient/wire/itemkinds.h>
 #include <platform/vtclient/wire/treepath.h>
 #include <platform/vtclient/wire/vtlimits.h>
@@ -15,6 +16,12 @@
 #include <algorithm>
 
 namespace vt {
+
+namespace {
+
+constexpr int MaxTracedName = 80;  // UTF-16 code units: why the session ends comes behind it
+
+}  // namespace
 
 ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number)
     : m_hub(hub), m_channel(std::move(channel)), m_lastReceived(hub.Now()), m_lastSent(hub.Now()) {
@@ -50,8 +57,10 @@ void ServerSession::End(EBye code, const QString& reason) {
 
 void ServerSession::TraceEnd(const QString& reason) const {
     const QString who = m_peer.application.isEmpty() ? QStringLiteral("a client") : m_peer.application;
-    MCS_TRACE(
-        QStringLiteral("Session %1 (%2, %3) ends: %4").arg(m_peer.session).arg(who, m_peer.address, reason));
+    MCS_TRACE_OF(VtAttemptLimiter::HostOf(m_peer.address),
+                 QStringLiteral("Session %1 (%2, %3) ends: %4")
+                     .arg(m_peer.session)
+                     .arg(who.left(MaxTracedName), m_peer.address, reason));
 }
 
 void ServerSession::OnClosed(const QString& reason) {

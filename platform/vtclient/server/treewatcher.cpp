@@ -298,8 +298,9 @@ unsigned TreeWatcher::FlagsOf(const Record& record) const {
 }
 
 void TreeWatcher::TraceUnsent(const char* what, const values::TreeItem& item) {
-    MCS_TRACE(QStringLiteral("The %1 of '%2' is too large to be sent")
-                  .arg(QLatin1String(what), item.GetPathName()));
+    // Some client most likely, whichever.
+    MCS_TRACE_OF(QStringLiteral("the tree"), QStringLiteral("The %1 of '%2' is too large to be sent")
+                                                 .arg(QLatin1String(what), item.GetPathName()));
 }
 
 void TreeWatcher::TraceOversized(const Record& record) {

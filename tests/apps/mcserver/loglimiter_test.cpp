@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QStringList>
+
 namespace {
 
 class LogLimiterTest : public testing::Test {
@@ -22,16 +24,17 @@ class LogLimiterTest : public testing::Test {
     }
 
     ManualClock m_clock;
-    LogLimiter m_limiter{m_clock};
+    QStringList m_told;
+    LogLimiter m_limiter{m_clock, [this](const QString& text) { m_told << text; }};
     int m_line = 0;
 };
 
 TEST_F(LogLimiterTest, ASourceHasABurstAndThenOneLineAtATime) {
-    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
-    m_clock.Advance(LogLimiter::LineInterval);
+    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::LogRates.burst);
+    m_clock.Advance(LogLimiter::LogRates.lineInterval);
     EXPECT_EQ(CountPassing("a", 1000), 1);
-    m_clock.Advance(LogLimiter::LineInterval * LogLimiter::Burst * 2);
-    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::Burst);
+    m_clock.Advance(LogLimiter::LogRates.lineInterval * LogLimiter::LogRates.burst * 2);
+    EXPECT_EQ(CountPassing("a", 1000), LogLimiter::LogRates.burst);
 }
 
 TEST_F(LogLimiterTest, OneSourceDoesNotSilenceAnother) {
@@ -43,7 +46,7 @@ TEST_F(LogLimiterTest, AllSourcesTogetherAreLimitedToo) {
     int passing = 0;
     for (int i = 0; i < 1000; ++i)
         passing += CountPassing(QByteArray::number(i).constData(), 1);
-    EXPECT_EQ(passing, LogLimiter::TotalBurst);
+    EXPECT_EQ(passing, LogLimiter::LogRates.totalBurst);
 }
 
 TEST_F(LogLimiterTest, TheSameLineIsNotRepeatedAtOnce) {
@@ -61,6 +64,36 @@ TEST_F(LogLimiterTest, TakesAPercentSignInALineAsItIs) {
     EXPECT_FALSE(Pass("a", line).has_value());
     m_clock.Advance(LogLimiter::RepeatAfter);
     EXPECT_EQ(Pass("a", line), QStringLiteral("50 %2 of %1 (1 lines left out before)"));
+}
+
+TEST_F(LogLimiterTest, TellsOfWhatWasLeftOutWhenNothingFollows) {
+    CountPassing("a", LogLimiter::LogRates.burst + 7);
+    CountPassing("b", LogLimiter::LogRates.burst + 3);
+    EXPECT_EQ(m_told, QStringList());
+    m_clock.Advance(LogLimiter::TellAfter);
+    EXPECT_EQ(m_told, QStringList{QStringLiteral("10 lines left out, most of them of a")});
+    m_clock.Advance(LogLimiter::TellAfter * 10);
+    EXPECT_EQ(m_told.size(), 1);
+    EXPECT_EQ(Pass("a", QStringLiteral("next")), QStringLiteral("next"));
+}
+
+TEST_F(LogLimiterTest, DoesNotTellTwiceWhatALineToldOf) {
+    CountPassing("a", LogLimiter::LogRates.burst + 7);
+    m_clock.Advance(LogLimiter::LogRates.lineInterval);
+    EXPECT_EQ(Pass("a", QStringLiteral("next")), QStringLiteral("next (7 lines left out before)"));
+    m_clock.Advance(LogLimiter::TellAfter);
+    EXPECT_EQ(m_told, QStringList());
+}
+
+TEST_F(LogLimiterTest, CountsForSourcesThatItForgetsAsWell) {
+    int passing = 0;
+    for (int i = 0; i < 3 * LogLimiter::MaxSources; ++i)
+        passing += CountPassing(QByteArray::number(i).constData(), 5);
+    const int leftOut = 3 * LogLimiter::MaxSources * 5 - passing;
+    m_clock.Advance(LogLimiter::TellAfter);
+    ASSERT_EQ(m_told.size(), 1);
+    EXPECT_TRUE(m_told[0].startsWith(QStringLiteral("%1 lines left out").arg(leftOut)))
+        << m_told[0].toStdString();
 }
 
 }  // namespace

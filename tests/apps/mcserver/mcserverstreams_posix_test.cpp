@@ -8,6 +8,7 @@
 #include <QtCore/QCborArray>
 #include <QtCore/QCborValue>
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
 #include <QtNetwork/QTcpSocket>
 
@@ -91,6 +92,22 @@ TEST(ServerStreams, WhatAPeerCallsItselfCannotForgeALineOrSteerATerminal) {
     const QString all = server.Output() + server.Errors();
     for (const QChar character : all)
         EXPECT_TRUE(character == QLatin1Char('\n') || character.isPrint()) << character.unicode();
+}
+
+TEST(ServerStreams, AreNotFilledByAStrangerWhoComesAgainAndAgain) {
+    ServerProcess server;
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    constexpr int Visits = 60;
+    for (int i = 0; i < Visits; ++i)
+        ASSERT_NO_FATAL_FAILURE(SendNonsense(server.Port()));
+    EXPECT_EQ(server.Terminate(), 0);
+    const int lines = server.Errors().count(QLatin1String("malformed message"));
+    EXPECT_LT(lines, Visits / 2) << server.Errors().toStdString();
+    static const QRegularExpression count(QStringLiteral("\\b(\\d+) lines left out\\b"));
+    int leftOut = 0;
+    for (auto counts = count.globalMatch(server.Errors()); counts.hasNext();)
+        leftOut += counts.next().captured(1).toInt();
+    EXPECT_EQ(lines + leftOut, Visits) << server.Errors().toStdString();
 }
 
 }  // namespace

@@ -207,7 +207,7 @@ TEST_F(ServerAccessTest, DenialsDoNotFillTheLog) {
     TakeLog();
     for (int i = 0; i < 1000; ++i)
         WhyNotWrite(peer, QStringLiteral("/MultiChannelServer/Status/x%1").arg(i));
-    EXPECT_LE(TakeLog().size(), LogLimiter::Burst);
+    EXPECT_LE(TakeLog().size(), LogLimiter::LogRates.burst);
 }
 
 class AccessByFileTest : public ServerAccessTest {

@@ -76,6 +76,19 @@ TEST(ErrorHandlerRecords, OfAnAssertionCarryExpressionAndPlaceAndTime) {
     EXPECT_EQ(record.time.timeSpec(), Qt::LocalTime);
 }
 
+TEST(ErrorHandlerRecords, CarryWhoOutsideCausedThemAlsoIfNobodyKnows) {
+    const TraceRecorder traces;
+    _Q_Trace(QStringLiteral("the disk is full"), L"platform/app/x", 1);
+    TraceOf(QStringLiteral("10.0.0.1"), QStringLiteral("nonsense"), L"platform/app/x", 2);
+    TraceOf(QString(), QStringLiteral("nonsense"), L"platform/app/x", 3);
+    ASSERT_EQ(traces.Records().size(), 3U);
+    EXPECT_EQ(traces.Records()[0].source, QString());
+    EXPECT_EQ(traces.Records()[1].source, QStringLiteral("10.0.0.1"));
+    EXPECT_NE(traces.Records()[2].source, QString());
+    EXPECT_EQ(traces.Records()[2].message, QStringLiteral("nonsense"));
+    EXPECT_EQ(traces.Records()[2].line, 3);
+}
+
 TEST(ErrorHandlerRecords, OfATraceCarryMessageAndPlaceAndTime) {
     const TraceRecorder traces;
     const QDateTime before = QDateTime::currentDateTime();

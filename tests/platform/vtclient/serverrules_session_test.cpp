@@ -49,6 +49,18 @@ TEST_F(ServerRules, ASecondHelloEndsTheSession) {
     ExpectBye(peer, EBye::Malformed, "a message that only a server sends, or a second hello");
 }
 
+TEST_F(ServerRules, TheEndOfASessionIsTracedAsItsHostsDoing) {
+    const TraceRecorder traces;
+    Connect("10.0.0.7:1234").SendBytes(QByteArray("GET / HTTP/1.1"));
+    Message hello = Hello(2);
+    hello.application = QString(200, QLatin1Char('x'));
+    Connect("[2001:db8::1]:1234").Send(hello);
+    Run();
+    ASSERT_EQ(traces.Records().size(), 2U);
+    EXPECT_EQ(traces.Records()[0].source, S("10.0.0.7"));
+    EXPECT_EQ(traces.Records()[1].source, S("2001:db8::"));
+}
+
 TEST_F(ServerRules, GarbageEndsTheSessionAndNobodyElses) {
     RawPeer& good = Admitted();
     RawPeer& bad = Admitted();

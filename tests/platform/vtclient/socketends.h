@@ -73,6 +73,12 @@ class SocketEnds : public testing::Test {
         return Lines({QStringLiteral("platform/vtclient/server"),
                       QStringLiteral("platform/vtclient/channel/socketl")});
     }
+    /// Who is said to have caused the first of the server's.
+    QString SourceOfServerLine() const {
+        for (const TraceRecord& record : m_traces.Records())
+            if (record.message == ServerLines().at(0)) return record.source;
+        return QString();
+    }
     std::vector<QString> ClientLines() const {
         return Lines({QStringLiteral("platform/vtclient/client/vtclient")});
     }
