@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/framedsocket.h>
 
+#include <platform/vtclient/channel/certificatenames.h>
 #include <platform/vtclient/channel/lingeringsocket.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
@@ -60,9 +61,8 @@ FramedSocket::FramedSocket(QTcpSocket* socket)
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_socket->setReadBufferSize(m_maxMessage + HeaderSize);
     if (m_ssl != nullptr) {
-        const QStringList names = m_ssl->peerCertificate().subjectInfo(QSslCertificate::CommonName);
         const bool isVerified = m_ssl->sslHandshakeErrors().isEmpty() && !m_ssl->peerCertificate().isNull();
-        if (isVerified && !names.isEmpty()) m_certificateName = names.first();
+        if (isVerified) m_certificateName = certificatenames::UserOf(m_ssl->peerCertificate());
     }
     connect(m_socket, &QTcpSocket::readyRead, this, &FramedSocket::OnReadyRead);
     connect(m_socket, &QTcpSocket::disconnected, this, &FramedSocket::OnDisconnected);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/vtclient/channel/socketconnector.h>
 
+#include <platform/vtclient/channel/certificatenames.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/tlsfiles.h>
 
@@ -56,7 +57,21 @@ void SocketConnector::Abort() {
     m_socket = nullptr;
 }
 
+// Qt takes a server for the host that its certificate has as its common name, too.
+bool SocketConnector::IsWhoWasAskedFor() const {
+    const auto* const ssl = qobject_cast<QSslSocket*>(m_socket);
+    return ssl == nullptr || certificatenames::NamesHost(ssl->peerCertificate(), m_host);
+}
+
 void SocketConnector::OnReady() {
+    if (!IsWhoWasAskedFor()) {
+        const QString reason =
+            QStringLiteral("the server's certificate: '%1' is not among its subject alternative names")
+                .arg(m_host);
+        Abort();
+        if (m_listener != nullptr) m_listener->OnConnectFailed(reason);
+        return;
+    }
     QTcpSocket* const socket = m_socket;
     m_socket = nullptr;
     socket->disconnect(this);

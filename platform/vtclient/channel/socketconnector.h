@@ -24,6 +24,7 @@ class SocketConnector final : public QObject, public IConnector {
 
   private:
     QTcpSocket* MakeTlsSocket(QString* error);
+    bool IsWhoWasAskedFor() const;
     void OnReady();
     void OnError();
     QString ErrorText() const;

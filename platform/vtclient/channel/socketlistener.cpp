@@ -2,6 +2,7 @@
 #include <platform/vtclient/channel/socketlistener.h>
 
 #include <platform/app/trace.h>
+#include <platform/vtclient/channel/certificatenames.h>
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/socketcalls.h>
 #include <platform/vtclient/vtattemptlimiter.h>
@@ -38,6 +39,18 @@ void TraceRefused(const QString& host, const QString& address, const QString& re
     MCS_TRACE_OF(host, QStringLiteral("A connection from %1 is refused: %2").arg(address, reason));
 }
 
+/// Why the certificate that the peer showed cannot be used; empty if it can, or there is none. One that does
+/// not hold is worse than none: its owner is told.
+QString CertificateProblem(const QSslSocket& socket) {
+    const QSslCertificate certificate = socket.peerCertificate();
+    if (certificate.isNull()) return QString();
+    const QList<QSslError> errors = socket.sslHandshakeErrors();
+    if (!errors.isEmpty()) return errors.first().errorString();
+    return certificatenames::UserOf(certificate).isEmpty()
+               ? QStringLiteral("It has not exactly one common name, and so names no user")
+               : QString();
+}
+
 }  // namespace
 
 SocketListener::SocketListener() {
@@ -57,6 +70,7 @@ bool SocketListener::ReadCertificates(QString* error) {
     configuration.setCaCertificates(
         {});  // nobody's client certificate is trusted unless the caller says whose
     if (!LoadTlsFiles(m_tlsFiles, &configuration, error)) return false;
+    if (!IsInForce(m_tlsFiles.certificate, configuration, error)) return false;
     configuration.setPeerVerifyMode(m_tlsFiles.authorities.isEmpty() ? QSslSocket::VerifyNone
                                                                      : QSslSocket::QueryPeer);
     m_configuration = configuration;
@@ -179,16 +193,12 @@ void SocketListener::Refuse(QSslSocket* socket, const QString& reason) {
     socket->deleteLater();
 }
 
-// A certificate that does not hold is worse than none: its owner is told.
 void SocketListener::OnEncrypted(QSslSocket* socket) {
-    const QList<QSslError> errors = socket->sslHandshakeErrors();
-    const bool hasBadCertificate = !socket->peerCertificate().isNull() && !errors.isEmpty();
-    const QString reason =
-        hasBadCertificate ? QStringLiteral("the client certificate: %1").arg(errors.first().errorString())
-                          : QString();
+    const QString problem = CertificateProblem(*socket);
     Forget(socket);
     auto channel = std::make_unique<FramedSocket>(socket);
-    if (!hasBadCertificate) return m_handler(std::move(channel));
+    if (problem.isEmpty()) return m_handler(std::move(channel));
+    const QString reason = QStringLiteral("the client certificate: ") + problem;
     TraceRefused(VtAttemptLimiter::HostOf(channel->PeerAddress()), channel->PeerAddress(), reason);
     Message bye = Message::Of(EMessage::Bye);
     bye.code = EBye::NotAdmitted;

@@ -2,6 +2,7 @@
 // Who gets in to the server over TLS, and what each may do there: mctree tells, with an exit code and one
 // line.
 #include <tests/apps/mcserver/serverprocess.h>
+#include <tests/platform/vtclient/baretlsserver.h>
 #include <tests/platform/vtclient/certificates.h>
 #include <tests/support/programrunner.h>
 
@@ -53,10 +54,11 @@ class TlsServer : public testing::Test, protected ProgramRunner {
                                S("--token"), token != nullptr ? S(token) : m_tokens.value(S(user))} +
                    words);
     }
-    int Ask(const QStringList& words) {
+    int Ask(const QStringList& words) { return Ask(server.Port(), words); }
+    int Ask(int port, const QStringList& words) {
         environment.remove(S("MCS_TOKEN"));
         environment.remove(S("MCS_TRACE"));
-        StartProgram(S(MCTREE), QStringList{S("--connect"), S("127.0.0.1:%1").arg(server.Port())} + words);
+        StartProgram(S(MCTREE), QStringList{S("--connect"), S("127.0.0.1:%1").arg(port)} + words);
         return WaitForEnd();
     }
 
@@ -125,11 +127,24 @@ const Attempt Attempts[] = {
 INSTANTIATE_TEST_SUITE_P(, Rights, testing::ValuesIn(Attempts),
                          [](const auto& row) { return std::string(row.param.name); });
 
+// It was in force when the server started.
 TEST_F(TlsServer, WhoseCertificateIsOverIsNotTrusted) {
-    ASSERT_NO_FATAL_FAILURE(StartServer("server.expired", false));
-    EXPECT_EQ(RunAs("olga", {S("get"), S(Status), S("--timeout"), S("1000")}), 3);
+    ASSERT_EQ(Certificates::Instance().Error(), QString());
+    const BareTlsServer expired(File("server.expired", ".pem"), File("server.expired", ".key"));
+    EXPECT_EQ(Ask(expired.serverPort(), {S("--tls"), S("--ca"), File("authority", ".pem"), S("--timeout"),
+                                         S("1000"), S("get"), S(Status)}),
+              3);
     EXPECT_THAT(errors.toStdString(), HasSubstr("the server's certificate: The certificate has expired"));
     EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
+}
+
+TEST_F(TlsServer, DoesNotStartWithACertificateThatIsOver) {
+    ASSERT_EQ(Certificates::Instance().Error(), QString());
+    EXPECT_EQ(server.Run({S("--listen"), S("127.0.0.1:0"), S("--tls-cert"), File("server.expired", ".pem"),
+                          S("--tls-key"), File("server.expired", ".key")}),
+              1);
+    EXPECT_EQ(server.Errors(), S("mcserver: the certificate '%1' expired on 2021-01-01T00:00:00Z\n")
+                                   .arg(File("server.expired", ".pem")));
 }
 
 TEST_F(TlsServer, TakesClientCertificatesThatHoldAndWhoseNameItKnows) {

@@ -3,6 +3,7 @@
 #include <platform/vtclient/vttokenhash.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
+#include <tests/platform/vtclient/baretlsserver.h>
 #include <tests/platform/vtclient/certificates.h>
 #include <tests/support/dialogs/modaldriver.h>
 
@@ -36,7 +37,8 @@ class ConnectingTest : public ConsoleTest {
     }
 
     /// Opens the dialog, fills it in and presses Enter.
-    void EnterServer(const QString& caFile, const char* token) {
+    void EnterServer(const QString& caFile, const char* token) { EnterServer(server.Port(), caFile, token); }
+    void EnterServer(int port, const QString& caFile, const char* token) {
         Ask([&](QDialog& dialog) {
             const auto type = [&dialog](const char* name, const QString& text) {
                 auto* const field = dialog.findChild<QLineEdit*>(QString::fromLatin1(name));
@@ -45,7 +47,7 @@ class ConnectingTest : public ConsoleTest {
             };
             auto* const address = dialog.findChild<QComboBox*>()->lineEdit();
             address->selectAll();
-            QTest::keyClicks(address, QStringLiteral("127.0.0.1:%1").arg(server.Port()));
+            QTest::keyClicks(address, QStringLiteral("127.0.0.1:%1").arg(port));
             QTest::keyClick(dialog.findChild<QCheckBox*>(), Qt::Key_Space);
             type("CaFile", caFile);
             type("User", QStringLiteral("olga"));
@@ -102,8 +104,9 @@ TEST_F(ConnectingTest, SaysThatTheCertificateIsFromAStranger) {
 }
 
 TEST_F(ConnectingTest, SaysThatTheCertificateIsOver) {
-    ASSERT_NO_FATAL_FAILURE(StartSecureServer("server.expired"));
-    EnterServer(File("authority.pem"), "secret");
+    ASSERT_EQ(Certificates::Instance().Error(), QString());
+    const BareTlsServer expired(File("server.expired.pem"), File("server.expired.key"));
+    EnterServer(expired.serverPort(), File("authority.pem"), "secret");
     EXPECT_TRUE(BannerSays("expired"));
 }
 

@@ -5,6 +5,9 @@
 
 #include <QtCore/QFile>
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace {
 
 constexpr std::chrono::seconds Patience(20);  // for one run of the tool
@@ -21,7 +24,8 @@ unique_subject = no
 copy_extensions = copy
 policy = anything
 [anything]
-commonName = supplied
+commonName = optional
+organizationName = optional
 [req]
 distinguished_name = name
 [name]
@@ -39,16 +43,27 @@ const Certificates& Certificates::Instance() {
 }
 
 Certificates::Certificates() {
-    const QString past = S("20200101000000Z");
-    const QString over = S("20210101000000Z");
-    const QString future = S("20991231235959Z");
-    const bool isGood = WriteConfiguration() && MakeAuthority(S("authority")) &&
-                        MakeAuthority(S("stranger")) && Issue(S("server"), S("authority"), past, future) &&
-                        Issue(S("client"), S("authority"), past, future) &&
-                        Issue(S("server.expired"), S("authority"), past, over) &&
-                        Issue(S("client.expired"), S("authority"), past, over) &&
-                        Issue(S("server.stranger"), S("stranger"), past, future) &&
-                        Issue(S("client.stranger"), S("stranger"), past, future);
+    const char* const past = "20200101000000Z";
+    const char* const over = "20210101000000Z";
+    const char* const future = "20990101000000Z";
+    const char* const far = "20991231235959Z";
+    const std::initializer_list<Order> orders = {
+        {"server"},
+        {"client"},
+        {"server.expired", "authority", past, over},
+        {"client.expired", "authority", past, over},
+        {"server.future", "authority", future, far},
+        {"server.stranger", "stranger"},
+        {"client.stranger", "stranger"},
+        {"server.rsa"},
+        {"server.localhost", "authority", past, far, "/CN=localhost"},
+        {"server.names", "authority", past, far, nullptr,
+         "DNS:tower.example.org,DNS:*.vans.example.org,IP:::1"},
+        {"client.twonames", "authority", past, far, "/CN=client/CN=olga"},
+        {"client.nameless", "authority", past, far, "/O=client"}};
+    const bool isGood =
+        WriteConfiguration() && MakeAuthority(S("authority")) && MakeAuthority(S("stranger")) &&
+        std::all_of(orders.begin(), orders.end(), [this](const Order& order) { return Issue(order); });
     if (!isGood && m_error.isEmpty()) m_error = S("no certificates");
 }
 
@@ -82,13 +97,19 @@ bool Certificates::MakeAuthority(const QString& name) {
                 S("basicConstraints=critical,CA:TRUE"), S("-out"), name + S(".pem")});
 }
 
-bool Certificates::Issue(const QString& name, const QString& authority, const QString& from,
-                         const QString& to) {
-    return MakeKey(name) &&
+bool Certificates::MakeRsaKey(const QString& name) {
+    return Run({S("genrsa"), S("-out"), name + S(".key"), S("2048")});
+}
+
+bool Certificates::Issue(const Order& order) {
+    const QString name = S(order.name);
+    const QString authority = S(order.authority);
+    const QString subject = order.subject != nullptr ? S(order.subject) : S("/CN=") + name;
+    return (name.endsWith(S(".rsa")) ? MakeRsaKey(name) : MakeKey(name)) &&
            Run({S("req"), S("-new"), S("-config"), S("configuration"), S("-key"), name + S(".key"),
-                S("-subj"), S("/CN=") + name, S("-addext"), S("subjectAltName=IP:127.0.0.1"), S("-out"),
-                name + S(".csr")}) &&
+                S("-subj"), subject, S("-addext"), S("subjectAltName=") + S(order.alternativeNames),
+                S("-out"), name + S(".csr")}) &&
            Run({S("ca"), S("-batch"), S("-notext"), S("-config"), S("configuration"), S("-cert"),
-                authority + S(".pem"), S("-keyfile"), authority + S(".key"), S("-startdate"), from,
-                S("-enddate"), to, S("-in"), name + S(".csr"), S("-out"), name + S(".pem")});
+                authority + S(".pem"), S("-keyfile"), authority + S(".key"), S("-startdate"), S(order.from),
+                S("-enddate"), S(order.to), S("-in"), name + S(".csr"), S("-out"), name + S(".pem")});
 }

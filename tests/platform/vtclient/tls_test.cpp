@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Who gets in over TLS and who does not, and what each side then says: one clear line.
+#include <tests/platform/vtclient/baretlsserver.h>
 #include <tests/platform/vtclient/certificates.h>
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>
@@ -104,10 +105,14 @@ const Meeting AllMeetings[] = {
     {"AServerWithAGoodCertificate", "server", false, Local, "", "", ""},
     {"AServerOfAnUnknownAuthority", "server.stranger", false, Local, "",
      "the server's certificate: The issuer certificate", "broke off the TLS handshake (does it trust"},
-    {"AServerWhoseCertificateIsOver", "server.expired", false, Local, "",
-     "the server's certificate: The certificate has expired", "broke off the TLS handshake (does it trust"},
+    {"AServerWithAKeyOfRsa", "server.rsa", false, Local, "", "", ""},
     {"AServerUnderAnotherName", "server", false, "mcss://localhost", "",
      "the server's certificate: The host name did not match", "broke off the TLS handshake (does it trust"},
+    {"AServerThatIsTheHostByItsCommonNameOnly", "server.localhost", false, "mcss://localhost", "",
+     "the server's certificate: 'localhost' is not among its subject alternative names",
+     "broke off the TLS handshake (does it trust our certificate?)"},
+    {"AServerThatIsTheHostByItsAlternativeNameAndHasAnotherCommonName", "server.localhost", false, Local, "",
+     "", ""},
     {"AClientWithAGoodCertificate", "server", true, Local, "client", "", ""},
     {"AClientWhoseCertificateIsOver", "server", true, Local, "client.expired",
      "the server refuses: the client certificate: The certificate has expired",
@@ -115,6 +120,12 @@ const Meeting AllMeetings[] = {
     {"AClientOfAnUnknownAuthority", "server", true, Local, "client.stranger",
      "the server refuses: the client certificate: The issuer certificate",
      "is refused: the client certificate: The issuer certificate"},
+    {"AClientWhoseCertificateHasTwoCommonNames", "server", true, Local, "client.twonames",
+     "the server refuses: the client certificate: It has not exactly one common name",
+     "is refused: the client certificate: It has not exactly one common name, and so names no user"},
+    {"AClientWhoseCertificateHasNoCommonName", "server", true, Local, "client.nameless",
+     "the server refuses: the client certificate: It has not exactly one common name",
+     "is refused: the client certificate: It has not exactly one common name, and so names no user"},
     {"AClientWithoutTheCertificateItNeeds", "server", true, Local, "",
      "the server refuses: a client certificate is needed", "ends: a client certificate is needed"},
     {"APlainClientAtATlsPort", "server", false, "127.0.0.1", "",
@@ -125,6 +136,110 @@ const Meeting AllMeetings[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Tls, Meetings, testing::ValuesIn(AllMeetings),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+/// Files with which no server starts.
+struct Unusable {
+    const char* name;
+    const char* certificate;
+    const char* key;
+    const char* error;  ///< "%1" stands for the certificate's file, "%2" for the key's
+};
+
+class UnusableFiles : public TlsEnds, public testing::WithParamInterface<Unusable> {};
+
+TEST_P(UnusableFiles, KeepAServerFromStarting) {
+    m_serverOptions.certificateFile = Pem(GetParam().certificate);
+    m_serverOptions.privateKeyFile = Key(GetParam().key);
+    QString error;
+    EXPECT_FALSE(m_server.Listen(m_serverOptions, &error));
+    EXPECT_EQ(error,
+              S(GetParam().error).arg(m_serverOptions.certificateFile, m_serverOptions.privateKeyFile));
+    EXPECT_FALSE(m_server.IsListening());
+}
+
+const Unusable AllUnusable[] = {
+    {"ACertificateThatIsOver", "server.expired", "server.expired",
+     "the certificate '%1' expired on 2021-01-01T00:00:00Z"},
+    {"ACertificateThatDoesNotHoldYet", "server.future", "server.future",
+     "the certificate '%1' holds from 2099-01-01T00:00:00Z on only"},
+    {"TheKeyOfAnotherCertificate", "server", "client", "the key '%2' does not fit the certificate '%1'"},
+    {"AKeyOfAnotherKind", "server", "server.rsa", "the key '%2' does not fit the certificate '%1'"},
+    {"AKeyOfAnotherKindThanRsa", "server.rsa", "server", "the key '%2' does not fit the certificate '%1'"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tls, UnusableFiles, testing::ValuesIn(AllUnusable),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// It was in force when the server started.
+TEST_F(TlsEnds, AServerWhoseCertificateIsOverIsNotTrusted) {
+    const BareTlsServer server(Pem("server.expired"), Key("server.expired"));
+    m_clientOptions.caFile = Pem("authority");
+    IVtClient* const client = Connect(Local, server.serverPort());
+    EXPECT_TRUE(WaitUntil([client] { return !client->GetLastError().isEmpty(); }));
+    EXPECT_THAT(client->GetLastError().toStdString(),
+                HasSubstr("the server's certificate: The certificate has expired"));
+}
+
+TEST_F(TlsEnds, AClientWithTheKeyOfAnotherCertificateSaysSo) {
+    UseServerCertificate("server");
+    m_clientOptions.caFile = Pem("authority");
+    m_clientOptions.certificateFile = Pem("client");
+    m_clientOptions.privateKeyFile = Key("server");
+    Listen();
+    IVtClient* const client = Connect(Local);
+    EXPECT_TRUE(WaitUntil([client] { return !client->GetLastError().isEmpty(); }));
+    EXPECT_THAT(client->GetLastError().toStdString(), HasSubstr("' does not fit the certificate '"));
+}
+
+/// What two ends agree on for TLS 1.2, if they may.
+struct Cipher {
+    const char* name;
+    const char* cipher;
+    bool isTaken;
+};
+
+class Ciphers : public TlsEnds, public testing::WithParamInterface<Cipher> {};
+
+constexpr Cipher AllCiphers[] = {
+    {"WithForwardSecrecy", "ECDHE-RSA-AES128-GCM-SHA256", true},
+    {"WithForwardSecrecyAndChaining", "ECDHE-RSA-AES256-SHA384", true},
+    {"WithTheKeyOfTheCertificate", "AES128-GCM-SHA256", false},
+    {"WithTheKeyOfTheCertificateAndChaining", "AES256-SHA256", false},
+};
+
+TEST_P(Ciphers, AreTakenByAServerIfTheyHaveForwardSecrecy) {
+    UseServerCertificate("server.rsa");
+    Listen();
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setProtocol(QSsl::TlsV1_2);
+    configuration.setCiphers({QSslCipher(S(GetParam().cipher))});
+    ASSERT_EQ(configuration.ciphers().size(), 1);
+    configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
+    QSslSocket peer;
+    peer.setSslConfiguration(configuration);
+    bool isOver = false;
+    QObject::connect(&peer, &QAbstractSocket::errorOccurred, [&isOver] { isOver = true; });
+    peer.connectToHostEncrypted(S("127.0.0.1"), static_cast<quint16>(m_server.GetPort()));
+    EXPECT_TRUE(WaitUntil([&] { return peer.isEncrypted() || isOver; }));
+    EXPECT_EQ(peer.isEncrypted(), GetParam().isTaken) << peer.errorString().toStdString();
+}
+
+TEST_P(Ciphers, AreTakenByAClientIfTheyHaveForwardSecrecy) {
+    BareTlsServer server(Pem("server.rsa"), Key("server.rsa"));
+    server.UseCipher(GetParam().cipher);
+    m_clientOptions.caFile = Pem("authority");
+    m_clientOptions.firstRetry = m_clientOptions.longestRetry = 100s;
+    IVtClient* const client = Connect(Local, server.serverPort());
+    const auto isEncrypted = [&server] {
+        const auto sockets = server.findChildren<QSslSocket*>();
+        return !sockets.isEmpty() && sockets.front()->isEncrypted();
+    };
+    EXPECT_TRUE(WaitUntil([&] { return isEncrypted() || !client->GetLastError().isEmpty(); }));
+    EXPECT_EQ(isEncrypted(), GetParam().isTaken) << client->GetLastError().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Tls, Ciphers, testing::ValuesIn(AllCiphers),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(TlsEnds, HundredsThatConnectAndSayNothingKeepNobodyOut) {
@@ -183,15 +298,19 @@ TEST_F(ChangedCertificates, AreReadAnewForThoseWhoConnectThenIfTheyCanBeUsed) {
     Listen();
     IVtClient* const first = Connect(Local);
     ASSERT_TRUE(ComesIn(first)) << first->GetLastError().toStdString();
-    ASSERT_NO_FATAL_FAILURE(Put("server.expired"));
+    ASSERT_NO_FATAL_FAILURE(Put("server.stranger"));
     EXPECT_EQ(Visit(), QString()) << "nobody has asked for it to be read";
     QString error;
     EXPECT_TRUE(m_server.ReadCertificates(&error)) << error.toStdString();
-    EXPECT_THAT(Visit().toStdString(), HasSubstr("The certificate has expired"));
+    EXPECT_THAT(Visit().toStdString(), HasSubstr("The issuer certificate"));
+    ASSERT_NO_FATAL_FAILURE(Put("server.expired"));
+    EXPECT_FALSE(m_server.ReadCertificates(&error));
+    EXPECT_THAT(error.toStdString(), HasSubstr("' expired on 2021-01-01"));
+    ASSERT_NO_FATAL_FAILURE(Put("server"));
     EXPECT_TRUE(QFile::remove(m_serverOptions.privateKeyFile));
     EXPECT_FALSE(m_server.ReadCertificates(&error));
     EXPECT_THAT(error.toStdString(), HasSubstr(m_serverOptions.privateKeyFile.toStdString()));
-    EXPECT_THAT(Visit().toStdString(), HasSubstr("The certificate has expired")) << "what was read before";
+    EXPECT_THAT(Visit().toStdString(), HasSubstr("The issuer certificate")) << "what was read before";
     EXPECT_TRUE(first->IsConnected());
 }
 
