@@ -15,6 +15,7 @@ std::optional<VtAccessFile::ERight> FindRight(const QString& word) {
     if (word == QLatin1String("read")) return VtAccessFile::ERight::Read;
     if (word == QLatin1String("write")) return VtAccessFile::ERight::Write;
     if (word == QLatin1String("create")) return VtAccessFile::ERight::Create;
+    if (word == QLatin1String("own-policies")) return VtAccessFile::ERight::OwnPolicies;
     return std::nullopt;
 }
 
@@ -77,7 +78,8 @@ QString VtAccessFile::ParseAllow(const QStringList& words) {
     if (words.size() < 4) return QStringLiteral("'allow' needs a role, a right and at least one path");
     if (!IsName(words[1])) return QStringLiteral("'%1' cannot be a role").arg(words[1]);
     const std::optional<ERight> right = FindRight(words[2]);
-    if (!right) return QStringLiteral("'%1' is neither 'read', 'write' nor 'create'").arg(words[2]);
+    if (!right)
+        return QStringLiteral("'%1' is neither 'read', 'write', 'create' nor 'own-policies'").arg(words[2]);
     QStringList& paths = m_roles[words[1]][IndexOf(*right)];
     for (int i = 3; i < words.size(); ++i) {
         if (!IsNormalisedPath(words[i])) return QStringLiteral("'%1' is not a path").arg(words[i]);
@@ -122,7 +124,7 @@ QString VtAccessFile::GetTextOf(const QString& user) const {
     const auto found = m_users.find(user);
     if (found == m_users.end()) return QString();
     QStringList text{found->role, found->hash ? found->hash->ToText() : QString()};
-    for (const ERight right : {ERight::Read, ERight::Write, ERight::Create})
+    for (const ERight right : AllRights)
         text << QString::number(static_cast<int>(right)) << GetPrefixes(found->role, right);
     return text.join(QLatin1Char('\n'));
 }

@@ -15,7 +15,14 @@
 /// describes the file. What no rule allows is not allowed. Main thread.
 class MCS_CONNECTION_EXPORT VtAccessFile {
   public:
-    enum class ERight { Read, Write, Create };
+    enum class ERight {
+        Read,
+        Write,
+        Create,
+        OwnPolicies  ///< to switch what is allowed to a thing that the same user uses
+    };
+    static constexpr std::array<ERight, 4> AllRights = {ERight::Read, ERight::Write, ERight::Create,
+                                                        ERight::OwnPolicies};
 
     static constexpr int MaxUsers = 10000;
     static constexpr int MaxRules = 10000;  ///< paths, over all roles and rights
@@ -61,7 +68,7 @@ class MCS_CONNECTION_EXPORT VtAccessFile {
         std::optional<VtTokenHash> hash;  ///< none: by certificate only
         int line = 0;
     };
-    using Role = std::array<QStringList, 3>;  ///< paths by right
+    using Role = std::array<QStringList, AllRights.size()>;  ///< paths by right
 
     /// What a statement came to: empty, or what is wrong with it.
     QString ParseLine(const QString& line, int number);

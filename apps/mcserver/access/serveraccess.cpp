@@ -114,6 +114,8 @@ QStringList ServerAccess::PrefixesOf(const VtPeer& peer, ERight right) const {
             return {QStringLiteral("/")};
         case ERight::Create:
             return {dynamic};
+        case ERight::OwnPolicies:
+            return {};
         case ERight::Write:
             break;
     }
@@ -176,9 +178,20 @@ QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path
 QString ServerAccess::PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const {
     if (peer.role != OperatorRole()) return QStringLiteral("only operators switch policies");
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
-    if (mpxOrv != nullptr && mpxOrv->HasClient(peer.session))
-        return QStringLiteral("nobody switches the policies of an MpxORV that it uses");
+    if (mpxOrv != nullptr && IsUsedByUserOf(peer, *mpxOrv) && !Allows(peer, ERight::OwnPolicies, path))
+        return m_file ? QStringLiteral(
+                            "%1 uses this MpxORV, and no rule allows it to switch policies of its own")
+                            .arg(peertext::Shown(peer.user))
+                      : QStringLiteral("nobody switches the policies of an MpxORV that it uses");
     return Allows(peer, ERight::Write, path) ? QString() : NoRule();
+}
+
+// Without a file there are no users to tell apart: the sessions of this machine are all of the same.
+bool ServerAccess::IsUsedByUserOf(const VtPeer& peer, const MpxOrv& mpxOrv) const {
+    if (mpxOrv.HasClient(peer.session)) return true;
+    return std::any_of(m_admissions.begin(), m_admissions.end(), [&](const auto& admitted) {
+        return admitted.second.user == peer.user && mpxOrv.HasClient(admitted.first);
+    });
 }
 
 QString ServerAccess::UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const {

@@ -59,6 +59,7 @@ class ServerAccess : public IVtAccess {
     QString WriteRefusal(const VtPeer& peer, const QString& path) const;
     QString MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
     QString PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
+    bool IsUsedByUserOf(const VtPeer& peer, const MpxOrv& mpxOrv) const;
     QString UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
     QString Join(const VtPeer& peer, const MpxOrvPath& target);
     static bool IsRequest(const MpxOrvPath& target);

@@ -256,6 +256,75 @@ TEST_F(AccessByFileTest, ATokenAdmitsInItsRole) {
     EXPECT_EQ(peer.role, QStringLiteral("operator"));
 }
 
+/// What a file says of those who use MpxORVs and switch policies, and whether they may.
+struct OwnPolicies {
+    const char* name;
+    const char* rule;       ///< in addition
+    const char* client;     ///< who uses the static MpxORV
+    const char* switching;  ///< who switches a policy of it, in another session
+    const char* refusal;    ///< empty: may
+};
+
+class OwnPoliciesByFile : public ServerAccessTest, public testing::WithParamInterface<OwnPolicies> {
+  protected:
+    OwnPoliciesByFile() {
+        QByteArray text = "allow operator read /\nallow operator write /MultiChannelServer\n";
+        for (const char* const user : {"alice", "bob"})
+            text += QByteArray("user ") + user + " operator " + SecretHash + '\n';
+        UseFile(text + GetParam().rule);
+    }
+    VtPeer Admitted(const char* user) {
+        VtPeer peer = Stranger();
+        peer.session = ++m_session;
+        QString reason;
+        EXPECT_TRUE(m_access->Admit(peer, QLatin1String(user), QStringLiteral("secret"), &reason));
+        return peer;
+    }
+
+    int m_session = 100;
+};
+
+TEST_P(OwnPoliciesByFile, AreSwitchedByWhomItSays) {
+    const VtPeer client = Admitted(GetParam().client);
+    m_access->ProvideNode(client, Static(QStringLiteral("Alpha")));
+    EXPECT_THAT(ClientsOf(Static(QStringLiteral("Alpha"))), ElementsAre(client.application));
+    const bool isSame = qstrcmp(GetParam().client, GetParam().switching) == 0;
+    for (const VtPeer& peer :
+         {isSame ? client : Admitted(GetParam().switching), Admitted(GetParam().switching)})
+        for (const char* const below : {"Policy/MayCal", "Blanking"})
+            EXPECT_EQ(WhyNotWrite(peer, Static(QStringLiteral("Alpha"), QLatin1String(below))),
+                      QLatin1String(GetParam().refusal))
+                << peer.session << below;
+    m_access->SessionEnded(client);
+    EXPECT_EQ(WhyNotWrite(Admitted(GetParam().switching),
+                          Static(QStringLiteral("Alpha"), QStringLiteral("Policy/MayCal"))),
+              QString())
+        << "nobody uses it any more";
+}
+
+const OwnPolicies AllOwnPolicies[] = {
+    {"WithoutTheRightByTheSameUser", "", "alice", "alice",
+     "alice uses this MpxORV, and no rule allows it to switch policies of its own"},
+    {"WithoutTheRightByAnotherUser", "", "alice", "bob", ""},
+    {"WithTheRightByTheSameUser", "allow operator own-policies /MultiChannelServer/StaticMpxORVs\n", "alice",
+     "alice", ""},
+    {"WithTheRightForOtherMpxOrvs", "allow operator own-policies /MultiChannelServer/DynamicMpxORVs\n",
+     "alice", "alice", "alice uses this MpxORV, and no rule allows it to switch policies of its own"},
+};
+
+INSTANTIATE_TEST_SUITE_P(, OwnPoliciesByFile, testing::ValuesIn(AllOwnPolicies),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(ServerAccessTest, WithoutAFileAnotherSessionOfThisMachineSwitchesPolicies) {
+    const VtPeer client = Connect(QStringLiteral("Receiver"));
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    EXPECT_EQ(client.user, other.user);
+    Use(client, m_name);
+    EXPECT_EQ(WhyNotWrite(other, Dynamic(m_name, QStringLiteral("Policy/MayCal"))), QString());
+    EXPECT_EQ(WhyNotWrite(client, Dynamic(m_name, QStringLiteral("Policy/MayCal"))),
+              QStringLiteral("nobody switches the policies of an MpxORV that it uses"));
+}
+
 TEST_F(AccessByFileTest, ACertificateAdmitsInItsRole) {
     VtPeer peer = Stranger();
     peer.certificateName = QStringLiteral("console1");

@@ -82,6 +82,34 @@ TEST_F(VtAccessFileTest, WhatIsAllowedHoldsAtAndBelowThePath) {
     EXPECT_TRUE(Allows("viewer", ERight::Read, "/Server/Status/Online"));
 }
 
+TEST_F(VtAccessFileTest, ARightMoreIsAnotherTextOfItsUsers) {
+    for (const char* const right : {"read", "write", "create", "own-policies"}) {
+        VtAccessFile file;
+        QString error;
+        EXPECT_TRUE(
+            file.Parse(Rules() + "allow operator " + right + " /Server/More\n", Text("access"), &error));
+        EXPECT_NE(file.GetTextOf(Text("alice")), m_file.GetTextOf(Text("alice"))) << right;
+    }
+}
+
+TEST_F(VtAccessFileTest, EachRightIsAllowedByItsWordAndNoOther) {
+    const struct {
+        const char* word;
+        ERight right;
+    } rights[] = {{"read", ERight::Read},
+                  {"write", ERight::Write},
+                  {"create", ERight::Create},
+                  {"own-policies", ERight::OwnPolicies}};
+    for (const auto& allowed : rights) {
+        VtAccessFile file;
+        QString error;
+        EXPECT_TRUE(file.Parse(QByteArray("allow x ") + allowed.word + " /A\n", Text("access"), &error));
+        for (const auto& asked : rights)
+            EXPECT_EQ(file.Allows(Text("x"), asked.right, Text("/A/b")), asked.right == allowed.right)
+                << allowed.word << ' ' << asked.word;
+    }
+}
+
 TEST_F(VtAccessFileTest, WhatNoRuleAllowsIsNotAllowed) {
     EXPECT_FALSE(Allows("operator", ERight::Write, "/Server"));
     EXPECT_FALSE(Allows("operator", ERight::Write, "/Server/Commander")) << "a longer name is another name";
@@ -134,7 +162,8 @@ const Wrong WrongFiles[] = {
     {"UnknownWord", "\n\ngrant x read /", "access:3: 'grant' is neither 'allow' nor 'user'"},
     {"AllowAlone", "allow", "access:1: 'allow' needs a role, a right and at least one path"},
     {"AllowWithoutPath", "allow x read", "access:1: 'allow' needs a role, a right and at least one path"},
-    {"UnknownRight", "allow x delete /", "access:1: 'delete' is neither 'read', 'write' nor 'create'"},
+    {"UnknownRight", "allow x delete /",
+     "access:1: 'delete' is neither 'read', 'write', 'create' nor 'own-policies'"},
     {"RelativePath", "allow x read a/b", "access:1: 'a/b' is not a path"},
     {"PathThatEndsInASlash", "allow x read / /a/", "access:1: '/a/' is not a path"},
     {"PathWithAnEmptyName", "allow x read /a//b", "access:1: '/a//b' is not a path"},
