@@ -51,13 +51,6 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("dimodule"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
     const ModuleOptions options = ModuleOptions::Parse(QCoreApplication::arguments());
-    switch (options.action) {
-        case ModuleOptions::EAction::Print:
-            return terminal::Print(options.text);
-        case ModuleOptions::EAction::Complain:
-            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
-        case ModuleOptions::EAction::Run:
-            break;
-    }
+    if (options.action != ModuleOptions::EAction::Run) return options.Answer();
     return Run(options);
 }

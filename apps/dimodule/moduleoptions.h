@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/listenaddress.h>
+#include <apps/common/programoptions.h>
 #include <apps/dimodule/fault.h>
 #include <apps/dimodule/inputs.h>
 #include <apps/dimodule/pattern.h>
@@ -13,17 +14,9 @@
 namespace dimodule {
 
 /// What the command line asks for.
-struct ModuleOptions {
-    enum class EAction {
-        Run,
-        Print,    ///< the text, and end
-        Complain  ///< about the command line: the text says what is wrong with it, in one line
-    };
+struct ModuleOptions : ProgramOptions {
     static constexpr int DefaultPort = 1502;
     static constexpr int MaxModules = 1000;
-
-    EAction action = EAction::Run;
-    QString text;
 
     std::vector<ListenAddress> listen;  ///< of each module
     Inputs inputs;

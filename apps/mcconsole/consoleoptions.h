@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/programoptions.h>
 #include <apps/common/serveraddress.h>
 
 #include <platform/vtclient/vtclientcenter.h>
@@ -11,15 +12,7 @@
 #include <optional>
 
 /// What the command line asks for.
-struct ConsoleOptions {
-    enum class EAction {
-        Run,
-        Print,    ///< the text, and end
-        Complain  ///< about the command line: the text says what is wrong with it, in one line
-    };
-
-    EAction action = EAction::Run;
-    QString text;
+struct ConsoleOptions : ProgramOptions {
     std::optional<ServerAddress> server;  ///< none: ask
     VtClientOptions client;
     bool isEncrypted = false;  ///< whichever server that will be

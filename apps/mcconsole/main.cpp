@@ -22,7 +22,6 @@
 namespace {
 
 constexpr int ExitFailure = 1;
-constexpr int ExitUsage = 2;
 
 bool IsDarkConfigured() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
@@ -85,14 +84,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("mcconsole"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCS_VERSION));
     const ConsoleOptions options = ParseArguments(argc, argv);
-    switch (options.action) {
-        case ConsoleOptions::EAction::Print:
-            return terminal::Print(options.text);
-        case ConsoleOptions::EAction::Complain:
-            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
-        case ConsoleOptions::EAction::Run:
-            break;
-    }
+    if (options.action != ConsoleOptions::EAction::Run) return options.Answer();
     if (!HasDisplay())
         return terminal::Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);

@@ -29,7 +29,6 @@
 namespace {
 
 constexpr int ExitFailure = 1;
-constexpr int ExitUsage = 2;
 
 /// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
 int Finish(int code) {
@@ -125,15 +124,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("mcserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MCSERVER_VERSION));
     const ServerOptions options = ParseArguments(argc, argv);
-    switch (options.action) {
-        case ServerOptions::EAction::Print:
-            return terminal::Print(options.text);
-        case ServerOptions::EAction::MakeToken:
-            return terminal::Print(ServerProgram::MakeToken(options.user, options.role));
-        case ServerOptions::EAction::Complain:
-            return terminal::Complain(options.text + QStringLiteral(" (see --help)"), ExitUsage);
-        case ServerOptions::EAction::Run:
-            break;
-    }
+    if (options.action != ServerOptions::EAction::Run) return options.Answer();
+    if (options.makesToken) return terminal::Print(ServerProgram::MakeToken(options.user, options.role));
     return Run(options, argc, argv);
 }

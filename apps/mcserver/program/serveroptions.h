@@ -2,21 +2,14 @@
 #pragma once
 
 #include <apps/common/listenaddress.h>
+#include <apps/common/programoptions.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 /// What the command line asks for.
-struct ServerOptions {
-    enum class EAction {
-        Run,
-        Print,      ///< the text, and end
-        MakeToken,  ///< for the user and the role
-        Complain    ///< about the command line: the text says what is wrong with it, in one line
-    };
-
-    EAction action = EAction::Run;
-    QString text;
+struct ServerOptions : ProgramOptions {
+    bool makesToken = false;  ///< for the user and the role, in place of running
     QString user;
     QString role;
 

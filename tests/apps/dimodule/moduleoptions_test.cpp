@@ -105,7 +105,7 @@ const BadOptions BadLines[] = {
     {"--pattern run", "--pattern: 'run' is no pattern"},
     {"--fault fire", "--fault: 'fire' is no fault"},
     {"--fault delay_x", "--fault: 'x' is not x1 to x1000000"},
-    {"--script=", "--script: a file is missing"},
+    {"--script=", "--script needs a value"},
 };
 
 INSTANTIATE_TEST_SUITE_P(DiModule, BadModuleOptions, testing::ValuesIn(BadLines));

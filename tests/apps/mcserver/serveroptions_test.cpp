@@ -22,6 +22,7 @@ TEST(ServerOptions, WithoutAnyTheServerRunsForThisMachine) {
     EXPECT_EQ(options.listen.port, 7450);
     EXPECT_EQ(options.name, QStringLiteral("mcserver"));
     EXPECT_FALSE(options.isInsecure);
+    EXPECT_FALSE(options.makesToken);
 }
 
 TEST(ServerOptions, AllAreTaken) {
@@ -43,7 +44,8 @@ TEST(ServerOptions, AllAreTaken) {
 
 TEST(ServerOptions, ATokenIsMadeForAUserAndARole) {
     const ServerOptions options = Parse("--make-token alice operator");
-    EXPECT_EQ(options.action, EAction::MakeToken);
+    EXPECT_EQ(options.action, EAction::Run) << options.text.toStdString();
+    EXPECT_TRUE(options.makesToken);
     EXPECT_EQ(options.user, QStringLiteral("alice"));
     EXPECT_EQ(options.role, QStringLiteral("operator"));
 }
