@@ -3,38 +3,23 @@
 #include "broker.h"
 #include "role.h"
 #include "scenario.h"
+#include "scenariochoice.h"
 
-#include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
-
-#include <cstdio>
 
 namespace {
 
-bool IsAskedFor(const bench::Scenario& scenario, const QString& filter) {
-    if (scenario.name.contains(filter, Qt::CaseInsensitive)) return true;
-    for (const bench::Row& row : scenario.rows) {
-        if (row.title.contains(filter, Qt::CaseInsensitive)) return true;
-    }
-    return false;
-}
-
-int RunScenarios(const QString& filter, bool isQuick) {
+int RunScenarios(const bench::ScenarioChoice& choice) {
     bench::Broker broker;
     bench::Scoreboard scoreboard;
-    const bench::Stage stage = {&scoreboard, broker.Start() ? broker.GetPort() : 0, isQuick};
+    const bench::Stage stage = {&scoreboard, broker.Start() ? broker.GetPort() : 0, choice.IsQuick()};
 
     std::vector<bench::Row> rows;
     for (const bench::Scenario& scenario :
          {bench::RoundTripScenario(), bench::StreamScenario(), bench::FanOutScenario(),
           bench::StalledScenario(), bench::SnapshotScenario(), bench::MemoryScenario()}) {
-        if (!IsAskedFor(scenario, filter)) continue;
-        std::fprintf(stderr, "%s", qPrintable(scenario.name));
-        for (int round = 0; round < (isQuick ? 1 : scenario.rounds); ++round) {
-            scenario.playRound(stage);
-            std::fputc('.', stderr);
-        }
-        std::fputc('\n', stderr);
+        if (!choice.Has(scenario.name, scenario.rows)) continue;
+        choice.PlayRounds(scenario.name, scenario.rounds, [&](int) { scenario.playRound(stage); });
         rows.insert(rows.end(), scenario.rows.begin(), scenario.rows.end());
     }
     return scoreboard.Print(rows) ? 0 : 1;
@@ -48,15 +33,5 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("--role")) return bench::Role::Run(arguments.mid(2));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures connections beside their peers. Fails if a limit is missed."));
-    parser.addHelpOption();
-    const QCommandLineOption filter(QStringLiteral("filter"),
-                                    QStringLiteral("Only scenarios with this in their name or table."),
-                                    QStringLiteral("text"));
-    const QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("One short round of each."));
-    parser.addOptions({filter, quick});
-    parser.process(application);
-    return RunScenarios(parser.value(filter), parser.isSet(quick));
+    return RunScenarios(bench::ScenarioChoice(QStringLiteral("Measures connections beside their peers.")));
 }

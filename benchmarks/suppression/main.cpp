@@ -5,15 +5,13 @@
 #include "libmodbuspoller.h"
 #include "ownpoller.h"
 #include "plant.h"
+#include "scenariochoice.h"
 #include "scoreboard.h"
 #include "statistics.h"
 
-#include <QtCore/QCommandLineParser>
 #include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <vector>
 
 namespace {
@@ -84,23 +82,14 @@ std::vector<bench::Row> Rows() {
             Beside(cpu, "cpu"),    Limited(heap, Noise)};
 }
 
-bool IsAskedFor(const std::vector<bench::Row>& rows, const QString& filter) {
-    return QStringLiteral("suppression").contains(filter, Qt::CaseInsensitive) ||
-           std::any_of(rows.begin(), rows.end(), [&](const bench::Row& row) {
-               return row.title.contains(filter, Qt::CaseInsensitive);
-           });
-}
-
-int Run(const QString& filter, bool isQuick) {
+int Run(const bench::ScenarioChoice& choice) {
     const std::vector<bench::Row> rows = Rows();
-    if (!IsAskedFor(rows, filter)) return 0;
+    const QString name = QStringLiteral("suppression");
+    if (!choice.Has(name, rows)) return 0;
     bench::Scoreboard scoreboard;
-    std::fprintf(stderr, "suppression");
-    for (int round = 0; round < (isQuick ? 1 : Rounds); ++round) {
-        PlayRound(scoreboard, round, isQuick ? QuickEdges : Edges);
-        std::fputc('.', stderr);
-    }
-    std::fputc('\n', stderr);
+    choice.PlayRounds(name, Rounds, [&](int round) {
+        PlayRound(scoreboard, round, choice.IsQuick() ? QuickEdges : Edges);
+    });
     return scoreboard.Print(rows) ? 0 : 1;
 }
 
@@ -113,15 +102,6 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QLocale::setDefault(QLocale::c());
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Measures how fast a keyed transmitter blanks its frequency. Fails if a limit is missed."));
-    parser.addHelpOption();
-    const QCommandLineOption filter(QStringLiteral("filter"),
-                                    QStringLiteral("Only if this is in its name or table."),
-                                    QStringLiteral("text"));
-    const QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("One short round."));
-    parser.addOptions({filter, quick});
-    parser.process(application);
-    return Run(parser.value(filter), parser.isSet(quick));
+    return Run(
+        bench::ScenarioChoice(QStringLiteral("Measures how fast a keyed transmitter blanks its frequency.")));
 }

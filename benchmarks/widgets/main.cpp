@@ -2,14 +2,12 @@
 // What widgets cost the thread that draws them, beside limits and peers. One process, nobody's desktop.
 #include "boundscenario.h"
 #include "scenario.h"
+#include "scenariochoice.h"
 
 #include <platform/values/tree.h>
 
-#include <QtCore/QCommandLineParser>
 #include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
-
-#include <cstdio>
 
 namespace {
 
@@ -17,25 +15,13 @@ std::vector<bench::Scenario> AllScenarios() {
     return {bench::BoundScenario(), bench::ListScenario(), bench::LogScenario()};
 }
 
-bool IsAskedFor(const bench::Scenario& scenario, const QString& filter) {
-    if (scenario.name.contains(filter, Qt::CaseInsensitive)) return true;
-    for (const bench::Row& row : scenario.rows) {
-        if (row.title.contains(filter, Qt::CaseInsensitive)) return true;
-    }
-    return false;
-}
-
-int RunScenarios(const QString& filter, bool isQuick) {
+int RunScenarios(const bench::ScenarioChoice& choice) {
     bench::Scoreboard scoreboard;
     std::vector<bench::Row> rows;
     for (const bench::Scenario& scenario : AllScenarios()) {
-        if (!IsAskedFor(scenario, filter)) continue;
-        std::fprintf(stderr, "%s", qPrintable(scenario.name));
-        for (int round = 0; round < (isQuick ? 1 : scenario.rounds); ++round) {
-            scenario.playRound(scoreboard, isQuick);
-            std::fputc('.', stderr);
-        }
-        std::fputc('\n', stderr);
+        if (!choice.Has(scenario.name, scenario.rows)) continue;
+        choice.PlayRounds(scenario.name, scenario.rounds,
+                          [&](int) { scenario.playRound(scoreboard, choice.IsQuick()); });
         rows.insert(rows.end(), scenario.rows.begin(), scenario.rows.end());
     }
     return scoreboard.Print(rows) ? 0 : 1;
@@ -50,15 +36,5 @@ int main(int argc, char** argv) {
     QLocale::setDefault(QLocale::c());
     const values::Tree tree;
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures what widgets cost. Fails if a limit is missed."));
-    parser.addHelpOption();
-    const QCommandLineOption filter(QStringLiteral("filter"),
-                                    QStringLiteral("Only scenarios with this in their name or table."),
-                                    QStringLiteral("text"));
-    const QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("One short round of each."));
-    parser.addOptions({filter, quick});
-    parser.process(application);
-    return RunScenarios(parser.value(filter), parser.isSet(quick));
+    return RunScenarios(bench::ScenarioChoice(QStringLiteral("Measures what widgets cost.")));
 }
