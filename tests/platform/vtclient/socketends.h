@@ -6,6 +6,7 @@
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
+#include <tests/platform/vtclient/treefixture.h>
 #include <tests/support/doubles/testaccess.h>
 #include <tests/support/tracerecorder.h>
 #include <tests/support/waituntil.h>
@@ -16,7 +17,7 @@
 
 /// A server and clients over sockets, in one process and over one tree: the server's subtree is at /S,
 /// clients mirror it where they like.
-class SocketEnds : public testing::Test {
+class SocketEnds : public TreeFixture {
   protected:
     SocketEnds() {
         m_serverOptions.application = QStringLiteral("the server");
@@ -55,19 +56,6 @@ class SocketEnds : public testing::Test {
         return WaitUntil([client] { return client->AreAllTicsEstablished(); });
     }
 
-    values::TreeItem* Item(const char* path) { return m_tree.FindItem(QString::fromUtf8(path)); }
-    template <class V>
-    V* Find(const char* path) {
-        return dynamic_cast<V*>(Item(path));
-    }
-    template <class V>
-    V* Add(const char* parent, const char* name) {
-        auto* const value = new V();
-        value->SetName(QString::fromUtf8(name));
-        EXPECT_TRUE(m_tree.AddValue(QString::fromUtf8(parent), value));
-        return value;
-    }
-
     /// What the server's side reported, in order; and the client's.
     std::vector<QString> ServerLines() const {
         return Lines({QStringLiteral("platform/vtclient/server"),
@@ -83,7 +71,6 @@ class SocketEnds : public testing::Test {
         return Lines({QStringLiteral("platform/vtclient/client/vtclient")});
     }
 
-    values::Tree m_tree;
     TraceRecorder m_traces{ErrorHandler::TraceAssertions | ErrorHandler::TraceWarnings};
     TestAccess m_access;
     VtServer m_server{m_access};

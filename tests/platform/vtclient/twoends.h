@@ -8,6 +8,7 @@
 #include <platform/vtclient/server/serverhub.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/platform/vtclient/treefixture.h>
 #include <tests/support/doubles/testaccess.h>
 #include <tests/support/recordingobserver.h>
 #include <tests/support/tracerecorder.h>
@@ -20,7 +21,7 @@
 
 /// A server and clients back to back in memory, over one tree: the server's subtree is at /S, clients mirror
 /// it where they like.
-class TwoEnds : public testing::Test {
+class TwoEnds : public TreeFixture {
   protected:
     /// Makes wires to the hub.
     class Connector final : public vt::IConnector {
@@ -135,20 +136,6 @@ class TwoEnds : public testing::Test {
         Settle();
     }
 
-    values::TreeItem* Item(const char* path) { return m_tree.FindItem(QString::fromUtf8(path)); }
-    template <class V>
-    V* Find(const char* path) {
-        return dynamic_cast<V*>(Item(path));
-    }
-    template <class V>
-    V* Add(const char* parent, const char* name) {
-        auto* const value = new V();
-        value->SetName(QString::fromUtf8(name));
-        EXPECT_TRUE(m_tree.AddValue(QString::fromUtf8(parent), value));
-        return value;
-    }
-
-    values::Tree m_tree;
     ManualClock m_clock;
     TestAccess m_access;
     bool m_isUnreachable = false;

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // A value that goes away is detached from once, when it says so, and never touched again.
-#include <devicecontrol/multichannelserver/common/mcscommands.h>
-#include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
-#include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
-#include <devicecontrol/multichannelserver/common/mcsstatus.h>
-
+#include <tests/devicecontrol/multichannelserver/common/anydataobject.h>
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>
 #include <tests/support/recordingobserver.h>
 
@@ -15,12 +11,17 @@
 
 namespace {
 
+using anydataobject::MakeCommands;
+using anydataobject::MakeConfigData;
+using anydataobject::MakeMpxORVStatus;
+using anydataobject::MakeStatus;
+using anydataobject::Object;
 using treeaccess::Text;
 using values::Value;
 using values::ValueNumeric;
 using values::ValueSelection;
 
-const QString basePath = Text("/Base");
+const QString basePath = anydataobject::BasePath();
 
 int detachments = 0;  // from the value under test
 
@@ -36,22 +37,9 @@ class Watched final : public V {
     }
 };
 
-using Object = std::shared_ptr<void>;
 using Make = Object (*)();
 using Put = values::ValueBase* (*)(const char*);
 
-Object MakeConfigData() {
-    return std::make_shared<MCSConfigData>(&basePath, false);
-}
-Object MakeCommands() {
-    return std::make_shared<MCSCommands>(&basePath);
-}
-Object MakeStatus() {
-    return std::make_shared<MCSStatus>(basePath);
-}
-Object MakeMpxORVStatus() {
-    return std::make_shared<MCSMpxORVStatus>(basePath);
-}
 Object MakePolicySet() {
     auto set = std::make_shared<MCSPolicySet>();
     set->ShowViewInTree(values::Tree::Instance()->FindNode(basePath), false);

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the data objects report when one of their values, or their node, cannot be had.
-#include <devicecontrol/multichannelserver/common/mcscommands.h>
-#include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
-#include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
-#include <devicecontrol/multichannelserver/common/mcsstatus.h>
-
+#include <tests/devicecontrol/multichannelserver/common/anydataobject.h>
 #include <tests/devicecontrol/multichannelserver/common/treeaccess.h>
 #include <tests/support/allocationcounter.h>
 #include <tests/support/tracerecorder.h>
@@ -17,25 +13,14 @@
 
 namespace {
 
+using anydataobject::MakeCommands;
+using anydataobject::MakeConfigData;
+using anydataobject::MakeMpxORVStatus;
+using anydataobject::MakeStatus;
+using anydataobject::Object;
 using treeaccess::Text;
 
-const QString basePath = Text("/Base");
-
-/// A data object, whichever, behind its destructor.
-using Object = std::shared_ptr<void>;
-
-Object MakeConfigData() {
-    return std::make_shared<MCSConfigData>(&basePath, false);
-}
-Object MakeCommands() {
-    return std::make_shared<MCSCommands>(&basePath);
-}
-Object MakeStatus() {
-    return std::make_shared<MCSStatus>(basePath);
-}
-Object MakeMpxORVStatus() {
-    return std::make_shared<MCSMpxORVStatus>(basePath);
-}
+const QString basePath = anydataobject::BasePath();
 
 struct MissingRow {
     Object (*make)();
