@@ -47,6 +47,8 @@ void system::PrepareStreams() {
         [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
     }
     ::signal(SIGPIPE, SIG_IGN);
+    // Who may write no more into a file is told so by the write.
+    ::signal(SIGXFSZ, SIG_IGN);
     // What is written is UTF-8 in any locale, so what is read has to be.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }

@@ -80,6 +80,5 @@ QStringList CfgCenter::LookForEdits() {
 
 QString CfgCenter::Finish() {
     if (!m_store || m_store->CommitNow()) return QString();
-    return QStringLiteral("the configuration file '%1' %2; the last changes are lost")
-        .arg(m_store->GetPath(), m_store->GetProblem());
+    return m_store->GetProblem(QStringLiteral("the last changes are lost"));
 }

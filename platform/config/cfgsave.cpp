@@ -34,11 +34,13 @@ CfgSave::~CfgSave() {
 
 bool CfgSave::End() {
     if (std::exchange(m_isOver, true) || --openSaves > 0) return true;
-    bool isStored = true;
-    for (const std::weak_ptr<CfgStore>& deferred : std::exchange(Deferred(), {}))
-        if (const std::shared_ptr<CfgStore> store = deferred.lock())
-            isStored = store->CommitNow() && isStored;
-    return isStored;
+    QStringList problems;
+    for (const std::weak_ptr<CfgStore>& deferred : std::exchange(Deferred(), {})) {
+        const std::shared_ptr<CfgStore> store = deferred.lock();
+        if (store && !store->CommitNow()) problems << store->GetProblem(QStringLiteral("not saved"));
+    }
+    m_problem = problems.join(QStringLiteral("; "));
+    return problems.isEmpty();
 }
 
 bool CfgSave::Defer(const std::weak_ptr<CfgStore>& store) {

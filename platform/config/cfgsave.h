@@ -3,6 +3,8 @@
 
 #include <platform/app/platformexport.h>
 
+#include <QtCore/QString>
+
 #include <memory>
 
 class CfgStore;
@@ -23,6 +25,8 @@ class MCS_PLATFORM_EXPORT CfgSave {
     /// Ends it before its time. False if something could not be written, with a trace; it is then kept for
     /// the next commit. True for one within another, which is not over.
     bool End();
+    /// After End(), what could not be written and why, one line for people; empty if nothing.
+    QString GetProblem() const { return m_problem; }
 
   private:
     friend class CfgStore;
@@ -31,4 +35,5 @@ class MCS_PLATFORM_EXPORT CfgSave {
     static bool Defer(const std::weak_ptr<CfgStore>& store);
 
     bool m_isOver = false;
+    QString m_problem;
 };

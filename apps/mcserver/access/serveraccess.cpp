@@ -2,6 +2,7 @@
 #include <apps/mcserver/access/serveraccess.h>
 
 #include <apps/mcserver/log/peertext.h>
+#include <apps/mcserver/log/savereport.h>
 #include <apps/mcserver/log/serverlog.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -145,6 +146,8 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
 QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) const {
     if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
         return QStringLiteral("the status is the server's own");
+    if (path == mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Config), SaveReport::AnswerName()))
+        return QStringLiteral("only the server writes this");
     // A written input would blank, or release, what no transmitter does.
     if (VtAccessFile::IsBelow(path, SuppressionPath())) return QStringLiteral("only the server writes this");
     if (const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path))

@@ -37,6 +37,7 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
       m_log(m_status, clock, std::move(sink)),
       m_jobs(device, m_status, m_log, clock),
       m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock),
+      m_saveReport(m_config, m_log),
       m_pShallBeConnected(*this),
       m_pSaveConfig(*this),
       m_pScanAveragingTime(*this) {}
@@ -49,6 +50,7 @@ McsServer::~McsServer() {
 void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     m_cfg = std::move(cfg);
     LoadConfiguration();
+    m_saveReport.Begin(*m_cfg);
     m_device.SetListener(this);
     ShowDevice();
 
@@ -80,18 +82,24 @@ void McsServer::LoadConfiguration() {
     Commit(save);
 }
 
-bool McsServer::SaveConfiguration() {
+QString McsServer::SaveConfiguration() {
     CfgSave save;
     m_mpxOrvs.SaveStatic(*m_cfg);
     m_config.WriteTo(m_cfg.get());
     return Commit(save);
 }
 
-bool McsServer::Commit(CfgSave& save) {
-    const bool isCommitted = m_cfg->CommitKey(mcskeys::DeviceAddress);
-    if (save.End() && isCommitted) return true;
-    m_log.Write(QStringLiteral("the configuration cannot be saved"));
-    return false;
+QString McsServer::Commit(CfgSave& save) {
+    m_cfg->CommitKey(mcskeys::DeviceAddress);
+    save.End();
+    m_saveReport.LogFailure(save.GetProblem());
+    return save.GetProblem();
+}
+
+void McsServer::SaveAsAsked() {
+    const QString problem = SaveConfiguration();
+    if (problem.isEmpty()) m_log.Write(QStringLiteral("the configuration is saved"));
+    m_saveReport.Answer(problem);
 }
 
 void McsServer::ShowDevice() {
@@ -107,8 +115,7 @@ void McsServer::Update(Observable* source, TChangeCode code) {
         return;
     if (source == &m_config || m_pScanAveragingTime.Is(source)) m_device.ChangeSettings(GetDeviceSettings());
     if (m_pShallBeConnected.Is(source)) ObeyShallBeConnected();
-    if (m_pSaveConfig.Is(source) && m_pSaveConfig->GetValue() && SaveConfiguration())
-        m_log.Write(QStringLiteral("the configuration is saved"));
+    if (m_pSaveConfig.Is(source) && m_pSaveConfig->GetValue()) SaveAsAsked();
 }
 
 void McsServer::ObeyShallBeConnected() {

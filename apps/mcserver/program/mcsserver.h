@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/device/iorvdevicelistener.h>
 #include <apps/mcserver/device/orvdevicesettings.h>
+#include <apps/mcserver/log/savereport.h>
 #include <apps/mcserver/log/serverlog.h>
 #include <apps/mcserver/mpxorv/jobcontrol.h>
 #include <apps/mcserver/mpxorv/mpxorvregistry.h>
@@ -36,8 +37,8 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     void Start(std::unique_ptr<ICfg> cfg);
     /// Saves the configuration and lets go of the device.
     void Stop();
-    /// False, with a line in the log, if it cannot be written.
-    bool SaveConfiguration();
+    /// Empty, or why it cannot be written, which is in the log too.
+    QString SaveConfiguration();
 
     MpxOrvRegistry& GetMpxOrvs() { return m_mpxOrvs; }
     JobControl& GetJobs() { return m_jobs; }
@@ -54,8 +55,9 @@ class McsServer : public IObserver, public IOrvDeviceListener {
 
   private:
     void LoadConfiguration();
-    /// Ends the \a save. False, with a line in the log, if what was written cannot be kept.
-    bool Commit(CfgSave& save);
+    /// Ends the \a save. Empty, or why what was written cannot be kept, which is in the log too.
+    QString Commit(CfgSave& save);
+    void SaveAsAsked();
     void ShowDevice();
     void ObeyShallBeConnected();
     OrvDeviceSettings GetDeviceSettings() const;
@@ -67,6 +69,7 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     ServerLog m_log;
     JobControl m_jobs;
     MpxOrvRegistry m_mpxOrvs;
+    SaveReport m_saveReport;
     std::unique_ptr<ICfg> m_cfg;  ///< null until started
     Observation<values::Value<bool>> m_pShallBeConnected;
     Observation<values::Value<bool>> m_pSaveConfig;

@@ -51,6 +51,15 @@ QString CannotBeWritten(const QString& reason) {
     return QStringLiteral("cannot be written (%1)").arg(reason);
 }
 
+/// As many of \a keys as fit into a line.
+QString Listed(const QStringList& keys) {
+    QString text = keys.value(0);
+    int count = 1;
+    while (count < keys.size() && text.size() + keys[count].size() < MaxTold)
+        text += QStringLiteral(", ") + keys[count++];
+    return count < keys.size() ? text + QStringLiteral(" and %1 more").arg(keys.size() - count) : text;
+}
+
 /// What a link leads to, so that all who use the file by any name agree.
 QString Target(const QString& path) {
     const QString target = QFileInfo(path).canonicalFilePath();
@@ -129,7 +138,7 @@ QString CfgStore::Load() {
         if (!overruled.isEmpty())
             MCS_TRACE(QStringLiteral(
                           "The configuration file '%1' was edited; the program's own content holds of: %2")
-                          .arg(m_path, overruled.join(QStringLiteral(", ")).left(MaxTold)));
+                          .arg(m_path, Listed(overruled)));
         m_bytes = bytes;
     }
     return QString();
@@ -187,6 +196,14 @@ bool CfgStore::CommitNow() {
                       .arg(m_path, problem));
     m_problem = problem;
     return problem.isEmpty();
+}
+
+QString CfgStore::GetProblem(const QString& consequence) const {
+    if (m_problem.isEmpty()) return QString();
+    const QString text =
+        QStringLiteral("the configuration file '%1' %2; %3").arg(m_path, m_problem, consequence);
+    const QStringList keys = m_copy.GetUnstoredKeys();
+    return keys.isEmpty() ? text : text + QStringLiteral(": ") + Listed(keys);
 }
 
 // Who saves a file that is held means all of it, although nothing has changed.

@@ -43,8 +43,9 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     /// Brings the changes to the file; within a CfgSave at its end, and true until then.
     bool Commit();
     bool CommitNow();
-    /// Why the last commit failed, to go on with after the file's name; empty if it did not.
-    QString GetProblem() const { return m_problem; }
+    /// Why the last commit failed, one line that names the file and, after \a consequence, the keys that are
+    /// not in it. Empty if it did not.
+    QString GetProblem(const QString& consequence) const;
     /// Reads a file that could not be read before.
     void TryAgain();
 
@@ -89,7 +90,7 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     QString m_path;
     QString m_file;      ///< what m_path leads to if it is a link, else the same
     QString m_obstacle;  ///< why what has the file's name cannot be read, and must not be replaced
-    QString m_problem;
+    QString m_problem;   ///< why the last commit failed; empty if it did not
     std::chrono::milliseconds m_patience;
     bool m_isPatienceSpent =
         false;  ///< others were waited for in vain, and are not again until they are done

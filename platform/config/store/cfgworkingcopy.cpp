@@ -87,24 +87,38 @@ void CfgWorkingCopy::TakeInLoss() {
     m_stored.clear();
 }
 
-void CfgWorkingCopy::NoteEdits(const CfgContents& stored) {
-    auto before = m_stored.begin();
-    auto after = stored.begin();
-    while (before != m_stored.end() || after != stored.end()) {
-        const bool isGone =
-            after == stored.end() || (before != m_stored.end() && before->first < after->first);
-        const bool isNew = before == m_stored.end() || (!isGone && after->first < before->first);
+void CfgWorkingCopy::ForEachDifference(const CfgContents& before, const CfgContents& after,
+                                       const KeyVisitor& visit) {
+    auto old = before.begin();
+    auto next = after.begin();
+    while (old != before.end() || next != after.end()) {
+        const bool isGone = next == after.end() || (old != before.end() && old->first < next->first);
+        const bool isNew = old == before.end() || (!isGone && next->first < old->first);
         if (isGone) {
-            NoteEdit((before++)->first, std::nullopt);
+            visit(old->first, old->second, std::nullopt);
+            ++old;
         } else if (isNew) {
-            NoteEdit(after->first, after->second);
-            ++after;
+            visit(next->first, std::nullopt, next->second);
+            ++next;
         } else {
-            if (before->second != after->second) NoteEdit(after->first, after->second);
-            ++before;
-            ++after;
+            if (old->second != next->second) visit(next->first, old->second, next->second);
+            ++old;
+            ++next;
         }
     }
+}
+
+QStringList CfgWorkingCopy::GetUnstoredKeys() const {
+    QStringList keys;
+    ForEachDifference(m_stored, m_contents,
+                      [&keys](const QString& key, const Content&, const Content&) { keys << key; });
+    return keys;
+}
+
+void CfgWorkingCopy::NoteEdits(const CfgContents& stored) {
+    ForEachDifference(m_stored, stored, [this](const QString& key, const Content&, const Content& after) {
+        NoteEdit(key, after);
+    });
 }
 
 void CfgWorkingCopy::NoteEdit(const QString& key, const Content& after) {

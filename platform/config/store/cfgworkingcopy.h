@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -28,6 +29,8 @@ class CfgWorkingCopy {
     /// Whether something was written or removed since the file held all.
     bool HasChanges() const { return !m_changes.empty(); }
     bool IsStored() const { return m_contents == m_stored; }
+    /// The keys of which the file holds something else, or nothing.
+    QStringList GetUnstoredKeys() const;
 
     /// The file holds \a stored now.
     void TakeIn(CfgContents stored);
@@ -55,6 +58,11 @@ class CfgWorkingCopy {
   private:
     using Content = std::optional<QString>;  // none: the key is not there
 
+    using KeyVisitor = std::function<void(const QString& key, const Content& before, const Content& after)>;
+
+    /// Visits the keys of which \a before and \a after hold different contents.
+    static void ForEachDifference(const CfgContents& before, const CfgContents& after,
+                                  const KeyVisitor& visit);
     static Content Find(const CfgContents& contents, const QString& key);
     void Set(const QString& key, const Content& content);
     void NoteEdits(const CfgContents& stored);

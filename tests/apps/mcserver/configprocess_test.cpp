@@ -68,8 +68,19 @@ TEST_F(ServerAndItsFile, WhatCannotBeSavedIsSaidAtTheEnd) {
     EXPECT_EQ(m_server.Terminate(), 1);
     const std::string errors = m_server.Errors().toStdString();
     EXPECT_THAT(errors, HasSubstr(Complaint("is locked by ")));
-    EXPECT_THAT(errors, HasSubstr("; the last changes are lost\n"));
+    EXPECT_THAT(errors, HasSubstr("; the last changes are lost: ConnectOnStartup, DefaultFrequency"));
     EXPECT_THAT(m_server.Output().toStdString(), HasSubstr("the configuration cannot be saved"));
+}
+
+TEST_F(ServerAndItsFile, AFullDiskIsSaidAtTheEndWithTheKeysThatAreLost) {
+    m_server.FillDisk();
+    ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    EXPECT_EQ(m_server.Terminate(), 1);
+    const std::string errors = m_server.Errors().toStdString();
+    EXPECT_THAT(errors, HasSubstr(Complaint("cannot be written (File too large); the last changes are lost: "
+                                            "ConnectOnStartup, DefaultFrequencyForChannel, ")));
+    EXPECT_THAT(errors, HasSubstr("DynamicMpxORVs/Policy/MayCal"));
+    EXPECT_FALSE(QFile::exists(m_server.ConfigPath()));
 }
 #endif
 

@@ -4,7 +4,12 @@
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 
+#include <platform/values/observation.h>
+#include <tests/support/recordingobserver.h>
+
 #include <gmock/gmock.h>
+
+#include <QtCore/QDir>
 
 using namespace std::chrono_literals;
 
@@ -17,6 +22,7 @@ const QString OperationMode = QStringLiteral("/MultiChannelServer/Status/Operati
 const QString Online = QStringLiteral("/MultiChannelServer/Status/Online");
 const QString ShallBeConnected = QStringLiteral("/MultiChannelServer/Command/ShallBeConnected");
 const QString SaveConfig = QStringLiteral("/MultiChannelServer/Config/SaveConfig");
+const QString DefaultFrequency = QStringLiteral("/MultiChannelServer/Config/DefaultFrequencyForChannel");
 
 class McsServerTest : public ServerTest {
   protected:
@@ -26,6 +32,8 @@ class McsServerTest : public ServerTest {
         EXPECT_TRUE(script.Parse(text, QStringLiteral("script"), &error)) << error.toStdString();
         return script;
     }
+    /// Starts, and leaves in the log what is told of the start.
+    void StartFromFile() { m_server->Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot())); }
     /// What the status counts in microseconds.
     static std::chrono::microseconds SweepTime() {
         return std::chrono::microseconds(Count(QStringLiteral("SweepTime")));
@@ -185,6 +193,147 @@ TEST_F(McsServerTest, SaveConfigSavesAndIsTakenBack) {
     EXPECT_FALSE(Flag(SaveConfig));
     EXPECT_EQ(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
     EXPECT_THAT(TakeLog(), Contains(QStringLiteral("the configuration is saved")));
+}
+
+class SaveAnswers : public McsServerTest {
+  protected:
+    SaveAnswers() {
+        KeepInFile();
+        Start();
+        m_answer.Begin(values::FindValue<values::Value<QString>>(SaveConfig + QStringLiteral("Answer"),
+                                                                 nullptr, nullptr));
+        m_observer.React([this](Observable*, TChangeCode code) {
+            if (code == changecode::ContentChanged) m_answers << m_answer->GetValue();
+        });
+        Push();  // so that the file holds all keys
+    }
+    /// From now on the file cannot be written, by superusers either.
+    void BlockWriting() { ASSERT_TRUE(QDir().mkpath(ConfigPath() + QStringLiteral(".next/in the way"))); }
+    void AllowWriting() { ASSERT_TRUE(QDir(ConfigPath() + QStringLiteral(".next")).removeRecursively()); }
+    void SetName(const char* name) {
+        values::FindValue<values::Value<QString>>(QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+                                                  nullptr, nullptr)
+            ->SetValue(QLatin1String(name));
+    }
+    /// What stands beside "SaveConfig" once it was pushed, and was told after the push.
+    QString Push() {
+        m_answers.clear();
+        Set(SaveConfig, true);
+        EXPECT_FALSE(Flag(SaveConfig));
+        EXPECT_EQ(m_answers.size(), 1);
+        return m_answers.value(0);
+    }
+    std::string Failure(const char* keys) const {
+        return "failed: the configuration file '" + ConfigPath().toStdString() +
+               "' cannot be written (File exists); not saved: " + keys;
+    }
+
+    RecordingObserver m_observer;
+    Observation<values::Value<QString>> m_answer{m_observer};
+    QStringList m_answers;
+};
+
+TEST_F(SaveAnswers, TellWhoPushedThatAllIsSavedEveryTime) {
+    EXPECT_EQ(Push(), QStringLiteral("done: the configuration is saved"));
+    EXPECT_EQ(Push(), QStringLiteral("done: the configuration is saved"));
+}
+
+TEST_F(SaveAnswers, TellWhyNotAndWhichKeysUntilTheyAre) {
+    ASSERT_NO_FATAL_FAILURE(BlockWriting());
+    SetName("South");
+    EXPECT_EQ(Push().toStdString(), Failure("DeviceName"));
+    EXPECT_EQ(Push().toStdString(), Failure("DeviceName"));
+    EXPECT_THAT(TakeLog(), Contains(testing::ResultOf(
+                               [](const QString& line) {
+                                   return line.startsWith(
+                                       QLatin1String("the configuration cannot be saved: the configuration"));
+                               },
+                               true)));
+    ASSERT_NO_FATAL_FAILURE(AllowWriting());
+    EXPECT_EQ(Push(), QStringLiteral("done: the configuration is saved"));
+    EXPECT_EQ(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
+}
+
+TEST_F(SaveAnswers, AreLoggedForWhatSavesItself) {
+    ASSERT_NO_FATAL_FAILURE(BlockWriting());
+    TakeLog();
+    values::FindValue<values::ValueNumeric<double>>(DefaultFrequency, nullptr, nullptr)->SetValue(145e6);
+    EXPECT_THAT(TakeLog(),
+                testing::ElementsAre(testing::ResultOf(
+                    [](const QString& line) {
+                        return line.endsWith(QLatin1String("not saved: DefaultFrequencyForChannel"));
+                    },
+                    true)));
+}
+
+/// A default frequency, and what is said when it is set and when it is read. Empty: nothing.
+struct DefaultFrequencyCase {
+    const char* name;
+    double hz;
+    const char* whenSet;
+    const char* inFile;
+    const char* whenRead;
+};
+
+class DefaultFrequencies : public McsServerTest, public testing::WithParamInterface<DefaultFrequencyCase> {
+  protected:
+    /// Of the log, what speaks of the frequency.
+    QStringList Told() { return TakeLog().filter(QStringLiteral("DefaultFrequencyForChannel")); }
+    static QStringList Expected(const char* line) {
+        return *line != '\0' ? QStringList(QLatin1String(line)) : QStringList();
+    }
+};
+
+TEST_P(DefaultFrequencies, AreToldIfTheFileCannotHoldThem) {
+    KeepInFile();
+    Start();
+    TakeLog();
+    values::FindValue<values::ValueNumeric<double>>(DefaultFrequency, nullptr, nullptr)
+        ->SetValue(GetParam().hz);
+    EXPECT_EQ(Told(), Expected(GetParam().whenSet));
+    EXPECT_EQ(Stored(QStringLiteral("DefaultFrequencyForChannel")), QLatin1String(GetParam().inFile));
+    Restart();
+    TakeLog();
+    StartFromFile();
+    EXPECT_EQ(Told(), Expected(GetParam().whenRead));
+}
+
+const DefaultFrequencyCase AllDefaultFrequencies[] = {
+    {"OfWholeHertz", 145e6, "", "145000000", ""},
+    {"TheHighestThatFits", 2147483647, "", "2147483647", ""},
+    {"TooHigh", 2147483648.0,
+     "DefaultFrequencyForChannel of 2147483648 Hz cannot be kept: the configuration file holds whole hertz "
+     "up to "
+     "2147483647, so it holds -2147483648",
+     "-2147483648",
+     "the configuration file holds -2147483648 as DefaultFrequencyForChannel, which stands for a frequency "
+     "above "
+     "2147483647 Hz; 300000 is used"},
+    {"TheHighest", 3e9,
+     "DefaultFrequencyForChannel of 3000000000 Hz cannot be kept: the configuration file holds whole hertz "
+     "up to "
+     "2147483647, so it holds -2147483648",
+     "-2147483648",
+     "the configuration file holds -2147483648 as DefaultFrequencyForChannel, which stands for a frequency "
+     "above "
+     "2147483647 Hz; 300000 is used"},
+    {"WithAFractionOfAHertz", 145000000.5,
+     "DefaultFrequencyForChannel of 145000000.5 Hz cannot be kept: the configuration file holds whole hertz "
+     "up to "
+     "2147483647, so it holds 145000000",
+     "145000000", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(, DefaultFrequencies, testing::ValuesIn(AllDefaultFrequencies),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(McsServerTest, TellsOfNumbersInTheFileThatItDoesNotUse) {
+    Configure("[General]\nNumberOfFreqChannels=51\nDefaultScanAveragingTimeIndex=99\n");
+    StartFromFile();
+    const QStringList log = TakeLog();
+    EXPECT_THAT(
+        log, Contains(QStringLiteral("the configuration file holds 51 as NumberOfFreqChannels; 50 is used")));
+    EXPECT_FALSE(log.filter(QStringLiteral("holds 99 as DefaultScanAveragingTimeIndex; ")).isEmpty());
 }
 
 TEST_F(McsServerTest, StoppingSavesTheConfigurationAndLetsGoOfTheDevice) {

@@ -110,6 +110,7 @@ const Target Targets[] = {
     {"BlankingOfAnother", "DynamicMpxORVs/Other/Blanking", ""},
     {"Configuration", "Config/DeviceName", ""},
     {"SaveConfig", "Config/SaveConfig", ""},
+    {"SaveConfigAnswer", "Config/SaveConfigAnswer", ServersOnly},
     {"Status", "Status/Online", NobodysStatus},
     {"LogMessage", "Status/LogMessage", NobodysStatus},
     {"TheStatusNode", "Status", NobodysStatus},

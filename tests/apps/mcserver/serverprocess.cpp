@@ -26,7 +26,14 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
                        QStringLiteral("--config"), ConfigPath()};
     if (!m_hasWindow) all << QStringLiteral("--headless");
     environment = QProcessEnvironment::systemEnvironment();  // which a test may have changed
-    StartProgram(QStringLiteral(MCSERVER), all + arguments);
+    all += arguments;
+    if (m_isDiskFull)
+        StartProgram(QStringLiteral("/bin/sh"),
+                     QStringList{QStringLiteral("-c"), QStringLiteral("ulimit -f 0; exec \"$0\" \"$@\""),
+                                 QStringLiteral(MCSERVER)} +
+                         all);
+    else
+        StartProgram(QStringLiteral(MCSERVER), all);
     const auto isStarted = [this] {
         FindPort();
         return m_port != 0 || !IsRunning();

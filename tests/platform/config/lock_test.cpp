@@ -92,7 +92,7 @@ TEST_F(Locked, TheProgramIsToldAtItsEndWhyChangesAreLost) {
     const QString problem = CfgCenter::Instance().Finish();
     EXPECT_THAT(problem.toStdString(), HasSubstr("the configuration file '" + Path().toStdString() +
                                                  "' is locked by mcstest (process "));
-    EXPECT_THAT(problem.toStdString(), HasSubstr("; the last changes are lost"));
+    EXPECT_THAT(problem.toStdString(), HasSubstr("; the last changes are lost: k"));
     m_lock.Release();
     EXPECT_EQ(CfgCenter::Instance().Finish(), QString());
     EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=1\n"));

@@ -6,6 +6,8 @@
 #include <tests/platform/config/configfixture.h>
 #include <tests/support/tracerecorder.h>
 
+#include <QtCore/QDir>
+
 #include <optional>
 
 namespace {
@@ -46,6 +48,44 @@ TEST_F(Save, WithinAnotherEndsWithThat) {
     EXPECT_TRUE(Names().isEmpty());
     EXPECT_TRUE(outer.End());
     EXPECT_EQ(FileBytes(), Both);
+}
+
+class BlockedSave : public Save {
+  protected:
+    void SetUp() override {
+        Save::SetUp();
+        // In the way of superusers too.
+        ASSERT_TRUE(QDir().mkpath(Path() + QStringLiteral(".next/in the way")));
+    }
+    /// What a save of \a keys has to say at its end.
+    QString ProblemOf(const QStringList& keys) {
+        const std::unique_ptr<ICfg> root = Root();
+        CfgSave save;
+        for (const QString& key : keys)
+            root->WriteInt(key, 1);
+        EXPECT_TRUE(root->CommitKey(Key));
+        EXPECT_FALSE(save.End());
+        return save.GetProblem();
+    }
+    const TraceRecorder m_traces;
+};
+
+TEST_F(BlockedSave, SaysWhyAndNamesTheKeys) {
+    EXPECT_EQ(ProblemOf({Key, QStringLiteral("Section/key")}),
+              QStringLiteral(
+                  "the configuration file '%1' cannot be written (File exists); not saved: Section/key, k")
+                  .arg(Path()));
+}
+
+TEST_F(BlockedSave, NamesAsManyKeysAsFitIntoALine) {
+    QStringList keys;
+    for (int i = 10; i < 99; ++i)
+        keys << QStringLiteral("a rather long name %1").arg(i);
+    const QString problem = ProblemOf(keys);
+    EXPECT_TRUE(problem.contains(QStringLiteral("not saved: a rather long name 10, a rather")))
+        << problem.toStdString();
+    EXPECT_TRUE(problem.endsWith(QStringLiteral(" and 72 more"))) << problem.toStdString();
+    EXPECT_LT(problem.size() - Path().size(), 600);
 }
 
 TEST_F(Save, IsOverOnceItWasEnded) {

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/log/savereport.h>
+
+#include <apps/mcserver/log/serverlog.h>
+
+#include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
+#include <platform/config/cfgsave.h>
+#include <platform/config/icfg.h>
+#include <platform/values/valueaccess.h>
+
+#include <limits>
+
+namespace {
+
+/// What the store keeps of a frequency that is too large for it.
+constexpr int TooLargeAsKept = std::numeric_limits<int>::min();
+constexpr double FirstTooLarge = 2147483648.0;
+
+/// Whom the log takes for the cause of what any client may set again and again.
+QString Setter() {
+    return QStringLiteral("Config");
+}
+
+QString NumberText(double number) {
+    constexpr int Digits = 15;
+    return QString::number(number, 'g', Digits);
+}
+
+}  // namespace
+
+SaveReport::SaveReport(const MCSConfigData& config, ServerLog& log)
+    : m_config(config), m_log(log), m_pAnswer(*this), m_pFrequency(*this), m_pScanAveragingTime(*this) {
+    m_pAnswer.Begin(values::ProvideValue<values::Value<QString>>(
+        mcskeys::Join(m_config.GetBasePath(), AnswerName()), QString(), true, nullptr));
+    if (m_pAnswer) m_pAnswer->SetDelivery(values::EDelivery::EveryChange);
+}
+
+void SaveReport::Begin(ICfg& cfg) {
+    m_cfg = &cfg;
+    TellWhatIsNotUsed(mcskeys::NumberOfFreqChannels, m_config.GetNumberOfFreqChannels());
+    TellWhatIsNotUsed(mcskeys::DefaultFrequencyForChannel, m_config.GetDefaultFrequencyForChannels());
+    TellWhatIsNotUsed(mcskeys::DefaultScanAveragingTimeIndex,
+                      static_cast<double>(m_config.GetDefaultScanAveragingTime()));
+    // After MCSConfigData, which has saved these two when they are told here.
+    m_pFrequency.Begin(values::FindValue<values::ValueNumeric<double>>(
+        m_config.GetDefaultFrequencyForChannels_ValuePath(), nullptr, nullptr));
+    m_pScanAveragingTime.Begin(values::FindValue<values::ValueSelection>(
+        m_config.GetDefaultScanAveragingTime_ValuePath(), nullptr, nullptr));
+}
+
+void SaveReport::TellWhatIsNotUsed(const QString& key, double used) {
+    const int kept = m_cfg->ReadInt(key, static_cast<int>(used));
+    if (kept == used) return;
+    const bool isTooLarge = key == mcskeys::DefaultFrequencyForChannel && kept == TooLargeAsKept;
+    m_log.Write(QStringLiteral("the configuration file holds %1 as %2%3; %4 is used")
+                    .arg(QString::number(kept), key,
+                         isTooLarge ? QStringLiteral(", which stands for a frequency above 2147483647 Hz")
+                                    : QString(),
+                         NumberText(used)));
+}
+
+void SaveReport::Answer(const QString& problem) {
+    if (m_pAnswer)
+        m_pAnswer->SetValue(problem.isEmpty() ? QStringLiteral("done: the configuration is saved")
+                                              : QStringLiteral("failed: ") + problem);
+}
+
+void SaveReport::LogFailure(const QString& problem) {
+    if (!problem.isEmpty())
+        m_log.WriteFrom(Setter(), QStringLiteral("the configuration cannot be saved: %1").arg(problem));
+}
+
+void SaveReport::TellWhetherFrequencyIsKept() {
+    const double set = m_pFrequency->GetValue();
+    const int kept = set < FirstTooLarge ? static_cast<int>(set) : TooLargeAsKept;
+    if (kept == set) return;
+    m_log.WriteFrom(Setter(),
+                    QStringLiteral("%1 of %2 Hz cannot be kept: the configuration file holds "
+                                   "whole hertz up to 2147483647, so it holds %3")
+                        .arg(mcskeys::DefaultFrequencyForChannel, NumberText(set), QString::number(kept)));
+}
+
+void SaveReport::Update(Observable* source, TChangeCode code) {
+    if (m_pAnswer.EndIfGoingAway(source, code) || m_pFrequency.EndIfGoingAway(source, code) ||
+        m_pScanAveragingTime.EndIfGoingAway(source, code) || code != changecode::ContentChanged)
+        return;
+    if (!m_pFrequency.Is(source) && !m_pScanAveragingTime.Is(source)) return;
+    CfgSave save;
+    m_cfg->CommitKey(mcskeys::DefaultFrequencyForChannel);  // once more what has just failed, if it has
+    save.End();
+    LogFailure(save.GetProblem());
+    if (m_pFrequency.Is(source)) TellWhetherFrequencyIsKept();
+}
