@@ -3,7 +3,8 @@
 #include <fuzz/qtmessagereader.h>
 
 #include <platform/vtclient/wire/changewriter.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messagereader.h>
+#include <tests/platform/vtclient/anymessage.h>
 
 #include <vector>
 
@@ -23,8 +24,8 @@ template <class Reader>
 Reading Read(const char* data, qint64 size) {
     Reading reading;
     Reader reader(data, size);
-    reading.isMessage = reader.ReadHeader(&reading.message);
-    if (reading.isMessage && vt::CarriesChanges(reading.message.type)) {
+    reading.isMessage = reader.Read([&reading](const auto& message) { reading.message = message; });
+    if (reading.isMessage && vt::CarriesChanges(TypeOf(reading.message))) {
         vt::ChangeWriter writer;
         vt::TreeChange change;
         for (; reader.NextChange(&change); ++reading.count)
@@ -47,7 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(ours.isMessage == theirs.isMessage, "both find a message or none");
     Check(ours.count == theirs.count, "both find as many changes");
     Check(ours.changes == theirs.changes, "both find the same changes");
-    if (ours.isMessage)
-        Check(vt::Encode(ours.message) == vt::Encode(theirs.message), "both find the same message");
+    if (ours.isMessage) Check(ToBytes(ours.message) == ToBytes(theirs.message), "both find the same message");
     return 0;
 }

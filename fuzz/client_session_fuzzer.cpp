@@ -79,12 +79,12 @@ class ClientScript {
     void Send(const QByteArray& bytes);
     void SendMessage(const vt::Message& message, const QByteArray& changes = QByteArray());
     void SendWelcome();
-    void SendChanges(vt::EMessage type);
+    void SendChanges(bool isBatch);
     void SendEnd();
     void SendAnswer();
     void SendRaw();
     void SendWhole();
-    vt::Message ForSubscription(vt::EMessage type);
+    quint32 SomeSubscription();
     quint64 NextSequence(quint32 sub);
     bool Deliver();
     bool Receive();
@@ -144,11 +144,11 @@ void ClientScript::Send(const QByteArray& bytes) {
 }
 
 void ClientScript::SendMessage(const vt::Message& message, const QByteArray& changes) {
-    Send(vt::Encode(message, changes));
+    Send(ToBytes(message, changes));
 }
 
 void ClientScript::SendWelcome() {
-    vt::Message welcome = vt::Message::Of(vt::EMessage::Welcome);
+    vt::WelcomeMessage welcome;
     welcome.version = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : vtlimits::ProtocolVersion;
     welcome.session = static_cast<int>(1 + m_script.Below(3));
     welcome.ping = std::chrono::milliseconds(m_script.Number() & 0x7fffffffU);
@@ -157,16 +157,11 @@ void ClientScript::SendWelcome() {
 }
 
 /// Mostly one of the client's subscriptions.
-vt::Message ClientScript::ForSubscription(vt::EMessage type) {
-    vt::Message message = vt::Message::Of(type);
+quint32 ClientScript::SomeSubscription() {
     const unsigned choice = m_script.Byte();
     const auto& subscriptions = m_checker.subscriptions;
-    if (choice >= 240 || subscriptions.empty())
-        message.sub = static_cast<quint32>(m_script.Number());
-    else
-        message.sub =
-            std::next(subscriptions.begin(), static_cast<int>(choice % subscriptions.size()))->first;
-    return message;
+    if (choice >= 240 || subscriptions.empty()) return static_cast<quint32>(m_script.Number());
+    return std::next(subscriptions.begin(), static_cast<int>(choice % subscriptions.size()))->first;
 }
 
 quint64 ClientScript::NextSequence(quint32 sub) {
@@ -175,28 +170,28 @@ quint64 ClientScript::NextSequence(quint32 sub) {
     return ++found->second.sequence;
 }
 
-void ClientScript::SendChanges(vt::EMessage type) {
-    vt::Message message = ForSubscription(type);
-    message.seq = NextSequence(message.sub);
-    message.more = m_script.Rarely();
+void ClientScript::SendChanges(bool isBatch) {
+    const quint32 sub = SomeSubscription();
+    const quint64 seq = NextSequence(sub);
+    const bool hasMore = m_script.Rarely();
     vt::ChangeWriter writer;
     quint32 next = 1;
-    const auto found = m_checker.subscriptions.find(message.sub);
+    const auto found = m_checker.subscriptions.find(sub);
     quint32& nextId = found != m_checker.subscriptions.end() ? found->second.nextId : next;
     const unsigned count = m_script.Below(8);
     for (unsigned i = 0; i < count; ++i)
         writer.Write(compose::Change(&nextId, m_script));
-    SendMessage(message, writer.Take());
+    if (isBatch) return SendMessage(vt::BatchMessage{sub, seq, hasMore}, writer.Take());
+    SendMessage(vt::SnapshotMessage{sub, seq}, writer.Take());
 }
 
 void ClientScript::SendEnd() {
-    vt::Message end = ForSubscription(vt::EMessage::End);
-    end.seq = NextSequence(end.sub);
-    SendMessage(end);
+    const quint32 sub = SomeSubscription();
+    SendMessage(vt::EndMessage{sub, NextSequence(sub), 0});
 }
 
 void ClientScript::SendAnswer() {
-    vt::Message answer = vt::Message::Of(vt::EMessage::Answer);
+    vt::AnswerMessage answer;
     auto& requests = m_checker.requests;
     const unsigned choice = m_script.Byte();
     answer.req = choice >= 240 || requests.empty() ? static_cast<quint32>(m_script.Number())
@@ -204,23 +199,23 @@ void ClientScript::SendAnswer() {
     requests.erase(std::remove(requests.begin(), requests.end(), answer.req), requests.end());
     answer.result = static_cast<vt::EResult>(m_script.Below(4));
     answer.reason = m_script.Text();
-    answer.item.content = compose::AnyContent(m_script);
+    answer.content = compose::AnyContent(m_script);
     SendMessage(answer);
 }
 
 void ClientScript::SendRaw() {
-    vt::Message message = ForSubscription(static_cast<vt::EMessage>(m_script.Below(18)));
-    message.seq = m_script.Number();
-    message.reason = m_script.Text();
-    message.item = compose::Item(m_script);
-    Send(m_script.Flag() ? vt::Encode(message) : m_script.Bytes());
+    const unsigned number = m_script.Below(18);
+    Filling filling;
+    filling.number = SomeSubscription() + m_script.Number();
+    filling.text = m_script.Text();
+    filling.item = compose::Item(m_script);
+    Send(m_script.Flag() ? compose::MessageOfNumber(number, filling) : m_script.Bytes());
 }
 
 void ClientScript::SendWhole() {
-    vt::Message message = ForSubscription(vt::EMessage::Subscribed);
-    message.prefixes = QStringList{m_script.Path()};
-    SendMessage(message);
-    const auto found = m_checker.subscriptions.find(message.sub);
+    const quint32 sub = SomeSubscription();
+    SendMessage(vt::SubscribedMessage{sub, QStringList{m_script.Path()}});
+    const auto found = m_checker.subscriptions.find(sub);
     if (found == m_checker.subscriptions.end()) return;
     vt::ChangeWriter writer;
     vt::TreeChange change;
@@ -236,12 +231,9 @@ void ClientScript::SendWhole() {
         change.item = compose::Item(m_script);
         writer.Write(change);
     }
-    message.type = vt::EMessage::Snapshot;
-    message.seq = 1;
-    SendMessage(message, writer.Take());
-    message.type = vt::EMessage::End;
-    message.seq = found->second.sequence = 2;
-    SendMessage(message);
+    SendMessage(vt::SnapshotMessage{sub, 1}, writer.Take());
+    found->second.sequence = 2;
+    SendMessage(vt::EndMessage{sub, 2, 0});
 }
 
 bool ClientScript::Deliver() {
@@ -270,22 +262,21 @@ void ClientScript::StepOfServer(EClientOperation operation) {
         case EClientOperation::SendWelcome:
             return SendWelcome();
         case EClientOperation::SendSubscribed: {
-            vt::Message subscribed = ForSubscription(vt::EMessage::Subscribed);
-            subscribed.prefixes = QStringList{m_script.Path()};
-            const auto found = m_checker.subscriptions.find(subscribed.sub);
+            const quint32 sub = SomeSubscription();
+            const QStringList prefixes{m_script.Path()};
+            const auto found = m_checker.subscriptions.find(sub);
             if (found != m_checker.subscriptions.end()) found->second = ClientChecker::Subscription();
-            return SendMessage(subscribed);
+            return SendMessage(vt::SubscribedMessage{sub, prefixes});
         }
         case EClientOperation::SendSnapshot:
-            return SendChanges(vt::EMessage::Snapshot);
+            return SendChanges(false);
         case EClientOperation::SendEnd:
             return SendEnd();
         case EClientOperation::SendBatch:
-            return SendChanges(vt::EMessage::Batch);
+            return SendChanges(true);
         case EClientOperation::SendAbsent: {
-            vt::Message absent = ForSubscription(vt::EMessage::Absent);
-            absent.reason = m_script.Text();
-            return SendMessage(absent);
+            const quint32 sub = SomeSubscription();
+            return SendMessage(vt::AbsentMessage{sub, m_script.Text()});
         }
         case EClientOperation::SendAnswer:
             return SendAnswer();

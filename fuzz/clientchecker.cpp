@@ -9,10 +9,10 @@
 void ClientChecker::OnSent(const QByteArray& bytes) {
     vt::Message message;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    if (!reader.ReadHeader(&message)) return;
+    if (!ReadAny(reader, &message)) return;
     TellMessage("server", message, bytes);
-    if (message.type == vt::EMessage::Welcome) m_isWelcome = true;
-    if (vt::CarriesChanges(message.type) || message.type == vt::EMessage::End) ++m_toAck;
+    if (std::holds_alternative<vt::WelcomeMessage>(message)) m_isWelcome = true;
+    if (IsAcknowledged(message)) ++m_toAck;
 }
 
 void ClientChecker::OnReceived(const QByteArray& bytes) {
@@ -22,50 +22,59 @@ void ClientChecker::OnReceived(const QByteArray& bytes) {
           "a frame is not too large");
     vt::Message message;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    Check(reader.ReadHeader(&message), "a client's message can be read", reader.Error());
+    Check(ReadAny(reader, &message), "a client's message can be read", reader.Error());
     TellMessage("client", message, bytes);
-    if (message.type == vt::EMessage::Bye) {
-        Check(!message.reason.isEmpty(), "a bye has a reason");
+    if (const auto* const bye = std::get_if<vt::ByeMessage>(&message)) {
+        Check(!bye->reason.isEmpty(), "a bye has a reason");
         m_hasEnded = true;
-    } else if (message.type == vt::EMessage::Hello) {
-        Check(!m_hasHello, "there is one hello");
-        m_hasHello = true;
-    } else {
-        Check(m_hasHello && m_isWelcome, "nothing else comes before the welcome");
-        OnMessage(message);
+        return;
     }
+    Check(std::holds_alternative<vt::HelloMessage>(message) || (m_hasHello && m_isWelcome),
+          "nothing else comes before the welcome");
+    const auto receive = [this](const auto& whichever) {
+        using M = std::decay_t<decltype(whichever)>;
+        if constexpr (vt::IsSentBy<M>(vt::ESender::Client))
+            On(whichever);
+        else
+            FailCheck(QStringLiteral("a client sends what clients send"));
+    };
+    std::visit(receive, message);
 }
 
-void ClientChecker::OnMessage(const vt::Message& message) {
-    switch (message.type) {
-        case vt::EMessage::Subscribe:
-            Check(message.sub > m_lastSub && message.sub <= 0x7fffffffU,
-                  "each subscription has its own number");
-            m_lastSub = message.sub;
-            Check(message.path.startsWith(QLatin1Char('/')), "paths are absolute");
-            subscriptions[message.sub] = Subscription();
-            Check(subscriptions.size() <= vtlimits::MaxSubscriptions, "there are not too many subscriptions");
-            return;
-        case vt::EMessage::Unsubscribe:
-            Check(subscriptions.erase(message.sub) == 1, "what is unsubscribed was subscribed");
-            return;
-        case vt::EMessage::Ack:
-            Check(message.seq > m_acked && message.seq <= m_toAck, "what came is acknowledged");
-            m_acked = message.seq;
-            return;
-        case vt::EMessage::Create:
-            Check(message.path.startsWith(QLatin1Char('/')), "paths are absolute");
-            [[fallthrough]];
-        case vt::EMessage::Write:
-            Check(message.req > m_lastRequest, "each request has its own number");
-            m_lastRequest = message.req;
-            Check(subscriptions.count(message.sub) == 1, "requests are about what is subscribed");
-            requests.push_back(message.req);
-            return;
-        case vt::EMessage::Ping:
-        case vt::EMessage::Pong:
-            return;
-        default:
-            FailCheck(QStringLiteral("a client sends what clients send"));
-    }
+void ClientChecker::On(const vt::HelloMessage& /*hello*/) {
+    Check(!m_hasHello, "there is one hello");
+    m_hasHello = true;
+}
+
+void ClientChecker::On(const vt::SubscribeMessage& subscribe) {
+    Check(subscribe.sub > m_lastSub && subscribe.sub <= 0x7fffffffU, "each subscription has its own number");
+    m_lastSub = subscribe.sub;
+    Check(subscribe.path.startsWith(QLatin1Char('/')), "paths are absolute");
+    subscriptions[subscribe.sub] = Subscription();
+    Check(subscriptions.size() <= vtlimits::MaxSubscriptions, "there are not too many subscriptions");
+}
+
+void ClientChecker::On(const vt::UnsubscribeMessage& unsubscribe) {
+    Check(subscriptions.erase(unsubscribe.sub) == 1, "what is unsubscribed was subscribed");
+}
+
+void ClientChecker::On(const vt::AckMessage& ack) {
+    Check(ack.count > m_acked && ack.count <= m_toAck, "what came is acknowledged");
+    m_acked = ack.count;
+}
+
+void ClientChecker::On(const vt::WriteMessage& write) {
+    OnRequest(write.req, write.sub);
+}
+
+void ClientChecker::On(const vt::CreateMessage& create) {
+    Check(create.path.startsWith(QLatin1Char('/')), "paths are absolute");
+    OnRequest(create.req, create.sub);
+}
+
+void ClientChecker::OnRequest(quint32 req, quint32 sub) {
+    Check(req > m_lastRequest, "each request has its own number");
+    m_lastRequest = req;
+    Check(subscriptions.count(sub) == 1, "requests are about what is subscribed");
+    requests.push_back(req);
 }

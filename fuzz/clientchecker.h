@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 
 #include <QtCore/QByteArray>
 
@@ -30,7 +30,17 @@ class ClientChecker {
     std::vector<quint32> requests;  ///< that were not answered
 
   private:
-    void OnMessage(const vt::Message& message);
+    // What a client may send once it is welcome.
+    void On(const vt::HelloMessage& hello);
+    void On(const vt::ByeMessage& /*bye*/) {}
+    void On(const vt::SubscribeMessage& subscribe);
+    void On(const vt::UnsubscribeMessage& unsubscribe);
+    void On(const vt::AckMessage& ack);
+    void On(const vt::WriteMessage& write);
+    void On(const vt::CreateMessage& create);
+    void On(const vt::PingMessage& /*ping*/) {}
+    void On(const vt::PongMessage& /*pong*/) {}
+    void OnRequest(quint32 req, quint32 sub);
 
     bool m_hasHello = false;
     bool m_isWelcome = false;

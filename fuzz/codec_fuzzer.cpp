@@ -4,8 +4,8 @@
 #include <platform/values/treeitem.h>
 #include <platform/vtclient/wire/changewriter.h>
 #include <platform/vtclient/wire/itemkinds.h>
-#include <platform/vtclient/wire/message.h>
 #include <platform/vtclient/wire/vtlimits.h>
+#include <tests/platform/vtclient/anymessage.h>
 
 #include <vector>
 
@@ -18,20 +18,20 @@ struct Decoded {
 
 bool Decode(const char* data, qint64 size, Decoded* decoded, QString* error) {
     vt::MessageReader reader(data, size);
-    const bool isRead = reader.ReadHeader(&decoded->message);
+    const bool isRead = ReadAny(reader, &decoded->message);
     vt::TreeChange change;
-    while (isRead && vt::CarriesChanges(decoded->message.type) && reader.NextChange(&change))
+    while (isRead && vt::CarriesChanges(TypeOf(decoded->message)) && reader.NextChange(&change))
         decoded->changes.push_back(change);
     *error = reader.Error();
     Check(isRead || !error->isEmpty(), "what is refused has a reason");
     return error->isEmpty();
 }
 
-QByteArray Encode(const Decoded& decoded) {
+QByteArray ToBytes(const Decoded& decoded) {
     vt::ChangeWriter writer;
     for (const vt::TreeChange& change : decoded.changes)
         writer.Write(change);
-    return vt::Encode(decoded.message, writer.Take());
+    return ToBytes(decoded.message, writer.Take());
 }
 
 /// What is made of a description that came can be described, and the same is made of that.
@@ -50,7 +50,7 @@ void CheckItem(const vt::ItemDescription& item) {
     Check(make(first, &second) == bytes, "an item is described as what it is");
     Decoded decoded;
     QString error;
-    const QByteArray message = vt::Encode(vt::Message::Of(vt::EMessage::Snapshot), bytes);
+    const QByteArray message = ToBytes(vt::SnapshotMessage(), bytes);
     const bool isDecoded = Decode(message.constData(), message.size(), &decoded, &error);
     Check(isDecoded, "what was made of a description can be sent", error);
 }
@@ -62,13 +62,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Decoded decoded;
     QString error;
     if (!Decode(reinterpret_cast<const char*>(data), static_cast<qint64>(size), &decoded, &error)) return 0;
-    const QByteArray encoded = Encode(decoded);
+    const QByteArray encoded = ToBytes(decoded);
     Decoded again;
     const bool isDecoded = Decode(encoded.constData(), encoded.size(), &again, &error);
     Check(isDecoded, "what was decoded encodes to something that decodes", error);
-    Check(Encode(again) == encoded, "and to the same");
+    Check(ToBytes(again) == encoded, "and to the same");
     Check(again.changes.size() == decoded.changes.size(), "with all its changes");
-    if (decoded.message.type == vt::EMessage::Create) CheckItem(decoded.message.item);
+    if (const auto* const create = std::get_if<vt::CreateMessage>(&decoded.message)) CheckItem(create->item);
     for (const vt::TreeChange& change : decoded.changes)
         if (change.change == vt::EChange::Added) CheckItem(change.item);
     return 0;

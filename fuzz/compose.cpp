@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fuzz/compose.h>
 
+#include <tests/platform/vtclient/anymessage.h>
+
 #include <limits>
 
 namespace compose {
@@ -106,6 +108,12 @@ vt::TreeChange Change(quint32* next, Script& script) {
             break;
     }
     return change;
+}
+
+QByteArray MessageOfNumber(unsigned number, const Filling& filling) {
+    if (number != 0 && number <= MessageCount) return ToBytes(Filled(number, filling));
+    const char bytes[] = {'\x82', static_cast<char>(number), '\0'};
+    return {bytes, sizeof bytes};
 }
 
 QByteArray Damaged(QByteArray message, Script& script) {

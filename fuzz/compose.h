@@ -3,8 +3,9 @@
 
 #include <fuzz/script.h>
 
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/treechange.h>
+#include <tests/platform/vtclient/filledmessage.h>
 
 /// Parts of messages as a script wants them.
 namespace compose {
@@ -18,6 +19,8 @@ vt::ItemDescription Item(Script& script);
 /// One change of a few low numbers; \a next is the number of the next item that is added, unless the script
 /// wants another.
 vt::TreeChange Change(quint32* next, Script& script);
+/// Message \a number, if there is one of it, filled with \a filling.
+QByteArray MessageOfNumber(unsigned number, const Filling& filling);
 /// Damages \a message: a byte changed, some cut off at the end, or some put in.
 QByteArray Damaged(QByteArray message, Script& script);
 

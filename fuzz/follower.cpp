@@ -61,18 +61,20 @@ void Follower::OnSent(const QByteArray& bytes) {
     if (m_hasEnded) return;
     vt::Message message;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    if (!reader.ReadHeader(&message)) return;
+    if (!ReadAny(reader, &message)) return;
     TellMessage("client", message, bytes);
-    if (message.type == vt::EMessage::Hello) m_isHelloSent = true;
-    if (!m_isHelloSent) return;
-    if (message.type == vt::EMessage::Subscribe && m_subscriptions.count(message.sub) == 0) {
-        m_subscriptions[message.sub].path = vt::NormalisedPath(message.path);
-        m_over.erase(message.sub);
-    }
-    if (message.type == vt::EMessage::Unsubscribe && m_subscriptions.erase(message.sub) != 0)
-        m_over.insert(message.sub);
-    if (message.type == vt::EMessage::Write || message.type == vt::EMessage::Create)
-        m_requests.insert(message.req);
+    if (std::holds_alternative<vt::HelloMessage>(message)) m_isHelloSent = true;
+    if (m_isHelloSent) std::visit([this](const auto& whichever) { OnSentMessage(whichever); }, message);
+}
+
+void Follower::OnSentMessage(const vt::SubscribeMessage& subscribe) {
+    if (m_subscriptions.count(subscribe.sub) != 0) return;
+    m_subscriptions[subscribe.sub].path = vt::NormalisedPath(subscribe.path);
+    m_over.erase(subscribe.sub);
+}
+
+void Follower::OnSentMessage(const vt::UnsubscribeMessage& unsubscribe) {
+    if (m_subscriptions.erase(unsubscribe.sub) != 0) m_over.insert(unsubscribe.sub);
 }
 
 void Follower::OnReceived(const QByteArray& bytes) {
@@ -80,72 +82,100 @@ void Follower::OnReceived(const QByteArray& bytes) {
     Check(static_cast<quint32>(bytes.size()) <=
               (m_isWelcome ? vtlimits::MaxFrame : vtlimits::MaxFrameBeforeWelcome),
           "a frame is not too large");
-    vt::Message message;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    const bool isRead = reader.ReadHeader(&message);
+    const auto receive = [&](const auto& message) {
+        using M = std::decay_t<decltype(message)>;
+        if (IsTelling()) TellMessage("server", message, bytes);
+        constexpr bool IsFirst = std::is_same_v<M, vt::WelcomeMessage> || std::is_same_v<M, vt::ByeMessage>;
+        Check(m_isWelcome || IsFirst, "nothing but a bye comes before the welcome");
+        if constexpr (vt::IsSentBy<M>(vt::ESender::Server))
+            On(message, reader);
+        else
+            FailCheck(QStringLiteral("a server sends what servers send"));
+    };
+    const bool isRead = reader.Read(receive);
     Check(isRead, "a server's message can be read", reader.Error());
-    TellMessage("server", message, bytes);
-    if (message.type == vt::EMessage::Bye) {
-        Check(!message.reason.isEmpty(), "a bye has a reason");
-        m_hasEnded = true;
-        return;
-    }
-    if (message.type == vt::EMessage::Welcome) {
-        Check(m_isHelloSent && !m_isWelcome, "a welcome answers the hello");
-        m_isWelcome = true;
-        return;
-    }
-    Check(m_isWelcome, "nothing but a bye comes before the welcome");
-    if (message.type == vt::EMessage::Answer) {
-        const auto request = m_requests.find(message.req);
-        Check(request != m_requests.end(), "an answer belongs to a request");
-        m_requests.erase(request);
-        Check(message.result < vt::EResult::Denied || !message.reason.isEmpty(), "who is denied learns why");
-        return;
-    }
-    if (message.type == vt::EMessage::Ping || message.type == vt::EMessage::Pong) return;
-    OnSubscriptionMessage(message, reader);
 }
 
-void Follower::OnSubscriptionMessage(const vt::Message& message, vt::MessageReader& reader) {
-    using vt::EMessage;
-    const bool isChanges = vt::CarriesChanges(message.type);
-    if (isChanges || message.type == EMessage::End) ++m_toAck;
-    Check(isChanges || message.type == EMessage::End || message.type == EMessage::Subscribed ||
-              message.type == EMessage::Absent,
-          "a server sends what servers send");
-    const auto found = m_subscriptions.find(message.sub);
-    if (found == m_subscriptions.end()) {
-        Check(m_over.count(message.sub) != 0, "a subscription was asked for");
-        return;
-    }
-    Subscription& subscription = found->second;
-    if (message.type == EMessage::Subscribed) {
-        const QString path = subscription.path;
-        subscription = Subscription();
-        subscription.path = path;
-        subscription.isFollowing = true;
-    } else if (message.type == EMessage::Absent) {
-        subscription.isFollowing = subscription.isComplete = false;
-        if (message.reason.isEmpty()) return;
-        m_subscriptions.erase(found);
-        m_over.insert(message.sub);
-    } else {
-        OnChanges(subscription, message, reader);
-    }
+void Follower::On(const vt::WelcomeMessage& /*welcome*/, vt::MessageReader& /*reader*/) {
+    Check(m_isHelloSent && !m_isWelcome, "a welcome answers the hello");
+    m_isWelcome = true;
 }
 
-void Follower::OnChanges(Subscription& subscription, const vt::Message& message, vt::MessageReader& reader) {
+void Follower::On(const vt::ByeMessage& bye, vt::MessageReader& /*reader*/) {
+    Check(!bye.reason.isEmpty(), "a bye has a reason");
+    m_hasEnded = true;
+}
+
+void Follower::On(const vt::AnswerMessage& answer, vt::MessageReader& /*reader*/) {
+    const auto request = m_requests.find(answer.req);
+    Check(request != m_requests.end(), "an answer belongs to a request");
+    m_requests.erase(request);
+    Check(answer.result < vt::EResult::Denied || !answer.reason.isEmpty(), "who is denied learns why");
+}
+
+/// Null if it is over.
+Follower::Subscription* Follower::Find(quint32 sub) {
+    const auto found = m_subscriptions.find(sub);
+    if (found != m_subscriptions.end()) return &found->second;
+    Check(m_over.count(sub) != 0, "a subscription was asked for");
+    return nullptr;
+}
+
+void Follower::On(const vt::SubscribedMessage& subscribed, vt::MessageReader& /*reader*/) {
+    Subscription* const subscription = Find(subscribed.sub);
+    if (subscription == nullptr) return;
+    const QString path = subscription->path;
+    *subscription = Subscription();
+    subscription->path = path;
+    subscription->isFollowing = true;
+}
+
+void Follower::On(const vt::AbsentMessage& absent, vt::MessageReader& /*reader*/) {
+    Subscription* const subscription = Find(absent.sub);
+    if (subscription == nullptr) return;
+    subscription->isFollowing = subscription->isComplete = false;
+    if (absent.reason.isEmpty()) return;
+    m_subscriptions.erase(absent.sub);
+    m_over.insert(absent.sub);
+}
+
+void Follower::CheckNext(Subscription& subscription, quint64 seq) {
     Check(subscription.isFollowing, "changes come after subscribed");
-    Check(message.seq == ++subscription.sequence, "no number is left out");
-    Check((message.type == vt::EMessage::Batch) == subscription.isComplete,
-          "batches come after the snapshot");
-    if (message.type == vt::EMessage::End) {
-        Check(subscription.items.count(0) != 0, "a snapshot has its root");
-        subscription.isComplete = true;
-        return;
-    }
-    subscription.hasMore = message.more;
+    Check(seq == ++subscription.sequence, "no number is left out");
+}
+
+void Follower::On(const vt::SnapshotMessage& snapshot, vt::MessageReader& reader) {
+    ++m_toAck;
+    Subscription* const subscription = Find(snapshot.sub);
+    if (subscription == nullptr) return;
+    CheckNext(*subscription, snapshot.seq);
+    Check(!subscription->isComplete, "a snapshot comes before its end");
+    subscription->hasMore = false;
+    OnChanges(*subscription, reader);
+}
+
+void Follower::On(const vt::EndMessage& end, vt::MessageReader& /*reader*/) {
+    ++m_toAck;
+    Subscription* const subscription = Find(end.sub);
+    if (subscription == nullptr) return;
+    CheckNext(*subscription, end.seq);
+    Check(!subscription->isComplete, "a snapshot ends once");
+    Check(subscription->items.count(0) != 0, "a snapshot has its root");
+    subscription->isComplete = true;
+}
+
+void Follower::On(const vt::BatchMessage& batch, vt::MessageReader& reader) {
+    ++m_toAck;
+    Subscription* const subscription = Find(batch.sub);
+    if (subscription == nullptr) return;
+    CheckNext(*subscription, batch.seq);
+    Check(subscription->isComplete, "batches come after the snapshot");
+    subscription->hasMore = batch.more;
+    OnChanges(*subscription, reader);
+}
+
+void Follower::OnChanges(Subscription& subscription, vt::MessageReader& reader) {
     vt::TreeChange change;
     int count = 0;
     for (; reader.NextChange(&change); ++count)

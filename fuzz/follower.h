@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messagereader.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -45,8 +45,27 @@ class Follower {
         quint32 nextId = 0;
     };
 
-    void OnSubscriptionMessage(const vt::Message& message, vt::MessageReader& reader);
-    void OnChanges(Subscription& subscription, const vt::Message& message, vt::MessageReader& reader);
+    // What a client sends.
+    void OnSentMessage(const vt::SubscribeMessage& subscribe);
+    void OnSentMessage(const vt::UnsubscribeMessage& unsubscribe);
+    void OnSentMessage(const vt::WriteMessage& write) { m_requests.insert(write.req); }
+    void OnSentMessage(const vt::CreateMessage& create) { m_requests.insert(create.req); }
+    template <class M>
+    void OnSentMessage(const M& /*other*/) {}
+    // What a server sends to one that it has welcomed.
+    void On(const vt::WelcomeMessage& welcome, vt::MessageReader& reader);
+    void On(const vt::ByeMessage& bye, vt::MessageReader& reader);
+    void On(const vt::SubscribedMessage& subscribed, vt::MessageReader& reader);
+    void On(const vt::SnapshotMessage& snapshot, vt::MessageReader& reader);
+    void On(const vt::EndMessage& end, vt::MessageReader& reader);
+    void On(const vt::BatchMessage& batch, vt::MessageReader& reader);
+    void On(const vt::AbsentMessage& absent, vt::MessageReader& reader);
+    void On(const vt::AnswerMessage& answer, vt::MessageReader& reader);
+    void On(const vt::PingMessage& /*ping*/, vt::MessageReader& /*reader*/) {}
+    void On(const vt::PongMessage& /*pong*/, vt::MessageReader& /*reader*/) {}
+    Subscription* Find(quint32 sub);
+    static void CheckNext(Subscription& subscription, quint64 seq);
+    static void OnChanges(Subscription& subscription, vt::MessageReader& reader);
     static void Apply(Subscription& subscription, const vt::TreeChange& change);
     static void ApplyAdded(Subscription& subscription, const vt::TreeChange& change);
     static void Remove(Subscription& subscription, quint32 id);

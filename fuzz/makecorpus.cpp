@@ -5,20 +5,20 @@
 #include <platform/values/value.h>
 #include <platform/values/valueselection.h>
 #include <platform/vtclient/wire/changewriter.h>
-#include <platform/vtclient/wire/message.h>
+#include <tests/platform/vtclient/anymessage.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QVector>
 
+#include <chrono>
 #include <initializer_list>
 #include <utility>
 
 namespace {
 
-using vt::EMessage;
-using vt::Message;
+using namespace std::chrono_literals;
 using ClientOp = EClientOperation;
 using ServerOp = EServerOperation;
 
@@ -45,28 +45,6 @@ void Write(const QString& folder, const char* name, const QByteArray& bytes) {
 
 QString S(const char* text) {
     return QString::fromUtf8(text);
-}
-
-Message Filled(EMessage type) {
-    Message message = Message::Of(type);
-    message.version = 1;
-    message.application = S("console");
-    message.machine = S("host");
-    message.user = S("operator");
-    message.token = S("secret");
-    message.session = 3;
-    message.epoch = 0x123456789abcdef;
-    message.ping = std::chrono::milliseconds(5000);
-    message.dead = std::chrono::milliseconds(15000);
-    message.reason = S("no room");
-    message.sub = 1;
-    message.seq = 2;
-    message.path = S("/MultiChannelServer/Status");
-    message.prefixes = QStringList{S("/MultiChannelServer"), S("/Gui")};
-    message.req = 7;
-    message.id = 4;
-    message.item.content = QVector<double>{1.5, -2.0};
-    return message;
 }
 
 /// Every change, about a value of every kind.
@@ -103,32 +81,37 @@ QByteArray AllChanges() {
 }
 
 void WriteMessages(const QString& folder) {
-    const std::pair<const char*, EMessage> types[] = {{"hello", EMessage::Hello},
-                                                      {"welcome", EMessage::Welcome},
-                                                      {"bye", EMessage::Bye},
-                                                      {"subscribe", EMessage::Subscribe},
-                                                      {"unsubscribe", EMessage::Unsubscribe},
-                                                      {"subscribed", EMessage::Subscribed},
-                                                      {"end", EMessage::End},
-                                                      {"absent", EMessage::Absent},
-                                                      {"ack", EMessage::Ack},
-                                                      {"write", EMessage::Write},
-                                                      {"answer", EMessage::Answer},
-                                                      {"ping", EMessage::Ping},
-                                                      {"pong", EMessage::Pong}};
-    for (const auto& [name, type] : types)
-        Write(folder, name, Encode(Filled(type)));
-    Message answer = Filled(EMessage::Answer);
-    answer.result = vt::EResult::Clamped;
-    Write(folder, "answer-clamped", Encode(answer));
-    Message create = Filled(EMessage::Create);
+    const quint32 sub = 1;
+    const quint64 seq = 2;
+    const quint64 epoch = 0x123456789abcdef;
+    const QString path = S("/MultiChannelServer/Status");
+    const vt::Content content = QVector<double>{1.5, -2.0};
+    const std::pair<const char*, vt::Message> messages[] = {
+        {"hello", vt::HelloMessage{1, S("console"), S("host"), S("operator"), S("secret")}},
+        {"welcome", vt::WelcomeMessage{1, S("console"), 3, epoch, 5000ms, 15000ms}},
+        {"bye", vt::ByeMessage{vt::EBye::Malformed, S("no room")}},
+        {"subscribe", vt::SubscribeMessage{sub, path}},
+        {"unsubscribe", vt::UnsubscribeMessage{sub}},
+        {"subscribed", vt::SubscribedMessage{sub, QStringList{S("/MultiChannelServer"), S("/Gui")}}},
+        {"end", vt::EndMessage{sub, seq, epoch}},
+        {"absent", vt::AbsentMessage{sub, S("no room")}},
+        {"ack", vt::AckMessage{seq}},
+        {"write", vt::WriteMessage{7, sub, 4, content}},
+        {"answer", vt::AnswerMessage{7, vt::EResult::Done, S("no room"), {}}},
+        {"answer-clamped", vt::AnswerMessage{7, vt::EResult::Clamped, S("no room"), content}},
+        {"ping", vt::PingMessage{seq}},
+        {"pong", vt::PongMessage{seq}}};
+    for (const auto& [name, message] : messages)
+        Write(folder, name, ToBytes(message));
+    vt::CreateMessage create{7, sub, path, {}};
     create.item.kind = vt::EItemKind::List;
-    Write(folder, "create-list", Encode(create));
+    create.item.content = content;
+    Write(folder, "create-list", ToBytes(create));
     create.item.kind = vt::EItemKind::NumericInt;
     create.item.content = create.item.minimum = create.item.maximum = qint64{5};
-    Write(folder, "create-number", Encode(create));
-    Write(folder, "snapshot", Encode(Filled(EMessage::Snapshot), AllChanges()));
-    Write(folder, "batch", Encode(Filled(EMessage::Batch), AllChanges()));
+    Write(folder, "create-number", ToBytes(create));
+    Write(folder, "snapshot", ToBytes(vt::SnapshotMessage{sub, seq}, AllChanges()));
+    Write(folder, "batch", ToBytes(vt::BatchMessage{sub, seq, false}, AllChanges()));
 }
 
 /// Elements in every form that they can have, in batches mostly.

@@ -64,7 +64,9 @@ class ServerScript {
     void SendSubscribe();
     void SendUnsubscribe();
     void SendAck();
-    void SendRequest(vt::EMessage type);
+    vt::WriteMessage SomeRequest();
+    void SendWrite();
+    void SendCreate();
     void SendRaw();
     bool Deliver(Client& client);
     bool Receive(Client& client);
@@ -106,11 +108,11 @@ void ServerScript::Send(const QByteArray& bytes) {
 }
 
 void ServerScript::SendMessage(const vt::Message& message) {
-    Send(vt::Encode(message));
+    Send(ToBytes(message));
 }
 
 void ServerScript::SendHello() {
-    vt::Message hello = vt::Message::Of(vt::EMessage::Hello);
+    vt::HelloMessage hello;
     hello.version = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : vtlimits::ProtocolVersion;
     hello.application = m_script.Text();
     hello.user = m_script.Text();
@@ -119,46 +121,54 @@ void ServerScript::SendHello() {
 
 void ServerScript::SendSubscribe() {
     Client& client = *m_clients[m_current];
-    vt::Message subscribe = vt::Message::Of(vt::EMessage::Subscribe);
+    vt::SubscribeMessage subscribe;
     subscribe.sub = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : ++client.lastSub;
     subscribe.path = m_script.Path();
     SendMessage(subscribe);
 }
 
 void ServerScript::SendUnsubscribe() {
-    vt::Message unsubscribe = vt::Message::Of(vt::EMessage::Unsubscribe);
-    unsubscribe.sub = static_cast<quint32>(m_script.Number());
-    SendMessage(unsubscribe);
+    SendMessage(vt::UnsubscribeMessage{static_cast<quint32>(m_script.Number())});
 }
 
 void ServerScript::SendAck() {
     Client& client = *m_clients[m_current];
     client.acked = m_script.Rarely() ? m_script.Number() : client.follower.CountToAck();
-    vt::Message ack = vt::Message::Of(vt::EMessage::Ack);
-    ack.seq = client.acked;
-    SendMessage(ack);
+    SendMessage(vt::AckMessage{client.acked});
 }
 
-void ServerScript::SendRequest(vt::EMessage type) {
-    vt::Message message = vt::Message::Of(type);
-    message.req = static_cast<quint32>(m_script.Number());
-    message.sub = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : 1 + m_script.Below(2);
-    message.id = static_cast<quint32>(m_script.Number());
-    if (type == vt::EMessage::Create) {
-        message.path = m_script.Path();
-        message.item = compose::Item(m_script);
-    } else {
-        message.item.content = compose::AnyContent(m_script);
-    }
-    SendMessage(message);
+/// Request, subscription and item of a write; a creation has the first two.
+vt::WriteMessage ServerScript::SomeRequest() {
+    vt::WriteMessage write;
+    write.req = static_cast<quint32>(m_script.Number());
+    write.sub = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : 1 + m_script.Below(2);
+    write.id = static_cast<quint32>(m_script.Number());
+    return write;
+}
+
+void ServerScript::SendWrite() {
+    vt::WriteMessage write = SomeRequest();
+    write.content = compose::AnyContent(m_script);
+    SendMessage(write);
+}
+
+void ServerScript::SendCreate() {
+    const vt::WriteMessage request = SomeRequest();
+    vt::CreateMessage create;
+    create.req = request.req;
+    create.sub = request.sub;
+    create.path = m_script.Path();
+    create.item = compose::Item(m_script);
+    SendMessage(create);
 }
 
 void ServerScript::SendRaw() {
-    vt::Message message = vt::Message::Of(static_cast<vt::EMessage>(m_script.Below(18)));
-    message.seq = m_script.Number();
-    message.sub = static_cast<quint32>(m_script.Number());
-    message.reason = m_script.Text();
-    Send(m_script.Flag() ? vt::Encode(message) : m_script.Bytes());
+    const unsigned number = m_script.Below(18);
+    Filling filling;
+    filling.number = m_script.Number();
+    m_script.Number();  // scripts that were kept have one here
+    filling.text = m_script.Text();
+    Send(m_script.Flag() ? compose::MessageOfNumber(number, filling) : m_script.Bytes());
 }
 
 bool ServerScript::Deliver(Client& client) {
@@ -193,9 +203,9 @@ void ServerScript::StepOfClient(EServerOperation operation) {
         case EServerOperation::SendAck:
             return SendAck();
         case EServerOperation::SendWrite:
-            return SendRequest(vt::EMessage::Write);
+            return SendWrite();
         case EServerOperation::SendCreate:
-            return SendRequest(vt::EMessage::Create);
+            return SendCreate();
         case EServerOperation::SendRaw:
             return SendRaw();
         case EServerOperation::Cut:
@@ -275,9 +285,7 @@ bool ServerScript::RunOnce() {
         const std::size_t before = m_current;
         m_current = i;
         client.acked = client.follower.CountToAck();
-        vt::Message ack = vt::Message::Of(vt::EMessage::Ack);
-        ack.seq = client.acked;
-        SendMessage(ack);
+        SendMessage(vt::AckMessage{client.acked});
         m_current = before;
     }
     return hasRun;

@@ -6,7 +6,7 @@
 #include <platform/vtclient/channel/framedsocket.h>
 #include <platform/vtclient/channel/socketcalls.h>
 #include <platform/vtclient/vtattemptlimiter.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messagewriter.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
 #include <QtCore/QElapsedTimer>
@@ -200,10 +200,7 @@ void SocketListener::OnEncrypted(QSslSocket* socket) {
     if (problem.isEmpty()) return m_handler(std::move(channel));
     const QString reason = QStringLiteral("the client certificate: ") + problem;
     TraceRefused(VtAttemptLimiter::HostOf(channel->PeerAddress()), channel->PeerAddress(), reason);
-    Message bye = Message::Of(EMessage::Bye);
-    bye.code = EBye::NotAdmitted;
-    bye.reason = reason;
-    channel->Send(Encode(bye));
+    channel->SendInParts(Encode(ByeMessage{EBye::NotAdmitted, reason}), QByteArray(), {});
     channel->Close();
 }
 

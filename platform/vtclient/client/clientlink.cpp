@@ -5,6 +5,7 @@
 #include <platform/vtclient/client/clientsession.h>
 #include <platform/vtclient/client/clienttrace.h>
 #include <platform/vtclient/client/vttic.h>
+#include <platform/vtclient/wire/messagereader.h>
 
 #include <utility>
 
@@ -91,20 +92,20 @@ bool ClientLink::IsNext(quint64 sequence) {
     return false;
 }
 
-void ClientLink::OnChanges(MessageReader& reader, const ChangesHead& head) {
-    if (!IsNext(head.seq)) return;
+void ClientLink::OnChanges(MessageReader& reader, quint64 sequence, bool hasMore) {
+    if (!IsNext(sequence)) return;
     QString error;
-    const bool isGood = Apply(reader, head, &error);
+    const bool isGood = Apply(reader, hasMore, &error);
     OnApplied(isGood, error);
 }
 
-bool ClientLink::Apply(MessageReader& reader, const ChangesHead& head, QString* error) {
+bool ClientLink::Apply(MessageReader& reader, bool hasMore, QString* error) {
     TreeChange change;
     while (reader.NextChange(&change))
         if (!m_mirror.Apply(change, error)) return false;
     *error = reader.Error();
     if (!error->isEmpty()) return false;
-    return m_mirror.EndPart(head.type == EMessage::Snapshot || head.more, error);
+    return m_mirror.EndPart(hasMore, error);
 }
 
 void ClientLink::OnEnd(quint64 sequence) {
@@ -135,7 +136,8 @@ quint32 ClientLink::SendWrite(TreeMirror& /*mirror*/, WriteMessage* write) {
     return m_session->SendWrite(*this, m_sub, write);
 }
 
-quint32 ClientLink::SendCreation(TreeMirror& /*mirror*/, Message* create, const values::TreeItem& item) {
+quint32 ClientLink::SendCreation(TreeMirror& /*mirror*/, CreateMessage* create,
+                                 const values::TreeItem& item) {
     return m_session->SendCreation(*this, m_sub, create, item);
 }
 

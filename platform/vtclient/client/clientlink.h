@@ -2,7 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/client/treemirror.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 
 #include <QtCore/QString>
 
@@ -11,6 +11,7 @@
 namespace vt {
 
 class ClientSession;
+class MessageReader;
 class VtTic;
 
 /// A mirror, its subscription at the server, and the tics that share them. Feeds the mirror what the server
@@ -52,7 +53,8 @@ class ClientLink final : private TreeMirror::IHost {
 
     // What comes of the subscription.
     void OnSubscribed(const QStringList& writable);
-    void OnChanges(MessageReader& reader, const ChangesHead& head);
+    /// Changes of a snapshot, or of a batch; \a hasMore: what they add is not complete yet.
+    void OnChanges(MessageReader& reader, quint64 sequence, bool hasMore);
     void OnEnd(quint64 sequence);
     void OnAbsent(const QString& reason);
     void OnAnswer(const AnswerMessage& answer);
@@ -60,11 +62,11 @@ class ClientLink final : private TreeMirror::IHost {
   private:
     void OnEdits(TreeMirror& mirror) override;
     quint32 SendWrite(TreeMirror& mirror, WriteMessage* write) override;
-    quint32 SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) override;
+    quint32 SendCreation(TreeMirror& mirror, CreateMessage* create, const values::TreeItem& item) override;
     void OnRootDeleted(TreeMirror& mirror) override;
 
     bool IsNext(quint64 sequence);
-    bool Apply(MessageReader& reader, const ChangesHead& head, QString* error);
+    bool Apply(MessageReader& reader, bool hasMore, QString* error);
     void OnApplied(bool isGood, const QString& error);
     void SetAbsent(bool isAbsent);
 

@@ -6,9 +6,12 @@
 #include <platform/vtclient/client/clientlink.h>
 #include <platform/vtclient/client/clienttrace.h>
 #include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/messagereader.h>
+#include <platform/vtclient/wire/messagewriter.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
 namespace vt {
@@ -40,7 +43,7 @@ ClientSession::~ClientSession() {
 // The connection -------------------------------------------------------------------------------------------
 
 void ClientSession::Greet(const QString& address) {
-    Message hello = Message::Of(EMessage::Hello);
+    HelloMessage hello;
     hello.version = vtlimits::ProtocolVersion;
     hello.application = CfgCenter::GetAppName().left(vtlimits::MaxHelloText);
     hello.machine = VornOS::Create()->GetMachineName().left(vtlimits::MaxHelloText);
@@ -54,26 +57,6 @@ void ClientSession::Greet(const QString& address) {
     }
     Send(hello);
     Flush();
-}
-
-void ClientSession::OnWelcome(const Message& message) {
-    if (message.version != vtlimits::ProtocolVersion)
-        return Fail(EBye::Version, QStringLiteral("the server speaks version %1").arg(message.version));
-    m_channel->SetMaxMessage(vtlimits::MaxFrame);
-    m_state = EState::Connected;
-    m_number = message.session;
-    m_serverApplication = message.application;
-    // The more patient of the two, but the ping must come before the server's patience ends.
-    m_deadAfter = std::max(m_options.deadAfter, message.ping);
-    m_pingInterval = std::max(milliseconds(1), std::min(m_options.pingInterval, message.dead / 3));
-    m_lastPing = m_loop.Now() - m_pingInterval;  // one at once, to know the latency
-    m_host.OnWelcome();
-}
-
-void ClientSession::OnPong(const Message& message) {
-    const microseconds sent(static_cast<qint64>(message.seq));
-    const microseconds now = m_loop.Now();
-    if (sent <= now && now - sent <= m_deadAfter) m_latency = now - sent;
 }
 
 microseconds ClientSession::Deadline() const {
@@ -90,9 +73,7 @@ void ClientSession::OnDeadline() {
                                 .arg(duration_cast<milliseconds>(now - m_lastReceived).count()));
     } else if (IsConnected() && now - m_lastPing >= m_pingInterval) {
         m_lastPing = now;
-        Message ping = Message::Of(EMessage::Ping);
-        ping.seq = static_cast<quint64>(now.count());
-        Send(ping);
+        Send(PingMessage{static_cast<quint64>(now.count())});
         Flush();
     }
 }
@@ -106,10 +87,7 @@ void ClientSession::OnClosed(const QString& reason) {
 }
 
 void ClientSession::SendBye(EBye code, const QString& reason) {
-    Message bye = Message::Of(EMessage::Bye);
-    bye.code = code;
-    bye.reason = reason;
-    Send(bye);
+    Send(ByeMessage{code, reason});
 }
 
 // The server broke a rule, or is silent.
@@ -142,8 +120,8 @@ void ClientSession::OnMessage(const char* data, qint64 size) {
     const CallDepth::Call call(m_depth);
     m_lastReceived = m_loop.Now();
     MessageReader reader(data, size);
-    EMessage type = EMessage::Hello;
-    if (!reader.ReadType(&type) || !Handle(reader, type, size))
+    const Arrival arrival{reader, size};
+    if (!reader.Read([this, &arrival](const auto& message) { Receive(message, arrival); }))
         Fail(QStringLiteral("malformed message: %1").arg(reader.Error()));
 }
 
@@ -152,75 +130,70 @@ void ClientSession::OnInputDone() {
     m_host.OnInputHandled();
 }
 
-// False if it is malformed, but for the changes in it.
-bool ClientSession::Handle(MessageReader& reader, EMessage type, qint64 size) {
-    if (IsConnected() && (CarriesChanges(type) || type == EMessage::Answer))
-        return HandleFrequent(reader, type, size);
-    Message message = Message::Of(type);
-    if (!reader.ReadRest(&message)) return false;
-    Dispatch(message, size);
-    return true;
-}
-
-bool ClientSession::HandleFrequent(MessageReader& reader, EMessage type, qint64 size) {
-    if (type == EMessage::Answer) {
-        AnswerMessage answer;
-        if (!reader.ReadRest(&answer)) return false;
-        OnAnswer(answer);
-    } else {
-        ChangesHead head;
-        head.type = type;
-        if (!reader.ReadRest(&head)) return false;
-        CountForAck(size);
-        OnChanges(reader, head);
-    }
-    return true;
-}
-
-void ClientSession::Dispatch(const Message& message, qint64 size) {
-    if (message.type == EMessage::Bye) {
-        const bool isRefused = message.code == EBye::NotAdmitted || message.code == EBye::Version;
-        return End(QStringLiteral("the server refuses: %1").arg(message.reason), isRefused);
-    }
-    if (m_state == EState::Greeting) {
-        if (message.type == EMessage::Welcome) return OnWelcome(message);
+template <class M>
+void ClientSession::Receive(const M& message, const Arrival& arrival) {
+    constexpr bool IsWelcome = std::is_same_v<M, WelcomeMessage>;
+    constexpr bool IsFirst = IsWelcome || std::is_same_v<M, ByeMessage>;
+    if (m_state == EState::Greeting && !IsFirst)
         return Fail(QStringLiteral("the first message of a server must be a welcome"));
-    }
-    switch (message.type) {
-        case EMessage::Ping: {
-            Message pong = Message::Of(EMessage::Pong);
-            pong.seq = message.seq;
-            return Send(pong);
-        }
-        case EMessage::Pong:
-            return OnPong(message);
-        case EMessage::End:
-            CountForAck(size);
-            return DispatchToLink(message);
-        case EMessage::Subscribed:
-        case EMessage::Absent:
-            return DispatchToLink(message);
-        default:
-            return Fail(QStringLiteral("a message that only a client sends"));
-    }
+    if constexpr (IsSentBy<M>(ESender::Server))
+        if (!IsWelcome || m_state == EState::Greeting) return On(message, arrival);
+    Fail(QStringLiteral("a message that only a client sends"));
 }
 
-void ClientSession::DispatchToLink(const Message& message) {
-    ClientLink* const link = FindLink(message.sub);
-    if (link == nullptr) return;
-    if (message.type == EMessage::Subscribed)
-        link->OnSubscribed(message.prefixes);
-    else if (message.type == EMessage::Absent)
-        link->OnAbsent(message.reason);
-    else
-        link->OnEnd(message.seq);
+void ClientSession::On(const WelcomeMessage& welcome, const Arrival& /*arrival*/) {
+    if (welcome.version != vtlimits::ProtocolVersion)
+        return Fail(EBye::Version, QStringLiteral("the server speaks version %1").arg(welcome.version));
+    m_channel->SetMaxMessage(vtlimits::MaxFrame);
+    m_state = EState::Connected;
+    m_number = welcome.session;
+    m_serverApplication = welcome.application;
+    // The more patient of the two, but the ping must come before the server's patience ends.
+    m_deadAfter = std::max(m_options.deadAfter, welcome.ping);
+    m_pingInterval = std::max(milliseconds(1), std::min(m_options.pingInterval, welcome.dead / 3));
+    m_lastPing = m_loop.Now() - m_pingInterval;  // one at once, to know the latency
+    m_host.OnWelcome();
 }
 
-void ClientSession::OnChanges(MessageReader& reader, const ChangesHead& head) {
-    if (ClientLink* const link = FindLink(head.sub)) link->OnChanges(reader, head);
+void ClientSession::On(const ByeMessage& bye, const Arrival& /*arrival*/) {
+    const bool isRefused = bye.code == EBye::NotAdmitted || bye.code == EBye::Version;
+    End(QStringLiteral("the server refuses: %1").arg(bye.reason), isRefused);
 }
 
-void ClientSession::OnAnswer(const AnswerMessage& answer) {
+void ClientSession::On(const PingMessage& ping, const Arrival& /*arrival*/) {
+    Send(PongMessage{ping.number});
+}
+
+void ClientSession::On(const PongMessage& pong, const Arrival& /*arrival*/) {
+    const microseconds sent(static_cast<qint64>(pong.number));
+    const microseconds now = m_loop.Now();
+    if (sent <= now && now - sent <= m_deadAfter) m_latency = now - sent;
+}
+
+void ClientSession::On(const SubscribedMessage& subscribed, const Arrival& /*arrival*/) {
+    if (ClientLink* const link = FindLink(subscribed.sub)) link->OnSubscribed(subscribed.prefixes);
+}
+
+void ClientSession::On(const AbsentMessage& absent, const Arrival& /*arrival*/) {
+    if (ClientLink* const link = FindLink(absent.sub)) link->OnAbsent(absent.reason);
+}
+
+void ClientSession::On(const SnapshotMessage& snapshot, const Arrival& arrival) {
+    CountForAck(arrival.size);
+    if (ClientLink* const link = FindLink(snapshot.sub)) link->OnChanges(arrival.reader, snapshot.seq, true);
+}
+
+void ClientSession::On(const BatchMessage& batch, const Arrival& arrival) {
+    CountForAck(arrival.size);
+    if (ClientLink* const link = FindLink(batch.sub)) link->OnChanges(arrival.reader, batch.seq, batch.more);
+}
+
+void ClientSession::On(const EndMessage& end, const Arrival& arrival) {
+    CountForAck(arrival.size);
+    if (ClientLink* const link = FindLink(end.sub)) link->OnEnd(end.seq);
+}
+
+void ClientSession::On(const AnswerMessage& answer, const Arrival& /*arrival*/) {
     const auto request = m_requests.find(answer.req);
     if (request == m_requests.end()) return Fail(QStringLiteral("an answer to no request"));
     ClientLink* const link = request->second;
@@ -240,18 +213,13 @@ ClientLink* ClientSession::FindLink(quint32 sub) {
 
 quint32 ClientSession::Subscribe(ClientLink& link, const QString& path) {
     m_subscriptions[++m_lastSub] = &link;
-    Message subscribe = Message::Of(EMessage::Subscribe);
-    subscribe.sub = m_lastSub;
-    subscribe.path = path;
-    Send(subscribe);
+    Send(SubscribeMessage{m_lastSub, path});
     return m_lastSub;
 }
 
 void ClientSession::Unsubscribe(quint32 sub) {
     Drop(sub);
-    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
-    unsubscribe.sub = sub;
-    Send(unsubscribe);
+    Send(UnsubscribeMessage{sub});
 }
 
 quint32 ClientSession::SendWrite(ClientLink& link, quint32 sub, WriteMessage* write) {
@@ -261,15 +229,14 @@ quint32 ClientSession::SendWrite(ClientLink& link, quint32 sub, WriteMessage* wr
     return bytes.size() > vtlimits::MaxFrame ? 0 : SendRequest(link, bytes);
 }
 
-quint32 ClientSession::SendCreation(ClientLink& link, quint32 sub, Message* create,
+quint32 ClientSession::SendCreation(ClientLink& link, quint32 sub, CreateMessage* create,
                                     const values::TreeItem& item) {
     create->req = m_lastRequest + 1;
     create->sub = sub;
     DescribeItem(item, &create->item);
-    const QByteArray bytes = Encode(*create);
-    const bool isTooLarge = static_cast<quint32>(bytes.size()) > vtlimits::MaxFrame ||
-                            create->path.size() > vtlimits::MaxPathLength;
-    return isTooLarge ? 0 : SendRequest(link, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (create->path.size() > vtlimits::MaxPathLength) return 0;
+    const std::string_view bytes = Encode(*create);
+    return bytes.size() > vtlimits::MaxFrame ? 0 : SendRequest(link, bytes);
 }
 
 quint32 ClientSession::SendRequest(ClientLink& link, std::string_view bytes) {
@@ -301,9 +268,9 @@ void ClientSession::Flush() {
     m_hasOutput = false;
 }
 
-void ClientSession::Send(const Message& message) {
-    const QByteArray bytes = Encode(message);
-    SendBytes({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+template <class M>
+void ClientSession::Send(const M& message) {
+    SendBytes(Encode(message));
 }
 
 void ClientSession::SendBytes(std::string_view bytes) {

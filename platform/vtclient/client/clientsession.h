@@ -6,7 +6,7 @@
 #include <platform/vtclient/client/turnrequest.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/vtclientcenter.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 
 #include <chrono>
 #include <memory>
@@ -21,6 +21,7 @@ class TreeItem;
 namespace vt {
 
 class ClientLink;
+class MessageReader;
 
 /// The client's end of one connection, from its channel to the loss of it: greets, keeps it alive, gives what
 /// comes to the links that it is about, acknowledges it, and sends what they say. Main thread.
@@ -70,7 +71,7 @@ class ClientSession final : private IChannelListener {
     /// Each completes the message by request and subscription. \return the number of the request, whose
     /// answer \a link is told; 0, and nothing sent, if no server would accept it: too large.
     quint32 SendWrite(ClientLink& link, quint32 sub, WriteMessage* write);
-    quint32 SendCreation(ClientLink& link, quint32 sub, Message* create, const values::TreeItem& item);
+    quint32 SendCreation(ClientLink& link, quint32 sub, CreateMessage* create, const values::TreeItem& item);
     /// Tells \a link, which ends, no answer any more.
     void Forget(const ClientLink& link);
     /// The server broke a rule: says so, and ends.
@@ -91,17 +92,28 @@ class ClientSession final : private IChannelListener {
     void OnInputDone() override;
     void OnClosed(const QString& reason) override;
 
-    bool Handle(MessageReader& reader, EMessage type, qint64 size);
-    bool HandleFrequent(MessageReader& reader, EMessage type, qint64 size);
-    void Dispatch(const Message& message, qint64 size);
-    void DispatchToLink(const Message& message);
-    void OnWelcome(const Message& message);
-    void OnPong(const Message& message);
-    void OnChanges(MessageReader& reader, const ChangesHead& head);
-    void OnAnswer(const AnswerMessage& answer);
+    /// A message, by the reader that is at it: changes that it carries are yet to be read.
+    struct Arrival {
+        MessageReader& reader;
+        qint64 size;
+    };
+    template <class M>
+    void Receive(const M& message, const Arrival& arrival);
+    // Whatever a server may send.
+    void On(const WelcomeMessage& welcome, const Arrival& arrival);
+    void On(const ByeMessage& bye, const Arrival& arrival);
+    void On(const SubscribedMessage& subscribed, const Arrival& arrival);
+    void On(const SnapshotMessage& snapshot, const Arrival& arrival);
+    void On(const EndMessage& end, const Arrival& arrival);
+    void On(const BatchMessage& batch, const Arrival& arrival);
+    void On(const AbsentMessage& absent, const Arrival& arrival);
+    void On(const AnswerMessage& answer, const Arrival& arrival);
+    void On(const PingMessage& ping, const Arrival& arrival);
+    void On(const PongMessage& pong, const Arrival& arrival);
     ClientLink* FindLink(quint32 sub);
     void CountForAck(qint64 size);
-    void Send(const Message& message);
+    template <class M>
+    void Send(const M& message);
     void SendBytes(std::string_view bytes);
     quint32 SendRequest(ClientLink& link, std::string_view bytes);
     void SendBye(EBye code, const QString& reason);

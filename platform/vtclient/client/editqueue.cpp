@@ -130,7 +130,7 @@ void EditQueue::SendCreation(MirrorRecord& record) {
     if (record.state == ERecord::Offered && isBelowRefused) m_records.Refuse(record);
     if (record.state == ERecord::Refused) return DestroyAwaited(record);
     if (record.requests != 0) return;
-    Message create = Message::Of(EMessage::Create);
+    CreateMessage create;
     create.path = m_records.PathOf(record);
     create.item.kind = record.kind;
     record.isEdited = false;

@@ -4,7 +4,7 @@
 #include <platform/vtclient/client/mirroritems.h>
 #include <platform/vtclient/client/mirrorrecords.h>
 #include <platform/vtclient/client/treemirror.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 
 #include <deque>
 

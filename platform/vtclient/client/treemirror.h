@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/treechange.h>
 
 #include <platform/values/observable.h>
@@ -38,7 +38,8 @@ class TreeMirror {
         /// Sends a write, or the creation of \a item, completed by request and subscription.
         /// \return the number of the request; 0, and nothing sent, if no server would accept it: too large.
         virtual quint32 SendWrite(TreeMirror& mirror, WriteMessage* write) = 0;
-        virtual quint32 SendCreation(TreeMirror& mirror, Message* create, const values::TreeItem& item) = 0;
+        virtual quint32 SendCreation(TreeMirror& mirror, CreateMessage* create,
+                                     const values::TreeItem& item) = 0;
         /// The application deleted the local root.
         virtual void OnRootDeleted(TreeMirror& mirror) = 0;
     };

@@ -8,12 +8,15 @@
 #include <platform/vtclient/server/serverhub.h>
 #include <platform/vtclient/vtattemptlimiter.h>
 #include <platform/vtclient/wire/itemkinds.h>
+#include <platform/vtclient/wire/messagereader.h>
+#include <platform/vtclient/wire/messagewriter.h>
 #include <platform/vtclient/wire/treepath.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace vt {
 
@@ -45,10 +48,7 @@ void ServerSession::Release() {
 
 void ServerSession::End(EBye code, const QString& reason) {
     if (m_isEnded) return;
-    Message bye = Message::Of(EMessage::Bye);
-    bye.code = code;
-    bye.reason = reason;
-    Send(bye);
+    Send(ByeMessage{code, reason});
     m_isEnded = true;
     m_channel->Close();
     if (code != EBye::ServerEnds) TraceEnd(reason);
@@ -71,9 +71,9 @@ void ServerSession::OnClosed(const QString& reason) {
     m_hub.OnSessionEnded(*this);
 }
 
-void ServerSession::Send(const Message& message) {
-    const QByteArray bytes = Encode(message);
-    SendInParts({bytes.constData(), static_cast<std::size_t>(bytes.size())}, QByteArray(), {});
+template <class M>
+void ServerSession::Send(const M& message) {
+    SendInParts(Encode(message), QByteArray(), {});
 }
 
 void ServerSession::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
@@ -93,9 +93,7 @@ void ServerSession::Check(std::chrono::microseconds now) {
     if (silence >= m_hub.DeadAfter())
         return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence.count()));
     if (now - m_lastSent < m_hub.PingInterval()) return;
-    Message ping = Message::Of(EMessage::Ping);
-    ping.seq = static_cast<quint64>(now.count());
-    Send(ping);
+    Send(PingMessage{static_cast<quint64>(now.count())});
 }
 
 void ServerSession::OnMessage(const char* data, qint64 size) {
@@ -110,8 +108,7 @@ void ServerSession::Handle(const char* data, qint64 size) {
     m_hub.OnInput();
     m_lastReceived = m_hub.Now();
     MessageReader reader(data, size);
-    EMessage type = EMessage::Hello;
-    if (!reader.ReadType(&type) || !Handle(reader, type))
+    if (!reader.Read([this](const auto& message) { Receive(message); }))
         return End(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
     if (!m_isEnded && m_channel->Unsent() > vtlimits::MaxUnsent)
         End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
@@ -121,69 +118,43 @@ void ServerSession::OnInputDone() {
     m_hub.OnInputDone();
 }
 
-// False if it is malformed.
-bool ServerSession::Handle(MessageReader& reader, EMessage type) {
-    if (m_isAdmitted && type == EMessage::Ack) {
-        AckMessage ack;
-        if (!reader.ReadRest(&ack)) return false;
-        OnAck(ack.count);
-    } else if (m_isAdmitted && type == EMessage::Write) {
-        WriteMessage write;
-        if (!reader.ReadRest(&write)) return false;
-        OnWrite(write);
-    } else {
-        Message message = Message::Of(type);
-        if (!reader.ReadRest(&message)) return false;
-        Dispatch(message);
-    }
-    return true;
-}
-
-void ServerSession::Dispatch(const Message& message) {
+template <class M>
+void ServerSession::Receive(const M& message) {
+    constexpr bool IsHello = std::is_same_v<M, HelloMessage>;
     if (!m_isAdmitted) {
-        if (message.type == EMessage::Hello) return OnHello(message);
+        if constexpr (IsHello) return On(message);
         return End(EBye::Malformed, QStringLiteral("the first message must be a hello"));
     }
-    switch (message.type) {
-        case EMessage::Bye:
-            m_isEnded = true;
-            m_channel->Close();
-            return m_hub.OnSessionEnded(*this);
-        case EMessage::Subscribe:
-            return OnSubscribe(message);
-        case EMessage::Unsubscribe:
-            return OnUnsubscribe(message);
-        case EMessage::Create:
-            return OnCreate(message);
-        case EMessage::Ping: {
-            Message pong = Message::Of(EMessage::Pong);
-            pong.seq = message.seq;
-            return Send(pong);
-        }
-        case EMessage::Pong:
-            return;
-        default:
-            return End(EBye::Malformed,
-                       QStringLiteral("a message that only a server sends, or a second hello"));
-    }
+    if constexpr (!IsHello && IsSentBy<M>(ESender::Client)) return On(message);
+    End(EBye::Malformed, QStringLiteral("a message that only a server sends, or a second hello"));
 }
 
-void ServerSession::OnHello(const Message& message) {
-    if (message.version != vtlimits::ProtocolVersion)
+void ServerSession::On(const ByeMessage& /*bye*/) {
+    m_isEnded = true;
+    m_channel->Close();
+    m_hub.OnSessionEnded(*this);
+}
+
+void ServerSession::On(const PingMessage& ping) {
+    Send(PongMessage{ping.number});
+}
+
+void ServerSession::On(const HelloMessage& hello) {
+    if (hello.version != vtlimits::ProtocolVersion)
         return End(EBye::Version, QStringLiteral("this server speaks version %1 of the protocol, not %2")
                                       .arg(vtlimits::ProtocolVersion)
-                                      .arg(message.version));
+                                      .arg(hello.version));
     if (m_hub.IsFull())
         return End(EBye::Limit, QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
-    m_peer.application = message.application;
-    m_peer.machine = message.machine;
+    m_peer.application = hello.application;
+    m_peer.machine = hello.machine;
     QString reason;
-    if (!m_hub.Access().Admit(m_peer, message.user, message.token, &reason))
+    if (!m_hub.Access().Admit(m_peer, hello.user, hello.token, &reason))
         return End(EBye::NotAdmitted, reason);
     if (m_isEnded) return;
     m_isAdmitted = true;
     m_channel->SetMaxMessage(vtlimits::MaxFrame);
-    Message welcome = Message::Of(EMessage::Welcome);
+    WelcomeMessage welcome;
     welcome.version = vtlimits::ProtocolVersion;
     welcome.application = m_hub.Application().left(vtlimits::MaxHelloText);
     welcome.session = m_peer.session;
@@ -194,27 +165,27 @@ void ServerSession::OnHello(const Message& message) {
     m_hub.OnAdmitted(*this);
 }
 
-void ServerSession::OnSubscribe(const Message& message) {
-    if (message.sub == 0 || message.sub > 0x7fffffffU || m_subscriptions.count(message.sub) != 0)
+void ServerSession::On(const SubscribeMessage& subscribe) {
+    if (subscribe.sub == 0 || subscribe.sub > 0x7fffffffU || m_subscriptions.count(subscribe.sub) != 0)
         return End(EBye::Malformed,
-                   QStringLiteral("%1 is no free number of a subscription").arg(message.sub));
+                   QStringLiteral("%1 is no free number of a subscription").arg(subscribe.sub));
     if (m_subscriptions.size() >= vtlimits::MaxSubscriptions)
         return End(EBye::Limit, QStringLiteral("more than %1 subscriptions").arg(vtlimits::MaxSubscriptions));
-    if (!message.path.startsWith(QLatin1Char('/')))
-        return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(message.path));
-    auto subscription = std::make_unique<Subscription>(*this, message.sub, NormalisedPath(message.path));
+    if (!subscribe.path.startsWith(QLatin1Char('/')))
+        return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(subscribe.path));
+    auto subscription = std::make_unique<Subscription>(*this, subscribe.sub, NormalisedPath(subscribe.path));
     if (!m_hub.Access().MayRead(m_peer, subscription->Path()))
         return TellAbsent(
             *subscription,
             QStringLiteral("'%1' may not be read by '%2'").arg(subscription->Path(), m_peer.user));
     m_hub.Access().ProvideNode(m_peer, subscription->Path());
     if (m_isEnded) return;
-    Subscription& added = *(m_subscriptions[message.sub] = std::move(subscription));
+    Subscription& added = *(m_subscriptions[subscribe.sub] = std::move(subscription));
     m_hub.Subtrees().Join(added);
 }
 
 void ServerSession::Subscribe(Subscription& subscription) {
-    Message subscribed = Message::Of(EMessage::Subscribed);
+    SubscribedMessage subscribed;
     subscribed.sub = subscription.Number();
     // What is longer than a path may be matches none.
     for (const QString& prefix : m_hub.Access().WritablePrefixes(m_peer))
@@ -223,14 +194,11 @@ void ServerSession::Subscribe(Subscription& subscription) {
 }
 
 void ServerSession::TellAbsent(Subscription& subscription, const QString& reason) {
-    Message absent = Message::Of(EMessage::Absent);
-    absent.sub = subscription.Number();
-    absent.reason = reason;
-    Send(absent);
+    Send(AbsentMessage{subscription.Number(), reason});
 }
 
-void ServerSession::OnUnsubscribe(const Message& message) {
-    const auto found = m_subscriptions.find(message.sub);
+void ServerSession::On(const UnsubscribeMessage& unsubscribe) {
+    const auto found = m_subscriptions.find(unsubscribe.sub);
     if (found == m_subscriptions.end()) return;  // it may have been denied meanwhile
     const std::unique_ptr<Subscription> subscription = std::move(found->second);
     m_subscriptions.erase(found);
@@ -248,29 +216,24 @@ void ServerSession::CountSent(int bytes) {
 }
 
 void ServerSession::SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore) {
-    ChangesHead head;
-    head.type = subscription.IsLive() ? EMessage::Batch : EMessage::Snapshot;
-    head.sub = subscription.Number();
-    head.seq = subscription.NextSequence();
-    head.more = hasMore;
-    SendInParts(EncodeHead(head), changes, ChangesEnd);
+    const quint32 sub = subscription.Number();
+    const quint64 seq = subscription.NextSequence();
+    const std::string_view head = subscription.IsLive() ? EncodeHead(BatchMessage{sub, seq, hasMore})
+                                                        : EncodeHead(SnapshotMessage{sub, seq});
+    SendInParts(head, changes, ChangesEnd);
     CountSent(changes.size());
 }
 
 void ServerSession::SendEnd(Subscription& subscription) {
-    Message end = Message::Of(EMessage::End);
-    end.sub = subscription.Number();
-    end.seq = subscription.NextSequence();
-    end.epoch = m_hub.Epoch();
-    Send(end);
+    Send(EndMessage{subscription.Number(), subscription.NextSequence(), m_hub.Epoch()});
     CountSent(0);
     subscription.SetLive();
 }
 
-void ServerSession::OnAck(quint64 count) {
-    if (count < m_acked || count - m_acked > m_inFlight.size())
+void ServerSession::On(const AckMessage& ack) {
+    if (ack.count < m_acked || ack.count - m_acked > m_inFlight.size())
         return End(EBye::Malformed, QStringLiteral("an acknowledgement of what was not sent"));
-    for (; m_acked < count; ++m_acked) {
+    for (; m_acked < ack.count; ++m_acked) {
         m_inFlightBytes -= m_inFlight.front();
         m_inFlight.pop_front();
     }
@@ -320,7 +283,7 @@ void ServerSession::Answer(AnswerMessage* answer, EResult result, const QString&
     SendInParts(bytes, QByteArray(), {});
 }
 
-void ServerSession::OnWrite(const WriteMessage& write) {
+void ServerSession::On(const WriteMessage& write) {
     AnswerMessage answer;
     answer.req = write.req;
     const auto found = m_subscriptions.find(write.sub);
@@ -362,16 +325,16 @@ void ServerSession::Write(const WriteMessage& write, TreeWatcher& watcher, value
     Answer(answer, answer->content == content ? EResult::Done : EResult::Clamped);
 }
 
-void ServerSession::OnCreate(const Message& message) {
+void ServerSession::On(const CreateMessage& create) {
     AnswerMessage answer;
-    answer.req = message.req;
-    const auto found = m_subscriptions.find(message.sub);
+    answer.req = create.req;
+    const auto found = m_subscriptions.find(create.sub);
     if (found == m_subscriptions.end())
         return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
-    const QString reason = Create(message, *found->second);
+    const QString reason = Create(create, *found->second);
     if (m_isEnded) return;
     if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
-    m_lateAnswers.emplace_back(message.sub, answer);
+    m_lateAnswers.emplace_back(create.sub, answer);
     m_hub.ServeLater(*this);
 }
 
@@ -392,8 +355,8 @@ void ServerSession::SendLateAnswers() {
 }
 
 // Empty if the item is there afterwards, else why not.
-QString ServerSession::Create(const Message& message, Subscription& subscription) {
-    const QString path = NormalisedPath(message.path);
+QString ServerSession::Create(const CreateMessage& create, Subscription& subscription) {
+    const QString path = NormalisedPath(create.path);
     const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     if (!IsAtOrBelow(path, subscription.Path()) || names.isEmpty())
         return QStringLiteral("'%1' does not lie in the subscription").arg(path);
@@ -409,7 +372,7 @@ QString ServerSession::Create(const Message& message, Subscription& subscription
     if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
     if (++m_created > vtlimits::MaxCreatedPerSession)
         return QStringLiteral("the session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
-    std::unique_ptr<values::TreeItem> item = MakeItem(message.item, names.last());
+    std::unique_ptr<values::TreeItem> item = MakeItem(create.item, names.last());
     const QString parent = path.left(path.size() - names.last().size());
     return tree->AddItem(parent, item) ? QString() : QStringLiteral("a value stands in the way");
 }

@@ -4,7 +4,7 @@
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/subscription.h>
-#include <platform/vtclient/wire/message.h>
+#include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
 #include <chrono>
@@ -67,19 +67,24 @@ class ServerSession final : public IChannelListener {
 
   private:
     void Handle(const char* data, qint64 size);
-    bool Handle(MessageReader& reader, EMessage type);
-    void Dispatch(const Message& message);
-    void OnHello(const Message& message);
-    void OnSubscribe(const Message& message);
-    void OnUnsubscribe(const Message& message);
-    void OnAck(quint64 count);
-    void OnWrite(const WriteMessage& write);
-    void OnCreate(const Message& message);
+    template <class M>
+    void Receive(const M& message);
+    // Whatever a client may send.
+    void On(const HelloMessage& hello);
+    void On(const ByeMessage& bye);
+    void On(const SubscribeMessage& subscribe);
+    void On(const UnsubscribeMessage& unsubscribe);
+    void On(const AckMessage& ack);
+    void On(const WriteMessage& write);
+    void On(const CreateMessage& create);
+    void On(const PingMessage& ping);
+    void On(const PongMessage& /*pong*/) {}
     void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
                AnswerMessage* answer);
-    QString Create(const Message& message, Subscription& subscription);
+    QString Create(const CreateMessage& create, Subscription& subscription);
     void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());
-    void Send(const Message& message);
+    template <class M>
+    void Send(const M& message);
     void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail);
     bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
     void SendEnd(Subscription& subscription);

@@ -25,6 +25,9 @@ enum class EMessage : std::uint8_t {
     Pong = 16
 };
 
+/// Which end of a connection sends a message.
+enum class ESender : std::uint8_t { Client, Server, Either };
+
 /// Why a session ends.
 enum class EBye : std::uint8_t {
     Version = 1,
@@ -40,7 +43,9 @@ enum class EBye : std::uint8_t {
 /// What became of a write or a creation.
 enum class EResult : std::uint8_t { Done = 0, Clamped = 1, Denied = 2, Gone = 3 };
 
-/// Whether messages of this type have changes behind their header.
-bool CarriesChanges(EMessage type);
+/// Whether changes follow the fields of messages of this type.
+constexpr bool CarriesChanges(EMessage type) {
+    return type == EMessage::Snapshot || type == EMessage::Batch;
+}
 
 }  // namespace vt

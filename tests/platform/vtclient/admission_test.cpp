@@ -59,7 +59,7 @@ TEST_P(FirstWords, AreAnsweredWithAByeAndOneLine) {
     SocketPeer peer(m_server.GetPort());
     ASSERT_TRUE(peer.WaitConnected());
     GetParam().say(peer);
-    const vt::Message* const bye = peer.WaitFor(vt::EMessage::Bye);
+    const vt::ByeMessage* const bye = peer.WaitFor<vt::ByeMessage>();
     ASSERT_NE(bye, nullptr);
     EXPECT_EQ(bye->code, GetParam().code);
     EXPECT_EQ(bye->reason.toStdString(), GetParam().reason);
@@ -80,7 +80,7 @@ const FirstWord AllFirstWords[] = {
      "the token of '' is wrong"},
     {"AnythingButAHello", [](SocketPeer& peer) { peer.Subscribe(1, "/S"); }, vt::EBye::Malformed,
      "the first message must be a hello"},
-    {"APing", [](SocketPeer& peer) { peer.Send(vt::Message::Of(vt::EMessage::Ping)); }, vt::EBye::Malformed,
+    {"APing", [](SocketPeer& peer) { peer.Send(vt::PingMessage()); }, vt::EBye::Malformed,
      "the first message must be a hello"},
     {"AMessageThatIsNone", [](SocketPeer& peer) { peer.SendFrame("garbage"); }, vt::EBye::Malformed,
      "malformed message: an array was expected"},
@@ -139,7 +139,7 @@ TEST_F(Admission, AHelloThatDoesNotComeInTimeEndsTheConnection) {
     clock.Pass(251ms);
     loop.Run();
     for (SocketPeer* const peer : {&silent, &slow}) {
-        const vt::Message* const bye = peer->WaitFor(vt::EMessage::Bye);
+        const vt::ByeMessage* const bye = peer->WaitFor<vt::ByeMessage>();
         ASSERT_NE(bye, nullptr);
         EXPECT_EQ(bye->code, vt::EBye::Silence);
         EXPECT_EQ(bye->reason, QStringLiteral("no hello in time"));
@@ -189,7 +189,7 @@ TEST_F(Admission, HundredsThatComeAtOnceAndTakeTheirTimeAllGetIn) {
     for (const auto& peer : peers)
         peer->SendHello();
     for (const auto& peer : peers)
-        ASSERT_NE(peer->WaitFor(vt::EMessage::Welcome), nullptr);
+        ASSERT_NE(peer->WaitFor<vt::WelcomeMessage>(), nullptr);
     EXPECT_THAT(Texts(ServerLines()), IsEmpty());
 }
 

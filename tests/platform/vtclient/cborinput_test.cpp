@@ -188,13 +188,12 @@ TEST(CborAllocationTest, NumbersAreReadWithoutAny) {
         writer.Changed(i, integer, vt::EItemKind::NumericInt);
         writer.Changed(i, real, vt::EItemKind::NumericDouble);
     }
-    const QByteArray bytes = Encode(vt::Message::Of(vt::EMessage::Batch), writer.Take());
-    vt::Message message;
+    const QByteArray bytes = ToBytes(vt::BatchMessage(), writer.Take());
     vt::TreeChange change;
     int count = 0;
     const AllocationCounter counter;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    reader.ReadHeader(&message);
+    reader.Read([](const auto& /*message*/) {});
     while (reader.NextChange(&change))
         ++count;
     const std::size_t allocations = AllocationCounter::Count();

@@ -18,7 +18,6 @@ using values::ValueNumeric;
 using vt::EBye;
 using vt::EChange;
 using vt::EItemKind;
-using vt::EMessage;
 using vt::EResult;
 using vt::Message;
 using vt::TreeChange;
@@ -118,10 +117,10 @@ class ClientRules : public testing::Test {
         m_server = std::make_unique<RawPeer>(m_wire, false);
         m_listener->OnConnected(std::move(channel));
         m_server->Read();
-        ASSERT_EQ(m_server->Count(EMessage::Hello), 1);
+        ASSERT_EQ(m_server->Count<vt::HelloMessage>(), 1);
     }
     void Welcome() {
-        Message welcome = Message::Of(EMessage::Welcome);
+        vt::WelcomeMessage welcome;
         welcome.version = vtlimits::ProtocolVersion;
         welcome.session = 5;
         welcome.ping = std::chrono::milliseconds(5000);
@@ -141,20 +140,27 @@ class ClientRules : public testing::Test {
         m_server->Send(message, Bytes(changes));
         Run();
     }
-    Message About(EMessage type, quint64 seq) {
-        Message message = Message::Of(type);
+    /// A message about the subscription.
+    template <class M>
+    M About() {
+        M message;
         message.sub = m_sub;
+        return message;
+    }
+    template <class M>
+    M About(quint64 seq) {
+        M message = About<M>();
         message.seq = seq;
         return message;
     }
     void Batch(quint64 seq, const std::vector<TreeChange>& changes, bool more = false) {
-        Message batch = About(EMessage::Batch, seq);
+        vt::BatchMessage batch = About<vt::BatchMessage>(seq);
         batch.more = more;
         Say(batch, changes);
     }
     void Fail(const char* reason) {
-        ASSERT_EQ(m_server->Count(EMessage::Bye), 1) << "the client goes on";
-        EXPECT_EQ(m_server->Of(EMessage::Bye)[0].reason, S(reason));
+        ASSERT_EQ(m_server->Count<vt::ByeMessage>(), 1) << "the client goes on";
+        EXPECT_EQ(m_server->Of<vt::ByeMessage>()[0].reason, S(reason));
         EXPECT_FALSE(m_client->IsConnected());
     }
     /// Mirrors /S at /L: a node with the text "t" (id 1).
@@ -162,22 +168,22 @@ class ClientRules : public testing::Test {
         m_tic = m_client->AddTic(S("/L,/S"), "");
         Connect();
         Welcome();
-        ASSERT_EQ(m_server->Count(EMessage::Subscribe), 1);
-        m_sub = m_server->Of(EMessage::Subscribe)[0].sub;
-        Message subscribed = About(EMessage::Subscribed, 0);
+        ASSERT_EQ(m_server->Count<vt::SubscribeMessage>(), 1);
+        m_sub = m_server->Of<vt::SubscribeMessage>()[0].sub;
+        vt::SubscribedMessage subscribed = About<vt::SubscribedMessage>();
         subscribed.prefixes = QStringList(S("/S"));
         Say(subscribed);
-        Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "one")});
-        Say(About(EMessage::End, 2));
+        Say(About<vt::SnapshotMessage>(1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "one")});
+        Say(About<vt::EndMessage>(2));
         ASSERT_TRUE(m_tic->IsEstablished());
         m_observer.Clear();
     }
     void Answer(quint32 req, EResult result, const char* reason = "", const vt::Content& content = {}) {
-        Message answer = Message::Of(EMessage::Answer);
+        vt::AnswerMessage answer;
         answer.req = req;
         answer.result = result;
         answer.reason = S(reason);
-        answer.item.content = content;
+        answer.content = content;
         Say(answer);
     }
     Text* T() { return dynamic_cast<Text*>(m_tree.FindItem(S("/L/t"))); }

@@ -26,15 +26,15 @@ TEST_F(ClientRules, AMissedBatchLeadsToANewSnapshot) {
     EXPECT_FALSE(m_tic->IsEstablished());
     EXPECT_EQ(T()->GetValue(), S("one"));
     EXPECT_EQ(T()->GetState(), values::Stale);
-    EXPECT_EQ(m_server->Count(EMessage::Unsubscribe), 1);
-    ASSERT_EQ(m_server->Count(EMessage::Subscribe), 2);
+    EXPECT_EQ(m_server->Count<vt::UnsubscribeMessage>(), 1);
+    ASSERT_EQ(m_server->Count<vt::SubscribeMessage>(), 2);
     const quint32 before = m_sub;
-    m_sub = m_server->Of(EMessage::Subscribe)[1].sub;
+    m_sub = m_server->Of<vt::SubscribeMessage>()[1].sub;
     EXPECT_NE(m_sub, before);
     const Text* const kept = T();
-    Say(About(EMessage::Subscribed, 0));
-    Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(8, 0, "t", "three")});
-    Say(About(EMessage::End, 2));
+    Say(About<vt::SubscribedMessage>());
+    Say(About<vt::SnapshotMessage>(1), {AddedNode(0, 0, "S"), AddedText(8, 0, "t", "three")});
+    Say(About<vt::EndMessage>(2));
     EXPECT_TRUE(m_tic->IsEstablished());
     EXPECT_EQ(T(), kept);
     EXPECT_EQ(T()->GetValue(), S("three"));
@@ -45,7 +45,7 @@ TEST_F(ClientRules, ADoubledBatchLeadsToANewSnapshotToo) {
     Establish();
     Batch(3, {Changed(1, S("two"))});
     Batch(3, {Changed(1, S("two"))});
-    EXPECT_EQ(m_server->Count(EMessage::Subscribe), 2);
+    EXPECT_EQ(m_server->Count<vt::SubscribeMessage>(), 2);
 }
 
 struct MalformedRow {
@@ -100,24 +100,24 @@ TEST_F(ClientRules, EightMessagesAreAcknowledgedTogether) {
     Establish();
     for (quint64 seq = 3; seq < 8; ++seq)
         Batch(seq, {Changed(1, QString::number(seq))});
-    EXPECT_EQ(m_server->Count(EMessage::Ack), 0);
+    EXPECT_EQ(m_server->Count<vt::AckMessage>(), 0);
     Batch(8, {Changed(1, S("8"))});
-    ASSERT_EQ(m_server->Count(EMessage::Ack), 1);
-    EXPECT_EQ(m_server->Of(EMessage::Ack).back().seq, 8U);
+    ASSERT_EQ(m_server->Count<vt::AckMessage>(), 1);
+    EXPECT_EQ(m_server->Of<vt::AckMessage>().back().count, 8U);
 }
 
 TEST_F(ClientRules, WhatVanishesDuringItsSnapshotLeavesNothing) {
     m_tic = m_client->AddTic(S("/L,/S"), "");
     Connect();
     Welcome();
-    m_sub = m_server->Of(EMessage::Subscribe).at(0).sub;
-    Say(About(EMessage::Subscribed, 0));
-    Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "one")});
-    Say(About(EMessage::Absent, 0));
+    m_sub = m_server->Of<vt::SubscribeMessage>().at(0).sub;
+    Say(About<vt::SubscribedMessage>());
+    Say(About<vt::SnapshotMessage>(1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "one")});
+    Say(About<vt::AbsentMessage>());
     EXPECT_EQ(m_tree.FindItem(S("/L")), nullptr);
-    Say(About(EMessage::Subscribed, 0));
-    Say(About(EMessage::Snapshot, 1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "two")});
-    Say(About(EMessage::End, 2));
+    Say(About<vt::SubscribedMessage>());
+    Say(About<vt::SnapshotMessage>(1), {AddedNode(0, 0, "S"), AddedText(1, 0, "t", "two")});
+    Say(About<vt::EndMessage>(2));
     ASSERT_NE(T(), nullptr);
     EXPECT_EQ(T()->GetValue(), S("two"));
 }

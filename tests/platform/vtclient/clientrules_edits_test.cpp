@@ -12,14 +12,14 @@ TEST_F(ClientRules, WritesOfOneValueCoalesceWhileOneIsUnanswered) {
         T()->SetValue(S(content));
         Run();
     }
-    ASSERT_EQ(m_server->Count(EMessage::Write), 1);
-    EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Write)[0].item.content), S("a"));
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Done);
-    ASSERT_EQ(m_server->Count(EMessage::Write), 2);
-    EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Write)[1].item.content), S("c"));
+    ASSERT_EQ(m_server->Count<vt::WriteMessage>(), 1);
+    EXPECT_EQ(std::get<QString>(m_server->Of<vt::WriteMessage>()[0].content), S("a"));
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Done);
+    ASSERT_EQ(m_server->Count<vt::WriteMessage>(), 2);
+    EXPECT_EQ(std::get<QString>(m_server->Of<vt::WriteMessage>()[1].content), S("c"));
     EXPECT_EQ(T()->GetValue(), S("c"));
     EXPECT_TRUE(m_client->HasUnansweredWrites());
-    Answer(m_server->Of(EMessage::Write)[1].req, EResult::Done);
+    Answer(m_server->Of<vt::WriteMessage>()[1].req, EResult::Done);
     EXPECT_FALSE(m_client->HasUnansweredWrites());
     EXPECT_EQ(m_observer.Count(connectioncode::WritesAnswered), 1);
 }
@@ -29,13 +29,13 @@ TEST_F(ClientRules, EditsOfOneTurnAreOneWriteAndOneThatIsTakenBackIsNone) {
     T()->SetValue(S("a"));
     T()->SetValue(S("b"));
     Run();
-    ASSERT_EQ(m_server->Count(EMessage::Write), 1);
-    EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Write)[0].item.content), S("b"));
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Done);
+    ASSERT_EQ(m_server->Count<vt::WriteMessage>(), 1);
+    EXPECT_EQ(std::get<QString>(m_server->Of<vt::WriteMessage>()[0].content), S("b"));
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Done);
     T()->SetValue(S("c"));
     T()->SetValue(S("b"));
     Run();
-    EXPECT_EQ(m_server->Count(EMessage::Write), 1);
+    EXPECT_EQ(m_server->Count<vt::WriteMessage>(), 1);
 }
 
 TEST_F(ClientRules, OlderServerContentIsNotShownWhileAWriteIsUnanswered) {
@@ -44,7 +44,7 @@ TEST_F(ClientRules, OlderServerContentIsNotShownWhileAWriteIsUnanswered) {
     Run();
     Batch(3, {Changed(1, S("older"))});
     EXPECT_EQ(T()->GetValue(), S("mine"));
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Done);
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Done);
     EXPECT_EQ(T()->GetValue(), S("mine"));
     Batch(4, {Changed(1, S("newer"))});
     EXPECT_EQ(T()->GetValue(), S("newer"));
@@ -56,7 +56,7 @@ TEST_F(ClientRules, ADeniedWriteShowsTheServersContentAndSaysWhy) {
     T()->SetValue(S("mine"));
     Run();
     Batch(3, {Changed(1, S("theirs"))});
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Denied, "needs MayBIT");
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Denied, "needs MayBIT");
     EXPECT_EQ(T()->GetValue(), S("theirs"));
     EXPECT_THAT(recorder.refusals, ElementsAre(S("/S/t: needs MayBIT")));
 }
@@ -65,7 +65,7 @@ TEST_F(ClientRules, AClampedWriteShowsWhatHolds) {
     Establish();
     T()->SetValue(S("mine"));
     Run();
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Clamped, "", S("held"));
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Clamped, "", S("held"));
     EXPECT_EQ(T()->GetValue(), S("held"));
 }
 
@@ -104,15 +104,15 @@ TEST_F(ClientRules, AnOwnOccurrenceIsShownOnce) {
     log->SetValue(S("mine"));
     log->SetValue(S("mine"));
     Run();
-    ASSERT_EQ(m_server->Count(EMessage::Write), 2);
+    ASSERT_EQ(m_server->Count<vt::WriteMessage>(), 2);
     TreeChange own = Changed(2, S("mine"));
     own.change = EChange::Own;
     own.session = 5;
     TreeChange others = own;
     others.session = 6;
     Batch(4, {own, own, others});
-    Answer(m_server->Of(EMessage::Write)[0].req, EResult::Done);
-    Answer(m_server->Of(EMessage::Write)[1].req, EResult::Done);
+    Answer(m_server->Of<vt::WriteMessage>()[0].req, EResult::Done);
+    Answer(m_server->Of<vt::WriteMessage>()[1].req, EResult::Done);
     EXPECT_THAT(shown, ElementsAre(S("mine"), S("mine"), S("mine")));
     log->DeleteObserver(&observer);
 }
@@ -124,13 +124,13 @@ TEST_F(ClientRules, WhatTheServerRefusesToCreateStaysLocalAndIsTracedOnce) {
     note->SetName(S("note"));
     m_tree.AddValue(S("/L"), note);
     Run();
-    ASSERT_EQ(m_server->Count(EMessage::Create), 1);
-    EXPECT_EQ(m_server->Of(EMessage::Create)[0].path, S("/S/note"));
-    Answer(m_server->Of(EMessage::Create)[0].req, EResult::Denied, "not here");
+    ASSERT_EQ(m_server->Count<vt::CreateMessage>(), 1);
+    EXPECT_EQ(m_server->Of<vt::CreateMessage>()[0].path, S("/S/note"));
+    Answer(m_server->Of<vt::CreateMessage>()[0].req, EResult::Denied, "not here");
     note->SetValue(S("still mine"));
     Run();
-    EXPECT_EQ(m_server->Count(EMessage::Create), 1);
-    EXPECT_EQ(m_server->Count(EMessage::Write), 0);
+    EXPECT_EQ(m_server->Count<vt::CreateMessage>(), 1);
+    EXPECT_EQ(m_server->Count<vt::WriteMessage>(), 0);
     EXPECT_EQ(note->GetValue(), S("still mine"));
     EXPECT_EQ(note->GetState(), values::Valid);
     EXPECT_THAT(traces.Messages(),
@@ -144,15 +144,15 @@ TEST_F(ClientRules, AnEditAfterTheCreationWasSentIsWrittenWhenTheItemIsThere) {
     m_tree.AddValue(S("/L"), note);
     note->SetValue(S("first"));
     Run();
-    EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Create).at(0).item.content), S("first"));
+    EXPECT_EQ(std::get<QString>(m_server->Of<vt::CreateMessage>().at(0).item.content), S("first"));
     note->SetValue(S("second"));
     Batch(3, {AddedText(2, 0, "note", "first")});
     EXPECT_EQ(note->GetValue(), S("second"));
-    EXPECT_EQ(m_server->Count(EMessage::Write), 0);
-    Answer(m_server->Of(EMessage::Create)[0].req, EResult::Done);
+    EXPECT_EQ(m_server->Count<vt::WriteMessage>(), 0);
+    Answer(m_server->Of<vt::CreateMessage>()[0].req, EResult::Done);
     EXPECT_EQ(note->GetValue(), S("second"));
-    ASSERT_EQ(m_server->Count(EMessage::Write), 1);
-    EXPECT_EQ(std::get<QString>(m_server->Of(EMessage::Write)[0].item.content), S("second"));
+    ASSERT_EQ(m_server->Count<vt::WriteMessage>(), 1);
+    EXPECT_EQ(std::get<QString>(m_server->Of<vt::WriteMessage>()[0].content), S("second"));
 }
 
 TEST_F(ClientRules, WhatWasCreatedAndHasGoneAgainGoesHereToo) {
@@ -161,7 +161,7 @@ TEST_F(ClientRules, WhatWasCreatedAndHasGoneAgainGoesHereToo) {
     note->SetName(S("note"));
     m_tree.AddValue(S("/L"), note);
     Run();
-    Answer(m_server->Of(EMessage::Create).at(0).req, EResult::Done);
+    Answer(m_server->Of<vt::CreateMessage>().at(0).req, EResult::Done);
     EXPECT_EQ(m_tree.FindItem(S("/L/note")), nullptr);
 }
 
@@ -173,7 +173,7 @@ TEST_F(ClientRules, ContentsThatCameBeforeTheAnswerToACreationAreShownAfterIt) {
     Run();
     Batch(3, {AddedText(2, 0, "note", "")});
     Batch(4, {Changed(2, S("theirs"))});
-    Answer(m_server->Of(EMessage::Create).at(0).req, EResult::Done);
+    Answer(m_server->Of<vt::CreateMessage>().at(0).req, EResult::Done);
     EXPECT_EQ(note->GetValue(), S("theirs"));
 }
 

@@ -48,7 +48,7 @@ TEST_F(ClientRules, AWelcomeMakesThePausesShortAgain) {
 
 TEST_F(ClientRules, ARefusalIsTheReasonWhyThereIsNoConnection) {
     Connect();
-    Message bye = Message::Of(EMessage::Bye);
+    vt::ByeMessage bye;
     bye.code = EBye::NotAdmitted;
     bye.reason = S("the token is wrong");
     Say(bye);
@@ -90,7 +90,7 @@ TEST_P(Tokens, AreSentWhereNobodyElseReadsThem) {
     options.token = S("secret");
     Start(options);
     Connect(GetParam().isLoopback, GetParam().isEncrypted);
-    EXPECT_EQ(m_server->Of(EMessage::Hello)[0].token, S(GetParam().token));
+    EXPECT_EQ(m_server->Of<vt::HelloMessage>()[0].token, S(GetParam().token));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Tokens,
@@ -101,10 +101,10 @@ INSTANTIATE_TEST_SUITE_P(All, Tokens,
 
 TEST_F(ClientRules, ASilentServerIsPingedAndThenGivenUp) {
     Establish();
-    const int pings = m_server->Count(EMessage::Ping);
+    const int pings = m_server->Count<vt::PingMessage>();
     m_clock.Pass(5000ms);
     Run();
-    EXPECT_EQ(m_server->Count(EMessage::Ping), pings + 1);
+    EXPECT_EQ(m_server->Count<vt::PingMessage>(), pings + 1);
     m_clock.Pass(10000ms);
     Run();
     EXPECT_FALSE(m_client->IsConnected());
@@ -116,8 +116,8 @@ TEST_F(ClientRules, ThePongTellsTheLatency) {
     Establish();
     m_clock.Pass(5000ms);
     Run();
-    Message pong = Message::Of(EMessage::Pong);
-    pong.seq = m_server->Of(EMessage::Ping).back().seq;
+    vt::PongMessage pong;
+    pong.number = m_server->Of<vt::PingMessage>().back().number;
     m_clock.Pass(3ms);
     Say(pong);
     EXPECT_EQ(m_client->GetLatency(), 3ms);

@@ -10,7 +10,7 @@ using testing::IsEmpty;
 TEST_F(ClientRules, AnAbsentItemTakesItsMirrorAlong) {
     Establish();
     EXPECT_FALSE(m_tic->IsAbsent());
-    Say(About(EMessage::Absent, 0));
+    Say(About<vt::AbsentMessage>());
     EXPECT_EQ(m_tree.FindItem(S("/L")), nullptr);
     EXPECT_FALSE(m_tic->IsEstablished());
     EXPECT_TRUE(m_tic->IsAbsent());
@@ -27,8 +27,8 @@ TEST_F(ClientRules, WhatIsAbsentOrDeniedIsToldToItsTicAlone) {
         m_tic->AddObserver(&tic);
         Connect();
         Welcome();
-        m_sub = m_server->Of(EMessage::Subscribe).at(0).sub;
-        Message absent = About(EMessage::Absent, 0);
+        m_sub = m_server->Of<vt::SubscribeMessage>().at(0).sub;
+        vt::AbsentMessage absent = About<vt::AbsentMessage>();
         absent.reason = S(reason);
         Say(absent);
         EXPECT_TRUE(m_tic->IsAbsent());
@@ -47,7 +47,7 @@ TEST_F(ClientRules, TheTicMayBeRemovedFromWhereverItIsToldOf) {
         if (m_tic != nullptr) m_client->RemoveTic(m_tic);
         m_tic = nullptr;
     });
-    Say(About(EMessage::Absent, 0));
+    Say(About<vt::AbsentMessage>());
     Run();
     EXPECT_TRUE(m_client->AreAllTicsEstablished());
     m_observer.React({});
@@ -64,7 +64,7 @@ TEST_F(ClientRules, AnObserverOfAMirroredValueMayRemoveTheTic) {
     EXPECT_EQ(T()->GetState(), values::Stale);
     EXPECT_EQ(m_tree.FindItem(S("/L/u")), nullptr);
     EXPECT_TRUE(m_client->IsConnected());
-    EXPECT_EQ(m_server->Count(EMessage::Unsubscribe), 1);
+    EXPECT_EQ(m_server->Count<vt::UnsubscribeMessage>(), 1);
     T()->DeleteObserver(&value);
 }
 
@@ -92,7 +92,7 @@ TEST_F(ClientRules, ATicRemovedAfterItsNodeWasReleasedTellsOnlyThatItGoes) {
     Run();
     EXPECT_THAT(tic.Codes(), ElementsAre(18));
     EXPECT_THAT(m_observer.Codes(), IsEmpty());
-    EXPECT_EQ(m_server->Count(EMessage::Unsubscribe), 1);
+    EXPECT_EQ(m_server->Count<vt::UnsubscribeMessage>(), 1);
 }
 
 struct SpecRow {

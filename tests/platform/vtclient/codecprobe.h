@@ -2,11 +2,14 @@
 #pragma once
 
 #include <platform/vtclient/wire/changewriter.h>
-#include <platform/vtclient/wire/message.h>
+#include <tests/platform/vtclient/anymessage.h>
 #include <tests/support/printing.h>
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <type_traits>
+#include <variant>
 #include <vector>
 
 /// Bytes as people write them: pairs of hexadecimal digits, spaces as one likes.
@@ -24,7 +27,7 @@ struct DecodedMessage {
 inline DecodedMessage Decode(const QByteArray& bytes) {
     DecodedMessage decoded;
     vt::MessageReader reader(bytes.constData(), bytes.size());
-    if (reader.ReadHeader(&decoded.message) && vt::CarriesChanges(decoded.message.type)) {
+    if (ReadAny(reader, &decoded.message) && vt::CarriesChanges(TypeOf(decoded.message))) {
         vt::TreeChange change;
         while (reader.NextChange(&change))
             decoded.changes.push_back(change);
@@ -34,11 +37,11 @@ inline DecodedMessage Decode(const QByteArray& bytes) {
 }
 
 /// The same written again.
-inline QByteArray Encode(const DecodedMessage& decoded) {
+inline QByteArray ToBytes(const DecodedMessage& decoded) {
     vt::ChangeWriter writer;
     for (const vt::TreeChange& change : decoded.changes)
         writer.Write(change);
-    return vt::Encode(decoded.message, writer.Take());
+    return ToBytes(decoded.message, writer.Take());
 }
 
 inline void ExpectEqual(const vt::ItemDescription& is, const vt::ItemDescription& should) {
@@ -55,28 +58,23 @@ inline void ExpectEqual(const vt::ItemDescription& is, const vt::ItemDescription
     }
 }
 
+template <class T>
+void ExpectEqual(const T& is, const T& should) {
+    EXPECT_EQ(is, should);
+}
+
+/// Every field of them.
 inline void ExpectEqual(const vt::Message& is, const vt::Message& should) {
-    EXPECT_EQ(is.type, should.type);
-    EXPECT_EQ(is.version, should.version);
-    EXPECT_EQ(is.application, should.application);
-    EXPECT_EQ(is.machine, should.machine);
-    EXPECT_EQ(is.user, should.user);
-    EXPECT_EQ(is.token, should.token);
-    EXPECT_EQ(is.session, should.session);
-    EXPECT_EQ(is.epoch, should.epoch);
-    EXPECT_EQ(is.ping, should.ping);
-    EXPECT_EQ(is.dead, should.dead);
-    EXPECT_EQ(is.code, should.code);
-    EXPECT_EQ(is.reason, should.reason);
-    EXPECT_EQ(is.sub, should.sub);
-    EXPECT_EQ(is.seq, should.seq);
-    EXPECT_EQ(is.path, should.path);
-    EXPECT_EQ(is.prefixes, should.prefixes);
-    EXPECT_EQ(is.more, should.more);
-    EXPECT_EQ(is.req, should.req);
-    EXPECT_EQ(is.id, should.id);
-    EXPECT_EQ(is.result, should.result);
-    ExpectEqual(is.item, should.item);
+    ASSERT_EQ(TypeOf(is), TypeOf(should));
+    const auto expectFields = [&is](const auto& whichever) {
+        using M = std::decay_t<decltype(whichever)>;
+        const auto expectField = [&](const auto& field) {
+            SCOPED_TRACE(field.name);
+            ExpectEqual(std::get<M>(is).*field.member, whichever.*field.member);
+        };
+        std::apply([&](const auto&... field) { (expectField(field), ...); }, vt::wire::FieldsOf<M>);
+    };
+    std::visit(expectFields, should);
 }
 
 inline void ExpectEqual(const vt::TreeChange& is, const vt::TreeChange& should) {

@@ -16,7 +16,7 @@ TEST_F(Descriptors, AServerThatHasNoneFromTheStartAcceptsWhenThereAreSome) {
     }
     EXPECT_TRUE(ComesIn(Connect()));
     peer.SendHello();
-    EXPECT_NE(peer.WaitFor(vt::EMessage::Welcome), nullptr);
+    EXPECT_NE(peer.WaitFor<vt::WelcomeMessage>(), nullptr);
     ASSERT_EQ(ServerLines().size(), 1U) << "one line, however long it lasts";
     EXPECT_EQ(ServerLines().front(), QStringLiteral("No connection can be accepted: Out of resources"));
 }
@@ -39,7 +39,7 @@ TEST_F(Descriptors, AServerThatRunsOutOfThemServesItsClientsAndAcceptsAgainLater
     }
     EXPECT_TRUE(ComesIn(Connect()));
     peer.SendHello();
-    EXPECT_NE(peer.WaitFor(vt::EMessage::Welcome), nullptr);
+    EXPECT_NE(peer.WaitFor<vt::WelcomeMessage>(), nullptr);
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ class LoneClient : public testing::Test {
         auto channel = std::make_unique<MemoryChannel>(m_wire, true);
         m_channel = channel.get();
         m_connector->Succeed(std::move(channel));
-        vt::Message welcome = vt::Message::Of(vt::EMessage::Welcome);
+        vt::WelcomeMessage welcome;
         welcome.version = 1;
         welcome.session = 1;
         welcome.ping = std::chrono::milliseconds(5000);
@@ -62,7 +62,7 @@ class LoneClient : public testing::Test {
     }
     /// Says \a message and lets the client do whatever follows from it.
     void Say(const vt::Message& message, const QByteArray& changes = QByteArray()) {
-        SayBytes(Encode(message, changes));
+        SayBytes(ToBytes(message, changes));
     }
     void SayBytes(const QByteArray& bytes) {
         m_wire->toA.push_back(bytes);
@@ -87,17 +87,15 @@ class LoneClient : public testing::Test {
         m_wire->toB.clear();
         return said;
     }
-    /// Of those the ones of this type.
-    std::vector<vt::Message> Said(vt::EMessage type) {
-        std::vector<vt::Message> said = Said();
-        const auto isOther = [type](const vt::Message& message) { return message.type != type; };
-        said.erase(std::remove_if(said.begin(), said.end(), isOther), said.end());
-        return said;
+    /// Of those the ones that are such.
+    template <class M>
+    std::vector<M> Said() {
+        return Only<M>(Said());
     }
 
     /// Subscription \a sub as a whole: a node with \a changes about what is below it.
     void ShowSubtree(quint32 sub, const std::function<void(vt::ChangeWriter&)>& changes) {
-        Say(For(sub, vt::EMessage::Subscribed));
+        Say(For<vt::SubscribedMessage>(sub));
         ShowSnapshot(sub, changes);
     }
     /// Without what comes before it.
@@ -105,26 +103,34 @@ class LoneClient : public testing::Test {
         vt::ChangeWriter writer;
         writer.Added(0, 0, values::Node(), vt::EItemKind::Node, 0);
         changes(writer);
-        Say(For(sub, vt::EMessage::Snapshot, 1), writer.Take());
-        Say(For(sub, vt::EMessage::End, 2));
+        Say(For<vt::SnapshotMessage>(sub, 1), writer.Take());
+        Say(For<vt::EndMessage>(sub, 2));
     }
     void ShowChanges(quint32 sub, quint64 sequence, const std::function<void(vt::ChangeWriter&)>& changes) {
         vt::ChangeWriter writer;
         changes(writer);
-        Say(For(sub, vt::EMessage::Batch, sequence), writer.Take());
+        Say(For<vt::BatchMessage>(sub, sequence), writer.Take());
     }
     void Answer(quint32 request, vt::EResult result) {
-        vt::Message answer = vt::Message::Of(vt::EMessage::Answer);
+        vt::AnswerMessage answer;
         answer.req = request;
         answer.result = result;
         answer.reason = QStringLiteral("no");
         Say(answer);
     }
-    static vt::Message For(quint32 sub, vt::EMessage type, quint64 sequence = 0) {
-        vt::Message message = vt::Message::Of(type);
+    /// A message about subscription \a sub.
+    template <class M>
+    static M For(quint32 sub) {
+        M message;
         message.sub = sub;
+        if constexpr (std::is_same_v<M, vt::SubscribedMessage>)
+            message.prefixes = QStringList{QStringLiteral("/")};
+        return message;
+    }
+    template <class M>
+    static M For(quint32 sub, quint64 sequence) {
+        M message = For<M>(sub);
         message.seq = sequence;
-        message.prefixes = QStringList{QStringLiteral("/")};
         return message;
     }
 

@@ -51,7 +51,7 @@ TEST_F(LoneClientAnswers, WhatWasReleasedIsNotAskedForAfterALoss) {
     m_client->ReleaseNode(m_tree.FindNode(S("/L")));
     Lose();
     Welcome();
-    EXPECT_TRUE(Said(EMessage::Subscribe).empty());
+    EXPECT_TRUE(Said<vt::SubscribeMessage>().empty());
     EXPECT_FALSE(tic->IsEstablished());
     EXPECT_NE(Item("/L/n"), nullptr);
 }
@@ -62,7 +62,7 @@ TEST_F(LoneClientAnswers, AnAnswerAboutWhatIsMirroredNoMoreIsTakenForOne) {
     ShowSubtree(1, [](ChangeWriter& writer) { AddNumber(writer, 1, 0, "n", 5); });
     Find<Value<int>>("/L/n")->SetValue(6);
     Settle();
-    const auto writes = Said(EMessage::Write);
+    const auto writes = Said<vt::WriteMessage>();
     ASSERT_EQ(writes.size(), 1U);
     m_client->RemoveTic(tic);
     Answer(writes.front().req, vt::EResult::Done);
@@ -82,7 +82,7 @@ TEST_F(LoneClientAnswers, WhatIsAddedWhileTheNodeAboveIsReleasedStaysLocal) {
     m_client->ReleaseNode(m_tree.FindNode(S("/L/a")));
     Settle();
     EXPECT_NE(Item("/L/a/n/x"), nullptr);
-    EXPECT_TRUE(Said(EMessage::Create).empty());
+    EXPECT_TRUE(Said<vt::CreateMessage>().empty());
     EXPECT_FALSE(m_client->HasUnansweredWrites());
 }
 
@@ -115,7 +115,7 @@ TEST_F(LoneClientAnswers, WhatIsAddedWhileTheRestOfAnEarlierMirrorGoesIsOffered)
     Welcome();
     ShowSubtree(1, [](ChangeWriter& writer) { AddNode(writer, 1, 0, "m"); });
     EXPECT_EQ(Item("/L/m/left"), nullptr);
-    const auto creations = Said(EMessage::Create);
+    const auto creations = Said<vt::CreateMessage>();
     ASSERT_EQ(creations.size(), 1U);
     EXPECT_EQ(creations.front().path, S("/S/late"));
 }
@@ -131,7 +131,7 @@ TEST_F(LoneClientAnswers, AnEditThatWasTakenBackIsNotWrittenWhenItsValueComesAga
         AddNumber(writer, 3, 2, "n", content);
     };
     ShowChanges(1, 3, [&](ChangeWriter& writer) { created(writer, 5); });
-    Answer(Said(EMessage::Create).at(0).req, vt::EResult::Done);
+    Answer(Said<vt::CreateMessage>().at(0).req, vt::EResult::Done);
     auto* const number = Find<Value<int>>("/L/own/n");
     for (const int edit : {6, 7}) {  // the second while the first is under way
         number->SetValue(edit);
@@ -141,13 +141,13 @@ TEST_F(LoneClientAnswers, AnEditThatWasTakenBackIsNotWrittenWhenItsValueComesAga
     EXPECT_EQ(number->GetValue(), 5);
     Welcome();
     ShowSubtree(1, [](ChangeWriter& /*writer*/) {});
-    const auto again = Said(EMessage::Create);
+    const auto again = Said<vt::CreateMessage>();
     ASSERT_EQ(again.size(), 1U);
     ShowChanges(1, 3, [&](ChangeWriter& writer) { created(writer, 9); });
     Answer(again.front().req, vt::EResult::Done);
     EXPECT_EQ(Find<Value<int>>("/L/own/n"), number);
     EXPECT_EQ(number->GetValue(), 9);
-    EXPECT_TRUE(Said(EMessage::Write).empty());
+    EXPECT_TRUE(Said<vt::WriteMessage>().empty());
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ TEST_F(LoneClient, WhatIsWithdrawnForAReasonIsNotEstablishedAnyMore) {
     Welcome();
     ShowSubtree(1, OneNumber);
     ASSERT_TRUE(tic->IsEstablished());
-    vt::Message absent = For(1, EMessage::Absent);
+    vt::AbsentMessage absent = For<vt::AbsentMessage>(1);
     absent.reason = S("not any more");
     Say(absent);
     EXPECT_FALSE(tic->IsEstablished());
@@ -40,7 +40,7 @@ TEST_F(LoneClient, WhatIsWithdrawnForAReasonIsNotEstablishedAnyMore) {
     number->SetValue(7);
     Settle();
     EXPECT_EQ(number->GetValue(), 5) << "an edit that cannot be sent is taken back";
-    EXPECT_TRUE(Said(EMessage::Write).empty());
+    EXPECT_TRUE(Said<vt::WriteMessage>().empty());
 }
 
 TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
@@ -55,7 +55,7 @@ TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
     Welcome();
     ShowSubtree(1, OneNumber);
     EXPECT_TRUE(m_client->HasUnansweredWrites());
-    const auto created = Said(EMessage::Create);
+    const auto created = Said<vt::CreateMessage>();
     ASSERT_EQ(created.size(), 1U);
     EXPECT_EQ(created.front().path, S("/S/own"));
     Answer(created.front().req, vt::EResult::Done);
@@ -66,13 +66,13 @@ TEST_F(LoneClient, WhatIsMadeWithoutAConnectionIsNotUnderWay) {
 TEST_F(LoneClient, ASnapshotMayBeginAnewBeforeItsEnd) {
     IVtTic* const tic = AddTic("/L,/S");
     Welcome();
-    Say(For(1, EMessage::Subscribed));
+    Say(For<vt::SubscribedMessage>(1));
     ChangeWriter writer;
     writer.Added(0, 0, values::Node(), EItemKind::Node, 0);
-    Say(For(1, EMessage::Snapshot, 1), writer.Take());
+    Say(For<vt::SnapshotMessage>(1, 1), writer.Take());
     Said();
     ShowSubtree(1, OneNumber);
-    EXPECT_TRUE(Said(EMessage::Unsubscribe).empty());
+    EXPECT_TRUE(Said<vt::UnsubscribeMessage>().empty());
     EXPECT_TRUE(tic->IsEstablished());
     EXPECT_NE(Find<Value<int>>("/L/n"), nullptr);
 }
@@ -91,19 +91,19 @@ TEST_F(LoneClient, AnAnswerAboutWhatHasGoneIsNoAnswerAboutWhatCameAfterIt) {
     Find<Value<QString>>("/L/log")->SetValue(S("one"));
     Find<Value<QString>>("/L/log")->SetValue(S("two"));
     Settle();
-    const auto writes = Said(EMessage::Write);
+    const auto writes = Said<vt::WriteMessage>();
     ASSERT_EQ(writes.size(), 2U);
     m_tree.Delete(Item("/L/log"));
     m_tree.ProvideNode(S("/L/own"));
     Settle();
-    ASSERT_EQ(Said(EMessage::Create).size(), 1U);
+    ASSERT_EQ(Said<vt::CreateMessage>().size(), 1U);
     const TraceRecorder traces;
-    for (const vt::Message& write : writes)
+    for (const vt::WriteMessage& write : writes)
         Answer(write.req, vt::EResult::Gone);
     EXPECT_TRUE(traces.Messages().empty());
     m_tree.ProvideNode(S("/L/own/more"));
     Settle();
-    EXPECT_EQ(Said(EMessage::Create).size(), 1U) << "below what was refused nothing would be created";
+    EXPECT_EQ(Said<vt::CreateMessage>().size(), 1U) << "below what was refused nothing would be created";
 }
 
 TEST_F(LoneClient, WhatIsCreatedMayBeAnnouncedBeforeTheCreationIsAnswered) {
@@ -114,17 +114,17 @@ TEST_F(LoneClient, WhatIsCreatedMayBeAnnouncedBeforeTheCreationIsAnswered) {
     number->SetName(S("n"));
     ASSERT_TRUE(m_tree.AddValue(S("/L"), number));
     Settle();
-    const auto creations = Said(EMessage::Create);
+    const auto creations = Said<vt::CreateMessage>();
     ASSERT_EQ(creations.size(), 1U);
     ShowChanges(1, 3, OneNumber);
     EXPECT_EQ(number->GetValue(), 5);
     number->SetValue(6);
     Settle();
-    EXPECT_TRUE(Said(EMessage::Write).empty()) << "one at a time";
+    EXPECT_TRUE(Said<vt::WriteMessage>().empty()) << "one at a time";
     Answer(creations.front().req, vt::EResult::Done);
-    const auto writes = Said(EMessage::Write);
+    const auto writes = Said<vt::WriteMessage>();
     ASSERT_EQ(writes.size(), 1U);
-    EXPECT_EQ(writes.front().item.content, vt::Content(qint64{6}));
+    EXPECT_EQ(writes.front().content, vt::Content(qint64{6}));
     Answer(writes.front().req, vt::EResult::Denied);
     EXPECT_EQ(number->GetValue(), 5);
 }
@@ -138,7 +138,7 @@ TEST_F(LoneClient, AContentOfAnotherTypeEndsTheSessionAndIsNotShown) {
     Settle();
     Said();
     ShowChanges(1, 3, [](ChangeWriter& writer) { writer.Changed(1, Value<bool>(true), EItemKind::Bool); });
-    const auto byes = Said(EMessage::Bye);
+    const auto byes = Said<vt::ByeMessage>();
     ASSERT_EQ(byes.size(), 1U);
     EXPECT_EQ(byes.front().code, vt::EBye::Malformed);
     EXPECT_EQ(byes.front().reason, S("changes of '/S': a content that is not of the item's kind"));
@@ -152,7 +152,7 @@ TEST_F(LoneClient, AtTheRootOfTheTreeWhatWasMirroredVanishes) {
     ShowSubtree(1, OneNumber);
     ASSERT_NE(Item("/n"), nullptr);
     m_tree.ProvideNode(S("/own"));
-    Say(For(1, EMessage::Absent));
+    Say(For<vt::AbsentMessage>(1));
     EXPECT_EQ(Item("/n"), nullptr);
     ShowSubtree(1, OneNumber);
     EXPECT_NE(Item("/n"), nullptr);
@@ -196,7 +196,7 @@ TEST_F(LoneClient, AnEditThatIsTooLargeForAFrameIsTakenBack) {
     const TraceRecorder traces;
     text->SetValue(QString(static_cast<int>(vtlimits::MaxFrame), QChar(u'l')));
     Settle();
-    EXPECT_TRUE(Said(EMessage::Write).empty());
+    EXPECT_TRUE(Said<vt::WriteMessage>().empty());
     EXPECT_TRUE(text->GetValue() == S("short")) << "which has a megabyte less to print";
     EXPECT_EQ(traces.Messages(),
               std::vector<QString>{S("'/S/t' refused: the content is too large to be sent")});
@@ -214,7 +214,7 @@ TEST_F(LoneClient, WhatIsTooLargeForAFrameStaysLocal) {
     const TraceRecorder traces;
     ASSERT_TRUE(m_tree.AddValue(S("/L"), text));
     Settle();
-    EXPECT_TRUE(Said(EMessage::Create).empty());
+    EXPECT_TRUE(Said<vt::CreateMessage>().empty());
     EXPECT_EQ(traces.Messages(),
               std::vector<QString>{
                   S("'/S/t' is not created at the server and stays local: it is too large to be sent")});
@@ -229,9 +229,9 @@ TEST_F(LoneClient, WhatLiesDeeperThanAPathMayBeLongStaysLocal) {
     const QString name(vtlimits::MaxNameLength, QChar(u'n'));
     m_tree.ProvideNode(S("/L/%1/%1/%1/%1").arg(name));
     Settle();
-    const auto creations = Said(EMessage::Create);
+    const auto creations = Said<vt::CreateMessage>();
     EXPECT_EQ(creations.size(), 3U);
-    EXPECT_TRUE(Said(EMessage::Bye).empty());
+    EXPECT_TRUE(Said<vt::ByeMessage>().empty());
 }
 
 TEST_F(LoneClient, AnEditThatIsUndoneBeforeItIsSentIsAnswered) {
@@ -249,13 +249,13 @@ TEST_F(LoneClient, AnEditThatIsUndoneBeforeItIsSentIsAnswered) {
 TEST_F(LoneClient, ATreeThatIsDeeperThanAPathIsLongIsNoTree) {
     AddTic("/L,/S");
     Welcome();
-    Say(For(1, EMessage::Subscribed));
+    Say(For<vt::SubscribedMessage>(1));
     ChangeWriter writer;
     writer.Added(0, 0, values::Node(), EItemKind::Node, 0);
     for (quint32 id = 1; id <= vtlimits::MaxPathLength / 2; ++id)
         writer.Added(id, id - 1, values::Node(S("n")), EItemKind::Node, 0);
-    Say(For(1, EMessage::Snapshot, 1), writer.Take());
-    const auto byes = Said(EMessage::Bye);
+    Say(For<vt::SnapshotMessage>(1, 1), writer.Take());
+    const auto byes = Said<vt::ByeMessage>();
     ASSERT_EQ(byes.size(), 1U);
     EXPECT_EQ(byes.front().reason, S("changes of '/S': id 2048 lies deeper than a path is long"));
 }

@@ -31,13 +31,13 @@ class LoneServer : public testing::Test {
         auto channel = std::make_unique<MemoryChannel>(peer.wire, false);
         peer.channel = channel.get();
         m_hub->AddChannel(std::move(channel));
-        vt::Message hello = vt::Message::Of(vt::EMessage::Hello);
+        vt::HelloMessage hello;
         hello.version = vtlimits::ProtocolVersion;
         Say(peer, hello);
         return peer;
     }
     void Say(Peer& peer, const vt::Message& message) {
-        peer.wire->toB.push_back(Encode(message));
+        peer.wire->toB.push_back(ToBytes(message));
         Settle(peer);
     }
     void Settle(Peer& peer) {
@@ -67,14 +67,14 @@ class LoneServer : public testing::Test {
         return changes;
     }
     void Subscribe(Peer& peer, quint32 sub, const char* path) {
-        vt::Message subscribe = vt::Message::Of(vt::EMessage::Subscribe);
+        vt::SubscribeMessage subscribe;
         subscribe.sub = sub;
         subscribe.path = QString::fromUtf8(path);
         Say(peer, subscribe);
     }
     void Acknowledge(Peer& peer, quint64 count) {
-        vt::Message ack = vt::Message::Of(vt::EMessage::Ack);
-        ack.seq = count;
+        vt::AckMessage ack;
+        ack.count = count;
         Say(peer, ack);
     }
 

@@ -31,7 +31,7 @@ class OccurrenceRuns : public LoneServer {
     /// Takes in what the server has said, without a word.
     void Listen() {
         for (const DecodedMessage& message : Said(m_peer)) {
-            if (CarriesChanges(message.message.type) || message.message.type == EMessage::End) ++m_toAck;
+            if (IsAcknowledged(message.message)) ++m_toAck;
             m_changes.insert(m_changes.end(), message.changes.begin(), message.changes.end());
             if (!message.changes.empty()) m_batches.push_back(message.changes.size());
         }

@@ -65,7 +65,7 @@ TEST_F(LoneServer, MuchThatIsNewComesInPartsBeforeAMessageOfTheLastOfIt) {
     quint64 toAck = 0;
     for (std::vector<DecodedMessage> said = Said(peer); !said.empty(); said = Said(peer)) {
         for (const DecodedMessage& message : said) {
-            if (CarriesChanges(message.message.type) || message.message.type == EMessage::End) ++toAck;
+            if (IsAcknowledged(message.message)) ++toAck;
             changes.insert(changes.end(), message.changes.begin(), message.changes.end());
         }
         Acknowledge(peer, toAck);
@@ -148,17 +148,18 @@ TEST_F(LoneServer, AWriteThatLeadsToTooLargeAContentIsAnswered) {
     Peer peer = Connect();
     Subscribe(peer, 1, "/S");
     Said(peer);
-    vt::Message write = vt::Message::Of(EMessage::Write);
+    vt::WriteMessage write;
     write.req = 9;
     write.sub = 1;
     write.id = 1;
-    write.item.content = S("all");
+    write.content = S("all");
     Say(peer, write);
     const std::vector<DecodedMessage> said = Said(peer);
     ASSERT_EQ(said.size(), 2U);
-    EXPECT_EQ(said[0].message.type, EMessage::Answer);
-    EXPECT_EQ(said[0].message.req, 9U);
-    EXPECT_EQ(said[0].message.result, vt::EResult::Done);
+    const auto* const answer = std::get_if<vt::AnswerMessage>(&said[0].message);
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer->req, 9U);
+    EXPECT_EQ(answer->result, vt::EResult::Done);
     ASSERT_EQ(said[1].changes.size(), 1U);
     EXPECT_EQ(said[1].changes[0].item.flags, vt::ItemDescription::Stale);
     text->DeleteObserver(&expand);
@@ -174,8 +175,8 @@ TEST_F(LoneServer, NamesAndPrefixesOfAnyLengthLeaveMessagesReadable) {
     Subscribe(peer, 1, "/S");
     const std::vector<DecodedMessage> said = Said(peer);
     ASSERT_GE(said.size(), 2U);
-    EXPECT_EQ(said[0].message.application, Long(vtlimits::MaxHelloText));
-    EXPECT_EQ(said[1].message.prefixes, QStringList{S("/S")});
+    EXPECT_EQ(std::get<vt::WelcomeMessage>(said[0].message).application, Long(vtlimits::MaxHelloText));
+    EXPECT_EQ(std::get<vt::SubscribedMessage>(said[1].message).prefixes, QStringList{S("/S")});
 }
 
 TEST_F(LoneServer, WhatHasTooLongANameOrPathStaysAtTheServer) {
@@ -231,7 +232,7 @@ TEST_F(LoneServer, AValueThatIsRenamedIsAbsentUnderItsOldName) {
     Settle(peer);
     const std::vector<DecodedMessage> said = Said(peer);
     ASSERT_EQ(said.size(), 1U);
-    EXPECT_EQ(said[0].message.type, EMessage::Absent);
+    EXPECT_EQ(TypeOf(said[0].message), EMessage::Absent);
 }
 
 TEST_F(LoneServer, AValueThatIsRenamedIsThereUnderItsNewName) {
@@ -244,7 +245,7 @@ TEST_F(LoneServer, AValueThatIsRenamedIsThereUnderItsNewName) {
     Settle(peer);
     const std::vector<DecodedMessage> said = Said(peer);
     ASSERT_EQ(said.size(), 3U);
-    EXPECT_EQ(said[0].message.type, EMessage::Subscribed);
+    EXPECT_EQ(TypeOf(said[0].message), EMessage::Subscribed);
 }
 
 TEST_F(LoneServer, WhoHearsOfTheEndOfASessionMayEndAnother) {
@@ -258,7 +259,7 @@ TEST_F(LoneServer, WhoHearsOfTheEndOfASessionMayEndAnother) {
     Settle(first);
     const std::vector<DecodedMessage> said = Said(second);
     ASSERT_EQ(said.size(), 1U);
-    EXPECT_EQ(said[0].message.reason, S("alone it is of no use"));
+    EXPECT_EQ(std::get<vt::ByeMessage>(said[0].message).reason, S("alone it is of no use"));
     EXPECT_EQ(m_hub->CountSessions(), 0);
     m_access.onEnded = nullptr;
 }

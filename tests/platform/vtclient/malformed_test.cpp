@@ -225,9 +225,9 @@ TEST(RandomMessageTest, IsReadOrRefusedForAReason) {
         if (bytes.size() > 2 && round % 8 != 0) bytes[1] = static_cast<char>(1 + random() % 16);
         vt::MessageReader reader(bytes.constData(), bytes.size());
         vt::Message message;
-        const bool isRead = reader.ReadHeader(&message);
+        const bool isRead = ReadAny(reader, &message);
         vt::TreeChange change;
-        while (isRead && CarriesChanges(message.type) && reader.NextChange(&change)) {
+        while (isRead && CarriesChanges(TypeOf(message)) && reader.NextChange(&change)) {
         }
         ASSERT_TRUE(isRead || !reader.Error().isEmpty()) << bytes.toHex(' ').toStdString();
         if (isRead && reader.Error().isEmpty()) ++read;
@@ -246,11 +246,11 @@ TEST(RandomMessageTest, WithOneByteChangedIsReadOrRefusedForAReason) {
             bytes[at] = static_cast<char>(byte);
             vt::MessageReader reader(bytes.constData(), bytes.size());
             vt::Message message;
-            const bool isRead = reader.ReadHeader(&message);
+            const bool isRead = ReadAny(reader, &message);
             ASSERT_TRUE(isRead || !reader.Error().isEmpty()) << bytes.toHex(' ').toStdString();
             vt::TreeChange change;
             int changes = 0;
-            while (isRead && CarriesChanges(message.type) && reader.NextChange(&change))
+            while (isRead && CarriesChanges(TypeOf(message)) && reader.NextChange(&change))
                 ++changes;
             ASSERT_LE(changes, whole.size());
         }

@@ -64,7 +64,7 @@ const Row Rows[] = {
 /// What becomes of some bytes, in one line.
 QByteArray Outcome(const QByteArray& bytes) {
     const DecodedMessage decoded = Decode(bytes);
-    return decoded.error.isEmpty() ? Encode(decoded).toHex() : decoded.error.toLatin1();
+    return decoded.error.isEmpty() ? ToBytes(decoded).toHex() : decoded.error.toLatin1();
 }
 
 /// Every message of which one byte is another, is missing or is too much, and those that break off. The

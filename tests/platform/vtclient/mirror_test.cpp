@@ -91,7 +91,7 @@ class Mirror : public testing::Test, private vt::TreeMirror::IHost {
         m_writes.push_back(write->content);
         return static_cast<quint32>(m_writes.size());
     }
-    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::Message* create,
+    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::CreateMessage* create,
                          const values::TreeItem& /*item*/) override {
         m_writes.push_back(create->item.content);
         return static_cast<quint32>(m_writes.size());

@@ -95,7 +95,7 @@ class MirrorContents : public testing::TestWithParam<Row>, private vt::TreeMirro
 
     void OnEdits(vt::TreeMirror& /*mirror*/) override { ++m_edits; }
     quint32 SendWrite(vt::TreeMirror& /*mirror*/, vt::WriteMessage* /*write*/) override { return 0; }
-    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::Message* /*create*/,
+    quint32 SendCreation(vt::TreeMirror& /*mirror*/, vt::CreateMessage* /*create*/,
                          const values::TreeItem& /*item*/) override {
         return 0;
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/wire/changewriter.h>
-#include <platform/vtclient/wire/message.h>
+#include <tests/platform/vtclient/anymessage.h>
 #include <tests/platform/vtclient/memorychannel.h>
 
 #include <memory>
@@ -16,7 +16,7 @@ class RawPeer final : public vt::IChannelListener {
     }
 
     void Send(const vt::Message& message, const QByteArray& written = QByteArray()) {
-        SendBytes(vt::Encode(message, written));
+        SendBytes(ToBytes(message, written));
     }
     void SendBytes(const QByteArray& bytes) {
         m_channel.Send(bytes);
@@ -25,19 +25,20 @@ class RawPeer final : public vt::IChannelListener {
     /// Takes in what has arrived.
     void Read() { m_channel.Deliver(); }
 
-    /// The messages of \a type so far.
-    std::vector<vt::Message> Of(vt::EMessage type) const {
-        std::vector<vt::Message> found;
-        for (const vt::Message& message : messages)
-            if (message.type == type) found.push_back(message);
-        return found;
+    /// Those of the messages so far that are such.
+    template <class M>
+    std::vector<M> Of() const {
+        return Only<M>(messages);
     }
-    int Count(vt::EMessage type) const { return static_cast<int>(Of(type).size()); }
+    template <class M>
+    int Count() const {
+        return static_cast<int>(Of<M>().size());
+    }
 
     void OnMessage(const char* data, qint64 size) override {
         vt::MessageReader reader(data, size);
         vt::Message message;
-        if (!reader.ReadHeader(&message)) return;
+        if (!ReadAny(reader, &message)) return;
         vt::TreeChange change;
         while (reader.NextChange(&change))
             changes.push_back(change);

@@ -16,49 +16,47 @@ using values::Value;
 using values::ValueNumeric;
 using values::ValueSelection;
 using vt::EBye;
-using vt::EMessage;
 using vt::EResult;
-using vt::Message;
 using Text = Value<QString>;
 
 inline QString S(const char* text) {
     return QString::fromUtf8(text);
 }
 
-inline Message Hello(quint32 version = vtlimits::ProtocolVersion) {
-    Message hello = Message::Of(EMessage::Hello);
+inline vt::HelloMessage Hello(quint32 version = vtlimits::ProtocolVersion) {
+    vt::HelloMessage hello;
     hello.version = version;
     hello.application = S("test");
     return hello;
 }
 
-inline Message Subscribe(quint32 sub, const char* path) {
-    Message subscribe = Message::Of(EMessage::Subscribe);
+inline vt::SubscribeMessage Subscribe(quint32 sub, const char* path) {
+    vt::SubscribeMessage subscribe;
     subscribe.sub = sub;
     subscribe.path = S(path);
     return subscribe;
 }
 
-inline Message Write(quint32 req, quint32 sub, quint32 id, const vt::Content& content) {
-    Message write = Message::Of(EMessage::Write);
+inline vt::WriteMessage Write(quint32 req, quint32 sub, quint32 id, const vt::Content& content) {
+    vt::WriteMessage write;
     write.req = req;
     write.sub = sub;
     write.id = id;
-    write.item.content = content;
+    write.content = content;
     return write;
 }
 
-inline Message Create(quint32 req, quint32 sub, const char* path) {
-    Message create = Message::Of(EMessage::Create);
+inline vt::CreateMessage Create(quint32 req, quint32 sub, const char* path) {
+    vt::CreateMessage create;
     create.req = req;
     create.sub = sub;
     create.path = S(path);
     return create;
 }
 
-inline Message Ack(quint64 count) {
-    Message ack = Message::Of(EMessage::Ack);
-    ack.seq = count;
+inline vt::AckMessage Ack(quint64 count) {
+    vt::AckMessage ack;
+    ack.count = count;
     return ack;
 }
 
@@ -78,14 +76,14 @@ class ServerRules : public TwoEnds {
         RawPeer& peer = Connect();
         peer.Send(Hello());
         Run();
-        EXPECT_EQ(peer.Count(EMessage::Welcome), 1);
+        EXPECT_EQ(peer.Count<vt::WelcomeMessage>(), 1);
         return peer;
     }
     RawPeer& Subscribed(const char* path = "/S") {
         RawPeer& peer = Admitted();
         peer.Send(Subscribe(1, path));
         Run();
-        EXPECT_EQ(peer.Count(EMessage::End), 1);
+        EXPECT_EQ(peer.Count<vt::EndMessage>(), 1);
         return peer;
     }
     void Run() {
@@ -104,9 +102,9 @@ class ServerRules : public TwoEnds {
         Run();
     }
     void ExpectBye(const RawPeer& peer, EBye code, const char* reason) {
-        ASSERT_EQ(peer.Count(EMessage::Bye), 1);
-        EXPECT_EQ(peer.Of(EMessage::Bye)[0].code, code);
-        EXPECT_EQ(peer.Of(EMessage::Bye)[0].reason, S(reason));
+        ASSERT_EQ(peer.Count<vt::ByeMessage>(), 1);
+        EXPECT_EQ(peer.Of<vt::ByeMessage>()[0].code, code);
+        EXPECT_EQ(peer.Of<vt::ByeMessage>()[0].reason, S(reason));
         EXPECT_TRUE(peer.isClosed);
     }
 

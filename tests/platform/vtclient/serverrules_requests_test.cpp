@@ -24,8 +24,8 @@ TEST_P(Writes, AreAnswered) {
     RawPeer& peer = Subscribed();
     peer.Send(Write(42, 1, 1, GetParam().content));
     Run();
-    ASSERT_EQ(peer.Count(EMessage::Answer), 1);
-    const Message answer = peer.Of(EMessage::Answer)[0];
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 1);
+    const vt::AnswerMessage answer = peer.Of<vt::AnswerMessage>()[0];
     EXPECT_EQ(answer.req, 42U);
     EXPECT_EQ(answer.result, GetParam().result);
     EXPECT_EQ(answer.reason, S(GetParam().reason));
@@ -54,17 +54,17 @@ TEST_F(ServerRules, AWriteToAVanishedItemIsAnsweredGone) {
     peer.Send(Write(1, 1, 1, QStringLiteral("x")));
     peer.Send(Write(2, 9, 1, QStringLiteral("x")));
     Run();
-    ASSERT_EQ(peer.Count(EMessage::Answer), 2);
-    EXPECT_EQ(peer.Of(EMessage::Answer)[0].result, EResult::Gone);
-    EXPECT_EQ(peer.Of(EMessage::Answer)[1].result, EResult::Gone);
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 2);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].result, EResult::Gone);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>()[1].result, EResult::Gone);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
 }
 
 TEST_F(ServerRules, ANodeHasNoContent) {
     RawPeer& peer = Subscribed("/");
     peer.Send(Write(1, 1, 0, QStringLiteral("x")));
     Run();
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).reason, S("a node has no content"));
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(0).reason, S("a node has no content"));
 }
 
 TEST_F(ServerRules, WhatMayNotBeWrittenIsDenied) {
@@ -73,8 +73,8 @@ TEST_F(ServerRules, WhatMayNotBeWrittenIsDenied) {
     RawPeer& peer = Subscribed();
     peer.Send(Write(1, 1, 1, QStringLiteral("x")));
     Run();
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).result, EResult::Denied);
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).reason, S("not for you"));
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(0).result, EResult::Denied);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(0).reason, S("not for you"));
     EXPECT_EQ(t->GetValue(), QString());
     EXPECT_TRUE(m_access.written.empty());
 }
@@ -101,16 +101,16 @@ TEST_F(ServerRules, ASelectionIsWrittenByKey) {
     peer.Send(Write(1, 1, 1, qint64{20}));
     Run();
     EXPECT_EQ(selection->GetCurrentText(), S("on"));
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(0).result, EResult::Done);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(0).result, EResult::Done);
     peer.Send(Write(2, 1, 1, qint64{30}));
     Run();
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(1).reason, S("the selection has no item with this key"));
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(1).reason, S("the selection has no item with this key"));
     EXPECT_EQ(selection->GetCurrentText(), S("on"));
     EXPECT_THAT(m_access.written, ElementsAre(S("/S/s")));
     peer.Send(Write(3, 1, 1, vt::Content()));
     Run();
     EXPECT_EQ(selection->GetCurrentIndex(), ValueSelection::NoIndex);
-    EXPECT_EQ(peer.Of(EMessage::Answer).at(2).result, EResult::Done);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>().at(2).result, EResult::Done);
 }
 
 TEST_F(ServerRules, APushButtonThatTheServerResetsIsAnsweredWithWhatHolds) {
@@ -126,9 +126,9 @@ TEST_F(ServerRules, APushButtonThatTheServerResetsIsAnsweredWithWhatHolds) {
     peer.Send(Write(1, 1, 1, true));
     Run();
     EXPECT_EQ(presses, 1);
-    ASSERT_EQ(peer.Count(EMessage::Answer), 1);
-    EXPECT_EQ(peer.Of(EMessage::Answer)[0].result, EResult::Clamped);
-    EXPECT_EQ(std::get<bool>(peer.Of(EMessage::Answer)[0].item.content), false);
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].result, EResult::Clamped);
+    EXPECT_EQ(std::get<bool>(peer.Of<vt::AnswerMessage>()[0].content), false);
     button->DeleteObserver(&server);
 }
 
@@ -143,8 +143,8 @@ TEST_F(ServerRules, CreationsAreCheckedAndAnswered) {
     peer.Send(Create(5, 1, "/S/t/below"));
     peer.Send(Create(6, 7, "/S/x"));
     Run();
-    std::map<quint32, Message> answers;
-    for (const Message& answer : peer.Of(EMessage::Answer))
+    std::map<quint32, vt::AnswerMessage> answers;
+    for (const vt::AnswerMessage& answer : peer.Of<vt::AnswerMessage>())
         answers[answer.req] = answer;
     ASSERT_EQ(answers.size(), 6U);
     EXPECT_EQ(answers[1].result, EResult::Done);
@@ -162,8 +162,8 @@ TEST_F(ServerRules, ACreationIsAnsweredAfterTheItemWasTold) {
     peer.Send(Create(1, 1, "/S"));
     Run();
     ASSERT_GE(peer.messages.size(), 2U);
-    EXPECT_EQ(peer.messages[peer.messages.size() - 2].type, EMessage::Batch);
-    EXPECT_EQ(peer.messages.back().type, EMessage::Answer);
+    EXPECT_EQ(TypeOf(peer.messages[peer.messages.size() - 2]), vt::EMessage::Batch);
+    EXPECT_EQ(TypeOf(peer.messages.back()), vt::EMessage::Answer);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ using namespace serverrules;
 
 TEST_F(ServerRules, AHelloIsWelcomedWithSessionAndPatience) {
     RawPeer& peer = Admitted();
-    const Message welcome = peer.Of(EMessage::Welcome)[0];
+    const vt::WelcomeMessage welcome = peer.Of<vt::WelcomeMessage>()[0];
     EXPECT_EQ(welcome.version, 1U);
     EXPECT_EQ(welcome.session, 1);
     EXPECT_EQ(welcome.ping, 5000ms);
@@ -52,7 +52,7 @@ TEST_F(ServerRules, ASecondHelloEndsTheSession) {
 TEST_F(ServerRules, TheEndOfASessionIsTracedAsItsHostsDoing) {
     const TraceRecorder traces;
     Connect("10.0.0.7:1234").SendBytes(QByteArray("GET / HTTP/1.1"));
-    Message hello = Hello(2);
+    vt::HelloMessage hello = Hello(2);
     hello.application = QString(200, QLatin1Char('x'));
     Connect("[2001:db8::1]:1234").Send(hello);
     Run();
@@ -66,15 +66,15 @@ TEST_F(ServerRules, GarbageEndsTheSessionAndNobodyElses) {
     RawPeer& bad = Admitted();
     bad.SendBytes(QByteArray("GET / HTTP/1.1"));
     Run();
-    EXPECT_EQ(bad.Count(EMessage::Bye), 1);
-    EXPECT_EQ(good.Count(EMessage::Bye), 0);
+    EXPECT_EQ(bad.Count<vt::ByeMessage>(), 1);
+    EXPECT_EQ(good.Count<vt::ByeMessage>(), 0);
     EXPECT_EQ(m_hub->CountSessions(), 1);
 }
 
 TEST_F(ServerRules, AHelloMustComeInTime) {
     RawPeer& peer = Connect();
     RunAfter(vtlimits::HelloTimeout - 1ms);
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
     RunAfter(300ms);
     ExpectBye(peer, EBye::Silence, "no hello in time");
 }
@@ -87,8 +87,8 @@ TEST_F(ServerRules, TheOldestThatSaysNoHelloMakesRoom) {
     late.Send(Hello());
     Run();
     ExpectBye(*silent.front(), EBye::Limit, "too many connections wait for their hello");
-    EXPECT_EQ(silent.back()->Count(EMessage::Bye), 0);
-    EXPECT_EQ(late.Count(EMessage::Welcome), 1);
+    EXPECT_EQ(silent.back()->Count<vt::ByeMessage>(), 0);
+    EXPECT_EQ(late.Count<vt::WelcomeMessage>(), 1);
 }
 
 TEST_F(ServerRules, AHostThatCrowdsTheDoorMakesRoomForOthers) {
@@ -99,11 +99,11 @@ TEST_F(ServerRules, AHostThatCrowdsTheDoorMakesRoomForOthers) {
     RawPeer& other = Connect("[fe80::1]:3000");
     Run();
     ExpectBye(*crowd.front(), EBye::Limit, "too many connections wait for their hello");
-    EXPECT_EQ(crowd[1]->Count(EMessage::Bye), 0);
+    EXPECT_EQ(crowd[1]->Count<vt::ByeMessage>(), 0);
     for (RawPeer* peer : {&slow, &other}) {
         peer->Send(Hello());
         Run();
-        EXPECT_EQ(peer->Count(EMessage::Welcome), 1);
+        EXPECT_EQ(peer->Count<vt::WelcomeMessage>(), 1);
     }
 }
 
@@ -115,33 +115,33 @@ TEST_F(ServerRules, WhoComesToAFullServerIsToldSoAndHasItsPlaceWhenAnotherGoes) 
     late.Send(Hello());
     Run();
     ExpectBye(late, EBye::Limit, "the server has 1000 clients");
-    Message bye = Message::Of(EMessage::Bye);
+    vt::ByeMessage bye;
     bye.code = EBye::ClientEnds;
     clients.front()->Send(bye);
     Run();
-    EXPECT_EQ(Admitted().Count(EMessage::Bye), 0);
+    EXPECT_EQ(Admitted().Count<vt::ByeMessage>(), 0);
 }
 
 TEST_F(ServerRules, ASilentClientIsPingedAndThenGivenUp) {
     RawPeer& peer = Admitted();
     RunAfter(5001ms);
-    EXPECT_EQ(peer.Count(EMessage::Ping), 1);
+    EXPECT_EQ(peer.Count<vt::PingMessage>(), 1);
     RunAfter(4000ms);
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
     RunAfter(6001ms);
-    ASSERT_EQ(peer.Count(EMessage::Bye), 1);
-    EXPECT_EQ(peer.Of(EMessage::Bye)[0].code, EBye::Silence);
+    ASSERT_EQ(peer.Count<vt::ByeMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::ByeMessage>()[0].code, EBye::Silence);
     EXPECT_EQ(m_access.ended.size(), 1U);
 }
 
 TEST_F(ServerRules, APingIsAnsweredWithItsNumber) {
     RawPeer& peer = Admitted();
-    Message ping = Message::Of(EMessage::Ping);
-    ping.seq = 77;
+    vt::PingMessage ping;
+    ping.number = 77;
     peer.Send(ping);
     Run();
-    ASSERT_EQ(peer.Count(EMessage::Pong), 1);
-    EXPECT_EQ(peer.Of(EMessage::Pong)[0].seq, 77U);
+    ASSERT_EQ(peer.Count<vt::PongMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::PongMessage>()[0].number, 77U);
 }
 
 TEST_F(ServerRules, ASessionsEndIsToldOnceAndLetsGoOfEverything) {
@@ -149,7 +149,7 @@ TEST_F(ServerRules, ASessionsEndIsToldOnceAndLetsGoOfEverything) {
     RawPeer& peer = Subscribed();
     EXPECT_EQ(m_hub->CountWatchers(), 1);
     EXPECT_EQ(Find<Text>("/S/t")->CountObservers(), 1);
-    Message bye = Message::Of(EMessage::Bye);
+    vt::ByeMessage bye;
     bye.code = EBye::ClientEnds;
     peer.Send(bye);
     Run();

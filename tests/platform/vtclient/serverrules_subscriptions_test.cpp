@@ -13,7 +13,7 @@ TEST_F(ServerRules, ASubscriptionsNumberIsFreeAndInRange) {
         RawPeer& peer = Admitted();
         peer.Send(Subscribe(number, "/S"));
         Run();
-        EXPECT_EQ(peer.Count(EMessage::Bye), 1) << number;
+        EXPECT_EQ(peer.Count<vt::ByeMessage>(), 1) << number;
     }
     RawPeer& peer = Subscribed("/");
     peer.Send(Subscribe(1, "/S"));
@@ -26,7 +26,7 @@ TEST_F(ServerRules, ThereIsALimitToSubscriptions) {
     for (quint32 i = 1; i <= vtlimits::MaxSubscriptions; ++i)
         peer.Send(Subscribe(i, "/S"));
     Run();
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
     peer.Send(Subscribe(vtlimits::MaxSubscriptions + 1, "/S"));
     Run();
     ExpectBye(peer, EBye::Limit, "more than 256 subscriptions");
@@ -46,9 +46,9 @@ TEST_F(ServerRules, WhatMayNotBeReadIsAbsentWithAReason) {
     RawPeer& peer = Admitted();
     peer.Send(Subscribe(1, "//S/"));
     Run();
-    ASSERT_EQ(peer.Count(EMessage::Absent), 1);
-    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, S("'/S' may not be read by 'guest'"));
-    EXPECT_EQ(peer.Count(EMessage::Subscribed), 0);
+    ASSERT_EQ(peer.Count<vt::AbsentMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::AbsentMessage>()[0].reason, S("'/S' may not be read by 'guest'"));
+    EXPECT_EQ(peer.Count<vt::SubscribedMessage>(), 0);
     EXPECT_TRUE(m_access.provided.empty());
     EXPECT_EQ(m_hub->CountWatchers(), 0);
 }
@@ -57,13 +57,13 @@ TEST_F(ServerRules, AnAbsentItemIsSubscribedWhenItAppears) {
     RawPeer& peer = Admitted();
     peer.Send(Subscribe(1, "/S/t"));
     Run();
-    ASSERT_EQ(peer.Count(EMessage::Absent), 1);
-    EXPECT_EQ(peer.Of(EMessage::Absent)[0].reason, QString());
+    ASSERT_EQ(peer.Count<vt::AbsentMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::AbsentMessage>()[0].reason, QString());
     EXPECT_EQ(m_access.provided, std::vector<QString>{S("/S/t")});
     Add<Text>("/S", "t")->SetValue(S("here"));
     Run();
-    EXPECT_EQ(peer.Count(EMessage::Subscribed), 1);
-    EXPECT_EQ(peer.Count(EMessage::End), 1);
+    EXPECT_EQ(peer.Count<vt::SubscribedMessage>(), 1);
+    EXPECT_EQ(peer.Count<vt::EndMessage>(), 1);
     ASSERT_EQ(peer.changes.size(), 1U);
     EXPECT_EQ(std::get<QString>(peer.changes[0].item.content), S("here"));
 }
@@ -73,8 +73,8 @@ TEST_F(ServerRules, AServerMayMakeWhatIsSubscribed) {
     RawPeer& peer = Admitted();
     peer.Send(Subscribe(1, "/S"));
     Run();
-    EXPECT_EQ(peer.Count(EMessage::Absent), 0);
-    EXPECT_EQ(peer.Count(EMessage::End), 1);
+    EXPECT_EQ(peer.Count<vt::AbsentMessage>(), 0);
+    EXPECT_EQ(peer.Count<vt::EndMessage>(), 1);
 }
 
 TEST_F(ServerRules, TheSequenceCountsSnapshotEndAndBatches) {
@@ -85,10 +85,13 @@ TEST_F(ServerRules, TheSequenceCountsSnapshotEndAndBatches) {
     t->SetValue(S("2"));
     Run();
     std::vector<quint64> sequence;
-    for (const Message& message : peer.messages)
-        if (message.type == EMessage::Snapshot || message.type == EMessage::End ||
-            message.type == EMessage::Batch)
+    const auto keep = [&sequence](const auto& message) {
+        using M = std::decay_t<decltype(message)>;
+        if constexpr (vt::CarriesChanges(M::Type) || std::is_same_v<M, vt::EndMessage>)
             sequence.push_back(message.seq);
+    };
+    for (const vt::Message& message : peer.messages)
+        std::visit(keep, message);
     EXPECT_THAT(sequence, ElementsAre(1, 2, 3, 4));
 }
 
@@ -102,7 +105,7 @@ TEST_F(ServerRules, ChangesOfOneTurnTravelTogetherAndOnlyTheLastContent) {
         a->SetValue(2 * i);
     }
     Run();
-    EXPECT_EQ(peer.Count(EMessage::Batch), 1);
+    EXPECT_EQ(peer.Count<vt::BatchMessage>(), 1);
     ASSERT_EQ(peer.changes.size(), 2U);
     EXPECT_EQ(std::get<qint64>(peer.changes[0].item.content), 10);  // b changed first
     EXPECT_EQ(std::get<qint64>(peer.changes[1].item.content), 20);
@@ -128,13 +131,13 @@ TEST_F(ServerRules, ALargeTreeComesInChunks) {
             ->SetValue(QString(50, QLatin1Char('x')));
     RawPeer& peer = Admitted();
     peer.Send(Subscribe(1, "/S"));
-    for (quint64 acked = 0; peer.Count(EMessage::End) == 0 && acked < 100; ++acked) {
+    for (quint64 acked = 0; peer.Count<vt::EndMessage>() == 0 && acked < 100; ++acked) {
         Run();
-        const int received = peer.Count(EMessage::Snapshot) + peer.Count(EMessage::End);
+        const int received = peer.Count<vt::SnapshotMessage>() + peer.Count<vt::EndMessage>();
         peer.Send(Ack(static_cast<quint64>(received)));
     }
     EXPECT_EQ(peer.changes.size(), 5001U);
-    EXPECT_GT(peer.Count(EMessage::Snapshot), 5);
+    EXPECT_GT(peer.Count<vt::SnapshotMessage>(), 5);
     EXPECT_LT(peer.largest, vtlimits::BatchTarget + 1024);
     for (std::size_t i = 0; i < peer.changes.size(); ++i)
         ASSERT_EQ(peer.changes[i].id, i);
@@ -149,10 +152,11 @@ TEST_F(ServerRules, AClientThatSubscribesALargeTreeAHundredTimesCostsAWindowAndD
     RawPeer& modest = Admitted();
     modest.Send(Subscribe(1, "/S/value7"));
     Run();
-    EXPECT_EQ(modest.Count(EMessage::End), 1);
+    EXPECT_EQ(modest.Count<vt::EndMessage>(), 1);
     EXPECT_EQ(m_hub->CountWatchers(), 2);
-    EXPECT_EQ(greedy.Count(EMessage::Bye), 0);
-    EXPECT_LE(greedy.Count(EMessage::Snapshot) + greedy.Count(EMessage::End), vtlimits::MaxUnackedMessages);
+    EXPECT_EQ(greedy.Count<vt::ByeMessage>(), 0);
+    EXPECT_LE(greedy.Count<vt::SnapshotMessage>() + greedy.Count<vt::EndMessage>(),
+              vtlimits::MaxUnackedMessages);
     EXPECT_LE(greedy.received, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget + 100 * 64);
 }
 
@@ -164,10 +168,10 @@ TEST_F(ServerRules, AClientThatDoesNotAcknowledgeGetsNoMore) {
         n->SetValue(i);
         Run();
     }
-    EXPECT_EQ(peer.Count(EMessage::Batch), vtlimits::MaxUnackedMessages - before);
+    EXPECT_EQ(peer.Count<vt::BatchMessage>(), vtlimits::MaxUnackedMessages - before);
     peer.Send(Ack(static_cast<quint64>(vtlimits::MaxUnackedMessages)));
     Run();
-    EXPECT_EQ(peer.Count(EMessage::Batch), vtlimits::MaxUnackedMessages - before + 1);
+    EXPECT_EQ(peer.Count<vt::BatchMessage>(), vtlimits::MaxUnackedMessages - before + 1);
     EXPECT_EQ(std::get<qint64>(peer.changes.back().item.content), 500);
 }
 
@@ -188,7 +192,7 @@ TEST_F(ServerRules, ASlowClientsBacklogIsBoundedByTheItemsNotByTime) {
     peer.Send(Ack(64));
     Run();
     EXPECT_LT(peer.changes.size(), 10U);
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
 }
 
 // What the client shows under the other subscription it has not set itself.
@@ -214,16 +218,16 @@ TEST_F(ServerRules, AClientThatDoesNotKeepUpWithOccurrencesIsEnded) {
     log->SetDelivery(values::EDelivery::EveryChange);
     RawPeer& slow = Subscribed();
     RawPeer& good = Subscribed();
-    for (int i = 0; i < 200 && slow.Count(EMessage::Bye) == 0; ++i) {
+    for (int i = 0; i < 200 && slow.Count<vt::ByeMessage>() == 0; ++i) {
         log->SetValue(QString(50000, QLatin1Char('x')));
         Run();
-        const int received = 2 + good.Count(EMessage::Batch);
+        const int received = 2 + good.Count<vt::BatchMessage>();
         good.Send(Ack(static_cast<quint64>(received)));
         Run();
     }
-    ASSERT_EQ(slow.Count(EMessage::Bye), 1);
-    EXPECT_EQ(slow.Of(EMessage::Bye)[0].code, EBye::TooSlow);
-    EXPECT_EQ(good.Count(EMessage::Bye), 0);
+    ASSERT_EQ(slow.Count<vt::ByeMessage>(), 1);
+    EXPECT_EQ(slow.Of<vt::ByeMessage>()[0].code, EBye::TooSlow);
+    EXPECT_EQ(good.Count<vt::ByeMessage>(), 0);
 }
 
 TEST_F(ServerRules, AnAcknowledgementOfWhatWasNotSentEndsTheSession) {
@@ -236,13 +240,13 @@ TEST_F(ServerRules, AnAcknowledgementOfWhatWasNotSentEndsTheSession) {
 TEST_F(ServerRules, UnsubscribingLetsGo) {
     Add<Text>("/S", "t");
     RawPeer& peer = Subscribed();
-    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    vt::UnsubscribeMessage unsubscribe;
     unsubscribe.sub = 1;
     peer.Send(unsubscribe);
     Run();
     EXPECT_EQ(m_hub->CountWatchers(), 0);
     EXPECT_EQ(m_access.released, std::vector<QString>{S("/S")});
-    EXPECT_EQ(peer.Count(EMessage::Bye), 0);
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
 }
 
 TEST_F(ServerRules, UnsubscribingLetsGoOnceOfWhatWasWantedWithin) {
@@ -255,7 +259,7 @@ TEST_F(ServerRules, UnsubscribingLetsGoOnceOfWhatWasWantedWithin) {
     Run();
     EXPECT_EQ(m_access.provided, (std::vector<QString>{S("/S"), S("/S/made"), S("/S/no")}));
     EXPECT_TRUE(m_access.released.empty());
-    Message unsubscribe = Message::Of(EMessage::Unsubscribe);
+    vt::UnsubscribeMessage unsubscribe;
     unsubscribe.sub = 1;
     peer.Send(unsubscribe);
     Run();
@@ -283,8 +287,8 @@ TEST_F(ServerRules, ClientsOfOneSubtreeShareItsWatcher) {
     EXPECT_EQ(t->CountObservers(), 1);
     t->SetValue(S("x"));
     Run();
-    EXPECT_EQ(first.Count(EMessage::Batch), 1);
-    EXPECT_EQ(second.Count(EMessage::Batch), 1);
+    EXPECT_EQ(first.Count<vt::BatchMessage>(), 1);
+    EXPECT_EQ(second.Count<vt::BatchMessage>(), 1);
 }
 
 TEST_F(ServerRules, AContentThatFitsNoFrameIsStaleUntilItFits) {
@@ -336,11 +340,11 @@ TEST_F(ServerRules, ATurnEndsWhenItsTimeIsUpAndGoesOnInTheNext) {
     RawPeer& peer = Admitted();
     m_clock.SetCost(500us);  // each look at the clock takes an eighth of a turn
     peer.Send(Subscribe(1, "/S"));
-    for (int i = 0; i < 2000 && peer.Count(EMessage::End) == 0; ++i) {
+    for (int i = 0; i < 2000 && peer.Count<vt::EndMessage>() == 0; ++i) {
         Run();
-        peer.Send(Ack(static_cast<quint64>(peer.Count(EMessage::Snapshot))));
+        peer.Send(Ack(static_cast<quint64>(peer.Count<vt::SnapshotMessage>())));
     }
-    EXPECT_EQ(peer.Count(EMessage::End), 1);
+    EXPECT_EQ(peer.Count<vt::EndMessage>(), 1);
     EXPECT_EQ(peer.changes.size(), 3001U);
 }
 

@@ -38,7 +38,7 @@ class SlowReader : public SocketEnds {
         ASSERT_TRUE(m_slow->WaitConnected());
         m_slow->Socket().setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, 64 * 1024);
         m_slow->SendHello();
-        ASSERT_NE(m_slow->WaitFor(vt::EMessage::Welcome), nullptr);
+        ASSERT_NE(m_slow->WaitFor<vt::WelcomeMessage>(), nullptr);
         m_slow->StopReading();
         m_client = Connect("127.0.0.1", m_listener.Port());
         m_client->AddTic(QStringLiteral("/L,/S"), "");
@@ -54,26 +54,25 @@ class SlowReader : public SocketEnds {
     bool IsUpToDate() {
         return WaitUntil([this] { return static_cast<bool>(AreEqual(Item("/S"), Item("/L"))); });
     }
-    /// Reads on, acknowledging, until a message of \a type.
-    const vt::Message* ReadUntil(vt::EMessage type) {
+    /// Reads on, acknowledging, until there is such a message.
+    template <class M>
+    const M* ReadUntil() {
         m_slow->ReadAgain();
         for (;;) {
-            vt::Message ack = vt::Message::Of(vt::EMessage::Ack);
-            const vt::Message* found = nullptr;
+            vt::AckMessage ack;
+            const M* found = nullptr;
             const bool hasCome = WaitUntil([&] {
                 const auto& received = m_slow->Received();
                 quint64 count = 0;
                 for (const vt::Message& message : received) {
-                    const bool isCounted =
-                        vt::CarriesChanges(message.type) || message.type == vt::EMessage::End;
-                    count += isCounted ? 1 : 0;
-                    if (message.type == type) found = &message;
+                    count += IsAcknowledged(message) ? 1 : 0;
+                    if (const M* const such = std::get_if<M>(&message)) found = such;
                 }
-                ack.seq = count;
+                ack.count = count;
                 return found != nullptr || count > m_acked;
             });
             if (!hasCome || found != nullptr) return found;
-            m_acked = ack.seq;
+            m_acked = ack.count;
             m_slow->Send(ack);
         }
     }
@@ -98,14 +97,14 @@ TEST_F(SlowReader, IsOwedTheLastContentsOnlyAndCatchesUpWhenItReads) {
     }
     EXPECT_LE(m_mostUnsent, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget);
     EXPECT_EQ(m_hub.CountSessions(), 2);
-    ASSERT_NE(ReadUntil(vt::EMessage::End), nullptr);
+    ASSERT_NE(ReadUntil<vt::EndMessage>(), nullptr);
     // Two looks at everything at most: what was on its way when it stopped, and what holds now.
     EXPECT_LE(m_slow->Received().size(), 2U * ValueCount * (TextLength + 50) / vtlimits::BatchTarget + 10);
 }
 
 TEST_F(SlowReader, IsEndedWhenTooManyOccurrencesWaitForIt) {
     m_slow->Subscribe(1, "/S/log");
-    ASSERT_NE(ReadUntil(vt::EMessage::End), nullptr);
+    ASSERT_NE(ReadUntil<vt::EndMessage>(), nullptr);
     m_slow->StopReading();
     Occurrences heard;
     heard.Hear(Find<Text>("/L/log"));
@@ -120,7 +119,7 @@ TEST_F(SlowReader, IsEndedWhenTooManyOccurrencesWaitForIt) {
     EXPECT_LE(m_mostUnsent, vtlimits::MaxUnackedBytes + 2 * vtlimits::BatchTarget);
     ASSERT_THAT(ServerLines(), SizeIs(1));
     EXPECT_THAT(ServerLines().front().toStdString(), HasSubstr("the client does not keep up: "));
-    const vt::Message* const bye = ReadUntil(vt::EMessage::Bye);
+    const vt::ByeMessage* const bye = ReadUntil<vt::ByeMessage>();
     ASSERT_NE(bye, nullptr) << "it is told why, once it reads";
     EXPECT_EQ(bye->code, vt::EBye::TooSlow);
     EXPECT_TRUE(m_slow->WaitClosed());

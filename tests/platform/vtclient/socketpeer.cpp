@@ -35,7 +35,7 @@ void SocketPeer::SendFrame(const QByteArray& message) {
 }
 
 void SocketPeer::SendHello(quint32 version, const char* user, const char* token) {
-    vt::Message hello = vt::Message::Of(vt::EMessage::Hello);
+    vt::HelloMessage hello;
     hello.version = version;
     hello.application = QStringLiteral("raw");
     hello.machine = QStringLiteral("here");
@@ -45,7 +45,7 @@ void SocketPeer::SendHello(quint32 version, const char* user, const char* token)
 }
 
 void SocketPeer::Subscribe(quint32 sub, const char* path) {
-    vt::Message subscribe = vt::Message::Of(vt::EMessage::Subscribe);
+    vt::SubscribeMessage subscribe;
     subscribe.sub = sub;
     subscribe.path = QString::fromLatin1(path);
     Send(subscribe);
@@ -59,19 +59,19 @@ const std::vector<vt::Message>& SocketPeer::Received() {
         if (m_in.size() - consumed - HeaderSize < size) break;
         vt::Message message;
         vt::MessageReader reader(m_in.constData() + consumed + HeaderSize, size);
-        if (reader.ReadHeader(&message)) m_received.push_back(message);
+        if (ReadAny(reader, &message)) m_received.push_back(message);
         consumed += HeaderSize + size;
     }
     m_in.remove(0, consumed);
     return m_received;
 }
 
-const vt::Message* SocketPeer::WaitFor(vt::EMessage type) {
-    const auto hasCome = [this, type] {
+const vt::Message* SocketPeer::WaitFor(bool (*isSuch)(const vt::Message&)) {
+    const auto hasCome = [this, isSuch] {
         Received();
         while (m_seen < m_received.size()) {
             m_found = m_received[m_seen++];
-            if (m_found.type == type) return true;
+            if (isSuch(m_found)) return true;
         }
         return false;
     };
