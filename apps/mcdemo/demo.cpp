@@ -146,14 +146,15 @@ bool Demo::StartClients() {
 bool Demo::ShowStatus() {
     narrator::Chapter(QStringLiteral("What the server shows everybody"));
     const QString path = QStringLiteral("/MultiChannelServer/Status");
-    narrator::Act(QStringLiteral("operator"), QStringLiteral("mctree ls ") + path);
+    const QString all = path + QStringLiteral("/*");
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("mctree get '%1'").arg(all));
     const auto isReady = [&] {
         return Operator({QStringLiteral("get"), path + QStringLiteral("/BootState")})
             .contains(QLatin1String("Ready"));
     };
     if (!eventwait::Until(isReady, Patience, AskInterval))
         return Fail(QStringLiteral("the device does not boot"));
-    narrator::Quote(Operator({QStringLiteral("ls"), path}));
+    narrator::Quote(Operator({QStringLiteral("get"), all}));
     return true;
 }
 

@@ -11,6 +11,7 @@
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QStandardPaths>
 
 using namespace mctree;
 
@@ -18,12 +19,16 @@ namespace {
 
 /// Runs \a command with a session of \a client, which signals and the end of the output interrupt.
 Outcome RunWith(IVtClient& client, const Arguments& arguments, Printer& printer) {
-    Session session(client);
+    const Report::Tell tell = [&printer](const QString& line) {
+        printer.Flush();  // what was printed before stands before it
+        terminal::WriteError(QStringLiteral("mctree: %1\n").arg(line).toUtf8());
+    };
+    Session session(client, arguments.Retry(), tell);
     const ShutdownSignals shutdown;
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, [&session] { session.Interrupt(); });
     const ClosedOutput output;
     QObject::connect(&output, &ClosedOutput::Closed, [&session] { session.Interrupt(); });
-    return Run({arguments, session, printer});
+    return Run({arguments, session, printer, tell});
 }
 
 Outcome RunCommand(const Arguments& arguments, Printer& printer) {
@@ -43,7 +48,7 @@ Outcome RunCommand(const Arguments& arguments, Printer& printer) {
 Outcome RunOrHelp(const Arguments& arguments, Printer& printer) {
     switch (arguments.command) {
         case ECommand::Help:
-            printer.WriteLine(HelpText().trimmed());
+            printer.WriteLine(HelpText(arguments.topic).trimmed());
             return Outcome();
         case ECommand::Version:
             printer.WriteLine(QStringLiteral("mctree " MCS_VERSION));
@@ -53,6 +58,13 @@ Outcome RunOrHelp(const Arguments& arguments, Printer& printer) {
     }
 }
 
+Surroundings GetSurroundings() {
+    const QString profiles = QString::fromLocal8Bit(qgetenv("MCTREE_PROFILES"));
+    const QString usual = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                          QStringLiteral("/MultiChannelServer/mctree.profiles");
+    return {QString::fromLocal8Bit(qgetenv("MCS_TOKEN")), profiles.isEmpty() ? usual : profiles};
+}
+
 Outcome Main(const QStringList& words) {
     QString outputError;
     const auto write = [&outputError](const QByteArray& bytes) {
@@ -60,7 +72,7 @@ Outcome Main(const QStringList& words) {
     };
     Printer printer(write, {terminal::IsOutputTerminal(), terminal::TakesColour(), terminal::GetWidth()});
     Arguments arguments;
-    Outcome outcome = ParseArguments(words, QString::fromLocal8Bit(qgetenv("MCS_TOKEN")), &arguments);
+    Outcome outcome = ParseArguments(words, GetSurroundings(), &arguments);
     if (!outcome.IsDone()) {
         outcome.message += QStringLiteral(" (mctree --help tells more)");
         return outcome;

@@ -2,33 +2,56 @@
 #pragma once
 
 #include <apps/common/serveraddress.h>
+#include <apps/mctree/mirror/session.h>
+#include <apps/mctree/text/condition.h>
 #include <apps/mctree/text/outcome.h>
+#include <apps/mctree/text/pathpattern.h>
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <chrono>
+#include <optional>
+#include <vector>
 
 namespace mctree {
 
-enum class ECommand { None, List, Get, Set, Watch, Info, Help, Version };
+enum class ECommand { None, List, Get, Set, Watch, Hold, Info, Help, Version };
 
 /// What the command line asks for.
 struct Arguments {
     ECommand command = ECommand::None;
-    QStringList paths;  ///< normalised: "/a/b", or "/" for the root
-    QString value;      ///< what to set
+    ECommand topic = ECommand::None;  ///< of the help
+    std::vector<PathPattern> patterns;
+    PathPattern::EReading reading = PathPattern::EReading::Globs;
+    QString value;                       ///< what to set
+    bool isValueFromInput = false;       ///< the standard input is
+    QString linesFile;                   ///< in which stands what to set; "-": the standard input
+    std::optional<Condition> condition;  ///< to wait for
     bool isRecursive = false;
     bool isJson = false;
-    int count = 0;                            ///< changes to watch; 0: endless
-    std::chrono::milliseconds timeout{5000};  ///< how long to wait for the server
+    bool isChangesOnly = false;
+    bool isRetrying = true;
+    int count = 0;                                     ///< changes to watch; 0: endless
+    std::optional<std::chrono::milliseconds> timeout;  ///< if it was given
     ServerAddress server = {QStringLiteral("127.0.0.1")};
     VtClientOptions client;
+
+    /// How long to wait for the server.
+    std::chrono::milliseconds Timeout() const { return timeout.value_or(std::chrono::milliseconds(5000)); }
+    /// How the session is to bear that there is no connection: a command that lasts waits for it.
+    Session::ERetry Retry() const;
 };
 
-/// Reads the command line: \a words are those after the program's name, \a environmentToken is the token
-/// that stands in when none is given. On an error \a arguments is of no use.
-Outcome ParseArguments(const QStringList& words, const QString& environmentToken, Arguments* arguments);
+/// What comes from elsewhere than the command line.
+struct Surroundings {
+    QString token;         ///< that stands in when none is given
+    QString profilesFile;  ///< in which servers are described, unless another one is given
+};
+
+/// Reads the command line: \a words are those after the program's name. On an error \a arguments is of no
+/// use.
+Outcome ParseArguments(const QStringList& words, const Surroundings& surroundings, Arguments* arguments);
 
 }  // namespace mctree

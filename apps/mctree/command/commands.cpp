@@ -13,6 +13,8 @@ Outcome Run(const Context& context) {
             return RunSet(context);
         case ECommand::Watch:
             return RunWatch(context);
+        case ECommand::Hold:
+            return RunHold(context);
         case ECommand::Info:
             return RunInfo(context);
         case ECommand::None:

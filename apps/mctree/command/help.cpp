@@ -3,42 +3,135 @@
 
 namespace mctree {
 
-QString HelpText() {
-    return QStringLiteral(
-        R"(usage: mctree [options] <command>
+namespace {
+
+const char* const All = R"(usage: mctree [options] COMMAND ...
 
 Reads and writes the tree of values of a server.
 
 commands
-  ls [-r] [PATH]     what is below PATH ("/" unless given), with -r all of it: indented on a
-                     terminal, each with its path elsewhere
-  get PATH           the content alone, raw and without its unit; with --json all that is known
-  set PATH VALUE     sets the content and waits for the server's answer; prints the content that
-                     holds if that is another one (limits). VALUE is true or false (on, off, 1, 0),
-                     a number (with its unit, if you like: 98.5MHz, 30M), a text, the key or text of a
-                     selection's item or (none), or a list of numbers separated by commas
-  watch PATH...      prints every change as a line, until interrupted
-  info               the server, the connection and how many values there are
+  ls [-r] [PATH...]             what is below each PATH ("/" unless given)
+  get [--wait COND] PATH...     the content, raw and without its unit; of several a line each
+  set PATH... VALUE             sets the content and waits for the server's answer
+  set -f FILE                   the same for each line of a file ("-": the standard input)
+  watch PATH...                 what there is, then every change as a line, until interrupted
+  hold PATH...                  uses an MpxORV and keeps it, until interrupted
+  info                          the server, the connection and how many values there are
+  help [COMMAND]                this text, or all about a command
 
-options
+paths
+  Names separated by "/". "*", "?" and "[a-z]" stand for parts of a name as in a shell (which must not
+  see them: quote the path), "**" for any number of names; a "\" takes their meaning from them.
+
+options for every command
   --connect HOST[:PORT]   the server (127.0.0.1:7450)
+  -s, --server NAME       a server by its name in the file of profiles; the one called "default" there
+                          if neither is given
+  --profiles FILE         that file; also MCTREE_PROFILES in the environment
   --tls                   encrypted; also asked for by mcss:// in front of HOST, and by these:
   --ca FILE               whom the server's certificate must come from (PEM)
   --cert FILE --key FILE  our own certificate, and its key (PEM)
   --user NAME             whose token it is
-  --token TOKEN           the credential; better in the environment as MCS_TOKEN, where no list of
-                          processes shows it
-  --timeout MS            how long to wait for the server, in milliseconds (5000)
-  --count N               end watch after N changes
-  --json                  JSON: an array (ls), one object (get, set, info), one object a line (watch)
-  -r, --recursive         for ls
-  -h, --help              this text
+  --token-file FILE       the credential, in the first line of a file; also as --token TOKEN, which
+                          lists of processes show, or MCS_TOKEN in the environment
+  --timeout MS            how long to wait for the server, in milliseconds (5000; watch, hold and
+                          get --wait wait for ever unless it is given)
+  --no-retry              a connection that cannot be made, or is lost, ends the command at once
+  --json                  JSON: an array (ls), or an object a line
+  --literal               paths are as they stand, with no "*" in them
+  -h, --help              this text, or all about a command
   -V, --version           the version
   --                      no option follows, for values that start with "-"
 
 exit codes
-  0 done   1 denied or not found   2 wrong usage   3 no connection
-)");
+  0 done   1 denied, refused or not found   2 wrong usage   3 no connection   4 waited in vain
+  Where several things are asked for and some fail, the others are done; the greatest code counts.
+)";
+
+const char* const List = R"(usage: mctree ls [-r] [PATH...]
+
+Lists what is below each PATH, "/" unless given. A value, and what a pattern matches, is listed itself.
+On a terminal in columns: name, kind, content. Elsewhere one absolute path a line; those of nodes end
+with "/".
+
+  -r, --recursive   all that is below, too
+  --json            an array of objects with all that is known of each
+)";
+
+const char* const Get = R"(usage: mctree get [--wait CONDITION] PATH...
+
+Prints the content of PATH, raw and without its unit. Of several paths, and of a pattern, whose nodes do
+not count, a line each: the path, a tab, the content, with control characters and "\" as \n, \t, \\ and
+the like. "set -f" reads such lines.
+
+  --wait CONDITION  waits until all paths are there and CONDITION holds for all of them: "exists", or one
+                    of = != < <= > >= with a content as "set" takes it, or ~ with a pattern. For ever,
+                    unless --timeout is given. What may take a moment is best waited for so:
+                      mctree get --wait =Ready /MultiChannelServer/Status/BootState
+  --json            an object a line, with all that is known
+)";
+
+const char* const Set = R"(usage: mctree set PATH... VALUE
+       mctree set -f FILE
+
+Sets the content of each PATH, and waits for the server's answer; to a request, below "Request" of an
+MpxORV, for what becomes of it. Prints the content that holds if that is another one (limits).
+
+VALUE is true or false (on, off, yes, no, 1, 0); a number, 0x... for hexadecimal, with its unit if you
+like (98.5MHz, 1 GHz, 30M, 20 ms); a text; the key or text of a selection's item, or (none); a list of
+numbers separated by commas; or "-" for what the standard input holds, without its last line end.
+
+  -f, --file FILE   sets what each line of FILE ("-": the standard input, line by line as it comes) says:
+                    a path, a tab and a value, as "get" prints them; or a path, blanks or "=", and a
+                    value. A path with blanks stands in double quotes then. "#" begins a comment.
+  --json            an object a line, with how it ended ("result")
+)";
+
+const char* const Watch = R"(usage: mctree watch [--changes-only] [--count N] PATH...
+
+Prints what there is at and below each PATH, then every change as a line, until interrupted. What is not
+there yet is waited for; a lost connection is told, and made again.
+
+  --changes-only    without what there is
+  --count N         ends after N changes; what there is does not count
+  --json            an object a line; "event" says what it is
+)";
+
+const char* const Hold = R"(usage: mctree hold PATH...
+
+Asks for each PATH as one who uses it, and prints "held PATH" when the server has said yes. That keeps an
+MpxORV alive, with its channel and its policies, until interrupted:
+
+  mctree hold /MultiChannelServer/DynamicMpxORVs/Mine
+
+A lost connection is told ("lost PATH"), and made again.
+)";
+
+const char* const Info = R"(usage: mctree info
+
+Tells of the server: what it calls itself, its address, encryption, the version of the protocol, the round
+trip, and how many values it shows us.
+)";
+
+}  // namespace
+
+QString HelpText(ECommand topic) {
+    switch (topic) {
+        case ECommand::List:
+            return QString::fromUtf8(List);
+        case ECommand::Get:
+            return QString::fromUtf8(Get);
+        case ECommand::Set:
+            return QString::fromUtf8(Set);
+        case ECommand::Watch:
+            return QString::fromUtf8(Watch);
+        case ECommand::Hold:
+            return QString::fromUtf8(Hold);
+        case ECommand::Info:
+            return QString::fromUtf8(Info);
+        default:
+            return QString::fromUtf8(All);
+    }
 }
 
 }  // namespace mctree

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace mctree {
@@ -49,7 +50,7 @@ ServerInfo Collect(const Context& context, const Outcome& outcome, const Mirrors
 /// The client measures the latency by itself, but tells no observer that it has.
 void WaitForLatency(const Context& context) {
     context.session.WaitUntil([&context] { return context.session.Client().GetLatency().has_value(); },
-                              QDeadlineTimer(std::min(LatencyGrace, context.arguments.timeout)));
+                              QDeadlineTimer(std::min(LatencyGrace, context.arguments.Timeout())));
 }
 
 void PrintText(const ServerInfo& info, Printer& printer) {
@@ -86,7 +87,9 @@ void PrintJson(const ServerInfo& info, Printer& printer) {
 
 Outcome RunInfo(const Context& context) {
     Mirrors mirrors;
-    Outcome outcome = Establish(context.session, {QStringLiteral("/")}, context.arguments.timeout, &mirrors);
+    mirrors.push_back(std::make_unique<Mirror>(context.session, QStringLiteral("/"), EPurpose::Look));
+    Outcome outcome = Settle(context.session, mirrors, QDeadlineTimer(context.arguments.Timeout()));
+    if (outcome.IsDone() && !mirrors.front()->IsEstablished()) outcome = NotHere(*mirrors.front());
     // Whoever may not read the root still learns the rest.
     if (outcome.code == EExitCode::NoConnection) return outcome;
     WaitForLatency(context);

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
-#include <apps/mctree/mirror/mirror.h>
+#include <apps/mctree/mirror/targets.h>
 #include <apps/mctree/mirror/walk.h>
 #include <apps/mctree/text/description.h>
 #include <apps/mctree/text/table.h>
+
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -15,52 +17,70 @@ namespace {
 constexpr int Indentation = 2;
 constexpr int DeepestIndentation = 32;  // levels; beyond that a line would have room for nothing else
 
-/// Calls \a show(item, depth) for what is to be listed: the value itself, or what is below the node.
-template <class Function>
-void ForEachListed(values::TreeItem& top, bool isRecursive, Function&& show) {
-    auto* const node = dynamic_cast<values::Node*>(&top);
-    if (node == nullptr) return show(top, 0);
-    if (isRecursive)
-        return Walk(top, [&](values::TreeItem& item, int depth) {
-            if (depth > 0) show(item, depth - 1);
+struct Listed {
+    const values::TreeItem* item;
+    QString path;
+    int depth;
+};
+
+/// Collects what is to be listed, each item once: the value itself or what is below the node that a path
+/// names, and whatever a glob matches, with all that is below it if that is asked for.
+class Listing {
+  public:
+    explicit Listing(bool isRecursive) : m_isRecursive(isRecursive) {}
+
+    void Add(const Target& target, bool isGlob) {
+        const bool isItself = isGlob || !target.item->IsNode();
+        if (isItself) Add(*target.item, *target.mirror, 0);
+        Walk(*target.item, [&](values::TreeItem& item, int depth) {
+            if (depth == 1 ? m_isRecursive || !isItself : depth > 1 && m_isRecursive)
+                Add(item, *target.mirror, depth - 1);
         });
-    for (values::TreeItem* item = node->GetFirstChild(); item != nullptr; item = item->GetNextSibling())
-        show(*item, 0);
+    }
+    const std::vector<Listed>& Items() const { return m_items; }
+
+  private:
+    void Add(const values::TreeItem& item, const Mirror& mirror, int depth) {
+        const QString path = mirror.RemotePathOf(item);
+        if (m_known.contains(path)) return;
+        m_known.insert(path);
+        m_items.push_back({&item, path, depth});
+    }
+
+    const bool m_isRecursive;
+    std::vector<Listed> m_items;
+    QSet<QString> m_known;
+};
+
+QString ShownName(const values::TreeItem& item, const QString& name) {
+    return safetext::Escaped(name) +
+           (item.IsNode() && !name.endsWith(QLatin1Char('/')) ? QStringLiteral("/") : QString());
 }
 
-TableRow RowOf(const values::TreeItem& item, const QString& name) {
-    const QString end = item.IsNode() ? QStringLiteral("/") : QString();
-    return {safetext::Escaped(name) + end, KindOf(item), ShowContent(item), item.IsNode(), IsStale(item)};
-}
-
-/// The path of \a item from \a top on; of \a top itself all of it.
-QString NameBelow(const Mirror& mirror, const values::TreeItem& top, const values::TreeItem& item) {
-    if (&item == &top) return mirror.GetRemotePath();
-    return item.GetPathName().mid(top.GetPathName().size() + 1);
-}
-
-void PrintText(const Context& context, const Mirror& mirror, values::TreeItem& top) {
-    // Indented it reads like a tree; elsewhere each line has to say by itself where its item is.
-    const bool isIndented = context.arguments.isRecursive && context.printer.Style().isTerminal;
+/// What is below one node is shown by its name there, indented if it is a whole tree; all else by its path.
+void PrintColumns(const Context& context, const std::vector<Listed>& items) {
+    const auto& patterns = context.arguments.patterns;
+    const bool isBelowOne = patterns.size() == 1 && !patterns.front().IsGlob();
     std::vector<TableRow> rows;
-    ForEachListed(top, context.arguments.isRecursive, [&](const values::TreeItem& item, int depth) {
-        const bool isShort = isIndented && &item != &top;
-        TableRow row = RowOf(item, isShort ? item.GetName() : NameBelow(mirror, top, item));
-        if (isIndented)
-            row.name.prepend(QString(std::min(depth, DeepestIndentation) * Indentation, QLatin1Char(' ')));
-        rows.push_back(std::move(row));
-    });
+    for (const Listed& listed : items) {
+        const values::TreeItem& item = *listed.item;
+        const bool isTop = listed.path == patterns.front().FixedPath();
+        const QString name = isBelowOne && !isTop ? item.GetName() : listed.path;
+        const int levels = isBelowOne ? std::min(listed.depth, DeepestIndentation) : 0;
+        rows.push_back({QString(levels * Indentation, QLatin1Char(' ')) + ShownName(item, name), KindOf(item),
+                        ShowContent(item), item.IsNode(), IsStale(item)});
+    }
     PrintTable(rows, context.printer);
 }
 
 /// An array, one element per line.
-void PrintJson(const Context& context, const Mirror& mirror, values::TreeItem& top) {
+void PrintJson(const Context& context, const std::vector<Listed>& items) {
     QString line;
     context.printer.WriteLine(QStringLiteral("["));
-    ForEachListed(top, context.arguments.isRecursive, [&](const values::TreeItem& item, int) {
+    for (const Listed& listed : items) {
         if (!line.isEmpty()) context.printer.WriteLine(line + QLatin1Char(','));
-        line = ToLine(Describe(item, mirror.RemotePathOf(item)));
-    });
+        line = ToLine(Describe(*listed.item, listed.path));
+    }
     if (!line.isEmpty()) context.printer.WriteLine(line);
     context.printer.WriteLine(QStringLiteral("]"));
 }
@@ -68,16 +88,26 @@ void PrintJson(const Context& context, const Mirror& mirror, values::TreeItem& t
 }  // namespace
 
 Outcome RunList(const Context& context) {
-    Mirrors mirrors;
-    Outcome outcome =
-        Establish(context.session, context.arguments.paths, context.arguments.timeout, &mirrors);
+    Targets targets(context.session, context.arguments.patterns, EPurpose::Look);
+    const Outcome outcome = targets.Settle(QDeadlineTimer(context.arguments.Timeout()));
     if (!outcome.IsDone()) return outcome;
-    const Mirror& mirror = *mirrors.front();
-    if (context.arguments.isJson)
-        PrintJson(context, mirror, *mirror.GetItem());
+    Report report(context.tell);
+    Listing listing(context.arguments.isRecursive);
+    for (const Targets::Operand& operand : targets.Operands()) {
+        const std::vector<Target> found = Targets::Find(operand);
+        if (found.empty()) report.Add(Targets::NotFound(operand));
+        for (const Target& target : found)
+            listing.Add(target, operand.pattern->IsGlob());
+    }
+    const bool isNothing = listing.Items().empty() && !report.Result().IsDone();
+    if (context.arguments.isJson && !isNothing)
+        PrintJson(context, listing.Items());
+    else if (context.printer.Style().isTerminal)
+        PrintColumns(context, listing.Items());
     else
-        PrintText(context, mirror, *mirror.GetItem());
-    return outcome;
+        for (const Listed& listed : listing.Items())
+            context.printer.WriteLine(ShownName(*listed.item, listed.path));
+    return report.Result();
 }
 
 }  // namespace mctree

@@ -1,78 +1,155 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
-#include <apps/mctree/mirror/mirror.h>
-#include <apps/mctree/text/contentinput.h>
-#include <apps/mctree/text/contenttext.h>
-#include <apps/mctree/text/description.h>
+#include <apps/mctree/command/setter.h>
+#include <apps/mctree/text/inputlines.h>
+#include <apps/mctree/text/linetext.h>
 
-#include <platform/values/treeitem.h>
+#include <QtCore/QFile>
+
+#include <list>
 
 namespace mctree {
 
 namespace {
 
-/// Waits for the answer to what was just set, and says what it is if it is no yes.
-Outcome WaitForAnswer(const Context& context, const Mirror& mirror, const QString& path) {
-    IVtClient& client = context.session.Client();
-    QString reason;
-    const auto isAnswered = [&] {
-        return mirror.IsRefused(&reason) || !client.HasUnansweredWrites() || !client.IsConnected();
+/// Paths that stay asked for after their line, since the next lines may be about them again, and an MpxORV
+/// that nobody asks for any more may go.
+constexpr std::size_t MostKept = 64;
+constexpr int LongestValue = 1048576;             // characters
+constexpr qint64 LargestFile = 16 * 1024 * 1024;  // bytes
+
+/// Sets what the lines of a stream say, one by one as they come.
+class LineSetter {
+  public:
+    explicit LineSetter(const Context& context) : m_context(context), m_report(context.tell) {}
+
+    Outcome Run(std::shared_ptr<std::istream> stream) {
+        Session& session = m_context.session;
+        InputLines lines(std::move(stream), [&session] { session.Wake(); });
+        bool isTooLong = false;
+        std::optional<QString> line;
+        const auto isMore = [&] {
+            if (!line) line = lines.Take(&isTooLong);
+            return line || lines.IsAtEnd();
+        };
+        while (session.WaitUntil(isMore, QDeadlineTimer(QDeadlineTimer::Forever)) == Session::EWait::Met &&
+               line) {
+            ++m_number;
+            const Outcome outcome = isTooLong ? Wrong(QStringLiteral("too long")) : SetLine(*line);
+            if (outcome.code == EExitCode::NoConnection) return outcome;
+            m_report.Add(outcome);
+            m_context.printer.Flush();
+            line.reset();
+        }
+        if (session.IsInterrupted()) return Session::Interrupted(EExitCode::Refused);
+        return m_report.Result();
+    }
+
+  private:
+    /// What one line asked for.
+    struct Kept {
+        QString path;
+        std::vector<PathPattern> patterns;
+        std::unique_ptr<Targets> targets;
     };
-    const auto wait = context.session.WaitUntil(isAnswered, QDeadlineTimer(context.arguments.timeout));
-    if (mirror.IsRefused(&reason)) return Outcome::RefusedAt(mirror.GetRemotePath(), reason);
-    if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::NoConnection);
-    if (wait == Session::EWait::TimedOut || !client.IsConnected())
-        return {EExitCode::NoConnection,
-                path + QStringLiteral(": no answer, so it is not known whether this was done")};
-    if (mirror.GetItem() == nullptr)
-        return Outcome::RefusedAt(mirror.GetRemotePath(), QStringLiteral("has gone"));
+
+    QString Prefix() const { return QStringLiteral("line %1: ").arg(m_number); }
+    Outcome Wrong(const QString& error) const {
+        return {EExitCode::Usage, Prefix() + safetext::Escaped(error)};
+    }
+
+    Outcome SetLine(const QString& line) {
+        if (linetext::IsComment(line)) return Outcome();
+        const linetext::Pair pair = linetext::Split(line);
+        if (!pair.error.isEmpty()) return Wrong(pair.error);
+        QString error;
+        Targets* const targets = Provide(pair.path, &error);
+        if (targets == nullptr) return Wrong(error);
+        Outcome outcome = targets->Settle(QDeadlineTimer(m_context.arguments.Timeout()));
+        if (outcome.IsDone()) m_setter.SetAll(*targets, pair.content, Prefix());
+        return outcome;
+    }
+
+    /// The targets of \a path; null if it is no path.
+    Targets* Provide(const QString& path, QString* error) {
+        for (auto kept = m_kept.begin(); kept != m_kept.end(); ++kept) {
+            if (kept->path != path) continue;
+            m_kept.splice(m_kept.end(), m_kept, kept);
+            return m_kept.back().targets.get();
+        }
+        PathPattern pattern;
+        *error = pattern.Parse(path, m_context.arguments.reading);
+        if (!error->isEmpty()) return nullptr;
+        if (m_kept.size() == MostKept) m_kept.pop_front();
+        m_kept.push_back({path, {pattern}, nullptr});
+        Kept& kept = m_kept.back();
+        kept.targets = std::make_unique<Targets>(m_context.session, kept.patterns, EPurpose::Look);
+        return kept.targets.get();
+    }
+
+    const Context& m_context;
+    Report m_report;
+    Setter m_setter{m_context, m_report};
+    std::list<Kept> m_kept;  ///< the last ones, that of the last line at the end
+    int m_number = 0;        ///< of the line, from 1
+};
+
+/// The stream of lines that the arguments name; null, with the reason, if it cannot be read.
+std::shared_ptr<std::istream> OpenLines(const QString& name, QString* error) {
+    if (name == QLatin1String("-")) return InputLines::StandardInput();
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = file.errorString();
+        return nullptr;
+    }
+    const QByteArray bytes = file.read(LargestFile + 1);
+    if (bytes.size() <= LargestFile) return InputLines::Of(bytes);
+    *error = QStringLiteral("the file is too large");
+    return nullptr;
+}
+
+/// Reads all of the standard input, without the end of its last line.
+Outcome ReadValue(Session& session, QString* value) {
+    InputLines lines(InputLines::StandardInput(), [&session] { session.Wake(); });
+    QStringList read;
+    int size = 0;
+    bool isTooLong = false;
+    const auto isOver = [&] {
+        while (const auto line = isTooLong ? std::nullopt : lines.Take(&isTooLong)) {
+            read += *line;
+            size += line->size() + 1;
+            isTooLong = isTooLong || size > LongestValue;
+        }
+        return isTooLong || lines.IsAtEnd();
+    };
+    if (session.WaitUntil(isOver, QDeadlineTimer(QDeadlineTimer::Forever)) == Session::EWait::Interrupted)
+        return Session::Interrupted(EExitCode::Refused);
+    if (isTooLong) return {EExitCode::Usage, QStringLiteral("the standard input is too long for a value")};
+    *value = read.join(QLatin1Char('\n'));
     return Outcome();
-}
-
-/// What is said where another content holds than the one asked for.
-QString NotAsAsked(const values::TreeItem& item, const QString& path) {
-    const QString traits = ShowTraits(item);
-    const QString holds = QStringLiteral("%1 holds %2").arg(path, ShowContent(item).Joined());
-    return traits.isEmpty() ? holds : holds + QStringLiteral(" (%1)").arg(traits);
-}
-
-void PrintJson(const Context& context, const Mirror& mirror, const QString& result, const QString& reason) {
-    const values::TreeItem* const item = mirror.GetItem();
-    QJsonObject object = item != nullptr ? DescribeContent(*item) : QJsonObject();
-    object[QStringLiteral("path")] = mirror.GetRemotePath();
-    object[QStringLiteral("result")] = result;
-    if (!reason.isEmpty()) object[QStringLiteral("reason")] = reason;
-    context.printer.WriteLine(ToLine(object));
 }
 
 }  // namespace
 
 Outcome RunSet(const Context& context) {
-    Mirrors mirrors;
-    Outcome outcome =
-        Establish(context.session, context.arguments.paths, context.arguments.timeout, &mirrors);
-    if (!outcome.IsDone()) return outcome;
-    const Mirror& mirror = *mirrors.front();
-    const QString path = safetext::Escaped(mirror.GetRemotePath());
-    const QString& text = context.arguments.value;
-    const QString error = SetFromText(*mirror.GetItem(), text);
-    if (!error.isEmpty()) return {EExitCode::Usage, path + QStringLiteral(": ") + safetext::Escaped(error)};
-
-    outcome = WaitForAnswer(context, mirror, path);
-    const bool isJson = context.arguments.isJson;
-    if (!outcome.IsDone()) {
-        if (isJson) PrintJson(context, mirror, QStringLiteral("refused"), outcome.message);
-        return outcome;
+    if (!context.arguments.linesFile.isEmpty()) {
+        QString error;
+        auto stream = OpenLines(context.arguments.linesFile, &error);
+        if (stream == nullptr)
+            return {EExitCode::Usage,
+                    safetext::Escaped(context.arguments.linesFile) + QStringLiteral(": ") + error};
+        return LineSetter(context).Run(std::move(stream));
     }
-    const values::TreeItem& item = *mirror.GetItem();
-    const bool isAsAsked = IsAsAsked(item, text);
-    if (isJson)
-        PrintJson(context, mirror, isAsAsked ? QStringLiteral("done") : QStringLiteral("changed"), {});
-    if (isAsAsked) return outcome;
-    if (!isJson) context.printer.WriteLine(safetext::Escaped(PlainContent(item)));
-    outcome.message = NotAsAsked(item, path);
-    return outcome;
+    QString value = context.arguments.value;
+    Outcome outcome = context.arguments.isValueFromInput ? ReadValue(context.session, &value) : Outcome();
+    if (!outcome.IsDone()) return outcome;
+    Targets targets(context.session, context.arguments.patterns, EPurpose::Look);
+    outcome = targets.Settle(QDeadlineTimer(context.arguments.Timeout()));
+    if (!outcome.IsDone()) return outcome;
+    Report report(context.tell);
+    Setter(context, report).SetAll(targets, value, QString());
+    return report.Result();
 }
 
 }  // namespace mctree

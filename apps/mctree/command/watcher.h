@@ -3,8 +3,8 @@
 
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/command/watchlines.h>
-#include <apps/mctree/mirror/mirror.h>
 #include <apps/mctree/mirror/subtreewatch.h>
+#include <apps/mctree/mirror/targets.h>
 
 #include <platform/values/observation.h>
 
@@ -15,12 +15,14 @@
 
 namespace mctree {
 
-/// Prints all that happens in established mirrors, and to the connection, until enough was printed or the
-/// output is closed. What it holds grows with the mirrors, not with time.
+/// Prints what there is in mirrors, unless only changes are asked for, then all that happens in them, and to
+/// the connection, until enough changes were printed or the output is closed. Of the items in the mirrors
+/// those count that the paths match, with all below them. What it holds grows with the mirrors, not with
+/// time.
 class Watcher final : private IObserver {
   public:
-    /// The context and the mirrors outlive this object.
-    Watcher(const Context& context, const Mirrors& mirrors);
+    /// The context and the targets, which are settled, outlive this object.
+    Watcher(const Context& context, const Targets& targets);
 
     bool IsDone() const { return m_isDone; }
 
@@ -31,13 +33,18 @@ class Watcher final : private IObserver {
     };
 
     void Update(Observable* source, TChangeCode code) override;
+    void PrintContents();
+    template <class Function>
+    void ForEachPresent(Function&& show);
     void Print(EEvent event, const values::TreeItem& item, const Mirror& mirror);
+    bool IsAskedFor(EEvent event, const QString& path, const Mirror& mirror) const;
     void FollowTics();
     void FollowConnection();
     void SettleStates();
     void CheckDone();
 
     const Context& m_context;
+    const Targets& m_targets;
     WatchLines m_lines;
     std::vector<Watched> m_watched;
     QTimer m_settle;

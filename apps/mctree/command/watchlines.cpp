@@ -17,6 +17,8 @@ constexpr int WidestPath = 60;  // columns; a longer path pushes only its own li
 
 QString NameOf(EEvent event) {
     switch (event) {
+        case EEvent::Present:
+            return QStringLiteral("present");
         case EEvent::Content:
             return QStringLiteral("content");
         case EEvent::Items:
@@ -38,6 +40,7 @@ QString NameOf(EEvent event) {
 /// What the line for people says after the path.
 QString TextOf(EEvent event, const values::TreeItem& item) {
     switch (event) {
+        case EEvent::Present:
         case EEvent::Content:
             return QStringLiteral("= ") + ShowContent(item).Joined();
         case EEvent::Items: {
@@ -84,20 +87,24 @@ QJsonObject ObjectOf(EEvent event, const values::TreeItem& item, const QString& 
 WatchLines::WatchLines(Printer& printer, bool isJson, Clock clock)
     : m_printer(printer), m_isJson(isJson), m_clock(clock) {}
 
+void WatchLines::MakeRoom(const QString& path) {
+    m_pathColumns = std::max(m_pathColumns, std::min(CountColumns(safetext::Escaped(path)), WidestPath));
+}
+
 void WatchLines::PrintEvent(EEvent event, const values::TreeItem& item, const QString& path) {
     if (m_isJson) {
         QJsonObject object = ObjectOf(event, item, path);
         object[QStringLiteral("time")] = Time();
         object[QStringLiteral("event")] = NameOf(event);
-        return Print(ToLine(object));
+        return PrintOf(event, ToLine(object));
     }
+    MakeRoom(path);
     const QString shownPath = safetext::Escaped(path);
-    const int columns = CountColumns(shownPath);
-    m_pathColumns = std::max(m_pathColumns, std::min(columns, WidestPath));
-    const QString padding(std::max(m_pathColumns - columns, 0), QLatin1Char(' '));
-    const EColour colour = event == EEvent::Content ? EColour::Plain : EColour::Warning;
-    Print(m_printer.Painted(Time(), EColour::Faint) + QStringLiteral("  ") + shownPath + padding +
-          QLatin1Char(' ') + m_printer.Painted(TextOf(event, item), colour));
+    const QString padding(std::max(m_pathColumns - CountColumns(shownPath), 0), QLatin1Char(' '));
+    const bool isUsual = event == EEvent::Content || event == EEvent::Present;
+    const EColour colour = isUsual ? EColour::Plain : EColour::Warning;
+    PrintOf(event, m_printer.Painted(Time(), EColour::Faint) + QStringLiteral("  ") + shownPath + padding +
+                       QLatin1Char(' ') + m_printer.Painted(TextOf(event, item), colour));
 }
 
 void WatchLines::PrintConnected(const QString& server) {
@@ -108,6 +115,11 @@ void WatchLines::PrintConnected(const QString& server) {
 void WatchLines::PrintDisconnected(const QString& reason) {
     PrintMark(QStringLiteral("disconnected"), QStringLiteral("reason"), reason,
               QStringLiteral("-- connection lost: %1 --"));
+}
+
+void WatchLines::PrintAbsent(const QString& path) {
+    PrintMark(QStringLiteral("absent"), QStringLiteral("path"), path,
+              QStringLiteral("-- %1 is not there yet --"));
 }
 
 void WatchLines::PrintMark(const QString& event, const QString& key, const QString& text,
@@ -123,6 +135,13 @@ QString WatchLines::Time() const {
     const QDateTime now = m_clock();
     return m_isJson ? now.toUTC().toString(Qt::ISODateWithMs)
                     : now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+}
+
+void WatchLines::PrintOf(EEvent event, const QString& line) {
+    if (event == EEvent::Present)
+        m_printer.WriteLine(line);
+    else
+        Print(line);
 }
 
 void WatchLines::Print(const QString& line) {

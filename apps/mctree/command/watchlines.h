@@ -9,7 +9,8 @@
 
 namespace mctree {
 
-/// Prints what happens, one line each and at once: for people, or as JSON objects.
+/// Prints what is and what happens, one line each: for people, or as JSON objects. What happens is printed at
+/// once, what is present when the printer is flushed.
 class WatchLines {
   public:
     using Clock = QDateTime (*)();
@@ -17,14 +18,18 @@ class WatchLines {
     /// The printer outlives this object.
     WatchLines(Printer& printer, bool isJson, Clock clock);
 
+    /// Lets lines about \a path stand with their contents below each other.
+    void MakeRoom(const QString& path);
     void PrintEvent(EEvent event, const values::TreeItem& item, const QString& path);
     void PrintConnected(const QString& server);
     void PrintDisconnected(const QString& reason);
+    void PrintAbsent(const QString& path);
 
   private:
     void PrintMark(const QString& event, const QString& key, const QString& text, const QString& line);
     QString Time() const;
     void Print(const QString& line);
+    void PrintOf(EEvent event, const QString& line);
 
     Printer& m_printer;
     bool m_isJson;

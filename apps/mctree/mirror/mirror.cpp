@@ -10,25 +10,33 @@ namespace mctree {
 
 namespace {
 
-/// Below a node of its own, so that any two mirrors lie apart, and named as the server names it, since names
-/// tell units.
-QString LocalPath(const QString& remotePath, int number) {
+/// The last name of the local path is the server's, since names tell units.
+QString LocalPath(const QString& localRoot, const QString& remotePath) {
     const QString name = remotePath.section(QLatin1Char('/'), -1);
-    return QStringLiteral("/Remote%1/").arg(number) + (name.isEmpty() ? QStringLiteral("Root") : name);
+    return localRoot + QLatin1Char('/') + (name.isEmpty() ? QStringLiteral("Root") : name);
+}
+
+/// How subtrees are asked for. So far every way of asking is a use.
+const char* OptionsOf(EPurpose) {
+    return "";
 }
 
 }  // namespace
 
-Mirror::Mirror(Session& session, const QString& remotePath, int number)
+Mirror::Mirror(Session& session, const QString& remotePath, EPurpose purpose)
     : m_session(session),
       m_remotePath(remotePath),
-      m_localPath(LocalPath(remotePath, number)),
-      m_tic(session.Client().AddTic(m_localPath + QLatin1Char(',') + m_remotePath, "")) {
+      m_localRoot(QStringLiteral("/Remote%1").arg(session.NextMirror())),
+      m_localPath(LocalPath(m_localRoot, m_remotePath)),
+      m_tic(session.Client().AddTic(m_localPath + QLatin1Char(',') + m_remotePath, OptionsOf(purpose))) {
     if (m_tic != nullptr) session.Follow(*m_tic);
 }
 
 Mirror::~Mirror() {
+    m_session.Forget(GetItem(), m_remotePath);
     if (m_tic != nullptr) m_session.Client().RemoveTic(m_tic);
+    values::Tree* const tree = values::Tree::Instance();
+    if (values::TreeItem* const place = tree->FindItem(m_localRoot)) tree->Delete(place);
 }
 
 bool Mirror::IsRefused(QString* reason) const {
@@ -43,12 +51,15 @@ values::TreeItem* Mirror::GetItem() const {
     return values::Tree::Instance()->FindItem(m_localPath);
 }
 
+values::TreeItem* Mirror::ItemAt(const QString& remotePath) const {
+    const QString below = remotePath.mid(m_remotePath == QLatin1String("/") ? 0 : m_remotePath.size());
+    return values::Tree::Instance()->FindItem(remotePath == m_remotePath ? m_localPath : m_localPath + below);
+}
+
 QString Mirror::RemotePathOf(const values::TreeItem& item) const {
     const QString below = item.GetPathName().mid(m_localPath.size());
     return m_remotePath == QLatin1String("/") && !below.isEmpty() ? below : m_remotePath + below;
 }
-
-namespace {
 
 Outcome NotHere(const Mirror& mirror) {
     QString reason;
@@ -60,6 +71,8 @@ Outcome NotHere(const Mirror& mirror) {
     return {EExitCode::Refused, QStringLiteral("not found: ") + safetext::Escaped(path)};
 }
 
+namespace {
+
 bool IsSettled(const std::unique_ptr<Mirror>& mirror) {
     QString reason;
     return mirror->IsEstablished() || mirror->IsAbsent() || mirror->IsRefused(&reason);
@@ -67,24 +80,16 @@ bool IsSettled(const std::unique_ptr<Mirror>& mirror) {
 
 }  // namespace
 
-Outcome Establish(Session& session, const QStringList& paths, std::chrono::milliseconds timeout,
-                  Mirrors* mirrors) {
-    for (const QString& path : paths)
-        mirrors->push_back(std::make_unique<Mirror>(session, path, static_cast<int>(mirrors->size())));
-    const auto areSettled = [mirrors] { return std::all_of(mirrors->begin(), mirrors->end(), IsSettled); };
+Outcome Settle(Session& session, const Mirrors& mirrors, QDeadlineTimer deadline) {
+    const auto areSettled = [&mirrors] { return std::all_of(mirrors.begin(), mirrors.end(), IsSettled); };
     const auto isOver = [&] { return areSettled() || !session.Client().IsConnected(); };
-
-    const QDeadlineTimer deadline(timeout);
     while (true) {
         if (Outcome outcome = session.Connect(deadline); !outcome.IsDone()) return outcome;
         const Session::EWait wait = session.WaitUntil(isOver, deadline);
         if (wait == Session::EWait::Interrupted) return Session::Interrupted(EExitCode::Refused);
         // The connection was lost before everything was here: the client connects again by itself.
-        if (wait == Session::EWait::TimedOut || areSettled()) break;
+        if (wait == Session::EWait::TimedOut || areSettled()) return Outcome();
     }
-    const auto missing = std::find_if(mirrors->begin(), mirrors->end(),
-                                      [](const auto& mirror) { return !mirror->IsEstablished(); });
-    return missing == mirrors->end() ? Outcome() : NotHere(**missing);
 }
 
 }  // namespace mctree

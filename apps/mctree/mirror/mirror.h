@@ -4,10 +4,9 @@
 #include <apps/mctree/mirror/session.h>
 #include <apps/mctree/text/outcome.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 
-#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -17,12 +16,15 @@ class TreeItem;
 
 namespace mctree {
 
+/// What an item of the server is wanted for: to look at it, or to use it, as an MpxORV whose client one is.
+enum class EPurpose { Look, Use };
+
 /// A subtree of the server, mirrored in the process's tree.
 class Mirror {
   public:
-    /// Asks for the subtree at \a remotePath (normalised), and shows it at a place of its own, one for each
-    /// \a number. The session outlives this object.
-    Mirror(Session& session, const QString& remotePath, int number);
+    /// Asks for the subtree at \a remotePath (normalised), and shows it at a place of its own, which goes
+    /// with this object. The session outlives it.
+    Mirror(Session& session, const QString& remotePath, EPurpose purpose);
     ~Mirror();
     Mirror(const Mirror&) = delete;
     Mirror& operator=(const Mirror&) = delete;
@@ -36,21 +38,26 @@ class Mirror {
     const QString& GetRemotePath() const { return m_remotePath; }
     /// The topmost item; null while there is none.
     values::TreeItem* GetItem() const;
+    /// What the server has at \a remotePath, which lies in this mirror; null if nothing.
+    values::TreeItem* ItemAt(const QString& remotePath) const;
     /// Where the server has \a item, which lies in this mirror.
     QString RemotePathOf(const values::TreeItem& item) const;
 
   private:
     Session& m_session;
     QString m_remotePath;
+    QString m_localRoot;
     QString m_localPath;
     IVtTic* m_tic;  ///< owned by the client; null if it did not take the paths
 };
 
 using Mirrors = std::vector<std::unique_ptr<Mirror>>;
 
-/// Mirrors all \a paths and waits, at most \a timeout in all, for the connection and for every mirror to
-/// be here. Says which is not.
-Outcome Establish(Session& session, const QStringList& paths, std::chrono::milliseconds timeout,
-                  Mirrors* mirrors);
+/// Waits for the connection and until the server has said of every mirror whether it is there.
+/// \return why that did not come about.
+Outcome Settle(Session& session, const Mirrors& mirrors, QDeadlineTimer deadline);
+
+/// Why \a mirror is not established.
+Outcome NotHere(const Mirror& mirror);
 
 }  // namespace mctree

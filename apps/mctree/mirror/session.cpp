@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace mctree {
 
@@ -20,10 +21,15 @@ constexpr std::size_t MostRefusals = 512;
 /// The time between two looks at what the client tells no observer: that an attempt to connect was refused,
 /// and the latency.
 constexpr std::chrono::milliseconds Look(50);
+constexpr std::chrono::seconds LongLook(60);
 
 }  // namespace
 
-Session::Session(IVtClient& client) : m_client(*this, &client) {
+Session::Session(IVtClient& client, ERetry retry, Tell tell)
+    : m_client(*this, &client),
+      m_retry(retry),
+      m_tell(std::move(tell)),
+      m_wasConnected(client.IsConnected()) {
     values::Refusals::Instance().AddListener(this);
 }
 
@@ -56,10 +62,37 @@ Session::EWait Session::WaitUntil(const std::function<bool()>& condition, QDeadl
 }
 
 Outcome Session::Connect(QDeadlineTimer deadline) {
-    const EWait wait =
-        WaitUntil([this] { return m_client->IsConnected() || m_client->IsRefused(); }, deadline);
+    const auto isOver = [this] {
+        TellOfTrouble();
+        return m_client->IsConnected() || IsPointless();
+    };
+    // Nobody tells that an attempt failed, so even who waits for ever looks from time to time.
+    EWait wait = EWait::TimedOut;
+    while (wait == EWait::TimedOut) {
+        wait = WaitUntil(isOver, deadline.isForever() ? QDeadlineTimer(LongLook) : deadline);
+        if (!deadline.isForever()) break;
+    }
     if (m_client->IsConnected()) return Outcome();
-    if (wait == EWait::Interrupted) return Interrupted(EExitCode::NoConnection);
+    return wait == EWait::Interrupted ? Interrupted(EExitCode::NoConnection) : NoConnection();
+}
+
+/// Whether there is no connection, and nothing that this session may wait for will make one.
+bool Session::IsPointless() const {
+    if (m_client->IsConnected()) return false;
+    if (m_client->IsRefused()) return true;
+    const bool hasFailed = !m_client->GetLastError().isEmpty();
+    if (m_retry == ERetry::Never) return hasFailed || m_wasConnected;
+    return m_retry == ERetry::AfterLoss && hasFailed && !m_wasConnected;
+}
+
+void Session::TellOfTrouble() {
+    const bool isTrouble = !m_client->IsConnected() && !m_client->GetLastError().isEmpty();
+    if (m_retry != ERetry::Always || m_isTrouble || m_wasConnected || !isTrouble || IsPointless()) return;
+    m_isTrouble = true;
+    if (m_tell) m_tell(NoConnection().message + QStringLiteral(" (trying on)"));
+}
+
+Outcome Session::NoConnection() const {
     const QString error = m_client->GetLastError();
     return {EExitCode::NoConnection,
             QStringLiteral("no connection to %1:%2: %3")
@@ -90,7 +123,15 @@ Outcome Session::Interrupted(EExitCode code) {
     return {code, QStringLiteral("interrupted")};
 }
 
+void Session::Forget(const values::TreeItem* item, const QString& path) {
+    const auto isAbout = [&](const Refusal& refusal) {
+        return (item != nullptr && refusal.item == item) || refusal.path == path;
+    };
+    m_refusals.erase(std::remove_if(m_refusals.begin(), m_refusals.end(), isAbout), m_refusals.end());
+}
+
 void Session::Update(Observable*, TChangeCode) {
+    m_wasConnected = m_wasConnected || m_client->IsConnected();
     Wake();
 }
 

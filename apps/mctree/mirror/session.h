@@ -22,8 +22,13 @@ class Session final : private IObserver, private values::IRefusalListener {
   public:
     enum class EWait { Met, TimedOut, Interrupted };
 
-    /// \a client is not owned and outlives this object.
-    explicit Session(IVtClient& client);
+    /// When to go on though there is no connection: not at all, if there was one before, or always.
+    enum class ERetry { Never, AfterLoss, Always };
+    using Tell = std::function<void(const QString&)>;
+
+    /// \a client is not owned and outlives this object. With ERetry::Always it is told through \a tell, in
+    /// one line, that there is no connection yet.
+    explicit Session(IVtClient& client, ERetry retry = ERetry::AfterLoss, Tell tell = nullptr);
     ~Session() override;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -34,16 +39,25 @@ class Session final : private IObserver, private values::IRefusalListener {
     /// condition is looked at first of all, then whenever the connection or a refusal tells something, and
     /// on Wake().
     EWait WaitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline);
-    /// Waits for the connection. If there is none in time, says why.
+    /// Waits for the connection. If there is none in time, or no point in trying again, says why.
     Outcome Connect(QDeadlineTimer deadline);
+    /// Whether the connection was lost for good.
+    bool IsLost() const { return m_retry == ERetry::Never && m_wasConnected && !m_client->IsConnected(); }
+    /// What is said then.
+    Outcome NoConnection() const;
     void Wake();
     /// Wakes when \a tic tells something. This object outlives it.
     void Follow(IVtTic& tic) { tic.AddObserver(this); }
     /// Ends every wait, from now on.
     void Interrupt();
+    bool IsInterrupted() const { return m_isInterrupted; }
 
     /// Whether what was asked for \a path, or an edit of \a item (may be null), was refused; and why.
     bool IsRefused(const values::TreeItem* item, const QString& path, QString* reason) const;
+    /// Forgets those refusals, since something is asked anew.
+    void Forget(const values::TreeItem* item, const QString& path);
+    /// A number for each mirror of the session.
+    int NextMirror() { return m_mirrors++; }
 
     /// What is said where a wait was interrupted.
     static Outcome Interrupted(EExitCode code);
@@ -58,7 +72,15 @@ class Session final : private IObserver, private values::IRefusalListener {
     void Update(Observable* source, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
 
+    bool IsPointless() const;
+    void TellOfTrouble();
+
     Observation<IVtClient> m_client;
+    ERetry m_retry;
+    Tell m_tell;
+    bool m_wasConnected = false;
+    bool m_isTrouble = false;  ///< told
+    int m_mirrors = 0;
     QEventLoop* m_loop = nullptr;  ///< of the innermost wait
     bool m_isInterrupted = false;
     std::vector<Refusal> m_refusals;

@@ -10,8 +10,8 @@
 
 namespace mctree {
 
-/// What happened to an item.
-enum class EEvent { Content, Items, Description, Stale, Valid, Added, Removed };
+/// What happened to an item; nothing yet where it is present.
+enum class EEvent { Present, Content, Items, Description, Stale, Valid, Added, Removed };
 
 /// Tells what happens in a subtree of the process's tree. Holds one entry for each of its items, and forgets
 /// those that go.

@@ -145,6 +145,21 @@ bool Holds(const values::ValueList<double>& value, const std::vector<double>& nu
     return value.GetItems() == numbers;
 }
 
+/// Whether the content is less than \a content; none where that means nothing.
+template <class V, class T>
+std::optional<bool> IsLess(const V&, const T&) {
+    return std::nullopt;
+}
+
+template <class T>
+std::optional<bool> IsLess(const values::ValueNumeric<T>& value, const T& content) {
+    return value.GetValue() < content;
+}
+
+std::optional<bool> IsLess(const values::Value<int>& value, const int& content) {
+    return value.GetValue() < content;
+}
+
 }  // namespace
 
 QString SetFromText(values::TreeItem& item, const QString& text) {
@@ -160,16 +175,25 @@ QString SetFromText(values::TreeItem& item, const QString& text) {
     return error;
 }
 
-bool IsAsAsked(const values::TreeItem& item, const QString& text) {
-    bool isAsAsked = false;
+Comparison CompareWithText(const values::TreeItem& item, const QString& text) {
+    Comparison comparison;
+    comparison.error = QStringLiteral("this kind of item has no content");
     values::Visit(item, values::Overloaded{
                             [](const values::Node&) {},
                             [&](const auto& value) {
                                 const auto meaning = Parse(value, text);
-                                isAsAsked = meaning.content && Holds(value, *meaning.content);
+                                comparison.error = meaning.error;
+                                if (!meaning.content) return;
+                                comparison.isEqual = Holds(value, *meaning.content);
+                                comparison.isLess = IsLess(value, *meaning.content);
                             },
                         });
-    return isAsAsked;
+    return comparison;
+}
+
+bool IsAsAsked(const values::TreeItem& item, const QString& text) {
+    const Comparison comparison = CompareWithText(item, text);
+    return comparison.error.isEmpty() && comparison.isEqual;
 }
 
 }  // namespace mctree

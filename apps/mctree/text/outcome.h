@@ -10,7 +10,8 @@ enum class EExitCode {
     Done = 0,
     Refused = 1,  ///< denied, not found, or the output cannot be written
     Usage = 2,    ///< the command line is wrong
-    NoConnection = 3
+    NoConnection = 3,
+    TimedOut = 4  ///< what was waited for did not come about in time
 };
 
 /// How a command ended, and what is to be said about it: one line, empty where nothing is.

@@ -53,11 +53,12 @@ void PrintRow(const TableRow& row, const Widths& widths, Printer& printer) {
     if (!row.content.unit.isEmpty())
         content = Spaces(widths.number - CountColumns(content)) + row.content.Joined();
     QString mark = row.isStale ? QStringLiteral("  (stale)") : QString();
-    const int room = printer.Style().width - widths.name - widths.kind - 2 * GapColumns - CountColumns(mark);
+    const int kind = widths.kind > 0 ? widths.kind + GapColumns : 0;
+    const int room = printer.Style().width - widths.name - kind - GapColumns - CountColumns(mark);
     if (room >= LeastContent) content = Cut(content, room);
     QString line = printer.Painted(row.name, row.isNode ? EColour::Node : EColour::Plain) +
-                   Spaces(widths.name - CountColumns(row.name)) + QLatin1String(Gap) +
-                   printer.Painted(row.kind, EColour::Faint);
+                   Spaces(widths.name - CountColumns(row.name));
+    if (widths.kind > 0) line += QLatin1String(Gap) + printer.Painted(row.kind, EColour::Faint);
     if (!content.isEmpty() || row.isStale)
         line += Spaces(widths.kind - CountColumns(row.kind)) + QLatin1String(Gap) +
                 printer.Painted(content, row.isNode ? EColour::Faint : EColour::Plain) +

@@ -8,17 +8,24 @@ using namespace mctree;
 namespace {
 
 Outcome Parse(const QStringList& words, Arguments* arguments) {
-    return ParseArguments(words, QStringLiteral("from the environment"), arguments);
+    return ParseArguments(words, {QStringLiteral("from the environment"), QString()}, arguments);
+}
+
+QStringList Paths(const Arguments& arguments) {
+    QStringList paths;
+    for (const PathPattern& pattern : arguments.patterns)
+        paths += pattern.Text();
+    return paths;
 }
 
 TEST(Arguments, WithoutOptionsItIsTheLocalServer) {
     Arguments arguments;
     ASSERT_TRUE(Parse(Words({"ls"}), &arguments).IsDone());
     EXPECT_EQ(arguments.command, ECommand::List);
-    EXPECT_EQ(arguments.paths, QStringList(QStringLiteral("/")));
+    EXPECT_EQ(Paths(arguments), QStringList(QStringLiteral("/")));
     EXPECT_EQ(arguments.server.host, QStringLiteral("127.0.0.1"));
     EXPECT_EQ(arguments.server.port, 7450);
-    EXPECT_EQ(arguments.timeout, std::chrono::milliseconds(5000));
+    EXPECT_EQ(arguments.Timeout(), std::chrono::milliseconds(5000));
     EXPECT_EQ(arguments.server.ToVtAddress(), QStringLiteral("mcs://127.0.0.1"));
     EXPECT_FALSE(arguments.isJson);
     EXPECT_FALSE(arguments.isRecursive);
@@ -30,8 +37,8 @@ TEST(Arguments, OptionsMayStandAnywhereAndTakeTheirValueEitherWay) {
     ASSERT_TRUE(
         Parse(Words({"--timeout=250", "watch", "/a", "--json", "/b", "--count", "3"}), &arguments).IsDone());
     EXPECT_EQ(arguments.command, ECommand::Watch);
-    EXPECT_EQ(arguments.paths, Words({"/a", "/b"}));
-    EXPECT_EQ(arguments.timeout, std::chrono::milliseconds(250));
+    EXPECT_EQ(Paths(arguments), Words({"/a", "/b"}));
+    EXPECT_EQ(arguments.Timeout(), std::chrono::milliseconds(250));
     EXPECT_EQ(arguments.client.connectTimeout, std::chrono::milliseconds(250));
     EXPECT_EQ(arguments.count, 3);
     EXPECT_TRUE(arguments.isJson);
@@ -40,7 +47,7 @@ TEST(Arguments, OptionsMayStandAnywhereAndTakeTheirValueEitherWay) {
 TEST(Arguments, PathsAreNormalised) {
     Arguments arguments;
     ASSERT_TRUE(Parse(Words({"watch", "a//b/", "/a/b", "//"}), &arguments).IsDone());
-    EXPECT_EQ(arguments.paths, Words({"/a/b", "/"}));
+    EXPECT_EQ(Paths(arguments), Words({"/a/b", "/"}));
 }
 
 TEST(Arguments, ANegativeNumberIsAValue) {
@@ -156,7 +163,22 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRow{"ValueMissing", {"ls", "--connect"}, "--connect needs a value"},
         WrongRow{"ValueTooMany", {"ls", "--json=yes"}, "--json takes no value"},
         WrongRow{"GetWithoutPath", {"get"}, "get needs a path"},
-        WrongRow{"GetTwoPaths", {"get", "/a", "/b"}, "get: too many arguments"},
+        WrongRow{"HoldWithoutPath", {"hold"}, "hold needs a path"},
+        WrongRow{"SetWithFileAndPath", {"set", "-f", "x", "/a"}, "-f takes the place of paths and value"},
+        WrongRow{"NoCondition",
+                 {"get", "/a", "--wait", "Ready"},
+                 "--wait: \"Ready\" is no condition: \"exists\", or = != < <= > >= ~ with a content, as "
+                 "\"=Ready\""},
+        WrongRow{"WaitOfList", {"ls", "--wait", "Ready"}, "--wait belongs to get"},
+        WrongRow{"FileOfGet", {"get", "-f", "x"}, "-f belongs to set"},
+        WrongRow{"ChangesOfGet", {"get", "/a", "--changes-only"}, "--changes-only belongs to watch"},
+        WrongRow{"HelpOfNothing", {"help", "list"}, "unknown command list"},
+        WrongRow{"NoTokenFile",
+                 {"info", "--token-file", "/nowhere/token"},
+                 "--token-file: /nowhere/token: No such file or directory"},
+        WrongRow{"NoProfile",
+                 {"info", "-s", "tower", "--profiles", "/nowhere/servers"},
+                 "no server \"tower\" in /nowhere/servers, which has none"},
         WrongRow{"SetWithoutValue", {"set", "/a"}, "set needs a path and a value"},
         WrongRow{"WatchWithoutPath", {"watch"}, "watch needs a path"},
         WrongRow{"InfoWithPath", {"info", "/a"}, "info: too many arguments"},

@@ -39,11 +39,14 @@ class CommandFixture : public testing::Test {
         return node;
     }
 
-    /// Runs the command line \a words, which must be a right one. What it prints goes to `output`.
+    /// Runs the command line \a words, which must be a right one. What it prints goes to `output`, and what
+    /// it says beside that comes together in the message, a line each.
     mctree::Outcome Run(const QStringList& words) {
         mctree::Arguments arguments;
-        EXPECT_EQ(mctree::ParseArguments(words, QString(), &arguments).message, QString());
-        mctree::Session session(client);
+        EXPECT_EQ(mctree::ParseArguments(words, {}, &arguments).message, QString());
+        QStringList told;
+        const mctree::Report::Tell tell = [&told](const QString& line) { told += line; };
+        mctree::Session session(client, arguments.Retry(), tell);
         const auto interrupt = [&session] { session.Interrupt(); };
         if (isInterrupted) client.Soon(interrupt);
         QObject deadline;
@@ -59,7 +62,10 @@ class CommandFixture : public testing::Test {
                 return isOutputOpen;
             },
             style);
-        return mctree::Run({arguments, session, printer});
+        mctree::Outcome outcome = mctree::Run({arguments, session, printer, tell});
+        if (!outcome.message.isEmpty()) told += outcome.message;
+        outcome.message = told.join(QLatin1Char('\n'));
+        return outcome;
     }
     /// Likewise, for a server that answers.
     mctree::Outcome RunConnected(const QStringList& words) {

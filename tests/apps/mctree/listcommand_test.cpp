@@ -18,26 +18,63 @@ class ListCommandTest : public CommandFixture {
 };
 
 TEST_F(ListCommandTest, ListsTheRootUnlessAPathIsGiven) {
+    style.isTerminal = true;
     EXPECT_TRUE(RunConnected(Words({"ls"})).IsDone());
     EXPECT_EQ(Lines(), Words({"Status/  node  2 items", "Comment  text  x\\x1b[2J"}));
 }
 
 TEST_F(ListCommandTest, ListsWhatIsBelowANode) {
+    style.isTerminal = true;
     EXPECT_TRUE(RunConnected(Words({"ls", "/Status"})).IsDone());
     EXPECT_EQ(Lines(), Words({"SweepTime  integer  250 ms", "Deep\\n/    node     1 item"}));
 }
 
 TEST_F(ListCommandTest, ListsAValueByItself) {
+    style.isTerminal = true;
     EXPECT_TRUE(RunConnected(Words({"ls", "/Status/SweepTime"})).IsDone());
     EXPECT_EQ(Lines(), Words({"/Status/SweepTime  integer  250 ms"}));
 }
 
+TEST_F(ListCommandTest, OtherProgramsGetOnePathALine) {
+    EXPECT_TRUE(RunConnected(Words({"ls"})).IsDone());
+    EXPECT_EQ(Lines(), Words({"/Status/", "/Comment"}));
+}
+
 TEST_F(ListCommandTest, TheSubtreeIsPathsForOtherPrograms) {
     EXPECT_TRUE(RunConnected(Words({"ls", "-r"})).IsDone());
+    EXPECT_EQ(Lines(), Words({"/Status/", "/Status/SweepTime", "/Status/Deep\\n/", "/Status/Deep\\n/Online",
+                              "/Comment"}));
+}
+
+TEST_F(ListCommandTest, SeveralPathsAreToldApartByTheirPaths) {
+    style.isTerminal = true;
+    EXPECT_TRUE(RunConnected(Words({"ls", "/Status", "/Comment"})).IsDone());
+    EXPECT_EQ(Lines(), Words({"/Status/SweepTime  integer  250 ms", "/Status/Deep\\n/    node     1 item",
+                              "/Comment           text     x\\x1b[2J"}));
+}
+
+TEST_F(ListCommandTest, APatternListsWhatItMatchesAndNotWhatIsBelow) {
+    EXPECT_TRUE(RunConnected(Words({"ls", "/*", "/*/D*"})).IsDone());
+    EXPECT_EQ(Lines(), Words({"/Status/", "/Comment", "/Status/Deep\\n/"}));
+}
+
+TEST_F(ListCommandTest, ARecursivePatternListsWhatIsBelowTooAndEachItemOnce) {
+    EXPECT_TRUE(RunConnected(Words({"ls", "-r", "/S*", "/Status/*"})).IsDone());
     EXPECT_EQ(Lines(),
-              Words({"Status/               node     2 items", "Status/SweepTime      integer  250 ms",
-                     "Status/Deep\\n/        node     1 item", "Status/Deep\\n/Online  boolean  true",
-                     "Comment               text     x\\x1b[2J"}));
+              Words({"/Status/", "/Status/SweepTime", "/Status/Deep\\n/", "/Status/Deep\\n/Online"}));
+}
+
+TEST_F(ListCommandTest, WhatIsNotFoundIsToldAndTheRestIsListed) {
+    const Outcome outcome = RunConnected(Words({"ls", "/Nothing", "/Comment", "/S*/x*"}));
+    EXPECT_EQ(outcome.code, EExitCode::Refused);
+    EXPECT_EQ(outcome.message, QStringLiteral("not found: /Nothing\nnothing matches /S*/x*"));
+    EXPECT_EQ(Lines(), Words({"/Comment"}));
+}
+
+TEST_F(ListCommandTest, AStarMayBeMeantAsItStands) {
+    Add(Server(), "*", new values::Value<int>(1));
+    EXPECT_TRUE(RunConnected(Words({"ls", "--literal", "/*"})).IsDone());
+    EXPECT_EQ(Lines(), Words({"/*"}));
 }
 
 TEST_F(ListCommandTest, TheSubtreeIsIndentedOnATerminal) {

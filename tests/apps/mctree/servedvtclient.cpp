@@ -8,6 +8,8 @@
 
 #include <QtCore/QTimer>
 
+#include <algorithm>
+
 namespace {
 
 /// The item at \a path below \a root.
@@ -50,11 +52,14 @@ ServedVtClient::~ServedVtClient() {
 }
 
 void ServedVtClient::StopObserving(const IVtTic& tic) {
-    if (values::TreeItem* const item = values::Tree::Instance()->FindItem(tic.GetLocalPath()))
-        item->GetObservable()->DeleteObserver(this);
+    values::TreeItem* const top = values::Tree::Instance()->FindItem(tic.GetLocalPath());
+    if (top != nullptr)
+        mctree::Walk(*top,
+                     [this](values::TreeItem& item, int) { item.GetObservable()->DeleteObserver(this); });
 }
 
 void ServedVtClient::OnTicAdded(FakeVtTic& tic) {
+    m_mostTics = std::max(m_mostTics, Tics().size());
     if (IsConnected()) Establish(tic);
 }
 
@@ -91,10 +96,13 @@ void ServedVtClient::Soon(std::function<void()> action) {
 void ServedVtClient::Update(Observable* source, TChangeCode code) {
     if (code != changecode::ContentChanged && code != changecode::ItemsChanged) return;
     if (hasUnansweredWrites) return;  // the server's own doing
+    auto& item = dynamic_cast<values::TreeItem&>(*source);
+    if (item.GetName().endsWith(QLatin1String("Answer"))) return;  // which clients do not write
     hasUnansweredWrites = true;
+    m_written += item.GetName();
     if (!answer) return;
-    Soon([this, source] {
-        answer(dynamic_cast<values::TreeItem&>(*source));
+    Soon([this, &item] {
+        answer(item);
         hasUnansweredWrites = false;
         NotifyObservers(connectioncode::WritesAnswered);
     });
@@ -106,7 +114,9 @@ void ServedVtClient::Establish(FakeVtTic& tic) {
     if (original == nullptr || (isRootHidden && original == &server)) return;
     const QString path = tic.GetLocalPath();
     if (values::Tree::Instance()->FindItem(path) == nullptr) CopyIntoTree(*original, path);
-    values::Tree::Instance()->FindItem(path)->GetObservable()->AddObserver(this);
+    StopObserving(tic);  // should it come back
+    mctree::Walk(*values::Tree::Instance()->FindItem(path),
+                 [this](values::TreeItem& item, int) { item.GetObservable()->AddObserver(this); });
     tic.SetEstablished(true);
 }
 

@@ -7,11 +7,12 @@
 #include <tests/support/doubles/fakevtclient.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QStringList>
 
 #include <functional>
 
 /// A connection to a tree that the test has built: `server`. Each tic gets a copy of its subtree in the
-/// process's tree when the connection is made. Edits of values that are subscribed directly are answered.
+/// process's tree when the connection is made. Edits of what was there then are answered.
 class ServedVtClient final : public FakeVtClient, private IObserver {
   public:
     ServedVtClient() : FakeVtClient(QStringLiteral("example")) {}
@@ -24,6 +25,11 @@ class ServedVtClient final : public FakeVtClient, private IObserver {
     void Disconnect();
     /// Runs \a action when the event loop runs, after what was asked for before.
     void Soon(std::function<void()> action);
+
+    /// The names of the values that were edited, in order.
+    const QStringList& Written() const { return m_written; }
+    /// The most tics that there were at the same time.
+    std::size_t MostTics() const { return m_mostTics; }
 
     values::Node server;        ///< the remote tree; its root
     bool isRootHidden = false;  ///< the root is not for this client
@@ -38,5 +44,7 @@ class ServedVtClient final : public FakeVtClient, private IObserver {
     void StopObserving(const IVtTic& tic);
     static void SetStates(values::TValueState state);
 
+    QStringList m_written;
+    std::size_t m_mostTics = 0;
     QObject m_context;  ///< what is to run soon does not outlive it
 };

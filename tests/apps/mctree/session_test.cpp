@@ -13,7 +13,7 @@ class SessionTest : public CommandFixture, public testing::WithParamInterface<QS
 
 TEST_P(SessionTest, WithoutAServerThereIsNoConnection) {
     client.lastError = QStringLiteral("Connection\nrefused");
-    const Outcome outcome = Run(GetParam() + Words({"--timeout", "20"}));
+    const Outcome outcome = Run(GetParam() + Words({"--no-retry"}));
     EXPECT_EQ(outcome.code, EExitCode::NoConnection);
     EXPECT_EQ(outcome.message, QStringLiteral("no connection to example:7450: Connection\\nrefused"));
     EXPECT_TRUE(output.isEmpty());
@@ -31,11 +31,48 @@ TEST_P(SessionTest, InterruptedBeforeTheConnection) {
     EXPECT_EQ(outcome.message, QStringLiteral("interrupted"));
 }
 
-const auto WithPaths = testing::Values(Words({"ls", "/a"}), Words({"get", "/a"}), Words({"set", "/a", "1"}),
-                                       Words({"watch", "/a", "--count", "1"}), Words({"info"}));
+const auto WithPaths =
+    testing::Values(Words({"ls", "/a"}), Words({"get", "/a"}), Words({"set", "/a", "1"}),
+                    Words({"watch", "/a", "--count", "1"}), Words({"hold", "/a"}), Words({"info"}));
 const auto ByCommand = [](const auto& row) { return row.param.first().toStdString(); };
 
 INSTANTIATE_TEST_SUITE_P(, SessionTest, WithPaths, ByCommand);
+
+/// Commands that are over when they have their answer.
+class BriefTest : public CommandFixture, public testing::WithParamInterface<QStringList> {};
+
+TEST_P(BriefTest, AnAttemptThatFailedIsToldAtOnce) {
+    client.lastError = QStringLiteral("Connection refused");
+    EXPECT_EQ(Run(GetParam() + Words({"--timeout", "3600000"})).code, EExitCode::NoConnection);
+}
+
+INSTANTIATE_TEST_SUITE_P(, BriefTest,
+                         testing::Values(Words({"ls", "/a"}), Words({"get", "/a"}), Words({"set", "/a", "1"}),
+                                         Words({"info"})),
+                         ByCommand);
+
+/// Commands that go on until they are interrupted.
+class LastingTest : public CommandFixture, public testing::WithParamInterface<QStringList> {};
+
+TEST_P(LastingTest, TellAtOnceThatThereIsNoServerAndWaitForIt) {
+    Add(Server(), "a", new values::Value<int>(1));
+    client.lastError = QStringLiteral("Connection refused");
+    client.Soon([this] {
+        client.lastError.clear();
+        client.Connect();
+    });
+    onWrite = [this] { isOutputOpen = false; };
+    const Outcome outcome = Run(GetParam());
+    EXPECT_TRUE(outcome.IsDone());
+    EXPECT_EQ(outcome.message,
+              QStringLiteral("no connection to example:7450: Connection refused (trying on)"));
+    EXPECT_FALSE(output.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, LastingTest,
+                         testing::Values(Words({"watch", "/a"}), Words({"hold", "/a"}),
+                                         Words({"get", "/a", "--wait", "exists"})),
+                         ByCommand);
 
 class PathTest : public CommandFixture, public testing::WithParamInterface<QStringList> {};
 
@@ -67,7 +104,7 @@ TEST_P(PathTest, APathThatTheReasonNamesIsNotNamedTwice) {
 
 INSTANTIATE_TEST_SUITE_P(, PathTest,
                          testing::Values(Words({"ls", "/a\a"}), Words({"get", "/a\a"}),
-                                         Words({"set", "/a\a", "1"}), Words({"watch", "/a\a"})),
+                                         Words({"set", "/a\a", "1"}), Words({"hold", "/a\a"})),
                          ByCommand);
 
 class ConnectionTest : public CommandFixture {};
@@ -81,6 +118,15 @@ TEST_F(ConnectionTest, OneThatIsLostBeforeAllIsHereIsWaitedForAgain) {
     });
     EXPECT_TRUE(Run(Words({"get", "/a"})).IsDone());
     EXPECT_EQ(output, QByteArray("1\n"));
+}
+
+TEST_F(ConnectionTest, WithoutRetryOneThatIsLostIsNotWaitedFor) {
+    client.lastError = QStringLiteral("gone");
+    client.Soon([this] {
+        client.Connect();
+        client.Disconnect();
+    });
+    EXPECT_EQ(Run(Words({"get", "/a", "--no-retry", "--timeout", "3600000"})).code, EExitCode::NoConnection);
 }
 
 TEST_F(ConnectionTest, EveryMirrorIsGivenBack) {

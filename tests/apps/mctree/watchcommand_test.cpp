@@ -26,7 +26,7 @@ class WatchCommandTest : public CommandFixture {
         onWrite = [this, changes = std::move(changes)] {
             if (writes == 1) client.Soon(changes);
         };
-        return RunConnected(Words({"watch"}) + more);
+        return RunConnected(Words({"watch", "--changes-only"}) + more);
     }
     /// The lines without their time stamps, and without the first, which tells of the connection.
     QStringList Changes() const {
@@ -136,7 +136,7 @@ TEST_F(WatchCommandTest, WhatTheServerCallsStaleIsTold) {
         if (writes == 1) client.Soon([this] { SweepTime().SetState(values::Stale); });
         if (writes == 2) client.Soon([this] { SweepTime().SetState(values::Valid); });
     };
-    RunConnected(Words({"watch", "/Status", "--count", "2"}));
+    RunConnected(Words({"watch", "/Status", "--count", "2", "--changes-only"}));
     EXPECT_EQ(Changes(), Words({"/Status/SweepTime is stale", "/Status/SweepTime is valid again"}));
 }
 
@@ -153,7 +153,7 @@ TEST_F(WatchCommandTest, WhatGoesAsAWholeMayComeBack) {
 TEST_F(WatchCommandTest, EndsWhenItIsInterrupted) {
     client.Connect();
     isInterrupted = true;
-    EXPECT_TRUE(Run(Words({"watch", "/Status"})).IsDone());
+    EXPECT_TRUE(Run(Words({"watch", "/Status", "--changes-only"})).IsDone());
     EXPECT_EQ(Lines().size(), 1);
 }
 
@@ -204,6 +204,101 @@ TEST_F(WatchCommandTest, JsonTellsOfTheConnection) {
     EXPECT_EQ(objects[1][QStringLiteral("event")].toString(), QStringLiteral("disconnected"));
     EXPECT_EQ(objects[1][QStringLiteral("reason")].toString(), QStringLiteral("gone"));
     EXPECT_EQ(objects[2][QStringLiteral("event")].toString(), QStringLiteral("connected"));
+}
+
+/// A watch as people begin one.
+class WatchFromTheStartTest : public WatchCommandTest {
+  protected:
+    void SetUp() override {
+        Add(Server(), "Online", new values::Value<bool>(true));
+        WatchCommandTest::SetUp();
+        isInterrupted = true;
+        client.Connect();
+    }
+};
+
+TEST_F(WatchFromTheStartTest, BeginsWithWhatThereIs) {
+    EXPECT_TRUE(Run(Words({"watch", "/Status"})).IsDone());
+    EXPECT_EQ(Changes(), Words({"/Status/SweepTime = 1 us", "/Status/Comment   = ",
+                                "/Status/Mode      = (none)", "/Status/List      = "}));
+}
+
+TEST_F(WatchFromTheStartTest, WhatThereIsDoesNotCountAsAChange) {
+    onWrite = [this] {
+        isInterrupted = false;
+        if (writes == 2) client.Soon([this] { SweepTime().SetValue(2); });
+    };
+    isInterrupted = false;
+    EXPECT_TRUE(Run(Words({"watch", "/Status", "--count", "1"})).IsDone());
+    EXPECT_EQ(Changes().last(), QStringLiteral("/Status/SweepTime = 2 us"));
+}
+
+TEST_F(WatchFromTheStartTest, OfAPatternOnlyWhatMatches) {
+    EXPECT_TRUE(Run(Words({"watch", "/Status/*e", "/Online"})).IsDone());
+    EXPECT_EQ(Changes(),
+              Words({"/Status/SweepTime = 1 us", "/Status/Mode      = (none)", "/Online           = true"}));
+}
+
+TEST_F(WatchFromTheStartTest, WhatTwoPathsNameIsToldOnce) {
+    EXPECT_TRUE(Run(Words({"watch", "/Status/S*", "/Status", "/Status/SweepTime"})).IsDone());
+    EXPECT_EQ(Changes().filter(QStringLiteral("SweepTime")).size(), 1);
+    EXPECT_EQ(Changes().size(), 4);
+}
+
+TEST_F(WatchFromTheStartTest, WhatIsNotThereIsWaitedFor) {
+    EXPECT_TRUE(Run(Words({"watch", "/Later", "/Online"})).IsDone());
+    EXPECT_EQ(Changes(), Words({"/Online = true", "-- /Later is not there yet --"}));
+}
+
+TEST_F(WatchFromTheStartTest, WhatComesLaterIsTold) {
+    isInterrupted = false;
+    onWrite = [this] {
+        if (writes != 2) return;
+        client.Soon([this] {
+            Add(Server(), "Later", new values::Value<int>(7));
+            client.Connect();  // the server tells that it is there now
+        });
+    };
+    EXPECT_TRUE(Run(Words({"watch", "/Later", "--count", "1"})).IsDone());
+    EXPECT_EQ(Changes(), Words({"-- /Later is not there yet --", "/Later added = 7"}));
+}
+
+TEST_F(WatchFromTheStartTest, WhatOneMayNotSeeIsToldAndTheRestWatched) {
+    client.OnAddTic([] {
+        values::Refusals::Instance().Report(nullptr, QStringLiteral("/Secret"),
+                                            QStringLiteral("not for you"));
+    });
+    const Outcome outcome = Run(Words({"watch", "/Online", "/Secret"}));
+    EXPECT_EQ(outcome.code, EExitCode::Refused);
+    EXPECT_EQ(outcome.message, QStringLiteral("/Secret: not for you"));
+    EXPECT_EQ(Changes(), Words({"/Online = true"}));
+}
+
+TEST_F(WatchFromTheStartTest, JsonSaysWhatIsPresentAndWhatIsAbsent) {
+    EXPECT_TRUE(Run(Words({"watch", "/Online", "/Later", "--json"})).IsDone());
+    const QList<QJsonObject> objects = Objects();
+    ASSERT_EQ(objects.size(), 3);
+    EXPECT_EQ(objects[1][QStringLiteral("event")].toString(), QStringLiteral("present"));
+    EXPECT_EQ(objects[1][QStringLiteral("kind")].toString(), QStringLiteral("boolean"));
+    EXPECT_EQ(objects[2][QStringLiteral("event")].toString(), QStringLiteral("absent"));
+    EXPECT_EQ(objects[2][QStringLiteral("path")].toString(), QStringLiteral("/Later"));
+}
+
+TEST_F(WatchCommandTest, OfAPatternTheEndOfWhatHeldItIsTold) {
+    Watch(Words({"/*/Deep/C*", "--count", "2"}), [this] {
+        values::Node& deep = AddNode(Local<values::Node>("Status"), "Deep");
+        Add(deep, "Comment", new values::Value<QString>());
+        Add(deep, "Other", new values::Value<QString>());
+        tree.Delete(&deep);
+    });
+    EXPECT_EQ(Changes(), Words({"/Status/Deep/Comment added = ", "/Status/Deep         removed"}));
+}
+
+TEST_F(WatchCommandTest, WithoutRetryALostConnectionEndsIt) {
+    client.lastError = QStringLiteral("it went away");
+    const Outcome outcome = Watch(Words({"/Status", "--no-retry"}), [this] { client.Disconnect(); });
+    EXPECT_EQ(outcome.code, EExitCode::NoConnection);
+    EXPECT_EQ(outcome.message, QStringLiteral("no connection to example:7450: it went away"));
 }
 
 }  // namespace
