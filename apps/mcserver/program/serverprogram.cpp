@@ -8,6 +8,7 @@
 #include <platform/config/icfg.h>
 #include <platform/vtclient/vttokenhash.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -43,7 +44,15 @@ bool ServerProgram::Start(QString* error) {
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
     PrintLine(QStringLiteral("listening on %1").arg(where));
     m_notifier.Ready(QStringLiteral("listening on %1").arg(where));
+    ShowThatItRuns();
     return true;
+}
+
+void ServerProgram::ShowThatItRuns() {
+    const std::chrono::milliseconds time = m_notifier.GetWatchdogTime();
+    if (time == time.zero()) return;
+    m_notifier.Alive();
+    m_clock.After(std::max(time / 2, std::chrono::milliseconds(1)), [this] { ShowThatItRuns(); });
 }
 
 bool ServerProgram::ReadAccessFile(VtAccessFile* file, QString* error) const {

@@ -41,6 +41,8 @@ class ServerProgram {
   private:
     bool ReadAccessFile(VtAccessFile* file, QString* error) const;
     bool Listen(QString* error);
+    /// Tells the service manager that the event loop runs, from now on, often enough.
+    void ShowThatItRuns();
 
     ServerOptions m_options;
     ServiceNotifier m_notifier;

@@ -4,11 +4,24 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
+namespace {
+
+/// What the environment says of the watchdog, if it means this process and not one that this was started by.
+std::chrono::milliseconds WatchdogTime() {
+    const QByteArray process = qgetenv("WATCHDOG_PID");
+    if (!process.isEmpty() && process != QByteArray::number(::getpid())) return {};
+    const std::chrono::microseconds time(qgetenv("WATCHDOG_USEC").toLongLong());
+    return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(time), {});
+}
+
+}  // namespace
+
 // The protocol of sd_notify: a datagram of NAME=value lines to the socket that the environment names.
-ServiceNotifier::ServiceNotifier() : m_socket(qgetenv("NOTIFY_SOCKET")) {}
+ServiceNotifier::ServiceNotifier() : m_socket(qgetenv("NOTIFY_SOCKET")), m_watchdogTime(WatchdogTime()) {}
 
 void ServiceNotifier::Ready(const QString& status) {
     Tell("READY=1\nSTATUS=" + status.toUtf8());
@@ -16,6 +29,10 @@ void ServiceNotifier::Ready(const QString& status) {
 
 void ServiceNotifier::Stopping() {
     Tell("STOPPING=1");
+}
+
+void ServiceNotifier::Alive() {
+    Tell("WATCHDOG=1");
 }
 
 void ServiceNotifier::Tell(const QByteArray& message) const {

@@ -8,4 +8,6 @@ void ServiceNotifier::Ready(const QString& /*status*/) {}
 
 void ServiceNotifier::Stopping() {}
 
+void ServiceNotifier::Alive() {}
+
 void ServiceNotifier::Tell(const QByteArray& /*message*/) const {}

@@ -55,12 +55,11 @@ bool WriteAll(int descriptor, const QByteArray& bytes) {
     return fdatasync(descriptor) == 0 || errno == EINVAL || errno == EROFS;
 }
 
-/// The new file \a name with \a bytes, with the permissions of \a replaced if there is one.
+/// The new file \a name with \a bytes, with the permissions of \a replaced if there is one. Else it is the
+/// user's own business, and nobody else's.
 bool Create(const char* name, const struct stat* replaced, const QByteArray& bytes) {
-    constexpr mode_t New = 0666;     // as the user's own mask says
-    constexpr mode_t Secret = 0600;  // nobody reads it before it has the permissions of the other
-    Descriptor file(
-        open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, replaced == nullptr ? New : Secret));
+    constexpr mode_t OwnersOnly = 0600;
+    Descriptor file(open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, OwnersOnly));
     if (!file.IsOpen()) return false;
     if (replaced != nullptr && fchmod(file.Get(), replaced->st_mode & PermissionBits) != 0) return false;
     return WriteAll(file.Get(), bytes) && file.Close();

@@ -1,46 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/program/servicenotifier.h>
 
-#include <gtest/gtest.h>
+#include <tests/apps/mcserver/servicemanager_posix.h>
 
 #include <QtCore/QTemporaryDir>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-#include <array>
-#include <cstring>
-#include <string>
+#include <chrono>
+
+using namespace std::chrono_literals;
 
 namespace {
 
-/// What a service manager listens on.
 class ServiceNotifierTest : public testing::Test {
   protected:
-    void Listen(const QByteArray& name) {
-        m_socket = ::socket(AF_UNIX, SOCK_DGRAM, 0);
-        sockaddr_un address = {};
-        address.sun_family = AF_UNIX;
-        std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
-        if (name.startsWith('@')) address.sun_path[0] = '\0';
-        const auto size =
-            static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size()));
-        ASSERT_EQ(::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), size), 0);
-        qputenv("NOTIFY_SOCKET", name);
-    }
-    void TearDown() override {
-        qunsetenv("NOTIFY_SOCKET");
-        if (m_socket != -1) ::close(m_socket);
-    }
-    /// What has arrived; a datagram to a socket of this machine is there as soon as it is sent.
-    std::string Received() const {
-        std::array<char, 256> bytes = {};
-        const ssize_t count = ::recv(m_socket, bytes.data(), bytes.size(), MSG_DONTWAIT);
-        return count > 0 ? std::string(bytes.data(), static_cast<std::size_t>(count)) : std::string();
-    }
+    void Listen(const QByteArray& name) { ASSERT_NO_FATAL_FAILURE(m_manager.Listen(name)); }
+    std::string Received() const { return m_manager.Received(); }
 
     QTemporaryDir m_directory;
-    int m_socket = -1;
+    ServiceManager m_manager;
 };
 
 TEST_F(ServiceNotifierTest, TellsReadyWithWhatItDoesAndThenStopping) {
@@ -51,6 +28,39 @@ TEST_F(ServiceNotifierTest, TellsReadyWithWhatItDoesAndThenStopping) {
     notifier.Stopping();
     EXPECT_EQ(Received(), "STOPPING=1");
 }
+
+struct Watchdog {
+    const char* name;
+    const char* time;     ///< µs; null: not said
+    const char* process;  ///< null: not said; "own": this one
+    std::chrono::milliseconds expected;
+};
+
+class Watchdogs : public ServiceNotifierTest, public testing::WithParamInterface<Watchdog> {};
+
+TEST_P(Watchdogs, AreThoseOfThisProcess) {
+    Listen(m_directory.filePath(QStringLiteral("notify")).toUtf8());
+    if (GetParam().time != nullptr) qputenv("WATCHDOG_USEC", GetParam().time);
+    if (GetParam().process != nullptr)
+        qputenv("WATCHDOG_PID",
+                QByteArray(GetParam().process).replace("own", QByteArray::number(::getpid())));
+    ServiceNotifier notifier;
+    EXPECT_EQ(notifier.GetWatchdogTime(), GetParam().expected);
+    notifier.Alive();
+    EXPECT_EQ(Received(), "WATCHDOG=1");
+}
+
+const Watchdog AllWatchdogs[] = {
+    {"None", nullptr, nullptr, 0ms},
+    {"OfThisProcess", "30000000", "own", 30000ms},
+    {"OfWhomever", "2000000", nullptr, 2000ms},
+    {"OfAnotherProcess", "2000000", "1", 0ms},
+    {"Nonsense", "soon", nullptr, 0ms},
+    {"Negative", "-2000000", nullptr, 0ms},
+};
+
+INSTANTIATE_TEST_SUITE_P(, Watchdogs, testing::ValuesIn(AllWatchdogs),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(ServiceNotifierTest, KnowsNamesThatAreNoFiles) {
     Listen("@mcserver-test-" + QByteArray::number(::getpid()));

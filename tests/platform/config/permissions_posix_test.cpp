@@ -7,6 +7,8 @@
 
 #include <QtCore/QFile>
 
+#include <sys/stat.h>
+
 namespace {
 
 class Permissions : public ConfigTest {
@@ -111,6 +113,16 @@ TEST_F(Permissions, ACommitKeepsThoseOfTheFile) {
     Root()->WriteInt(QStringLiteral("k"), 2);
     ASSERT_TRUE(Root()->CommitKey(QStringLiteral("k")));
     EXPECT_EQ(QFile::permissions(Path()), before);
+}
+
+TEST_F(Permissions, ANewFileIsItsOwnersOnly) {
+    const mode_t before = umask(0);
+    Root()->WriteInt(QStringLiteral("k"), 2);
+    EXPECT_TRUE(Root()->CommitKey(QStringLiteral("k")));
+    umask(before);
+    EXPECT_EQ(QFile::permissions(Path()) & (QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+                                            QFileDevice::ReadOther | QFileDevice::WriteOther),
+              QFileDevice::Permissions());
 }
 
 TEST_F(Permissions, ACommitThroughALinkReplacesWhatTheLinkLeadsTo) {
