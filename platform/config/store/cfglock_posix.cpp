@@ -15,13 +15,16 @@ namespace {
 /// Whoever gives the lock free removes the file, also just before somebody else locks it.
 constexpr int MaxTries = 100;
 
+constexpr mode_t ForAllToSee = 0644;
+
 int Open(const char* name) {
     constexpr int Flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    const int file = open(name, O_RDWR | O_CREAT | Flags, 0644);
-    if (file >= 0 || errno != EACCES) return file;
-    // Of another user it may only be read, which is enough to lock it.
+    const int file = open(name, O_RDWR | O_CREAT | Flags, ForAllToSee);
+    const int error = errno;
+    if (file >= 0 || (error != EACCES && error != EROFS)) return file;
+    // Of another user, or where nothing can be written, it may only be read, which is enough to lock it.
     const int readable = open(name, O_RDONLY | Flags);
-    if (readable < 0) errno = EACCES;
+    if (readable < 0) errno = error;
     return readable;
 }
 
@@ -52,6 +55,8 @@ CfgLock::EOutcome CfgLock::Try() {
         const int error = file < 0 ? errno : Lock(file);
         if (error == 0 && IsStillNamed(file, name.constData())) {
             const QByteArray line = OwnLine();
+            // Others have to be able to open it, whatever this user's mask says.
+            fchmod(file, ForAllToSee);
             // Who holds it is for people; it is held, whether they can read that or not.
             if (ftruncate(file, 0) == 0 && write(file, line.constData(), size_t(line.size())) < 0) errno = 0;
             m_native = file;

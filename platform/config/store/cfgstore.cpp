@@ -241,9 +241,18 @@ QString CfgStore::Replace() {
 
 bool CfgStore::Hold(QString* error) {
     QDir().mkpath(QFileInfo(m_file).absolutePath());
-    // Where the file of the lock cannot be made, nobody else can hold it either.
-    if (m_hold.Try() == CfgLock::EOutcome::Taken) {
+    const CfgLock::EOutcome outcome = m_hold.Try();
+    if (outcome == CfgLock::EOutcome::Taken) {
         *error = QStringLiteral("the configuration file '%1' is used by %2").arg(m_path, m_hold.GetHolder());
+        return false;
+    }
+    // Where the file of the lock cannot be made, nobody else can hold it either; one that is there may be
+    // held.
+    const QString holdName = HoldName(m_file);
+    if (outcome == CfgLock::EOutcome::Impossible && QFileInfo::exists(holdName)) {
+        *error =
+            QStringLiteral("whether another server uses the configuration file '%1' cannot be told (%2: %3)")
+                .arg(m_path, holdName, m_hold.GetReason());
         return false;
     }
     TryAgain();

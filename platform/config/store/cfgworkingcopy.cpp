@@ -111,7 +111,10 @@ void CfgWorkingCopy::ForEachDifference(const CfgContents& before, const CfgConte
 QStringList CfgWorkingCopy::GetUnstoredKeys() const {
     QStringList keys;
     ForEachDifference(m_stored, m_contents,
-                      [&keys](const QString& key, const Content&, const Content&) { keys << key; });
+                      [&](const QString& key, const Content& before, const Content& after) {
+                          const bool isDefault = !before && after == Find(m_assumed, key);
+                          if (!isDefault) keys << key;
+                      });
     return keys;
 }
 

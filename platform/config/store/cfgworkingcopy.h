@@ -29,7 +29,7 @@ class CfgWorkingCopy {
     /// Whether something was written or removed since the file held all.
     bool HasChanges() const { return !m_changes.empty(); }
     bool IsStored() const { return m_contents == m_stored; }
-    /// The keys of which the file holds something else, or nothing.
+    /// The keys of which the file holds something else, or nothing where there is more than the default.
     QStringList GetUnstoredKeys() const;
 
     /// The file holds \a stored now.

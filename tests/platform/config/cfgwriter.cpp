@@ -46,6 +46,14 @@ int Set() {
     return root->CommitKey(Details().value(0)) ? 0 : 1;
 }
 
+/// 0 if it could be held; otherwise prints why not.
+int Hold() {
+    QString error;
+    if (CfgCenter::Instance().HoldStore(&error)) return 0;
+    Print(error);
+    return 1;
+}
+
 /// key, content: writes, and leaves the rest to the end of the process.
 int SetUncommitted() {
     Root()->WriteString(Details().value(0), Details().value(1));
@@ -126,6 +134,7 @@ int main(int argc, char** argv) {
     if (what == QLatin1String("get")) return Get();
     if (what == QLatin1String("set")) return Set();
     if (what == QLatin1String("set-uncommitted")) return SetUncommitted();
+    if (what == QLatin1String("hold")) return Hold();
     if (what == QLatin1String("fill")) return Fill();
     if (what == QLatin1String("count")) return Count();
     if (what == QLatin1String("churn")) return Churn();

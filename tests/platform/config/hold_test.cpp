@@ -55,6 +55,16 @@ TEST_F(Held, ByOneServerAtATimeWhoseNameASecondIsTold) {
     EXPECT_EQ(Hold(), QString());  // it is its own already
 }
 
+TEST_F(Held, ByNobodyWhereItCannotBeToldWhetherAnotherDoes) {
+    ASSERT_TRUE(QDir().mkpath(Path(HoldName)));
+    const std::string error = Hold().toStdString();
+    EXPECT_THAT(error,
+                HasSubstr("whether another server uses the configuration file '" + Path().toStdString() +
+                          "' cannot be told (" + Path(HoldName).toStdString() + ": "));
+    ASSERT_TRUE(QDir().rmdir(Path(HoldName)));
+    EXPECT_EQ(Hold(), QString());
+}
+
 TEST_F(Held, UntilTheStoreGoes) {
     ASSERT_EQ(Hold(), QString());
     EXPECT_THAT(Names(), ElementsAre(HoldName));

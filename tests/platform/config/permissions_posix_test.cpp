@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a user may not read or write. The superuser may anything, so that another user has to try.
+#include <platform/config/cfgcenter.h>
+
 #include <tests/platform/config/configfixture.h>
 #include <tests/support/programrunner.h>
 
@@ -113,6 +115,18 @@ TEST_F(Permissions, ACommitKeepsThoseOfTheFile) {
     Root()->WriteInt(QStringLiteral("k"), 2);
     ASSERT_TRUE(Root()->CommitKey(QStringLiteral("k")));
     EXPECT_EQ(QFile::permissions(Path()), before);
+}
+
+TEST_F(Permissions, AFileThatAServerHoldsIsHeldForOtherUsersTooWhateverItsMask) {
+    WriteFile(Bytes);
+    Allow(QStringLiteral("app.ini"), Everything);
+    const mode_t before = umask(077);
+    QString error;
+    EXPECT_TRUE(CfgCenter::Instance().HoldStore(&error)) << error.toStdString();
+    umask(before);
+    const ProgramOutcome outcome = RunAsNobody({QStringLiteral("hold")});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.output.toStdString(), testing::HasSubstr("' is used by mcstest (process "));
 }
 
 TEST_F(Permissions, ANewFileIsItsOwnersOnly) {
