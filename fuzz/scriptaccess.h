@@ -44,9 +44,10 @@ class ScriptAccess final : public IVtAccess {
         --m_sessions;
         m_reactor.Trigger();
     }
-    void ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
+    QString ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
         if ((m_forbidden & 16U) != 0) values::Tree::Instance()->ProvideNode(path);
         m_reactor.Trigger();
+        return (m_forbidden & 64U) != 0 ? Reason() : QString();
     }
     void NodeReleased(const VtPeer& /*peer*/, const QString& path) override {
         if ((m_forbidden & 32U) != 0)

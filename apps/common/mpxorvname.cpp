@@ -6,6 +6,7 @@
 bool IsMpxOrvName(const QString& name) {
     constexpr int MaxLength = 128;
     const QString forbidden = QStringLiteral("/<>,");
+    if (name == QLatin1String(".") || name == QLatin1String("..")) return false;
     return !name.isEmpty() && name.size() <= MaxLength && name.trimmed() == name &&
            std::all_of(name.begin(), name.end(), [&forbidden](QChar character) {
                return character.isPrint() && !forbidden.contains(character);

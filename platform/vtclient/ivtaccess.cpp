@@ -4,6 +4,8 @@
 IVtAccess::~IVtAccess() = default;
 void IVtAccess::SessionStarted(const VtPeer& /*peer*/) {}
 void IVtAccess::SessionEnded(const VtPeer& /*peer*/) {}
-void IVtAccess::ProvideNode(const VtPeer& /*peer*/, const QString& /*path*/) {}
+QString IVtAccess::ProvideNode(const VtPeer& /*peer*/, const QString& /*path*/) {
+    return QString();
+}
 void IVtAccess::NodeReleased(const VtPeer& /*peer*/, const QString& /*path*/) {}
 void IVtAccess::ValueWritten(const VtPeer& /*peer*/, const QString& /*path*/) {}

@@ -44,8 +44,10 @@ class MCS_CONNECTION_EXPORT IVtAccess {
     virtual void SessionStarted(const VtPeer& peer);
     virtual void SessionEnded(const VtPeer& peer);
     /// \a peer subscribes \a path or wants a node there; asked whether or not something is there already. A
-    /// server may now create what belongs to this peer.
-    virtual void ProvideNode(const VtPeer& peer, const QString& path);
+    /// server may now create what belongs to this peer. Not asked of a peer that only looks.
+    /// \return why this peer waits in vain for something to come there; empty if it may come. Told to the
+    /// peer if nothing is there.
+    virtual QString ProvideNode(const VtPeer& peer, const QString& path);
     /// \a peer has ended its subscription of \a path, or that in which it wanted a node there.
     virtual void NodeReleased(const VtPeer& peer, const QString& path);
     /// \a peer, who may, has written the value at \a path, whose observers were told.

@@ -24,6 +24,13 @@ constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was an
 static_assert(GoingAway == changecode::GoingAway);
 }  // namespace connectioncode
 
+/// What a tic may be added with, as its options.
+namespace ticoption {
+/// Looks without using: the server makes nothing because of it, and counts nobody as a client of what is
+/// there.
+constexpr const char* Look = "look";
+}  // namespace ticoption
+
 /// One mirrored subtree: a path of the server's tree shown at a path of this process's tree. Owned by its
 /// client. Main thread.
 ///
@@ -64,10 +71,12 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
     virtual QString GetServerAddress() const = 0;  ///< as given, without the scheme
     virtual int GetServerPort() const = 0;
 
-    /// Mirrors a subtree. \a spec is the local path, a comma and the remote path; \a options is reserved and
-    /// empty. Tics with the same two paths share one mirror.
+    /// Mirrors a subtree. \a spec is the local path, a comma and the remote path; \a options is empty or a
+    /// ticoption. Empty asks to use what is there, of which a server may make something. Tics with the same
+    /// two paths share one mirror, but none that is to use is added where one looks.
     /// \return the tic, owned by this client; null, with a trace, for a spec that is not two absolute paths,
-    /// or if the local path lies in, around or at another mirror of this client.
+    /// for options that there are not, or if the local path lies in, around or at another mirror of this
+    /// client.
     virtual IVtTic* AddTic(const QString& spec, const char* options) = 0;
     /// Ends \a tic and destroys it. The local items stay, stale. A tic of another client changes nothing.
     virtual void RemoveTic(IVtTic* tic) = 0;

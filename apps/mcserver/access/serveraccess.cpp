@@ -203,8 +203,6 @@ QString ServerAccess::UseRefusal(const VtPeer& peer, const MpxOrvPath& target) c
 }
 
 QString ServerAccess::Join(const VtPeer& peer, const MpxOrvPath& target) {
-    QString refusal = UseRefusal(peer, target);
-    if (!refusal.isEmpty()) return refusal;
     MpxOrvRegistry::Client client;
     client.session = peer.session;
     client.application =
@@ -254,13 +252,17 @@ void ServerAccess::SessionEnded(const VtPeer& peer) {
     Log(peer, QStringLiteral("%1 has gone").arg(peertext::Name(peer)));
 }
 
-void ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
+QString ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
-    if (!target || !target->below.isEmpty()) return;
-    const QString refusal = Join(peer, *target);
+    if (!target || !target->below.isEmpty()) return QString();
+    QString refusal = UseRefusal(peer, *target);
+    const bool mayUse = refusal.isEmpty();
+    if (mayUse) refusal = Join(peer, *target);
     if (!refusal.isEmpty())
         Log(peer, QStringLiteral("%1 may not use %2: %3")
                       .arg(peertext::Name(peer), peertext::Shown(target->name), refusal));
+    // Who may not use any waits for one that somebody else uses.
+    return mayUse ? refusal : QString();
 }
 
 void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {

@@ -34,7 +34,7 @@ class ServerAccess : public IVtAccess {
     QStringList WritablePrefixes(const VtPeer& peer) override;
     void SessionStarted(const VtPeer& peer) override;
     void SessionEnded(const VtPeer& peer) override;
-    void ProvideNode(const VtPeer& peer, const QString& path) override;
+    QString ProvideNode(const VtPeer& peer, const QString& path) override;
     void NodeReleased(const VtPeer& peer, const QString& path) override;
     /// Writing a request of an MpxORV makes the peer a client of it, as asking for its node does: a peer that
     /// mirrors all MpxORVs has no other way to say that it uses one.

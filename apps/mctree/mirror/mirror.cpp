@@ -16,9 +16,8 @@ QString LocalPath(const QString& localRoot, const QString& remotePath) {
     return localRoot + QLatin1Char('/') + (name.isEmpty() ? QStringLiteral("Root") : name);
 }
 
-/// How subtrees are asked for. So far every way of asking is a use.
-const char* OptionsOf(EPurpose) {
-    return "";
+const char* OptionsOf(EPurpose purpose) {
+    return purpose == EPurpose::Look ? ticoption::Look : "";
 }
 
 }  // namespace

@@ -13,8 +13,10 @@ namespace vt {
 
 ClientLink::IHost::~IHost() = default;
 
-ClientLink::ClientLink(const QString& localPath, const QString& remotePath, IHost& host)
-    : m_host(host), m_mirror(localPath, remotePath, static_cast<TreeMirror::IHost&>(*this)) {}
+ClientLink::ClientLink(const QString& localPath, const QString& remotePath, bool isLook, IHost& host)
+    : m_host(host),
+      m_isLook(isLook),
+      m_mirror(localPath, remotePath, static_cast<TreeMirror::IHost&>(*this)) {}
 
 ClientLink::~ClientLink() = default;
 
@@ -30,7 +32,7 @@ void ClientLink::Subscribe(ClientSession& session) {
     m_session = &session;
     m_sequence = 0;
     m_isReceiving = false;
-    m_sub = session.Subscribe(*this, m_mirror.RemotePath());
+    m_sub = session.Subscribe(*this, m_mirror.RemotePath(), m_isLook);
 }
 
 void ClientLink::Unsubscribe() {

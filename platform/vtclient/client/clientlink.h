@@ -31,7 +31,7 @@ class ClientLink final : private TreeMirror::IHost {
         virtual void OnAbsent(ClientLink& link) = 0;
     };
 
-    ClientLink(const QString& localPath, const QString& remotePath, IHost& host);
+    ClientLink(const QString& localPath, const QString& remotePath, bool isLook, IHost& host);
     ~ClientLink() override;
     ClientLink(const ClientLink&) = delete;
     ClientLink& operator=(const ClientLink&) = delete;
@@ -41,6 +41,7 @@ class ClientLink final : private TreeMirror::IHost {
     /// Those that share it, none of them owned.
     std::vector<VtTic*>& Tics() { return m_tics; }
     bool IsAbsent() const { return m_isAbsent; }
+    bool IsLook() const { return m_isLook; }
     /// Whether the mirror has become established, or ceased to be, since this was asked last.
     bool TakeChange();
     bool HasChanged() const { return m_mirror.IsEstablished() != m_wasEstablished; }
@@ -71,6 +72,7 @@ class ClientLink final : private TreeMirror::IHost {
     void SetAbsent(bool isAbsent);
 
     IHost& m_host;
+    bool m_isLook;
     TreeMirror m_mirror;
     ClientSession* m_session = nullptr;  ///< the last one that it was subscribed in; null once that has ended
     quint32 m_sub = 0;                   ///< 0: not subscribed

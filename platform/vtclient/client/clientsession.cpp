@@ -211,9 +211,9 @@ ClientLink* ClientSession::FindLink(quint32 sub) {
 
 // What goes ------------------------------------------------------------------------------------------------
 
-quint32 ClientSession::Subscribe(ClientLink& link, const QString& path) {
+quint32 ClientSession::Subscribe(ClientLink& link, const QString& path, bool isLook) {
     m_subscriptions[++m_lastSub] = &link;
-    Send(SubscribeMessage{m_lastSub, path});
+    Send(SubscribeMessage{m_lastSub, path, isLook});
     return m_lastSub;
 }
 

@@ -64,7 +64,7 @@ class ClientSession final : private IChannelListener {
     std::optional<std::chrono::microseconds> Latency() const { return m_latency; }
 
     /// \return the number of the subscription, under which \a link is told what comes of it.
-    quint32 Subscribe(ClientLink& link, const QString& path);
+    quint32 Subscribe(ClientLink& link, const QString& path, bool isLook);
     void Unsubscribe(quint32 sub);
     /// The server has ended the subscription.
     void Drop(quint32 sub) { m_subscriptions.erase(sub); }

@@ -48,7 +48,7 @@ void ClientTics::ForEachLink(const Visit& visit) {
 
 // Tics come and go -----------------------------------------------------------------------------------------
 
-IVtTic* ClientTics::Add(const QString& spec) {
+IVtTic* ClientTics::Add(const QString& spec, bool isLook) {
     const int comma = spec.indexOf(QStringLiteral(",/"));
     const QString local = spec.left(comma);
     const QString remote = spec.mid(comma + 1);
@@ -56,7 +56,7 @@ IVtTic* ClientTics::Add(const QString& spec) {
         TraceClient(QStringLiteral("'%1' is no local path, a comma and a remote path").arg(spec));
         return nullptr;
     }
-    ClientLink* const link = LinkFor(NormalisedPath(local), NormalisedPath(remote));
+    ClientLink* const link = LinkFor(NormalisedPath(local), NormalisedPath(remote), isLook);
     if (link == nullptr) return nullptr;
     m_tics.push_back(std::make_unique<VtTic>(local, remote, link->Mirror()));
     VtTic* const tic = m_tics.back().get();
@@ -69,11 +69,12 @@ IVtTic* ClientTics::Add(const QString& spec) {
     return tic;
 }
 
-ClientLink* ClientTics::LinkFor(const QString& localPath, const QString& remotePath) {
+ClientLink* ClientTics::LinkFor(const QString& localPath, const QString& remotePath, bool isLook) {
     for (const auto& link : m_links) {
         const TreeMirror& mirror = link->Mirror();
         if (mirror.IsReleased()) continue;
-        if (mirror.LocalPath() == localPath && mirror.RemotePath() == remotePath) return link.get();
+        const bool isSame = mirror.LocalPath() == localPath && mirror.RemotePath() == remotePath;
+        if (isSame && (isLook || !link->IsLook())) return link.get();
         if (IsAtOrBelow(localPath, mirror.LocalPath()) || IsAtOrBelow(mirror.LocalPath(), localPath)) {
             TraceClient(QStringLiteral("'%1' cannot be mirrored at '%2': '%3' is mirrored at '%4'")
                             .arg(remotePath, localPath, mirror.RemotePath(), mirror.LocalPath()));
@@ -81,7 +82,7 @@ ClientLink* ClientTics::LinkFor(const QString& localPath, const QString& remoteP
         }
     }
     m_links.push_back(
-        std::make_unique<ClientLink>(localPath, remotePath, static_cast<ClientLink::IHost&>(*this)));
+        std::make_unique<ClientLink>(localPath, remotePath, isLook, static_cast<ClientLink::IHost&>(*this)));
     ClientLink* const link = m_links.back().get();
     if (m_session != nullptr) link->Subscribe(*m_session);
     return link;

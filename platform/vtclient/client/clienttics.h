@@ -28,7 +28,7 @@ class ClientTics final : private ClientLink::IHost {
     ClientTics& operator=(const ClientTics&) = delete;
 
     /// Null, with a trace, for what cannot be mirrored.
-    IVtTic* Add(const QString& spec);
+    IVtTic* Add(const QString& spec, bool isLook);
     void Remove(IVtTic* tic);
     void RemoveAll();
     /// Ends the mirroring of \a node. Who observes the tics that end with it is told in the next turn.
@@ -55,7 +55,7 @@ class ClientTics final : private ClientLink::IHost {
     void OnEstablished() override;
     void OnAbsent(ClientLink& link) override { TellTicsOf(link); }
 
-    ClientLink* LinkFor(const QString& localPath, const QString& remotePath);
+    ClientLink* LinkFor(const QString& localPath, const QString& remotePath, bool isLook);
     void Drop(ClientLink* link);
     void TellTicsOf(ClientLink& link);
     void TellNewTics();

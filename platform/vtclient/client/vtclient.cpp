@@ -2,6 +2,7 @@
 #include <platform/vtclient/client/vtclient.h>
 
 #include <platform/values/node.h>
+#include <platform/vtclient/client/clienttrace.h>
 
 #include <algorithm>
 #include <utility>
@@ -133,8 +134,14 @@ void VtClient::OnTurn() {
 
 // Tics -----------------------------------------------------------------------------------------------------
 
-IVtTic* VtClient::AddTic(const QString& spec, const char* /*options*/) {
-    return m_isEnded ? nullptr : m_tics.Add(spec);
+IVtTic* VtClient::AddTic(const QString& spec, const char* options) {
+    const QLatin1String option(options);
+    const bool isLook = option == QLatin1String(ticoption::Look);
+    if (!isLook && !option.isEmpty()) {
+        TraceClient(QStringLiteral("'%1' is no option of a tic").arg(option));
+        return nullptr;
+    }
+    return m_isEnded ? nullptr : m_tics.Add(spec, isLook);
 }
 
 void VtClient::RemoveTic(IVtTic* tic) {

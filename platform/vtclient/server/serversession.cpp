@@ -173,13 +173,17 @@ void ServerSession::On(const SubscribeMessage& subscribe) {
         return End(EBye::Limit, QStringLiteral("more than %1 subscriptions").arg(vtlimits::MaxSubscriptions));
     if (!subscribe.path.startsWith(QLatin1Char('/')))
         return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(subscribe.path));
-    auto subscription = std::make_unique<Subscription>(*this, subscribe.sub, NormalisedPath(subscribe.path));
+    auto subscription =
+        std::make_unique<Subscription>(*this, subscribe.sub, NormalisedPath(subscribe.path), subscribe.look);
     if (!m_hub.Access().MayRead(m_peer, subscription->Path()))
         return TellAbsent(
             *subscription,
             QStringLiteral("'%1' may not be read by '%2'").arg(subscription->Path(), m_peer.user));
-    m_hub.Access().ProvideNode(m_peer, subscription->Path());
+    const QString reason =
+        subscribe.look ? QString() : m_hub.Access().ProvideNode(m_peer, subscription->Path());
     if (m_isEnded) return;
+    if (!reason.isEmpty() && values::Tree::Instance()->FindItem(subscription->Path()) == nullptr)
+        return TellAbsent(*subscription, reason);
     Subscription& added = *(m_subscriptions[subscribe.sub] = std::move(subscription));
     m_hub.Subtrees().Join(added);
 }
@@ -207,7 +211,7 @@ void ServerSession::On(const UnsubscribeMessage& unsubscribe) {
         if (m_isEnded) return;
         m_hub.Access().NodeReleased(m_peer, path);
     }
-    if (!m_isEnded) m_hub.Access().NodeReleased(m_peer, subscription->Path());
+    if (!m_isEnded && !subscription->IsLook()) m_hub.Access().NodeReleased(m_peer, subscription->Path());
 }
 
 void ServerSession::CountSent(int bytes) {
@@ -354,6 +358,19 @@ void ServerSession::SendLateAnswers() {
     m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
 }
 
+namespace {
+
+// Why \a item, which is there, is not what was asked for; empty if it is.
+QString DifferenceOf(const values::TreeItem& item, EItemKind asked) {
+    EItemKind kind = EItemKind::Node;
+    if (!KindOf(item, &kind)) return QStringLiteral("what is there is of a type that nobody can ask for");
+    if (kind == asked) return QString();
+    if (kind == EItemKind::Node) return QStringLiteral("what is there is a node");
+    return QStringLiteral("what is there is of type %1").arg(QLatin1String(Operations(kind)->name));
+}
+
+}  // namespace
+
 // Empty if the item is there afterwards, else why not.
 QString ServerSession::Create(const CreateMessage& create, Subscription& subscription) {
     const QString path = NormalisedPath(create.path);
@@ -363,12 +380,15 @@ QString ServerSession::Create(const CreateMessage& create, Subscription& subscri
     if (names.size() > vtlimits::MaxDepth || names.last().size() > vtlimits::MaxNameLength)
         return QStringLiteral("the path is too deep, or the name too long");
     values::Tree* const tree = values::Tree::Instance();
-    // Told once of each path, as it is told once that this is over.
-    const bool isFirst = subscription.Want(path);
-    if (!isFirst && tree->FindItem(path) != nullptr) return QString();
-    m_hub.Access().ProvideNode(m_peer, path);
-    if (m_isEnded || tree->FindItem(path) != nullptr) return QString();
     QString reason;
+    // Nobody provides values. Of a node it is told once, as it is told once that this is over.
+    const bool isNode = create.item.kind == EItemKind::Node;
+    if (isNode && (subscription.Want(path) || tree->FindItem(path) == nullptr))
+        reason = m_hub.Access().ProvideNode(m_peer, path);
+    if (m_isEnded) return QString();
+    if (const values::TreeItem* const present = tree->FindItem(path))
+        return DifferenceOf(*present, create.item.kind);
+    if (!reason.isEmpty()) return reason;
     if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
     if (++m_created > vtlimits::MaxCreatedPerSession)
         return QStringLiteral("the session has created %1 items").arg(vtlimits::MaxCreatedPerSession);

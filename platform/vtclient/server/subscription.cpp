@@ -22,8 +22,8 @@ constexpr std::size_t OccurrenceOverhead = 64;
 
 }  // namespace
 
-Subscription::Subscription(ServerSession& session, quint32 number, QString path)
-    : m_session(session), m_number(number), m_path(std::move(path)) {}
+Subscription::Subscription(ServerSession& session, quint32 number, QString path, bool isLook)
+    : m_session(session), m_number(number), m_path(std::move(path)), m_isLook(isLook) {}
 
 bool Subscription::Want(const QString& path) {
     if (m_wanted.count(path) != 0) return false;

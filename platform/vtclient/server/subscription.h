@@ -20,13 +20,15 @@ class ServerSession;
 /// occurrences in order. What it lacks of the structure is the numbers from its cursor on.
 class Subscription {
   public:
-    Subscription(ServerSession& session, quint32 number, QString path);
+    /// \a isLook: the client uses nothing of what it asks for.
+    Subscription(ServerSession& session, quint32 number, QString path, bool isLook);
     Subscription(const Subscription&) = delete;
     Subscription& operator=(const Subscription&) = delete;
 
     ServerSession& Session() const { return m_session; }
     quint32 Number() const { return m_number; }
     const QString& Path() const { return m_path; }  ///< normalised
+    bool IsLook() const { return m_isLook; }
     TreeWatcher* Watcher() const { return m_watcher; }
     /// What the client wanted to be created within this, up to a limit of paths; beyond it they are
     /// forgotten.
@@ -70,6 +72,7 @@ class Subscription {
     ServerSession& m_session;
     quint32 m_number;
     QString m_path;
+    bool m_isLook;
     std::set<QString> m_wanted;
     TreeWatcher* m_watcher = nullptr;
     quint32 m_cursor = 0;

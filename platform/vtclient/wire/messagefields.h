@@ -351,12 +351,22 @@ constexpr bool IsWhollyDescribed() {
 
 // Walks.
 
-/// Reads the fields of \a message, which is as it is by default. False, and the input has failed, if one is
-/// wrong.
-template <class Input, class M>
+namespace detail {
+
+template <std::size_t First, class Input, class M, std::size_t... I>
+bool ReadFieldsFrom(Input& input, M* message, std::index_sequence<I...> /*behind*/) {
+    return (std::get<First + I>(FieldsOf<M>).Read(input, message) && ...);
+}
+
+}  // namespace detail
+
+/// Reads the fields of \a message, which is as it is by default, from the one at \a First on. False, and the
+/// input has failed, if one is wrong.
+template <std::size_t First = 0, class Input, class M>
 bool ReadFields(Input& input, M* message) {
     static_assert(IsWhollyDescribed<M>(), "each member of a message has its own row in Fields()");
-    return std::apply([&](const auto&... field) { return (field.Read(input, message) && ...); }, FieldsOf<M>);
+    constexpr auto Count = std::tuple_size_v<decltype(M::Fields())>;
+    return detail::ReadFieldsFrom<First>(input, message, std::make_index_sequence<Count - First>());
 }
 
 template <class Output, class M>

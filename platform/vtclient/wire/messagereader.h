@@ -15,12 +15,25 @@ namespace vt {
 
 namespace wire {
 
+/// Reads a whole message but for its end. Of a hello of another version nothing behind the version is looked
+/// at, whatever it is: its sender is to hear which one is spoken here. \a isWhole: all of it was looked at.
+template <class Input, class M>
+bool ReadBody(Input& input, M* message, bool* isWhole) {
+    if constexpr (M::Type == EMessage::Hello) {
+        if (!std::get<0>(FieldsOf<M>).Read(input, message)) return false;
+        *isWhole = message->IsSpokenHere();
+        return !*isWhole || ReadFields<1>(input, message);
+    } else {
+        return ReadFields(input, message);
+    }
+}
+
 template <class M, class Input, class Receiver>
 bool ReadMessageAs(Input& input, Receiver& receiver) {
     M message;
-    if (!ReadFields(input, &message)) return false;
-    if constexpr (!CarriesChanges(M::Type))
-        if (!input.Leave() || !input.Finish()) return false;
+    bool isWhole = !CarriesChanges(M::Type);
+    if (!ReadBody(input, &message, &isWhole)) return false;
+    if (isWhole && (!input.Leave() || !input.Finish())) return false;
     receiver(std::as_const(message));
     return true;
 }

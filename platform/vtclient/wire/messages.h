@@ -26,6 +26,8 @@ struct HelloMessage {
     QString user;
     QString token;
 
+    /// If not, nobody knows what stands behind the version, and it is not looked at.
+    bool IsSpokenHere() const { return version == vtlimits::ProtocolVersion; }
     static constexpr auto Fields() {
         using namespace wire;
         constexpr TextUpTo Name{vtlimits::MaxHelloText};
@@ -79,11 +81,13 @@ struct SubscribeMessage {
 
     quint32 sub = 0;
     QString path;
+    bool look = false;  ///< without using what is there
 
     static constexpr auto Fields() {
         using namespace wire;
         return std::tuple(Field{"sub", &SubscribeMessage::sub},
-                          Field{"path", &SubscribeMessage::path, TextUpTo{vtlimits::MaxPathLength}});
+                          Field{"path", &SubscribeMessage::path, TextUpTo{vtlimits::MaxPathLength}},
+                          OptionalField{"look", &SubscribeMessage::look});
     }
 };
 

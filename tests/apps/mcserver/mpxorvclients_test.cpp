@@ -119,9 +119,11 @@ TEST_F(MpxOrvClientsTest, OnlyTheNodeItselfIsAskedFor) {
 TEST_F(MpxOrvClientsTest, NamesThatCannotBeAreRefusedAndLogged) {
     const VtPeer peer = Connect(QStringLiteral("Receiver"));
     TakeLog();
-    for (const QString& name : {QStringLiteral("a<b"), QStringLiteral(" a"), QStringLiteral("a\nb"),
-                                QStringLiteral("a,b"), QString(129, QLatin1Char('x'))})
-        Use(peer, name);
+    for (const QString& name :
+         {QStringLiteral("a<b"), QStringLiteral(" a"), QStringLiteral("a\nb"), QStringLiteral("a,b"),
+          QStringLiteral("."), QStringLiteral(".."), QString(129, QLatin1Char('x'))})
+        EXPECT_EQ(m_access->ProvideNode(peer, Dynamic(name)),
+                  QStringLiteral("this cannot be the name of an MpxORV"));
     EXPECT_EQ(Count(QStringLiteral("DynamicMpxORVs")), 0);
     EXPECT_THAT(TakeLog(),
                 Contains(QStringLiteral("Receiver on hostA (127.0.0.1:50001) may not use a(b: this cannot be "
@@ -133,6 +135,8 @@ TEST_F(MpxOrvClientsTest, AClientCanUseABoundedNumber) {
     for (int i = 0; i <= MpxOrvRegistry::MaxPerSession; ++i)
         Use(peer, QStringLiteral("Name%1").arg(i));
     EXPECT_EQ(Count(QStringLiteral("DynamicMpxORVs")), MpxOrvRegistry::MaxPerSession);
+    EXPECT_EQ(m_access->ProvideNode(peer, Dynamic(QStringLiteral("one more"))),
+              QStringLiteral("a client may use %1 MpxORVs at most").arg(MpxOrvRegistry::MaxPerSession));
 }
 
 TEST_F(MpxOrvClientsTest, MarkupInNamesOfApplicationsIsNotShownAsSuch) {

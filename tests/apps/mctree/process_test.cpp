@@ -40,6 +40,22 @@ TEST_F(ProcessFixture, WhatIsNotThereEndsWithOne) {
     EXPECT_EQ(errors, QByteArray("mctree: not found: /Nothing\n"));
 }
 
+TEST_F(ProcessFixture, OnlyHoldingAsksTheServerForWhatItWouldMake) {
+    access.onProvide = [this](const QString& path) { tree.ProvideNode(path); };
+    for (const char* command : {"ls", "get"}) {
+        EXPECT_EQ(Run({QString::fromLatin1(command), QStringLiteral("/Mine")}), 1) << command;
+        EXPECT_EQ(errors, QByteArray("mctree: not found: /Mine\n"));
+    }
+    EXPECT_EQ(Run({QStringLiteral("set"), QStringLiteral("/Mine/Frequency"), QStringLiteral("1")}), 1);
+    Start({QStringLiteral("watch"), QStringLiteral("/Mine")});
+    EXPECT_TRUE(WaitUntil([this] { return !access.started.empty() && access.started.size() == 4; }));
+    EXPECT_EQ(tree.FindItem(QStringLiteral("/Mine")), nullptr);
+    EXPECT_TRUE(access.provided.empty());
+    Kill();
+    Start({QStringLiteral("hold"), QStringLiteral("/Mine")});
+    EXPECT_TRUE(WaitUntil([this] { return tree.FindItem(QStringLiteral("/Mine")) != nullptr; }));
+}
+
 TEST_F(ProcessFixture, WhatMayNotBeReadEndsWithOne) {
     tree.ProvideNode(QStringLiteral("/Hidden"));
     EXPECT_EQ(Run(Words({"ls", "/Hidden"})), 1);

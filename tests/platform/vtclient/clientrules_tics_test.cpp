@@ -41,6 +41,22 @@ TEST_F(ClientRules, WhatIsAbsentOrDeniedIsToldToItsTicAlone) {
     }
 }
 
+TEST_F(ClientRules, ATicLooksIfItIsAddedSo) {
+    Start(VtClientOptions());
+    EXPECT_NE(m_client->AddTic(S("/L/a,/S/a"), ticoption::Look), nullptr);
+    EXPECT_NE(m_client->AddTic(S("/L/b,/S/b"), ""), nullptr);
+    EXPECT_NE(m_client->AddTic(S("/L/c,/S/c"), nullptr), nullptr);
+    EXPECT_NE(m_client->AddTic(S("/L/b,/S/b"), ticoption::Look), nullptr) << "who uses may look";
+    EXPECT_EQ(m_client->AddTic(S("/L/a,/S/a"), ""), nullptr) << "what is looked at is not used";
+    EXPECT_EQ(m_client->AddTic(S("/L/d,/S/d"), "peek"), nullptr);
+    Connect();
+    Welcome();
+    std::map<QString, bool> looks;
+    for (const vt::SubscribeMessage& subscribe : m_server->Of<vt::SubscribeMessage>())
+        looks[subscribe.path] = subscribe.look;
+    EXPECT_EQ(looks, (std::map<QString, bool>{{S("/S/a"), true}, {S("/S/b"), false}, {S("/S/c"), false}}));
+}
+
 TEST_F(ClientRules, TheTicMayBeRemovedFromWhereverItIsToldOf) {
     Establish();
     m_observer.React([this](Observable*, TChangeCode) {

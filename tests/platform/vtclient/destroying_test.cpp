@@ -68,8 +68,9 @@ class ActingAccess final : public IVtAccess {
         ++ended;
         Act("SessionEnded");
     }
-    void ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
+    QString ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
         Act(path == QLatin1String("/S") ? "ProvideNode" : "ProvideNodeToCreate");
+        return QString();
     }
     void NodeReleased(const VtPeer& /*peer*/, const QString& /*path*/) override { Act("NodeReleased"); }
     void ValueWritten(const VtPeer& /*peer*/, const QString& /*path*/) override { Act("ValueWritten"); }

@@ -36,6 +36,8 @@ const Row Rows[] = {
     {"Bye", vt::ByeMessage{vt::EBye::ClientEnds, S("so")}, "9f 03 08 62 736f ff", "83 03 08 62 736f"},
     {"Subscribe", vt::SubscribeMessage{0x7fffffff, S("/a")}, "9f 04 1a7fffffff 62 2f61 ff",
      "83 04 1a7fffffff 62 2f61"},
+    {"SubscribeToLook", vt::SubscribeMessage{1, S("/a"), true}, "9f 04 01 62 2f61 f5 ff",
+     "84 04 01 62 2f61 f5"},
     {"Unsubscribe", vt::UnsubscribeMessage{24}, "9f 05 1818 ff", "82 05 1818"},
     {"Subscribed", vt::SubscribedMessage{1, QStringList{S("/a"), S("/b")}}, "9f 06 01 82 62 2f61 62 2f62 ff",
      "83 06 01 82 62 2f61 62 2f62"},
@@ -114,13 +116,24 @@ TEST_P(MessageTest, IsRefusedWithAByteTooMany) {
     EXPECT_EQ(Decode(Bytes(GetParam().definite) + '\0').error, S("bytes left over"));
 }
 
-/// What follows is no field of the message; where changes can follow, it is no change.
+/// What is said of a null behind \a message: where a change or another field can follow it is none.
+QString ErrorOfNullBehind(const vt::Message& message) {
+    if (CarriesChanges(TypeOf(message))) return S("an unsigned integer was expected");
+    const auto* const subscribe = std::get_if<vt::SubscribeMessage>(&message);
+    if (subscribe != nullptr && !subscribe->look) return S("a boolean was expected");
+    return S("more elements than expected");
+}
+
 TEST_P(MessageTest, IsRefusedWithAFieldTooMany) {
     QByteArray bytes = Bytes(GetParam().hex);
     bytes.insert(bytes.size() - 1, Bytes("f6"));
-    EXPECT_EQ(Decode(bytes).error, CarriesChanges(TypeOf(GetParam().message))
-                                       ? S("an unsigned integer was expected")
-                                       : S("more elements than expected"));
+    EXPECT_EQ(Decode(bytes).error, ErrorOfNullBehind(GetParam().message));
+}
+
+TEST(MessageTextTest, ALookMayBeDenied) {
+    const DecodedMessage decoded = Decode(Bytes("84 04 01 62 2f61 f4"));
+    EXPECT_EQ(decoded.error, QString());
+    EXPECT_FALSE(std::get<vt::SubscribeMessage>(decoded.message).look);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, MessageTest, testing::ValuesIn(Rows),

@@ -37,6 +37,12 @@ inline vt::SubscribeMessage Subscribe(quint32 sub, const char* path) {
     return subscribe;
 }
 
+inline vt::SubscribeMessage Look(quint32 sub, const char* path) {
+    vt::SubscribeMessage look = Subscribe(sub, path);
+    look.look = true;
+    return look;
+}
+
 inline vt::WriteMessage Write(quint32 req, quint32 sub, quint32 id, const vt::Content& content) {
     vt::WriteMessage write;
     write.req = req;

@@ -157,6 +157,59 @@ TEST_F(ServerRules, CreationsAreCheckedAndAnswered) {
     EXPECT_EQ(Item("/elsewhere"), nullptr);
 }
 
+TEST_F(ServerRules, ACreationThatCannotBeHearsTheReasonOfWhoWouldMakeIt) {
+    m_access.unprovidable.insert(S("/S/no"));
+    m_access.uncreatable.insert(S("/S/no"));
+    RawPeer& peer = Subscribed("/");
+    peer.Send(Create(1, 1, "/S/no"));
+    Run();
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].result, EResult::Denied);
+    EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].reason, S("nothing comes here"));
+}
+
+/// What is there or is made there, what is asked for, and what becomes of it.
+struct OtherKind {
+    const char* name;
+    const char* path;
+    vt::EItemKind asked;
+    const char* reason;
+};
+
+class OtherKinds : public ServerRules, public testing::WithParamInterface<OtherKind> {};
+
+TEST_P(OtherKinds, AreNotTakenForWhatWasAskedFor) {
+    Add<Text>("/S", "text");
+    m_tree.ProvideNode(S("/S/node"));
+    m_access.onProvide = [this](const QString& path) {
+        if (path == S("/S/made")) m_tree.ProvideNode(path);
+    };
+    RawPeer& peer = Subscribed();
+    vt::CreateMessage create = Create(1, 1, GetParam().path);
+    create.item.kind = GetParam().asked;
+    if (create.item.kind == vt::EItemKind::Text) create.item.content = S("new");
+    if (create.item.kind == vt::EItemKind::Bool) create.item.content = true;
+    peer.Send(create);
+    Run();
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 1);
+    const vt::AnswerMessage answer = peer.Of<vt::AnswerMessage>()[0];
+    EXPECT_EQ(answer.reason, S(GetParam().reason));
+    EXPECT_EQ(answer.result, answer.reason.isEmpty() ? EResult::Done : EResult::Denied);
+    EXPECT_EQ(Item("/S/text") != nullptr && !Item("/S/text")->IsNode(), true);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, OtherKinds,
+    testing::Values(
+        OtherKind{"TheSame", "/S/text", vt::EItemKind::Text, ""},
+        OtherKind{"TheSameNode", "/S/node", vt::EItemKind::Node, ""},
+        OtherKind{"AnotherValue", "/S/text", vt::EItemKind::Bool, "what is there is of type text"},
+        OtherKind{"ANodeForAValue", "/S/text", vt::EItemKind::Node, "what is there is of type text"},
+        OtherKind{"AValueForANode", "/S/node", vt::EItemKind::Text, "what is there is a node"},
+        OtherKind{"MadeByTheServer", "/S/made", vt::EItemKind::Node, ""},
+        OtherKind{"AValueWhereTheServerMakesANode", "/S/made", vt::EItemKind::Text, ""}),
+    [](const auto& row) { return std::string(row.param.name); });
+
 TEST_F(ServerRules, ACreationIsAnsweredAfterTheItemWasTold) {
     RawPeer& peer = Subscribed("/");
     peer.Send(Create(1, 1, "/S"));

@@ -26,6 +26,16 @@ TEST_F(ServerRules, AnotherVersionIsRefused) {
     EXPECT_EQ(m_access.started.size(), 0U);
 }
 
+TEST_F(ServerRules, WhateverAHelloOfAnotherVersionSaysItHearsWhichOneIsSpoken) {
+    // [1, 2, {}, 1.5], as a map and a float never stand there in this version; and one cut off.
+    for (const char* bytes : {"\x84\x01\x02\xa0\xf9\x3e\x00", "\x9f\x01\x02\x62"}) {
+        RawPeer& peer = Connect();
+        peer.SendBytes(QByteArray(bytes, bytes[0] == '\x84' ? 7 : 4));
+        Run();
+        ExpectBye(peer, EBye::Version, "this server speaks version 1 of the protocol, not 2");
+    }
+}
+
 TEST_F(ServerRules, WhoIsNotAdmittedHearsWhy) {
     m_access.refusal = S("the token is wrong");
     RawPeer& peer = Connect();

@@ -68,6 +68,44 @@ TEST_F(ServerRules, AnAbsentItemIsSubscribedWhenItAppears) {
     EXPECT_EQ(std::get<QString>(peer.changes[0].item.content), S("here"));
 }
 
+TEST_F(ServerRules, WhereNothingWillComeIsAbsentWithAReasonAndOver) {
+    m_access.unprovidable.insert(S("/S"));
+    RawPeer& peer = Admitted();
+    peer.Send(Subscribe(1, "/S/bad"));
+    Run();
+    ASSERT_EQ(peer.Count<vt::AbsentMessage>(), 1);
+    EXPECT_EQ(peer.Of<vt::AbsentMessage>()[0].reason, S("nothing comes here"));
+    Add<Text>("/S", "bad");
+    peer.Send(vt::UnsubscribeMessage{1});
+    Run();
+    EXPECT_EQ(peer.Count<vt::SubscribedMessage>(), 0);
+    EXPECT_TRUE(m_access.released.empty());
+    peer.Send(Subscribe(2, "/S/bad"));
+    Run();
+    EXPECT_EQ(peer.Count<vt::SubscribedMessage>(), 1) << "what is there can be seen all the same";
+}
+
+TEST_F(ServerRules, ALookMakesNothingAndIsToldOnceSomebodyElseMakesIt) {
+    m_access.onProvide = [this](const QString& path) {
+        if (Item("/S/used") == nullptr && path == S("/S/used")) Add<Text>("/S", "used");
+    };
+    m_access.unprovidable.insert(S("/S/bad"));
+    RawPeer& looker = Admitted();
+    looker.Send(Look(1, "/S/used"));
+    looker.Send(Look(2, "/S/bad"));
+    Run();
+    ASSERT_EQ(looker.Count<vt::AbsentMessage>(), 2);
+    for (const vt::AbsentMessage& absent : looker.Of<vt::AbsentMessage>())
+        EXPECT_EQ(absent.reason, QString());
+    EXPECT_TRUE(m_access.provided.empty());
+    Subscribed("/S/used");
+    EXPECT_EQ(looker.Count<vt::SubscribedMessage>(), 1);
+    EXPECT_EQ(looker.Count<vt::EndMessage>(), 1);
+    looker.Send(vt::UnsubscribeMessage{1});
+    Run();
+    EXPECT_TRUE(m_access.released.empty()) << "it let go of nothing";
+}
+
 TEST_F(ServerRules, AServerMayMakeWhatIsSubscribed) {
     m_access.onProvide = [this](const QString&) { Add<Text>("/S", "made"); };
     RawPeer& peer = Admitted();

@@ -40,9 +40,10 @@ class TestAccess final : public IVtAccess {
         ended.push_back(peer);
         if (onEnded) onEnded(peer);
     }
-    void ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
+    QString ProvideNode(const VtPeer& /*peer*/, const QString& path) override {
         provided.push_back(path);
         if (onProvide) onProvide(path);
+        return Holds(unprovidable, path) ? provideRefusal : QString();
     }
     void NodeReleased(const VtPeer& /*peer*/, const QString& path) override { released.push_back(path); }
     void ValueWritten(const VtPeer& /*peer*/, const QString& path) override { written.push_back(path); }
@@ -54,10 +55,11 @@ class TestAccess final : public IVtAccess {
     QString refusal;      ///< with which nobody comes in
 
     // What is forbidden: these, and all below.
-    std::set<QString> unreadable, unwritable, uncreatable;
+    std::set<QString> unreadable, unwritable, uncreatable, unprovidable;
     QString creatable = QStringLiteral("/");  ///< with which a path begins that may be created
     QString writeRefusal = QStringLiteral("not for you");
     QString createRefusal = QStringLiteral("nothing is created here");
+    QString provideRefusal = QStringLiteral("nothing comes here");
     QStringList prefixes{QStringLiteral("/")};
 
     // What happened.
