@@ -254,6 +254,13 @@ Outcome Parse(const QStringList& words, const Surroundings& surroundings, Argume
 
 }  // namespace
 
+QStringList CommandNames() {
+    QStringList names;
+    for (const CommandWord& word : Commands)
+        names += QLatin1String(word.name);
+    return names;
+}
+
 Session::ERetry Arguments::Retry() const {
     if (!isRetrying) return Session::ERetry::Never;
     const bool isLasting = command == ECommand::Watch || command == ECommand::Hold || condition;

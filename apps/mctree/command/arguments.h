@@ -54,4 +54,7 @@ struct Surroundings {
 /// use.
 Outcome ParseArguments(const QStringList& words, const Surroundings& surroundings, Arguments* arguments);
 
+/// The words of all commands.
+QStringList CommandNames();
+
 }  // namespace mctree

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/apps/mctree/processfixture.h>
 
+#include <QtCore/QTemporaryFile>
+
 namespace {
 
 QStringList Words(std::initializer_list<const char*> words) {
@@ -76,7 +78,7 @@ TEST_F(ProcessFixture, WrongUsageEndsWithTwo) {
 
 TEST_F(ProcessFixture, WithoutAServerItEndsWithThree) {
     server.Close(QStringLiteral("over"));
-    EXPECT_EQ(Run(Words({"info", "--timeout", "200"})), 3);
+    EXPECT_EQ(Run(Words({"info", "--timeout", "60000"})), 3);
     EXPECT_EQ(QString::fromUtf8(errors),
               QStringLiteral("mctree: no connection to 127.0.0.1:%1: Connection refused\n").arg(port));
 }
@@ -87,6 +89,23 @@ TEST_F(ProcessFixture, TheTokenMayComeFromTheEnvironment) {
     EXPECT_TRUE(errors.contains("the token of '' is wrong")) << errors.constData();
     environment.insert(QStringLiteral("MCS_TOKEN"), access.wantedToken);
     EXPECT_EQ(Run(Words({"ls"})), 0);
+}
+
+TEST_F(ProcessFixture, TheTokenMayStandInAFile) {
+    access.wantedToken = QStringLiteral("s\u00e9cret");
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(
+        "s\xc3\xa9"
+        "cret\n");
+    file.close();
+    EXPECT_EQ(Run({QStringLiteral("ls"), QStringLiteral("--token-file"), file.fileName()}), 0);
+    EXPECT_EQ(errors, QByteArray());
+}
+
+TEST_F(ProcessFixture, AServerThatSpeaksOtherwiseIsToldAtOnce) {
+    EXPECT_EQ(Run(Words({"info", "--tls", "--timeout", "60000"})), 3);
+    EXPECT_TRUE(errors.contains("does the server speak TLS?")) << errors.constData();
 }
 
 TEST_F(ProcessFixture, TextsAreUtf8InEveryLocale) {
