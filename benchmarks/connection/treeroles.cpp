@@ -107,7 +107,20 @@ void TreeClient::Update(Observable* source, TChangeCode code) {
     }
     if (m_established < static_cast<int>(m_clients.size())) return;
     m_seconds = m_watch.Seconds();
+    if (GetSettings().Int(QStringLiteral("forget")) != 0) EditAndDeleteAll();
     QTimer::singleShot(SettleTime, this, &TreeClient::TellResultNow);
+}
+
+void TreeClient::EditAndDeleteAll() {
+    const auto pathOf = [](int value) {
+        return QStringLiteral("/Mirror0/Node%1/Value%2")
+            .arg(value / ValuesPerNode)
+            .arg(value % ValuesPerNode);
+    };
+    for (int i = 0; i < m_values; ++i)
+        values::FindValue<Number>(pathOf(i), nullptr, nullptr)->SetValue(1.0 + i);
+    for (int i = 0; i < m_values; ++i)
+        m_tree.Delete(m_tree.FindItem(pathOf(i)));
 }
 
 void TreeClient::TellResultNow() const {

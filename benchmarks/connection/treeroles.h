@@ -33,7 +33,8 @@ class TreeServer final : public Role, private IObserver {
 };
 
 /// Mirrors that tree, once or several times; tells how long that took, its longest turn, and what a mirrored
-/// value takes more of the heap than one of its own.
+/// value takes more of the heap than one of its own. With "forget", edits every value and deletes it, before
+/// any edit can be sent.
 class TreeClient final : public Role, private IObserver {
   public:
     explicit TreeClient(const Settings& settings);
@@ -43,6 +44,7 @@ class TreeClient final : public Role, private IObserver {
     void Update(Observable* source, TChangeCode code) override;
     void Connect();
     void TellResultNow() const;
+    void EditAndDeleteAll();
 
     values::Tree m_tree;
     std::vector<IVtClient*> m_clients;  // of the center

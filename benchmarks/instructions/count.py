@@ -76,6 +76,10 @@ def snapshot(values):
     return [Part("tree-server", {"values": values}), Part("tree-client", {"values": values})]
 
 
+def forget(values):
+    return [Part("tree-server", {"values": values}), Part("tree-client", {"values": values, "forget": 1})]
+
+
 MANY = 128  # clients
 
 FIGURES = [
@@ -89,6 +93,8 @@ FIGURES = [
            3300, runs=3),
     Figure("snapshot per value, server", snapshot, SERVER, (20_000, 60_000), 1, 9000),
     Figure("snapshot per value, client", snapshot, CLIENT, (20_000, 60_000), 1, 4500),
+    # Each length has as many other edits that wait: what looks at all of them costs more with the longer one.
+    Figure("the same, each edited and deleted", forget, CLIENT, (5_000, 15_000), 1, 16_000),
 ]
 
 

@@ -47,10 +47,10 @@ bool ContentChanges::ApplyChoices(MirrorRecord& record, const TreeChange& change
     const bool hadCurrent = selection.GetCurrentIndex() != values::ValueSelection::NoIndex;
     const RecordGuard guard(record);
     Operations(record.kind)->describe(selection, change.item, &record);
-    if (!guard.IsAlive() || record.requests != 0) return true;
+    if (!guard.IsAlive() || record.HasRequests()) return true;
     // What was selected here and is not sent yet is newer, if it is still there.
     const bool isLost = hadCurrent && selection.GetCurrentIndex() == values::ValueSelection::NoIndex;
-    if (record.queued == 0 || isLost) record.ShowServerContent();
+    if (!record.IsQueued() || isLost) record.ShowServerContent();
     return true;
 }
 

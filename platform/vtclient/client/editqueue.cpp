@@ -48,7 +48,7 @@ EditQueue::EditQueue(TreeMirror& mirror, MirrorRecords& records, MirrorItems& it
 
 void EditQueue::OnEdited(MirrorRecord& record) {
     if (record.state == ERecord::Offered || record.state == ERecord::Refused) {
-        record.isEdited = record.isEdited || (m_mirror.IsConnected() && record.queued == 0);
+        record.isEdited = record.isEdited || (m_mirror.IsConnected() && !record.IsQueued());
         return;
     }
     if (!m_mirror.IsConnected())
@@ -64,13 +64,15 @@ void EditQueue::OnEdited(MirrorRecord& record) {
 
 void EditQueue::Queue(MirrorRecord& record) {
     if (!m_mirror.IsConnected()) return;  // what is made meanwhile is offered after the next snapshot
-    if (record.requests != 0) record.isEdited = true;
+    if (record.HasRequests()) record.isEdited = true;
     if (!record.IsUnderWay()) Push({&record, false, Content()});
 }
 
 void EditQueue::Push(Edit edit) {
     const bool wasIdle = m_edits.empty();
-    ++edit.record->queued;
+    if (wasIdle) m_firstEdit = 1;
+    edit.earlier = edit.record->lastQueued;
+    edit.record->lastQueued = m_firstEdit + static_cast<quint32>(m_edits.size());
     m_edits.push_back(std::move(edit));
     if (wasIdle && m_mirror.IsEstablished()) m_host.OnEdits(m_mirror);
 }
@@ -78,8 +80,14 @@ void EditQueue::Push(Edit edit) {
 EditQueue::Edit EditQueue::PopEdit() {
     Edit edit = std::move(m_edits.front());
     m_edits.pop_front();
-    if (edit.record != nullptr) --edit.record->queued;
+    const quint32 number = m_firstEdit++;
+    if (edit.record != nullptr && edit.record->lastQueued == number) edit.record->lastQueued = 0;
     return edit;
+}
+
+void EditQueue::AddRequest(Request request) {
+    request.earlier = std::exchange(request.record->lastRequest, request.number);
+    m_requests.push_back(std::move(request));
 }
 
 // Answers come in the order of the requests, but for a peculiar server.
@@ -89,12 +97,24 @@ std::deque<EditQueue::Request>::iterator EditQueue::FindRequest(quint32 number) 
     return std::lower_bound(m_requests.begin(), m_requests.end(), number, isBefore);
 }
 
+quint32 EditQueue::LastUnanswered(quint32 number) {
+    while (number != 0) {
+        const auto request = FindRequest(number);
+        if (request == m_requests.end() || request->number != number)
+            return 0;  // was the first, and answered
+        if (!request->isAnswered) break;
+        number = request->earlier;
+    }
+    return number;
+}
+
 EditQueue::Request EditQueue::TakeRequest(std::deque<Request>::iterator request) {
     Request taken = std::move(*request);
     request->isAnswered = true;
     while (!m_requests.empty() && m_requests.front().isAnswered)
         m_requests.pop_front();
-    if (taken.record != nullptr) --taken.record->requests;
+    if (taken.record != nullptr && taken.record->lastRequest == taken.number)
+        taken.record->lastRequest = LastUnanswered(taken.earlier);
     return taken;
 }
 
@@ -120,8 +140,7 @@ void EditQueue::SendWrite(const Edit& edit) {
     record.isEdited = false;
     const quint32 request = m_host.SendWrite(m_mirror, &write);
     if (request == 0) return TakeBack(record, QStringLiteral("the content is too large to be sent"));
-    ++record.requests;
-    m_requests.push_back({request, &record, false, std::move(write.content)});
+    AddRequest({request, &record, false, std::move(write.content)});
 }
 
 // Of a node that the server has, too: it hears again who wants it.
@@ -129,15 +148,14 @@ void EditQueue::SendCreation(MirrorRecord& record) {
     const bool isBelowRefused = record.parent != nullptr && record.parent->state == ERecord::Refused;
     if (record.state == ERecord::Offered && isBelowRefused) m_records.Refuse(record);
     if (record.state == ERecord::Refused) return DestroyAwaited(record);
-    if (record.requests != 0) return;
+    if (record.HasRequests()) return;
     CreateMessage create;
     create.path = m_records.PathOf(record);
     create.item.kind = record.kind;
     record.isEdited = false;
     const quint32 request = m_host.SendCreation(m_mirror, &create, *record.item);
     if (request == 0) return RefuseCreation(record, QStringLiteral("it is too large to be sent"));
-    ++record.requests;
-    m_requests.push_back({request, &record, true, Content()});
+    AddRequest({request, &record, true, Content()});
 }
 
 // Answers --------------------------------------------------------------------------------------------------
@@ -157,7 +175,7 @@ void EditQueue::OnWriteAnswer(MirrorRecord& record, const Request& request, cons
     const bool isRefused = answer.result == EResult::Denied || answer.result == EResult::Gone;
     // Of occurrences the server's echo says how they stand, and others may have come since.
     if (record.isOccurring && !isRefused) return;
-    const bool isEditedAgain = std::exchange(record.isEdited, false) || record.requests != 0;
+    const bool isEditedAgain = std::exchange(record.isEdited, false) || record.HasRequests();
     if (answer.result == EResult::Done) record.server = ContentWritten(record, request.content);
     if (answer.result == EResult::Clamped) Operations(record.kind)->take(answer.content, &record.server);
     if (isEditedAgain) {
@@ -178,10 +196,10 @@ void EditQueue::OnCreationAnswer(MirrorRecord& record, const AnswerMessage& answ
     }
     // It has come meanwhile, and what was said of its content waited for this answer.
     if (record.IsNode()) return DestroyAwaited(record);
-    if (record.requests != 0) return;
+    if (record.HasRequests()) return;
     if (std::exchange(record.isEdited, false))
         Queue(record);
-    else if (record.queued == 0)
+    else if (!record.IsQueued())
         record.ShowServerContent();
 }
 
@@ -233,12 +251,17 @@ void EditQueue::Clear() {
 }
 
 void EditQueue::Forget(const MirrorRecord& record) {
-    if (record.queued != 0)
-        for (Edit& edit : m_edits)
-            if (edit.record == &record) edit.record = nullptr;
-    if (record.requests != 0)
-        for (Request& request : m_requests)
-            if (request.record == &record) request.record = nullptr;
+    for (quint32 number = record.lastQueued; number >= m_firstEdit;) {
+        Edit& edit = m_edits[number - m_firstEdit];
+        edit.record = nullptr;
+        number = edit.earlier;
+    }
+    for (quint32 number = record.lastRequest; number != 0;) {
+        const auto request = FindRequest(number);
+        if (request == m_requests.end() || request->number != number) break;
+        request->record = nullptr;
+        number = request->earlier;
+    }
 }
 
 }  // namespace vt

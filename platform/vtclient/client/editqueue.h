@@ -38,11 +38,15 @@ class EditQueue {
     void Forget(const MirrorRecord& record);
 
   private:
+    // A record knows the last of each that is about it, and each knows the one before: whoever forgets a
+    // record finds what is about it without a look at what is about others.
+
     /// Something to be sent. A content only of occurrences.
     struct Edit {
         MirrorRecord* record;  ///< null: the item has gone meanwhile
         bool isOccurrence;
         Content content;
+        quint32 earlier = 0;  ///< the one about the same record that was queued before; 0: none was
     };
     struct Request {
         quint32 number;
@@ -50,12 +54,16 @@ class EditQueue {
         bool isCreation;
         Content content;  ///< of a write, as asked for
         bool isAnswered = false;
+        quint32 earlier = 0;
     };
 
     void Push(Edit edit);
     Edit PopEdit();
+    void AddRequest(Request request);
     /// The first one that is not before \a number.
     std::deque<Request>::iterator FindRequest(quint32 number);
+    /// \a number, or the last one before it about the same record, that has no answer; 0: none.
+    quint32 LastUnanswered(quint32 number);
     Request TakeRequest(std::deque<Request>::iterator request);
     void SendWrite(const Edit& edit);
     void SendCreation(MirrorRecord& record);
@@ -69,7 +77,8 @@ class EditQueue {
     MirrorRecords& m_records;
     MirrorItems& m_items;
     TreeMirror::IHost& m_host;
-    std::deque<Edit> m_edits;
+    std::deque<Edit> m_edits;  ///< numbered from m_firstEdit
+    quint32 m_firstEdit = 1;
     std::deque<Request> m_requests;  ///< by number; the first one is not answered
 };
 

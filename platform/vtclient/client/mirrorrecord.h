@@ -26,7 +26,9 @@ class MirrorRecord final : public IObserver {
     bool IsUsed() const { return state != ERecord::Unused; }
     bool IsNode() const { return kind == EItemKind::Node; }
     bool IsAtServer() const { return state == ERecord::Known || state == ERecord::Own; }
-    bool IsUnderWay() const { return requests != 0 || queued != 0; }
+    bool IsUnderWay() const { return HasRequests() || IsQueued(); }
+    bool IsQueued() const { return lastQueued != 0; }
+    bool HasRequests() const { return lastRequest != 0; }
     values::Node& Node() const { return static_cast<values::Node&>(*item); }
     values::ValueBase& Value() const { return static_cast<values::ValueBase&>(*item); }
     /// Shows the server's content. Whoever is told may end this record, and with it the content.
@@ -43,8 +45,8 @@ class MirrorRecord final : public IObserver {
     quint32 id = 0;                         ///< the server's number, once it has had one
     quint32 generation = 0;                 ///< of the snapshot that last held it
     quint32 series = 0;                     ///< in which it was made, aside; 0: in place
-    quint32 queued = 0;                     ///< how many edits wait to be sent
-    quint32 requests = 0;                   ///< how many writes and creations are under way
+    quint32 lastQueued = 0;                 ///< the last edit that waits to be sent; 0: none does
+    quint32 lastRequest = 0;  ///< the last write or creation without an answer; 0: there is none
     EItemKind kind = EItemKind::Node;
     ERecord state = ERecord::Unused;
     bool isEdited = false;     ///< was edited after its creation, or its last write, was sent

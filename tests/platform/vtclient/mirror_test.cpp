@@ -9,6 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
 namespace {
 
 using values::Value;
@@ -68,9 +76,10 @@ class Mirror : public testing::Test, private vt::TreeMirror::IHost {
         change.item = item;
         Apply(change);
     }
-    void Answer(vt::EResult result) {
+    void Answer(vt::EResult result) { Answer(m_writes.size(), result); }
+    void Answer(std::size_t request, vt::EResult result) {
         vt::AnswerMessage answer;
-        answer.req = static_cast<quint32>(m_writes.size());
+        answer.req = static_cast<quint32>(request);
         answer.result = result;
         m_mirror.OnAnswer(answer);
     }
@@ -188,6 +197,136 @@ TEST_F(MirroredSelection, GivesUpWhatWasSelectedHereIfThatItemGoesBeforeItIsSent
     EXPECT_EQ(m_selection->GetCurrentKey(), 10);
     m_mirror.SendEdits();
     EXPECT_EQ(m_writes, std::vector<vt::Content>());
+}
+
+/// Notes, each change of which counts, and numbers, edited and deleted while others wait to be sent or for an
+/// answer.
+class MirrorWithManyEdits : public Mirror {
+  protected:
+    static constexpr std::size_t Pairs = 8;
+
+    struct Pair {
+        quint32 id = 0;  ///< of the note; the number's is the next
+        Text* note = nullptr;
+        ValueNumeric<int>* number = nullptr;
+    };
+
+    MirrorWithManyEdits() {
+        Start();
+        Add(0, "S", vt::ItemDescription());
+        Finish();
+        for (Pair& pair : m_pairs)
+            Renew(pair);
+    }
+    /// In place of both that were there.
+    void Renew(Pair& pair) {
+        m_waiting.erase(std::remove_if(m_waiting.begin(), m_waiting.end(),
+                                       [&](const auto& edit) { return edit.first == pair.id; }),
+                        m_waiting.end());
+        m_tree.Delete(pair.note);
+        m_tree.Delete(pair.number);
+        pair.id = m_nextId;
+        m_nextId += 2;
+        const std::string note = "note" + std::to_string(pair.id);
+        const std::string number = "number" + std::to_string(pair.id);
+        Add(pair.id, note.c_str(), Note(""));
+        Add(pair.id + 1, number.c_str(), Number(0, 0, 1000000));
+        QString error;
+        EXPECT_TRUE(m_mirror.EndPart(false, &error)) << error.toStdString();
+        pair.note = Find<Text>(("/L/" + note).c_str());
+        pair.number = Find<ValueNumeric<int>>(("/L/" + number).c_str());
+    }
+    void Edit(Pair& pair) {
+        const QString text = QString::number(++m_edits);
+        pair.note->SetValue(text);
+        m_waiting.emplace_back(pair.id, text);
+        pair.number->SetValue(m_edits);
+    }
+    void Send() {
+        for (const auto& edit : m_waiting)
+            m_expected.push_back(edit.second);
+        m_waiting.clear();
+        m_mirror.SendEdits();
+    }
+    /// Answers some request that has no answer; \a isInOrder: the first.
+    void AnswerOne(bool isInOrder) {
+        m_isAnswered.resize(m_writes.size());
+        std::vector<std::size_t> open;
+        for (std::size_t i = 0; i < m_isAnswered.size(); ++i)
+            if (!m_isAnswered[i]) open.push_back(i);
+        if (open.empty()) return;
+        const std::size_t chosen = open[isInOrder ? 0 : m_random() % open.size()];
+        m_isAnswered[chosen] = true;
+        Answer(chosen + 1, vt::EResult::Done);
+    }
+    std::vector<QString> NotesWritten() const {
+        std::vector<QString> notes;
+        for (const vt::Content& write : m_writes)
+            if (const auto* const note = std::get_if<QString>(&write)) notes.push_back(*note);
+        return notes;
+    }
+
+    std::mt19937 m_random{4};
+    std::array<Pair, Pairs> m_pairs;
+    std::vector<std::pair<quint32, QString>> m_waiting;
+    std::vector<QString> m_expected;
+    std::vector<bool> m_isAnswered;
+    int m_edits = 0;
+    quint32 m_nextId = 1;
+};
+
+TEST_F(MirrorWithManyEdits, EveryEditOfWhatIsStillThereIsSentOnceInOrder) {
+    for (int step = 0; step < 5000; ++step) {
+        Pair& pair = m_pairs[m_random() % Pairs];
+        const unsigned what = m_random() % 100;
+        if (what < 50)
+            Edit(pair);
+        else if (what < 65)
+            Renew(pair);
+        else if (what < 75)
+            Send();
+        else
+            AnswerOne(what < 90);
+    }
+    Send();
+    EXPECT_EQ(NotesWritten(), m_expected);
+    // When all is answered, whatever the server says is shown again.
+    while (std::count(m_isAnswered.begin(), m_isAnswered.end(), true) < static_cast<long>(m_writes.size())) {
+        AnswerOne(false);
+        m_mirror.SendEdits();
+    }
+    for (const Pair& pair : m_pairs) {
+        Change(pair.id + 1, qint64{7});
+        EXPECT_EQ(pair.number->GetValue(), 7);
+    }
+}
+
+TEST_F(MirrorWithManyEdits, WhatWasEditedAndDeletedIsNotTakenBack) {
+    for (Pair& pair : m_pairs)
+        Edit(pair);
+    Send();
+    for (Pair& pair : m_pairs)
+        Edit(pair);
+    for (std::size_t i = 0; i < Pairs; i += 2)
+        Renew(m_pairs[i]);
+    m_traces.Clear();
+    m_mirror.Lose();
+    // Of each that is left, its note and its number, once.
+    EXPECT_EQ(m_traces.Messages().size(), Pairs);
+    for (std::size_t i = 1; i < Pairs; i += 2)
+        EXPECT_EQ(m_pairs[i].number->GetValue(), 0);
+}
+
+TEST_F(MirrorWithManyEdits, ARequestIsNotForgottenBecauseALaterOneWasAnsweredFirst) {
+    Pair& pair = m_pairs.front();
+    pair.note->SetValue(S("first"));
+    pair.note->SetValue(S("second"));
+    m_mirror.SendEdits();
+    Answer(2, vt::EResult::Done);
+    Renew(pair);
+    m_traces.Clear();
+    Answer(1, vt::EResult::Denied);  // nobody is left who could be told
+    EXPECT_EQ(m_traces.Messages().size(), 0U);
 }
 
 }  // namespace
