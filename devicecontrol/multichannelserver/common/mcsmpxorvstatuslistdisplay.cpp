@@ -22,10 +22,11 @@ MCSMpxORVStatusListDisplay::MCSMpxORVStatusListDisplay(QWidget* parent, Qt::Wind
     m_view->setMinimumSize(200, 80);
     m_view->setTabKeyNavigation(false);  // or the keyboard would not get out again
     m_view->setItemDelegate(new PlainTextDelegate(m_view));
-    m_view->setVerticalHeader(new RowNumberHeader(m_view));  // fixed: rows-without-numbers
     layout->addWidget(m_view);
 
     m_model = new MCSMpxORVStatusListModel(this);
+    const auto willMoreGo = [this] { return m_model->WillMoreGo(); };
+    m_view->setVerticalHeader(new RowNumberHeader(willMoreGo, m_view));  // fixed: rows-without-numbers
     m_view->setModel(m_model);
 }
 

@@ -47,6 +47,10 @@ MCSMpxORVStatusListModel::~MCSMpxORVStatusListModel() {
     m_implementation->RemoveAll();
 }
 
+bool MCSMpxORVStatusListModel::WillMoreGo() const {
+    return m_implementation->WillMoreGo();
+}
+
 bool MCSMpxORVStatusListModel::addMpxORVs_ValuePath(const QString& path) {
     return m_implementation->AddPath(path);
 }

@@ -35,6 +35,10 @@ class MCS_COMMON_EXPORT MCSMpxORVStatusListModel : public QAbstractTableModel { 
 
   private:
     class Implementation;
+    friend class MCSMpxORVStatusListDisplay;
+
+    /// While views are told of rows that went: whether they are told of more at once.
+    bool WillMoreGo() const;
 
     std::unique_ptr<Implementation> m_implementation;
 };

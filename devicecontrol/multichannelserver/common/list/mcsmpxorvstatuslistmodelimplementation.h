@@ -45,6 +45,7 @@ class MCSMpxORVStatusListModel::Implementation final : public IObserver {
     /// Of the row's node; empty where no row is, and for one that is about to go.
     QString GetPath(int row) const;
     const MCSMpxORVStatusIcons& GetIcons();
+    bool WillMoreGo() const { return !m_gone.empty(); }
 
     void Update(Observable* source, TChangeCode code) override;
 

@@ -56,6 +56,83 @@ TEST_F(StatusListDisplayTest, ItsModelIsItsChild) {
     EXPECT_EQ(View().model()->parent(), &m_display);
 }
 
+/// Rows of two parents, one after the other, in a display; what its header does of rows that go is counted.
+class StatusListThatEmpties : public StatusListDisplayTest {
+  protected:
+    static constexpr int Count = 100;  // of each parent
+
+    StatusListThatEmpties() {
+        for (const QString& parent : {s_path, Other()}) {
+            m_tree.ProvideNode(parent);
+            m_display.AddMpxORVs_ValuePath(parent);
+            for (int i = 0; i < Count; ++i)
+                m_tree.ProvideNode(parent + QStringLiteral("/N%1").arg(i));
+        }
+        m_display.show();
+        RunTurns(3);
+        QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_display,
+                         [this](const QModelIndex&, int first, int last) {
+                             ++m_told;
+                             if (first != last) ++m_toldTogether;
+                         });
+        QObject::connect(&Header(), &QHeaderView::sectionCountChanged, &m_display,
+                         [this](int, int) { ++m_headerChanges; });
+    }
+    static QString Other() { return QStringLiteral("/Others"); }
+    QHeaderView& Header() const { return *View().verticalHeader(); }
+
+    int m_told = 0;
+    int m_toldTogether = 0;
+    int m_headerChanges = 0;
+};
+
+TEST_F(StatusListThatEmpties, TellsOfEachRowAndIsCountedAnewOnce) {
+    m_tree.Delete(m_tree.FindItem(s_path));
+    EXPECT_EQ(m_told, Count);
+    EXPECT_EQ(m_toldTogether, 0);
+    EXPECT_EQ(m_headerChanges, 1) << "the header looks at all rows each time";
+    EXPECT_EQ(CountRows(), Count);
+    EXPECT_EQ(Header().count(), Count);
+    m_tree.Delete(m_tree.FindItem(Other()));
+    EXPECT_EQ(m_headerChanges, 2);
+    EXPECT_EQ(Header().count(), 0);
+}
+
+TEST_F(StatusListThatEmpties, LeavesTheHeightsOfTheOtherRows) {
+    View().setRowHeight(Count + 5, 77);
+    View().hideRow(Count + 7);
+    m_tree.Delete(m_tree.FindItem(s_path));
+    EXPECT_EQ(View().rowHeight(5), 77);
+    EXPECT_TRUE(View().isRowHidden(7));
+    EXPECT_EQ(Header().hiddenSectionCount(), 1);
+    m_tree.Delete(m_tree.FindItem(Other() + QStringLiteral("/N0")));
+    EXPECT_EQ(View().rowHeight(4), 77);
+    EXPECT_EQ(Header().count(), Count - 1);
+}
+
+TEST_F(StatusListThatEmpties, IsTrueToWhoeverHandlesEventsMeanwhile) {
+    const auto look = [this] {
+        if (m_told != 10) return;
+        RunTurns(2);
+        EXPECT_EQ(Header().count(), 2 * Count - 10);
+    };
+    QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_display, look);
+    m_tree.Delete(m_tree.FindItem(s_path));
+    EXPECT_EQ(m_told, Count);
+    EXPECT_EQ(m_headerChanges, 2);
+    EXPECT_EQ(Header().count(), Count);
+}
+
+TEST_F(StatusListThatEmpties, MayBeEmptiedByWhoeverIsTold) {
+    const auto empty = [this] {
+        if (m_told == 10) m_display.RemoveAllMpxORVs_ValuePaths();
+    };
+    QObject::connect(View().model(), &QAbstractItemModel::rowsAboutToBeRemoved, &m_display, empty);
+    m_tree.Delete(m_tree.FindItem(s_path));
+    EXPECT_EQ(CountRows(), 0);
+    EXPECT_EQ(Header().count(), 0);
+}
+
 TEST_F(StatusListDisplayTest, MayBeAWindowOfAParent) {
     QWidget parent;
     const MCSMpxORVStatusListDisplay window(&parent, Qt::Window);
