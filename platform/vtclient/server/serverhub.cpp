@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::chrono::milliseconds CheckSessionsEvery(250);
 
+/// Of a number that a client may keep as a double.
+constexpr unsigned UnusedBits = 64 - 53;
+
 template <class List, class T>
 void Remove(List& list, const T& element) {
     list.erase(std::remove(list.begin(), list.end(), element), list.end());
@@ -29,7 +32,7 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
     : m_access(access),
       m_loop(loop),
       m_settings(settings),
-      m_epoch(QRandomGenerator::system()->generate64() >> 1U),
+      m_epoch(QRandomGenerator::system()->generate64() >> UnusedBits),
       m_now(loop.Now()),
       m_subtrees(*this) {
     m_loop.SetTaker(this);

@@ -15,6 +15,17 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
+TEST(FramedSocketTest, DoesNotGatherSmallMessages) {
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress(QHostAddress::LocalHost)));
+    auto* const socket = new QTcpSocket;
+    socket->connectToHost(server.serverAddress(), server.serverPort());
+    ASSERT_TRUE(WaitUntil([socket] { return socket->state() == QAbstractSocket::ConnectedState; }));
+    ASSERT_EQ(socket->socketOption(QAbstractSocket::LowDelayOption).toInt(), 0);
+    const vt::FramedSocket channel(socket);
+    EXPECT_EQ(socket->socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
+}
+
 /// A channel to a peer that resets the connection at a moment of which the channel has not heard yet.
 class ResetConnection : public testing::Test {
   protected:

@@ -13,6 +13,7 @@ TEST_F(ServerRules, AHelloIsWelcomedWithSessionAndPatience) {
     const vt::WelcomeMessage welcome = peer.Of<vt::WelcomeMessage>()[0];
     EXPECT_EQ(welcome.version, 1U);
     EXPECT_EQ(welcome.session, 1);
+    EXPECT_LT(welcome.epoch, quint64{1} << 53U) << "a double holds it";
     EXPECT_EQ(welcome.ping, 5000ms);
     EXPECT_EQ(welcome.dead, 15000ms);
     EXPECT_EQ(m_access.started.size(), 1U);
