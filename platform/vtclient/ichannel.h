@@ -42,6 +42,10 @@ class MCS_CONNECTION_EXPORT IChannel {
     virtual void Flush() = 0;
     /// Bytes that were queued or given to the transport and have not left it.
     virtual qint64 Unsent() const = 0;
+    /// Bytes that are kept for messages that have begun to come and are not complete.
+    virtual qint64 Unfinished() const { return 0; }
+    /// Asked now and then: gives back room that is not in use.
+    virtual void GiveBackRoom() {}
     virtual bool IsOpen() const = 0;
     /// Sends what is queued, as far as the peer takes it, and closes. The listener is not told.
     virtual void Close() = 0;

@@ -17,6 +17,7 @@ class IChannel;
 /// Where and how a server listens.
 struct VtServerOptions {
     static constexpr int DefaultPort = 7450;
+    static constexpr qint64 DefaultMemoryBytes = 32 << 20;  ///< with a small server itself below 64 MiB
 
     QString application;                            ///< told to clients
     QString address = QStringLiteral("127.0.0.1");  ///< IP address of the interface; "0.0.0.0", "::" for all
@@ -25,6 +26,9 @@ struct VtServerOptions {
     QString privateKeyFile;                         ///< PEM
     QString caFile;           ///< PEM: client certificates from this authority count as credentials
     bool isInsecure = false;  ///< allow other addresses than loopback without TLS and credentials
+    /// What clients may make the server keep: what has come and is not complete, what waits for them, and
+    /// what they asked for. If it is not enough, the session ends that acknowledges nothing or takes most.
+    qint64 memoryBytes = DefaultMemoryBytes;
     std::chrono::milliseconds pingInterval{5000};
     std::chrono::milliseconds deadAfter{15'000};  ///< without a word from a client
 };

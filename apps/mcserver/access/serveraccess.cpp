@@ -103,6 +103,7 @@ bool ServerAccess::MaySlowlyCheck() {
 void ServerAccess::AdmitWithoutFile(VtPeer& peer) {
     peer.role = peer.isLoopback ? OperatorRole() : ClientRole();
     peer.user = peer.role;
+    peer.hasShare = !peer.isLoopback;
 }
 
 QStringList ServerAccess::PrefixesOf(const VtPeer& peer, ERight right) const {

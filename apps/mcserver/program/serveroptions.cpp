@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr qint64 BytesPerMiB = 1024 * 1024;
+
 QString Text(const char* text) {
     return QString::fromUtf8(text);
 }
@@ -23,6 +25,7 @@ constexpr CommandLine::Option Options[] = {
     {"insecure", nullptr, "Listen beyond this machine also without TLS and credentials."},
     {"access", "FILE", "Who may come in, and what each role may do."},
     {"config", "FILE", "Configuration to read and save."},
+    {"memory", "MIB", "What clients may make the server keep in memory, in MiB. 32 unless given."},
     {"script", "FILE", "What the simulated device does by itself."},
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
     {"headless", nullptr, "Show no window."},
@@ -49,6 +52,7 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
     line.TakeText("tls-ca", &options.caFile);
     line.TakeText("access", &options.accessFile);
     line.TakeText("config", &options.configFile);
+    line.TakeNumber("memory", 4, 65536, &options.memoryMiB);
     line.TakeText("script", &options.scriptFile);
     line.TakeText("name", &options.name);
     line.TakeText("screenshot", &options.screenshotDirectory);
@@ -72,6 +76,7 @@ ServerOptions ServerOptions::Parse(const QStringList& arguments) {
     ServerOptions options;
     options.listen = {QStringLiteral("127.0.0.1"), VtServerOptions::DefaultPort};
     options.name = QStringLiteral("mcserver");
+    options.memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / BytesPerMiB);
     CommandLine line(
         "mcserver",
         "Owns a direction finder and offers it to many clients at once, each with a device of its own.",

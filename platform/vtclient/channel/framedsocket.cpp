@@ -18,6 +18,8 @@ namespace vt {
 namespace {
 
 constexpr int HeaderSize = 4;
+/// What Qt's socket reads ahead. Frames grow in our own buffer, as far as they have come.
+constexpr qint64 MaxReadAhead = 64 * 1024;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
 
@@ -82,7 +84,12 @@ void FramedSocket::SetListener(IChannelListener* listener) {
 
 void FramedSocket::SetMaxMessage(quint32 size) {
     m_maxMessage = size;
-    if (m_isOpen) m_socket->setReadBufferSize(size + HeaderSize);
+    if (m_isOpen) m_socket->setReadBufferSize(qMin<qint64>(size + HeaderSize, MaxReadAhead));
+}
+
+void FramedSocket::GiveBackRoom() {
+    if (!m_isReading) m_in.GiveBackIfEmpty();
+    m_out.GiveBackIfEmpty();
 }
 
 void FramedSocket::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {

@@ -17,14 +17,22 @@ namespace {
 
 constexpr std::chrono::milliseconds LookInterval(100);
 
+qint64 UnsentOf(const QTcpSocket& socket) {
+    const auto* const ssl = qobject_cast<const QSslSocket*>(&socket);
+    return socket.bytesToWrite() + (ssl != nullptr ? ssl->encryptedBytesToWrite() : 0);
+}
+
 }  // namespace
 
 int LingeringSocket::s_count = 0;
+qint64 LingeringSocket::s_bytes = 0;
 
 void LingeringSocket::TakeOver(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay) {
     socket->setParent(nullptr);
-    const bool mayLinger =
-        socket->state() == QAbstractSocket::ConnectedState && s_count < vtlimits::MaxLingering;
+    const qint64 unsent = UnsentOf(*socket);
+    const bool mayLinger = socket->state() == QAbstractSocket::ConnectedState &&
+                           s_count < vtlimits::MaxLingering &&
+                           s_bytes + unsent <= vtlimits::MaxLingeringBytes;
     if (!mayLinger) socket->abort();
     auto* const lingering = new LingeringSocket(socket, std::move(callsUnderWay));
     if (mayLinger)
@@ -43,12 +51,16 @@ LingeringSocket::LingeringSocket(QTcpSocket* socket, std::shared_ptr<const int> 
 }
 
 LingeringSocket::~LingeringSocket() {
-    if (m_isLingering) --s_count;
+    if (!m_isLingering) return;
+    --s_count;
+    s_bytes -= m_bytes;
 }
 
 void LingeringSocket::Linger() {
     m_isLingering = true;
     ++s_count;
+    m_bytes = UnsentOf(*m_socket);
+    s_bytes += m_bytes;
     connect(m_socket, &QTcpSocket::disconnected, this, &LingeringSocket::End);
     connect(m_socket, &QTcpSocket::readyRead, this, &LingeringSocket::OnReadyRead);
     connect(m_socket, &QTcpSocket::bytesWritten, this, &LingeringSocket::EndSendingOnceSent);
@@ -71,8 +83,7 @@ void LingeringSocket::OnReadyRead() {
 }
 
 void LingeringSocket::EndSendingOnceSent() {
-    const qint64 encrypted = m_ssl != nullptr ? m_ssl->encryptedBytesToWrite() : 0;
-    if (m_hasEnded || m_socket->bytesToWrite() + encrypted != 0) return;
+    if (m_hasEnded || UnsentOf(*m_socket) != 0) return;
     m_hasEnded = true;
     EndSending(m_socket->socketDescriptor());
 }

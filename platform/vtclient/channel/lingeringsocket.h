@@ -31,11 +31,13 @@ class LingeringSocket final : public QObject {
     void EndSendingOnceSent();
     void End();
 
-    static int s_count;  ///< of those that linger
+    static int s_count;     ///< of those that linger
+    static qint64 s_bytes;  ///< that these had to send when they began to
 
     QTcpSocket* m_socket;
     QSslSocket* m_ssl;  ///< the same, if it is one
     std::shared_ptr<const int> m_callsUnderWay;
+    qint64 m_bytes = 0;  ///< of s_bytes
     bool m_isLingering = false;
     bool m_hasEnded = false;
 };

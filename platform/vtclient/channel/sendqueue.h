@@ -31,6 +31,8 @@ class SendQueue {
 
     /// Sends what the system takes at once over a connected socket, and forgets it.
     void SendAtOnce(qintptr descriptor);
+    /// Gives back its room, if nothing waits.
+    void GiveBackIfEmpty() { m_own.GiveBackIfEmpty(); }
     /// Writes everything that is left into \a device, and forgets it.
     void GiveTo(QIODevice& device);
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 namespace vt {
@@ -34,6 +35,8 @@ ServerHub::ServerHub(IVtAccess& access, IEventLoop& loop, const Settings& settin
       m_settings(settings),
       m_epoch(QRandomGenerator::system()->generate64() >> UnusedBits),
       m_now(loop.Now()),
+      m_budget(settings.memoryBytes),
+      m_gaveBackAt(m_now),
       m_subtrees(*this) {
     m_loop.SetTaker(this);
     values::Tree::Instance()->GetRoot()->AddObserver(this);
@@ -99,12 +102,17 @@ std::vector<VtPeer> ServerHub::GetPeers() const {
 
 void ServerHub::OnAdmitted(ServerSession& session) {
     m_waitingRoom.Leave(&session);
+    const VtPeer& peer = session.Peer();
+    if (peer.hasShare)
+        m_budget.Join(&session.taken, m_access.NeedsCredentials() ? peer.user : QString(),
+                      VtAttemptLimiter::HostOf(peer.address));
     m_access.SessionStarted(session.Peer());
 }
 
 // The turn destroys it, and tells: this may be in the middle of a walk over those who follow a watcher.
 void ServerHub::OnSessionEnded(ServerSession& session) {
     m_waitingRoom.Leave(&session);
+    m_budget.Leave(&session.taken);
     m_isInInput = false;  // its end may not come
     m_hasEnded = true;
     RequestTurn();
@@ -121,13 +129,49 @@ void ServerHub::OnInputDone() {
     OnTurn();
 }
 
+// First whoever acknowledges nothing, since what is kept for it serves nobody. Then who holds most for
+// itself, its user or its host, in whatever role: it takes it from all others.
+ServerSession* ServerHub::FindHeaviest() const {
+    ServerSession* heaviest = nullptr;
+    const auto weightOf = [](const ServerSession& session) {
+        return std::make_tuple(session.IsStuck(), SessionBudget::WeightOf(session.taken), session.taken.held);
+    };
+    for (const auto& session : m_sessions) {
+        const bool mustGive = m_budget.IsOver() || m_budget.IsOverShare(session->taken);
+        if (session->IsEnded() || session->taken.held == 0 || !mustGive) continue;
+        if (heaviest == nullptr || weightOf(*heaviest) < weightOf(*session)) heaviest = session.get();
+    }
+    return heaviest;
+}
+
+void ServerHub::RelieveMemory() {
+    if (std::exchange(m_isRelieving, true)) return;
+    while (ServerSession* const heaviest = FindHeaviest())
+        heaviest->End(EBye::Limit,
+                      QStringLiteral("too much is kept for this client (%1 bytes), its user or its "
+                                     "host: the server has no memory left for it")
+                          .arg(heaviest->taken.held));
+    m_isRelieving = false;
+}
+
+// Those who take much and leave are no reason for the process to stay large.
+void ServerHub::GiveMemoryBack() {
+    if (m_budget.Freed() < vtlimits::MinFreedToGiveBack || m_now - m_gaveBackAt < vtlimits::GiveBackEvery)
+        return;
+    m_budget.ForgetFreed();
+    m_gaveBackAt = m_now;
+    m_settings.giveBack();
+}
+
 void ServerHub::OnDeadline() {
     m_now = m_loop.Now();
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
         m_sessions[i]->Check(m_now);
     m_subtrees.RetryLater();  // a renamed value tells nobody above
     OnTurn();
-    m_loop.SetDeadline(m_sessions.empty() ? std::nullopt : std::optional(CheckSessionsEvery));
+    GiveMemoryBack();
+    const bool isQuiet = m_sessions.empty() && m_budget.Freed() < vtlimits::MinFreedToGiveBack;
+    m_loop.SetDeadline(isQuiet ? std::nullopt : std::optional(CheckSessionsEvery));
 }
 
 void ServerHub::Update(Observable* /*source*/, TChangeCode code) {

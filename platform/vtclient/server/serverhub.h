@@ -2,11 +2,13 @@
 #pragma once
 
 #include <platform/values/observable.h>
+#include <platform/vtclient/channel/freedmemory.h>
 #include <platform/vtclient/channel/ieventloop.h>
 #include <platform/vtclient/channel/waitingroom.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/serversession.h>
+#include <platform/vtclient/server/sessionbudget.h>
 #include <platform/vtclient/server/watchedsubtrees.h>
 #include <platform/vtclient/wire/vtlimits.h>
 
@@ -14,6 +16,7 @@
 
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -31,6 +34,8 @@ class ServerHub final : public ITurnTaker, public IObserver {
         std::chrono::milliseconds pingInterval{5000};
         std::chrono::milliseconds deadAfter{15'000};
         int maxPending = vtlimits::MaxPendingConnections;  ///< who have not said hello
+        qint64 memoryBytes = vtlimits::DefaultMemory;      ///< that sessions may make it hold
+        std::function<void()> giveBack = GiveFreedMemoryBack;
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -50,6 +55,8 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void EndSession(int session, const QString& reason);
     std::vector<VtPeer> GetPeers() const;
     int CountSessions() const { return static_cast<int>(m_sessions.size()); }
+    /// Bytes that the sessions make it hold, as far as they were counted.
+    qint64 HeldBytes() const { return m_budget.Held(); }
     int CountWatchers() const { return m_subtrees.Count(); }
 
     void OnTurn() override;
@@ -70,6 +77,10 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void FlushLater(ServerSession& session);
     void OnAdmitted(ServerSession& session);
     void OnSessionEnded(ServerSession& session);
+    /// \a session holds \a bytes now. If that is too much for all, those who hold most end.
+    void Charge(ServerSession& session, qint64 bytes) {
+        if (m_budget.Charge(&session.taken, bytes)) RelieveMemory();
+    }
     /// Whether there is no place for one more client.
     bool IsFull() const;
     /// Messages are handled; what they lead to is sent when that is done.
@@ -80,6 +91,9 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void OnInputDone();
 
   private:
+    Q_NEVER_INLINE void RelieveMemory();
+    ServerSession* FindHeaviest() const;
+    void GiveMemoryBack();
     bool ServeBacklogs(const TurnBudget& budget);
     void FlushChannels();
     void Reap();
@@ -96,7 +110,10 @@ class ServerHub final : public ITurnTaker, public IObserver {
     bool m_isInTurn = false;
     bool m_isInInput = false;
     bool m_isOver = false;
-    bool m_hasEnded = false;     ///< some session
+    bool m_hasEnded = false;  ///< some session
+    bool m_isRelieving = false;
+    SessionBudget m_budget;  ///< outlives the sessions, too
+    std::chrono::microseconds m_gaveBackAt;
     WatchedSubtrees m_subtrees;  ///< outlives the sessions, which leave them
     std::vector<std::unique_ptr<ServerSession>> m_sessions;
     WaitingRoom<ServerSession> m_waitingRoom;  ///< those that have not said hello

@@ -27,7 +27,11 @@ constexpr int MaxTracedName = 80;  // UTF-16 code units: why the session ends co
 }  // namespace
 
 ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, int number)
-    : m_hub(hub), m_channel(std::move(channel)), m_lastReceived(hub.Now()), m_lastSent(hub.Now()) {
+    : m_hub(hub),
+      m_channel(std::move(channel)),
+      m_lastReceived(hub.Now()),
+      m_lastSent(hub.Now()),
+      m_owingSince(hub.Now()) {
     m_peer.session = number;
     m_peer.address = m_channel->PeerAddress();
     m_peer.isLoopback = m_channel->IsLoopback();
@@ -51,8 +55,21 @@ void ServerSession::End(EBye code, const QString& reason) {
     Send(ByeMessage{code, reason});
     m_isEnded = true;
     m_channel->Close();
+    for (auto& subscription : m_subscriptions)
+        subscription.second->Forget();
     if (code != EBye::ServerEnds) TraceEnd(reason);
     m_hub.OnSessionEnded(*this);
+}
+
+// What is over a bound may be this session's, or another one's.
+void ServerSession::CountHeld() {
+    if (m_isEnded) return;
+    m_unfinished = m_channel->Unfinished();
+    auto held = static_cast<std::size_t>(m_unfinished + m_channel->Unsent());
+    held += m_lateAnswers.size() * sizeof(m_lateAnswers[0]);
+    for (const auto& subscription : m_subscriptions)
+        held += subscription.second->HeldBytes();
+    m_hub.Charge(*this, static_cast<qint64>(held));
 }
 
 void ServerSession::TraceEnd(const QString& reason) const {
@@ -92,8 +109,24 @@ void ServerSession::Check(std::chrono::microseconds now) {
     }
     if (silence >= m_hub.DeadAfter())
         return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence.count()));
+    CheckAcknowledging(now);
+    m_channel->GiveBackRoom();
+    CountHeld();
+    if (m_isEnded) return;
     if (now - m_lastSent < m_hub.PingInterval()) return;
     Send(PingMessage{static_cast<quint64>(now.count())});
+}
+
+// Slow is who acknowledges late; who owes it and acknowledges nothing takes room that nobody needs.
+void ServerSession::CheckAcknowledging(std::chrono::microseconds now) {
+    const bool isOwing =
+        m_inFlight.size() >= vtlimits::AckAfterMessages || m_inFlightBytes >= vtlimits::AckAfterBytes;
+    if (!isOwing || m_acked != m_ackedWhenChecked) m_owingSince = now;
+    m_ackedWhenChecked = m_acked;
+    m_isStuck = m_owingSince != now;
+    const auto patience = std::chrono::duration_cast<std::chrono::seconds>(now - m_owingSince);
+    if (patience < vtlimits::AckPatience) return;
+    End(EBye::TooSlow, QStringLiteral("nothing acknowledged for %1 s").arg(patience.count()));
 }
 
 void ServerSession::OnMessage(const char* data, qint64 size) {
@@ -110,11 +143,15 @@ void ServerSession::Handle(const char* data, qint64 size) {
     MessageReader reader(data, size);
     if (!reader.Read([this](const auto& message) { Receive(message); }))
         return End(EBye::Malformed, QStringLiteral("malformed message: %1").arg(reader.Error()));
-    if (!m_isEnded && m_channel->Unsent() > vtlimits::MaxUnsent)
-        End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
+    if (m_isEnded) return;
+    const qint64 unsent = m_channel->Unsent();
+    if (unsent > vtlimits::MaxUnsent)
+        return End(EBye::TooSlow, QStringLiteral("the client sends but does not read"));
+    if (unsent > vtlimits::UnsentToNote) CountHeld();
 }
 
 void ServerSession::OnInputDone() {
+    if (m_channel->Unfinished() != m_unfinished) CountHeld();
     m_hub.OnInputDone();
 }
 
@@ -186,6 +223,7 @@ void ServerSession::On(const SubscribeMessage& subscribe) {
         return TellAbsent(*subscription, reason);
     Subscription& added = *(m_subscriptions[subscribe.sub] = std::move(subscription));
     m_hub.Subtrees().Join(added);
+    CountHeld();
 }
 
 void ServerSession::Subscribe(Subscription& subscription) {
@@ -261,6 +299,7 @@ bool ServerSession::SendBacklog(const std::function<bool()>& isTimeUp) {
         if (next == m_subscriptions.end()) next = m_subscriptions.begin();
         if (!SendBacklogOf(*next->second, isTimeUp)) continue;
         m_nextServed = next->first + 1;
+        CountHeld();
         return MaySendChanges();
     }
     return false;
@@ -273,6 +312,7 @@ void ServerSession::CheckQueue() {
     if (queued > vtlimits::MaxQueuedOccurrences)
         End(EBye::TooSlow,
             QStringLiteral("the client does not keep up: %1 bytes of changes wait").arg(queued));
+    CountHeld();
 }
 
 void ServerSession::Answer(AnswerMessage* answer, EResult result, const QString& reason) {
@@ -337,6 +377,7 @@ void ServerSession::On(const CreateMessage& create) {
         return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
     const QString reason = Create(create, *found->second);
     if (m_isEnded) return;
+    CountHeld();
     if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
     m_lateAnswers.emplace_back(create.sub, answer);
     m_hub.ServeLater(*this);

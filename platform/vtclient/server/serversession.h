@@ -3,6 +3,7 @@
 
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/server/sessionbudget.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/vtlimits.h>
@@ -41,6 +42,8 @@ class ServerSession final : public IChannelListener {
         return !m_isEnded && m_inFlight.size() < vtlimits::MaxUnackedMessages &&
                m_inFlightBytes < vtlimits::MaxUnackedBytes;
     }
+    /// Whether the client owes an acknowledgement and has sent none since the hub looked before.
+    bool IsStuck() const { return m_isStuck; }
     void SendChanges(Subscription& subscription, const QByteArray& changes, bool hasMore);
     /// Sends what the subscriptions lack, one message at most. False if there is nothing (more) to send now.
     bool SendBacklog(const std::function<bool()>& isTimeUp);
@@ -58,6 +61,8 @@ class ServerSession final : public IChannelListener {
         bool isToFlush = false;
     };
     Listed listed;
+    /// What it takes of the server, as the hub counts it.
+    SessionBudget::Entry taken;
     /// Pings, and ends the session of a client that is silent. \a now is the hub's.
     void Check(std::chrono::microseconds now);
 
@@ -89,6 +94,8 @@ class ServerSession final : public IChannelListener {
     bool SendBacklogOf(Subscription& subscription, const std::function<bool()>& isTimeUp);
     void SendEnd(Subscription& subscription);
     void CountSent(int bytes);
+    void CheckAcknowledging(std::chrono::microseconds now);
+    void CountHeld();
     void TraceEnd(const QString& reason) const;
     void Release();
 
@@ -105,6 +112,10 @@ class ServerSession final : public IChannelListener {
     std::deque<int> m_inFlight;  ///< sizes of the messages with changes that were not acknowledged
     qint64 m_inFlightBytes = 0;
     quint64 m_acked = 0;
+    quint64 m_ackedWhenChecked = 0;
+    std::chrono::microseconds m_owingSince{};  ///< an acknowledgement, without any
+    bool m_isStuck = false;
+    qint64 m_unfinished = 0;  ///< when that was counted last
     std::size_t m_created = 0;
     std::vector<std::pair<quint32, AnswerMessage>> m_lateAnswers;  ///< of creations, by subscription
     ChangeWriter m_writer;

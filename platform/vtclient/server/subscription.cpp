@@ -20,6 +20,12 @@ constexpr std::size_t MinCompaction = 4096;
 /// What an occurrence costs beyond its bytes.
 constexpr std::size_t OccurrenceOverhead = 64;
 
+/// What a path costs in a set: the node and the text.
+std::size_t BytesOf(const QString& path) {
+    constexpr std::size_t nodeBytes = 96;
+    return nodeBytes + sizeof(QChar) * static_cast<std::size_t>(path.size());
+}
+
 }  // namespace
 
 Subscription::Subscription(ServerSession& session, quint32 number, QString path, bool isLook)
@@ -27,7 +33,10 @@ Subscription::Subscription(ServerSession& session, quint32 number, QString path,
 
 bool Subscription::Want(const QString& path) {
     if (m_wanted.count(path) != 0) return false;
-    if (m_wanted.size() < vtlimits::MaxCreatedPerSession) m_wanted.insert(path);
+    if (m_wanted.size() < vtlimits::MaxCreatedPerSession) {
+        m_wanted.insert(path);
+        m_wantedBytes += BytesOf(path);
+    }
     return true;
 }
 
@@ -36,10 +45,21 @@ void Subscription::Restart(TreeWatcher* watcher) {
     m_cursor = 0;
     m_sequence = 0;
     m_isLive = false;
-    m_waiting.clear();
+    m_compactAt = MinCompaction;
+    Forget();
+}
+
+void Subscription::Forget() {
+    std::deque<Waiting>().swap(m_waiting);
     m_dirty.clear();
     m_queuedBytes = 0;
-    m_compactAt = MinCompaction;
+}
+
+std::size_t Subscription::HeldBytes() const {
+    constexpr std::size_t nodeBytes = 48;  // of a hash table
+    constexpr std::size_t ownBytes = 1024;
+    return ownBytes + BytesOf(m_path) + m_wantedBytes + m_queuedBytes + m_waiting.size() * sizeof(Waiting) +
+           m_dirty.size() * nodeBytes;
 }
 
 void Subscription::Absorb(const TreeWatcher::Part& part) {

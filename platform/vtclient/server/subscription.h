@@ -53,6 +53,10 @@ class Subscription {
     /// Writes what the client lacks, until about vtlimits::BatchTarget bytes or \a isTimeUp.
     void WriteBacklog(ChangeWriter* writer, const std::function<bool()>& isTimeUp);
     std::size_t QueuedBytes() const { return m_queuedBytes; }
+    /// What it costs in all, about.
+    std::size_t HeldBytes() const;
+    /// Drops what waits: the client will not be told any more.
+    void Forget();
 
   private:
     struct Waiting {
@@ -74,6 +78,7 @@ class Subscription {
     QString m_path;
     bool m_isLook;
     std::set<QString> m_wanted;
+    std::size_t m_wantedBytes = 0;
     TreeWatcher* m_watcher = nullptr;
     quint32 m_cursor = 0;
     quint64 m_sequence = 0;

@@ -57,7 +57,7 @@ void WatchedSubtree::Deliver(const TreeWatcher::Part& part) {
         if (member->IsInStep() && session.MaySendChanges()) {
             if (!part.changes.isEmpty()) session.SendChanges(*member, part.changes, part.hasMore);
             member->WentWith(part);
-        } else {
+        } else if (!session.IsEnded()) {
             member->Absorb(part);
             session.CheckQueue();
         }

@@ -9,7 +9,6 @@ namespace vt {
 
 namespace {
 
-constexpr std::size_t FirstRoom = 1024;  // most messages fit
 constexpr std::size_t MostRoom = std::numeric_limits<int>::max();
 
 }  // namespace
@@ -30,7 +29,7 @@ void ByteBuffer::Grow(int size) {
     const std::size_t needed = static_cast<std::size_t>(Size()) + static_cast<std::size_t>(size);
     if (needed > MostRoom) qBadAlloc();
     const std::size_t doubled = std::min(2 * static_cast<std::size_t>(Room()), MostRoom);
-    Resize(std::max({needed, doubled, FirstRoom}));
+    Resize(std::max({needed, doubled, static_cast<std::size_t>(FirstRoom)}));
 }
 
 void ByteBuffer::GiveBack() {

@@ -14,6 +14,7 @@ namespace vt {
 class ByteBuffer {
   public:
     static constexpr int KeptRoom = 64 * 1024;
+    static constexpr int FirstRoom = 1024;  ///< most messages fit
 
     ByteBuffer() = default;
     ~ByteBuffer();
@@ -48,6 +49,10 @@ class ByteBuffer {
     void Clear() {
         m_end = m_begin;
         if (Room() > KeptRoom) GiveBack();
+    }
+    /// Gives back its room, but for what most messages take, unless it is in use.
+    void GiveBackIfEmpty() {
+        if (IsEmpty() && Room() > FirstRoom) Resize(FirstRoom);
     }
     /// The bytes; the buffer is empty afterwards.
     QByteArray Take() {

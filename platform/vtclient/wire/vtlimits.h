@@ -37,8 +37,15 @@ constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it 
 constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
+// What clients make the server hold, in all: what is incomplete, what waits for them, what they asked for.
+constexpr qint64 DefaultMemory = 32 << 20;        // unless the server's options say otherwise
+constexpr qint64 UnsentToNote = 64 * 1024;        // less is noted when time has passed
+constexpr qint64 MinFreedToGiveBack = 4 << 20;    // less is not worth walking the heap for
+constexpr std::chrono::seconds GiveBackEvery(5);  // which takes milliseconds
+
 // A closed connection that still sends its last words.
 constexpr std::chrono::milliseconds LingerTime(2000);  // a peer that reads at all has read them by then
+constexpr qint64 MaxLingeringBytes = 8 << 20;          // likewise; who reads at all leaves less
 constexpr int MaxLingering = 64;                       // beyond, the words may be lost: descriptors are few
 
 // Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
@@ -46,6 +53,7 @@ constexpr int MaxUnackedMessages = 64;
 constexpr int MaxUnackedBytes = 1 << 20;
 constexpr int AckAfterMessages = 8;
 constexpr int AckAfterBytes = 64 * 1024;
+constexpr std::chrono::seconds AckPatience(30);  // 64 KiB over the slowest link that is of use
 
 // Turns of the event loop.
 constexpr std::chrono::microseconds TurnTime(4000);  // then others have their turn

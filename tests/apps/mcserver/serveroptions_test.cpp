@@ -22,13 +22,14 @@ TEST(ServerOptions, WithoutAnyTheServerRunsForThisMachine) {
     EXPECT_EQ(options.listen.port, 7450);
     EXPECT_EQ(options.name, QStringLiteral("mcserver"));
     EXPECT_FALSE(options.isInsecure);
+    EXPECT_EQ(options.memoryMiB, 32);
     EXPECT_FALSE(options.makesToken);
 }
 
 TEST(ServerOptions, AllAreTaken) {
     const ServerOptions options = Parse(
         "--listen 0.0.0.0:0 --tls-cert c.pem --tls-key k.pem --tls-ca a.pem --insecure --access rules "
-        "--config s.ini --script night --name north --headless");
+        "--config s.ini --memory 64 --script night --name north --headless");
     EXPECT_EQ(options.action, EAction::Run) << options.text.toStdString();
     EXPECT_EQ(options.listen.address, QStringLiteral("0.0.0.0"));
     EXPECT_EQ(options.listen.port, 0);
@@ -38,6 +39,7 @@ TEST(ServerOptions, AllAreTaken) {
     EXPECT_TRUE(options.isInsecure);
     EXPECT_EQ(options.accessFile, QStringLiteral("rules"));
     EXPECT_EQ(options.configFile, QStringLiteral("s.ini"));
+    EXPECT_EQ(options.memoryMiB, 64);
     EXPECT_EQ(options.scriptFile, QStringLiteral("night"));
     EXPECT_EQ(options.name, QStringLiteral("north"));
 }
@@ -54,8 +56,8 @@ TEST(ServerOptions, HelpNamesEveryOption) {
     const ServerOptions options = Parse("--help");
     EXPECT_EQ(options.action, EAction::Print);
     for (const char* const name :
-         {"--listen", "--tls-cert", "--tls-key", "--tls-ca", "--insecure", "--access", "--config", "--script",
-          "--name", "--headless", "--make-token", "--version"})
+         {"--listen", "--tls-cert", "--tls-key", "--tls-ca", "--insecure", "--access", "--config", "--memory",
+          "--script", "--name", "--headless", "--make-token", "--version"})
         EXPECT_TRUE(options.text.contains(QLatin1String(name))) << name;
 }
 

@@ -47,6 +47,7 @@ class MemoryChannel final : public vt::IChannel {
             size += message.size();
         return size;
     }
+    qint64 Unfinished() const override { return m_unfinished; }
     bool IsOpen() const override { return m_isOpen; }
     void Close() override {
         if (!m_isOpen) return;
@@ -59,6 +60,8 @@ class MemoryChannel final : public vt::IChannel {
     bool IsEncrypted() const override { return m_isEncrypted; }
     QString CertificateName() const override { return m_certificateName; }
 
+    /// What is said to have begun to come.
+    void SetUnfinished(qint64 size) { m_unfinished = size; }
     void SetAddress(const QString& address) { m_address = address; }
     void SetPeer(bool isLoopback, bool isEncrypted, const QString& certificateName) {
         m_isLoopback = isLoopback;
@@ -105,6 +108,7 @@ class MemoryChannel final : public vt::IChannel {
     std::deque<QByteArray> m_queued;
     bool m_isOpen = true;
     quint32 m_maxMessage = vtlimits::MaxFrame;  ///< tests that speak by hand take anything
+    qint64 m_unfinished = 0;
     QString m_address = QStringLiteral("memory");
     bool m_isLoopback = true;
     bool m_isEncrypted = false;

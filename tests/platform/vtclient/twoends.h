@@ -79,7 +79,7 @@ class TwoEnds : public TreeFixture {
 
     void StartServer() {
         m_serverLoop = std::make_unique<ManualLoop>(m_clock);
-        m_hub = std::make_unique<vt::ServerHub>(m_access, *m_serverLoop, vt::ServerHub::Settings());
+        m_hub = std::make_unique<vt::ServerHub>(m_access, *m_serverLoop, m_settings);
     }
     /// As kill -9 would: no farewell.
     void KillServer() {
@@ -140,6 +140,7 @@ class TwoEnds : public TreeFixture {
     TestAccess m_access;
     bool m_isUnreachable = false;
     std::unique_ptr<ManualLoop> m_serverLoop;
+    vt::ServerHub::Settings m_settings;
     std::unique_ptr<vt::ServerHub> m_hub;
     std::vector<std::unique_ptr<End>> m_ends;
 };

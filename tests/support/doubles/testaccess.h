@@ -18,6 +18,7 @@ class TestAccess final : public IVtAccess {
         lastToken = token;
         peer.user = user.isEmpty() ? QStringLiteral("guest") : user;
         peer.role = QStringLiteral("all");
+        peer.hasShare = !isShareless;
         *reason = refusal;
         if (reason->isEmpty() && !wantedToken.isEmpty() && token != wantedToken)
             *reason = QStringLiteral("the token of '%1' is wrong").arg(user);
@@ -51,8 +52,9 @@ class TestAccess final : public IVtAccess {
     // Who comes in.
     bool needsCredentials = false;
     bool wantsCertificate = false;
-    QString wantedToken;  ///< empty: any
-    QString refusal;      ///< with which nobody comes in
+    bool isShareless = false;  ///< nobody's user or host has a bound of its own
+    QString wantedToken;       ///< empty: any
+    QString refusal;           ///< with which nobody comes in
 
     // What is forbidden: these, and all below.
     std::set<QString> unreadable, unwritable, uncreatable, unprovidable;
