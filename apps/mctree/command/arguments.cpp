@@ -237,7 +237,7 @@ bool IsAskedForHelp(const Sorted& sorted, Arguments* arguments) {
     return false;
 }
 
-Outcome Parse(const QStringList& words, const Surroundings& surroundings, Arguments* arguments) {
+Outcome ParseWords(const QStringList& words, const Surroundings& surroundings, Arguments* arguments) {
     Sorted sorted;
     Outcome outcome = Sort(words, &sorted);
     if (!outcome.IsDone() || IsAskedForHelp(sorted, arguments)) return outcome;
@@ -270,7 +270,7 @@ Session::ERetry Arguments::Retry() const {
 Outcome ParseArguments(const QStringList& words, const Surroundings& surroundings, Arguments* arguments) {
     *arguments = Arguments();
     arguments->client.token = surroundings.token;
-    Outcome outcome = Parse(words, surroundings, arguments);
+    Outcome outcome = ParseWords(words, surroundings, arguments);
     outcome.message = safetext::Escaped(outcome.message);
     arguments->client.connectTimeout = arguments->Timeout();
     return outcome;

@@ -5,7 +5,7 @@ namespace mctree {
 
 namespace {
 
-const char* const All = R"(usage: mctree [options] COMMAND ...
+const char* const HelpOfAll = R"(usage: mctree [options] COMMAND ...
 
 Reads and writes the tree of values of a server.
 
@@ -48,7 +48,7 @@ exit codes
   Where several things are asked for and some fail, the others are done; the greatest code counts.
 )";
 
-const char* const List = R"(usage: mctree ls [-r] [PATH...]
+const char* const HelpOfList = R"(usage: mctree ls [-r] [PATH...]
 
 Lists what is below each PATH, "/" unless given. A value, and what a pattern matches, is listed itself.
 On a terminal in columns: name, kind, content. Elsewhere one absolute path a line; those of nodes end
@@ -58,7 +58,7 @@ with "/".
   --json            an array of objects with all that is known of each
 )";
 
-const char* const Get = R"(usage: mctree get [--wait CONDITION] PATH...
+const char* const HelpOfGet = R"(usage: mctree get [--wait CONDITION] PATH...
 
 Prints the content of PATH, raw and without its unit. Of several paths, and of a pattern, whose nodes do
 not count, a line each: the path, a tab, the content, with control characters and "\" as \n, \t, \\ and
@@ -71,7 +71,7 @@ the like. "set -f" reads such lines.
   --json            an object a line, with all that is known
 )";
 
-const char* const Set = R"(usage: mctree set PATH... VALUE
+const char* const HelpOfSet = R"(usage: mctree set PATH... VALUE
        mctree set -f FILE
 
 Sets the content of each PATH, and waits for the server's answer; to a request, below "Request" of an
@@ -87,7 +87,7 @@ numbers separated by commas; or "-" for what the standard input holds, without i
   --json            an object a line, with how it ended ("result")
 )";
 
-const char* const Watch = R"(usage: mctree watch [--changes-only] [--count N] PATH...
+const char* const HelpOfWatch = R"(usage: mctree watch [--changes-only] [--count N] PATH...
 
 Prints what there is at and below each PATH, then every change as a line, until interrupted. What is not
 there yet is waited for; a lost connection is told, and made again.
@@ -97,7 +97,7 @@ there yet is waited for; a lost connection is told, and made again.
   --json            an object a line; "event" says what it is
 )";
 
-const char* const Hold = R"(usage: mctree hold PATH...
+const char* const HelpOfHold = R"(usage: mctree hold PATH...
 
 Asks for each PATH as one who uses it, and prints "held PATH" when the server has said yes. That keeps an
 MpxORV alive, with its channel and its policies, until interrupted:
@@ -107,7 +107,7 @@ MpxORV alive, with its channel and its policies, until interrupted:
 A lost connection is told ("lost PATH"), and made again.
 )";
 
-const char* const Info = R"(usage: mctree info
+const char* const HelpOfInfo = R"(usage: mctree info
 
 Tells of the server: what it calls itself, its address, encryption, the version of the protocol, the round
 trip, and how many values it shows us.
@@ -118,19 +118,19 @@ trip, and how many values it shows us.
 QString HelpText(ECommand topic) {
     switch (topic) {
         case ECommand::List:
-            return QString::fromUtf8(List);
+            return QString::fromUtf8(HelpOfList);
         case ECommand::Get:
-            return QString::fromUtf8(Get);
+            return QString::fromUtf8(HelpOfGet);
         case ECommand::Set:
-            return QString::fromUtf8(Set);
+            return QString::fromUtf8(HelpOfSet);
         case ECommand::Watch:
-            return QString::fromUtf8(Watch);
+            return QString::fromUtf8(HelpOfWatch);
         case ECommand::Hold:
-            return QString::fromUtf8(Hold);
+            return QString::fromUtf8(HelpOfHold);
         case ECommand::Info:
-            return QString::fromUtf8(Info);
+            return QString::fromUtf8(HelpOfInfo);
         default:
-            return QString::fromUtf8(All);
+            return QString::fromUtf8(HelpOfAll);
     }
 }
 

@@ -10,7 +10,7 @@ namespace mctree {
 
 namespace {
 
-constexpr qint64 LargestFile = 262144;  // bytes
+constexpr qint64 LargestProfiles = 262144;  // bytes
 
 QString Unquoted(const QString& text) {
     const bool isQuoted =
@@ -25,8 +25,8 @@ QString Profiles::Read(const QString& fileName) {
     QFile file(fileName);
     if (!file.exists()) return QString();
     if (!file.open(QIODevice::ReadOnly)) return QStringLiteral("%1: %2").arg(fileName, file.errorString());
-    const QByteArray bytes = file.read(LargestFile + 1);
-    if (bytes.size() > LargestFile) return QStringLiteral("%1 is too large").arg(fileName);
+    const QByteArray bytes = file.read(LargestProfiles + 1);
+    if (bytes.size() > LargestProfiles) return QStringLiteral("%1 is too large").arg(fileName);
     int number = 0;
     for (const QString& line : QString::fromUtf8(bytes).split(QLatin1Char('\n'))) {
         const QString error = ReadLine(line.trimmed(), ++number);

@@ -16,8 +16,8 @@ namespace {
 /// Paths that stay asked for after their line, since the next lines may be about them again, and an MpxORV
 /// that nobody asks for any more may go.
 constexpr std::size_t MostKept = 64;
-constexpr int LongestValue = 1048576;             // characters
-constexpr qint64 LargestFile = 16 * 1024 * 1024;  // bytes
+constexpr int LongestValue = 1048576;                  // characters
+constexpr qint64 LargestLinesFile = 16 * 1024 * 1024;  // bytes
 
 /// Sets what the lines of a stream say, one by one as they come.
 class LineSetter {
@@ -103,8 +103,8 @@ std::shared_ptr<std::istream> OpenLines(const QString& name, QString* error) {
         *error = file.errorString();
         return nullptr;
     }
-    const QByteArray bytes = file.read(LargestFile + 1);
-    if (bytes.size() <= LargestFile) return InputLines::Of(bytes);
+    const QByteArray bytes = file.read(LargestLinesFile + 1);
+    if (bytes.size() <= LargestLinesFile) return InputLines::Of(bytes);
     *error = QStringLiteral("the file is too large");
     return nullptr;
 }
