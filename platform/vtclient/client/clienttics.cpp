@@ -39,11 +39,14 @@ bool ClientTics::Has(const ClientLink* link) const {
 
 template <class Visit>
 void ClientTics::ForEachLink(const Visit& visit) {
-    std::vector<ClientLink*> links;
+    // Its room is kept from one time to the next. What is visited may lead here once more.
+    std::vector<ClientLink*> links = std::exchange(m_room, {});
+    links.clear();
     for (const auto& link : m_links)
         links.push_back(link.get());
     for (ClientLink* link : links)
         if (Has(link)) visit(*link);
+    m_room = std::move(links);
 }
 
 // Tics come and go -----------------------------------------------------------------------------------------

@@ -69,6 +69,7 @@ class ClientTics final : private ClientLink::IHost {
     TurnRequest& m_turn;
     ClientSession* m_session = nullptr;  ///< while connected
     std::vector<std::unique_ptr<ClientLink>> m_links;
+    std::vector<ClientLink*> m_room;                       ///< for those that are visited
     std::vector<std::unique_ptr<ClientLink>> m_deadLinks;  ///< may be telling right now
     std::vector<std::unique_ptr<VtTic>> m_tics;
     std::vector<VtTic*> m_newTics;  ///< established from their first moment on, which nobody was told
