@@ -62,9 +62,14 @@ void SaveReport::TellWhatIsNotUsed(const QString& key, double used) {
 }
 
 void SaveReport::Answer(const QString& problem) {
-    if (m_pAnswer)
-        m_pAnswer->SetValue(problem.isEmpty() ? QStringLiteral("done: the configuration is saved")
-                                              : QStringLiteral("failed: ") + problem);
+    if (!m_pAnswer) return;
+    const QString exception = WhatIsNotKept();
+    if (!problem.isEmpty())
+        m_pAnswer->SetValue(QStringLiteral("failed: ") + problem);
+    else if (!exception.isEmpty())
+        m_pAnswer->SetValue(QStringLiteral("done: the configuration is saved, but ") + exception);
+    else
+        m_pAnswer->SetValue(QStringLiteral("done: the configuration is saved"));
 }
 
 void SaveReport::LogFailure(const QString& problem) {
@@ -72,14 +77,14 @@ void SaveReport::LogFailure(const QString& problem) {
         m_log.WriteFrom(Setter(), QStringLiteral("the configuration cannot be saved: %1").arg(problem));
 }
 
-void SaveReport::TellWhetherFrequencyIsKept() {
-    const double set = m_pFrequency->GetValue();
+QString SaveReport::WhatIsNotKept() const {
+    const double set = m_pFrequency ? m_pFrequency->GetValue() : 0.0;
     const int kept = set < FirstTooLarge ? static_cast<int>(set) : TooLargeAsKept;
-    if (kept == set) return;
-    m_log.WriteFrom(Setter(),
-                    QStringLiteral("%1 of %2 Hz cannot be kept: the configuration file holds "
-                                   "whole hertz up to 2147483647, so it holds %3")
-                        .arg(mcskeys::DefaultFrequencyForChannel, NumberText(set), QString::number(kept)));
+    if (kept == set) return QString();
+    return QStringLiteral(
+               "%1 of %2 Hz cannot be kept: the configuration file holds whole hertz up to "
+               "2147483647, so it holds %3")
+        .arg(mcskeys::DefaultFrequencyForChannel, NumberText(set), QString::number(kept));
 }
 
 void SaveReport::Update(Observable* source, TChangeCode code) {
@@ -91,5 +96,6 @@ void SaveReport::Update(Observable* source, TChangeCode code) {
     m_cfg->CommitKey(mcskeys::DefaultFrequencyForChannel);  // once more what has just failed, if it has
     save.End();
     LogFailure(save.GetProblem());
-    if (m_pFrequency.Is(source)) TellWhetherFrequencyIsKept();
+    const QString exception = WhatIsNotKept();
+    if (m_pFrequency.Is(source) && !exception.isEmpty()) m_log.WriteFrom(Setter(), exception);
 }

@@ -23,7 +23,7 @@ class SaveReport : public IObserver {
     /// From now on. \a cfg is what the configuration was read from just now; it is not owned and outlives the
     /// report. Tells what it holds that is not used as it stands there.
     void Begin(ICfg& cfg);
-    /// Tells that all is saved, or why not: \a problem. Every time.
+    /// Tells that all is saved and with which exception, or why not: \a problem. Every time.
     void Answer(const QString& problem);
     /// Tells in the log why all is not saved; nothing if \a problem is empty.
     void LogFailure(const QString& problem);
@@ -35,7 +35,8 @@ class SaveReport : public IObserver {
 
   private:
     void TellWhatIsNotUsed(const QString& key, double used);
-    void TellWhetherFrequencyIsKept();
+    /// The frequency that holds and comes back from the file as another; empty if it is kept.
+    QString WhatIsNotKept() const;
 
     const MCSConfigData& m_config;
     ServerLog& m_log;

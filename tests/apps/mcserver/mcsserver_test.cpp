@@ -254,6 +254,14 @@ TEST_F(SaveAnswers, TellWhyNotAndWhichKeysUntilTheyAre) {
     EXPECT_EQ(Stored(QStringLiteral("DeviceName")), QStringLiteral("South"));
 }
 
+TEST_F(SaveAnswers, TellOfTheFrequencyThatTheFileCannotHold) {
+    values::FindValue<values::ValueNumeric<double>>(DefaultFrequency, nullptr, nullptr)->SetValue(2.5e9);
+    EXPECT_EQ(Push(),
+              QStringLiteral("done: the configuration is saved, but DefaultFrequencyForChannel of "
+                             "2500000000 Hz cannot be kept: the configuration file holds whole hertz up "
+                             "to 2147483647, so it holds -2147483648"));
+}
+
 TEST_F(SaveAnswers, AreLoggedForWhatSavesItself) {
     ASSERT_NO_FATAL_FAILURE(BlockWriting());
     TakeLog();
