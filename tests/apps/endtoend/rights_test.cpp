@@ -50,16 +50,24 @@ class TlsServer : public testing::Test, protected ProgramRunner {
     }
     /// Runs mctree as \a user; with another token if \a token is given.
     int RunAs(const char* user, const QStringList& words, const char* token = nullptr) {
-        return Ask(QStringList{S("--tls"), S("--ca"), File("authority", ".pem"), S("--user"), S(user),
-                               S("--token"), token != nullptr ? S(token) : m_tokens.value(S(user))} +
-                   words);
+        StartAs(user, words, token);
+        return WaitForEnd();
+    }
+    void StartAs(const char* user, const QStringList& words, const char* token = nullptr) {
+        StartAsking(server.Port(),
+                    QStringList{S("--tls"), S("--ca"), File("authority", ".pem"), S("--user"), S(user),
+                                S("--token"), token != nullptr ? S(token) : m_tokens.value(S(user))} +
+                        words);
     }
     int Ask(const QStringList& words) { return Ask(server.Port(), words); }
     int Ask(int port, const QStringList& words) {
+        StartAsking(port, words);
+        return WaitForEnd();
+    }
+    void StartAsking(int port, const QStringList& words) {
         environment.remove(S("MCS_TOKEN"));
         environment.remove(S("MCS_TRACE"));
         StartProgram(S(MCTREE), QStringList{S("--connect"), S("127.0.0.1:%1").arg(port)} + words);
-        return WaitForEnd();
     }
 
     ServerProcess server;
@@ -114,9 +122,7 @@ const Attempt Attempts[] = {
      "'/MultiChannelServer/Config/NumberOfFreqChannels' may not be read by 'vera'"},
     {"WritingByAReceiver", "rene", nullptr, "set %channels 9", 1, "",
      "mctree: /MultiChannelServer/Config/NumberOfFreqChannels: no rule of this server allows it"},
-    {"UsingAnMpxOrvByAReceiver", "rene", nullptr, "ls /MultiChannelServer/DynamicMpxORVs/Van", 0, "Policy",
-     ""},
-    {"UsingAnMpxOrvByAnOperatorWithoutThatRule", "olga", nullptr,
+    {"LookingForAnMpxOrvThatNobodyUsesByAReceiver", "rene", nullptr,
      "ls /MultiChannelServer/DynamicMpxORVs/Van --timeout 300", 1, "",
      "mctree: not found: /MultiChannelServer/DynamicMpxORVs/Van"},
     {"AWrongToken", "olga", "guessed", "get %status", 3, "", "the server refuses: user or token is wrong"},
@@ -126,6 +132,17 @@ const Attempt Attempts[] = {
 
 INSTANTIATE_TEST_SUITE_P(, Rights, testing::ValuesIn(Attempts),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(TlsServer, LendsMpxOrvsToWhomTheFileAllowsIt) {
+    const QStringList hold = {S("hold"), S("/MultiChannelServer/DynamicMpxORVs/Van")};
+    ASSERT_NO_FATAL_FAILURE(StartServer("server", false));
+    StartAs("rene", hold);
+    EXPECT_TRUE(WaitUntil([this] { return output.contains("held ") || !IsRunning(); }));
+    EXPECT_TRUE(IsRunning()) << errors.constData();
+    Kill();
+    EXPECT_EQ(RunAs("olga", hold), 1);
+    EXPECT_THAT(errors.toStdString(), HasSubstr("/MultiChannelServer/DynamicMpxORVs/Van"));
+}
 
 // It was in force when the server started.
 TEST_F(TlsServer, WhoseCertificateIsOverIsNotTrusted) {
