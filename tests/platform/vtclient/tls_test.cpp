@@ -153,8 +153,10 @@ TEST_P(UnusableFiles, KeepAServerFromStarting) {
     m_serverOptions.privateKeyFile = Key(GetParam().key);
     QString error;
     EXPECT_FALSE(m_server.Listen(m_serverOptions, &error));
-    EXPECT_EQ(error,
-              S(GetParam().error).arg(m_serverOptions.certificateFile, m_serverOptions.privateKeyFile));
+    const QString expected = S(GetParam().error)
+                                 .replace(S("%1"), m_serverOptions.certificateFile)
+                                 .replace(S("%2"), m_serverOptions.privateKeyFile);
+    EXPECT_EQ(error, expected);
     EXPECT_FALSE(m_server.IsListening());
 }
 
