@@ -217,8 +217,8 @@ struct Row {
 /// One that is always there.
 template <class M, class T, class Rule>
 struct Field : Row<M, T, Rule> {
-    constexpr Field(const char* name, T M::*member, Rule rule = Rule())
-        : Row<M, T, Rule>(name, member, rule) {}
+    constexpr Field(const char* itsName, T M::*itsMember, Rule itsRule = Rule())
+        : Row<M, T, Rule>(itsName, itsMember, itsRule) {}
 
     template <class Input>
     bool Read(Input& input, M* message) const {
@@ -239,8 +239,8 @@ template <class M, class T, class Rule>
 struct FieldIf : Row<M, T, Rule> {
     using TCondition = bool (M::*)() const;
 
-    constexpr FieldIf(TCondition condition, const char* name, T M::*member, Rule rule = Rule())
-        : Row<M, T, Rule>(name, member, rule), m_condition(condition) {}
+    constexpr FieldIf(TCondition condition, const char* itsName, T M::*itsMember, Rule itsRule = Rule())
+        : Row<M, T, Rule>(itsName, itsMember, itsRule), m_condition(condition) {}
 
     template <class Input>
     bool Read(Input& input, M* message) const {
@@ -263,8 +263,8 @@ FieldIf(bool (M::*)() const, const char*, T M::*, Rule) -> FieldIf<M, T, Rule>;
 /// field that is added later hinders nobody who does not know it, until somebody needs it.
 template <class M, class T, class Rule>
 struct OptionalField : Row<M, T, Rule> {
-    constexpr OptionalField(const char* name, T M::*member, Rule rule = Rule())
-        : Row<M, T, Rule>(name, member, rule) {}
+    constexpr OptionalField(const char* itsName, T M::*itsMember, Rule itsRule = Rule())
+        : Row<M, T, Rule>(itsName, itsMember, itsRule) {}
 
     template <class Input>
     bool Read(Input& input, M* message) const {
