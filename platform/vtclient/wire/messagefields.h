@@ -313,9 +313,9 @@ constexpr bool IsSameMember(const One& one, const Other& other) {
 }
 
 template <class Row>
-constexpr bool IsOptional = false;
+inline constexpr bool IsOptional = false;
 template <class M, class T, class Rule>
-constexpr bool IsOptional<OptionalField<M, T, Rule>> = true;
+inline constexpr bool IsOptional<OptionalField<M, T, Rule>> = true;
 
 template <class... Row>
 constexpr bool EachHasItsOwn(const std::tuple<Row...>& rows) {

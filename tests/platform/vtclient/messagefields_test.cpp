@@ -191,7 +191,7 @@ TEST(FrequentMessageTest, WhatStandsBeforeChangesIsWrittenWithoutAnyAllocation) 
 /// How docs/protocol.md shows a field.
 template <class M, class T, class Rule>
 QString Shown(const Field<M, T, Rule>& field) {
-    const QString name = S(field.name);
+    QString name = S(field.name);
     if constexpr (std::is_same_v<Rule, TextsUpTo>) return S("[%1 ...]").arg(name);
     if constexpr (std::is_same_v<Rule, WholeItem>) return S("%1 ...").arg(name);
     return name;
