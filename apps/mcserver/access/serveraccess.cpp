@@ -257,13 +257,11 @@ QString ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     if (!target || !target->below.isEmpty()) return QString();
     QString refusal = UseRefusal(peer, *target);
-    const bool mayUse = refusal.isEmpty();
-    if (mayUse) refusal = Join(peer, *target);
+    if (refusal.isEmpty()) refusal = Join(peer, *target);
     if (!refusal.isEmpty())
         Log(peer, QStringLiteral("%1 may not use %2: %3")
                       .arg(peertext::Name(peer), peertext::Shown(target->name), refusal));
-    // Who may not use any waits for one that somebody else uses.
-    return mayUse ? refusal : QString();
+    return refusal;
 }
 
 void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
