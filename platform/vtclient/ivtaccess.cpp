@@ -9,3 +9,6 @@ QString IVtAccess::ProvideNode(const VtPeer& /*peer*/, const QString& /*path*/) 
 }
 void IVtAccess::NodeReleased(const VtPeer& /*peer*/, const QString& /*path*/) {}
 void IVtAccess::ValueWritten(const VtPeer& /*peer*/, const QString& /*path*/) {}
+int IVtAccess::MaxTextLength(const VtPeer& /*peer*/, const QString& /*path*/) {
+    return DefaultMaxText;
+}

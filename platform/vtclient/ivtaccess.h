@@ -24,6 +24,9 @@ struct VtPeer {
 /// happens. Main thread. Paths are absolute and normalised: "/a/b", or "/" for the root.
 class MCS_CONNECTION_EXPORT IVtAccess {
   public:
+    static constexpr int DefaultMaxText = 4096;  ///< UTF-16 code units of a text that a peer may write
+    static constexpr int ShortText = 1024;       ///< and of one that it may write anywhere
+
     virtual ~IVtAccess();
 
     /// True if nobody comes in without a credential: required for listening beyond loopback.
@@ -53,4 +56,7 @@ class MCS_CONNECTION_EXPORT IVtAccess {
     virtual void NodeReleased(const VtPeer& peer, const QString& path);
     /// \a peer, who may, has written the value at \a path, whose observers were told.
     virtual void ValueWritten(const VtPeer& peer, const QString& path);
+    /// How many UTF-16 code units a text may have that \a peer writes or creates at \a path. Not asked of
+    /// short ones. Unless overridden DefaultMaxText.
+    virtual int MaxTextLength(const VtPeer& peer, const QString& path);
 };

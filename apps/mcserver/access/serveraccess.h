@@ -39,6 +39,9 @@ class ServerAccess : public IVtAccess {
     /// Writing a request of an MpxORV makes the peer a client of it, as asking for its node does: a peer that
     /// mirrors all MpxORVs has no other way to say that it uses one.
     void ValueWritten(const VtPeer& peer, const QString& path) override;
+    int MaxTextLength(const VtPeer& peer, const QString& path) override;
+
+    static constexpr int MaxComment = 1024;  ///< UTF-16 code units of the comment of an MpxORV
 
     /// The role that switches policies.
     static QString OperatorRole() { return QStringLiteral("operator"); }

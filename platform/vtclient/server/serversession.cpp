@@ -338,7 +338,35 @@ void ServerSession::On(const WriteMessage& write) {
     const QString path = item->GetPathName();
     QString reason;
     if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
+    reason = LengthRefusal(write.content, path);
+    if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
     Write(write, *watcher, static_cast<values::ValueBase&>(*item), path, &answer);
+}
+
+// What a client writes the server keeps, and sends to everybody. Empty if it may be that long.
+QString ServerSession::LengthRefusal(const Content& content, const QString& path) const {
+    const auto* const numbers = std::get_if<QVector<double>>(&content);
+    if (numbers != nullptr && numbers->size() > vtlimits::MaxWrittenNumbers)
+        return QStringLiteral("a list has at most %1 numbers, this one has %2")
+            .arg(vtlimits::MaxWrittenNumbers)
+            .arg(numbers->size());
+    const auto* const text = std::get_if<QString>(&content);
+    if (text == nullptr || text->size() <= IVtAccess::ShortText) return QString();
+    const int most = m_hub.Access().MaxTextLength(m_peer, path);
+    if (text->size() <= most) return QString();
+    return QStringLiteral("a text has at most %1 characters here, this one has %2")
+        .arg(most)
+        .arg(text->size());
+}
+
+QString ServerSession::LengthRefusal(const ItemDescription& item, const QString& path) const {
+    if (item.choices.size() > vtlimits::MaxWrittenChoices)
+        return QStringLiteral("a selection has at most %1 items").arg(vtlimits::MaxWrittenChoices);
+    for (const Choice& choice : item.choices) {
+        const QString refusal = LengthRefusal(choice.text, path);
+        if (!refusal.isEmpty()) return refusal;
+    }
+    return LengthRefusal(item.content, path);
 }
 
 void ServerSession::Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value,
@@ -431,6 +459,8 @@ QString ServerSession::Create(const CreateMessage& create, Subscription& subscri
         return DifferenceOf(*present, create.item.kind);
     if (!reason.isEmpty()) return reason;
     if (!m_hub.Access().MayCreate(m_peer, path, &reason)) return reason;
+    reason = LengthRefusal(create.item, path);
+    if (!reason.isEmpty()) return reason;
     if (++m_created > vtlimits::MaxCreatedPerSession)
         return QStringLiteral("the session has created %1 items").arg(vtlimits::MaxCreatedPerSession);
     std::unique_ptr<values::TreeItem> item = MakeItem(create.item, names.last());

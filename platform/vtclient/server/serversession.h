@@ -87,6 +87,8 @@ class ServerSession final : public IChannelListener {
     void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
                AnswerMessage* answer);
     QString Create(const CreateMessage& create, Subscription& subscription);
+    QString LengthRefusal(const Content& content, const QString& path) const;
+    QString LengthRefusal(const ItemDescription& item, const QString& path) const;
     void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());
     template <class M>
     void Send(const M& message);

@@ -35,6 +35,8 @@ constexpr int MaxReasonLength = 1024;                   // UTF-16 code units: fi
 constexpr int MaxHelloText = 256;                       // UTF-16 code units
 constexpr std::size_t MaxQueuedOccurrences = 4U << 20;  // per session: then it does not keep up
 constexpr qint64 MaxUnsent = 4 << 20;                   // answers to a peer that sends but does not read
+constexpr std::size_t MaxWrittenChoices = 256;          // of a selection that a client creates
+constexpr int MaxWrittenNumbers = 4096;                 // of a list that a client writes
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
 // What clients make the server hold, in all: what is incomplete, what waits for them, what they asked for.

@@ -134,6 +134,17 @@ const Target Targets[] = {
 INSTANTIATE_TEST_SUITE_P(, OperatorWrites, testing::ValuesIn(Targets),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(ServerAccessTest, ACommentIsShorterThanOtherTexts) {
+    const VtPeer peer = Connect(QStringLiteral("Receiver"));
+    const QString comment = QStringLiteral("Status/Comment");
+    for (const QString& path : {Static(QStringLiteral("Alpha"), comment),
+                                QStringLiteral("/MultiChannelServer/DynamicMpxORVs/Mine/") + comment})
+        EXPECT_EQ(m_access->MaxTextLength(peer, path), 1024) << path.toStdString();
+    for (const char* path :
+         {"/MultiChannelServer/Config/DeviceName", "/x", "/MultiChannelServer/Status/Comment"})
+        EXPECT_EQ(m_access->MaxTextLength(peer, QLatin1String(path)), 4096) << path;
+}
+
 TEST_F(ServerAccessTest, AskingMakesNobodyAClient) {
     const VtPeer peer = Connect(QStringLiteral("Receiver"));
     const QString request = Static(QStringLiteral("Alpha"), QStringLiteral("Request/RestartJob"));

@@ -219,4 +219,55 @@ TEST_F(ServerRules, ACreationIsAnsweredAfterTheItemWasTold) {
     EXPECT_EQ(TypeOf(peer.messages.back()), vt::EMessage::Answer);
 }
 
+TEST_F(ServerRules, ATextThatIsTooLongIsDeniedWithTheLimitAndTheSessionGoesOn) {
+    m_access.maxText = 2000;
+    auto* const text = Add<Text>("/S", "text");
+    RawPeer& peer = Subscribed();
+    const quint32 id = 1;
+    struct Row {
+        int length;
+        EResult result;
+        const char* reason;
+    };
+    const Row rows[] = {
+        {1024, EResult::Done, ""},
+        {2000, EResult::Done, ""},
+        {2001, EResult::Denied, "a text has at most 2000 characters here, this one has 2001"},
+        {300'000, EResult::Denied, "a text has at most 2000 characters here, this one has 300000"}};
+    for (const Row& row : rows) {
+        peer.messages.clear();
+        peer.Send(Write(7, 1, id, QString(row.length, QLatin1Char('x'))));
+        Run();
+        ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 1) << row.length;
+        EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].result, row.result) << row.length;
+        EXPECT_EQ(peer.Of<vt::AnswerMessage>()[0].reason, S(row.reason));
+        EXPECT_LE(text->GetValue().size(), 2000);
+    }
+    EXPECT_EQ(peer.Count<vt::ByeMessage>(), 0);
+}
+
+TEST_F(ServerRules, WhatIsTooLongIsNotCreatedEither) {
+    m_access.maxText = 2000;
+    Add<Text>("/S", "text");
+    RawPeer& peer = Subscribed();
+    vt::CreateMessage create = Create(1, 1, "/S/new");
+    create.item.kind = vt::EItemKind::Text;
+    create.item.content = QString(2001, QLatin1Char('x'));
+    peer.Send(create);
+    create = Create(2, 1, "/S/list");
+    create.item.kind = vt::EItemKind::List;
+    create.item.content = QVector<double>(vtlimits::MaxWrittenNumbers + 1);
+    peer.Send(create);
+    create = Create(3, 1, "/S/selection");
+    create.item.kind = vt::EItemKind::Selection;
+    create.item.choices.resize(vtlimits::MaxWrittenChoices + 1);
+    peer.Send(create);
+    Run();
+    ASSERT_EQ(peer.Count<vt::AnswerMessage>(), 3);
+    for (const vt::AnswerMessage& answer : peer.Of<vt::AnswerMessage>())
+        EXPECT_EQ(answer.result, EResult::Denied) << answer.req;
+    for (const char* path : {"/S/new", "/S/list", "/S/selection"})
+        EXPECT_EQ(m_tree.FindItem(S(path)), nullptr) << path;
+}
+
 }  // namespace

@@ -49,6 +49,8 @@ class TestAccess final : public IVtAccess {
     void NodeReleased(const VtPeer& /*peer*/, const QString& path) override { released.push_back(path); }
     void ValueWritten(const VtPeer& /*peer*/, const QString& path) override { written.push_back(path); }
 
+    int MaxTextLength(const VtPeer& /*peer*/, const QString& /*path*/) override { return maxText; }
+
     // Who comes in.
     bool needsCredentials = false;
     bool wantsCertificate = false;
@@ -59,6 +61,7 @@ class TestAccess final : public IVtAccess {
     // What is forbidden: these, and all below.
     std::set<QString> unreadable, unwritable, uncreatable, unprovidable;
     QString creatable = QStringLiteral("/");  ///< with which a path begins that may be created
+    int maxText = 1 << 20;                    ///< that is written; many a test writes what is long
     QString writeRefusal = QStringLiteral("not for you");
     QString createRefusal = QStringLiteral("nothing is created here");
     QString provideRefusal = QStringLiteral("nothing comes here");
