@@ -17,6 +17,7 @@ struct VtPeer {
     QString certificateName;  ///< common name of the verified client certificate; empty without one
     QString user;             ///< as whom it was admitted; set by Admit
     QString role;             ///< in which role; set by Admit
+    bool isOperator = false;  ///< places are kept for it; set by Admit
     bool hasShare = true;  ///< its user and its host have a share each of what the server has; set by Admit
 };
 

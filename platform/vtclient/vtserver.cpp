@@ -48,6 +48,7 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     settings.application = options.application;
     settings.pingInterval = options.pingInterval;
     settings.deadAfter = options.deadAfter;
+    settings.maxSessions = options.maxSessions;
     settings.memoryBytes = options.memoryBytes;
     settings.maxPending = vt::MaxPending();
     m_d->works = std::make_unique<Works>(m_d->access, settings);

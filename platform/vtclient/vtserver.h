@@ -17,6 +17,7 @@ class IChannel;
 /// Where and how a server listens.
 struct VtServerOptions {
     static constexpr int DefaultPort = 7450;
+    static constexpr int DefaultMaxSessions = 2000;
     static constexpr qint64 DefaultMemoryBytes = 32 << 20;  ///< with a small server itself below 64 MiB
 
     QString application;                            ///< told to clients
@@ -26,6 +27,9 @@ struct VtServerOptions {
     QString privateKeyFile;                         ///< PEM
     QString caFile;           ///< PEM: client certificates from this authority count as credentials
     bool isInsecure = false;  ///< allow other addresses than loopback without TLS and credentials
+    /// Clients at once. Some of these places are kept for operators; when only those are left, a user or a
+    /// host that has more than its share makes room for others.
+    int maxSessions = DefaultMaxSessions;
     /// What clients may make the server keep: what has come and is not complete, what waits for them, and
     /// what they asked for. If it is not enough, the session ends that acknowledges nothing or takes most.
     qint64 memoryBytes = DefaultMemoryBytes;

@@ -66,7 +66,7 @@ bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString&
     }
     peer.user = isByCertificate ? VtAccessFile::CertificateUser(peer.certificateName) : user;
     peer.role = *role;
-    m_admissions[peer.session] = {peer.user, m_file->GetTextOf(peer.user)};
+    peer.isOperator = peer.role == OperatorRole();
     return true;
 }
 
@@ -104,6 +104,7 @@ void ServerAccess::AdmitWithoutFile(VtPeer& peer) {
     peer.role = peer.isLoopback ? OperatorRole() : ClientRole();
     peer.user = peer.role;
     peer.hasShare = !peer.isLoopback;
+    peer.isOperator = peer.isLoopback;
 }
 
 QStringList ServerAccess::PrefixesOf(const VtPeer& peer, ERight right) const {
@@ -244,6 +245,7 @@ QStringList ServerAccess::WritablePrefixes(const VtPeer& peer) {
 }
 
 void ServerAccess::SessionStarted(const VtPeer& peer) {
+    if (m_file) m_admissions[peer.session] = {peer.user, m_file->GetTextOf(peer.user)};
     Log(peer, QStringLiteral("%1 is connected as %2").arg(peertext::Name(peer), peertext::Shown(peer.role)));
 }
 

@@ -25,6 +25,7 @@ constexpr CommandLine::Option Options[] = {
     {"insecure", nullptr, "Listen beyond this machine also without TLS and credentials."},
     {"access", "FILE", "Who may come in, and what each role may do."},
     {"config", "FILE", "Configuration to read and save."},
+    {"sessions", "COUNT", "Clients at once; 2000 unless given. Some of the places are kept for operators."},
     {"memory", "MIB", "What clients may make the server keep in memory, in MiB. 32 unless given."},
     {"script", "FILE", "What the simulated device does by itself."},
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
@@ -52,6 +53,7 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
     line.TakeText("tls-ca", &options.caFile);
     line.TakeText("access", &options.accessFile);
     line.TakeText("config", &options.configFile);
+    line.TakeNumber("sessions", 1, 65536, &options.maxSessions);
     line.TakeNumber("memory", 4, 65536, &options.memoryMiB);
     line.TakeText("script", &options.scriptFile);
     line.TakeText("name", &options.name);
@@ -76,6 +78,7 @@ ServerOptions ServerOptions::Parse(const QStringList& arguments) {
     ServerOptions options;
     options.listen = {QStringLiteral("127.0.0.1"), VtServerOptions::DefaultPort};
     options.name = QStringLiteral("mcserver");
+    options.maxSessions = VtServerOptions::DefaultMaxSessions;
     options.memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / BytesPerMiB);
     CommandLine line(
         "mcserver",

@@ -23,6 +23,7 @@ struct ServerOptions : ProgramOptions {
     QString accessFile;
     QString configFile;
     QString scriptFile;
+    int maxSessions = 0;
     int memoryMiB = 0;  ///< what clients may make the server keep
     QString name;
 

@@ -80,6 +80,7 @@ bool ServerProgram::Listen(QString* error) {
     options.privateKeyFile = m_options.privateKeyFile;
     options.caFile = m_options.caFile;
     options.isInsecure = m_options.isInsecure;
+    options.maxSessions = m_options.maxSessions;
     options.memoryBytes = m_options.memoryMiB * qint64(1024 * 1024);
     return m_listener.Listen(options, error);
 }

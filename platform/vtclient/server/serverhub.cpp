@@ -74,11 +74,53 @@ void ServerHub::AddChannel(std::unique_ptr<IChannel> channel) {
     m_waitingRoom.Enter(&session, VtAttemptLimiter::HostOf(session.Peer().address));
 }
 
-bool ServerHub::IsFull() const {
-    const auto isThere = [](const std::unique_ptr<ServerSession>& session) {
-        return session->IsAdmitted() && !session->IsEnded();
-    };
-    return std::count_if(m_sessions.begin(), m_sessions.end(), isThere) >= vtlimits::MaxSessions;
+int ServerHub::CountAdmitted() const {
+    return static_cast<int>(std::count_if(m_sessions.begin(), m_sessions.end(),
+                                          [](const std::unique_ptr<ServerSession>& session) {
+                                              return session->IsAdmitted() && !session->IsEnded();
+                                          }));
+}
+
+// Where nobody shows who it is, its host says all.
+QString ServerHub::UserOf(const VtPeer& peer) const {
+    return m_access.NeedsCredentials() ? peer.user : QString();
+}
+
+int ServerHub::CountOf(const VtPeer& peer) const {
+    return peer.hasShare ? m_budget.CountOf(UserOf(peer), VtAttemptLimiter::HostOf(peer.address)) : 0;
+}
+
+/// The youngest session of the user or host that has most, if those are more than \a share.
+ServerSession* ServerHub::FindBeyond(int share) const {
+    ServerSession* found = nullptr;
+    for (const auto& session : m_sessions) {
+        const int count = SessionBudget::CountOf(session->taken);
+        if (session->IsEnded() || count <= share) continue;
+        if (found == nullptr || count >= SessionBudget::CountOf(found->taken)) found = session.get();
+    }
+    return found;
+}
+
+QString ServerHub::MakePlace(const VtPeer& peer) {
+    const int reserved = std::max(1, m_settings.maxSessions / vtlimits::ReservedPart);
+    const int open = m_settings.maxSessions - reserved;
+    const int count = CountAdmitted();
+    if (count < open || (!peer.hasShare && peer.isOperator && count < m_settings.maxSessions))
+        return QString();
+    const int share = std::max(1, open / vtlimits::ShareOfPlaces);
+    const int own = CountOf(peer);
+    ServerSession* const beyond = own < share ? FindBeyond(share) : nullptr;
+    if (beyond != nullptr) {
+        beyond->End(EBye::Limit,
+                    QStringLiteral("others need the place: one user or host has %1 of them while "
+                                   "there are few")
+                        .arg(share));
+        return QString();
+    }
+    // No operator takes all of these places from the others.
+    const bool isReservedOpen =
+        peer.isOperator && count < m_settings.maxSessions && own < std::max(1, reserved / 2);
+    return isReservedOpen ? QString() : QStringLiteral("the server has %1 clients").arg(count);
 }
 
 void ServerHub::EndAll(const QString& reason) {
@@ -103,9 +145,7 @@ std::vector<VtPeer> ServerHub::GetPeers() const {
 void ServerHub::OnAdmitted(ServerSession& session) {
     m_waitingRoom.Leave(&session);
     const VtPeer& peer = session.Peer();
-    if (peer.hasShare)
-        m_budget.Join(&session.taken, m_access.NeedsCredentials() ? peer.user : QString(),
-                      VtAttemptLimiter::HostOf(peer.address));
+    if (peer.hasShare) m_budget.Join(&session.taken, UserOf(peer), VtAttemptLimiter::HostOf(peer.address));
     m_access.SessionStarted(session.Peer());
 }
 

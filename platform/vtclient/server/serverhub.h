@@ -34,7 +34,8 @@ class ServerHub final : public ITurnTaker, public IObserver {
         std::chrono::milliseconds pingInterval{5000};
         std::chrono::milliseconds deadAfter{15'000};
         int maxPending = vtlimits::MaxPendingConnections;  ///< who have not said hello
-        qint64 memoryBytes = vtlimits::DefaultMemory;      ///< that sessions may make it hold
+        int maxSessions = vtlimits::MaxSessions;
+        qint64 memoryBytes = vtlimits::DefaultMemory;  ///< that sessions may make it hold
         std::function<void()> giveBack = GiveFreedMemoryBack;
     };
 
@@ -81,8 +82,9 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void Charge(ServerSession& session, qint64 bytes) {
         if (m_budget.Charge(&session.taken, bytes)) RelieveMemory();
     }
-    /// Whether there is no place for one more client.
-    bool IsFull() const;
+    /// Makes a place for  peer, who may come in, if need be at the cost of who has more than its share. Else
+    /// why there is none.
+    QString MakePlace(const VtPeer& peer);
     /// Messages are handled; what they lead to is sent when that is done.
     void OnInput() {
         m_isInInput = true;
@@ -93,6 +95,10 @@ class ServerHub final : public ITurnTaker, public IObserver {
   private:
     Q_NEVER_INLINE void RelieveMemory();
     ServerSession* FindHeaviest() const;
+    int CountAdmitted() const;
+    int CountOf(const VtPeer& peer) const;
+    ServerSession* FindBeyond(int share) const;
+    QString UserOf(const VtPeer& peer) const;
     void GiveMemoryBack();
     bool ServeBacklogs(const TurnBudget& budget);
     void FlushChannels();

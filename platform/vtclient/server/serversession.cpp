@@ -181,14 +181,14 @@ void ServerSession::On(const HelloMessage& hello) {
         return End(EBye::Version, QStringLiteral("this server speaks version %1 of the protocol, not %2")
                                       .arg(vtlimits::ProtocolVersion)
                                       .arg(hello.version));
-    if (m_hub.IsFull())
-        return End(EBye::Limit, QStringLiteral("the server has %1 clients").arg(vtlimits::MaxSessions));
     m_peer.application = hello.application;
     m_peer.machine = hello.machine;
     QString reason;
     if (!m_hub.Access().Admit(m_peer, hello.user, hello.token, &reason))
         return End(EBye::NotAdmitted, reason);
     if (m_isEnded) return;
+    reason = m_hub.MakePlace(m_peer);
+    if (!reason.isEmpty()) return End(EBye::Limit, reason);
     m_isAdmitted = true;
     m_channel->SetMaxMessage(vtlimits::MaxFrame);
     WelcomeMessage welcome;

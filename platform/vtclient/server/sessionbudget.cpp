@@ -23,6 +23,14 @@ void SessionBudget::Join(Entry* entry, const QString& user, const QString& host)
     if (entry->hasHost) entry->host = JoinOne(m_hosts, host, *entry);
 }
 
+int SessionBudget::CountOf(const QString& user, const QString& host) const {
+    const auto countIn = [](const Accounts& accounts, const QString& name) {
+        const auto found = accounts.find(name);
+        return found == accounts.end() ? 0 : found->second.sessions;
+    };
+    return std::max(countIn(m_users, user), countIn(m_hosts, host));
+}
+
 void SessionBudget::Leave(Entry* entry) {
     Charge(entry, 0);
     if (entry->hasUser) LeaveOne(m_users, entry->user, *entry);

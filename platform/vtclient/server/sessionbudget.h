@@ -42,6 +42,13 @@ class SessionBudget {
         return more > 0 && (IsOver() || IsOverShare(*entry));
     }
 
+    /// How many sessions \a user has, or \a host, if those are more.
+    int CountOf(const QString& user, const QString& host) const;
+    static int CountOf(const Entry& entry) {
+        const int user = entry.hasUser ? entry.user->second.sessions : 0;
+        return entry.hasHost ? std::max(user, entry.host->second.sessions) : user;
+    }
+
     qint64 Held() const { return m_held; }
     bool IsOver() const { return m_held > m_memory; }
     /// Whether its user, or its host, holds more than one may.

@@ -290,6 +290,7 @@ class OwnPoliciesByFile : public ServerAccessTest, public testing::WithParamInte
         peer.session = ++m_session;
         QString reason;
         EXPECT_TRUE(m_access->Admit(peer, QLatin1String(user), QStringLiteral("secret"), &reason));
+        m_access->SessionStarted(peer);
         return peer;
     }
 

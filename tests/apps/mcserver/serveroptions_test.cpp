@@ -23,13 +23,14 @@ TEST(ServerOptions, WithoutAnyTheServerRunsForThisMachine) {
     EXPECT_EQ(options.name, QStringLiteral("mcserver"));
     EXPECT_FALSE(options.isInsecure);
     EXPECT_EQ(options.memoryMiB, 32);
+    EXPECT_EQ(options.maxSessions, 2000);
     EXPECT_FALSE(options.makesToken);
 }
 
 TEST(ServerOptions, AllAreTaken) {
     const ServerOptions options = Parse(
         "--listen 0.0.0.0:0 --tls-cert c.pem --tls-key k.pem --tls-ca a.pem --insecure --access rules "
-        "--config s.ini --memory 64 --script night --name north --headless");
+        "--config s.ini --memory 64 --sessions 50 --script night --name north --headless");
     EXPECT_EQ(options.action, EAction::Run) << options.text.toStdString();
     EXPECT_EQ(options.listen.address, QStringLiteral("0.0.0.0"));
     EXPECT_EQ(options.listen.port, 0);
@@ -40,6 +41,7 @@ TEST(ServerOptions, AllAreTaken) {
     EXPECT_EQ(options.accessFile, QStringLiteral("rules"));
     EXPECT_EQ(options.configFile, QStringLiteral("s.ini"));
     EXPECT_EQ(options.memoryMiB, 64);
+    EXPECT_EQ(options.maxSessions, 50);
     EXPECT_EQ(options.scriptFile, QStringLiteral("night"));
     EXPECT_EQ(options.name, QStringLiteral("north"));
 }

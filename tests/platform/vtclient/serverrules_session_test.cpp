@@ -118,19 +118,72 @@ TEST_F(ServerRules, AHostThatCrowdsTheDoorMakesRoomForOthers) {
     }
 }
 
-TEST_F(ServerRules, WhoComesToAFullServerIsToldSoAndHasItsPlaceWhenAnotherGoes) {
+class Places : public ServerRules {
+  protected:
+    Places() {
+        m_settings.maxSessions = 40;  // of which two are for operators, and nine a share of the others
+        m_hub.reset();
+        StartServer();
+    }
+    RawPeer& Come(const QString& user, int host) {
+        RawPeer& peer = Connect(qPrintable(S("10.0.0.%1:1").arg(host)));
+        vt::HelloMessage hello = Hello();
+        hello.user = user;
+        peer.Send(hello);
+        Run();
+        return peer;
+    }
+    static bool IsIn(const RawPeer& peer) {
+        return peer.Count<vt::WelcomeMessage>() == 1 && peer.Count<vt::ByeMessage>() == 0;
+    }
+};
+
+TEST_F(Places, WhoComesToAFullServerIsToldSoAndHasItsPlaceWhenAnotherGoes) {
+    m_access.isShareless = true;
     std::vector<RawPeer*> clients;
-    for (int i = 0; i < vtlimits::MaxSessions; ++i)
+    for (int i = 0; i < 38; ++i)
         clients.push_back(&Admitted());
     RawPeer& late = Connect();
     late.Send(Hello());
     Run();
-    ExpectBye(late, EBye::Limit, "the server has 1000 clients");
+    ExpectBye(late, EBye::Limit, "the server has 38 clients");
     vt::ByeMessage bye;
     bye.code = EBye::ClientEnds;
     clients.front()->Send(bye);
     Run();
-    EXPECT_EQ(Admitted().Count<vt::ByeMessage>(), 0);
+    EXPECT_TRUE(IsIn(Admitted()));
+}
+
+TEST_F(Places, OneUserHasAllOfThemUntilAnotherComes) {
+    m_access.needsCredentials = true;
+    std::vector<RawPeer*> crowd;
+    for (int i = 0; i < 38; ++i)
+        crowd.push_back(&Come(S("crowd"), i));
+    for (const RawPeer* peer : crowd)
+        EXPECT_TRUE(IsIn(*peer));
+    EXPECT_FALSE(IsIn(Come(S("crowd"), 99)));
+    EXPECT_TRUE(IsIn(Come(S("other"), 100)));
+    EXPECT_FALSE(IsIn(*crowd.back())) << "the youngest makes room";
+    EXPECT_TRUE(IsIn(*crowd.front()));
+}
+
+TEST_F(Places, OneHostMakesRoomForAnother) {
+    std::vector<RawPeer*> crowd;
+    for (int i = 0; i < 38; ++i)
+        crowd.push_back(&Come(QString(), 1));
+    EXPECT_FALSE(IsIn(Come(QString(), 1)));
+    EXPECT_TRUE(IsIn(Come(QString(), 2)));
+    EXPECT_FALSE(IsIn(*crowd.back()));
+}
+
+TEST_F(Places, AnOperatorAlwaysGetsIn) {
+    m_access.needsCredentials = true;
+    for (int i = 0; i < 38; ++i)
+        Come(S("user %1").arg(i), i);
+    EXPECT_FALSE(IsIn(Come(S("one more"), 50)));
+    EXPECT_TRUE(IsIn(Come(S("operator"), 51)));
+    EXPECT_FALSE(IsIn(Come(S("operator"), 52))) << "and leaves a place for another one";
+    EXPECT_TRUE(IsIn(Come(S("operator 2"), 53)));
 }
 
 TEST_F(ServerRules, ASilentClientIsPingedAndThenGivenUp) {

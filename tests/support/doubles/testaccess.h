@@ -19,6 +19,7 @@ class TestAccess final : public IVtAccess {
         peer.user = user.isEmpty() ? QStringLiteral("guest") : user;
         peer.role = QStringLiteral("all");
         peer.hasShare = !isShareless;
+        peer.isOperator = user.startsWith(QLatin1String("operator"));
         *reason = refusal;
         if (reason->isEmpty() && !wantedToken.isEmpty() && token != wantedToken)
             *reason = QStringLiteral("the token of '%1' is wrong").arg(user);
