@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr qint64 BytesPerMiB = 1024 * 1024;
-
 QString Text(const char* text) {
     return QString::fromUtf8(text);
 }
@@ -78,8 +76,6 @@ ServerOptions ServerOptions::Parse(const QStringList& arguments) {
     ServerOptions options;
     options.listen = {QStringLiteral("127.0.0.1"), VtServerOptions::DefaultPort};
     options.name = QStringLiteral("mcserver");
-    options.maxSessions = VtServerOptions::DefaultMaxSessions;
-    options.memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / BytesPerMiB);
     CommandLine line(
         "mcserver",
         "Owns a direction finder and offers it to many clients at once, each with a device of its own.",

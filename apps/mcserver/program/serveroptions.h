@@ -4,6 +4,8 @@
 #include <apps/common/listenaddress.h>
 #include <apps/common/programoptions.h>
 
+#include <platform/vtclient/vtserver.h>
+
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -23,8 +25,9 @@ struct ServerOptions : ProgramOptions {
     QString accessFile;
     QString configFile;
     QString scriptFile;
-    int maxSessions = 0;
-    int memoryMiB = 0;  ///< what clients may make the server keep
+    int maxSessions = VtServerOptions::DefaultMaxSessions;
+    /// What clients may make the server keep.
+    int memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / (1024 * 1024));
     QString name;
 
     /// Reads \a arguments, the program's name first. Needs the application object.

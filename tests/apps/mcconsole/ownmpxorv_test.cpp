@@ -27,7 +27,7 @@ class OwnMpxOrvTest : public ConsoleTest {
         ASSERT_NO_FATAL_FAILURE(server.Start());
         m_other.Start(QStringLiteral(MCTREE),
                       {QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(server.Port()),
-                       QStringLiteral("watch"), Dynamic() + QLatin1Char('/') + QString::fromLatin1(name)});
+                       QStringLiteral("hold"), Dynamic() + QLatin1Char('/') + QString::fromLatin1(name)});
         ASSERT_TRUE(WaitFor([&] { return HasMpxOrv(name); }));
     }
     void Connect() {
