@@ -70,12 +70,12 @@ class StatusListThatEmpties : public StatusListDisplayTest {
         }
         m_display.show();
         RunTurns(3);
-        QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_display,
+        QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_context,
                          [this](const QModelIndex&, int first, int last) {
                              ++m_told;
                              if (first != last) ++m_toldTogether;
                          });
-        QObject::connect(&Header(), &QHeaderView::sectionCountChanged, &m_display,
+        QObject::connect(&Header(), &QHeaderView::sectionCountChanged, &m_context,
                          [this](int, int) { ++m_headerChanges; });
     }
     static QString Other() { return QStringLiteral("/Others"); }
@@ -84,6 +84,7 @@ class StatusListThatEmpties : public StatusListDisplayTest {
     int m_told = 0;
     int m_toldTogether = 0;
     int m_headerChanges = 0;
+    QObject m_context;  ///< whoever is told is gone before the rows that are left
 };
 
 TEST_F(StatusListThatEmpties, TellsOfEachRowAndIsCountedAnewOnce) {
@@ -116,7 +117,7 @@ TEST_F(StatusListThatEmpties, IsTrueToWhoeverHandlesEventsMeanwhile) {
         RunTurns(2);
         EXPECT_EQ(Header().count(), 2 * Count - 10);
     };
-    QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_display, look);
+    QObject::connect(View().model(), &QAbstractItemModel::rowsRemoved, &m_context, look);
     m_tree.Delete(m_tree.FindItem(s_path));
     EXPECT_EQ(m_told, Count);
     EXPECT_EQ(m_headerChanges, 2);
@@ -127,7 +128,7 @@ TEST_F(StatusListThatEmpties, MayBeEmptiedByWhoeverIsTold) {
     const auto empty = [this] {
         if (m_told == 10) m_display.RemoveAllMpxORVs_ValuePaths();
     };
-    QObject::connect(View().model(), &QAbstractItemModel::rowsAboutToBeRemoved, &m_display, empty);
+    QObject::connect(View().model(), &QAbstractItemModel::rowsAboutToBeRemoved, &m_context, empty);
     m_tree.Delete(m_tree.FindItem(s_path));
     EXPECT_EQ(CountRows(), 0);
     EXPECT_EQ(Header().count(), 0);
