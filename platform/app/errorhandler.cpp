@@ -24,7 +24,7 @@ TraceRecord MakeRecord(TraceRecord::EKind kind, QString message, const wchar_t* 
     record.message = std::move(message);
     if (file != nullptr) record.file = QString::fromWCharArray(file);
     record.line = line;
-    record.time = QDateTime::currentDateTime();
+    record.time = QDateTime::currentDateTimeUtc();
     return record;
 }
 

@@ -19,7 +19,7 @@ struct TraceRecord {
     QString message;  ///< the expression text of an assertion, the message of a trace
     QString file;     ///< source path without extension; empty for _Q_TraceOld
     int line = 0;     ///< source line, or a trace level where a caller gives one; 0 for _Q_TraceOld
-    QDateTime time;   ///< local time of the report
+    QDateTime time;   ///< of the report, in UTC: the local one costs a look at a file
     QString source;   ///< who outside caused it, and could again and again: a host; empty if nobody
 };
 

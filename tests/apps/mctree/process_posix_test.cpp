@@ -81,11 +81,13 @@ TEST_F(ShellTest, LinesAreSetAsTheyComeAndFailuresToldAtOnce) {
 
 TEST_F(ShellTest, LinesThatDoNotComeCanBeInterrupted) {
     StartShell(QStringLiteral("exec %1 set -f -"));
-    process.Say("/Status/SweepTime 7");
-    ASSERT_TRUE(WaitUntil([this] { return sweepTime.GetValue() == 7; }));
+    // What is told of the line says that its answer has come.
+    const QByteArray refusal("mctree: line 1: /Locked: the switch is locked\n");
+    process.Say("/Locked on");
+    ASSERT_TRUE(WaitUntil([&] { return errors == refusal; }));
     ::kill(static_cast<pid_t>(process.GetProcessId()), SIGINT);
     EXPECT_EQ(WaitForEnd(), 1);
-    EXPECT_EQ(errors, QByteArray("mctree: interrupted\n"));
+    EXPECT_EQ(errors.toStdString(), refusal.toStdString() + "mctree: interrupted\n");
 }
 
 TEST_F(ShellTest, WhatIsListedCanBeGot) {

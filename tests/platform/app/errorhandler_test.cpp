@@ -73,7 +73,7 @@ TEST(ErrorHandlerRecords, OfAnAssertionCarryExpressionAndPlaceAndTime) {
     EXPECT_EQ(record.line, 12);
     EXPECT_LE(before, record.time);
     EXPECT_LE(record.time, after);
-    EXPECT_EQ(record.time.timeSpec(), Qt::LocalTime);
+    EXPECT_EQ(record.time.timeSpec(), Qt::UTC);
 }
 
 TEST(ErrorHandlerRecords, CarryWhoOutsideCausedThemAlsoIfNobodyKnows) {
