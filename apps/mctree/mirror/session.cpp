@@ -76,7 +76,7 @@ Outcome Session::Connect(QDeadlineTimer deadline) {
     return wait == EWait::Interrupted ? Interrupted(EExitCode::NoConnection) : NoConnection();
 }
 
-/// Whether there is no connection, and nothing that this session may wait for will make one.
+/// Whether there is no connection, and nothing that may be waited for will make one.
 bool Session::IsPointless() const {
     if (m_client->IsConnected()) return false;
     if (m_client->IsRefused()) return true;

@@ -61,7 +61,7 @@ void ServerSession::End(EBye code, const QString& reason) {
     m_hub.OnSessionEnded(*this);
 }
 
-// What is over a bound may be this session's, or another one's.
+// What is over a bound may be what this client holds, or another.
 void ServerSession::CountHeld() {
     if (m_isEnded) return;
     m_unfinished = m_channel->Unfinished();
