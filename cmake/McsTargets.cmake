@@ -16,8 +16,8 @@ if(WIN32)
   add_compile_definitions(NOMINMAX)
 endif()
 
-# A linker that is quick, where there is one.
-if(PROJECT_IS_TOP_LEVEL)
+# A linker that is quick, where there is one. Those for Windows that are quick know too little of MinGW.
+if(PROJECT_IS_TOP_LEVEL AND NOT WIN32)
   include(CheckLinkerFlag)
   foreach(linker mold lld)
     check_linker_flag(CXX -fuse-ld=${linker} MCS_HAS_LINKER_${linker})
@@ -69,6 +69,10 @@ function(mcs_add_library target export_name building_macro kind)
   # Installed, each finds the others beside it: a program's own search path does not hold for them.
   if(UNIX AND NOT APPLE)
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+  endif()
+  # Who loads a module knows its name, which no compiler is to change.
+  if(WIN32)
+    set_target_properties(${target} PROPERTIES PREFIX "")
   endif()
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX

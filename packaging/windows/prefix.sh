@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Makes a folder with Wine's own files, new or anew, as the tests want it: prefix.sh FOLDER
+#
+# Windows 10, nobody's desktop, a font, messages of Qt on standard error, and in the folder "shims" of the cache programs
+# that run those of this machine which tests start.
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cache=$("$here/dependencies.sh" --where)
+export MCS_WINE_PREFIX=$1 WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+rm -rf "$WINEPREFIX"
+mkdir -p "$WINEPREFIX" "$cache/fonts" "$cache/shims/run"
+
+wine=/usr/lib/wine/wine64
+$wine wineboot --init >/dev/null 2>&1
+$wine winecfg /v win10 >/dev/null 2>&1
+
+# environment NAME VALUE: of everything that runs in this prefix.
+environment() {
+    $wine reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null 2>&1
+}
+cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$cache/fonts"
+environment QT_QPA_PLATFORM offscreen
+environment QT_QPA_FONTDIR "Z:$(tr / '\\' <<<"$cache/fonts")"
+environment QT_FORCE_STDERR_LOGGING 1
+
+x86_64-w64-mingw32-g++-posix -std=c++17 -O1 -static -Wall -Wextra -DMCS_SCRATCH="\"$cache/shims/run\"" \
+    "$here/runprogram.cpp" -o "$cache/shims/runprogram.exe"
+for program in mbpoll openssl python3; do
+    cp "$cache/shims/runprogram.exe" "$cache/shims/$program.exe"
+done
+# What is told to a registry is written to its file when Wine's server ends.
+env -u DISPLAY /usr/lib/wine/wineserver64 -w 2>/dev/null || true
