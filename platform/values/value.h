@@ -33,8 +33,8 @@ class Value : public ValueBase {
     T m_content{};
 };
 
-extern template class MCS_PLATFORM_DECLARE_INSTANCE Value<bool>;
-extern template class MCS_PLATFORM_DECLARE_INSTANCE Value<int>;
-extern template class MCS_PLATFORM_DECLARE_INSTANCE Value<QString>;
+MCS_PLATFORM_DECLARE_INSTANCE(Value<bool>);
+MCS_PLATFORM_DECLARE_INSTANCE(Value<int>);
+MCS_PLATFORM_DECLARE_INSTANCE(Value<QString>);
 
 }  // namespace values

@@ -32,6 +32,6 @@ class ValueList : public ValueBase {
     std::vector<T> m_items;
 };
 
-extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueList<double>;
+MCS_PLATFORM_DECLARE_INSTANCE(ValueList<double>);
 
 }  // namespace values

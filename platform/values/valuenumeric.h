@@ -49,7 +49,7 @@ class ValueNumeric : public ValueBase {
     T m_maximum = (std::numeric_limits<T>::max)();  // in parentheses: some systems have a macro of that name
 };
 
-extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueNumeric<int>;
-extern template class MCS_PLATFORM_DECLARE_INSTANCE ValueNumeric<double>;
+MCS_PLATFORM_DECLARE_INSTANCE(ValueNumeric<int>);
+MCS_PLATFORM_DECLARE_INSTANCE(ValueNumeric<double>);
 
 }  // namespace values

@@ -12,7 +12,7 @@ import sys
 
 FACE = re.compile(r"^(platform/[a-z]+|devicecontrol/multichannelserver/common(/gts)?)/[a-z]+\.h$")
 MARK = re.compile(r"\bMCS_[A-Z]+_EXPORT\b")
-MARKED_CLASS = re.compile(r"\b(?:class|struct) MCS_[A-Z]+_(?:EXPORT|DECLARE_INSTANCE) ([\w:]+)")
+MARKED_CLASS = re.compile(r"\b(?:(?:class|struct) MCS_[A-Z]+_EXPORT |MCS_[A-Z]+_DECLARE_INSTANCE\()([\w:]+)")
 MARKED_FUNCTION = re.compile(r"\bMCS_[A-Z]+_EXPORT (?:[\w:<>,*& ]+?[ *&])?(\w+)(?:\(|;| =)")
 OF_A_CLASS = re.compile(r"^(?:vtable|VTT|typeinfo|typeinfo name|construction vtable|guard variable) for |"
                         r"^(?:non-virtual|virtual|covariant return) thunk to ")

@@ -44,7 +44,7 @@ unsigned Wait(nativesocket::Handle handle, EEvent event, const QDeadlineTimer& d
         FD_ZERO(&failed);
         FD_SET(Socket(handle), &failed);
         const qint64 remaining = deadline.remainingTime();
-        const timeval slice{0, static_cast<long>(qBound<qint64>(0, remaining, SliceMs) * 1000)};
+        timeval slice{0, static_cast<long>(qBound<qint64>(0, remaining, SliceMs) * 1000)};
         fd_set* const readable = event == EEvent::Input ? &wanted : nullptr;
         fd_set* const writable = event == EEvent::Connected ? &wanted : nullptr;
         const int count = ::select(0, readable, writable, &failed, &slice);
@@ -105,8 +105,8 @@ unsigned nativesocket::Send(Handle socket, const quint8* bytes, int size) {
 }
 
 nativesocket::EWaiting nativesocket::Look(Handle socket, unsigned* error) {
-    char byte = 0;
-    const int count = ::recv(Socket(socket), &byte, 1, MSG_PEEK);
+    char first = 0;
+    const int count = ::recv(Socket(socket), &first, 1, MSG_PEEK);
     if (count > 0) return EWaiting::Bytes;
     if (count == SOCKET_ERROR && ::WSAGetLastError() == WSAEWOULDBLOCK) return EWaiting::Nothing;
     *error = count == 0 ? unsigned{WSAECONNRESET} : SocketError();
