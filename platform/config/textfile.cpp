@@ -19,6 +19,10 @@ QString At(const QString& name, int line, const char* what) {
 
 }  // namespace
 
+// Said once more, where MinGW exports them.
+constexpr decltype(TextFile::MaxBytes) TextFile::MaxBytes;
+constexpr decltype(TextFile::MaxLineLength) TextFile::MaxLineLength;
+
 bool TextFile::ReadLines(const QString& path, QStringList* lines, QString* error) {
     QFile file(path);
     // Anything but a plain file (a pipe, a device) could keep the program waiting.

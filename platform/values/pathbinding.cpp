@@ -6,6 +6,9 @@
 
 #include <utility>
 
+// Said once more, where MinGW exports it.
+constexpr decltype(PathBinding::Rebound) PathBinding::Rebound;
+
 PathBinding::IListener::~IListener() = default;
 
 PathBinding::PathBinding(IListener& listener, Filter filter)

@@ -13,6 +13,10 @@ bool operator==(const SelectionItem& a, const SelectionItem& b) {
 
 }  // namespace
 
+// Said once more, where MinGW exports them.
+constexpr decltype(ValueSelection::NoIndex) ValueSelection::NoIndex;
+constexpr decltype(ValueSelection::NoKey) ValueSelection::NoKey;
+
 ValueSelection::ValueSelection(const ValueSelection& other) : ValueBase(other), m_current(other.m_current) {
     m_items.reserve(other.m_items.size());
     for (const auto& item : other.m_items)

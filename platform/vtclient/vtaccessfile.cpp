@@ -38,6 +38,12 @@ QString Quoted(const QString& word) {
 
 }  // namespace
 
+// Said once more, where MinGW exports them.
+constexpr decltype(VtAccessFile::AllRights) VtAccessFile::AllRights;
+constexpr decltype(VtAccessFile::MaxUsers) VtAccessFile::MaxUsers;
+constexpr decltype(VtAccessFile::MaxRules) VtAccessFile::MaxRules;
+constexpr decltype(VtAccessFile::MaxNameLength) VtAccessFile::MaxNameLength;
+
 VtAccessFile::VtAccessFile() : m_nobody(VtTokenHash::Of(QString())) {}
 
 bool VtAccessFile::Load(const QString& path, QString* error) {

@@ -6,6 +6,12 @@
 #include <algorithm>
 #include <utility>
 
+// Said once more, where MinGW exports them.
+constexpr decltype(VtAttemptLimiter::FreeFailures) VtAttemptLimiter::FreeFailures;
+constexpr decltype(VtAttemptLimiter::FirstWait) VtAttemptLimiter::FirstWait;
+constexpr decltype(VtAttemptLimiter::LongestWait) VtAttemptLimiter::LongestWait;
+constexpr decltype(VtAttemptLimiter::MaxRecords) VtAttemptLimiter::MaxRecords;
+
 VtAttemptLimiter::VtAttemptLimiter(Clock clock) : m_clock(std::move(clock)) {}
 
 QString VtAttemptLimiter::HostOf(const QString& address) {

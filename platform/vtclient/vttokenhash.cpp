@@ -47,6 +47,10 @@ QByteArray FromHex(const QString& hex) {
 
 }  // namespace
 
+// Said once more, where MinGW exports them.
+constexpr decltype(VtTokenHash::MinIterations) VtTokenHash::MinIterations;
+constexpr decltype(VtTokenHash::MaxIterations) VtTokenHash::MaxIterations;
+
 VtTokenHash::VtTokenHash(int iterations, QByteArray salt, QByteArray digest)
     : m_iterations(iterations), m_salt(std::move(salt)), m_digest(std::move(digest)) {}
 

@@ -5,6 +5,9 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimerEvent>
 
+// Said once more, where MinGW exports it.
+constexpr decltype(RefreshScheduler::Interval) RefreshScheduler::Interval;
+
 RefreshScheduler* RefreshScheduler::s_instance = nullptr;
 
 RefreshScheduler::Client::~Client() {

@@ -13,6 +13,9 @@
 
 #include <utility>
 
+// Said once more, where MinGW exports it.
+constexpr decltype(MCSCommandsDisplay::LockTime) MCSCommandsDisplay::LockTime;
+
 MCSCommandsDisplay::MCSCommandsDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
     : QWidget(parent, flags) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("MCSCommandsDisplay"));

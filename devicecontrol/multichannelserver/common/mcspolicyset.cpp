@@ -16,6 +16,10 @@ constexpr int LineOfNodeGoingAway = 237;
 
 }  // namespace
 
+// Said once more, where MinGW exports them.
+constexpr decltype(MCSPolicySet::PolicyAdded) MCSPolicySet::PolicyAdded;
+constexpr decltype(MCSPolicySet::PolicyRemoved) MCSPolicySet::PolicyRemoved;
+
 MCSPolicySet::MCSPolicySet(const MCSPolicySet& other)
     : Observable(other), IObserver(other), m_policies(other.m_policies) {}
 
