@@ -31,6 +31,7 @@ std::size_t AllocationCounter::Count() {
 }
 
 AllocationFailure::AllocationFailure(int number) {
+    allocationcounter::InstallHooks();
     untilFailure = number;
 }
 
