@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/clock/clocktimer.h>
-#include <apps/mcserver/clock/iclock.h>
+#include <apps/common/clocktimer.h>
+#include <apps/common/iclock.h>
 #include <apps/mcserver/device/iorvdevice.h>
 #include <apps/mcserver/device/orvscript.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/clock/iclock.h>
+#include <apps/common/iclock.h>
 
 #include <chrono>
 

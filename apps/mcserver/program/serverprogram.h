@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/qtclock.h>
 #include <apps/mcserver/access/serveraccess.h>
-#include <apps/mcserver/clock/qtclock.h>
 #include <apps/mcserver/device/simulatedorv.h>
 #include <apps/mcserver/log/peertraces.h>
 #include <apps/mcserver/program/configwatch.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcserver/clock/clocktimer.h>
+#include <apps/common/clocktimer.h>
 #include <apps/mcserver/mpxorv/ituningguard.h>
 
 #include <platform/values/node.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/log/loglimiter.h>
 
-#include <tests/apps/mcserver/manualclock.h>
+#include <tests/support/doubles/manualclock.h>
 #include <tests/support/printing.h>
 
 #include <gtest/gtest.h>

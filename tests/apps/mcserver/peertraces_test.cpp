@@ -3,7 +3,7 @@
 
 #include <platform/app/trace.h>
 
-#include <tests/apps/mcserver/manualclock.h>
+#include <tests/support/doubles/manualclock.h>
 #include <tests/support/printing.h>
 
 #include <gmock/gmock.h>

@@ -8,7 +8,7 @@
 #include <platform/values/tree.h>
 #include <platform/values/valueaccess.h>
 
-#include <tests/apps/mcserver/manualclock.h>
+#include <tests/support/doubles/manualclock.h>
 #include <tests/support/printing.h>
 
 #include <gtest/gtest.h>

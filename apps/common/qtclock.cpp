@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcserver/clock/qtclock.h>
+#include <apps/common/qtclock.h>
 
 #include <platform/app/steadyclock.h>
 
