@@ -75,10 +75,11 @@ const char* const HelpOfSet = R"(usage: mctree set PATH... VALUE
        mctree set -f FILE
 
 Sets the content of each PATH, and waits for the server's answer; to a request, below "Request" of an
-MpxORV, for what becomes of it. Prints the content that holds if that is another one (limits).
+MpxORV, for what becomes of it. Prints the content that holds if that is another one (limits), and what has
+a unit in any case, with it: "98.5 MHz".
 
 VALUE is true or false (on, off, yes, no, 1, 0); a number, 0x... for hexadecimal, with its unit if you
-like (98.5MHz, 1 GHz, 30M, 20 ms); a text; the key or text of a selection's item, or (none); a list of
+like (98.5MHz, 1 GHz, 30M, 98 500 kHz, 20 ms; frequencies count hertz where you give none); a text; the key or text of a selection's item, or (none); a list of
 numbers separated by commas; or "-" for what the standard input holds, without its last line end.
 
   -f, --file FILE   sets what each line of FILE ("-": the standard input, line by line as it comes) says:

@@ -111,9 +111,18 @@ Outcome Setter::Conclude(const Place& place, const QString& text, const RequestA
     if (isJson)
         PrintJson(place, isAsAsked ? QStringLiteral("done") : QStringLiteral("changed"),
                   {QStringLiteral("answer"), answer != nullptr ? *answer->Get() : QString()});
-    if (isAsAsked) return Outcome();
+    if (isAsAsked) {
+        if (!isJson) PrintWithUnit(item);
+        return Outcome();
+    }
     if (!isJson) m_context.printer.WriteLine(safetext::Escaped(PlainContent(item)));
     return {EExitCode::Done, NotAsAsked(item, place.Shown())};
+}
+
+/// What a number was taken for: whoever types "1184000" and means kHz is to see it.
+void Setter::PrintWithUnit(const values::TreeItem& item) {
+    const ShownContent content = ShowContent(item);
+    if (!content.unit.isEmpty()) m_context.printer.WriteLine(content.Joined());
 }
 
 /// Listens to the answer to the request at \a path, if there is one.
@@ -138,6 +147,8 @@ void Setter::PrintJson(const Place& place, const QString& result, const Remark& 
     QJsonObject object = item != nullptr ? DescribeContent(*item) : QJsonObject();
     object[QStringLiteral("path")] = place.path;
     object[QStringLiteral("result")] = result;
+    const QString unit = item != nullptr ? UnitOf(*item) : QString();
+    if (!unit.isEmpty()) object[QStringLiteral("unit")] = unit;
     if (!remark.second.isEmpty()) object[remark.first] = remark.second;
     m_context.printer.WriteLine(ToLine(object));
 }

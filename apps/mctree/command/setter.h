@@ -42,6 +42,7 @@ class Setter {
     Outcome WaitForAnswer(const Place& place, const RequestAnswer* answer);
     Outcome Conclude(const Place& place, const QString& text, const RequestAnswer* answer);
     std::unique_ptr<RequestAnswer> ListenToAnswer(const QString& path, Outcome* outcome);
+    void PrintWithUnit(const values::TreeItem& item);
     void PrintJson(const Place& place, const QString& result, const Remark& remark);
 
     const Context& m_context;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/text/contentinput.h>
 
+#include <apps/common/frequencytext.h>
+#include <apps/common/unit.h>
 #include <apps/mctree/text/contenttext.h>
-#include <apps/mctree/text/units.h>
 #include <platform/values/visit.h>
 
 #include <algorithm>
@@ -43,7 +44,22 @@ QString Expected(const QString& name, const char* kind) {
     return unit.IsEmpty() ? plain : plain + QStringLiteral(", alone or with ") + unit.Accepted();
 }
 
+Meaning<double> ParseFrequency(const QString& name, const QString& text) {
+    const FrequencyText frequency(text, FrequencyText::EPlainNumber::Hertz);
+    switch (frequency.GetProblem()) {
+        case FrequencyText::EProblem::None:
+            return {frequency.GetHz(), QString()};
+        case FrequencyText::EProblem::Negative:
+            return {std::nullopt, QStringLiteral("\"%1\" is negative, which no frequency is").arg(text)};
+        case FrequencyText::EProblem::TooGreat:
+            return {std::nullopt, QStringLiteral("\"%1\" is too great").arg(text)};
+        default:
+            return Wrong<double>(text, Expected(name, "number"));
+    }
+}
+
 Meaning<double> ParseNumber(const QString& name, const QString& text) {
+    if (Unit::Of(name).IsHertz()) return ParseFrequency(name, text);
     bool isNumber = false;
     const double number = Unit::Of(name).WithoutUnit(text.trimmed()).toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number)) return Wrong<double>(text, Expected(name, "number"));

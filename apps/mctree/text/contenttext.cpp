@@ -2,7 +2,7 @@
 #include <apps/mctree/text/contenttext.h>
 
 #include <apps/common/safetext.h>
-#include <apps/mctree/text/units.h>
+#include <apps/common/unit.h>
 #include <platform/values/visit.h>
 
 #include <QtCore/QLocale>

@@ -2,8 +2,8 @@
 #include <apps/mctree/text/description.h>
 
 #include <apps/common/safetext.h>
+#include <apps/common/unit.h>
 #include <apps/mctree/text/contenttext.h>
-#include <apps/mctree/text/units.h>
 #include <platform/values/visit.h>
 
 #include <QtCore/QJsonArray>
@@ -31,20 +31,6 @@ void DescribeLimits(const values::ValueNumeric<T>& value, QJsonObject& object) {
     object[QStringLiteral("max")] = value.GetMax();
 }
 
-/// Texts and selections have no unit, whatever their name.
-QString UnitOf(const values::TreeItem& item) {
-    const Unit unit = Unit::Of(item.GetName());
-    QString name;
-    values::Visit(item, values::Overloaded{
-                            [&](const values::Value<int>&) { name = unit.Name(); },
-                            [&](const values::ValueNumeric<int>&) { name = unit.Name(); },
-                            [&](const values::ValueNumeric<double>&) { name = unit.Name(); },
-                            [&](const values::ValueList<double>&) { name = unit.Name(); },
-                            [](const auto&) {},
-                        });
-    return name;
-}
-
 void DescribeTraits(const values::TreeItem& item, QJsonObject& object) {
     values::Visit(
         item,
@@ -58,6 +44,19 @@ void DescribeTraits(const values::TreeItem& item, QJsonObject& object) {
 }
 
 }  // namespace
+
+QString UnitOf(const values::TreeItem& item) {
+    const Unit unit = Unit::Of(item.GetName());
+    QString name;
+    values::Visit(item, values::Overloaded{
+                            [&](const values::Value<int>&) { name = unit.Name(); },
+                            [&](const values::ValueNumeric<int>&) { name = unit.Name(); },
+                            [&](const values::ValueNumeric<double>&) { name = unit.Name(); },
+                            [&](const values::ValueList<double>&) { name = unit.Name(); },
+                            [](const auto&) {},
+                        });
+    return name;
+}
 
 QJsonObject DescribeContent(const values::TreeItem& item) {
     QJsonObject object;

@@ -18,6 +18,10 @@ QJsonObject DescribeContent(const values::TreeItem& item);
 /// content, unit, limits, items, and what is out of the ordinary (stale, read-only, every change delivered).
 QJsonObject Describe(const values::TreeItem& item, const QString& path);
 
+/// What the content of \a item counts, such as "Hz"; empty where it has no unit. Texts and selections have
+/// none, whatever their name.
+QString UnitOf(const values::TreeItem& item);
+
 /// \a object on one line, safe for a terminal.
 QString ToLine(const QJsonObject& object);
 

@@ -21,7 +21,7 @@ TEST_F(ProcessFixture, GetPrintsTheContentAlone) {
 TEST_F(ProcessFixture, SetReachesTheServerBeforeItEnds) {
     EXPECT_EQ(Run(Words({"set", "/Status/SweepTime", "3 ms"})), 0);
     EXPECT_EQ(sweepTime.GetValue(), 3000);
-    EXPECT_EQ(output + errors, QByteArray());
+    EXPECT_EQ(output + errors, QByteArray("3 ms\n"));
 }
 
 TEST_F(ProcessFixture, SetTellsWhichLimitHolds) {

@@ -93,12 +93,14 @@ TEST_F(SetCommandTest, ANodeCannotBeSet) {
 
 TEST_F(SetCommandTest, JsonTellsHowItEnded) {
     EXPECT_TRUE(RunConnected(Words({"set", "/SweepTime", "2", "--json"})).IsDone());
-    EXPECT_EQ(output, QByteArray("{\"content\":2,\"path\":\"/SweepTime\",\"result\":\"done\"}\n"));
+    EXPECT_EQ(output,
+              QByteArray("{\"content\":2,\"path\":\"/SweepTime\",\"result\":\"done\",\"unit\":\"us\"}\n"));
 }
 
 TEST_F(SetCommandTest, JsonTellsWhatHolds) {
     EXPECT_TRUE(RunConnected(Words({"set", "/SweepTime", "-1", "--json"})).IsDone());
-    EXPECT_EQ(output, QByteArray("{\"content\":0,\"path\":\"/SweepTime\",\"result\":\"changed\"}\n"));
+    EXPECT_EQ(output,
+              QByteArray("{\"content\":0,\"path\":\"/SweepTime\",\"result\":\"changed\",\"unit\":\"us\"}\n"));
 }
 
 TEST_F(SetCommandTest, JsonTellsWhyNot) {
@@ -153,11 +155,34 @@ TEST_F(SetRequestTest, ARefusedRequestIsARefusal) {
     EXPECT_EQ(outcome.message, QStringLiteral("/Mine/Request/Frequency: needs MayAlterFreqSingle"));
 }
 
-TEST_F(SetRequestTest, AGrantedRequestNeedsNoWords) {
-    AnswerWith(Words({"done: tuned to 6 MHz"}));
-    const Outcome outcome = RunConnected(Words({"set", "/Mine/Request/Frequency", "6M"}));
+struct AskedRow {
+    const char* name;
+    const char* typed;
+    const char* answer;
+};
+
+class SetFrequencyTest : public SetRequestTest, public testing::WithParamInterface<AskedRow> {};
+
+TEST_P(SetFrequencyTest, IsRepeatedWithItsUnit) {
+    AnswerWith(Words({"done: tuned"}));
+    const Outcome outcome = RunConnected(Words({"set", "/Mine/Request/Frequency", GetParam().typed}));
     EXPECT_TRUE(outcome.IsDone());
-    EXPECT_EQ(outcome.message + QString::fromUtf8(output), QString());
+    EXPECT_EQ(outcome.message, QString());
+    EXPECT_EQ(output, QByteArray(GetParam().answer));
+}
+
+INSTANTIATE_TEST_SUITE_P(, SetFrequencyTest,
+                         testing::Values(AskedRow{"OfMegahertz", "6M", "6 MHz\n"},
+                                         AskedRow{"OfHertzWithoutAUnit", "1184000", "1.184 MHz\n"},
+                                         AskedRow{"OfGroupedKilohertz", "118 400 kHz", "118.4 MHz\n"},
+                                         AskedRow{"WithAComma", "121,5 MHz", "121.5 MHz\n"}),
+                         RowName());
+
+TEST_F(SetRequestTest, AFrequencyThatIsDoubtfulIsNotAskedFor) {
+    for (const char* typed : {"12 15 kHz", "1.2.3", "-5 MHz", "inf", "1e999", "abc"})
+        EXPECT_EQ(RunConnected(Words({"set", "--", "/Mine/Request/Frequency", typed})).code, EExitCode::Usage)
+            << typed;
+    EXPECT_TRUE(client.Written().isEmpty());
 }
 
 TEST_F(SetRequestTest, TheButtonOfAGrantedRequestSpringsBackWithoutAWord) {

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/text/units.h>
+#include <apps/common/unit.h>
 
 #include <array>
 #include <cstddef>
-
-namespace mctree {
 
 namespace {
 
@@ -22,7 +20,7 @@ struct Multiple {
 };
 
 // clang-format off
-constexpr Multiple Hertz[] = {
+constexpr Multiple HertzMultiples[] = {
     {"Hz",  0, EUse::Shown},
     {"kHz", 3, EUse::Shown},
     {"MHz", 6, EUse::Shown},
@@ -105,11 +103,11 @@ constexpr Unit::Row RowOf(const char* key, const Multiple (&multiples)[count], c
 
 // clang-format off
 constexpr std::array<Unit::Row, 5> Rows = {{
-    RowOf("Frequency",                  Hertz,        FrequenciesTyped),
-    RowOf("DefaultFrequencyForChannel", Hertz,        FrequenciesTyped),
-    RowOf("SweepTime",                  Microseconds, "us, ms or s"),
-    RowOf("PollInterval",               Milliseconds, "ms or s"),
-    RowOf("ResponseTimeout",            Milliseconds, "ms or s"),
+    RowOf("Frequency",                  HertzMultiples, FrequenciesTyped),
+    RowOf("DefaultFrequencyForChannel", HertzMultiples, FrequenciesTyped),
+    RowOf("SweepTime",                  Microseconds,   "us, ms or s"),
+    RowOf("PollInterval",               Milliseconds,   "ms or s"),
+    RowOf("ResponseTimeout",            Milliseconds,   "ms or s"),
 }};
 // clang-format on
 
@@ -119,6 +117,14 @@ Unit Unit::Of(const QString& name) {
     for (const Row& row : Rows)
         if (name == QLatin1String(row.key)) return Unit(&row);
     return Unit(nullptr);
+}
+
+Unit Unit::Hertz() {
+    return Unit(Rows.data());
+}
+
+bool Unit::IsHertz() const {
+    return !IsEmpty() && m_row->first == HertzMultiples;
 }
 
 QString Unit::Name() const {
@@ -161,5 +167,3 @@ QString Unit::WithoutUnit(const QString& text) const {
 QString Unit::Accepted() const {
     return IsEmpty() ? QString() : QString::fromLatin1(m_row->accepted);
 }
-
-}  // namespace mctree

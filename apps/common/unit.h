@@ -3,15 +3,17 @@
 
 #include <QtCore/QString>
 
-namespace mctree {
-
 /// The unit in which values of a well-known name are counted. The server does not tell units.
 class Unit {
   public:
     /// The unit of values named \a name; one that is empty for a name that is not well known.
     static Unit Of(const QString& name);
+    /// That of frequencies.
+    static Unit Hertz();
 
     bool IsEmpty() const { return m_row == nullptr; }
+    /// Whether it is that of frequencies.
+    bool IsHertz() const;
     /// The unit itself, e.g. "Hz".
     QString Name() const;
 
@@ -33,5 +35,3 @@ class Unit {
 
     const Row* m_row;
 };
-
-}  // namespace mctree

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mctree/text/units.h>
+#include <apps/common/unit.h>
 
-#include <tests/apps/mctree/commandfixture.h>
+#include <tests/support/printing.h>
 
-using mctree::Unit;
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -13,6 +13,13 @@ struct UnitRow {
     const char* decimal;
     const char* scaled;
     const char* unit;
+};
+
+struct UnitRowName {
+    template <class Info>
+    std::string operator()(const Info& row) const {
+        return row.param.name;
+    }
 };
 
 class UnitTest : public testing::TestWithParam<UnitRow> {};
@@ -43,12 +50,20 @@ INSTANTIATE_TEST_SUITE_P(
                     UnitRow{"Seconds", "SweepTime", "10000001", "10.000001", "s"},
                     UnitRow{"PollInterval", "PollInterval", "1500", "1.5", "s"},
                     UnitRow{"NoUnit", "NumberOfFreqChannels", "5000", "5000", ""}),
-    RowName());
+    UnitRowName());
 
 TEST(Unit, IsKnownByTheWholeNameOnly) {
     EXPECT_TRUE(Unit::Of(QStringLiteral("FrequencyChannels")).IsEmpty());
     EXPECT_TRUE(Unit::Of(QString()).IsEmpty());
     EXPECT_EQ(Unit::Of(QStringLiteral("Frequency")).Name(), QStringLiteral("Hz"));
+}
+
+TEST(Unit, OfFrequenciesIsTheirs) {
+    EXPECT_TRUE(Unit::Hertz().IsHertz());
+    EXPECT_TRUE(Unit::Of(QStringLiteral("DefaultFrequencyForChannel")).IsHertz());
+    EXPECT_FALSE(Unit::Of(QStringLiteral("SweepTime")).IsHertz());
+    EXPECT_FALSE(Unit::Of(QString()).IsHertz());
+    EXPECT_EQ(Unit::Hertz().Name(), QStringLiteral("Hz"));
 }
 
 struct TypedRow {
@@ -90,6 +105,6 @@ INSTANTIATE_TEST_SUITE_P(, TypedUnitTest,
                                          TypedRow{"Seconds", "SweepTime", "1 s", "1e6"},
                                          TypedRow{"ForeignUnit", "Frequency", "5 ms", "5 ms"},
                                          TypedRow{"NoKnownUnit", "Comment", "5 Hz", "5 Hz"}),
-                         RowName());
+                         UnitRowName());
 
 }  // namespace
