@@ -18,8 +18,6 @@ namespace vt {
 namespace {
 
 constexpr int HeaderSize = 4;
-/// What Qt's socket reads ahead. Frames grow in our own buffer, as far as they have come.
-constexpr qint64 MaxReadAhead = 64 * 1024;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
 
@@ -84,7 +82,16 @@ void FramedSocket::SetListener(IChannelListener* listener) {
 
 void FramedSocket::SetMaxMessage(quint32 size) {
     m_maxMessage = size;
-    if (m_isOpen) m_socket->setReadBufferSize(qMin<qint64>(size + HeaderSize, MaxReadAhead));
+    if (!m_isOpen) return;
+    const bool isServersTls = m_ssl != nullptr && m_ssl->mode() == QSslSocket::SslServerMode;
+    const qint64 ahead = isServersTls ? vtlimits::TlsReadAhead : vtlimits::ReadAhead;
+    m_socket->setReadBufferSize(qMin<qint64>(size + HeaderSize, ahead));
+}
+
+// With a message beyond what TLS holds anyway, who takes its time with it takes all of that, too.
+qint64 FramedSocket::Unfinished() const {
+    const qint64 room = m_in.Room();
+    return m_isEncrypted && room > vtlimits::TlsReadAhead ? room + vtlimits::TlsConnection : room;
 }
 
 void FramedSocket::GiveBackRoom() {

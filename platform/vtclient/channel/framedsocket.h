@@ -34,7 +34,7 @@ class FramedSocket final : public QObject, public IChannel {
     void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) override;
     void Flush() override;
     qint64 Unsent() const override;
-    qint64 Unfinished() const override { return m_in.Room(); }
+    qint64 Unfinished() const override;
     void GiveBackRoom() override;
     bool IsOpen() const override { return m_isOpen; }
     void Close() override;

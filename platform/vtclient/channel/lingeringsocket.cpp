@@ -86,6 +86,25 @@ void LingeringSocket::EndSendingOnceSent() {
     if (m_hasEnded || UnsentOf(*m_socket) != 0) return;
     m_hasEnded = true;
     EndSending(m_socket->socketDescriptor());
+    if (m_ssl != nullptr) QTimer::singleShot(0, this, &LingeringSocket::LetGoOfEncryption);
+}
+
+// What still comes is read by nobody, so nobody has to decrypt it.
+void LingeringSocket::LetGoOfEncryption() {
+    if (*m_callsUnderWay != 0) {
+        QTimer::singleShot(LookInterval, this, &LingeringSocket::LetGoOfEncryption);
+        return;
+    }
+    if (m_socket->state() != QAbstractSocket::ConnectedState) return;
+    const qintptr descriptor = AnotherDescriptor(m_socket->socketDescriptor());
+    if (descriptor == -1) return;
+    m_socket->disconnect(this);
+    delete m_socket;
+    m_ssl = nullptr;
+    m_socket = new QTcpSocket(this);
+    m_socket->setSocketDescriptor(descriptor);
+    connect(m_socket, &QTcpSocket::disconnected, this, &LingeringSocket::End);
+    connect(m_socket, &QTcpSocket::readyRead, this, &LingeringSocket::OnReadyRead);
 }
 
 }  // namespace vt

@@ -13,7 +13,8 @@ namespace vt {
 /// What is left of a connection that was closed at this end: sends what the socket still holds, tells the
 /// peer that no more comes, and reads on, for nobody, until the peer has closed too. A socket that is closed
 /// while something is unread resets the connection, and the peer loses what it has not read by then: the
-/// reason why, of all things. Main thread.
+/// reason why, of all things. What only encryption needs goes as soon as nothing is left to be sent. Main
+/// thread.
 class LingeringSocket final : public QObject {
     Q_OBJECT
 
@@ -29,6 +30,7 @@ class LingeringSocket final : public QObject {
     void Linger();
     void OnReadyRead();
     void EndSendingOnceSent();
+    void LetGoOfEncryption();
     void End();
 
     static int s_count;     ///< of those that linger

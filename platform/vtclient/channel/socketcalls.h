@@ -8,6 +8,8 @@ namespace vt {
 
 /// Tells the peer of a connected socket that no more comes, and leaves the other direction open.
 void EndSending(qintptr descriptor);
+/// Another descriptor of the same connection, which the caller closes. -1 if none can be had.
+qintptr AnotherDescriptor(qintptr descriptor);
 /// Lets up to \a length connections wait for a listening socket to accept them; the system may allow fewer.
 void SetListenQueue(qintptr descriptor, int length);
 

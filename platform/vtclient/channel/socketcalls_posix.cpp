@@ -3,6 +3,7 @@
 
 #include <platform/vtclient/wire/vtlimits.h>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
@@ -14,6 +15,10 @@
 
 void vt::EndSending(qintptr descriptor) {
     ::shutdown(static_cast<int>(descriptor), SHUT_WR);
+}
+
+qintptr vt::AnotherDescriptor(qintptr descriptor) {
+    return ::fcntl(static_cast<int>(descriptor), F_DUPFD_CLOEXEC, 0);
 }
 
 void vt::SetListenQueue(qintptr descriptor, int length) {

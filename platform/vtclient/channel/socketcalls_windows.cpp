@@ -9,6 +9,11 @@ void vt::EndSending(qintptr descriptor) {
     ::shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
 }
 
+// To share a socket here takes a detour over a description of it, which has not been tried.
+qintptr vt::AnotherDescriptor(qintptr /*descriptor*/) {
+    return -1;
+}
+
 void vt::SetListenQueue(qintptr descriptor, int length) {
     ::listen(static_cast<SOCKET>(descriptor), length);
 }

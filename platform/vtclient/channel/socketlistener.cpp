@@ -153,6 +153,7 @@ void SocketListener::AwaitTls(qintptr descriptor) {
         delete socket;
         return;
     }
+    socket->setReadBufferSize(vtlimits::TlsReadAhead);
     m_waitingRoom.Enter(socket, HostOf(*socket));
     connect(socket, &QSslSocket::encrypted, this, [this, socket] { OnEncrypted(socket); });
     connect(socket, &QAbstractSocket::errorOccurred, this,
@@ -170,17 +171,32 @@ void SocketListener::AwaitTls(qintptr descriptor) {
 void SocketListener::StartSomeHandshakes() {
     QElapsedTimer turn;
     turn.start();
+    bool hasPlace = true;
     while (!m_handshakes.empty() && std::chrono::nanoseconds(turn.nsecsElapsed()) < vtlimits::TurnTime) {
+        hasPlace = MakeHandshakePlace();
+        if (!hasPlace) break;
         QSslSocket* const socket = m_handshakes.front();
         m_handshakes.pop_front();
+        m_inHandshake.Enter(socket, HostOf(*socket));
         socket->setSslConfiguration(m_configuration);
         socket->startServerEncryption();
     }
-    if (!m_handshakes.empty()) m_nextHandshakes.start(0);
+    if (!m_handshakes.empty())
+        m_nextHandshakes.start(hasPlace ? std::chrono::milliseconds(0) : vtlimits::HandshakeRetry);
+}
+
+// From here on a connection costs as much as a client, whether it goes on or not.
+bool SocketListener::MakeHandshakePlace() {
+    if (m_inHandshake.Count() < static_cast<std::size_t>(vtlimits::MaxHandshakes)) return true;
+    if (m_inHandshake.FirstHasWaited() < vtlimits::HandshakePatience) return false;
+    Refuse(m_inHandshake.First(),
+           QStringLiteral("it takes its time with the TLS handshake, and others wait"));
+    return true;
 }
 
 void SocketListener::Forget(QSslSocket* socket) {
     m_waitingRoom.Leave(socket);
+    m_inHandshake.Leave(socket);
     m_handshakes.erase(std::remove(m_handshakes.begin(), m_handshakes.end(), socket), m_handshakes.end());
     socket->disconnect(this);
 }

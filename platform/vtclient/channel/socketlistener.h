@@ -21,7 +21,8 @@ namespace vt {
 
 /// Accepts TCP or TLS connections and hands them on as channels. Whoever connects to a TLS port costs a
 /// descriptor until the first byte comes; then handshakes start, in the order in which they can, for as much
-/// of each turn of the event loop as leaves the others theirs. Main thread.
+/// of each turn of the event loop as leaves the others theirs, and with a bounded number under way at once.
+/// Main thread.
 class SocketListener final : public QTcpServer {
     Q_OBJECT
 
@@ -46,6 +47,7 @@ class SocketListener final : public QTcpServer {
     void PauseAccepting();
     void AwaitTls(qintptr descriptor);
     void StartSomeHandshakes();
+    bool MakeHandshakePlace();
     void OnEncrypted(QSslSocket* socket);
     void Refuse(QSslSocket* socket, const QString& reason);
     void Forget(QSslSocket* socket);
@@ -58,6 +60,7 @@ class SocketListener final : public QTcpServer {
     QSslConfiguration m_configuration;
     WaitingRoom<QSslSocket> m_waitingRoom;  ///< who is not encrypted yet
     std::deque<QSslSocket*> m_handshakes;   ///< that can start: something has come
+    WaitingRoom<QSslSocket> m_inHandshake;  ///< of m_waitingRoom, whose handshake has started
     QTimer m_nextHandshakes;
     int m_acceptedInTurn = 0;
 };

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <deque>
 
@@ -18,7 +20,8 @@ class WaitingRoom {
   public:
     /// \a guest comes from \a host; it leaves before it is destroyed.
     void Enter(Guest* guest, const QString& host) {
-        m_guests.push_back({guest, host});
+        m_guests.push_back({guest, host, QElapsedTimer()});
+        m_guests.back().since.start();
         ++m_countByHost[host];
     }
     /// Does nothing for one who is not there.
@@ -38,17 +41,28 @@ class WaitingRoom {
 
     /// Who has to leave first. Null if nobody is there.
     Guest* First() const {
-        const auto most = std::max_element(m_countByHost.begin(), m_countByHost.end());
-        const auto first = std::find_if(m_guests.begin(), m_guests.end(),
-                                        [&most](const Place& place) { return place.host == most.key(); });
+        const auto first = FindFirst();
         return first == m_guests.end() ? nullptr : first->guest;
+    }
+    /// For how long that one has been there.
+    std::chrono::milliseconds FirstHasWaited() const {
+        const auto first = FindFirst();
+        return std::chrono::milliseconds(first == m_guests.end() ? 0 : first->since.elapsed());
     }
 
   private:
     struct Place {
         Guest* guest;
         QString host;
+        QElapsedTimer since;
     };
+
+    auto FindFirst() const {
+        const auto most = std::max_element(m_countByHost.begin(), m_countByHost.end());
+        return std::find_if(m_guests.begin(), m_guests.end(),
+                            [&most](const Place& place) { return place.host == most.key(); });
+    }
+
     std::deque<Place> m_guests;  ///< in the order in which they came
     QHash<QString, int> m_countByHost;
 };

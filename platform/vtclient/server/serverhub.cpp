@@ -291,6 +291,8 @@ std::vector<VtPeer> ServerHub::DestroyEnded() {
     m_sessions.erase(firstEnded, m_sessions.end());
     std::vector<VtPeer> gone;
     for (const auto& session : ended) {
+        m_budget.CountFreed(session->Peer().isEncrypted ? vtlimits::TlsConnection
+                                                        : vtlimits::PlainConnection);
         if (session->IsAdmitted() && !m_isOver) gone.push_back(session->Peer());
         if (session->listed.isToServe) Remove(m_toServe, session.get());
         if (session->listed.isToFlush) Remove(m_toFlush, session.get());

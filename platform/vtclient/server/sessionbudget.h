@@ -56,6 +56,8 @@ class SessionBudget {
     /// By which those who pay first are found: what its user, or its host, holds.
     static qint64 WeightOf(const Entry& entry) { return std::max(entry.held, Others(entry)); }
 
+    /// \a bytes that were not counted are let go of, too.
+    void CountFreed(qint64 bytes) { m_freed += bytes; }
     /// Bytes that were let go of since this was asked last.
     qint64 Freed() const { return m_freed; }
     void ForgetFreed() { m_freed = 0; }

@@ -20,6 +20,11 @@ constexpr std::chrono::milliseconds AcceptPause(100);  // without descriptors: b
 // Thousands come back at once after a restart. At most half of the descriptors are for those who wait.
 constexpr int MaxPendingConnections = 4096;
 constexpr int AcceptedPerTurn = 64;  // then those who are there already have their turn
+// A TLS handshake that has begun costs as much as a client. At this rate they turn over as fast as one
+// processor signs.
+constexpr int MaxHandshakes = 512;
+constexpr std::chrono::milliseconds HandshakePatience(500);  // where others wait: time for a slow link
+constexpr std::chrono::milliseconds HandshakeRetry(20);      // little beside that
 
 // After that.
 constexpr quint32 MaxFrame = 1U << 20;                  // bounds what one message can make us hold
@@ -42,7 +47,12 @@ constexpr int MaxWrittenNumbers = 4096;                 // of a list that a clie
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
 // What clients make the server hold, in all: what is incomplete, what waits for them, what they asked for.
-constexpr qint64 DefaultMemory = 32 << 20;        // unless the server's options say otherwise
+constexpr qint64 DefaultMemory = 32 << 20;  // unless the server's options say otherwise
+// Beside that, what a connection costs as long as it is there: buffers of Qt and OpenSSL that never shrink.
+constexpr qint64 PlainConnection = 8 * 1024;
+constexpr qint64 TlsConnection = 96 * 1024;
+constexpr qint64 ReadAhead = 64 * 1024;           // frames grow in our own buffer, as far as they have come
+constexpr qint64 TlsReadAhead = 16 * 1024;        // a server's: every layer of TLS holds as much again
 constexpr qint64 UnsentToNote = 64 * 1024;        // less is noted when time has passed
 constexpr qint64 MinFreedToGiveBack = 4 << 20;    // less is not worth walking the heap for
 constexpr std::chrono::seconds GiveBackEvery(5);  // which takes milliseconds

@@ -152,6 +152,20 @@ TEST_F(ServerMemory, ThatIsLetGoOfIsGivenBackSoonAndOnce) {
     EXPECT_EQ(m_hub->HeldBytes(), 0);
 }
 
+TEST_F(ServerMemory, OfManyConnectionsThatEndIsGivenBackToo) {
+    constexpr int Crowd = 1000;
+    std::vector<RawPeer*> crowd;
+    for (int i = 0; i < Crowd; ++i)
+        crowd.push_back(&Connect());
+    for (RawPeer* peer : crowd)
+        peer->Send(vt::PingMessage());  // before the hello, so they end
+    Run();
+    for (int i = 0; i < 40; ++i)
+        RunAfter(250ms);
+    EXPECT_EQ(m_hub->CountSessions(), 0);
+    EXPECT_EQ(m_givenBack, 1);
+}
+
 TEST_F(ServerMemory, LittleThatIsLetGoOfIsNotWorthTheTime) {
     RawPeer& peer = Follower("");
     AcknowledgeAll(peer);
