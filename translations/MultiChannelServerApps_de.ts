@@ -249,22 +249,6 @@
         <translation>Anforderungen</translation>
     </message>
     <message>
-        <source> MHz</source>
-        <translation> MHz</translation>
-    </message>
-    <message>
-        <source>Frequency</source>
-        <translation>Frequenz</translation>
-    </message>
-    <message>
-        <source>&amp;Tune</source>
-        <translation>&amp;Einstellen</translation>
-    </message>
-    <message>
-        <source>&amp;Frequency:</source>
-        <translation>&amp;Frequenz:</translation>
-    </message>
-    <message>
         <source>Report interval</source>
         <translation>Meldeintervall</translation>
     </message>
@@ -412,6 +396,128 @@
     <message>
         <source>Ground transmitters</source>
         <translation>Bodensender</translation>
+    </message>
+</context>
+<context>
+    <name>TuneBar</name>
+    <message>
+        <source>&amp;Tune</source>
+        <translation>&amp;Einstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Frequency:</source>
+        <translation>&amp;Frequenz:</translation>
+    </message>
+    <message>
+        <source>Tuned to:</source>
+        <translation>Eingestellt auf:</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>A frequency, with or without a unit: Hz, k, kHz, M, MHz, G or GHz; with a comma or a point. A plain number up to 30,000 counts MHz, above that hertz. Enter or &quot;Tune&quot; asks for it, Escape takes it back. The arrow keys and the wheel step, which asks for it once they rest.</source>
+        <translation>Eine Frequenz, mit oder ohne Einheit: Hz, k, kHz, M, MHz, G oder GHz; mit Komma oder Punkt. Eine bloße Zahl bis 30.000 zählt MHz, darüber Hertz. Die Eingabetaste oder „Einstellen“ fordert sie an, Escape nimmt sie zurück. Pfeiltasten und Mausrad gehen Schritte; ruhen sie, wird die Frequenz angefordert.</translation>
+    </message>
+    <message>
+        <source>What the entry is understood as</source>
+        <translation>So wird die Eingabe verstanden</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>St&amp;ep:</source>
+        <translation>Sch&amp;ritt:</translation>
+    </message>
+    <message>
+        <source>One step down</source>
+        <translation>Ein Schritt abwärts</translation>
+    </message>
+    <message>
+        <source>One step up</source>
+        <translation>Ein Schritt aufwärts</translation>
+    </message>
+    <message>
+        <source>NOT TUNED</source>
+        <translation>NICHT EINGESTELLT</translation>
+    </message>
+    <message>
+        <source>%1 to %2 MHz</source>
+        <translation>%1 bis %2 MHz</translation>
+    </message>
+    <message>
+        <source>This user may not tune here.</source>
+        <translation>Dieser Benutzer darf hier nichts einstellen.</translation>
+    </message>
+    <message>
+        <source>Enter a frequency, such as 121.5, 118400 kHz or 121500000.</source>
+        <translation>Bitte eine Frequenz eingeben, etwa 121,5 oder 118400 kHz oder 121500000.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no frequency. Enter one such as 121.5, 118400 kHz or 121500000.</source>
+        <translation>„%1“ ist keine Frequenz. Möglich ist etwa 121,5 oder 118400 kHz oder 121500000.</translation>
+    </message>
+    <message>
+        <source>%1 lies outside the range of the device, %2: nothing is asked for.</source>
+        <translation>%1 liegt außerhalb des Bereichs des Geräts, %2: Es wird nichts angefordert.</translation>
+    </message>
+    <message>
+        <source>Enter or &quot;Tune&quot; asks for it, Escape takes it back.</source>
+        <translation>Die Eingabetaste oder „Einstellen“ fordert sie an, Escape nimmt sie zurück.</translation>
+    </message>
+    <message>
+        <source>It is asked for once the steps rest.</source>
+        <translation>Sie wird angefordert, sobald die Schritte ruhen.</translation>
+    </message>
+    <message>
+        <source>The server has not answered yet.</source>
+        <translation>Der Server hat noch nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>%1. &quot;Tune&quot; asks once more.</source>
+        <translation>%1. „Einstellen“ fordert sie noch einmal an.</translation>
+    </message>
+</context>
+<context>
+    <name>TuneMark</name>
+    <message>
+        <source>Locked</source>
+        <translation>Gesperrt</translation>
+    </message>
+    <message>
+        <source>No frequency</source>
+        <translation>Keine Frequenz</translation>
+    </message>
+    <message>
+        <source>Out of range</source>
+        <translation>Außerhalb des Bereichs</translation>
+    </message>
+    <message>
+        <source>Not sent</source>
+        <translation>Nicht gesendet</translation>
+    </message>
+    <message>
+        <source>Not sent yet</source>
+        <translation>Noch nicht gesendet</translation>
+    </message>
+    <message>
+        <source>Asked for</source>
+        <translation>Angefordert</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>Abgelehnt</translation>
+    </message>
+    <message>
+        <source>Taken away</source>
+        <translation>Entzogen</translation>
+    </message>
+    <message>
+        <source>Tuned</source>
+        <translation>Eingestellt</translation>
     </message>
 </context>
 </TS>

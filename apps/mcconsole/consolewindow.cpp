@@ -92,7 +92,7 @@ void ConsoleWindow::BuildPages() {
     AddPage(new CommandsPage, "Commands", tr("Commands"));
     AddPage(new LogPage, "Log", tr("Log"));
     AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
-    m_mpxOrvPage = new MpxOrvPage;
+    m_mpxOrvPage = new MpxOrvPage(m_clock);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, &m_session, &ConsoleSession::UseMpxOrv);
 }

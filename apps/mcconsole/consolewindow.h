@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/qtclock.h>
 #include <apps/mcconsole/consolesession.h>
 #include <apps/mcconsole/recentservers.h>
 
@@ -51,6 +52,7 @@ class ConsoleWindow : public QMainWindow {
     QString ConnectionText() const;
     QString MissingText() const;
 
+    QtClock m_clock;
     ConsoleSession m_session;
     VtClientOptions m_options;
     bool m_prefersEncryption = false;

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/mpxorvpage.h>
 
+#include <apps/mcconsole/tune/tunebar.h>
 #include <apps/pages/policypanel.h>
 
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
 #include <platform/values/tree.h>
-#include <platform/values/valuenumeric.h>
 #include <platform/widgets/vccomboboxclassic.h>
 #include <platform/widgets/vclabel.h>
-#include <platform/widgets/vcnumericfloatspin.h>
 #include <platform/widgets/vcpushbutton.h>
 
 #include <QtWidgets/QCheckBox>
@@ -18,20 +17,19 @@
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
 
-constexpr double HzPerMHz = 1e6;
-constexpr int Decimals = 6;  // 1 Hz
+constexpr int LinesOfAnswers = 10;  // with what is around them, at least
 
 }  // namespace
 
-MpxOrvPage::MpxOrvPage(QWidget* parent)
+MpxOrvPage::MpxOrvPage(IClock& clock, QWidget* parent)
     : QWidget(parent),
       m_state(new QLabel(this)),
       m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
+      m_tuneBar(new TuneBar(clock, this)),
       m_answer(*this, [](const values::ValueBase&) { return true; }) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
@@ -54,6 +52,7 @@ MpxOrvPage::MpxOrvPage(QWidget* parent)
     grid->setColumnStretch(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(head);
+    layout->addWidget(m_tuneBar);
     layout->addLayout(grid);
 }
 
@@ -74,22 +73,6 @@ QWidget* MpxOrvPage::BuildStatus() {
 QWidget* MpxOrvPage::BuildRequests() {
     auto* const group = new QGroupBox(tr("Requests"), this);
     auto* const form = new QFormLayout(group);
-    m_frequency = new VCNumericFloatSpin(group, "Frequency");
-    m_frequency->SetUnit(HzPerMHz, Decimals, tr(" MHz"));
-    m_frequency->setAccessibleName(tr("Frequency"));
-    m_tune = new QPushButton(tr("&Tune"), group);
-    m_tune->setObjectName(QStringLiteral("Tune"));
-    // A click that took the focus would end the edit in the field, which asks for the frequency; the click
-    // itself would ask once more.
-    m_tune->setFocusPolicy(Qt::TabFocus);
-    connect(m_tune, &QPushButton::clicked, this, &MpxOrvPage::Tune);
-    auto* const tuning = new QHBoxLayout;
-    tuning->addWidget(m_frequency, 1);
-    tuning->addWidget(m_tune);
-    auto* const caption = new QLabel(tr("&Frequency:"), group);
-    caption->setBuddy(m_frequency);
-    form->addRow(caption, tuning);
-
     m_reportInterval = new VCComboBoxClassic(group, "ReportInterval");
     m_reportInterval->setAccessibleName(tr("Report interval"));
     form->addRow(tr("Report &interval:"), m_reportInterval);
@@ -121,6 +104,9 @@ QWidget* MpxOrvPage::BuildAnswers() {
     auto* const group = new QGroupBox(tr("Answers"), this);
     auto* const layout = new QVBoxLayout(group);
     m_answers = new MCSLogDisplay(group, "Answers", Qt::WindowFlags());
+    // It takes what the rest of the page leaves: what it would like to have would not fit into the window.
+    group->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    group->setMinimumHeight(LinesOfAnswers * fontMetrics().lineSpacing());
     layout->addWidget(m_answers);
     return group;
 }
@@ -132,7 +118,7 @@ void MpxOrvPage::Bind(const QString& path) {
     m_mode->SetText_ValuePath(below("Status/OperationMode"), true);
     m_type->SetText_ValuePath(below("Status/OperationType"), true);
     m_isMaster->SetText_ValuePath(below("Status/IsMaster"), true);
-    m_frequency->SetNumericDouble_ValuePath(below("Request/Frequency"));
+    m_tuneBar->Bind(path);
     m_reportInterval->SetValueSelection_ValuePath(below("Request/DeviceSetting/ReportInterval"));
     m_becomeMaster->Set_ValuePath(below("Request/BecomeMaster"));
     m_restartJob->Set_ValuePath(below("Request/RestartJob"));
@@ -155,16 +141,4 @@ void MpxOrvPage::ShowState(const QString& text) {
 
 void MpxOrvPage::ShowUsed(bool isUsed) {
     m_used->setChecked(isUsed);
-}
-
-/// Asks for what was typed, and for the frequency that is shown if nothing was.
-void MpxOrvPage::Tune() {
-    const WidgetBinding& binding = m_frequency->GetBinding();
-    if (!binding.MayEdit()) return;
-    const bool isAcceptable = m_frequency->hasAcceptableInput();
-    auto* const frequency = static_cast<values::ValueNumeric<double>*>(binding.GetValue());
-    const double before = frequency->GetValue();
-    m_tune->setFocus();  // leaving the field asks for what was typed
-    if (isAcceptable && frequency == binding.GetValue() && frequency->GetValue() == before)
-        frequency->SetValue(before);
 }

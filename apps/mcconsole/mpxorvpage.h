@@ -6,14 +6,14 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+class IClock;
 class MCSLogDisplay;
 class PolicyPanel;
 class QCheckBox;
 class QLabel;
-class QPushButton;
+class TuneBar;
 class VCComboBoxClassic;
 class VCLabel;
-class VCNumericFloatSpin;
 class VCPushButton;
 
 /// The console's own MpxORV: what it does, what it may do, tuning it and asking it for other things, and what
@@ -22,7 +22,8 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
-    explicit MpxOrvPage(QWidget* parent = nullptr);
+    /// \a clock is not owned and outlives the page.
+    explicit MpxOrvPage(IClock& clock, QWidget* parent = nullptr);
 
     /// Shows the MpxORV whose node is at \a path; empty: none. Also anew for the same path.
     void Bind(const QString& path);
@@ -40,15 +41,13 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     QWidget* BuildPolicies();
     QWidget* BuildAnswers();
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
-    void Tune();
 
     QLabel* m_state;
     QCheckBox* m_used;
+    TuneBar* m_tuneBar;
     VCLabel* m_mode = nullptr;
     VCLabel* m_type = nullptr;
     VCLabel* m_isMaster = nullptr;
-    VCNumericFloatSpin* m_frequency = nullptr;
-    QPushButton* m_tune = nullptr;
     VCPushButton* m_becomeMaster = nullptr;
     VCPushButton* m_restartJob = nullptr;
     VCPushButton* m_builtInTest = nullptr;

@@ -83,7 +83,7 @@ TEST_F(ConsoleTest, TunesItsOwnMpxOrvAndShowsTheAnswers) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
     auto* const answers = Find<QTextEdit>("MyMpxORV", "LogTextEdit");
-    Type(Find<QLineEdit>("MyMpxORV", "qt_spinbox_lineedit"), "121.5");
+    Type(Find<QLineEdit>("MyMpxORV", "Frequency"), "121.5");
     EXPECT_TRUE(
         WaitFor([&] { return answers->toPlainText().contains(QLatin1String("tuned to 121.5 MHz")); }));
     QTest::mouseClick(Find<QPushButton>("MyMpxORV", "BuiltInTest"), Qt::LeftButton);
@@ -95,7 +95,7 @@ TEST_F(ConsoleTest, AsksOnceMoreForTheFrequencyThatItHas) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
     auto* const answers = Find<QTextEdit>("MyMpxORV", "LogTextEdit");
-    auto* const field = Find<QLineEdit>("MyMpxORV", "qt_spinbox_lineedit");
+    auto* const field = Find<QLineEdit>("MyMpxORV", "Frequency");
     auto* const tune = Find<QPushButton>("MyMpxORV", "Tune");
     const auto answered = [&](int times) {
         return WaitFor([&] { return answers->toPlainText().count(QLatin1String("tuned to 100")) == times; });

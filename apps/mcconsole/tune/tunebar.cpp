@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/tune/tunebar.h>
+
+#include <apps/mcconsole/tune/frequencyfield.h>
+#include <apps/mcconsole/tune/frequencystep.h>
+#include <apps/mcconsole/tune/tunemark.h>
+
+#include <platform/widgets/valuetext.h>
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QToolButton>
+
+namespace {
+
+constexpr int FrameWidth = 2;                       // pixels
+constexpr int MaxEntryLength = 30;                  // characters of it in a message
+constexpr int MaxReasonLength = 200;                // of what the server says
+constexpr char LongField[] = "3000.000000000 MHz";  // that the field has room for
+
+QLabel* PlainText(QWidget* parent, const char* name) {
+    auto* const label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+bool IsWrong(Tuning::EState state) {
+    return state == Tuning::EState::NoFrequency || state == Tuning::EState::OutOfRange ||
+           state == Tuning::EState::Empty;
+}
+
+}  // namespace
+
+TuneBar::TuneBar(IClock& clock, QWidget* parent) : QWidget(parent), m_tuning(clock) {
+    m_tune = new QPushButton(tr("&Tune"), this);
+    m_tune->setObjectName(QStringLiteral("Tune"));
+    m_tune->setFocusPolicy(Qt::TabFocus);  // a click leaves the operator in the field
+    auto* const caption = new QLabel(tr("&Frequency:"), this);
+    auto* const entry = new QHBoxLayout;
+    entry->addWidget(BuildField(), 1);
+    entry->addWidget(m_understood);
+    entry->addWidget(BuildSteps());
+    entry->addWidget(m_tune);
+    caption->setBuddy(m_field);
+    auto* const layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(caption, 0, 0);
+    layout->addLayout(entry, 0, 1);
+    layout->addWidget(new QLabel(tr("Tuned to:"), this), 1, 0);
+    layout->addWidget(BuildActual(), 1, 1);
+    layout->setColumnStretch(1, 1);
+
+    connect(m_field, &QLineEdit::textEdited, &m_tuning, &Tuning::Enter);
+    connect(m_field, &FrequencyField::Confirmed, this, &TuneBar::Tune);
+    connect(m_field, &FrequencyField::TakenBack, this, &TuneBar::TakeBack);
+    connect(m_field, &FrequencyField::Stepped, this, &TuneBar::Step);
+    connect(m_tune, &QPushButton::clicked, this, &TuneBar::Tune);
+    connect(&m_tuning, &Tuning::Changed, this, &TuneBar::Show);
+    Show();
+}
+
+QWidget* TuneBar::BuildField() {
+    m_frame = new QFrame(this);
+    m_frame->setObjectName(QStringLiteral("FrequencyFrame"));
+    m_frame->setFrameShape(QFrame::Box);
+    m_frame->setFrameShadow(QFrame::Plain);
+    m_frame->setLineWidth(FrameWidth);
+    m_field = new FrequencyField(m_frame);
+    m_field->setObjectName(QStringLiteral("Frequency"));
+    m_field->setAccessibleName(tr("Frequency"));
+    m_field->setToolTip(tr(
+        "A frequency, with or without a unit: Hz, k, kHz, M, MHz, G or GHz; with a comma or a point. A plain "
+        "number up to 30,000 counts MHz, above that hertz. Enter or \"Tune\" asks for it, Escape takes it "
+        "back. The arrow keys and the wheel step, which asks for it once they rest."));
+    m_field->setMinimumWidth(m_field->fontMetrics().horizontalAdvance(QLatin1String(LongField)));
+    m_understood = PlainText(this, "Understood");
+    m_understood->setToolTip(tr("What the entry is understood as"));
+    m_understood->setMinimumWidth(
+        m_understood->fontMetrics().horizontalAdvance(QStringLiteral("= 3000.000 MHz")));
+    auto* const layout = new QHBoxLayout(m_frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_field);
+    return m_frame;
+}
+
+QWidget* TuneBar::BuildSteps() {
+    auto* const box = new QWidget(this);
+    m_step = new QComboBox(box);
+    m_step->setObjectName(QStringLiteral("Step"));
+    m_step->setAccessibleName(tr("Step"));
+    for (const FrequencyStep& step : FrequencyStep::All())
+        m_step->addItem(step.Caption());
+    m_step->setCurrentIndex(FrequencyStep::UsualIndex());
+    auto* const caption = new QLabel(tr("St&ep:"), box);
+    caption->setBuddy(m_step);
+    const auto make = [&](const char* name, Qt::ArrowType arrow, const QString& text, int count) {
+        auto* const button = new QToolButton(box);
+        button->setObjectName(QString::fromLatin1(name));
+        button->setArrowType(arrow);
+        button->setAutoRepeat(true);
+        button->setFocusPolicy(Qt::NoFocus);  // the arrow keys do the same in the field
+        button->setToolTip(text);
+        button->setAccessibleName(text);
+        connect(button, &QToolButton::clicked, this, [this, count] { Step(count); });
+        return button;
+    };
+    m_down = make("StepDown", Qt::DownArrow, tr("One step down"), -1);
+    m_up = make("StepUp", Qt::UpArrow, tr("One step up"), 1);
+    auto* const layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* const widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(m_step),
+                                  static_cast<QWidget*>(m_down), static_cast<QWidget*>(m_up)})
+        layout->addWidget(widget);
+    return box;
+}
+
+QWidget* TuneBar::BuildActual() {
+    auto* const box = new QWidget(this);
+    m_actual = PlainText(box, "TunedTo");
+    QFont font = m_actual->font();
+    font.setBold(true);
+    m_actual->setFont(font);
+    m_icon = PlainText(box, "TuneIcon");
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_icon->setFixedSize(size, size);
+    m_mark = PlainText(box, "TuneMark");
+    m_message = PlainText(box, "TuneMessage");
+    m_message->setWordWrap(true);
+    m_message->setMinimumWidth(1);  // long words in it do not make the window wider
+    auto* const layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_actual);
+    layout->addSpacing(layout->spacing() * 3);
+    layout->addWidget(m_icon);
+    layout->addWidget(m_mark);
+    layout->addWidget(m_message, 1);
+    return box;
+}
+
+void TuneBar::Tune() {
+    if (!m_tuning.Tune()) m_field->setFocus();
+    m_field->selectAll();
+}
+
+void TuneBar::TakeBack() {
+    m_tuning.Restore();
+    m_field->selectAll();
+}
+
+void TuneBar::Step(int count) {
+    m_tuning.Step(FrequencyStep::All().at(static_cast<std::size_t>(m_step->currentIndex())), count);
+}
+
+void TuneBar::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) Show();
+}
+
+void TuneBar::Show() {
+    const Tuning::EState state = m_tuning.GetState();
+    const bool mayTune = state != Tuning::EState::NoMpxOrv && state != Tuning::EState::Locked;
+    ShowText();
+    m_field->setReadOnly(!mayTune);
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(m_tune), static_cast<QWidget*>(m_up), static_cast<QWidget*>(m_down)})
+        widget->setEnabled(mayTune);
+    ShowActual();
+    ShowMark(state);
+    ShowMessage(MessageText(state));
+}
+
+void TuneBar::ShowText() {
+    const QString text = m_tuning.GetText();
+    if (m_field->text() != text) m_field->setText(text);
+    m_understood->setText(UnderstoodText());
+}
+
+void TuneBar::ShowActual() {
+    m_actual->setText(ActualText());
+}
+
+void TuneBar::ShowMark(Tuning::EState state) {
+    const TuneMark mark = TuneMark::Of(state, palette());
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, mark.colour);
+    m_mark->setPalette(colours);
+    m_mark->setText(mark.word);
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_icon->setPixmap(mark.icon ? style()->standardIcon(*mark.icon, nullptr, this).pixmap(size) : QPixmap());
+    // As wide in any case, so that nothing moves.
+    if (!IsWrong(state)) colours.setColor(QPalette::WindowText, palette().color(QPalette::Window));
+    m_frame->setPalette(colours);
+    m_field->setPalette(palette());
+}
+
+void TuneBar::ShowMessage(const QString& text) {
+    m_message->setText(text);
+    m_field->setAccessibleDescription(text.isEmpty() ? m_mark->text() : text);
+}
+
+QString TuneBar::UnderstoodText() const {
+    const FrequencyText wanted = m_tuning.GetWanted();
+    return wanted.IsFrequency() ? QStringLiteral("= %1").arg(Tuning::Shown(wanted.GetHz())) : QString();
+}
+
+QString TuneBar::ActualText() const {
+    if (m_tuning.GetState() == Tuning::EState::NoMpxOrv) return QStringLiteral("- - -");
+    const std::optional<double> hz = m_tuning.GetActual();
+    return hz ? Tuning::Shown(*hz) : tr("NOT TUNED");
+}
+
+QString TuneBar::RangeText() const {
+    return tr("%1 to %2 MHz")
+        .arg(FrequencyText::InMegahertz(m_tuning.GetLowest(), 0),
+             FrequencyText::InMegahertz(m_tuning.GetHighest(), 0));
+}
+
+QString TuneBar::MessageText(Tuning::EState state) const {
+    const QString entry = valuetext::Shortened(m_tuning.GetText(), MaxEntryLength);
+    const FrequencyText wanted = m_tuning.GetWanted();
+    switch (state) {
+        case Tuning::EState::Locked:
+            return tr("This user may not tune here.");
+        case Tuning::EState::Empty:
+            return tr("Enter a frequency, such as 121.5, 118400 kHz or 121500000.");
+        case Tuning::EState::NoFrequency:
+            return tr("\"%1\" is no frequency. Enter one such as 121.5, 118400 kHz or 121500000.").arg(entry);
+        case Tuning::EState::OutOfRange:
+            return tr("%1 lies outside the range of the device, %2: nothing is asked for.")
+                .arg(wanted.IsFrequency() ? Tuning::Shown(wanted.GetHz()) : entry, RangeText());
+        case Tuning::EState::NotSent:
+            return tr("Enter or \"Tune\" asks for it, Escape takes it back.");
+        case Tuning::EState::Stepping:
+            return tr("It is asked for once the steps rest.");
+        case Tuning::EState::Asked:
+            return tr("The server has not answered yet.");
+        case Tuning::EState::Refused:
+            return tr("%1. \"Tune\" asks once more.")
+                .arg(valuetext::Shortened(m_tuning.GetReason(), MaxReasonLength));
+        case Tuning::EState::Ended:
+            return valuetext::Shortened(m_tuning.GetReason(), MaxReasonLength);
+        case Tuning::EState::NoMpxOrv:
+        case Tuning::EState::Tuned:
+        case Tuning::EState::NotTuned:
+            break;
+    }
+    return QString();
+}

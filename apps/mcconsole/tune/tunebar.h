@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcconsole/tune/tuning.h>
+
+#include <QtCore/QString>
+#include <QtWidgets/QWidget>
+
+class FrequencyField;
+class QComboBox;
+class QFrame;
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+/// Tunes an MpxORV: the frequency that the operator wants, what was understood of it, what became of it, and
+/// beside it the one that there is. Only Enter and "Tune" ask for a frequency, and steps once they rest; what
+/// is not asked for is marked. GUI thread.
+class TuneBar : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// \a clock is not owned and outlives the bar.
+    explicit TuneBar(IClock& clock, QWidget* parent = nullptr);
+
+    /// Tunes the MpxORV whose node is at \a path; empty: none. What the operator wants stays.
+    void Bind(const QString& path) { m_tuning.Bind(path); }
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    QWidget* BuildField();
+    QWidget* BuildSteps();
+    QWidget* BuildActual();
+    void Tune();
+    void TakeBack();
+    void Step(int count);
+
+    void Show();
+    void ShowText();
+    void ShowActual();
+    void ShowMark(Tuning::EState state);
+    void ShowMessage(const QString& text);
+    QString UnderstoodText() const;
+    QString ActualText() const;
+    QString MessageText(Tuning::EState state) const;
+    QString RangeText() const;
+
+    Tuning m_tuning;
+    QFrame* m_frame = nullptr;  ///< around the field, red while that cannot be asked for
+    FrequencyField* m_field = nullptr;
+    QLabel* m_understood = nullptr;
+    QComboBox* m_step = nullptr;
+    QToolButton* m_down = nullptr;
+    QToolButton* m_up = nullptr;
+    QPushButton* m_tune = nullptr;
+    QLabel* m_actual = nullptr;
+    QLabel* m_icon = nullptr;
+    QLabel* m_mark = nullptr;
+    QLabel* m_message = nullptr;
+};

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/tune/tuning.h>
+
+#include <apps/mcconsole/tune/frequencystep.h>
+
+#include <platform/device/stddevicedefinition.h>
+#include <platform/values/value.h>
+#include <platform/values/valueselection.h>
+#include <platform/values/visit.h>
+
+#include <QtCore/QPointer>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+template <class V>
+PathBinding::Filter Only() {
+    return [](const values::ValueBase& value) { return values::Is<V>(value); };
+}
+
+}  // namespace
+
+Tuning::Tuning(IClock& clock, QObject* parent)
+    : QObject(parent),
+      m_frequency(*this, Only<Frequency>()),
+      m_answer(*this, Only<values::Value<QString>>()),
+      m_mode(*this, Only<values::ValueSelection>()),
+      m_rest(clock) {
+    values::Refusals::Instance().AddListener(this);
+}
+
+Tuning::~Tuning() {
+    values::Refusals::Instance().RemoveListener(this);
+}
+
+void Tuning::Bind(const QString& path) {
+    m_rest.Stop();
+    // What was asked of the lost MpxORV is what the operator wants of the next one.
+    if (m_wasAskedFor) m_isEntered = true;
+    m_unanswered = 0;
+    Conclude(EState::NotSent, QString());
+    const auto below = [&](const char* names) {
+        return path.isEmpty() ? QString() : path + QLatin1String(names);
+    };
+    m_mode.SetPath(below("/Status/OperationMode"));
+    m_answer.SetPath(below("/Request/Answer"));
+    m_frequency.SetPath(below("/Request/Frequency"));
+}
+
+void Tuning::Enter(const QString& text) {
+    m_rest.Stop();
+    m_text = text;
+    m_isEntered = true;
+    Q_EMIT Changed();
+}
+
+void Tuning::Step(const FrequencyStep& step, int count) {
+    const FrequencyText wanted = GetWanted();
+    if (GetValue() == nullptr || !GetValue()->IsWritable() || !wanted.IsFrequency()) return;
+    const double hz = step.From(wanted.GetHz(), count);
+    if (!IsInRange(hz)) return;
+    Enter(Shown(hz));
+    m_rest.Start(Rest, [this] { Tune(); });
+    Q_EMIT Changed();
+}
+
+bool Tuning::Tune() {
+    m_rest.Stop();
+    const EState state = StateOfEntry();
+    const QPointer<Tuning> self(this);
+    if (state == EState::NotSent) {
+        m_actualBefore = GetActual();
+        m_asked = GetWanted().GetHz();
+        m_text = Shown(m_asked);
+        m_isEntered = m_wasAskedFor = true;
+        ++m_unanswered;
+        Conclude(EState::Asked, QString());
+        GetValue()->SetValue(m_asked);  // whoever is told may destroy this
+    }
+    if (self != nullptr) Q_EMIT Changed();
+    return state == EState::NotSent;
+}
+
+void Tuning::Restore() {
+    m_rest.Stop();
+    m_isEntered = m_wasAskedFor = false;
+    m_text.clear();
+    if (m_outcome == EState::Asked)
+        m_text = Shown(m_asked);
+    else
+        Conclude(EState::NotSent, QString());
+    Follow();
+    Q_EMIT Changed();
+}
+
+Tuning::EState Tuning::GetState() const {
+    const EState entry = StateOfEntry();
+    if (entry != EState::NotSent) return entry;
+    if (m_rest.IsRunning()) return EState::Stepping;
+    return StateOfRequest(GetWanted().GetHz());
+}
+
+/// Why what is entered cannot be asked for; NotSent if it can.
+Tuning::EState Tuning::StateOfEntry() const {
+    const Frequency* const value = GetValue();
+    if (value == nullptr) return EState::NoMpxOrv;
+    if (!value->IsWritable()) return EState::Locked;
+    const FrequencyText wanted = GetWanted();
+    switch (wanted.GetProblem()) {
+        case FrequencyText::EProblem::Empty:
+            return EState::Empty;
+        case FrequencyText::EProblem::NoFrequency:
+            return EState::NoFrequency;
+        case FrequencyText::EProblem::Negative:
+        case FrequencyText::EProblem::TooGreat:
+            return HasRange() ? EState::OutOfRange : EState::NoFrequency;
+        case FrequencyText::EProblem::None:
+            break;
+    }
+    return IsInRange(wanted.GetHz()) || !HasRange() ? EState::NotSent : EState::OutOfRange;
+}
+
+Tuning::EState Tuning::StateOfRequest(double wanted) const {
+    const bool isOfWanted = m_outcome != EState::NotSent && m_asked == wanted;
+    if (isOfWanted && m_outcome != EState::Ended) return m_outcome;
+    if (GetActual() == wanted) return EState::Tuned;
+    if (isOfWanted) return m_outcome;
+    return m_isEntered ? EState::NotSent : EState::NotTuned;
+}
+
+FrequencyText Tuning::GetWanted() const {
+    return FrequencyText(m_text, FrequencyText::EPlainNumber::MegahertzOrHertz);
+}
+
+std::optional<double> Tuning::GetActual() const {
+    // While there is no answer, the value holds what was asked for.
+    if (m_outcome == EState::Asked) return m_actualBefore;
+    const auto* const mode = static_cast<const values::ValueSelection*>(m_mode.GetValue());
+    const bool isTuned = GetValue() != nullptr && mode != nullptr && mode->GetCurrentKey() == OperationFfm;
+    return isTuned ? std::make_optional(GetValue()->GetValue()) : std::nullopt;
+}
+
+double Tuning::GetLowest() const {
+    return GetValue() != nullptr ? GetValue()->GetMin() : std::numeric_limits<double>::lowest();
+}
+
+double Tuning::GetHighest() const {
+    return GetValue() != nullptr ? GetValue()->GetMax() : (std::numeric_limits<double>::max)();
+}
+
+/// Whether the server says what the device can be tuned to.
+bool Tuning::HasRange() const {
+    return GetLowest() > std::numeric_limits<double>::lowest() &&
+           GetHighest() < (std::numeric_limits<double>::max)();
+}
+
+bool Tuning::IsInRange(double hz) const {
+    return hz >= GetLowest() && hz <= GetHighest();
+}
+
+QString Tuning::Shown(double hz) {
+    return QStringLiteral("%1 MHz").arg(FrequencyText::InMegahertz(hz));
+}
+
+/// What there is, live; null if nothing is.
+Tuning::Frequency* Tuning::GetValue() const {
+    return m_frequency.GetState() == EBindingState::Live ? static_cast<Frequency*>(m_frequency.GetValue())
+                                                         : nullptr;
+}
+
+void Tuning::OnBindingChanged(PathBinding& binding, TChangeCode code) {
+    if (&binding == &m_answer && code == changecode::ContentChanged)
+        OnAnswer(static_cast<values::Value<QString>*>(m_answer.GetValue())->GetValue());
+    Follow();
+    Q_EMIT Changed();
+}
+
+void Tuning::OnAnswer(const QString& answer) {
+    const auto reason = [&answer] { return answer.section(QStringLiteral(": "), 1); };
+    const bool isAsked = m_outcome == EState::Asked;
+    if (answer.startsWith(QLatin1String("ended: "))) {
+        if (isAsked) return;
+        m_asked = GetWanted().GetHz();
+        return Conclude(EState::Ended, reason());
+    }
+    // Each request has its answer, in their order; that of the last one counts.
+    if (!isAsked || --m_unanswered > 0) return;
+    if (answer.startsWith(QLatin1String("refused: "))) return Conclude(EState::Refused, reason());
+    m_isEntered = m_isEntered && GetWanted().GetHz() != m_asked;
+    Conclude(EState::NotSent, QString());
+}
+
+/// The server does not let this user ask, so nobody answers.
+void Tuning::OnRefused(values::TreeItem* item, const QString&, const QString& reason) {
+    if (item == nullptr || item != m_frequency.GetValue() || m_outcome != EState::Asked) return;
+    m_unanswered = 0;
+    Conclude(EState::Refused, reason);
+    Q_EMIT Changed();
+}
+
+void Tuning::Conclude(EState outcome, const QString& reason) {
+    m_outcome = outcome;
+    m_reason = reason;
+}
+
+/// Where the operator has entered nothing, the field shows what there is.
+void Tuning::Follow() {
+    if (m_isEntered || m_outcome == EState::Asked) return;
+    const QString before = m_text;
+    if (GetValue() != nullptr)
+        m_text = Shown(GetValue()->GetValue());
+    else if (m_frequency.GetPath().isEmpty())
+        m_text.clear();
+    if (m_text != before) m_wasAskedFor = false;  // but by somebody else
+}

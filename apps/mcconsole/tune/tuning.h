@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/common/clocktimer.h>
+#include <apps/common/frequencytext.h>
+
+#include <platform/values/pathbinding.h>
+#include <platform/values/refusals.h>
+#include <platform/values/valuenumeric.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+#include <chrono>
+#include <optional>
+
+class FrequencyStep;
+
+/// Tuning one MpxORV: the frequency that the operator wants beside the one that there is. What is wanted
+/// stays what it is, whatever the server says, until the operator or a granted request changes it; only
+/// Tune() asks for it, or steps that have come to rest. Main thread.
+class Tuning : public QObject, private PathBinding::IListener, private values::IRefusalListener {
+    Q_OBJECT
+
+  public:
+    enum class EState {
+        NoMpxOrv,     ///< there is nothing to tune
+        Locked,       ///< not by this user
+        Empty,        ///< nothing is entered
+        NoFrequency,  ///< what is entered is none
+        OutOfRange,   ///< of what the device can be tuned to
+        NotSent,      ///< nobody has asked for what is entered
+        Stepping,     ///< it will be asked for once the steps rest
+        Asked,        ///< no answer yet
+        Refused,      ///< see GetReason()
+        Ended,        ///< it was granted and is taken away, see GetReason()
+        Tuned,        ///< to what is entered
+        NotTuned      ///< and nothing is entered but what was shown
+    };
+    /// After how long steps count as at rest.
+    static constexpr std::chrono::milliseconds Rest{300};
+
+    /// \a clock is not owned and outlives this object.
+    explicit Tuning(IClock& clock, QObject* parent = nullptr);
+    ~Tuning() override;
+
+    /// Tunes the MpxORV whose node is at \a path; empty: none. What the operator wants stays, and is not
+    /// sent.
+    void Bind(const QString& path);
+
+    /// The operator types \a text.
+    void Enter(const QString& text);
+    /// The operator steps from what is entered, within the device's range.
+    void Step(const FrequencyStep& step, int count);
+    /// Asks for what is entered, also once more. False if that cannot be asked for.
+    bool Tune();
+    /// Takes back what was entered.
+    void Restore();
+
+    EState GetState() const;
+    QString GetText() const { return m_text; }
+    FrequencyText GetWanted() const;
+    /// What the MpxORV is tuned to, in Hz; none if it is not.
+    std::optional<double> GetActual() const;
+    /// What the device can be tuned to, in Hz; all numbers where nobody says so.
+    double GetLowest() const;
+    double GetHighest() const;
+    /// Why it was refused, or ended, in the server's words.
+    QString GetReason() const { return m_reason; }
+
+    /// As it is shown and entered: "121.500 MHz".
+    static QString Shown(double hz);
+
+  Q_SIGNALS:
+    /// Any of the above has changed.
+    void Changed();
+
+  private:
+    using Frequency = values::ValueNumeric<double>;
+
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
+    void OnAnswer(const QString& answer);
+    void Conclude(EState outcome, const QString& reason);
+    EState StateOfEntry() const;
+    EState StateOfRequest(double wanted) const;
+    bool HasRange() const;
+    bool IsInRange(double hz) const;
+    void Follow();
+    Frequency* GetValue() const;
+
+    PathBinding m_frequency;
+    PathBinding m_answer;
+    PathBinding m_mode;
+    ClockTimer m_rest;
+    QString m_text;
+    bool m_isEntered = false;    ///< by the operator, and not granted
+    bool m_wasAskedFor = false;  ///< by the operator
+    int m_unanswered = 0;        ///< requests
+    /// Of the last request: Asked, Refused, or Ended; NotSent if there is nothing to say about it.
+    EState m_outcome = EState::NotSent;
+    double m_asked = 0;                    ///< Hz, in that request
+    std::optional<double> m_actualBefore;  ///< it
+    QString m_reason;
+};
