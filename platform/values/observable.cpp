@@ -105,6 +105,7 @@ void Observable::NotifyMany(TChangeCode code, IObserver* originator) {
         if (data[0] == originator) return data[1]->Update(this, code);
         if (data[1] == originator) return data[0]->Update(this, code);
     }
+    Walk* const outer = m_walks;
     Walk walk(*this);
     walk.end = m_count;
     for (std::uint32_t next = 0, end = m_count; next < end;) {
@@ -119,4 +120,8 @@ void Observable::NotifyMany(TChangeCode code, IObserver* originator) {
         next = walk.next;
         end = walk.end;
     }
+    if (walk.toFront) return;
+    // What ~Walk() does, without reading back what was written just now: the next notification waits for it.
+    m_walks = outer;
+    walk.subject = nullptr;
 }
