@@ -16,6 +16,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <string>
 
 namespace bench {
 
@@ -84,6 +86,15 @@ void Role::TellPort(int port) {
 
 void Role::TellResult(const Settings& result) {
     TellLine(QStringLiteral("result ") + result.Words().join(QLatin1Char(' ')));
+}
+
+void Role::TellStep() {
+    TellLine(QStringLiteral("step"));
+}
+
+void Role::WaitForGo() {
+    std::string line;
+    if (!std::getline(std::cin, line)) Fail(QStringLiteral("nobody says go"));
 }
 
 }  // namespace bench

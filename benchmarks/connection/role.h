@@ -10,7 +10,7 @@
 namespace bench {
 
 /// What a child process does in a measurement. It is started with settings, and tells what it finds out in
-/// lines on its standard output: "port", "result" or "failed".
+/// lines on its standard output: "port", "result" or "failed"; "step" where whoever started it has it wait.
 class Role : public QObject {
   public:
     ~Role() override;
@@ -28,6 +28,9 @@ class Role : public QObject {
 
     static void TellPort(int port);
     static void TellResult(const Settings& result);
+    static void TellStep();
+    /// Waits, with all of this process, for a line on the standard input.
+    static void WaitForGo();
 
   private:
     Settings m_settings;

@@ -27,6 +27,7 @@ void PlayStream(const Stage& stage, const StreamSize& size, int clients, int pro
         .Set(QStringLiteral("values"), Values)
         .Set(QStringLiteral("clients"), clients)
         .Set(QStringLiteral("everychange"), 1)
+        .Set(QStringLiteral("ahead"), size.farthestAhead)
         .Set(QStringLiteral("warmup"), size.warmUp)
         .Set(QStringLiteral("total"), size.warmUp + (stage.isQuick ? Quick(size.changes) : size.changes));
 

@@ -9,7 +9,8 @@ namespace bench {
 struct StreamSize {
     const char* road;
     int warmUp;
-    int changes;  ///< after the warm-up; both in multiples of 5,000
+    int changes;                 ///< after the warm-up; both in multiples of 5,000
+    int farthestAhead = 100000;  ///< so many changes at most, of the slowest client
 };
 
 /// 1,000 values changed in turn and followed by \a clients in \a processes. Adds the deliveries per second

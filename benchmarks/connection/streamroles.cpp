@@ -2,12 +2,12 @@
 #include "streamroles.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace bench {
 
 namespace {
 
-constexpr int FarthestAhead = 100000;
 constexpr int ReportInterval = 5000;
 
 }  // namespace
@@ -16,8 +16,10 @@ StreamServer::StreamServer(const Settings& settings)
     : RoadRole(settings),
       m_end(MakeServerEnd()),
       m_received(static_cast<std::size_t>(GetSetup().clients), -1),
+      m_farthestAhead(settings.Int(QStringLiteral("ahead"))),
       m_warmUp(settings.Int(QStringLiteral("warmup"))),
-      m_total(settings.Int(QStringLiteral("total"))) {
+      m_total(settings.Int(QStringLiteral("total"))),
+      m_isInSteps(settings.Has(QStringLiteral("steps"))) {
     m_end->onReport = [this](int client, int content) { TakeReport(client, content); };
     connect(&m_nextTurn, &QTimer::timeout, this, &StreamServer::SetAll);
 }
@@ -44,10 +46,16 @@ void StreamServer::StartStage(int changes) {
 
 void StreamServer::SetAll() {
     const int values = GetSetup().values;
-    if (m_sent == m_stageEnd || m_sent + values - m_slowest > FarthestAhead) return m_nextTurn.stop();
+    if (std::exchange(m_isStepUnderWay, false)) {
+        TellStep();
+        WaitForGo();
+    }
+    const bool isFarAhead = !m_isInSteps && m_sent + values - m_slowest > m_farthestAhead;
+    if (m_sent == m_stageEnd || isFarAhead) return m_nextTurn.stop();
     for (int index = 0; index < values; ++index)
         m_end->Set(index, m_sent++);
     m_end->Send();
+    m_isStepUnderWay = m_isInSteps;
 }
 
 void StreamServer::TellRate() const {
@@ -61,7 +69,8 @@ StreamClient::StreamClient(const Settings& settings)
     : RoadRole(settings),
       m_followers(static_cast<std::size_t>(settings.Int(QStringLiteral("count")))),
       m_warmUp(settings.Int(QStringLiteral("warmup"))),
-      m_total(settings.Int(QStringLiteral("total"))) {}
+      m_total(settings.Int(QStringLiteral("total"))),
+      m_isInSteps(settings.Has(QStringLiteral("steps"))) {}
 
 // One after the other: how a server takes a crowd that comes at once is not measured here.
 void StreamClient::OpenNext() {
@@ -86,9 +95,17 @@ void StreamClient::TakeChange(Follower& follower, int index, int content) {
                  .arg(index)
                  .arg(follower.received));
     ++follower.received;
-    if (follower.received % ReportInterval != 0) return;
-    if (follower.received == m_warmUp || follower.received == m_total) EndStage(follower.received);
-    follower.end->Report(follower.received);
+    if (m_isInSteps && follower.received % GetSetup().values == 0) EndStep();
+    const bool isStageEnd = follower.received == m_warmUp || follower.received == m_total;
+    if (isStageEnd) EndStage(follower.received);
+    const bool isReportDue = follower.received % ReportInterval == 0 && !m_isInSteps;
+    if (isStageEnd || isReportDue) follower.end->Report(follower.received);
+}
+
+void StreamClient::EndStep() {
+    if (++m_atStepEnd < static_cast<int>(m_followers.size())) return;
+    m_atStepEnd = 0;
+    QTimer::singleShot(0, this, [] { TellStep(); });
 }
 
 void StreamClient::EndStage(int received) {

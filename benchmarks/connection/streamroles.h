@@ -10,7 +10,8 @@ namespace bench {
 
 /// Changes the values one after the other, all of them in each turn of the event loop, at most so far ahead
 /// of the slowest client; tells the rate and what it cost. Change number n, from 0, sets value n % values to
-/// n.
+/// n. With "steps" it tells "step" after each turn and waits to be told to go on: it meets all that the
+/// clients have answered at once, and does the same in every run.
 class StreamServer final : public RoadRole {
   public:
     explicit StreamServer(const Settings& settings);
@@ -24,8 +25,11 @@ class StreamServer final : public RoadRole {
 
     std::unique_ptr<ServerEnd> m_end;
     std::vector<int> m_received;  ///< how far each client has come; -1 while it is not there
+    int m_farthestAhead;
     int m_warmUp;
     int m_total;
+    bool m_isInSteps;
+    bool m_isStepUnderWay = false;
     int m_stageEnd = 0;
     int m_sent = 0;
     int m_slowest = -1;
@@ -33,7 +37,9 @@ class StreamServer final : public RoadRole {
     QTimer m_nextTurn;
 };
 
-/// Some of the clients: each checks that every change comes, in order, and reports how far it has come.
+/// Some of the clients: each checks that every change comes, in order, and reports how far it has come. With
+/// "steps" it tells "step" whenever all of them have had a turn of changes, and have sent what follows from
+/// it.
 class StreamClient final : public RoadRole {
   public:
     explicit StreamClient(const Settings& settings);
@@ -47,12 +53,15 @@ class StreamClient final : public RoadRole {
 
     void OpenNext();
     void TakeChange(Follower& follower, int index, int content);
+    void EndStep();
     void EndStage(int received);
 
     std::vector<Follower> m_followers;
     std::size_t m_opened = 0;
     int m_warmUp;
     int m_total;
+    bool m_isInSteps;
+    int m_atStepEnd = 0;
     int m_atStageEnd = 0;
     Stopwatch m_watch;
 };
