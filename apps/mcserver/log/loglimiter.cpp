@@ -2,22 +2,34 @@
 #include <apps/mcserver/log/loglimiter.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 LogLimiter::LogLimiter(IClock& clock, Tell tell, const Rates& rates)
     : m_clock(clock), m_tell(std::move(tell)), m_rates(rates), m_telling(clock) {}
 
-LogLimiter::Source& LogLimiter::Find(const QString& name) {
-    if (!m_sources.contains(name) && m_sources.size() >= MaxSources)
-        m_sources.erase(
-            std::min_element(m_sources.begin(), m_sources.end(),
-                             [](const Source& a, const Source& b) { return a.lastTime < b.lastTime; }));
-    return m_sources[name];
+// Strangers come under as many names as they like, so nothing here looks at all of them.
+LogLimiter::Sources::iterator LogLimiter::Find(const QString& name) {
+    const auto found = m_byName.constFind(name);
+    if (found != m_byName.constEnd()) return *found;
+    if (m_byName.size() >= MaxSources) ForgetQuietest();
+    m_silent.emplace_back();
+    const auto source = std::prev(m_silent.end());
+    source->name = name;
+    m_byName.insert(name, source);
+    return source;
+}
+
+void LogLimiter::ForgetQuietest() {
+    Sources& sources = m_silent.empty() ? m_heard : m_silent;
+    m_byName.remove(sources.front().name);
+    sources.pop_front();
 }
 
 std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text) {
     const Time now = m_clock.Now();
-    Source& source = Find(name);
+    const Sources::iterator found = Find(name);
+    Source& source = *found;
     const bool isRepeated = text == source.lastText && now - source.lastTime < RepeatAfter;
     const Time fullAt = std::max(now, source.fullAt) + m_rates.lineInterval;
     const Time allFullAt = std::max(now, m_fullAt) + m_rates.totalInterval;
@@ -27,6 +39,7 @@ std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text
         LeaveOut(source);
         return std::nullopt;
     }
+    m_heard.splice(m_heard.end(), std::exchange(source.isHeard, true) ? m_heard : m_silent, found);
     m_fullAt = allFullAt;
     source.fullAt = fullAt;
     source.lastTime = now;
@@ -47,11 +60,13 @@ void LogLimiter::TellLeftOut() {
     m_telling.Stop();
     const qint64 leftOut = std::exchange(m_leftOut, 0);
     if (leftOut == 0) return;
-    const auto most =
-        std::max_element(m_sources.begin(), m_sources.end(),
-                         [](const Source& a, const Source& b) { return a.leftOut < b.leftOut; });
-    const QString whose = most.key();
-    for (Source& source : m_sources)
-        source.leftOut = 0;
+    QString whose;
+    qint64 most = 0;
+    for (const Sources::iterator& source : qAsConst(m_byName)) {
+        const qint64 own = std::exchange(source->leftOut, 0);
+        if (own < most) continue;
+        most = own;
+        whose = source->name;
+    }
     m_tell(QStringLiteral("%1 lines left out, most of them of %2").arg(QString::number(leftOut), whose));
 }

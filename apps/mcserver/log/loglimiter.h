@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <functional>
+#include <list>
 #include <optional>
 
 /// Keeps clients from filling the log, which goes to every other client, and strangers from filling the error
@@ -43,19 +44,25 @@ class LogLimiter {
 
   private:
     struct Source {
+        QString name;
         Time fullAt{};  ///< when all its lines will have come back
         Time lastTime{};
         QString lastText;
-        qint64 leftOut = 0;  ///< and not told yet
+        qint64 leftOut = 0;    ///< and not told yet
+        bool isHeard = false;  ///< a line of it has passed
     };
-    Source& Find(const QString& name);
+    using Sources = std::list<Source>;
+    Sources::iterator Find(const QString& name);
+    void ForgetQuietest();
     void LeaveOut(Source& source);
 
     IClock& m_clock;
     Tell m_tell;
     Rates m_rates;
-    QHash<QString, Source> m_sources;
-    Time m_fullAt{};       ///< as for a source, for all together
+    Sources m_silent;  ///< of which no line has passed yet, the first of them first
+    Sources m_heard;   ///< the others, that one first whose last line is the longest ago
+    QHash<QString, Sources::iterator> m_byName;  ///< all of them
+    Time m_fullAt{};                             ///< as for a source, for all together
     qint64 m_leftOut = 0;  ///< of all sources, also of those that are forgotten, and not told yet
     ClockTimer m_telling;
 };

@@ -5,7 +5,7 @@
 
 #include <QtCore/QtGlobal>
 
-#include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <utility>
 
@@ -27,18 +27,28 @@ void WriteLimited(QtMsgType type, const QMessageLogContext& context, const QStri
 
 }  // namespace
 
+std::list<MessageLimiter::Last>::iterator MessageLimiter::Find(const QString& text) {
+    const auto found = m_byText.constFind(text);
+    if (found != m_byText.constEnd()) return *found;
+    if (m_byText.size() >= MaxRemembered) {
+        m_byText.remove(m_last.front().text);
+        m_last.pop_front();
+    }
+    m_last.emplace_back();
+    m_last.back().text = text;
+    return *m_byText.insert(text, std::prev(m_last.end()));
+}
+
 std::optional<QString> MessageLimiter::Pass(const QString& text, Time now) {
-    const auto found = m_last.find(text);
-    if (found != m_last.end() && now - found->time < RepeatAfter) {
-        ++found->leftOut;
+    const std::list<Last>::iterator last = Find(text);
+    if (last->isWritten && now - last->time < RepeatAfter) {
+        ++last->leftOut;
         return std::nullopt;
     }
-    if (found == m_last.end() && m_last.size() >= MaxRemembered)
-        m_last.erase(std::min_element(m_last.begin(), m_last.end(),
-                                      [](const Last& a, const Last& b) { return a.time < b.time; }));
-    Last& last = m_last[text];
-    last.time = now;
-    const int leftOut = std::exchange(last.leftOut, 0);
+    m_last.splice(m_last.end(), m_last, last);
+    last->isWritten = true;
+    last->time = now;
+    const int leftOut = std::exchange(last->leftOut, 0);
     if (leftOut == 0) return text;
     return QStringLiteral("%1 (%2 times more before)").arg(text, QString::number(leftOut));
 }

@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <list>
 #include <optional>
 
 /// Keeps messages that repeat out of the server's error stream, which fills a journal: a data module that
@@ -27,8 +28,13 @@ class MessageLimiter {
 
   private:
     struct Last {
+        QString text;
         Time time{};
         int leftOut = 0;
+        bool isWritten = false;
     };
-    QHash<QString, Last> m_last;  ///< by text
+    std::list<Last>::iterator Find(const QString& text);
+
+    std::list<Last> m_last;                              ///< the oldest first
+    QHash<QString, std::list<Last>::iterator> m_byText;  ///< all of them
 };

@@ -85,6 +85,30 @@ TEST_F(LogLimiterTest, DoesNotTellTwiceWhatALineToldOf) {
     EXPECT_EQ(m_told, QStringList());
 }
 
+TEST_F(LogLimiterTest, ForgetsTheQuietestFirst) {
+    const QString line = QStringLiteral("denied");
+    for (int i = 0; i < LogLimiter::MaxSources; ++i) {
+        ASSERT_EQ(Pass(QByteArray::number(i).constData(), line), line);
+        m_clock.Advance(LogLimiter::Time(1));
+    }
+    EXPECT_FALSE(Pass("0", line).has_value()) << "all are known";
+    EXPECT_EQ(Pass("new", line), line);
+    EXPECT_FALSE(Pass("1", line).has_value()) << "no more than needed are forgotten";
+    EXPECT_EQ(Pass("0", line), line) << "this was the quietest";
+}
+
+TEST_F(LogLimiterTest, ForgetsOnesOfWhomNothingPassedBeforeOthers) {
+    const QString line = QStringLiteral("denied");
+    ASSERT_EQ(Pass("a", line), line);
+    for (const char* source : {"b", "c", "d", "e"})
+        CountPassing(source, LogLimiter::LogRates.burst);
+    for (int i = 0; i < 2 * LogLimiter::MaxSources; ++i)
+        ASSERT_EQ(CountPassing(QByteArray::number(i).constData(), 1), 0);
+    m_clock.Advance(LogLimiter::RepeatAfter - LogLimiter::Time(1));
+    EXPECT_FALSE(Pass("a", line).has_value()) << "it is still known";
+    EXPECT_EQ(Pass("f", line), line) << "there is room again";
+}
+
 TEST_F(LogLimiterTest, CountsForSourcesThatItForgetsAsWell) {
     int passing = 0;
     for (int i = 0; i < 3 * LogLimiter::MaxSources; ++i)
