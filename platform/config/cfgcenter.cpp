@@ -79,6 +79,6 @@ QStringList CfgCenter::LookForEdits() {
 }
 
 QString CfgCenter::Finish() {
-    if (!m_store || m_store->CommitNow()) return QString();
+    if (!m_store || m_store->CommitNow() || !m_store->HasUnstoredKeys()) return QString();
     return m_store->GetProblem(QStringLiteral("the last changes are lost"));
 }

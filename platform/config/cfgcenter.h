@@ -48,9 +48,9 @@ class MCS_PLATFORM_EXPORT CfgCenter {
     /// Looks whether somebody edited the file, by its time and size, and takes that in, once it rested from
     /// one call to the next. The keys that were edited since the last call, as paths.
     QStringList LookForEdits();
-    /// Commits what nobody committed. Empty, or why the last changes are not in the file, and of which keys,
-    /// one line: programs say it at their end, since what saves by itself, such as a window's place, tells
-    /// nobody.
+    /// Commits what nobody committed. Empty, or why the last changes are not in the file, and of which keys
+    /// that are no defaults, one line: programs say it at their end, since what saves by itself, such as a
+    /// window's place, tells nobody.
     QString Finish();
 
   private:

@@ -46,6 +46,8 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     /// Why the last commit failed, one line that names the file and, after \a consequence, the keys that are
     /// not in it. Empty if it did not.
     QString GetProblem(const QString& consequence) const;
+    /// Whether the file lacks more than what is the default anyway.
+    bool HasUnstoredKeys() const { return !m_copy.GetUnstoredKeys().isEmpty(); }
     /// Reads a file that could not be read before.
     void TryAgain();
 

@@ -73,6 +73,16 @@ TEST_F(ServerAndItsFile, WhatCannotBeSavedIsSaidAtTheEnd) {
     EXPECT_THAT(m_server.Output().toStdString(), HasSubstr("the configuration cannot be saved"));
 }
 
+TEST_F(ServerAndItsFile, WhereOnlyDefaultsCannotBeWrittenNothingIsLost) {
+    ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    m_server.Kill();  // so that the file lacks what is written at the end
+    const QByteArray before = Bytes();
+    m_server.FillDisk();
+    ASSERT_NO_FATAL_FAILURE(m_server.Restart());
+    EXPECT_EQ(m_server.Terminate(), 0) << m_server.Errors().toStdString();
+    EXPECT_EQ(Bytes(), before);
+}
+
 TEST_F(ServerAndItsFile, AFullDiskIsSaidAtTheEndWithTheKeysThatAreLost) {
     m_server.FillDisk();
     ASSERT_NO_FATAL_FAILURE(m_server.Start());
