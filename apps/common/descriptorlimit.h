@@ -4,3 +4,5 @@
 /// Lets the process open as many files and connections as the system allows it: what it is allowed at first
 /// is little for a server.
 void RaiseDescriptorLimit();
+/// How many those are, as far as the system has a limit for it.
+int GetDescriptorLimit();

@@ -278,11 +278,10 @@ void ServerAccess::ValueWritten(const VtPeer& peer, const QString& path) {
     if (mpxOrv != nullptr && !mpxOrv->HasClient(peer.session)) Join(peer, *target);
 }
 
-// A comment is shown in one line.
 int ServerAccess::MaxTextLength(const VtPeer& /*peer*/, const QString& path) {
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     const bool isComment = target && target->below == QStringList{mcskeys::Status, mcskeys::Comment};
-    return isComment ? MaxComment : DefaultMaxText;
+    return isComment ? m_textLimits.comment : m_textLimits.text;
 }
 
 void ServerAccess::Log(const VtPeer& peer, const QString& text) {

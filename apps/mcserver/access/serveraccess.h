@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/iclock.h>
+#include <apps/mcserver/access/textlimits.h>
 #include <apps/mcserver/mpxorv/mpxorvregistry.h>
 
 #include <platform/vtclient/ivtaccess.h>
@@ -40,8 +41,7 @@ class ServerAccess : public IVtAccess {
     /// mirrors all MpxORVs has no other way to say that it uses one.
     void ValueWritten(const VtPeer& peer, const QString& path) override;
     int MaxTextLength(const VtPeer& peer, const QString& path) override;
-
-    static constexpr int MaxComment = 1024;  ///< UTF-16 code units of the comment of an MpxORV
+    void SetTextLimits(const TextLimits& limits) { m_textLimits = limits; }
 
     /// The role that switches policies.
     static QString OperatorRole() { return QStringLiteral("operator"); }
@@ -72,6 +72,7 @@ class ServerAccess : public IVtAccess {
     MpxOrvRegistry& m_mpxOrvs;
     ServerLog& m_log;
     IClock& m_clock;
+    TextLimits m_textLimits;
     VtAttemptLimiter m_limiter;
     std::chrono::milliseconds m_slowChecksUntil{};  ///< when those that were allowed count no more
     std::optional<VtAccessFile> m_file;

@@ -12,6 +12,9 @@ QString Text(const char* text) {
     return QString::fromUtf8(text);
 }
 
+/// With all its escapes it fits a message.
+constexpr int LongestText = 65536;
+
 // In the order of the help.
 constexpr CommandLine::Option Options[] = {
     {"listen", "ADDRESS[:PORT]",
@@ -25,6 +28,8 @@ constexpr CommandLine::Option Options[] = {
     {"config", "FILE", "Configuration to read and save."},
     {"sessions", "COUNT", "Clients at once; 2000 unless given. Some of the places are kept for operators."},
     {"memory", "MIB", "What clients may make the server keep in memory, in MiB. 32 unless given."},
+    {"text-length", "COUNT", "Characters of a text that clients write; 4096 unless given."},
+    {"comment-length", "COUNT", "Characters of the comment of an MpxORV; 1024 unless given."},
     {"script", "FILE", "What the simulated device does by itself."},
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
     {"headless", nullptr, "Show no window."},
@@ -53,6 +58,8 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
     line.TakeText("config", &options.configFile);
     line.TakeNumber("sessions", 1, 65536, &options.maxSessions);
     line.TakeNumber("memory", 4, 65536, &options.memoryMiB);
+    line.TakeNumber("text-length", IVtAccess::ShortText, LongestText, &options.textLimits.text);
+    line.TakeNumber("comment-length", IVtAccess::ShortText, LongestText, &options.textLimits.comment);
     line.TakeText("script", &options.scriptFile);
     line.TakeText("name", &options.name);
     line.TakeText("screenshot", &options.screenshotDirectory);

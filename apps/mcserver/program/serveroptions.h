@@ -3,6 +3,7 @@
 
 #include <apps/common/listenaddress.h>
 #include <apps/common/programoptions.h>
+#include <apps/mcserver/access/textlimits.h>
 
 #include <platform/vtclient/vtserver.h>
 
@@ -28,6 +29,7 @@ struct ServerOptions : ProgramOptions {
     int maxSessions = VtServerOptions::DefaultMaxSessions;
     /// What clients may make the server keep.
     int memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / (1024 * 1024));
+    TextLimits textLimits;
     QString name;
 
     /// Reads \a arguments, the program's name first. Needs the application object.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/program/serverprogram.h>
 
+#include <apps/common/descriptorlimit.h>
 #include <apps/common/safetext.h>
 #include <apps/common/terminal.h>
 
@@ -12,6 +13,11 @@
 #include <memory>
 
 namespace {
+
+/// Those that are no clients: the server's own files, data modules, and who has not said hello yet. Where
+/// there are few, one in so many.
+constexpr int OtherDescriptors = 512;
+constexpr int ShareOfOthers = 4;
 
 /// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The server goes on if
 /// nobody does. Names that peers chose are in some of them.
@@ -35,6 +41,8 @@ bool ServerProgram::Start(QString* error) {
     VtAccessFile file;
     if (!ReadAccessFile(&file, error)) return false;
     if (!m_options.accessFile.isEmpty()) m_access.UseFile(file);
+    m_access.SetTextLimits(m_options.textLimits);
+    m_options.textLimits.Show();
     CfgCenter::SetAppName(m_options.name);
     CfgCenter::Instance().SetStorePath(m_options.configFile);
     if (!CfgCenter::Instance().HoldStore(error) || !Listen(error)) return false;
@@ -44,8 +52,21 @@ bool ServerProgram::Start(QString* error) {
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
     PrintLine(QStringLiteral("listening on %1").arg(where));
     m_notifier.Ready(QStringLiteral("listening on %1").arg(where));
+    if (CountPlaces() < m_options.maxSessions)
+        m_server.GetLog().Write(
+            QStringLiteral(
+                "no more than %1 clients find room at once, and not %2: the process may have only %3 "
+                "files and connections open")
+                .arg(QString::number(CountPlaces()), QString::number(m_options.maxSessions),
+                     QString::number(GetDescriptorLimit())));
     ShowThatItRuns();
     return true;
+}
+
+int ServerProgram::CountPlaces() const {
+    const int limit = GetDescriptorLimit();
+    const int others = std::min(OtherDescriptors, limit / ShareOfOthers);
+    return std::min(m_options.maxSessions, std::max(1, limit - others));
 }
 
 void ServerProgram::ShowThatItRuns() {
@@ -80,7 +101,7 @@ bool ServerProgram::Listen(QString* error) {
     options.privateKeyFile = m_options.privateKeyFile;
     options.caFile = m_options.caFile;
     options.isInsecure = m_options.isInsecure;
-    options.maxSessions = m_options.maxSessions;
+    options.maxSessions = CountPlaces();
     options.memoryBytes = m_options.memoryMiB * qint64(1024 * 1024);
     return m_listener.Listen(options, error);
 }

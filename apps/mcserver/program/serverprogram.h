@@ -41,6 +41,8 @@ class ServerProgram {
   private:
     bool ReadAccessFile(VtAccessFile* file, QString* error) const;
     bool Listen(QString* error);
+    /// How many clients may be there at once: as many as wanted, if the system allows it.
+    int CountPlaces() const;
     /// Tells the service manager that the event loop runs, from now on, often enough.
     void ShowThatItRuns();
 

@@ -95,6 +95,32 @@ TEST_F(McServerClientsTest, AnApplicationGetsItsMpxOrvTunesItAndTheServerTakesIt
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return Find<ValueNumeric<int>>(used)->GetValue() == 0; }));
 }
 
+TEST_F(McServerClientsTest, AnApplicationSeesHowLongTextsMayBeAndIsHeldToIt) {
+    ASSERT_NO_FATAL_FAILURE(m_server.Start({QStringLiteral("--text-length"), QStringLiteral("5000"),
+                                            QStringLiteral("--comment-length"), QStringLiteral("1500")}));
+    auto receiver = Connect(QStringLiteral("Receiver"));
+    ASSERT_NE(receiver->CreateAndConnectDynamicMpxORV(QString()), nullptr);
+    const auto limitAt = [](const char* name) {
+        const auto* const limit =
+            WaitForValue<Value<int>>(QStringLiteral("/Receiver/Status/") + QLatin1String(name));
+        return limit == nullptr ? 0 : limit->GetValue();
+    };
+    EXPECT_EQ(limitAt("MaxTextLength"), 5000);
+    EXPECT_EQ(limitAt("MaxCommentLength"), 1500);
+    const QString seen = QStringLiteral("/Receiver/DynamicMpxORVs/Receiver/Status/Comment");
+    auto* const comment = WaitForValue<Value<QString>>(seen);
+    ASSERT_NE(comment, nullptr);
+    const auto console = Connect(QStringLiteral("Console"));
+    const QString longest(1500, QLatin1Char('x'));
+    comment->SetValue(longest);
+    EXPECT_TRUE(WaitForText(QStringLiteral("/Console/DynamicMpxORVs/Receiver/Status/Comment"), longest));
+    comment->SetValue(longest + QLatin1Char('x'));
+    EXPECT_TRUE(ServerProcess::WaitFor([this] { return !m_refusals.isEmpty(); }));
+    EXPECT_THAT(m_refusals.join(QLatin1Char('\n')).toStdString(),
+                testing::HasSubstr("a text has at most 1500 characters here, this one has 1501"));
+    EXPECT_TRUE(WaitForText(seen, longest));
+}
+
 TEST_F(McServerClientsTest, AnMpxOrvMirroredByItselfIsMadeAndGoesWithItsHandle) {
     ASSERT_NO_FATAL_FAILURE(m_server.Start());
     const auto console = Connect(QStringLiteral("Console"));

@@ -16,6 +16,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 namespace {
 
 /// A pipe that is full, and that nobody reads.
@@ -42,8 +46,12 @@ class FullPipe {
     bool m_isFull = false;
 };
 
+constexpr int HeadSize = 4;
+constexpr char Welcome = 2;
+constexpr char Bye = 3;
+
 QByteArray Frame(const QByteArray& content) {
-    QByteArray head(4, '\0');
+    QByteArray head(HeadSize, '\0');
     qToBigEndian(static_cast<quint32>(content.size()), head.data());
     return head + content;
 }
@@ -108,6 +116,43 @@ TEST(ServerStreams, AreNotFilledByAStrangerWhoComesAgainAndAgain) {
     for (auto counts = count.globalMatch(server.Errors()); counts.hasNext();)
         leftOut += counts.next().captured(1).toInt();
     EXPECT_EQ(lines + leftOut, Visits) << server.Errors().toStdString();
+}
+
+TEST(ServerDescriptors, LimitTheClientsAndTheServerSaysSoAtTheStart) {
+    constexpr int Fitting = 75;  // of 100, a quarter of which is for what else there is
+    ServerProcess server;
+    server.LimitDescriptors(100);
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    EXPECT_TRUE(ServerProcess::WaitFor([&server] {
+        return server.Output().contains(
+            QLatin1String("no more than 75 clients find room at once, and not 2000: the process may have "
+                          "only 100 files and connections open\n"));
+    })) << server.Output().toStdString();
+    const QByteArray hello =
+        Frame(QCborValue(QCborArray{1, 1, QStringLiteral("one"), QString(), QString(), QString()}).toCbor());
+    std::vector<std::unique_ptr<QTcpSocket>> clients;
+    const auto answered = [&clients](int kind) {
+        return std::count_if(clients.begin(), clients.end(), [kind](const auto& client) {
+            const QByteArray words = client->peek(HeadSize + 2);
+            return words.size() == HeadSize + 2 && words.at(HeadSize + 1) == kind;
+        });
+    };
+    for (int i = 0; i < Fitting + 5; ++i) {
+        clients.push_back(std::make_unique<QTcpSocket>());
+        clients.back()->connectToHost(QStringLiteral("127.0.0.1"), static_cast<quint16>(server.Port()));
+        clients.back()->write(hello);
+        ASSERT_TRUE(ServerProcess::WaitFor([&] { return answered(Welcome) + answered(Bye) == i + 1; }));
+    }
+    EXPECT_EQ(answered(Welcome), Fitting);
+    EXPECT_EQ(server.Terminate(), 0);
+}
+
+TEST(ServerDescriptors, ThatSufficeAreNotTalkedAbout) {
+    ServerProcess server;
+    ASSERT_NO_FATAL_FAILURE(server.Start({QStringLiteral("--sessions"), QStringLiteral("20")}));
+    Visit(server.Port());
+    EXPECT_EQ(server.Terminate(), 0);
+    EXPECT_FALSE(server.Output().contains(QLatin1String("find room"))) << server.Output().toStdString();
 }
 
 }  // namespace

@@ -24,13 +24,16 @@ TEST(ServerOptions, WithoutAnyTheServerRunsForThisMachine) {
     EXPECT_FALSE(options.isInsecure);
     EXPECT_EQ(options.memoryMiB, 32);
     EXPECT_EQ(options.maxSessions, 2000);
+    EXPECT_EQ(options.textLimits.text, 4096);
+    EXPECT_EQ(options.textLimits.comment, 1024);
     EXPECT_FALSE(options.makesToken);
 }
 
 TEST(ServerOptions, AllAreTaken) {
     const ServerOptions options = Parse(
         "--listen 0.0.0.0:0 --tls-cert c.pem --tls-key k.pem --tls-ca a.pem --insecure --access rules "
-        "--config s.ini --memory 64 --sessions 50 --script night --name north --headless");
+        "--config s.ini --memory 64 --sessions 50 --text-length 2000 --comment-length 1500 --script night "
+        "--name north --headless");
     EXPECT_EQ(options.action, EAction::Run) << options.text.toStdString();
     EXPECT_EQ(options.listen.address, QStringLiteral("0.0.0.0"));
     EXPECT_EQ(options.listen.port, 0);
@@ -42,6 +45,8 @@ TEST(ServerOptions, AllAreTaken) {
     EXPECT_EQ(options.configFile, QStringLiteral("s.ini"));
     EXPECT_EQ(options.memoryMiB, 64);
     EXPECT_EQ(options.maxSessions, 50);
+    EXPECT_EQ(options.textLimits.text, 2000);
+    EXPECT_EQ(options.textLimits.comment, 1500);
     EXPECT_EQ(options.scriptFile, QStringLiteral("night"));
     EXPECT_EQ(options.name, QStringLiteral("north"));
 }
@@ -103,6 +108,8 @@ const Wrong WrongOptions[] = {
     {"TokenWithoutRole", "--make-token alice", "--make-token needs a user and a role"},
     {"TokenForACertificate", "--make-token certificate:x operator", "a user by certificate has no token"},
     {"TokenForAQuote", "--make-token a\"b operator", "'a\"b' can be no user and no role"},
+    {"TextTooShort", "--text-length 1023", "--text-length: '1023' is no number from 1024 to 65536"},
+    {"CommentTooLong", "--comment-length 65537", "--comment-length: '65537' is no number from 1024 to 65536"},
     {"NameWithASlash", "--name ../x", "--name cannot hold a slash"},
 };
 

@@ -27,9 +27,9 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
     if (!m_hasWindow) all << QStringLiteral("--headless");
     environment = QProcessEnvironment::systemEnvironment();  // which a test may have changed
     all += arguments;
-    if (m_isDiskFull)
+    if (!m_limit.isEmpty())
         StartProgram(QStringLiteral("/bin/sh"),
-                     QStringList{QStringLiteral("-c"), QStringLiteral("ulimit -f 0; exec \"$0\" \"$@\""),
+                     QStringList{QStringLiteral("-c"), m_limit + QStringLiteral("; exec \"$0\" \"$@\""),
                                  QStringLiteral(MCSERVER)} +
                          all);
     else

@@ -16,7 +16,9 @@ class ServerProcess : protected ProgramRunner {
     /// From now on it starts with its window.
     void UseWindow() { m_hasWindow = true; }
     /// From now on no file takes a byte from it, as if the disk were full; only where there is a shell.
-    void FillDisk() { m_isDiskFull = true; }
+    void FillDisk() { m_limit = QStringLiteral("ulimit -f 0"); }
+    /// From now on it may have that many files and connections open; likewise.
+    void LimitDescriptors(int count) { m_limit = QStringLiteral("ulimit -n %1").arg(count); }
     /// From now on what it says on its standard error output goes to a file of this name in its directory.
     void SendErrorsTo(const QString& name) { process.SendErrorsTo(Path(name)); }
     /// Starts it on a free port of this machine, and waits until it says on which.
@@ -47,5 +49,5 @@ class ServerProcess : protected ProgramRunner {
     QTemporaryDir m_directory;
     int m_port = 0;
     bool m_hasWindow = false;
-    bool m_isDiskFull = false;
+    QString m_limit;  ///< what the shell is told to set
 };
