@@ -301,6 +301,21 @@
     </message>
 </context>
 <context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Dismiss</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+</context>
+<context>
     <name>PolicyPanel</name>
     <message>
         <source>May tune a single frequency</source>
@@ -341,6 +356,45 @@
     <message>
         <source>May alter device settings</source>
         <translation>Darf Geräteeinstellungen ändern</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryNotices</name>
+    <message>
+        <source>The server did not end in an orderly way. What was entered for the ground transmitters until %1 is in use again (data modules: %2). Please check it.</source>
+        <translation>Der Server wurde nicht ordentlich beendet. Was für die Bodensender bis %1 eingegeben wurde, gilt wieder (Datenmodule: %2). Bitte prüfen.</translation>
+    </message>
+    <message>
+        <source>The server did not end in an orderly way. What was entered for the ground transmitters then is not in use:</source>
+        <translation>Der Server wurde nicht ordentlich beendet. Was zuvor für die Bodensender eingegeben wurde, gilt nicht:</translation>
+    </message>
+    <message>
+        <source>the file with it is damaged.</source>
+        <translation>Die Datei damit ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>the file with it is of another configuration.</source>
+        <translation>Die Datei damit gehört zu einer anderen Konfiguration.</translation>
+    </message>
+    <message>
+        <source>the configuration was changed since, and holds.</source>
+        <translation>Die Konfiguration wurde seitdem geändert und hat Vorrang.</translation>
+    </message>
+    <message>
+        <source>the file with it cannot be read.</source>
+        <translation>Die Datei damit kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>It is kept as %1.</source>
+        <translation>Sie liegt nun als %1 vor.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be put aside. Until it is, what you enter now would be lost with a killed server.</source>
+        <translation>%1 kann nicht beiseitegelegt werden. Bis dahin ginge verloren, was Sie jetzt eingeben, wenn der Server abgebrochen wird.</translation>
+    </message>
+    <message>
+        <source>What is entered for the ground transmitters would be lost with a killed server, until the server ends in an orderly way: %1</source>
+        <translation>Was für die Bodensender eingegeben wird, ginge verloren, wenn der Server abgebrochen wird, bevor er ordentlich endet: %1</translation>
     </message>
 </context>
 <context>

@@ -8,8 +8,10 @@
 #include <apps/mcserver/program/serveroptions.h>
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
+#include <apps/mcserver/suppression/recoverynotices.h>
 #include <apps/mcserver/suppression/suppressionduties.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
+#include <apps/mcserver/suppression/suppressionrecovery.h>
 #include <apps/pages/guimodule.h>
 #include <apps/pages/pictures.h>
 
@@ -31,23 +33,36 @@ namespace {
 constexpr int ExitFailure = 1;
 
 /// The exit code \a code, unless the last changes of the configuration are lost: once all is gone that saves.
-int Finish(int code) {
+/// What \a recovery has is needed until then.
+int Finish(int code, SuppressionRecovery& recovery) {
     const QString problem = CfgCenter::Instance().Finish();
-    return problem.isEmpty() ? code : terminal::Complain(problem, ExitFailure);
+    if (!problem.isEmpty()) return terminal::Complain(problem, ExitFailure);
+    const QString left = recovery.End();
+    return left.isEmpty() ? code : terminal::Complain(left, code);
+}
+
+/// Looks, once the server has its configuration, for what was entered before it was killed.
+SuppressionRecovery::EOutcome Recover(SuppressionRecovery& recovery, ServerLog& log) {
+    const SuppressionRecovery::Report& report = recovery.Begin();
+    const QString line = report.ToLine();
+    if (!line.isEmpty()) log.Write(line);
+    return report.outcome;
 }
 
 /// Runs until the server is told to end.
-int RunHeadless(const ServerOptions& options) {
+int RunHeadless(const ServerOptions& options, SuppressionRecovery& recovery) {
     const ShutdownSignals shutdown(ShutdownSignals::EHangUp::IsTold);
     ServerProgram program(options);
     QString error;
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     std::optional<HeadlessSuppression> suppression;
     std::optional<SuppressionDuties> duties;
-    if (SuppressionPlant::IsConfigured()) {
-        McsServer& server = program.GetServer();
+    McsServer& server = program.GetServer();
+    const bool isRecovered = Recover(recovery, server.GetLog()) == SuppressionRecovery::EOutcome::TakenOver;
+    if (isRecovered || SuppressionPlant::IsConfigured()) {
         suppression.emplace();
-        duties.emplace(suppression->GetPlant(), server.GetJobs(), server.GetLog(), program.GetClock());
+        duties.emplace(suppression->GetPlant(), recovery, server.GetJobs(), server.GetLog(),
+                       program.GetClock());
     }
     QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),
@@ -69,16 +84,19 @@ void TakePictures(ServerWindow& window, const QString& directory, QString* error
 }
 
 /// Runs until the window is closed, or the server told to end.
-int RunWithWindow(const ServerOptions& options) {
+int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     const ShutdownSignals shutdown(ShutdownSignals::EHangUp::IsTold);
     const GuiModule module{QString()};
     ServerProgram program(options);
     QString error;
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
+    McsServer& server = program.GetServer();
+    Recover(recovery, server.GetLog());
     ServerWindow window(options.name, program.GetListener());
-    window.AddPage(
-        new SuppressionPage(program.GetServer().GetJobs(), program.GetServer().GetLog(), program.GetClock()),
-        "Suppression", ServerWindow::tr("Ground transmitters"));
+    auto* const page =
+        new SuppressionPage(recovery, server.GetJobs(), server.GetLog(), program.GetClock(), &window);
+    window.AddNotice(new RecoveryNotices(recovery.GetReport(), page->GetRecorder()));
+    window.AddPage(page, "Suppression", ServerWindow::tr("Ground transmitters"));
     QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
     if (options.screenshotDirectory.isEmpty()) {
@@ -100,19 +118,20 @@ ServerOptions ParseArguments(int& argc, char** argv) {
 }
 
 int Run(const ServerOptions& options, int& argc, char** argv) {
+    SuppressionRecovery recovery;
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
             return terminal::Complain(QStringLiteral("there is no display to take pictures of"), ExitFailure);
         UseQtEventDispatcher();
         const QCoreApplication application(argc, argv);
-        return Finish(RunHeadless(options));
+        return Finish(RunHeadless(options, recovery), recovery);
     }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // 150 % are not to be 200 %: the window would not fit the screen.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
-    return Finish(RunWithWindow(options));
+    return Finish(RunWithWindow(options, recovery), recovery);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
+#include <QtWidgets/QVBoxLayout>
 
 #include <chrono>
 
@@ -28,6 +29,7 @@ constexpr std::chrono::milliseconds ClientsInterval(500);  // between two looks
 ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     : m_listener(listener),
       m_tabs(new QTabWidget(this)),
+      m_layout(nullptr),
       m_address(new QLabel(this)),
       m_clients(new QLabel(this)) {
     setObjectName(QStringLiteral("ServerWindow"));
@@ -35,7 +37,12 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     resize(800, 740);
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
-    setCentralWidget(m_tabs);
+    auto* const content = new QWidget(this);
+    m_layout = new QVBoxLayout(content);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(0);
+    m_layout->addWidget(m_tabs, 1);
+    setCentralWidget(content);
     AddPage(new StatusPage, "Status", tr("Status"));
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
@@ -60,6 +67,10 @@ void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
     page->Bind(mcskeys::Root, AllSegments);
     ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
     resize(size().expandedTo(sizeHint()));
+}
+
+void ServerWindow::AddNotice(QWidget* notice) {
+    m_layout->insertWidget(m_layout->indexOf(m_tabs), notice);
 }
 
 int ServerWindow::CountClients() const {

@@ -8,6 +8,7 @@ class Page;
 class QLabel;
 class QMessageBox;
 class QTabWidget;
+class QVBoxLayout;
 class VtServer;
 
 /// The server's own window: the displays of the console, on the server's tree itself. Closing it ends the
@@ -22,6 +23,8 @@ class ServerWindow : public QMainWindow {
 
     /// Adds a page at the end.
     void AddPage(Page* page, const char* name, const QString& title);
+    /// Puts \a notice above the pages, whichever is shown.
+    void AddNotice(QWidget* notice);
     QTabWidget* GetTabs() const { return m_tabs; }
     /// Closes without asking, or without an answer to what is asked.
     void CloseNow();
@@ -36,6 +39,7 @@ class ServerWindow : public QMainWindow {
 
     const VtServer& m_listener;
     QTabWidget* m_tabs;
+    QVBoxLayout* m_layout;  ///< notices, and below them the pages
     QLabel* m_address;
     QLabel* m_clients;
     QPointer<QMessageBox> m_question;

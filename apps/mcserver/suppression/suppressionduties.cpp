@@ -3,8 +3,13 @@
 
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
-SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, JobControl& jobs, ServerLog& log, IClock& clock)
-    : m_plant(plant), m_log(log), m_guard(jobs, clock), m_reconnect(plant, log) {
+SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionRecovery& recovery,
+                                     JobControl& jobs, ServerLog& log, IClock& clock)
+    : m_plant(plant),
+      m_log(log),
+      m_guard(jobs, clock),
+      m_reconnect(plant, log),
+      m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);
 }
 

@@ -24,11 +24,12 @@ void MakeRoom(QWidget& display) {
 
 }  // namespace
 
-SuppressionPage::SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent)
+SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl& jobs, ServerLog& log,
+                                 IClock& clock, QWidget* parent)
     : Page(parent) {
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
     MakeRoom(*m_display);
-    m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), jobs, log, clock);
+    m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), recovery, jobs, log, clock);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_display);
     layout->addStretch();

@@ -14,11 +14,15 @@ class SuppressionPage : public Page {
     Q_OBJECT
 
   public:
-    SuppressionPage(JobControl& jobs, ServerLog& log, IClock& clock, QWidget* parent = nullptr);
+    /// \a recovery has begun, and outlives the page, as the others do.
+    SuppressionPage(const SuppressionRecovery& recovery, JobControl& jobs, ServerLog& log, IClock& clock,
+                    QWidget* parent = nullptr);
     ~SuppressionPage() override;
 
     /// Does nothing: what is shown is the server's own.
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+    const SuppressionRecorder& GetRecorder() const { return m_duties->GetRecorder(); }
 
   private:
     GTSDisplay* m_display;

@@ -28,12 +28,12 @@ void ServerProcess::StartAt(int port, const QStringList& arguments) {
     environment = QProcessEnvironment::systemEnvironment();  // which a test may have changed
     all += arguments;
     if (!m_limit.isEmpty())
-        StartProgram(QStringLiteral("/bin/sh"),
-                     QStringList{QStringLiteral("-c"), m_limit + QStringLiteral("; exec \"$0\" \"$@\""),
-                                 QStringLiteral(MCSERVER)} +
-                         all);
+        StartProgram(
+            QStringLiteral("/bin/sh"),
+            QStringList{QStringLiteral("-c"), m_limit + QStringLiteral("; exec \"$0\" \"$@\""), m_program} +
+                all);
     else
-        StartProgram(QStringLiteral(MCSERVER), all);
+        StartProgram(m_program, all);
     const auto isStarted = [this] {
         FindPort();
         return m_port != 0 || !IsRunning();
@@ -46,7 +46,7 @@ int ServerProcess::Run(const QStringList& arguments) {
     QStringList all = arguments;
     if (!m_hasWindow) all << QStringLiteral("--headless");
     environment = QProcessEnvironment::systemEnvironment();
-    StartProgram(QStringLiteral(MCSERVER), all);
+    StartProgram(m_program, all);
     return WaitForEnd();
 }
 

@@ -15,6 +15,8 @@ class ServerProcess : protected ProgramRunner {
   public:
     /// From now on it starts with its window.
     void UseWindow() { m_hasWindow = true; }
+    /// From now on it is \a program, the server with something more in it.
+    void UseProgram(const char* program) { m_program = QString::fromLocal8Bit(program); }
     /// From now on no file takes a byte from it, as if the disk were full; only where there is a shell.
     void FillDisk() { m_limit = QStringLiteral("ulimit -f 0"); }
     /// From now on it may have that many files and connections open; likewise.
@@ -48,6 +50,7 @@ class ServerProcess : protected ProgramRunner {
 
     QTemporaryDir m_directory;
     int m_port = 0;
+    QString m_program = QStringLiteral(MCSERVER);
     bool m_hasWindow = false;
     QString m_limit;  ///< what the shell is told to set
 };

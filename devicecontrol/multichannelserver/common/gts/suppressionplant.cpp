@@ -14,14 +14,25 @@
 #include <platform/modbus/modbustcpinterfacecreator.h>
 #include <platform/values/valueaccess.h>
 
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QStringList>
+
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace {
 
 std::unique_ptr<ICfg> OpenGts() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
     return std::unique_ptr<ICfg>(root->OpenSection(gtskeys::Gts));
+}
+
+/// Of the plant that comes next.
+std::optional<std::vector<ModuleSettings>>& SettingsInstead() {
+    static auto& settings = *new std::optional<std::vector<ModuleSettings>>;
+    return settings;
 }
 
 }  // namespace
@@ -48,6 +59,32 @@ bool SuppressionPlant::IsConfigured() {
     return gts != nullptr && gts->ReadInt(gtskeys::ModuleCount, 0) > 0;
 }
 
+std::vector<ModuleSettings> SuppressionPlant::GetConfiguredSettings() {
+    std::vector<ModuleSettings> all;
+    const std::unique_ptr<ICfg> gts = OpenGts();
+    for (gtsconfig::Entry& entry : gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>())
+        all.push_back(std::move(entry.settings));
+    return all;
+}
+
+QByteArray SuppressionPlant::GetConfigurationMark() {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    const auto add = [&hash](const QString& text) {
+        const QByteArray bytes = text.toUtf8();
+        hash.addData(QByteArray::number(bytes.size()) + ':' + bytes);
+    };
+    const std::unique_ptr<ICfg> gts = OpenGts();
+    for (const QString& key : gts ? gts->GetKeys() : QStringList()) {
+        add(key);
+        add(gts->ReadString(key, QString()));
+    }
+    return hash.result().toHex();
+}
+
+void SuppressionPlant::LoadInstead(std::vector<ModuleSettings> settings) {
+    SettingsInstead() = std::move(settings);
+}
+
 void SuppressionPlant::ConnectLostModules() {
     for (PlantModule* const module : m_modules)
         if (module->GetState() == PlantModule::EState::Error) module->ConnectAnew();
@@ -58,14 +95,16 @@ void SuppressionPlant::Load(const Maker& make) {
     ModbusTcpInterfaceCreator::Configure();
     errorreport::Provide();
     const std::unique_ptr<ICfg> gts = OpenGts();
-    const std::vector<gtsconfig::Entry> entries =
-        gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>();
-    for (const gtsconfig::Entry& entry : entries) {
-        PlantModule& module = make(entry.index);
-        module.Apply(entry.type, entry.address, entry.pollInterval);
-        if (const std::unique_ptr<ICfg> section{gts->OpenSection(entry.section)})
-            module.LoadAssignments(*section);
+    std::vector<ModuleSettings> all;
+    for (gtsconfig::Entry& entry : gts ? gtsconfig::Load(*gts) : std::vector<gtsconfig::Entry>()) {
         m_sections.insert(entry.section);
+        all.push_back(std::move(entry.settings));
+    }
+    if (SettingsInstead()) all = *std::exchange(SettingsInstead(), std::nullopt);
+    for (const ModuleSettings& settings : all) {
+        PlantModule& module = make(settings.index);
+        module.Apply(settings.type, settings.address, settings.pollInterval);
+        module.SetFrequencies(settings.frequencies);
         Add(module);
         module.Connect();
     }
@@ -77,6 +116,7 @@ void SuppressionPlant::Save() {
     const std::unique_ptr<ICfg> root(CfgCenter::Instance().OpenRoot());
     const std::unique_ptr<ICfg> gts(root->ProvideSection(gtskeys::Gts));
     gtsconfig::Save(*gts, m_modules, &m_sections);
+    m_isSaved = true;
 }
 
 void SuppressionPlant::Add(PlantModule& module) {
@@ -90,12 +130,27 @@ void SuppressionPlant::Add(PlantModule& module) {
     connect(&module, &PlantModule::SignalAnswersAgain, this, [this, &module] {
         if (m_listener != nullptr) m_listener->OnModuleAnswersAgain(module.GetIdentity());
     });
+    connect(&module, &PlantModule::SignalSettingsChanged, this, &SuppressionPlant::TellSettings);
+    TellSettings();
 }
 
 void SuppressionPlant::Remove(PlantModule& module) {
     module.disconnect(this);
     module.SetPlant(nullptr);
     m_modules.erase(std::remove(m_modules.begin(), m_modules.end(), &module), m_modules.end());
+    TellSettings();
+}
+
+/// The modules that go after the last save are no settings of anybody's.
+void SuppressionPlant::TellSettings() {
+    if (!m_isSaved) Q_EMIT SignalSettingsChanged();
+}
+
+std::vector<ModuleSettings> SuppressionPlant::GetSettings() const {
+    std::vector<ModuleSettings> all;
+    for (const PlantModule* const module : m_modules)
+        all.push_back(module->GetSettings());
+    return all;
 }
 
 void SuppressionPlant::ShowCount() const {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
@@ -29,7 +31,16 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
 
     /// Whether the configuration has a list of modules that is not empty.
     static bool IsConfigured();
+    /// The modules that the configuration names, as a plant would make them.
+    static std::vector<ModuleSettings> GetConfiguredSettings();
+    /// A short text that is another one whenever something else stands in the configuration's section.
+    static QByteArray GetConfigurationMark();
+    /// The plant that comes next makes these modules in place of those that the configuration names, and
+    /// saves them as its own. For what was set before and did not reach the configuration.
+    static void LoadInstead(std::vector<ModuleSettings> settings);
 
+    /// What people set of the modules, in their order.
+    std::vector<ModuleSettings> GetSettings() const;
     int Count() const { return static_cast<int>(m_modules.size()); }
     /// Connects the modules that are in error anew, as an operator does one by one.
     void ConnectLostModules();
@@ -55,10 +66,17 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     /// The index of \a module, which is in the list; another one if somebody else publishes its node.
     int IndexFor(const PlantModule& module) const;
 
+  Q_SIGNALS:
+    /// The settings of a module may have changed, or one came or went; not any more once they are saved.
+    void SignalSettingsChanged();
+
   private:
+    void TellSettings();
+
     static SuppressionPlant* s_instance;
 
     std::vector<PlantModule*> m_modules;
     std::set<QString> m_sections;  ///< of the configuration, of which modules were made
     ISuppressionListener* m_listener = nullptr;
+    bool m_isSaved = false;
 };

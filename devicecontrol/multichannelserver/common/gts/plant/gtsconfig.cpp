@@ -24,17 +24,22 @@ QString SectionOf(int number) {
 bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
     const std::unique_ptr<ICfg> section(gts.OpenSection(name));
     if (!section) return false;
+    ModuleSettings& settings = entry->settings;
+    const int interval = section->ReadInt(gtskeys::PollInterval, 0);
     entry->section = name;
-    entry->index = section->ReadInt(gtskeys::Index, -1);
-    entry->type = section->ReadString(gtskeys::Name, QString());
-    entry->address = section->ReadString(gtskeys::Address, QString());
-    entry->pollInterval = std::chrono::milliseconds(section->ReadInt(gtskeys::PollInterval, 0));
-    return entry->index >= 0 && !entry->type.isEmpty() && !entry->address.isEmpty() &&
-           entry->pollInterval > entry->pollInterval.zero();
+    settings.index = section->ReadInt(gtskeys::Index, -1);
+    settings.type = section->ReadString(gtskeys::Name, QString());
+    settings.address = section->ReadString(gtskeys::Address, QString());
+    settings.pollInterval = PollInterval(interval);
+    if (settings.index < 0 || settings.type.isEmpty() || settings.address.isEmpty() || interval <= 0)
+        return false;
+    settings.frequencies =
+        PlantModule::ReadAssignments(*section, PlantModule::GetNumberOfInputsOf(settings.type));
+    return true;
 }
 
 QString NodeName(const gtsconfig::Entry& entry) {
-    return ModuleIdentity{entry.type, entry.index, QString()}.NodeName();
+    return ModuleIdentity{entry.settings.type, entry.settings.index, QString()}.NodeName();
 }
 
 /// Modules of different types may share an index.
@@ -43,7 +48,7 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
     std::set<QString> names;
     std::vector<gtsconfig::Entry*> doubled;
     for (gtsconfig::Entry& entry : *entries) {
-        used.insert(entry.index);
+        used.insert(entry.settings.index);
         if (!names.insert(NodeName(entry)).second) doubled.push_back(&entry);
     }
     int free = 0;
@@ -51,8 +56,8 @@ void ReplaceDoubledIndexes(std::vector<gtsconfig::Entry>* entries) {
         while (!used.insert(free).second)
             ++free;
         MCS_TRACE(QStringLiteral("Configuration: GTS/%1 has the index %2 of another module; %3 is used")
-                      .arg(entry->section, QString::number(entry->index), QString::number(free)));
-        entry->index = free;
+                      .arg(entry->section, QString::number(entry->settings.index), QString::number(free)));
+        entry->settings.index = free;
     }
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
+
 #include <QtCore/QString>
 
-#include <chrono>
 #include <set>
 #include <vector>
 
@@ -19,10 +20,7 @@ constexpr int MaxModules = 65536;
 
 /// What the section of one module says.
 struct Entry {
-    int index = -1;
-    QString type;
-    QString address;
-    std::chrono::milliseconds pollInterval{};
+    ModuleSettings settings;
     QString section;  ///< its name, below "GTS"
 };
 

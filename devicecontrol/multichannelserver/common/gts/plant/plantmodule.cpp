@@ -11,19 +11,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-namespace {
-
-/// fixed: inputs-by-type
-unsigned short NumberOfInputs(const QString& type) {
+// fixed: inputs-by-type
+unsigned short PlantModule::GetNumberOfInputsOf(const QString& type) {
     return type == QLatin1String("ADAM-6051") ? 12 : 6;
 }
 
-}  // namespace
-
 PlantModule::PlantModule(int index)
     : m_identity{QString(), index, QString()},
-      m_numberOfInputs(NumberOfInputs(QString())),
+      m_numberOfInputs(GetNumberOfInputsOf(QString())),
       m_frequencies(m_numberOfInputs, 0.0),
       m_pollThread(std::make_unique<PollThread>()),
       m_published(*this) {
@@ -61,14 +58,16 @@ void PlantModule::Apply(const QString& type, const QString& address, PollInterva
     if (m_plant != nullptr) m_identity.index = m_plant->IndexFor(*this);
     m_published.Provide(m_identity.NodeName(), m_identity.type, GetContent());
     Q_EMIT SignalChanged();
+    Q_EMIT SignalSettingsChanged();
 }
 
 void PlantModule::SetType(const QString& type) {
     if (type == m_identity.type) return;
     m_identity.type = type;
-    m_numberOfInputs = NumberOfInputs(type);
+    m_numberOfInputs = GetNumberOfInputsOf(type);
     m_frequencies.assign(m_numberOfInputs, 0.0);  // fixed: type-drops-assignments
     Q_EMIT SignalChanged();
+    Q_EMIT SignalSettingsChanged();
 }
 
 double PlantModule::GetFrequency(int input) const {
@@ -78,22 +77,41 @@ double PlantModule::GetFrequency(int input) const {
 
 void PlantModule::SetFrequency(int input, double hz) {
     const bool isInside = input >= 0 && static_cast<std::size_t>(input) < m_frequencies.size();
-    if (isInside) m_frequencies[static_cast<std::size_t>(input)] = std::isfinite(hz) ? hz : 0.0;
+    if (!isInside) return;
+    double& frequency = m_frequencies[static_cast<std::size_t>(input)];
+    const double before = std::exchange(frequency, std::isfinite(hz) ? hz : 0.0);
+    if (frequency != before) Q_EMIT SignalSettingsChanged();
+}
+
+void PlantModule::SetFrequencies(const std::vector<double>& frequencies) {
+    const int count = static_cast<int>(std::min(frequencies.size(), m_frequencies.size()));
+    std::fill(m_frequencies.begin(), m_frequencies.end(), 0.0);
+    for (int i = 0; i < count; ++i)
+        SetFrequency(i, frequencies[static_cast<std::size_t>(i)]);
+    RefreshTree();
+    Q_EMIT SignalSettingsChanged();
 }
 
 void PlantModule::LoadAssignments(ICfg& section) {
-    std::fill(m_frequencies.begin(), m_frequencies.end(), 0.0);
-    if (const std::unique_ptr<ICfg> assignments{section.OpenSection(gtskeys::Assignments)}) {
-        const int count = std::min(assignments->ReadInt(gtskeys::AssignmentCount, 0),
-                                   static_cast<int>(m_frequencies.size()));
-        for (int i = 0; i < count; ++i) {
-            bool isNumber = false;
-            const QString key = QString(gtskeys::Input).arg(i);
-            const double hz = assignments->ReadString(key, QStringLiteral("0")).toDouble(&isNumber);
-            if (isNumber && hz > 0.0) SetFrequency(i, hz);
-        }
+    SetFrequencies(ReadAssignments(section, m_frequencies.size()));
+}
+
+std::vector<double> PlantModule::ReadAssignments(ICfg& section, std::size_t inputs) {
+    std::vector<double> frequencies(inputs, 0.0);
+    const std::unique_ptr<ICfg> assignments{section.OpenSection(gtskeys::Assignments)};
+    if (!assignments) return frequencies;
+    const int count = std::min(assignments->ReadInt(gtskeys::AssignmentCount, 0), static_cast<int>(inputs));
+    for (int i = 0; i < count; ++i) {
+        bool isNumber = false;
+        const QString key = QString(gtskeys::Input).arg(i);
+        const double hz = assignments->ReadString(key, QStringLiteral("0")).toDouble(&isNumber);
+        if (isNumber && hz > 0.0) frequencies[static_cast<std::size_t>(i)] = hz;
     }
-    RefreshTree();
+    return frequencies;
+}
+
+ModuleSettings PlantModule::GetSettings() const {
+    return {m_identity.index, m_identity.type, m_identity.address, m_pollInterval, m_frequencies};
 }
 
 void PlantModule::SaveAssignments(ICfg& section) const {

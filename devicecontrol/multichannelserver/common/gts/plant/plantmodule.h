@@ -2,6 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
+#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
@@ -10,6 +11,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -38,6 +40,10 @@ class PlantModule : public QObject, public IObserver {
     PollInterval GetPollInterval() const { return m_pollInterval; }
     unsigned short GetNumberOfInputs() const { return m_numberOfInputs; }
     EState GetState() const;
+    /// What people set of it, in whichever way.
+    ModuleSettings GetSettings() const;
+    /// The inputs that a module of this type has.
+    static unsigned short GetNumberOfInputsOf(const QString& type);
 
     /// Of whose list it is one; null for none. Its plant sees to it that no two modules publish the same
     /// node.
@@ -53,8 +59,12 @@ class PlantModule : public QObject, public IObserver {
     double GetFrequency(int input) const;
     /// What is not finite is no frequency. Ignored beyond the inputs; published by RefreshTree().
     void SetFrequency(int input, double hz);
+    /// One for each input, as far as \a frequencies go, and 0.0 beyond; publishes them.
+    void SetFrequencies(const std::vector<double>& frequencies);
     /// \a section is the module's own.
     void LoadAssignments(ICfg& section);
+    /// What LoadAssignments would set of a module with so many inputs.
+    static std::vector<double> ReadAssignments(ICfg& section, std::size_t inputs);
     void SaveAssignments(ICfg& section) const;
 
     void Connect();
@@ -70,6 +80,8 @@ class PlantModule : public QObject, public IObserver {
   Q_SIGNALS:
     /// Something of what is shown of it may have changed: identity, poll interval, state.
     void SignalChanged();
+    /// Its settings may have changed.
+    void SignalSettingsChanged();
     void SignalError(QString name, QString address, int errorcode, QString errortext);
     /// Once after errors: a module in error answers. It stays in error until it is connected anew.
     void SignalAnswersAgain();

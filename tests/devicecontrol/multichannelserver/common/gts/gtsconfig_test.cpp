@@ -73,10 +73,10 @@ TEST_P(AnEntry, IsLoadedIfItIsCompleteAndSkippedSilentlyIfNot) {
     EXPECT_EQ(cfg.OpenSections(), 0);
     ASSERT_EQ(entries.size(), row.isLoaded ? 1U : 0U);
     if (!row.isLoaded) return;
-    EXPECT_EQ(entries[0].index, Text(row.index).toInt());
-    EXPECT_EQ(entries[0].type, Text(row.type));
-    EXPECT_EQ(entries[0].address, Text(row.address));
-    EXPECT_EQ(entries[0].pollInterval, std::chrono::milliseconds(Text(row.interval).toInt()));
+    EXPECT_EQ(entries[0].settings.index, Text(row.index).toInt());
+    EXPECT_EQ(entries[0].settings.type, Text(row.type));
+    EXPECT_EQ(entries[0].settings.address, Text(row.address));
+    EXPECT_EQ(entries[0].settings.pollInterval, std::chrono::milliseconds(Text(row.interval).toInt()));
     EXPECT_EQ(entries[0].section, Text("Module0"));
 }
 
@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(Table, AnEntry, testing::ValuesIn(entryRows), testing::
 std::vector<int> IndexesOf(const std::vector<gtsconfig::Entry>& entries) {
     std::vector<int> indexes;
     for (const gtsconfig::Entry& entry : entries)
-        indexes.push_back(entry.index);
+        indexes.push_back(entry.settings.index);
     return indexes;
 }
 
