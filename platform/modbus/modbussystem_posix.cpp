@@ -2,7 +2,6 @@
 #include <platform/modbus/modbussystem.h>
 
 #include <sys/resource.h>
-#include <sys/select.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -31,9 +30,11 @@ unsigned modbussystem::CodeOf(EError error) {
     return EINVAL;
 }
 
-// A socket and the descriptor that wakes its thread's event loop, of those that libmodbus can wait for.
+// A socket and the descriptor that wakes its thread's event loop, and as many again are left for everything else.
 int modbussystem::MostConnections() {
+    constexpr rlim_t Usual = 1024;  // descriptors
+    constexpr rlim_t Most = 1'000'000;
     rlimit limit{};
-    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = FD_SETSIZE;
-    return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, FD_SETSIZE)) * 2 / 5;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = Usual;
+    return static_cast<int>(std::min(limit.rlim_cur, Most)) * 2 / 5;
 }

@@ -8,18 +8,14 @@
 #include <QtCore/QDeadlineTimer>
 
 #include <atomic>
-#include <memory>
 #include <mutex>
 
-struct _modbus;
-
-/// The connection to one module: its socket, and libmodbus which reads answers from it. Error codes are 0 for
-/// none. After an error answers may be out of step with questions, so it has to be closed. Used by one
-/// thread, save for Abort().
+/// The connection to one module. Error codes are 0 for none. After an error answers may be out of step with
+/// questions, so it has to be closed. Used by one thread, save for Abort().
 class ModbusConnection {
   public:
-    explicit ModbusConnection(const ModbusAddress& address);
-    ~ModbusConnection();
+    explicit ModbusConnection(const ModbusAddress& address) : m_address(address) {}
+    ~ModbusConnection() { Close(); }
     ModbusConnection(const ModbusConnection&) = delete;
     ModbusConnection& operator=(const ModbusConnection&) = delete;
 
@@ -40,15 +36,10 @@ class ModbusConnection {
     Outcome Ask(const ModbusQuestion& question, const QDeadlineTimer& deadline);
 
   private:
-    struct ContextDeleter {
-        void operator()(_modbus* context) const;
-    };
-
     Outcome Receive(const ModbusQuestion& question, const QDeadlineTimer& deadline);
     unsigned ErrorUnlessAborted(unsigned error) const;
 
     const ModbusAddress m_address;
-    const std::unique_ptr<_modbus, ContextDeleter> m_context;
     std::mutex m_mutex;  ///< so that Abort() meets no socket that is closed, and its number another's
     nativesocket::Handle m_socket = nativesocket::NoHandle;
     std::atomic<bool> m_isAborted{false};

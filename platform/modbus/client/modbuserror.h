@@ -4,7 +4,7 @@
 #include <QtCore/qglobal.h>
 
 /// The error codes that are not of the operating system, and far away from those of any. The numbers are
-/// those of libmodbus.
+/// those that libmodbus has for the same errors: logs of sites name them.
 namespace modbuserror {
 
 /// What is added to the number of a Modbus exception (1 to 8, 10, 11).

@@ -15,7 +15,7 @@ constexpr int ExceptionAt = 8;
 constexpr int ByteCountAt = 8;
 constexpr int DataAt = 9;
 
-constexpr int LengthEnd = 6;  // the length counts what follows it
+constexpr int LengthEnd = ModbusQuestion::HeaderSize;  // the length counts what follows it
 constexpr int ExceptionSize = 9;
 constexpr quint8 ExceptionFlag = 0x80;
 
@@ -44,6 +44,11 @@ std::array<quint8, ModbusQuestion::Size> ModbusQuestion::ToBytes() const {
     constexpr quint8 length = Size - LengthEnd;
     return {High(transaction), Low(transaction), 0,          0,           0,         length, unit,
             function,          High(start),      Low(start), High(count), Low(count)};
+}
+
+int ModbusQuestion::AnswerSize(const quint8* header) const {
+    const int size = LengthEnd + Number(header, LengthAt);
+    return size == ExceptionSize || size == DataAt + (count + 7) / 8 ? size : 0;
 }
 
 unsigned ModbusQuestion::CheckAnswer(const quint8* bytes, int size, unsigned* bits) const {

@@ -13,7 +13,8 @@ namespace nativesocket {
 using Handle = qintptr;
 constexpr Handle NoHandle = -1;
 
-/// A TCP socket (IPv4) that never blocks and sends at once; NoHandle with the reason in \a error.
+/// A TCP socket (IPv4) that never blocks, sends at once, and is this process's alone: no child that it starts
+/// meanwhile keeps the connection open. NoHandle with the reason in \a error.
 Handle Open(unsigned* error);
 void Close(Handle socket);
 /// Makes waits of other threads for \a socket end. Where the system has no way to do that they end soon after
@@ -30,9 +31,8 @@ enum class EWaiting { Nothing, Bytes, End };
 EWaiting Look(Handle socket, unsigned* error);
 /// Waits until Look() would find something. 0 or why it did not.
 unsigned WaitForInput(Handle socket, const QDeadlineTimer& deadline, const std::atomic<bool>& isInterrupted);
-
-/// Around a call of libmodbus: what went wrong in it. Only on some systems that is errno.
-void ForgetLastError();
-unsigned LastError();
+/// Takes up to \a size of the bytes that wait. \return how many; none where Look() would find none, at the
+/// end of the connection with the reason in \a error.
+int Take(Handle socket, quint8* bytes, int size, unsigned* error);
 
 }  // namespace nativesocket

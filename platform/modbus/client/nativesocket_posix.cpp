@@ -8,7 +8,6 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/select.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -24,10 +23,18 @@ unsigned Errno() {
     return static_cast<unsigned>(errno);
 }
 
-bool Prepare(int socket) {
-    const int on = 1;
-    return ::fcntl(socket, F_SETFL, O_NONBLOCK) == 0 && ::fcntl(socket, F_SETFD, FD_CLOEXEC) == 0 &&
-           ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on) == 0;
+/// A socket that does not block and is not inherited, from the beginning where the system has that: another
+/// thread may be starting a process.
+int CreateSocket() {
+#ifdef SOCK_CLOEXEC
+    return ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+#else
+    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    if (socket == -1) return -1;
+    if (::fcntl(socket, F_SETFL, O_NONBLOCK) == 0 && ::fcntl(socket, F_SETFD, FD_CLOEXEC) == 0) return socket;
+    ::close(socket);
+    return -1;
+#endif
 }
 
 /// Waits for one of \a events. An interruption shuts the socket down, which is an event of all kinds.
@@ -41,14 +48,24 @@ unsigned Wait(nativesocket::Handle socket, short events, const QDeadlineTimer& d
     }
 }
 
+/// How many bytes there are of those that wait; none at the end of the connection too, with why in \a error.
+int Receive(nativesocket::Handle socket, quint8* bytes, int size, int flags, unsigned* error) {
+    ssize_t count = -1;
+    do
+        count = ::recv(static_cast<int>(socket), bytes, static_cast<size_t>(size), flags | MSG_DONTWAIT);
+    while (count == -1 && errno == EINTR);
+    const bool isNothing = count == -1 && (errno == EAGAIN || errno == EWOULDBLOCK);
+    *error = count > 0 || isNothing ? 0 : count == 0 ? unsigned{ECONNRESET} : Errno();
+    return static_cast<int>(std::max<ssize_t>(count, 0));
+}
+
 }  // namespace
 
 nativesocket::Handle nativesocket::Open(unsigned* error) {
-    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
-    // libmodbus waits with select(), which writes beyond its set for a descriptor that is too high.
-    const bool isTooHigh = socket >= FD_SETSIZE;
-    if (socket != -1 && !isTooHigh && Prepare(socket)) return socket;
-    *error = isTooHigh ? unsigned{EMFILE} : Errno();
+    const int socket = CreateSocket();
+    const int on = 1;
+    if (socket != -1 && ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on) == 0) return socket;
+    *error = Errno();
     if (socket != -1) ::close(socket);
     return NoHandle;
 }
@@ -91,25 +108,15 @@ unsigned nativesocket::Send(Handle socket, const quint8* bytes, int size) {
 }
 
 nativesocket::EWaiting nativesocket::Look(Handle socket, unsigned* error) {
-    quint8 byte = 0;
-    ssize_t count = -1;
-    do
-        count = ::recv(static_cast<int>(socket), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-    while (count == -1 && errno == EINTR);
-    if (count > 0) return EWaiting::Bytes;
-    if (count == -1 && (errno == EAGAIN || errno == EWOULDBLOCK)) return EWaiting::Nothing;
-    *error = count == 0 ? unsigned{ECONNRESET} : Errno();
-    return EWaiting::End;
+    quint8 first = 0;
+    if (Receive(socket, &first, 1, MSG_PEEK, error) > 0) return EWaiting::Bytes;
+    return *error == 0 ? EWaiting::Nothing : EWaiting::End;
 }
 
 unsigned nativesocket::WaitForInput(Handle socket, const QDeadlineTimer& deadline, const std::atomic<bool>&) {
     return Wait(socket, POLLIN, deadline);
 }
 
-void nativesocket::ForgetLastError() {
-    errno = 0;
-}
-
-unsigned nativesocket::LastError() {
-    return errno != 0 ? Errno() : unsigned{EIO};
+int nativesocket::Take(Handle socket, quint8* bytes, int size, unsigned* error) {
+    return Receive(socket, bytes, size, 0, error);
 }

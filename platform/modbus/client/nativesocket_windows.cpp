@@ -6,8 +6,6 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
-#include <cerrno>
-
 using modbussystem::CodeOf;
 using modbussystem::EError;
 
@@ -55,6 +53,14 @@ unsigned Wait(nativesocket::Handle handle, EEvent event, const QDeadlineTimer& d
     return ERROR_CANCELLED;
 }
 
+/// How many bytes there are of those that wait; none at the end of the connection too, with why in \a error.
+int Receive(nativesocket::Handle socket, quint8* bytes, int size, int flags, unsigned* error) {
+    const int count = ::recv(Socket(socket), reinterpret_cast<char*>(bytes), size, flags);
+    const bool isNothing = count == SOCKET_ERROR && ::WSAGetLastError() == WSAEWOULDBLOCK;
+    *error = count > 0 || isNothing ? 0 : count == 0 ? unsigned{WSAECONNRESET} : SocketError();
+    return count > 0 ? count : 0;
+}
+
 }  // namespace
 
 nativesocket::Handle nativesocket::Open(unsigned* error) {
@@ -62,7 +68,8 @@ nativesocket::Handle nativesocket::Open(unsigned* error) {
         *error = WSANOTINITIALISED;
         return NoHandle;
     }
-    const SOCKET socket = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    const SOCKET socket = ::WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
+                                       WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT);
     u_long nonBlocking = 1;
     const BOOL on = TRUE;
     if (socket != INVALID_SOCKET && ::ioctlsocket(socket, FIONBIO, &nonBlocking) == 0 &&
@@ -105,12 +112,9 @@ unsigned nativesocket::Send(Handle socket, const quint8* bytes, int size) {
 }
 
 nativesocket::EWaiting nativesocket::Look(Handle socket, unsigned* error) {
-    char first = 0;
-    const int count = ::recv(Socket(socket), &first, 1, MSG_PEEK);
-    if (count > 0) return EWaiting::Bytes;
-    if (count == SOCKET_ERROR && ::WSAGetLastError() == WSAEWOULDBLOCK) return EWaiting::Nothing;
-    *error = count == 0 ? unsigned{WSAECONNRESET} : SocketError();
-    return EWaiting::End;
+    quint8 first = 0;
+    if (Receive(socket, &first, 1, MSG_PEEK, error) > 0) return EWaiting::Bytes;
+    return *error == 0 ? EWaiting::Nothing : EWaiting::End;
 }
 
 unsigned nativesocket::WaitForInput(Handle socket, const QDeadlineTimer& deadline,
@@ -118,22 +122,6 @@ unsigned nativesocket::WaitForInput(Handle socket, const QDeadlineTimer& deadlin
     return Wait(socket, EEvent::Input, deadline, isInterrupted);
 }
 
-void nativesocket::ForgetLastError() {
-    errno = 0;
-    ::WSASetLastError(0);
-}
-
-unsigned nativesocket::LastError() {
-    // What libmodbus itself found out is in errno, what the sockets told it is not.
-    if (::WSAGetLastError() != 0) return SocketError();
-    switch (errno) {
-        case 0:
-            return ERROR_GEN_FAILURE;
-        case ETIMEDOUT:
-            return WSAETIMEDOUT;
-        case ECONNRESET:
-            return WSAECONNRESET;
-        default:
-            return static_cast<unsigned>(errno);
-    }
+int nativesocket::Take(Handle socket, quint8* bytes, int size, unsigned* error) {
+    return Receive(socket, bytes, size, 0, error);
 }

@@ -21,6 +21,9 @@ qintptr vt::AnotherDescriptor(qintptr descriptor) {
     return ::fcntl(static_cast<int>(descriptor), F_DUPFD_CLOEXEC, 0);
 }
 
+// Qt has seen to it.
+void vt::KeepFromChildren(qintptr /*descriptor*/) {}
+
 void vt::SetListenQueue(qintptr descriptor, int length) {
     ::listen(static_cast<int>(descriptor), length);
 }

@@ -14,6 +14,11 @@ qintptr vt::AnotherDescriptor(qintptr /*descriptor*/) {
     return -1;
 }
 
+// Qt sees to it for the sockets that it makes, not for those that it accepts.
+void vt::KeepFromChildren(qintptr descriptor) {
+    ::SetHandleInformation(reinterpret_cast<HANDLE>(descriptor), HANDLE_FLAG_INHERIT, 0);
+}
+
 void vt::SetListenQueue(qintptr descriptor, int length) {
     ::listen(static_cast<SOCKET>(descriptor), length);
 }

@@ -123,6 +123,7 @@ void SocketListener::OnAcceptError() {
 }
 
 void SocketListener::incomingConnection(qintptr descriptor) {
+    KeepFromChildren(descriptor);
     m_hasAccepted = true;
     m_isAcceptFailing = false;
     if (++m_acceptedInTurn >= vtlimits::AcceptedPerTurn) PauseAccepting();

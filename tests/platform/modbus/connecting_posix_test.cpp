@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/select.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -77,14 +78,44 @@ class LowDescriptorsTaken {
     std::vector<int> m_taken;
 };
 
-TEST_F(ModbusTcpInterfaceConnecting, BeyondTheDescriptorsOfSelectThereIsAnErrorAndNoDamage) {
+TEST_F(ModbusTcpInterfaceConnecting, BeyondTheDescriptorsOfSelectModulesAreReadToo) {
     Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
-    {
-        const LowDescriptorsTaken taken;
-        EXPECT_THAT(Read(), ElementsAre(Error(unsigned{EMFILE})));
-    }
+    const LowDescriptorsTaken taken;
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
+}
+
+TEST_F(ModbusTcpInterfaceConnecting, NoDescriptorsLeftAreAnErrorUntilThereIsOne) {
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    const int lowestFree = ::dup(STDOUT_FILENO);
+    ::close(lowestFree);
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    rlimit none = before;
+    none.rlim_cur = static_cast<rlim_t>(lowestFree);
+    setrlimit(RLIMIT_NOFILE, &none);
+    EXPECT_THAT(Read(), ElementsAre(Error(unsigned{EMFILE})));
+    setrlimit(RLIMIT_NOFILE, &before);
     LetDelayPass();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
+}
+
+/// Whether some descriptor of this process would be open in programs that it starts: which keep it from then
+/// on.
+bool IsAnySocketInherited() {
+    for (int descriptor = STDERR_FILENO + 1; descriptor < FD_SETSIZE; ++descriptor) {
+        const int flags = ::fcntl(descriptor, F_GETFD);
+        sockaddr_storage address{};
+        socklen_t size = sizeof address;
+        const bool isSocket = ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+        if (flags != -1 && isSocket && (flags & FD_CLOEXEC) == 0) return true;
+    }
+    return false;
+}
+
+TEST_F(ModbusTcpInterfaceConnecting, AConnectionIsNothingThatOtherProgramsInherit) {
+    Listen([](const QByteArray& question, int) -> Action { return {FaultyPeer::Answer(question, 1)}; });
+    EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(1)));
+    EXPECT_FALSE(IsAnySocketInherited());
 }
 
 int OpenDescriptors() {

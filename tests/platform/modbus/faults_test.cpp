@@ -105,7 +105,7 @@ const Fault Faults[] = {
      },
      modbuserror::InvalidAnswer},
     {"MoreBytesThanComes", [](const QByteArray& question) -> Action { return {Changed(question, 8, 100)}; },
-     CodeOf(EError::TimedOut), Short},
+     modbuserror::InvalidAnswer},
     {"StatesBeyondTheLastInput",
      [](const QByteArray& question) -> Action { return {FaultyPeer::Answer(question, 0x1000)}; },
      modbuserror::InvalidAnswer},

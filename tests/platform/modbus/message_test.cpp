@@ -59,6 +59,22 @@ TEST(ModbusQuestionTest, EveryCountHasItsBytesAndItsBits) {
     }
 }
 
+TEST(ModbusQuestionTest, TheHeaderSaysHowLongAnAnswerIs) {
+    struct Row {
+        quint8 high, low;
+        int size;
+    };
+    const Row rows[] = {{0, 5, 11}, {0, 3, 9}, {0, 4, 0}, {0, 6, 0}, {0, 0, 0}, {1, 5, 0}, {0xFF, 0xFF, 0}};
+    for (const Row& row : rows) {
+        const Bytes header{0x12, 0x34, 0, 0, row.high, row.low};
+        EXPECT_EQ(TwelveInputs().AnswerSize(header.data()), row.size) << int{row.high} << ' ' << int{row.low};
+    }
+    ModbusQuestion question = TwelveInputs();
+    question.count = ModbusQuestion::MaxCount;
+    const Bytes longest{0, 0, 0, 0, 0, 7};
+    EXPECT_EQ(question.AnswerSize(longest.data()), ModbusQuestion::MaxAnswerSize);
+}
+
 TEST(ModbusQuestionTest, EveryByteBesideTheStatesMatters) {
     const Bytes good{0x12, 0x34, 0, 0, 0, 5, 1, 2, 2, 0x81, 0x0A};
     const std::size_t states = 9;
