@@ -170,7 +170,6 @@ bool QtCborInput::Choices(std::vector<Choice>* choices) {
         Choice choice;
         if (!Text(std::numeric_limits<int>::max(), &choice.text)) return false;
         if (!Double(&choice.number) || !Integer(&choice.key)) return false;
-        if (choice.key != static_cast<long>(choice.key)) return Fail("a key is out of range");
         choices->push_back(std::move(choice));
     }
     return Leave();

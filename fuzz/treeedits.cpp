@@ -67,7 +67,7 @@ void ChangeChoices(values::ValueBase& value, Script& script) {
     if (selection == nullptr) return;
     switch (script.Below(3)) {
         case 0:
-            selection->AddItem(script.Text(), script.Real(), static_cast<long>(script.SignedNumber()));
+            selection->AddItem(script.Text(), script.Real(), script.SignedNumber());
             break;
         case 1:
             selection->DeleteItem(selection->GetItemAt(static_cast<int>(script.Below(4))));

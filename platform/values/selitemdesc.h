@@ -5,20 +5,26 @@
 
 #include <QtCore/QString>
 
+#include <type_traits>
+
 namespace values {
 
 class ValueSelection;
+
+/// What tells the choices of a selection apart. 64 bits on every system, since all of them meet in one tree:
+/// long where that has them.
+using SelectionKey = std::conditional_t<sizeof(long) == sizeof(qint64), long, qint64>;
 
 /// One entry of a fixed table of choices. Tables are compile-time constants, usable at any time.
 class MCS_PLATFORM_EXPORT SelItemDesc {
   public:
     /// \a text is UTF-8 and lives as long as the program.
-    constexpr SelItemDesc(const char* text, double value, long key)
+    constexpr SelItemDesc(const char* text, double value, SelectionKey key)
         : m_text(text), m_value(value), m_key(key) {}
 
     QString String() const { return QString::fromUtf8(m_text); }
     double Value() const { return m_value; }
-    long Key() const { return m_key; }
+    SelectionKey Key() const { return m_key; }
 
     /// Adds the \a count items of the table \a items to \a selection, in table order, as one change. An item
     /// whose key the selection already has takes the table's text and number instead of being doubled. The
@@ -28,7 +34,7 @@ class MCS_PLATFORM_EXPORT SelItemDesc {
   private:
     const char* m_text;
     double m_value;
-    long m_key;
+    SelectionKey m_key;
 };
 
 }  // namespace values

@@ -31,7 +31,8 @@ std::unique_ptr<TreeItem> ValueSelection::CopyItem() const {
     return std::make_unique<ValueSelection>(*this);
 }
 
-SelectionItem* ValueSelection::AddItem(const QString& text, double value, long key, IObserver* originator) {
+SelectionItem* ValueSelection::AddItem(const QString& text, double value, SelectionKey key,
+                                       IObserver* originator) {
     m_items.push_back(std::make_unique<SelectionItem>(text, value, key));
     SelectionItem* const item = m_items.back().get();
     const ObservableGuard guard(*this);
@@ -60,7 +61,7 @@ void ValueSelection::SetItems(const std::vector<SelectionItem>& items, IObserver
                                     [](const SelectionItem& a, const auto& b) { return a == *b; });
     if (IsNoChange(isEqual)) return;
     const bool hadCurrent = m_current != NoIndex;
-    const long key = GetCurrentKey();
+    const SelectionKey key = GetCurrentKey();
     m_items.clear();
     m_items.reserve(items.size());
     for (const SelectionItem& item : items)
@@ -76,13 +77,13 @@ bool ValueSelection::Contains(const SelectionItem* item) const {
     return std::any_of(m_items.begin(), m_items.end(), [item](const auto& i) { return i.get() == item; });
 }
 
-int ValueSelection::IndexOfKey(long key) const {
+int ValueSelection::IndexOfKey(SelectionKey key) const {
     const auto found = std::find_if(m_items.begin(), m_items.end(),
                                     [key](const auto& item) { return item->GetKey() == key; });
     return found == m_items.end() ? NoIndex : static_cast<int>(found - m_items.begin());
 }
 
-SelectionItem* ValueSelection::GetItem(long key) const {
+SelectionItem* ValueSelection::GetItem(SelectionKey key) const {
     return GetItemAt(IndexOfKey(key));
 }
 
@@ -90,7 +91,7 @@ SelectionItem* ValueSelection::GetItemAt(int index) const {
     return index >= 0 && index < Count() ? m_items[static_cast<std::size_t>(index)].get() : nullptr;
 }
 
-void ValueSelection::Select(long key, IObserver* originator) {
+void ValueSelection::Select(SelectionKey key, IObserver* originator) {
     const int index = IndexOfKey(key);
     if (index == NoIndex) return TraceRefusal("selecting an unknown key");
     SelectIndex(index, originator);
@@ -104,7 +105,7 @@ void ValueSelection::SelectIndex(int index, IObserver* originator) {
     NotifyObservers(changecode::ContentChanged, originator);
 }
 
-long ValueSelection::GetCurrentKey() const {
+SelectionKey ValueSelection::GetCurrentKey() const {
     const SelectionItem* const item = GetItemAt(m_current);
     return item != nullptr ? item->GetKey() : NoKey;
 }

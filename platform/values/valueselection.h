@@ -14,17 +14,17 @@ namespace values {
 /// One choice of a selection, owned by it: a text, a number and a key.
 class SelectionItem {
   public:
-    SelectionItem(QString name, double value, long key)
+    SelectionItem(QString name, double value, SelectionKey key)
         : m_name(std::move(name)), m_value(value), m_key(key) {}
 
     QString GetName() const { return m_name; }
     double GetValue() const { return m_value; }
-    long GetKey() const { return m_key; }
+    SelectionKey GetKey() const { return m_key; }
 
   private:
     QString m_name;
     double m_value;
-    long m_key;
+    SelectionKey m_key;
 };
 
 /// A list of choices of which one, or none, is current.
@@ -36,7 +36,7 @@ class SelectionItem {
 class MCS_PLATFORM_EXPORT ValueSelection : public ValueBase {
   public:
     static constexpr int NoIndex = -1;
-    static constexpr long NoKey = -1;
+    static constexpr SelectionKey NoKey = -1;
 
     ValueSelection() = default;
     ValueSelection(const ValueSelection& other);
@@ -44,30 +44,31 @@ class MCS_PLATFORM_EXPORT ValueSelection : public ValueBase {
 
     /// Adds an item at the end. Keys and texts may repeat; lookups find the first.
     /// \return the item; null if an observer that heard of it removed it at once.
-    SelectionItem* AddItem(const QString& text, double value, long key, IObserver* originator = nullptr);
+    SelectionItem* AddItem(const QString& text, double value, SelectionKey key,
+                           IObserver* originator = nullptr);
     /// Deletes \a item. Null and an item of another selection change nothing.
     void DeleteItem(SelectionItem* item, IObserver* originator = nullptr);
     /// Replaces the list. The current item stays current if an item with its key is among \a items.
     void SetItems(const std::vector<SelectionItem>& items, IObserver* originator = nullptr);
 
     int Count() const { return static_cast<int>(m_items.size()); }
-    SelectionItem* GetItem(long key) const;     ///< null for an unknown key
-    SelectionItem* GetItemAt(int index) const;  ///< null beyond the list
+    SelectionItem* GetItem(SelectionKey key) const;  ///< null for an unknown key
+    SelectionItem* GetItemAt(int index) const;       ///< null beyond the list
 
     /// Makes the first item with \a key current. An unknown key is refused with a trace.
-    void Select(long key, IObserver* originator = nullptr);
+    void Select(SelectionKey key, IObserver* originator = nullptr);
     /// Makes the item at \a index current, or none for NoIndex. Another index is refused with a trace.
     void SelectIndex(int index, IObserver* originator = nullptr);
     int GetCurrentIndex() const { return m_current; }
-    long GetCurrentKey() const;      ///< NoKey while none is current
-    QString GetCurrentText() const;  ///< empty while none is current
+    SelectionKey GetCurrentKey() const;  ///< NoKey while none is current
+    QString GetCurrentText() const;      ///< empty while none is current
 
   protected:
     std::unique_ptr<TreeItem> CopyItem() const override;
 
   private:
     bool Contains(const SelectionItem* item) const;
-    int IndexOfKey(long key) const;
+    int IndexOfKey(SelectionKey key) const;
 
     std::vector<std::unique_ptr<SelectionItem>> m_items;
     int m_current = NoIndex;

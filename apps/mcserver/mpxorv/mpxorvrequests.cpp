@@ -80,7 +80,7 @@ void MpxOrvRequests::TakeBack(ERequest request) {
 
 void MpxOrvRequests::ShowReportInterval(std::chrono::milliseconds interval) {
     if (m_pReportInterval == nullptr) return;
-    const auto key = static_cast<long>(interval.count());
+    const values::SelectionKey key = interval.count();
     if (m_pReportInterval->GetItem(key) != nullptr)
         m_pReportInterval->Select(key, this);
     else

@@ -101,7 +101,7 @@ Meaning<QString> Parse(const values::Value<QString>&, const QString& text) {
 /// The index of the item that \a text names, by key, by text, or by text in another case if only one fits.
 int FindItem(const values::ValueSelection& value, const QString& text) {
     bool isKey = false;
-    const long key = text.toLong(&isKey);
+    const qlonglong key = text.toLongLong(&isKey);
     int similar = values::ValueSelection::NoIndex;
     int similarCount = 0;
     for (int i = 0; isKey && i < value.Count(); ++i)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 
+#include <devicecontrol/multichannelserver/common/data/currentkey.h>
 #include <devicecontrol/multichannelserver/common/data/operationmodes.h>
 #include <devicecontrol/multichannelserver/common/data/statusnode.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -129,7 +130,7 @@ QString                 MCSMpxORVStatus::GetOperationType_ValuePath()           
 values::ValueSelection* MCSMpxORVStatus::GetConnectedClientsValue() const            { return m_pConnectedClients; }
 QString                 MCSMpxORVStatus::GetConnectedClients_ValuePath()             { return mcskeys::Join(m_basePath, mcskeys::ConnectedClients); }
 
-EOperationMode          MCSMpxORVStatus::GetOperationMode()                          { return static_cast<EOperationMode>(GetOperationModeValue()->GetCurrentKey()); }
+EOperationMode          MCSMpxORVStatus::GetOperationMode()                          { return CurrentKeyAs<EOperationMode>(*GetOperationModeValue()); }
 QString                 MCSMpxORVStatus::GetOperationModeAsString()                  { return m_pOperationMode->GetCurrentText(); }
 values::ValueSelection* MCSMpxORVStatus::GetOperationModeValue() const               { return m_pOperationMode; }
 QString                 MCSMpxORVStatus::GetOperationMode_ValuePath()                { return mcskeys::Join(m_basePath, mcskeys::OperationMode); }

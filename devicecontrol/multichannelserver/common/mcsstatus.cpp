@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
+#include <devicecontrol/multichannelserver/common/data/currentkey.h>
 #include <devicecontrol/multichannelserver/common/data/operationmodes.h>
 #include <devicecontrol/multichannelserver/common/data/statusnode.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -100,12 +101,12 @@ void MCSStatus::Update(Observable* source, TChangeCode code) {
 }
 
 // clang-format off
-EBooState                  MCSStatus::GetBootState()                         { return static_cast<EBooState>(GetBootStateValue()->GetCurrentKey()); }
+EBooState                  MCSStatus::GetBootState()                         { return CurrentKeyAs<EBooState>(*GetBootStateValue()); }
 QString                    MCSStatus::GetBootStateAsString()                 { return m_pBootState->GetCurrentText(); }
 values::ValueSelection*    MCSStatus::GetBootStateValue() const              { return m_pBootState; }
 QString                    MCSStatus::GetBootState_ValuePath()               { return mcskeys::Join(m_basePath, mcskeys::BootState); }
 
-EOperationMode             MCSStatus::GetOperationMode()                     { return static_cast<EOperationMode>(GetOperationModeValue()->GetCurrentKey()); }
+EOperationMode             MCSStatus::GetOperationMode()                     { return CurrentKeyAs<EOperationMode>(*GetOperationModeValue()); }
 QString                    MCSStatus::GetOperationModeAsString()             { return m_pOperationMode->GetCurrentText(); }
 values::ValueSelection*    MCSStatus::GetOperationModeValue() const          { return m_pOperationMode; }
 QString                    MCSStatus::GetOperationMode_ValuePath()           { return mcskeys::Join(m_basePath, mcskeys::OperationMode); }

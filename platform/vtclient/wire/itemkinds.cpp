@@ -189,9 +189,8 @@ struct Selection {
             selection.SelectIndex(ValueSelection::NoIndex, originator);
             return true;
         }
-        if (*key != static_cast<long>(*key) || selection.GetItem(static_cast<long>(*key)) == nullptr)
-            return false;
-        selection.Select(static_cast<long>(*key), originator);
+        if (selection.GetItem(*key) == nullptr) return false;
+        selection.Select(*key, originator);
         return true;
     }
     static bool IsEqual(const SelectionItem& item, const Choice& choice) {
@@ -215,7 +214,7 @@ struct Selection {
         if (equal == had && has == had) return;
         if (equal == had && has == had + 1) {
             const Choice& added = item.choices.back();
-            selection.AddItem(added.text, added.number, static_cast<long>(added.key), originator);
+            selection.AddItem(added.text, added.number, added.key, originator);
             return;
         }
         if (has == had - 1) {
@@ -227,7 +226,7 @@ struct Selection {
         std::vector<SelectionItem> items;
         items.reserve(item.choices.size());
         for (const Choice& choice : item.choices)
-            items.emplace_back(choice.text, choice.number, static_cast<long>(choice.key));
+            items.emplace_back(choice.text, choice.number, choice.key);
         selection.SetItems(items, originator);
     }
 };

@@ -204,6 +204,16 @@ TEST_F(ValueSelectionTest, AnItemThatAnObserverDeletesAtOnceIsNull) {
     EXPECT_EQ(mortal->AddItem(QStringLiteral("Black"), 4.5, 40, nullptr), nullptr);
 }
 
+TEST_F(ValueSelectionTest, KeysHave64BitsOnEverySystem) {
+    constexpr qint64 Large = 5'000'000'000;
+    constexpr qint64 LowerHalf = Large & 0xFFFFFFFF;
+    selection.AddItem(QStringLiteral("Large"), 0.0, Large, nullptr);
+    selection.Select(Large, nullptr);
+    EXPECT_EQ(selection.GetCurrentKey(), Large);
+    EXPECT_EQ(selection.GetCurrentText(), QStringLiteral("Large"));
+    EXPECT_EQ(selection.GetItem(LowerHalf), nullptr);
+}
+
 TEST_F(ValueSelectionTest, ItemsKeepTheirAddressAsOthersComeAndGo) {
     SelectionItem* const green = selection.GetItem(20);
     for (long key = 100; key < 200; ++key)

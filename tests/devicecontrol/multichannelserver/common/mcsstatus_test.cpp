@@ -121,6 +121,17 @@ TEST_F(MCSStatusInTree, SelectionsReadAsEnumerationAndAsText) {
     EXPECT_EQ(status.GetOperationModeAsString(), Text("Scan"));
 }
 
+TEST_F(MCSStatusInTree, AKeyBeyond32BitsIsNoModeAndNoBootState) {
+    MCSStatus status(basePath);
+    constexpr qint64 Beyond = qint64{1} << 32;
+    for (ValueSelection* const selection : {status.GetOperationModeValue(), status.GetBootStateValue()}) {
+        selection->AddItem(Text("From elsewhere"), 0.0, Beyond + 1);
+        selection->Select(Beyond + 1);
+    }
+    EXPECT_EQ(static_cast<int>(status.GetOperationMode()), -1);
+    EXPECT_EQ(static_cast<int>(status.GetBootState()), -1);
+}
+
 TEST_F(MCSStatusInTree, TwoObjectsOnOnePathShareTheValues) {
     MCSStatus first(basePath);
     MCSStatus second(basePath);
