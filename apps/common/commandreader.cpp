@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/commandreader.h>
 
+#include <apps/common/terminal.h>
+
 #include <QtCore/QPointer>
 
-#include <iostream>
+#include <istream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -29,8 +31,10 @@ CommandReader::~CommandReader() {
 
 void CommandReader::Read(const std::shared_ptr<Shared>& shared) {
     std::string line;
-    while (std::getline(std::cin, line))
+    while (std::getline(terminal::GetInput(), line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
         Put(*shared, QString::fromStdString(line));
+    }
     const std::lock_guard<std::mutex> lock(shared->mutex);
     shared->isAtEnd = true;
     if (shared->reader != nullptr)

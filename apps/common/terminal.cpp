@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <utility>
 
 namespace terminal {
 
@@ -18,22 +19,31 @@ constexpr std::chrono::milliseconds EndPatience(500);
 
 // Never destroyed: there are messages to the very end.
 
-LineWriter& Output() {
-    static auto& writer = *new LineWriter([](const QByteArray& bytes) {
-        QString error;
-        WriteOutput(bytes, &error);
-    });
-    return writer;
+Sink& OtherSink() {
+    static auto& sink = *new Sink;
+    return sink;
 }
 
-LineWriter& ErrorOutput() {
-    static auto& writer = *new LineWriter(system::WriteError);
-    return writer;
+void WriteLines(EStream stream, const QByteArray& lines) {
+    QString error;
+    if (OtherSink())
+        OtherSink()(stream, lines);
+    else if (stream == EStream::Output)
+        WriteOutput(lines, &error);
+    else
+        system::WriteError(lines);
 }
 
-void Drain() {
-    Output().Drain(EndPatience);
-    ErrorOutput().Drain(EndPatience);
+LineWriter& Writer(EStream stream) {
+    static auto& output =
+        *new LineWriter([](const QByteArray& bytes) { WriteLines(EStream::Output, bytes); });
+    static auto& error = *new LineWriter([](const QByteArray& bytes) { WriteLines(EStream::Error, bytes); });
+    return stream == EStream::Output ? output : error;
+}
+
+void End() {
+    Drain();
+    system::RestoreStreams();
 }
 
 void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
@@ -44,18 +54,27 @@ void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 
 }  // namespace
 
+void Drain() {
+    Writer(EStream::Output).Drain(EndPatience);
+    Writer(EStream::Error).Drain(EndPatience);
+}
+
 void Prepare() {
     system::PrepareStreams();
     qInstallMessageHandler(WriteMessage);
-    std::atexit(Drain);
+    std::atexit(End);
 }
 
 void PutOutput(const QByteArray& lines) {
-    Output().Put(lines);
+    Writer(EStream::Output).Put(lines);
 }
 
 void WriteError(const QByteArray& lines) {
-    ErrorOutput().Put(lines);
+    Writer(EStream::Error).Put(lines);
+}
+
+void SendLinesTo(Sink sink) {
+    OtherSink() = std::move(sink);
 }
 
 int Complain(const QString& what, int exitCode) {

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <iostream>
 
 namespace terminal {
 
@@ -51,6 +52,12 @@ void system::PrepareStreams() {
     ::signal(SIGXFSZ, SIG_IGN);
     // What is written is UTF-8 in any locale, so what is read has to be.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+}
+
+void system::RestoreStreams() {}
+
+std::istream& GetInput() {
+    return std::cin;
 }
 
 bool IsOutputTerminal() {

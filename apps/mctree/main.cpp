@@ -59,10 +59,10 @@ Outcome RunOrHelp(const Arguments& arguments, Printer& printer) {
 }
 
 Surroundings GetSurroundings() {
-    const QString profiles = QString::fromLocal8Bit(qgetenv("MCTREE_PROFILES"));
+    const QString profiles = qEnvironmentVariable("MCTREE_PROFILES");
     const QString usual = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                           QStringLiteral("/MultiChannelServer/mctree.profiles");
-    return {QString::fromLocal8Bit(qgetenv("MCS_TOKEN")), profiles.isEmpty() ? usual : profiles};
+    return {qEnvironmentVariable("MCS_TOKEN"), profiles.isEmpty() ? usual : profiles};
 }
 
 Outcome Main(const QStringList& words) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mctree/text/inputlines.h>
 
+#include <apps/common/terminal.h>
+
 #include <condition_variable>
 #include <deque>
-#include <iostream>
 #include <mutex>
 #include <sstream>
 #include <string>
@@ -60,7 +61,7 @@ struct InputLines::Shared {
 };
 
 std::shared_ptr<std::istream> InputLines::StandardInput() {
-    return {&std::cin, [](std::istream*) {}};
+    return {&terminal::GetInput(), [](std::istream*) {}};
 }
 
 std::shared_ptr<std::istream> InputLines::Of(const QByteArray& bytes) {

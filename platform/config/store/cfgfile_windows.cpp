@@ -22,7 +22,7 @@ Result Failure(DWORD error) {
     if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) outcome = EOutcome::Missing;
     // A virus scanner's glance, or a file that goes once the last program has closed it.
     else if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
-             error == ERROR_DELETE_PENDING || error == ERROR_ACCESS_DENIED)
+             error == ERROR_DELETE_PENDING || error == ERROR_ACCESS_DENIED || error == ERROR_USER_MAPPED_FILE)
         outcome = EOutcome::Busy;
     return {outcome, qt_error_string(int(error))};
 }

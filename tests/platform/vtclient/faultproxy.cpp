@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/vtclient/faultproxy.h>
 
+#include <platform/vtclient/channel/socketcalls.h>
+
 #include <QtNetwork/QHostAddress>
 
 #include <algorithm>
@@ -48,6 +50,7 @@ qint64 FaultProxy::CountBytes(EDirection direction) const {
 }
 
 void FaultProxy::incomingConnection(qintptr descriptor) {
+    vt::KeepFromChildren(descriptor);
     ++m_accepted;
     const auto forget = [this](FaultLink* link) { Forget(link); };
     m_links.push_back(std::make_unique<FaultLink>(descriptor, m_faults, forget));

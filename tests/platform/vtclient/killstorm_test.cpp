@@ -3,6 +3,7 @@
 // and over, while both do all that they can.
 #include <apps/common/childprogram.h>
 
+#include <platform/vtclient/channel/socketcalls.h>
 #include <tests/platform/vtclient/faultproxy.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>
@@ -35,6 +36,7 @@ class KillStorm : public testing::Test {
         ASSERT_TRUE(m_control.listen(QHostAddress(QHostAddress::LocalHost)));
         QObject::connect(&m_control, &QTcpServer::newConnection, &m_control, [this] {
             QTcpSocket* const socket = m_control.nextPendingConnection();
+            vt::KeepFromChildren(socket->socketDescriptor());
             QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { OnLines(socket); });
         });
         Start(m_server);
