@@ -8,6 +8,7 @@
 #include <apps/mcserver/program/serveroptions.h>
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
+#include <apps/mcserver/program/servicecontrol.h>
 #include <apps/mcserver/suppression/recoverynotices.h>
 #include <apps/mcserver/suppression/suppressionduties.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
@@ -112,12 +113,30 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     return error.isEmpty() ? code : terminal::Complain(error, ExitFailure);
 }
 
+/// Says that something is done, or complains of \a problem.
+int Answer(const QString& problem, const QString& done) {
+    return problem.isEmpty() ? terminal::Print(done + QLatin1Char('\n'))
+                             : terminal::Complain(problem, ExitFailure);
+}
+
+int InstallService(const ServerOptions& options, int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QStringList arguments = options.serviceArguments;
+    if (options.configFile.isEmpty())
+        arguments << QStringLiteral("--config") << servicecontrol::ConfigFile(options.name);
+    return Answer(
+        servicecontrol::Install(options.name, arguments),
+        QStringLiteral(
+            "the service '%1' is installed and starts with the system, or at once by: sc start \"%1\"")
+            .arg(options.name));
+}
+
 ServerOptions ParseArguments(int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
     return ServerOptions::Parse(QCoreApplication::arguments());
 }
 
-int Run(const ServerOptions& options, int& argc, char** argv) {
+int RunProgram(const ServerOptions& options, int& argc, char** argv) {
     SuppressionRecovery recovery;
     if (options.isHeadless || !HasDisplay()) {
         if (!options.screenshotDirectory.isEmpty())
@@ -132,6 +151,21 @@ int Run(const ServerOptions& options, int& argc, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
     return Finish(RunWithWindow(options, recovery), recovery);
+}
+
+int Run(const ServerOptions& options, int& argc, char** argv) {
+    switch (options.service) {
+        case ServerOptions::EService::Install:
+            return InstallService(options, argc, argv);
+        case ServerOptions::EService::Remove:
+            return Answer(servicecontrol::Remove(options.name),
+                          QStringLiteral("the service '%1' is removed; its files stay").arg(options.name));
+        case ServerOptions::EService::Run:
+            return servicecontrol::Run(options.name, [&] { return RunProgram(options, argc, argv); });
+        case ServerOptions::EService::None:
+            break;
+    }
+    return RunProgram(options, argc, argv);
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ unsigned modbussystem::CodeOf(EError error) {
     return EINVAL;
 }
 
-// A socket and the descriptor that wakes its thread's event loop, and as many again are left for everything else.
+// A socket and the descriptor that wakes its thread's event loop, and as many again are left for everything
+// else.
 int modbussystem::MostConnections() {
     constexpr rlim_t Usual = 1024;  // descriptors
     constexpr rlim_t Most = 1'000'000;

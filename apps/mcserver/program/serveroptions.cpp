@@ -2,9 +2,14 @@
 #include <apps/mcserver/program/serveroptions.h>
 
 #include <apps/common/commandline.h>
+#include <apps/mcserver/program/servicecontrol.h>
 
 #include <platform/vtclient/vtaccessfile.h>
 #include <platform/vtclient/vtserver.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 namespace {
 
@@ -34,6 +39,10 @@ constexpr CommandLine::Option Options[] = {
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
     {"headless", nullptr, "Show no window."},
     {"screenshot", "DIRECTORY", "Save a picture of every page of the window below DIRECTORY, and end."},
+    {"install-service", nullptr,
+     "Install the server as a service, started with the system with the other options."},
+    {"remove-service", nullptr, "Stop and remove the service of that --name."},
+    {"service", nullptr, "Run as that service: for the service manager."},
     {"make-token", nullptr, "Print a fresh token for USER in ROLE, and its line for the access file."},
 };
 
@@ -48,6 +57,59 @@ void TakeTokenWords(CommandLine& line, ServerOptions& options) {
     options.makesToken = true;
     options.user = words[0];
     options.role = words[1];
+}
+
+/// Why \a name cannot be that of a file on every system; empty if it can. Configurations move between
+/// systems.
+QString NameFault(const QString& name) {
+    constexpr int MaxLength = 100;
+    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')))
+        return Text("--name cannot hold a slash");
+    const QString unfit = Text(":*?\"<>|");
+    for (const QChar character : name)
+        if (!character.isPrint() || unfit.contains(character))
+            return Text(
+                "--name cannot hold what file names cannot: : * ? \" < > | and what cannot be printed");
+    if (name != name.trimmed() || name.endsWith(QLatin1Char('.')))
+        return Text("--name cannot have blanks around it or a dot at its end");
+    if (name.size() > MaxLength) return QStringLiteral("--name has at most %1 characters").arg(MaxLength);
+    static const QRegularExpression device(QStringLiteral("^(CON|PRN|AUX|NUL|(COM|LPT)[1-9])(\\..*)?$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return device.match(name).hasMatch()
+               ? QStringLiteral("--name cannot be %1, which is a device on some systems").arg(name)
+               : QString();
+}
+
+QStringList ServiceArguments(const CommandLine& line) {
+    QStringList arguments{Text("--service")};
+    for (const CommandLine::Option& option : Options) {
+        const QString name = Text("--") + Text(option.name);
+        const bool isPassedOn = line.IsSet(option.name) && !name.endsWith(Text("service"));
+        if (!isPassedOn) continue;
+        arguments << name;
+        if (option.value == nullptr) continue;
+        const QString value = line.GetValue(option.name);
+        const bool isFile = Text(option.value) == Text("FILE");
+        arguments << (isFile ? QDir::toNativeSeparators(QFileInfo(value).absoluteFilePath()) : value);
+    }
+    return arguments;
+}
+
+void TakeService(CommandLine& line, ServerOptions& options) {
+    using EService = ServerOptions::EService;
+    const bool isInstalled = line.IsSet("install-service");
+    const bool isRemoved = line.IsSet("remove-service");
+    const bool isRun = line.IsSet("service");
+    if (isInstalled) options.service = EService::Install;
+    if (isRemoved) options.service = EService::Remove;
+    if (isRun) options.service = EService::Run;
+    if (options.service == EService::None) return;
+    const char* const name = isInstalled ? "install-service" : isRemoved ? "remove-service" : "service";
+    if (isInstalled + isRemoved + isRun > 1) line.Refuse(name, Text("only one of these at a time"));
+    line.Refuse(name, servicecontrol::Obstacle());
+    if (!options.screenshotDirectory.isEmpty()) line.Refuse(name, Text("a service has no window"));
+    options.isHeadless = true;
+    options.serviceArguments = ServiceArguments(line);
 }
 
 void TakeOptions(CommandLine& line, ServerOptions& options) {
@@ -73,8 +135,8 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
         line.Refuse(Text("--tls-cert and --tls-key need each other"));
     if (!options.caFile.isEmpty() && options.certificateFile.isEmpty())
         line.Refuse(Text("--tls-ca needs --tls-cert"));
-    if (options.name.contains(QLatin1Char('/')) || options.name.contains(QLatin1Char('\\')))
-        line.Refuse(Text("--name cannot hold a slash"));
+    line.Refuse(NameFault(options.name));
+    TakeService(line, options);
 }
 
 }  // namespace

@@ -16,6 +16,13 @@ struct ServerOptions : ProgramOptions {
     QString user;
     QString role;
 
+    /// What this is about as a service of the system's.
+    enum class EService { None, Install, Remove, Run };
+    EService service = EService::None;
+    /// With what a service does what the other options say: files by their whole paths, since a service
+    /// starts in some folder of the system's.
+    QStringList serviceArguments;
+
     ListenAddress listen;
     QString certificateFile;
     QString privateKeyFile;

@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/program/servicenotifier.h>
 
-// Whoever runs the program as a service there watches the process itself.
+#include <apps/mcserver/program/servicestatus_windows.h>
+
 ServiceNotifier::ServiceNotifier() = default;
 
-void ServiceNotifier::Ready(const QString& /*status*/) {}
+void ServiceNotifier::Ready(const QString& /*status*/) {
+    ServiceStatus::Instance().Tell(ServiceStatus::EState::Running);
+}
 
-void ServiceNotifier::Stopping() {}
+void ServiceNotifier::Stopping() {
+    ServiceStatus::Instance().Tell(ServiceStatus::EState::Stopping);
+}
 
+// The service manager watches the process itself.
 void ServiceNotifier::Alive() {}
 
 void ServiceNotifier::Tell(const QByteArray& /*message*/) const {}

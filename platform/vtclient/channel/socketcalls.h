@@ -10,8 +10,8 @@ namespace vt {
 void EndSending(qintptr descriptor);
 /// Another descriptor of the same connection, which the caller closes. -1 if none can be had.
 qintptr AnotherDescriptor(qintptr descriptor);
-/// Keeps processes that this one starts from now on from holding a socket open that Qt has accepted: the peer would
-/// not see the end of the connection before theirs.
+/// Keeps processes that this one starts from now on from holding a socket open that Qt has accepted: the peer
+/// would not see the end of the connection before theirs.
 void KeepFromChildren(qintptr descriptor);
 /// Lets up to \a length connections wait for a listening socket to accept them; the system may allow fewer.
 void SetListenQueue(qintptr descriptor, int length);

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
 namespace {
 
 using EAction = ServerOptions::EAction;
@@ -51,12 +54,36 @@ TEST(ServerOptions, AllAreTaken) {
     EXPECT_EQ(options.name, QStringLiteral("north"));
 }
 
+TEST(ServerOptions, NamesThatFilesCanHaveAreTaken) {
+    for (const char* const name : {"north-1", "console", "com10", "nul-tower", "Tür", ".north"})
+        EXPECT_EQ(Parse((std::string("--name ") + name).c_str()).action, EAction::Run) << name;
+    const std::string longest(100, 'x');
+    EXPECT_EQ(Parse(("--name " + longest).c_str()).action, EAction::Run);
+    EXPECT_EQ(Parse(("--name x" + longest).c_str()).text,
+              QStringLiteral("--name has at most 100 characters"));
+}
+
 TEST(ServerOptions, ATokenIsMadeForAUserAndARole) {
     const ServerOptions options = Parse("--make-token alice operator");
     EXPECT_EQ(options.action, EAction::Run) << options.text.toStdString();
     EXPECT_TRUE(options.makesToken);
     EXPECT_EQ(options.user, QStringLiteral("alice"));
     EXPECT_EQ(options.role, QStringLiteral("operator"));
+}
+
+TEST(ServerOptions, AServiceIsGivenAllOfThemWithFilesByTheirWholePaths) {
+    const ServerOptions options = Parse(
+        "--install-service --config kept/s.ini --sessions 50 --insecure --name north "
+        "--listen 0.0.0.0:0 --headless");
+    const QString file = QDir::toNativeSeparators(QFileInfo(QStringLiteral("kept/s.ini")).absoluteFilePath());
+    const QStringList expected{
+        QStringLiteral("--service"),  QStringLiteral("--listen"),  QStringLiteral("0.0.0.0:0"),
+        QStringLiteral("--insecure"), QStringLiteral("--config"),  file,
+        QStringLiteral("--sessions"), QStringLiteral("50"),        QStringLiteral("--name"),
+        QStringLiteral("north"),      QStringLiteral("--headless")};
+    EXPECT_EQ(options.service, ServerOptions::EService::Install);
+    EXPECT_EQ(options.serviceArguments, expected);
+    EXPECT_TRUE(options.isHeadless);
 }
 
 TEST(ServerOptions, HelpNamesEveryOption) {
@@ -111,6 +138,15 @@ const Wrong WrongOptions[] = {
     {"TextTooShort", "--text-length 1023", "--text-length: '1023' is no number from 1024 to 65536"},
     {"CommentTooLong", "--comment-length 65537", "--comment-length: '65537' is no number from 1024 to 65536"},
     {"NameWithASlash", "--name ../x", "--name cannot hold a slash"},
+    {"NameWithABackslash", "--name ..\\x", "--name cannot hold a slash"},
+    {"NameWithAColon", "--name tower:1",
+     "--name cannot hold what file names cannot: : * ? \" < > | and what cannot be printed"},
+    {"NameWithATabulator", "--name tower\t1",
+     "--name cannot hold what file names cannot: : * ? \" < > | and what cannot be printed"},
+    {"NameOfADevice", "--name NUL", "--name cannot be NUL, which is a device on some systems"},
+    {"NameOfADeviceWithAnExtension", "--name com1.tower",
+     "--name cannot be com1.tower, which is a device on some systems"},
+    {"NameWithADotAtItsEnd", "--name ..", "--name cannot have blanks around it or a dot at its end"},
 };
 
 INSTANTIATE_TEST_SUITE_P(, ServerOptionsErrors, testing::ValuesIn(WrongOptions),

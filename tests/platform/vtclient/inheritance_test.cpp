@@ -39,6 +39,7 @@ TEST(AcceptedConnection, EndsThoughAProgramThatWasStartedMeanwhileGoesOn) {
     accepted.reset();
     EXPECT_TRUE(WaitUntil([&] { return peer.state() == QAbstractSocket::UnconnectedState; }));
     EXPECT_TRUE(child.IsRunning());
+    RunTurns(3);  // what lingers of the connection lets go of it
 }
 
 }  // namespace
