@@ -14,6 +14,14 @@ endfunction()
 function(mcs_precompile target kind)
   if(MCS_PRECOMPILE)
     target_precompile_headers(${target} REUSE_FROM mcs_precompiled_${kind})
+    # GCC takes them only if all is defined that was defined then, even if it makes no difference.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+      target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_CORE_LIB QT_NETWORK_LIB)
+      if(kind MATCHES gui)
+        target_compile_definitions(${target} PRIVATE QT_GUI_LIB QT_WIDGETS_LIB)
+      endif()
+    endif()
   endif()
 endfunction()
 

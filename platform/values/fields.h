@@ -104,7 +104,7 @@ constexpr std::size_t CountPlaces() {
 
 template <class Table, int Places::*place, class Visit, std::size_t... index>
 bool VisitByPlace(const Visit& visit, std::index_sequence<index...> /*places*/) {
-    constexpr auto rows = RowsByPlace<Table, place>();
+    [[maybe_unused]] constexpr auto rows = RowsByPlace<Table, place>();
     static_assert(((rows[index + 1] != NoRow) && ...), "a place is missing, and another one is taken twice");
     return (visit(std::get<rows[index + 1]>(Table::Rows)) && ...);
 }
