@@ -16,8 +16,9 @@ std::wstring NativeName(const QString& name) {
 bool IsTaken(DWORD error, const std::wstring& name) {
     if (error == ERROR_SHARING_VIOLATION || error == ERROR_DELETE_PENDING) return true;
     if (error != ERROR_ACCESS_DENIED) return false;
-    return GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES ||
-           GetLastError() == ERROR_ACCESS_DENIED;
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return GetLastError() == ERROR_ACCESS_DENIED;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;  // a folder is nobody's lock
 }
 
 }  // namespace

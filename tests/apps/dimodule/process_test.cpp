@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
@@ -163,7 +164,10 @@ TEST_F(DiModuleProcess, EndsWithZeroOnASignalWhileItIsAsked) {
 
 TEST_F(DiModuleProcess, TellsItsVersionAndHelp) {
     EXPECT_EQ(module.Run({QStringLiteral("--version")}), 0);
-    EXPECT_THAT(module.Output().toStdString(), testing::MatchesRegex("dimodule [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^dimodule \\d+\\.\\d+\\.\\d+\r?\n$"))
+                    .match(QString::fromUtf8(module.Output()))
+                    .hasMatch())
+        << module.Output().toStdString();
     EXPECT_EQ(module.Run({QStringLiteral("--help")}), 0);
     EXPECT_THAT(module.Output().toStdString(), HasSubstr("--listen"));
 }

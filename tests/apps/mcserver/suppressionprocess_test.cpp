@@ -2,6 +2,8 @@
 // The program with a module of digital inputs, which is a program too.
 #include <devicecontrol/multichannelserver/common/multichannelserverclient.h>
 
+#include <platform/modbus/modbussystem.h>
+#include <platform/modbus/modbustcpinterfacecreator.h>
 #include <platform/values/tree.h>
 #include <platform/values/valueaccess.h>
 
@@ -37,7 +39,7 @@ class AServerWithAModule : public testing::Test {
         ASSERT_NO_FATAL_FAILURE(m_server.Start());
     }
     bool WaitForOutput(const char* text) {
-        return ServerProcess::WaitFor([&] { return m_server.Output().contains(QLatin1String(text)); });
+        return ServerProcess::WaitFor([&] { return m_server.Output().contains(QString::fromUtf8(text)); });
     }
     void Connect() {
         ASSERT_TRUE(m_client.ConnectToServer(QStringLiteral("127.0.0.1"), m_server.Port()));
@@ -108,7 +110,8 @@ TEST_F(AServerWithAModule, LogsOnceThatItAnswersAgain) {
     m_module.Say("fault none");
     ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 answers again"));
     m_module.Say("fault silence");
-    EXPECT_TRUE(WaitForOutput("Connection timed out"));
+    const QString timedOut = ModbusErrorText(modbussystem::CodeOf(modbussystem::EError::TimedOut));
+    EXPECT_TRUE(WaitForOutput(timedOut.toUtf8()));
     EXPECT_EQ(m_server.Output().count(QStringLiteral("answers again")), 1);
 }
 

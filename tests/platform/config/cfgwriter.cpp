@@ -16,6 +16,11 @@
 #include <cstdio>
 #include <memory>
 
+#ifdef Q_OS_WIN
+#include <fcntl.h>
+#include <io.h>
+#endif
+
 namespace {
 
 std::unique_ptr<ICfg> Root() {
@@ -27,7 +32,11 @@ QStringList Details() {
     return QCoreApplication::arguments().mid(3);
 }
 
+/// \a text as it is, with its own ends of lines.
 void Print(const QString& text) {
+#ifdef Q_OS_WIN
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+#endif
     std::fputs(text.toUtf8().constData(), stdout);
     std::fputc('\n', stdout);
     std::fflush(stdout);

@@ -2,6 +2,7 @@
 #include <platform/config/cfgcenter.h>
 
 #include <tests/platform/config/configfixture.h>
+#include <tests/platform/config/systemreasons.h>
 #include <tests/support/programrunner.h>
 #include <tests/support/tracerecorder.h>
 
@@ -94,9 +95,9 @@ TEST_F(Commit, FailsWithOneTraceWhereNothingCanBeWrittenAndSucceedsOnceItCan) {
     for (int i = 0; i < 3; ++i)
         EXPECT_FALSE(root->CommitKey(Key));
     EXPECT_THAT(traces.Messages(),
-                testing::ElementsAre(QStringLiteral("The configuration file '") + path +
-                                     QStringLiteral("' cannot be written (Not a directory); the changes are "
-                                                    "kept in memory")));
+                testing::ElementsAre(QStringLiteral("The configuration file '%1' cannot be written (%2); the "
+                                                    "changes are kept in memory")
+                                         .arg(path, systemreasons::NotADirectory())));
     EXPECT_EQ(root->ReadInt(Key, 0), 1);
     ASSERT_TRUE(QFile::remove(Path(QStringLiteral("parent"))));
     EXPECT_TRUE(root->CommitKey(Key));

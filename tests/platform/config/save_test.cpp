@@ -4,6 +4,7 @@
 #include <platform/config/store/cfglock.h>
 
 #include <tests/platform/config/configfixture.h>
+#include <tests/platform/config/systemreasons.h>
 #include <tests/support/tracerecorder.h>
 
 #include <QtCore/QDir>
@@ -72,9 +73,8 @@ class BlockedSave : public Save {
 
 TEST_F(BlockedSave, SaysWhyAndNamesTheKeys) {
     EXPECT_EQ(ProblemOf({Key, QStringLiteral("Section/key")}),
-              QStringLiteral(
-                  "the configuration file '%1' cannot be written (File exists); not saved: Section/key, k")
-                  .arg(Path()));
+              QStringLiteral("the configuration file '%1' cannot be written (%2); not saved: Section/key, k")
+                  .arg(Path(), systemreasons::AFolderIsInTheWay()));
 }
 
 TEST_F(BlockedSave, NamesAsManyKeysAsFitIntoALine) {

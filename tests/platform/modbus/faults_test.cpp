@@ -184,7 +184,7 @@ TEST_F(ModbusTcpInterfaceFaults, AGreetingIsNoAnswer) {
 TEST_F(ModbusTcpInterfaceFaults, ARefusedConnectionSaysSo) {
     const quint16 port = FaultyPeer([](const QByteArray&, int) -> Action { return {}; }).Port();
     Connect(port);
-    EXPECT_THAT(Read(), ElementsAre(QStringLiteral("error Connection refused")));
+    EXPECT_THAT(Read(), ElementsAre(RefusedConnection()));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <QtCore/QString>
 
 #include <atomic>
+#include <cerrno>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -39,6 +40,16 @@ class RecordingCallback final : public IModbusTcpInterfaceCallback {
   private:
     void Add(const QString& event) { events.push_back(event); }
 };
+
+/// What it is told where nobody listens: the text is the system's.
+inline QString RefusedConnection() {
+#ifdef Q_OS_WIN
+    constexpr unsigned Code = 10061;  // WSAECONNREFUSED
+#else
+    constexpr unsigned Code = ECONNREFUSED;
+#endif
+    return RecordingCallback::Error(Code);
+}
 
 /// An interface to a peer, with a clock of its own for the delay after errors.
 class InterfaceTest : public testing::Test {

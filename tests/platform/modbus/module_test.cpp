@@ -69,7 +69,7 @@ TEST_F(SimulatedModule, ThatIsRestartedIsReadAgain) {
     module.Kill();
     EXPECT_EQ(Read().back(), Closed());
     LetDelayPass();
-    EXPECT_THAT(Read(), ElementsAre(QStringLiteral("error Connection refused")));
+    EXPECT_THAT(Read(), ElementsAre(RefusedConnection()));
     module.Restart();
     LetDelayPass();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0xFFF)));
@@ -119,7 +119,7 @@ TEST_F(SimulatedModule, ThatRefusesConnectionsIsReadOnceItTakesThemAgain) {
     Start();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0xFFF)));
     module.Say("fault refused");
-    EXPECT_THAT(Read(), ElementsAre(QStringLiteral("error Connection refused"), Closed()));
+    EXPECT_THAT(Read(), ElementsAre(RefusedConnection(), Closed()));
     module.Say("fault none");
     LetDelayPass();
     EXPECT_THAT(Read(), ElementsAre(Opened(), Bits(0xFFF)));

@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <type_traits>
 #include <vector>
@@ -122,7 +124,10 @@ TEST_F(MCSConfigDataInTree, AnIndexThatNoSelectionHasIsRefused) {
     const TraceRecorder traces;
     MCSConfigData config(&basePath, false);
     config.SetDefaultScanAveragingTime(2);
-    for (const long index : {99L, -5L, 0x100000000L, -0x100000000L}) {
+    // The last are 0 in 32 bits, where a long has more.
+    constexpr auto beyond =
+        static_cast<long>(std::min<qint64>(0x100000000, std::numeric_limits<long>::max()));
+    for (const long index : {99L, -5L, beyond, -beyond}) {
         SCOPED_TRACE(index);
         config.SetDefaultScanAveragingTime(index);
         EXPECT_EQ(config.GetDefaultScanAveragingTime(), 2);

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <ostream>
 #include <vector>
 
@@ -164,8 +165,10 @@ std::vector<QString> ClientsOf(const MCSMpxORVStatus& status) {
 TEST_F(MCSMpxORVStatusInTree, AClientAddedBecomesTheCurrentOne) {
     MCSMpxORVStatus status(basePath);
     status.AddConnectedClient(7, Text("West"));
-    status.AddConnectedClient(5000000000L, Text("East"));
-    EXPECT_EQ(ClientsOf(status), (std::vector<QString>{Text("7:West"), Text("5000000000:East*")}));
+    constexpr long Highest = std::numeric_limits<long>::max();
+    status.AddConnectedClient(Highest, Text("East"));
+    EXPECT_EQ(ClientsOf(status),
+              (std::vector<QString>{Text("7:West"), QString::number(Highest) + Text(":East*")}));
     EXPECT_EQ(status.GetConnectedClientsValue()->GetItemAt(0)->GetValue(), 0.0);
 }
 
