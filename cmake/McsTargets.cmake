@@ -48,6 +48,20 @@ else()
   set(mcs_system posix)
 endif()
 
+# mcs_describe(<target> <description>): on Windows, what Explorer tells of the file, and its version.
+function(mcs_describe target mcs_description)
+  if(WIN32)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL EXECUTABLE)
+      set(mcs_file_type VFT_APP)
+    else()
+      set(mcs_file_type VFT_DLL)
+    endif()
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  endif()
+endfunction()
+
 # mcs_add_library(<target> <export name> <building macro> <kind> PUBLIC <libraries>... [PRIVATE <libraries>...]): a shared
 # library that is installed as MultiChannelServer::<export name>. <kind> is that of mcs_precompile. Includes read as in the
 # source tree, in the project and once installed. It is made of folders, by mcs_add_face and mcs_add_room.
@@ -77,6 +91,7 @@ function(mcs_add_library target export_name building_macro kind)
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX
     MCS_BUILDING_MACRO ${building_macro} MCS_KIND ${kind} MCS_LINKED "${arg_PUBLIC};${arg_PRIVATE}")
+  mcs_describe(${target} "${export_name} library")
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR})
   install(TARGETS ${target} EXPORT MultiChannelServerTargets FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
