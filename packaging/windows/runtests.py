@@ -23,6 +23,10 @@ BEGIN = re.compile(r"\[ RUN      \] (\S+)")
 END = re.compile(r"\[ +(OK|FAILED) +\] (\S+?)(?:,| |$)")
 
 
+def of_wine(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
 class Exclusions:
     """Lines of the list: a test (with * and ?), the fault of Wine, which is a program in faults/, and a reason."""
 
@@ -93,7 +97,10 @@ class Runner:
         programs, others = {}, {}
         for test in json.loads(listing.stdout)["tests"]:
             words = test.get("command", [])
-            if len(words) < 2 or pathlib.Path(words[0]).name != "wine-run" or text not in pathlib.Path(words[1]).name:
+            if len(words) < 2 or pathlib.Path(words[0]).name != "wine-run":
+                continue
+            program = pathlib.Path(words[1])
+            if program.parent != self.build / "bin" or text not in program.name:
                 continue
             source = next((word[len("--source="):] for word in words if word.startswith("--source=")), None)
             if source is None:
@@ -108,7 +115,7 @@ class Runner:
         """{test: its source file}"""
         path = self.out / f"{pathlib.Path(program).stem}.json"
         path.unlink(missing_ok=True)
-        subprocess.run([RUN, program, "--gtest_list_tests", f"--gtest_output=json:{path}"], timeout=600,
+        subprocess.run([RUN, program, "--gtest_list_tests", f"--gtest_output=json:{of_wine(path)}"], timeout=600,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL, cwd=self.out)
         return {f'{suite["name"]}.{test["name"]}': re.split(r"[\\/]", test["file"])[-1]
                 for suite in json.loads(path.read_text())["testsuites"] for test in suite["testsuite"]}
@@ -118,7 +125,7 @@ class Runner:
         while left:
             flags = self.out / f"{pathlib.Path(program).stem}.flags"
             flags.write_text(f'--gtest_filter={":".join(left)}\n')
-            process, current = Process([program, f"--gtest_flagfile={flags}"], log, self.stall), None
+            process, current = Process([program, f"--gtest_flagfile={of_wine(flags)}"], log, self.stall), None
             for line in process.lines():
                 begin, end = BEGIN.search(line), END.search(line)
                 if begin:
