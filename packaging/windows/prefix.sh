@@ -19,6 +19,8 @@ $wine winecfg /v win10 >/dev/null 2>&1
 environment() {
     $wine reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null 2>&1
 }
+# Windows can be made there, which nobody sees: else not even those that are hidden.
+$wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f >/dev/null 2>&1
 cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$cache/fonts"
 environment QT_QPA_PLATFORM offscreen
 environment QT_QPA_FONTDIR "Z:$(tr / '\\' <<<"$cache/fonts")"
