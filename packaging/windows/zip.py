@@ -61,8 +61,9 @@ def add_libraries(target, searched):
 def add_licences(target, cache):
     licences = target / "licences"
     licences.mkdir()
-    for name in ("qt", "openssl", "libmodbus"):
-        shutil.copy(cache / name / "LICENSE", licences / f"{name}.txt")
+    for name, library in (("qt", "Qt5Core"), ("openssl", "libcrypto"), ("libmodbus", "libmodbus")):
+        if any(target.glob(f"{library}*.dll")):
+            shutil.copy(cache / name / "LICENSE", licences / f"{name}.txt")
     for name, package in (("gcc", "gcc-mingw-w64-base"), ("mingw-w64", "mingw-w64-x86-64-dev")):
         shutil.copy(f"/usr/share/doc/{package}/copyright", licences / f"{name}.txt")
 
