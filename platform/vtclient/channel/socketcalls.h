@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/qglobal.h>
+#include <QtCore/QString>
 
 /// What Qt's sockets do not offer.
 namespace vt {
@@ -15,6 +15,15 @@ qintptr AnotherDescriptor(qintptr descriptor);
 void KeepFromChildren(qintptr descriptor);
 /// Lets up to \a length connections wait for a listening socket to accept them; the system may allow fewer.
 void SetListenQueue(qintptr descriptor, int length);
+
+enum class EAccept {
+    Done,
+    NoneWaits,
+    Failed,  ///< and would fail again at once: most likely the process has few descriptors left, or none
+};
+/// The next connection that waits at a socket which listens and does not wait, as \a descriptor, which is the
+/// caller's. Why not in \a reason, where it failed. Leaves some descriptors to what else the process opens.
+EAccept AcceptConnection(qintptr listening, qintptr* descriptor, QString* reason);
 
 /// How many connections may wait to show who they are: bounded by what the process may have open.
 int MaxPending();

@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -57,6 +58,39 @@ qint64 vt::SendAtOnce(qintptr descriptor, const SendPiece* pieces, int count) {
         sent = Send(static_cast<int>(descriptor), pieces, count);
     } while (sent < 0 && errno == EINTR);
     return sent > 0 ? sent : 0;
+}
+
+namespace {
+
+/// The system gives the lowest that is free, so the last ones stay for files that are to be saved.
+bool LeavesDescriptors(int any) {
+    constexpr rlim_t Left = 16;
+    constexpr rlim_t LeastPart = 4;
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return true;
+    const int next = ::fcntl(any, F_DUPFD_CLOEXEC, 0);
+    if (next < 0) return false;
+    ::close(next);
+    return static_cast<rlim_t>(next) < limit.rlim_cur - std::min(Left, limit.rlim_cur / LeastPart);
+}
+
+}  // namespace
+
+vt::EAccept vt::AcceptConnection(qintptr listening, qintptr* descriptor, QString* reason) {
+    if (!LeavesDescriptors(static_cast<int>(listening))) {
+        *reason = qt_error_string(EMFILE);
+        return EAccept::Failed;
+    }
+    int accepted = -1;
+    do {
+        accepted = ::accept4(static_cast<int>(listening), nullptr, nullptr, SOCK_CLOEXEC);
+    } while (accepted < 0 && errno == EINTR);
+    *descriptor = accepted;
+    if (accepted >= 0) return EAccept::Done;
+    // Who has broken off while it waited is as good as nobody.
+    if (errno == EAGAIN || errno == ECONNABORTED) return EAccept::NoneWaits;
+    *reason = qt_error_string(errno);
+    return EAccept::Failed;
 }
 
 int vt::MaxPending() {

@@ -3,6 +3,8 @@
 
 #include <platform/vtclient/wire/vtlimits.h>
 
+#include <QtCore/QSocketNotifier>
+
 #include <winsock2.h>
 
 void vt::EndSending(qintptr descriptor) {
@@ -26,6 +28,21 @@ void vt::SetListenQueue(qintptr descriptor, int length) {
 // Everything goes through Qt's socket: WSASend beside it has not been tried on this system.
 qint64 vt::SendAtOnce(qintptr /*descriptor*/, const SendPiece* /*pieces*/, int /*count*/) {
     return 0;
+}
+
+vt::EAccept vt::AcceptConnection(qintptr listening, qintptr* descriptor, QString* reason) {
+    const SOCKET accepted = ::accept(static_cast<SOCKET>(listening), nullptr, nullptr);
+    if (accepted == INVALID_SOCKET) {
+        const int error = ::WSAGetLastError();
+        if (error == WSAEWOULDBLOCK || error == WSAECONNRESET) return EAccept::NoneWaits;
+        *reason = qt_error_string(error);
+        return EAccept::Failed;
+    }
+    *descriptor = static_cast<qintptr>(accepted);
+    // It would go on telling whoever watches the listening socket.
+    QSocketNotifier watch(*descriptor, QSocketNotifier::Read);
+    watch.setEnabled(false);
+    return EAccept::Done;
 }
 
 int vt::MaxPending() {

@@ -11,6 +11,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
+#include <QtCore/QSocketNotifier>
 #include <QtCore/QTimer>
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QSslCertificate>
@@ -54,7 +55,6 @@ QString CertificateProblem(const QSslSocket& socket) {
 }  // namespace
 
 SocketListener::SocketListener() {
-    connect(this, &QTcpServer::acceptError, this, &SocketListener::OnAcceptError);
     m_nextHandshakes.setSingleShot(true);
     connect(&m_nextHandshakes, &QTimer::timeout, this, &SocketListener::StartSomeHandshakes);
 }
@@ -99,6 +99,9 @@ bool SocketListener::Listen(const VtServerOptions& options, bool needsCredential
     if (!ReadCertificates(error)) return false;
     if (listen(address, static_cast<quint16>(options.port))) {
         SetListenQueue(socketDescriptor(), vtlimits::ListenQueue);
+        pauseAccepting();
+        m_notifier = std::make_unique<QSocketNotifier>(socketDescriptor(), QSocketNotifier::Read);
+        connect(m_notifier.get(), &QSocketNotifier::activated, this, &SocketListener::AcceptSome);
         return true;
     }
     *error = QStringLiteral("cannot listen on %1 port %2: %3")
@@ -112,21 +115,33 @@ QString SocketListener::Address() const {
     return serverAddress().toString();
 }
 
-// Qt accepts no more after an error; most likely the process has no descriptor left, for a while. From then
-// on it takes the end of every run of connections for another error: that is one only if there was no run.
-void SocketListener::OnAcceptError() {
-    const bool isFailing = !std::exchange(m_hasAccepted, false);
-    QTimer::singleShot(isFailing ? vtlimits::AcceptPause : vtlimits::AcceptPause.zero(), this,
-                       &QTcpServer::resumeAccepting);
-    if (!isFailing || std::exchange(m_isAcceptFailing, true)) return;
-    MCS_TRACE(QStringLiteral("No connection can be accepted: %1").arg(errorString()));
+// Qt's own accepting tells of no error once it has met the end of a run of connections, and then tries again
+// and again where the process has no descriptor left.
+void SocketListener::AcceptSome() {
+    const QPointer<SocketListener> self(this);
+    for (int i = 0; self && i < vtlimits::AcceptedPerTurn; ++i) {
+        qintptr descriptor = -1;
+        QString reason;
+        const EAccept outcome = AcceptConnection(socketDescriptor(), &descriptor, &reason);
+        if (outcome == EAccept::Failed) return PauseAccepting(reason);
+        if (outcome == EAccept::NoneWaits) {
+            m_isAcceptFailing = false;
+            return;
+        }
+        incomingConnection(descriptor);
+    }
+}
+
+// Told once until all who wait were accepted.
+void SocketListener::PauseAccepting(const QString& reason) {
+    m_notifier->setEnabled(false);
+    QTimer::singleShot(vtlimits::AcceptPause, m_notifier.get(), [this] { m_notifier->setEnabled(true); });
+    if (std::exchange(m_isAcceptFailing, true)) return;
+    MCS_TRACE(QStringLiteral("No connection can be accepted: %1").arg(reason));
 }
 
 void SocketListener::incomingConnection(qintptr descriptor) {
     KeepFromChildren(descriptor);
-    m_hasAccepted = true;
-    m_isAcceptFailing = false;
-    if (++m_acceptedInTurn >= vtlimits::AcceptedPerTurn) PauseAccepting();
     if (m_isTls) return AwaitTls(descriptor);
     auto* const socket = new QTcpSocket;
     if (!socket->setSocketDescriptor(descriptor)) {
@@ -134,16 +149,6 @@ void SocketListener::incomingConnection(qintptr descriptor) {
         return;
     }
     m_handler(std::make_unique<FramedSocket>(socket));
-}
-
-// Qt accepts for as long as connections come. It stops where as many wait for nextPendingConnection() as may.
-void SocketListener::PauseAccepting() {
-    setMaxPendingConnections(0);
-    QTimer::singleShot(0, this, [this] {
-        m_acceptedInTurn = 0;
-        setMaxPendingConnections(1);
-        resumeAccepting();
-    });
 }
 
 void SocketListener::AwaitTls(qintptr descriptor) {

@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 
+class QSocketNotifier;
 class QSslSocket;
 
 namespace vt {
@@ -43,8 +44,8 @@ class SocketListener final : public QTcpServer {
     void incomingConnection(qintptr descriptor) override;
 
   private:
-    void OnAcceptError();
-    void PauseAccepting();
+    void AcceptSome();
+    void PauseAccepting(const QString& reason);
     void AwaitTls(qintptr descriptor);
     void StartSomeHandshakes();
     bool MakeHandshakePlace();
@@ -53,16 +54,15 @@ class SocketListener final : public QTcpServer {
     void Forget(QSslSocket* socket);
 
     Handler m_handler;
+    std::unique_ptr<QSocketNotifier> m_notifier;  ///< of connections that wait; null until it listens
     bool m_isTls = false;
     bool m_isAcceptFailing = false;  ///< and that was traced
-    bool m_hasAccepted = false;      ///< since the last error
     TlsFiles m_tlsFiles;
     QSslConfiguration m_configuration;
     WaitingRoom<QSslSocket> m_waitingRoom;  ///< who is not encrypted yet
     std::deque<QSslSocket*> m_handshakes;   ///< that can start: something has come
     WaitingRoom<QSslSocket> m_inHandshake;  ///< of m_waitingRoom, whose handshake has started
     QTimer m_nextHandshakes;
-    int m_acceptedInTurn = 0;
 };
 
 }  // namespace vt

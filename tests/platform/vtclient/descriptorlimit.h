@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// While it lives, the process can open no further file or socket.
+/// While it lives, the process can open no further file or socket, or few.
 class DescriptorLimit {
   public:
-    DescriptorLimit();
+    explicit DescriptorLimit(int left = 0);
     ~DescriptorLimit();
     DescriptorLimit(const DescriptorLimit&) = delete;
     DescriptorLimit& operator=(const DescriptorLimit&) = delete;

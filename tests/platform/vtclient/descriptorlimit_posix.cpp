@@ -15,14 +15,14 @@ void SetLimit(unsigned long limit) {
 
 }  // namespace
 
-DescriptorLimit::DescriptorLimit() {
+DescriptorLimit::DescriptorLimit(int left) {
     rlimit both{};
     getrlimit(RLIMIT_NOFILE, &both);
     m_before = both.rlim_cur;
     // The lowest free descriptor is the first that must not be had.
     const int lowest = dup(STDOUT_FILENO);
     close(lowest);
-    SetLimit(static_cast<unsigned long>(lowest));
+    SetLimit(static_cast<unsigned long>(lowest + left));
 }
 
 DescriptorLimit::~DescriptorLimit() {

@@ -3,6 +3,8 @@
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>
 
+#include <QtCore/QFile>
+
 namespace {
 
 class Descriptors : public SocketEnds {};
@@ -18,7 +20,7 @@ TEST_F(Descriptors, AServerThatHasNoneFromTheStartAcceptsWhenThereAreSome) {
     peer.SendHello();
     EXPECT_NE(peer.WaitFor<vt::WelcomeMessage>(), nullptr);
     ASSERT_EQ(ServerLines().size(), 1U) << "one line, however long it lasts";
-    EXPECT_EQ(ServerLines().front(), QStringLiteral("No connection can be accepted: Out of resources"));
+    EXPECT_EQ(ServerLines().front(), QStringLiteral("No connection can be accepted: Too many open files"));
 }
 
 TEST_F(Descriptors, AServerThatRunsOutOfThemServesItsClientsAndAcceptsAgainLater) {
@@ -27,17 +29,34 @@ TEST_F(Descriptors, AServerThatRunsOutOfThemServesItsClientsAndAcceptsAgainLater
     IVtClient* const client = Connect();
     client->AddTic(QStringLiteral("/L,/S"), "");
     ASSERT_TRUE(AreEstablished(client));
-    SocketPeer peer(m_server.GetPort());
     auto* const mirrored = Find<values::ValueNumeric<int>>("/L/n");
     // Once before: sanitizers look at what is done for the first time through a descriptor.
     n->SetValue(6);
     EXPECT_TRUE(WaitUntil([mirrored] { return mirrored->GetValue() == 6; }));
+    SocketPeer peer(m_server.GetPort());  // not accepted yet
     {
         const DescriptorLimit none;
         n->SetValue(7);
         EXPECT_TRUE(WaitUntil([mirrored] { return mirrored->GetValue() == 7; }));
+        // Although it has accepted some before.
+        EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
     }
+    ASSERT_EQ(ServerLines().size(), 1U);
+    EXPECT_EQ(ServerLines().front(), QStringLiteral("No connection can be accepted: Too many open files"));
     EXPECT_TRUE(ComesIn(Connect()));
+    peer.SendHello();
+    EXPECT_NE(peer.WaitFor<vt::WelcomeMessage>(), nullptr);
+}
+
+TEST_F(Descriptors, AServerLeavesSomeToWhatElseTheProcessOpens) {
+    Listen();
+    ASSERT_TRUE(ComesIn(Connect()));
+    SocketPeer peer(m_server.GetPort());
+    {
+        const DescriptorLimit few(3);
+        EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
+        EXPECT_TRUE(QFile(QStringLiteral("/dev/null")).open(QIODevice::ReadOnly));
+    }
     peer.SendHello();
     EXPECT_NE(peer.WaitFor<vt::WelcomeMessage>(), nullptr);
 }
