@@ -15,9 +15,10 @@
 namespace {
 
 /// Those that are no clients: the server's own files, data modules, and who has not said hello yet. Where
-/// there are few, one in so many.
+/// there are few, one in so many, but no fewer than the server itself needs.
 constexpr int OtherDescriptors = 512;
 constexpr int ShareOfOthers = 4;
+constexpr int OwnDescriptors = 64;
 
 /// Whole lines, out at once, so that whoever reads them through a pipe is up to date. The server goes on if
 /// nobody does. Names that peers chose are in some of them.
@@ -65,7 +66,7 @@ bool ServerProgram::Start(QString* error) {
 
 int ServerProgram::CountPlaces() const {
     const int limit = GetDescriptorLimit();
-    const int others = std::min(OtherDescriptors, limit / ShareOfOthers);
+    const int others = std::clamp(limit / ShareOfOthers, OwnDescriptors, OtherDescriptors);
     return std::min(m_options.maxSessions, std::max(1, limit - others));
 }
 
