@@ -18,6 +18,8 @@ namespace vt {
 namespace {
 
 constexpr int HeaderSize = 4;
+/// What Qt and OpenSSL hold of a connection at most, with all that is read ahead in each layer.
+constexpr qint64 MostOfTls = 160 * 1024;
 /// How a TLS client begins; as a length it would be far too much.
 constexpr const char* TlsHandshake = "\x16\x03";
 
@@ -91,7 +93,7 @@ void FramedSocket::SetMaxMessage(quint32 size) {
 // With a message beyond what TLS holds anyway, who takes its time with it takes all of that, too.
 qint64 FramedSocket::Unfinished() const {
     const qint64 room = m_in.Room();
-    return m_isEncrypted && room > vtlimits::TlsReadAhead ? room + vtlimits::TlsConnection : room;
+    return m_isEncrypted && room > vtlimits::TlsReadAhead ? room + MostOfTls : room;
 }
 
 void FramedSocket::GiveBackRoom() {
