@@ -46,6 +46,33 @@
         <source>Edit module properties</source>
         <translation>Moduleigenschaften bearbeiten</translation>
     </message>
+    <message>
+        <source>This address cannot be right: %1. The module will be in error, and nothing of it will blank.</source>
+        <translation>Diese Adresse kann nicht stimmen: %1. Das Modul wird gestört sein, und nichts davon wird austasten.</translation>
+    </message>
+    <message>
+        <source>%1-%2 has this address too: both will read the same inputs.</source>
+        <translation>Auch %1-%2 hat diese Adresse: Beide werden dieselben Eingänge lesen.</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyEntry</name>
+    <message>
+        <source>%1 MHz is less than nothing: it will never blank</source>
+        <translation>%1 MHz ist weniger als nichts: Es wird nie ausgetastet</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number of MHz: nothing will be assigned to the input</source>
+        <translation>„%1“ ist keine Zahl in MHz: Dem Eingang wird nichts zugeordnet</translation>
+    </message>
+    <message>
+        <source>%1 MHz lies outside %2 to %3 MHz: it will never blank</source>
+        <translation>%1 MHz liegt nicht zwischen %2 und %3 MHz: Es wird nie ausgetastet</translation>
+    </message>
+    <message>
+        <source>(for %1 MHz, enter %1)</source>
+        <translation>(für %1 MHz ist %1 einzugeben)</translation>
+    </message>
 </context>
 <context>
     <name>GTSDisplayImpl</name>
@@ -357,6 +384,48 @@ Soll sie überschrieben werden?</translation>
     <message>
         <source>%1 - %2 MHz</source>
         <translation>%1 - %2 MHz</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleAddress</name>
+    <message>
+        <source>an IPv4 address has four numbers</source>
+        <translation>eine IPv4-Adresse hat vier Zahlen</translation>
+    </message>
+    <message>
+        <source>no module can have this address</source>
+        <translation>kein Modul kann diese Adresse haben</translation>
+    </message>
+    <message>
+        <source>it has no IP address</source>
+        <translation>es fehlt die IP-Adresse</translation>
+    </message>
+    <message>
+        <source>the port does not belong to it</source>
+        <translation>der Port gehört nicht dazu</translation>
+    </message>
+    <message>
+        <source>modules have no IPv6 addresses</source>
+        <translation>Module haben keine IPv6-Adressen</translation>
+    </message>
+    <message>
+        <source>names are not resolved: give the IPv4 address of the module</source>
+        <translation>Namen werden nicht aufgelöst: Geben Sie die IPv4-Adresse des Moduls an</translation>
+    </message>
+    <message>
+        <source>it is too long</source>
+        <translation>sie ist zu lang</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no number from 0 to 255 without leading zeros</source>
+        <translation>„%1“ ist keine Zahl von 0 bis 255 ohne führende Nullen</translation>
+    </message>
+</context>
+<context>
+    <name>Remark</name>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,8 @@
 
 #include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleaddress.h>
+#include <devicecontrol/multichannelserver/common/gts/view/remark.h>
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QGridLayout>
@@ -11,6 +13,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
+#include <QtWidgets/QTreeWidget>
 
 #include <algorithm>
 
@@ -28,6 +31,8 @@ DataModuleEditor::DataModuleEditor(QWidget* parent, DataModule* module) : QDialo
     setModal(true);
     Build();
     Fill();
+    connect(m_address, &QLineEdit::textChanged, this, &DataModuleEditor::ShowDoubt);
+    ShowDoubt();
 }
 
 void DataModuleEditor::Build() {
@@ -41,9 +46,9 @@ void DataModuleEditor::Build() {
     AddRow(*grid, tr("Type:"), m_type, "type");
     AddRow(*grid, tr("IP Address:"), m_address, "address");
     AddRow(*grid, tr("Poll interval (ms):"), m_pollInterval, "pollInterval");
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(m_group);
-    layout->addLayout(BuildButtons());
+    m_layout = new QVBoxLayout(this);
+    m_layout->addWidget(m_group);
+    m_layout->addLayout(BuildButtons());
 }
 
 void DataModuleEditor::AddRow(QGridLayout& grid, const QString& caption, QWidget* field, const char* name) {
@@ -84,6 +89,32 @@ void DataModuleEditor::SetType(const QString& type) {
         m_type->addItem(type);
     }
     m_type->setCurrentIndex(found);
+}
+
+QString DataModuleEditor::GetDoubt() const {
+    const QString address = m_address->text();
+    const QString fault = ModuleAddress::GetFault(address);
+    if (!fault.isEmpty())
+        return tr("This address cannot be right: %1. The module will be in error, and nothing of it will "
+                  "blank.")
+            .arg(fault);
+    const QTreeWidget* const rows = m_module.isNull() ? nullptr : m_module->treeWidget();
+    for (int i = 0; rows != nullptr && i < rows->topLevelItemCount(); ++i) {
+        const auto* const other = dynamic_cast<const DataModule*>(rows->topLevelItem(i));
+        if (other == nullptr || other == m_module || other->GetAddress().trimmed() != address.trimmed())
+            continue;
+        return tr("%1-%2 has this address too: both will read the same inputs.")
+            .arg(other->GetType(), QString::number(qint64{other->GetIndex()} + 1));
+    }
+    return QString();
+}
+
+void DataModuleEditor::ShowDoubt() {
+    constexpr int BelowTheFields = 1;
+    const QString doubt = GetDoubt();
+    m_address->setToolTip(doubt);
+    m_address->setAccessibleDescription(doubt);
+    Remark::Show(m_remark, doubt, *m_layout, BelowTheFields);
 }
 
 void DataModuleEditor::SlotOkButton() {

@@ -14,9 +14,11 @@ class QGroupBox;
 class QLayout;
 class QLineEdit;
 class QSpinBox;
+class QVBoxLayout;
+class Remark;
 
-/// Sets a data module's type, IP address and poll interval. One that has no type yet gets proposals. GUI
-/// thread.
+/// Sets a data module's type, IP address and poll interval. One that has no type yet gets proposals. Takes
+/// every address, and says beforehand what will come of a doubtful one. GUI thread.
 class MCS_COMMON_EXPORT DataModuleEditor : public QDialog {
     Q_OBJECT
 
@@ -33,10 +35,15 @@ class MCS_COMMON_EXPORT DataModuleEditor : public QDialog {
     QLayout* BuildButtons();
     void Fill();
     void SetType(const QString& type);
+    /// Says beforehand what will come of the address as it is.
+    void ShowDoubt();
+    QString GetDoubt() const;
 
+    QVBoxLayout* m_layout = nullptr;
     QGroupBox* m_group = nullptr;
     QComboBox* m_type = nullptr;
     QLineEdit* m_address = nullptr;
     QSpinBox* m_pollInterval = nullptr;
+    Remark* m_remark = nullptr;
     QPointer<DataModule> m_module;
 };

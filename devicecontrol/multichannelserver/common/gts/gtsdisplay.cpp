@@ -24,6 +24,10 @@ SuppressionPlant& GTSDisplay::GetPlant() {
     return m_impl->GetPlant();
 }
 
+void GTSDisplay::SetFrequencyRange(const FrequencyRange& range) {
+    m_impl->SetFrequencyRange(range);
+}
+
 void GTSDisplay::ConnectLostModules() {
     m_impl->GetPlant().ConnectLostModules();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
+#include <devicecontrol/multichannelserver/common/gts/frequencyrange.h>
 
 #include <QtWidgets/QWidget>
 
@@ -26,6 +27,9 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
 
     /// Connects the modules that are in error anew, as the operator does one by one.
     void ConnectLostModules();
+    /// What the device can be tuned to: operators are told of assignments beyond it. Nothing is known unless
+    /// it is set.
+    void SetFrequencyRange(const FrequencyRange& range);
     /// The modules as a plant, which needs no display.
     SuppressionPlant& GetPlant();
 

@@ -147,6 +147,7 @@ void GTSDisplayImpl::SlotCreateNewDataModule() {
 void GTSDisplayImpl::SlotAssignInputs() {
     // The display may be destroyed while the dialog is open, and takes it along then.
     const QPointer<InputAssignmentEditor> editor = new InputAssignmentEditor(m_display, Modules());
+    editor->SetFrequencyRange(m_range);
     editor->exec();
     delete editor;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <devicecontrol/multichannelserver/common/gts/frequencyrange.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 #include <QtCore/QObject>
@@ -34,6 +35,7 @@ class GTSDisplayImpl final : public QObject {
     /// Makes the modules that the configuration names, and connects them.
     void Load();
     SuppressionPlant& GetPlant() { return m_plant; }
+    void SetFrequencyRange(const FrequencyRange& range) { m_range = range; }
 
   public Q_SLOTS:
     void SlotOnRightClick(const QPoint& position);
@@ -69,5 +71,6 @@ class GTSDisplayImpl final : public QObject {
     std::unique_ptr<DataModule> m_newModule;  ///< while its editor is open
     QPointer<DataModule> m_menuModule;        ///< of the context menu
     QPointer<StandardNotification> m_warning;
+    FrequencyRange m_range;
     bool m_isBuilt = false;
 };

@@ -4,6 +4,10 @@
 #include <devicecontrol/multichannelserver/common/gts/datamodule.h>
 #include <devicecontrol/multichannelserver/common/gts/view/frequencycell.h>
 #include <devicecontrol/multichannelserver/common/gts/view/frequencydelegate.h>
+#include <devicecontrol/multichannelserver/common/gts/view/frequencyentry.h>
+#include <devicecontrol/multichannelserver/common/gts/view/remark.h>
+
+#include <QtCore/QSignalBlocker>
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -12,24 +16,14 @@
 #include <QtWidgets/QTableWidget>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr int EditorButtonWidth = 80;
-constexpr double HertzPerMegahertz = 1e6;
+constexpr int BelowTheTable = 2;  // of what the dialog shows
 
 QString TextOf(double hz) {
     return QString::number(hz * 1e-6, 'f', 3);
-}
-
-/// In binary, 128.003 times 1e6 is less than 128003000, and would be blanked as 128002999: what is whole
-/// hertz in decimal becomes whole hertz.
-double ToHertz(double megahertz) {
-    constexpr double Tolerance = 1e-3;
-    const double hz = megahertz * HertzPerMegahertz;
-    const double whole = std::nearbyint(hz);
-    return std::abs(hz - whole) < Tolerance ? whole : hz;
 }
 
 }  // namespace
@@ -42,6 +36,17 @@ InputAssignmentEditor::InputAssignmentEditor(QWidget* parent, const std::vector<
     setWindowTitle(tr("Assign Inputs"));
     Build();
     Fill();
+    connect(m_table, &QTableWidget::itemChanged, this, &InputAssignmentEditor::OnItemChanged);
+    connect(m_table, &QTableWidget::currentItemChanged, this, &InputAssignmentEditor::ShowRemark);
+    ShowRemark();
+}
+
+void InputAssignmentEditor::SetFrequencyRange(const FrequencyRange& range) {
+    m_range = range;
+    for (int row = 0; row < m_table->rowCount(); ++row)
+        for (int input = 0; input < m_table->columnCount(); ++input)
+            if (QTableWidgetItem* const cell = m_table->item(row, input)) MarkDoubt(*cell);
+    ShowRemark();
 }
 
 void InputAssignmentEditor::Build() {
@@ -50,12 +55,14 @@ void InputAssignmentEditor::Build() {
     m_table = new QTableWidget(this);
     m_table->setObjectName(QStringLiteral("assignments"));
     m_table->setAccessibleName(tr("Frequencies in MHz"));
-    m_table->setItemDelegate(new FrequencyDelegate(m_table));
+    auto* const delegate = new FrequencyDelegate(m_table);
+    connect(delegate, &FrequencyDelegate::SignalTyped, this, &InputAssignmentEditor::OnTyped);
+    m_table->setItemDelegate(delegate);
     caption->setBuddy(m_table);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(caption);
-    layout->addWidget(m_table);
-    layout->addLayout(BuildButtons());
+    m_layout = new QVBoxLayout(this);
+    m_layout->addWidget(caption);
+    m_layout->addWidget(m_table);
+    m_layout->addLayout(BuildButtons());
 }
 
 QHBoxLayout* InputAssignmentEditor::BuildButtons() {
@@ -99,7 +106,7 @@ void InputAssignmentEditor::FillRow(int row, const DataModule& module) {
     for (int input = 0; input < m_table->columnCount(); ++input) {
         const bool isThere = input < module.GetNumberOfInputs();
         auto* const cell = new FrequencyCell(isThere ? TextOf(module.GetFrequency(input)) : QString());
-        Mark(*cell, isThere && module.GetFrequency(input) < 0.0);
+        Mark(*cell, isThere && module.GetFrequency(input) < 0.0 ? NoFrequencyText() : QString());
         if (!isThere) cell->setFlags(Qt::NoItemFlags);
         m_table->setItem(row, input, cell);
     }
@@ -113,27 +120,68 @@ void InputAssignmentEditor::SlotApply() {
         if (!module.isNull()) module->RefreshTree();
         ++row;
     }
+    ShowRemark();
 }
 
 void InputAssignmentEditor::TakeOver(QTableWidgetItem& cell, DataModule& module, int input) {
-    QString text = cell.text();
-    if (text.contains(QLatin1Char(','))) cell.setText(text.replace(QLatin1Char(','), QLatin1Char('.')));
+    const QSignalBlocker blocker(m_table);  // the marks of what was taken over follow below
+    const FrequencyEntry entry(cell.text());
+    if (entry.GetText() != cell.text()) cell.setText(entry.GetText());
     // The table shows three decimals. A frequency that has more keeps them while nobody touches its cell.
     // (fixed: untouched-cells)
     if (auto* const own = dynamic_cast<FrequencyCell*>(&cell)) {
         if (!own->IsTouched()) return;
         own->SetTakenOver();
     }
-    bool isNumber = false;
-    const double megahertz = text.toDouble(&isNumber);
-    module.SetFrequency(input, isNumber ? ToHertz(megahertz) : 0.0);
-    const double hz = module.GetFrequency(input);
-    Mark(cell, !text.isEmpty() && (!isNumber || hz < 0.0 || (hz == 0.0 && megahertz != 0.0)));
+    module.SetFrequency(input, entry.GetHz());
+    Mark(cell, entry.IsWrong() ? NoFrequencyText() : entry.GetDoubt(m_range));
 }
 
-void InputAssignmentEditor::Mark(QTableWidgetItem& cell, bool isWrong) {
-    cell.setIcon(isWrong ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
-    cell.setToolTip(isWrong ? tr("This is no frequency: nothing is assigned to the input") : QString());
+QString InputAssignmentEditor::NoFrequencyText() {
+    return tr("This is no frequency: nothing is assigned to the input");
+}
+
+void InputAssignmentEditor::Mark(QTableWidgetItem& cell, const QString& text) {
+    if (cell.toolTip() == text && cell.icon().isNull() == text.isEmpty()) return;
+    const QSignalBlocker blocker(m_table);
+    cell.setIcon(text.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    cell.setToolTip(text);
+    cell.setData(Qt::AccessibleDescriptionRole, text.isEmpty() ? QVariant() : text);
+}
+
+void InputAssignmentEditor::MarkDoubt(QTableWidgetItem& cell) {
+    if (cell.flags() != Qt::NoItemFlags) Mark(cell, FrequencyEntry(cell.text()).GetDoubt(m_range));
+}
+
+void InputAssignmentEditor::OnItemChanged(QTableWidgetItem* cell) {
+    MarkDoubt(*cell);
+    ShowRemark();
+}
+
+/// While a text is typed, the cell has the one from before.
+void InputAssignmentEditor::OnTyped(const QModelIndex& index, const QString& text) {
+    const QTableWidgetItem* const cell = m_table->item(index.row(), index.column());
+    if (cell == nullptr) return;
+    const QString doubt = FrequencyEntry(text).GetDoubt(m_range);
+    Remark::Show(m_remark, doubt.isEmpty() ? doubt : RemarkOf(*cell, doubt), *m_layout, BelowTheTable);
+}
+
+void InputAssignmentEditor::ShowRemark() {
+    const QTableWidgetItem* told = m_table->currentItem();
+    if (told != nullptr && told->toolTip().isEmpty()) told = nullptr;
+    for (int row = 0; told == nullptr && row < m_table->rowCount(); ++row)
+        for (int input = 0; told == nullptr && input < m_table->columnCount(); ++input) {
+            const QTableWidgetItem* const cell = m_table->item(row, input);
+            if (cell != nullptr && !cell->toolTip().isEmpty()) told = cell;
+        }
+    Remark::Show(m_remark, told != nullptr ? RemarkOf(*told, told->toolTip()) : QString(), *m_layout,
+                 BelowTheTable);
+}
+
+QString InputAssignmentEditor::RemarkOf(const QTableWidgetItem& cell, const QString& text) const {
+    return QStringLiteral("%1, %2: %3")
+        .arg(m_table->verticalHeaderItem(cell.row())->text(),
+             m_table->horizontalHeaderItem(cell.column())->text(), text);
 }
 
 void InputAssignmentEditor::SlotSaveAssignments() {

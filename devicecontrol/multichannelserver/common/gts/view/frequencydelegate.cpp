@@ -3,6 +3,17 @@
 
 #include <QtWidgets/QLineEdit>
 
+QWidget* FrequencyDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                         const QModelIndex& index) const {
+    QWidget* const editor = PlainTextDelegate::createEditor(parent, option, index);
+    if (const auto* const field = qobject_cast<QLineEdit*>(editor)) {
+        const QPersistentModelIndex place(index);
+        connect(field, &QLineEdit::textEdited, this,
+                [this, place](const QString& text) { Q_EMIT SignalTyped(place, text); });
+    }
+    return editor;
+}
+
 void FrequencyDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                      const QModelIndex& index) const {
     const auto* const field = qobject_cast<QLineEdit*>(editor);

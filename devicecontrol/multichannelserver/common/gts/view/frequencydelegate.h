@@ -10,5 +10,11 @@ class FrequencyDelegate final : public PlainTextDelegate {
   public:
     using PlainTextDelegate::PlainTextDelegate;
 
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+
+  Q_SIGNALS:
+    /// Somebody types in the cell at \a index, and it would be \a text if it were left now.
+    void SignalTyped(const QModelIndex& index, const QString& text) const;
 };

@@ -184,6 +184,69 @@ TEST_F(ADataModuleEditor, ConfiguresOnlyOnce) {
     EXPECT_EQ(module.GetAddress(), Text("127.0.0.1"));
 }
 
+class ADoubtfulAddress : public ADataModuleEditor {
+  protected:
+    /// What is said below the fields; empty if there is nothing.
+    QString Remark() {
+        const auto* const remark = m_editor->findChild<QWidget*>(Text("remark"));
+        return remark != nullptr && remark->isVisible() ? remark->accessibleName() : QString();
+    }
+    static QString CannotBeRight(const char* why) {
+        return Text(
+                   "This address cannot be right: %1. The module will be in error, and nothing of it will "
+                   "blank.")
+            .arg(Text(why));
+    }
+};
+
+struct AddressRow {
+    const char* name;
+    const char* typed;
+    const char* fault;
+};
+
+void PrintTo(const AddressRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+const AddressRow addressRows[] = {
+    {"Right", "10.0.0.7", ""},
+    {"WithBlanksAround", " 10.0.0.7 ", ""},
+    {"TooGreatANumber", "10.0.0.300", "'300' is no number from 0 to 255 without leading zeros"},
+    {"ALeadingZero", "10.0.0.07", "'07' is no number from 0 to 255 without leading zeros"},
+    {"ThreeNumbers", "10.0.0", "an IPv4 address has four numbers"},
+    {"Broadcast", "255.255.255.255", "no module can have this address"},
+    {"AName", "mast-north", "names are not resolved: give the IPv4 address of the module"},
+    {"WithAPort", "10.0.0.7:502", "the port does not belong to it"},
+    {"Ipv6", "::1", "modules have no IPv6 addresses"},
+    {"Nothing", " ", "it has no IP address"},
+};
+
+class AnAddress : public ADoubtfulAddress, public testing::WithParamInterface<AddressRow> {};
+
+TEST_P(AnAddress, IsMarkedWhileItIsTypedAndTakenAllTheSame) {
+    DataModule module(&m_widget, 0);
+    Open(&module);
+    EXPECT_EQ(Remark(), QString());
+    Type(Address(), GetParam().typed);
+    const bool isRight = *GetParam().fault == '\0';
+    EXPECT_EQ(Remark(), isRight ? QString() : CannotBeRight(GetParam().fault));
+    EXPECT_EQ(Address().toolTip(), Remark());
+    Click("ok");
+    EXPECT_EQ(module.GetAddress(), Text(GetParam().typed));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, AnAddress, testing::ValuesIn(addressRows), testing::PrintToStringParamName());
+
+TEST_F(ADoubtfulAddress, IsOneThatAnotherModuleHasToo) {
+    const auto other = Make(6, "ADAM-6060");
+    const auto module = Make(1);
+    Open(module.get());
+    EXPECT_EQ(Remark(), Text("ADAM-6060-7 has this address too: both will read the same inputs."));
+    Type(Address(), "10.0.0.7");
+    EXPECT_EQ(Remark(), QString());
+}
+
 struct IntervalRow {
     const char* name;
     const char* typed;

@@ -384,4 +384,107 @@ TEST_F(AnInputAssignmentEditor, KeepsWhatTheConfigurationRoundsToWholeHertz) {
     EXPECT_EQ(section.Content(Text("Assignments/DI_0")), Text("118008334"));
 }
 
+class ADoubtfulFrequency : public AnInputAssignmentEditor {
+  protected:
+    ADoubtfulFrequency() : m_module(Make()) {
+        Open({m_module.get()});
+        m_editor->SetFrequencyRange({300000.0, 3000000000.0});
+    }
+    /// What is said below the table; empty if there is nothing.
+    QString Remark() {
+        const auto* const remark = m_editor->findChild<QWidget*>(Text("remark"));
+        return remark != nullptr && remark->isVisible() ? remark->accessibleName() : QString();
+    }
+
+    const std::unique_ptr<DataModule> m_module;
+};
+
+struct DoubtRow {
+    const char* name;
+    const char* entered;
+    const char* doubt;
+};
+
+void PrintTo(const DoubtRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+// clang-format off
+const DoubtRow doubtRows[] = {
+    {"InTheRange",    "118.1",     ""},
+    {"TheLeast",      "0.3",       ""},
+    {"TheMost",       "3000",      ""},
+    {"Nothing",       "",          ""},
+    {"Zero",          "0",         ""},
+    {"TooLittle",     "0,299",     "0.299 MHz lies outside 0.3 to 3000 MHz: it will never blank"},
+    {"FarTooMuch",    "5e12",      "5e12 MHz lies outside 0.3 to 3000 MHz: it will never blank"},
+    {"InKilohertz",   "118400",    "118400 MHz lies outside 0.3 to 3000 MHz: it will never blank (for 118.4 MHz, enter 118.4)"},
+    {"InHertz",       "121500000", "121500000 MHz lies outside 0.3 to 3000 MHz: it will never blank (for 121.5 MHz, enter 121.5)"},
+    {"ANegativeOne",  "-118.1",    "-118.1 MHz is less than nothing: it will never blank"},
+    {"AWord",         "tower",     "\"tower\" is no number of MHz: nothing will be assigned to the input"},
+    {"AUnit",         "118.1 MHz", "\"118.1 MHz\" is no number of MHz: nothing will be assigned to the input"},
+    {"ALongText",     "aaaaaaaaaabbbbbbbbbbccccccccccdddddddddd",
+                      "\"aaaaaaaaaabbbbbbbbbbcccc\xe2\x80\xa6\" is no number of MHz: nothing will be assigned to the input"},
+};
+// clang-format on
+
+class ADoubt : public ADoubtfulFrequency, public testing::WithParamInterface<DoubtRow> {};
+
+TEST_P(ADoubt, IsSaidBeforeTheCellIsTakenOver) {
+    const QString doubt = Text(GetParam().doubt);
+    Enter(0, 4, Text(GetParam().entered));
+    EXPECT_EQ(Table().item(0, 4)->toolTip(), doubt);
+    EXPECT_EQ(Table().item(0, 4)->icon().isNull(), doubt.isEmpty());
+    EXPECT_EQ(Remark(), doubt.isEmpty() ? QString() : Text("ADAM-6051-1, DI 4: ") + doubt);
+    EXPECT_EQ(m_module->GetFrequency(4), 0.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ADoubt, testing::ValuesIn(doubtRows), testing::PrintToStringParamName());
+
+TEST_F(ADoubtfulFrequency, IsSaidWhileItIsTyped) {
+    QLineEdit* const field = OpenCell(0, 4);
+    ASSERT_NE(field, nullptr);
+    field->selectAll();
+    QTest::keyClicks(field, Text("1184"));
+    EXPECT_EQ(Remark(), QString());
+    QTest::keyClicks(field, Text("00"));
+    EXPECT_EQ(Remark(),
+              Text("ADAM-6051-1, DI 4: 118400 MHz lies outside 0.3 to 3000 MHz: it will never blank (for "
+                   "118.4 MHz, enter 118.4)"));
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClick(field, Qt::Key_Backspace);
+    EXPECT_EQ(Remark(), QString());
+}
+
+TEST_F(ADoubtfulFrequency, IsTakenAllTheSameAndStaysMarked) {
+    Enter(0, 4, Text("5000000"));
+    Click("apply");
+    EXPECT_EQ(m_module->GetFrequency(4), 5e12);
+    EXPECT_EQ(CellText(0, 4), Text("5000000"));
+    EXPECT_FALSE(Table().item(0, 4)->icon().isNull());
+    EXPECT_TRUE(Remark().contains(Text("lies outside")));
+    Enter(0, 4, Text("118.1"));
+    EXPECT_TRUE(Table().item(0, 4)->icon().isNull());
+    EXPECT_EQ(Remark(), QString());
+}
+
+TEST_F(ADoubtfulFrequency, IsMarkedWhenItWasAssignedBefore) {
+    m_module->SetFrequency(7, 5e12);
+    Open({m_module.get()});
+    EXPECT_EQ(Remark(), QString());  // nobody knows a range
+    m_editor->SetFrequencyRange({300000.0, 3000000000.0});
+    EXPECT_EQ(Table().item(0, 7)->toolTip(),
+              Text("5000000.000 MHz lies outside 0.3 to 3000 MHz: it will never blank (for 5 MHz, enter 5)"));
+}
+
+TEST_F(ADoubtfulFrequency, IsSaidOfTheCurrentCellFirst) {
+    Enter(0, 4, Text("x"));
+    Enter(0, 2, Text("y"));
+    EXPECT_TRUE(Remark().startsWith(Text("ADAM-6051-1, DI 2: ")));
+    Table().setCurrentCell(0, 4);
+    EXPECT_TRUE(Remark().startsWith(Text("ADAM-6051-1, DI 4: ")));
+    Table().setCurrentCell(0, 0);
+    EXPECT_TRUE(Remark().startsWith(Text("ADAM-6051-1, DI 2: ")));
+}
+
 }  // namespace
