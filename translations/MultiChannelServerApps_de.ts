@@ -223,6 +223,183 @@
     </message>
 </context>
 <context>
+    <name>InputModel</name>
+    <message>
+        <source>? module in error</source>
+        <translation>? Modul gestört</translation>
+    </message>
+    <message>
+        <source>? module disconnected</source>
+        <translation>? Modul getrennt</translation>
+    </message>
+    <message>
+        <source>● keyed</source>
+        <translation>● getastet</translation>
+    </message>
+    <message>
+        <source>○ silent</source>
+        <translation>○ still</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>Modul</translation>
+    </message>
+    <message>
+        <source>IP Address</source>
+        <translation>IP-Adresse</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>Eingang</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Frequency (MHz)</source>
+        <translation>Frequenz (MHz)</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>this column cannot be changed</source>
+        <translation>diese Spalte kann nicht geändert werden</translation>
+    </message>
+    <message>
+        <source>Choose the cell to begin at first</source>
+        <translation>Wählen Sie zuerst die Zelle, bei der begonnen wird</translation>
+    </message>
+    <message>
+        <source>There are %1 lines for %2 rows</source>
+        <translation>Es sind %1 Zeilen für %2 Tabellenzeilen</translation>
+    </message>
+    <message>
+        <source>The first line has to be: %1</source>
+        <translation>Die erste Zeile muss lauten: %1</translation>
+    </message>
+    <message>
+        <source>it has %1 cells and not %2</source>
+        <translation>sie hat %1 Zellen statt %2</translation>
+    </message>
+    <message>
+        <source>there is no input %1 of a module %2</source>
+        <translation>es gibt keinen Eingang %1 eines Moduls %2</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Outside what the device can be tuned to: it will never blank</source>
+        <translation>Außerhalb dessen, worauf das Gerät abgestimmt werden kann: Es wird nie ausgetastet</translation>
+    </message>
+</context>
+<context>
+    <name>InputRules</name>
+    <message>
+        <source>&quot;%1&quot; is no frequency</source>
+        <translation>„%1“ ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>%1 MHz lies outside %2 to %3 MHz</source>
+        <translation>%1 MHz liegt nicht zwischen %2 und %3 MHz</translation>
+    </message>
+    <message>
+        <source>a name has %1 characters at most</source>
+        <translation>ein Name hat höchstens %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>a name is one line of visible characters</source>
+        <translation>ein Name ist eine Zeile sichtbarer Zeichen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be right: %2</source>
+        <translation>„%1“ kann nicht stimmen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>InputsView</name>
+    <message>
+        <source>Inputs</source>
+        <translation>Eingänge</translation>
+    </message>
+    <message>
+        <source>Inputs: name, frequency and state</source>
+        <translation>Eingänge: Name, Frequenz und Zustand</translation>
+    </message>
+    <message>
+        <source>Test connection</source>
+        <translation>Verbindung prüfen</translation>
+    </message>
+    <message>
+        <source>Reads the inputs of the module of the current row once</source>
+        <translation>Liest die Eingänge des Moduls der aktuellen Zeile einmal</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Enters cells of a spreadsheet, from the current cell on (Ctrl+V)</source>
+        <translation>Trägt Zellen einer Tabellenkalkulation ein, ab der aktuellen Zelle (Strg+V)</translation>
+    </message>
+    <message>
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren …</translation>
+    </message>
+    <message>
+        <source>Not taken. %1</source>
+        <translation>Nicht übernommen. %1</translation>
+    </message>
+    <message>
+        <source>Testing %1 at %2…</source>
+        <translation>%1 bei %2 wird geprüft …</translation>
+    </message>
+    <message>
+        <source>no input is keyed</source>
+        <translation>kein Eingang ist getastet</translation>
+    </message>
+    <message>
+        <source>keyed: %1</source>
+        <translation>getastet: %1</translation>
+    </message>
+    <message>
+        <source>%1 at %2 answers: %3</source>
+        <translation>%1 bei %2 antwortet: %3</translation>
+    </message>
+    <message>
+        <source>%1 at %2 does not answer: %3</source>
+        <translation>%1 bei %2 antwortet nicht: %3</translation>
+    </message>
+    <message>
+        <source>Export the inputs</source>
+        <translation>Eingänge exportieren</translation>
+    </message>
+    <message>
+        <source>Import inputs</source>
+        <translation>Eingänge importieren</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>Geschrieben nach %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Names and frequencies of %1 are taken</source>
+        <translation>Namen und Frequenzen aus %1 sind übernommen</translation>
+    </message>
+</context>
+<context>
     <name>MpxOrvPage</name>
     <message>
         <source>Use an MpxORV of my own</source>

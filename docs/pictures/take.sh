@@ -31,6 +31,7 @@ Module0\Address=127.0.0.1
 Module0\PollInterval=100
 Module0\Assignments\AssignmentCount=12
 Module0\Assignments\DI_0=121500000
+Module0\Labels\DI_0=Tower 1
 INI
 "$programs/dimodule" --listen 127.0.0.1:0 </dev/null >"$work/module" &
 module=$!

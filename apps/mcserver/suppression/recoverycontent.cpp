@@ -24,6 +24,7 @@ constexpr QLatin1String IndexKey = mcskeys::detail::Key("index");
 constexpr QLatin1String TypeKey = mcskeys::detail::Key("type");
 constexpr QLatin1String AddressKey = mcskeys::detail::Key("address");
 constexpr QLatin1String PollIntervalKey = mcskeys::detail::Key("pollInterval");
+constexpr QLatin1String LabelsKey = mcskeys::detail::Key("labels");
 constexpr QLatin1String FrequenciesKey = mcskeys::detail::Key("frequencies");
 
 QByteArray RecoveryFirstLine(const QByteArray& body) {
@@ -32,13 +33,14 @@ QByteArray RecoveryFirstLine(const QByteArray& body) {
 
 QJsonObject ModuleToJson(const ModuleSettings& module) {
     QJsonArray frequencies;
+    QJsonArray labels;
+    for (const QString& label : module.labels)
+        labels.append(label);
     for (const double hz : module.frequencies)
         frequencies.append(hz);
-    return {{IndexKey, module.index},
-            {TypeKey, module.type},
-            {AddressKey, module.address},
-            {PollIntervalKey, double(module.pollInterval.count())},
-            {FrequenciesKey, frequencies}};
+    return {{IndexKey, module.index},      {TypeKey, module.type},
+            {AddressKey, module.address},  {PollIntervalKey, double(module.pollInterval.count())},
+            {FrequenciesKey, frequencies}, {LabelsKey, labels}};
 }
 
 /// Whether \a value is a whole number from \a least to \a most.
@@ -49,10 +51,11 @@ bool IsWhole(const QJsonValue& value, double least, double most) {
 
 bool ModuleFromJson(const QJsonObject& json, ModuleSettings* module) {
     const QJsonArray frequencies = json.value(FrequenciesKey).toArray();
+    const QJsonArray labels = json.value(LabelsKey).toArray();
     if (!IsWhole(json.value(IndexKey), 0, std::numeric_limits<int>::max()) ||
         !IsWhole(json.value(PollIntervalKey), 0, std::numeric_limits<quint32>::max()) ||
         !json.value(TypeKey).isString() || !json.value(AddressKey).isString() ||
-        frequencies.size() > MostInputs)
+        frequencies.size() > MostInputs || labels.size() > MostInputs)
         return false;
     module->index = json.value(IndexKey).toInt();
     module->type = json.value(TypeKey).toString();
@@ -62,6 +65,8 @@ bool ModuleFromJson(const QJsonObject& json, ModuleSettings* module) {
         if (!hz.isDouble()) return false;
         module->frequencies.push_back(hz.toDouble());
     }
+    for (const QJsonValue& label : labels)
+        module->labels.push_back(label.toString());
     return true;
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/suppressionpage.h>
 
+#include <apps/mcserver/mpxorv/mpxorvrequests.h>
+#include <apps/mcserver/suppression/inputsview.h>
+
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 
 #include <QtWidgets/QHeaderView>
@@ -29,14 +32,18 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     : Page(parent) {
     m_display = new GTSDisplay(this, nullptr, Qt::WindowFlags());
     MakeRoom(*m_display);
+    constexpr FrequencyRange range{MpxOrvRequests::MinFrequency, MpxOrvRequests::MaxFrequency};
+    m_display->SetFrequencyRange(range);
     m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), recovery, jobs, log, clock);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_display);
-    layout->addStretch();
+    m_inputs = new InputsView(m_display->GetPlant(), range, this);
+    layout->addWidget(m_inputs, 1);
 }
 
 SuppressionPage::~SuppressionPage() {
     m_duties.reset();
+    delete m_inputs;
     delete m_display;
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 class GTSDisplay;
+class InputsView;
 
 /// The ground transmitter suppression: while this page lives, its modules are polled and their frequencies
 /// kept from the MpxORVs, whether the page is shown or not. GUI thread.
@@ -26,5 +27,6 @@ class SuppressionPage : public Page {
 
   private:
     GTSDisplay* m_display;
+    InputsView* m_inputs = nullptr;
     std::unique_ptr<SuppressionDuties> m_duties;  ///< go before the display, which brought the blanking
 };

@@ -14,10 +14,12 @@ struct ModuleSettings {
     QString address;
     PollInterval pollInterval{};
     std::vector<double> frequencies;  ///< Hz, by input; 0.0 where none is assigned
+    std::vector<QString> labels;      ///< what people call the inputs; empty where they call it nothing
 
     bool operator==(const ModuleSettings& other) const {
         return index == other.index && type == other.type && address == other.address &&
-               pollInterval == other.pollInterval && frequencies == other.frequencies;
+               pollInterval == other.pollInterval && frequencies == other.frequencies &&
+               labels == other.labels;
     }
     bool operator!=(const ModuleSettings& other) const { return !(*this == other); }
 };

@@ -104,6 +104,7 @@ void SuppressionPlant::Load(const Maker& make) {
     for (const ModuleSettings& settings : all) {
         PlantModule& module = make(settings.index);
         module.Apply(settings.type, settings.address, settings.pollInterval);
+        module.SetLabels(settings.labels);
         module.SetFrequencies(settings.frequencies);
         Add(module);
         module.Connect();
@@ -131,6 +132,8 @@ void SuppressionPlant::Add(PlantModule& module) {
         if (m_listener != nullptr) m_listener->OnModuleAnswersAgain(module.GetIdentity());
     });
     connect(&module, &PlantModule::SignalSettingsChanged, this, &SuppressionPlant::TellSettings);
+    connect(&module, &PlantModule::SignalChanged, this, &SuppressionPlant::SignalStatesChanged);
+    connect(&module, &PlantModule::SignalInputsChanged, this, &SuppressionPlant::SignalStatesChanged);
     TellSettings();
 }
 
@@ -143,7 +146,45 @@ void SuppressionPlant::Remove(PlantModule& module) {
 
 /// The modules that go after the last save are no settings of anybody's.
 void SuppressionPlant::TellSettings() {
-    if (!m_isSaved) Q_EMIT SignalSettingsChanged();
+    if (m_isSaved) return;
+    Q_EMIT SignalSettingsChanged();
+    Q_EMIT SignalStatesChanged();
+}
+
+PlantModule* SuppressionPlant::FindModule(const QString& name) const {
+    const auto found = std::find_if(m_modules.begin(), m_modules.end(), [&name](const PlantModule* module) {
+        return module->GetIdentity().NodeName() == name;
+    });
+    return found != m_modules.end() ? *found : nullptr;
+}
+
+bool SuppressionPlant::SetFrequency(const QString& module, int input, double hz) {
+    PlantModule* const found = FindModule(module);
+    if (found == nullptr) return false;
+    found->SetFrequency(input, hz);
+    found->RefreshTree();
+    return true;
+}
+
+bool SuppressionPlant::SetLabel(const QString& module, int input, const QString& label) {
+    PlantModule* const found = FindModule(module);
+    if (found != nullptr) found->SetLabel(input, label);
+    return found != nullptr;
+}
+
+bool SuppressionPlant::SetAddress(const QString& module, const QString& address) {
+    PlantModule* const found = FindModule(module);
+    if (found == nullptr) return false;
+    const ModuleIdentity identity = found->GetIdentity();
+    if (identity.address != address) found->Configure(identity.type, address, found->GetPollInterval());
+    return true;
+}
+
+std::vector<ModuleState> SuppressionPlant::GetStates() const {
+    std::vector<ModuleState> all;
+    for (const PlantModule* const module : m_modules)
+        all.push_back(module->GetModuleState());
+    return all;
 }
 
 std::vector<ModuleSettings> SuppressionPlant::GetSettings() const {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
-#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
+#include <devicecontrol/multichannelserver/common/gts/modulestate.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -41,6 +41,16 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
 
     /// What people set of the modules, in their order.
     std::vector<ModuleSettings> GetSettings() const;
+    /// What holds of the modules, in their order.
+    std::vector<ModuleState> GetStates() const;
+
+    // As an operator does with one module, which is told by the name of its node. False if there is none.
+
+    bool SetFrequency(const QString& module, int input, double hz);
+    bool SetLabel(const QString& module, int input, const QString& label);
+    /// Connects it anew, unless it has that address.
+    bool SetAddress(const QString& module, const QString& address);
+
     int Count() const { return static_cast<int>(m_modules.size()); }
     /// Connects the modules that are in error anew, as an operator does one by one.
     void ConnectLostModules();
@@ -69,9 +79,12 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
   Q_SIGNALS:
     /// The settings of a module may have changed, or one came or went; not any more once they are saved.
     void SignalSettingsChanged();
+    /// Something of what GetStates() tells may have changed.
+    void SignalStatesChanged();
 
   private:
     void TellSettings();
+    PlantModule* FindModule(const QString& name) const;
 
     static SuppressionPlant* s_instance;
 

@@ -21,6 +21,27 @@ QString SectionOf(int number) {
     return QString(gtskeys::Module).arg(number);
 }
 
+std::vector<QString> ReadLabels(ICfg& section, std::size_t inputs) {
+    constexpr int MaxLength = 256;  // of what a file may say
+    std::vector<QString> labels(inputs);
+    const std::unique_ptr<ICfg> stored(section.OpenSection(gtskeys::Labels));
+    for (std::size_t i = 0; stored && i < inputs; ++i)
+        labels[i] = stored->ReadString(QString(gtskeys::Input).arg(i), QString()).left(MaxLength);
+    return labels;
+}
+
+/// Nothing stands there for inputs that never had a name.
+void SaveLabels(ICfg& section, const std::vector<QString>& labels) {
+    std::unique_ptr<ICfg> stored(section.OpenSection(gtskeys::Labels));
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        const QString key = QString(gtskeys::Input).arg(i);
+        const QString before = stored ? stored->ReadString(key, QString()) : QString();
+        if (labels[i] == before) continue;
+        if (!stored) stored.reset(section.ProvideSection(gtskeys::Labels));
+        stored->WriteString(key, labels[i]);
+    }
+}
+
 bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
     const std::unique_ptr<ICfg> section(gts.OpenSection(name));
     if (!section) return false;
@@ -35,6 +56,7 @@ bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
         return false;
     settings.frequencies =
         PlantModule::ReadAssignments(*section, PlantModule::GetNumberOfInputsOf(settings.type));
+    settings.labels = ReadLabels(*section, settings.frequencies.size());
     return true;
 }
 
@@ -70,6 +92,7 @@ void SaveModule(ICfg& section, const PlantModule& module) {
     section.WriteInt(gtskeys::PollInterval,
                      static_cast<int>(std::min(module.GetPollInterval(), Longest).count()));
     module.SaveAssignments(section);
+    SaveLabels(section, module.GetSettings().labels);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ PlantModule::PlantModule(int index)
     : m_identity{QString(), index, QString()},
       m_numberOfInputs(GetNumberOfInputsOf(QString())),
       m_frequencies(m_numberOfInputs, 0.0),
+      m_labels(m_numberOfInputs),
       m_pollThread(std::make_unique<PollThread>()),
       m_published(*this) {
     const PollThread* const thread = m_pollThread.get();
@@ -66,6 +67,7 @@ void PlantModule::SetType(const QString& type) {
     m_identity.type = type;
     m_numberOfInputs = GetNumberOfInputsOf(type);
     m_frequencies.assign(m_numberOfInputs, 0.0);  // fixed: type-drops-assignments
+    m_labels.assign(m_numberOfInputs, QString());
     Q_EMIT SignalChanged();
     Q_EMIT SignalSettingsChanged();
 }
@@ -81,6 +83,18 @@ void PlantModule::SetFrequency(int input, double hz) {
     double& frequency = m_frequencies[static_cast<std::size_t>(input)];
     const double before = std::exchange(frequency, std::isfinite(hz) ? hz : 0.0);
     if (frequency != before) Q_EMIT SignalSettingsChanged();
+}
+
+void PlantModule::SetLabel(int input, const QString& label) {
+    const bool isInside = input >= 0 && static_cast<std::size_t>(input) < m_labels.size();
+    if (!isInside || m_labels[static_cast<std::size_t>(input)] == label) return;
+    m_labels[static_cast<std::size_t>(input)] = label;
+    Q_EMIT SignalSettingsChanged();
+}
+
+void PlantModule::SetLabels(const std::vector<QString>& labels) {
+    for (std::size_t i = 0; i < m_labels.size(); ++i)
+        SetLabel(static_cast<int>(i), i < labels.size() ? labels[i] : QString());
 }
 
 void PlantModule::SetFrequencies(const std::vector<double>& frequencies) {
@@ -111,7 +125,11 @@ std::vector<double> PlantModule::ReadAssignments(ICfg& section, std::size_t inpu
 }
 
 ModuleSettings PlantModule::GetSettings() const {
-    return {m_identity.index, m_identity.type, m_identity.address, m_pollInterval, m_frequencies};
+    return {m_identity.index, m_identity.type, m_identity.address, m_pollInterval, m_frequencies, m_labels};
+}
+
+ModuleState PlantModule::GetModuleState() const {
+    return {GetSettings(), GetState(), static_cast<quint32>(m_inputDiscretes)};
 }
 
 void PlantModule::SaveAssignments(ICfg& section) const {
@@ -201,4 +219,5 @@ void PlantModule::SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, uns
     m_published.WriteInputDiscretes(iInputDiscretes);
     m_numberOfInputs = iNumInputsRead;
     m_inputDiscretes = iInputDiscretes;
+    Q_EMIT SignalInputsChanged();
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
-#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
+#include <devicecontrol/multichannelserver/common/gts/modulestate.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
@@ -27,7 +27,7 @@ class PlantModule : public QObject, public IObserver {
     Q_OBJECT
 
   public:
-    enum class EState { Disconnected, Connected, Error };
+    using EState = EModuleState;
 
     /// A module that has no type yet and publishes nothing until it is configured.
     explicit PlantModule(int index);
@@ -42,6 +42,7 @@ class PlantModule : public QObject, public IObserver {
     EState GetState() const;
     /// What people set of it, in whichever way.
     ModuleSettings GetSettings() const;
+    ModuleState GetModuleState() const;
     /// The inputs that a module of this type has.
     static unsigned short GetNumberOfInputsOf(const QString& type);
 
@@ -59,6 +60,10 @@ class PlantModule : public QObject, public IObserver {
     double GetFrequency(int input) const;
     /// What is not finite is no frequency. Ignored beyond the inputs; published by RefreshTree().
     void SetFrequency(int input, double hz);
+    /// Ignored beyond the inputs.
+    void SetLabel(int input, const QString& label);
+    /// One for each input, as far as they go, and none beyond.
+    void SetLabels(const std::vector<QString>& labels);
     /// One for each input, as far as \a frequencies go, and 0.0 beyond; publishes them.
     void SetFrequencies(const std::vector<double>& frequencies);
     /// \a section is the module's own.
@@ -82,6 +87,8 @@ class PlantModule : public QObject, public IObserver {
     void SignalChanged();
     /// Its settings may have changed.
     void SignalSettingsChanged();
+    /// Other inputs were read.
+    void SignalInputsChanged();
     void SignalError(QString name, QString address, int errorcode, QString errortext);
     /// Once after errors: a module in error answers. It stays in error until it is connected anew.
     void SignalAnswersAgain();
@@ -102,6 +109,7 @@ class PlantModule : public QObject, public IObserver {
     unsigned short m_numberOfInputs;
     unsigned long m_inputDiscretes = 0;  ///< read last over this connection
     std::vector<double> m_frequencies;   ///< Hz, by input
+    std::vector<QString> m_labels;       ///< by input
     bool m_connected = false;
     bool m_error = false;
     bool m_reconnectWanted = false;  ///< fixed: stays-closed. Nobody sets it.

@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/inputmodel.h>
+
+#include <apps/common/frequencytext.h>
+#include <apps/mcserver/suppression/csvline.h>
+
+#include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+
+#include <QtGui/QFont>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+QString NodeNameOf(const ModuleSettings& settings) {
+    return ModuleIdentity{settings.type, settings.index, QString()}.NodeName();
+}
+
+QString InputText(int input) {
+    return QStringLiteral("DI %1").arg(input);
+}
+
+const QStringList& CsvColumns() {
+    static const QStringList& columns =
+        *new QStringList{QStringLiteral("module"), QStringLiteral("input"), QStringLiteral("name"),
+                         QStringLiteral("frequency_mhz")};
+    return columns;
+}
+
+}  // namespace
+
+InputModel::InputModel(SuppressionPlant& plant, const FrequencyRange& range, QObject* parent)
+    : QAbstractTableModel(parent), m_plant(plant), m_range(range), m_rules(range) {
+    constexpr std::chrono::milliseconds refreshInterval(34);  // inputs change faster than people read
+    m_refresh.setSingleShot(true);
+    m_refresh.setInterval(refreshInterval);
+    connect(&m_refresh, &QTimer::timeout, this, &InputModel::Refresh);
+    connect(&m_plant, &SuppressionPlant::SignalStatesChanged, this, [this] {
+        if (!m_refresh.isActive()) m_refresh.start();
+    });
+    m_modules = m_plant.GetStates();
+    CountRows();
+}
+
+void InputModel::CountRows() {
+    m_rows.clear();
+    for (std::size_t module = 0; module < m_modules.size(); ++module)
+        for (std::size_t input = 0; input < m_modules[module].settings.frequencies.size(); ++input)
+            m_rows.push_back({static_cast<int>(module), static_cast<int>(input)});
+}
+
+/// Whoever edits a cell goes on with that, unless there are other rows now.
+void InputModel::Refresh() {
+    std::vector<ModuleState> modules = m_plant.GetStates();
+    if (modules == m_modules) return;
+    const auto isSameModule = [](const ModuleState& a, const ModuleState& b) {
+        return GetTitle(a.settings) == GetTitle(b.settings) &&
+               a.settings.frequencies.size() == b.settings.frequencies.size();
+    };
+    const bool hasSameRows =
+        std::equal(modules.begin(), modules.end(), m_modules.begin(), m_modules.end(), isSameModule);
+    if (!hasSameRows) beginResetModel();
+    std::swap(m_modules, modules);
+    if (!hasSameRows) {
+        CountRows();
+        return endResetModel();
+    }
+    for (int row = 0; row < rowCount(); ++row) {
+        const auto module = static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module);
+        if (!(m_modules[module] == modules[module]))
+            Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    }
+}
+
+int InputModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int InputModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString InputModel::GetTitle(const ModuleSettings& settings) {
+    return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
+}
+
+const ModuleState& InputModel::GetModule(int row) const {
+    return m_modules[static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module)];
+}
+
+QString InputModel::StateText(const Row& row) const {
+    const ModuleState& module = m_modules[static_cast<std::size_t>(row.module)];
+    if (module.state == EModuleState::Error) return tr("? module in error");
+    if (module.state == EModuleState::Disconnected) return tr("? module disconnected");
+    return module.IsKeyed(row.input) ? tr("\u25cf keyed") : tr("\u25cb silent");
+}
+
+QString InputModel::TextOf(const Row& row, int column) const {
+    const ModuleSettings& settings = m_modules[static_cast<std::size_t>(row.module)].settings;
+    const auto input = static_cast<std::size_t>(row.input);
+    switch (column) {
+        case Module:
+            return GetTitle(settings);
+        case Address:
+            return settings.address;
+        case Input:
+            return InputText(row.input);
+        case Name:
+            return settings.labels[input];
+        case Frequency:
+            return settings.frequencies[input] != 0.0
+                       ? FrequencyText::InMegahertz(settings.frequencies[input])
+                       : QString();
+        case State:
+            return StateText(row);
+        default:
+            return QString();
+    }
+}
+
+QVariant InputModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount()) return QVariant();
+    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    if (role == Qt::DisplayRole || role == Qt::EditRole) return TextOf(row, index.column());
+    if (role == Qt::TextAlignmentRole && index.column() == Frequency)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    const bool isMark = role == Qt::DecorationRole || role == Qt::ToolTipRole;
+    if (isMark && index.column() == Frequency) {
+        const QString doubt = DoubtOf(row);
+        if (doubt.isEmpty()) return QVariant();
+        if (role == Qt::ToolTipRole) return doubt;
+        return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    }
+    if (role == Qt::FontRole && index.column() == State && GetModule(index.row()).IsKeyed(row.input)) {
+        QFont bold;
+        bold.setBold(true);
+        return bold;
+    }
+    return QVariant();
+}
+
+QString InputModel::DoubtOf(const Row& row) const {
+    const double assigned = m_modules[static_cast<std::size_t>(row.module)]
+                                .settings.frequencies[static_cast<std::size_t>(row.input)];
+    if (assigned == 0.0 || !m_range.Excludes(assigned)) return QString();
+    return tr("Outside what the device can be tuned to: it will never blank");
+}
+
+QVariant InputModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    const QString titles[] = {tr("Module"), tr("IP Address"),      tr("Input"),
+                              tr("Name"),   tr("Frequency (MHz)"), tr("State")};
+    return section >= 0 && section < ColumnCount ? titles[section] : QString();
+}
+
+Qt::ItemFlags InputModel::flags(const QModelIndex& index) const {
+    const bool isEdited = index.column() == Address || index.column() == Name || index.column() == Frequency;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() && isEdited ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool InputModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid() || role != Qt::EditRole) return false;
+    const QString text = value.toString();
+    if (text == TextOf(m_rows[static_cast<std::size_t>(index.row())], index.column())) return true;
+    return Enter(index, {{text}}).isEmpty();
+}
+
+QString InputModel::RefusalOf(const Change& change) const {
+    double hz = 0.0;
+    switch (change.column) {
+        case Address:
+            return m_rules.RefusalOfAddress(change.text);
+        case Name:
+            return m_rules.RefusalOfName(change.text.trimmed());
+        case Frequency:
+            return m_rules.RefusalOfFrequency(change.text, &hz);
+        default:
+            return tr("this column cannot be changed");
+    }
+}
+
+QString InputModel::RefusalOf(const std::vector<Change>& changes) const {
+    for (const Change& change : changes) {
+        const QString reason = RefusalOf(change);
+        if (reason.isEmpty()) continue;
+        const Row& row = m_rows[static_cast<std::size_t>(change.row)];
+        return QStringLiteral("%1, %2: %3").arg(TextOf(row, Module), TextOf(row, Input), reason);
+    }
+    return QString();
+}
+
+void InputModel::Apply(const Change& change) {
+    const Row row = m_rows[static_cast<std::size_t>(change.row)];
+    const QString module = NodeNameOf(m_modules[static_cast<std::size_t>(row.module)].settings);
+    double hz = 0.0;
+    if (change.column == Address) m_plant.SetAddress(module, change.text.trimmed());
+    if (change.column == Name) m_plant.SetLabel(module, row.input, change.text.trimmed());
+    if (change.column == Frequency && m_rules.RefusalOfFrequency(change.text, &hz).isEmpty())
+        m_plant.SetFrequency(module, row.input, hz);
+}
+
+QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringList>& lines) {
+    std::vector<Change> changes;
+    QString reason = index.isValid() ? QString() : tr("Choose the cell to begin at first");
+    int row = index.row();
+    for (const QStringList& line : lines) {
+        int column = index.column();
+        for (const QString& text : line)
+            changes.push_back({row, column++, text});
+        if (reason.isEmpty() && row >= rowCount())
+            reason = tr("There are %1 lines for %2 rows").arg(lines.size()).arg(rowCount() - index.row());
+        ++row;
+    }
+    if (reason.isEmpty()) reason = RefusalOf(changes);
+    for (const Change& change : changes)
+        if (reason.isEmpty()) Apply(change);
+    Refresh();
+    Q_EMIT SignalEntered(reason);
+    return reason;
+}
+
+QString InputModel::Paste(const QModelIndex& index, const QString& text) {
+    QString lines = text;
+    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
+    std::vector<QStringList> cells;
+    for (const QString& line : lines.split(QLatin1Char('\n')))
+        cells.push_back(line.split(QLatin1Char('\t')));
+    return Enter(index, cells);
+}
+
+QString InputModel::ToCsv() const {
+    QString csv = csvline::Join(CsvColumns());
+    for (const Row& row : m_rows) {
+        const double hz = m_modules[static_cast<std::size_t>(row.module)]
+                              .settings.frequencies[static_cast<std::size_t>(row.input)];
+        constexpr int Digits = 15;
+        csv += csvline::Join({TextOf(row, Module), QString::number(row.input), TextOf(row, Name),
+                              hz != 0.0 ? QString::number(hz / 1e6, 'g', Digits) : QString()});
+    }
+    return csv;
+}
+
+int InputModel::FindRow(const QString& title, const QString& input) const {
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) {
+        return TextOf(row, Module) == title && QString::number(row.input) == input;
+    });
+    return found != m_rows.end() ? static_cast<int>(found - m_rows.begin()) : -1;
+}
+
+QString InputModel::FromCsv(const QStringList& lines) {
+    const QChar separator = csvline::FindSeparator(lines.value(0));
+    std::vector<Change> changes;
+    QString reason;
+    if (csvline::Split(lines.value(0), separator) != CsvColumns())
+        reason = tr("The first line has to be: %1").arg(CsvColumns().join(QLatin1Char(',')));
+    for (int i = 1; reason.isEmpty() && i < lines.size(); ++i) {
+        if (lines[i].trimmed().isEmpty()) continue;
+        const QStringList cells = csvline::Split(lines[i], separator);
+        const int row =
+            cells.size() == CsvColumns().size() ? FindRow(cells[0].trimmed(), cells[1].trimmed()) : -1;
+        if (cells.size() != CsvColumns().size())
+            reason = tr("it has %1 cells and not %2").arg(cells.size()).arg(CsvColumns().size());
+        else if (row < 0)
+            reason = tr("there is no input %1 of a module %2").arg(cells[1], cells[0]);
+        else
+            for (const Change& change : {Change{row, Name, cells[2]}, Change{row, Frequency, cells[3]}}) {
+                if (reason.isEmpty()) reason = RefusalOf(change);
+                changes.push_back(change);
+            }
+        if (!reason.isEmpty()) reason = tr("Line %1: %2").arg(i + 1).arg(reason);
+    }
+    for (const Change& change : changes)
+        if (reason.isEmpty()) Apply(change);
+    Refresh();
+    Q_EMIT SignalEntered(reason);
+    return reason;
+}

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/inputsview.h>
+
+#include <apps/pages/noticebar.h>
+
+#include <platform/config/textfile.h>
+#include <platform/widgets/plaintextdelegate.h>
+
+#include <QtCore/QSaveFile>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+
+#include <utility>
+
+namespace {
+
+constexpr int RowHeight = 22;
+constexpr int LeastRows = 6;
+
+/// Of columns, in characters; names have what is left.
+constexpr std::pair<int, int> Widths[] = {{InputModel::Module, 18},
+                                          {InputModel::Address, 15},
+                                          {InputModel::Input, 8},
+                                          {InputModel::Frequency, 19},
+                                          {InputModel::State, 17}};
+
+QString FileFilter() {
+    return QStringLiteral("CSV (*.csv)");
+}
+
+}  // namespace
+
+InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWidget* parent)
+    : QWidget(parent), m_model(plant, range), m_notice(new NoticeBar(this)), m_table(new QTableView(this)) {
+    m_notice->setObjectName(QStringLiteral("InputsNotice"));
+    m_table->setObjectName(QStringLiteral("Inputs"));
+    m_table->setAccessibleName(tr("Inputs"));
+    m_table->setModel(&m_model);
+    m_table->setItemDelegate(new PlainTextDelegate(m_table));
+    m_table->setAlternatingRowColors(true);
+    m_table->setWordWrap(false);
+    m_table->setMinimumHeight(RowHeight * (LeastRows + 1));
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(RowHeight);
+    m_table->horizontalHeader()->setSectionResizeMode(InputModel::Name, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    for (const auto& [column, characters] : Widths)
+        m_table->setColumnWidth(column, m_table->fontMetrics().averageCharWidth() * characters);
+    m_table->installEventFilter(this);
+    auto* const caption = new QLabel(tr("Inputs: name, frequency and state"), this);
+    caption->setBuddy(m_table);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(caption);
+    layout->addWidget(m_notice);
+    layout->addWidget(m_table, 1);
+    layout->addLayout(BuildButtons());
+    connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Tell);
+    connect(&m_model, &QAbstractItemModel::modelReset, this, &InputsView::EnableTest);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &InputsView::EnableTest);
+    connect(&m_test, &ConnectionTest::SignalAnswered, this, &InputsView::OnAnswered);
+    connect(&m_test, &ConnectionTest::SignalFailed, this, &InputsView::OnFailed);
+    EnableTest();
+}
+
+QHBoxLayout* InputsView::BuildButtons() {
+    auto* const row = new QHBoxLayout;
+    const auto add = [&](const QString& text, const char* name, void (InputsView::*slot)()) {
+        auto* const button = new QPushButton(text, this);
+        button->setObjectName(QLatin1String(name));
+        connect(button, &QPushButton::clicked, this, slot);
+        row->addWidget(button);
+        return button;
+    };
+    m_testButton = add(tr("Test connection"), "TestConnection", &InputsView::TestConnection);
+    m_testButton->setToolTip(tr("Reads the inputs of the module of the current row once"));
+    row->addStretch();
+    add(tr("Paste"), "Paste", &InputsView::Paste)
+        ->setToolTip(tr("Enters cells of a spreadsheet, from the current cell on (Ctrl+V)"));
+    add(tr("Import\u2026"), "Import", &InputsView::ChooseImport);
+    add(tr("Export\u2026"), "Export", &InputsView::ChooseExport);
+    return row;
+}
+
+bool InputsView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_table && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste)) {
+        Paste();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void InputsView::Tell(const QString& reason) {
+    const QString text = reason.isEmpty() ? QString() : tr("Not taken. %1").arg(reason);
+    m_notice->Tell(NoticeBar::ESeverity::Warning, text);
+}
+
+void InputsView::Paste() {
+    m_model.Paste(m_table->currentIndex(), QGuiApplication::clipboard()->text());
+}
+
+void InputsView::EnableTest() {
+    m_testButton->setEnabled(!m_test.IsRunning() && m_table->currentIndex().isValid());
+}
+
+void InputsView::TestConnection() {
+    if (m_test.IsRunning() || !m_table->currentIndex().isValid()) return;
+    m_tested = m_model.GetModule(m_table->currentIndex().row()).settings;
+    m_notice->Tell(NoticeBar::ESeverity::Information,
+                   tr("Testing %1 at %2\u2026").arg(InputModel::GetTitle(m_tested), m_tested.address));
+    m_test.Start(m_tested.address, static_cast<int>(m_tested.frequencies.size()));
+    EnableTest();
+}
+
+void InputsView::OnAnswered(quint32 bits) {
+    QStringList keyed;
+    for (std::size_t input = 0; input < m_tested.frequencies.size(); ++input)
+        if (((bits >> input) & 1U) == 0) keyed << QStringLiteral("DI %1").arg(input);
+    const QString inputs =
+        keyed.isEmpty() ? tr("no input is keyed") : tr("keyed: %1").arg(keyed.join(QStringLiteral(", ")));
+    m_notice->Tell(NoticeBar::ESeverity::Information,
+                   tr("%1 at %2 answers: %3").arg(InputModel::GetTitle(m_tested), m_tested.address, inputs));
+    EnableTest();
+}
+
+void InputsView::OnFailed(const QString& reason) {
+    m_notice->Tell(
+        NoticeBar::ESeverity::Warning,
+        tr("%1 at %2 does not answer: %3").arg(InputModel::GetTitle(m_tested), m_tested.address, reason));
+    EnableTest();
+}
+
+void InputsView::ChooseExport() {
+    const QString file = QFileDialog::getSaveFileName(this, tr("Export the inputs"),
+                                                      QStringLiteral("inputs.csv"), FileFilter());
+    if (!file.isEmpty()) ExportTo(file);
+}
+
+void InputsView::ChooseImport() {
+    const QString file = QFileDialog::getOpenFileName(this, tr("Import inputs"), QString(), FileFilter());
+    if (!file.isEmpty()) ImportFrom(file);
+}
+
+void InputsView::ExportTo(const QString& file) {
+    QSaveFile saved(file);
+    const QByteArray bytes = m_model.ToCsv().toUtf8();
+    const bool isWritten =
+        saved.open(QIODevice::WriteOnly) && saved.write(bytes) == bytes.size() && saved.commit();
+    if (isWritten)
+        m_notice->Tell(NoticeBar::ESeverity::Information, tr("Written to %1").arg(file));
+    else
+        m_notice->Tell(NoticeBar::ESeverity::Warning,
+                       tr("%1 cannot be written: %2").arg(file, saved.errorString()));
+}
+
+void InputsView::ImportFrom(const QString& file) {
+    QStringList lines;
+    QString error;
+    if (!TextFile::ReadLines(file, &lines, &error)) return Tell(error);
+    // Spreadsheets begin a file with the mark of its encoding.
+    if (!lines.isEmpty() && lines[0].startsWith(QChar(QChar::ByteOrderMark))) lines[0].remove(0, 1);
+    if (m_model.FromCsv(lines).isEmpty())
+        m_notice->Tell(NoticeBar::ESeverity::Information,
+                       tr("Names and frequencies of %1 are taken").arg(file));
+}
