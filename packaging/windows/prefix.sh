@@ -19,6 +19,14 @@ $wine winecfg /v win10 >/dev/null 2>&1
 environment() {
     $wine reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null 2>&1
 }
+# What the system's own services start finds the libraries by this alone.
+path='C:\windows\system32;C:\windows'
+threads=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
+for folder in "$cache/qt/bin" "$cache/openssl/bin" "$threads" /usr/x86_64-w64-mingw32/lib; do
+    path="$path;Z:$(tr / '\\' <<<"$folder")"
+done
+$wine reg add 'HKLM\System\CurrentControlSet\Control\Session Manager\Environment' /v PATH /t REG_EXPAND_SZ \
+    /d "$path" /f >/dev/null 2>&1
 # Windows can be made there, which nobody sees: else not even those that are hidden.
 $wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f >/dev/null 2>&1
 cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$cache/fonts"

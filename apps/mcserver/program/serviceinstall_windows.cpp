@@ -115,14 +115,14 @@ void Describe(SC_HANDLE service) {
     ChangeServiceConfig2W(service, SERVICE_CONFIG_REQUIRED_PRIVILEGES_INFO, &required);
 }
 
-/// Asks it to stop, and waits until it has. False if it goes on.
+/// Asks it to stop, again and again, since one that is about to start does not take that yet, and waits until
+/// it has. False if it goes on.
 bool Stop(SC_HANDLE service) {
-    SERVICE_STATUS status = {};
-    if (!ControlService(service, SERVICE_CONTROL_STOP, &status) && GetLastError() == ERROR_SERVICE_NOT_ACTIVE)
-        return true;
     QElapsedTimer waited;
     waited.start();
-    while (QueryServiceStatus(service, &status) && status.dwCurrentState != SERVICE_STOPPED) {
+    SERVICE_STATUS status = {};
+    while (ControlService(service, SERVICE_CONTROL_STOP, &status) ||
+           GetLastError() != ERROR_SERVICE_NOT_ACTIVE) {
         if (std::chrono::milliseconds(waited.elapsed()) > StopPatience) return false;
         QThread::msleep(StopPollMs);
     }
