@@ -7,6 +7,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QTimer>
 
 #include <windows.h>
 
@@ -54,6 +55,8 @@ class ServiceTest : public testing::Test {
         return status;
     }
     bool Becomes(DWORD state) {
+        QTimer look;  // nobody tells that the manager's view has changed
+        look.start(20);
         return WaitUntil([&] { return Status().dwCurrentState == state; }, 30000);
     }
     void Close() {
