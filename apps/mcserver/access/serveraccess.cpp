@@ -35,7 +35,9 @@ bool IsAllowed(const QString& refusal, QString* reason) {
 }  // namespace
 
 ServerAccess::ServerAccess(MpxOrvRegistry& mpxOrvs, ServerLog& log, IClock& clock)
-    : m_mpxOrvs(mpxOrvs), m_log(log), m_clock(clock), m_limiter([&clock] { return clock.Now(); }) {}
+    : m_mpxOrvs(mpxOrvs), m_log(log), m_clock(clock), m_actorEnd(clock), m_limiter([&clock] {
+          return clock.Now();
+      }) {}
 
 std::vector<int> ServerAccess::UseFile(const VtAccessFile& file) {
     m_file = file;
@@ -142,6 +144,10 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
     if (!refusal.isEmpty())
         Log(peer, QStringLiteral("%1 may not write %2: %3")
                       .arg(peertext::Name(peer), peertext::Shown(path), refusal));
+    if (refusal.isEmpty()) {
+        m_log.SetActor(peertext::Name(peer));
+        m_actorEnd.Start(std::chrono::milliseconds::zero(), [this] { m_log.SetActor(QString()); });
+    }
     return IsAllowed(refusal, reason);
 }
 
@@ -272,6 +278,8 @@ void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
 }
 
 void ServerAccess::ValueWritten(const VtPeer& peer, const QString& path) {
+    m_actorEnd.Stop();
+    m_log.SetActor(QString());
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     if (!target || !IsRequest(*target)) return;
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target->kind, target->name);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/common/iclock.h>
+#include <apps/common/clocktimer.h>
 #include <apps/mcserver/access/textlimits.h>
 #include <apps/mcserver/mpxorv/mpxorvregistry.h>
 
@@ -37,6 +37,8 @@ class ServerAccess : public IVtAccess {
     void SessionEnded(const VtPeer& peer) override;
     QString ProvideNode(const VtPeer& peer, const QString& path) override;
     void NodeReleased(const VtPeer& peer, const QString& path) override;
+    /// From MayWrite, which says yes, until this the peer is who does what happens.
+    ///
     /// Writing a request of an MpxORV makes the peer a client of it, as asking for its node does: a peer that
     /// mirrors all MpxORVs has no other way to say that it uses one.
     void ValueWritten(const VtPeer& peer, const QString& path) override;
@@ -73,6 +75,7 @@ class ServerAccess : public IVtAccess {
     ServerLog& m_log;
     IClock& m_clock;
     TextLimits m_textLimits;
+    ClockTimer m_actorEnd;  ///< for a write that was allowed, and then not made
     VtAttemptLimiter m_limiter;
     std::chrono::milliseconds m_slowChecksUntil{};  ///< when those that were allowed count no more
     std::optional<VtAccessFile> m_file;

@@ -18,6 +18,12 @@ void ServerLog::Write(const QString& text) {
         message->SetValue(time + QLatin1Char(' ') + text, nullptr);
 }
 
+QString ServerLog::ByActor(const QString& what) const {
+    if (m_actor.isEmpty()) return QString();
+    const QString doing = what.isEmpty() ? QString() : what + QLatin1Char(' ');
+    return QStringLiteral(", %1by %2").arg(doing, m_actor);
+}
+
 void ServerLog::WriteFrom(const QString& source, const QString& text) {
     if (const std::optional<QString> line = m_limiter.Pass(source, text)) Write(*line);
 }

@@ -22,9 +22,17 @@ class ServerLog {
     /// The same for what \a source, a client, caused and could cause again and again.
     void WriteFrom(const QString& source, const QString& text);
 
+    /// \a name, a client, does what happens from now on; empty: nobody from outside.
+    void SetActor(const QString& name) { m_actor = name; }
+    QString GetActor() const { return m_actor; }
+    /// ", WHAT by NAME", for the end of a text on what a client does to others; empty while none does
+    /// anything.
+    QString ByActor(const QString& what = QString()) const;
+
   private:
     MCSStatus& m_status;
     IClock& m_clock;
     Sink m_sink;
     LogLimiter m_limiter;
+    QString m_actor;
 };

@@ -234,8 +234,8 @@ void JobControl::Leave(MpxOrv& mpxOrv) {
 }
 
 void JobControl::DeviceChanged() {
-    const QString reason = DeviceRefusal();
-    if (reason.isEmpty()) return;
+    if (DeviceRefusal().isEmpty()) return;
+    const QString reason = DeviceRefusal() + m_log.ByActor(QStringLiteral("let go"));
     std::map<MpxOrv*, Tuning> ended;
     ended.swap(m_tunings);
     if (m_master != nullptr) ended[m_master];
@@ -271,22 +271,34 @@ void JobControl::ReportIntervalChanged() {
 }
 
 void JobControl::OnPoliciesChanged(MpxOrv& mpxOrv) {
-    m_log.WriteFrom(
-        mpxOrv.GetName(),
-        QStringLiteral("policies of %1: %2").arg(mpxOrv.GetName(), mpxOrv.GetPolicies().ToString()));
-    if (m_master == &mpxOrv && !mpxOrv.Has(MCSPolicy::MAYBEJOBMASTER)) {
+    m_log.WriteFrom(mpxOrv.GetName(),
+                    QStringLiteral("policies of %1: %2%3")
+                        .arg(mpxOrv.GetName(), mpxOrv.GetPolicies().ToString(), m_log.ByActor()));
+    const QString lost = mpxOrv.TakeLostPolicies();
+    if (EndWithoutRight(mpxOrv) || lost.isEmpty() || m_log.GetActor().isEmpty()) return;
+    // Whoever uses it would notice at the next request, and not know whom to ask.
+    End(mpxOrv, QStringLiteral("the right %1%2").arg(lost, m_log.ByActor(QStringLiteral("taken away"))));
+}
+
+bool JobControl::EndWithoutRight(MpxOrv& mpxOrv) {
+    const bool endsMaster = m_master == &mpxOrv && !mpxOrv.Has(MCSPolicy::MAYBEJOBMASTER);
+    const QString by = m_log.ByActor(QStringLiteral("taken away"));
+    if (endsMaster) {
         SetMaster(nullptr);
-        End(mpxOrv, Needs(MCSPolicy::MAYBEJOBMASTER));
+        End(mpxOrv, Needs(MCSPolicy::MAYBEJOBMASTER) + by);
     }
-    if (IsWatching(mpxOrv) && !mpxOrv.Has(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES)) {
+    const bool endsWatching = IsWatching(mpxOrv) && !mpxOrv.Has(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES);
+    if (endsWatching) {
         Untune(mpxOrv);
-        End(mpxOrv, Needs(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES));
+        End(mpxOrv, Needs(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES) + by);
     }
+    return endsMaster || endsWatching;
 }
 
 void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
-    m_log.Write(mpxOrv.ObeysBlanking() ? QStringLiteral("%1 obeys the blanking").arg(mpxOrv.GetName())
-                                       : QStringLiteral("%1 ignores the blanking").arg(mpxOrv.GetName()));
+    const QString does = mpxOrv.ObeysBlanking() ? QStringLiteral("obeys the blanking")
+                                                : QStringLiteral("ignores the blanking");
+    m_log.Write(QStringLiteral("%1 %2%3").arg(mpxOrv.GetName(), does, m_log.ByActor()));
     GuardChanged();
 }
 

@@ -81,6 +81,8 @@ class JobControl : public IMpxOrvListener {
     /// Ends the watching of those who may not, or whose frequency is not in the master's range any more.
     void CheckWatchers(const QString& reason);
     void End(MpxOrv& mpxOrv, const QString& reason);
+    /// Ends what \a mpxOrv has and may not have any more. False if that is nothing.
+    bool EndWithoutRight(MpxOrv& mpxOrv);
     void ShowStatus(MpxOrv& mpxOrv);
 
     IOrvDevice& m_device;

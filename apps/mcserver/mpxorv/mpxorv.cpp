@@ -11,6 +11,7 @@ MpxOrv::MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, 
       m_listener(listener),
       m_status(mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Status)),
       m_policies(defaults.policies),
+      m_hadPolicies(defaults.policies),
       m_requests(MpxOrvPath::NodePath(kind, name), defaults.frequency,
                  [this](ERequest request) { m_listener.OnRequest(*this, request); }),
       m_blankingClient(name),
@@ -36,6 +37,14 @@ bool MpxOrv::ObeysBlanking() const {
 
 void MpxOrv::SetObeysBlanking(bool obeys) {
     if (m_pBlanking) m_pBlanking->SetValue(obeys);
+}
+
+QString MpxOrv::TakeLostPolicies() {
+    QStringList lost;
+    for (const MCSPolicy* const policy : MCSPolicy::s_NameMCSPolicyMap)
+        if (m_hadPolicies.Contains(*policy) && !m_policies.Contains(*policy)) lost += policy->GetName();
+    m_hadPolicies = m_policies;
+    return lost.join(QStringLiteral(", "));
 }
 
 bool MpxOrv::AddClient(int session, const QString& application) {

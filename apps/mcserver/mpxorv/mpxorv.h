@@ -50,6 +50,8 @@ class MpxOrv : public IObserver {
     MCSMpxORVStatus& GetStatus() { return m_status; }
     const MCSPolicySet& GetPolicies() const { return m_policies; }
     bool Has(const MCSPolicy& policy) const { return m_policies.Contains(policy); }
+    /// The names of the policies that it has lost since this was asked last, separated by commas.
+    QString TakeLostPolicies();
     MpxOrvRequests& GetRequests() { return m_requests; }
     /// Whether frequencies that ground transmitters use are kept from it; switched in the tree.
     bool ObeysBlanking() const;
@@ -78,6 +80,7 @@ class MpxOrv : public IObserver {
     IMpxOrvListener& m_listener;
     MCSMpxORVStatus m_status;
     MCSPolicySet m_policies;
+    MCSPolicySet m_hadPolicies;  ///< when TakeLostPolicies() was called
     MpxOrvRequests m_requests;
     BlankingClient m_blankingClient;
     std::map<int, int> m_clients;  ///< session to how often it uses this

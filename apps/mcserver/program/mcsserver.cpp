@@ -119,6 +119,10 @@ void McsServer::Update(Observable* source, TChangeCode code) {
 }
 
 void McsServer::ObeyShallBeConnected() {
+    if (!m_log.GetActor().isEmpty())
+        m_log.Write((m_pShallBeConnected->GetValue() ? QStringLiteral("the ORV is to be connected")
+                                                     : QStringLiteral("the ORV is to be let go")) +
+                    m_log.ByActor());
     if (m_pShallBeConnected->GetValue())
         m_device.Connect(GetDeviceSettings());
     else

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/log/peertext.h>
+
 #include <tests/apps/mcserver/requestsfixture.h>
+
+#include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
 
@@ -47,6 +51,50 @@ TEST_F(MasterTest, WhoMayNotBeMasterAnyMoreIsNot) {
     EXPECT_FALSE(Flag(MasterControlled));
     EXPECT_FALSE(Flag(Dynamic(m_name, QStringLiteral("Status/IsMaster"))));
     EXPECT_EQ(Answer(m_name), QStringLiteral("ended: needs MayBeJobMaster"));
+}
+
+TEST_F(MasterTest, IsToldWhoTakesItsMastership) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    EXPECT_EQ(Switch(other, m_name, QStringLiteral("MayBeJobMaster"), false), QString());
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("ended: needs MayBeJobMaster, taken away by %1").arg(peertext::Name(other)));
+}
+
+TEST_F(MasterTest, WhoLosesARightIsToldWhoTookIt) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    Set(Dynamic(m_name, QStringLiteral("Policy/MayCal")), true);
+    EXPECT_EQ(Switch(other, m_name, QStringLiteral("MayCal"), false), QString());
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("ended: the right MayCal, taken away by %1").arg(peertext::Name(other)));
+    EXPECT_THAT(TakeLog().join(QLatin1Char('\n')).toStdString(),
+                testing::HasSubstr(", by " + peertext::Name(other).toStdString()));
+}
+
+TEST_F(MasterTest, WhoGetsARightIsNotDisturbed) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    const QString before = Answer(m_name);
+    EXPECT_EQ(Switch(other, m_name, QStringLiteral("MayCal"), true), QString());
+    EXPECT_EQ(Answer(m_name), before);
+}
+
+TEST_F(MasterTest, NobodyIsNamedForAWriteThatWasAllowedAndNotMade) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    EXPECT_TRUE(m_access->MayWrite(other, Dynamic(m_name, QStringLiteral("Policy/MayCal")), nullptr));
+    m_clock.Turn();
+    Set(Dynamic(m_name, QStringLiteral("Policy/MayBeJobMaster")), false);
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: needs MayBeJobMaster"));
+}
+
+TEST_F(MasterTest, WhoLosesTheDeviceIsToldWhoLetItGo) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    Tune(m_peer, m_name, 145e6);
+    EXPECT_EQ((Write<values::Value<bool>>(
+                  other, QStringLiteral("/MultiChannelServer/Command/ShallBeConnected"), false)),
+              QString());
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("ended: the ORV is not connected, let go by %1").arg(peertext::Name(other)));
 }
 
 class SlaveTest : public RequestsTest {
