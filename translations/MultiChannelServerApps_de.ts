@@ -11,6 +11,18 @@
         <source>Reconnect input modules</source>
         <translation>Eingangsmodule neu verbinden</translation>
     </message>
+    <message>
+        <source>The server connects to its device.</source>
+        <translation>Der Server verbindet sich mit seinem Gerät.</translation>
+    </message>
+    <message>
+        <source>The server lets go of its device.</source>
+        <translation>Der Server lässt sein Gerät los.</translation>
+    </message>
+    <message>
+        <source>These lose what they have of it: %1.</source>
+        <translation>Es verlieren, was sie davon haben: %1.</translation>
+    </message>
 </context>
 <context>
     <name>ConfigPage</name>
@@ -220,6 +232,49 @@
     <message>
         <source>There is no MpxORV: the server does not give this console one.</source>
         <translation>Es gibt keinen MpxORV: Der Server gibt dieser Konsole keinen.</translation>
+    </message>
+    <message>
+        <source>Connect to another server</source>
+        <translation>Mit einem anderen Server verbinden</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>This console is job master (%1) and gives that up.</source>
+        <translation>Diese Konsole ist Auftragsmaster (%1) und gibt das auf.</translation>
+    </message>
+    <message>
+        <source>Disconnect from the server</source>
+        <translation>Vom Server trennen</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>Trennen</translation>
+    </message>
+    <message>
+        <source>Give the MpxORV back</source>
+        <translation>Den MpxORV zurückgeben</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Zurückgeben</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>Holders</name>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>These read from the master&apos;s range and lose their frequency: %1.</source>
+        <translation>Aus dem Bereich des Masters lesen und verlieren ihre Frequenz: %1.</translation>
     </message>
 </context>
 <context>
@@ -476,6 +531,18 @@
         <source>Obeys the ground transmitter suppression</source>
         <translation>Beachtet die Bodensenderunterdrückung</translation>
     </message>
+    <message>
+        <source>%1 loses its protection: it can then be tuned to the frequencies of ground transmitters while these are on the air.</source>
+        <translation>%1 verliert den Schutz: Es kann dann auf Frequenzen von Bodensendern eingestellt werden, während diese senden.</translation>
+    </message>
+    <message>
+        <source>Switch the suppression off</source>
+        <translation>Die Unterdrückung ausschalten</translation>
+    </message>
+    <message>
+        <source>Switch off</source>
+        <translation>Ausschalten</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -533,6 +600,33 @@
     <message>
         <source>May alter device settings</source>
         <translation>Darf Geräteeinstellungen ändern</translation>
+    </message>
+    <message>
+        <source>%1 is job master (%2) and loses that.</source>
+        <translation>%1 ist Auftragsmaster (%2) und verliert das.</translation>
+    </message>
+    <message>
+        <source>%1 is job master (%2) and loses this right: %3.</source>
+        <translation>%1 ist Auftragsmaster (%2) und verliert dieses Recht: %3.</translation>
+    </message>
+    <message>
+        <source>%1 reads from the range of the job master (%2) and loses its frequency.</source>
+        <translation>%1 liest aus dem Bereich des Auftragsmasters (%2) und verliert die Frequenz.</translation>
+    </message>
+    <message>
+        <source>Take a right away</source>
+        <translation>Ein Recht entziehen</translation>
+    </message>
+    <message>
+        <source>Take away</source>
+        <translation>Entziehen</translation>
+    </message>
+</context>
+<context>
+    <name>Question</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -627,6 +721,10 @@
     <message>
         <source>Ground transmitters</source>
         <translation>Bodensender</translation>
+    </message>
+    <message>
+        <source>These lose what they have: %1.</source>
+        <translation>Es verlieren, was sie haben: %1.</translation>
     </message>
 </context>
 <context>
@@ -749,6 +847,13 @@
     <message>
         <source>Tuned</source>
         <translation>Eingestellt</translation>
+    </message>
+</context>
+<context>
+    <name>UndoBar</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>Rück&amp;gängig</translation>
     </message>
 </context>
 </TS>

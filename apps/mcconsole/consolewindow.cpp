@@ -5,8 +5,11 @@
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/displaypages.h>
+#include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>
+#include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
+#include <apps/pages/undobar.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
@@ -67,6 +70,7 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options
 ConsoleWindow::~ConsoleWindow() {
     m_session.Disconnect();  // first, since the pages have to detach from what goes
     disconnect(&m_session, nullptr, this, nullptr);
+    delete centralWidget();  // what is in it uses the clock
 }
 
 void ConsoleWindow::BuildPages() {
@@ -83,7 +87,9 @@ void ConsoleWindow::BuildPages() {
     auto* const layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    m_undo = new UndoBar(m_clock, central);
     layout->addWidget(m_banner);
+    layout->addWidget(m_undo);
     layout->addWidget(m_tabs, 1);
     setCentralWidget(central);
 
@@ -94,11 +100,12 @@ void ConsoleWindow::BuildPages() {
     AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
     m_mpxOrvPage = new MpxOrvPage(m_clock);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
-    connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, &m_session, &ConsoleSession::UseMpxOrv);
+    connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
 }
 
 void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title) {
     ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
+    connect(page, &Page::Acted, m_undo, &UndoBar::Offer);
     m_pages.push_back(page);
 }
 
@@ -117,7 +124,7 @@ void ConsoleWindow::BuildStatusBar() {
 void ConsoleWindow::BuildMenus() {
     QMenu* const server = menuBar()->addMenu(tr("&Server"));
     server->addAction(tr("&Connect..."), this, &ConsoleWindow::AskForServer, QKeySequence::Open);
-    m_disconnect = server->addAction(tr("&Disconnect"), &m_session, &ConsoleSession::Disconnect);
+    m_disconnect = server->addAction(tr("&Disconnect"), this, &ConsoleWindow::Disconnect);
     server->addSeparator();
     server->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
     QMenu* const view = menuBar()->addMenu(tr("&View"));
@@ -141,7 +148,8 @@ void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions
 void ConsoleWindow::AskForServer() {
     ConnectDialog dialog(m_recent, m_options, this);
     if (m_prefersEncryption) dialog.PreferEncryption();
-    if (dialog.exec() == QDialog::Accepted) ConnectTo(dialog.GetServer(), dialog.GetOptions());
+    if (dialog.exec() == QDialog::Accepted && MayGiveUp(tr("Connect to another server"), tr("Connect")))
+        ConnectTo(dialog.GetServer(), dialog.GetOptions());
 }
 
 void ConsoleWindow::ShowDark(bool isDark) {
@@ -161,7 +169,35 @@ void ConsoleWindow::ShowAbout() {
                        tr("Multi-channel console %1").arg(QApplication::applicationVersion()));
 }
 
+bool ConsoleWindow::MayGiveUp(const QString& title, const QString& action) {
+    const QString path = m_session.GetMpxOrvPath();
+    const holders::Holder own = path.isEmpty() ? holders::Holder() : holders::At(path);
+    if (!own.isMaster) return true;
+    QStringList text{tr("This console is job master (%1) and gives that up.").arg(own.does),
+                     holders::LossOfWatchers(holders::TreeOf(path))};
+    text.removeAll(QString());
+    return question::IsConfirmed(this, title, text.join(QLatin1Char('\n')), action);
+}
+
+void ConsoleWindow::Disconnect() {
+    if (MayGiveUp(tr("Disconnect from the server"), tr("Disconnect"))) m_session.Disconnect();
+}
+
+void ConsoleWindow::UseMpxOrv(bool isUsed) {
+    if (isUsed || MayGiveUp(tr("Give the MpxORV back"), tr("Give back")))
+        m_session.UseMpxOrv(isUsed);
+    else
+        m_mpxOrvPage->ShowUsed(true);
+}
+
+void ConsoleWindow::CloseNow() {
+    m_isForced = true;
+    if (auto* const question = findChild<QDialog*>(QStringLiteral("Question"))) question->reject();
+    close();
+}
+
 void ConsoleWindow::closeEvent(QCloseEvent* event) {
+    if (!m_isForced && !MayGiveUp(tr("Quit"), tr("Quit")) && !m_isForced) return event->ignore();
     m_session.Disconnect();
     QMainWindow::closeEvent(event);
 }

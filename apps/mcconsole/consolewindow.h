@@ -14,6 +14,7 @@ class Page;
 class QAction;
 class QLabel;
 class QTabWidget;
+class UndoBar;
 
 /// The operator's window: a page for each thing, and below them how the connection is. Main thread.
 class ConsoleWindow : public QMainWindow {
@@ -32,6 +33,8 @@ class ConsoleWindow : public QMainWindow {
     void ConnectTo(const ServerAddress& server, const VtClientOptions& options);
     /// Asks which server to connect to.
     void AskForServer();
+    /// Closes without asking.
+    void CloseNow();
     /// From now on in dark colours, or not.
     void ShowDark(bool isDark);
 
@@ -43,6 +46,10 @@ class ConsoleWindow : public QMainWindow {
     void BuildPages();
     void BuildStatusBar();
     void AddPage(Page* page, const char* name, const QString& title);
+    /// Whether the console may stop to use its MpxORV; asks if others lose something.
+    bool MayGiveUp(const QString& title, const QString& action);
+    void Disconnect();
+    void UseMpxOrv(bool isUsed);
     void ShowState();
     void ShowConnection();
     void ShowMpxOrv();
@@ -61,6 +68,8 @@ class ConsoleWindow : public QMainWindow {
     std::vector<Page*> m_pages;
     MpxOrvPage* m_mpxOrvPage = nullptr;
     QLabel* m_banner = nullptr;  ///< above the pages, while there is no connection
+    UndoBar* m_undo = nullptr;
+    bool m_isForced = false;
     QLabel* m_connection = nullptr;
     QLabel* m_latency = nullptr;
     QLabel* m_client = nullptr;

@@ -48,7 +48,7 @@ int Run(const ConsoleOptions& options) {
     window.GetSession().SetMpxOrvName(options.mpxOrvName);
     if (options.isEncrypted) window.PreferEncryption();
     window.ShowDark(options.isDark || IsDarkConfigured());
-    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &QWidget::close);
+    QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ConsoleWindow::CloseNow);
     const bool isForPictures = !options.screenshotDirectory.isEmpty();
     if (!isForPictures) {
         new WindowPlacement(QStringLiteral("ConsoleWindow"), &window, nullptr);

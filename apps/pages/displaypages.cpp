@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/displaypages.h>
 
+#include <apps/pages/holders.h>
 #include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
@@ -9,8 +10,11 @@
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
 
+#include <platform/values/tree.h>
+#include <platform/values/value.h>
 #include <platform/widgets/vcpushbutton.h>
 
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -65,10 +69,30 @@ CommandsPage::CommandsPage(QWidget* parent)
     QVBoxLayout* const layout = LayOut(this, m_display);
     layout->addWidget(m_reconnect, 0, Qt::AlignLeft);
     layout->addStretch();
+    const auto* const box = m_display->findChild<QCheckBox*>();
+    // Who has something of the device is looked for before it goes.
+    connect(box, &QCheckBox::pressed, this, [this] {
+        m_users =
+            holders::ToText(holders::Find(m_basePath, [](const auto& holder) { return !holder.isIdle; }));
+    });
+    connect(box, &QCheckBox::stateChanged, this, [this](int state) { OfferUndo(state == Qt::Checked); });
+}
+
+void CommandsPage::OfferUndo(bool isOn) {
+    QString what = isOn ? tr("The server connects to its device.") : tr("The server lets go of its device.");
+    if (!isOn && !m_users.isEmpty())
+        what += QLatin1Char(' ') + tr("These lose what they have of it: %1.").arg(m_users);
+    m_users.clear();
+    Q_EMIT Acted(what, [path = m_commandPath, isOn] {
+        auto* const command = dynamic_cast<values::Value<bool>*>(values::Tree::Instance()->FindItem(path));
+        if (command != nullptr) command->SetValue(!isOn);
+    });
 }
 
 void CommandsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
     const QString path = SegmentPath(basePath, segments, CommandSegment);
+    m_basePath = basePath;
+    m_commandPath = Below(path, mcskeys::ShallBeConnected);
     m_display->SetCommands_ValuePath(path);
     m_reconnect->Set_ValuePath(Below(path, serverkeys::ReconnectModules));
     m_reconnectOffer.SetPath(Below(path, serverkeys::ReconnectModules));

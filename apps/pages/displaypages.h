@@ -46,10 +46,14 @@ class CommandsPage : public Page, private PathBinding::IListener {
 
   private:
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    void OfferUndo(bool isOn);
 
     MCSCommandsDisplay* m_display;
     VCPushButton* m_reconnect;
     PathBinding m_reconnectOffer;
+    QString m_basePath;
+    QString m_commandPath;  ///< whether the device shall be connected
+    QString m_users;        ///< of the device, when the user began to switch that
 };
 
 /// What happens at the server.

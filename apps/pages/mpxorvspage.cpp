@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/mpxorvspage.h>
 
+#include <apps/pages/askingcheckbox.h>
 #include <apps/pages/policypanel.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -8,7 +9,6 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
 #include <platform/widgets/valuetext.h>
-#include <platform/widgets/vccheckbox.h>
 #include <platform/widgets/vclineedit.h>
 
 #include <QtCore/QItemSelectionModel>
@@ -73,9 +73,17 @@ QWidget* MpxOrvsPage::BuildDetails() {
     form->addRow(tr("Comment:"), m_comment);
     layout->addLayout(form);
     layout->addWidget(m_policies);
-    m_blanking = new VCCheckBox(m_details, "Blanking");
+    m_blanking = new AskingCheckBox(m_details, "Blanking");
     m_blanking->SetText(tr("Obeys the ground transmitter suppression"));
     m_blanking->setAccessibleName(tr("Obeys the ground transmitter suppression"));
+    m_blanking->SetAsker([this](bool isOn) {
+        const QString name = valuetext::Shortened(m_chosen.section(QLatin1Char('/'), -1), MaxTitleLength);
+        const QString text = tr("%1 loses its protection: it can then be tuned to the frequencies of ground "
+                                "transmitters while these are on the air.")
+                                 .arg(name);
+        return AskingCheckBox::Question{tr("Switch the suppression off"), isOn ? QString() : text,
+                                        tr("Switch off")};
+    });
     layout->addWidget(m_blanking);
     layout->addStretch();
     return m_details;

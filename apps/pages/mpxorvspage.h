@@ -3,12 +3,12 @@
 
 #include <apps/pages/page.h>
 
+class AskingCheckBox;
 class MCSMpxORVStatusListDisplay;
 class MCSMpxORVStatusListModel;
 class PolicyPanel;
 class QGroupBox;
 class QTableView;
-class VCCheckBox;
 class VCLineEdit;
 
 /// All MpxORVs of the server, with the comment and the policies of the one that is chosen.
@@ -30,7 +30,7 @@ class MpxOrvsPage : public Page {
     MCSMpxORVStatusListModel* m_model;
     QGroupBox* m_details = nullptr;
     VCLineEdit* m_comment = nullptr;
-    VCCheckBox* m_blanking = nullptr;
+    AskingCheckBox* m_blanking = nullptr;
     PolicyPanel* m_policies = nullptr;
     QString m_chosen;      ///< the node's path; empty while none is chosen
     QString m_lastChosen;  ///< before the list was bound anew

@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+#include <functional>
+
 /// One page of a window on the server's tree. GUI thread.
 class Page : public QWidget {
     Q_OBJECT
@@ -21,6 +23,11 @@ class Page : public QWidget {
     /// The path of one segment; empty if it is not among \a segments.
     static QString SegmentPath(const QString& basePath, EMCSControlTreeSegments segments,
                                EMCSControlTreeSegments segment);
+
+  Q_SIGNALS:
+    /// The user has just done \a what, in a widget that does not ask before; \a undo takes it back. May be
+    /// called when the page is gone.
+    void Acted(const QString& what, const std::function<void()>& undo);
 
   protected:
     /// The path of what is called \a key below \a path; empty if that is.

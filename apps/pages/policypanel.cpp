@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/policypanel.h>
 
-#include <platform/widgets/vccheckbox.h>
+#include <apps/pages/holders.h>
+
+#include <devicecontrol/multichannelserver/common/mcspolicy.h>
 
 #include <QtWidgets/QGridLayout>
 
@@ -35,9 +37,13 @@ PolicyPanel::PolicyPanel(QWidget* parent) : QWidget(parent) {
     layout->setContentsMargins(0, 0, 0, 0);
     const int rows = (static_cast<int>(std::size(Policies)) + Columns - 1) / Columns;
     for (const Policy& policy : Policies) {
-        auto* const box = new VCCheckBox(this, policy.name);
+        auto* const box = new AskingCheckBox(this, policy.name);
         box->SetText(tr(policy.caption));
         box->setAccessibleName(tr(policy.caption));
+        const QString name = QString::fromLatin1(policy.name);
+        box->SetAsker([this, name, caption = tr(policy.caption)](bool isOn) {
+            return isOn ? AskingCheckBox::Question() : QuestionBefore(name, caption);
+        });
         const int index = static_cast<int>(m_switches.size());
         layout->addWidget(box, index % rows, index / rows);
         m_switches.push_back({box, QString::fromLatin1(policy.name)});
@@ -46,7 +52,28 @@ PolicyPanel::PolicyPanel(QWidget* parent) : QWidget(parent) {
 
 PolicyPanel::~PolicyPanel() = default;
 
+/// Before the right is taken away.
+AskingCheckBox::Question PolicyPanel::QuestionBefore(const QString& policy, const QString& caption) const {
+    const QString mpxOrv = m_path.section(QLatin1Char('/'), 0, -2);
+    const holders::Holder holder = holders::At(mpxOrv);
+    const bool endsMaster = policy == MCSPolicy::MAYBEJOBMASTER.GetName();
+    const bool endsWatching = policy == MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES.GetName();
+    QStringList text;
+    if (holder.isMaster && endsMaster)
+        text = QStringList{tr("%1 is job master (%2) and loses that.").arg(holder.name, holder.does),
+                           holders::LossOfWatchers(holders::TreeOf(mpxOrv))};
+    else if (holder.isMaster)
+        text = QStringList{
+            tr("%1 is job master (%2) and loses this right: %3.").arg(holder.name, holder.does, caption)};
+    else if (holder.isWatching && endsWatching)
+        text = QStringList{tr("%1 reads from the range of the job master (%2) and loses its frequency.")
+                               .arg(holder.name, holder.does)};
+    text.removeAll(QString());
+    return {tr("Take a right away"), text.join(QLatin1Char('\n')), tr("Take away")};
+}
+
 void PolicyPanel::Bind(const QString& path) {
+    m_path = path;
     for (const Switch& item : m_switches)
         item.box->Set_ValuePath(path.isEmpty() ? QString() : path + QLatin1Char('/') + item.policy);
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/pages/askingcheckbox.h>
+
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
 #include <vector>
 
-class VCCheckBox;
-
-/// A switch for each policy of one MpxORV. GUI thread.
+/// A switch for each policy of one MpxORV, which asks before it takes a right from the job master or from who
+/// reads from its range. GUI thread.
 class PolicyPanel : public QWidget {
     Q_OBJECT
 
@@ -21,9 +22,12 @@ class PolicyPanel : public QWidget {
 
   private:
     struct Switch {
-        VCCheckBox* box;
+        AskingCheckBox* box;
         QString policy;
     };
 
+    AskingCheckBox::Question QuestionBefore(const QString& policy, const QString& caption) const;
+
     std::vector<Switch> m_switches;
+    QString m_path;
 };

@@ -3,8 +3,10 @@
 
 #include <apps/common/listenaddress.h>
 #include <apps/pages/displaypages.h>
+#include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>
 #include <apps/pages/scrolledpage.h>
+#include <apps/pages/undobar.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -29,6 +31,7 @@ constexpr std::chrono::milliseconds ClientsInterval(500);  // between two looks
 ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     : m_listener(listener),
       m_tabs(new QTabWidget(this)),
+      m_undo(new UndoBar(m_clock, this)),
       m_layout(nullptr),
       m_address(new QLabel(this)),
       m_clients(new QLabel(this)) {
@@ -41,6 +44,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     m_layout = new QVBoxLayout(content);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
+    m_layout->addWidget(m_undo);
     m_layout->addWidget(m_tabs, 1);
     setCentralWidget(content);
     AddPage(new StatusPage, "Status", tr("Status"));
@@ -61,9 +65,12 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     ShowClients();
 }
 
-ServerWindow::~ServerWindow() = default;
+ServerWindow::~ServerWindow() {
+    delete centralWidget();  // what is in it uses the clock
+}
 
 void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
+    connect(page, &Page::Acted, m_undo, &UndoBar::Offer);
     page->Bind(mcskeys::Root, AllSegments);
     ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
     resize(size().expandedTo(sizeHint()));
@@ -101,11 +108,16 @@ void ServerWindow::closeEvent(QCloseEvent* event) {
 bool ServerWindow::MayClose() {
     const int clients = CountClients();
     if (clients == 0) return true;
-    const QString question = clients == 1
-                                 ? tr("A client will lose the server. End it all the same?")
-                                 : tr("%1 clients will lose the server. End it all the same?").arg(clients);
+    QString question = clients == 1
+                           ? tr("A client will lose the server. End it all the same?")
+                           : tr("%1 clients will lose the server. End it all the same?").arg(clients);
+    const auto isUsed = [](const holders::Holder& holder) { return !holder.isIdle; };
+    const std::vector<holders::Holder> users = holders::Find(mcskeys::Root, isUsed);
+    if (!users.empty())
+        question += QLatin1Char('\n') + tr("These lose what they have: %1.").arg(holders::ToText(users));
     QMessageBox box(QMessageBox::Question, tr("End the server"), question, QMessageBox::Yes | QMessageBox::No,
                     this);
+    box.setTextFormat(Qt::PlainText);  // others chose their names
     box.setDefaultButton(QMessageBox::No);
     m_question = &box;
     const int answer = box.exec();

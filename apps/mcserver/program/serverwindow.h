@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/qtclock.h>
+
 #include <QtCore/QPointer>
 #include <QtWidgets/QMainWindow>
 
@@ -9,6 +11,7 @@ class QLabel;
 class QMessageBox;
 class QTabWidget;
 class QVBoxLayout;
+class UndoBar;
 class VtServer;
 
 /// The server's own window: the displays of the console, on the server's tree itself. Closing it ends the
@@ -38,7 +41,9 @@ class ServerWindow : public QMainWindow {
     int CountClients() const;
 
     const VtServer& m_listener;
+    QtClock m_clock;
     QTabWidget* m_tabs;
+    UndoBar* m_undo;
     QVBoxLayout* m_layout;  ///< notices, and below them the pages
     QLabel* m_address;
     QLabel* m_clients;

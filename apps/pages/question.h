@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+class QWidget;
+
+/// Asks before others are disturbed. GUI thread.
+namespace question {
+
+/// Asks in a dialog above \a parent whether to do what disturbs others: \a text names who loses what, \a
+/// action is the word for it on the button. Others may have chosen words in the text, which is shown as it
+/// is. False is what Enter, Escape and closing the dialog mean. Whoever asks may be gone when this returns.
+bool IsConfirmed(QWidget* parent, const QString& title, const QString& text, const QString& action);
+
+}  // namespace question

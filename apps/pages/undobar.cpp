@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/undobar.h>
+
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include <utility>
+
+UndoBar::UndoBar(IClock& clock, QWidget* parent)
+    : QFrame(parent), m_text(new QLabel(this)), m_button(new QPushButton(tr("&Undo"), this)), m_timer(clock) {
+    setObjectName(QStringLiteral("UndoBar"));
+    setFrameShape(QFrame::StyledPanel);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::ToolTipBase);
+    setForegroundRole(QPalette::ToolTipText);
+    m_text->setObjectName(QStringLiteral("UndoText"));
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setForegroundRole(QPalette::ToolTipText);
+    m_text->setWordWrap(true);
+    m_text->setMinimumWidth(1);  // long words in it do not make the window wider
+    m_button->setObjectName(QStringLiteral("Undo"));
+    auto* const layout = new QHBoxLayout(this);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_button);
+    connect(m_button, &QPushButton::clicked, this, &UndoBar::Undo);
+    hide();
+}
+
+void UndoBar::Offer(const QString& what, const std::function<void()>& undo) {
+    m_text->setText(what);
+    m_button->setAccessibleDescription(what);
+    m_undo = undo;
+    show();
+    m_timer.Start(Patience, [this] { Withdraw(); });
+}
+
+void UndoBar::Withdraw() {
+    m_timer.Stop();
+    m_undo = nullptr;
+    hide();
+}
+
+void UndoBar::Undo() {
+    const std::function<void()> undo = std::move(m_undo);
+    Withdraw();
+    if (undo) undo();
+}
