@@ -181,8 +181,8 @@ void Tuning::OnAnswer(const QString& answer) {
     const auto reason = [&answer] { return answer.section(QStringLiteral(": "), 1); };
     const bool isAsked = m_outcome == EState::Asked;
     if (answer.startsWith(QLatin1String("ended: "))) {
-        if (isAsked) return;
-        m_asked = GetWanted().GetHz();
+        if (isAsked || GetValue() == nullptr) return;
+        m_asked = GetValue()->GetValue();  // what the operator has typed since is still not sent
         return Conclude(EState::Ended, reason());
     }
     // Each request has its answer, in their order; that of the last one counts.

@@ -204,6 +204,17 @@ TEST_F(TuneBarTest, SaysWhyAFrequencyWasTakenAway) {
     EXPECT_EQ(Mark(), QStringLiteral("Tuned"));
 }
 
+TEST_F(TuneBarTest, WhatIsTypedStaysMarkedWhenSomethingIsTakenAway) {
+    Type("121.5");
+    Press(Qt::Key_Return);
+    Grant();
+    Type("127");
+    End("the right MayCal, taken away by Tower");
+    EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+    EXPECT_EQ(Field()->text(), QStringLiteral("127"));
+    EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
+}
+
 TEST_F(TuneBarTest, IsNotConcernedByOtherAnswers) {
     Type("121.5");
     Press(Qt::Key_Return);
