@@ -20,11 +20,13 @@ RecoveryContent Some() {
                         QStringLiteral("ADAM-6051"),
                         QStringLiteral("10.0.0.20"),
                         PollInterval(100),
-                        {0.0, 121500000.0, 118100000.25, -5.0, 1e300}},
+                        {0.0, 121500000.0, 118100000.25, -5.0, 1e300},
+                        {}},
                        {std::numeric_limits<int>::max(),
                         QStringLiteral("\"a\"\n"),
                         QString(),
                         PollInterval(std::numeric_limits<quint32>::max()),
+                        {},
                         {}}};
     return content;
 }
