@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int LinesOfAnswers = 6;  // with what is around them, at least
+constexpr int LinesOfAnswers = 7;  // with title and buttons: fewer cut these
 
 }  // namespace
 

@@ -29,12 +29,14 @@ constexpr Policy Policies[] = {
     {"MayAlterDeviceSettings", QT_TRANSLATE_NOOP("PolicyPanel", "May alter device settings")},
 };
 constexpr int Columns = 2;
+constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
 
 }  // namespace
 
 PolicyPanel::PolicyPanel(QWidget* parent) : QWidget(parent) {
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setVerticalSpacing(RowSpacing);
     const int rows = (static_cast<int>(std::size(Policies)) + Columns - 1) / Columns;
     for (const Policy& policy : Policies) {
         auto* const box = new AskingCheckBox(this, policy.name);
