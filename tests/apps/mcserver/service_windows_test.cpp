@@ -22,7 +22,10 @@ QString Text(const char* text) {
 /// A service of this test's own, which is gone with it whatever happens.
 class ServiceTest : public testing::Test {
   protected:
-    ServiceTest() : m_name(QStringLiteral("mcstest%1").arg(QCoreApplication::applicationPid())) {}
+    ServiceTest() : m_name(QStringLiteral("mcstest%1").arg(QCoreApplication::applicationPid())) {
+        // Of a run that was killed, whose number this process has now.
+        ServerProcess().Run({Text("--remove-service"), Text("--name"), m_name});
+    }
     ~ServiceTest() override {
         Close();
         ServerProcess().Run({Text("--remove-service"), Text("--name"), m_name});
@@ -128,7 +131,8 @@ TEST_F(ServiceTest, RunsInAnAccountOfItsOwnWithTheOptionsThatWereGiven) {
     EXPECT_EQ(Known(&QUERY_SERVICE_CONFIGW::lpServiceStartName), Text("NT SERVICE\\") + m_name);
     const QString command = Known(&QUERY_SERVICE_CONFIGW::lpBinaryPathName);
     EXPECT_TRUE(command.contains(Text(" --service --listen 127.0.0.1:0 "))) << command.toStdString();
-    EXPECT_TRUE(command.endsWith(Text("--sessions 50 --name ") + m_name)) << command.toStdString();
+    EXPECT_TRUE(command.endsWith(QStringLiteral(" --sessions 50 --name %1 --headless").arg(m_name)))
+        << command.toStdString();
 }
 
 TEST_F(ServiceTest, IsInstalledOnceAndRemovedOnce) {
