@@ -169,7 +169,9 @@ TEST_F(ModbusTcpInterfaceCreatorTest, AnEnvironmentThatIsNoPortIsTraced) {
         const TraceRecorder traces(ErrorHandler::TraceWarnings);
         qputenv("MCS_MODBUS_PORT", content);
         EXPECT_NE(Create(502), nullptr);
-        EXPECT_THAT(traces.Messages(), SizeIs(1)) << content;
+        // Where an empty variable is none, there is nothing to trace.
+        EXPECT_THAT(traces.Messages(), SizeIs(qEnvironmentVariableIsSet("MCS_MODBUS_PORT") ? 1 : 0))
+            << content;
     }
 }
 
