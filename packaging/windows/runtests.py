@@ -191,7 +191,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("build", type=lambda text: pathlib.Path(text).resolve())
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--stall", type=float, default=120, help="seconds without output after which a program hangs")
+    parser.add_argument("--stall", type=float, default=300, help="seconds without output after which a program hangs")
     parser.add_argument("--filter", default="", help="only programs with this in their names")
     options = parser.parse_args()
     exclusions = Exclusions(HERE / "excluded")

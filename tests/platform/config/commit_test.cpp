@@ -69,6 +69,7 @@ TEST_F(Commit, TakesInAChangeOfTheSameSizeAndTime) {
     file.write("[General]\nk=1\nother=2\n");
     ASSERT_TRUE(file.flush());
     ASSERT_TRUE(file.setFileTime(time, QFileDevice::FileModificationTime));
+    file.close();  // or some systems let nobody replace it
     root->WriteInt(Key, 5);
     ASSERT_TRUE(root->CommitKey(Key));
     EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=5\nother=2\n"));

@@ -3,10 +3,14 @@
 
 #include <platform/config/cfgcenter.h>
 
+#include <apps/common/eventwait.h>
+
 #include <tests/support/programrunner.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+
+#include <chrono>
 
 ConfigTest::ConfigTest() {
     CfgCenter::Instance().SetStorePath(Path());
@@ -37,8 +41,12 @@ void ConfigTest::WriteFile(const QByteArray& bytes, const QString& name) const {
 }
 
 QByteArray ConfigTest::FileBytes(const QString& name) const {
+    // Some systems let nobody open it at the moment in which it is replaced.
+    constexpr std::chrono::seconds Patience(5);
     QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const auto isOpen = [&file] { return file.open(QIODevice::ReadOnly); };
+    if (!isOpen() && file.exists()) eventwait::Until(isOpen, Patience);
+    return file.isOpen() ? file.readAll() : QByteArray();
 }
 
 QString ConfigTest::ReadByAnotherProcess(const QString& key) const {
