@@ -56,7 +56,7 @@ TEST_P(ChildProgramEnd, IsToldByItsCodeHoweverItIsWaitedFor) {
 INSTANTIATE_TEST_SUITE_P(Ends, ChildProgramEnd,
                          testing::Values(End{"Good", "exit 0", 0}, End{"Failure", "exit 3", 3},
                                          End{"Killed", "kill -9 $$", -1}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(ChildProgramTest, OneThatIsNotThereIsNotStarted) {
     EXPECT_FALSE(child.Start(QStringLiteral("/nowhere/program"), {}));
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Way{"OutOfPatience",
                         [](ChildProgram& child) { return child.WaitForEnd(std::chrono::milliseconds(1)); },
                         -1}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(ChildProgramTest, DiesWithItsObject) {
     auto other = std::make_unique<ChildProgram>();

@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(All, ATypedFrequency,
                                          Frequency{"Kilohertz", "118100 kHz", 118100000.0, "118.100"},
                                          Frequency{"Hertz", "118100000", 118100000.0, "118.100"},
                                          Frequency{"Nothing", "", 0.0, ""}, Frequency{"Zero", "0", 0.0, ""}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 struct Refused {
     const char* name;
@@ -216,7 +216,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"AnEmptyAddress", InputModel::Address, "", "\"\" cannot be right: it has no IP address"},
         Refused{"ALongName", InputModel::Name, "12345678901234567890123456789012345678901",
                 "a name has 40 characters at most"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AnInputsView, ChangesTheAddressOfTheWholeModule) {
     Show();
@@ -311,7 +311,7 @@ INSTANTIATE_TEST_SUITE_P(
         Csv{"MissingCell", "module,input,name,frequency_mhz\nADAM-6051-1,4,a\n",
             "Line 2: it has 3 cells and not 4"},
         Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AnInputsView, TestsTheConnectionOfTheModuleOfTheCurrentRow) {
     ASSERT_NO_FATAL_FAILURE(ShowWithModule());

@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
         Damage{"FrequencyIsText",
                R"({"modules":[{"index":1,"type":"a","address":"b","pollInterval":1,"frequencies":["1"]}]})",
                NoModule}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ARecoveryFile, IsRefusedBeyondItsLimit) {
     RecoveryContent read;

@@ -94,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(All, AnUnusedFile,
                                                 "was changed since", Kept},
                                          Unused{"Unreadable", Outcome::InTheWay, Reason::Unreadable,
                                                 "cannot be read", "/a/b cannot be put aside"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(RecoveryNoticesTest, TellThatNothingIsKeptForAsLongAsThatLasts) {
     Show(Report());

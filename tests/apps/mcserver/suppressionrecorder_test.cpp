@@ -48,8 +48,9 @@ class ARecorder : public testing::Test {
         RecoveryContent content;
         QString defect;
         if (PrivateFile::Read(File(), RecoveryContent::MaxBytes, &bytes).outcome ==
-            PrivateFile::EOutcome::Done)
+            PrivateFile::EOutcome::Done) {
             EXPECT_TRUE(content.FromBytes(bytes, &defect)) << defect.toStdString();
+        }
         return content.modules;
     }
     bool WaitForWritten() {

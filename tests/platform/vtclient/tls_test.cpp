@@ -336,7 +336,9 @@ TEST_P(Foreigners, AreTurnedAwayAndOthersGoOn) {
     ASSERT_TRUE(foreigner.WaitConnected());
     foreigner.SendBytes(GetParam().bytes);
     EXPECT_TRUE(foreigner.WaitClosed());
-    if (!GetParam().isTls) EXPECT_EQ(foreigner.Socket().bytesAvailable(), 0) << "there is no bye for them";
+    if (!GetParam().isTls) {
+        EXPECT_EQ(foreigner.Socket().bytesAvailable(), 0) << "there is no bye for them";
+    }
     EXPECT_TRUE(WaitUntil([this] { return !ServerLines().empty(); }));
     EXPECT_THAT(Texts(ServerLines()), ElementsAre(HasSubstr(GetParam().serverSays)));
     EXPECT_TRUE(client->IsConnected());

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -34,7 +35,9 @@ QString AsText(bool flag) {
 QString AsText(int number) {
     return QString::number(number);
 }
-QString AsText(long number) {
+/// Of a key of a selection, which is one or the other.
+template <class T, std::enable_if_t<std::is_same_v<T, long> || std::is_same_v<T, qint64>, int> = 0>
+QString AsText(T number) {
     return QString::number(number);
 }
 QString AsText(double number) {

@@ -108,7 +108,7 @@ TEST_F(LogDisplaySaving, WritesLongMessagesWholeAndTheTextOfAnyMarkup) {
 }
 
 TEST_F(LogDisplaySaving, AFileThatCannotBeOpenedIsSilentlyNotWritten) {
-    const ModalDriver nobody({});
+    const ModalDriver nobody;
     m_display.SlotSaveLogToFile(PathOf("no/such/directory/log.html"));
     m_display.SlotSaveLogToFile(m_directory.path());
     m_display.SlotSaveLogToFile(QString());
