@@ -1,6 +1,6 @@
 # Windows x86-64 from Linux, by mingw-w64 with threads of POSIX.
 #
-# MCS_WINDOWS_ROOTS are the folders with Qt, OpenSSL, libmodbus and GoogleTest for Windows; without it, they are those that
+# MCS_WINDOWS_ROOTS are the folders with Qt, Qwt, OpenSSL, libmodbus and GoogleTest for Windows; without it, they are those that
 # packaging/windows/dependencies.sh builds. Programs run by Wine, through packaging/windows/wine-run.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -14,7 +14,7 @@ set(CMAKE_RC_COMPILER ${mcs_triple}-windres)
 if(NOT MCS_WINDOWS_ROOTS)
   execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../packaging/windows/dependencies.sh --where
     OUTPUT_VARIABLE mcs_cache OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-  set(MCS_WINDOWS_ROOTS ${mcs_cache}/qt ${mcs_cache}/openssl ${mcs_cache}/libmodbus ${mcs_cache}/googletest)
+  set(MCS_WINDOWS_ROOTS ${mcs_cache}/qt ${mcs_cache}/qwt ${mcs_cache}/openssl ${mcs_cache}/libmodbus ${mcs_cache}/googletest)
 endif()
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES MCS_WINDOWS_ROOTS)
 set(CMAKE_FIND_ROOT_PATH ${MCS_WINDOWS_ROOTS} /usr/${mcs_triple})

@@ -157,6 +157,32 @@ build_qt() {
     cp "$source/LICENSE.LGPL3" "$prefix/LICENSE"
 }
 
+# Plots only: without the parts that need modules which Qt is built without here (SVG, OpenGL, printing, threads for
+# rasters).
+build_qwt() {
+    local source=$1 prefix=$2
+    sed -i 's|^#include <qtconcurrentrun.h>|#include <qglobal.h>|' "$source"/src/*.cpp
+    cat >"$source/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(qwt CXX)
+find_package(Qt5 REQUIRED COMPONENTS Widgets)
+file(GLOB sources src/*.cpp src/*.h)
+list(FILTER sources EXCLUDE REGEX "/qwt_plot_(gl|opengl|svg|renderer)")
+add_library(qwt-qt5 SHARED ${sources})
+set_target_properties(qwt-qt5 PROPERTIES AUTOMOC ON PREFIX "" IMPORT_PREFIX lib)
+target_compile_definitions(qwt-qt5 PUBLIC QWT_DLL PRIVATE QWT_MAKEDLL QWT_NO_SVG QT_NO_KEYWORDS QT_NO_QFUTURE QT_NO_PRINTER)
+target_link_libraries(qwt-qt5 PUBLIC Qt5::Widgets)
+install(TARGETS qwt-qt5)
+END
+    cmake -S "$source" -B . -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-w -DMCS_WINDOWS_ROOTS="$cache/qt" \
+        -DCMAKE_TOOLCHAIN_FILE="$here/../../cmake/mingw-w64.cmake" -DCMAKE_INSTALL_PREFIX="$prefix"
+    ninja -j"$jobs" install
+    $triple-strip --strip-unneeded "$prefix"/bin/*.dll
+    mkdir -p "$prefix/include/qwt"
+    cp "$source"/src/*.h "$prefix/include/qwt"
+    cp "$source/COPYING" "$prefix/LICENSE"
+}
+
 # identity WHAT PACKAGE: of a build: what it was made from, and how.
 identity() {
     { field "$2" 2 && field "$2" 3 && declare -f "build_$1"; } | sha256sum | cut -d ' ' -f 1
@@ -224,6 +250,7 @@ main() {
     provide googletest googletest
     provide libmodbus libmodbus
     provide qt qtbase-opensource-src "$(cat "$cache/stamps/openssl")"
+    provide qwt qwt "$(cat "$cache/stamps/qt")"
 }
 
 main "$@"

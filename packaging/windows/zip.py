@@ -29,7 +29,7 @@ def output(*words):
 def folders():
     cache = pathlib.Path(output(HERE / "dependencies.sh", "--where").strip())
     compiler = pathlib.Path(output(f"{TRIPLE}-g++-posix", "-print-file-name=libstdc++-6.dll").strip()).parent
-    return cache, [cache / "qt/bin", cache / "openssl/bin", cache / "libmodbus/bin", compiler,
+    return cache, [cache / "qt/bin", cache / "qwt/bin", cache / "openssl/bin", cache / "libmodbus/bin", compiler,
                    pathlib.Path(f"/usr/{TRIPLE}/lib")]
 
 
@@ -61,7 +61,7 @@ def add_libraries(target, searched):
 def add_licences(target, cache):
     licences = target / "licences"
     licences.mkdir()
-    for name, library in (("qt", "Qt5Core"), ("openssl", "libcrypto"), ("libmodbus", "libmodbus")):
+    for name, library in (("qt", "Qt5Core"), ("qwt", "qwt-qt5"), ("openssl", "libcrypto"), ("libmodbus", "libmodbus")):
         if any(target.glob(f"{library}*.dll")):
             shutil.copy(cache / name / "LICENSE", licences / f"{name}.txt")
     for name, package in (("gcc", "gcc-mingw-w64-base"), ("mingw-w64", "mingw-w64-x86-64-dev")):

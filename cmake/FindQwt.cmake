@@ -1,0 +1,13 @@
+# Qwt for Qt 5, as the target Qwt::Qwt. Its description for pkg-config asks for modules of Qt that its plots do not need.
+find_path(QWT_INCLUDE_DIR qwt_plot.h PATH_SUFFIXES qwt qwt-qt5)
+find_library(QWT_LIBRARY NAMES qwt-qt5)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(Qwt REQUIRED_VARS QWT_LIBRARY QWT_INCLUDE_DIR)
+if(Qwt_FOUND AND NOT TARGET Qwt::Qwt)
+  add_library(Qwt::Qwt UNKNOWN IMPORTED)
+  set_target_properties(Qwt::Qwt PROPERTIES IMPORTED_LOCATION ${QWT_LIBRARY})
+  target_include_directories(Qwt::Qwt SYSTEM INTERFACE ${QWT_INCLUDE_DIR})
+  target_compile_definitions(Qwt::Qwt INTERFACE $<$<PLATFORM_ID:Windows>:QWT_DLL>)
+  target_link_libraries(Qwt::Qwt INTERFACE Qt5::Widgets)
+endif()
+mark_as_advanced(QWT_INCLUDE_DIR QWT_LIBRARY)
