@@ -58,12 +58,15 @@ int RunHeadless(const ServerOptions& options, SuppressionRecovery& recovery) {
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     std::optional<HeadlessSuppression> suppression;
     std::optional<SuppressionDuties> duties;
+    std::optional<SuppressionStatus> noSuppression;
     McsServer& server = program.GetServer();
     const bool isRecovered = Recover(recovery, server.GetLog()) == SuppressionRecovery::EOutcome::TakenOver;
     if (isRecovered || SuppressionPlant::IsConfigured()) {
         suppression.emplace();
         duties.emplace(suppression->GetPlant(), recovery, server.GetJobs(), server.GetLog(),
                        program.GetClock());
+    } else {
+        noSuppression.emplace(nullptr, program.GetClock());
     }
     QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, QCoreApplication::instance(),

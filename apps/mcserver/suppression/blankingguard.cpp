@@ -42,8 +42,9 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
     BlankingClient* const client = &mpxOrv.GetBlankingClient();
     blanking->EnableBlankingForClient(client, mpxOrv.ObeysBlanking());
     if (!blanking->IsFrequencyBlanked(hz, client)) return QString();
-    return QStringLiteral("%1 is blanked by %2")
-        .arg(MCSTools::FormatFrequency(hz), ToText(blanking->WhoBlanks(hz)));
+    const std::optional<BlankingSource> source = blanking->WhoBlanks(hz);
+    if (source && m_witness) m_witness(*source, mpxOrv.GetName());
+    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), ToText(source));
 }
 
 void BlankingGuard::Update(Observable* source, TChangeCode code) {

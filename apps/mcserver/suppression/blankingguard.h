@@ -4,12 +4,16 @@
 #include <apps/common/clocktimer.h>
 #include <apps/mcserver/mpxorv/ituningguard.h>
 
+#include <devicecontrol/multichannelserver/common/gts/blankingsource.h>
+
 #include <platform/values/node.h>
 #include <platform/values/observation.h>
 
 #include <QtCore/QString>
 
+#include <functional>
 #include <map>
+#include <utility>
 
 class JobControl;
 
@@ -24,6 +28,10 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     BlankingGuard(const BlankingGuard&) = delete;
     BlankingGuard& operator=(const BlankingGuard&) = delete;
 
+    /// Is told which input kept a frequency from which MpxORV, whenever one does.
+    using Witness = std::function<void(const BlankingSource& source, const QString& mpxOrv)>;
+    void SetWitness(Witness witness) { m_witness = std::move(witness); }
+
     QString RefusalOf(MpxOrv& mpxOrv, double hz) override;
 
   private:
@@ -35,6 +43,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
 
     JobControl& m_jobs;
     ClockTimer m_check;
+    Witness m_witness;
     Observation<values::Node> m_modules;  ///< the node that has them
     /// What the modules say.
     std::map<const Observable*, Observation<values::ValueBase>> m_observed;

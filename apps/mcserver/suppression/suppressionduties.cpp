@@ -7,10 +7,14 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
                                      JobControl& jobs, ServerLog& log, IClock& clock)
     : m_plant(plant),
       m_log(log),
+      m_status(&plant, clock),
       m_guard(jobs, clock),
       m_reconnect(plant, log),
       m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);
+    m_guard.SetWitness([this](const BlankingSource& source, const QString& mpxOrv) {
+        m_status.NoteBlanked(source.module, source.input, mpxOrv);
+    });
 }
 
 SuppressionDuties::~SuppressionDuties() {

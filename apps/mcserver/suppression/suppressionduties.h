@@ -5,12 +5,13 @@
 #include <apps/mcserver/suppression/reconnectcommand.h>
 #include <apps/mcserver/suppression/suppressionlog.h>
 #include <apps/mcserver/suppression/suppressionrecorder.h>
+#include <apps/mcserver/suppression/suppressionstatus.h>
 
 class SuppressionPlant;
 
 /// What the server makes of the suppression, with a window or without: keeps blanked frequencies from the
-/// MpxORVs, logs what becomes of the modules, connects lost ones anew by a command, and keeps what people
-/// enter in case the server is killed. Goes before the plant. Main thread.
+/// MpxORVs, shows in the status what holds, logs what becomes of the modules, connects lost ones anew by a
+/// command, and keeps what people enter in case the server is killed. Goes before the plant. Main thread.
 class SuppressionDuties {
   public:
     SuppressionDuties(SuppressionPlant& plant, const SuppressionRecovery& recovery, JobControl& jobs,
@@ -24,6 +25,7 @@ class SuppressionDuties {
   private:
     SuppressionPlant& m_plant;
     SuppressionLog m_log;
+    SuppressionStatus m_status;
     BlankingGuard m_guard;
     ReconnectCommand m_reconnect;
     SuppressionRecorder m_recorder;

@@ -33,6 +33,10 @@ std::optional<BlankingSource> Blanking::WhoBlanks(double frequency) const {
     return m_pImpl != nullptr ? m_pImpl->WhoBlanks(frequency) : std::nullopt;
 }
 
+std::vector<double> Blanking::GetBlankedFrequencies() const {
+    return m_pImpl != nullptr ? m_pImpl->GetBlanked() : std::vector<double>();
+}
+
 void Blanking::Forget(BlankingClient* client) {
     if (m_pInstance != nullptr) m_pInstance->EnableBlankingForClient(client, true);
 }

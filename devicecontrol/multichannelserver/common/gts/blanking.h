@@ -5,6 +5,7 @@
 #include <devicecontrol/multichannelserver/common/gts/blankingsource.h>
 
 #include <optional>
+#include <vector>
 
 class BlankingClient;
 
@@ -32,6 +33,8 @@ class MCS_COMMON_EXPORT Blanking {
     /// the tree. None where it is not blanked, and where the module that blanks it has gone unseen. Looks
     /// through all assignments.
     std::optional<BlankingSource> WhoBlanks(double frequency) const;
+    /// All frequencies that are blanked for those who are not excepted: whole hertz, ascending, each once.
+    std::vector<double> GetBlankedFrequencies() const;
 
   private:
     friend class BlankingClient;

@@ -55,6 +55,11 @@ void PollThread::WaitForEnd() {
     m_errorOnItsWay = 0;
 }
 
+QDateTime PollThread::GetLastAnswer() const {
+    const qint64 time = m_lastAnswerMs;
+    return time != 0 ? QDateTime::fromMSecsSinceEpoch(time, Qt::UTC) : QDateTime();
+}
+
 /// On the poll thread.
 void PollThread::TellError(int error, const QString& text) {
     if (m_errorOnItsWay.exchange(error) == error) return;
@@ -79,6 +84,8 @@ void PollThread::run() {
     connect(impl.get(), &PollThreadImpl::InterfaceError, impl.get(),
             [this](int error, const QString& text) { TellError(error, text); });
     connect(impl.get(), &PollThreadImpl::InterfaceAnswersAgain, this, &PollThread::InterfaceAnswersAgain);
+    connect(impl.get(), &PollThreadImpl::InterfaceAnswered, impl.get(),
+            [this] { m_lastAnswerMs = QDateTime::currentMSecsSinceEpoch(); });
     impl->Start();
     exec();
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -3,6 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QString>
 #include <QtCore/QThread>
 
@@ -31,6 +32,8 @@ class PollThread : public QThread {
     /// Ends a request that hangs, and waits until the thread has ended, which quit() asks it to. What it has
     /// told and nobody has heard yet is then never heard: it is about a connection that is no more.
     void WaitForEnd();
+    /// When the module answered last; null if it never did. Any thread.
+    QDateTime GetLastAnswer() const;
 
   Q_SIGNALS:  // fixed: signal-arguments
     void InputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
@@ -52,8 +55,9 @@ class PollThread : public QThread {
     QString m_address;   ///< "TCP:<ip>:<port>"
     unsigned short m_inputCount = 0;
     PollInterval m_pollInterval{};
-    PollThreadImpl* m_impl = nullptr;     ///< while the thread runs; lives on it
-    bool m_isCounted = false;             ///< among those started; of the thread that made it, as the count
-    std::atomic<int> m_errorOnItsWay{0};  ///< the last one that was sent and not heard; 0: none
+    PollThreadImpl* m_impl = nullptr;       ///< while the thread runs; lives on it
+    bool m_isCounted = false;               ///< among those started; of the thread that made it, as the count
+    std::atomic<int> m_errorOnItsWay{0};    ///< the last one that was sent and not heard; 0: none
+    std::atomic<qint64> m_lastAnswerMs{0};  ///< since the epoch; 0: never
     static int s_count;
 };

@@ -63,6 +63,7 @@ void PollThreadImpl::OnClosed() {
 }
 
 void PollThreadImpl::OnInputDiscretes(unsigned bits) {
+    Q_EMIT InterfaceAnswered();
     if (m_hasFailed) {
         if (!std::exchange(m_isAnsweringAgain, true)) Q_EMIT InterfaceAnswersAgain();
         return;

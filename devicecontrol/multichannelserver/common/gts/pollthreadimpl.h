@@ -47,6 +47,8 @@ class PollThreadImpl final : public QObject, public IModbusTcpInterfaceCallback 
     void InterfaceOpen();
     /// The first answer after an error. What it says does not count.
     void InterfaceAnswersAgain();
+    /// Every answer, whatever it says.
+    void InterfaceAnswered();
 
   public Q_SLOTS:
     void SlotOnTimer();

@@ -7,6 +7,7 @@
 #include <devicecontrol/multichannelserver/common/gts/plant/errorreport.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/gtsconfig.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/plantmodule.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/wholehertz.h>
 
 #include <platform/app/trace.h>
 #include <platform/config/cfgcenter.h>
@@ -18,6 +19,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -123,6 +125,7 @@ void SuppressionPlant::Save() {
 void SuppressionPlant::Add(PlantModule& module) {
     m_modules.push_back(&module);
     module.SetPlant(this);
+    module.SetNumber(m_nextNumber++);
     const auto tellFailure = [this, &module](const QString&, const QString&, int code, const QString& text) {
         if (m_listener == nullptr) return;
         m_listener->OnModuleFailed({module.GetIdentity(), code, text, module.GetAddressFault()});
@@ -192,6 +195,34 @@ std::vector<ModuleSettings> SuppressionPlant::GetSettings() const {
     for (const PlantModule* const module : m_modules)
         all.push_back(module->GetSettings());
     return all;
+}
+
+void SuppressionPlant::ForEachModule(const std::function<void(const ModuleView&)>& look) const {
+    for (const PlantModule* const module : m_modules)
+        look(module->GetView());
+}
+
+std::vector<double> SuppressionPlant::GetUnsupervisedFrequencies() const {
+    std::set<std::uint64_t> assigned;
+    std::set<std::uint64_t> watched;
+    for (const PlantModule* const module : m_modules) {
+        const ModuleView view = module->GetView();
+        std::set<std::uint64_t>& all = view.state == EModuleState::Connected ? watched : assigned;
+        std::uint64_t hertz = 0;
+        for (const double frequency : view.frequencies)
+            if (frequency > 0.0 && wholehertz::Of(frequency, &hertz)) all.insert(hertz);
+    }
+    std::vector<double> unsupervised;
+    for (const std::uint64_t hertz : assigned)
+        if (watched.count(hertz) == 0) unsupervised.push_back(static_cast<double>(hertz));
+    return unsupervised;
+}
+
+bool SuppressionPlant::IsUnsupervised(double hz) const {
+    std::uint64_t hertz = 0;
+    if (!wholehertz::Of(hz, &hertz)) return false;
+    const std::vector<double> all = GetUnsupervisedFrequencies();
+    return std::binary_search(all.begin(), all.end(), static_cast<double>(hertz));
 }
 
 void SuppressionPlant::ShowCount() const {

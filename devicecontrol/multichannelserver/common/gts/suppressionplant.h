@@ -3,6 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
 #include <devicecontrol/multichannelserver/common/gts/modulestate.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleview.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -43,6 +44,14 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     std::vector<ModuleSettings> GetSettings() const;
     /// What holds of the modules, in their order.
     std::vector<ModuleState> GetStates() const;
+    /// Shows \a look one module after the other, in their order.
+    void ForEachModule(const std::function<void(const ModuleView&)>& look) const;
+
+    /// Whether \a hz, by its whole hertz, is assigned to inputs none of which is watched now: their modules
+    /// do not answer, so that nobody would notice if a transmitter used it.
+    bool IsUnsupervised(double hz) const;
+    /// All of those: whole hertz, ascending, each once.
+    std::vector<double> GetUnsupervisedFrequencies() const;
 
     // As an operator does with one module, which is told by the name of its node. False if there is none.
 
@@ -91,5 +100,6 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     std::vector<PlantModule*> m_modules;
     std::set<QString> m_sections;  ///< of the configuration, of which modules were made
     ISuppressionListener* m_listener = nullptr;
+    int m_nextNumber = 0;
     bool m_isSaved = false;
 };

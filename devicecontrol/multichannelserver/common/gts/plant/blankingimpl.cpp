@@ -20,7 +20,7 @@ void Blanking::BlankingImpl::EnableClient(BlankingClient* client, bool enable) {
 
 std::optional<BlankingSource> Blanking::BlankingImpl::WhoBlanks(double frequency) const {
     std::uint64_t wanted = 0;
-    if (!m_node || !ToWholeHertz(frequency, &wanted) || !m_blanked.Contains(wanted)) return std::nullopt;
+    if (!m_node || !wholehertz::Of(frequency, &wanted) || !m_blanked.Contains(wanted)) return std::nullopt;
     for (values::TreeItem* item = m_node->GetFirstChild(); item != nullptr; item = item->GetNextSibling()) {
         const auto found = m_modules.find(item->GetObservable());
         if (found == m_modules.end()) continue;
@@ -32,6 +32,13 @@ std::optional<BlankingSource> Blanking::BlankingImpl::WhoBlanks(double frequency
         }
     }
     return std::nullopt;
+}
+
+std::vector<double> Blanking::BlankingImpl::GetBlanked() const {
+    std::vector<std::uint64_t> hertz = m_scratch;
+    std::sort(hertz.begin(), hertz.end());
+    hertz.erase(std::unique(hertz.begin(), hertz.end()), hertz.end());
+    return std::vector<double>(hertz.begin(), hertz.end());
 }
 
 void Blanking::BlankingImpl::Update(Observable* source, TChangeCode code) {

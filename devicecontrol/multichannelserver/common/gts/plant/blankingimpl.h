@@ -4,6 +4,7 @@
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/frequencyset.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/moduleblankingrecord.h>
+#include <devicecontrol/multichannelserver/common/gts/plant/wholehertz.h>
 
 #include <platform/values/node.h>
 #include <platform/values/observation.h>
@@ -25,10 +26,12 @@ class Blanking::BlankingImpl final : public IObserver {
     bool IsBlanked(double frequency, const BlankingClient* client) const {
         if (!m_disabledClients.empty() && IsDisabled(client)) return false;
         std::uint64_t hertz = 0;
-        return ToWholeHertz(frequency, &hertz) && m_blanked.Contains(hertz);
+        return wholehertz::Of(frequency, &hertz) && m_blanked.Contains(hertz);
     }
 
     std::optional<BlankingSource> WhoBlanks(double frequency) const;
+    /// What Rebuild() put in last, ascending, each once.
+    std::vector<double> GetBlanked() const;
 
     void Update(Observable* source, TChangeCode code) override;
 
@@ -46,19 +49,6 @@ class Blanking::BlankingImpl final : public IObserver {
     template <class V>
     using ObservedMap = std::map<Observable*, Observed<V>>;
 
-    /// Truncates toward zero (fixed: whole-hertz). False for what no unsigned 64-bit integer can hold, NaN
-    /// among it.
-    static bool ToWholeHertz(double frequency, std::uint64_t* hertz) {
-        constexpr double SignBit = 9223372036854775808.0;  // 2^63
-        if (frequency > -1.0 && frequency < SignBit) {     // the usual case takes one instruction
-            *hertz = static_cast<std::uint64_t>(static_cast<std::int64_t>(frequency));
-            return true;
-        }
-        if (!(frequency >= SignBit && frequency < 2.0 * SignBit)) return false;
-        *hertz = static_cast<std::uint64_t>(frequency);
-        return true;
-    }
-
     bool IsDisabled(const BlankingClient* client) const {
         return std::find(m_disabledClients.begin(), m_disabledClients.end(), client) !=
                m_disabledClients.end();
@@ -73,7 +63,8 @@ class Blanking::BlankingImpl final : public IObserver {
     static void ReadAssignments(const Observed<Assignments>& assignments);
     /// Whether input \a i of a module blanks a frequency, whose \a hertz then are whole.
     static bool IsBlanking(const ModuleBlankingRecord& record, std::size_t i, std::uint64_t* hertz) {
-        return record.active[i] && record.frequencies[i] > 0.0 && ToWholeHertz(record.frequencies[i], hertz);
+        return record.active[i] && record.frequencies[i] > 0.0 &&
+               wholehertz::Of(record.frequencies[i], hertz);
     }
     static void CollectBlanked(ModuleBlankingRecord& record);
     void Rebuild();

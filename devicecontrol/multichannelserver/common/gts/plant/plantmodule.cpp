@@ -13,6 +13,21 @@
 #include <cmath>
 #include <utility>
 
+namespace {
+
+// Why a module that is not in error is not connected either.
+QString NotAsked() {
+    return QStringLiteral("disconnected by an operator");
+}
+QString NoAnswerYet() {
+    return QStringLiteral("no answer yet");
+}
+QString Closed() {
+    return QStringLiteral("the connection was closed");
+}
+
+}  // namespace
+
 // fixed: inputs-by-type
 unsigned short PlantModule::GetNumberOfInputsOf(const QString& type) {
     return type == QLatin1String("ADAM-6051") ? 12 : 6;
@@ -132,6 +147,26 @@ ModuleState PlantModule::GetModuleState() const {
     return {GetSettings(), GetState(), static_cast<quint32>(m_inputDiscretes)};
 }
 
+ModuleView PlantModule::GetView() const {
+    return {m_number,
+            m_identity,
+            m_pollInterval,
+            GetState(),
+            m_reason,
+            m_stateSince,
+            m_pollThread->GetLastAnswer(),
+            static_cast<quint32>(m_inputDiscretes),
+            m_frequencies,
+            m_labels};
+}
+
+void PlantModule::TellState(const QString& reason) {
+    m_reason = reason;
+    if (m_toldState != GetState()) m_stateSince = QDateTime::currentDateTimeUtc();
+    m_toldState = GetState();
+    Q_EMIT SignalChanged();
+}
+
 void PlantModule::SaveAssignments(ICfg& section) const {
     const std::unique_ptr<ICfg> assignments(section.ProvideSection(gtskeys::Assignments));
     if (!assignments) return;
@@ -144,6 +179,7 @@ void PlantModule::SaveAssignments(ICfg& section) const {
 void PlantModule::Connect() {
     m_reconnectWanted = false;
     if (m_connected || m_pollThread->isRunning()) return;
+    if (!m_error) TellState(NoAnswerYet());
     const unsigned error = m_pollThread->Start();
     // Later, as all errors: whoever connects a new module may not listen to it yet.
     const auto report = [this, error] {
@@ -162,7 +198,7 @@ void PlantModule::Disconnect() {
     }
     m_connected = false;
     m_inputDiscretes = 0;
-    Q_EMIT SignalChanged();
+    TellState(m_error ? m_reason : NotAsked());
     RefreshTree();
 }
 
@@ -186,7 +222,7 @@ void PlantModule::Update(Observable* source, TChangeCode code) {
 void PlantModule::SlotOnConnectionEstablished() {
     m_connected = true;
     m_error = false;
-    Q_EMIT SignalChanged();
+    TellState(QString());
     RefreshTree();
 }
 
@@ -194,7 +230,7 @@ void PlantModule::SlotOnConnectionClosed() {
     m_inputDiscretes = 0;  // what was read over this connection is no reading of the next
     if (!m_error) {
         m_connected = false;
-        Q_EMIT SignalChanged();
+        TellState(Closed());
         if (m_reconnectWanted) Connect();
     }
     RefreshTree();
@@ -202,13 +238,16 @@ void PlantModule::SlotOnConnectionClosed() {
 
 void PlantModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
     const bool isNew = m_connected || !m_error;  // every poll fails then, and nothing else has changed
+    const bool isOther = isNew || m_errorCode != errorcode;
     m_connected = false;
     m_error = true;
     m_inputDiscretes = 0;
-    if (isNew) {
-        Q_EMIT SignalChanged();
-        RefreshTree();
+    m_errorCode = errorcode;
+    if (isOther) {
+        const QString fault = m_addressFault.isEmpty() ? QString() : QStringLiteral(": ") + m_addressFault;
+        TellState(QStringLiteral("%1 (%2)%3").arg(errortext, QString::number(errorcode), fault));
     }
+    if (isNew) RefreshTree();
     Q_EMIT SignalError(m_identity.type, m_identity.address, errorcode, errortext);
 }
 

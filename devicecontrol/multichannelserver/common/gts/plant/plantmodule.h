@@ -3,11 +3,13 @@
 
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
 #include <devicecontrol/multichannelserver/common/gts/modulestate.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleview.h>
 #include <devicecontrol/multichannelserver/common/gts/plant/publishedmodule.h>
 #include <devicecontrol/multichannelserver/common/gts/pollinterval.h>
 
 #include <platform/values/observable.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
@@ -43,12 +45,15 @@ class PlantModule : public QObject, public IObserver {
     /// What people set of it, in whichever way.
     ModuleSettings GetSettings() const;
     ModuleState GetModuleState() const;
+    ModuleView GetView() const;
     /// The inputs that a module of this type has.
     static unsigned short GetNumberOfInputsOf(const QString& type);
 
     /// Of whose list it is one; null for none. Its plant sees to it that no two modules publish the same
     /// node.
     void SetPlant(SuppressionPlant* plant) { m_plant = plant; }
+    /// Its own in its plant.
+    void SetNumber(int number) { m_number = number; }
     /// Takes the three values over and publishes the module anew. It must not be connected.
     void Apply(const QString& type, const QString& address, PollInterval pollInterval);
     /// Disconnects, applies the three values and connects.
@@ -101,6 +106,8 @@ class PlantModule : public QObject, public IObserver {
 
   private:
     PublishedModule::Content GetContent() const;
+    /// Notes why it is in the state that it is in, and since when, and tells of it.
+    void TellState(const QString& reason);
 
     SuppressionPlant* m_plant = nullptr;
     ModuleIdentity m_identity;
@@ -112,6 +119,11 @@ class PlantModule : public QObject, public IObserver {
     std::vector<QString> m_labels;       ///< by input
     bool m_connected = false;
     bool m_error = false;
+    int m_number = 0;
+    int m_errorCode = 0;  ///< the last one
+    QString m_reason;
+    EState m_toldState = EState::Disconnected;
+    QDateTime m_stateSince = QDateTime::currentDateTimeUtc();
     bool m_reconnectWanted = false;  ///< fixed: stays-closed. Nobody sets it.
     std::unique_ptr<PollThread> m_pollThread;
     PublishedModule m_published;
