@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>Age</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>%1 d</source>
+        <translation>%1 d</translation>
+    </message>
+</context>
+<context>
+    <name>AlarmBar</name>
+    <message>
+        <source>Ac&amp;knowledge</source>
+        <translation>&amp;Quittieren</translation>
+    </message>
+    <message>
+        <source>Reco&amp;nnect</source>
+        <translation>&amp;Neu verbinden</translation>
+    </message>
+    <message>
+        <source>Reconnect the input modules</source>
+        <translation>Die Eingangsmodule neu verbinden</translation>
+    </message>
+    <message>
+        <source>Takes this bar away at this console until another frequency is lost.</source>
+        <translation>Nimmt diese Zeile an dieser Konsole weg, bis eine weitere Frequenz verloren geht.</translation>
+    </message>
+    <message>
+        <source>NOT SUPERVISED: %1. A keyed transmitter is not seen there.</source>
+        <translation>NICHT ÜBERWACHT: %1. Ein getasteter Sender wird dort nicht gesehen.</translation>
+    </message>
+</context>
+<context>
     <name>CommandsPage</name>
     <message>
         <source>Reconnect &amp;input modules</source>
@@ -455,6 +497,213 @@
     </message>
 </context>
 <context>
+    <name>Judgement</name>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>power on</source>
+        <translation>eingeschaltet</translation>
+    </message>
+    <message>
+        <source>loading</source>
+        <translation>lädt</translation>
+    </message>
+    <message>
+        <source>self test</source>
+        <translation>Selbsttest</translation>
+    </message>
+    <message>
+        <source>calibrating</source>
+        <translation>kalibriert</translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <translation>bereit</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>ausgefallen</translation>
+    </message>
+    <message>
+        <source>idle</source>
+        <translation>Ruhe</translation>
+    </message>
+    <message>
+        <source>fixed frequency</source>
+        <translation>Festfrequenz</translation>
+    </message>
+    <message>
+        <source>audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>scan</source>
+        <translation>Scan</translation>
+    </message>
+    <message>
+        <source>calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>built-in test</source>
+        <translation>Eigentest</translation>
+    </message>
+    <message>
+        <source>memory scan</source>
+        <translation>Speicherscan</translation>
+    </message>
+    <message>
+        <source>The server does not tell.</source>
+        <translation>Der Server sagt es nicht.</translation>
+    </message>
+    <message>
+        <source>%1 since %2</source>
+        <translation>%1 seit %2</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>Connected to %1, encrypted. What is shown is live.</source>
+        <translation>Mit %1 verbunden, verschlüsselt. Alles Gezeigte gilt jetzt.</translation>
+    </message>
+    <message>
+        <source>Connected to %1. What is shown is live.</source>
+        <translation>Mit %1 verbunden. Alles Gezeigte gilt jetzt.</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>not connected</source>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>A click asks for a server.</source>
+        <translation>Ein Klick fragt nach einem Server.</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>verbindet</translation>
+    </message>
+    <message>
+        <source>lost for %1</source>
+        <translation>verloren seit %1</translation>
+    </message>
+    <message>
+        <source>The connection to %1 is lost; what is shown is %2 old.</source>
+        <translation>Die Verbindung zu %1 ist verloren; das Gezeigte ist %2 alt.</translation>
+    </message>
+    <message>
+        <source>switched off</source>
+        <translation>ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>no connection</source>
+        <translation>keine Verbindung</translation>
+    </message>
+    <message>
+        <source>Boot state: %1</source>
+        <translation>Bootzustand: %1</translation>
+    </message>
+    <message>
+        <source>Mode: %1</source>
+        <translation>Betriebsart: %1</translation>
+    </message>
+    <message>
+        <source>Connection: %1</source>
+        <translation>Verbindung: %1</translation>
+    </message>
+    <message>
+        <source>nobody</source>
+        <translation>niemand</translation>
+    </message>
+    <message>
+        <source>No MpxORV is job master.</source>
+        <translation>Kein MpxORV ist Auftragsmaster.</translation>
+    </message>
+    <message>
+        <source>this console</source>
+        <translation>diese Konsole</translation>
+    </message>
+    <message>
+        <source>Job master: %1</source>
+        <translation>Auftragsmaster: %1</translation>
+    </message>
+    <message>
+        <source>%1 NOT SUPERVISED</source>
+        <translation>%1 NICHT ÜBERWACHT</translation>
+    </message>
+    <message>
+        <source>Not supervised: %1</source>
+        <translation>Nicht überwacht: %1</translation>
+    </message>
+    <message>
+        <source>%1 keyed</source>
+        <translation>%1 getastet</translation>
+    </message>
+    <message>
+        <source>Keyed: %1</source>
+        <translation>Getastet: %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 answer</source>
+        <translation>%1 von %2 antworten</translation>
+    </message>
+    <message>
+        <source>no modules</source>
+        <translation>keine Module</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules answer</source>
+        <translation>%1 von %2 Modulen antworten</translation>
+    </message>
+    <message>
+        <source>The server has no input modules.</source>
+        <translation>Der Server hat keine Eingangsmodule.</translation>
+    </message>
+    <message>
+        <source>not used</source>
+        <translation>nicht benutzt</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keines</translation>
+    </message>
+    <message>
+        <source>There is none yet.</source>
+        <translation>Es gibt noch keines.</translation>
+    </message>
+    <message>
+        <source>NOT TUNED</source>
+        <translation>NICHT EINGESTELLT</translation>
+    </message>
+    <message>
+        <source>not supervised</source>
+        <translation>nicht überwacht</translation>
+    </message>
+    <message>
+        <source>keyed</source>
+        <translation>getastet</translation>
+    </message>
+    <message>
+        <source>%1 old</source>
+        <translation>%1 alt</translation>
+    </message>
+    <message>
+        <source>The connection is lost: %1.</source>
+        <translation>Die Verbindung ist verloren: %1.</translation>
+    </message>
+</context>
+<context>
     <name>MpxOrvPage</name>
     <message>
         <source>Use an MpxORV of my own</source>
@@ -725,6 +974,67 @@
     <message>
         <source>These lose what they have: %1.</source>
         <translation>Es verlieren, was sie haben: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>SeverityLook</name>
+    <message>
+        <source>in order</source>
+        <translation>in Ordnung</translation>
+    </message>
+    <message>
+        <source>worth a look</source>
+        <translation>beachten</translation>
+    </message>
+    <message>
+        <source>needs action</source>
+        <translation>eingreifen</translation>
+    </message>
+    <message>
+        <source>out of date</source>
+        <translation>veraltet</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>Situation</name>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Master</source>
+        <translation>Master</translation>
+    </message>
+    <message>
+        <source>Suppression</source>
+        <translation>Unterdrückung</translation>
+    </message>
+    <message>
+        <source>My MpxORV</source>
+        <translation>Mein MpxORV</translation>
+    </message>
+    <message>
+        <source>connecting to %1</source>
+        <translation>verbindet mit %1</translation>
+    </message>
+    <message>
+        <source>%1 is lost</source>
+        <translation>%1 ist verloren</translation>
+    </message>
+</context>
+<context>
+    <name>StatusStrip</name>
+    <message>
+        <source>Situation</source>
+        <translation>Lage</translation>
     </message>
 </context>
 <context>

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consolewindow.h>
 
+#include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/mpxorvpage.h>
+#include <apps/mcconsole/statusstrip.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>
 #include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
+#include <apps/pages/serverkeys.h>
+#include <apps/pages/severitylook.h>
 #include <apps/pages/undobar.h>
 
 #include <platform/config/cfgcenter.h>
@@ -17,7 +21,6 @@
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QLocale>
-#include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
@@ -29,8 +32,7 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds LatencyInterval(1000);  // between two looks
-constexpr int MaxTextLength = 200;                          // of what others chose, such as a server's reason
+constexpr int MaxTextLength = 200;  // of what others chose, such as a server's reason
 constexpr int MaxNameLength = 40;
 
 std::unique_ptr<ICfg> Configuration() {
@@ -52,19 +54,20 @@ QLabel* PlainLabel(QWidget* parent, const char* name) {
 
 }  // namespace
 
-ConsoleWindow::ConsoleWindow(const VtClientOptions& options) : m_options(options) {
+ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
+    : m_situation(m_clock, ConsoleSession::GetBasePath(), [this] { return Connection::Of(m_session); }),
+      m_options(options) {
     setObjectName(QStringLiteral("ConsoleWindow"));
-    setWindowTitle(tr("Multi-channel console"));
     BuildPages();
     BuildStatusBar();
     BuildMenus();
     resize(QSize(800, 740).expandedTo(sizeHint()));
     m_recent.Read(*Configuration());
+    connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
-    auto* const timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &ConsoleWindow::ShowConnection);
-    timer->start(LatencyInterval);
+    connect(&m_situation, &Situation::Changed, this, &ConsoleWindow::ShowSituation);
     ShowState();
+    ShowSituation();
 }
 
 ConsoleWindow::~ConsoleWindow() {
@@ -87,7 +90,12 @@ void ConsoleWindow::BuildPages() {
     auto* const layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    auto* const strip = new StatusStrip(m_situation, central);
+    connect(strip, &StatusStrip::PageRequested, this, &ConsoleWindow::GoTo);
+    m_alarm = new AlarmBar(m_situation, central);
     m_undo = new UndoBar(m_clock, central);
+    layout->addWidget(strip);
+    layout->addWidget(m_alarm);
     layout->addWidget(m_banner);
     layout->addWidget(m_undo);
     layout->addWidget(m_tabs, 1);
@@ -208,6 +216,9 @@ void ConsoleWindow::ShowState() {
         m_boundSegments = segments;
         for (Page* const page : m_pages)
             page->Bind(ConsoleSession::GetBasePath(), segments);
+        const QString commands = Page::SegmentPath(ConsoleSession::GetBasePath(), segments, CommandSegment);
+        m_alarm->BindReconnect(commands.isEmpty() ? QString()
+                                                  : mcskeys::Join(commands, serverkeys::ReconnectModules));
     }
     ShowMpxOrv();
     ShowConnection();
@@ -277,4 +288,22 @@ void ConsoleWindow::ShowLatency() {
     const QString text =
         isKnown ? tr("%1 ms").arg(QLocale().toString(Milliseconds(*latency).count(), 'f', 2)) : QString();
     if (m_latency->text() != text) m_latency->setText(text);
+}
+
+void ConsoleWindow::ShowSituation() {
+    const QString title = m_situation.GetTitle();
+    setWindowTitle(title.isEmpty() ? tr("Multi-channel console") : title);
+    if (const ESeverity worst = m_situation.GetWorst(); worst != m_shownSeverity) {
+        m_shownSeverity = worst;
+        setWindowIcon(severitylook::Icon(worst, *this));
+    }
+    ShowConnection();
+}
+
+void ConsoleWindow::GoTo(const QString& page) {
+    if (page.isEmpty()) return AskForServer();
+    auto* const wanted = m_tabs->findChild<ScrolledPage*>(page);
+    if (wanted == nullptr) return;
+    m_tabs->setCurrentWidget(wanted);
+    m_tabs->setFocus();
 }

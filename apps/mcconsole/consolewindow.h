@@ -2,13 +2,15 @@
 #pragma once
 
 #include <apps/common/qtclock.h>
-#include <apps/mcconsole/consolesession.h>
 #include <apps/mcconsole/recentservers.h>
+#include <apps/mcconsole/session/consolesession.h>
+#include <apps/mcconsole/session/situation.h>
 
 #include <QtWidgets/QMainWindow>
 
 #include <vector>
 
+class AlarmBar;
 class MpxOrvPage;
 class Page;
 class QAction;
@@ -16,7 +18,7 @@ class QLabel;
 class QTabWidget;
 class UndoBar;
 
-/// The operator's window: a page for each thing, and below them how the connection is. Main thread.
+/// The operator's window: above all pages the situation, and a page for each thing. Main thread.
 class ConsoleWindow : public QMainWindow {
     Q_OBJECT
 
@@ -54,6 +56,9 @@ class ConsoleWindow : public QMainWindow {
     void ShowConnection();
     void ShowMpxOrv();
     void ShowLatency();
+    void ShowSituation();
+    /// Brings the page with that object name to the front; without a name asks for a server.
+    void GoTo(const QString& page);
     void ChangeDark(bool isDark);
     void ShowAbout();
     QString ConnectionText() const;
@@ -61,6 +66,7 @@ class ConsoleWindow : public QMainWindow {
 
     QtClock m_clock;
     ConsoleSession m_session;
+    Situation m_situation;
     VtClientOptions m_options;
     bool m_prefersEncryption = false;
     RecentServers m_recent;
@@ -68,6 +74,7 @@ class ConsoleWindow : public QMainWindow {
     std::vector<Page*> m_pages;
     MpxOrvPage* m_mpxOrvPage = nullptr;
     QLabel* m_banner = nullptr;  ///< above the pages, while there is no connection
+    AlarmBar* m_alarm = nullptr;
     UndoBar* m_undo = nullptr;
     bool m_isForced = false;
     QLabel* m_connection = nullptr;
@@ -77,4 +84,5 @@ class ConsoleWindow : public QMainWindow {
     QAction* m_dark = nullptr;
     EMCSControlTreeSegments m_boundSegments = NoSegments;
     QString m_boundMpxOrv;
+    std::optional<ESeverity> m_shownSeverity;  ///< by the window's icon
 };

@@ -4,6 +4,7 @@
 #include <apps/mcconsole/tune/frequencyfield.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 #include <apps/mcconsole/tune/tunemark.h>
+#include <apps/pages/severitylook.h>
 
 #include <platform/widgets/valuetext.h>
 
@@ -193,7 +194,7 @@ void TuneBar::ShowMark(Tuning::EState state) {
     m_mark->setPalette(colours);
     m_mark->setText(mark.word);
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(mark.icon ? style()->standardIcon(*mark.icon, nullptr, this).pixmap(size) : QPixmap());
+    m_icon->setPixmap(mark.severity ? severitylook::Icon(*mark.severity, *this).pixmap(size) : QPixmap());
     // As wide in any case, so that nothing moves.
     if (!IsWrong(state)) colours.setColor(QPalette::WindowText, palette().color(QPalette::Window));
     m_frame->setPalette(colours);

@@ -10,6 +10,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTextEdit>
+#include <QtWidgets/QToolButton>
 
 namespace {
 
@@ -203,6 +204,38 @@ TEST_F(ConsoleTest, SaysWhyItIsNotLetIn) {
     EXPECT_TRUE(WaitFor([this] {
         return Banner()->text().contains(QLatin1String("user or token is wrong"));
     })) << Banner()->text().toStdString();
+}
+
+TEST_F(ConsoleTest, TellsTheSituationInTitleAndStrip) {
+    const QString title = window->windowTitle();
+    EXPECT_EQ(title, QStringLiteral("Multi-channel console"));
+    EXPECT_FALSE(window->windowIcon().isNull());
+    const qint64 icon = window->windowIcon().cacheKey();
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    Tree({QStringLiteral("set"), QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+          QStringLiteral("mast-north")});
+    EXPECT_TRUE(
+        WaitFor([this] { return window->windowTitle() == QStringLiteral("TestConsole \u00b7 mast-north"); }));
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    Type(Find<QLineEdit>("MyMpxORV", "Frequency"), "121.5");
+    EXPECT_TRUE(WaitFor([this] {
+        return window->windowTitle() == QStringLiteral("TestConsole \u00b7 121.5 MHz \u00b7 mast-north");
+    }));
+    EXPECT_TRUE(WaitFor([&] { return window->windowIcon().cacheKey() != icon; }));
+    server.Kill();
+    EXPECT_TRUE(WaitFor([this] {
+        return window->windowTitle() ==
+               QStringLiteral("TestConsole \u00b7 121.5 MHz \u00b7 mast-north is lost");
+    }));
+}
+
+TEST_F(ConsoleTest, LeadsFromTheStripToThePageOfTheCause) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    Page("Log");
+    QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("OwnState")), Qt::LeftButton);
+    EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("MyMpxORV"));
+    QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("MasterState")), Qt::LeftButton);
+    EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("MpxORVs"));
 }
 
 }  // namespace

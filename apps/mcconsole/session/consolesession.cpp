@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/consolesession.h>
+#include <apps/mcconsole/session/consolesession.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mpxorvhandle.h>

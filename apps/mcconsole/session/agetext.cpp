@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/session/agetext.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QLocale>
+
+namespace {
+
+QString Translated(const char* text, std::chrono::seconds::rep number) {
+    return QCoreApplication::translate("Age", text).arg(number);
+}
+
+}  // namespace
+
+QString agetext::Of(std::chrono::milliseconds age) {
+    using namespace std::chrono_literals;
+    constexpr auto day = 24h;
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(age);
+    if (seconds < 1min) return Translated(QT_TRANSLATE_NOOP("Age", "%1 s"), seconds.count());
+    if (seconds < 1h) return Translated(QT_TRANSLATE_NOOP("Age", "%1 min"), seconds / 1min);
+    if (seconds < 2 * day) return Translated(QT_TRANSLATE_NOOP("Age", "%1 h"), seconds / 1h);
+    return Translated(QT_TRANSLATE_NOOP("Age", "%1 d"), seconds / day);
+}
+
+QString agetext::Moment(const QString& utc, const QDateTime& now) {
+    const QDateTime moment = QDateTime::fromString(utc, Qt::ISODateWithMs).toLocalTime();
+    if (!moment.isValid()) return QString();
+    const QString time = moment.time().toString(QStringLiteral("HH:mm:ss"));
+    if (moment.date() == now.date()) return time;
+    return QLocale().toString(moment.date(), QLocale::ShortFormat) + QLatin1Char(' ') + time;
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcconsole/session/consolesession.h>
+
+/// How the connection to the server is, at one moment.
+struct Connection {
+    ConsoleSession::EState state = ConsoleSession::EState::Idle;
+    ServerAddress server;
+    bool isEncrypted = false;
+    QString problem;  ///< why there is none, as far as anybody knows
+    std::optional<std::chrono::microseconds> latency;
+
+    // The console's own MpxORV.
+    bool isMpxOrvUsed = true;
+    bool isMpxOrvMissing = false;
+    QString mpxOrvProblem;
+    QString mpxOrvName;
+    QString mpxOrvPath;  ///< empty while there is none
+
+    static Connection Of(const ConsoleSession& session) {
+        return {session.GetState(),        session.GetServer(),        session.IsEncrypted(),
+                session.GetProblem(),      session.GetLatency(),       session.UsesMpxOrv(),
+                session.IsMpxOrvMissing(), session.GetMpxOrvProblem(), session.GetMpxOrvName(),
+                session.GetMpxOrvPath()};
+    }
+};

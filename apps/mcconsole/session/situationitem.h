@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/pages/severity.h>
+
+#include <QtCore/QString>
+
+/// One thing that an operator looks at first.
+struct SituationItem {
+    ESeverity severity = ESeverity::Unknown;
+    QString word;    ///< as short as it can be told
+    QString detail;  ///< all that is known, in lines
+    QString page;    ///< the object name of the page with the cause; empty: asking for a server
+
+    bool operator==(const SituationItem& other) const {
+        return severity == other.severity && word == other.word && detail == other.detail &&
+               page == other.page;
+    }
+};

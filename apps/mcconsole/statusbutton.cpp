@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/statusbutton.h>
+
+#include <apps/pages/severitylook.h>
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QStyle>
+
+namespace {
+
+constexpr int Margin = 6;           // pixels around icon and text, and between them
+constexpr int LeastCharacters = 6;  // that are seen in a narrow window
+
+}  // namespace
+
+StatusButton::StatusButton(const QString& name, const QString& caption, QWidget* parent)
+    : QToolButton(parent), m_caption(caption) {
+    setObjectName(name);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setAutoRaise(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    const int size = style()->pixelMetric(QStyle::PM_ButtonIconSize, nullptr, this);
+    setIconSize(QSize(size, size));
+    Show(m_item);
+}
+
+void StatusButton::Show(const SituationItem& item) {
+    m_item = item;
+    const QString title = QStringLiteral("%1: %2").arg(m_caption, item.word);
+    setToolTip(item.detail.isEmpty() ? title : title + QLatin1Char('\n') + item.detail);
+    setAccessibleName(QStringLiteral("%1 (%2)").arg(title, severitylook::Word(item.severity)));
+    setAccessibleDescription(item.detail);
+    ShowLook();
+}
+
+void StatusButton::ShowLook() {
+    const QColor colour = severitylook::Colour(m_item.severity, palette());
+    if (palette().color(QPalette::ButtonText) != colour) {
+        QPalette colours = palette();
+        colours.setColor(QPalette::ButtonText, colour);
+        setPalette(colours);
+    }
+    QFont weight = font();
+    weight.setBold(m_item.severity == ESeverity::Act);
+    if (weight != font()) setFont(weight);
+    setIcon(severitylook::Icon(m_item.severity, *this));
+    ShowText();
+}
+
+void StatusButton::ShowText() {
+    const QFontMetrics metrics = fontMetrics();
+    const auto fitting = [&](const QString& text) {
+        // What is a mark of a key to the button is a character to whoever chose the name.
+        return metrics.elidedText(text, Qt::ElideRight, TextWidth())
+            .replace(QLatin1Char('&'), QLatin1String("&&"));
+    };
+    const QString text = fitting(m_caption) + QLatin1Char('\n') + fitting(m_item.word);
+    if (text != this->text()) setText(text);
+}
+
+int StatusButton::TextWidth() const {
+    return width() - iconSize().width() - 3 * Margin;
+}
+
+QSize StatusButton::SizeFor(int textWidth) const {
+    const int height = qMax(iconSize().height(), 2 * fontMetrics().lineSpacing());
+    return QSize(textWidth + iconSize().width() + 3 * Margin, height + Margin);
+}
+
+QSize StatusButton::sizeHint() const {
+    return minimumSizeHint();
+}
+
+QSize StatusButton::minimumSizeHint() const {
+    return SizeFor(LeastCharacters * fontMetrics().averageCharWidth());
+}
+
+void StatusButton::resizeEvent(QResizeEvent* event) {
+    QToolButton::resizeEvent(event);
+    ShowText();
+}
+
+void StatusButton::changeEvent(QEvent* event) {
+    QToolButton::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) ShowLook();
+}

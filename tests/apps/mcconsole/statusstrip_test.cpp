@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+// The strip above all pages, by keys and clicks.
+#include <apps/mcconsole/statusbutton.h>
+#include <apps/mcconsole/statusstrip.h>
+#include <apps/pages/colours.h>
+
+#include <tests/apps/mcconsole/situationfixture.h>
+
+#include <gmock/gmock.h>
+
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+
+#include <set>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class StatusStripTest : public SituationTest {
+  protected:
+    StatusStripTest() {
+        server.MakeUsual();
+        server.Tune(121.5e6);
+        Be(EState::Connected);
+        strip = std::make_unique<StatusStrip>(*situation);
+        strip->resize(1000, strip->sizeHint().height());
+        strip->show();
+        QApplication::setActiveWindow(strip.get());
+        QObject::connect(strip.get(), &StatusStrip::PageRequested,
+                         [this](const QString& page) { pages.push_back(page.toStdString()); });
+    }
+    ~StatusStripTest() override { colours::Apply(false); }
+
+    StatusButton* Button(const char* name) const {
+        return strip->findChild<StatusButton*>(QString::fromLatin1(name));
+    }
+    void Click(const char* name) { QTest::mouseClick(Button(name), Qt::LeftButton); }
+
+    std::unique_ptr<StatusStrip> strip;
+    std::vector<std::string> pages;
+};
+
+TEST_F(StatusStripTest, NamesEachThingAndHowItIs) {
+    EXPECT_EQ(Button("ServerState")->text(), QStringLiteral("Server\nmast-north"));
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device\nready, scan"));
+    EXPECT_EQ(Button("MasterState")->text(), QStringLiteral("Master\nnobody"));
+    EXPECT_EQ(Button("SuppressionState")->text(), QStringLiteral("Suppression\n2 of 2 answer"));
+    EXPECT_EQ(Button("OwnState")->text(), QStringLiteral("My MpxORV\n121.5 MHz"));
+}
+
+TEST_F(StatusStripTest, ClicksLeadToTheCause) {
+    for (const char* name : {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
+        Click(name);
+    EXPECT_THAT(pages, ElementsAre("Status", "Status", "MpxORVs", "Suppression", "MyMpxORV"));
+    server.Flag("Status/Online", false);
+    server.Flag("Command/ShallBeConnected", false);
+    Click("DeviceState");
+    EXPECT_EQ(pages.back(), "Commands");
+}
+
+TEST_F(StatusStripTest, KeysLeadToTheCauseToo) {
+    Button("ServerState")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), Button("MasterState"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_THAT(pages, ElementsAre("MpxORVs"));
+}
+
+TEST_F(StatusStripTest, TellsAReaderWhatTheColourSays) {
+    server.Suppress(2, 1, {}, {121.5e6});
+    EXPECT_THAT(Button("SuppressionState")->accessibleName().toStdString(),
+                HasSubstr("Suppression: 1 NOT SUPERVISED, 1 of 2 answer (needs action)"));
+    EXPECT_THAT(Button("SuppressionState")->toolTip().toStdString(), HasSubstr("Not supervised: 121.5 MHz"));
+}
+
+struct LookRow {
+    const char* name;
+    bool isDark;
+};
+
+class StatusLooks : public StatusStripTest, public testing::WithParamInterface<LookRow> {
+  protected:
+    QRgb Colour() const { return Button("DeviceState")->palette().color(QPalette::ButtonText).rgb(); }
+    qint64 Icon() const { return Button("DeviceState")->icon().pixmap(16).toImage().isNull() ? 0 : 1; }
+};
+
+TEST_P(StatusLooks, DifferInColourAndShape) {
+    colours::Apply(GetParam().isDark);
+    std::set<QRgb> seen;
+    std::vector<QImage> shapes;
+    const auto look = [&] {
+        seen.insert(Colour());
+        const QImage shape = Button("DeviceState")->icon().pixmap(16).toImage();
+        for (const QImage& other : shapes)
+            EXPECT_NE(shape, other);
+        shapes.push_back(shape);
+        // Readable on what it stands on.
+        const int difference =
+            QColor(Colour()).lightness() - strip->palette().color(QPalette::Window).lightness();
+        EXPECT_GT(qAbs(difference), 70);
+    };
+    look();
+    server.Key("Status/BootState", BootSelfTest);
+    look();
+    server.Key("Status/BootState", BootFailed);
+    look();
+    Be(EState::Lost);
+    look();
+    EXPECT_EQ(seen.size(), 4U);
+}
+
+INSTANTIATE_TEST_SUITE_P(, StatusLooks, testing::Values(LookRow{"Light", false}, LookRow{"Dark", true}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(StatusStripTest, FitsANarrowWindow) {
+    server.Text("Config/DeviceName", "a name that is much longer than there is room for & more");
+    const int height = strip->sizeHint().height();
+    strip->resize(600, height);
+    QCoreApplication::processEvents();
+    EXPECT_LE(strip->minimumSizeHint().width(), 600);
+    EXPECT_EQ(strip->width(), 600);
+    EXPECT_TRUE(Button("ServerState")->text().endsWith(QChar(0x2026)));
+    EXPECT_THAT(Button("ServerState")->accessibleName().toStdString(), HasSubstr("a name that is much"));
+}
+
+}  // namespace
