@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
 #include <QtCore/QTime>
 
 #include <chrono>
@@ -18,6 +20,10 @@ class IClock {
     virtual std::chrono::milliseconds Now() const = 0;
     /// What the clock on the wall shows.
     virtual QTime TimeOfDay() const = 0;
+    /// The same moment for people and programs elsewhere.
+    virtual QDateTime Utc() const = 0;
+    /// As the server's tree holds moments: "2026-11-22T14:03:21.000Z".
+    QString UtcText() const { return Utc().toString(Qt::ISODateWithMs); }
 
     /// Runs \a action once, after \a delay, through the event loop, also for 0.
     /// \return a number, never 0, to cancel it with.

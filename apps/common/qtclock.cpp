@@ -19,6 +19,10 @@ QTime QtClock::TimeOfDay() const {
     return QTime::currentTime();
 }
 
+QDateTime QtClock::Utc() const {
+    return QDateTime::currentDateTimeUtc();
+}
+
 int QtClock::After(std::chrono::milliseconds delay, Action action) {
     const int number = ++m_lastNumber;
     auto* const timer = new QTimer(&m_context);

@@ -17,6 +17,7 @@ class QtClock : public IClock {
 
     std::chrono::milliseconds Now() const override;
     QTime TimeOfDay() const override;
+    QDateTime Utc() const override;
     int After(std::chrono::milliseconds delay, Action action) override;
     void Cancel(int number) override;
 

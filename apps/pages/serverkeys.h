@@ -9,4 +9,15 @@ namespace serverkeys {
 /// Among the commands, where the server has input modules: connects those in error anew.
 inline constexpr QLatin1String ReconnectModules = mcskeys::detail::Key("ReconnectModules");
 
+/// Below the status: the job master, as two texts, which are empty while there is none.
+inline constexpr QLatin1String Master = mcskeys::detail::Key("Master");
+inline constexpr QLatin1String MasterName = mcskeys::detail::Key("Name");
+inline constexpr QLatin1String MasterSince = mcskeys::detail::Key("Since");
+
+/// In the status of an MpxORV: what it is tuned to (Hz, 0 for nothing), and who switched its "Blanking".
+inline constexpr QLatin1String TunedFrequency = mcskeys::detail::Key("TunedFrequency");
+inline constexpr QLatin1String TunedSince = mcskeys::detail::Key("TunedSince");
+inline constexpr QLatin1String BlankingSwitchedBy = mcskeys::detail::Key("BlankingSwitchedBy");
+inline constexpr QLatin1String BlankingSwitchedSince = mcskeys::detail::Key("BlankingSwitchedSince");
+
 }  // namespace serverkeys

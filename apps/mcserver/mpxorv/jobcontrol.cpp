@@ -187,6 +187,7 @@ void JobControl::SetMaster(MpxOrv* mpxOrv) {
     MpxOrv* const before = m_master;
     m_master = mpxOrv;
     m_masterSince = m_clock.TimeOfDay();
+    m_masterFacts.Show(mpxOrv != nullptr ? mpxOrv->GetName() : QString(), m_clock);
     Set(m_status.GetMcsMasterJobControlledValue(), mpxOrv != nullptr);
     if (before != nullptr) {
         const QString text = QStringLiteral("%1 is master no more").arg(before->GetName());
@@ -298,6 +299,7 @@ bool JobControl::EndWithoutRight(MpxOrv& mpxOrv) {
 void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
     const QString does = mpxOrv.ObeysBlanking() ? QStringLiteral("obeys the blanking")
                                                 : QStringLiteral("ignores the blanking");
+    mpxOrv.GetFacts().ShowBlankingSwitched(m_log.GetActor(), m_clock);
     m_log.Write(QStringLiteral("%1 %2%3").arg(mpxOrv.GetName(), does, m_log.ByActor()));
     GuardChanged();
 }
@@ -310,6 +312,7 @@ void JobControl::ShowStatus(MpxOrv& mpxOrv) {
     if (isMaster) parts << QStringLiteral("Job master");
     if (isTuned) parts << QStringLiteral("FFM %1").arg(FrequencyText(tuning->second.hz));
     MCSMpxORVStatus& status = mpxOrv.GetStatus();
+    mpxOrv.GetFacts().ShowTuned(isTuned ? tuning->second.hz : 0.0, m_clock);
     Set(status.GetIsMasterValue(), isMaster);
     Set(status.GetIsWatchingMasterValue(), isTuned && !tuning->second.hasChannel);
     Set(status.GetOperationTypeValue(),

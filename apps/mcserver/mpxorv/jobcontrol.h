@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/iclock.h>
+#include <apps/mcserver/mpxorv/masterfacts.h>
 #include <apps/mcserver/mpxorv/mpxorv.h>
 
 #include <QtCore/QString>
@@ -92,6 +93,7 @@ class JobControl : public IMpxOrvListener {
     ITuningGuard* m_guard = nullptr;
     MpxOrv* m_master = nullptr;
     QTime m_masterSince;
+    MasterFacts m_masterFacts;
     std::set<MpxOrv*> m_mpxOrvs;
     std::map<MpxOrv*, Tuning> m_tunings;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcserver/mpxorv/mpxorvfacts.h>
 #include <apps/mcserver/mpxorv/mpxorvpath.h>
 #include <apps/mcserver/mpxorv/mpxorvrequests.h>
 
@@ -48,6 +49,7 @@ class MpxOrv : public IObserver {
     QString GetUser() const { return m_user; }
     void SetUser(const QString& user) { m_user = user; }
     MCSMpxORVStatus& GetStatus() { return m_status; }
+    MpxOrvFacts& GetFacts() { return m_facts; }
     const MCSPolicySet& GetPolicies() const { return m_policies; }
     bool Has(const MCSPolicy& policy) const { return m_policies.Contains(policy); }
     /// The names of the policies that it has lost since this was asked last, separated by commas.
@@ -79,6 +81,7 @@ class MpxOrv : public IObserver {
     QString m_user;
     IMpxOrvListener& m_listener;
     MCSMpxORVStatus m_status;
+    MpxOrvFacts m_facts;
     MCSPolicySet m_policies;
     MCSPolicySet m_hadPolicies;  ///< when TakeLostPolicies() was called
     MpxOrvRequests m_requests;

@@ -7,11 +7,14 @@
 #include <map>
 #include <utility>
 
-/// Time that passes when a test says so. Starts at 14:03:21.
+/// Time that passes when a test says so. Starts at 14:03:21 on 22 November 2026, which is UTC too.
 class ManualClock : public IClock {
   public:
     std::chrono::milliseconds Now() const override { return m_now; }
     QTime TimeOfDay() const override { return QTime(14, 3, 21).addMSecs(static_cast<int>(m_now.count())); }
+    QDateTime Utc() const override {
+        return QDateTime(QDate(2026, 11, 22), QTime(14, 3, 21), Qt::UTC).addMSecs(m_now.count());
+    }
     int After(std::chrono::milliseconds delay, Action action) override {
         m_due.emplace(std::make_pair(m_now + delay, ++m_last), std::move(action));
         return m_last;
