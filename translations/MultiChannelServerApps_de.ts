@@ -393,6 +393,10 @@
         <source>Outside what the device can be tuned to: it will never blank</source>
         <translation>Außerhalb dessen, worauf das Gerät abgestimmt werden kann: Es wird nie ausgetastet</translation>
     </message>
+    <message>
+        <source>another module is called &quot;%1&quot;</source>
+        <translation>ein anderes Modul heißt „%1“</translation>
+    </message>
 </context>
 <context>
     <name>InputRules</name>

@@ -13,4 +13,6 @@ class ITuningGuard {
 
     /// Why \a mpxOrv must not be tuned to \a hz now, one line; empty if it may.
     virtual QString RefusalOf(MpxOrv& mpxOrv, double hz) = 0;
+    /// Whether \a hz should be watched, and cannot be now: nobody would notice if it must not be used.
+    virtual bool IsUnsupervised(double hz) const = 0;
 };

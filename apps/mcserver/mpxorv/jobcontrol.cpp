@@ -63,8 +63,10 @@ void JobControl::OnRequest(MpxOrv& mpxOrv, ERequest request) {
         requests.Grant(request);
     else
         requests.TakeBack(request);
-    const QString answer =
-        (outcome.isDone ? QStringLiteral("done: ") : QStringLiteral("refused: ")) + outcome.text;
+    const bool isUnsupervised = outcome.isDone && request == ERequest::Frequency && m_guard != nullptr &&
+                                m_guard->IsUnsupervised(requests.GetFrequency());
+    const QString done = isUnsupervised ? QStringLiteral("done, not supervised: ") : QStringLiteral("done: ");
+    const QString answer = (outcome.isDone ? done : QStringLiteral("refused: ")) + outcome.text;
     ShowStatus(mpxOrv);
     requests.Answer(answer);
     if (!outcome.isDone)

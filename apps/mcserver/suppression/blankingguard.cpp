@@ -6,6 +6,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 #include <devicecontrol/multichannelserver/common/mcstools.h>
 
 #include <platform/values/tree.h>
@@ -18,15 +19,15 @@ using namespace std::chrono_literals;
 namespace {
 
 /// "a ground transmitter" if more cannot be told.
-QString ToText(const std::optional<BlankingSource>& source) {
-    if (!source) return QStringLiteral("a ground transmitter");
-    return QStringLiteral("module %1, input %2").arg(source->module, QString::number(source->input));
+QString ToText(const SuppressionPlant& plant, const std::optional<BlankingSource>& source) {
+    return source ? plant.Describe(*source) : QStringLiteral("a ground transmitter");
 }
 
 }  // namespace
 
-BlankingGuard::BlankingGuard(JobControl& jobs, IClock& clock)
+BlankingGuard::BlankingGuard(JobControl& jobs, const SuppressionPlant& plant, IClock& clock)
     : m_jobs(jobs),
+      m_plant(plant),
       m_check(clock),
       m_modules(*this, values::Tree::Instance()->FindNode(gtskeys::NodePath())) {
     ObserveModules();
@@ -44,7 +45,11 @@ QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
     if (!blanking->IsFrequencyBlanked(hz, client)) return QString();
     const std::optional<BlankingSource> source = blanking->WhoBlanks(hz);
     if (source && m_witness) m_witness(*source, mpxOrv.GetName());
-    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), ToText(source));
+    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), ToText(m_plant, source));
+}
+
+bool BlankingGuard::IsUnsupervised(double hz) const {
+    return m_plant.IsUnsupervised(hz);
 }
 
 void BlankingGuard::Update(Observable* source, TChangeCode code) {

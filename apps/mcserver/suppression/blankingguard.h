@@ -16,14 +16,16 @@
 #include <utility>
 
 class JobControl;
+class SuppressionPlant;
 
 /// Keeps frequencies that ground transmitters use right now from the MpxORVs: refuses to tune to them, says
 /// which module and input it is, and has those who are tuned to one lose it. Needs the suppression's modules
 /// in the tree. Main thread.
 class BlankingGuard : public ITuningGuard, private IObserver {
   public:
-    /// Guards \a jobs from now on, until it is destroyed.
-    BlankingGuard(JobControl& jobs, IClock& clock);
+    /// Guards \a jobs from now on, until it is destroyed. None is owned; \a plant knows what people call the
+    /// inputs.
+    BlankingGuard(JobControl& jobs, const SuppressionPlant& plant, IClock& clock);
     ~BlankingGuard() override;
     BlankingGuard(const BlankingGuard&) = delete;
     BlankingGuard& operator=(const BlankingGuard&) = delete;
@@ -33,6 +35,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     void SetWitness(Witness witness) { m_witness = std::move(witness); }
 
     QString RefusalOf(MpxOrv& mpxOrv, double hz) override;
+    bool IsUnsupervised(double hz) const override;
 
   private:
     void Update(Observable* source, TChangeCode code) override;
@@ -42,6 +45,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     void CheckSoon();
 
     JobControl& m_jobs;
+    const SuppressionPlant& m_plant;
     ClockTimer m_check;
     Witness m_witness;
     Observation<values::Node> m_modules;  ///< the node that has them

@@ -21,8 +21,14 @@ QString NodeNameOf(const ModuleSettings& settings) {
     return ModuleIdentity{settings.type, settings.index, QString()}.NodeName();
 }
 
+/// As tables of inputs count.
 QString InputText(int input) {
-    return QStringLiteral("DI %1").arg(input);
+    return modulename::OfInput(QString(), input);
+}
+
+/// Written by earlier versions, in files that people keep: "ADAM-6051-1".
+QString EarlierTitleOf(const ModuleSettings& settings) {
+    return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
 }
 
 const QStringList& CsvColumns() {
@@ -59,7 +65,7 @@ void InputModel::Refresh() {
     std::vector<ModuleState> modules = m_plant.GetStates();
     if (modules == m_modules) return;
     const auto isSameModule = [](const ModuleState& a, const ModuleState& b) {
-        return GetTitle(a.settings) == GetTitle(b.settings) &&
+        return NodeNameOf(a.settings) == NodeNameOf(b.settings) &&
                a.settings.frequencies.size() == b.settings.frequencies.size();
     };
     const bool hasSameRows =
@@ -85,10 +91,6 @@ int InputModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : ColumnCount;
 }
 
-QString InputModel::GetTitle(const ModuleSettings& settings) {
-    return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
-}
-
 const ModuleState& InputModel::GetModule(int row) const {
     return m_modules[static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module)];
 }
@@ -105,7 +107,7 @@ QString InputModel::TextOf(const Row& row, int column) const {
     const auto input = static_cast<std::size_t>(row.input);
     switch (column) {
         case Module:
-            return GetTitle(settings);
+            return settings.GetName();
         case Address:
             return settings.address;
         case Input:
@@ -126,6 +128,7 @@ QString InputModel::TextOf(const Row& row, int column) const {
 QVariant InputModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount()) return QVariant();
     const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    if (role == Qt::EditRole && index.column() == Module) return GetModule(index.row()).settings.label;
     if (role == Qt::DisplayRole || role == Qt::EditRole) return TextOf(row, index.column());
     if (role == Qt::TextAlignmentRole && index.column() == Frequency)
         return int(Qt::AlignRight | Qt::AlignVCenter);
@@ -160,7 +163,7 @@ QVariant InputModel::headerData(int section, Qt::Orientation orientation, int ro
 }
 
 Qt::ItemFlags InputModel::flags(const QModelIndex& index) const {
-    const bool isEdited = index.column() == Address || index.column() == Name || index.column() == Frequency;
+    const bool isEdited = index.column() != Input && index.column() != State;
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
     return index.isValid() && isEdited ? flags | Qt::ItemIsEditable : flags;
 }
@@ -168,13 +171,15 @@ Qt::ItemFlags InputModel::flags(const QModelIndex& index) const {
 bool InputModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (!index.isValid() || role != Qt::EditRole) return false;
     const QString text = value.toString();
-    if (text == TextOf(m_rows[static_cast<std::size_t>(index.row())], index.column())) return true;
+    if (text == data(index, Qt::EditRole).toString()) return true;
     return Enter(index, {{text}}).isEmpty();
 }
 
 QString InputModel::RefusalOf(const Change& change) const {
     double hz = 0.0;
     switch (change.column) {
+        case Module:
+            return RefusalOfModuleName(change);
         case Address:
             return m_rules.RefusalOfAddress(change.text);
         case Name:
@@ -184,6 +189,15 @@ QString InputModel::RefusalOf(const Change& change) const {
         default:
             return tr("this column cannot be changed");
     }
+}
+
+QString InputModel::RefusalOfModuleName(const Change& change) const {
+    const QString name = change.text.trimmed();
+    const ModuleState& module = GetModule(change.row);
+    for (const ModuleState& other : m_modules)
+        if (&other != &module && !name.isEmpty() && other.settings.GetName() == name)
+            return tr("another module is called \"%1\"").arg(name);
+    return m_rules.RefusalOfName(name);
 }
 
 QString InputModel::RefusalOf(const std::vector<Change>& changes) const {
@@ -200,6 +214,7 @@ void InputModel::Apply(const Change& change) {
     const Row row = m_rows[static_cast<std::size_t>(change.row)];
     const QString module = NodeNameOf(m_modules[static_cast<std::size_t>(row.module)].settings);
     double hz = 0.0;
+    if (change.column == Module) m_plant.SetName(module, change.text.trimmed());
     if (change.column == Address) m_plant.SetAddress(module, change.text.trimmed());
     if (change.column == Name) m_plant.SetLabel(module, row.input, change.text.trimmed());
     if (change.column == Frequency && m_rules.RefusalOfFrequency(change.text, &hz).isEmpty())
@@ -249,9 +264,15 @@ QString InputModel::ToCsv() const {
 }
 
 int InputModel::FindRow(const QString& title, const QString& input) const {
-    const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) {
-        return TextOf(row, Module) == title && QString::number(row.input) == input;
-    });
+    const auto isIt = [&](const Row& row, const QString& name) {
+        return name == title && QString::number(row.input) == input;
+    };
+    auto found = std::find_if(m_rows.begin(), m_rows.end(),
+                              [&](const Row& row) { return isIt(row, TextOf(row, Module)); });
+    if (found == m_rows.end())
+        found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) {
+            return isIt(row, EarlierTitleOf(m_modules[static_cast<std::size_t>(row.module)].settings));
+        });
     return found != m_rows.end() ? static_cast<int>(found - m_rows.begin()) : -1;
 }
 

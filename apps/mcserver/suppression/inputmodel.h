@@ -47,8 +47,6 @@ class InputModel : public QAbstractTableModel {
 
     /// The module of the row.
     const ModuleState& GetModule(int row) const;
-    /// As lists of the module's rows call it: "ADAM-6051-1".
-    static QString GetTitle(const ModuleSettings& settings);
 
   Q_SIGNALS:
     /// \a reason is empty if what was entered is taken.
@@ -72,6 +70,8 @@ class InputModel : public QAbstractTableModel {
     /// What is wrong with a frequency that was assigned elsewhere; empty if nothing is.
     QString DoubtOf(const Row& row) const;
     QString RefusalOf(const Change& change) const;
+    /// Two modules of one name could not be told from each other.
+    QString RefusalOfModuleName(const Change& change) const;
     QString RefusalOf(const std::vector<Change>& changes) const;
     void Apply(const Change& change);
     int FindRow(const QString& title, const QString& input) const;

@@ -115,7 +115,7 @@ void InputsView::TestConnection() {
     if (m_test.IsRunning() || !m_table->currentIndex().isValid()) return;
     m_tested = m_model.GetModule(m_table->currentIndex().row()).settings;
     m_notice->Tell(NoticeBar::ESeverity::Information,
-                   tr("Testing %1 at %2\u2026").arg(InputModel::GetTitle(m_tested), m_tested.address));
+                   tr("Testing %1 at %2\u2026").arg(m_tested.GetName(), m_tested.address));
     m_test.Start(m_tested.address, static_cast<int>(m_tested.frequencies.size()));
     EnableTest();
 }
@@ -123,18 +123,18 @@ void InputsView::TestConnection() {
 void InputsView::OnAnswered(quint32 bits) {
     QStringList keyed;
     for (std::size_t input = 0; input < m_tested.frequencies.size(); ++input)
-        if (((bits >> input) & 1U) == 0) keyed << QStringLiteral("DI %1").arg(input);
+        if (((bits >> input) & 1U) == 0)
+            keyed << modulename::OfInput(m_tested.labels[input], static_cast<int>(input));
     const QString inputs =
         keyed.isEmpty() ? tr("no input is keyed") : tr("keyed: %1").arg(keyed.join(QStringLiteral(", ")));
     m_notice->Tell(NoticeBar::ESeverity::Information,
-                   tr("%1 at %2 answers: %3").arg(InputModel::GetTitle(m_tested), m_tested.address, inputs));
+                   tr("%1 at %2 answers: %3").arg(m_tested.GetName(), m_tested.address, inputs));
     EnableTest();
 }
 
 void InputsView::OnFailed(const QString& reason) {
-    m_notice->Tell(
-        NoticeBar::ESeverity::Warning,
-        tr("%1 at %2 does not answer: %3").arg(InputModel::GetTitle(m_tested), m_tested.address, reason));
+    m_notice->Tell(NoticeBar::ESeverity::Warning,
+                   tr("%1 at %2 does not answer: %3").arg(m_tested.GetName(), m_tested.address, reason));
     EnableTest();
 }
 

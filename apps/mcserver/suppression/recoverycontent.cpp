@@ -24,6 +24,7 @@ constexpr QLatin1String IndexKey = mcskeys::detail::Key("index");
 constexpr QLatin1String TypeKey = mcskeys::detail::Key("type");
 constexpr QLatin1String AddressKey = mcskeys::detail::Key("address");
 constexpr QLatin1String PollIntervalKey = mcskeys::detail::Key("pollInterval");
+constexpr QLatin1String LabelKey = mcskeys::detail::Key("label");
 constexpr QLatin1String LabelsKey = mcskeys::detail::Key("labels");
 constexpr QLatin1String FrequenciesKey = mcskeys::detail::Key("frequencies");
 
@@ -40,7 +41,8 @@ QJsonObject ModuleToJson(const ModuleSettings& module) {
         frequencies.append(hz);
     return {{IndexKey, module.index},      {TypeKey, module.type},
             {AddressKey, module.address},  {PollIntervalKey, double(module.pollInterval.count())},
-            {FrequenciesKey, frequencies}, {LabelsKey, labels}};
+            {FrequenciesKey, frequencies}, {LabelsKey, labels},
+            {LabelKey, module.label}};
 }
 
 /// Whether \a value is a whole number from \a least to \a most.
@@ -60,6 +62,7 @@ bool ModuleFromJson(const QJsonObject& json, ModuleSettings* module) {
     module->index = json.value(IndexKey).toInt();
     module->type = json.value(TypeKey).toString();
     module->address = json.value(AddressKey).toString();
+    module->label = json.value(LabelKey).toString();
     module->pollInterval = PollInterval(static_cast<quint32>(json.value(PollIntervalKey).toDouble()));
     for (const QJsonValue& hz : frequencies) {
         if (!hz.isDouble()) return false;

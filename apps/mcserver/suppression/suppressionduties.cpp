@@ -8,7 +8,7 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
     : m_plant(plant),
       m_log(log),
       m_status(&plant, clock),
-      m_guard(jobs, clock),
+      m_guard(jobs, plant, clock),
       m_reconnect(plant, log),
       m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);

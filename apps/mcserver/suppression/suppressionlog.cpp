@@ -6,9 +6,9 @@
 #include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
 
 void SuppressionLog::OnModuleFailed(const ModuleFailure& failure) {
-    QString line =
-        QStringLiteral("GTS DataModule %1/%2 error: %3 (%4)")
-            .arg(failure.module.type, failure.module.address, failure.text, QString::number(failure.code));
+    QString line = QStringLiteral("GTS DataModule %1/%2 error: %3 (%4)")
+                       .arg(failure.module.GetName(), failure.module.address, failure.text,
+                            QString::number(failure.code));
     if (!failure.addressFault.isEmpty()) line += QStringLiteral(": ") + failure.addressFault;
     m_log.WriteFrom(failure.module.NodeName(), line);
 }
@@ -17,5 +17,5 @@ void SuppressionLog::OnModuleAnswersAgain(const ModuleIdentity& module) {
     m_log.WriteFrom(
         module.NodeName(),
         QStringLiteral("GTS DataModule %1/%2 answers again; it stays in error until it is connected")
-            .arg(module.type, module.address));
+            .arg(module.GetName(), module.address));
 }

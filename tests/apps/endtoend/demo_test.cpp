@@ -61,7 +61,7 @@ TEST_F(DemoTest, TellsItsChapters) {
                 ElementsAre("alpha     < done: is master", "alpha     < done: tuned to 121.5 MHz",
                             "bravo     < refused: needs MayBIT", "bravo     < done: built-in test started",
                             "bravo     < refused: " + alpha + " is master since <time>",
-                            "alpha     < refused: 121.5 MHz is blanked by module ADAM-6051-0, input 3",
+                            "alpha     < refused: 121.5 MHz is blanked by ADAM-6051 1, input 3",
                             "alpha     < done: tuned to 121.5 MHz"));
     EXPECT_EQ(Lines(output, "< connected as ").size(), 4U) << output.constData();
     EXPECT_EQ(Lines(output, "< lost the server").size(), 2U) << output.constData();

@@ -140,11 +140,11 @@ TEST_F(TuneBarTest, FollowsTheRangeThatTheServerTells) {
 TEST_F(TuneBarTest, KeepsWhatIsWantedThroughARefusalAndAsksForItAgain) {
     Type("121.5");
     Press(Qt::Key_Return);
-    Refuse("121.5 MHz is blanked by module 0, input 3");
+    Refuse("121.5 MHz is blanked by ADAM-6051 1, input 3");
     EXPECT_EQ(Field()->text(), QStringLiteral("121.500 MHz"));
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
     EXPECT_EQ(Mark(), QStringLiteral("Refused"));
-    EXPECT_TRUE(Text("TuneMessage").startsWith(QLatin1String("121.5 MHz is blanked by module 0, input 3")))
+    EXPECT_TRUE(Text("TuneMessage").startsWith(QLatin1String("121.5 MHz is blanked by ADAM-6051 1, input 3")))
         << Text("TuneMessage").toStdString();
     ClickTune();
     Grant();

@@ -4,6 +4,8 @@
 #include <tests/apps/mcserver/requestsfixture.h>
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
+#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
+#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 #include <platform/values/node.h>
 #include <platform/values/valueaccess.h>
@@ -33,7 +35,7 @@ class BlankingGuardTest : public RequestsTest {
   protected:
     BlankingGuardTest() {
         Blanking::Instance();
-        guard = std::make_unique<BlankingGuard>(m_server->GetJobs(), m_clock);
+        guard = std::make_unique<BlankingGuard>(m_server->GetJobs(), plant, m_clock);
     }
     ~BlankingGuardTest() override {
         guard.reset();
@@ -79,15 +81,14 @@ class BlankingGuardTest : public RequestsTest {
     }
 
     const QString module = QStringLiteral("ADAM-6051-0");
+    SuppressionPlant plant;
     std::unique_ptr<BlankingGuard> guard;
 };
 
 TEST_F(BlankingGuardTest, RefusesAFrequencyThatIsBlankedAndSaysByWhichModuleAndInput) {
     AddModule(module, ThirdKeyed);
-    EXPECT_EQ(TuneTo(Airband),
-              QStringLiteral("refused: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
-    EXPECT_EQ(TuneTo(Airband + 0.9),
-              QStringLiteral("refused: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("refused: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
+    EXPECT_EQ(TuneTo(Airband + 0.9), QStringLiteral("refused: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
     EXPECT_EQ(TuneTo(Marine), QStringLiteral("done: tuned to 156.8 MHz"));
     EXPECT_EQ(TuneTo(Airband + 1), QStringLiteral("done: tuned to 121.500001 MHz"));
 }
@@ -102,7 +103,7 @@ TEST_F(BlankingGuardTest, TakesTheFrequencyFromWhoHasItWhenTheTransmitterKeys) {
     AddModule(module, AllSilent);
     TuneTo(Airband);
     Read(module, ThirdKeyed);
-    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
     EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 0);
 }
 
@@ -120,7 +121,7 @@ TEST_F(BlankingGuardTest, LetsAnMpxOrvThatIgnoresItHaveTheFrequency) {
     EXPECT_THAT(TakeLog(), Contains(m_name + QStringLiteral(" ignores the blanking")));
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
     Set(Dynamic(m_name, QStringLiteral("Blanking")), true);
-    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
 }
 
 TEST_F(BlankingGuardTest, KeepsItFromOneMpxOrvWhileAnotherIgnoresIt) {
@@ -138,7 +139,7 @@ TEST_F(BlankingGuardTest, ForgetsAModuleThatGoes) {
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
     AddModule(QStringLiteral("Other-1"), ThirdKeyed);
     m_clock.Advance(0ms);
-    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by module Other-1, input 3"));
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by Other-1, input 3"));
 }
 
 TEST_F(BlankingGuardTest, StandsThatTheSuppressionGoesFirst) {
@@ -155,6 +156,83 @@ TEST_F(BlankingGuardTest, LetsNobodyPlayAModule) {
     EXPECT_EQ(reason, QStringLiteral("only the server writes this"));
     EXPECT_FALSE(m_access->MayCreate(m_peer, GtsPath() + QStringLiteral("/New"), &reason));
     EXPECT_EQ(reason, QStringLiteral("what is below /ORVServer is the server's own"));
+}
+
+/// The same with a module of the plant, whose fortune the test decides.
+class BlankingByThePlant : public BlankingGuardTest {
+  protected:
+    BlankingByThePlant() {
+        real.SetFrequency(3, Airband);
+        plant.Add(real.GetPlantModule());
+    }
+    ~BlankingByThePlant() override { guard.reset(); }
+    void Read(unsigned long inputs) {
+        real.SlotOnInputDiscretesChanged(12, inputs);
+        real.SlotOnConnectionEstablished();
+        m_clock.Turn();
+    }
+    void Lose() {
+        real.SlotOnConnectionError(111, QStringLiteral("Connection refused"));
+        m_clock.Turn();
+    }
+
+    DataModule real{nullptr, 0, QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.1"), PollInterval(100)};
+};
+
+struct Named {
+    const char* name;
+    const char* module;
+    const char* input;
+    const char* told;
+};
+class ANamedInput : public BlankingByThePlant, public testing::WithParamInterface<Named> {};
+
+TEST_P(ANamedInput, IsCalledSoWhenItBlanks) {
+    plant.SetName(module, QLatin1String(GetParam().module));
+    plant.SetLabel(module, 3, QLatin1String(GetParam().input));
+    Read(ThirdKeyed);
+    EXPECT_EQ(TuneTo(Airband),
+              QStringLiteral("refused: 121.5 MHz is blanked by ") + QLatin1String(GetParam().told));
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, ANamedInput,
+                         testing::Values(Named{"ByNumber", "", "", "ADAM-6051 1, input 3"},
+                                         Named{"ByTheModulesName", "Tower mast", "", "Tower mast, input 3"},
+                                         Named{"ByItsOwnName", "", "Tower 1", "ADAM-6051 1, input Tower 1"},
+                                         Named{"ByBoth", "Tower mast", "Tower 1",
+                                               "Tower mast, input Tower 1"}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(BlankingByThePlant, SaysThatNobodyWatchesTheFrequencyOfALostModule) {
+    Read(AllSilent);
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
+    Lose();
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done, not supervised: tuned to 121.5 MHz"));
+    EXPECT_EQ(TuneTo(Airband + 0.5), QStringLiteral("done, not supervised: tuned to 121.5000005 MHz"));
+    EXPECT_EQ(TuneTo(Marine), QStringLiteral("done: tuned to 156.8 MHz"));
+}
+
+TEST_F(BlankingByThePlant, SaysNothingOfTheSortIfAnotherModuleWatches) {
+    DataModule other(nullptr, 1, QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.2"), PollInterval(100));
+    other.SetFrequency(0, Airband);
+    plant.Add(other.GetPlantModule());
+    Lose();
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done, not supervised: tuned to 121.5 MHz"));
+    other.SlotOnInputDiscretesChanged(12, AllSilent);
+    other.SlotOnConnectionEstablished();
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
+}
+
+TEST_F(BlankingByThePlant, TellsAWitnessWhoWasBlanked) {
+    QStringList seen;
+    guard->SetWitness([&seen](const BlankingSource& source, const QString& mpxOrv) {
+        seen << QStringLiteral("%1/%2 %3").arg(source.module, QString::number(source.input), mpxOrv);
+    });
+    Read(AllSilent);
+    TuneTo(Airband);
+    EXPECT_EQ(seen, QStringList());
+    Read(ThirdKeyed);
+    EXPECT_EQ(seen, QStringList{QStringLiteral("ADAM-6051-0/3 ") + m_name});
 }
 
 }  // namespace

@@ -133,8 +133,8 @@ TEST_F(AnInputsView, HasARowForEachInput) {
         third << TextAt(3, column);
         last << TextAt(17, column);
     }
-    EXPECT_EQ(third.join(QLatin1Char('|')), QStringLiteral("ADAM-6051-1|127.0.0.1|DI 3|Tower 1|121.500"));
-    EXPECT_EQ(last.join(QLatin1Char('|')), QStringLiteral("ADAM-6060-7|127.0.0.1|DI 5||"));
+    EXPECT_EQ(third.join(QLatin1Char('|')), QStringLiteral("ADAM-6051 1|127.0.0.1|DI 3|Tower 1|121.500"));
+    EXPECT_EQ(last.join(QLatin1Char('|')), QStringLiteral("ADAM-6060 7|127.0.0.1|DI 5||"));
 }
 
 TEST_F(AnInputsView, ShowsWhatTheModuleReads) {
@@ -198,7 +198,7 @@ TEST_P(ARefusedEntry, ChangesNothingAndSaysWhy) {
     Show();
     const ModuleSettings before = Settings(0);
     Enter(3, GetParam().column, GetParam().typed);
-    EXPECT_EQ(Notice(), std::string("Not taken. ADAM-6051-1, DI 3: ") + GetParam().reason);
+    EXPECT_EQ(Notice(), std::string("Not taken. ADAM-6051 1, DI 3: ") + GetParam().reason);
     EXPECT_EQ(Settings(0), before);
     Enter(3, InputModel::Name, "Tower");
     EXPECT_EQ(Notice(), "");  // of what is past
@@ -214,6 +214,10 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"NoAddress", InputModel::Address, "10.0.0.300",
                 "\"10.0.0.300\" cannot be right: '300' is no number from 0 to 255 without leading zeros"},
         Refused{"AnEmptyAddress", InputModel::Address, "", "\"\" cannot be right: it has no IP address"},
+        Refused{"TheNameOfAnotherModule", InputModel::Module, "ADAM-6060 7",
+                "another module is called \"ADAM-6060 7\""},
+        Refused{"ALongNameOfAModule", InputModel::Module, "12345678901234567890123456789012345678901",
+                "a name has 40 characters at most"},
         Refused{"ALongName", InputModel::Name, "12345678901234567890123456789012345678901",
                 "a name has 40 characters at most"}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -225,6 +229,17 @@ TEST_F(AnInputsView, ChangesTheAddressOfTheWholeModule) {
     EXPECT_EQ(Settings(0).frequencies[3], 121500000.0);
     EXPECT_EQ(TextAt(11, InputModel::Address), QStringLiteral("127.0.0.2"));
     EXPECT_EQ(TextAt(12, InputModel::Address), QStringLiteral("127.0.0.1"));
+}
+
+TEST_F(AnInputsView, NamesTheWholeModule) {
+    Show();
+    Enter(3, InputModel::Module, " Tower mast ");
+    EXPECT_EQ(Notice(), "");
+    EXPECT_EQ(Settings(0).label, QStringLiteral("Tower mast"));
+    EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("Tower mast"));
+    EXPECT_EQ(TextAt(12, InputModel::Module), QStringLiteral("ADAM-6060 7"));
+    Enter(3, InputModel::Module, "");
+    EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("ADAM-6051 1"));
 }
 
 TEST_F(AnInputsView, TakesCellsOfASpreadsheet) {
@@ -241,12 +256,12 @@ TEST_F(AnInputsView, TakesNothingOfCellsOfWhichOneIsWrong) {
     Show();
     const ModuleSettings before = Settings(0);
     PasteAt(4, InputModel::Name, "Tower 2\t118.1\nApron\t5000000 MHz\n");
-    EXPECT_EQ(Notice(), "Not taken. ADAM-6051-1, DI 5: 5000000 MHz lies outside 0.3 to 3000 MHz");
+    EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 5: 5000000 MHz lies outside 0.3 to 3000 MHz");
     EXPECT_EQ(Settings(0), before);
     PasteAt(17, InputModel::Frequency, "118.1\n118.2");
     EXPECT_EQ(Notice(), "Not taken. There are 2 lines for 1 rows");
     PasteAt(4, InputModel::Frequency, "118.1\tx");
-    EXPECT_EQ(Notice(), "Not taken. ADAM-6051-1, DI 4: this column cannot be changed");
+    EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 4: this column cannot be changed");
     EXPECT_EQ(Settings(0), before);
 }
 
@@ -256,9 +271,10 @@ TEST_F(AnInputsView, WritesAFileThatItReads) {
     m_view->ExportTo(File("inputs.csv"));
     EXPECT_THAT(Notice(), StartsWith("Written to "));
     const std::string written = ReadFile("inputs.csv");
-    EXPECT_THAT(written, StartsWith("module,input,name,frequency_mhz\nADAM-6051-1,0,,\n"));
-    EXPECT_THAT(written,
-                HasSubstr("\nADAM-6051-1,3,\"Tower 1\",121.5\nADAM-6051-1,4,\"Say \"\"a, b\"\"\",\n"));
+    EXPECT_THAT(written, StartsWith("module,input,name,frequency_mhz\n\"ADAM-6051 1\",0,,\n"));
+    EXPECT_THAT(
+        written,
+        HasSubstr("\n\"ADAM-6051 1\",3,\"Tower 1\",121.5\n\"ADAM-6051 1\",4,\"Say \"\"a, b\"\"\",\n"));
     const ModuleSettings before = Settings(0);
     PasteAt(3, InputModel::Name, "x\t118\ny\t119");
     ASSERT_NE(Settings(0), before);
@@ -301,6 +317,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Csv{"OfASpreadsheet",
             "\xef\xbb\xbfmodule;input;name;frequency_mhz\r\nADAM-6051-1;4;Tower 2;118,1\r\n", "are taken"},
+        Csv{"WithNamesAsTheTableHasThem", "module,input,name,frequency_mhz\nADAM-6051 1,4,Tower 2,118.1\n",
+            "are taken"},
         Csv{"WithTabs", "module\tinput\tname\tfrequency_mhz\nADAM-6051-1\t4\tTower 2\t118.1\n", "are taken"},
         Csv{"OtherColumns", "input,name\n4,a\n", "The first line has to be: module,input,name,frequency_mhz"},
         Csv{"Empty", "", "The first line has to be"},
@@ -322,8 +340,8 @@ TEST_F(AnInputsView, TestsTheConnectionOfTheModuleOfTheCurrentRow) {
     ASSERT_TRUE(button.isEnabled());
     Click("TestConnection");
     EXPECT_FALSE(button.isEnabled());  // the window goes on meanwhile
-    EXPECT_THAT(Notice(), StartsWith("Testing ADAM-6051-1 at 127.0.0.1"));
-    EXPECT_TRUE(WaitUntil([&] { return Notice() == "ADAM-6051-1 at 127.0.0.1 answers: keyed: DI 3"; }))
+    EXPECT_THAT(Notice(), StartsWith("Testing ADAM-6051 1 at 127.0.0.1"));
+    EXPECT_TRUE(WaitUntil([&] { return Notice() == "ADAM-6051 1 at 127.0.0.1 answers: keyed: Tower 1"; }))
         << Notice();
     EXPECT_TRUE(button.isEnabled());
 }
@@ -336,7 +354,7 @@ TEST_F(AnInputsView, SaysWhyAModuleDoesNotAnswer) {
         WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
     Click("TestConnection");
     EXPECT_TRUE(WaitUntil([&] {
-        return Notice() == "ADAM-6051-1 at 127.0.0.1 does not answer: Modbus exception 6: the module is busy";
+        return Notice() == "ADAM-6051 1 at 127.0.0.1 does not answer: Modbus exception 6: the module is busy";
     })) << Notice();
 }
 
@@ -358,7 +376,7 @@ TEST_F(AnInputsView, LosesTheRowsOfAModuleThatIsDeleted) {
     for (QAction* const action : m_display->findChild<QMenu*>()->actions())
         if (action->text() == QStringLiteral("Delete")) action->trigger();
     EXPECT_TRUE(WaitUntil([&] { return Table().model()->rowCount() == 6; }));
-    EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("ADAM-6060-7"));
+    EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("ADAM-6060 7"));
     Enter(0, InputModel::Frequency, "118.1");
     EXPECT_EQ(Settings(0).frequencies[0], 118100000.0);
 }

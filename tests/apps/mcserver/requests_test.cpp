@@ -206,6 +206,7 @@ class ForbiddingGuard : public ITuningGuard {
         return isBlanked && mpxOrv.ObeysBlanking() ? QStringLiteral("blanked for %1").arg(mpxOrv.GetName())
                                                    : QString();
     }
+    bool IsUnsupervised(double) const override { return false; }
     std::vector<double> blanked = {145e6};
 };
 

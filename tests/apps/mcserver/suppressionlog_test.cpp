@@ -30,7 +30,7 @@ TEST_F(SuppressionLogTest, SaysWhichModuleFailsAndWhy) {
     log.OnModuleFailed(Failure(Module("10.0.0.1")));
     EXPECT_THAT(
         TakeLog(),
-        ElementsAre(QStringLiteral("GTS DataModule ADAM-6051/10.0.0.1 error: Connection refused (111)")));
+        ElementsAre(QStringLiteral("GTS DataModule ADAM-6051 1/10.0.0.1 error: Connection refused (111)")));
 }
 
 TEST_F(SuppressionLogTest, SaysWhatIsWrongWithAnAddress) {
@@ -38,8 +38,18 @@ TEST_F(SuppressionLogTest, SaysWhatIsWrongWithAnAddress) {
     ModuleFailure failure = Failure(Module("tower"), "Destination address required");
     failure.addressFault = QStringLiteral("names are not resolved");
     log.OnModuleFailed(failure);
-    EXPECT_THAT(TakeLog(), ElementsAre(QStringLiteral("GTS DataModule ADAM-6051/tower error: Destination "
+    EXPECT_THAT(TakeLog(), ElementsAre(QStringLiteral("GTS DataModule ADAM-6051 1/tower error: Destination "
                                                       "address required (111): names are not resolved")));
+}
+
+TEST_F(SuppressionLogTest, CallsAModuleAsPeopleDo) {
+    TakeLog();
+    ModuleIdentity module = Module("10.0.0.1");
+    module.label = QStringLiteral("Tower mast");
+    log.OnModuleFailed(Failure(module));
+    EXPECT_THAT(
+        TakeLog(),
+        ElementsAre(QStringLiteral("GTS DataModule Tower mast/10.0.0.1 error: Connection refused (111)")));
 }
 
 /// Texts and types that look like the sentence do not matter: nobody takes it apart again.
@@ -58,7 +68,7 @@ TEST_F(SuppressionLogTest, SaysThatAModuleAnswersAgain) {
     log.OnModuleFailed(Failure(Module("10.0.0.1")));
     TakeLog();
     log.OnModuleAnswersAgain(Module("10.0.0.1"));
-    EXPECT_THAT(TakeLog(), ElementsAre(QStringLiteral("GTS DataModule ADAM-6051/10.0.0.1 answers again; it "
+    EXPECT_THAT(TakeLog(), ElementsAre(QStringLiteral("GTS DataModule ADAM-6051 1/10.0.0.1 answers again; it "
                                                       "stays in error until it is connected")));
     log.OnModuleAnswersAgain(Module("10.0.0.1"));
     EXPECT_THAT(TakeLog(), IsEmpty());

@@ -16,23 +16,23 @@ namespace {
 
 class AServerWithAModule : public testing::Test {
   protected:
-    AServerWithAModule() {
-        m_server.WriteFile(QStringLiteral("mcserver.ini"),
-                           "[GTS]\n"
-                           "ModuleCount=1\n"
-                           "Module0\\Index=0\n"
-                           "Module0\\Name=ADAM-6051\n"
-                           "Module0\\Address=127.0.0.1\n"
-                           "Module0\\PollInterval=10\n"
-                           "Module0\\Assignments\\AssignmentCount=12\n"
-                           "Module0\\Assignments\\DI_3=121500000\n");
-    }
+    AServerWithAModule() { m_server.WriteFile(QStringLiteral("mcserver.ini"), Configuration()); }
     ~AServerWithAModule() override {
         for (const char* const name : {"MCS_MODBUS_PORT", "QT_QPA_PLATFORM", "QT_DEBUG_PLUGINS", "LC_ALL"})
             qunsetenv(name);
         if (!m_platform.isEmpty()) qputenv("QT_QPA_PLATFORM", m_platform);
     }
 
+    static QByteArray Configuration() {
+        return "[GTS]\n"
+               "ModuleCount=1\n"
+               "Module0\\Index=0\n"
+               "Module0\\Name=ADAM-6051\n"
+               "Module0\\Address=127.0.0.1\n"
+               "Module0\\PollInterval=10\n"
+               "Module0\\Assignments\\AssignmentCount=12\n"
+               "Module0\\Assignments\\DI_3=121500000\n";
+    }
     void Start() {
         ASSERT_NO_FATAL_FAILURE(m_module.Start({QStringLiteral("--fault"), QStringLiteral("exception 6")}));
         qputenv("MCS_MODBUS_PORT", QByteArray::number(m_module.Port()));
@@ -76,13 +76,16 @@ class AServerWithAModule : public testing::Test {
 TEST_F(AServerWithAModule, LogsThatItIsLost) {
     ASSERT_NO_FATAL_FAILURE(Start());
     EXPECT_TRUE(
-        WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error: Modbus exception 6: "
+        WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 error: Modbus exception 6: "
                       "the module is busy"));
     EXPECT_EQ(m_server.Terminate(), 0);
     EXPECT_FALSE(m_server.Errors().contains(QStringLiteral("plugin"))) << m_server.Errors().toStdString();
 }
 
 TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"), Configuration() +
+                                                           "Module0\\Label=Tower mast\n"
+                                                           "Module0\\Labels\\DI_3=Tower 1\n");
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_TRUE(WaitForOutput("GTS DataModule"));
     m_module.Say("fault none");
@@ -93,22 +96,32 @@ TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
     ASSERT_NE(frequency, nullptr);
     ASSERT_TRUE(WaitForOutput("Ready"));
     frequency->SetValue(121.5e6);
-    EXPECT_TRUE(WaitForAnswer("done"));  // the module is lost
+    EXPECT_TRUE(WaitForAnswer("done, not supervised: tuned to 121.5 MHz"));  // the module is lost
 
     auto* const command =
         WaitForValue<values::Value<bool>>(QStringLiteral("/Console/Command/ReconnectModules"));
     ASSERT_NE(command, nullptr);
     command->SetValue(true);
     EXPECT_TRUE(WaitForOutput("data modules in error are connected anew"));
-    EXPECT_TRUE(WaitForAnswer("ended: 121.5 MHz is blanked by module ADAM-6051-0, input 3"));
+    EXPECT_TRUE(WaitForAnswer("ended: 121.5 MHz is blanked by Tower mast, input Tower 1"));
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return !command->GetValue(); }));
+}
+
+TEST_F(AServerWithAModule, KeepsItsName) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"), Configuration() + "Module0\\Label=Tower mast\n");
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_TRUE(WaitForOutput("GTS DataModule Tower mast/127.0.0.1 error"));
+    EXPECT_EQ(m_server.Terminate(), 0);
+    QFile file(m_server.ConfigPath());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("\nModule0\\Label=Tower mast\n"));
 }
 
 TEST_F(AServerWithAModule, LogsOnceThatItAnswersAgain) {
     ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error"));
+    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 error"));
     m_module.Say("fault none");
-    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 answers again"));
+    ASSERT_TRUE(WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 answers again"));
     m_module.Say("fault silence");
     const QString timedOut = ModbusErrorText(modbussystem::CodeOf(modbussystem::EError::TimedOut));
     EXPECT_TRUE(WaitForOutput(timedOut.toUtf8()));
@@ -163,7 +176,7 @@ TEST_F(AServerWithAModule, NeedsNoPlatformForWindowsWithoutOne) {
     qputenv("QT_QPA_PLATFORM", "there-is-none");
     qputenv("QT_DEBUG_PLUGINS", "1");
     ASSERT_NO_FATAL_FAILURE(Start());
-    EXPECT_TRUE(WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error"));
+    EXPECT_TRUE(WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 error"));
     EXPECT_EQ(m_server.Terminate(), 0);
     EXPECT_FALSE(m_server.Errors().contains(QStringLiteral("platforms"))) << m_server.Errors().toStdString();
 }
@@ -174,7 +187,7 @@ TEST_F(AServerWithAModule, HasALogInEnglishWhateverTheLanguageOfItsWindow) {
     m_server.UseWindow();
     ASSERT_NO_FATAL_FAILURE(Start());
     EXPECT_TRUE(
-        WaitForOutput("GTS DataModule ADAM-6051/127.0.0.1 error: Modbus exception 6: the module is busy"));
+        WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 error: Modbus exception 6: the module is busy"));
     EXPECT_TRUE(ServerProcess::WaitFor([this] {
         return m_server.Errors().contains(QStringLiteral("GTS-Datenmodul ADAM-6051/127.0.0.1 Fehler"));
     })) << m_server.Errors().toStdString();

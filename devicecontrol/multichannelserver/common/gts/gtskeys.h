@@ -27,6 +27,7 @@ inline constexpr QLatin1String PollInterval    = mcskeys::detail::Key("PollInter
 inline constexpr QLatin1String Assignments     = mcskeys::detail::Key("Assignments");
 inline constexpr QLatin1String AssignmentCount = mcskeys::detail::Key("AssignmentCount");
 inline constexpr QLatin1String Input           = mcskeys::detail::Key("DI_%1");
+inline constexpr QLatin1String Label           = mcskeys::detail::Key("Label");
 inline constexpr QLatin1String Labels          = mcskeys::detail::Key("Labels");  // a section like that of assignments
 // clang-format on
 

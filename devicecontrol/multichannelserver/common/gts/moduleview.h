@@ -24,7 +24,7 @@ struct ModuleView {
     const std::vector<double>& frequencies;  ///< Hz, by input; 0.0 where none is assigned
     const std::vector<QString>& labels;  ///< what people call the inputs; empty where they call it nothing
 
-    QString GetName() const { return modulename::OfModule(QString(), identity.type, identity.index); }
+    QString GetName() const { return identity.GetName(); }
     QString GetInputName(int input) const {
         return modulename::OfInput(labels[static_cast<std::size_t>(input)], input);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
+#include <devicecontrol/multichannelserver/common/gts/blankingsource.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
 #include <devicecontrol/multichannelserver/common/gts/isuppressionlistener.h>
 #include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
@@ -106,6 +107,7 @@ void SuppressionPlant::Load(const Maker& make) {
     for (const ModuleSettings& settings : all) {
         PlantModule& module = make(settings.index);
         module.Apply(settings.type, settings.address, settings.pollInterval);
+        module.SetName(settings.label);
         module.SetLabels(settings.labels);
         module.SetFrequencies(settings.frequencies);
         Add(module);
@@ -169,6 +171,12 @@ bool SuppressionPlant::SetFrequency(const QString& module, int input, double hz)
     return true;
 }
 
+bool SuppressionPlant::SetName(const QString& module, const QString& label) {
+    PlantModule* const found = FindModule(module);
+    if (found != nullptr) found->SetName(label);
+    return found != nullptr;
+}
+
 bool SuppressionPlant::SetLabel(const QString& module, int input, const QString& label) {
     PlantModule* const found = FindModule(module);
     if (found != nullptr) found->SetLabel(input, label);
@@ -200,6 +208,17 @@ std::vector<ModuleSettings> SuppressionPlant::GetSettings() const {
 void SuppressionPlant::ForEachModule(const std::function<void(const ModuleView&)>& look) const {
     for (const PlantModule* const module : m_modules)
         look(module->GetView());
+}
+
+QString SuppressionPlant::Describe(const BlankingSource& source) const {
+    const PlantModule* const module = FindModule(source.module);
+    // It has gone, and what it left in the tree blanks on.
+    if (module == nullptr)
+        return QStringLiteral("%1, %2").arg(source.module, modulename::InSentence(QString(), source.input));
+    const ModuleView view = module->GetView();
+    const auto input = static_cast<std::size_t>(source.input);
+    const QString label = input < view.labels.size() ? view.labels[input] : QString();
+    return QStringLiteral("%1, %2").arg(view.GetName(), modulename::InSentence(label, source.input));
 }
 
 std::vector<double> SuppressionPlant::GetUnsupervisedFrequencies() const {

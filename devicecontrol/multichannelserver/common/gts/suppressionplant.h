@@ -15,6 +15,7 @@
 
 class ISuppressionListener;
 class PlantModule;
+struct BlankingSource;
 
 /// The data modules of the ground transmitter suppression as a plant, with or without a window: loads and
 /// saves their list, shows in the tree how many there are, finds them indexes, connects lost ones anew, and
@@ -47,6 +48,10 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     /// Shows \a look one module after the other, in their order.
     void ForEachModule(const std::function<void(const ModuleView&)>& look) const;
 
+    /// What people are told of an input, in the middle of a sentence: "Tower mast, input Tower 1", or
+    /// "ADAM-6051 1, input 3".
+    QString Describe(const BlankingSource& source) const;
+
     /// Whether \a hz, by its whole hertz, is assigned to inputs none of which is watched now: their modules
     /// do not answer, so that nobody would notice if a transmitter used it.
     bool IsUnsupervised(double hz) const;
@@ -56,6 +61,8 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     // As an operator does with one module, which is told by the name of its node. False if there is none.
 
     bool SetFrequency(const QString& module, int input, double hz);
+    /// What people call it.
+    bool SetName(const QString& module, const QString& label);
     bool SetLabel(const QString& module, int input, const QString& label);
     /// Connects it anew, unless it has that address.
     bool SetAddress(const QString& module, const QString& address);

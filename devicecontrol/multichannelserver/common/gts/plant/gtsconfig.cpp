@@ -21,12 +21,13 @@ QString SectionOf(int number) {
     return QString(gtskeys::Module).arg(number);
 }
 
+constexpr int MaxLabelLength = 256;  // of what a file may say
+
 std::vector<QString> ReadLabels(ICfg& section, std::size_t inputs) {
-    constexpr int MaxLength = 256;  // of what a file may say
     std::vector<QString> labels(inputs);
     const std::unique_ptr<ICfg> stored(section.OpenSection(gtskeys::Labels));
     for (std::size_t i = 0; stored && i < inputs; ++i)
-        labels[i] = stored->ReadString(QString(gtskeys::Input).arg(i), QString()).left(MaxLength);
+        labels[i] = stored->ReadString(QString(gtskeys::Input).arg(i), QString()).left(MaxLabelLength);
     return labels;
 }
 
@@ -40,6 +41,11 @@ void SaveLabels(ICfg& section, const std::vector<QString>& labels) {
         if (!stored) stored.reset(section.ProvideSection(gtskeys::Labels));
         stored->WriteString(key, labels[i]);
     }
+}
+
+/// Nothing stands there for a module that never had a name.
+void SaveLabel(ICfg& section, const QString& label) {
+    if (label != section.ReadString(gtskeys::Label, QString())) section.WriteString(gtskeys::Label, label);
 }
 
 bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
@@ -56,6 +62,7 @@ bool ReadEntry(ICfg& gts, const QString& name, gtsconfig::Entry* entry) {
         return false;
     settings.frequencies =
         PlantModule::ReadAssignments(*section, PlantModule::GetNumberOfInputsOf(settings.type));
+    settings.label = section->ReadString(gtskeys::Label, QString()).left(MaxLabelLength);
     settings.labels = ReadLabels(*section, settings.frequencies.size());
     return true;
 }
@@ -92,6 +99,7 @@ void SaveModule(ICfg& section, const PlantModule& module) {
     section.WriteInt(gtskeys::PollInterval,
                      static_cast<int>(std::min(module.GetPollInterval(), Longest).count()));
     module.SaveAssignments(section);
+    SaveLabel(section, identity.label);
     SaveLabels(section, module.GetSettings().labels);
 }
 

@@ -100,6 +100,12 @@ void PlantModule::SetFrequency(int input, double hz) {
     if (frequency != before) Q_EMIT SignalSettingsChanged();
 }
 
+void PlantModule::SetName(const QString& label) {
+    if (m_identity.label == label) return;
+    m_identity.label = label;
+    Q_EMIT SignalSettingsChanged();
+}
+
 void PlantModule::SetLabel(int input, const QString& label) {
     const bool isInside = input >= 0 && static_cast<std::size_t>(input) < m_labels.size();
     if (!isInside || m_labels[static_cast<std::size_t>(input)] == label) return;
@@ -140,7 +146,8 @@ std::vector<double> PlantModule::ReadAssignments(ICfg& section, std::size_t inpu
 }
 
 ModuleSettings PlantModule::GetSettings() const {
-    return {m_identity.index, m_identity.type, m_identity.address, m_pollInterval, m_frequencies, m_labels};
+    return {m_identity.index, m_identity.type, m_identity.address, m_pollInterval,
+            m_frequencies,    m_labels,        m_identity.label};
 }
 
 ModuleState PlantModule::GetModuleState() const {

@@ -65,6 +65,8 @@ class PlantModule : public QObject, public IObserver {
     double GetFrequency(int input) const;
     /// What is not finite is no frequency. Ignored beyond the inputs; published by RefreshTree().
     void SetFrequency(int input, double hz);
+    /// What people call the module.
+    void SetName(const QString& label);
     /// Ignored beyond the inputs.
     void SetLabel(int input, const QString& label);
     /// One for each input, as far as they go, and none beyond.
