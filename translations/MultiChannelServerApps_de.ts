@@ -44,6 +44,521 @@
     </message>
 </context>
 <context>
+    <name>CodedText</name>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
+        <source>Power On</source>
+        <translation>Einschalten</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>Laden</translation>
+    </message>
+    <message>
+        <source>Self Test</source>
+        <translation>Selbsttest</translation>
+    </message>
+    <message>
+        <source>Calibrating</source>
+        <translation>Kalibrierung läuft</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Ausgefallen</translation>
+    </message>
+    <message>
+        <source>Idle</source>
+        <translation>Leerlauf</translation>
+    </message>
+    <message>
+        <source>FFM</source>
+        <translation>FFM</translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>Scan</source>
+        <translation>Scan</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Built-in Test</source>
+        <translation>Eingebauter Test</translation>
+    </message>
+    <message>
+        <source>Memory Scan</source>
+        <translation>Speicherscan</translation>
+    </message>
+    <message>
+        <source>the server ends</source>
+        <translation>Der Server endet</translation>
+    </message>
+    <message>
+        <source>no more than %1 clients find room at once, and not %2: the process may have only %3 files and connections open</source>
+        <translation>Zugleich finden nur %1 Clients Platz und nicht %2: der Prozess darf nur %3 Dateien und Verbindungen offen haben</translation>
+    </message>
+    <message>
+        <source>access file and certificates are read anew</source>
+        <translation>Zugangsdatei und Zertifikate sind neu gelesen</translation>
+    </message>
+    <message>
+        <source>access file and certificates stay as they were: %1</source>
+        <translation>Zugangsdatei und Zertifikate bleiben, wie sie waren: %1</translation>
+    </message>
+    <message>
+        <source>%1 lines left out, most of them of %2</source>
+        <translation>%1 Zeilen ausgelassen, die meisten von %2</translation>
+    </message>
+    <message>
+        <source>%1 events left out, most of them of %2</source>
+        <translation>%1 Ereignisse ausgelassen, die meisten von %2</translation>
+    </message>
+    <message>
+        <source>%1 is connected as %2</source>
+        <translation>%1 ist verbunden als %2</translation>
+    </message>
+    <message>
+        <source>%1 has gone</source>
+        <translation>%1 ist gegangen</translation>
+    </message>
+    <message>
+        <source>%1 is not admitted: %2</source>
+        <translation>%1 wird nicht eingelassen: %2</translation>
+    </message>
+    <message>
+        <source>%1 may not write %2: %3</source>
+        <translation>%1 darf %2 nicht schreiben: %3</translation>
+    </message>
+    <message>
+        <source>%1 may not create %2: %3</source>
+        <translation>%1 darf %2 nicht anlegen: %3</translation>
+    </message>
+    <message>
+        <source>%1 may not use %2: %3</source>
+        <translation>%1 darf %2 nicht benutzen: %3</translation>
+    </message>
+    <message>
+        <source>%1 uses %2</source>
+        <translation>%1 benutzt %2</translation>
+    </message>
+    <message>
+        <source>ORV: %1</source>
+        <translation>ORV: %1</translation>
+    </message>
+    <message>
+        <source>ORV: operation mode %1</source>
+        <translation>ORV: Betriebsart %1</translation>
+    </message>
+    <message>
+        <source>the ORV is to be connected%1</source>
+        <translation>Der ORV soll verbunden werden%1</translation>
+    </message>
+    <message>
+        <source>the ORV is to be let go%1</source>
+        <translation>Der ORV soll freigegeben werden%1</translation>
+    </message>
+    <message>
+        <source>%2 is tuned to %1</source>
+        <translation>%2 ist auf %1 eingestellt</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 is master</source>
+        <translation>%1 ist Master</translation>
+    </message>
+    <message>
+        <source>%1 is master no more</source>
+        <translation>%1 ist nicht mehr Master</translation>
+    </message>
+    <message>
+        <source>policies of %1: %2%3</source>
+        <translation>Rechte von %1: %2%3</translation>
+    </message>
+    <message>
+        <source>%2 of %1 is switched from off to on%3</source>
+        <translation>%2 von %1 wurde von aus auf ein geschaltet%3</translation>
+    </message>
+    <message>
+        <source>%2 of %1 is switched from on to off%3</source>
+        <translation>%2 von %1 wurde von ein auf aus geschaltet%3</translation>
+    </message>
+    <message>
+        <source>%1 obeys the blanking%2</source>
+        <translation>%1 beachtet die Austastung%2</translation>
+    </message>
+    <message>
+        <source>%1 ignores the blanking%2</source>
+        <translation>%1 missachtet die Austastung%2</translation>
+    </message>
+    <message>
+        <source>%1 is removed, its last client has gone</source>
+        <translation>%1 ist entfernt, sein letzter Client ist gegangen</translation>
+    </message>
+    <message>
+        <source>StaticMpxORVs: &apos;%1&apos; %2</source>
+        <translation>StaticMpxORVs: „%1“ %2</translation>
+    </message>
+    <message>
+        <source>the configuration is saved</source>
+        <translation>Die Konfiguration ist gespeichert</translation>
+    </message>
+    <message>
+        <source>the configuration cannot be saved: %1</source>
+        <translation>Die Konfiguration kann nicht gespeichert werden: %1</translation>
+    </message>
+    <message>
+        <source>the configuration file was edited: %1; in use from the next start on</source>
+        <translation>Die Konfigurationsdatei wurde bearbeitet: %1; gilt ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>the configuration file holds %1 as %2%3; %4 is used</source>
+        <translation>Die Konfigurationsdatei enthält %1 als %2%3; benutzt wird %4</translation>
+    </message>
+    <message>
+        <source>%1 is changed from %2 to %3%4</source>
+        <translation>%1 ist von %2 auf %3 geändert%4</translation>
+    </message>
+    <message>
+        <source>%1 is changed%2</source>
+        <translation>%1 ist geändert%2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 Hz cannot be kept: the configuration file holds whole hertz up to 2147483647, so it holds %3</source>
+        <translation>%1 von %2 Hz kann nicht behalten werden: die Konfigurationsdatei fasst ganze Hertz bis 2147483647, darum enthält sie %3</translation>
+    </message>
+    <message>
+        <source>GTS DataModule %1/%2 error: %3 (%4)%5</source>
+        <translation>GTS-Datenmodul %1/%2, Fehler: %3 (%4)%5</translation>
+    </message>
+    <message>
+        <source>GTS DataModule %1/%2 answers again; it stays in error until it is connected</source>
+        <translation>GTS-Datenmodul %1/%2 antwortet wieder; es bleibt gestört, bis es verbunden wird</translation>
+    </message>
+    <message>
+        <source>data modules in error are connected anew</source>
+        <translation>Gestörte Datenmodule werden neu verbunden</translation>
+    </message>
+    <message>
+        <source>the last end was not an orderly one: what was entered for the suppression until %1 (data modules: %2) is taken over from &apos;%3&apos;</source>
+        <translation>Das letzte Ende war nicht ordentlich: was bis %1 für die Unterdrückung eingegeben wurde (Datenmodule: %2), ist aus „%3“ übernommen</translation>
+    </message>
+    <message>
+        <source>the recovery file of the suppression %1%2; it is not used, and kept as &apos;%3&apos;</source>
+        <translation>Die Wiederherstellungsdatei der Unterdrückung %1%2; sie wird nicht benutzt und als „%3“ aufbewahrt</translation>
+    </message>
+    <message>
+        <source>the recovery file of the suppression &apos;%1&apos; %2%3; it is not used, and what is entered from now on is not kept beside it</source>
+        <translation>Die Wiederherstellungsdatei der Unterdrückung „%1“ %2%3; sie wird nicht benutzt, und was von jetzt an eingegeben wird, wird nicht daneben aufbewahrt</translation>
+    </message>
+    <message>
+        <source>what is entered for the suppression would outlive a killed server again</source>
+        <translation>Was für die Unterdrückung eingegeben wird, würde einen abgebrochenen Server wieder überdauern</translation>
+    </message>
+    <message>
+        <source>what is entered for the suppression would be lost with a killed server: %1</source>
+        <translation>Was für die Unterdrückung eingegeben wird, ginge mit einem abgebrochenen Server verloren: %1</translation>
+    </message>
+    <message>
+        <source>done: %1</source>
+        <translation>erledigt: %1</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>ended: %1</source>
+        <translation>beendet: %1</translation>
+    </message>
+    <message>
+        <source>, by %1</source>
+        <translation>, von %1</translation>
+    </message>
+    <message>
+        <source>, taken away by %1</source>
+        <translation>, entzogen von %1</translation>
+    </message>
+    <message>
+        <source>, let go by %1</source>
+        <translation>, freigegeben von %1</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>%1 (%2 lines left out before)</source>
+        <translation>%1 (davor %2 Zeilen ausgelassen)</translation>
+    </message>
+    <message>
+        <source>%1 on %2 (%3)</source>
+        <translation>%1 auf %2 (%3)</translation>
+    </message>
+    <message>
+        <source>a client (%1)</source>
+        <translation>ein Client (%1)</translation>
+    </message>
+    <message>
+        <source>a client on %1 (%2)</source>
+        <translation>ein Client auf %1 (%2)</translation>
+    </message>
+    <message>
+        <source>tuned to %1</source>
+        <translation>auf %1 eingestellt</translation>
+    </message>
+    <message>
+        <source>%1 is read from the range of %2</source>
+        <translation>%1 wird aus dem Bereich von %2 gelesen</translation>
+    </message>
+    <message>
+        <source>is master</source>
+        <translation>ist Master</translation>
+    </message>
+    <message>
+        <source>is master no more</source>
+        <translation>ist nicht mehr Master</translation>
+    </message>
+    <message>
+        <source>built-in test started</source>
+        <translation>Eingebauter Test begonnen</translation>
+    </message>
+    <message>
+        <source>calibration started</source>
+        <translation>Kalibrierung begonnen</translation>
+    </message>
+    <message>
+        <source>the job starts anew</source>
+        <translation>Der Auftrag beginnt neu</translation>
+    </message>
+    <message>
+        <source>reports every %1 ms</source>
+        <translation>meldet alle %1 ms</translation>
+    </message>
+    <message>
+        <source>needs %1%2</source>
+        <translation>braucht %1%2</translation>
+    </message>
+    <message>
+        <source>the right %1%2</source>
+        <translation>das Recht %1%2</translation>
+    </message>
+    <message>
+        <source>%1 lost its frequency</source>
+        <translation>%1 hat seine Frequenz verloren</translation>
+    </message>
+    <message>
+        <source>%1 was tuned to %2</source>
+        <translation>%1 wurde auf %2 eingestellt</translation>
+    </message>
+    <message>
+        <source>%1 is master since %2</source>
+        <translation>%1 ist Master seit %2</translation>
+    </message>
+    <message>
+        <source>%1 is master since %2, and %3 is not in its range</source>
+        <translation>%1 ist Master seit %2, und %3 liegt nicht in seinem Bereich</translation>
+    </message>
+    <message>
+        <source>no report interval was chosen</source>
+        <translation>es wurde kein Meldeabstand gewählt</translation>
+    </message>
+    <message>
+        <source>the ORV is not connected%1</source>
+        <translation>der ORV ist nicht verbunden%1</translation>
+    </message>
+    <message>
+        <source>the ORV is not ready: %1%2</source>
+        <translation>der ORV ist nicht bereit: %1%2</translation>
+    </message>
+    <message>
+        <source>the ORV is not ready</source>
+        <translation>der ORV ist nicht bereit</translation>
+    </message>
+    <message>
+        <source>the ORV is busy: %1</source>
+        <translation>der ORV ist beschäftigt: %1</translation>
+    </message>
+    <message>
+        <source>no frequency channel is free, %1 are in use</source>
+        <translation>kein Frequenzkanal ist frei, %1 sind in Gebrauch</translation>
+    </message>
+    <message>
+        <source>there is no such channel</source>
+        <translation>es gibt keinen solchen Kanal</translation>
+    </message>
+    <message>
+        <source>connected to %1 at %2</source>
+        <translation>verbunden mit %1 unter %2</translation>
+    </message>
+    <message>
+        <source>connection lost: %1</source>
+        <translation>Verbindung verloren: %1</translation>
+    </message>
+    <message>
+        <source>in use by %1</source>
+        <translation>in Gebrauch von %1</translation>
+    </message>
+    <message>
+        <source>the device does not answer</source>
+        <translation>das Gerät antwortet nicht</translation>
+    </message>
+    <message>
+        <source>not connected</source>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>%1 passed</source>
+        <translation>%1 bestanden</translation>
+    </message>
+    <message>
+        <source>%1 is blanked by %2</source>
+        <translation>%1 ist ausgetastet durch %2</translation>
+    </message>
+    <message>
+        <source>a ground transmitter</source>
+        <translation>einen Bodensender</translation>
+    </message>
+    <message>
+        <source>user or token is wrong</source>
+        <translation>Benutzer oder Token ist falsch</translation>
+    </message>
+    <message>
+        <source>the certificate&apos;s name is not known here</source>
+        <translation>der Name des Zertifikats ist hier nicht bekannt</translation>
+    </message>
+    <message>
+        <source>too many failed attempts, wait %1 s</source>
+        <translation>zu viele Fehlversuche, %1 s warten</translation>
+    </message>
+    <message>
+        <source>too many tokens are to be checked at once, try again</source>
+        <translation>zu viele Token sind zugleich zu prüfen, noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>no rule of this server allows it</source>
+        <translation>keine Regel dieses Servers erlaubt es</translation>
+    </message>
+    <message>
+        <source>the status is the server&apos;s own</source>
+        <translation>der Status gehört dem Server</translation>
+    </message>
+    <message>
+        <source>only the server writes this</source>
+        <translation>dies schreibt nur der Server</translation>
+    </message>
+    <message>
+        <source>what is below %1 is the server&apos;s own</source>
+        <translation>was unter %1 liegt, gehört dem Server</translation>
+    </message>
+    <message>
+        <source>there is no such MpxORV</source>
+        <translation>es gibt keinen solchen MpxORV</translation>
+    </message>
+    <message>
+        <source>only clients of the MpxORV comment on it</source>
+        <translation>nur Clients des MpxORV kommentieren ihn</translation>
+    </message>
+    <message>
+        <source>only operators switch policies</source>
+        <translation>nur Bediener schalten Rechte</translation>
+    </message>
+    <message>
+        <source>%1 uses this MpxORV, and no rule allows it to switch policies of its own</source>
+        <translation>%1 benutzt diesen MpxORV, und keine Regel erlaubt, eigene Rechte zu schalten</translation>
+    </message>
+    <message>
+        <source>nobody switches the policies of an MpxORV that it uses</source>
+        <translation>niemand schaltet die Rechte eines MpxORV, den er selbst benutzt</translation>
+    </message>
+    <message>
+        <source>a client may use %1 MpxORVs at most</source>
+        <translation>ein Client darf höchstens %1 MpxORVs benutzen</translation>
+    </message>
+    <message>
+        <source>there is no static MpxORV &apos;%1&apos;</source>
+        <translation>es gibt keinen statischen MpxORV „%1“</translation>
+    </message>
+    <message>
+        <source>%1 belongs to another user</source>
+        <translation>%1 gehört einem anderen Benutzer</translation>
+    </message>
+    <message>
+        <source>this cannot be the name of an MpxORV</source>
+        <translation>so kann kein MpxORV heißen</translation>
+    </message>
+    <message>
+        <source>there are %1 dynamic MpxORVs already</source>
+        <translation>es gibt schon %1 dynamische MpxORVs</translation>
+    </message>
+    <message>
+        <source>something else has the name %1</source>
+        <translation>etwas anderes heißt schon %1</translation>
+    </message>
+    <message>
+        <source>cannot be the name of an MpxORV</source>
+        <translation>kann nicht der Name eines MpxORV sein</translation>
+    </message>
+    <message>
+        <source>is there twice</source>
+        <translation>ist zweimal da</translation>
+    </message>
+    <message>
+        <source>is one too many</source>
+        <translation>ist einer zu viel</translation>
+    </message>
+    <message>
+        <source>, which stands for a frequency above 2147483647 Hz</source>
+        <translation>, was für eine Frequenz über 2147483647 Hz steht</translation>
+    </message>
+    <message>
+        <source>is damaged</source>
+        <translation>ist beschädigt</translation>
+    </message>
+    <message>
+        <source>is of another configuration</source>
+        <translation>gehört zu einer anderen Konfiguration</translation>
+    </message>
+    <message>
+        <source>is older than the configuration, whose section GTS was changed since</source>
+        <translation>ist älter als die Konfiguration, deren Abschnitt GTS seither geändert wurde</translation>
+    </message>
+    <message>
+        <source>cannot be read</source>
+        <translation>kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>%2 is tuned to %1, not supervised</source>
+        <translation>%2 ist auf %1 eingestellt, nicht überwacht</translation>
+    </message>
+    <message>
+        <source>done, not supervised: %1</source>
+        <translation>erledigt, nicht überwacht: %1</translation>
+    </message>
+    <message>
+        <source>%1, input %2</source>
+        <translation>%1, Eingang %2</translation>
+    </message>
+</context>
+<context>
     <name>CommandsPage</name>
     <message>
         <source>Reconnect &amp;input modules</source>

@@ -9,4 +9,4 @@ options=(-silent -no-obsolete -locations none -I .)
 common=devicecontrol/multichannelserver/common
 lupdate=$(command -v lupdate || echo /usr/lib/qt5/bin/lupdate)
 "$lupdate" "${options[@]}" platform/widgets "$common" -ts "$directory/MultiChannelServerCommon_de.ts"
-"$lupdate" "${options[@]}" apps/pages apps/mcconsole apps/mcserver -ts "$directory/MultiChannelServerApps_de.ts"
+"$lupdate" "${options[@]}" apps/common apps/pages apps/mcconsole apps/mcserver -ts "$directory/MultiChannelServerApps_de.ts"

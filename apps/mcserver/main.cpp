@@ -45,8 +45,8 @@ int Finish(int code, SuppressionRecovery& recovery) {
 /// Looks, once the server has its configuration, for what was entered before it was killed.
 SuppressionRecovery::EOutcome Recover(SuppressionRecovery& recovery, ServerLog& log) {
     const SuppressionRecovery::Report& report = recovery.Begin();
-    const QString line = report.ToLine();
-    if (!line.isEmpty()) log.Write(line);
+    const CodedText text = report.ToText();
+    if (!text.IsEmpty()) log.Write(text);
     return report.outcome;
 }
 

@@ -20,4 +20,10 @@ inline constexpr QLatin1String TunedSince = mcskeys::detail::Key("TunedSince");
 inline constexpr QLatin1String BlankingSwitchedBy = mcskeys::detail::Key("BlankingSwitchedBy");
 inline constexpr QLatin1String BlankingSwitchedSince = mcskeys::detail::Key("BlankingSwitchedSince");
 
+/// In the status: the last event, as compact JSON (apps/common/event.h), and every one of them in turn.
+inline constexpr QLatin1String Event = mcskeys::detail::Key("Event");
+
+/// Beside the "Answer" to a request: the same as a code with arguments (apps/common/codedtext.h).
+inline constexpr QLatin1String AnswerCode = mcskeys::detail::Key("AnswerCode");
+
 }  // namespace serverkeys

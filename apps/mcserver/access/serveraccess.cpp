@@ -22,14 +22,14 @@ QString SuppressionPath() {
     return QStringLiteral("/ORVServer");
 }
 
-QString NoRule() {
-    return QStringLiteral("no rule of this server allows it");
+CodedText NoRule() {
+    return ECode::NoRule;
 }
 
 /// Puts \a refusal into \a reason. True if there is none.
-bool IsAllowed(const QString& refusal, QString* reason) {
-    if (reason != nullptr) *reason = refusal;
-    return refusal.isEmpty();
+bool IsAllowed(const CodedText& refusal, QString* reason) {
+    if (reason != nullptr) *reason = refusal.ToEnglish();
+    return refusal.IsEmpty();
 }
 
 }  // namespace
@@ -52,18 +52,18 @@ bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token
         AdmitWithoutFile(peer);
         return true;
     }
-    QString refusal;
+    CodedText refusal;
     if (AdmitByFile(peer, user, token, &refusal)) return true;
-    Log(peer, QStringLiteral("%1 is not admitted: %2").arg(peertext::Name(peer), refusal));
+    Log(peer, {ECode::NotAdmitted, {peertext::Coded(peer), refusal}});
     return IsAllowed(refusal, reason);
 }
 
-bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason) {
+bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, CodedText* reason) {
     const bool isByCertificate = user.isEmpty() && token.isEmpty() && !peer.certificateName.isEmpty();
     const std::optional<QString> role = isByCertificate ? m_file->FindRoleOfCertificate(peer.certificateName)
                                                         : FindRole(peer, user, token, reason);
     if (!role) {
-        if (isByCertificate) *reason = QStringLiteral("the certificate's name is not known here");
+        if (isByCertificate) *reason = ECode::UnknownCertificate;
         return false;
     }
     peer.user = isByCertificate ? VtAccessFile::CertificateUser(peer.certificateName) : user;
@@ -75,21 +75,21 @@ bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString&
 // A right token gets in whatever others tried from its address. Where a check takes long there are few: by
 // address and user, and in all, since there are many addresses.
 std::optional<QString> ServerAccess::FindRole(const VtPeer& peer, const QString& user, const QString& token,
-                                              QString* reason) {
+                                              CodedText* reason) {
     const bool isSlow = m_file->IsSlow(user);
     if (isSlow) {
         const auto wait = std::chrono::ceil<std::chrono::seconds>(m_limiter.WaitOf(peer.address, user));
         if (wait > wait.zero()) {
-            *reason = QStringLiteral("too many failed attempts, wait %1 s").arg(wait.count());
+            *reason = {ECode::WaitAfterFailures, {CodedText::Number(wait.count())}};
             return std::nullopt;
         }
         if (!MaySlowlyCheck()) {
-            *reason = QStringLiteral("too many tokens are to be checked at once, try again");
+            *reason = ECode::TooManyChecks;
             return std::nullopt;
         }
     }
     std::optional<QString> role = m_file->FindRole(user, token);
-    if (!role) *reason = QStringLiteral("user or token is wrong");
+    if (!role) *reason = ECode::WrongToken;
     if (isSlow && role) m_limiter.Succeeded(peer.address, user);
     if (isSlow && !role) m_limiter.Failed(peer.address, user);
     return role;
@@ -140,61 +140,60 @@ bool ServerAccess::MayRead(const VtPeer& peer, const QString& path) {
 }
 
 bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* reason) {
-    const QString refusal = WriteRefusal(peer, path);
-    if (!refusal.isEmpty())
-        Log(peer, QStringLiteral("%1 may not write %2: %3")
-                      .arg(peertext::Name(peer), peertext::Shown(path), refusal));
-    if (refusal.isEmpty()) {
-        m_log.SetActor(peertext::Name(peer));
-        m_actorEnd.Start(std::chrono::milliseconds::zero(), [this] { m_log.SetActor(QString()); });
+    const CodedText refusal = WriteRefusal(peer, path);
+    if (!refusal.IsEmpty())
+        Log(peer, {ECode::MayNotWrite, {peertext::Coded(peer), peertext::Shown(path), refusal}});
+    if (refusal.IsEmpty()) {
+        m_log.SetActor(peertext::Coded(peer));
+        m_actorEnd.Start(std::chrono::milliseconds::zero(), [this] { m_log.SetActor({}); });
     }
     return IsAllowed(refusal, reason);
 }
 
-QString ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) const {
+CodedText ServerAccess::WriteRefusal(const VtPeer& peer, const QString& path) const {
     if (VtAccessFile::IsBelow(path, mcskeys::DefaultBasePath(mcskeys::Status)))
-        return QStringLiteral("the status is the server's own");
+        return ECode::StatusIsTheServers;
     if (path == mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Config), SaveReport::AnswerName()))
-        return QStringLiteral("only the server writes this");
+        return ECode::OnlyServerWrites;
     // A written input would blank, or release, what no transmitter does.
-    if (VtAccessFile::IsBelow(path, SuppressionPath())) return QStringLiteral("only the server writes this");
+    if (VtAccessFile::IsBelow(path, SuppressionPath())) return ECode::OnlyServerWrites;
     if (const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path))
         return MpxOrvWriteRefusal(peer, path, *target);
-    return Allows(peer, ERight::Write, path) ? QString() : NoRule();
+    return Allows(peer, ERight::Write, path) ? CodedText() : NoRule();
 }
 
 bool ServerAccess::IsRequest(const MpxOrvPath& target) {
     return target.below.size() > 1 && target.below[0] == MpxOrvRequests::NodeName() &&
-           target.below[1] != MpxOrvRequests::AnswerName();
+           target.below[1] != MpxOrvRequests::AnswerName() &&
+           target.below[1] != MpxOrvRequests::AnswerCodeName();
 }
 
-QString ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path,
-                                         const MpxOrvPath& target) const {
+CodedText ServerAccess::MpxOrvWriteRefusal(const VtPeer& peer, const QString& path,
+                                           const MpxOrvPath& target) const {
     const QString part = target.below.value(0);
     const bool isBlanking = target.below == QStringList{MpxOrv::BlankingName()};
     if (part == mcskeys::Policy || isBlanking) return PolicyRefusal(peer, path, target);
     const bool isRequest = IsRequest(target);
     const bool isComment = target.below == QStringList{mcskeys::Status, mcskeys::Comment};
-    if (!isRequest && !isComment) return QStringLiteral("only the server writes this");
+    if (!isRequest && !isComment) return ECode::OnlyServerWrites;
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
     const bool isGoing =
         mpxOrv != nullptr && mpxOrv->GetKind() == EMpxOrvKind::Dynamic && !mpxOrv->HasClients();
-    if (mpxOrv == nullptr || isGoing) return QStringLiteral("there is no such MpxORV");
-    if (mpxOrv->HasClient(peer.session)) return QString();
-    if (!isRequest) return QStringLiteral("only clients of the MpxORV comment on it");
-    const QString refusal = UseRefusal(peer, target);
-    return refusal.isEmpty() ? m_mpxOrvs.JoinRefusal(*mpxOrv, peer.session, peer.user) : refusal;
+    if (mpxOrv == nullptr || isGoing) return ECode::NoSuchMpxOrv;
+    if (mpxOrv->HasClient(peer.session)) return {};
+    if (!isRequest) return ECode::OnlyClientsComment;
+    const CodedText refusal = UseRefusal(peer, target);
+    return refusal.IsEmpty() ? m_mpxOrvs.JoinRefusal(*mpxOrv, peer.session, peer.user) : refusal;
 }
 
-QString ServerAccess::PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const {
-    if (peer.role != OperatorRole()) return QStringLiteral("only operators switch policies");
+CodedText ServerAccess::PolicyRefusal(const VtPeer& peer, const QString& path,
+                                      const MpxOrvPath& target) const {
+    if (peer.role != OperatorRole()) return ECode::OnlyOperatorsSwitch;
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
     if (mpxOrv != nullptr && IsUsedByUserOf(peer, *mpxOrv) && !Allows(peer, ERight::OwnPolicies, path))
-        return m_file ? QStringLiteral(
-                            "%1 uses this MpxORV, and no rule allows it to switch policies of its own")
-                            .arg(peertext::Shown(peer.user))
-                      : QStringLiteral("nobody switches the policies of an MpxORV that it uses");
-    return Allows(peer, ERight::Write, path) ? QString() : NoRule();
+        return m_file ? CodedText(ECode::NotOwnPolicies, {peertext::Shown(peer.user)})
+                      : CodedText(ECode::NotPoliciesInUse);
+    return Allows(peer, ERight::Write, path) ? CodedText() : NoRule();
 }
 
 // Without a file there are no users to tell apart: the sessions of this machine are all of the same.
@@ -205,33 +204,32 @@ bool ServerAccess::IsUsedByUserOf(const VtPeer& peer, const MpxOrv& mpxOrv) cons
     });
 }
 
-QString ServerAccess::UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const {
+CodedText ServerAccess::UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const {
     const ERight right = target.kind == EMpxOrvKind::Static ? ERight::Write : ERight::Create;
-    return Allows(peer, right, MpxOrvPath::NodePath(target.kind, target.name)) ? QString() : NoRule();
+    return Allows(peer, right, MpxOrvPath::NodePath(target.kind, target.name)) ? CodedText() : NoRule();
 }
 
-QString ServerAccess::Join(const VtPeer& peer, const MpxOrvPath& target) {
+CodedText ServerAccess::Join(const VtPeer& peer, const MpxOrvPath& target) {
     MpxOrvRegistry::Client client;
     client.session = peer.session;
     client.application =
         peer.application.isEmpty() ? QStringLiteral("a client") : peertext::Shown(peer.application);
     client.user = peer.user;
-    client.name = peertext::Name(peer);
+    client.peer = peertext::Coded(peer);
     client.source = VtAttemptLimiter::HostOf(peer.address);
     return m_mpxOrvs.Join(target.kind, target.name, client);
 }
 
 bool ServerAccess::MayCreate(const VtPeer& peer, const QString& path, QString* reason) {
-    QString refusal;
+    CodedText refusal;
     if (VtAccessFile::IsBelow(path, mcskeys::Root))
-        refusal = QStringLiteral("what is below %1 is the server's own").arg(mcskeys::Root);
+        refusal = {ECode::IsTheServers, {mcskeys::Root}};
     else if (VtAccessFile::IsBelow(path, SuppressionPath()))
-        refusal = QStringLiteral("what is below %1 is the server's own").arg(SuppressionPath());
+        refusal = {ECode::IsTheServers, {SuppressionPath()}};
     else if (!Allows(peer, ERight::Create, path))
         refusal = NoRule();
-    if (!refusal.isEmpty())
-        Log(peer, QStringLiteral("%1 may not create %2: %3")
-                      .arg(peertext::Name(peer), peertext::Shown(path), refusal));
+    if (!refusal.IsEmpty())
+        Log(peer, {ECode::MayNotCreate, {peertext::Coded(peer), peertext::Shown(path), refusal}});
     return IsAllowed(refusal, reason);
 }
 
@@ -252,24 +250,23 @@ QStringList ServerAccess::WritablePrefixes(const VtPeer& peer) {
 
 void ServerAccess::SessionStarted(const VtPeer& peer) {
     if (m_file) m_admissions[peer.session] = {peer.user, m_file->GetTextOf(peer.user)};
-    Log(peer, QStringLiteral("%1 is connected as %2").arg(peertext::Name(peer), peertext::Shown(peer.role)));
+    Log(peer, {ECode::Connected, {peertext::Coded(peer), peertext::Shown(peer.role)}});
 }
 
 void ServerAccess::SessionEnded(const VtPeer& peer) {
     m_admissions.erase(peer.session);
     m_mpxOrvs.RemoveSession(peer.session);
-    Log(peer, QStringLiteral("%1 has gone").arg(peertext::Name(peer)));
+    Log(peer, {ECode::Gone, {peertext::Coded(peer)}});
 }
 
 QString ServerAccess::ProvideNode(const VtPeer& peer, const QString& path) {
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     if (!target || !target->below.isEmpty()) return QString();
-    QString refusal = UseRefusal(peer, *target);
-    if (refusal.isEmpty()) refusal = Join(peer, *target);
-    if (!refusal.isEmpty())
-        Log(peer, QStringLiteral("%1 may not use %2: %3")
-                      .arg(peertext::Name(peer), peertext::Shown(target->name), refusal));
-    return refusal;
+    CodedText refusal = UseRefusal(peer, *target);
+    if (refusal.IsEmpty()) refusal = Join(peer, *target);
+    if (!refusal.IsEmpty())
+        Log(peer, {ECode::MayNotUse, {peertext::Coded(peer), peertext::Shown(target->name), refusal}});
+    return refusal.ToEnglish();
 }
 
 void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
@@ -279,7 +276,7 @@ void ServerAccess::NodeReleased(const VtPeer& peer, const QString& path) {
 
 void ServerAccess::ValueWritten(const VtPeer& peer, const QString& path) {
     m_actorEnd.Stop();
-    m_log.SetActor(QString());
+    m_log.SetActor({});
     const std::optional<MpxOrvPath> target = MpxOrvPath::Parse(path);
     if (!target || !IsRequest(*target)) return;
     const MpxOrv* const mpxOrv = m_mpxOrvs.Find(target->kind, target->name);
@@ -292,6 +289,6 @@ int ServerAccess::MaxTextLength(const VtPeer& /*peer*/, const QString& path) {
     return isComment ? m_textLimits.comment : m_textLimits.text;
 }
 
-void ServerAccess::Log(const VtPeer& peer, const QString& text) {
-    m_log.WriteFrom(VtAttemptLimiter::HostOf(peer.address), text);
+void ServerAccess::Log(const VtPeer& peer, const CodedText& text) {
+    m_log.WriteFrom(VtAttemptLimiter::HostOf(peer.address), text, {QString(), peertext::Name(peer)});
 }

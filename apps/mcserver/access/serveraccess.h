@@ -51,25 +51,25 @@ class ServerAccess : public IVtAccess {
     static QString ClientRole() { return QStringLiteral("client"); }
 
   private:
-    bool AdmitByFile(VtPeer& peer, const QString& user, const QString& token, QString* reason);
+    bool AdmitByFile(VtPeer& peer, const QString& user, const QString& token, CodedText* reason);
     std::optional<QString> FindRole(const VtPeer& peer, const QString& user, const QString& token,
-                                    QString* reason);
+                                    CodedText* reason);
     bool MaySlowlyCheck();
     void AdmitWithoutFile(VtPeer& peer);
     /// Whether file, or what holds without one, allows it.
     bool Allows(const VtPeer& peer, VtAccessFile::ERight right, const QString& path) const;
     QStringList PrefixesOf(const VtPeer& peer, VtAccessFile::ERight right) const;
 
-    // Why a peer may not; empty if it may.
-    QString WriteRefusal(const VtPeer& peer, const QString& path) const;
-    QString MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
-    QString PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
+    // Why a peer may not; nothing if it may.
+    CodedText WriteRefusal(const VtPeer& peer, const QString& path) const;
+    CodedText MpxOrvWriteRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
+    CodedText PolicyRefusal(const VtPeer& peer, const QString& path, const MpxOrvPath& target) const;
     bool IsUsedByUserOf(const VtPeer& peer, const MpxOrv& mpxOrv) const;
-    QString UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
-    QString Join(const VtPeer& peer, const MpxOrvPath& target);
+    CodedText UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
+    CodedText Join(const VtPeer& peer, const MpxOrvPath& target);
     static bool IsRequest(const MpxOrvPath& target);
 
-    void Log(const VtPeer& peer, const QString& text);
+    void Log(const VtPeer& peer, const CodedText& text);
 
     MpxOrvRegistry& m_mpxOrvs;
     ServerLog& m_log;

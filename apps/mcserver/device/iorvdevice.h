@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
 #include <apps/mcserver/device/orvdevicesettings.h>
 
 #include <platform/device/stddevicedefinition.h>
-
-#include <QtCore/QString>
 
 #include <chrono>
 
@@ -14,7 +13,7 @@ class IOrvDeviceListener;
 /// The one physical direction finder that the server shares out. What is asked of it is accepted or refused
 /// at once; what comes of it is told to the listener. Main thread.
 ///
-/// A request answers with the reason for which it is refused, one line, or with an empty text.
+/// A request answers with the reason for which it is refused, or says nothing.
 class IOrvDevice {
   public:
     virtual ~IOrvDevice() = default;
@@ -35,13 +34,13 @@ class IOrvDevice {
     virtual double GetBandwidth() const = 0;
 
     /// Reserves a frequency channel, and puts its number in \a channel.
-    virtual QString AllocateChannel(int* channel) = 0;
+    virtual CodedText AllocateChannel(int* channel) = 0;
     virtual void FreeChannel(int channel) = 0;
-    virtual QString Tune(int channel, double hz) = 0;
-    virtual QString RestartJob() = 0;
-    virtual QString RunBuiltInTest() = 0;
-    virtual QString Calibrate() = 0;
+    virtual CodedText Tune(int channel, double hz) = 0;
+    virtual CodedText RestartJob() = 0;
+    virtual CodedText RunBuiltInTest() = 0;
+    virtual CodedText Calibrate() = 0;
     /// How long the device waits from one report to the next.
     virtual std::chrono::milliseconds GetReportInterval() const = 0;
-    virtual QString SetReportInterval(std::chrono::milliseconds interval) = 0;
+    virtual CodedText SetReportInterval(std::chrono::milliseconds interval) = 0;
 };

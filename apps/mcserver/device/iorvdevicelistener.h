@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/device/stddevicedefinition.h>
+#include <apps/common/codedtext.h>
 
-#include <QtCore/QString>
+#include <platform/device/stddevicedefinition.h>
 
 #include <chrono>
 
@@ -13,7 +13,7 @@ class IOrvDeviceListener {
     virtual ~IOrvDeviceListener() = default;
 
     /// \a state is for people: "connected to localhost".
-    virtual void OnConnectionChanged(bool isOnline, const QString& state) = 0;
+    virtual void OnConnectionChanged(bool isOnline, const CodedText& state) = 0;
     virtual void OnBootStateChanged(EBooState state) = 0;
     virtual void OnOperationModeChanged(EOperationMode mode) = 0;
     /// How long a sweep takes; 0 while the device does not sweep.
@@ -22,5 +22,5 @@ class IOrvDeviceListener {
     virtual void OnChannelsChanged(int free, int used) = 0;
     /// How long the device waits from one report to the next.
     virtual void OnReportIntervalChanged(std::chrono::milliseconds interval) = 0;
-    virtual void OnLog(const QString& text) = 0;
+    virtual void OnLog(const CodedText& text) = 0;
 };

@@ -73,7 +73,7 @@ void SimulatedOrv::RunStep(const OrvScript::Step& step) {
         case OrvScript::EAction::Occupy:
             m_occupant = step.text;
             if (!m_isHeld || m_settings.force) break;
-            GoOffline(BootUnknown, QStringLiteral("in use by %1").arg(m_occupant));
+            GoOffline(BootUnknown, {ECode::DeviceInUse, {m_occupant}});
             TryToConnect();
             break;
         case OrvScript::EAction::Vacate:
@@ -84,8 +84,8 @@ void SimulatedOrv::RunStep(const OrvScript::Step& step) {
 
 void SimulatedOrv::Fail(const QString& reason) {
     m_hasFailed = true;
-    m_failure = reason.isEmpty() ? QStringLiteral("the device does not answer") : reason;
-    if (m_isHeld) GoOffline(BootFailed, QStringLiteral("connection lost: %1").arg(m_failure));
+    m_failure = reason.isEmpty() ? CodedText(ECode::DeviceDoesNotAnswer) : CodedText(reason);
+    if (m_isHeld) GoOffline(BootFailed, {ECode::DeviceLost, {m_failure}});
 }
 
 void SimulatedOrv::Recover() {
@@ -102,13 +102,13 @@ void SimulatedOrv::Connect(const OrvDeviceSettings& settings) {
 }
 
 void SimulatedOrv::TryToConnect() {
-    if (m_hasFailed) return GoOffline(BootFailed, QStringLiteral("connection lost: %1").arg(m_failure));
+    if (m_hasFailed) return GoOffline(BootFailed, {ECode::DeviceLost, {m_failure}});
     if (!m_occupant.isEmpty() && !m_settings.force) {
-        SetConnection(false, QStringLiteral("in use by %1").arg(m_occupant));
+        SetConnection(false, {ECode::DeviceInUse, {m_occupant}});
         return m_bootTimer.Start(RetryTime, [this] { TryToConnect(); });
     }
     m_occupant.clear();
-    SetConnection(true, QStringLiteral("connected to %1 at %2").arg(m_settings.name, m_settings.address));
+    SetConnection(true, {ECode::DeviceConnectedTo, {m_settings.name, m_settings.address}});
     BootOn(0);
 }
 
@@ -125,7 +125,7 @@ void SimulatedOrv::BootOn(int stage) {
 void SimulatedOrv::Disconnect() {
     if (!m_isHeld) return;
     m_isHeld = false;
-    GoOffline(BootUnknown, QStringLiteral("not connected"));
+    GoOffline(BootUnknown, ECode::DeviceLetGo);
 }
 
 void SimulatedOrv::ChangeSettings(const OrvDeviceSettings& settings) {
@@ -133,7 +133,7 @@ void SimulatedOrv::ChangeSettings(const OrvDeviceSettings& settings) {
     ReportChannels();
 }
 
-void SimulatedOrv::GoOffline(EBooState state, const QString& connectionState) {
+void SimulatedOrv::GoOffline(EBooState state, const CodedText& connectionState) {
     m_bootTimer.Stop();
     m_taskTimer.Stop();
     m_usedChannels.clear();
@@ -143,7 +143,7 @@ void SimulatedOrv::GoOffline(EBooState state, const QString& connectionState) {
     ReportChannels();
 }
 
-void SimulatedOrv::SetConnection(bool isOnline, const QString& state) {
+void SimulatedOrv::SetConnection(bool isOnline, const CodedText& state) {
     if (isOnline == m_isOnline && state == m_connectionState) return;
     m_isOnline = isOnline;
     m_connectionState = state;
@@ -188,74 +188,74 @@ void SimulatedOrv::ReportChannels() {
     if (m_listener != nullptr) m_listener->OnChannelsChanged(free, used);
 }
 
-QString SimulatedOrv::Obstacle() const {
-    if (m_bootState != BootReady) return QStringLiteral("the ORV is not ready");
+CodedText SimulatedOrv::Obstacle() const {
+    if (m_bootState != BootReady) return ECode::DeviceNotReadyYet;
     if (m_taskTimer.IsRunning())
-        return QStringLiteral("the ORV is busy: %1").arg(MCSTools::OperationModeAsString(m_mode));
-    return QString();
+        return {ECode::DeviceBusy, {CodedText::Word(MCSTools::OperationModeAsString(m_mode))}};
+    return {};
 }
 
-QString SimulatedOrv::AllocateChannel(int* channel) {
-    QString obstacle = Obstacle();
-    if (!obstacle.isEmpty()) return obstacle;
+CodedText SimulatedOrv::AllocateChannel(int* channel) {
+    CodedText obstacle = Obstacle();
+    if (!obstacle.IsEmpty()) return obstacle;
     int number = 0;
     while (m_usedChannels.count(number) != 0)
         ++number;
     if (number >= m_settings.channels)
-        return QStringLiteral("no frequency channel is free, %1 are in use").arg(m_usedChannels.size());
+        return {ECode::NoFreeChannel, {CodedText::Number(static_cast<qint64>(m_usedChannels.size()))}};
     m_usedChannels.insert(number);
     *channel = number;
     ReportChannels();
-    return QString();
+    return {};
 }
 
 void SimulatedOrv::FreeChannel(int channel) {
     if (m_usedChannels.erase(channel) != 0) ReportChannels();
 }
 
-QString SimulatedOrv::Tune(int channel, double /*hz*/) {
-    QString obstacle = Obstacle();
-    if (!obstacle.isEmpty()) return obstacle;
-    return m_usedChannels.count(channel) != 0 ? QString() : QStringLiteral("there is no such channel");
+CodedText SimulatedOrv::Tune(int channel, double /*hz*/) {
+    CodedText obstacle = Obstacle();
+    if (!obstacle.IsEmpty()) return obstacle;
+    return m_usedChannels.count(channel) != 0 ? CodedText() : CodedText(ECode::NoSuchChannel);
 }
 
-QString SimulatedOrv::RestartJob() {
-    QString obstacle = Obstacle();
-    if (!obstacle.isEmpty()) return obstacle;
+CodedText SimulatedOrv::RestartJob() {
+    CodedText obstacle = Obstacle();
+    if (!obstacle.IsEmpty()) return obstacle;
     SetMode(OperationScan);
-    Log(QStringLiteral("the job starts anew"));
-    return QString();
+    Log(ECode::JobStartsAnew);
+    return {};
 }
 
-QString SimulatedOrv::RunBuiltInTest() {
+CodedText SimulatedOrv::RunBuiltInTest() {
     return RunFor(BuiltInTestTime, OperationBuiltInTest);
 }
 
-QString SimulatedOrv::Calibrate() {
+CodedText SimulatedOrv::Calibrate() {
     return RunFor(CalibrationTime, OperationCalibration);
 }
 
-QString SimulatedOrv::RunFor(Time time, EOperationMode mode) {
-    QString obstacle = Obstacle();
-    if (!obstacle.isEmpty()) return obstacle;
+CodedText SimulatedOrv::RunFor(Time time, EOperationMode mode) {
+    CodedText obstacle = Obstacle();
+    if (!obstacle.IsEmpty()) return obstacle;
     const EOperationMode before = m_mode;
     m_taskTimer.Start(time, [this, before, mode] {
         SetMode(before);
-        Log(QStringLiteral("%1 passed").arg(MCSTools::OperationModeAsString(mode)));
+        Log({ECode::TaskPassed, {CodedText::Word(MCSTools::OperationModeAsString(mode))}});
     });
     SetMode(mode);
-    return QString();
+    return {};
 }
 
-QString SimulatedOrv::SetReportInterval(Time interval) {
-    QString obstacle = Obstacle();
-    if (!obstacle.isEmpty()) return obstacle;
+CodedText SimulatedOrv::SetReportInterval(Time interval) {
+    CodedText obstacle = Obstacle();
+    if (!obstacle.IsEmpty()) return obstacle;
     m_reportInterval = interval;
     if (m_listener != nullptr) m_listener->OnReportIntervalChanged(interval);
     if (IsSweeping(m_mode)) m_sweepTimer.Start(interval, [this] { ReportSweep(); });
-    return QString();
+    return {};
 }
 
-void SimulatedOrv::Log(const QString& text) {
+void SimulatedOrv::Log(const CodedText& text) {
     if (m_listener != nullptr) m_listener->OnLog(text);
 }

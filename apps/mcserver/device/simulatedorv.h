@@ -35,14 +35,14 @@ class SimulatedOrv : public IOrvDevice {
     EBooState GetBootState() const override { return m_bootState; }
     EOperationMode GetOperationMode() const override { return m_mode; }
     double GetBandwidth() const override { return Bandwidth; }
-    QString AllocateChannel(int* channel) override;
+    CodedText AllocateChannel(int* channel) override;
     void FreeChannel(int channel) override;
-    QString Tune(int channel, double hz) override;
-    QString RestartJob() override;
-    QString RunBuiltInTest() override;
-    QString Calibrate() override;
+    CodedText Tune(int channel, double hz) override;
+    CodedText RestartJob() override;
+    CodedText RunBuiltInTest() override;
+    CodedText Calibrate() override;
     Time GetReportInterval() const override { return m_reportInterval; }
-    QString SetReportInterval(Time interval) override;
+    CodedText SetReportInterval(Time interval) override;
 
   private:
     void RunNextStep();
@@ -51,16 +51,16 @@ class SimulatedOrv : public IOrvDevice {
     void Recover();
     void TryToConnect();
     void BootOn(int stage);
-    void GoOffline(EBooState state, const QString& connectionState);
-    void SetConnection(bool isOnline, const QString& state);
+    void GoOffline(EBooState state, const CodedText& connectionState);
+    void SetConnection(bool isOnline, const CodedText& state);
     void SetBootState(EBooState state);
     void SetMode(EOperationMode mode);
     /// Why it cannot do anything now; empty if it can.
-    QString Obstacle() const;
-    QString RunFor(Time time, EOperationMode mode);
+    CodedText Obstacle() const;
+    CodedText RunFor(Time time, EOperationMode mode);
     void ReportSweep();
     void ReportChannels();
-    void Log(const QString& text);
+    void Log(const CodedText& text);
 
     IOrvDeviceListener* m_listener = nullptr;
     ClockTimer m_bootTimer;
@@ -71,9 +71,9 @@ class SimulatedOrv : public IOrvDevice {
     bool m_isHeld = false;  ///< Connect was called last
     bool m_isOnline = false;
     bool m_hasFailed = false;
-    QString m_failure;
+    CodedText m_failure;
     QString m_occupant;
-    QString m_connectionState;
+    CodedText m_connectionState;
     EBooState m_bootState = BootUnknown;
     EOperationMode m_mode = OperationIdle;
     std::set<int> m_usedChannels;

@@ -26,7 +26,14 @@ void LogLimiter::ForgetQuietest() {
     sources.pop_front();
 }
 
-std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text) {
+std::optional<QString> LogLimiter::Pass(const QString& source, const QString& text) {
+    const std::optional<qint64> leftOut = Admit(source, text);
+    if (!leftOut) return std::nullopt;
+    if (*leftOut == 0) return text;
+    return QStringLiteral("%1 (%2 lines left out before)").arg(text, QString::number(*leftOut));
+}
+
+std::optional<qint64> LogLimiter::Admit(const QString& name, const QString& text) {
     const Time now = m_clock.Now();
     const Sources::iterator found = Find(name);
     Source& source = *found;
@@ -46,8 +53,7 @@ std::optional<QString> LogLimiter::Pass(const QString& name, const QString& text
     source.lastText = text;
     const qint64 leftOut = std::exchange(source.leftOut, 0);
     m_leftOut -= leftOut;
-    if (leftOut == 0) return text;
-    return QStringLiteral("%1 (%2 lines left out before)").arg(text, QString::number(leftOut));
+    return leftOut;
 }
 
 void LogLimiter::LeaveOut(Source& source) {
@@ -68,5 +74,9 @@ void LogLimiter::TellLeftOut() {
         most = own;
         whose = source->name;
     }
-    m_tell(QStringLiteral("%1 lines left out, most of them of %2").arg(QString::number(leftOut), whose));
+    m_tell(leftOut, whose);
+}
+
+QString LogLimiter::LeftOutText(qint64 leftOut, const QString& whose) {
+    return QStringLiteral("%1 lines left out, most of them of %2").arg(QString::number(leftOut), whose);
 }

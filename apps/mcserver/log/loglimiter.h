@@ -19,7 +19,8 @@
 class LogLimiter {
   public:
     using Time = std::chrono::milliseconds;
-    using Tell = std::function<void(const QString&)>;
+    /// How many lines were left out, and of whom most of them.
+    using Tell = std::function<void(qint64 leftOut, const QString& whose)>;
 
     struct Rates {
         int burst;           ///< lines of one source at once
@@ -33,14 +34,18 @@ class LogLimiter {
     static constexpr Time TellAfter{15'000};    ///< after which what was left out is told by itself
     static constexpr int MaxSources = 256;      ///< that are remembered; beyond, the quietest is forgotten
 
-    /// \a tell gets a line that is no source's. The clock outlives the limiter.
+    /// \a tell is told what no line tells of. The clock outlives the limiter.
     LogLimiter(IClock& clock, Tell tell, const Rates& rates = LogRates);
 
     /// The line to log for \a text of \a source: with how many were left out before it, if any were. None if
     /// this one is left out.
     std::optional<QString> Pass(const QString& source, const QString& text);
+    /// The same without the line: how many were left out before it.
+    std::optional<qint64> Admit(const QString& source, const QString& text);
     /// Tells how many were left out that no line told of, if any were.
     void TellLeftOut();
+
+    static QString LeftOutText(qint64 leftOut, const QString& whose);
 
   private:
     struct Source {

@@ -15,9 +15,16 @@ QString peertext::Shown(const QString& text) {
     return shown;
 }
 
+CodedText peertext::Coded(const VtPeer& peer) {
+    const QString address = Shown(peer.address);
+    const QString application = Shown(peer.application);
+    const QString machine = Shown(peer.machine);
+    if (application.isEmpty() && machine.isEmpty()) return {ECode::NamelessPeer, {address}};
+    if (application.isEmpty()) return {ECode::NamelessPeerOnMachine, {machine, address}};
+    if (machine.isEmpty()) return {ECode::Peer, {application, address}};
+    return {ECode::PeerOnMachine, {application, machine, address}};
+}
+
 QString peertext::Name(const VtPeer& peer) {
-    const QString application =
-        peer.application.isEmpty() ? QStringLiteral("a client") : Shown(peer.application);
-    const QString machine = peer.machine.isEmpty() ? QString() : QStringLiteral(" on ") + Shown(peer.machine);
-    return QStringLiteral("%1%2 (%3)").arg(application, machine, Shown(peer.address));
+    return Coded(peer).ToEnglish();
 }

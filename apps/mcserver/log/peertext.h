@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <platform/vtclient/ivtaccess.h>
 
 #include <QtCore/QString>
@@ -14,5 +16,7 @@ constexpr int MaxLength = 80;
 QString Shown(const QString& text);
 /// Who \a peer is: "Receiver on DFPC1 (127.0.0.1:50000)".
 QString Name(const VtPeer& peer);
+/// The same, to be said in any language.
+CodedText Coded(const VtPeer& peer);
 
 }  // namespace peertext

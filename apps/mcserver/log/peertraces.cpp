@@ -23,7 +23,9 @@ QString Shortened(const QString& text) {
 PeerTraces::PeerTraces(IClock& clock, Sink sink)
     : m_sink(std::move(sink)),
       m_limiter(
-          clock, [](const QString& text) { MCS_TRACE(text); }, Rates) {
+          clock,
+          [](qint64 leftOut, const QString& whose) { MCS_TRACE(LogLimiter::LeftOutText(leftOut, whose)); },
+          Rates) {
     // Who looks for something wants to see it each time.
     if (qEnvironmentVariableIsSet("MCS_TRACE")) return;
     ErrorHandler::Instance().SetSink([this](const TraceRecord& record) {

@@ -54,16 +54,13 @@ void SaveReport::TellWhatIsNotUsed(const QString& key, double used) {
     const int kept = m_cfg->ReadInt(key, static_cast<int>(used));
     if (kept == used) return;
     const bool isTooLarge = key == mcskeys::DefaultFrequencyForChannel && kept == TooLargeAsKept;
-    m_log.Write(QStringLiteral("the configuration file holds %1 as %2%3; %4 is used")
-                    .arg(QString::number(kept), key,
-                         isTooLarge ? QStringLiteral(", which stands for a frequency above 2147483647 Hz")
-                                    : QString(),
-                         NumberText(used)));
+    const CodedText what = isTooLarge ? CodedText(ECode::TooLargeForFile) : CodedText();
+    m_log.Write({ECode::ConfigFileValue, {CodedText::Number(kept), key, what, NumberText(used)}});
 }
 
 void SaveReport::Answer(const QString& problem) {
     if (!m_pAnswer) return;
-    const QString exception = WhatIsNotKept();
+    const QString exception = WhatIsNotKept().ToEnglish();
     if (!problem.isEmpty())
         m_pAnswer->SetValue(QStringLiteral("failed: ") + problem);
     else if (!exception.isEmpty())
@@ -73,18 +70,15 @@ void SaveReport::Answer(const QString& problem) {
 }
 
 void SaveReport::LogFailure(const QString& problem) {
-    if (!problem.isEmpty())
-        m_log.WriteFrom(Setter(), QStringLiteral("the configuration cannot be saved: %1").arg(problem));
+    if (!problem.isEmpty()) m_log.WriteFrom(Setter(), {ECode::ConfigNotSaved, {problem}});
 }
 
-QString SaveReport::WhatIsNotKept() const {
+CodedText SaveReport::WhatIsNotKept() const {
     const double set = m_pFrequency ? m_pFrequency->GetValue() : 0.0;
     const int kept = set < FirstTooLarge ? static_cast<int>(set) : TooLargeAsKept;
-    if (kept == set) return QString();
-    return QStringLiteral(
-               "%1 of %2 Hz cannot be kept: the configuration file holds whole hertz up to "
-               "2147483647, so it holds %3")
-        .arg(mcskeys::DefaultFrequencyForChannel, NumberText(set), QString::number(kept));
+    if (kept == set) return {};
+    return {ECode::FrequencyNotKept,
+            {mcskeys::DefaultFrequencyForChannel, NumberText(set), CodedText::Number(kept)}};
 }
 
 void SaveReport::Update(Observable* source, TChangeCode code) {
@@ -96,6 +90,6 @@ void SaveReport::Update(Observable* source, TChangeCode code) {
     m_cfg->CommitKey(mcskeys::DefaultFrequencyForChannel);  // once more what has just failed, if it has
     save.End();
     LogFailure(save.GetProblem());
-    const QString exception = WhatIsNotKept();
-    if (m_pFrequency.Is(source) && !exception.isEmpty()) m_log.WriteFrom(Setter(), exception);
+    const CodedText exception = WhatIsNotKept();
+    if (m_pFrequency.Is(source) && !exception.IsEmpty()) m_log.WriteFrom(Setter(), exception);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <platform/values/observation.h>
 #include <platform/values/value.h>
 #include <platform/values/valuenumeric.h>
@@ -35,8 +37,8 @@ class SaveReport : public IObserver {
 
   private:
     void TellWhatIsNotUsed(const QString& key, double used);
-    /// The frequency that holds and comes back from the file as another; empty if it is kept.
-    QString WhatIsNotKept() const;
+    /// The frequency that holds and comes back from the file as another; nothing if it is kept.
+    CodedText WhatIsNotKept() const;
 
     const MCSConfigData& m_config;
     ServerLog& m_log;

@@ -5,25 +5,73 @@
 
 #include <utility>
 
+using eventcodes::EShown;
+
+namespace {
+
+/// What \a text is about, whatever was left out before it.
+const eventcodes::Row& RowOf(const CodedText& text) {
+    const bool isWrapped = text.GetCode() == ECode::LinesLeftOut && !text.GetArguments().empty();
+    const ECode code = isWrapped ? text.GetArguments().front().GetCode() : text.GetCode();
+    Q_ASSERT(code < ECode::FirstPart);
+    return eventcodes::Of(code);
+}
+
+QString SourceOf(const eventcodes::Row& row, const QString& mpxOrv) {
+    const QLatin1String name = eventcodes::SourceName(row.source);
+    if (row.source != eventcodes::ESource::MpxOrv) return name;
+    return name + QLatin1Char(' ') + mpxOrv;
+}
+
+}  // namespace
+
 ServerLog::ServerLog(MCSStatus& status, IClock& clock, Sink sink)
     : m_status(status),
       m_clock(clock),
       m_sink(std::move(sink)),
-      m_limiter(clock, [this](const QString& text) { Write(text); }) {}
+      m_journal(clock),
+      m_limiter(clock,
+                [this](qint64 leftOut, const QString& whose) {
+                    Write({ECode::LeftOut, {CodedText::Number(leftOut), whose}});
+                }),
+      m_eventLimiter(clock, [this](qint64 leftOut, const QString& whose) {
+          Write({ECode::EventsLeftOut, {CodedText::Number(leftOut), whose}});
+      }) {}
 
-void ServerLog::Write(const QString& text) {
+void ServerLog::Write(const CodedText& text, const Origin& origin) {
+    const eventcodes::Row& row = RowOf(text);
+    const QString english = text.ToEnglish();
+    if (row.shown != EShown::InEventsOnly) TellLine(english);
+    if (row.shown == EShown::InLogOnly) return;
+    Event event;
+    event.severity = row.severity;
+    event.source = SourceOf(row, origin.mpxOrv);
+    event.who = origin.who.isEmpty() ? m_actorName : origin.who;
+    event.said = text;
+    event.text = english;
+    m_journal.Add(std::move(event));
+}
+
+void ServerLog::TellLine(const QString& text) {
     if (m_sink) m_sink(text);
     const QString time = m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss"));
     if (auto* const message = m_status.GetLogMessageValue())
         message->SetValue(time + QLatin1Char(' ') + text, nullptr);
 }
 
-QString ServerLog::ByActor(const QString& what) const {
-    if (m_actor.isEmpty()) return QString();
-    const QString doing = what.isEmpty() ? QString() : what + QLatin1Char(' ');
-    return QStringLiteral(", %1by %2").arg(doing, m_actor);
+void ServerLog::WriteFrom(const QString& source, const CodedText& text, const Origin& origin) {
+    LogLimiter& limiter = RowOf(text).shown == EShown::InEventsOnly ? m_eventLimiter : m_limiter;
+    const std::optional<qint64> leftOut = limiter.Admit(source, text.ToEnglish());
+    if (!leftOut) return;
+    if (*leftOut == 0) return Write(text, origin);
+    Write({ECode::LinesLeftOut, {text, CodedText::Number(*leftOut)}}, origin);
 }
 
-void ServerLog::WriteFrom(const QString& source, const QString& text) {
-    if (const std::optional<QString> line = m_limiter.Pass(source, text)) Write(*line);
+void ServerLog::SetActor(const CodedText& peer) {
+    m_actor = peer;
+    m_actorName = peer.ToEnglish();
+}
+
+CodedText ServerLog::ByActor(ECode code) const {
+    return m_actor.IsEmpty() ? CodedText() : CodedText(code, {m_actor});
 }

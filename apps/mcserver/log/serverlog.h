@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
 #include <apps/common/iclock.h>
+#include <apps/mcserver/events/eventjournal.h>
 #include <apps/mcserver/log/loglimiter.h>
 
 #include <QtCore/QString>
@@ -10,29 +12,45 @@
 
 class MCSStatus;
 
-/// What happens at the server, one line each: in the status value "LogMessage" with the time of day before
-/// it, and without it to a sink, whose reader has a clock of its own. Main thread.
+/// What happens at the server, the one road on which it is told: as an event, which programs understand, and
+/// as one line each in the status value "LogMessage" with the time of day before it, and without it to a
+/// sink, whose reader has a clock of its own. The table of codes says what is told where. Main thread.
 class ServerLog {
   public:
     using Sink = std::function<void(const QString&)>;
 
+    /// Whose event it is, where the code does not say it all.
+    struct Origin {
+        QString mpxOrv;  ///< the name of the MpxORV
+        QString who;     ///< who caused it; the actor, if there is one, unless given
+    };
+
     ServerLog(MCSStatus& status, IClock& clock, Sink sink);
 
-    void Write(const QString& text);
+    /// \a text has a code of an event.
+    void Write(const CodedText& text, const Origin& origin = {});
     /// The same for what \a source, a client, caused and could cause again and again.
-    void WriteFrom(const QString& source, const QString& text);
+    void WriteFrom(const QString& source, const CodedText& text, const Origin& origin = {});
 
-    /// \a name, a client, does what happens from now on; empty: nobody from outside.
-    void SetActor(const QString& name) { m_actor = name; }
-    QString GetActor() const { return m_actor; }
-    /// ", WHAT by NAME", for the end of a text on what a client does to others; empty while none does
-    /// anything.
-    QString ByActor(const QString& what = QString()) const;
+    /// \a peer does what happens from now on; empty: nobody from outside.
+    void SetActor(const CodedText& peer);
+    /// Its name.
+    const QString& GetActor() const { return m_actorName; }
+    /// By the \a code, such as ECode::TakenAwayBy, that the actor does it, for the end of a text; nothing
+    /// while nobody does anything.
+    CodedText ByActor(ECode code = ECode::By) const;
+
+    EventJournal& GetJournal() { return m_journal; }
 
   private:
+    void TellLine(const QString& text);
+
     MCSStatus& m_status;
     IClock& m_clock;
     Sink m_sink;
+    EventJournal m_journal;
     LogLimiter m_limiter;
-    QString m_actor;
+    LogLimiter m_eventLimiter;  ///< of what the log does not show, so that it takes no lines from it
+    CodedText m_actor;
+    QString m_actorName;
 };

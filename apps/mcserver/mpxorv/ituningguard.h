@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QString>
+#include <apps/common/codedtext.h>
 
 class MpxOrv;
 
@@ -11,8 +11,8 @@ class ITuningGuard {
   public:
     virtual ~ITuningGuard() = default;
 
-    /// Why \a mpxOrv must not be tuned to \a hz now, one line; empty if it may.
-    virtual QString RefusalOf(MpxOrv& mpxOrv, double hz) = 0;
+    /// Why \a mpxOrv must not be tuned to \a hz now; nothing if it may.
+    virtual CodedText RefusalOf(MpxOrv& mpxOrv, double hz) = 0;
     /// Whether \a hz should be watched, and cannot be now: nobody would notice if it must not be used.
     virtual bool IsUnsupervised(double hz) const = 0;
 };

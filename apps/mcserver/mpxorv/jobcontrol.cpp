@@ -31,8 +31,13 @@ const MCSPolicy& PolicyFor(ERequest request) {
     return MCSPolicy::MAYALTERDEVICESETTINGS;
 }
 
-QString Needs(const MCSPolicy& policy) {
-    return QStringLiteral("needs %1").arg(policy.GetName());
+CodedText Needs(const MCSPolicy& policy, const CodedText& by = {}) {
+    return {ECode::NeedsPolicy, {policy.GetName(), by}};
+}
+
+/// What the MpxORV that is so called does or has.
+ServerLog::Origin Of(const MpxOrv& mpxOrv) {
+    return {mpxOrv.GetName(), QString()};
 }
 
 /// With all digits down to the hertz; six, as elsewhere, would hide some.
@@ -52,8 +57,8 @@ void Set(V* value, const T& content) {
 JobControl::JobControl(IOrvDevice& device, MCSStatus& status, ServerLog& log, IClock& clock)
     : m_device(device), m_status(status), m_log(log), m_clock(clock) {}
 
-JobControl::Outcome JobControl::DoneUnless(const QString& refusal, const QString& text) {
-    return refusal.isEmpty() ? Done(text) : Refused(refusal);
+JobControl::Outcome JobControl::DoneUnless(const CodedText& refusal, const CodedText& text) {
+    return refusal.IsEmpty() ? Done(text) : Refused(refusal);
 }
 
 void JobControl::OnRequest(MpxOrv& mpxOrv, ERequest request) {
@@ -65,23 +70,36 @@ void JobControl::OnRequest(MpxOrv& mpxOrv, ERequest request) {
         requests.TakeBack(request);
     const bool isUnsupervised = outcome.isDone && request == ERequest::Frequency && m_guard != nullptr &&
                                 m_guard->IsUnsupervised(requests.GetFrequency());
-    const QString done = isUnsupervised ? QStringLiteral("done, not supervised: ") : QStringLiteral("done: ");
-    const QString answer = (outcome.isDone ? done : QStringLiteral("refused: ")) + outcome.text;
+    const ECode done = isUnsupervised ? ECode::DoneUnsupervised : ECode::Done;
+    const CodedText answer(outcome.isDone ? done : ECode::Refused, {outcome.text});
     ShowStatus(mpxOrv);
     requests.Answer(answer);
+    LogOutcome(mpxOrv, request, outcome, answer);
+}
+
+void JobControl::LogOutcome(const MpxOrv& mpxOrv, ERequest request, const Outcome& outcome,
+                            const CodedText& answer) {
+    const QString name = mpxOrv.GetName();
     if (!outcome.isDone)
-        m_log.WriteFrom(mpxOrv.GetName(), QStringLiteral("%1: %2").arg(mpxOrv.GetName(), answer));
+        m_log.WriteFrom(name, {ECode::RequestRefused, {name, answer}}, Of(mpxOrv));
+    else if (outcome.text.GetCode() == ECode::TunedTo)
+        m_log.WriteFrom(name,
+                        {answer.GetCode() == ECode::Done ? ECode::Tuned : ECode::TunedUnsupervised,
+                         {outcome.text.GetArguments().front(), name}},
+                        Of(mpxOrv));
+    else if (request != ERequest::BecomeMaster)  // who is master is told by itself
+        m_log.WriteFrom(name, {ECode::RequestDone, {name, answer}}, Of(mpxOrv));
 }
 
 JobControl::Outcome JobControl::CarryOut(MpxOrv& mpxOrv, ERequest request) {
     // Giving up takes no policy and no device.
     if (request == ERequest::BecomeMaster && m_master == &mpxOrv) {
         SetMaster(nullptr);
-        return Done(QStringLiteral("is master no more"));
+        return Done(ECode::WasMaster);
     }
     if (!mpxOrv.Has(PolicyFor(request))) return Refused(Needs(PolicyFor(request)));
-    const QString refusal = DeviceRefusal();
-    if (!refusal.isEmpty()) return Refused(refusal);
+    const CodedText refusal = DeviceRefusal();
+    if (!refusal.IsEmpty()) return Refused(refusal);
     switch (request) {
         case ERequest::Frequency:
             return Tune(mpxOrv);
@@ -90,9 +108,9 @@ JobControl::Outcome JobControl::CarryOut(MpxOrv& mpxOrv, ERequest request) {
         case ERequest::RestartJob:
             return RestartJob(mpxOrv);
         case ERequest::BuiltInTest:
-            return DoneUnless(m_device.RunBuiltInTest(), QStringLiteral("built-in test started"));
+            return DoneUnless(m_device.RunBuiltInTest(), ECode::BuiltInTestStarted);
         case ERequest::Calibrate:
-            return DoneUnless(m_device.Calibrate(), QStringLiteral("calibration started"));
+            return DoneUnless(m_device.Calibrate(), ECode::CalibrationStarted);
         case ERequest::ReportInterval:
             break;
     }
@@ -109,65 +127,66 @@ JobControl::Outcome JobControl::WatchMaster(MpxOrv& mpxOrv, double hz) {
     if (!mpxOrv.Has(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES)) return Refused(MasterRefusal());
     if (!IsInMasterRange(hz))
         return Refused(
-            QStringLiteral("%1, and %2 is not in its range").arg(MasterRefusal(), FrequencyText(hz)));
-    const QString refusal = GuardRefusal(mpxOrv, hz);
-    if (!refusal.isEmpty()) return Refused(refusal);
+            {ECode::MasterSinceNotInRange, {m_master->GetName(), MasterSinceText(), FrequencyText(hz)}});
+    const CodedText refusal = GuardRefusal(mpxOrv, hz);
+    if (!refusal.IsEmpty()) return Refused(refusal);
     Untune(mpxOrv);
     m_tunings[&mpxOrv].hz = hz;
-    return Done(
-        QStringLiteral("%1 is read from the range of %2").arg(FrequencyText(hz), m_master->GetName()));
+    return Done({ECode::ReadFromMaster, {FrequencyText(hz), m_master->GetName()}});
 }
 
 JobControl::Outcome JobControl::TuneChannel(MpxOrv& mpxOrv, double hz) {
-    QString refusal = GuardRefusal(mpxOrv, hz);
-    if (!refusal.isEmpty()) return Refused(refusal);
+    CodedText refusal = GuardRefusal(mpxOrv, hz);
+    if (!refusal.IsEmpty()) return Refused(refusal);
     const auto found = m_tunings.find(&mpxOrv);
     const bool hadChannel = found != m_tunings.end() && found->second.hasChannel;
     int channel = hadChannel ? found->second.channel : 0;
     if (!hadChannel) refusal = m_device.AllocateChannel(&channel);
-    if (!refusal.isEmpty()) return Refused(refusal);
+    if (!refusal.IsEmpty()) return Refused(refusal);
     refusal = m_device.Tune(channel, hz);
-    if (!refusal.isEmpty()) {
+    if (!refusal.IsEmpty()) {
         if (!hadChannel) m_device.FreeChannel(channel);
         return Refused(refusal);
     }
     m_tunings[&mpxOrv] = {hz, true, channel};
-    if (m_master == &mpxOrv)
-        CheckWatchers(QStringLiteral("%1 was tuned to %2").arg(mpxOrv.GetName(), FrequencyText(hz)));
-    return Done(QStringLiteral("tuned to %1").arg(FrequencyText(hz)));
+    if (m_master == &mpxOrv) CheckWatchers({ECode::WasTunedTo, {mpxOrv.GetName(), FrequencyText(hz)}});
+    return Done({ECode::TunedTo, {FrequencyText(hz)}});
 }
 
 JobControl::Outcome JobControl::BecomeMaster(MpxOrv& mpxOrv) {
     if (m_master != nullptr) return Refused(MasterRefusal());
     SetMaster(&mpxOrv);
-    return Done(QStringLiteral("is master"));
+    return Done(ECode::IsMasterNow);
 }
 
 JobControl::Outcome JobControl::RestartJob(MpxOrv& mpxOrv) {
     if (IsUnderMaster(mpxOrv)) return Refused(MasterRefusal());
-    return DoneUnless(m_device.RestartJob(), QStringLiteral("the job starts anew"));
+    return DoneUnless(m_device.RestartJob(), ECode::JobStartsAnew);
 }
 
 JobControl::Outcome JobControl::SetReportInterval(MpxOrv& mpxOrv) {
     const std::chrono::milliseconds interval = mpxOrv.GetRequests().GetReportInterval();
-    if (interval <= interval.zero()) return Refused(QStringLiteral("no report interval was chosen"));
+    if (interval <= interval.zero()) return Refused(ECode::NoReportInterval);
     return DoneUnless(m_device.SetReportInterval(interval),
-                      QStringLiteral("reports every %1 ms").arg(interval.count()));
+                      {ECode::ReportsEvery, {CodedText::Number(interval.count())}});
 }
 
-QString JobControl::DeviceRefusal() const {
-    if (!m_device.IsOnline()) return QStringLiteral("the ORV is not connected");
-    if (m_device.GetBootState() == BootReady) return QString();
-    return QStringLiteral("the ORV is not ready: %1").arg(m_status.GetBootStateAsString());
+CodedText JobControl::DeviceRefusal(const CodedText& by) const {
+    if (!m_device.IsOnline()) return {ECode::DeviceOffline, {by}};
+    if (m_device.GetBootState() == BootReady) return {};
+    return {ECode::DeviceNotReady, {CodedText::Word(m_status.GetBootStateAsString()), by}};
 }
 
-QString JobControl::GuardRefusal(MpxOrv& mpxOrv, double hz) const {
-    return m_guard != nullptr ? m_guard->RefusalOf(mpxOrv, hz) : QString();
+CodedText JobControl::GuardRefusal(MpxOrv& mpxOrv, double hz) const {
+    return m_guard != nullptr ? m_guard->RefusalOf(mpxOrv, hz) : CodedText();
 }
 
-QString JobControl::MasterRefusal() const {
-    return QStringLiteral("%1 is master since %2")
-        .arg(m_master->GetName(), m_masterSince.toString(QStringLiteral("HH:mm:ss")));
+QString JobControl::MasterSinceText() const {
+    return m_masterSince.toString(QStringLiteral("HH:mm:ss"));
+}
+
+CodedText JobControl::MasterRefusal() const {
+    return {ECode::MasterSince, {m_master->GetName(), MasterSinceText()}};
 }
 
 bool JobControl::IsUnderMaster(const MpxOrv& mpxOrv) const {
@@ -192,13 +211,13 @@ void JobControl::SetMaster(MpxOrv* mpxOrv) {
     m_masterFacts.Show(mpxOrv != nullptr ? mpxOrv->GetName() : QString(), m_clock);
     Set(m_status.GetMcsMasterJobControlledValue(), mpxOrv != nullptr);
     if (before != nullptr) {
-        const QString text = QStringLiteral("%1 is master no more").arg(before->GetName());
-        m_log.WriteFrom(before->GetName(), text);
+        const CodedText text(ECode::IsMasterNoMore, {before->GetName()});
+        m_log.WriteFrom(before->GetName(), text, Of(*before));
         ShowStatus(*before);
         CheckWatchers(text);
     }
     if (mpxOrv != nullptr)
-        m_log.WriteFrom(mpxOrv->GetName(), QStringLiteral("%1 is master").arg(mpxOrv->GetName()));
+        m_log.WriteFrom(mpxOrv->GetName(), {ECode::IsMaster, {mpxOrv->GetName()}}, Of(*mpxOrv));
 }
 
 void JobControl::Untune(MpxOrv& mpxOrv) {
@@ -209,7 +228,7 @@ void JobControl::Untune(MpxOrv& mpxOrv) {
     if (before.hasChannel) m_device.FreeChannel(before.channel);
 }
 
-void JobControl::CheckWatchers(const QString& reason) {
+void JobControl::CheckWatchers(const CodedText& reason) {
     std::vector<MpxOrv*> ended;
     for (const auto& [mpxOrv, tuning] : m_tunings)
         if (!tuning.hasChannel && (m_master == nullptr || !IsInMasterRange(tuning.hz)))
@@ -220,9 +239,11 @@ void JobControl::CheckWatchers(const QString& reason) {
     }
 }
 
-void JobControl::End(MpxOrv& mpxOrv, const QString& reason) {
+void JobControl::End(MpxOrv& mpxOrv, const CodedText& reason) {
+    const CodedText answer(ECode::Ended, {reason});
     ShowStatus(mpxOrv);
-    mpxOrv.GetRequests().Answer(QStringLiteral("ended: ") + reason);
+    mpxOrv.GetRequests().Answer(answer);
+    m_log.WriteFrom(mpxOrv.GetName(), {ECode::RequestEnded, {mpxOrv.GetName(), answer}}, Of(mpxOrv));
 }
 
 void JobControl::Enter(MpxOrv& mpxOrv) {
@@ -237,8 +258,8 @@ void JobControl::Leave(MpxOrv& mpxOrv) {
 }
 
 void JobControl::DeviceChanged() {
-    if (DeviceRefusal().isEmpty()) return;
-    const QString reason = DeviceRefusal() + m_log.ByActor(QStringLiteral("let go"));
+    const CodedText reason = DeviceRefusal(m_log.ByActor(ECode::LetGoBy));
+    if (reason.IsEmpty()) return;
     std::map<MpxOrv*, Tuning> ended;
     ended.swap(m_tunings);
     if (m_master != nullptr) ended[m_master];
@@ -254,16 +275,16 @@ void JobControl::OperationModeChanged() {
 }
 
 void JobControl::GuardChanged() {
-    std::vector<std::pair<MpxOrv*, QString>> refused;
+    std::vector<std::pair<MpxOrv*, CodedText>> refused;
     for (const auto& [mpxOrv, tuning] : m_tunings) {
-        const QString refusal = GuardRefusal(*mpxOrv, tuning.hz);
-        if (!refusal.isEmpty()) refused.emplace_back(mpxOrv, refusal);
+        const CodedText refusal = GuardRefusal(*mpxOrv, tuning.hz);
+        if (!refusal.IsEmpty()) refused.emplace_back(mpxOrv, refusal);
     }
     for (const auto& [mpxOrv, refusal] : refused) {
         if (m_tunings.count(mpxOrv) == 0) continue;  // it watched a master who has just lost its frequency
         Untune(*mpxOrv);
         End(*mpxOrv, refusal);
-        if (m_master == mpxOrv) CheckWatchers(QStringLiteral("%1 lost its frequency").arg(mpxOrv->GetName()));
+        if (m_master == mpxOrv) CheckWatchers({ECode::LostItsFrequency, {mpxOrv->GetName()}});
     }
 }
 
@@ -274,35 +295,44 @@ void JobControl::ReportIntervalChanged() {
 }
 
 void JobControl::OnPoliciesChanged(MpxOrv& mpxOrv) {
-    m_log.WriteFrom(mpxOrv.GetName(),
-                    QStringLiteral("policies of %1: %2%3")
-                        .arg(mpxOrv.GetName(), mpxOrv.GetPolicies().ToString(), m_log.ByActor()));
-    const QString lost = mpxOrv.TakeLostPolicies();
-    if (EndWithoutRight(mpxOrv) || lost.isEmpty() || m_log.GetActor().isEmpty()) return;
+    QStringList given;
+    const QStringList taken = mpxOrv.TakeChangedPolicies(&given);
+    LogPolicies(mpxOrv, given, taken);
+    if (EndWithoutRight(mpxOrv) || taken.isEmpty() || m_log.GetActor().isEmpty()) return;
     // Whoever uses it would notice at the next request, and not know whom to ask.
-    End(mpxOrv, QStringLiteral("the right %1%2").arg(lost, m_log.ByActor(QStringLiteral("taken away"))));
+    const QString lost = taken.join(QStringLiteral(", "));
+    End(mpxOrv, {ECode::RightTaken, {lost, m_log.ByActor(ECode::TakenAwayBy)}});
+}
+
+void JobControl::LogPolicies(MpxOrv& mpxOrv, const QStringList& given, const QStringList& taken) {
+    const QString name = mpxOrv.GetName();
+    const CodedText by = m_log.ByActor();
+    m_log.WriteFrom(name, {ECode::Policies, {name, mpxOrv.GetPolicies().ToString(), by}}, Of(mpxOrv));
+    for (const QString& policy : given)
+        m_log.WriteFrom(name, {ECode::PolicyGiven, {name, policy, by}}, Of(mpxOrv));
+    for (const QString& policy : taken)
+        m_log.WriteFrom(name, {ECode::PolicyTaken, {name, policy, by}}, Of(mpxOrv));
 }
 
 bool JobControl::EndWithoutRight(MpxOrv& mpxOrv) {
     const bool endsMaster = m_master == &mpxOrv && !mpxOrv.Has(MCSPolicy::MAYBEJOBMASTER);
-    const QString by = m_log.ByActor(QStringLiteral("taken away"));
+    const CodedText by = m_log.ByActor(ECode::TakenAwayBy);
     if (endsMaster) {
         SetMaster(nullptr);
-        End(mpxOrv, Needs(MCSPolicy::MAYBEJOBMASTER) + by);
+        End(mpxOrv, Needs(MCSPolicy::MAYBEJOBMASTER, by));
     }
     const bool endsWatching = IsWatching(mpxOrv) && !mpxOrv.Has(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES);
     if (endsWatching) {
         Untune(mpxOrv);
-        End(mpxOrv, Needs(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES) + by);
+        End(mpxOrv, Needs(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES, by));
     }
     return endsMaster || endsWatching;
 }
 
 void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
-    const QString does = mpxOrv.ObeysBlanking() ? QStringLiteral("obeys the blanking")
-                                                : QStringLiteral("ignores the blanking");
     mpxOrv.GetFacts().ShowBlankingSwitched(m_log.GetActor(), m_clock);
-    m_log.Write(QStringLiteral("%1 %2%3").arg(mpxOrv.GetName(), does, m_log.ByActor()));
+    const ECode code = mpxOrv.ObeysBlanking() ? ECode::ObeysBlanking : ECode::IgnoresBlanking;
+    m_log.Write({code, {mpxOrv.GetName(), m_log.ByActor()}}, Of(mpxOrv));
     GuardChanged();
 }
 

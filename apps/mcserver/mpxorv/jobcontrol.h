@@ -52,12 +52,12 @@ class JobControl : public IMpxOrvListener {
     };
     struct Outcome {
         bool isDone;
-        QString text;
+        CodedText text;
     };
-    static Outcome Done(const QString& text) { return {true, text}; }
-    static Outcome Refused(const QString& reason) { return {false, reason}; }
+    static Outcome Done(const CodedText& text) { return {true, text}; }
+    static Outcome Refused(const CodedText& reason) { return {false, reason}; }
     /// Done with \a text, or refused for \a refusal if there is one.
-    static Outcome DoneUnless(const QString& refusal, const QString& text);
+    static Outcome DoneUnless(const CodedText& refusal, const CodedText& text);
 
     Outcome CarryOut(MpxOrv& mpxOrv, ERequest request);
     Outcome Tune(MpxOrv& mpxOrv);
@@ -67,11 +67,12 @@ class JobControl : public IMpxOrvListener {
     Outcome RestartJob(MpxOrv& mpxOrv);
     Outcome SetReportInterval(MpxOrv& mpxOrv);
 
-    /// Why nothing can be asked of the device now; empty if it is ready.
-    QString DeviceRefusal() const;
-    /// Why \a mpxOrv must not be tuned to \a hz now; empty if it may.
-    QString GuardRefusal(MpxOrv& mpxOrv, double hz) const;
-    QString MasterRefusal() const;
+    /// Why nothing can be asked of the device now, with \a by at its end; nothing if it is ready.
+    CodedText DeviceRefusal(const CodedText& by = {}) const;
+    /// Why \a mpxOrv must not be tuned to \a hz now; nothing if it may.
+    CodedText GuardRefusal(MpxOrv& mpxOrv, double hz) const;
+    CodedText MasterRefusal() const;
+    QString MasterSinceText() const;
     bool IsUnderMaster(const MpxOrv& mpxOrv) const;
     bool IsInMasterRange(double hz) const;
     bool IsWatching(MpxOrv& mpxOrv) const;
@@ -80,8 +81,11 @@ class JobControl : public IMpxOrvListener {
     /// Gives up the frequency of \a mpxOrv.
     void Untune(MpxOrv& mpxOrv);
     /// Ends the watching of those who may not, or whose frequency is not in the master's range any more.
-    void CheckWatchers(const QString& reason);
-    void End(MpxOrv& mpxOrv, const QString& reason);
+    void CheckWatchers(const CodedText& reason);
+    void End(MpxOrv& mpxOrv, const CodedText& reason);
+    /// Tells in events what came of a request.
+    void LogOutcome(const MpxOrv& mpxOrv, ERequest request, const Outcome& outcome, const CodedText& answer);
+    void LogPolicies(MpxOrv& mpxOrv, const QStringList& given, const QStringList& taken);
     /// Ends what \a mpxOrv has and may not have any more. False if that is nothing.
     bool EndWithoutRight(MpxOrv& mpxOrv);
     void ShowStatus(MpxOrv& mpxOrv);

@@ -40,12 +40,16 @@ void MpxOrv::SetObeysBlanking(bool obeys) {
     if (m_pBlanking) m_pBlanking->SetValue(obeys);
 }
 
-QString MpxOrv::TakeLostPolicies() {
+QStringList MpxOrv::TakeChangedPolicies(QStringList* given) {
     QStringList lost;
-    for (const MCSPolicy* const policy : MCSPolicy::s_NameMCSPolicyMap)
-        if (m_hadPolicies.Contains(*policy) && !m_policies.Contains(*policy)) lost += policy->GetName();
+    for (const MCSPolicy* const policy : MCSPolicy::s_NameMCSPolicyMap) {
+        const bool had = m_hadPolicies.Contains(*policy);
+        const bool has = m_policies.Contains(*policy);
+        if (had && !has) lost += policy->GetName();
+        if (has && !had) *given += policy->GetName();
+    }
     m_hadPolicies = m_policies;
-    return lost.join(QStringLiteral(", "));
+    return lost;
 }
 
 bool MpxOrv::AddClient(int session, const QString& application) {

@@ -52,8 +52,9 @@ class MpxOrv : public IObserver {
     MpxOrvFacts& GetFacts() { return m_facts; }
     const MCSPolicySet& GetPolicies() const { return m_policies; }
     bool Has(const MCSPolicy& policy) const { return m_policies.Contains(policy); }
-    /// The names of the policies that it has lost since this was asked last, separated by commas.
-    QString TakeLostPolicies();
+    /// The names of the policies that it has lost since this was asked last; of those that it got in \a
+    /// given.
+    QStringList TakeChangedPolicies(QStringList* given);
     MpxOrvRequests& GetRequests() { return m_requests; }
     /// Whether frequencies that ground transmitters use are kept from it; switched in the tree.
     bool ObeysBlanking() const;
@@ -83,7 +84,7 @@ class MpxOrv : public IObserver {
     MCSMpxORVStatus m_status;
     MpxOrvFacts m_facts;
     MCSPolicySet m_policies;
-    MCSPolicySet m_hadPolicies;  ///< when TakeLostPolicies() was called
+    MCSPolicySet m_hadPolicies;  ///< when TakeChangedPolicies() was called
     MpxOrvRequests m_requests;
     BlankingClient m_blankingClient;
     std::map<int, int> m_clients;  ///< session to how often it uses this

@@ -18,8 +18,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-QString TooMany() {
-    return QStringLiteral("a client may use %1 MpxORVs at most").arg(MpxOrvRegistry::MaxPerSession);
+CodedText TooMany() {
+    return {ECode::TooManyMpxOrvs, {CodedText::Number(MpxOrvRegistry::MaxPerSession)}};
 }
 
 }  // namespace
@@ -40,7 +40,7 @@ MpxOrvRegistry::~MpxOrvRegistry() {
 }
 
 void MpxOrvRegistry::LoadStatic(ICfg& cfg) {
-    QStringList problems;
+    std::vector<CodedText> problems;
     for (const StaticMpxOrvSettings::Entry& settings : StaticMpxOrvSettings::Read(cfg, &problems)) {
         values::Tree::Instance()->ProvideNode(MpxOrvPath::NodePath(EMpxOrvKind::Static, settings.name));
         const MpxOrv::Defaults defaults{settings.policies, settings.comment,
@@ -50,7 +50,7 @@ void MpxOrvRegistry::LoadStatic(ICfg& cfg) {
         m_jobs.Enter(*m_entries.back().mpxOrv);
     }
     ShowCounts();
-    for (const QString& problem : problems)
+    for (const CodedText& problem : problems)
         m_log.Write(problem);
 }
 
@@ -72,7 +72,7 @@ MpxOrv* MpxOrvRegistry::Find(EMpxOrvKind kind, const QString& name) const {
     return found != m_entries.end() ? found->mpxOrv.get() : nullptr;
 }
 
-QString MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client& client) {
+CodedText MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client& client) {
     MpxOrv* mpxOrv = Find(kind, name);
     if (mpxOrv != nullptr && kind == EMpxOrvKind::Dynamic && !mpxOrv->HasClients()) {
         // This one is about to be removed. A client that asks now gets a new one, with the default policies.
@@ -81,33 +81,33 @@ QString MpxOrvRegistry::Join(EMpxOrvKind kind, const QString& name, const Client
     }
     if (mpxOrv == nullptr) {
         if (CountUsedBy(client.session) >= MaxPerSession) return TooMany();
-        if (kind == EMpxOrvKind::Static) return QStringLiteral("there is no static MpxORV '%1'").arg(name);
-        QString refusal = CreateDynamic(name, client);
-        if (!refusal.isEmpty()) return refusal;
+        if (kind == EMpxOrvKind::Static) return {ECode::NoStaticMpxOrv, {name}};
+        CodedText refusal = CreateDynamic(name, client);
+        if (!refusal.IsEmpty()) return refusal;
         mpxOrv = Find(kind, name);
     }
-    QString refusal = JoinRefusal(*mpxOrv, client.session, client.user);
-    if (!refusal.isEmpty()) return refusal;
+    CodedText refusal = JoinRefusal(*mpxOrv, client.session, client.user);
+    if (!refusal.IsEmpty()) return refusal;
     if (mpxOrv->AddClient(client.session, client.application))
-        m_log.WriteFrom(client.source, QStringLiteral("%1 uses %2").arg(client.name, name));
-    return QString();
+        m_log.WriteFrom(client.source, {ECode::Uses, {client.peer, name}}, {name, client.peer.ToEnglish()});
+    return {};
 }
 
-QString MpxOrvRegistry::JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const {
+CodedText MpxOrvRegistry::JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const {
     if (!mpxOrv.HasClient(session) && CountUsedBy(session) >= MaxPerSession) return TooMany();
     if (mpxOrv.GetKind() == EMpxOrvKind::Dynamic && mpxOrv.GetUser() != user)
-        return QStringLiteral("%1 belongs to another user").arg(mpxOrv.GetName());
-    return QString();
+        return {ECode::OfAnotherUser, {mpxOrv.GetName()}};
+    return {};
 }
 
-QString MpxOrvRegistry::CreateDynamic(const QString& name, const Client& client) {
-    if (!IsMpxOrvName(name)) return QStringLiteral("this cannot be the name of an MpxORV");
+CodedText MpxOrvRegistry::CreateDynamic(const QString& name, const Client& client) {
+    if (!IsMpxOrvName(name)) return ECode::NoMpxOrvName;
     if (CountOf(EMpxOrvKind::Dynamic) >= MaxDynamic)
-        return QStringLiteral("there are %1 dynamic MpxORVs already").arg(MaxDynamic);
+        return {ECode::TooManyDynamic, {CodedText::Number(MaxDynamic)}};
     m_client.SetUniqueMpxORVName(name);
     std::unique_ptr<MpxORVHandle> handle(
         m_client.CreateAndConnectDynamicMpxORV(MpxOrvPath::NodePath(EMpxOrvKind::Dynamic, name)));
-    if (handle == nullptr) return QStringLiteral("something else has the name %1").arg(name);
+    if (handle == nullptr) return {ECode::NameTaken, {name}};
     const MpxOrv::Defaults defaults{m_config.GetDefaultDynMpxORVPolicy(), QString(),
                                     m_config.GetDefaultFrequencyForChannels()};
     auto mpxOrv = std::make_unique<MpxOrv>(EMpxOrvKind::Dynamic, name, defaults, m_jobs);
@@ -115,7 +115,7 @@ QString MpxOrvRegistry::CreateDynamic(const QString& name, const Client& client)
     m_jobs.Enter(*mpxOrv);
     m_entries.push_back({std::move(handle), std::move(mpxOrv)});
     ShowCounts();
-    return QString();
+    return {};
 }
 
 void MpxOrvRegistry::Release(EMpxOrvKind kind, const QString& name, int session) {
@@ -148,7 +148,7 @@ void MpxOrvRegistry::RemoveAbandoned() {
         m_jobs.Leave(*entry.mpxOrv);
         entry.mpxOrv.reset();
         entry.handle.reset();
-        m_log.WriteFrom(name, QStringLiteral("%1 is removed, its last client has gone").arg(name));
+        m_log.WriteFrom(name, {ECode::MpxOrvRemoved, {name}}, {name, QString()});
     }
     ShowCounts();
 }

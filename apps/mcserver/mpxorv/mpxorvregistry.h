@@ -25,7 +25,7 @@ class MpxOrvRegistry {
         int session = 0;
         QString application;  ///< shown among the connected clients
         QString user;         ///< as whom it was admitted
-        QString name;         ///< for the log
+        CodedText peer;       ///< who it is, for the log
         QString source;       ///< whom its lines in the log count for
     };
 
@@ -45,9 +45,9 @@ class MpxOrvRegistry {
     MpxOrv* Find(EMpxOrvKind kind, const QString& name) const;
     /// Makes \a client a client of the MpxORV, once more, which is created if it is dynamic and not there.
     /// \return why not, one line; empty if it is now.
-    QString Join(EMpxOrvKind kind, const QString& name, const Client& client);
+    CodedText Join(EMpxOrvKind kind, const QString& name, const Client& client);
     /// Why the session of \a user cannot become, or be once more, a client of \a mpxOrv; empty if it can.
-    QString JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const;
+    CodedText JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const;
     /// Takes one Join back.
     void Release(EMpxOrvKind kind, const QString& name, int session);
     /// The session has ended.
@@ -59,7 +59,7 @@ class MpxOrvRegistry {
         std::unique_ptr<MpxOrv> mpxOrv;
     };
 
-    QString CreateDynamic(const QString& name, const Client& client);
+    CodedText CreateDynamic(const QString& name, const Client& client);
     int CountOf(EMpxOrvKind kind) const;
     int CountUsedBy(int session) const;
     void ShowCounts();

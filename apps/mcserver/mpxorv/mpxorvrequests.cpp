@@ -24,6 +24,7 @@ struct MpxOrvRequests::Fields {
         const char* name;
         QString operator()(const R& requests) const { return requests.m_basePath + QLatin1String(name); }
     };
+    static QString AnswerCodePath(const R& requests) { return requests.m_basePath + AnswerCodeName(); }
     static QString AnswerPath(const R& requests) { return requests.m_basePath + AnswerName(); }
     static fields::Within<double> Granted(const R& requests) {
         return {requests.m_grantedFrequency, MinFrequency, MaxFrequency};
@@ -38,6 +39,7 @@ struct MpxOrvRequests::Fields {
         Field{&R::m_pCalibrate,      Below{"Calibrate"},                    Content{false},              nullptr, 0, {5}},
         Field{&R::m_pReportInterval, Below{"DeviceSetting/ReportInterval"}, ItemsOf{ReportIntervals, 0}, nullptr, 0, {6}},
         Field{&R::m_pAnswer,         AnswerPath,                            Content{QLatin1String()},    nullptr, 0, {7}},
+        Field{&R::m_pAnswerCode,     AnswerCodePath,                        Content{QLatin1String()},    nullptr, 0, {8}},
     };
     // clang-format on
 };
@@ -49,6 +51,7 @@ MpxOrvRequests::MpxOrvRequests(const QString& nodePath, double frequency, Handle
     fields::Provide<Fields>(*this, nullptr, true, nullptr);
     m_pFrequency->SetDelivery(values::EDelivery::EveryChange);
     m_pAnswer->SetDelivery(values::EDelivery::EveryChange);
+    m_pAnswerCode->SetDelivery(values::EDelivery::EveryChange);
     // Observed only now, so that the contents set above do not count as requests.
     fields::AttachAll<Fields>(*this, this);
 }
@@ -88,8 +91,10 @@ void MpxOrvRequests::ShowReportInterval(std::chrono::milliseconds interval) {
     m_grantedIntervalIndex = m_pReportInterval->GetCurrentIndex();
 }
 
-void MpxOrvRequests::Answer(const QString& text) {
-    if (m_pAnswer != nullptr) m_pAnswer->SetValue(text, this);
+// The code first, so that whoever is told of the text finds the code of it.
+void MpxOrvRequests::Answer(const CodedText& text) {
+    if (m_pAnswerCode != nullptr) m_pAnswerCode->SetValue(text.ToJsonText(), this);
+    if (m_pAnswer != nullptr) m_pAnswer->SetValue(text.ToEnglish(), this);
 }
 
 void MpxOrvRequests::Update(Observable* source, TChangeCode code) {

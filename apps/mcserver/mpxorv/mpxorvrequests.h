@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
 #include <apps/mcserver/mpxorv/erequest.h>
+#include <apps/pages/serverkeys.h>
 
 #include <platform/values/observable.h>
 #include <platform/values/value.h>
@@ -12,7 +14,8 @@
 #include <chrono>
 #include <functional>
 
-/// The values below "Request" of one MpxORV, by which its clients ask for something, and "Answer". Main
+/// The values below "Request" of one MpxORV, by which its clients ask for something, and "Answer" with
+/// "AnswerCode", which says the same by a code. Main
 /// thread; the tree owns the values.
 ///
 /// The push buttons are set true by a client and false again when the server has answered. "Frequency" and
@@ -41,11 +44,12 @@ class MpxOrvRequests : public IObserver {
     void TakeBack(ERequest request);
     /// Shows that the device reports every \a interval.
     void ShowReportInterval(std::chrono::milliseconds interval);
-    void Answer(const QString& text);
+    void Answer(const CodedText& text);
 
     /// The names of the values, and of the node that they are below.
     static QString NodeName() { return QStringLiteral("Request"); }
     static QString AnswerName() { return QStringLiteral("Answer"); }
+    static QString AnswerCodeName() { return serverkeys::AnswerCode; }
 
     void Update(Observable* source, TChangeCode code) override;
 
@@ -63,6 +67,7 @@ class MpxOrvRequests : public IObserver {
     values::Value<bool>* m_pCalibrate = nullptr;
     values::ValueSelection* m_pReportInterval = nullptr;
     values::Value<QString>* m_pAnswer = nullptr;
+    values::Value<QString>* m_pAnswerCode = nullptr;
     double m_grantedFrequency;
     int m_grantedIntervalIndex = values::ValueSelection::NoIndex;
 };

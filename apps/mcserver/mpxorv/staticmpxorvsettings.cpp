@@ -32,7 +32,8 @@ StaticMpxOrvSettings::Entry ReadEntry(ICfg& section, const QString& name) {
 
 }  // namespace
 
-std::vector<StaticMpxOrvSettings::Entry> StaticMpxOrvSettings::Read(ICfg& cfg, QStringList* problems) {
+std::vector<StaticMpxOrvSettings::Entry> StaticMpxOrvSettings::Read(ICfg& cfg,
+                                                                    std::vector<CodedText>* problems) {
     std::vector<Entry> entries;
     const std::unique_ptr<ICfg> section(cfg.OpenSection(mcskeys::StaticMpxORVs));
     if (section == nullptr) return entries;
@@ -40,17 +41,17 @@ std::vector<StaticMpxOrvSettings::Entry> StaticMpxOrvSettings::Read(ICfg& cfg, Q
     const QString names = section->ReadString(QStringLiteral("Names"), QString());
     for (const QString& part : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const QString name = part.trimmed();
-        QString problem;
+        CodedText problem;
         if (!IsMpxOrvName(name))
-            problem = QStringLiteral("cannot be the name of an MpxORV");
+            problem = ECode::IsNoName;
         else if (known.count(name) != 0)
-            problem = QStringLiteral("is there twice");
+            problem = ECode::IsThereTwice;
         else if (int(entries.size()) == MaxEntries)
-            problem = QStringLiteral("is one too many");
-        if (problem.isEmpty())
+            problem = ECode::IsOneTooMany;
+        if (problem.IsEmpty())
             entries.push_back(ReadEntry(*section, name));
         else
-            *problems << QStringLiteral("StaticMpxORVs: '%1' %2").arg(peertext::Shown(name), problem);
+            problems->push_back({ECode::StaticMpxOrvUnusable, {peertext::Shown(name), problem}});
         known.insert(name);
     }
     return entries;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <devicecontrol/multichannelserver/common/mcspolicyset.h>
 
 #include <QtCore/QString>
@@ -27,7 +29,7 @@ class StaticMpxOrvSettings {
 
     /// The entries in \a cfg, the root of the configuration, in order; what is wrong with others is added to
     /// \a problems, one line each.
-    static std::vector<Entry> Read(ICfg& cfg, QStringList* problems);
+    static std::vector<Entry> Read(ICfg& cfg, std::vector<CodedText>* problems);
     /// Writes the entries' sections, and leaves the list of names and other sections alone. Does not commit.
     static void Write(ICfg& cfg, const std::vector<Entry>& entries);
 };

@@ -30,8 +30,8 @@ void ConfigWatch::Look() {
     QStringList named;
     for (const QString& key : keys.mid(0, MaxKeys))
         named << peertext::Shown(key);
-    QString text = named.join(QStringLiteral(", "));
-    if (keys.size() > MaxKeys) text += QStringLiteral(" and %1 more").arg(keys.size() - MaxKeys);
-    m_log.Write(
-        QStringLiteral("the configuration file was edited: %1; in use from the next start on").arg(text));
+    CodedText text = named.join(QStringLiteral(", "));
+    if (keys.size() > MaxKeys)
+        text = CodedText(ECode::AndMore, {text, CodedText::Number(keys.size() - MaxKeys)});
+    m_log.Write({ECode::ConfigEdited, {text}});
 }

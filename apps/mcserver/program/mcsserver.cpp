@@ -38,6 +38,7 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
       m_jobs(device, m_status, m_log, clock),
       m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock),
       m_saveReport(m_config, m_log),
+      m_configChanges(m_log),
       m_pShallBeConnected(*this),
       m_pSaveConfig(*this),
       m_pScanAveragingTime(*this) {}
@@ -51,6 +52,7 @@ void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     m_cfg = std::move(cfg);
     LoadConfiguration();
     m_saveReport.Begin(*m_cfg);
+    m_configChanges.Begin(m_config.GetBasePath());
     m_device.SetListener(this);
     ShowDevice();
 
@@ -69,7 +71,7 @@ void McsServer::Start(std::unique_ptr<ICfg> cfg) {
 
 void McsServer::Stop() {
     SaveConfiguration();
-    m_log.Write(QStringLiteral("the server ends"));
+    m_log.Write(ECode::ServerEnds);
     m_device.Disconnect();
 }
 
@@ -98,7 +100,7 @@ QString McsServer::Commit(CfgSave& save) {
 
 void McsServer::SaveAsAsked() {
     const QString problem = SaveConfiguration();
-    if (problem.isEmpty()) m_log.Write(QStringLiteral("the configuration is saved"));
+    if (problem.isEmpty()) m_log.Write(ECode::ConfigSaved);
     m_saveReport.Answer(problem);
 }
 
@@ -120,9 +122,8 @@ void McsServer::Update(Observable* source, TChangeCode code) {
 
 void McsServer::ObeyShallBeConnected() {
     if (!m_log.GetActor().isEmpty())
-        m_log.Write((m_pShallBeConnected->GetValue() ? QStringLiteral("the ORV is to be connected")
-                                                     : QStringLiteral("the ORV is to be let go")) +
-                    m_log.ByActor());
+        m_log.Write({m_pShallBeConnected->GetValue() ? ECode::DeviceWanted : ECode::DeviceNotWanted,
+                     {m_log.ByActor()}});
     if (m_pShallBeConnected->GetValue())
         m_device.Connect(GetDeviceSettings());
     else
@@ -141,22 +142,24 @@ OrvDeviceSettings McsServer::GetDeviceSettings() const {
     return settings;
 }
 
-void McsServer::OnConnectionChanged(bool isOnline, const QString& state) {
-    m_status.GetConnectionStateValue()->SetValue(state, nullptr);
+void McsServer::OnConnectionChanged(bool isOnline, const CodedText& state) {
+    m_status.GetConnectionStateValue()->SetValue(state.ToEnglish(), nullptr);
     m_status.GetOnlineValue()->SetValue(isOnline, nullptr);
-    m_log.Write(QStringLiteral("ORV: %1").arg(state));
+    const bool isLost = state.GetCode() == ECode::DeviceLost;
+    const ECode offline = isLost ? ECode::ConnectionLost : ECode::DeviceNotConnected;
+    m_log.Write({isOnline ? ECode::DeviceConnected : offline, {state}});
     m_jobs.DeviceChanged();
 }
 
 void McsServer::OnBootStateChanged(EBooState state) {
     m_status.GetBootStateValue()->Select(state, nullptr);
-    m_log.Write(QStringLiteral("ORV: %1").arg(m_status.GetBootStateAsString()));
+    m_log.Write({ECode::DeviceBoot, {CodedText::Word(m_status.GetBootStateAsString())}});
     m_jobs.DeviceChanged();
 }
 
 void McsServer::OnOperationModeChanged(EOperationMode mode) {
     m_status.GetOperationModeValue()->Select(mode, nullptr);
-    m_log.Write(QStringLiteral("ORV: operation mode %1").arg(MCSTools::OperationModeAsString(mode)));
+    m_log.Write({ECode::DeviceMode, {CodedText::Word(MCSTools::OperationModeAsString(mode))}});
     m_jobs.OperationModeChanged();
 }
 
@@ -174,6 +177,6 @@ void McsServer::OnReportIntervalChanged(std::chrono::milliseconds /*interval*/) 
     m_jobs.ReportIntervalChanged();
 }
 
-void McsServer::OnLog(const QString& text) {
-    m_log.Write(QStringLiteral("ORV: %1").arg(text));
+void McsServer::OnLog(const CodedText& text) {
+    m_log.Write({ECode::DeviceLog, {text}});
 }

@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/device/iorvdevicelistener.h>
 #include <apps/mcserver/device/orvdevicesettings.h>
+#include <apps/mcserver/log/configchanges.h>
 #include <apps/mcserver/log/savereport.h>
 #include <apps/mcserver/log/serverlog.h>
 #include <apps/mcserver/mpxorv/jobcontrol.h>
@@ -45,13 +46,13 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     ServerLog& GetLog() { return m_log; }
 
     void Update(Observable* source, TChangeCode code) override;
-    void OnConnectionChanged(bool isOnline, const QString& state) override;
+    void OnConnectionChanged(bool isOnline, const CodedText& state) override;
     void OnBootStateChanged(EBooState state) override;
     void OnOperationModeChanged(EOperationMode mode) override;
     void OnSweepTimeChanged(std::chrono::microseconds time) override;
     void OnChannelsChanged(int free, int used) override;
     void OnReportIntervalChanged(std::chrono::milliseconds interval) override;
-    void OnLog(const QString& text) override;
+    void OnLog(const CodedText& text) override;
 
   private:
     void LoadConfiguration();
@@ -70,6 +71,7 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     JobControl m_jobs;
     MpxOrvRegistry m_mpxOrvs;
     SaveReport m_saveReport;
+    ConfigChanges m_configChanges;
     std::unique_ptr<ICfg> m_cfg;  ///< null until started
     Observation<values::Value<bool>> m_pShallBeConnected;
     Observation<values::Value<bool>> m_pSaveConfig;

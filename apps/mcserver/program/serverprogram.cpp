@@ -54,12 +54,9 @@ bool ServerProgram::Start(QString* error) {
     PrintLine(QStringLiteral("listening on %1").arg(where));
     m_notifier.Ready(QStringLiteral("listening on %1").arg(where));
     if (CountPlaces() < m_options.maxSessions)
-        m_server.GetLog().Write(
-            QStringLiteral(
-                "no more than %1 clients find room at once, and not %2: the process may have only %3 "
-                "files and connections open")
-                .arg(QString::number(CountPlaces()), QString::number(m_options.maxSessions),
-                     QString::number(GetDescriptorLimit())));
+        m_server.GetLog().Write({ECode::FewPlaces,
+                                 {CodedText::Number(CountPlaces()), CodedText::Number(m_options.maxSessions),
+                                  CodedText::Number(GetDescriptorLimit())}});
     ShowThatItRuns();
     return true;
 }
@@ -85,9 +82,8 @@ void ServerProgram::ReadFilesAnew() {
     VtAccessFile file;
     QString error;
     if (!ReadAccessFile(&file, &error) || !m_listener.ReadCertificates(&error))
-        return m_server.GetLog().Write(
-            QStringLiteral("access file and certificates stay as they were: %1").arg(error));
-    m_server.GetLog().Write(QStringLiteral("access file and certificates are read anew"));
+        return m_server.GetLog().Write({ECode::FilesStay, {error}});
+    m_server.GetLog().Write(ECode::FilesReadAnew);
     if (m_options.accessFile.isEmpty()) return;
     for (const int session : m_access.UseFile(file))
         m_listener.EndSession(session, QStringLiteral("what the access file says of the user has changed"));

@@ -19,8 +19,14 @@ using namespace std::chrono_literals;
 namespace {
 
 /// "a ground transmitter" if more cannot be told.
-QString ToText(const SuppressionPlant& plant, const std::optional<BlankingSource>& source) {
-    return source ? plant.Describe(*source) : QStringLiteral("a ground transmitter");
+CodedText ToText(const SuppressionPlant& plant, const std::optional<BlankingSource>& source) {
+    if (!source) return ECode::BlankedBySomebody;
+    const QString text = plant.Describe(*source);
+    // An input that has a name is called by it.
+    const QString number = QString::number(source->input + 1);
+    const QString end = QStringLiteral(", input ") + number;
+    if (!text.endsWith(end)) return text;
+    return {ECode::BlankedByInput, {text.left(text.size() - end.size()), number}};
 }
 
 }  // namespace
@@ -38,14 +44,14 @@ BlankingGuard::~BlankingGuard() {
     m_jobs.SetGuard(nullptr);
 }
 
-QString BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
+CodedText BlankingGuard::RefusalOf(MpxOrv& mpxOrv, double hz) {
     Blanking* const blanking = Blanking::Instance();
     BlankingClient* const client = &mpxOrv.GetBlankingClient();
     blanking->EnableBlankingForClient(client, mpxOrv.ObeysBlanking());
-    if (!blanking->IsFrequencyBlanked(hz, client)) return QString();
+    if (!blanking->IsFrequencyBlanked(hz, client)) return {};
     const std::optional<BlankingSource> source = blanking->WhoBlanks(hz);
     if (source && m_witness) m_witness(*source, mpxOrv.GetName());
-    return QStringLiteral("%1 is blanked by %2").arg(MCSTools::FormatFrequency(hz), ToText(m_plant, source));
+    return {ECode::BlankedBy, {MCSTools::FormatFrequency(hz), ToText(m_plant, source)}};
 }
 
 bool BlankingGuard::IsUnsupervised(double hz) const {

@@ -34,7 +34,7 @@ class BlankingGuard : public ITuningGuard, private IObserver {
     using Witness = std::function<void(const BlankingSource& source, const QString& mpxOrv)>;
     void SetWitness(Witness witness) { m_witness = std::move(witness); }
 
-    QString RefusalOf(MpxOrv& mpxOrv, double hz) override;
+    CodedText RefusalOf(MpxOrv& mpxOrv, double hz) override;
     bool IsUnsupervised(double hz) const override;
 
   private:

@@ -22,6 +22,6 @@ void ReconnectCommand::Update(Observable* source, TChangeCode code) {
     if (m_button.EndIfGoingAway(source, code)) return;
     if (!m_button.Is(source) || code != changecode::ContentChanged || !m_button->GetValue()) return;
     m_button->SetValue(false, this);
-    m_log.WriteFrom(Path(), QStringLiteral("data modules in error are connected anew"));
+    m_log.WriteFrom(Path(), ECode::ModulesConnectedAnew);
     m_plant.ConnectLostModules();
 }

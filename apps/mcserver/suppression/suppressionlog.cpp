@@ -6,16 +6,13 @@
 #include <devicecontrol/multichannelserver/common/gts/modulefailure.h>
 
 void SuppressionLog::OnModuleFailed(const ModuleFailure& failure) {
-    QString line = QStringLiteral("GTS DataModule %1/%2 error: %3 (%4)")
-                       .arg(failure.module.GetName(), failure.module.address, failure.text,
-                            QString::number(failure.code));
-    if (!failure.addressFault.isEmpty()) line += QStringLiteral(": ") + failure.addressFault;
-    m_log.WriteFrom(failure.module.NodeName(), line);
+    const CodedText further =
+        failure.addressFault.isEmpty() ? CodedText() : CodedText(ECode::Further, {failure.addressFault});
+    m_log.WriteFrom(failure.module.NodeName(), {ECode::ModuleFailed,
+                                                {failure.module.GetName(), failure.module.address,
+                                                 failure.text, CodedText::Number(failure.code), further}});
 }
 
 void SuppressionLog::OnModuleAnswersAgain(const ModuleIdentity& module) {
-    m_log.WriteFrom(
-        module.NodeName(),
-        QStringLiteral("GTS DataModule %1/%2 answers again; it stays in error until it is connected")
-            .arg(module.GetName(), module.address));
+    m_log.WriteFrom(module.NodeName(), {ECode::ModuleAnswersAgain, {module.GetName(), module.address}});
 }

@@ -44,10 +44,7 @@ void SuppressionRecorder::Write() {
 void SuppressionRecorder::OnWritten(const QString& problem) {
     if (!problem.isEmpty()) m_retry.Start(RetryInterval, [this] { Write(); });
     if (std::exchange(m_problem, problem) == problem) return;
-    m_log.Write(
-        problem.isEmpty()
-            ? QStringLiteral("what is entered for the suppression would outlive a killed server again")
-            : QStringLiteral("what is entered for the suppression would be lost with a killed server: %1")
-                  .arg(problem));
+    m_log.Write(problem.isEmpty() ? CodedText(ECode::EntriesAreSafe)
+                                  : CodedText(ECode::EntriesWouldBeLost, {problem}));
     Q_EMIT SignalProblem(problem);
 }

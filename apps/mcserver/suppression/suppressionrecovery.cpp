@@ -41,40 +41,38 @@ std::vector<ModuleSettings> AsKept(std::vector<ModuleSettings> modules) {
     return modules;
 }
 
-QString ReasonText(SuppressionRecovery::EReason reason) {
+CodedText ReasonText(SuppressionRecovery::EReason reason) {
     using EReason = SuppressionRecovery::EReason;
     switch (reason) {
         case EReason::Damaged:
-            return QStringLiteral("is damaged");
+            return ECode::IsDamaged;
         case EReason::OtherConfiguration:
-            return QStringLiteral("is of another configuration");
+            return ECode::IsOfAnotherConfiguration;
         case EReason::OlderThanConfiguration:
-            return QStringLiteral("is older than the configuration, whose section GTS was changed since");
+            return ECode::IsOlder;
         case EReason::Unreadable:
-            return QStringLiteral("cannot be read");
+            return ECode::CannotBeRead;
         case EReason::None:
             break;
     }
-    return QString();
+    return {};
 }
 
 }  // namespace
 
-QString SuppressionRecovery::Report::ToLine() const {
-    if (outcome == EOutcome::Nothing) return QString();
-    if (outcome == EOutcome::TakenOver)
-        return QStringLiteral(
-                   "the last end was not an orderly one: what was entered for the suppression until %1 "
-                   "(data modules: %2) is taken over from '%3'")
-            .arg(time.toString(Qt::ISODate), QString::number(modules), file);
-    const QString why = detail.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(detail);
-    if (outcome == EOutcome::PutAside)
-        return QStringLiteral("the recovery file of the suppression %1%2; it is not used, and kept as '%3'")
-            .arg(ReasonText(reason), why, file);
-    return QStringLiteral(
-               "the recovery file of the suppression '%1' %2%3; it is not used, and what is entered from "
-               "now on is not kept beside it")
-        .arg(file, ReasonText(reason), why);
+CodedText SuppressionRecovery::Report::ToText() const {
+    const CodedText why = detail.isEmpty() ? CodedText() : CodedText(ECode::InBrackets, {detail});
+    switch (outcome) {
+        case EOutcome::TakenOver:
+            return {ECode::RecoveryTakenOver, {time.toString(Qt::ISODate), CodedText::Number(modules), file}};
+        case EOutcome::PutAside:
+            return {ECode::RecoveryPutAside, {ReasonText(reason), why, file}};
+        case EOutcome::InTheWay:
+            return {ECode::RecoveryInTheWay, {file, ReasonText(reason), why}};
+        case EOutcome::Nothing:
+            break;
+    }
+    return {};
 }
 
 const SuppressionRecovery::Report& SuppressionRecovery::Begin() {

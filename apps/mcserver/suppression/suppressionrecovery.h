@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
@@ -31,8 +33,8 @@ class SuppressionRecovery {
         QDateTime time;                  ///< UTC, of the last change that is in it
         int modules = 0;
 
-        /// One line of English; empty if there is nothing to be told.
-        QString ToLine() const;
+        /// Says nothing if there is nothing to be told.
+        CodedText ToText() const;
     };
 
     /// Looks for the file, once the configuration is held, and before the plant is made.

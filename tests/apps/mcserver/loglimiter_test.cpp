@@ -25,7 +25,9 @@ class LogLimiterTest : public testing::Test {
 
     ManualClock m_clock;
     QStringList m_told;
-    LogLimiter m_limiter{m_clock, [this](const QString& text) { m_told << text; }};
+    LogLimiter m_limiter{m_clock, [this](qint64 leftOut, const QString& whose) {
+                             m_told << LogLimiter::LeftOutText(leftOut, whose);
+                         }};
     int m_line = 0;
 };
 

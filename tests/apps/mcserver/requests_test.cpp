@@ -201,7 +201,7 @@ TEST_F(RequestsTest, TheReportIntervalIsObeyed) {
 
 class ForbiddingGuard : public ITuningGuard {
   public:
-    QString RefusalOf(MpxOrv& mpxOrv, double hz) override {
+    CodedText RefusalOf(MpxOrv& mpxOrv, double hz) override {
         const bool isBlanked = std::find(blanked.begin(), blanked.end(), hz) != blanked.end();
         return isBlanked && mpxOrv.ObeysBlanking() ? QStringLiteral("blanked for %1").arg(mpxOrv.GetName())
                                                    : QString();
