@@ -822,6 +822,10 @@
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>MpxORV status</source>
+        <translation>MpxORV-Status</translation>
+    </message>
 </context>
 <context>
     <name>Holders</name>
@@ -1223,6 +1227,163 @@
     </message>
 </context>
 <context>
+    <name>MpxOrvCells</name>
+    <message>
+        <source>Idle</source>
+        <translation>untätig</translation>
+    </message>
+    <message>
+        <source>At work</source>
+        <translation>arbeitet</translation>
+    </message>
+    <message>
+        <source>Tuned</source>
+        <translation>eingestellt</translation>
+    </message>
+    <message>
+        <source>Reads along</source>
+        <translation>liest mit</translation>
+    </message>
+    <message>
+        <source>Job master</source>
+        <translation>Job-Master</translation>
+    </message>
+    <message>
+        <source>is master</source>
+        <translation>ist Master</translation>
+    </message>
+    <message>
+        <source>reads from its range</source>
+        <translation>liest aus dessen Bereich</translation>
+    </message>
+    <message>
+        <source>Not switched since the server began</source>
+        <translation>Seit Beginn des Servers nicht geschaltet</translation>
+    </message>
+    <message>
+        <source>Switched in the server&apos;s own window, %1</source>
+        <translation>Im Fenster des Servers geschaltet, %1</translation>
+    </message>
+    <message>
+        <source>Switched by %1, %2</source>
+        <translation>Geschaltet von %1, %2</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>Seit</translation>
+    </message>
+    <message>
+        <source>Master</source>
+        <translation>Master</translation>
+    </message>
+    <message>
+        <source>Suppression</source>
+        <translation>Unterdrückung</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>static</source>
+        <translation>statisch</translation>
+    </message>
+    <message>
+        <source>dynamic</source>
+        <translation>dynamisch</translation>
+    </message>
+    <message>
+        <source>obeys</source>
+        <translation>beachtet</translation>
+    </message>
+    <message>
+        <source>ignores</source>
+        <translation>missachtet</translation>
+    </message>
+    <message>
+        <source>Operation mode: %1</source>
+        <translation>Betriebsart: %1</translation>
+    </message>
+</context>
+<context>
+    <name>MpxOrvDetails</name>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Comment:</source>
+        <translation>Kommentar:</translation>
+    </message>
+    <message>
+        <source>Obeys the ground transmitter suppression</source>
+        <translation>Beachtet die Bodensenderunterdrückung</translation>
+    </message>
+    <message>
+        <source>%1 loses its protection: it can then be tuned to the frequencies of ground transmitters while these are on the air.</source>
+        <translation>%1 verliert den Schutz: Es kann dann auf Frequenzen von Bodensendern eingestellt werden, während diese senden.</translation>
+    </message>
+    <message>
+        <source>Switch the suppression off</source>
+        <translation>Die Unterdrückung ausschalten</translation>
+    </message>
+    <message>
+        <source>Switch off</source>
+        <translation>Ausschalten</translation>
+    </message>
+    <message>
+        <source>No MpxORV is chosen</source>
+        <translation>Kein MpxORV ausgewählt</translation>
+    </message>
+</context>
+<context>
+    <name>MpxOrvListPage</name>
+    <message>
+        <source>Filter: part of a name, a frequency, a client or a comment</source>
+        <translation>Filter: Teil eines Namens, einer Frequenz, eines Clients oder Kommentars</translation>
+    </message>
+    <message>
+        <source>Filter of the list of MpxORVs</source>
+        <translation>Filter der Liste der MpxORVs</translation>
+    </message>
+    <message>
+        <source>Filter the MpxORVs</source>
+        <translation>MpxORVs filtern</translation>
+    </message>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+    <message>
+        <source>MpxORVs: %1</source>
+        <translation>Anzahl: %1</translation>
+    </message>
+    <message>
+        <source>MpxORVs: %1 of %2</source>
+        <translation>Anzahl: %1 von %2</translation>
+    </message>
+</context>
+<context>
     <name>MpxOrvPage</name>
     <message>
         <source>Use an MpxORV of my own</source>
@@ -1279,37 +1440,6 @@
     <message>
         <source>Answers</source>
         <translation>Antworten</translation>
-    </message>
-</context>
-<context>
-    <name>MpxOrvsPage</name>
-    <message>
-        <source>Comment</source>
-        <translation>Kommentar</translation>
-    </message>
-    <message>
-        <source>Comment:</source>
-        <translation>Kommentar:</translation>
-    </message>
-    <message>
-        <source>No MpxORV is chosen</source>
-        <translation>Kein MpxORV ist ausgewählt</translation>
-    </message>
-    <message>
-        <source>Obeys the ground transmitter suppression</source>
-        <translation>Beachtet die Bodensenderunterdrückung</translation>
-    </message>
-    <message>
-        <source>%1 loses its protection: it can then be tuned to the frequencies of ground transmitters while these are on the air.</source>
-        <translation>%1 verliert den Schutz: Es kann dann auf Frequenzen von Bodensendern eingestellt werden, während diese senden.</translation>
-    </message>
-    <message>
-        <source>Switch the suppression off</source>
-        <translation>Die Unterdrückung ausschalten</translation>
-    </message>
-    <message>
-        <source>Switch off</source>
-        <translation>Ausschalten</translation>
     </message>
 </context>
 <context>

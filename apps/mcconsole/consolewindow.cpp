@@ -4,6 +4,7 @@
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/mpxorvpage.h>
+#include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 #include <apps/mcconsole/statusstrip.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/displaypages.h>
@@ -105,7 +106,9 @@ void ConsoleWindow::BuildPages() {
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
     AddPage(new LogPage, "Log", tr("Log"));
-    AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
+    m_listPage = new MpxOrvListPage;
+    AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));
+    AddPage(new MpxOrvsPage, "MpxORVStatus", tr("MpxORV status"));
     m_mpxOrvPage = new MpxOrvPage(m_clock);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
@@ -229,6 +232,7 @@ void ConsoleWindow::ShowMpxOrv() {
     if (path != m_boundMpxOrv) {
         m_boundMpxOrv = path;
         m_mpxOrvPage->Bind(path);
+        m_listPage->SetOwn(path);
     }
     QString text = tr("No MpxORV is connected.");
     if (!path.isEmpty())

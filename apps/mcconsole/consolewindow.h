@@ -11,6 +11,7 @@
 #include <vector>
 
 class AlarmBar;
+class MpxOrvListPage;
 class MpxOrvPage;
 class Page;
 class QAction;
@@ -72,6 +73,7 @@ class ConsoleWindow : public QMainWindow {
     RecentServers m_recent;
     QTabWidget* m_tabs = nullptr;
     std::vector<Page*> m_pages;
+    MpxOrvListPage* m_listPage = nullptr;
     MpxOrvPage* m_mpxOrvPage = nullptr;
     QLabel* m_banner = nullptr;  ///< above the pages, while there is no connection
     AlarmBar* m_alarm = nullptr;

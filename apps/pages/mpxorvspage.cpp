@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/mpxorvspage.h>
 
-#include <apps/pages/askingcheckbox.h>
-#include <apps/pages/policypanel.h>
+#include <apps/pages/mpxorvdetails.h>
 
-#include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
-#include <platform/widgets/valuetext.h>
-#include <platform/widgets/vclineedit.h>
-
 #include <QtCore/QItemSelectionModel>
-#include <QtWidgets/QFormLayout>
-#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QTableView>
@@ -21,7 +14,6 @@
 
 namespace {
 
-constexpr int MaxTitleLength = 60;
 constexpr int NameWidth = 220;
 constexpr int ColumnWidth = 160;
 
@@ -43,7 +35,8 @@ MpxOrvsPage::MpxOrvsPage(QWidget* parent)
     auto* const splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_list);
-    splitter->addWidget(BuildDetails());
+    m_details = new MpxOrvDetails(this);
+    splitter->addWidget(m_details);
     splitter->setStretchFactor(0, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
@@ -60,33 +53,6 @@ MpxOrvsPage::MpxOrvsPage(QWidget* parent)
 MpxOrvsPage::~MpxOrvsPage() {
     disconnect(m_view->selectionModel(), nullptr, this, nullptr);
     disconnect(m_model, nullptr, this, nullptr);
-}
-
-QWidget* MpxOrvsPage::BuildDetails() {
-    m_details = new QGroupBox(this);
-    m_details->setObjectName(QStringLiteral("MpxORVDetails"));
-    m_comment = new VCLineEdit(m_details, "MpxORVComment");
-    m_comment->setAccessibleName(tr("Comment"));
-    m_policies = new PolicyPanel(m_details);
-    auto* const layout = new QVBoxLayout(m_details);
-    auto* const form = new QFormLayout;
-    form->addRow(tr("Comment:"), m_comment);
-    layout->addLayout(form);
-    layout->addWidget(m_policies);
-    m_blanking = new AskingCheckBox(m_details, "Blanking");
-    m_blanking->SetText(tr("Obeys the ground transmitter suppression"));
-    m_blanking->setAccessibleName(tr("Obeys the ground transmitter suppression"));
-    m_blanking->SetAsker([this](bool isOn) {
-        const QString name = valuetext::Shortened(m_chosen.section(QLatin1Char('/'), -1), MaxTitleLength);
-        const QString text = tr("%1 loses its protection: it can then be tuned to the frequencies of ground "
-                                "transmitters while these are on the air.")
-                                 .arg(name);
-        return AskingCheckBox::Question{tr("Switch the suppression off"), isOn ? QString() : text,
-                                        tr("Switch off")};
-    });
-    layout->addWidget(m_blanking);
-    layout->addStretch();
-    return m_details;
 }
 
 void MpxOrvsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
@@ -112,11 +78,5 @@ void MpxOrvsPage::ShowChosen() {
     const QString chosen = current.isValid() ? m_model->getMpxORV_ValuePath(current.row()) : QString();
     if (chosen == m_chosen && !chosen.isEmpty()) return;
     m_chosen = chosen;
-    const QString name = valuetext::Shortened(chosen.section(QLatin1Char('/'), -1), MaxTitleLength);
-    // In a title, an ampersand would mark a shortcut.
-    m_details->setTitle(chosen.isEmpty() ? tr("No MpxORV is chosen")
-                                         : QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
-    m_comment->SetText_ValuePath(Below(Below(chosen, mcskeys::Status), mcskeys::Comment));
-    m_policies->Bind(Below(chosen, mcskeys::Policy));
-    m_blanking->Set_ValuePath(Below(chosen, QLatin1String("Blanking")));
+    m_details->Show(chosen);
 }

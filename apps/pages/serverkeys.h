@@ -14,6 +14,9 @@ inline constexpr QLatin1String Master = mcskeys::detail::Key("Master");
 inline constexpr QLatin1String MasterName = mcskeys::detail::Key("Name");
 inline constexpr QLatin1String MasterSince = mcskeys::detail::Key("Since");
 
+/// At an MpxORV: whether it obeys the ground transmitter suppression.
+inline constexpr QLatin1String Blanking = mcskeys::detail::Key("Blanking");
+
 /// In the status of an MpxORV: what it is tuned to (Hz, 0 for nothing), and who switched its "Blanking".
 inline constexpr QLatin1String TunedFrequency = mcskeys::detail::Key("TunedFrequency");
 inline constexpr QLatin1String TunedSince = mcskeys::detail::Key("TunedSince");

@@ -113,7 +113,7 @@ TEST_F(ConsoleTest, AsksOnceMoreForTheFrequencyThatItHas) {
 TEST_F(ConsoleTest, SwitchesAPolicyOfAnotherMpxOrv) {
     server.WriteFile(QStringLiteral("mcserver.ini"), StaticMpxOrvs);
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
-    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
     ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
     list->selectRow(1);
     auto* const box = Page("MpxORVs")->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
@@ -127,7 +127,7 @@ TEST_F(ConsoleTest, SwitchesAPolicyOfAnotherMpxOrv) {
 TEST_F(ConsoleTest, ShowsThePoliciesOfTheSameMpxOrvOnceTheServerIsBack) {
     server.WriteFile(QStringLiteral("mcserver.ini"), StaticMpxOrvs);
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
-    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
     const auto* const details = Find<QGroupBox>("MpxORVs", "MpxORVDetails");
     ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
     list->selectRow(1);
@@ -141,7 +141,7 @@ TEST_F(ConsoleTest, ShowsThePoliciesOfTheSameMpxOrvOnceTheServerIsBack) {
 
 TEST_F(ConsoleTest, TakesBackAPolicyThatItMayNotSwitch) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
-    auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+    auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
     ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 1; }));
     auto* const box = Page("MpxORVs")->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
     QTest::keyClick(box, Qt::Key_Space);

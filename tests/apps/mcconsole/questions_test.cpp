@@ -38,7 +38,7 @@ class QuestionsTest : public ConsoleTest {
         ASSERT_EQ(Get(Of("Van", "Status/IsMaster")), QStringLiteral("true"));
     }
     void ChooseVan() {
-        auto* const list = Find<QTableView>("MpxORVs", "MCSMpxORVStatusListView");
+        auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
         const auto row = [&] {
             for (int i = 0; i < list->model()->rowCount(); ++i)
                 if (list->model()->index(i, 0).data().toString().contains(QLatin1String("Van"))) return i;
