@@ -4,6 +4,8 @@
 #include <tests/soak/threadcount.h>
 #include <tests/soak/words.h>
 
+#include <apps/common/eventwait.h>
+
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 #include <platform/values/tree.h>
@@ -16,6 +18,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <random>
@@ -26,6 +29,7 @@ namespace {
 
 constexpr int ExitFindings = 1;
 constexpr int ExitUsage = 2;
+constexpr std::chrono::seconds StartPatience(60);
 
 struct Number {
     const char* name;
@@ -95,8 +99,10 @@ bool StartPlant(soak::Plant& plant) {
     std::mt19937 random;
     for (int number = 0; number < plant.Count(); ++number) {
         plant.SetStates(number, soak::words::Draw(random));
-        while (!plant.HasStates(number))
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (!eventwait::Until([&] { return plant.HasStates(number); }, StartPatience)) {
+            std::fprintf(stderr, "the simulated modules do not take their states\n");
+            return false;
+        }
     }
     qputenv("MCS_MODBUS_PORT", QByteArray::number(plant.Port()));
     return true;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/pictures.h>
 
+#include <tests/support/waituntil.h>
+
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
 #include <platform/values/tree.h>
@@ -9,7 +11,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QEventLoop>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtWidgets/QTabWidget>
@@ -71,8 +72,7 @@ TEST_F(Pictures, ShowWhatHoldsWhenTheyAreTaken) {
         Tell(what);
     const QImage taken = Take();
     EXPECT_EQ(m_label->text(), QStringLiteral("Sweeping"));
-    while (RefreshScheduler::Instance().IsPausing())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    ASSERT_TRUE(WaitUntil([] { return !RefreshScheduler::Instance().IsPausing(); }));
     EXPECT_EQ(taken, m_tabs.grab().toImage()) << "nothing is left to be drawn";
 }
 
