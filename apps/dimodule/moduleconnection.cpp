@@ -3,7 +3,7 @@
 
 #include <apps/dimodule/answer.h>
 #include <apps/dimodule/module.h>
-#include <apps/dimodule/resetonclose.h>
+#include <apps/dimodule/modulesocket.h>
 
 #include <QtCore/QScopedValueRollback>
 #include <QtNetwork/QTcpSocket>
@@ -12,7 +12,7 @@ namespace dimodule {
 
 namespace {
 
-constexpr qint64 MaxWaiting = 16 * MaxFrameSize;  // questions that nobody has looked at, and answers unread
+constexpr int MaxWaiting = 16 * MaxFrameSize;  // questions that nobody has looked at, and answers unread
 
 }  // namespace
 
@@ -20,7 +20,7 @@ ModuleConnection::ModuleConnection(Module& module, QTcpSocket& socket)
     : QObject(&module), m_module(module), m_socket(socket) {
     m_socket.setParent(this);
     m_socket.setReadBufferSize(MaxWaiting);
-    m_socket.setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, static_cast<int>(MaxWaiting));
+    HoldUnsent(m_socket.socketDescriptor(), MaxWaiting);
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_delay.setSingleShot(true);
     m_delay.setTimerType(Qt::PreciseTimer);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/platform/modbus/faultypeer.h>
 
-#include <apps/dimodule/resetonclose.h>
+#include <apps/dimodule/modulesocket.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>

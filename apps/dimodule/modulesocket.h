@@ -9,4 +9,8 @@ namespace dimodule {
 /// an error instead of the end.
 void ResetOnClose(qintptr descriptor);
 
+/// Lets the system hold about \a bytes of what the peer of a connected socket does not read. Qt leaves that
+/// alone on Windows.
+void HoldUnsent(qintptr descriptor, int bytes);
+
 }  // namespace dimodule
