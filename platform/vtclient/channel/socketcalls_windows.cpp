@@ -11,9 +11,13 @@ void vt::EndSending(qintptr descriptor) {
     ::shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
 }
 
-// To share a socket here takes a detour over a description of it, which has not been tried.
-qintptr vt::AnotherDescriptor(qintptr /*descriptor*/) {
-    return -1;
+qintptr vt::AnotherDescriptor(qintptr descriptor) {
+    WSAPROTOCOL_INFOW description;
+    if (::WSADuplicateSocketW(static_cast<SOCKET>(descriptor), ::GetCurrentProcessId(), &description) != 0)
+        return -1;
+    const SOCKET socket = ::WSASocketW(FROM_PROTOCOL_INFO, FROM_PROTOCOL_INFO, FROM_PROTOCOL_INFO,
+                                       &description, 0, WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT);
+    return socket == INVALID_SOCKET ? -1 : static_cast<qintptr>(socket);
 }
 
 // Qt sees to it for the sockets that it makes, not for those that it accepts.
