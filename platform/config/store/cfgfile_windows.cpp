@@ -1,21 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/config/store/cfgfile.h>
 
-#include <QtCore/QDir>
-
-#include <windows.h>
+#include <platform/config/store/nativefile_windows.h>
 
 namespace {
 
 using cfgfile::EOutcome;
 using cfgfile::Result;
-
-/// Others may read, write, rename and remove the file while it is open here.
-constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-std::wstring NativeName(const QString& name) {
-    return QDir::toNativeSeparators(name).toStdWString();
-}
 
 Result Failure(DWORD error) {
     EOutcome outcome = EOutcome::Failed;
@@ -31,7 +22,7 @@ Result Failure(DWORD error) {
 class Handle {
   public:
     Handle(const QString& name, DWORD access, DWORD sharing, DWORD disposition)
-        : m_handle(CreateFileW(NativeName(name).c_str(), access, sharing, nullptr, disposition,
+        : m_handle(CreateFileW(nativefile::Name(name).c_str(), access, sharing, nullptr, disposition,
                                FILE_ATTRIBUTE_NORMAL, nullptr)) {}
     ~Handle() { Close(); }
     Handle(const Handle&) = delete;
@@ -50,7 +41,7 @@ class Handle {
 
 /// Something else than a file, or a file that may not be written; done for anything else.
 Result Obstacle(const QString& file) {
-    const DWORD attributes = GetFileAttributesW(NativeName(file).c_str());
+    const DWORD attributes = GetFileAttributesW(nativefile::Name(file).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return {};
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         return {EOutcome::NoFile, QStringLiteral("it is not a file")};
@@ -76,7 +67,7 @@ Result cfgfile::Read(const QString& file, qint64 maxBytes, QByteArray* bytes) {
     bytes->clear();
     const Result obstacle = Obstacle(file);
     if (obstacle.outcome == EOutcome::NoFile) return obstacle;
-    const Handle handle(file, GENERIC_READ, ShareAll, OPEN_EXISTING);
+    const Handle handle(file, GENERIC_READ, nativefile::ShareAll, OPEN_EXISTING);
     LARGE_INTEGER size = {};
     if (!handle.IsOpen() || !GetFileSizeEx(handle.Get(), &size)) return Failure(GetLastError());
     bytes->resize(int(qMin<qint64>(size.QuadPart, maxBytes)));
@@ -103,10 +94,10 @@ Result cfgfile::Replace(const QString& file, const QString& next, const QByteArr
         const Handle handle(next, GENERIC_WRITE, 0, CREATE_ALWAYS);
         if (!handle.IsOpen() || !WriteAll(handle.Get(), bytes)) error = GetLastError();
     }
-    if (error == ERROR_SUCCESS && !MoveFileExW(NativeName(next).c_str(), NativeName(file).c_str(),
+    if (error == ERROR_SUCCESS && !MoveFileExW(nativefile::Name(next).c_str(), nativefile::Name(file).c_str(),
                                                MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         error = GetLastError();
     if (error == ERROR_SUCCESS) return {};
-    DeleteFileW(NativeName(next).c_str());
+    DeleteFileW(nativefile::Name(next).c_str());
     return Failure(error);
 }

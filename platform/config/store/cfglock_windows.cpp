@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/config/store/cfglock.h>
 
-#include <QtCore/QDir>
-
-#include <windows.h>
+#include <platform/config/store/nativefile_windows.h>
 
 namespace {
-
-std::wstring NativeName(const QString& name) {
-    return QDir::toNativeSeparators(name).toStdWString();
-}
 
 /// Whether \a error means that somebody else has the file. One that is about to go may not be opened either,
 /// and is told from one that may never be by being there.
@@ -27,7 +21,7 @@ bool IsTaken(DWORD error, const std::wstring& name) {
 // when it is closed, also that of a process that was killed.
 CfgLock::EOutcome CfgLock::Try() {
     if (IsHeld()) return EOutcome::Held;
-    const std::wstring name = NativeName(m_name);
+    const std::wstring name = nativefile::Name(m_name);
     const HANDLE file =
         CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
@@ -50,10 +44,9 @@ void CfgLock::Release() {
 }
 
 QByteArray CfgLock::ReadHolder() const {
-    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     QByteArray bytes(MaxHolderBytes, '\0');
-    const HANDLE file = CreateFileW(NativeName(m_name).c_str(), GENERIC_READ, ShareAll, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(nativefile::Name(m_name).c_str(), GENERIC_READ, nativefile::ShareAll,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return QByteArray();
     DWORD count = 0;
     if (!ReadFile(file, bytes.data(), DWORD(bytes.size()), &count, nullptr)) count = 0;
