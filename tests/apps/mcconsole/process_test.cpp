@@ -5,6 +5,7 @@
 #include <platform/config/store/cfglock.h>
 #include <platform/vtclient/vttokenhash.h>
 
+#include <tests/apps/mcconsole/nodisplay.h>
 #include <tests/apps/mcserver/serverprocess.h>
 #include <tests/support/programrunner.h>
 
@@ -203,8 +204,7 @@ TEST_F(ConsolePlacement, IsMadeToFitWhateverNumbersAreStored) {
 }
 
 TEST_F(ConsoleProcess, NeedsADisplay) {
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(QString::fromLatin1(name));
+    const std::shared_ptr<void> nobodySees = WithoutDisplay(environment);
     EXPECT_EQ(Run({}), 1);
     EXPECT_EQ(errors, QByteArray("mcconsole: there is no display to show a window on\n"));
     EXPECT_EQ(Run({QStringLiteral("--version")}), 0);

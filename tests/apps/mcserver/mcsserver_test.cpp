@@ -6,10 +6,13 @@
 
 #include <platform/values/observation.h>
 #include <tests/support/recordingobserver.h>
+#include <tests/support/systemtext.h>
 
 #include <gmock/gmock.h>
 
 #include <QtCore/QDir>
+
+#include <cerrno>
 
 using namespace std::chrono_literals;
 
@@ -224,8 +227,8 @@ class SaveAnswers : public McsServerTest {
         return m_answers.value(0);
     }
     std::string Failure(const char* keys) const {
-        return "failed: the configuration file '" + ConfigPath().toStdString() +
-               "' cannot be written (File exists); not saved: " + keys;
+        return "failed: the configuration file '" + ConfigPath().toStdString() + "' cannot be written (" +
+               SystemText(EEXIST, WindowsDeniesAccess).toStdString() + "); not saved: " + keys;
     }
 
     RecordingObserver m_observer;

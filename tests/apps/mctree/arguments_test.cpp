@@ -2,6 +2,9 @@
 #include <apps/mctree/command/arguments.h>
 
 #include <tests/apps/mctree/commandfixture.h>
+#include <tests/support/systemtext.h>
+
+#include <cerrno>
 
 using namespace mctree;
 
@@ -148,7 +151,9 @@ TEST_P(ArgumentsWrongTest, IsSaidInOneLine) {
     Arguments arguments;
     const Outcome outcome = Parse(words, &arguments);
     EXPECT_EQ(outcome.code, EExitCode::Usage);
-    EXPECT_EQ(outcome.message, QString::fromUtf8(GetParam().message));
+    EXPECT_EQ(outcome.message,
+              QString::fromUtf8(GetParam().message)
+                  .replace(QLatin1String("NO SUCH FILE"), SystemText(ENOENT, WindowsHasNoSuchPath)));
 }
 
 const std::string longName(1025, 'x');
@@ -175,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRow{"HelpOfNothing", {"help", "list"}, "unknown command list"},
         WrongRow{"NoTokenFile",
                  {"info", "--token-file", "/nowhere/token"},
-                 "--token-file: /nowhere/token: No such file or directory"},
+                 "--token-file: /nowhere/token: NO SUCH FILE"},
         WrongRow{"NoProfile",
                  {"info", "-s", "tower", "--profiles", "/nowhere/servers"},
                  "no server \"tower\" in /nowhere/servers, which has none"},

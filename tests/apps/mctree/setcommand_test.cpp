@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/apps/mctree/commandfixture.h>
+#include <tests/support/systemtext.h>
 
 #include <QtCore/QTemporaryFile>
+
+#include <cerrno>
 
 using namespace mctree;
 
@@ -287,7 +290,7 @@ TEST_F(SetLinesTest, MoreLinesThanASessionHasSubscriptionsAreNoTrouble) {
 TEST_F(SetLinesTest, AFileThatIsNotThereIsWrongUsage) {
     const Outcome outcome = RunConnected(Words({"set", "-f", "/nowhere/lines"}));
     EXPECT_EQ(outcome.code, EExitCode::Usage);
-    EXPECT_EQ(outcome.message, QStringLiteral("/nowhere/lines: No such file or directory"));
+    EXPECT_EQ(outcome.message, QStringLiteral("/nowhere/lines: ") + SystemText(ENOENT, WindowsHasNoSuchPath));
 }
 
 }  // namespace

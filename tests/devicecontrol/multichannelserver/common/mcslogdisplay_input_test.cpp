@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <tests/devicecontrol/multichannelserver/common/logdisplaytest.h>
+#include <tests/support/processortime.h>
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
@@ -7,7 +8,6 @@
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 
-#include <ctime>
 #include <ostream>
 
 namespace {
@@ -40,10 +40,10 @@ class LogDisplayInput : public LogDisplayTest {
     }
     /// How long the processor works on \a message, in ms.
     double Cost(const QString& message) {
-        const std::clock_t start = std::clock();
+        const double start = ProcessorMilliseconds();
         Log(message);
         Area().viewport()->repaint();
-        return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        return ProcessorMilliseconds() - start;
     }
 };
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/gts/pollthread.h>
 
-#include <platform/modbus/modbussystem.h>
-
 #include <tests/devicecontrol/multichannelserver/common/gts/fakemodules.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>
@@ -42,15 +40,6 @@ class APollThread : public testing::Test {
     std::vector<QString> m_events;
     PollThread m_thread;
 };
-
-TEST_F(APollThread, SaysThatTheSystemHasNoThreadToGive) {
-    m_thread.setStackSize(1);  // less than any thread can have
-    EXPECT_EQ(m_thread.Start(), modbussystem::CodeOf(modbussystem::EError::NoResources));
-    EXPECT_FALSE(m_thread.isRunning());
-    m_thread.setStackSize(0);
-    EXPECT_EQ(m_thread.Start(), 0U);
-    EXPECT_TRUE(m_thread.isRunning());
-}
 
 TEST_F(APollThread, PollsTheModuleThatItWasSetUpFor) {
     m_thread.Setup(QStringLiteral("10.0.0.2"), 6, PollInterval(1));
