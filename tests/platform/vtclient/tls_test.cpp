@@ -8,6 +8,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtNetwork/QHostAddress>
+#include <QtNetwork/QSslCipher>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 

@@ -13,6 +13,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QtEndian>
 #include <QtNetwork/QHostAddress>
+#include <QtNetwork/QSslConfiguration>
 #include <QtNetwork/QSslKey>
 #include <QtNetwork/QSslSocket>
 #include <QtNetwork/QTcpServer>

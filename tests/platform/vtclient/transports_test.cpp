@@ -7,6 +7,7 @@
 
 #include <QtNetwork/QHostAddress>
 #include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
 
 #include <gmock/gmock.h>
 

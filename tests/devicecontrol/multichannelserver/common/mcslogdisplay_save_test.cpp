@@ -8,6 +8,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QPointer>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
