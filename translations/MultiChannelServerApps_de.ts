@@ -826,6 +826,10 @@
         <source>MpxORV status</source>
         <translation>MpxORV-Status</translation>
     </message>
+    <message>
+        <source>Ground transmitters</source>
+        <translation>Bodensender</translation>
+    </message>
 </context>
 <context>
     <name>Holders</name>
@@ -836,6 +840,21 @@
     <message>
         <source>These read from the master&apos;s range and lose their frequency: %1.</source>
         <translation>Aus dem Bereich des Masters lesen und verlieren ihre Frequenz: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>IgnoringModel</name>
+    <message>
+        <source>Ignores the suppression</source>
+        <translation>Missachtet die Unterdrückung</translation>
+    </message>
+    <message>
+        <source>Switched by</source>
+        <translation>Geschaltet von</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>Seit</translation>
     </message>
 </context>
 <context>
@@ -938,6 +957,49 @@
     <message>
         <source>&quot;%1&quot; cannot be right: %2</source>
         <translation>„%1“ kann nicht stimmen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>InputStatusModel</name>
+    <message>
+        <source>● keyed</source>
+        <translation>● getastet</translation>
+    </message>
+    <message>
+        <source>○ silent</source>
+        <translation>○ still</translation>
+    </message>
+    <message>
+        <source>✕ not supervised</source>
+        <translation>✕ nicht überwacht</translation>
+    </message>
+    <message>
+        <source>? not live</source>
+        <translation>? unbekannt</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>Modul</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>Eingang</translation>
+    </message>
+    <message>
+        <source>Transmitter</source>
+        <translation>Sender</translation>
+    </message>
+    <message>
+        <source>Frequency (MHz)</source>
+        <translation>Frequenz (MHz)</translation>
+    </message>
+    <message>
+        <source>Keyed since</source>
+        <translation>Getastet seit</translation>
+    </message>
+    <message>
+        <source>Blanked last</source>
+        <translation>Zuletzt ausgetastet</translation>
     </message>
 </context>
 <context>
@@ -1224,6 +1286,99 @@
     <message>
         <source>The connection is lost: %1.</source>
         <translation>Die Verbindung ist verloren: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyingTimeline</name>
+    <message>
+        <source>Timeline of the transmitters</source>
+        <translation>Zeitverlauf der Sender</translation>
+    </message>
+    <message>
+        <source>10 min</source>
+        <translation>10 Min.</translation>
+    </message>
+    <message>
+        <source>1 h</source>
+        <translation>1 Std.</translation>
+    </message>
+    <message>
+        <source>24 h</source>
+        <translation>24 Std.</translation>
+    </message>
+    <message>
+        <source>solid: keyed, hatched: not known, empty: silent</source>
+        <translation>voll: getastet, schraffiert: unbekannt, leer: still</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleStatusModel</name>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Disconnected</source>
+        <translation>Getrennt</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>never</source>
+        <translation>nie</translation>
+    </message>
+    <message>
+        <source>%1 ago</source>
+        <translation>vor %1</translation>
+    </message>
+    <message>
+        <source>%1 when last heard of</source>
+        <translation>%1, als zuletzt davon gehört wurde</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>Modul</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>Seit</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>IP Address</source>
+        <translation>IP-Adresse</translation>
+    </message>
+    <message>
+        <source>Last answer</source>
+        <translation>Letzte Antwort</translation>
+    </message>
+</context>
+<context>
+    <name>MomentText</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>%1 d</source>
+        <translation>%1 d</translation>
     </message>
 </context>
 <context>
@@ -1684,6 +1839,99 @@
     <message>
         <source>Situation</source>
         <translation>Lage</translation>
+    </message>
+</context>
+<context>
+    <name>SuppressionPage</name>
+    <message>
+        <source>Set up</source>
+        <translation>Einrichten</translation>
+    </message>
+    <message>
+        <source>What it does</source>
+        <translation>Was geschieht</translation>
+    </message>
+</context>
+<context>
+    <name>SuppressionReason</name>
+    <message>
+        <source>disconnected by an operator</source>
+        <translation>von einem Bediener getrennt</translation>
+    </message>
+    <message>
+        <source>no answer yet</source>
+        <translation>noch keine Antwort</translation>
+    </message>
+    <message>
+        <source>the connection was closed</source>
+        <translation>die Verbindung wurde geschlossen</translation>
+    </message>
+</context>
+<context>
+    <name>SuppressionView</name>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
+    <message>
+        <source>Who ignores the suppression</source>
+        <translation>Wer die Unterdrückung missachtet</translation>
+    </message>
+    <message>
+        <source>Inputs</source>
+        <translation>Eingänge</translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation>Zeitverlauf</translation>
+    </message>
+    <message>
+        <source>Reconnect</source>
+        <translation>Neu verbinden</translation>
+    </message>
+    <message>
+        <source>Connects the modules in error anew</source>
+        <translation>Verbindet die Module im Fehlerzustand neu</translation>
+    </message>
+    <message>
+        <source>Show inputs without a frequency too</source>
+        <translation>Auch Eingänge ohne Frequenz zeigen</translation>
+    </message>
+    <message>
+        <source>Nobody ignores it</source>
+        <translation>Niemand missachtet sie</translation>
+    </message>
+    <message>
+        <source>Ignored by %1</source>
+        <translation>Von %1 missachtet</translation>
+    </message>
+    <message>
+        <source>The server tells nothing of its suppression.</source>
+        <translation>Der Server sagt nichts über seine Unterdrückung.</translation>
+    </message>
+    <message>
+        <source>There are no input modules.</source>
+        <translation>Es gibt keine Eingangsmodule.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules answer.</source>
+        <translation>%1 von %2 Modulen antworten.</translation>
+    </message>
+    <message>
+        <source>Not supervised: %1.</source>
+        <translation>Nicht überwacht: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing is blanked now.</source>
+        <translation>Zurzeit ist nichts ausgetastet.</translation>
+    </message>
+    <message>
+        <source>Blanked now: %1.</source>
+        <translation>Zurzeit ausgetastet: %1.</translation>
+    </message>
+    <message>
+        <source>What was known last:</source>
+        <translation>Zuletzt bekannt:</translation>
     </message>
 </context>
 <context>

@@ -14,6 +14,7 @@
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/serverkeys.h>
 #include <apps/pages/severitylook.h>
+#include <apps/pages/suppressionview.h>
 #include <apps/pages/undobar.h>
 
 #include <platform/config/cfgcenter.h>
@@ -105,6 +106,7 @@ void ConsoleWindow::BuildPages() {
     AddPage(new StatusPage, "Status", tr("Status"));
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
+    AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"));
     AddPage(new LogPage, "Log", tr("Log"));
     m_listPage = new MpxOrvListPage;
     AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));

@@ -3,11 +3,13 @@
 
 #include <apps/mcserver/mpxorv/mpxorvrequests.h>
 #include <apps/mcserver/suppression/inputsview.h>
+#include <apps/pages/suppressionview.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>
 
@@ -35,16 +37,29 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     constexpr FrequencyRange range{MpxOrvRequests::MinFrequency, MpxOrvRequests::MaxFrequency};
     m_display->SetFrequencyRange(range);
     m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), recovery, jobs, log, clock);
-    auto* const layout = new QVBoxLayout(this);
+    auto* const setUp = new QWidget(this);
+    auto* const layout = new QVBoxLayout(setUp);
     layout->addWidget(m_display);
     m_inputs = new InputsView(m_display->GetPlant(), range, this);
     layout->addWidget(m_inputs, 1);
+    m_state = new SuppressionView(this);
+    auto* const tabs = new QTabWidget(this);
+    tabs->setObjectName(QStringLiteral("SuppressionParts"));
+    tabs->setDocumentMode(true);
+    tabs->addTab(setUp, tr("Set up"));
+    tabs->addTab(m_state, tr("What it does"));
+    auto* const whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(tabs);
 }
 
 SuppressionPage::~SuppressionPage() {
+    delete m_state;
     m_duties.reset();
     delete m_inputs;
     delete m_display;
 }
 
-void SuppressionPage::Bind(const QString&, EMCSControlTreeSegments) {}
+void SuppressionPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    m_state->Bind(basePath, segments);
+}

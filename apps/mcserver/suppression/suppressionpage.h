@@ -8,6 +8,7 @@
 
 class GTSDisplay;
 class InputsView;
+class SuppressionView;
 
 /// The ground transmitter suppression: while this page lives, its modules are polled and their frequencies
 /// kept from the MpxORVs, whether the page is shown or not. GUI thread.
@@ -20,7 +21,7 @@ class SuppressionPage : public Page {
                     QWidget* parent = nullptr);
     ~SuppressionPage() override;
 
-    /// Does nothing: what is shown is the server's own.
+    /// For the part that shows what consoles see too.
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
     const SuppressionRecorder& GetRecorder() const { return m_duties->GetRecorder(); }
@@ -28,5 +29,6 @@ class SuppressionPage : public Page {
   private:
     GTSDisplay* m_display;
     InputsView* m_inputs = nullptr;
+    SuppressionView* m_state = nullptr;
     std::unique_ptr<SuppressionDuties> m_duties;  ///< go before the display, which brought the blanking
 };

@@ -59,7 +59,7 @@ TEST_F(ConsoleProcess, SavesAPictureOfEveryPageAndEnds) {
     EXPECT_THAT(Pictures(pictures),
                 IsSupersetOf({"console-Commands.png", "console-Configuration.png", "console-Connect.png",
                               "console-Log.png", "console-MpxORVStatus.png", "console-MpxORVs.png",
-                              "console-MyMpxORV.png", "console-Status.png"}));
+                              "console-MyMpxORV.png", "console-Status.png", "console-Suppression.png"}));
     EXPECT_GE(Status(pictures).width(), 800);
 }
 
@@ -110,7 +110,7 @@ TEST_F(ConsoleProcess, SavesPicturesAlsoForAUserWhoMayHaveNoMpxOrv) {
     const QString pictures = server.Path(QStringLiteral("pictures"));
     EXPECT_EQ(Run(ConnectWords(pictures) << QStringLiteral("--user") << QStringLiteral("eve")), 0)
         << errors.constData();
-    EXPECT_GE(Pictures(pictures).size(), 8U);
+    EXPECT_GE(Pictures(pictures).size(), 9U);
 }
 
 TEST_F(ConsoleProcess, FailsIfItIsToEndBeforeThePicturesAreTaken) {

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/suppression/inputstatusmodel.h>
+
+#include <apps/common/frequencytext.h>
+#include <apps/pages/severitylook.h>
+#include <apps/pages/suppression/momenttext.h>
+
+#include <QtGui/QFont>
+#include <QtWidgets/QApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/// \a all are whole hertz.
+bool IsIn(const std::vector<double>& all, double hz) {
+    return std::find(all.begin(), all.end(), std::floor(hz)) != all.end();
+}
+
+}  // namespace
+
+InputStatusModel::InputStatusModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void InputStatusModel::Show(const SuppressionState& state) {
+    std::vector<Row> rows;
+    for (const ModuleStatusView& module : state.modules)
+        for (const InputStatus& input : module.inputs)
+            rows.push_back(
+                {module.name, state.isLive && module.IsLive(), IsIn(state.unsupervised, input.hz), input});
+    const bool isOther = rows.size() != m_rows.size();
+    if (isOther) beginResetModel();
+    std::swap(m_rows, rows);
+    if (isOther) return endResetModel();
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        if (!(m_rows[i] == rows[i])) {
+            const int row = static_cast<int>(i);
+            Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        }
+}
+
+int InputStatusModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int InputStatusModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+EKeying InputStatusModel::KeyingOf(const Row& row) {
+    if (!row.isLive) return EKeying::Unknown;
+    return row.input.isKeyed ? EKeying::Keyed : EKeying::Silent;
+}
+
+QString InputStatusModel::LampText(const Row& row) {
+    switch (KeyingOf(row)) {
+        case EKeying::Keyed:
+            return tr("\u25cf keyed");
+        case EKeying::Silent:
+            return tr("\u25cb silent");
+        case EKeying::Unknown:
+            break;
+    }
+    return row.isUnsupervised ? tr("\u2715 not supervised") : tr("? not live");
+}
+
+QString InputStatusModel::TextOf(const Row& row, int column) {
+    switch (column) {
+        case Module:
+            return row.module;
+        case Input:
+            return row.input.name;
+        case Lamp:
+            return LampText(row);
+        case Frequency:
+            return row.input.hz > 0.0 ? FrequencyText::InMegahertz(row.input.hz) : QString();
+        case KeyedSince:
+            return momenttext::Of(row.input.keyedSince);
+        case LastBlanked:
+            return row.input.lastBlanked;
+        default:
+            return QString();
+    }
+}
+
+QVariant InputStatusModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount()) return QVariant();
+    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    const EKeying keying = KeyingOf(row);
+    if (role == SortRole && index.column() == Frequency) return row.input.hz;
+    if (role == Qt::DisplayRole || role == SortRole) return TextOf(row, index.column());
+    if (role == Qt::TextAlignmentRole && index.column() == Frequency)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    if (index.column() != Lamp || keying == EKeying::Silent) return QVariant();
+    const bool isUrgent = keying == EKeying::Keyed || row.isUnsupervised;
+    if (role == Qt::ForegroundRole)
+        return severitylook::Colour(isUrgent ? ESeverity::Act : ESeverity::Stale, QApplication::palette());
+    if (role == Qt::FontRole && keying == EKeying::Keyed) {
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        return bold;
+    }
+    return QVariant();
+}
+
+QVariant InputStatusModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    const QString titles[] = {tr("Module"),          tr("Input"),       tr("Transmitter"),
+                              tr("Frequency (MHz)"), tr("Keyed since"), tr("Blanked last")};
+    return section >= 0 && section < ColumnCount ? titles[section] : QString();
+}

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/suppression/modulestatusmodel.h>
+
+#include <apps/pages/severitylook.h>
+#include <apps/pages/suppression/momenttext.h>
+#include <apps/pages/suppressionkeys.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+
+#include <utility>
+
+namespace {
+
+/// The server's own, which does not change with the language of a window.
+constexpr const char* KnownReasons[] = {QT_TRANSLATE_NOOP("SuppressionReason", "disconnected by an operator"),
+                                        QT_TRANSLATE_NOOP("SuppressionReason", "no answer yet"),
+                                        QT_TRANSLATE_NOOP("SuppressionReason", "the connection was closed")};
+
+qint64 ToMs(const QString& utc) {
+    const QDateTime time = QDateTime::fromString(utc, Qt::ISODateWithMs);
+    return time.isValid() ? time.toMSecsSinceEpoch() : 0;
+}
+
+ESeverity SeverityOf(const ModuleStatusView& module, bool isLive) {
+    if (!isLive) return ESeverity::Stale;
+    if (module.IsLive()) return ESeverity::Ok;
+    return module.state == suppressionkeys::Error ? ESeverity::Act : ESeverity::Look;
+}
+
+QIcon IconOf(ESeverity severity) {
+    const auto standard = [](QStyle::StandardPixmap icon) {
+        return QApplication::style()->standardIcon(icon);
+    };
+    switch (severity) {
+        case ESeverity::Ok:
+            return standard(QStyle::SP_DialogApplyButton);
+        case ESeverity::Act:
+            return standard(QStyle::SP_MessageBoxCritical);
+        case ESeverity::Look:
+            return standard(QStyle::SP_MessageBoxWarning);
+        case ESeverity::Stale:
+        case ESeverity::Unknown:
+            break;
+    }
+    return standard(QStyle::SP_MessageBoxQuestion);
+}
+
+}  // namespace
+
+ModuleStatusModel::ModuleStatusModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void ModuleStatusModel::Show(const SuppressionState& state) {
+    const std::vector<ModuleStatusView> before = m_modules;
+    const bool isOther = before.size() != state.modules.size();
+    if (isOther) beginResetModel();
+    m_isLive = state.isLive;
+    m_modules = state.modules;
+    if (isOther) endResetModel();
+    if (m_isLive) LearnClock(before);
+    if (!m_modules.empty() && !isOther)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void ModuleStatusModel::LearnClock(const std::vector<ModuleStatusView>& before) {
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    for (std::size_t i = 0; i < m_modules.size() && i < before.size(); ++i) {
+        const bool isNew = m_modules[i].number == before[i].number && !before[i].lastAnswer.isEmpty() &&
+                           m_modules[i].lastAnswer != before[i].lastAnswer;
+        if (!isNew) continue;
+        const qint64 ahead = now - ToMs(m_modules[i].lastAnswer);
+        m_aheadMs = m_aheadMs ? qMin(*m_aheadMs, ahead) : ahead;
+    }
+}
+
+void ModuleStatusModel::RefreshAges() {
+    if (!m_modules.empty()) Q_EMIT dataChanged(index(0, LastAnswer), index(rowCount() - 1, LastAnswer));
+}
+
+int ModuleStatusModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_modules.size());
+}
+
+int ModuleStatusModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString ModuleStatusModel::StateWord(const ModuleStatusView& module) {
+    if (module.state == suppressionkeys::Connected) return tr("Connected");
+    if (module.state == suppressionkeys::Disconnected) return tr("Disconnected");
+    if (module.state == suppressionkeys::Error) return tr("Error");
+    return module.state;
+}
+
+QString ModuleStatusModel::ReasonText(const QString& reason) {
+    for (const char* const known : KnownReasons)
+        if (reason == QLatin1String(known)) return QCoreApplication::translate("SuppressionReason", known);
+    return reason;
+}
+
+QString ModuleStatusModel::AgeText(const ModuleStatusView& module) const {
+    if (module.lastAnswer.isEmpty()) return tr("never");
+    const qint64 age = QDateTime::currentMSecsSinceEpoch() - m_aheadMs.value_or(0) - ToMs(module.lastAnswer);
+    return tr("%1 ago").arg(momenttext::OfAge(age));
+}
+
+QString ModuleStatusModel::TextOf(const ModuleStatusView& module, int column) const {
+    switch (column) {
+        case Name:
+            return module.name;
+        case State:
+            return m_isLive ? StateWord(module) : tr("%1 when last heard of").arg(StateWord(module));
+        case Since:
+            return momenttext::Of(module.stateSince);
+        case Reason:
+            return ReasonText(module.reason);
+        case Address:
+            return module.address;
+        case LastAnswer:
+            return AgeText(module);
+        default:
+            return QString();
+    }
+}
+
+QVariant ModuleStatusModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount()) return QVariant();
+    const ModuleStatusView& module = m_modules[static_cast<std::size_t>(index.row())];
+    const ESeverity severity = SeverityOf(module, m_isLive);
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return TextOf(module, index.column());
+    if (role == Qt::ForegroundRole && index.column() == State)
+        return severitylook::Colour(severity, QApplication::palette());
+    if (role == Qt::DecorationRole && index.column() == State) return IconOf(severity);
+    return QVariant();
+}
+
+QVariant ModuleStatusModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    const QString titles[] = {tr("Module"), tr("State"),      tr("Since"),
+                              tr("Reason"), tr("IP Address"), tr("Last answer")};
+    return section >= 0 && section < ColumnCount ? titles[section] : QString();
+}

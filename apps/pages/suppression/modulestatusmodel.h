@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/pages/suppression/suppressionstate.h>
+
+#include <QtCore/QAbstractTableModel>
+
+#include <map>
+#include <optional>
+
+/// The modules as rows: what each is called, whether it answers, since when and why not. GUI thread.
+class ModuleStatusModel : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    enum EColumn { Name, State, Since, Reason, Address, LastAnswer, ColumnCount };
+
+    explicit ModuleStatusModel(QObject* parent = nullptr);
+
+    void Show(const SuppressionState& state);
+    /// Lets the last answers grow older.
+    void RefreshAges();
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+    /// What the server says of a reason, in the language of the window.
+    static QString ReasonText(const QString& reason);
+
+  private:
+    QString TextOf(const ModuleStatusView& module, int column) const;
+    static QString StateWord(const ModuleStatusView& module);
+    QString AgeText(const ModuleStatusView& module) const;
+    void LearnClock(const std::vector<ModuleStatusView>& before);
+
+    bool m_isLive = false;
+    std::vector<ModuleStatusView> m_modules;
+    /// By how much the clock here is ahead of that of the server, as far as answers show that arrive while
+    /// somebody listens.
+    std::optional<qint64> m_aheadMs;
+};
