@@ -64,6 +64,11 @@ microseconds ClientSession::Deadline() const {
     return std::min(m_lastPing + m_pingInterval, m_lastReceived + m_deadAfter);
 }
 
+std::optional<microseconds> ClientSession::Silence() const {
+    if (!IsConnected() || !m_unanswered) return std::nullopt;
+    return m_loop.Now() - std::max(*m_unanswered, m_lastReceived);
+}
+
 void ClientSession::OnDeadline() {
     const microseconds now = m_loop.Now();
     if (m_state == EState::Greeting && now >= m_greetedBy) {
@@ -73,6 +78,7 @@ void ClientSession::OnDeadline() {
                                 .arg(duration_cast<milliseconds>(now - m_lastReceived).count()));
     } else if (IsConnected() && now - m_lastPing >= m_pingInterval) {
         m_lastPing = now;
+        if (!m_unanswered) m_unanswered = now;
         Send(PingMessage{static_cast<quint64>(now.count())});
         Flush();
     }
@@ -168,6 +174,10 @@ void ClientSession::On(const PongMessage& pong, const Arrival& /*arrival*/) {
     const microseconds sent(static_cast<qint64>(pong.number));
     const microseconds now = m_loop.Now();
     if (sent <= now && now - sent <= m_deadAfter) m_latency = now - sent;
+    if (!m_unanswered || sent < *m_unanswered) return;
+    // Those sent since then still wait; when the first of them was sent is known well enough.
+    m_unanswered =
+        sent < m_lastPing ? std::optional(std::min(sent + m_pingInterval, m_lastPing)) : std::nullopt;
 }
 
 void ClientSession::On(const SubscribedMessage& subscribed, const Arrival& /*arrival*/) {

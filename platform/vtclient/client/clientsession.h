@@ -63,6 +63,9 @@ class ClientSession final : private IChannelListener {
     /// The round trip of the last ping.
     std::optional<std::chrono::microseconds> Latency() const { return m_latency; }
 
+    /// How long nothing was heard although a ping waits for its answer; none while none waits.
+    std::optional<std::chrono::microseconds> Silence() const;
+
     /// \return the number of the subscription, under which \a link is told what comes of it.
     quint32 Subscribe(ClientLink& link, const QString& path, bool isLook);
     void Unsubscribe(quint32 sub);
@@ -135,6 +138,7 @@ class ClientSession final : private IChannelListener {
     std::chrono::milliseconds m_deadAfter{};
     std::chrono::microseconds m_lastReceived;
     std::chrono::microseconds m_lastPing{};
+    std::optional<std::chrono::microseconds> m_unanswered;  ///< when the oldest ping without answer was sent
     std::unordered_map<quint32, ClientLink*> m_subscriptions;
     quint32 m_lastSub = 0;
     std::unordered_map<quint32, ClientLink*> m_requests;  ///< null: the link has ended

@@ -40,6 +40,14 @@ void Reconnector::Succeed() {
     m_lastError.clear();
 }
 
+void Reconnector::TryNow() {
+    if (m_state == EState::Waiting) Connect();
+}
+
+std::optional<std::chrono::microseconds> Reconnector::NextAttempt() const {
+    return m_state == EState::Waiting ? std::optional(m_deadline) : std::nullopt;
+}
+
 void Reconnector::End() {
     m_connector->Abort();
     m_state = EState::Ended;

@@ -28,6 +28,10 @@ class Reconnector {
     void Retry(const QString& reason);
     /// There is a connection which the server has welcomed.
     void Succeed();
+    /// Makes the next attempt now, if it is waited for.
+    void TryNow();
+    /// When the next attempt is made; none unless it is waited for.
+    std::optional<std::chrono::microseconds> NextAttempt() const;
     /// No attempt any more.
     void End();
 

@@ -57,6 +57,25 @@ std::optional<std::chrono::microseconds> VtClient::GetLatency() const {
     return m_session ? m_session->Latency() : std::nullopt;
 }
 
+std::optional<std::chrono::milliseconds> VtClient::GetTimeToRetry() const {
+    const auto next = m_reconnector.NextAttempt();
+    if (!next) return std::nullopt;
+    const auto wait = std::max(std::chrono::microseconds::zero(), *next - m_loop->Now());
+    return std::chrono::ceil<std::chrono::milliseconds>(wait);
+}
+
+void VtClient::RetryNow() {
+    if (m_isEnded) return;
+    const CallDepth::Call call(m_depth);
+    m_reconnector.TryNow();
+    SetNextDeadline();
+}
+
+std::optional<std::chrono::milliseconds> VtClient::GetSilence() const {
+    const auto silence = m_session ? m_session->Silence() : std::nullopt;
+    return silence ? std::optional(std::chrono::floor<std::chrono::milliseconds>(*silence)) : std::nullopt;
+}
+
 // The connection -------------------------------------------------------------------------------------------
 
 void VtClient::OnConnected(std::unique_ptr<IChannel> channel) {

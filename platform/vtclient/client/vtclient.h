@@ -9,6 +9,7 @@
 #include <platform/vtclient/client/turnrequest.h>
 #include <platform/vtclient/iconnector.h>
 #include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/ivtretry.h>
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <chrono>
@@ -21,6 +22,7 @@ namespace vt {
 /// The client without its sockets: connects through a connector, has a session while there is a channel, and
 /// mirrors what its tics ask for. Main thread.
 class VtClient final : public IVtClient,
+                       public IVtRetry,
                        public ITurnTaker,
                        private IConnector::IListener,
                        private ClientSession::IHost {
@@ -49,6 +51,10 @@ class VtClient final : public IVtClient,
     bool HasUnansweredWrites() const override;
     QString GetServerApplication() const override;
     std::optional<std::chrono::microseconds> GetLatency() const override;
+
+    std::optional<std::chrono::milliseconds> GetTimeToRetry() const override;
+    void RetryNow() override;
+    std::optional<std::chrono::milliseconds> GetSilence() const override;
 
     void OnTurn() override;
     void OnDeadline() override;

@@ -112,6 +112,27 @@ TEST_F(ClientRules, ASilentServerIsPingedAndThenGivenUp) {
     EXPECT_EQ(T()->GetState(), values::Stale);
 }
 
+TEST_F(ClientRules, ASilenceIsKnownSinceTheFirstPingWithoutAnAnswer) {
+    Establish();
+    const auto pong = [this] {
+        vt::PongMessage message;
+        message.number = m_server->Of<vt::PingMessage>().back().number;
+        Say(message);
+    };
+    pong();
+    EXPECT_EQ(m_client->GetSilence(), std::nullopt) << "nothing is waited for";
+    m_clock.Pass(5000ms);
+    Run();
+    m_clock.Pass(1200ms);
+    EXPECT_EQ(m_client->GetSilence(), 1200ms);
+    m_clock.Pass(3800ms);
+    Run();  // one more ping
+    m_clock.Pass(100ms);
+    EXPECT_EQ(m_client->GetSilence(), 5100ms) << "the first one counts";
+    pong();
+    EXPECT_EQ(m_client->GetSilence(), std::nullopt);
+}
+
 TEST_F(ClientRules, ThePongTellsTheLatency) {
     Establish();
     m_clock.Pass(5000ms);
