@@ -44,6 +44,13 @@
     </message>
 </context>
 <context>
+    <name>AskingCheckBox</name>
+    <message>
+        <source>%1 (locked)</source>
+        <translation>%1 (gesperrt)</translation>
+    </message>
+</context>
+<context>
     <name>CodedText</name>
     <message>
         <source>Unknown</source>
@@ -591,6 +598,66 @@
         <source>Save configuration</source>
         <translation>Konfiguration speichern</translation>
     </message>
+    <message>
+        <source>DF Station Name</source>
+        <translation>Name der Peilstation</translation>
+    </message>
+    <message>
+        <source>DF Address</source>
+        <translation>Peileradresse</translation>
+    </message>
+    <message>
+        <source>Connect on startup</source>
+        <translation>Beim Start verbinden</translation>
+    </message>
+    <message>
+        <source>Force connection</source>
+        <translation>Verbindung erzwingen</translation>
+    </message>
+    <message>
+        <source>Number of Frequency Channels</source>
+        <translation>Anzahl der Frequenzkanäle</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>an</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>&amp;Revert to what was saved</source>
+        <translation>&amp;Zurück zum Gespeicherten</translation>
+    </message>
+    <message>
+        <source>Name, address and forcing take effect with the next connection to the device; the averaging time is saved by itself.</source>
+        <translation>Name, Adresse und Erzwingen wirken mit der nächsten Verbindung zum Gerät; die Mittelungszeit wird von selbst gespeichert.</translation>
+    </message>
+    <message>
+        <source>Revert to what was saved</source>
+        <translation>Zurück zum Gespeicherten</translation>
+    </message>
+    <message>
+        <source>%1 (saved: &quot;%2&quot;)</source>
+        <translation>%1 (gespeichert: „%2“)</translation>
+    </message>
+    <message>
+        <source>Not saved: %1</source>
+        <translation>Nicht gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>Not saved since the server began</source>
+        <translation>Seit Beginn des Servers nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Saved at the server, %1</source>
+        <translation>Am Server gespeichert, %1</translation>
+    </message>
+    <message>
+        <source>Saved by %1, %2</source>
+        <translation>Gespeichert von %1, %2</translation>
+    </message>
 </context>
 <context>
     <name>ConnectDialog</name>
@@ -653,6 +720,17 @@
     <message>
         <source>A token is a secret: it is sent to other machines only if the connection is encrypted.</source>
         <translation>Ein Token ist ein Geheimnis: An andere Rechner wird es nur über eine verschlüsselte Verbindung gesendet.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionBar</name>
+    <message>
+        <source>Try &amp;now</source>
+        <translation>&amp;Jetzt versuchen</translation>
+    </message>
+    <message>
+        <source>Try now to connect</source>
+        <translation>Jetzt versuchen zu verbinden</translation>
     </message>
 </context>
 <context>
@@ -829,6 +907,30 @@
     <message>
         <source>Ground transmitters</source>
         <translation>Bodensender</translation>
+    </message>
+    <message>
+        <source>This &amp;page</source>
+        <translation>Diese &amp;Seite</translation>
+    </message>
+    <message>
+        <source>&amp;What is this?</source>
+        <translation>&amp;Was ist das?</translation>
+    </message>
+    <message>
+        <source>The server has not answered for %1. What is shown may be old.</source>
+        <translation>Der Server antwortet seit %1 nicht. Was gezeigt wird, kann veraltet sein.</translation>
+    </message>
+    <message>
+        <source>Lost at %1; what is shown is %2 old.</source>
+        <translation>Verloren um %1; was gezeigt wird, ist %2 alt.</translation>
+    </message>
+    <message>
+        <source>The next try is in %1.</source>
+        <translation>Der nächste Versuch ist in %1.</translation>
+    </message>
+    <message>
+        <source>no answer for %1 ms</source>
+        <translation>keine Antwort seit %1 ms</translation>
     </message>
 </context>
 <context>
@@ -1613,6 +1715,49 @@
     </message>
 </context>
 <context>
+    <name>PageHelp</name>
+    <message>
+        <source>What matters at a glance: your own MpxORV and its frequency, what the server answered, who is tuned to what, and how the device and the connection have been lately.</source>
+        <translation>Was auf einen Blick zählt: das eigene MpxORV und seine Frequenz, was der Server geantwortet hat, wer worauf eingestellt ist, und wie es Gerät und Verbindung zuletzt ging.</translation>
+    </message>
+    <message>
+        <source>What the server and its device do. What is dimmed and hatched is not live: it is the last content known.</source>
+        <translation>Was der Server und sein Gerät tun. Was abgedunkelt und schraffiert ist, ist nicht aktuell: Es ist der letzte bekannte Inhalt.</translation>
+    </message>
+    <message>
+        <source>How the server is configured. A change holds at once, or with the next connection to the device where that is said; it is kept for the next start only when it is saved. A bar marks what is not saved.</source>
+        <translation>Wie der Server konfiguriert ist. Eine Änderung gilt sofort, oder mit der nächsten Verbindung zum Gerät, wo das gesagt ist; für den nächsten Start bleibt sie nur, wenn sie gespeichert wird. Ein Balken zeigt, was nicht gespeichert ist.</translation>
+    </message>
+    <message>
+        <source>Whether the server holds its device. Letting go of it takes the frequencies and the mastership from everybody; for ten seconds that can be undone.</source>
+        <translation>Ob der Server sein Gerät hält. Es loszulassen nimmt allen die Frequenzen und die Masterschaft; zehn Sekunden lang lässt sich das zurücknehmen.</translation>
+    </message>
+    <message>
+        <source>What happens at the server, as it says it, a line each. The page holds 1000 lines.</source>
+        <translation>Was am Server geschieht, wie er es sagt, je eine Zeile. Die Seite fasst 1000 Zeilen.</translation>
+    </message>
+    <message>
+        <source>What happened at the server, also before this console was there: by severity, source and person, to be filtered, searched and exported.</source>
+        <translation>Was am Server geschah, auch bevor diese Konsole da war: nach Schwere, Quelle und Person, zum Filtern, Suchen und Ausgeben.</translation>
+    </message>
+    <message>
+        <source>Which ground transmitters are on the air, and which frequencies nobody watches because a module does not answer.</source>
+        <translation>Welche Bodensender senden, und welche Frequenzen niemand überwacht, weil ein Modul nicht antwortet.</translation>
+    </message>
+    <message>
+        <source>All MpxORVs, yours in bold, the job master on top. A click on a title sorts, Ctrl+F filters. Below are the comment and the policies of the one that is chosen.</source>
+        <translation>Alle MpxORVs, das eigene fett, der Auftragsmaster oben. Ein Klick auf einen Titel sortiert, Strg+F filtert. Darunter stehen Kommentar und Rechte des ausgewählten.</translation>
+    </message>
+    <message>
+        <source>All MpxORVs in the server&apos;s own words, in the order in which they came.</source>
+        <translation>Alle MpxORVs in den Worten des Servers, in der Reihenfolge, in der sie kamen.</translation>
+    </message>
+    <message>
+        <source>Your own MpxORV: type a frequency and press Enter to tune it, ask the server for other things, and see what it answered and what you may do.</source>
+        <translation>Das eigene MpxORV: Eine Frequenz eintippen und mit Enter einstellen, den Server um anderes bitten, und sehen, was er geantwortet hat und was man darf.</translation>
+    </message>
+</context>
+<context>
     <name>PolicyPanel</name>
     <message>
         <source>May tune a single frequency</source>
@@ -1673,6 +1818,10 @@
     <message>
         <source>Take away</source>
         <translation>Entziehen</translation>
+    </message>
+    <message>
+        <source>The server does not allow it.</source>
+        <translation>Der Server erlaubt es nicht.</translation>
     </message>
 </context>
 <context>

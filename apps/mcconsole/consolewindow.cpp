@@ -3,10 +3,14 @@
 
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
+#include <apps/mcconsole/connectionbar.h>
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
+#include <apps/mcconsole/pagehelp.h>
+#include <apps/mcconsole/session/agetext.h>
 #include <apps/mcconsole/statusstrip.h>
 #include <apps/pages/colours.h>
+#include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>
@@ -17,13 +21,21 @@
 #include <apps/pages/suppressionview.h>
 #include <apps/pages/undobar.h>
 
+#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
+
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 #include <platform/widgets/notifications.h>
+#include <platform/widgets/stalemark.h>
 #include <platform/widgets/valuetext.h>
+#include <platform/widgets/vclineedit.h>
+#include <platform/widgets/vcnumericfloatspin.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QLocale>
+#include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
@@ -31,9 +43,12 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWhatsThis>
 
 namespace {
 
+constexpr std::chrono::milliseconds LongSilence(750);  // of the server: longer than links take
+constexpr std::chrono::milliseconds LookInterval(500);
 constexpr int MaxTextLength = 200;  // of what others chose, such as a server's reason
 constexpr int MaxNameLength = 40;
 
@@ -68,6 +83,10 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
     connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
     connect(&m_situation, &Situation::Changed, this, &ConsoleWindow::ShowSituation);
+    // Nobody tells that nothing comes.
+    auto* const look = new QTimer(this);
+    connect(look, &QTimer::timeout, this, &ConsoleWindow::ShowConnection);
+    look->start(LookInterval);
     ShowState();
     ShowSituation();
 }
@@ -80,12 +99,11 @@ ConsoleWindow::~ConsoleWindow() {
 
 void ConsoleWindow::BuildPages() {
     auto* const central = new QWidget(this);
-    m_banner = PlainLabel(central, "Banner");
-    m_banner->setWordWrap(true);
-    m_banner->setMargin(6);
-    m_banner->setAutoFillBackground(true);
-    m_banner->setBackgroundRole(QPalette::ToolTipBase);
-    m_banner->setForegroundRole(QPalette::ToolTipText);
+    m_banner = new ConnectionBar(central);
+    connect(m_banner, &ConnectionBar::TryRequested, this, [this] {
+        m_session.RetryNow();
+        ShowConnection();
+    });
     m_tabs = new QTabWidget(central);
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
@@ -145,6 +163,12 @@ void ConsoleWindow::BuildMenus() {
     m_dark->setCheckable(true);
     connect(m_dark, &QAction::triggered, this, &ConsoleWindow::ChangeDark);
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    pagehelp::Describe(*m_tabs);
+    help->addAction(
+        tr("This &page"), this, [this] { pagehelp::ShowCurrent(*m_tabs); }, QKeySequence::HelpContents);
+    QAction* const ask = QWhatsThis::createAction(help);
+    ask->setText(tr("&What is this?"));
+    help->addAction(ask);
     help->addAction(tr("&About"), this, &ConsoleWindow::ShowAbout);
 }
 
@@ -217,7 +241,10 @@ void ConsoleWindow::closeEvent(QCloseEvent* event) {
 
 void ConsoleWindow::ShowState() {
     const EMCSControlTreeSegments segments = m_session.GetSegments();
-    if (segments != m_boundSegments) {
+    const bool wasKept = m_isKept;
+    m_isKept = KeepsContent(segments);
+    if (m_isKept != wasKept) ShowKept(m_isKept);
+    if (!m_isKept && (segments != m_boundSegments || wasKept)) {
         m_boundSegments = segments;
         for (Page* const page : m_pages)
             page->Bind(ConsoleSession::GetBasePath(), segments);
@@ -229,12 +256,39 @@ void ConsoleWindow::ShowState() {
     ShowConnection();
 }
 
+/// From a loss until all is there again.
+bool ConsoleWindow::KeepsContent(EMCSControlTreeSegments segments) const {
+    const bool isLost = m_session.GetState() == ConsoleSession::EState::Lost;
+    const bool isComing = m_isKept && m_session.GetState() == ConsoleSession::EState::Connected;
+    return m_boundSegments != NoSegments && (isLost || isComing) && segments == NoSegments;
+}
+
+/// The widgets that are bound to values know that these are stale; the list of the library does not.
+void ConsoleWindow::ShowKept(bool isKept) {
+    for (auto* const list : m_tabs->findChildren<MCSMpxORVStatusListDisplay*>()) {
+        if (isKept)
+            stalemark::Set(*list);
+        else
+            stalemark::Clear(*list);
+    }
+    // What was being typed is meant for a server that cannot take it now.
+    if (!isKept) return;
+    const auto cancel = [](QWidget& field) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(&field, &escape);
+    };
+    for (auto* const field : m_tabs->findChildren<VCLineEdit*>())
+        cancel(*field);
+    for (auto* const field : m_tabs->findChildren<VCNumericFloatSpin*>())
+        cancel(*field);
+}
+
 void ConsoleWindow::ShowMpxOrv() {
     const QString path = m_session.GetMpxOrvPath();
     if (path != m_boundMpxOrv) {
         m_boundMpxOrv = path;
         m_mpxOrvPage->Bind(path);
-        m_listPage->SetOwn(path);
+        if (!m_isKept || !path.isEmpty()) m_listPage->SetOwn(path);
     }
     QString text = tr("No MpxORV is connected.");
     if (!path.isEmpty())
@@ -274,25 +328,44 @@ void ConsoleWindow::ShowConnection() {
     if (m_connection->text() != text) m_connection->setText(text);
     m_disconnect->setEnabled(!isIdle);
 
-    const QString problem = m_session.GetProblem();
-    QString banner = text;
-    if (isIdle)
-        banner = tr("Not connected: choose Server, Connect.");
-    else if (!problem.isEmpty())
-        banner = tr("%1: %2", "What the connection does, and why").arg(text, Bounded(problem));
-    if (m_banner->text() != banner) m_banner->setText(banner);
-    m_banner->setVisible(!isConnected);
+    m_banner->Tell(BannerText(), !isConnected && m_session.GetTimeToRetry());
     const QString name = valuetext::Shortened(m_session.GetMpxOrvName(), MaxNameLength);
     if (m_client->text() != name) m_client->setText(name);
     ShowLatency();
+}
+
+QString ConsoleWindow::BannerText() const {
+    const ConsoleSession::EState state = m_session.GetState();
+    if (state == ConsoleSession::EState::Idle) return tr("Not connected: choose Server, Connect.");
+    if (state == ConsoleSession::EState::Connected) {
+        const auto silence = m_session.GetSilence();
+        if (!silence || *silence < LongSilence) return QString();
+        return tr("The server has not answered for %1. What is shown may be old.").arg(agetext::Of(*silence));
+    }
+    const QString problem = Bounded(m_session.GetProblem());
+    QString text = ConnectionText();
+    if (!problem.isEmpty()) text = tr("%1: %2", "What the connection does, and why").arg(text, problem);
+    const QDateTime& since = m_session.GetLostSince();
+    if (since.isValid()) {
+        const std::chrono::milliseconds age(since.msecsTo(QDateTime::currentDateTime()));
+        text += QLatin1Char('\n') + tr("Lost at %1; what is shown is %2 old.")
+                                        .arg(since.toString(QStringLiteral("HH:mm:ss")), agetext::Of(age));
+    }
+    if (const auto wait = m_session.GetTimeToRetry())
+        text += QLatin1Char(' ') +
+                tr("The next try is in %1.").arg(agetext::Of(std::chrono::ceil<std::chrono::seconds>(*wait)));
+    return text;
 }
 
 void ConsoleWindow::ShowLatency() {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const std::optional<std::chrono::microseconds> latency = m_session.GetLatency();
     const bool isKnown = m_session.GetState() == ConsoleSession::EState::Connected && latency;
-    const QString text =
+    QString text =
         isKnown ? tr("%1 ms").arg(QLocale().toString(Milliseconds(*latency).count(), 'f', 2)) : QString();
+    const auto silence = m_session.GetSilence();
+    if (isKnown && silence && *silence >= LongSilence)
+        text = tr("no answer for %1 ms").arg(QLocale().toString(qlonglong(silence->count())));
     if (m_latency->text() != text) m_latency->setText(text);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 class AlarmBar;
+class ConnectionBar;
 class MpxOrvListPage;
 class MpxOrvPage;
 class Page;
@@ -54,6 +55,10 @@ class ConsoleWindow : public QMainWindow {
     void Disconnect();
     void UseMpxOrv(bool isUsed);
     void ShowState();
+    /// Whether the pages keep the last content known, rather than show nothing.
+    bool KeepsContent(EMCSControlTreeSegments segments) const;
+    void ShowKept(bool isKept);
+    QString BannerText() const;
     void ShowConnection();
     void ShowMpxOrv();
     void ShowLatency();
@@ -75,10 +80,11 @@ class ConsoleWindow : public QMainWindow {
     std::vector<Page*> m_pages;
     MpxOrvListPage* m_listPage = nullptr;
     MpxOrvPage* m_mpxOrvPage = nullptr;
-    QLabel* m_banner = nullptr;  ///< above the pages, while there is no connection
+    ConnectionBar* m_banner = nullptr;
     AlarmBar* m_alarm = nullptr;
     UndoBar* m_undo = nullptr;
     bool m_isForced = false;
+    bool m_isKept = false;  ///< what the pages show is the last content known
     QLabel* m_connection = nullptr;
     QLabel* m_latency = nullptr;
     QLabel* m_client = nullptr;

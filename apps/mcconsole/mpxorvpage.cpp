@@ -124,6 +124,7 @@ void MpxOrvPage::Bind(const QString& path) {
     m_restartJob->Set_ValuePath(below("Request/RestartJob"));
     m_builtInTest->Set_ValuePath(below("Request/BuiltInTest"));
     m_calibrate->Set_ValuePath(below("Request/Calibrate"));
+    m_policies->SetOwn(path);
     m_policies->Bind(below("Policy"));
     m_answer.SetPath(below("Request/Answer"));
 }

@@ -23,10 +23,14 @@ class AskingCheckBox : public VCCheckBox {
     AskingCheckBox(QWidget* parent, const char* name) : VCCheckBox(parent, name) {}
 
     void SetAsker(Asker asker) { m_asker = std::move(asker); }
+    /// The server would refuse a change for \a reason: looks locked and says so. Empty: it would not.
+    void SetLock(const QString& reason);
+    QSize sizeHint() const override;
 
   protected:
     void nextCheckState() override;
 
   private:
     Asker m_asker;
+    QString m_lock;
 };

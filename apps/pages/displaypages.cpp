@@ -5,7 +5,6 @@
 #include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
-#include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
@@ -37,25 +36,6 @@ StatusPage::StatusPage(QWidget* parent)
 
 void StatusPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
     m_display->SetStatus_ValuePath(SegmentPath(basePath, segments, StatusSegment));
-}
-
-ConfigPage::ConfigPage(QWidget* parent)
-    : Page(parent),
-      m_display(new MCSConfigDisplay(static_cast<MCSConfigDisplay::Flags>(MCSConfigDisplay::BootConfigGroup |
-                                                                          MCSConfigDisplay::JobConfigGroup),
-                                     this, nullptr, NoFlags)),
-      m_save(new VCPushButton(this, "SaveConfigButton")) {
-    m_save->setText(tr("Save &configuration"));
-    m_save->setAccessibleName(tr("Save configuration"));
-    QVBoxLayout* const layout = LayOut(this, m_display);
-    layout->addWidget(m_save, 0, Qt::AlignRight);
-    layout->addStretch();
-}
-
-void ConfigPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
-    const QString path = SegmentPath(basePath, segments, ConfigSegment);
-    m_display->SetConfig_ValuePath(path);
-    m_save->Set_ValuePath(Below(path, mcskeys::SaveConfig));
 }
 
 CommandsPage::CommandsPage(QWidget* parent)

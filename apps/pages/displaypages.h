@@ -6,7 +6,6 @@
 #include <platform/values/pathbinding.h>
 
 class MCSCommandsDisplay;
-class MCSConfigDisplay;
 class MCSLogDisplay;
 class MCSStatusDisplay;
 class VCPushButton;
@@ -21,19 +20,6 @@ class StatusPage : public Page {
 
   private:
     MCSStatusDisplay* m_display;
-};
-
-/// The server's configuration, and saving it.
-class ConfigPage : public Page {
-    Q_OBJECT
-
-  public:
-    explicit ConfigPage(QWidget* parent = nullptr);
-    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
-
-  private:
-    MCSConfigDisplay* m_display;
-    VCPushButton* m_save;
 };
 
 /// What the server is told to do. Offers only what this server can do.

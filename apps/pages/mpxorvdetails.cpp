@@ -40,7 +40,8 @@ MpxOrvDetails::MpxOrvDetails(QWidget* parent)
     layout->addWidget(m_policies);
     layout->addWidget(m_blanking);
     layout->addStretch();
-    setTabOrder(m_policies, m_blanking);
+    connect(m_policies, &PolicyPanel::LockChanged, this,
+            [this] { m_blanking->SetLock(m_policies->GetLock()); });
     Show(QString());
 }
 
@@ -54,6 +55,10 @@ void MpxOrvDetails::BuildBlanking() {
         return AskingCheckBox::Question{tr("Switch the suppression off"), isOn ? QString() : text,
                                         tr("Switch off")};
     });
+}
+
+void MpxOrvDetails::SetOwn(const QString& path) {
+    m_policies->SetOwn(path);
 }
 
 void MpxOrvDetails::Show(const QString& path) {

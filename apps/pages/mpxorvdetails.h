@@ -16,6 +16,8 @@ class MpxOrvDetails : public QGroupBox {
 
     /// Shows the MpxORV whose node is at \a path; empty: none. Binds anew in any case.
     void Show(const QString& path);
+    /// The MpxORV of who looks is the one at \a path; empty: there is none.
+    void SetOwn(const QString& path);
 
   private:
     void BuildBlanking();

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/policypanel.h>
 
+#include <apps/common/codedtext.h>
 #include <apps/pages/holders.h>
+#include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcspolicy.h>
+
+#include <platform/values/value.h>
 
 #include <QtWidgets/QGridLayout>
 
@@ -33,7 +37,8 @@ constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
 
 }  // namespace
 
-PolicyPanel::PolicyPanel(QWidget* parent) : QWidget(parent) {
+PolicyPanel::PolicyPanel(QWidget* parent)
+    : QWidget(parent), m_lock(*this, [](const values::ValueBase&) { return true; }) {
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setVerticalSpacing(RowSpacing);
@@ -78,4 +83,34 @@ void PolicyPanel::Bind(const QString& path) {
     m_path = path;
     for (const Switch& item : m_switches)
         item.box->Set_ValuePath(path.isEmpty() ? QString() : path + QLatin1Char('/') + item.policy);
+    ShowLock();
+}
+
+void PolicyPanel::SetOwn(const QString& path) {
+    m_own = path;
+    const QString status = path + QLatin1Char('/') + mcskeys::Status;
+    m_lock.SetPath(path.isEmpty() ? QString() : mcskeys::Join(status, serverkeys::PoliciesLocked));
+    ShowLock();
+}
+
+QString PolicyPanel::GetLock() const {
+    const auto* const value = dynamic_cast<const values::Value<QString>*>(m_lock.GetValue());
+    if (value == nullptr || value->GetValue().isEmpty() || m_path.isEmpty()) return QString();
+    const std::optional<CodedText> reason = CodedText::FromJsonText(value->GetValue());
+    const bool isOwn = m_path == m_own + QLatin1Char('/') + mcskeys::Policy;
+    // Who is no operator switches nobody's.
+    const bool isOfAll = reason && reason->GetCode() == ECode::OnlyOperatorsSwitch;
+    if (!isOwn && !isOfAll) return QString();
+    return reason ? reason->Translated() : tr("The server does not allow it.");
+}
+
+void PolicyPanel::OnBindingChanged(PathBinding& /*binding*/, TChangeCode /*code*/) {
+    ShowLock();
+}
+
+void PolicyPanel::ShowLock() {
+    const QString lock = GetLock();
+    for (const Switch& item : m_switches)
+        item.box->SetLock(lock);
+    Q_EMIT LockChanged();
 }

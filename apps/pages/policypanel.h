@@ -3,6 +3,8 @@
 
 #include <apps/pages/askingcheckbox.h>
 
+#include <platform/values/pathbinding.h>
+
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
@@ -10,7 +12,7 @@
 
 /// A switch for each policy of one MpxORV, which asks before it takes a right from the job master or from who
 /// reads from its range. GUI thread.
-class PolicyPanel : public QWidget {
+class PolicyPanel : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
@@ -19,8 +21,19 @@ class PolicyPanel : public QWidget {
 
     /// Shows the switches below the node of policies at \a path; empty: none.
     void Bind(const QString& path);
+    /// Who looks uses the MpxORV whose node is at \a path, of which the server says whether its own clients
+    /// may switch its policies; empty: none.
+    void SetOwn(const QString& path);
+    /// Why the server would refuse to switch them; empty if it would not, as far as anybody knows.
+    QString GetLock() const;
+
+  Q_SIGNALS:
+    void LockChanged();
 
   private:
+    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    void ShowLock();
+
     struct Switch {
         AskingCheckBox* box;
         QString policy;
@@ -30,4 +43,6 @@ class PolicyPanel : public QWidget {
 
     std::vector<Switch> m_switches;
     QString m_path;
+    QString m_own;
+    PathBinding m_lock;
 };

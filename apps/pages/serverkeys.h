@@ -23,6 +23,16 @@ inline constexpr QLatin1String TunedSince = mcskeys::detail::Key("TunedSince");
 inline constexpr QLatin1String BlankingSwitchedBy = mcskeys::detail::Key("BlankingSwitchedBy");
 inline constexpr QLatin1String BlankingSwitchedSince = mcskeys::detail::Key("BlankingSwitchedSince");
 
+/// In the status of a dynamic MpxORV: why its own clients may not switch its policies (codedtext.h); empty if
+/// they may.
+inline constexpr QLatin1String PoliciesLocked = mcskeys::detail::Key("PoliciesLocked");
+
+/// In the status: the configuration as it was saved last, under the names that it has below "Config"; and
+/// when, and by whom.
+inline constexpr QLatin1String SavedConfig = mcskeys::detail::Key("SavedConfig");
+inline constexpr QLatin1String SavedSince = mcskeys::detail::Key("Since");
+inline constexpr QLatin1String SavedBy = mcskeys::detail::Key("By");
+
 /// In the status: the last event, as compact JSON (apps/common/event.h), and every one of them in turn.
 inline constexpr QLatin1String Event = mcskeys::detail::Key("Event");
 

@@ -168,6 +168,7 @@ void MpxOrvListPage::Bind(const QString& basePath, EMCSControlTreeSegments segme
 
 void MpxOrvListPage::SetOwn(const QString& path) {
     m_table->SetOwn(path);
+    m_details->SetOwn(path);
 }
 
 void MpxOrvListPage::Filter(const QString& text) {

@@ -6,12 +6,18 @@
 
 #include <platform/values/tree.h>
 #include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/ivtretry.h>
+
+#include <algorithm>
 
 namespace {
 
 /// After which what is there is shown, although not all of it is: a server answers much earlier, also with
 /// what it does not show.
 constexpr std::chrono::milliseconds Patience(2000);
+
+/// Between two pings: a server that has stopped is to be seen within two seconds.
+constexpr std::chrono::milliseconds PingInterval(500);
 
 constexpr EMCSControlTreeSegments Segments[] = {CommandSegment, ConfigSegment, StatusSegment,
                                                 DynamicMpxORVsSegment, StaticMpxORVsSegment};
@@ -37,7 +43,9 @@ ConsoleSession::~ConsoleSession() {
 
 bool ConsoleSession::Connect(const ServerAddress& server, const VtClientOptions& options) {
     Disconnect();
-    VtClientCenter::Instance().SetOptions(options);
+    VtClientOptions watchful = options;
+    watchful.pingInterval = std::min(watchful.pingInterval, PingInterval);
+    VtClientCenter::Instance().SetOptions(watchful);
     auto client = std::make_unique<MultiChannelServerClient>();
     if (!client->ConnectToServer(server.ToVtAddress(), server.port)) return false;
     m_client = std::move(client);
@@ -60,6 +68,7 @@ void ConsoleSession::Disconnect() {
     client->DeleteObserver(this);
     m_segments = NoSegments;  // so that displays detach before the values go
     m_state = EState::Idle;
+    m_lostSince = QDateTime();
     m_mpxOrv = nullptr;
     m_mpxOrvThere.SetPath(QString());
     m_mpxOrvProblem.clear();
@@ -85,12 +94,34 @@ bool ConsoleSession::IsEncrypted() const {
 
 std::optional<std::chrono::microseconds> ConsoleSession::GetLatency() const {
     const IVtClient* const client = GetVtClient();
-    return client != nullptr ? client->GetLatency() : std::nullopt;
+    const std::optional<std::chrono::microseconds> latency =
+        client != nullptr ? client->GetLatency() : std::nullopt;
+    const std::optional<std::chrono::milliseconds> silence = GetSilence();
+    // What takes longer than the last time ages before everybody's eyes.
+    return latency && silence && *silence > *latency ? *silence : latency;
 }
 
 QString ConsoleSession::GetServerApplication() const {
     const IVtClient* const client = GetVtClient();
     return client != nullptr ? client->GetServerApplication() : QString();
+}
+
+IVtRetry* ConsoleSession::GetRetry() const {
+    return dynamic_cast<IVtRetry*>(GetVtClient());
+}
+
+std::optional<std::chrono::milliseconds> ConsoleSession::GetTimeToRetry() const {
+    const IVtRetry* const retry = GetRetry();
+    return retry != nullptr ? retry->GetTimeToRetry() : std::nullopt;
+}
+
+void ConsoleSession::RetryNow() {
+    if (IVtRetry* const retry = GetRetry()) retry->RetryNow();
+}
+
+std::optional<std::chrono::milliseconds> ConsoleSession::GetSilence() const {
+    const IVtRetry* const retry = GetRetry();
+    return retry != nullptr ? retry->GetSilence() : std::nullopt;
 }
 
 QString ConsoleSession::GetMpxOrvName() const {
@@ -158,11 +189,13 @@ void ConsoleSession::UpdateState() {
     const bool isConnected = m_client->IsConnectedToServer();
     if (isConnected && m_state != EState::Connected) {
         m_state = EState::Connected;
+        m_lostSince = QDateTime();
         m_mpxOrvProblem.clear();
         m_patience.start();
         m_mpxOrvPatience.start();
     } else if (!isConnected && m_state == EState::Connected) {
         m_state = EState::Lost;
+        m_lostSince = QDateTime::currentDateTime();
         m_patience.stop();
     } else if (!isConnected && m_state == EState::Idle) {
         m_state = EState::Connecting;

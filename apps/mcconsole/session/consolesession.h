@@ -10,6 +10,7 @@
 #include <platform/values/refusals.h>
 #include <platform/vtclient/vtclientcenter.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QTimer>
@@ -18,6 +19,7 @@
 #include <memory>
 #include <optional>
 
+class IVtRetry;
 class MpxORVHandle;
 
 /// The console's connection to one server: the server's tree mirrored below GetBasePath(), and the console's
@@ -48,9 +50,17 @@ class ConsoleSession : public QObject,
     /// Why there is no connection, in one line; empty if nobody knows yet, or while there is one.
     QString GetProblem() const;
     bool IsEncrypted() const;
-    /// The round trip to the server; none while unknown.
+    /// The round trip to the server, or how long the one under way takes already; none while unknown.
     std::optional<std::chrono::microseconds> GetLatency() const;
     QString GetServerApplication() const;
+    /// When the connection was lost; invalid unless it is.
+    const QDateTime& GetLostSince() const { return m_lostSince; }
+    /// How long until the next attempt; none while connected, and while an attempt is under way.
+    std::optional<std::chrono::milliseconds> GetTimeToRetry() const;
+    /// Makes the next attempt now.
+    void RetryNow();
+    /// How long the server has owed an answer and said nothing; none while it owes none.
+    std::optional<std::chrono::milliseconds> GetSilence() const;
 
     static QString GetBasePath() { return QStringLiteral("/Server"); }
     /// The segments that are there: all at once, unless the server does not show all of them to this client.
@@ -86,12 +96,14 @@ class ConsoleSession : public QObject,
     QString FreeMpxOrvName() const;
     EMCSControlTreeSegments ConnectedSegments() const;
     IVtClient* GetVtClient() const;
+    IVtRetry* GetRetry() const;
 
     ServerAddress m_server;
     VtClientOptions m_options;
     std::unique_ptr<MultiChannelServerClient> m_client;
     Observation<IVtClient> m_vtClient;  ///< the client's
     EState m_state = EState::Idle;
+    QDateTime m_lostSince;
     EMCSControlTreeSegments m_segments = NoSegments;
     QTimer m_patience;  ///< with segments that the server may not show at all
     QString m_mpxOrvName;

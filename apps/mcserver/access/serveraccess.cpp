@@ -217,7 +217,18 @@ CodedText ServerAccess::Join(const VtPeer& peer, const MpxOrvPath& target) {
     client.user = peer.user;
     client.peer = peertext::Coded(peer);
     client.source = VtAttemptLimiter::HostOf(peer.address);
-    return m_mpxOrvs.Join(target.kind, target.name, client);
+    CodedText refusal = m_mpxOrvs.Join(target.kind, target.name, client);
+    if (refusal.IsEmpty()) ShowPoliciesLocked(peer, target);
+    return refusal;
+}
+
+// Whoever looks at them sees beforehand what would be refused. The clients of a dynamic one are all of one
+// user.
+void ServerAccess::ShowPoliciesLocked(const VtPeer& peer, const MpxOrvPath& target) const {
+    MpxOrv* const mpxOrv = m_mpxOrvs.Find(target.kind, target.name);
+    if (mpxOrv == nullptr || target.kind != EMpxOrvKind::Dynamic) return;
+    const QString policies = mcskeys::Join(MpxOrvPath::NodePath(target.kind, target.name), mcskeys::Policy);
+    mpxOrv->GetFacts().ShowPoliciesLocked(PolicyRefusal(peer, policies, target));
 }
 
 bool ServerAccess::MayCreate(const VtPeer& peer, const QString& path, QString* reason) {

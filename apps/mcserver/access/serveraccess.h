@@ -67,6 +67,7 @@ class ServerAccess : public IVtAccess {
     bool IsUsedByUserOf(const VtPeer& peer, const MpxOrv& mpxOrv) const;
     CodedText UseRefusal(const VtPeer& peer, const MpxOrvPath& target) const;
     CodedText Join(const VtPeer& peer, const MpxOrvPath& target);
+    void ShowPoliciesLocked(const VtPeer& peer, const MpxOrvPath& target) const;
     static bool IsRequest(const MpxOrvPath& target);
 
     void Log(const VtPeer& peer, const CodedText& text);

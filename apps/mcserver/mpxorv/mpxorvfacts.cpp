@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/mpxorv/mpxorvfacts.h>
 
+#include <apps/common/codedtext.h>
 #include <apps/common/iclock.h>
 #include <apps/mcserver/mpxorv/mpxorvrequests.h>
 #include <apps/pages/serverkeys.h>
@@ -34,6 +35,7 @@ struct MpxOrvFacts::Fields {
         Field{&F::m_pTunedSince,            Below{serverkeys::TunedSince},            Empty,   nullptr, 0, {2}},
         Field{&F::m_pBlankingSwitchedBy,    Below{serverkeys::BlankingSwitchedBy},    Empty,   nullptr, 0, {3}},
         Field{&F::m_pBlankingSwitchedSince, Below{serverkeys::BlankingSwitchedSince}, Empty,   nullptr, 0, {4}},
+        Field{&F::m_pPoliciesLocked,        Below{serverkeys::PoliciesLocked},        Empty,   nullptr, 0, {5}},
     };
     // clang-format on
 };
@@ -56,6 +58,10 @@ void MpxOrvFacts::ShowTuned(double hz, const IClock& clock) {
 void MpxOrvFacts::ShowBlankingSwitched(const QString& by, const IClock& clock) {
     SetText(m_pBlankingSwitchedBy, by);
     SetText(m_pBlankingSwitchedSince, clock.UtcText());
+}
+
+void MpxOrvFacts::ShowPoliciesLocked(const CodedText& reason) {
+    SetText(m_pPoliciesLocked, reason.IsEmpty() ? QString() : reason.ToJsonText());
 }
 
 void MpxOrvFacts::Update(Observable* source, TChangeCode code) {

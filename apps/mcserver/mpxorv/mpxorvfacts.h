@@ -7,6 +7,7 @@
 
 #include <QtCore/QString>
 
+class CodedText;
 class IClock;
 
 /// What the "Status" of an MpxORV tells beyond what the library knows: numbers and moments where its own
@@ -22,6 +23,8 @@ class MpxOrvFacts : private IObserver {
     void ShowTuned(double hz, const IClock& clock);
     /// Its "Blanking" was switched just now; \a by is empty where nobody from outside did that.
     void ShowBlankingSwitched(const QString& by, const IClock& clock);
+    /// Its clients may not switch its policies, for that reason; none: they may.
+    void ShowPoliciesLocked(const CodedText& reason);
 
   private:
     struct Fields;
@@ -33,4 +36,5 @@ class MpxOrvFacts : private IObserver {
     values::Value<QString>* m_pTunedSince = nullptr;
     values::Value<QString>* m_pBlankingSwitchedBy = nullptr;
     values::Value<QString>* m_pBlankingSwitchedSince = nullptr;
+    values::Value<QString>* m_pPoliciesLocked = nullptr;
 };

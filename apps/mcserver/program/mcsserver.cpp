@@ -38,6 +38,8 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
       m_jobs(device, m_status, m_log, clock),
       m_mpxOrvs(m_config, m_status, m_jobs, m_log, clock),
       m_saveReport(m_config, m_log),
+      m_savedConfig(m_config.GetBasePath()),
+      m_clock(clock),
       m_configChanges(m_log),
       m_pShallBeConnected(*this),
       m_pSaveConfig(*this),
@@ -82,13 +84,16 @@ void McsServer::LoadConfiguration() {
     m_mpxOrvs.LoadStatic(*m_cfg);
     m_mpxOrvs.SaveStatic(*m_cfg);  // so that missing keys appear
     Commit(save);
+    m_savedConfig.Show(QString(), QString());
 }
 
 QString McsServer::SaveConfiguration() {
     CfgSave save;
     m_mpxOrvs.SaveStatic(*m_cfg);
     m_config.WriteTo(m_cfg.get());
-    return Commit(save);
+    QString problem = Commit(save);
+    if (problem.isEmpty()) m_savedConfig.Show(m_clock.UtcText(), m_log.GetActor());
+    return problem;
 }
 
 QString McsServer::Commit(CfgSave& save) {

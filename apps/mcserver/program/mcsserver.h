@@ -8,6 +8,7 @@
 #include <apps/mcserver/log/serverlog.h>
 #include <apps/mcserver/mpxorv/jobcontrol.h>
 #include <apps/mcserver/mpxorv/mpxorvregistry.h>
+#include <apps/mcserver/program/savedconfig.h>
 
 #include <devicecontrol/multichannelserver/common/mcscommands.h>
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
@@ -71,6 +72,8 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     JobControl m_jobs;
     MpxOrvRegistry m_mpxOrvs;
     SaveReport m_saveReport;
+    SavedConfig m_savedConfig;
+    IClock& m_clock;
     ConfigChanges m_configChanges;
     std::unique_ptr<ICfg> m_cfg;  ///< null until started
     Observation<values::Value<bool>> m_pShallBeConnected;

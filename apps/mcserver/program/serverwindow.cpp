@@ -2,6 +2,7 @@
 #include <apps/mcserver/program/serverwindow.h>
 
 #include <apps/common/listenaddress.h>
+#include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>

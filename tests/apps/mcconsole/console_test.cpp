@@ -133,20 +133,42 @@ TEST_F(ConsoleTest, ShowsThePoliciesOfTheSameMpxOrvOnceTheServerIsBack) {
     list->selectRow(1);
     ASSERT_EQ(details->title(), QStringLiteral("Van 1"));
     server.Kill();
-    ASSERT_TRUE(WaitFor([&] { return details->title() == QLatin1String("No MpxORV is chosen"); }));
+    ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
+    EXPECT_EQ(details->title(), QStringLiteral("Van 1")) << "the last content is kept";
     ASSERT_NO_FATAL_FAILURE(server.Restart());
     ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
     EXPECT_EQ(details->title(), QStringLiteral("Van 1"));
 }
 
-TEST_F(ConsoleTest, TakesBackAPolicyThatItMayNotSwitch) {
+TEST_F(ConsoleTest, LocksThePoliciesOfItsOwnMpxOrvAndSaysWhy) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    for (const char* const page : {"MpxORVs", "MyMpxORV"}) {
+        auto* const box = Page(page)->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
+        EXPECT_TRUE(WaitFor([&] {
+            return box->accessibleName() == QLatin1String("May run built-in tests (locked)");
+        })) << page;
+        EXPECT_EQ(box->toolTip(), QStringLiteral("nobody switches the policies of an MpxORV that it uses"));
+        EXPECT_FALSE(box->icon().isNull());
+        EXPECT_TRUE(WaitFor([&] { return box->accessibleDescription().isEmpty(); })) << "it is live";
+        QTest::keyClick(box, Qt::Key_Space);
+        EXPECT_FALSE(box->isChecked());
+        EXPECT_TRUE(box->accessibleDescription().isEmpty()) << "the server was not even asked";
+    }
+    EXPECT_EQ(Find<QCheckBox>("MpxORVs", "Blanking")->accessibleName(),
+              QStringLiteral("Obeys the ground transmitter suppression (locked)"));
+}
+
+TEST_F(ConsoleTest, DoesNotLockThePoliciesOfOthers) {
+    server.WriteFile(QStringLiteral("mcserver.ini"), StaticMpxOrvs);
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
-    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 1; }));
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 3; }));
+    list->selectRow(2);
     auto* const box = Page("MpxORVs")->findChild<QCheckBox*>(QStringLiteral("MayBIT"));
-    QTest::keyClick(box, Qt::Key_Space);
-    EXPECT_TRUE(WaitFor([&] { return box->accessibleDescription().contains(QLatin1String("Refused")); }));
-    EXPECT_TRUE(WaitFor([&] { return !box->isChecked(); }));
+    ASSERT_TRUE(WaitFor([&] { return !box->icon().isNull(); }));
+    list->selectRow(1);
+    EXPECT_TRUE(box->icon().isNull());
+    EXPECT_EQ(box->accessibleName(), QStringLiteral("May run built-in tests"));
 }
 
 TEST_F(ConsoleTest, ShowsThatTheServerIsLostAndComesBackByItself) {
@@ -157,12 +179,12 @@ TEST_F(ConsoleTest, ShowsThatTheServerIsLostAndComesBackByItself) {
     ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
     EXPECT_TRUE(Banner()->text().contains(QLatin1String("is lost, trying again")))
         << Banner()->text().toStdString();
-    EXPECT_FALSE(box->isEnabled());
-    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("- - -"));
+    EXPECT_FALSE(box->accessibleDescription().isEmpty()) << "it says that it is not connected";
+    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("Online")) << "the last content is kept";
     ASSERT_NO_FATAL_FAILURE(server.Restart());
+    EXPECT_TRUE(WaitFor([this] { return !Banner()->isVisible(); }));
     EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
-    EXPECT_FALSE(Banner()->isVisible());
-    EXPECT_TRUE(box->isEnabled());
+    EXPECT_TRUE(WaitFor([&] { return box->accessibleDescription().isEmpty(); }));
     EXPECT_TRUE(WaitFor([this] { return !window->GetSession().GetMpxOrvPath().isEmpty(); }));
 }
 

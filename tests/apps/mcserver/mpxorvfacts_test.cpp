@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/codedtext.h>
 #include <apps/mcserver/log/peertext.h>
 
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
@@ -96,6 +97,37 @@ TEST_F(MpxOrvFactsTest, AMasterThatGoesIsMasterNoMore) {
     Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
     Disconnect(m_peer);
     EXPECT_EQ(Master(), QString());
+}
+
+TEST_F(MpxOrvFactsTest, WhyItsClientsMayNotSwitchItsPoliciesIsToldBeforehand) {
+    const auto locked = [](const QString& name) {
+        return CodedText::FromJsonText(Text(Dynamic(name, QStringLiteral("Status/PoliciesLocked"))));
+    };
+    ASSERT_TRUE(locked(m_name));
+    EXPECT_EQ(locked(m_name)->GetCode(), ECode::NotPoliciesInUse);
+    EXPECT_EQ(locked(m_name)->ToEnglish(), Switch(m_peer, m_name, QStringLiteral("MayCal"), true))
+        << "as it is refused";
+    const VtPeer viewer = Connect(QStringLiteral("Viewer"), QStringLiteral("client"));
+    Use(viewer, QStringLiteral("Other"));
+    EXPECT_EQ(locked(QStringLiteral("Other"))->GetCode(), ECode::OnlyOperatorsSwitch);
+}
+
+TEST_F(MpxOrvFactsTest, WhoMaySwitchThePoliciesOfItsOwnIsToldNothing) {
+    QString error;
+    VtAccessFile file;
+    ASSERT_TRUE(
+        file.Parse("allow operator read /\n"
+                   "allow operator write /MultiChannelServer\n"
+                   "allow operator create /MultiChannelServer\n"
+                   "allow operator own-policies /MultiChannelServer\n",
+                   QStringLiteral("access"), &error))
+        << error.toStdString();
+    m_access->UseFile(file);
+    VtPeer peer = m_peer;
+    peer.session = 77;
+    m_access->SessionStarted(peer);
+    Use(peer, QStringLiteral("Free"));
+    EXPECT_EQ(Text(Dynamic(QStringLiteral("Free"), QStringLiteral("Status/PoliciesLocked"))), QString());
 }
 
 TEST_F(MpxOrvFactsTest, NobodyWritesThem) {

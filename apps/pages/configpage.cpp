@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/pages/configpage.h>
+
+#include <apps/pages/changemark.h>
+#include <apps/pages/serverkeys.h>
+
+#include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
+
+#include <platform/values/value.h>
+#include <platform/values/valuenumeric.h>
+#include <platform/widgets/valuetext.h>
+#include <platform/widgets/vcpushbutton.h>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr int MaxShownLength = 60;
+
+struct ConfigField {
+    QLatin1String key;
+    const char* widget;  ///< in the display
+    const char* caption;
+};
+
+// Those that save themselves have nothing to be marked.
+const ConfigField ConfigFields[] = {
+    {mcskeys::DeviceName, "deviceNameDisp", QT_TRANSLATE_NOOP("ConfigPage", "DF Station Name")},
+    {mcskeys::DeviceAddress, "deviceAdressDisp", QT_TRANSLATE_NOOP("ConfigPage", "DF Address")},
+    {mcskeys::ConnectOnStartup, "connectOnStartUpDisp",
+     QT_TRANSLATE_NOOP("ConfigPage", "Connect on startup")},
+    {mcskeys::ForceConnect, "forceConnectDisp", QT_TRANSLATE_NOOP("ConfigPage", "Force connection")},
+    {mcskeys::NumberOfFreqChannels, "numberOfFreqChannelDisp",
+     QT_TRANSLATE_NOOP("ConfigPage", "Number of Frequency Channels")},
+};
+
+bool AnyValue(const values::ValueBase& /*value*/) {
+    return true;
+}
+
+QString ContentOf(const values::ValueBase* value) {
+    if (const auto* const text = dynamic_cast<const values::Value<QString>*>(value)) return text->GetValue();
+    if (const auto* const flag = dynamic_cast<const values::Value<bool>*>(value))
+        return flag->GetValue() ? ConfigPage::tr("on") : ConfigPage::tr("off");
+    if (const auto* const number = dynamic_cast<const values::Value<int>*>(value))
+        return QString::number(number->GetValue());
+    if (const auto* const number = dynamic_cast<const values::ValueNumeric<int>*>(value))
+        return QString::number(number->GetValue());
+    return QString();
+}
+
+void SetFrom(values::ValueBase* value, const values::ValueBase* saved) {
+    const auto* const text = dynamic_cast<const values::Value<QString>*>(saved);
+    const auto* const flag = dynamic_cast<const values::Value<bool>*>(saved);
+    const auto* const number = dynamic_cast<const values::Value<int>*>(saved);
+    if (auto* const to = dynamic_cast<values::Value<QString>*>(value); to != nullptr && text != nullptr)
+        to->SetValue(text->GetValue());
+    if (auto* const to = dynamic_cast<values::Value<bool>*>(value); to != nullptr && flag != nullptr)
+        to->SetValue(flag->GetValue());
+    if (auto* const to = dynamic_cast<values::ValueNumeric<int>*>(value); to != nullptr && number != nullptr)
+        to->SetValue(number->GetValue());
+}
+
+QLabel* WrappedLabel(QWidget* parent, const char* name) {
+    auto* const label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(1);
+    return label;
+}
+
+QString MomentHere(const QString& utc) {
+    const QDateTime moment = QDateTime::fromString(utc, Qt::ISODateWithMs).toLocalTime();
+    const QString time = moment.toString(QStringLiteral("HH:mm:ss"));
+    if (moment.date() == QDate::currentDate()) return time;
+    return QLocale().toString(moment.date(), QLocale::ShortFormat) + QLatin1Char(' ') + time;
+}
+
+}  // namespace
+
+bool ConfigPage::Field::IsKnown() const {
+    return current->GetValue() != nullptr && saved->GetValue() != nullptr;
+}
+
+bool ConfigPage::Field::IsChanged() const {
+    return IsKnown() && ContentOf(current->GetValue()) != ContentOf(saved->GetValue());
+}
+
+ConfigPage::ConfigPage(QWidget* parent)
+    : Page(parent),
+      m_display(new MCSConfigDisplay(static_cast<MCSConfigDisplay::Flags>(MCSConfigDisplay::BootConfigGroup |
+                                                                          MCSConfigDisplay::JobConfigGroup),
+                                     this, nullptr, Qt::WindowFlags())),
+      m_changes(WrappedLabel(this, "NotSaved")),
+      m_when(WrappedLabel(this, "SavedWhen")),
+      m_save(new VCPushButton(this, "SaveConfigButton")),
+      m_revert(new QPushButton(tr("&Revert to what was saved"), this)),
+      m_since(*this, AnyValue),
+      m_by(*this, AnyValue) {
+    auto* const note = WrappedLabel(this, "TakesEffect");
+    note->setText(
+        tr("Name, address and forcing take effect with the next connection to the device; the averaging time "
+           "is saved by itself."));
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_display);
+    layout->addWidget(note);
+    layout->addWidget(m_changes);
+    layout->addWidget(BuildButtons());
+    layout->addStretch();
+    AddFields();
+    ShowChanges();
+}
+
+ConfigPage::~ConfigPage() = default;
+
+QWidget* ConfigPage::BuildButtons() {
+    auto* const bar = new QWidget(this);
+    m_save->setText(tr("Save &configuration"));
+    m_save->setAccessibleName(tr("Save configuration"));
+    m_revert->setObjectName(QStringLiteral("RevertConfigButton"));
+    m_revert->setAccessibleName(tr("Revert to what was saved"));
+    connect(m_revert, &QPushButton::clicked, this, &ConfigPage::Revert);
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_when, 1);
+    row->addWidget(m_revert);
+    row->addWidget(m_save);
+    return bar;
+}
+
+void ConfigPage::AddFields() {
+    for (const ConfigField& field : ConfigFields) {
+        auto* const widget = m_display->findChild<QWidget*>(QString::fromLatin1(field.widget));
+        m_fields.push_back(
+            {tr(field.caption), new ChangeMark(*widget),
+             std::make_unique<PathBinding>(static_cast<PathBinding::IListener&>(*this), AnyValue),
+             std::make_unique<PathBinding>(static_cast<PathBinding::IListener&>(*this), AnyValue)});
+    }
+}
+
+void ConfigPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    const QString path = SegmentPath(basePath, segments, ConfigSegment);
+    const QString saved = Below(SegmentPath(basePath, segments, StatusSegment), serverkeys::SavedConfig);
+    m_isBinding = true;
+    m_display->SetConfig_ValuePath(path);
+    m_save->Set_ValuePath(Below(path, mcskeys::SaveConfig));
+    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+        m_fields[i].current->SetPath(Below(path, ConfigFields[i].key));
+        m_fields[i].saved->SetPath(Below(saved, ConfigFields[i].key));
+    }
+    m_since.SetPath(Below(saved, serverkeys::SavedSince));
+    m_by.SetPath(Below(saved, serverkeys::SavedBy));
+    m_isBinding = false;
+    ShowChanges();
+}
+
+void ConfigPage::OnBindingChanged(PathBinding& /*binding*/, TChangeCode /*code*/) {
+    if (!m_isBinding) ShowChanges();
+}
+
+void ConfigPage::ShowChanges() {
+    QStringList changes;
+    bool isKnown = false;
+    for (const Field& field : m_fields) {
+        isKnown = isKnown || field.IsKnown();
+        field.mark->setVisible(field.IsChanged());
+        if (!field.IsChanged()) continue;
+        const QString saved = valuetext::Shortened(ContentOf(field.saved->GetValue()), MaxShownLength);
+        changes += tr("%1 (saved: \"%2\")").arg(field.caption, saved);
+    }
+    m_changes->setText(changes.isEmpty() ? QString()
+                                         : tr("Not saved: %1").arg(changes.join(QStringLiteral(", "))));
+    m_when->setText(isKnown ? SavedText() : QString());
+    m_revert->setVisible(isKnown);
+    m_revert->setEnabled(!changes.isEmpty());
+    m_save->setEnabled(!isKnown || !changes.isEmpty());
+}
+
+QString ConfigPage::SavedText() const {
+    const QString since = ContentOf(m_since.GetValue());
+    const QString by = valuetext::Shortened(ContentOf(m_by.GetValue()), MaxShownLength);
+    if (since.isEmpty()) return tr("Not saved since the server began");
+    const QString moment = MomentHere(since);
+    return by.isEmpty() ? tr("Saved at the server, %1").arg(moment) : tr("Saved by %1, %2").arg(by, moment);
+}
+
+void ConfigPage::Revert() {
+    for (const Field& field : m_fields)
+        if (field.IsChanged()) SetFrom(field.current->GetValue(), field.saved->GetValue());
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the console shows while its server is away.
+#include <tests/apps/mcconsole/consolefixture.h>
+
+#include <gmock/gmock.h>
+
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using testing::HasSubstr;
+
+class ServerLossTest : public ConsoleTest {
+  protected:
+    std::string Says() const { return Banner()->text().toStdString(); }
+    QPushButton* TryNow() { return window->findChild<QPushButton*>(QStringLiteral("TryNow")); }
+    void Lose() {
+        server.Kill();
+        ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
+    }
+};
+
+TEST_F(ServerLossTest, TheLastContentIsKeptUnderTheVeil) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    auto* const name = Find<QLineEdit>("Configuration", "deviceNameDisp");
+    ASSERT_TRUE(WaitFor([&] { return !name->text().isEmpty(); }));
+    const QString before = name->text();
+    const auto* const list = Find<QTableView>("MpxORVs", "MpxORVList");
+    ASSERT_TRUE(WaitFor([&] { return list->model()->rowCount() == 1; }));
+    ASSERT_NO_FATAL_FAILURE(Lose());
+    EXPECT_EQ(name->text(), before);
+    EXPECT_THAT(name->accessibleDescription().toStdString(), HasSubstr("the last content known"));
+    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("Online"));
+    EXPECT_THAT(Find<QLabel>("Status", "onlineDisp")->accessibleDescription().toStdString(),
+                HasSubstr("Not connected"));
+    EXPECT_EQ(list->model()->rowCount(), 1);
+    EXPECT_TRUE(WaitFor([&] { return list->accessibleDescription() == QLatin1String("Not connected"); }));
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    EXPECT_TRUE(WaitFor([&] { return name->accessibleDescription().isEmpty(); }));
+    EXPECT_TRUE(WaitFor([&] { return list->accessibleDescription().isEmpty(); }));
+}
+
+TEST_F(ServerLossTest, TheBarSaysSinceWhenWhyAndWhenTheNextTryIs) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_NO_FATAL_FAILURE(Lose());
+    EXPECT_THAT(Says(), HasSubstr("is lost, trying again: "));
+    EXPECT_THAT(Says(), HasSubstr("Lost at "));
+    EXPECT_THAT(Says(), HasSubstr(" old."));
+    EXPECT_TRUE(WaitFor([this] { return Banner()->text().contains(QLatin1String("The next try is in ")); }));
+    EXPECT_TRUE(TryNow()->isVisible());
+    EXPECT_TRUE(WaitFor([this] { return Banner()->text().contains(QLatin1String("refused")); })) << Says();
+}
+
+TEST_F(ServerLossTest, WhoDoesNotWantToWaitTriesNow) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_NO_FATAL_FAILURE(Lose());
+    // Until the pauses are so long that waiting for one of them would be noticed.
+    ASSERT_TRUE(WaitFor([this] {
+        const auto wait = window->GetSession().GetTimeToRetry();
+        return wait && *wait > 1500ms && TryNow()->isVisible();
+    }));
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    QTest::mouseClick(TryNow(), Qt::LeftButton);
+    EXPECT_EQ(window->GetSession().GetTimeToRetry(), std::nullopt) << "it is tried";
+    EXPECT_TRUE(WaitFor([this] { return !Banner()->isVisible(); }));
+    EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+}
+
+TEST_F(ServerLossTest, AnotherDisconnectionKeepsNothing) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    window->GetSession().Disconnect();
+    EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("- - -"));
+    EXPECT_FALSE(TryNow()->isVisible());
+}
+
+}  // namespace
