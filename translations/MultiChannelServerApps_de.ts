@@ -1823,6 +1823,11 @@
         <source>The server does not allow it.</source>
         <translation>Der Server erlaubt es nicht.</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot;</source>
+        <comment>A policy in a sentence</comment>
+        <translation>„%1“</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/codedtext.h>
 
+#include <apps/common/policytext.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -52,6 +54,20 @@ QString WithDecimalPoint(const QString& text) {
     return shown.replace(shown.indexOf(QLatin1Char('.')), 1, QLocale().decimalPoint());
 }
 
+/// Which argument of \a code names policies; -1: none does.
+int PolicyArgumentOf(ECode code) {
+    switch (code) {
+        case ECode::NeedsPolicy:
+        case ECode::RightTaken:
+            return 0;
+        case ECode::PolicyGiven:
+        case ECode::PolicyTaken:
+            return 1;
+        default:
+            return -1;
+    }
+}
+
 }  // namespace
 
 CodedText::CodedText(ECode code, std::initializer_list<CodedText> arguments)
@@ -90,7 +106,9 @@ QString CodedText::Translated() const {
         return QCoreApplication::translate("CodedText", m_arguments[0].m_text.toUtf8().constData());
     QStringList arguments;
     for (const CodedText& argument : m_arguments)
-        arguments += argument.Translated();
+        arguments += arguments.size() == PolicyArgumentOf(m_code) && argument.m_code == ECode::Count
+                         ? policytext::Mentioned(argument.m_text)
+                         : argument.Translated();
     return Filled(QCoreApplication::translate("CodedText", eventcodes::Of(m_code).english), arguments);
 }
 

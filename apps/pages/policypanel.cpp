@@ -2,6 +2,7 @@
 #include <apps/pages/policypanel.h>
 
 #include <apps/common/codedtext.h>
+#include <apps/common/policytext.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/serverkeys.h>
 
@@ -13,25 +14,6 @@
 
 namespace {
 
-struct Policy {
-    const char* name;     ///< of the switch in the tree
-    const char* caption;  ///< for people
-};
-
-// In the order in which people look for them: what it may tune, what it may be, what it may do.
-constexpr Policy Policies[] = {
-    {"MayAlterFreqSingle", QT_TRANSLATE_NOOP("PolicyPanel", "May tune a single frequency")},
-    {"MayAlterFreqRanges", QT_TRANSLATE_NOOP("PolicyPanel", "May alter frequency ranges")},
-    {"MayReadSingleFreqFromMasterRanges",
-     QT_TRANSLATE_NOOP("PolicyPanel", "May read a frequency from the master's ranges")},
-    {"MayBeJobMaster", QT_TRANSLATE_NOOP("PolicyPanel", "May be job master")},
-    {"IsSlaveToMasterJob", QT_TRANSLATE_NOOP("PolicyPanel", "Follows the master's job")},
-    {"SeesMasterJobRf", QT_TRANSLATE_NOOP("PolicyPanel", "Sees the RF of the master's job")},
-    {"MayRestartJob", QT_TRANSLATE_NOOP("PolicyPanel", "May restart the job")},
-    {"MayBIT", QT_TRANSLATE_NOOP("PolicyPanel", "May run built-in tests")},
-    {"MayCal", QT_TRANSLATE_NOOP("PolicyPanel", "May calibrate")},
-    {"MayAlterDeviceSettings", QT_TRANSLATE_NOOP("PolicyPanel", "May alter device settings")},
-};
 constexpr int Columns = 2;
 constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
 
@@ -42,18 +24,19 @@ PolicyPanel::PolicyPanel(QWidget* parent)
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setVerticalSpacing(RowSpacing);
-    const int rows = (static_cast<int>(std::size(Policies)) + Columns - 1) / Columns;
-    for (const Policy& policy : Policies) {
-        auto* const box = new AskingCheckBox(this, policy.name);
-        box->SetText(tr(policy.caption));
-        box->setAccessibleName(tr(policy.caption));
-        const QString name = QString::fromLatin1(policy.name);
-        box->SetAsker([this, name, caption = tr(policy.caption)](bool isOn) {
+    const std::vector<QString> policies = policytext::Names();
+    const int rows = (static_cast<int>(policies.size()) + Columns - 1) / Columns;
+    for (const QString& name : policies) {
+        const QString caption = policytext::Caption(name);
+        auto* const box = new AskingCheckBox(this, name.toLatin1().constData());
+        box->SetText(caption);
+        box->setAccessibleName(caption);
+        box->SetAsker([this, name, caption](bool isOn) {
             return isOn ? AskingCheckBox::Question() : QuestionBefore(name, caption);
         });
         const int index = static_cast<int>(m_switches.size());
         layout->addWidget(box, index % rows, index / rows);
-        m_switches.push_back({box, QString::fromLatin1(policy.name)});
+        m_switches.push_back({box, name});
     }
 }
 
