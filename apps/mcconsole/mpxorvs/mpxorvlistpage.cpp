@@ -29,7 +29,7 @@ namespace {
 
 constexpr int RowHeight = 22;
 constexpr int LeastHeight = 4 * RowHeight;
-constexpr int Margin = 16;  // pixels of a cell around its text
+constexpr int CellMargin = 16;  // pixels of a cell around its text
 constexpr int ArrowRoom = 20;
 
 /// What is as long as most that a column will hold, in every state.
@@ -55,10 +55,10 @@ std::vector<MpxOrvContent> Samples() {
 int WidthOf(int column, const QFont& font) {
     const QFontMetrics metrics(font);
     int width = metrics.horizontalAdvance(mpxorvcells::Title(column)) + ArrowRoom;
-    const int icon = column == mpxorvcells::State ? mpxorvlamps::Size + Margin / 2 : 0;
+    const int icon = column == mpxorvcells::State ? mpxorvlamps::Size + CellMargin / 2 : 0;
     for (const MpxOrvContent& sample : Samples())
         width = std::max(width, metrics.horizontalAdvance(mpxorvcells::Text(sample, column)) + icon);
-    return width + Margin;
+    return width + CellMargin;
 }
 
 }  // namespace
