@@ -2022,6 +2022,30 @@
     </message>
 </context>
 <context>
+    <name>SuppressionUndo</name>
+    <message>
+        <source>%1 at %2</source>
+        <comment>A data module</comment>
+        <translation>%1 bei %2</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>Not supervised any more (MHz): %1.</source>
+        <translation>Nicht mehr überwacht (MHz): %1.</translation>
+    </message>
+    <message>
+        <source>The data module %1 is deleted.</source>
+        <translation>Das Datenmodul %1 ist gelöscht.</translation>
+    </message>
+    <message>
+        <source>The data module %1 is disconnected.</source>
+        <translation>Das Datenmodul %1 ist getrennt.</translation>
+    </message>
+</context>
+<context>
     <name>SuppressionView</name>
     <message>
         <source>Modules</source>

@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/mpxorv/mpxorvrequests.h>
 #include <apps/mcserver/suppression/inputsview.h>
+#include <apps/mcserver/suppression/suppressionundo.h>
 #include <apps/pages/suppressionview.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
@@ -36,6 +37,8 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     MakeRoom(*m_display);
     constexpr FrequencyRange range{MpxOrvRequests::MinFrequency, MpxOrvRequests::MaxFrequency};
     m_display->SetFrequencyRange(range);
+    m_undo = std::make_unique<SuppressionUndo>(*m_display);
+    connect(m_undo.get(), &SuppressionUndo::Acted, this, &Page::Acted);
     m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), recovery, jobs, log, clock);
     auto* const setUp = new QWidget(this);
     auto* const layout = new QVBoxLayout(setUp);
@@ -54,6 +57,7 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
 }
 
 SuppressionPage::~SuppressionPage() {
+    m_undo.reset();
     delete m_state;
     m_duties.reset();
     delete m_inputs;

@@ -8,6 +8,7 @@
 
 class GTSDisplay;
 class InputsView;
+class SuppressionUndo;
 class SuppressionView;
 
 /// The ground transmitter suppression: while this page lives, its modules are polled and their frequencies
@@ -30,5 +31,6 @@ class SuppressionPage : public Page {
     GTSDisplay* m_display;
     InputsView* m_inputs = nullptr;
     SuppressionView* m_state = nullptr;
+    std::unique_ptr<SuppressionUndo> m_undo;
     std::unique_ptr<SuppressionDuties> m_duties;  ///< go before the display, which brought the blanking
 };

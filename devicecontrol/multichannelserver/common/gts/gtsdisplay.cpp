@@ -20,6 +20,10 @@ GTSDisplay::~GTSDisplay() {
     if (isInCharge) Blanking::Instance()->FreeInstance();
 }
 
+void GTSDisplay::AddModule(const ModuleSettings& settings) {
+    m_impl->AddModule(settings);
+}
+
 SuppressionPlant& GTSDisplay::GetPlant() {
     return m_impl->GetPlant();
 }

@@ -10,6 +10,7 @@
 
 class GTSDisplayImpl;
 class SuppressionPlant;
+struct ModuleSettings;
 
 /// Shows the data modules of the ground transmitter suppression, and lets the operator add, edit, connect and
 /// delete them and assign frequencies to their inputs. Brings the suppression into being: with it Blanking
@@ -27,6 +28,9 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
 
     /// Connects the modules that are in error anew, as the operator does one by one.
     void ConnectLostModules();
+    /// Adds a module as it was once, at the end of the list, and connects it: as the operator does who adds
+    /// one. It gets another index if a module of the list has that of \a settings.
+    void AddModule(const ModuleSettings& settings);
     /// What the device can be tuned to: operators are told of assignments beyond it. Nothing is known unless
     /// it is set.
     void SetFrequencyRange(const FrequencyRange& range);

@@ -137,9 +137,26 @@ void GTSDisplayImpl::SlotCreateNewDataModule() {
     if (self.isNull()) return;
     std::unique_ptr<DataModule> module = std::move(m_newModule);
     if (!isAccepted) return;
-    PlantModule& added = Keep(std::move(module)).GetPlantModule();
-    m_plant.Add(added);
-    added.Connect();
+    AddToPlant(Keep(std::move(module)));
+}
+
+void GTSDisplayImpl::AddModule(const ModuleSettings& settings) {
+    const bool isTaken = std::any_of(m_modules.begin(), m_modules.end(), [&settings](const auto& module) {
+        return module->GetIndex() == settings.index;
+    });
+    const int index = isTaken ? m_plant.FreeIndex() : settings.index;
+    auto module =
+        std::make_unique<DataModule>(m_tree, index, settings.type, settings.address, settings.pollInterval);
+    PlantModule& plantModule = module->GetPlantModule();
+    plantModule.SetName(settings.label);
+    plantModule.SetLabels(settings.labels);
+    plantModule.SetFrequencies(settings.frequencies);
+    AddToPlant(Keep(std::move(module)));
+}
+
+void GTSDisplayImpl::AddToPlant(DataModule& module) {
+    m_plant.Add(module.GetPlantModule());
+    module.GetPlantModule().Connect();
     m_plant.ShowCount();
     EnableAssigning();
 }

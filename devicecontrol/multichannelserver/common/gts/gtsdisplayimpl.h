@@ -35,6 +35,7 @@ class GTSDisplayImpl final : public QObject {
     /// Makes the modules that the configuration names, and connects them.
     void Load();
     SuppressionPlant& GetPlant() { return m_plant; }
+    void AddModule(const ModuleSettings& settings);
     void SetFrequencyRange(const FrequencyRange& range) { m_range = range; }
 
   public Q_SLOTS:
@@ -56,6 +57,8 @@ class GTSDisplayImpl final : public QObject {
     bool Edit(DataModule* module);
     /// Keeps \a module, and listens to its errors.
     DataModule& Keep(std::unique_ptr<DataModule> module);
+    /// Takes one of those that are kept into the list, and connects it.
+    void AddToPlant(DataModule& module);
     std::vector<DataModule*> Modules() const;
     /// There is nothing to assign without modules.
     void EnableAssigning();

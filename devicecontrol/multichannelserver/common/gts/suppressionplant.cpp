@@ -191,6 +191,12 @@ bool SuppressionPlant::SetAddress(const QString& module, const QString& address)
     return true;
 }
 
+bool SuppressionPlant::ConnectModule(const QString& module) {
+    PlantModule* const found = FindModule(module);
+    if (found != nullptr) found->Connect();
+    return found != nullptr;
+}
+
 std::vector<ModuleState> SuppressionPlant::GetStates() const {
     std::vector<ModuleState> all;
     for (const PlantModule* const module : m_modules)

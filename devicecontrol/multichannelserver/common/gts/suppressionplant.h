@@ -67,6 +67,9 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     /// Connects it anew, unless it has that address.
     bool SetAddress(const QString& module, const QString& address);
 
+    /// If it is not connected.
+    bool ConnectModule(const QString& module);
+
     int Count() const { return static_cast<int>(m_modules.size()); }
     /// Connects the modules that are in error anew, as an operator does one by one.
     void ConnectLostModules();

@@ -162,6 +162,7 @@ ModuleView PlantModule::GetView() const {
             m_reason,
             m_stateSince,
             m_pollThread->GetLastAnswer(),
+            m_isSwitchedOff && GetState() == EState::Disconnected,
             static_cast<quint32>(m_inputDiscretes),
             m_frequencies,
             m_labels};
@@ -185,6 +186,7 @@ void PlantModule::SaveAssignments(ICfg& section) const {
 
 void PlantModule::Connect() {
     m_reconnectWanted = false;
+    m_isSwitchedOff = false;
     if (m_connected || m_pollThread->isRunning()) return;
     if (!m_error) TellState(NoAnswerYet());
     const unsigned error = m_pollThread->Start();
@@ -205,6 +207,7 @@ void PlantModule::Disconnect() {
     }
     m_connected = false;
     m_inputDiscretes = 0;
+    m_isSwitchedOff = true;
     TellState(m_error ? m_reason : NotAsked());
     RefreshTree();
 }

@@ -121,6 +121,7 @@ class PlantModule : public QObject, public IObserver {
     std::vector<QString> m_labels;       ///< by input
     bool m_connected = false;
     bool m_error = false;
+    bool m_isSwitchedOff = false;
     int m_number = 0;
     int m_errorCode = 0;  ///< the last one
     QString m_reason;
