@@ -1510,8 +1510,8 @@
         <translation>ist Master</translation>
     </message>
     <message>
-        <source>reads from its range</source>
-        <translation>liest aus dessen Bereich</translation>
+        <source>reads from it</source>
+        <translation>liest daraus</translation>
     </message>
     <message>
         <source>Not switched since the server began</source>

@@ -360,11 +360,12 @@ QString ConsoleWindow::BannerText() const {
 void ConsoleWindow::ShowLatency() {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const std::optional<std::chrono::microseconds> latency = m_session.GetLatency();
-    const bool isKnown = m_session.GetState() == ConsoleSession::EState::Connected && latency;
+    const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
+    const bool isKnown = isConnected && latency;
     QString text =
         isKnown ? tr("%1 ms").arg(QLocale().toString(Milliseconds(*latency).count(), 'f', 2)) : QString();
     const auto silence = m_session.GetSilence();
-    if (isKnown && silence && *silence >= LongSilence)
+    if (isConnected && silence && *silence >= LongSilence)
         text = tr("no answer for %1 ms").arg(QLocale().toString(qlonglong(silence->count())));
     if (m_latency->text() != text) m_latency->setText(text);
 }

@@ -33,7 +33,7 @@ QString StateText(const MpxOrvContent& content) {
 QString MasterText(const MpxOrvContent& content) {
     if (content.IsMaster()) return CellTexts::tr("is master");
     const bool isWatching = content.state == MpxOrvContent::EState::Watching;
-    return isWatching ? CellTexts::tr("reads from its range") : QString();
+    return isWatching ? CellTexts::tr("reads from it") : QString();
 }
 
 QString SwitchedText(const MpxOrvContent& content) {

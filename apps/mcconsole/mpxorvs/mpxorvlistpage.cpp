@@ -52,7 +52,9 @@ std::vector<MpxOrvContent> Samples() {
     return samples;
 }
 
-int WidthOf(int column, const QFont& font) {
+/// Wide enough for the own one too, which is bold.
+int WidthOf(int column, QFont font) {
+    font.setBold(true);
     const QFontMetrics metrics(font);
     int width = metrics.horizontalAdvance(mpxorvcells::Title(column)) + ArrowRoom;
     const int icon = column == mpxorvcells::State ? mpxorvlamps::Size + CellMargin / 2 : 0;
