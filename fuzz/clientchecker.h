@@ -40,6 +40,7 @@ class ClientChecker {
     void On(const vt::CreateMessage& create);
     void On(const vt::PingMessage& /*ping*/) {}
     void On(const vt::PongMessage& /*pong*/) {}
+    void On(const vt::RecallMessage& /*recall*/) {}
     void OnRequest(quint32 req, quint32 sub);
 
     bool m_hasHello = false;

@@ -114,6 +114,13 @@ void Follower::On(const vt::AnswerMessage& answer, vt::MessageReader& /*reader*/
     Check(answer.result < vt::EResult::Denied || !answer.reason.isEmpty(), "who is denied learns why");
 }
 
+void Follower::On(const vt::RecalledMessage& recalled, vt::MessageReader& /*reader*/) {
+    const auto recall = m_recalls.find(recalled.req);
+    Check(recall != m_recalls.end(), "a page of the history was asked for");
+    m_recalls.erase(recall);
+    Check(recalled.result == vt::EResult::Done || !recalled.reason.isEmpty(), "who is denied learns why");
+}
+
 /// Null if it is over.
 Follower::Subscription* Follower::Find(quint32 sub) {
     const auto found = m_subscriptions.find(sub);

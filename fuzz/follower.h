@@ -50,6 +50,7 @@ class Follower {
     void OnSentMessage(const vt::UnsubscribeMessage& unsubscribe);
     void OnSentMessage(const vt::WriteMessage& write) { m_requests.insert(write.req); }
     void OnSentMessage(const vt::CreateMessage& create) { m_requests.insert(create.req); }
+    void OnSentMessage(const vt::RecallMessage& recall) { m_recalls.insert(recall.req); }
     template <class M>
     void OnSentMessage(const M& /*other*/) {}
     // What a server sends to one that it has welcomed.
@@ -63,6 +64,7 @@ class Follower {
     void On(const vt::AnswerMessage& answer, vt::MessageReader& reader);
     void On(const vt::PingMessage& /*ping*/, vt::MessageReader& /*reader*/) {}
     void On(const vt::PongMessage& /*pong*/, vt::MessageReader& /*reader*/) {}
+    void On(const vt::RecalledMessage& recalled, vt::MessageReader& reader);
     Subscription* Find(quint32 sub);
     static void CheckNext(Subscription& subscription, quint64 seq);
     static void OnChanges(Subscription& subscription, vt::MessageReader& reader);
@@ -78,4 +80,5 @@ class Follower {
     std::map<quint32, Subscription> m_subscriptions;
     std::set<quint32> m_over;  ///< numbers of subscriptions that were ended; the server may not know yet
     std::multiset<quint32> m_requests;
+    std::multiset<quint32> m_recalls;
 };

@@ -100,7 +100,10 @@ void WriteMessages(const QString& folder) {
         {"answer", vt::AnswerMessage{7, vt::EResult::Done, S("no room"), {}}},
         {"answer-clamped", vt::AnswerMessage{7, vt::EResult::Clamped, S("no room"), content}},
         {"ping", vt::PingMessage{seq}},
-        {"pong", vt::PongMessage{seq}}};
+        {"pong", vt::PongMessage{seq}},
+        {"recall", vt::RecallMessage{7, path, seq, 100}},
+        {"recalled",
+         vt::RecalledMessage{7, vt::EResult::Done, {}, seq, QStringList{S("first"), S("second")}}}};
     for (const auto& [name, message] : messages)
         Write(folder, name, ToBytes(message));
     vt::CreateMessage create{7, sub, path, {}};

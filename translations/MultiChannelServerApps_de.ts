@@ -932,6 +932,174 @@
         <source>no answer for %1 ms</source>
         <translation>keine Antwort seit %1 ms</translation>
     </message>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+</context>
+<context>
+    <name>EventExport</name>
+    <message>
+        <source>Events of %1, %2</source>
+        <translation>Ereignisse von %1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>EventModel</name>
+    <message>
+        <source>Notice</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Alarm</source>
+        <translation>Alarm</translation>
+    </message>
+    <message>
+        <source>Info</source>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>Access</source>
+        <translation>Zugang</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>Suppression</source>
+        <translation>Unterdrückung</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Stufe</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Who</source>
+        <translation>Wer</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Was</translation>
+    </message>
+</context>
+<context>
+    <name>EventsPage</name>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Stufe</translation>
+    </message>
+    <message>
+        <source>All severities</source>
+        <translation>Alle Stufen</translation>
+    </message>
+    <message>
+        <source>Notices and above</source>
+        <translation>Ab Hinweis</translation>
+    </message>
+    <message>
+        <source>Warnings and alarms</source>
+        <translation>Warnungen und Alarme</translation>
+    </message>
+    <message>
+        <source>Alarms</source>
+        <translation>Alarme</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>All sources</source>
+        <translation>Alle Quellen</translation>
+    </message>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Strg+F</translation>
+    </message>
+    <message>
+        <source>Show &amp;older</source>
+        <translation>Ä&amp;ltere zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
+    </message>
+    <message>
+        <source>&amp;Following</source>
+        <translation>&amp;Folgt</translation>
+    </message>
+    <message numerus="yes">
+        <source>&amp;Follow (%n new)</source>
+        <translation>
+            <numerusform>&amp;Folgen (%n neu)</numerusform>
+            <numerusform>&amp;Folgen (%n neu)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&amp;Follow</source>
+        <translation>&amp;Folgen</translation>
+    </message>
+    <message>
+        <source>No server tells its events here. The page Log may have more.</source>
+        <translation>Hier teilt kein Server seine Ereignisse mit. Mehr steht vielleicht auf der Seite Protokoll.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 events</source>
+        <translation>%1 von %2 Ereignissen</translation>
+    </message>
+    <message>
+        <source>Export events</source>
+        <translation>Ereignisse exportieren</translation>
+    </message>
+    <message>
+        <source>Table (*.csv)</source>
+        <translation>Tabelle (*.csv)</translation>
+    </message>
+    <message>
+        <source>Text (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>The file cannot be written: %1</source>
+        <translation>Die Datei kann nicht geschrieben werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>Holders</name>

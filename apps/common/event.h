@@ -16,7 +16,7 @@ struct Event {
 
     qint64 number = 0;  ///< from 1, rising, anew with each start of the server; 0 is none
     QDateTime time;     ///< UTC
-    ESeverity severity = ESeverity::Info;
+    EEventSeverity severity = EEventSeverity::Info;
     QString source;  ///< "server", "device", "suppression", "access", "config", "MpxORV NAME"
     QString who;     ///< who caused it, by name; empty if nobody from outside did
     QString code;    ///< also one that is not known here

@@ -11,16 +11,15 @@ namespace {
 
 using eventcodes::EShown;
 using eventcodes::ESource;
-using eventcodes::Row;
 
-constexpr ESeverity Info = ESeverity::Info;
-constexpr ESeverity Notice = ESeverity::Notice;
-constexpr ESeverity Warning = ESeverity::Warning;
-constexpr ESeverity Alarm = ESeverity::Alarm;
+constexpr EEventSeverity Info = EEventSeverity::Info;
+constexpr EEventSeverity Notice = EEventSeverity::Notice;
+constexpr EEventSeverity Warning = EEventSeverity::Warning;
+constexpr EEventSeverity Alarm = EEventSeverity::Alarm;
 
 // The English sentences are what the log shows to the letter: scripts of sites search it.
 // clang-format off
-constexpr std::array<Row, static_cast<std::size_t>(ECode::Count)> Rows = {{
+constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> EventRows = {{
     {"server-ends", QT_TRANSLATE_NOOP("CodedText", "the server ends"), Notice, ESource::Server},
     {"few-places", QT_TRANSLATE_NOOP("CodedText", "no more than %1 clients find room at once, and not %2: the process may have only %3 files and connections open"), Warning, ESource::Server},
     {"files-read-anew", QT_TRANSLATE_NOOP("CodedText", "access file and certificates are read anew"), Notice, ESource::Access},
@@ -153,20 +152,20 @@ constexpr std::array<Row, static_cast<std::size_t>(ECode::Count)> Rows = {{
 }};
 // clang-format on
 
-constexpr std::array<const char*, static_cast<std::size_t>(ESeverity::Count)> SeverityNames = {
+constexpr std::array<const char*, static_cast<std::size_t>(EEventSeverity::Count)> SeverityNames = {
     "info", "notice", "warning", "alarm"};
 
 QHash<QString, ECode> CodesByName() {
     QHash<QString, ECode> codes;
-    for (std::size_t i = 0; i < Rows.size(); ++i)
-        codes.insert(QLatin1String(Rows[i].code), static_cast<ECode>(i));
+    for (std::size_t i = 0; i < EventRows.size(); ++i)
+        codes.insert(QLatin1String(EventRows[i].code), static_cast<ECode>(i));
     return codes;
 }
 
 }  // namespace
 
 const eventcodes::Row& eventcodes::Of(ECode code) {
-    return Rows.at(static_cast<std::size_t>(code));
+    return EventRows.at(static_cast<std::size_t>(code));
 }
 
 ECode eventcodes::Find(const QString& code) {
@@ -174,14 +173,14 @@ ECode eventcodes::Find(const QString& code) {
     return codes.value(code, ECode::Count);
 }
 
-QLatin1String eventcodes::SeverityName(ESeverity severity) {
+QLatin1String eventcodes::SeverityName(EEventSeverity severity) {
     return QLatin1String(SeverityNames.at(static_cast<std::size_t>(severity)));
 }
 
-ESeverity eventcodes::FindSeverity(const QString& name) {
+EEventSeverity eventcodes::FindSeverity(const QString& name) {
     for (std::size_t i = 0; i < SeverityNames.size(); ++i)
-        if (name == QLatin1String(SeverityNames.at(i))) return static_cast<ESeverity>(i);
-    return ESeverity::Info;
+        if (name == QLatin1String(SeverityNames.at(i))) return static_cast<EEventSeverity>(i);
+    return EEventSeverity::Info;
 }
 
 QLatin1String eventcodes::SourceName(ESource source) {

@@ -143,7 +143,7 @@ enum class ECode : std::uint8_t {
 };
 
 /// How much an event matters: it is told, worth a look, something is amiss, or somebody has to act.
-enum class ESeverity : std::uint8_t { Info, Notice, Warning, Alarm, Count };
+enum class EEventSeverity : std::uint8_t { Info, Notice, Warning, Alarm, Count };
 
 namespace eventcodes {
 
@@ -155,7 +155,7 @@ enum class ESource : std::uint8_t { Server, Access, Device, MpxOrv, Config, Supp
 struct Row {
     const char* code;     ///< on the wire
     const char* english;  ///< the sentence, with %1 to %9; also what translations are found by
-    ESeverity severity = ESeverity::Info;
+    EEventSeverity severity = EEventSeverity::Info;
     ESource source = ESource::Server;
     EShown shown = EShown::Everywhere;
 };
@@ -164,9 +164,9 @@ const Row& Of(ECode code);
 /// ECode::Count if there is none such.
 ECode Find(const QString& code);
 /// The word for \a severity on the wire: "info", "notice", "warning", "alarm".
-QLatin1String SeverityName(ESeverity severity);
+QLatin1String SeverityName(EEventSeverity severity);
 /// Info for a word that is not known.
-ESeverity FindSeverity(const QString& name);
+EEventSeverity FindSeverity(const QString& name);
 /// The word for \a source on the wire: "device"; of ESource::MpxOrv what stands before its name.
 QLatin1String SourceName(ESource source);
 

@@ -4,6 +4,7 @@
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/connectionbar.h>
+#include <apps/mcconsole/events/eventspage.h>
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 #include <apps/mcconsole/pagehelp.h>
@@ -125,6 +126,9 @@ void ConsoleWindow::BuildPages() {
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
     AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"));
+    AddPage(new EventsPage({[this] { return m_session.GetVtClient(); },
+                            [this] { return m_session.GetServer().ToText(); }}),
+            "Events", tr("Events"));
     AddPage(new LogPage, "Log", tr("Log"));
     m_listPage = new MpxOrvListPage;
     AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));

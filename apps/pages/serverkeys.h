@@ -36,6 +36,9 @@ inline constexpr QLatin1String SavedBy = mcskeys::detail::Key("By");
 /// In the status: the last event, as compact JSON (apps/common/event.h), and every one of them in turn.
 inline constexpr QLatin1String Event = mcskeys::detail::Key("Event");
 
+/// In the status of a server that tells them to whoever asks: how many of the last events it keeps.
+inline constexpr QLatin1String EventHistory = mcskeys::detail::Key("EventHistory");
+
 /// Beside the "Answer" to a request: the same as a code with arguments (apps/common/codedtext.h).
 inline constexpr QLatin1String AnswerCode = mcskeys::detail::Key("AnswerCode");
 

@@ -53,11 +53,12 @@ _mctree() {
             get) options+=" --wait" ;;
             set) options+=" -f --file" ;;
             watch) options+=" --count --changes-only" ;;
+            events) options+=" --count --follow" ;;
         esac
         COMPREPLY=($(compgen -W "$options" -- "$current"))
     elif [[ -z $command || $command == help ]]; then
-        COMPREPLY=($(compgen -W "ls get set watch hold info help" -- "$current"))
-    elif [[ $current == /* && $command != info ]]; then
+        COMPREPLY=($(compgen -W "ls get set watch hold info events help" -- "$current"))
+    elif [[ $current == /* && $command != info && $command != events ]]; then
         _mctree_paths "$current" "${server[@]}"
     fi
 }

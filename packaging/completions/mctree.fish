@@ -30,7 +30,7 @@ function __mctree_servers
     test -r "$profiles"; and string match -rg '^\[(.*)\] *$' < $profiles
 end
 
-set -l commands ls get set watch hold info help
+set -l commands ls get set watch hold info events help
 complete -c mctree -f
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a ls -d 'what is below paths'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a get -d 'contents'
@@ -38,6 +38,7 @@ complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a set -d 'set
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a watch -d 'contents and changes'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a hold -d 'use an MpxORV and keep it'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a info -d 'the server and the connection'
+complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a events -d 'what happened at the server'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a help -d 'all about a command'
 complete -c mctree -n "__fish_seen_subcommand_from ls get set watch hold" -a '(__mctree_paths)'
 complete -c mctree -n "__fish_seen_subcommand_from help" -a "$commands"
@@ -63,3 +64,5 @@ complete -c mctree -n "__fish_seen_subcommand_from get" -l wait -x -a exists -d 
 complete -c mctree -n "__fish_seen_subcommand_from set" -s f -l file -rF -d 'from the lines of a file'
 complete -c mctree -n "__fish_seen_subcommand_from watch" -l count -x -d 'end after so many changes'
 complete -c mctree -n "__fish_seen_subcommand_from watch" -l changes-only -d 'without what there is'
+complete -c mctree -n "__fish_seen_subcommand_from events" -l count -x -d 'so many of the last'
+complete -c mctree -n "__fish_seen_subcommand_from events" -l follow -d 'then each that happens'

@@ -3,3 +3,8 @@
 
 IVtTic::~IVtTic() = default;
 IVtClient::~IVtClient() = default;
+
+bool IVtClient::Recall(const QString& /*path*/, quint64 /*before*/, int /*count*/,
+                       const IVtHistory::Answer& /*answer*/) {
+    return false;
+}

@@ -3,6 +3,7 @@
 
 #include <platform/values/observable.h>
 #include <platform/vtclient/connectionexport.h>
+#include <platform/vtclient/ivthistory.h>
 
 #include <QtCore/QString>
 
@@ -98,6 +99,15 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
     virtual QString GetServerApplication() const { return QString(); }
     /// The round trip of the last ping; none while unknown.
     virtual std::optional<std::chrono::microseconds> GetLatency() const { return std::nullopt; }
+
+    /// Asks the server for at most \a count contents that the value at \a path, absolute and the server's,
+    /// had before the one with the number \a before, or the last of all for 0. Only of a server that says
+    /// that it answers: others end the session. \a answer is called once, from the event loop, also if the
+    /// connection is lost; not if this client ends. False, and nothing is asked, while not connected.
+    virtual bool Recall(const QString& path, quint64 before, int count, const IVtHistory::Answer& answer);
+    /// A number that the server has drawn at its start; 0 while not connected. So another one is another
+    /// start.
+    virtual quint64 GetServerEpoch() const { return 0; }
 
   protected:
     IVtClient() = default;

@@ -25,6 +25,7 @@ class VtServer::Private {
     explicit Private(IVtAccess& serverAccess) : access(serverAccess) {}
 
     IVtAccess& access;
+    IVtHistory* history = nullptr;
     std::unique_ptr<Works> works;
     std::unique_ptr<vt::SocketListener> listener;
     std::optional<ApplicationEnd> applicationEnd;  ///< while it listens
@@ -40,6 +41,10 @@ void VtServer::End() {
     Close(QStringLiteral("the server ends"));
 }
 
+void VtServer::SetHistory(IVtHistory* history) {
+    m_d->history = history;
+}
+
 bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     Close(QStringLiteral("the server listens elsewhere"));
     auto listener = std::make_unique<vt::SocketListener>();
@@ -51,6 +56,7 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     settings.maxSessions = options.maxSessions;
     settings.memoryBytes = options.memoryBytes;
     settings.maxPending = vt::MaxPending();
+    settings.history = m_d->history;
     m_d->works = std::make_unique<Works>(m_d->access, settings);
     m_d->listener = std::move(listener);
     m_d->listener->SetHandler(

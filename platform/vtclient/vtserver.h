@@ -3,6 +3,7 @@
 
 #include <platform/vtclient/connectionexport.h>
 #include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/ivthistory.h>
 
 #include <QtCore/QString>
 
@@ -52,6 +53,10 @@ class MCS_CONNECTION_EXPORT VtServer {
     ~VtServer();
     VtServer(const VtServer&) = delete;
     VtServer& operator=(const VtServer&) = delete;
+
+    /// Whom to ask what values held before; null, as at first, for nobody. Holds from the next Listen() on.
+    /// Not owned; outlives the server.
+    void SetHistory(IVtHistory* history);
 
     /// Starts to listen. False with the reason in one line in \a error: a port in use, an address that is
     /// none, a certificate that cannot be used, an interface that needs TLS and credentials.

@@ -61,6 +61,8 @@ class ConsoleSession : public QObject,
     void RetryNow();
     /// How long the server has owed an answer and said nothing; none while it owes none.
     std::optional<std::chrono::milliseconds> GetSilence() const;
+    /// Null while no server was asked for.
+    IVtClient* GetVtClient() const;
 
     static QString GetBasePath() { return QStringLiteral("/Server"); }
     /// The segments that are there: all at once, unless the server does not show all of them to this client.
@@ -95,7 +97,6 @@ class ConsoleSession : public QObject,
     QString WantedMpxOrvName() const;
     QString FreeMpxOrvName() const;
     EMCSControlTreeSegments ConnectedSegments() const;
-    IVtClient* GetVtClient() const;
     IVtRetry* GetRetry() const;
 
     ServerAddress m_server;

@@ -35,7 +35,10 @@ ServerProgram::ServerProgram(const ServerOptions& options)
       m_server(m_device, m_clock, PrintLine),
       m_configWatch(m_server.GetLog(), m_clock),
       m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
-      m_listener(m_access) {}
+      m_eventHistory(m_server.GetLog().GetJournal()),
+      m_listener(m_access) {
+    m_listener.SetHistory(&m_eventHistory);
+}
 
 bool ServerProgram::Start(QString* error) {
     if (!m_options.scriptFile.isEmpty() && !m_script.Load(m_options.scriptFile, error)) return false;

@@ -4,6 +4,7 @@
 #include <apps/common/qtclock.h>
 #include <apps/mcserver/access/serveraccess.h>
 #include <apps/mcserver/device/simulatedorv.h>
+#include <apps/mcserver/events/eventhistory.h>
 #include <apps/mcserver/log/peertraces.h>
 #include <apps/mcserver/program/configwatch.h>
 #include <apps/mcserver/program/mcsserver.h>
@@ -55,6 +56,7 @@ class ServerProgram {
     McsServer m_server;
     ConfigWatch m_configWatch;
     ServerAccess m_access;
+    EventHistory m_eventHistory;
     VtServer m_listener;
     OrvScript m_script;
 };

@@ -32,13 +32,14 @@ struct CommandWord {
 
 constexpr int Any = 200;  // a session may have 256 subscriptions
 // clang-format off
-constexpr std::array<CommandWord, 7> Commands = {{
+constexpr std::array<CommandWord, 8> Commands = {{
     {"ls",    ECommand::List,  0, Any,     ""},
     {"get",   ECommand::Get,   1, Any,     "a path"},
     {"set",   ECommand::Set,   2, Any + 1, "a path and a value"},
     {"watch", ECommand::Watch, 1, Any,     "a path"},
     {"hold",  ECommand::Hold,  1, Any,     "a path"},
     {"info",  ECommand::Info,  0, 0,       ""},
+    {"events", ECommand::Events, 0, 0,     ""},
     {"help",  ECommand::Help,  0, 1,       ""},
 }};
 // clang-format on

@@ -17,7 +17,7 @@
 
 namespace mctree {
 
-enum class ECommand { None, List, Get, Set, Watch, Hold, Info, Help, Version };
+enum class ECommand { None, List, Get, Set, Watch, Hold, Info, Events, Help, Version };
 
 /// What the command line asks for.
 struct Arguments {
@@ -32,8 +32,9 @@ struct Arguments {
     bool isRecursive = false;
     bool isJson = false;
     bool isChangesOnly = false;
+    bool isFollowing = false;
     bool isRetrying = true;
-    int count = 0;                                     ///< changes to watch; 0: endless
+    int count = 0;  ///< changes to watch, or events; 0: endless, or as many as is usual
     std::optional<std::chrono::milliseconds> timeout;  ///< if it was given
     ServerAddress server = {QStringLiteral("127.0.0.1")};
     VtClientOptions client;

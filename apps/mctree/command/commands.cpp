@@ -17,6 +17,8 @@ Outcome Run(const Context& context) {
             return RunHold(context);
         case ECommand::Info:
             return RunInfo(context);
+        case ECommand::Events:
+            return RunEvents(context);
         case ECommand::None:
         case ECommand::Help:
         case ECommand::Version:

@@ -22,11 +22,12 @@ struct Context {
 Outcome Run(const Context& context);
 
 // The commands, each in the file named after it.
-Outcome RunList(const Context& context);   ///< what is at and below paths
-Outcome RunGet(const Context& context);    ///< contents, also once a condition holds
-Outcome RunSet(const Context& context);    ///< sets contents and waits for the server's answers
-Outcome RunWatch(const Context& context);  ///< prints contents and changes until interrupted
-Outcome RunHold(const Context& context);   ///< uses what is at paths until interrupted
-Outcome RunInfo(const Context& context);   ///< what is known of the server
+Outcome RunList(const Context& context);    ///< what is at and below paths
+Outcome RunGet(const Context& context);     ///< contents, also once a condition holds
+Outcome RunSet(const Context& context);     ///< sets contents and waits for the server's answers
+Outcome RunWatch(const Context& context);   ///< prints contents and changes until interrupted
+Outcome RunHold(const Context& context);    ///< uses what is at paths until interrupted
+Outcome RunInfo(const Context& context);    ///< what is known of the server
+Outcome RunEvents(const Context& context);  ///< what happened at the server, and what happens
 
 }  // namespace mctree

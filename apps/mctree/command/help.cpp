@@ -16,6 +16,7 @@ commands
   set -f FILE                   the same for each line of a file ("-": the standard input)
   watch PATH...                 what there is, then every change as a line, until interrupted
   hold PATH...                  uses an MpxORV and keeps it, until interrupted
+  events [--follow] [--count N] what happened at the server, the last N (20)
   info                          the server, the connection and how many values there are
   help [COMMAND]                this text, or all about a command
 
@@ -114,6 +115,17 @@ Tells of the server: what it calls itself, its address, encryption, the version 
 trip, and how many values it shows us.
 )";
 
+const char* const HelpOfEvents = R"(usage: mctree events [--follow] [--count N]
+
+Prints the last events of the server, the oldest first: date and time here, how much it matters (info, notice,
+warning, alarm), whose it is, and what it was. The server keeps the last 2,000 since it started.
+
+  --count N         the last N of them (20)
+  --follow          then each that happens, until interrupted or the connection is lost
+  --json            an object a line, as the server tells it: "n" numbers it, "time" is in UTC, "code" and
+                    "args" say by a code what "text" says in English
+)";
+
 }  // namespace
 
 QString HelpText(ECommand topic) {
@@ -130,6 +142,8 @@ QString HelpText(ECommand topic) {
             return QString::fromUtf8(HelpOfHold);
         case ECommand::Info:
             return QString::fromUtf8(HelpOfInfo);
+        case ECommand::Events:
+            return QString::fromUtf8(HelpOfEvents);
         default:
             return QString::fromUtf8(HelpOfAll);
     }

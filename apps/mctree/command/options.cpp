@@ -127,8 +127,9 @@ const std::vector<Option>& Option::All() {
         {"--wait",         true,  EBelongs::ToGet,    SetCondition},
         {"-f",             true,  EBelongs::ToSet,    SetLinesFile},
         {"--file",         true,  EBelongs::ToSet,    SetLinesFile},
-        {"--count",        true,  EBelongs::ToWatch,  SetCount},
+        {"--count",        true,  EBelongs::ToLines,  SetCount},
         {"--changes-only", false, EBelongs::ToWatch,  Switch<&Arguments::isChangesOnly>},
+        {"--follow",       false, EBelongs::ToEvents, Switch<&Arguments::isFollowing>},
         {"-h",             false, EBelongs::ToAll,    Command<ECommand::Help>},
         {"--help",         false, EBelongs::ToAll,    Command<ECommand::Help>},
         {"-V",             false, EBelongs::ToAll,    Command<ECommand::Version>},
@@ -159,7 +160,11 @@ bool Option::IsFor(ECommand command) const {
         case EBelongs::ToWatch:
             return command == ECommand::Watch;
         case EBelongs::ToPaths:
-            return command != ECommand::Info;
+            return command != ECommand::Info && command != ECommand::Events;
+        case EBelongs::ToLines:
+            return command == ECommand::Watch || command == ECommand::Events;
+        case EBelongs::ToEvents:
+            return command == ECommand::Events;
     }
     Q_UNREACHABLE();
 }
@@ -174,6 +179,10 @@ QString Option::Commands() const {
             return QStringLiteral("set");
         case EBelongs::ToWatch:
             return QStringLiteral("watch");
+        case EBelongs::ToLines:
+            return QStringLiteral("watch and events");
+        case EBelongs::ToEvents:
+            return QStringLiteral("events");
         default:
             return QStringLiteral("paths");
     }

@@ -11,7 +11,7 @@ namespace mctree {
 
 /// One option of the command line: its name, whether a value follows, what it belongs to, and what it does.
 struct Option {
-    enum class EBelongs { ToAll, ToServer, ToList, ToGet, ToSet, ToWatch, ToPaths };
+    enum class EBelongs { ToAll, ToServer, ToList, ToGet, ToSet, ToWatch, ToLines, ToEvents, ToPaths };
 
     const char* name;
     bool takesValue;

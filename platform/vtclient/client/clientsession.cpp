@@ -154,6 +154,7 @@ void ClientSession::On(const WelcomeMessage& welcome, const Arrival& /*arrival*/
     m_state = EState::Connected;
     m_number = welcome.session;
     m_serverApplication = welcome.application;
+    m_epoch = welcome.epoch;
     // The more patient of the two, but the ping must come before the server's patience ends.
     m_deadAfter = std::max(m_options.deadAfter, welcome.ping);
     m_pingInterval = std::max(milliseconds(1), std::min(m_options.pingInterval, welcome.dead / 3));
@@ -211,6 +212,19 @@ void ClientSession::On(const AnswerMessage& answer, const Arrival& /*arrival*/) 
     if (link != nullptr) link->OnAnswer(answer);
 }
 
+void ClientSession::On(const RecalledMessage& recalled, const Arrival& /*arrival*/) {
+    const auto found = m_recalls.find(recalled.req);
+    if (found == m_recalls.end()) return Fail(QStringLiteral("an answer to no question"));
+    const IVtHistory::Answer answer = std::move(found->second);
+    m_recalls.erase(found);
+    VtHistoryPage page{recalled.reason, recalled.texts, recalled.next};
+    if (recalled.result == EResult::Done)
+        page.refusal.clear();
+    else if (page.refusal.isEmpty())
+        page.refusal = QStringLiteral("the server does not say why");
+    answer(page);
+}
+
 // Null if it was ended meanwhile, or never was, which ends the session.
 ClientLink* ClientSession::FindLink(quint32 sub) {
     const auto found = m_subscriptions.find(sub);
@@ -253,6 +267,19 @@ quint32 ClientSession::SendRequest(ClientLink& link, std::string_view bytes) {
     m_requests[++m_lastRequest] = &link;
     SendBytes(bytes);
     return m_lastRequest;
+}
+
+void ClientSession::Recall(const QString& path, quint64 before, quint64 count,
+                           const IVtHistory::Answer& answer) {
+    m_recalls[++m_lastRequest] = answer;
+    Send(RecallMessage{m_lastRequest, path, before, count});
+}
+
+std::vector<IVtHistory::Answer> ClientSession::TakeRecalls() {
+    std::vector<IVtHistory::Answer> answers;
+    for (auto& recall : std::exchange(m_recalls, {}))
+        answers.push_back(std::move(recall.second));
+    return answers;
 }
 
 void ClientSession::Forget(const ClientLink& link) {

@@ -5,14 +5,17 @@
 #include <platform/vtclient/client/calldepth.h>
 #include <platform/vtclient/client/turnrequest.h>
 #include <platform/vtclient/ichannel.h>
+#include <platform/vtclient/ivthistory.h>
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/wire/messages.h>
 
 #include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace values {
 class TreeItem;
@@ -77,6 +80,12 @@ class ClientSession final : private IChannelListener {
     quint32 SendCreation(ClientLink& link, quint32 sub, CreateMessage* create, const values::TreeItem& item);
     /// Tells \a link, which ends, no answer any more.
     void Forget(const ClientLink& link);
+    /// Asks the history; \a answer is told once, unless TakeRecalls() takes it away.
+    void Recall(const QString& path, quint64 before, quint64 count, const IVtHistory::Answer& answer);
+    /// Those that were not answered, which nobody is told any more.
+    std::vector<IVtHistory::Answer> TakeRecalls();
+    /// The server's, as it said.
+    quint64 Epoch() const { return m_epoch; }
     /// The server broke a rule: says so, and ends.
     void Fail(const QString& reason) { Fail(EBye::Malformed, reason); }
     /// Ends without telling the host, after a farewell.
@@ -113,6 +122,7 @@ class ClientSession final : private IChannelListener {
     void On(const AnswerMessage& answer, const Arrival& arrival);
     void On(const PingMessage& ping, const Arrival& arrival);
     void On(const PongMessage& pong, const Arrival& arrival);
+    void On(const RecalledMessage& recalled, const Arrival& arrival);
     ClientLink* FindLink(quint32 sub);
     void CountForAck(qint64 size);
     template <class M>
@@ -143,6 +153,8 @@ class ClientSession final : private IChannelListener {
     quint32 m_lastSub = 0;
     std::unordered_map<quint32, ClientLink*> m_requests;  ///< null: the link has ended
     quint32 m_lastRequest = 0;
+    std::map<quint32, IVtHistory::Answer> m_recalls;
+    quint64 m_epoch = 0;
     quint64 m_received = 0;  ///< messages to be acknowledged
     int m_unackedMessages = 0;
     qint64 m_unackedBytes = 0;

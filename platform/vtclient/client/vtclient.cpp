@@ -3,6 +3,7 @@
 
 #include <platform/values/node.h>
 #include <platform/vtclient/client/clienttrace.h>
+#include <platform/vtclient/wire/vtlimits.h>
 
 #include <algorithm>
 #include <utility>
@@ -76,6 +77,13 @@ std::optional<std::chrono::milliseconds> VtClient::GetSilence() const {
     return silence ? std::optional(std::chrono::floor<std::chrono::milliseconds>(*silence)) : std::nullopt;
 }
 
+bool VtClient::Recall(const QString& path, quint64 before, int count, const IVtHistory::Answer& answer) {
+    const bool isAskable = IsConnected() && count >= 0 && path.startsWith(QLatin1Char('/')) &&
+                           path.size() <= vtlimits::MaxPathLength;
+    if (isAskable) m_session->Recall(path, before, static_cast<quint64>(count), answer);
+    return isAskable;
+}
+
 // The connection -------------------------------------------------------------------------------------------
 
 void VtClient::OnConnected(std::unique_ptr<IChannel> channel) {
@@ -111,6 +119,9 @@ void VtClient::OnSessionEnded(const ClientSession::Ending& ending) {
     m_tics.TellEstablished();
     m_tics.TellAnswered();
     m_turn.Make();  // which destroys the session
+    // Last, since whoever is told may end this client.
+    for (const IVtHistory::Answer& answer : m_deadSessions.back()->TakeRecalls())
+        if (!m_isEnded) answer({ending.reason, {}, 0});
 }
 
 void VtClient::OnInputHandled() {

@@ -51,6 +51,8 @@ class VtClient final : public IVtClient,
     bool HasUnansweredWrites() const override;
     QString GetServerApplication() const override;
     std::optional<std::chrono::microseconds> GetLatency() const override;
+    bool Recall(const QString& path, quint64 before, int count, const IVtHistory::Answer& answer) override;
+    quint64 GetServerEpoch() const override { return IsConnected() ? m_session->Epoch() : 0; }
 
     std::optional<std::chrono::milliseconds> GetTimeToRetry() const override;
     void RetryNow() override;

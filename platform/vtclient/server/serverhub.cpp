@@ -250,8 +250,10 @@ bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
         ServerSession* const session = m_toServe.front();
         m_toServe.pop_front();
         session->listed.isToServe = false;
-        if (!session->IsEnded() && session->SendBacklog(isTimeUp)) ServeLater(*session);
+        const bool hasMore = !session->IsEnded() && session->SendBacklog(isTimeUp);
+        if (hasMore) ServeLater(*session);
         session->SendLateAnswers();
+        if (!hasMore) session->Recall();
         if (budget.IsUp()) return m_toServe.empty();
     }
     return true;

@@ -7,6 +7,7 @@
 #include <platform/vtclient/channel/waitingroom.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/ivthistory.h>
 #include <platform/vtclient/server/serversession.h>
 #include <platform/vtclient/server/sessionbudget.h>
 #include <platform/vtclient/server/watchedsubtrees.h>
@@ -37,6 +38,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
         int maxSessions = vtlimits::MaxSessions;
         qint64 memoryBytes = vtlimits::DefaultMemory;  ///< that sessions may make it hold
         std::function<void()> giveBack = GiveFreedMemoryBack;
+        IVtHistory* history = nullptr;  ///< outlives the hub; null: nothing is kept
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -66,6 +68,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
 
     // For sessions and what they have subscribed.
     IVtAccess& Access() const { return m_access; }
+    IVtHistory* History() const { return m_settings.history; }
     const QString& Application() const { return m_settings.application; }
     std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
     std::chrono::milliseconds DeadAfter() const { return m_settings.deadAfter; }

@@ -66,7 +66,7 @@ void ServerSession::CountHeld() {
     if (m_isEnded) return;
     m_unfinished = m_channel->Unfinished();
     auto held = static_cast<std::size_t>(m_unfinished + m_channel->Unsent());
-    held += m_lateAnswers.size() * sizeof(m_lateAnswers[0]);
+    held += m_lateAnswers.size() * sizeof(m_lateAnswers[0]) + m_recalls.HeldBytes();
     for (const auto& subscription : m_subscriptions)
         held += subscription.second->HeldBytes();
     m_hub.Charge(*this, static_cast<qint64>(held));
@@ -110,6 +110,7 @@ void ServerSession::Check(std::chrono::microseconds now) {
     if (silence >= m_hub.DeadAfter())
         return End(EBye::Silence, QStringLiteral("nothing heard for %1 ms").arg(silence.count()));
     CheckAcknowledging(now);
+    if (!m_recalls.IsEmpty()) m_hub.ServeLater(*this);
     m_channel->GiveBackRoom();
     CountHeld();
     if (m_isEnded) return;
@@ -425,6 +426,39 @@ void ServerSession::SendLateAnswers() {
     for (auto answer = m_lateAnswers.begin(); answer != firstKept; ++answer)
         SendInParts(Encode(answer->second), QByteArray(), {});
     m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
+}
+
+void ServerSession::On(const RecallMessage& recall) {
+    if (!recall.path.startsWith(QLatin1Char('/')))
+        return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(recall.path));
+    const QString path = NormalisedPath(recall.path);
+    VtHistoryPage page;
+    if (!m_hub.Access().MayRead(m_peer, path))
+        page.refusal = QStringLiteral("'%1' may not be read by '%2'").arg(path, m_peer.user);
+    else if (m_hub.History() == nullptr)
+        page.refusal = QStringLiteral("nothing is kept of '%1'").arg(path);
+    else if (!m_recalls.Add({recall.req, path, recall.before, recall.count}))
+        page.refusal = QStringLiteral("%1 questions wait already").arg(vtlimits::MaxRecallsWaiting);
+    else
+        return m_hub.ServeLater(*this);
+    Send(Recalls::ToMessage(recall.req, page));
+}
+
+// Behind all changes that can be sent, and not while the client has not read what it got.
+void ServerSession::Recall() {
+    while (!m_isEnded && m_channel->Unsent() < vtlimits::UnsentToNote) {
+        const std::optional<RecallMessage> recall = m_recalls.Take(m_hub.Now());
+        if (!recall) return;
+        const auto most = static_cast<quint64>(vtlimits::MaxRecalledAtOnce);
+        const auto answer = [this, isAlive = m_recalls.IsAlive(),
+                             req = recall->req](const VtHistoryPage& page) {
+            if (*isAlive && !m_isEnded) Send(Recalls::ToMessage(req, page));
+        };
+        m_hub.History()->Recall(
+            {recall->path, recall->before, static_cast<int>(std::min(recall->count, most)),
+             vtlimits::MaxRecalledLength},
+            answer);
+    }
 }
 
 namespace {

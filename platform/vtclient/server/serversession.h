@@ -3,6 +3,7 @@
 
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
+#include <platform/vtclient/server/recalls.h>
 #include <platform/vtclient/server/sessionbudget.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/wire/messages.h>
@@ -49,6 +50,8 @@ class ServerSession final : public IChannelListener {
     bool SendBacklog(const std::function<bool()>& isTimeUp);
     /// Answers the creations whose items the client has been told of.
     void SendLateAnswers();
+    /// Asks the history what the client wants to know, as far as that is due and nothing else waits.
+    void Recall();
     /// Ends the session if what waits for the client has grown beyond its limit.
     void CheckQueue();
     /// The item of \a subscription went, or came.
@@ -82,6 +85,7 @@ class ServerSession final : public IChannelListener {
     void On(const AckMessage& ack);
     void On(const WriteMessage& write);
     void On(const CreateMessage& create);
+    void On(const RecallMessage& recall);
     void On(const PingMessage& ping);
     void On(const PongMessage& /*pong*/) {}
     void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
@@ -120,6 +124,7 @@ class ServerSession final : public IChannelListener {
     qint64 m_unfinished = 0;  ///< when that was counted last
     std::size_t m_created = 0;
     std::vector<std::pair<quint32, AnswerMessage>> m_lateAnswers;  ///< of creations, by subscription
+    Recalls m_recalls;
     ChangeWriter m_writer;
 };
 

@@ -253,11 +253,49 @@ struct PongMessage {
     static constexpr auto Fields() { return std::tuple(wire::Field{"number", &PongMessage::number}); }
 };
 
+/// Asks what the value at a path held before.
+struct RecallMessage {
+    static constexpr EMessage Type = EMessage::Recall;
+    static constexpr ESender Sender = ESender::Client;
+
+    quint32 req = 0;
+    QString path;
+    quint64 before = 0;
+    quint64 count = 0;
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"req", &RecallMessage::req},
+                          Field{"path", &RecallMessage::path, TextUpTo{vtlimits::MaxPathLength}},
+                          Field{"before", &RecallMessage::before}, Field{"count", &RecallMessage::count});
+    }
+};
+
+struct RecalledMessage {
+    static constexpr EMessage Type = EMessage::Recalled;
+    static constexpr ESender Sender = ESender::Server;
+
+    quint32 req = 0;
+    EResult result = EResult::Done;
+    QString reason;
+    quint64 next = 0;   ///< before which to ask for older ones; 0 if there are none
+    QStringList texts;  ///< the oldest first
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"req", &RecalledMessage::req},
+                          Field{"result", &RecalledMessage::result, UpTo(EResult::Gone)},
+                          Field{"reason", &RecalledMessage::reason, TextCutTo{vtlimits::MaxReasonLength}},
+                          Field{"next", &RecalledMessage::next},
+                          Field{"text", &RecalledMessage::texts, TextsUpTo{vtlimits::MaxRecalledText}});
+    }
+};
+
 /// Any of them, in the order of their numbers, from 1 on.
-using Message =
-    std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
-                 SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage, AckMessage,
-                 WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage>;
+using Message = std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
+                             SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage,
+                             AckMessage, WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage,
+                             RecallMessage, RecalledMessage>;
 
 namespace wire {
 

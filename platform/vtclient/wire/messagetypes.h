@@ -22,7 +22,9 @@ enum class EMessage : std::uint8_t {
     Answer = 13,
     Create = 14,
     Ping = 15,
-    Pong = 16
+    Pong = 16,
+    Recall = 17,
+    Recalled = 18
 };
 
 /// Which end of a connection sends a message.

@@ -46,6 +46,14 @@ constexpr std::size_t MaxWrittenChoices = 256;          // of a selection that a
 constexpr int MaxWrittenNumbers = 4096;                 // of a list that a client writes
 constexpr std::size_t MaxCreatedPerSession = 10000;     // items that one session may create
 
+// What values held before: of little weight beside what they hold now.
+constexpr int MaxRecalledText = 64 * 1024;                // UTF-16 code units of one
+constexpr int MaxRecalledAtOnce = 100;                    // texts in one answer
+constexpr int MaxRecalledLength = 64 * 1024;              // UTF-16 code units of all of them, like a batch
+constexpr std::size_t MaxRecallsWaiting = 16;             // per session: nobody needs more pages at once
+constexpr int RecallBurst = 4;                            // answers at once: what a window shows at first
+constexpr std::chrono::milliseconds RecallInterval(250);  // after which one more is allowed
+
 // What clients make the server hold, in all: what is incomplete, what waits for them, what they asked for.
 constexpr qint64 DefaultMemory = 32 << 20;  // unless the server's options say otherwise
 // Beside that, what a connection costs as long as it is there: buffers of Qt and OpenSSL that never shrink.

@@ -18,7 +18,7 @@ Event Tuned() {
     Event event;
     event.number = 7;
     event.time = QDateTime(QDate(2026, 11, 22), QTime(14, 3, 21, 250), Qt::UTC);
-    event.severity = ESeverity::Notice;
+    event.severity = EEventSeverity::Notice;
     event.source = S("MpxORV A");
     event.who = S("mcconsole on tower1 (10.0.0.5:50000)");
     event.said = {ECode::Tuned, {S("121.5 MHz"), S("A")}};
@@ -54,7 +54,7 @@ TEST(EventTest, ShowsTheEnglishLineWhereTheCodeIsNotKnownHere) {
     ASSERT_TRUE(read);
     EXPECT_EQ(read->code, S("of-tomorrow"));
     EXPECT_EQ(read->Translated(), S("later"));
-    EXPECT_EQ(read->severity, ESeverity::Info);
+    EXPECT_EQ(read->severity, EEventSeverity::Info);
 }
 
 struct NoEvent {

@@ -89,11 +89,12 @@ class ConsoleInGerman : public testing::Test {
 };
 
 TEST_F(ConsoleInGerman, HasGermanPages) {
-    EXPECT_THAT(Console("de").Tabs(), ElementsAre("Zustand", "Konfiguration", "Befehle", "Bodensender",
-                                                  "Protokoll", "MpxORVs", "MpxORV-Status", "Mein MpxORV"));
+    EXPECT_THAT(Console("de").Tabs(),
+                ElementsAre("Zustand", "Konfiguration", "Befehle", "Bodensender", "Ereignisse", "Protokoll",
+                            "MpxORVs", "MpxORV-Status", "Mein MpxORV"));
     EXPECT_THAT(Console("en").Tabs(),
-                ElementsAre("Status", "Configuration", "Commands", "Ground transmitters", "Log", "MpxORVs",
-                            "MpxORV status", "My MpxORV"));
+                ElementsAre("Status", "Configuration", "Commands", "Ground transmitters", "Events", "Log",
+                            "MpxORVs", "MpxORV status", "My MpxORV"));
 }
 
 TEST_F(ConsoleInGerman, SharesHardlyAnyTextWithTheEnglishOne) {

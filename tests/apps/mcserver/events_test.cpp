@@ -2,9 +2,8 @@
 #include <tests/apps/mcserver/serverfixture.h>
 
 #include <apps/common/event.h>
+#include <apps/mcserver/events/eventhistory.h>
 #include <apps/mcserver/log/peertext.h>
-
-#include <tests/support/recordingobserver.h>
 
 #include <vector>
 
@@ -102,7 +101,7 @@ TEST_F(EventsTest, ATuningIsToldWithWhoAskedForIt) {
     EXPECT_EQ(event.text, S("MpxORVhostA_receiver is tuned to 121.5 MHz"));
     EXPECT_EQ(event.source, S("MpxORV ") + m_name);
     EXPECT_EQ(event.who, m_who);
-    EXPECT_EQ(event.severity, ESeverity::Info);
+    EXPECT_EQ(event.severity, EEventSeverity::Info);
     ASSERT_EQ(event.said.GetArguments().size(), 2U);
     EXPECT_EQ(event.said.GetArguments()[0], CodedText(S("121.5 MHz")));
     EXPECT_EQ(TakeLog(), QStringList()) << "the log has no line for it";
@@ -120,7 +119,7 @@ TEST_F(EventsTest, ARefusalHasTheLineOfTheLogAndTheReasonByCode) {
     const Event event = TakeOnly("request-refused");
     EXPECT_EQ(QStringList{event.text}, TakeLog());
     EXPECT_EQ(event.text, S("MpxORVhostA_receiver: refused: needs MayCal"));
-    EXPECT_EQ(event.severity, ESeverity::Notice);
+    EXPECT_EQ(event.severity, EEventSeverity::Notice);
     EXPECT_EQ(Answer(m_name), S("refused: needs MayCal"));
     EXPECT_EQ(AnswerCode(m_name), event.said.GetArguments().at(1));
 }
@@ -151,7 +150,7 @@ TEST_F(EventsTest, WhatEndsByItselfIsAWarning) {
     m_device->Disconnect();
     const Event event = TakeOnly("request-ended");
     EXPECT_EQ(event.text, S("MpxORVhostA_receiver: ended: the ORV is not connected"));
-    EXPECT_EQ(event.severity, ESeverity::Warning);
+    EXPECT_EQ(event.severity, EEventSeverity::Warning);
     EXPECT_EQ(Answer(m_name), S("ended: the ORV is not connected"));
     EXPECT_EQ(AnswerCode(m_name).ToEnglish(), Answer(m_name));
 }
@@ -211,9 +210,70 @@ TEST_F(EventsTest, LosingTheDeviceIsAnAlarmAndLettingItGoIsNot) {
     Start();
     TakeEvents();
     m_server->OnConnectionChanged(false, {ECode::DeviceLost, {CodedText(ECode::DeviceDoesNotAnswer)}});
-    EXPECT_EQ(TakeEvents().front().severity, ESeverity::Alarm);
+    EXPECT_EQ(TakeEvents().front().severity, EEventSeverity::Alarm);
     m_server->OnConnectionChanged(false, ECode::DeviceLetGo);
-    EXPECT_EQ(TakeEvents().front().severity, ESeverity::Notice);
+    EXPECT_EQ(TakeEvents().front().severity, EEventSeverity::Notice);
+}
+
+class EventHistoryTest : public EventsTest {
+  protected:
+    /// Asks as a client does, and hands on the numbers of what comes.
+    std::vector<qint64> Ask(quint64 before, int count, int length = 1000000, const char* path = nullptr) {
+        std::vector<qint64> numbers;
+        m_history.Recall({path != nullptr ? S(path) : EventJournal::Path(), before, count, length},
+                         [&](const VtHistoryPage& page) {
+                             m_page = page;
+                             for (const QString& text : page.texts)
+                                 numbers.push_back(Event::FromJson(text).value_or(Event()).number);
+                         });
+        return numbers;
+    }
+    void Write(int count) {
+        for (int i = 0; i < count; ++i)
+            m_server->GetLog().Write(ECode::ConfigSaved);
+    }
+
+    EventHistory m_history{m_server->GetLog().GetJournal()};
+    VtHistoryPage m_page;
+};
+
+TEST_F(EventHistoryTest, IsOfferedInTheStatus) {
+    const auto* const value =
+        values::FindValue<values::Value<int>>(S("/MultiChannelServer/Status/EventHistory"), nullptr, nullptr);
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->GetValue(), 2000);
+}
+
+TEST_F(EventHistoryTest, GivesTheLastOnesAndThoseBefore) {
+    Write(10);
+    EXPECT_EQ(Ask(0, 3), (std::vector<qint64>{8, 9, 10}));
+    EXPECT_EQ(m_page.next, 8U);
+    EXPECT_EQ(Ask(m_page.next, 3), (std::vector<qint64>{5, 6, 7}));
+    EXPECT_EQ(Ask(3, 100), (std::vector<qint64>{1, 2}));
+    EXPECT_EQ(m_page.next, 0U);
+    EXPECT_EQ(Ask(1, 100), std::vector<qint64>());
+    EXPECT_EQ(m_page.refusal, QString());
+    EXPECT_EQ(Ask(1000, 1), std::vector<qint64>{10});
+    EXPECT_EQ(Ask(0, 0), std::vector<qint64>());
+}
+
+TEST_F(EventHistoryTest, GivesOnlyWhatIsKept) {
+    Write(EventJournal::MaxKept + 5);
+    EXPECT_EQ(Ask(6, 100), std::vector<qint64>());
+    EXPECT_EQ(Ask(8, 100), (std::vector<qint64>{6, 7}));
+    EXPECT_EQ(m_page.next, 0U);
+}
+
+TEST_F(EventHistoryTest, GivesNoMoreThanThereIsRoomFor) {
+    Write(10);
+    const int length = m_server->GetLog().GetJournal().GetEntries().back().json.size();
+    EXPECT_EQ(Ask(0, 100, 2 * length), (std::vector<qint64>{9, 10}));
+    EXPECT_EQ(m_page.next, 9U);
+}
+
+TEST_F(EventHistoryTest, OfOtherValuesNothingIsKept) {
+    EXPECT_EQ(Ask(0, 1, 1000, "/MultiChannelServer/Status/LogMessage"), std::vector<qint64>());
+    EXPECT_EQ(m_page.refusal, S("nothing is kept of '/MultiChannelServer/Status/LogMessage'"));
 }
 
 }  // namespace

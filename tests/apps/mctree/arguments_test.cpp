@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRow{"CertificateAlone", {"info", "--cert", "c.pem"}, "--cert and --key belong together"},
         WrongRow{"KeyAlone", {"info", "--key", "k.pem"}, "--cert and --key belong together"},
         WrongRow{"RecursiveGet", {"get", "/a", "-r"}, "-r belongs to ls"},
-        WrongRow{"CountOfGet", {"get", "/a", "--count", "1"}, "--count belongs to watch"},
+        WrongRow{"CountOfGet", {"get", "/a", "--count", "1"}, "--count belongs to watch and events"},
         WrongRow{"LongName", {"get", longName.c_str()}, "a path is too long"}),
     RowName());
 

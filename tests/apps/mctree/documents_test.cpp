@@ -25,8 +25,8 @@ QString ManualPage() {
 
 QString HelpTexts() {
     QString all = HelpText(ECommand::None);
-    for (ECommand topic :
-         {ECommand::List, ECommand::Get, ECommand::Set, ECommand::Watch, ECommand::Hold, ECommand::Info})
+    for (ECommand topic : {ECommand::List, ECommand::Get, ECommand::Set, ECommand::Watch, ECommand::Hold,
+                           ECommand::Info, ECommand::Events})
         all += HelpText(topic);
     return all;
 }

@@ -31,6 +31,14 @@ class ServedVtClient final : public FakeVtClient, private IObserver {
     /// The most tics that there were at the same time.
     std::size_t MostTics() const { return m_mostTics; }
 
+    bool Recall(const QString& /*path*/, quint64 before, int count, const IVtHistory::Answer& tell) override {
+        if (!recall) return false;
+        Soon([this, before, count, tell] { tell(recall(before, count)); });
+        return true;
+    }
+    /// What the server answers to who asks what was before; null: not asked.
+    std::function<VtHistoryPage(quint64 before, int count)> recall;
+
     values::Node server;        ///< the remote tree; its root
     bool isRootHidden = false;  ///< the root is not for this client
     /// What the server does with an edited value before it answers; null: nothing is ever answered.

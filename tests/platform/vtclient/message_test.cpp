@@ -83,6 +83,12 @@ const Row Rows[] = {
      "88 0e 00 00 62 2f73 06 00 00 83 61 41 fb3fe0000000000000 21"},
     {"Ping", vt::PingMessage{0}, "9f 0f 00 ff", "82 0f 00"},
     {"Pong", vt::PongMessage{1000000}, "9f 10 1a000f4240 ff", "82 10 1a000f4240"},
+    {"Recall", vt::RecallMessage{5, S("/a"), 300, 24}, "9f 11 05 62 2f61 19012c 1818 ff",
+     "85 11 05 62 2f61 19012c 1818"},
+    {"Recalled", vt::RecalledMessage{5, vt::EResult::Done, {}, 24, QStringList{S("a"), S("b")}},
+     "9f 12 05 00 60 1818 82 61 61 61 62 ff", "86 12 05 00 60 1818 82 61 61 61 62"},
+    {"RecallDenied", vt::RecalledMessage{5, vt::EResult::Denied, S("no"), 0, {}},
+     "9f 12 05 02 62 6e6f 00 80 ff", "86 12 05 02 62 6e6f 00 80"},
 };
 
 class MessageTest : public testing::TestWithParam<Row> {};

@@ -60,6 +60,9 @@ const Row Rows[] = {
      "29bd2795e610e799"},
     {"Ping", "9f 0f 00 ff", "f1ac20a94551c708"},
     {"Pong", "9f 10 1a000f4240 ff", "b0c196d0d26db5c8"},
+    {"Recall", "9f 11 05 62 2f61 19012c 1818 ff", "6a73c4e4d1f0d1f1"},
+    {"Recalled", "9f 12 05 00 60 1818 82 61 61 61 62 ff", "42a6a30ae2f04175"},
+    {"RecallDenied", "9f 12 05 02 62 6e6f 00 80 ff", "00128586e8698363"},
 };
 
 /// What becomes of some bytes, in one line.
@@ -108,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(All, MessageVariantsTest, testing::ValuesIn(Rows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(MessageVariantsTableTest, HasEveryMessage) {
-    for (int type = 1; type <= static_cast<int>(vt::EMessage::Pong); ++type) {
+    for (int type = 1; type <= static_cast<int>(vt::EMessage::Recalled); ++type) {
         const auto isOfType = [type](const Row& row) { return Bytes(row.hex)[1] == static_cast<char>(type); };
         EXPECT_TRUE(std::any_of(std::begin(Rows), std::end(Rows), isOfType)) << "message " << type;
     }

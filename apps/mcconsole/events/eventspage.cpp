@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/events/eventspage.h>
+
+#include <apps/mcconsole/events/eventexport.h>
+
+#include <platform/widgets/notifications.h>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+#include <QtCore/QScopedValueRollback>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QVBoxLayout>
+
+#include <utility>
+
+namespace {
+
+constexpr int EventRowHeight = 22;
+
+}  // namespace
+
+EventsPage::EventsPage(Source source, QWidget* parent)
+    : Page(parent), m_source(std::move(source)), m_feed(m_source.client) {
+    BuildTable();
+    m_state = new QLabel(this);
+    m_state->setObjectName(QStringLiteral("EventsState"));
+    m_state->setTextFormat(Qt::PlainText);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(BuildBar());
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_state);
+    connect(&m_feed, &EventFeed::Restarted, &m_model, &EventModel::Clear);
+    connect(&m_feed, &EventFeed::Came, this, &EventsPage::OnCame);
+    connect(&m_feed, &EventFeed::OlderCame, this, &EventsPage::OnOlderCame);
+    connect(&m_feed, &EventFeed::StateChanged, this, &EventsPage::ShowState);
+    connect(&m_model, &EventModel::FirstRowsGone, this, &EventsPage::OnFirstRowsGone);
+    connect(&m_model, &QAbstractItemModel::rowsInserted, this, &EventsPage::ShowState);
+    connect(&m_model, &QAbstractItemModel::modelReset, this, &EventsPage::ShowState);
+    connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, &EventsPage::OnScrolled);
+    Follow(true);
+}
+
+void EventsPage::BuildTable() {
+    m_view = new QTableView(this);
+    m_view->setObjectName(QStringLiteral("EventsTable"));
+    m_view->setAccessibleName(tr("Events"));
+    m_view->setModel(&m_model);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setTabKeyNavigation(false);
+    m_view->setWordWrap(false);
+    m_view->setShowGrid(false);
+    m_view->setAlternatingRowColors(true);
+    m_view->verticalHeader()->hide();
+    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_view->verticalHeader()->setMinimumSectionSize(EventRowHeight);
+    m_view->verticalHeader()->setDefaultSectionSize(EventRowHeight);
+    m_view->horizontalHeader()->setHighlightSections(false);
+    m_view->horizontalHeader()->setStretchLastSection(true);
+    const QFontMetrics metrics(m_view->font());
+    const auto widthOf = [&metrics](const QString& text) { return metrics.horizontalAdvance(text) + 24; };
+    m_view->setColumnWidth(EventModel::SeverityColumn, widthOf(tr("Warning")) + 24);
+    m_view->setColumnWidth(EventModel::TimeColumn, widthOf(QStringLiteral("2026-11-22 14:03:21")));
+    m_view->setColumnWidth(EventModel::SourceColumn, widthOf(QStringLiteral("MpxORV tower1")));
+    m_view->setColumnWidth(EventModel::WhoColumn, widthOf(QStringLiteral("mcconsole on t1")));
+}
+
+QWidget* EventsPage::BuildBar() {
+    auto* const bar = new QWidget(this);
+    m_severity = new QComboBox(bar);
+    m_severity->setObjectName(QStringLiteral("EventsSeverity"));
+    m_severity->setAccessibleName(tr("Severity"));
+    for (const auto& [text, least] : {std::pair(tr("All severities"), EEventSeverity::Info),
+                                      std::pair(tr("Notices and above"), EEventSeverity::Notice),
+                                      std::pair(tr("Warnings and alarms"), EEventSeverity::Warning),
+                                      std::pair(tr("Alarms"), EEventSeverity::Alarm)})
+        m_severity->addItem(text, static_cast<int>(least));
+    m_origin = new QComboBox(bar);
+    m_origin->setObjectName(QStringLiteral("EventsSource"));
+    m_origin->setAccessibleName(tr("Source"));
+    m_origin->addItem(tr("All sources"), QString());
+    for (const char* const source : {"server", "device", "suppression", "access", "config", "MpxORV"}) {
+        const QString name = QLatin1String(source);
+        m_origin->addItem(name == QLatin1String("MpxORV") ? tr("MpxORVs") : EventModel::WordForSource(name),
+                          name);
+    }
+    m_search = new QLineEdit(bar);
+    m_search->setObjectName(QStringLiteral("EventsSearch"));
+    m_search->setPlaceholderText(tr("Search"));
+    m_search->setAccessibleName(tr("Search"));
+    m_search->setToolTip(tr("Ctrl+F"));
+    m_search->setClearButtonEnabled(true);
+    auto* const find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(find);
+    m_older = new QPushButton(tr("Show &older"), bar);
+    m_older->setObjectName(QStringLiteral("EventsOlder"));
+    m_follow = new QPushButton(bar);
+    m_follow->setObjectName(QStringLiteral("EventsFollow"));
+    m_follow->setCheckable(true);
+    m_export = new QPushButton(tr("&Export..."), bar);
+    m_export->setObjectName(QStringLiteral("EventsExport"));
+    auto* const layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* const widget : std::initializer_list<QWidget*>{m_severity, m_origin})
+        layout->addWidget(widget);
+    layout->addWidget(m_search, 1);
+    for (QWidget* const widget : std::initializer_list<QWidget*>{m_older, m_follow, m_export})
+        layout->addWidget(widget);
+    connect(m_severity, qOverload<int>(&QComboBox::currentIndexChanged), this, &EventsPage::Filter);
+    connect(m_origin, qOverload<int>(&QComboBox::currentIndexChanged), this, &EventsPage::Filter);
+    connect(m_search, &QLineEdit::textChanged, this, &EventsPage::Filter);
+    connect(find, &QAction::triggered, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
+    connect(m_older, &QPushButton::clicked, &m_feed, &EventFeed::AskForOlder);
+    connect(m_follow, &QPushButton::clicked, this, &EventsPage::Follow);
+    connect(m_export, &QPushButton::clicked, this, &EventsPage::Export);
+    return bar;
+}
+
+void EventsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    const QString server = m_source.server();
+    if (server != m_server) {
+        m_server = server;
+        m_feed.Forget();
+        m_model.Clear();
+        m_new = 0;
+    }
+    m_feed.Bind(SegmentPath(basePath, segments, StatusSegment));
+    ShowState();
+}
+
+void EventsPage::Filter() {
+    m_model.SetFilter({static_cast<EEventSeverity>(m_severity->currentData().toInt()),
+                       m_origin->currentData().toString(), m_search->text().trimmed()});
+    Follow(m_follow->isChecked());
+}
+
+void EventsPage::Follow(bool isOn) {
+    m_follow->setChecked(isOn);
+    if (isOn) {
+        m_new = 0;
+        const QScopedValueRollback<bool> moving(m_isMoving, true);
+        m_view->scrollToBottom();
+    }
+    ShowState();
+}
+
+void EventsPage::OnCame(const std::vector<Event>& events) {
+    const int rows = m_model.rowCount();
+    {
+        const QScopedValueRollback<bool> moving(m_isMoving, true);
+        m_model.Append(events);
+        if (m_follow->isChecked()) m_view->scrollToBottom();
+    }
+    if (!m_follow->isChecked()) m_new += static_cast<int>(events.size());
+    if (rows != m_model.rowCount() || !m_follow->isChecked()) ShowState();
+}
+
+// What is looked at stays where it is.
+void EventsPage::OnOlderCame(const std::vector<Event>& events) {
+    const QScopedValueRollback<bool> moving(m_isMoving, true);
+    const int rows = m_model.rowCount();
+    m_model.Prepend(events);
+    QScrollBar* const bar = m_view->verticalScrollBar();
+    m_view->doItemsLayout();
+    bar->setValue(bar->value() + (m_model.rowCount() - rows) *
+                                     (m_view->verticalScrollMode() == QAbstractItemView::ScrollPerItem
+                                          ? 1
+                                          : EventRowHeight));
+    ShowState();
+}
+
+void EventsPage::OnFirstRowsGone(int count) {
+    if (m_follow->isChecked()) return;
+    QScrollBar* const bar = m_view->verticalScrollBar();
+    bar->setValue(bar->value() - count);
+}
+
+bool EventsPage::IsAtEnd() const {
+    const QScrollBar* const bar = m_view->verticalScrollBar();
+    return bar->value() == bar->maximum();
+}
+
+// Who scrolls up wants to read; who comes back to the end wants to follow.
+void EventsPage::OnScrolled() {
+    if (m_isMoving || m_model.IsFiltering()) return;
+    if (m_follow->isChecked() != IsAtEnd()) Follow(IsAtEnd());
+}
+
+void EventsPage::ShowState() {
+    const bool isFollowing = m_follow->isChecked();
+    m_follow->setText(isFollowing  ? tr("&Following")
+                      : m_new != 0 ? tr("&Follow (%n new)", nullptr, m_new)
+                                   : tr("&Follow"));
+    m_older->setEnabled(m_feed.HasOlder() && !m_model.GetList().IsFull());
+    m_export->setEnabled(m_model.rowCount() != 0);
+    const int all = m_model.GetList().Count();
+    if (all == 0 && !m_feed.IsOffered())
+        m_state->setText(tr("No server tells its events here. The page Log may have more."));
+    else
+        m_state->setText(tr("%1 of %2 events").arg(m_model.rowCount()).arg(all));
+}
+
+void EventsPage::Export() {
+    using eventexport::EFormat;
+    const QDateTime now = QDateTime::currentDateTime();
+    const QString name = eventexport::ProposedName(m_server, now.date(), EFormat::Csv);
+    const QString file = QFileDialog::getSaveFileName(
+        this, tr("Export events"), name, tr("Table (*.csv)") + QStringLiteral(";;") + tr("Text (*.txt)"));
+    if (file.isEmpty()) return;
+    const bool isText = QFileInfo(file).suffix().compare(QLatin1String("txt"), Qt::CaseInsensitive) == 0;
+    const QByteArray bytes =
+        eventexport::ToBytes(m_model, isText ? EFormat::Text : EFormat::Csv, m_server, now);
+    QSaveFile saved(file);
+    if (!saved.open(QIODevice::WriteOnly) || saved.write(bytes) != bytes.size() || !saved.commit())
+        Notifications::warning(tr("Export events"),
+                               tr("The file cannot be written: %1").arg(saved.errorString()));
+}

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/mcconsole/events/eventfeed.h>
+#include <apps/mcconsole/events/eventmodel.h>
+#include <apps/pages/page.h>
+
+#include <functional>
+
+class IVtClient;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+
+/// What happens at the server, and what happened before: a table to be filtered, searched and exported.
+class EventsPage : public Page {
+    Q_OBJECT
+
+  public:
+    /// The connection of now, which may be null, and what its server is called.
+    struct Source {
+        std::function<IVtClient*()> client;
+        std::function<QString()> server;
+    };
+
+    explicit EventsPage(Source source, QWidget* parent = nullptr);
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+
+    const EventModel& GetModel() const { return m_model; }
+
+  private:
+    QWidget* BuildBar();
+    void BuildTable();
+    void Filter();
+    void Follow(bool isOn);
+    void OnCame(const std::vector<Event>& events);
+    void OnOlderCame(const std::vector<Event>& events);
+    void OnFirstRowsGone(int count);
+    void OnScrolled();
+    void ShowState();
+    void Export();
+    bool IsAtEnd() const;
+
+    Source m_source;
+    EventModel m_model;
+    EventFeed m_feed;
+    QString m_server;         ///< whose events are shown
+    int m_new = 0;            ///< that came while it does not follow
+    bool m_isMoving = false;  ///< the table scrolls, and not the user
+    QTableView* m_view = nullptr;
+    QComboBox* m_severity = nullptr;
+    QComboBox* m_origin = nullptr;
+    QLineEdit* m_search = nullptr;
+    QPushButton* m_follow = nullptr;
+    QPushButton* m_older = nullptr;
+    QPushButton* m_export = nullptr;
+    QLabel* m_state = nullptr;
+};

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/events/eventexport.h>
+#include <apps/mcconsole/events/eventmodel.h>
+
+#include <tests/apps/mcconsole/eventmaker.h>
+#include <tests/support/printing.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtTest/QSignalSpy>
+
+namespace {
+
+using eventmaker::Make;
+using eventmaker::MakeMany;
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+class EventModelTest : public testing::Test {
+  protected:
+    std::vector<qint64> Numbers() const {
+        std::vector<qint64> numbers;
+        for (int row = 0; row < m_model.rowCount(); ++row)
+            numbers.push_back(m_model.LineOf(row).event.number);
+        return numbers;
+    }
+    void FinishFiltering() {
+        while (m_model.IsFiltering())
+            QCoreApplication::processEvents();
+    }
+    void Filter(const EventFilter& filter) {
+        m_model.SetFilter(filter);
+        FinishFiltering();
+    }
+
+    EventModel m_model;
+};
+
+TEST_F(EventModelTest, ShowsWhatHappenedInFiveColumns) {
+    m_model.Append({Make(1, {ECode::IsMaster, {S("A")}}, "MpxORV A", EEventSeverity::Warning,
+                         "mcconsole on tower1 (10.0.0.5:50000)")});
+    const auto text = [this](int column) { return m_model.index(0, column).data().toString(); };
+    EXPECT_EQ(text(EventModel::SeverityColumn), S("Warning"));
+    EXPECT_EQ(text(EventModel::TimeColumn),
+              m_model.LineOf(0).event.time.toLocalTime().toString(S("yyyy-MM-dd HH:mm:ss")));
+    EXPECT_EQ(text(EventModel::SourceColumn), S("MpxORV A"));
+    EXPECT_EQ(text(EventModel::WhoColumn), S("mcconsole on tower1"));
+    EXPECT_EQ(m_model.index(0, EventModel::WhoColumn).data(Qt::ToolTipRole).toString(),
+              S("mcconsole on tower1 (10.0.0.5:50000)"));
+    EXPECT_EQ(text(EventModel::TextColumn), S("A is master"));
+}
+
+TEST_F(EventModelTest, EachOfTheSeveritiesThatMatterHasAnIcon) {
+    for (const EEventSeverity severity :
+         {EEventSeverity::Notice, EEventSeverity::Warning, EEventSeverity::Alarm}) {
+        m_model.Append({Make(1, ECode::ConfigSaved, "config", severity)});
+        const QVariant icon = m_model.index(m_model.rowCount() - 1, 0).data(Qt::DecorationRole);
+        EXPECT_FALSE(icon.value<QIcon>().isNull());
+    }
+}
+
+TEST_F(EventModelTest, OfTooManyTheOldestGo) {
+    m_model.Append(MakeMany(1, EventList::MaxKept));
+    QSignalSpy gone(&m_model, &EventModel::FirstRowsGone);
+    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 5));
+    EXPECT_EQ(m_model.rowCount(), EventList::MaxKept);
+    EXPECT_EQ(m_model.LineOf(0).event.number, 6);
+    EXPECT_EQ(m_model.LineOf(EventList::MaxKept - 1).event.number, EventList::MaxKept + 5);
+    ASSERT_EQ(gone.count(), 1);
+    EXPECT_EQ(gone[0][0].toInt(), 5);
+}
+
+TEST_F(EventModelTest, OlderOnesComeBeforeTheOthers) {
+    m_model.Append(MakeMany(11, 12));
+    m_model.Prepend(MakeMany(9, 10));
+    m_model.Append(MakeMany(13, 13));
+    EXPECT_EQ(Numbers(), (std::vector<qint64>{9, 10, 11, 12, 13}));
+}
+
+TEST_F(EventModelTest, ThereIsNoRoomForOlderOnesWhereItIsFull) {
+    m_model.Append(MakeMany(101, EventList::MaxKept + 98));
+    m_model.Prepend(MakeMany(91, 100));
+    EXPECT_EQ(m_model.rowCount(), EventList::MaxKept);
+    EXPECT_EQ(m_model.LineOf(0).event.number, 99);
+}
+
+TEST_F(EventModelTest, MayBeAddedToWhereNothingIsLeftOfWhatCame) {
+    m_model.Append(MakeMany(1, EventList::MaxKept + 50));
+    EXPECT_EQ(m_model.LineOf(0).event.number, 51);
+    m_model.Clear();
+    m_model.Append(MakeMany(1, 2));
+    EXPECT_EQ(Numbers(), (std::vector<qint64>{1, 2}));
+}
+
+struct FilterRow {
+    const char* name;
+    EventFilter filter;
+    std::vector<qint64> taken;
+};
+
+class EventFilters : public EventModelTest, public testing::WithParamInterface<FilterRow> {};
+
+TEST_P(EventFilters, TakeOfWhatIsThereAndOfWhatComes) {
+    const std::vector<Event> events = {
+        Make(1, {ECode::IsMaster, {S("Tower")}}, "MpxORV Tower", EEventSeverity::Notice,
+             "anna on t1 (1.2.3.4:5)"),
+        Make(2, ECode::ConfigSaved, "config"),
+        Make(3, {ECode::IsMaster, {S("Van")}}, "MpxORV Van", EEventSeverity::Warning),
+        Make(4, ECode::ServerEnds, "server", EEventSeverity::Alarm)};
+    m_model.Append(events);
+    Filter(GetParam().filter);
+    EXPECT_EQ(Numbers(), GetParam().taken);
+    m_model.Clear();
+    m_model.Append(events);
+    EXPECT_EQ(Numbers(), GetParam().taken);
+    m_model.Clear();
+    m_model.Prepend(events);
+    EXPECT_EQ(Numbers(), GetParam().taken);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, EventFilters,
+    testing::Values(FilterRow{"All", {}, {1, 2, 3, 4}},
+                    FilterRow{"NoticesAndAbove", {EEventSeverity::Notice, {}, {}}, {1, 3, 4}},
+                    FilterRow{"Warnings", {EEventSeverity::Warning, {}, {}}, {3, 4}},
+                    FilterRow{"Alarms", {EEventSeverity::Alarm, {}, {}}, {4}},
+                    FilterRow{"OneSource", {EEventSeverity::Info, S("config"), {}}, {2}},
+                    FilterRow{"AllMpxOrvs", {EEventSeverity::Info, S("MpxORV"), {}}, {1, 3}},
+                    FilterRow{"NoSourceThatOnlyBeginsSo", {EEventSeverity::Info, S("conf"), {}}, {}},
+                    FilterRow{"TextInAnyCase", {EEventSeverity::Info, {}, S("IS MASTER")}, {1, 3}},
+                    FilterRow{"Who", {EEventSeverity::Info, {}, S("anna")}, {1}},
+                    FilterRow{"TheNameOfTheSource", {EEventSeverity::Info, {}, S("van")}, {3}},
+                    FilterRow{"AllAtOnce", {EEventSeverity::Warning, S("MpxORV"), S("van")}, {3}},
+                    FilterRow{"NoneOfThem", {EEventSeverity::Info, {}, S("nowhere")}, {}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+// 16 ms are enough for some thousand rows on any machine that shows windows: so it is rows that are counted.
+TEST_F(EventModelTest, AFilterOverAllLooksAtAFewInATurn) {
+    m_model.Append(MakeMany(1, EventList::MaxKept));
+    qint64 looked = m_model.CountLookedAt();
+    m_model.SetFilter({EEventSeverity::Info, {}, S("configuration")});
+    EXPECT_LE(m_model.CountLookedAt() - looked, EventModel::RowsPerSlice);
+    EXPECT_EQ(m_model.LineOf(m_model.rowCount() - 1).event.number, EventList::MaxKept)
+        << "the newest at once";
+    int turns = 0;
+    for (; m_model.IsFiltering(); ++turns) {
+        looked = m_model.CountLookedAt();
+        QCoreApplication::processEvents();
+        EXPECT_LE(m_model.CountLookedAt() - looked, 2 * EventModel::RowsPerSlice);
+        ASSERT_LT(turns, 1000);
+    }
+    EXPECT_EQ(m_model.rowCount(), EventList::MaxKept);
+}
+
+TEST_F(EventModelTest, WhatComesIsLookedAtAloneHoweverManyThereAre) {
+    m_model.Append(MakeMany(1, EventList::MaxKept));
+    const qint64 looked = m_model.CountLookedAt();
+    QSignalSpy inserted(&m_model, &QAbstractItemModel::rowsInserted);
+    QSignalSpy removed(&m_model, &QAbstractItemModel::rowsRemoved);
+    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 50));
+    EXPECT_EQ(m_model.CountLookedAt() - looked, 50);
+    EXPECT_EQ(inserted.count(), 1);
+    EXPECT_EQ(removed.count(), 1);
+}
+
+TEST_F(EventModelTest, WhatComesWhileAFilterIsAtItFindsItsPlace) {
+    m_model.Append(MakeMany(2001, 7000));
+    m_model.SetFilter({EEventSeverity::Info, {}, S("configuration")});
+    m_model.Append(MakeMany(7001, 7002));
+    m_model.Prepend(MakeMany(1999, 2000));
+    FinishFiltering();
+    const std::vector<qint64> numbers = Numbers();
+    ASSERT_EQ(numbers.size(), 5004U);
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        ASSERT_EQ(numbers[i], 1999 + qint64(i));
+}
+
+TEST_F(EventModelTest, IsExportedAsATable) {
+    m_model.Append({Make(1, {ECode::IsMaster, {S("A, \"B\"")}}, "MpxORV A, \"B\""),
+                    Make(2, {ECode::DeviceLog, {S("x")}}, "device", EEventSeverity::Info, "=cmd (1)")});
+    const QString time = EventModel::TextOf(m_model.LineOf(0), EventModel::TimeColumn);
+    const QString later = EventModel::TextOf(m_model.LineOf(1), EventModel::TimeColumn);
+    const QByteArray bytes =
+        eventexport::ToBytes(m_model, eventexport::EFormat::Csv, S("tower"), QDateTime());
+    EXPECT_EQ(QString::fromUtf8(bytes), S("Severity,Time,Source,Who,What\r\n"
+                                          "Info,%1,\"MpxORV A, \"\"B\"\"\",,\"A, \"\"B\"\" is master\"\r\n"
+                                          "Info,%2,Device,'=cmd (1),ORV: x\r\n")
+                                            .arg(time, later));
+}
+
+TEST_F(EventModelTest, IsExportedAsTextNamedWithServerAndDate) {
+    m_model.Append({Make(1)});
+    const QDateTime now(QDate(2026, 11, 22), QTime(15, 0));
+    const QString time = EventModel::TextOf(m_model.LineOf(0), EventModel::TimeColumn);
+    EXPECT_EQ(
+        QString::fromUtf8(eventexport::ToBytes(m_model, eventexport::EFormat::Text, S("tower:7450"), now)),
+        S("Events of tower:7450, 2026-11-22 15:00:00\n\n%1  Info  Configuration  the configuration is "
+          "saved\n")
+            .arg(time));
+    EXPECT_EQ(eventexport::ProposedName(S("mcss://[::1]:7450"), now.date(), eventexport::EFormat::Csv),
+              S("events-mcss------1--7450-2026-11-22.csv"));
+}
+
+}  // namespace

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+// The page of events, with a server.
+#include <tests/apps/mcconsole/consolefixture.h>
+
+#include <apps/mcconsole/events/eventspage.h>
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableView>
+
+namespace {
+
+class ConsoleEvents : public ConsoleTest {
+  protected:
+    const EventModel& Model() { return window->findChild<EventsPage*>()->GetModel(); }
+    bool WaitForText(const char* text) {
+        return WaitFor([&] {
+            for (int row = 0; row < Model().rowCount(); ++row)
+                if (EventModel::TextOf(Model().LineOf(row), EventModel::TextColumn)
+                        .contains(QString::fromUtf8(text)))
+                    return true;
+            return false;
+        });
+    }
+};
+
+TEST_F(ConsoleEvents, ShowWhatHappenedBeforeAndWhatHappens) {
+    ConnectToServer();
+    EXPECT_TRUE(WaitForText("is connected as operator")) << "which was before the page knew anything";
+    Tree({QStringLiteral("set"), QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+          QStringLiteral("mast")});
+    EXPECT_TRUE(WaitForText("DeviceName is changed from"));
+    const auto isNumberedOnce = [this] {
+        for (int row = 1; row < Model().rowCount(); ++row)
+            if (Model().LineOf(row).event.number != Model().LineOf(row - 1).event.number + 1) return false;
+        return true;
+    };
+    EXPECT_TRUE(isNumberedOnce());
+}
+
+TEST_F(ConsoleEvents, AreFoundByTheKeyboard) {
+    ConnectToServer();
+    ASSERT_TRUE(WaitForText("is connected as operator"));
+    auto* const table = Find<QTableView>("Events", "EventsTable");
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_F, Qt::ControlModifier);
+    auto* const search = Find<QLineEdit>("Events", "EventsSearch");
+    EXPECT_TRUE(WaitFor([&] { return search->hasFocus(); }));
+    QTest::keyClicks(search, QStringLiteral("is connected as"));
+    EXPECT_TRUE(WaitFor([this] { return !Model().IsFiltering() && Model().rowCount() > 0; }));
+    for (int row = 0; row < Model().rowCount(); ++row)
+        EXPECT_TRUE(Model().LineOf(row).text.contains(QStringLiteral("is connected as")));
+    QTest::keyClicks(search, QStringLiteral(" nobody at all"));
+    EXPECT_TRUE(WaitFor([this] { return !Model().IsFiltering() && Model().rowCount() == 0; }));
+}
+
+TEST_F(ConsoleEvents, PauseAndTellHowManyAreNew) {
+    ConnectToServer();
+    ASSERT_TRUE(WaitForText("is connected as operator"));
+    auto* const follow = Find<QPushButton>("Events", "EventsFollow");
+    EXPECT_TRUE(follow->isChecked());
+    QTest::mouseClick(follow, Qt::LeftButton);
+    EXPECT_FALSE(follow->isChecked());
+    Tree({QStringLiteral("set"), QStringLiteral("/MultiChannelServer/Config/DeviceName"),
+          QStringLiteral("mast")});
+    EXPECT_TRUE(WaitFor([&] { return follow->text().contains(QStringLiteral("new")); }))
+        << follow->text().toStdString();
+    QTest::mouseClick(follow, Qt::LeftButton);
+    EXPECT_FALSE(follow->text().contains(QStringLiteral("new")));
+}
+
+TEST_F(ConsoleEvents, StayWhenTheServerIsLost) {
+    ConnectToServer();
+    ASSERT_TRUE(WaitForText("is connected as operator"));
+    const int rows = Model().rowCount();
+    server.Kill();
+    EXPECT_TRUE(WaitFor([this] { return window->GetSession().GetState() == ConsoleSession::EState::Lost; }));
+    EXPECT_GE(Model().rowCount(), rows);
+}
+
+}  // namespace
