@@ -26,7 +26,7 @@ struct Service {
     std::promise<bool> isStarted;  ///< false: by something else than the manager
     std::promise<void> isOver;
 };
-Service* service = nullptr;
+Service* running = nullptr;
 
 DWORD WINAPI OnControl(DWORD control, DWORD /*type*/, void* /*data*/, void* /*context*/) {
     switch (control) {
@@ -49,16 +49,16 @@ DWORD WINAPI OnControl(DWORD control, DWORD /*type*/, void* /*data*/, void* /*co
 /// What the manager takes for the service: it may do as long as this runs. The program itself runs on the
 /// main thread, as it would without the manager.
 void WINAPI RunService(DWORD /*count*/, wchar_t** /*arguments*/) {
-    ServiceStatus::Instance().Begin(RegisterServiceCtrlHandlerExW(service->name.c_str(), OnControl, nullptr));
-    service->isStarted.set_value(true);
-    const std::future<void> isOver = service->isOver.get_future();
+    ServiceStatus::Instance().Begin(RegisterServiceCtrlHandlerExW(running->name.c_str(), OnControl, nullptr));
+    running->isStarted.set_value(true);
+    const std::future<void> isOver = running->isOver.get_future();
     while (isOver.wait_for(ProgressInterval) == std::future_status::timeout)
         ServiceStatus::Instance().TellProgress();
 }
 
 void Dispatch() {
-    const SERVICE_TABLE_ENTRYW table[] = {{&service->name.front(), RunService}, {nullptr, nullptr}};
-    if (!StartServiceCtrlDispatcherW(table)) service->isStarted.set_value(false);
+    const SERVICE_TABLE_ENTRYW table[] = {{&running->name.front(), RunService}, {nullptr, nullptr}};
+    if (!StartServiceCtrlDispatcherW(table)) running->isStarted.set_value(false);
 }
 
 void SendLinesToEventLog(const QString& name) {
@@ -79,9 +79,9 @@ QString servicecontrol::Obstacle() {
 }
 
 int servicecontrol::Run(const QString& name, const std::function<int()>& run) {
-    service = new Service;
-    service->name = name.toStdWString();
-    std::future<bool> isStarted = service->isStarted.get_future();
+    running = new Service;
+    running->name = name.toStdWString();
+    std::future<bool> isStarted = running->isStarted.get_future();
     std::thread dispatcher(Dispatch);
     if (!isStarted.get()) {
         dispatcher.join();
@@ -91,7 +91,7 @@ int servicecontrol::Run(const QString& name, const std::function<int()>& run) {
     SendLinesToEventLog(name);
     const int code = run();
     terminal::Drain();
-    service->isOver.set_value();
+    running->isOver.set_value();
     ServiceStatus::Instance().TellStopped(code);
     dispatcher.join();
     return code;
