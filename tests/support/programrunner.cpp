@@ -5,7 +5,12 @@
 
 namespace {
 
-constexpr std::chrono::seconds Deadline(20);  // far beyond what a busy machine takes
+// Far beyond what a busy machine takes, also by Wine.
+#ifdef Q_OS_WIN
+constexpr std::chrono::seconds Deadline(120);
+#else
+constexpr std::chrono::seconds Deadline(20);
+#endif
 
 }  // namespace
 

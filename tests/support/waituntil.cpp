@@ -3,8 +3,18 @@
 
 #include <apps/common/eventwait.h>
 
+namespace {
+
+#ifdef Q_OS_WIN
+constexpr int Slowness = 6;  // of processes, files and sockets by Wine, where tests run
+#else
+constexpr int Slowness = 1;
+#endif
+
+}  // namespace
+
 bool WaitUntil(const std::function<bool()>& isDone, int milliseconds) {
-    return eventwait::Until(isDone, std::chrono::milliseconds(milliseconds));
+    return eventwait::Until(isDone, std::chrono::milliseconds(milliseconds) * Slowness);
 }
 
 void RunTurns(int count) {

@@ -149,8 +149,8 @@ TEST_F(TlsServer, LendsMpxOrvsToWhomTheFileAllowsIt) {
 TEST_F(TlsServer, WhoseCertificateIsOverIsNotTrusted) {
     ASSERT_EQ(Certificates::Instance().Error(), QString());
     const BareTlsServer expired(File("server.expired", ".pem"), File("server.expired", ".key"));
-    EXPECT_EQ(Ask(expired.serverPort(), {S("--tls"), S("--ca"), File("authority", ".pem"), S("--timeout"),
-                                         S("1000"), S("get"), S(Status)}),
+    EXPECT_EQ(Ask(expired.serverPort(),
+                  {S("--tls"), S("--ca"), File("authority", ".pem"), S("--no-retry"), S("get"), S(Status)}),
               3);
     EXPECT_THAT(errors.toStdString(), HasSubstr("the server's certificate: The certificate has expired"));
     EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
@@ -169,7 +169,7 @@ TEST_F(TlsServer, TakesClientCertificatesThatHoldAndWhoseNameItKnows) {
     ASSERT_NO_FATAL_FAILURE(StartServer("server", true));
     const auto askWith = [this](const char* certificate, const char* path) {
         return Ask({S("--ca"), File("authority", ".pem"), S("--cert"), File(certificate, ".pem"), S("--key"),
-                    File(certificate, ".key"), S("--timeout"), S("1000"), S("get"), S(path)});
+                    File(certificate, ".key"), S("--no-retry"), S("get"), S(path)});
     };
     EXPECT_EQ(askWith("client", Status), 0) << errors.constData();
     EXPECT_EQ(askWith("client", Channels), 1);

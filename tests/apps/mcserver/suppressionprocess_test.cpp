@@ -188,9 +188,11 @@ TEST_F(AServerWithAModule, HasALogInEnglishWhateverTheLanguageOfItsWindow) {
     ASSERT_NO_FATAL_FAILURE(Start());
     EXPECT_TRUE(
         WaitForOutput("GTS DataModule ADAM-6051 1/127.0.0.1 error: Modbus exception 6: the module is busy"));
+#ifndef Q_OS_WIN  // there the language is that of the user's account, and not to be chosen by a test
     EXPECT_TRUE(ServerProcess::WaitFor([this] {
         return m_server.Errors().contains(QStringLiteral("GTS-Datenmodul ADAM-6051/127.0.0.1 Fehler"));
     })) << m_server.Errors().toStdString();
+#endif
 }
 
 TEST_F(AServerWithAModule, HasNoCommandForModulesWithoutAny) {
