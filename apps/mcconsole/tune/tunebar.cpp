@@ -22,7 +22,7 @@ namespace {
 
 constexpr int FrameWidth = 2;                       // pixels
 constexpr int MaxEntryLength = 30;                  // characters of it in a message
-constexpr int MaxReasonLength = 200;                // of what the server says
+constexpr int MaxToldReason = 200;                  // of what the server says
 constexpr char LongField[] = "3000.000000000 MHz";  // that the field has room for
 
 QLabel* PlainText(QWidget* parent, const char* name) {
@@ -244,9 +244,9 @@ QString TuneBar::MessageText(Tuning::EState state) const {
             return tr("The server has not answered yet.");
         case Tuning::EState::Refused:
             return tr("%1. \"Tune\" asks once more.")
-                .arg(valuetext::Shortened(m_tuning.GetReason(), MaxReasonLength));
+                .arg(valuetext::Shortened(m_tuning.GetReason(), MaxToldReason));
         case Tuning::EState::Ended:
-            return valuetext::Shortened(m_tuning.GetReason(), MaxReasonLength);
+            return valuetext::Shortened(m_tuning.GetReason(), MaxToldReason);
         case Tuning::EState::NoMpxOrv:
         case Tuning::EState::Tuned:
         case Tuning::EState::NotTuned:
