@@ -81,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NoEvent{"NoTime", R"({"n":1,"text":"a"})"},
                     NoEvent{"AWrongTime", R"({"n":1,"time":"noon","text":"a"})"},
                     NoEvent{"NoText", R"({"n":1,"time":"2026-11-22T14:03:21.250Z"})"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(EventTest, TakesNoTextThatIsTooLong) {
     Event event = Tuned();

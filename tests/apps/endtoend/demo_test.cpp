@@ -4,6 +4,7 @@
 
 #include <platform/config/cfgcenter.h>
 
+#include <tests/apps/mcconsole/nodisplay.h>
 #include <tests/support/programrunner.h>
 
 #include <gmock/gmock.h>
@@ -39,8 +40,7 @@ std::vector<std::string> Lines(const QByteArray& text, const char* pattern) {
 }
 
 TEST_F(DemoTest, TellsItsChapters) {
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(QString::fromLatin1(name));
+    const std::shared_ptr<void> nobodySees = WithoutDisplay(environment);
     const QTemporaryDir directory;
     const QString pictures = directory.filePath(QStringLiteral("pictures"));
     StartProgram(QStringLiteral(MCDEMO), {QStringLiteral("--pictures"), pictures});

@@ -18,7 +18,11 @@
 
 namespace {
 
+#ifdef Q_OS_WIN
+constexpr int Kills = 40;  // Wine starts a process in a second
+#else
 constexpr int Kills = 200;
+#endif
 
 /// A process, and what it has told.
 struct Peer {

@@ -66,6 +66,14 @@ struct Meeting {
 
 class Meetings : public TlsEnds, public testing::WithParamInterface<Meeting> {};
 
+/// What the server says of a client that breaks off where it may be told first that the handshake is over.
+const char* OtherWords(const Meeting& meeting) {
+#ifdef Q_OS_WIN
+    if (QByteArray(meeting.serverSays).startsWith("broke off")) return "ends: the peer closed the connection";
+#endif
+    return meeting.serverSays;
+}
+
 TEST_P(Meetings, EndWell) {
     const Meeting& meeting = GetParam();
     if (*meeting.server != '\0') UseServerCertificate(meeting.server);
@@ -95,7 +103,8 @@ TEST_P(Meetings, EndWell) {
     EXPECT_THAT(error, HasSubstr(meeting.clientSays));
     EXPECT_THAT(error, testing::Not(HasSubstr("\n")));
     EXPECT_THAT(Texts(ClientLines()), ElementsAre(HasSubstr(meeting.clientSays)));
-    ASSERT_THAT(Texts(ServerLines()), ElementsAre(HasSubstr(meeting.serverSays)));
+    ASSERT_THAT(Texts(ServerLines()),
+                ElementsAre(testing::AnyOf(HasSubstr(meeting.serverSays), HasSubstr(OtherWords(meeting)))));
     EXPECT_EQ(SourceOfServerLine(), S("127.0.0.1")) << "so that a host cannot fill a stream";
     EXPECT_THAT(m_server.GetPeers(), IsEmpty());
 }

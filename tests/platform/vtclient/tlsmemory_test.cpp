@@ -20,6 +20,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QElapsedTimer>
+
 #include <algorithm>
 
 namespace {
@@ -56,6 +58,7 @@ class TlsChannel : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_EQ(Certificates::Instance().Error(), QString());
+        ASSERT_TRUE(WaitUntil([] { return CountLingering() == 0; })) << "those of other tests";
         ASSERT_TRUE(m_server.listen(QHostAddress(QHostAddress::LocalHost)));
         m_peer.setPeerVerifyMode(QSslSocket::VerifyNone);
         m_peer.connectToHostEncrypted(m_server.serverAddress().toString(), m_server.serverPort());
@@ -127,6 +130,11 @@ class TlsDoor : public SocketEnds {
         m_clientOptions.caFile = Certificates::Instance().File("authority.pem");
         Listen();
     }
+    static QElapsedTimer Started() {
+        QElapsedTimer time;
+        time.start();
+        return time;
+    }
     /// What a client that speaks TLS says first.
     static QByteArray FirstWords() {
         QTcpServer server;
@@ -143,6 +151,7 @@ class TlsDoor : public SocketEnds {
 TEST_F(TlsDoor, HandshakesThatStopHalfwayAreBoundedAndKeepNobodyOut) {
     constexpr int Surplus = 50;
     const QByteArray words = FirstWords();
+    const QElapsedTimer time = Started();
     std::vector<std::unique_ptr<SocketPeer>> peers;
     const auto countAnswered = [&peers] {
         return std::count_if(peers.begin(), peers.end(),
@@ -156,6 +165,7 @@ TEST_F(TlsDoor, HandshakesThatStopHalfwayAreBoundedAndKeepNobodyOut) {
     IVtClient* const client = Connect("mcss://127.0.0.1");
     EXPECT_TRUE(WaitUntil([&] { return countAnswered() == vtlimits::MaxHandshakes + Surplus; }));
     EXPECT_TRUE(ComesIn(client)) << client->GetLastError().toStdString();
+    if (time.hasExpired(vtlimits::HelloTimeout.count())) return;  // so long that the first have run out of it
     EXPECT_THAT(m_traces.Messages(),
                 Contains(QStringLiteral("A connection from 127.0.0.1 is refused: it takes its time with the "
                                         "TLS handshake, and others wait")));
