@@ -31,6 +31,24 @@ QString EarlierTitleOf(const ModuleSettings& settings) {
     return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
 }
 
+bool HasChanged(const ModuleState& before, const ModuleState& now, int input, int column) {
+    const auto i = static_cast<std::size_t>(input);
+    switch (column) {
+        case InputModel::Module:
+            return before.settings.GetName() != now.settings.GetName();
+        case InputModel::Address:
+            return before.settings.address != now.settings.address;
+        case InputModel::Name:
+            return before.settings.labels[i] != now.settings.labels[i];
+        case InputModel::Frequency:
+            return before.settings.frequencies[i] != now.settings.frequencies[i];
+        case InputModel::State:
+            return before.state != now.state || before.IsKeyed(input) != now.IsKeyed(input);
+        default:
+            return false;
+    }
+}
+
 const QStringList& CsvColumns() {
     static const QStringList& columns =
         *new QStringList{QStringLiteral("module"), QStringLiteral("input"), QStringLiteral("name"),
@@ -60,7 +78,8 @@ void InputModel::CountRows() {
             m_rows.push_back({static_cast<int>(module), static_cast<int>(input)});
 }
 
-/// Whoever edits a cell goes on with that, unless there are other rows now.
+/// Whoever edits a cell goes on with that, unless there are other rows now: the view would put the content
+/// of every cell that is told of in place of what is being typed.
 void InputModel::Refresh() {
     std::vector<ModuleState> modules = m_plant.GetStates();
     if (modules == m_modules) return;
@@ -78,8 +97,11 @@ void InputModel::Refresh() {
     }
     for (int row = 0; row < rowCount(); ++row) {
         const auto module = static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module);
-        if (!(m_modules[module] == modules[module]))
-            Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        if (m_modules[module] == modules[module]) continue;
+        for (int column = 0; column < ColumnCount; ++column)
+            if (HasChanged(modules[module], m_modules[module], m_rows[static_cast<std::size_t>(row)].input,
+                           column))
+                Q_EMIT dataChanged(index(row, column), index(row, column));
     }
 }
 

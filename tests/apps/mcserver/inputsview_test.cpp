@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QPointer>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
 #include <QtGui/QContextMenuEvent>
@@ -149,6 +150,21 @@ TEST_F(AnInputsView, SaysThatNothingIsKnownOfAModuleInError) {
     Show();
     EXPECT_TRUE(
         WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+}
+
+TEST_F(AnInputsView, LeavesWhatIsBeingTypedAlone) {
+    ASSERT_NO_FATAL_FAILURE(ShowWithModule());
+    ASSERT_TRUE(WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u25cb silent"); }));
+    Table().setCurrentIndex(Cell(3, InputModel::Name));
+    Table().edit(Cell(3, InputModel::Name));
+    const QPointer<QLineEdit> editor = Table().viewport()->findChild<QLineEdit*>();
+    ASSERT_FALSE(editor.isNull());
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("Tower"));
+    m_module->Say("key 3");
+    ASSERT_TRUE(WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u25cf keyed"); }));
+    ASSERT_FALSE(editor.isNull());
+    EXPECT_EQ(editor->text(), QStringLiteral("Tower"));
 }
 
 TEST_F(AnInputsView, MarksWhatWasAssignedElsewhereAndNeverBlanks) {
