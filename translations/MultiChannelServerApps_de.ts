@@ -44,6 +44,25 @@
     </message>
 </context>
 <context>
+    <name>AnswerLine</name>
+    <message>
+        <source>Done: %1</source>
+        <translation>Erledigt: %1</translation>
+    </message>
+    <message>
+        <source>Refused: %1</source>
+        <translation>Abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Beendet: %1</translation>
+    </message>
+    <message>
+        <source>The server&apos;s answers to requests stand here.</source>
+        <translation>Hier stehen die Antworten des Servers auf Anforderungen.</translation>
+    </message>
+</context>
+<context>
     <name>AskingCheckBox</name>
     <message>
         <source>%1 (locked)</source>
@@ -936,6 +955,22 @@
         <source>Events</source>
         <translation>Ereignisse</translation>
     </message>
+    <message>
+        <source>Overview</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Keys...</source>
+        <translation>&amp;Tasten...</translation>
+    </message>
+    <message>
+        <source>&amp;Frequency field</source>
+        <translation>&amp;Frequenzfeld</translation>
+    </message>
 </context>
 <context>
     <name>EventExport</name>
@@ -1099,6 +1134,13 @@
     <message>
         <source>The file cannot be written: %1</source>
         <translation>Die Datei kann nicht geschrieben werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyLine</name>
+    <message>
+        <source>Frequencies in use</source>
+        <translation>Benutzte Frequenzen</translation>
     </message>
 </context>
 <context>
@@ -1582,6 +1624,119 @@
     </message>
 </context>
 <context>
+    <name>KeysDialog</name>
+    <message>
+        <source>The next page, from the tabs</source>
+        <translation>Die nächste Seite, von den Reitern aus</translation>
+    </message>
+    <message>
+        <source>The next control; with Shift the one before</source>
+        <translation>Das nächste Bedienelement; mit Umschalt das vorige</translation>
+    </message>
+    <message>
+        <source>Alt and an underlined letter</source>
+        <translation>Alt und ein unterstrichener Buchstabe</translation>
+    </message>
+    <message>
+        <source>That control</source>
+        <translation>Dieses Bedienelement</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>In the frequency field: asks for the frequency</source>
+        <translation>Im Frequenzfeld: fordert die Frequenz an</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>In the frequency field: takes back what is not sent</source>
+        <translation>Im Frequenzfeld: nimmt zurück, was nicht gesendet ist</translation>
+    </message>
+    <message>
+        <source>Up, Down</source>
+        <translation>Auf, Ab</translation>
+    </message>
+    <message>
+        <source>In the frequency field: a step, asked for once the steps rest</source>
+        <translation>Im Frequenzfeld: ein Schritt, angefordert, sobald die Schritte ruhen</translation>
+    </message>
+    <message>
+        <source>+, -, Left, Right, Home</source>
+        <translation>+, -, Links, Rechts, Pos1</translation>
+    </message>
+    <message>
+        <source>On the line of frequencies: nearer, wider, aside, all</source>
+        <translation>Auf der Frequenzlinie: näher, weiter, zur Seite, alles</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>What it does</source>
+        <translation>Was sie tut</translation>
+    </message>
+</context>
+<context>
+    <name>LastEvents</name>
+    <message>
+        <source>Last events</source>
+        <translation>Letzte Ereignisse</translation>
+    </message>
+</context>
+<context>
+    <name>Marks</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>keyed since %1</source>
+        <translation>getastet seit %1</translation>
+    </message>
+    <message>
+        <source>keyed</source>
+        <translation>getastet</translation>
+    </message>
+    <message>
+        <source>not supervised</source>
+        <translation>nicht überwacht</translation>
+    </message>
+    <message>
+        <source> (master)</source>
+        <translation> (Master)</translation>
+    </message>
+    <message>
+        <source>since %1</source>
+        <translation>seit %1</translation>
+    </message>
+    <message>
+        <source>job master</source>
+        <translation>Auftragsmaster</translation>
+    </message>
+    <message>
+        <source>this console</source>
+        <translation>diese Konsole</translation>
+    </message>
+    <message>
+        <source>wanted</source>
+        <translation>gewünscht</translation>
+    </message>
+    <message>
+        <source>%1: wanted here</source>
+        <translation>%1: hier gewünscht</translation>
+    </message>
+</context>
+<context>
     <name>ModuleStatusModel</name>
     <message>
         <source>Connected</source>
@@ -1815,10 +1970,6 @@
         <translation>Einen eigenen MpxORV benutzen</translation>
     </message>
     <message>
-        <source>State</source>
-        <translation>Zustand</translation>
-    </message>
-    <message>
         <source>Operation mode:</source>
         <translation>Betriebsart:</translation>
     </message>
@@ -1880,6 +2031,65 @@
     <message>
         <source>Note</source>
         <translation>Hinweis</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewPage</name>
+    <message>
+        <source>Rest&amp;ore</source>
+        <translation>Wieder&amp;herstellen</translation>
+    </message>
+    <message>
+        <source>Dis&amp;miss</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>Asks for the wanted frequency once more, one time, as soon as no transmitter on it is keyed.</source>
+        <translation>Fordert die gewünschte Frequenz noch einmal an, ein einziges Mal, sobald kein Sender darauf getastet ist.</translation>
+    </message>
+    <message>
+        <source>Show &amp;all</source>
+        <translation>Alles &amp;zeigen</translation>
+    </message>
+    <message>
+        <source>Show all frequencies</source>
+        <translation>Alle Frequenzen zeigen</translation>
+    </message>
+    <message>
+        <source>A click puts a frequency into the field, the wheel zooms, dragging moves.</source>
+        <translation>Ein Klick setzt eine Frequenz ins Feld, das Rad vergrößert, Ziehen verschiebt.</translation>
+    </message>
+    <message>
+        <source>Frequencies in use (MHz)</source>
+        <translation>Benutzte Frequenzen (MHz)</translation>
+    </message>
+    <message>
+        <source>Sweep time, round trip (dotted, right), in ms</source>
+        <translation>Durchlaufzeit, Umlauf (punktiert, rechts) in ms</translation>
+    </message>
+    <message>
+        <source>Last events</source>
+        <translation>Letzte Ereignisse</translation>
+    </message>
+    <message>
+        <source>Waits until %1 is silent: cancel</source>
+        <translation>Wartet, bis %1 still ist: abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Retry when silent</source>
+        <translation>&amp;Wiederholen, wenn still</translation>
+    </message>
+    <message>
+        <source>Was job master and at %1</source>
+        <translation>War Auftragsmaster und auf %1</translation>
+    </message>
+    <message>
+        <source>Was at %1</source>
+        <translation>War auf %1</translation>
+    </message>
+    <message>
+        <source>Was job master</source>
+        <translation>War Auftragsmaster</translation>
     </message>
 </context>
 <context>
@@ -2278,6 +2488,13 @@
     <message>
         <source>What was known last:</source>
         <translation>Zuletzt bekannt:</translation>
+    </message>
+</context>
+<context>
+    <name>TrendPlot</name>
+    <message>
+        <source>Sweep time and round trip over the last ten minutes</source>
+        <translation>Durchlaufzeit und Umlauf der letzten zehn Minuten</translation>
     </message>
 </context>
 <context>

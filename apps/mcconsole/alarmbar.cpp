@@ -40,7 +40,7 @@ AlarmBar::AlarmBar(const Situation& situation, QWidget* parent)
     layout->addWidget(m_reconnect);
     layout->addWidget(m_acknowledge);
     connect(m_acknowledge, &QPushButton::clicked, this, &AlarmBar::Acknowledge);
-    connect(&situation, &Situation::Changed, this, &AlarmBar::Show);
+    connect(&situation, &Situation::Looked, this, &AlarmBar::Show);
     m_reconnect->hide();
     hide();
     ShowColours();

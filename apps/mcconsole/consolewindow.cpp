@@ -5,11 +5,15 @@
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/connectionbar.h>
 #include <apps/mcconsole/events/eventspage.h>
+#include <apps/mcconsole/keptview.h>
+#include <apps/mcconsole/keysdialog.h>
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
+#include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/session/agetext.h>
 #include <apps/mcconsole/statusstrip.h>
+#include <apps/mcconsole/tune/tunebar.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
@@ -74,6 +78,7 @@ QLabel* PlainLabel(QWidget* parent, const char* name) {
 
 ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
     : m_situation(m_clock, ConsoleSession::GetBasePath(), [this] { return Connection::Of(m_session); }),
+      m_tuning(m_clock),
       m_options(options) {
     setObjectName(QStringLiteral("ConsoleWindow"));
     BuildPages();
@@ -81,6 +86,7 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
     BuildMenus();
     resize(QSize(800, 740).expandedTo(sizeHint()));
     m_recent.Read(*Configuration());
+    keptview::Restore(*Configuration(), *m_tabs, m_tuning);
     connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
     connect(&m_situation, &Situation::Changed, this, &ConsoleWindow::ShowSituation);
@@ -122,6 +128,8 @@ void ConsoleWindow::BuildPages() {
     layout->addWidget(m_tabs, 1);
     setCentralWidget(central);
 
+    m_overview = new OverviewPage(m_clock, m_tuning, m_situation);
+    AddPage(m_overview, "Overview", tr("Overview"));
     AddPage(new StatusPage, "Status", tr("Status"));
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
@@ -133,7 +141,7 @@ void ConsoleWindow::BuildPages() {
     m_listPage = new MpxOrvListPage;
     AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));
     AddPage(new MpxOrvsPage, "MpxORVStatus", tr("MpxORV status"));
-    m_mpxOrvPage = new MpxOrvPage(m_clock);
+    m_mpxOrvPage = new MpxOrvPage(m_tuning);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
 }
@@ -166,6 +174,7 @@ void ConsoleWindow::BuildMenus() {
     m_dark = view->addAction(tr("&Dark colours"));
     m_dark->setCheckable(true);
     connect(m_dark, &QAction::triggered, this, &ConsoleWindow::ChangeDark);
+    BuildPageMenu(*menuBar()->addMenu(tr("&Go")));
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     pagehelp::Describe(*m_tabs);
     help->addAction(
@@ -173,7 +182,31 @@ void ConsoleWindow::BuildMenus() {
     QAction* const ask = QWhatsThis::createAction(help);
     ask->setText(tr("&What is this?"));
     help->addAction(ask);
+    help->addAction(tr("&Keys..."), this, &ConsoleWindow::ShowKeys);
     help->addAction(tr("&About"), this, &ConsoleWindow::ShowAbout);
+}
+
+void ConsoleWindow::BuildPageMenu(QMenu& menu) {
+    constexpr int most = 10;  // digits
+    for (int i = 0; i < m_tabs->count() && i < most; ++i) {
+        QAction* const action =
+            menu.addAction(m_tabs->tabText(i), this, [this, i] { m_tabs->setCurrentIndex(i); });
+        action->setShortcut(QStringLiteral("Alt+%1").arg((i + 1) % most));
+        m_tabs->setTabToolTip(i, action->shortcut().toString(QKeySequence::NativeText));
+    }
+    menu.addSeparator();
+    menu.addAction(tr("&Frequency field"), this, &ConsoleWindow::GoToFrequency,
+                   QKeySequence(QStringLiteral("Ctrl+L")));
+}
+
+void ConsoleWindow::GoToFrequency() {
+    const bool isOnOwnPage = m_mpxOrvPage->isVisible();
+    if (!isOnOwnPage) GoTo(QStringLiteral("Overview"));
+    (isOnOwnPage ? m_mpxOrvPage->GetTuneBar() : m_overview->GetTuneBar()).TakeFocus();
+}
+
+void ConsoleWindow::ShowKeys() {
+    KeysDialog(KeysDialog::RowsOf(*this), this).exec();
 }
 
 void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
@@ -239,6 +272,7 @@ void ConsoleWindow::CloseNow() {
 
 void ConsoleWindow::closeEvent(QCloseEvent* event) {
     if (!m_isForced && !MayGiveUp(tr("Quit"), tr("Quit")) && !m_isForced) return event->ignore();
+    keptview::Keep(*Configuration(), *m_tabs, m_tuning);
     m_session.Disconnect();
     QMainWindow::closeEvent(event);
 }
@@ -291,6 +325,8 @@ void ConsoleWindow::ShowMpxOrv() {
     const QString path = m_session.GetMpxOrvPath();
     if (path != m_boundMpxOrv) {
         m_boundMpxOrv = path;
+        m_tuning.Bind(path);
+        m_overview->BindMpxOrv(path);
         m_mpxOrvPage->Bind(path);
         if (!m_isKept || !path.isEmpty()) m_listPage->SetOwn(path);
     }

@@ -5,6 +5,7 @@
 #include <apps/mcconsole/recentservers.h>
 #include <apps/mcconsole/session/consolesession.h>
 #include <apps/mcconsole/session/situation.h>
+#include <apps/mcconsole/tune/tuning.h>
 
 #include <QtWidgets/QMainWindow>
 
@@ -14,9 +15,11 @@ class AlarmBar;
 class ConnectionBar;
 class MpxOrvListPage;
 class MpxOrvPage;
+class OverviewPage;
 class Page;
 class QAction;
 class QLabel;
+class QMenu;
 class QTabWidget;
 class UndoBar;
 
@@ -66,6 +69,10 @@ class ConsoleWindow : public QMainWindow {
     /// Brings the page with that object name to the front; without a name asks for a server.
     void GoTo(const QString& page);
     void ChangeDark(bool isDark);
+    void BuildPageMenu(QMenu& menu);
+    /// To the field for frequencies, on this page if it has one.
+    void GoToFrequency();
+    void ShowKeys();
     void ShowAbout();
     QString ConnectionText() const;
     QString MissingText() const;
@@ -73,12 +80,14 @@ class ConsoleWindow : public QMainWindow {
     QtClock m_clock;
     ConsoleSession m_session;
     Situation m_situation;
+    Tuning m_tuning;  ///< of the console's own MpxORV
     VtClientOptions m_options;
     bool m_prefersEncryption = false;
     RecentServers m_recent;
     QTabWidget* m_tabs = nullptr;
     std::vector<Page*> m_pages;
     MpxOrvListPage* m_listPage = nullptr;
+    OverviewPage* m_overview = nullptr;
     MpxOrvPage* m_mpxOrvPage = nullptr;
     ConnectionBar* m_banner = nullptr;
     AlarmBar* m_alarm = nullptr;

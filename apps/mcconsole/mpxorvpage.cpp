@@ -25,11 +25,11 @@ constexpr int LinesOfAnswers = 7;  // with title and buttons: fewer cut these
 
 }  // namespace
 
-MpxOrvPage::MpxOrvPage(IClock& clock, QWidget* parent)
+MpxOrvPage::MpxOrvPage(Tuning& tuning, QWidget* parent)
     : QWidget(parent),
       m_state(new QLabel(this)),
       m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
-      m_tuneBar(new TuneBar(clock, this)),
+      m_tuneBar(new TuneBar(tuning, this)),
       m_answer(*this, [](const values::ValueBase&) { return true; }) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
@@ -43,31 +43,33 @@ MpxOrvPage::MpxOrvPage(IClock& clock, QWidget* parent)
     head->addWidget(m_state, 1);
     head->addWidget(m_used);
     auto* const grid = new QGridLayout;
-    grid->addWidget(BuildStatus(), 0, 0);
-    grid->addWidget(BuildRequests(), 0, 1);
-    grid->addWidget(BuildPolicies(), 1, 0, 1, 2);
-    grid->addWidget(BuildAnswers(), 2, 0, 1, 2);
-    grid->setRowStretch(2, 1);
+    grid->addWidget(BuildRequests(), 0, 0);
+    grid->addWidget(BuildAnswers(), 1, 0);
+    grid->addWidget(BuildPolicies(), 0, 1, 2, 1);
+    grid->setRowStretch(1, 1);
     grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(head);
     layout->addWidget(m_tuneBar);
+    layout->addWidget(BuildStatus());
     layout->addLayout(grid);
 }
 
 QWidget* MpxOrvPage::BuildStatus() {
-    auto* const group = new QGroupBox(tr("State"), this);
-    auto* const form = new QFormLayout(group);
+    auto* const line = new QWidget(this);
+    auto* const layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
     const auto add = [&](const QString& caption, const char* name) {
-        auto* const label = new VCLabel(group, name);
-        form->addRow(caption, label);
+        auto* const label = new VCLabel(line, name);
+        label->setAccessibleName(caption);
+        layout->addWidget(new QLabel(caption, line));
+        layout->addWidget(label, 1);
         return label;
     };
     m_mode = add(tr("Operation mode:"), "OperationMode");
     m_type = add(tr("Does:"), "OperationType");
     m_isMaster = add(tr("Job master:"), "IsMaster");
-    return group;
+    return line;
 }
 
 QWidget* MpxOrvPage::BuildRequests() {
@@ -95,7 +97,8 @@ QWidget* MpxOrvPage::BuildRequests() {
 QWidget* MpxOrvPage::BuildPolicies() {
     auto* const group = new QGroupBox(tr("Policies"), this);
     auto* const layout = new QVBoxLayout(group);
-    m_policies = new PolicyPanel(group);
+    layout->setAlignment(Qt::AlignTop);
+    m_policies = new PolicyPanel(group, 1);
     layout->addWidget(m_policies);
     return group;
 }
@@ -118,7 +121,6 @@ void MpxOrvPage::Bind(const QString& path) {
     m_mode->SetText_ValuePath(below("Status/OperationMode"), true);
     m_type->SetText_ValuePath(below("Status/OperationType"), true);
     m_isMaster->SetText_ValuePath(below("Status/IsMaster"), true);
-    m_tuneBar->Bind(path);
     m_reportInterval->SetValueSelection_ValuePath(below("Request/DeviceSetting/ReportInterval"));
     m_becomeMaster->Set_ValuePath(below("Request/BecomeMaster"));
     m_restartJob->Set_ValuePath(below("Request/RestartJob"));

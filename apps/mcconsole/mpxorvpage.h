@@ -6,12 +6,12 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
-class IClock;
 class MCSLogDisplay;
 class PolicyPanel;
 class QCheckBox;
 class QLabel;
 class TuneBar;
+class Tuning;
 class VCComboBoxClassic;
 class VCLabel;
 class VCPushButton;
@@ -22,8 +22,10 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
-    /// \a clock is not owned and outlives the page.
-    explicit MpxOrvPage(IClock& clock, QWidget* parent = nullptr);
+    /// \a tuning is not owned and outlives the page.
+    explicit MpxOrvPage(Tuning& tuning, QWidget* parent = nullptr);
+
+    TuneBar& GetTuneBar() const { return *m_tuneBar; }
 
     /// Shows the MpxORV whose node is at \a path; empty: none. Also anew for the same path.
     void Bind(const QString& path);

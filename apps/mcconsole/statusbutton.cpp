@@ -4,12 +4,13 @@
 #include <apps/pages/severitylook.h>
 
 #include <QtCore/QEvent>
+#include <QtGui/QTextDocument>
 #include <QtWidgets/QStyle>
 
 namespace {
 
-constexpr int Margin = 6;           // pixels around icon and text, and between them
-constexpr int LeastCharacters = 6;  // that are seen in a narrow window
+constexpr int ButtonMargin = 6;           // pixels around icon and text, and between them
+constexpr int LeastButtonCharacters = 6;  // that are seen in a narrow window
 
 }  // namespace
 
@@ -28,7 +29,9 @@ StatusButton::StatusButton(const QString& name, const QString& caption, QWidget*
 void StatusButton::Show(const SituationItem& item) {
     m_item = item;
     const QString title = QStringLiteral("%1: %2").arg(m_caption, item.word);
-    setToolTip(item.detail.isEmpty() ? title : title + QLatin1Char('\n') + item.detail);
+    // As text, whatever others chose for a name.
+    const QString tip = item.detail.isEmpty() ? title : title + QLatin1Char('\n') + item.detail;
+    setToolTip(Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal));
     setAccessibleName(QStringLiteral("%1 (%2)").arg(title, severitylook::Word(item.severity)));
     setAccessibleDescription(item.detail);
     ShowLook();
@@ -60,12 +63,12 @@ void StatusButton::ShowText() {
 }
 
 int StatusButton::TextWidth() const {
-    return width() - iconSize().width() - 3 * Margin;
+    return width() - iconSize().width() - 3 * ButtonMargin;
 }
 
 QSize StatusButton::SizeFor(int textWidth) const {
     const int height = qMax(iconSize().height(), 2 * fontMetrics().lineSpacing());
-    return QSize(textWidth + iconSize().width() + 3 * Margin, height + Margin);
+    return QSize(textWidth + iconSize().width() + 3 * ButtonMargin, height + ButtonMargin);
 }
 
 QSize StatusButton::sizeHint() const {
@@ -73,7 +76,7 @@ QSize StatusButton::sizeHint() const {
 }
 
 QSize StatusButton::minimumSizeHint() const {
-    return SizeFor(LeastCharacters * fontMetrics().averageCharWidth());
+    return SizeFor(LeastButtonCharacters * fontMetrics().averageCharWidth());
 }
 
 void StatusButton::resizeEvent(QResizeEvent* event) {

@@ -14,18 +14,17 @@
 
 namespace {
 
-constexpr int Columns = 2;
 constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
 
 }  // namespace
 
-PolicyPanel::PolicyPanel(QWidget* parent)
+PolicyPanel::PolicyPanel(QWidget* parent, int columns)
     : QWidget(parent), m_lock(*this, [](const values::ValueBase&) { return true; }) {
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setVerticalSpacing(RowSpacing);
     const std::vector<QString> policies = policytext::Names();
-    const int rows = (static_cast<int>(policies.size()) + Columns - 1) / Columns;
+    const int rows = (static_cast<int>(policies.size()) + columns - 1) / columns;
     for (const QString& name : policies) {
         const QString caption = policytext::Caption(name);
         auto* const box = new AskingCheckBox(this, name.toLatin1().constData());

@@ -16,7 +16,8 @@ class PolicyPanel : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
-    explicit PolicyPanel(QWidget* parent = nullptr);
+    /// The switches stand in that many columns.
+    explicit PolicyPanel(QWidget* parent = nullptr, int columns = 2);
     ~PolicyPanel() override;
 
     /// Shows the switches below the node of policies at \a path; empty: none.

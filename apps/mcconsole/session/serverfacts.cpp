@@ -36,6 +36,7 @@ constexpr Place Places[] = {
     {EFact::OwnFrequency,            true,  "/Request/Frequency"},
     {EFact::OwnTunedFrequency,       true,  "/Status/TunedFrequency"},
     {EFact::OwnTunedSince,           true,  "/Status/TunedSince"},
+    {EFact::OwnIsMaster,             true,  "/Status/IsMaster"},
 };
 // clang-format on
 

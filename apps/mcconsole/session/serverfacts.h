@@ -32,7 +32,8 @@ class ServerFacts : private PathBinding::IListener {
         OwnMode,
         OwnFrequency,  ///< asked for last, or granted
         OwnTunedFrequency,
-        OwnTunedSince
+        OwnTunedSince,
+        OwnIsMaster
     };
 
     /// \a changed is called after any of them has.
@@ -58,7 +59,7 @@ class ServerFacts : private PathBinding::IListener {
     bool Has(EFact fact, double hz) const;
 
   private:
-    static constexpr std::size_t Count = static_cast<std::size_t>(EFact::OwnTunedSince) + 1;
+    static constexpr std::size_t Count = static_cast<std::size_t>(EFact::OwnIsMaster) + 1;
 
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void Bind(const QString& basePath, bool isOwn);

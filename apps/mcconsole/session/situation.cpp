@@ -47,6 +47,7 @@ void Situation::Refresh() {
 /// Nobody tells of the round trip, and ages change by themselves.
 void Situation::Tick() {
     Refresh();
+    Q_EMIT Ticked();
 }
 
 /// After a loss the MpxORV that there was is shown, with its age.
@@ -67,10 +68,11 @@ void Situation::Judge() {
         for (auto item = items.begin() + 1; item != items.end(); ++item)
             *item = judgement::Aged(std::move(*item), age);
     const QString title = GetTitle();
-    if (items == m_items && title == m_title) return;
+    const bool isNews = items != m_items || title != m_title;
     m_items = std::move(items);
     m_title = title;
-    Q_EMIT Changed();
+    if (isNews) Q_EMIT Changed();
+    Q_EMIT Looked();
 }
 
 std::chrono::milliseconds Situation::GetAge() const {

@@ -49,6 +49,10 @@ class Situation : public QObject {
   Q_SIGNALS:
     /// Any of the items, or the title, has changed.
     void Changed();
+    /// Any of the facts or of the connection may have changed.
+    void Looked();
+    /// A second has passed, while there is a server.
+    void Ticked();
 
   private:
     void Tick();

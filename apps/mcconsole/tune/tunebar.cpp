@@ -39,7 +39,7 @@ bool IsWrong(Tuning::EState state) {
 
 }  // namespace
 
-TuneBar::TuneBar(IClock& clock, QWidget* parent) : QWidget(parent), m_tuning(clock) {
+TuneBar::TuneBar(Tuning& tuning, QWidget* parent) : QWidget(parent), m_tuning(tuning) {
     m_tune = new QPushButton(tr("&Tune"), this);
     m_tune->setObjectName(QStringLiteral("Tune"));
     m_tune->setFocusPolicy(Qt::TabFocus);  // a click leaves the operator in the field
@@ -98,7 +98,7 @@ QWidget* TuneBar::BuildSteps() {
     m_step->setAccessibleName(tr("Step"));
     for (const FrequencyStep& step : FrequencyStep::All())
         m_step->addItem(step.Caption());
-    m_step->setCurrentIndex(FrequencyStep::UsualIndex());
+    connect(m_step, qOverload<int>(&QComboBox::activated), &m_tuning, &Tuning::ChooseStep);
     auto* const caption = new QLabel(tr("St&ep:"), box);
     caption->setBuddy(m_step);
     const auto make = [&](const char* name, Qt::ArrowType arrow, const QString& text, int count) {
@@ -156,7 +156,12 @@ void TuneBar::TakeBack() {
 }
 
 void TuneBar::Step(int count) {
-    m_tuning.Step(FrequencyStep::All().at(static_cast<std::size_t>(m_step->currentIndex())), count);
+    m_tuning.Step(count);
+}
+
+void TuneBar::TakeFocus() {
+    m_field->setFocus(Qt::ShortcutFocusReason);
+    m_field->selectAll();
 }
 
 void TuneBar::changeEvent(QEvent* event) {
@@ -168,6 +173,7 @@ void TuneBar::Show() {
     const Tuning::EState state = m_tuning.GetState();
     const bool mayTune = state != Tuning::EState::NoMpxOrv && state != Tuning::EState::Locked;
     ShowText();
+    m_step->setCurrentIndex(m_tuning.GetStepIndex());
     m_field->setReadOnly(!mayTune);
     for (QWidget* const widget :
          {static_cast<QWidget*>(m_tune), static_cast<QWidget*>(m_up), static_cast<QWidget*>(m_down)})

@@ -20,11 +20,11 @@ class TuneBar : public QWidget {
     Q_OBJECT
 
   public:
-    /// \a clock is not owned and outlives the bar.
-    explicit TuneBar(IClock& clock, QWidget* parent = nullptr);
+    /// \a tuning is not owned and outlives the bar; several bars may show the same.
+    explicit TuneBar(Tuning& tuning, QWidget* parent = nullptr);
 
-    /// Tunes the MpxORV whose node is at \a path; empty: none. What the operator wants stays.
-    void Bind(const QString& path) { m_tuning.Bind(path); }
+    /// To the field, with all of it selected.
+    void TakeFocus();
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -47,7 +47,7 @@ class TuneBar : public QWidget {
     QString MessageText(Tuning::EState state) const;
     QString RangeText() const;
 
-    Tuning m_tuning;
+    Tuning& m_tuning;
     QFrame* m_frame = nullptr;  ///< around the field, red while that cannot be asked for
     FrequencyField* m_field = nullptr;
     QLabel* m_understood = nullptr;

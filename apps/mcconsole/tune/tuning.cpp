@@ -27,7 +27,8 @@ Tuning::Tuning(IClock& clock, QObject* parent)
       m_frequency(*this, Only<Frequency>()),
       m_answer(*this, Only<values::Value<QString>>()),
       m_mode(*this, Only<values::ValueSelection>()),
-      m_rest(clock) {
+      m_rest(clock),
+      m_step(FrequencyStep::UsualIndex()) {
     values::Refusals::Instance().AddListener(this);
 }
 
@@ -56,10 +57,18 @@ void Tuning::Enter(const QString& text) {
     Q_EMIT Changed();
 }
 
-void Tuning::Step(const FrequencyStep& step, int count) {
+void Tuning::ChooseStep(int index) {
+    const bool isOne = index >= 0 && index < static_cast<int>(FrequencyStep::All().size());
+    if (!isOne || index == m_step) return;
+    m_step = index;
+    Q_EMIT StepChosen();
+    Q_EMIT Changed();
+}
+
+void Tuning::Step(int count) {
     const FrequencyText wanted = GetWanted();
     if (GetValue() == nullptr || !GetValue()->IsWritable() || !wanted.IsFrequency()) return;
-    const double hz = step.From(wanted.GetHz(), count);
+    const double hz = FrequencyStep::All()[static_cast<std::size_t>(m_step)].From(wanted.GetHz(), count);
     if (!IsInRange(hz)) return;
     Enter(Shown(hz));
     m_rest.Start(Rest, [this] { Tune(); });

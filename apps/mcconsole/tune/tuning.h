@@ -14,8 +14,6 @@
 #include <chrono>
 #include <optional>
 
-class FrequencyStep;
-
 /// Tuning one MpxORV: the frequency that the operator wants beside the one that there is. What is wanted
 /// stays what it is, whatever the server says, until the operator or a granted request changes it; only
 /// Tune() asks for it, or steps that have come to rest. Main thread.
@@ -50,8 +48,11 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
 
     /// The operator types \a text.
     void Enter(const QString& text);
+    /// Which of all steps the operator wants; what is none of them changes nothing.
+    void ChooseStep(int index);
+    int GetStepIndex() const { return m_step; }
     /// The operator steps from what is entered, within the device's range.
-    void Step(const FrequencyStep& step, int count);
+    void Step(int count);
     /// Asks for what is entered, also once more. False if that cannot be asked for.
     bool Tune();
     /// Takes back what was entered.
@@ -74,6 +75,8 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
   Q_SIGNALS:
     /// Any of the above has changed.
     void Changed();
+    /// The operator has chosen another step.
+    void StepChosen();
 
   private:
     using Frequency = values::ValueNumeric<double>;
@@ -93,6 +96,7 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     PathBinding m_answer;
     PathBinding m_mode;
     ClockTimer m_rest;
+    int m_step;  ///< among all of them
     QString m_text;
     bool m_isEntered = false;    ///< by the operator, and not granted
     bool m_wasAskedFor = false;  ///< by the operator

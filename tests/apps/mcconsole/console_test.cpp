@@ -6,7 +6,9 @@
 #include <gmock/gmock.h>
 
 #include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QGroupBox>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTextEdit>
@@ -258,6 +260,47 @@ TEST_F(ConsoleTest, LeadsFromTheStripToThePageOfTheCause) {
     EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("MyMpxORV"));
     QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("MasterState")), Qt::LeftButton);
     EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("MpxORVs"));
+}
+
+TEST_F(ConsoleTest, BeginsWithTheOverviewAndThenWithThePageSeenLast) {
+    EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("Overview"));
+    Page("Log");
+    window->CloseNow();
+    window = std::make_unique<ConsoleWindow>(VtClientOptions());
+    EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(), QStringLiteral("Log"));
+}
+
+TEST_F(ConsoleTest, KeepsTheStepOfFrequencies) {
+    auto* const step = Find<QComboBox>("Overview", "Step");
+    const QString before = step->currentText();
+    step->setFocus();
+    QTest::keyClick(step, Qt::Key_Down);
+    const QString chosen = step->currentText();
+    EXPECT_NE(chosen, before);
+    EXPECT_EQ(Find<QComboBox>("MyMpxORV", "Step")->currentText(), chosen) << "there is one step";
+    window->CloseNow();
+    window = std::make_unique<ConsoleWindow>(VtClientOptions());
+    EXPECT_EQ(Find<QComboBox>("Overview", "Step")->currentText(), chosen);
+}
+
+TEST_F(ConsoleTest, KeepsTheColumnsOfTables) {
+    auto* const table = Find<QTableView>("MpxORVStatus", "MCSMpxORVStatusListView");
+    table->horizontalHeader()->resizeSection(0, 177);
+    window->CloseNow();
+    window = std::make_unique<ConsoleWindow>(VtClientOptions());
+    const auto* const header =
+        Find<QTableView>("MpxORVStatus", "MCSMpxORVStatusListView")->horizontalHeader();
+    EXPECT_EQ(header->sectionSize(0), 177);
+}
+
+TEST_F(ConsoleTest, TunesFromTheOverview) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    Type(Find<QLineEdit>("Overview", "Frequency"), "121.5");
+    EXPECT_TRUE(
+        WaitFor([this] { return Label("Overview", "OwnFrequency") == QLatin1String("121.500 MHz"); }));
+    EXPECT_TRUE(Label("Overview", "AnswerText").startsWith(QLatin1String("Done: tuned to 121.5 MHz")));
+    EXPECT_EQ(Find<QLineEdit>("MyMpxORV", "Frequency")->text(), QStringLiteral("121.500 MHz"));
 }
 
 }  // namespace

@@ -90,11 +90,11 @@ class ConsoleInGerman : public testing::Test {
 
 TEST_F(ConsoleInGerman, HasGermanPages) {
     EXPECT_THAT(Console("de").Tabs(),
-                ElementsAre("Zustand", "Konfiguration", "Befehle", "Bodensender", "Ereignisse", "Protokoll",
-                            "MpxORVs", "MpxORV-Status", "Mein MpxORV"));
+                ElementsAre("Übersicht", "Zustand", "Konfiguration", "Befehle", "Bodensender", "Ereignisse",
+                            "Protokoll", "MpxORVs", "MpxORV-Status", "Mein MpxORV"));
     EXPECT_THAT(Console("en").Tabs(),
-                ElementsAre("Status", "Configuration", "Commands", "Ground transmitters", "Events", "Log",
-                            "MpxORVs", "MpxORV status", "My MpxORV"));
+                ElementsAre("Overview", "Status", "Configuration", "Commands", "Ground transmitters",
+                            "Events", "Log", "MpxORVs", "MpxORV status", "My MpxORV"));
 }
 
 TEST_F(ConsoleInGerman, SharesHardlyAnyTextWithTheEnglishOne) {
@@ -103,7 +103,7 @@ TEST_F(ConsoleInGerman, SharesHardlyAnyTextWithTheEnglishOne) {
     // What is nobody's language, and a name.
     EXPECT_THAT(Common(english, Console("de").Texts()),
                 IsSubsetOf({std::string(), std::string("- - -"), std::string("&Server"),
-                            std::string("MultiChannel Server:"),
+                            std::string("MultiChannel Server:"), std::string("MpxORVs"),
                             MpxORVHandle::CreateUniqueMpxORVName().toStdString()}))
         << "not translated";
 }

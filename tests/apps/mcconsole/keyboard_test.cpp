@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The windows without a mouse, and as a screen reader tells of them.
 #include <apps/mcconsole/connectdialog.h>
+#include <apps/mcconsole/keysdialog.h>
 #include <apps/pages/guimodule.h>
 #include <apps/pages/scrolledpage.h>
 
@@ -19,7 +20,9 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTabBar>
+#include <QtWidgets/QTableWidget>
 
 #include <map>
 #include <set>
@@ -167,6 +170,43 @@ TEST_F(KeyboardTest, GoesFromPageToPage) {
     }
 }
 
+TEST_F(KeyboardTest, HasAKeyForEachPage) {
+    QApplication::setActiveWindow(window.get());
+    for (int i = window->GetTabs()->count() - 1; i >= 0; --i) {
+        QTest::keyClick(window.get(), static_cast<Qt::Key>(Qt::Key_0 + (i + 1) % 10), Qt::AltModifier);
+        EXPECT_EQ(window->GetTabs()->currentIndex(), i);
+    }
+}
+
+TEST_F(KeyboardTest, HasAKeyForTheFrequencyFromAnywhere) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    QApplication::setActiveWindow(window.get());
+    OnEachPage([this] {
+        const bool isOwn = window->GetTabs()->currentWidget()->objectName() == QLatin1String("MyMpxORV");
+        QTest::keyClick(window.get(), Qt::Key_L, Qt::ControlModifier);
+        const auto* const field = qobject_cast<QLineEdit*>(window->focusWidget());
+        ASSERT_NE(field, nullptr);
+        EXPECT_EQ(field->objectName(), QStringLiteral("Frequency"));
+        EXPECT_EQ(field->selectedText(), field->text());
+        EXPECT_EQ(window->GetTabs()->currentWidget()->objectName(),
+                  isOwn ? QStringLiteral("MyMpxORV") : QStringLiteral("Overview"));
+    });
+}
+
+TEST_F(KeyboardTest, ListsItsKeys) {
+    const std::vector<KeysDialog::Row> rows = KeysDialog::RowsOf(*window);
+    const auto what = [&rows](const char* keys) {
+        for (const KeysDialog::Row& row : rows)
+            if (row.keys == QLatin1String(keys)) return row.what.toStdString();
+        return std::string();
+    };
+    EXPECT_EQ(what("Alt+1"), "Overview");
+    EXPECT_EQ(what("Ctrl+L"), "Frequency field");
+    EXPECT_EQ(what("Ctrl+O"), "Connect");
+    const KeysDialog dialog(rows, nullptr);
+    EXPECT_EQ(dialog.findChild<QTableWidget*>()->rowCount(), static_cast<int>(rows.size()));
+}
+
 TEST_F(KeyboardTest, ServesTheDialogThatAsksForTheServer) {
     ConnectDialog dialog(RecentServers(), VtClientOptions(), nullptr);
     dialog.PreferEncryption();
@@ -201,6 +241,16 @@ TEST_P(WindowsInALanguage, FitASmallScreenAndShowAllOnALargeOne) {
     EXPECT_LE(window.minimumSizeHint().height(), 400);
     for (const auto* page : window.findChildren<ScrolledPage*>())
         EXPECT_GE(window.width(), page->widget()->minimumSizeHint().width());
+}
+
+TEST_P(WindowsInALanguage, ShowAllOfTheOverviewOnASmallScreen) {
+    ConsoleWindow window{VtClientOptions()};
+    window.resize(1024, 560);  // of 600 lines the desktop takes some
+    window.show();
+    ASSERT_EQ(window.size(), QSize(1024, 560));
+    const auto* const page = window.findChild<ScrolledPage*>(QStringLiteral("Overview"));
+    EXPECT_FALSE(page->horizontalScrollBar()->isVisible());
+    EXPECT_FALSE(page->verticalScrollBar()->isVisible());
 }
 
 TEST_P(WindowsInALanguage, GiveAKeyOneMeaningInTheDialog) {

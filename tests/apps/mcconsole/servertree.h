@@ -38,6 +38,8 @@ class ServerTree {
         selection->Select(key);
     }
 
+    void Remove(const char* path) { tree.Delete(tree.FindItem(Full(path))); }
+
     /// A device that is ready and sweeps, without a master, with input modules that answer.
     void MakeUsual() {
         Key("Status/BootState", BootReady);

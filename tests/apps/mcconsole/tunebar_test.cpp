@@ -259,7 +259,7 @@ TEST_F(TuneBarTest, FollowsWhoElseTunesTheMpxOrvWhileNothingIsEntered) {
 }
 
 TEST_F(TuneBarTest, CannotBeUsedWithoutAnMpxOrv) {
-    bar.Bind(QString());
+    tuning.Bind(QString());
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("- - -"));
     EXPECT_TRUE(Field()->isReadOnly());
     EXPECT_EQ(Field()->text(), QString());
@@ -284,10 +284,10 @@ TEST_F(TuneBarTest, WhatWasAskedForIsWantedOfTheNextMpxOrvAndNotSentToIt) {
     Type("121.5");
     Press(Qt::Key_Return);
     Grant();
-    bar.Bind(QString());
+    tuning.Bind(QString());
     tree.Delete(tree.FindItem(QStringLiteral("/Mine")));
     MakeMpxOrv();
-    bar.Bind(QStringLiteral("/Mine"));
+    tuning.Bind(QStringLiteral("/Mine"));
     clock.Advance(1h);
     EXPECT_THAT(Asked(), ElementsAre(121.5));
     EXPECT_EQ(Field()->text(), QStringLiteral("121.500 MHz"));

@@ -32,9 +32,9 @@
 /// The bar that tunes an MpxORV, on a tree whose server the test plays.
 class TuneBarTest : public testing::Test {
   protected:
-    TuneBarTest() : bar(clock) {
+    TuneBarTest() : tuning(clock), bar(tuning) {
         MakeMpxOrv();
-        bar.Bind(QStringLiteral("/Mine"));
+        tuning.Bind(QStringLiteral("/Mine"));
         bar.show();
         QApplication::setActiveWindow(&bar);
         Field()->setFocus();
@@ -89,7 +89,9 @@ class TuneBarTest : public testing::Test {
     void ChooseStep(const char* text) {
         auto* const box = bar.findChild<QComboBox*>(QStringLiteral("Step"));
         ASSERT_GE(box->findText(QString::fromLatin1(text)), 0) << text;
-        box->setCurrentText(QString::fromLatin1(text));
+        const int index = box->findText(QString::fromLatin1(text));
+        box->setCurrentIndex(index);
+        Q_EMIT box->activated(index);
     }
     void Turn(int eighthsOfADegree) {
         const QPointF place(5, 5);
@@ -126,5 +128,6 @@ class TuneBarTest : public testing::Test {
     values::Value<QString>* answer = nullptr;
     values::ValueSelection* mode = nullptr;
     double granted = 30e6;
+    Tuning tuning;
     TuneBar bar;
 };

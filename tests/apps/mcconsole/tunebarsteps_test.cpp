@@ -112,8 +112,8 @@ TEST_F(TuneBarTest, DoesNotStepFromWhatIsNoFrequency) {
 
 TEST_F(TuneBarTest, StepsThatDoNotRestYetAreNotSentToAnotherMpxOrv) {
     Press(Qt::Key_Up);
-    bar.Bind(QString());
-    bar.Bind(QStringLiteral("/Mine"));
+    tuning.Bind(QString());
+    tuning.Bind(QStringLiteral("/Mine"));
     clock.Advance(1h);
     EXPECT_THAT(Asked(), IsEmpty());
 }

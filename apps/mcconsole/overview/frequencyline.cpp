@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/overview/frequencyline.h>
+
+#include <apps/mcconsole/overview/labelrows.h>
+#include <apps/pages/severitylook.h>
+
+#include <qwt_plot_canvas.h>
+#include <qwt_plot_marker.h>
+#include <qwt_plot_panner.h>
+#include <qwt_plot_zoneitem.h>
+#include <qwt_scale_div.h>
+#include <qwt_scale_map.h>
+#include <qwt_text.h>
+
+#include <QtCore/QEvent>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QTextDocument>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr double Megahertz = 1e6;
+constexpr double LowestShown = 0;       // MHz
+constexpr double HighestShown = 30000;  // MHz: no receiver is tuned beyond
+constexpr double LeastSpan = 0.05;      // MHz
+constexpr double UsualLowest = 108;     // MHz, while nothing is tuned
+constexpr double UsualHighest = 138;    // MHz
+constexpr double FitMargin = 0.06;      // of what is shown, at both ends
+constexpr double LeastMargin = 0.5;     // MHz
+constexpr double ZoomStep = 0.8;        // of one notch of the wheel
+constexpr int Reach = 6;                // pixels around a mark that count as it
+constexpr int ZoneWidth = 4;            // pixels to both sides
+constexpr int MostRows = 6;
+constexpr double ClickStep = 0.025;  // MHz: whoever clicks means a channel
+
+using EMark = FrequencyMark::EKind;
+
+bool IsZone(EMark kind) {
+    return kind == EMark::Keyed || kind == EMark::Unsupervised;
+}
+
+QColor MarkColour(EMark kind, const QPalette& palette) {
+    switch (kind) {
+        case EMark::Own:
+            return severitylook::Colour(ESeverity::Ok, palette);
+        case EMark::Keyed:
+            return severitylook::Colour(ESeverity::Act, palette);
+        case EMark::Unsupervised:
+            return severitylook::Colour(ESeverity::Look, palette);
+        case EMark::Wanted:
+            return severitylook::Colour(ESeverity::Unknown, palette);
+        case EMark::Master:
+        case EMark::User:
+            break;
+    }
+    return palette.color(QPalette::WindowText);
+}
+
+Qt::PenStyle LineStyle(EMark kind) {
+    return kind == EMark::Wanted ? Qt::DashLine : Qt::SolidLine;
+}
+
+}  // namespace
+
+/// One mark, as drawn: a line with a label, and a band where transmitters are.
+struct FrequencyLine::Drawn {
+    QwtPlotMarker line;
+    QwtPlotZoneItem zone;
+    QwtText label;
+};
+
+FrequencyLine::FrequencyLine(QWidget* parent) : QwtPlot(parent) {
+    setObjectName(QStringLiteral("FrequencyLine"));
+    setAutoReplot(false);
+    enableAxis(yLeft, false);
+    setAxisScale(yLeft, 0, 1);
+    setFocusPolicy(Qt::StrongFocus);
+    // The canvas is the plot's own.
+    canvas()->installEventFilter(this);
+    canvas()->setCursor(Qt::ArrowCursor);
+    auto* const panner = new QwtPlotPanner(canvas());
+    panner->setAxisEnabled(yLeft, false);
+    panner->setOrientations(Qt::Horizontal);
+    connect(panner, &QwtPanner::panned, this, [this] { m_showsAll = false; });
+    setAccessibleName(tr("Frequencies in use"));
+    ShowColours();
+    Fit();
+    replot();
+}
+
+FrequencyLine::~FrequencyLine() = default;
+
+QSize FrequencyLine::sizeHint() const {
+    return minimumSizeHint();
+}
+
+QSize FrequencyLine::minimumSizeHint() const {
+    constexpr int lines = 6;  // of text, one of them the scale's
+    constexpr int characters = 40;
+    return QSize(characters * fontMetrics().averageCharWidth(), lines * fontMetrics().lineSpacing());
+}
+
+void FrequencyLine::ShowMarks(std::vector<FrequencyMark> marks) {
+    if (marks == m_marks) return;
+    m_marks = std::move(marks);
+    BuildDrawn();
+    if (m_showsAll) Fit();
+    setAccessibleDescription(Summary());
+    replot();
+}
+
+QString FrequencyLine::Summary() const {
+    QStringList lines;
+    for (const FrequencyMark& mark : m_marks)
+        lines += mark.detail;
+    return lines.join(QLatin1Char('\n'));
+}
+
+void FrequencyLine::BuildDrawn() {
+    m_drawn.clear();
+    for (const FrequencyMark& mark : m_marks) {
+        auto drawn = std::make_unique<Drawn>();
+        drawn->line.setLineStyle(QwtPlotMarker::VLine);
+        drawn->line.setXValue(mark.hz / Megahertz);
+        drawn->label.setText(mark.label, QwtText::PlainText);
+        drawn->line.attach(this);
+        drawn->line.setZ(1);
+        if (IsZone(mark.kind)) drawn->zone.attach(this);
+        m_drawn.push_back(std::move(drawn));
+    }
+    ShowColours();
+}
+
+void FrequencyLine::ShowColours() {
+    setCanvasBackground(palette().color(QPalette::Base));
+    for (std::size_t i = 0; i < m_drawn.size(); ++i) {
+        const EMark kind = m_marks[i].kind;
+        Drawn& drawn = *m_drawn[i];
+        QColor colour = MarkColour(kind, palette());
+        drawn.line.setLinePen(colour, kind == EMark::Own || kind == EMark::Master ? 2 : 1, LineStyle(kind));
+        QFont font = this->font();
+        font.setBold(kind == EMark::Own || kind == EMark::Master);
+        drawn.label.setFont(font);
+        drawn.label.setColor(colour);
+        drawn.label.setBackgroundBrush(palette().color(QPalette::Base));
+        drawn.zone.setPen(QPen(Qt::NoPen));
+        drawn.zone.setBrush(
+            QBrush(colour, kind == EMark::Unsupervised ? Qt::BDiagPattern : Qt::SolidPattern));
+    }
+}
+
+void FrequencyLine::changeEvent(QEvent* event) {
+    QwtPlot::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange) return;
+    ShowColours();
+    replot();
+}
+
+void FrequencyLine::resizeEvent(QResizeEvent* event) {
+    QwtPlot::resizeEvent(event);
+    replot();
+}
+
+void FrequencyLine::replot() {
+    updateAxes();
+    PlaceLabels();
+    QwtPlot::replot();
+}
+
+double FrequencyLine::PixelOf(double hz) const {
+    return canvasMap(xBottom).transform(hz / Megahertz);
+}
+
+void FrequencyLine::PlaceLabels() {
+    const double height = canvas()->contentsRect().height();
+    const int rows = std::clamp(static_cast<int>(height / (fontMetrics().height() + 2)), 1, MostRows);
+    std::vector<labelrows::Label> labels;
+    for (std::size_t i = 0; i < m_drawn.size(); ++i)
+        labels.push_back({PixelOf(m_marks[i].hz), m_drawn[i]->label.textSize().width()});
+    const std::vector<labelrows::Place> places =
+        labelrows::Assign(labels, canvas()->contentsRect().width(), rows);
+    const double mhzPerPixel = 1 / std::abs(canvasMap(xBottom).pDist() / canvasMap(xBottom).sDist());
+    for (std::size_t i = 0; i < m_drawn.size(); ++i) {
+        Drawn& drawn = *m_drawn[i];
+        const double mhz = m_marks[i].hz / Megahertz;
+        drawn.zone.setInterval(mhz - ZoneWidth * mhzPerPixel, mhz + ZoneWidth * mhzPerPixel);
+        const bool isSeen = places[i].row != labelrows::Place::None;
+        drawn.line.setLabel(isSeen ? drawn.label : QwtText());
+        if (!isSeen) continue;
+        drawn.line.setLabelAlignment(Qt::AlignVCenter | (places[i].isLeft ? Qt::AlignLeft : Qt::AlignRight));
+        drawn.line.setYValue(1 - (places[i].row + 0.5) / rows);
+    }
+}
+
+/// So that all marks are seen, with some room beside them.
+void FrequencyLine::Fit() {
+    if (m_marks.empty()) return SetRange(UsualLowest, UsualHighest);
+    const auto [lowest, highest] = std::minmax_element(
+        m_marks.begin(), m_marks.end(), [](const auto& one, const auto& other) { return one.hz < other.hz; });
+    const double span = (highest->hz - lowest->hz) / Megahertz;
+    const double margin = std::max(span * FitMargin, LeastMargin);
+    SetRange(lowest->hz / Megahertz - margin, highest->hz / Megahertz + margin);
+}
+
+void FrequencyLine::SetRange(double lowest, double highest) {
+    const double span = std::clamp(highest - lowest, LeastSpan, HighestShown - LowestShown);
+    const double begin = std::clamp(lowest, LowestShown, HighestShown - span);
+    setAxisScale(xBottom, begin, begin + span);
+}
+
+void FrequencyLine::ShowAll() {
+    m_showsAll = true;
+    Fit();
+    replot();
+}
+
+void FrequencyLine::Zoom(double factor, double mhz) {
+    const QwtInterval shown = axisInterval(xBottom);
+    m_showsAll = false;
+    SetRange(mhz - (mhz - shown.minValue()) * factor, mhz + (shown.maxValue() - mhz) * factor);
+    replot();
+}
+
+void FrequencyLine::Move(double share) {
+    const QwtInterval shown = axisInterval(xBottom);
+    const double way = share * shown.width();
+    m_showsAll = false;
+    SetRange(shown.minValue() + way, shown.maxValue() + way);
+    replot();
+}
+
+const FrequencyMark* FrequencyLine::NearestTo(int x) const {
+    const FrequencyMark* nearest = nullptr;
+    for (const FrequencyMark& mark : m_marks) {
+        const double distance = std::abs(PixelOf(mark.hz) - x);
+        if (distance <= Reach && (nearest == nullptr || distance < std::abs(PixelOf(nearest->hz) - x)))
+            nearest = &mark;
+    }
+    return nearest;
+}
+
+/// That of a mark, or else a channel of which several may lie on one pixel: the roundest of those.
+double FrequencyLine::FrequencyAt(int x) const {
+    if (const FrequencyMark* const mark = NearestTo(x)) return mark->hz;
+    const double mhz = invTransform(xBottom, x);
+    const double pixel = std::abs(invTransform(xBottom, x + 1) - mhz);
+    double step = ClickStep;
+    while (step < pixel)
+        step *= 2;
+    return std::round(mhz / step) * step * Megahertz;
+}
+
+QString FrequencyLine::DetailAt(const QPoint& position) const {
+    const FrequencyMark* const nearest = NearestTo(position.x());
+    if (nearest == nullptr) return QString();
+    QStringList details;
+    for (const FrequencyMark& mark : m_marks)
+        if (mark.hz == nearest->hz) details += mark.detail;
+    return details.join(QLatin1Char('\n'));
+}
+
+bool FrequencyLine::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != canvas()) return QwtPlot::eventFilter(watched, event);
+    switch (event->type()) {
+        case QEvent::Wheel: {
+            const auto* const wheel = static_cast<QWheelEvent*>(event);
+            const double notches = wheel->angleDelta().y() / 120.0;
+            Zoom(std::pow(ZoomStep, notches), invTransform(xBottom, wheel->position().toPoint().x()));
+            event->accept();
+            return true;
+        }
+        case QEvent::MouseButtonPress:
+            if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+                m_pressed = static_cast<QMouseEvent*>(event)->pos();
+            break;
+        case QEvent::MouseButtonRelease: {
+            const QPoint place = static_cast<QMouseEvent*>(event)->pos();
+            const std::optional<QPoint> pressed = std::exchange(m_pressed, std::nullopt);
+            const bool isClick =
+                pressed && (place - *pressed).manhattanLength() < QApplication::startDragDistance();
+            if (isClick) Q_EMIT Chosen(FrequencyAt(place.x()));
+            break;
+        }
+        case QEvent::ToolTip: {
+            const auto* const help = static_cast<QHelpEvent*>(event);
+            const QString detail = DetailAt(help->pos());
+            QToolTip::showText(
+                help->globalPos(),
+                detail.isEmpty() ? toolTip() : Qt::convertFromPlainText(detail, Qt::WhiteSpaceNormal),
+                canvas());
+            return true;
+        }
+        default:
+            break;
+    }
+    return QwtPlot::eventFilter(watched, event);
+}
+
+void FrequencyLine::keyPressEvent(QKeyEvent* event) {
+    constexpr double share = 0.1;
+    const QwtInterval shown = axisInterval(xBottom);
+    const double middle = (shown.minValue() + shown.maxValue()) / 2;
+    switch (event->key()) {
+        case Qt::Key_Plus:
+            return Zoom(ZoomStep, middle);
+        case Qt::Key_Minus:
+            return Zoom(1 / ZoomStep, middle);
+        case Qt::Key_Left:
+            return Move(-share);
+        case Qt::Key_Right:
+            return Move(share);
+        case Qt::Key_Home:
+            return ShowAll();
+        default:
+            return QwtPlot::keyPressEvent(event);
+    }
+}

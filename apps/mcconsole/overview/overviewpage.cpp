@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcconsole/overview/overviewpage.h>
+
+#include <apps/mcconsole/overview/answerline.h>
+#include <apps/mcconsole/overview/frequencyline.h>
+#include <apps/mcconsole/overview/frequencyusers.h>
+#include <apps/mcconsole/overview/lastevents.h>
+#include <apps/mcconsole/overview/marks.h>
+#include <apps/mcconsole/overview/trendplot.h>
+#include <apps/mcconsole/session/judgement.h>
+#include <apps/mcconsole/session/situation.h>
+#include <apps/mcconsole/tune/tunebar.h>
+#include <apps/mcconsole/tune/tuning.h>
+#include <apps/pages/severitylook.h>
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr std::chrono::milliseconds MarksInterval(100);  // keys and clients may change faster than is seen
+constexpr double LargeFont = 2.2;                        // times the usual one
+
+QHBoxLayout* RowIn(QWidget* box) {
+    auto* const layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
+
+QLabel* Heading(const QString& text, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setMinimumWidth(1);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return label;
+}
+
+}  // namespace
+
+OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, const Situation& situation, QWidget* parent)
+    : Page(parent),
+      m_clock(clock),
+      m_tuning(tuning),
+      m_situation(situation),
+      m_retry(tuning, situation),
+      m_held(clock, tuning, situation),
+      m_users(new FrequencyUsers(this)),
+      m_tuneBar(new TuneBar(tuning, this)),
+      m_line(new FrequencyLine(this)),
+      m_marksTimer(clock) {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(4);
+    layout->addWidget(BuildHead());
+    layout->addWidget(m_tuneBar);
+    layout->addWidget(BuildAnswer());
+    layout->addWidget(BuildLineHead());
+    layout->addWidget(m_line, 3);
+    layout->addWidget(BuildBelow(), 2);
+
+    connect(&situation, &Situation::Changed, this, &OverviewPage::ShowOwn);
+    connect(&situation, &Situation::Looked, this, &OverviewPage::ShowMarksSoon);
+    connect(&tuning, &Tuning::Changed, this, &OverviewPage::ShowMarksSoon);
+    connect(m_users, &FrequencyUsers::Changed, this, &OverviewPage::ShowMarksSoon);
+    connect(&m_retry, &SilentRetry::Changed, this, &OverviewPage::ShowRetry);
+    connect(&m_held, &HeldBefore::Changed, this, &OverviewPage::ShowOffer);
+    connect(m_line, &FrequencyLine::Chosen, this, [this](double hz) {
+        m_tuning.Enter(Tuning::Shown(hz));
+        m_tuneBar->TakeFocus();
+    });
+    ShowOwn();
+    ShowRetry();
+    ShowOffer();
+}
+
+OverviewPage::~OverviewPage() = default;
+
+QWidget* OverviewPage::BuildHead() {
+    auto* const box = new QWidget(this);
+    m_icon = new QLabel(box);
+    m_frequency = new QLabel(box);
+    m_frequency->setObjectName(QStringLiteral("OwnFrequency"));
+    m_frequency->setTextFormat(Qt::PlainText);
+    QFont font = m_frequency->font();
+    font.setPointSizeF(font.pointSizeF() * LargeFont);
+    font.setBold(true);
+    m_frequency->setFont(font);
+    QHBoxLayout* const layout = RowIn(box);
+    layout->addWidget(m_icon);
+    layout->addWidget(m_frequency);
+    layout->addStretch(1);
+    layout->addWidget(BuildRestore());
+    return box;
+}
+
+QWidget* OverviewPage::BuildRestore() {
+    m_restore = new QFrame(this);
+    m_restore->setObjectName(QStringLiteral("RestoreOffer"));
+    m_restore->setFrameShape(QFrame::StyledPanel);
+    m_restoreText = new QLabel(m_restore);
+    m_restoreText->setObjectName(QStringLiteral("RestoreText"));
+    auto* const restore = new QPushButton(tr("Rest&ore"), m_restore);
+    restore->setObjectName(QStringLiteral("Restore"));
+    auto* const dismiss = new QPushButton(tr("Dis&miss"), m_restore);
+    dismiss->setObjectName(QStringLiteral("DismissRestore"));
+    QHBoxLayout* const layout = RowIn(m_restore);
+    for (QWidget* const widget : {static_cast<QWidget*>(m_restoreText), static_cast<QWidget*>(restore),
+                                  static_cast<QWidget*>(dismiss)})
+        layout->addWidget(widget);
+    connect(restore, &QPushButton::clicked, &m_held, &HeldBefore::Restore);
+    connect(dismiss, &QPushButton::clicked, &m_held, &HeldBefore::Dismiss);
+    return m_restore;
+}
+
+QWidget* OverviewPage::BuildAnswer() {
+    auto* const box = new QWidget(this);
+    m_answer = new AnswerLine(m_clock, box);
+    m_retryButton = new QPushButton(box);
+    m_retryButton->setObjectName(QStringLiteral("RetryWhenSilent"));
+    m_retryButton->setCheckable(true);
+    m_retryButton->setToolTip(
+        tr("Asks for the wanted frequency once more, one time, as soon as no transmitter on it is keyed."));
+    connect(m_retryButton, &QPushButton::clicked, this, &OverviewPage::ToggleRetry);
+    QHBoxLayout* const layout = RowIn(box);
+    layout->addWidget(m_answer, 1);
+    layout->addWidget(m_retryButton);
+    return box;
+}
+
+QWidget* OverviewPage::BuildLineHead() {
+    auto* const box = new QWidget(this);
+    auto* const all = new QToolButton(box);
+    all->setObjectName(QStringLiteral("ShowAllFrequencies"));
+    all->setText(tr("Show &all"));
+    all->setAccessibleName(tr("Show all frequencies"));
+    all->setFocusPolicy(Qt::StrongFocus);
+    connect(all, &QToolButton::clicked, m_line, &FrequencyLine::ShowAll);
+    QHBoxLayout* const layout = RowIn(box);
+    m_line->setToolTip(tr("A click puts a frequency into the field, the wheel zooms, dragging moves."));
+    layout->addWidget(Heading(tr("Frequencies in use (MHz)"), box), 1);
+    layout->addWidget(all);
+    return box;
+}
+
+QWidget* OverviewPage::BuildBelow() {
+    auto* const box = new QWidget(this);
+    m_events = new LastEvents(box);
+    auto* const grid = new QGridLayout(box);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(Heading(tr("Sweep time, round trip (dotted, right), in ms"), box), 0, 0);
+    grid->addWidget(Heading(tr("Last events"), box), 0, 1);
+    grid->addWidget(new TrendPlot(m_situation, box), 1, 0);
+    grid->addWidget(m_events, 1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(1, 1);
+    return box;
+}
+
+void OverviewPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
+    m_users->Bind(basePath, segments);
+    m_events->Bind(basePath);
+}
+
+void OverviewPage::BindMpxOrv(const QString& path) {
+    m_answer->Bind(path);
+}
+
+void OverviewPage::ShowOwn() {
+    const SituationItem& own = m_situation.Get(Situation::EItem::Own);
+    const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
+    const QString text = hz ? Tuning::Shown(*hz) : own.word;
+    if (m_frequency->text() != text) m_frequency->setText(text);
+    m_frequency->setToolTip(own.detail);
+    m_frequency->setAccessibleName(own.word);
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, severitylook::Colour(own.severity, palette()));
+    m_frequency->setPalette(colours);
+    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+    m_icon->setPixmap(severitylook::Icon(own.severity, *this).pixmap(size));
+}
+
+void OverviewPage::ShowRetry() {
+    const bool isWaiting = m_retry.GetState() == SilentRetry::EState::Waiting;
+    m_retryButton->setEnabled(m_retry.GetState() != SilentRetry::EState::Idle);
+    m_retryButton->setChecked(isWaiting);
+    m_retryButton->setText(
+        isWaiting ? tr("Waits until %1 is silent: cancel").arg(judgement::Frequency(m_retry.GetFrequency()))
+                  : tr("&Retry when silent"));
+}
+
+void OverviewPage::ToggleRetry() {
+    if (m_retry.GetState() == SilentRetry::EState::Waiting)
+        m_retry.Cancel();
+    else
+        m_retry.Wait();
+    ShowRetry();
+}
+
+void OverviewPage::ShowOffer() {
+    const HeldBefore::Held offer = m_held.GetOffer();
+    QString text;
+    if (offer.hz && offer.isMaster)
+        text = tr("Was job master and at %1").arg(judgement::Frequency(*offer.hz));
+    else if (offer.hz)
+        text = tr("Was at %1").arg(judgement::Frequency(*offer.hz));
+    else
+        text = tr("Was job master");
+    m_restoreText->setText(text);
+    m_restore->setAccessibleName(text);
+    m_restore->setVisible(offer.IsAnything());
+}
+
+void OverviewPage::ShowMarksSoon() {
+    if (isVisible() && !m_marksTimer.IsRunning()) m_marksTimer.Start(MarksInterval, [this] { ShowMarks(); });
+}
+
+void OverviewPage::ShowMarks() {
+    m_line->ShowMarks(marks::Make(m_users->Find(), m_situation, m_tuning));
+}
+
+void OverviewPage::showEvent(QShowEvent* event) {
+    Page::showEvent(event);
+    ShowMarks();
+}
+
+void OverviewPage::changeEvent(QEvent* event) {
+    Page::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) ShowOwn();
+}

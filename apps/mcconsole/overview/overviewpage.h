@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/common/clocktimer.h>
+#include <apps/mcconsole/overview/heldbefore.h>
+#include <apps/mcconsole/overview/silentretry.h>
+#include <apps/pages/page.h>
+
+class AnswerLine;
+class FrequencyLine;
+class FrequencyUsers;
+class LastEvents;
+class QFrame;
+class QLabel;
+class QPushButton;
+class Situation;
+class TuneBar;
+class Tuning;
+
+/// The work at a glance: tuning the console's own MpxORV, what the server answers, who uses which frequency,
+/// how fast device and server are, and what happened last. GUI thread.
+class OverviewPage : public Page {
+    Q_OBJECT
+
+  public:
+    /// None is owned; all outlive the page.
+    OverviewPage(IClock& clock, Tuning& tuning, const Situation& situation, QWidget* parent = nullptr);
+    ~OverviewPage() override;
+
+    void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+    /// Shows the answers to the MpxORV whose node is at \a path; empty: none.
+    void BindMpxOrv(const QString& path);
+    TuneBar& GetTuneBar() const { return *m_tuneBar; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    QWidget* BuildHead();
+    QWidget* BuildRestore();
+    QWidget* BuildAnswer();
+    QWidget* BuildLineHead();
+    QWidget* BuildBelow();
+    void ShowOwn();
+    void ShowRetry();
+    void ShowOffer();
+    void ToggleRetry();
+    void ShowMarksSoon();
+    void ShowMarks();
+
+    IClock& m_clock;
+    Tuning& m_tuning;
+    const Situation& m_situation;
+    SilentRetry m_retry;
+    HeldBefore m_held;
+    FrequencyUsers* m_users;
+    QLabel* m_icon = nullptr;
+    QLabel* m_frequency = nullptr;
+    QFrame* m_restore = nullptr;
+    QLabel* m_restoreText = nullptr;
+    TuneBar* m_tuneBar;
+    AnswerLine* m_answer = nullptr;
+    QPushButton* m_retryButton = nullptr;
+    FrequencyLine* m_line;
+    LastEvents* m_events = nullptr;
+    ClockTimer m_marksTimer;
+};

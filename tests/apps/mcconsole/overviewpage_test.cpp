@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: Apache-2.0
+// The page that an operator works on, by mouse and keys.
+#include <apps/mcconsole/overview/frequencyline.h>
+#include <apps/mcconsole/overview/lastevents.h>
+#include <apps/mcconsole/overview/overviewpage.h>
+#include <apps/mcconsole/overview/trendplot.h>
+#include <apps/pages/severitylook.h>
+
+#include <tests/apps/mcconsole/overviewfixture.h>
+
+#include <gmock/gmock.h>
+
+#include <qwt_plot_marker.h>
+
+#include <QtGui/QWheelEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QToolButton>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class OverviewPageTest : public OverviewTest {
+  protected:
+    OverviewPageTest() : page(clock, tuning, *situation) {
+        page.resize(1000, 420);
+        page.Bind(ServerTree::BasePath(), AllSegments);
+        page.BindMpxOrv(ServerTree::OwnPath());
+        page.show();
+        QApplication::setActiveWindow(&page);
+        Settle();
+    }
+
+    void Settle() {
+        clock.Advance(200ms);
+        QCoreApplication::processEvents();
+    }
+    void MakeUser(const char* name, double hz, bool isMaster) {
+        const std::string path = std::string("StaticMpxORVs/") + name;
+        server.Number((path + "/Status/TunedFrequency").c_str(), hz);
+        server.Text((path + "/Status/TunedSince").c_str(), "");
+        server.Flag((path + "/Status/IsMaster").c_str(), isMaster);
+        page.Bind(ServerTree::BasePath(), AllSegments);
+        Settle();
+    }
+
+    template <class W>
+    W* Find(const char* name) const {
+        return page.findChild<W*>(QString::fromLatin1(name));
+    }
+    std::string Text(const char* name) const { return Find<QLabel>(name)->text().toStdString(); }
+    FrequencyLine* Line() const { return Find<FrequencyLine>("FrequencyLine"); }
+    QLineEdit* Field() const { return Find<QLineEdit>("Frequency"); }
+    QPoint PlaceOf(double hz) const {
+        return QPoint(qRound(Line()->PixelOf(hz)), Line()->canvas()->height() / 2);
+    }
+    std::string DetailAt(double hz) const { return Line()->DetailAt(PlaceOf(hz)).toStdString(); }
+    void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
+    std::vector<std::string> Labels() const {
+        std::vector<std::string> labels;
+        for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotMarker))
+            labels.push_back(static_cast<const QwtPlotMarker*>(item)->label().text().toStdString());
+        return labels;
+    }
+    std::vector<std::string> Events() const {
+        std::vector<std::string> lines;
+        const QAbstractItemModel* const model = Find<LastEvents>("LastEvents")->model();
+        for (int i = 0; i < model->rowCount(); ++i)
+            lines.push_back(model->index(i, 0).data().toString().toStdString());
+        return lines;
+    }
+    void Happen(int number, const char* severity, const char* text) {
+        server.Text("Status/Event", QStringLiteral("{\"n\":%1,\"severity\":\"%2\",\"text\":\"%3\","
+                                                   "\"time\":\"2020-01-02T12:00:00.000Z\"}")
+                                        .arg(number)
+                                        .arg(QLatin1String(severity), QLatin1String(text))
+                                        .toUtf8()
+                                        .constData());
+    }
+
+    OverviewPage page;
+};
+
+TEST_F(OverviewPageTest, ShowsTheOwnFrequencyInOneLargeLine) {
+    EXPECT_EQ(Text("OwnFrequency"), "NOT TUNED");
+    EXPECT_GT(Find<QLabel>("OwnFrequency")->font().pointSizeF(), 1.5 * page.font().pointSizeF());
+    Tune("121.5");
+    Grant();
+    EXPECT_EQ(Text("OwnFrequency"), "121.500 MHz");
+    EXPECT_FALSE(Find<QPushButton>("RetryWhenSilent")->isEnabled());
+}
+
+struct AnswerRow {
+    const char* name;
+    const char* answer;
+    const char* shown;
+    ESeverity severity;
+};
+
+class OverviewAnswers : public OverviewPageTest, public testing::WithParamInterface<AnswerRow> {};
+
+TEST_P(OverviewAnswers, StandBelowTheFieldWithTimeAndIcon) {
+    Answer()->SetValue(QString::fromLatin1(GetParam().answer));
+    EXPECT_EQ(Text("AnswerText"), GetParam().shown);
+    EXPECT_EQ(Text("AnswerTime"), "14:03:21");
+    const QPixmap icon = Find<QLabel>("AnswerIcon")->pixmap(Qt::ReturnByValue);
+    const int size = page.style()->pixelMetric(QStyle::PM_SmallIconSize);
+    EXPECT_EQ(icon.toImage(), severitylook::Icon(GetParam().severity, page).pixmap(size).toImage());
+    EXPECT_EQ(Find<QLabel>("AnswerText")->palette().color(QPalette::WindowText),
+              severitylook::Colour(GetParam().severity, page.palette()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , OverviewAnswers,
+    testing::Values(AnswerRow{"Granted", "done: tuned to 121.5 MHz", "Done: tuned to 121.5 MHz",
+                              ESeverity::Ok},
+                    AnswerRow{"NotSupervised", "done: tuned to 121.5 MHz, not supervised",
+                              "Done: tuned to 121.5 MHz, not supervised", ESeverity::Look},
+                    AnswerRow{"Refused", "refused: needs MayCal", "Refused: needs MayCal", ESeverity::Act},
+                    AnswerRow{"Ended", "ended: the ORV is not connected", "Ended: the ORV is not connected",
+                              ESeverity::Act},
+                    AnswerRow{"Unknown", "something else", "something else", ESeverity::Unknown}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(OverviewPageTest, WaitsForSilenceWhenAskedToAndSaysSo) {
+    server.Suppress(2, 2, {121.5e6}, {});
+    Tune("121.5");
+    Refuse("121.5 MHz is blanked");
+    auto* const retry = Find<QPushButton>("RetryWhenSilent");
+    ASSERT_TRUE(retry->isEnabled());
+    Click("RetryWhenSilent");
+    EXPECT_EQ(retry->text(), QStringLiteral("Waits until 121.5 MHz is silent: cancel"));
+    EXPECT_TRUE(retry->isChecked());
+    server.Suppress(2, 2, {}, {});
+    EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
+    EXPECT_FALSE(retry->isChecked());
+    EXPECT_FALSE(retry->isEnabled());
+}
+
+TEST_F(OverviewPageTest, CancelsTheWaitingByTheSameButton) {
+    server.Suppress(2, 2, {121.5e6}, {});
+    Tune("121.5");
+    Refuse("121.5 MHz is blanked");
+    Click("RetryWhenSilent");
+    Click("RetryWhenSilent");
+    EXPECT_FALSE(Find<QPushButton>("RetryWhenSilent")->isChecked());
+    server.Suppress(2, 2, {}, {});
+    EXPECT_THAT(Asked(), ElementsAre(121.5));
+}
+
+TEST_F(OverviewPageTest, OffersWhatWasHeldBeforeALoss) {
+    EXPECT_FALSE(Find<QWidget>("RestoreOffer")->isVisible());
+    Tune("127.5");
+    Grant();
+    BeMaster(true);
+    LoseDevice();
+    EXPECT_FALSE(Find<QWidget>("RestoreOffer")->isVisible());
+    BringDeviceBack();
+    ASSERT_TRUE(Find<QWidget>("RestoreOffer")->isVisible());
+    EXPECT_EQ(Text("RestoreText"), "Was job master and at 127.5 MHz");
+    Click("Restore");
+    EXPECT_TRUE(AsksToBeMaster());
+    EXPECT_THAT(Asked(), ElementsAre(127.5, 127.5));
+    BeMaster(true);
+    Grant();
+    EXPECT_FALSE(Find<QWidget>("RestoreOffer")->isVisible());
+}
+
+TEST_F(OverviewPageTest, DismissesTheOffer) {
+    Tune("127.5");
+    Grant();
+    LoseDevice();
+    BringDeviceBack();
+    Click("DismissRestore");
+    EXPECT_FALSE(Find<QWidget>("RestoreOffer")->isVisible());
+    EXPECT_THAT(Asked(), ElementsAre(127.5));
+}
+
+TEST_F(OverviewPageTest, NamesWhoIsOnWhichFrequency) {
+    MakeUser("Tower", 118.4e6, true);
+    MakeUser("Van", 127.5e6, false);
+    Tune("121.5");
+    Grant();
+    Settle();
+    EXPECT_THAT(Labels(), ElementsAre("Console", "Tower (master)", "Van"));
+    EXPECT_EQ(DetailAt(118.4e6), "Tower: 118.4 MHz, job master");
+    EXPECT_EQ(DetailAt(121.5e6), "Console: 121.5 MHz, this console");
+    EXPECT_EQ(DetailAt(124e6), "");
+    EXPECT_THAT(Line()->accessibleDescription().toStdString(), HasSubstr("Van: 127.5 MHz"));
+    server.Number("StaticMpxORVs/Van/Status/TunedFrequency", 0);
+    Settle();
+    EXPECT_THAT(Labels(), ElementsAre("Console", "Tower (master)"));
+}
+
+TEST_F(OverviewPageTest, TellsOfTransmittersByWordAndByWho) {
+    server.Text("Status/Suppression/Modules/0/Name", "North");
+    server.Text("Status/Suppression/Modules/0/Reason", "no answer");
+    server.Number("Status/Suppression/Modules/0/Inputs/0/Frequency", 118.4e6);
+    server.Text("Status/Suppression/Modules/0/Inputs/0/Name", "Tower 1");
+    server.Suppress(2, 1, {121.5e6}, {118.4e6});
+    Settle();
+    EXPECT_THAT(Labels(), ElementsAre("not supervised", "keyed"));
+    EXPECT_EQ(DetailAt(118.4e6), "118.4 MHz: not supervised\nNorth, Tower 1: no answer");
+    EXPECT_EQ(DetailAt(121.5e6), "121.5 MHz: keyed");
+    EXPECT_EQ(Line()->itemList(QwtPlotItem::Rtti_PlotZone).size(), 2);
+}
+
+TEST_F(OverviewPageTest, TakesAFrequencyFromTheLineIntoTheFieldWithoutSendingIt) {
+    MakeUser("Tower", 118.4e6, false);
+    MakeUser("Van", 127.5e6, false);
+    QTest::mouseClick(Line()->canvas(), Qt::LeftButton, Qt::NoModifier, PlaceOf(118.4e6));
+    EXPECT_EQ(Field()->text(), QStringLiteral("118.400 MHz"));
+    EXPECT_EQ(Text("TuneMark"), "Not sent");
+    EXPECT_TRUE(Field()->hasFocus());
+    EXPECT_THAT(Asked(), IsEmpty());
+    QTest::keyClick(Field(), Qt::Key_Return);
+    EXPECT_THAT(Asked(), ElementsAre(118.4));
+}
+
+TEST_F(OverviewPageTest, TakesAChannelWhereNobodyIs) {
+    MakeUser("Tower", 118.4e6, false);
+    MakeUser("Van", 127.5e6, false);
+    QTest::mouseClick(Line()->canvas(), Qt::LeftButton, Qt::NoModifier, PlaceOf(123.05e6));
+    const double hz = tuning.GetWanted().GetHz();
+    EXPECT_NEAR(hz, 123.05e6, 50e3);
+    EXPECT_NEAR(std::remainder(hz, 25e3), 0, 1e-3);
+}
+
+TEST_F(OverviewPageTest, DoesNotTakeADragForAClick) {
+    MakeUser("Tower", 118.4e6, false);
+    const QPoint begin = PlaceOf(118.4e6);
+    const double before = Line()->axisInterval(QwtPlot::xBottom).minValue();
+    QTest::mousePress(Line()->canvas(), Qt::LeftButton, Qt::NoModifier, begin);
+    QTest::mouseMove(Line()->canvas(), begin + QPoint(60, 0));
+    QTest::mouseRelease(Line()->canvas(), Qt::LeftButton, Qt::NoModifier, begin + QPoint(60, 0));
+    EXPECT_NE(Text("TuneMark"), "Not sent");
+    EXPECT_LT(Line()->axisInterval(QwtPlot::xBottom).minValue(), before);
+}
+
+TEST_F(OverviewPageTest, ZoomsAroundThePointerAndByKeys) {
+    MakeUser("Tower", 118.4e6, false);
+    MakeUser("Van", 400e6, false);
+    const double all = Line()->axisInterval(QwtPlot::xBottom).width();
+    const QPoint place = PlaceOf(118.4e6);
+    QWheelEvent wheel(place, Line()->canvas()->mapToGlobal(place), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Line()->canvas(), &wheel);
+    EXPECT_LT(Line()->axisInterval(QwtPlot::xBottom).width(), all);
+    EXPECT_NEAR(Line()->PixelOf(118.4e6), place.x(), 3);
+    Line()->setFocus();
+    QTest::keyClick(Line(), Qt::Key_Plus);
+    const double near = Line()->axisInterval(QwtPlot::xBottom).width();
+    QTest::keyClick(Line(), Qt::Key_Right);
+    EXPECT_NEAR(Line()->axisInterval(QwtPlot::xBottom).width(), near, 1e-6);
+    MakeUser("Boat", 900e6, false);
+    EXPECT_NEAR(Line()->axisInterval(QwtPlot::xBottom).width(), near, 1e-6)
+        << "whoever looks closely goes on";
+    Click("ShowAllFrequencies");
+    EXPECT_GT(Line()->axisInterval(QwtPlot::xBottom).width(), all);
+}
+
+TEST_F(OverviewPageTest, KeepsTheLastTenMinutesInARing) {
+    auto* const trend = Find<TrendPlot>("Trend");
+    connection.latency = 3ms;
+    server.tree.AddValue(QStringLiteral("/Server/Status"), [] {
+        auto* const sweep = new values::ValueNumeric<int>(250000, 0, 1000000);
+        sweep->SetName(QStringLiteral("SweepTime"));
+        return sweep;
+    }());
+    clock.Advance(5s);
+    ASSERT_GE(trend->GetRing().Count(), 4U);
+    EXPECT_EQ(trend->GetRing().Get(0).sweepTimeMs, 250);
+    EXPECT_EQ(trend->GetRing().Get(0).latencyMs, 3);
+    Be(EState::Lost);
+    clock.Advance(5s);
+    EXPECT_FALSE(trend->GetRing().Get(0).sweepTimeMs);
+    EXPECT_FALSE(trend->GetRing().Get(0).latencyMs);
+    clock.Advance(1h);
+    EXPECT_EQ(trend->GetRing().Count(), TrendRing::Capacity);
+}
+
+TEST_F(OverviewPageTest, ShowsTheLastFiveEventsTheNewestFirst) {
+    for (int i = 1; i <= 7; ++i)
+        Happen(i, "warning", std::to_string(i).c_str());
+    ASSERT_EQ(Events().size(), 5U);
+    EXPECT_THAT(Events().front(), HasSubstr("  7"));
+    EXPECT_THAT(Events().back(), HasSubstr("  3"));
+}
+
+TEST_F(OverviewPageTest, TakesNoNonsenseForAnEvent) {
+    for (const char* const nonsense : {"", "{", "[]", "{\"text\":5}", "\"text\""})
+        server.Text("Status/Event", nonsense);
+    EXPECT_THAT(Events(), IsEmpty());
+}
+
+}  // namespace
