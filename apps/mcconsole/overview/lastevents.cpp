@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/lastevents.h>
 
+#include <apps/common/event.h>
 #include <apps/mcconsole/session/agetext.h>
 #include <apps/pages/severitylook.h>
 
@@ -8,22 +9,26 @@
 #include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtGui/QStandardItemModel>
 #include <QtGui/QTextDocument>
 
 namespace {
 
-constexpr int MaxEventBytes = 65536;  // of what a server may send as one event
-constexpr int MaxEventLength = 200;   // of what is shown of it
+constexpr int MaxEventLength = 200;  // of what is shown of it
 constexpr int LeastEventCharacters = 30;
 
-ESeverity SeverityOfEvent(const QString& name) {
-    if (name == QLatin1String("alarm")) return ESeverity::Act;
-    if (name == QLatin1String("warning")) return ESeverity::Look;
-    if (name == QLatin1String("info") || name == QLatin1String("notice")) return ESeverity::Ok;
-    return ESeverity::Unknown;
+ESeverity SeverityOfEvent(EEventSeverity severity) {
+    switch (severity) {
+        case EEventSeverity::Alarm:
+            return ESeverity::Act;
+        case EEventSeverity::Warning:
+            return ESeverity::Look;
+        case EEventSeverity::Info:
+        case EEventSeverity::Notice:
+        case EEventSeverity::Count:
+            break;
+    }
+    return ESeverity::Ok;
 }
 
 }  // namespace
@@ -65,16 +70,14 @@ void LastEvents::OnBindingChanged(PathBinding& binding, TChangeCode code) {
 }
 
 void LastEvents::Add(const QString& event) {
-    if (event.isEmpty() || event.size() > MaxEventBytes) return;
-    const QJsonObject fields = QJsonDocument::fromJson(event.toUtf8()).object();
-    const QString text = fields.value(QLatin1String("text")).toString();
-    const double number = fields.value(QLatin1String("n")).toDouble();
+    const std::optional<Event> told = Event::FromJson(event);
     // The same once more, after the connection was lost, is no second one; a server that is new counts anew.
-    if (text.isEmpty() || number == m_lastNumber) return;
-    m_lastNumber = number;
-    const ESeverity severity = SeverityOfEvent(fields.value(QLatin1String("severity")).toString());
-    const QString moment = agetext::Moment(fields.value(QLatin1String("time")).toString());
-    const QString line = moment + QStringLiteral("  ") + valuetext::Shortened(text, MaxEventLength);
+    if (!told || told->number == m_lastNumber) return;
+    m_lastNumber = told->number;
+    const ESeverity severity = SeverityOfEvent(told->severity);
+    const QString moment = agetext::Moment(told->time.toString(Qt::ISODateWithMs));
+    const QString line =
+        moment + QStringLiteral("  ") + valuetext::Shortened(told->Translated(), MaxEventLength);
     auto* const item = new QStandardItem(severitylook::Icon(severity, *this), line);
     item->setToolTip(Qt::convertFromPlainText(line, Qt::WhiteSpaceNormal));
     item->setAccessibleText(severitylook::Word(severity) + QLatin1Char(' ') + line);

@@ -29,5 +29,5 @@ class LastEvents : public QListView, private PathBinding::IListener {
 
     PathBinding m_event;
     QStandardItemModel* m_model;
-    double m_lastNumber = 0;
+    qint64 m_lastNumber = 0;
 };

@@ -296,7 +296,8 @@ TEST_F(OverviewPageTest, ShowsTheLastFiveEventsTheNewestFirst) {
 }
 
 TEST_F(OverviewPageTest, TakesNoNonsenseForAnEvent) {
-    for (const char* const nonsense : {"", "{", "[]", "{\"text\":5}", "\"text\""})
+    for (const char* const nonsense :
+         {"", "{", "[]", "{\"text\":5}", "\"text\"", "{\"n\":1,\"text\":\"without a time\"}"})
         server.Text("Status/Event", nonsense);
     EXPECT_THAT(Events(), IsEmpty());
 }
