@@ -46,18 +46,6 @@
 <context>
     <name>AnswerLine</name>
     <message>
-        <source>Done: %1</source>
-        <translation>Erledigt: %1</translation>
-    </message>
-    <message>
-        <source>Refused: %1</source>
-        <translation>Abgelehnt: %1</translation>
-    </message>
-    <message>
-        <source>Ended: %1</source>
-        <translation>Beendet: %1</translation>
-    </message>
-    <message>
         <source>The server&apos;s answers to requests stand here.</source>
         <translation>Hier stehen die Antworten des Servers auf Anforderungen.</translation>
     </message>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/answerline.h>
 
+#include <apps/common/codedtext.h>
 #include <apps/common/iclock.h>
 #include <apps/pages/severitylook.h>
 
@@ -8,7 +9,6 @@
 #include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QHBoxLayout>
@@ -21,19 +21,29 @@ constexpr int MaxAnswerLength = 200;
 
 struct AnswerKind {
     const char* prefix;  ///< as the server writes it
-    const char* word;
     ESeverity severity;
 };
 
 constexpr AnswerKind AnswerKinds[] = {
-    {"done: ", QT_TRANSLATE_NOOP("AnswerLine", "Done: %1"), ESeverity::Ok},
-    {"refused: ", QT_TRANSLATE_NOOP("AnswerLine", "Refused: %1"), ESeverity::Act},
-    {"ended: ", QT_TRANSLATE_NOOP("AnswerLine", "Ended: %1"), ESeverity::Act},
+    {"done: ", ESeverity::Ok},
+    {"done, not supervised: ", ESeverity::Look},  // nobody watches over that grant
+    {"refused: ", ESeverity::Act},
+    {"ended: ", ESeverity::Act},
 };
 
-/// A grant that nobody watches over is one to look at.
-bool IsUnsupervised(const QString& answer) {
-    return answer.contains(QLatin1String("not supervised"));
+ESeverity SeverityOfAnswer(const QString& answer) {
+    for (const AnswerKind& kind : AnswerKinds)
+        if (answer.startsWith(QLatin1String(kind.prefix))) return kind.severity;
+    return ESeverity::Unknown;
+}
+
+bool IsText(const values::ValueBase& value) {
+    return values::Is<values::Value<QString>>(value);
+}
+
+QString TextOfValue(const PathBinding& binding) {
+    const auto* const value = static_cast<const values::Value<QString>*>(binding.GetValue());
+    return value != nullptr ? value->GetValue() : QString();
 }
 
 }  // namespace
@@ -41,8 +51,8 @@ bool IsUnsupervised(const QString& answer) {
 AnswerLine::AnswerLine(IClock& clock, QWidget* parent)
     : QWidget(parent),
       m_clock(clock),
-      m_answer(*this,
-               [](const values::ValueBase& value) { return values::Is<values::Value<QString>>(value); }),
+      m_answer(*this, IsText),
+      m_code(*this, IsText),
       m_icon(new QLabel(this)),
       m_time(new QLabel(this)),
       m_text(new QLabel(tr("The server's answers to requests stand here."), this)) {
@@ -63,24 +73,19 @@ AnswerLine::AnswerLine(IClock& clock, QWidget* parent)
 }
 
 void AnswerLine::Bind(const QString& path) {
+    m_code.SetPath(path.isEmpty() ? QString() : path + QLatin1String("/Request/AnswerCode"));
     m_answer.SetPath(path.isEmpty() ? QString() : path + QLatin1String("/Request/Answer"));
 }
 
 void AnswerLine::OnBindingChanged(PathBinding& binding, TChangeCode code) {
-    if (code != changecode::ContentChanged) return;
-    ShowAnswer(static_cast<values::Value<QString>*>(binding.GetValue())->GetValue());
+    if (&binding == &m_answer && code == changecode::ContentChanged) ShowAnswer(TextOfValue(binding));
 }
 
 void AnswerLine::ShowAnswer(const QString& answer) {
-    QString text = answer;
-    m_severity = ESeverity::Unknown;
-    for (const AnswerKind& kind : AnswerKinds) {
-        const QLatin1String prefix(kind.prefix);
-        if (!answer.startsWith(prefix)) continue;
-        text = QCoreApplication::translate("AnswerLine", kind.word).arg(answer.mid(prefix.size()));
-        m_severity = kind.severity;
-    }
-    if (m_severity == ESeverity::Ok && IsUnsupervised(answer)) m_severity = ESeverity::Look;
+    m_severity = SeverityOfAnswer(answer);
+    // The code is set just before; one that says something else belongs to another answer.
+    const std::optional<CodedText> said = CodedText::FromJsonText(TextOfValue(m_code));
+    const QString text = said && said->ToEnglish() == answer ? said->Translated() : answer;
     m_time->setText(m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss")));
     m_text->setText(valuetext::Shortened(text, MaxAnswerLength));
     m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));

@@ -32,6 +32,7 @@ class AnswerLine : public QWidget, private PathBinding::IListener {
 
     IClock& m_clock;
     PathBinding m_answer;
+    PathBinding m_code;  ///< which says the same
     QLabel* m_icon;
     QLabel* m_time;
     QLabel* m_text;

@@ -69,9 +69,10 @@ Qt::PenStyle LineStyle(EMark kind) {
 
 }  // namespace
 
-/// One mark, as drawn: a line with a label, and a band where transmitters are.
+/// One mark, as drawn: a line, a label beside it at a height of its own, and a band where transmitters are.
 struct FrequencyLine::Drawn {
     QwtPlotMarker line;
+    QwtPlotMarker text;
     QwtPlotZoneItem zone;
     QwtText label;
 };
@@ -130,8 +131,11 @@ void FrequencyLine::BuildDrawn() {
         drawn->line.setLineStyle(QwtPlotMarker::VLine);
         drawn->line.setXValue(mark.hz / Megahertz);
         drawn->label.setText(mark.label, QwtText::PlainText);
-        drawn->line.attach(this);
+        drawn->text.setXValue(mark.hz / Megahertz);
+        drawn->text.setZ(2);  // lines pass behind names
         drawn->line.setZ(1);
+        drawn->line.attach(this);
+        drawn->text.attach(this);
         if (IsZone(mark.kind)) drawn->zone.attach(this);
         m_drawn.push_back(std::move(drawn));
     }
@@ -192,10 +196,10 @@ void FrequencyLine::PlaceLabels() {
         const double mhz = m_marks[i].hz / Megahertz;
         drawn.zone.setInterval(mhz - ZoneWidth * mhzPerPixel, mhz + ZoneWidth * mhzPerPixel);
         const bool isSeen = places[i].row != labelrows::Place::None;
-        drawn.line.setLabel(isSeen ? drawn.label : QwtText());
+        drawn.text.setLabel(isSeen ? drawn.label : QwtText());
         if (!isSeen) continue;
-        drawn.line.setLabelAlignment(Qt::AlignVCenter | (places[i].isLeft ? Qt::AlignLeft : Qt::AlignRight));
-        drawn.line.setYValue(1 - (places[i].row + 0.5) / rows);
+        drawn.text.setLabelAlignment(Qt::AlignVCenter | (places[i].isLeft ? Qt::AlignLeft : Qt::AlignRight));
+        drawn.text.setYValue(1 - (places[i].row + 0.5) / rows);
     }
 }
 

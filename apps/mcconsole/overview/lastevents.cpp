@@ -11,6 +11,7 @@
 
 #include <QtGui/QStandardItemModel>
 #include <QtGui/QTextDocument>
+#include <QtWidgets/QStyle>
 
 namespace {
 
@@ -45,6 +46,8 @@ LastEvents::LastEvents(QWidget* parent)
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTextElideMode(Qt::ElideRight);
     setUniformItemSizes(true);
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize(QSize(size, size));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 

@@ -299,7 +299,7 @@ TEST_F(ConsoleTest, TunesFromTheOverview) {
     Type(Find<QLineEdit>("Overview", "Frequency"), "121.5");
     EXPECT_TRUE(
         WaitFor([this] { return Label("Overview", "OwnFrequency") == QLatin1String("121.500 MHz"); }));
-    EXPECT_TRUE(Label("Overview", "AnswerText").startsWith(QLatin1String("Done: tuned to 121.5 MHz")));
+    EXPECT_TRUE(Label("Overview", "AnswerText").startsWith(QLatin1String("done: tuned to 121.5 MHz")));
     EXPECT_EQ(Find<QLineEdit>("MyMpxORV", "Frequency")->text(), QStringLiteral("121.500 MHz"));
 }
 

@@ -21,6 +21,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QToolButton>
 
+#include <set>
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -67,7 +69,8 @@ class OverviewPageTest : public OverviewTest {
     std::vector<std::string> Labels() const {
         std::vector<std::string> labels;
         for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotMarker))
-            labels.push_back(static_cast<const QwtPlotMarker*>(item)->label().text().toStdString());
+            if (!static_cast<const QwtPlotMarker*>(item)->label().isEmpty())
+                labels.push_back(static_cast<const QwtPlotMarker*>(item)->label().text().toStdString());
         return labels;
     }
     std::vector<std::string> Events() const {
@@ -120,15 +123,21 @@ TEST_P(OverviewAnswers, StandBelowTheFieldWithTimeAndIcon) {
 
 INSTANTIATE_TEST_SUITE_P(
     , OverviewAnswers,
-    testing::Values(AnswerRow{"Granted", "done: tuned to 121.5 MHz", "Done: tuned to 121.5 MHz",
+    testing::Values(AnswerRow{"Granted", "done: tuned to 121.5 MHz", "done: tuned to 121.5 MHz",
                               ESeverity::Ok},
-                    AnswerRow{"NotSupervised", "done: tuned to 121.5 MHz, not supervised",
-                              "Done: tuned to 121.5 MHz, not supervised", ESeverity::Look},
-                    AnswerRow{"Refused", "refused: needs MayCal", "Refused: needs MayCal", ESeverity::Act},
-                    AnswerRow{"Ended", "ended: the ORV is not connected", "Ended: the ORV is not connected",
+                    AnswerRow{"NotSupervised", "done, not supervised: tuned to 121.5 MHz",
+                              "done, not supervised: tuned to 121.5 MHz", ESeverity::Look},
+                    AnswerRow{"Refused", "refused: needs MayCal", "refused: needs MayCal", ESeverity::Act},
+                    AnswerRow{"Ended", "ended: the ORV is not connected", "ended: the ORV is not connected",
                               ESeverity::Act},
                     AnswerRow{"Unknown", "something else", "something else", ESeverity::Unknown}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(OverviewPageTest, TakesTheCodeOfAnotherAnswerForNone) {
+    server.Text("DynamicMpxORVs/Console/Request/AnswerCode", R"({"code":"done","args":["something else"]})");
+    Answer()->SetValue(QStringLiteral("done: tuned to 121.5 MHz"));
+    EXPECT_EQ(Text("AnswerText"), "done: tuned to 121.5 MHz");
+}
 
 TEST_F(OverviewPageTest, WaitsForSilenceWhenAskedToAndSaysSo) {
     server.Suppress(2, 2, {121.5e6}, {});
@@ -198,6 +207,20 @@ TEST_F(OverviewPageTest, NamesWhoIsOnWhichFrequency) {
     server.Number("StaticMpxORVs/Van/Status/TunedFrequency", 0);
     Settle();
     EXPECT_THAT(Labels(), ElementsAre("Console", "Tower (master)"));
+}
+
+TEST_F(OverviewPageTest, ShowsTheNamesOfOneFrequencyBelowEachOther) {
+    MakeUser("Tower", 118.4e6, false);
+    MakeUser("Van", 118.4e6, false);
+    MakeUser("Boat", 118.4e6, false);
+    std::set<double> heights;
+    for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotMarker)) {
+        const auto* const marker = static_cast<const QwtPlotMarker*>(item);
+        if (marker->label().isEmpty()) continue;
+        EXPECT_EQ(marker->lineStyle(), QwtPlotMarker::NoLine) << "the label of a line stands in its middle";
+        heights.insert(marker->yValue());
+    }
+    EXPECT_EQ(heights.size(), 3U);
 }
 
 TEST_F(OverviewPageTest, TellsOfTransmittersByWordAndByWho) {
