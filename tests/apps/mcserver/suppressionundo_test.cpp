@@ -19,6 +19,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QTreeWidget>
 
 #include <memory>
@@ -45,6 +46,9 @@ class AnUndoOfModules : public testing::Test {
     }
     ~AnUndoOfModules() override {
         Close();
+        // The warning of a module that was lost is nobody's, and stays until somebody closes it.
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            delete qobject_cast<QMessageBox*>(widget);
         qunsetenv("MCS_MODBUS_PORT");
         CfgCenter::Instance().SetStorePath(QString());
     }

@@ -3,6 +3,7 @@
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QFile>
 #include <QtCore/QSocketNotifier>
 
@@ -14,9 +15,11 @@ namespace {
 
 class Descriptors : public SocketEnds {
   protected:
-    // Sanitizers look at the first object of a class through a descriptor, and the server switches its
-    // notifier where there is none.
+    // Sanitizers look at the first object of a class through a descriptor, and where there is none the server
+    // switches its notifier, and the test waits for events and opens a file.
     Descriptors() {
+        QAbstractEventDispatcher::instance()->wakeUp();
+        EXPECT_FALSE(QFile().exists());
         const auto notifier = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Write);
         notifier->setEnabled(false);
     }
