@@ -27,6 +27,7 @@ StatusButton::StatusButton(const QString& name, const QString& caption, QWidget*
 }
 
 void StatusButton::Show(const SituationItem& item) {
+    if (item == m_item && m_iconSeverity) return;
     m_item = item;
     const QString title = QStringLiteral("%1: %2").arg(m_caption, item.word);
     // As text, whatever others chose for a name.
@@ -47,7 +48,11 @@ void StatusButton::ShowLook() {
     QFont weight = font();
     weight.setBold(m_item.severity == ESeverity::Act);
     if (weight != font()) setFont(weight);
-    setIcon(severitylook::Icon(m_item.severity, *this));
+    // Words change every second, icons seldom; one is read from a file of the style each time.
+    if (m_iconSeverity != m_item.severity) {
+        m_iconSeverity = m_item.severity;
+        setIcon(severitylook::Icon(m_item.severity, *this));
+    }
     ShowText();
 }
 
@@ -86,5 +91,6 @@ void StatusButton::resizeEvent(QResizeEvent* event) {
 
 void StatusButton::changeEvent(QEvent* event) {
     QToolButton::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) m_iconSeverity.reset();
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) ShowLook();
 }

@@ -5,6 +5,8 @@
 
 #include <QtWidgets/QToolButton>
 
+#include <optional>
+
 /// One thing of the situation: a caption, and below it how that is, as much of it as there is room for. GUI
 /// thread.
 class StatusButton : public QToolButton {
@@ -31,4 +33,5 @@ class StatusButton : public QToolButton {
 
     QString m_caption;
     SituationItem m_item;
+    std::optional<ESeverity> m_iconSeverity;  ///< of the icon that is shown; none before the first
 };

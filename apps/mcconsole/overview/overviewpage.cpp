@@ -180,6 +180,8 @@ void OverviewPage::ShowOwn() {
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, severitylook::Colour(own.severity, palette()));
     m_frequency->setPalette(colours);
+    if (m_iconSeverity == own.severity) return;  // an icon is read from a file of the style each time
+    m_iconSeverity = own.severity;
     const int size = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
     m_icon->setPixmap(severitylook::Icon(own.severity, *this).pixmap(size));
 }
@@ -230,5 +232,7 @@ void OverviewPage::showEvent(QShowEvent* event) {
 
 void OverviewPage::changeEvent(QEvent* event) {
     Page::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) ShowOwn();
+    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::StyleChange) return;
+    m_iconSeverity.reset();
+    ShowOwn();
 }

@@ -5,6 +5,9 @@
 #include <apps/mcconsole/overview/heldbefore.h>
 #include <apps/mcconsole/overview/silentretry.h>
 #include <apps/pages/page.h>
+#include <apps/pages/severity.h>
+
+#include <optional>
 
 class AnswerLine;
 class FrequencyLine;
@@ -56,6 +59,7 @@ class OverviewPage : public Page {
     HeldBefore m_held;
     FrequencyUsers* m_users;
     QLabel* m_icon = nullptr;
+    std::optional<ESeverity> m_iconSeverity;  ///< of the icon that is shown; none before the first
     QLabel* m_frequency = nullptr;
     QFrame* m_restore = nullptr;
     QLabel* m_restoreText = nullptr;
