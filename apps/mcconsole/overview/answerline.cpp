@@ -73,6 +73,11 @@ AnswerLine::AnswerLine(IClock& clock, QWidget* parent)
 }
 
 void AnswerLine::Bind(const QString& path) {
+    if (path != m_path) {
+        m_path = path;
+        m_severity = ESeverity::Unknown;
+        ShowColours();
+    }
     m_code.SetPath(path.isEmpty() ? QString() : path + QLatin1String("/Request/AnswerCode"));
     m_answer.SetPath(path.isEmpty() ? QString() : path + QLatin1String("/Request/Answer"));
 }

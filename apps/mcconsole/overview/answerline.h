@@ -19,7 +19,8 @@ class AnswerLine : public QWidget, private PathBinding::IListener {
     /// \a clock is not owned and outlives the line.
     explicit AnswerLine(IClock& clock, QWidget* parent = nullptr);
 
-    /// Listens to the MpxORV whose node is at \a path; empty: none. What was answered stays.
+    /// Listens to the MpxORV whose node is at \a path; empty: none. What another one was answered stays, in
+    /// grey: it says nothing of this one.
     void Bind(const QString& path);
 
   protected:
@@ -31,6 +32,7 @@ class AnswerLine : public QWidget, private PathBinding::IListener {
     void ShowColours();
 
     IClock& m_clock;
+    QString m_path;
     PathBinding m_answer;
     PathBinding m_code;  ///< which says the same
     QLabel* m_icon;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/tune/tuning.h>
 
+#include <apps/common/codedtext.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 
 #include <platform/device/stddevicedefinition.h>
@@ -25,6 +26,7 @@ PathBinding::Filter Only() {
 Tuning::Tuning(IClock& clock, QObject* parent)
     : QObject(parent),
       m_frequency(*this, Only<Frequency>()),
+      m_code(*this, Only<values::Value<QString>>()),
       m_answer(*this, Only<values::Value<QString>>()),
       m_mode(*this, Only<values::ValueSelection>()),
       m_rest(clock),
@@ -46,6 +48,7 @@ void Tuning::Bind(const QString& path) {
         return path.isEmpty() ? QString() : path + QLatin1String(names);
     };
     m_mode.SetPath(below("/Status/OperationMode"));
+    m_code.SetPath(below("/Request/AnswerCode"));
     m_answer.SetPath(below("/Request/Answer"));
     m_frequency.SetPath(below("/Request/Frequency"));
 }
@@ -186,17 +189,26 @@ void Tuning::OnBindingChanged(PathBinding& binding, TChangeCode code) {
     Q_EMIT Changed();
 }
 
+/// In the language of the window, where the server tells it as a code too. One that says something else
+/// belongs to another answer.
+QString Tuning::ReasonIn(const QString& answer) const {
+    const auto* const code = static_cast<const values::Value<QString>*>(m_code.GetValue());
+    const std::optional<CodedText> said =
+        code != nullptr ? CodedText::FromJsonText(code->GetValue()) : std::nullopt;
+    const bool isSame = said && said->GetArguments().size() == 1 && said->ToEnglish() == answer;
+    return isSame ? said->GetArguments().front().Translated() : answer.section(QStringLiteral(": "), 1);
+}
+
 void Tuning::OnAnswer(const QString& answer) {
-    const auto reason = [&answer] { return answer.section(QStringLiteral(": "), 1); };
     const bool isAsked = m_outcome == EState::Asked;
     if (answer.startsWith(QLatin1String("ended: "))) {
         if (isAsked || GetValue() == nullptr) return;
         m_asked = GetValue()->GetValue();  // what the operator has typed since is still not sent
-        return Conclude(EState::Ended, reason());
+        return Conclude(EState::Ended, ReasonIn(answer));
     }
     // Each request has its answer, in their order; that of the last one counts.
     if (!isAsked || --m_unanswered > 0) return;
-    if (answer.startsWith(QLatin1String("refused: "))) return Conclude(EState::Refused, reason());
+    if (answer.startsWith(QLatin1String("refused: "))) return Conclude(EState::Refused, ReasonIn(answer));
     m_isEntered = m_isEntered && GetWanted().GetHz() != m_asked;
     Conclude(EState::NotSent, QString());
 }

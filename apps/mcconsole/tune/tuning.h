@@ -84,6 +84,7 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
     void OnAnswer(const QString& answer);
+    QString ReasonIn(const QString& answer) const;
     void Conclude(EState outcome, const QString& reason);
     EState StateOfEntry() const;
     EState StateOfRequest(double wanted) const;
@@ -93,6 +94,7 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     Frequency* GetValue() const;
 
     PathBinding m_frequency;
+    PathBinding m_code;  ///< which says the same as the answer, and is set just before it
     PathBinding m_answer;
     PathBinding m_mode;
     ClockTimer m_rest;

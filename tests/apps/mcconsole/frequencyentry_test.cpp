@@ -102,8 +102,9 @@ TEST_F(FrequencyEntryTest, ARefusedFrequencyStaysInTheFieldAndIsAskedForOnceMore
     QTest::keyClick(field, Qt::Key_Return);
     auto* const message = Find<QLabel>("MyMpxORV", "TuneMessage");
     ASSERT_NE(message, nullptr);
-    ASSERT_TRUE(WaitFor([&] { return message->text().contains(QLatin1String("needs MayAlterFreqSingle")); }))
-        << message->text().toStdString();
+    ASSERT_TRUE(WaitFor([&] {
+        return message->text().contains(QLatin1String("needs \"May tune a single frequency\""));
+    })) << message->text().toStdString();
     EXPECT_EQ(field->text(), QStringLiteral("121.500 MHz"));
     EXPECT_EQ(Label("MyMpxORV", "TunedTo"), QStringLiteral("NOT TUNED"));
     Tree({QStringLiteral("set"), policy, QStringLiteral("true")});

@@ -133,6 +133,15 @@ INSTANTIATE_TEST_SUITE_P(
                     AnswerRow{"Unknown", "something else", "something else", ESeverity::Unknown}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(OverviewPageTest, GreysWhatAnMpxOrvWasAnsweredThatIsNoMore) {
+    Answer()->SetValue(QStringLiteral("done: tuned to 121.5 MHz"));
+    page.BindMpxOrv(QString());
+    EXPECT_EQ(Text("AnswerText"), "done: tuned to 121.5 MHz");
+    page.BindMpxOrv(ServerTree::OwnPath());
+    EXPECT_EQ(Find<QLabel>("AnswerText")->palette().color(QPalette::WindowText),
+              severitylook::Colour(ESeverity::Unknown, page.palette()));
+}
+
 TEST_F(OverviewPageTest, TakesTheCodeOfAnotherAnswerForNone) {
     server.Text("DynamicMpxORVs/Console/Request/AnswerCode", R"({"code":"done","args":["something else"]})");
     Answer()->SetValue(QStringLiteral("done: tuned to 121.5 MHz"));

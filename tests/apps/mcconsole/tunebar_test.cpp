@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The bar that tunes an MpxORV, by keys and clicks.
+#include <apps/common/codedtext.h>
+
 #include <tests/apps/mcconsole/tunebarfixture.h>
 
 #include <gmock/gmock.h>
@@ -213,6 +215,26 @@ TEST_F(TuneBarTest, WhatIsTypedStaysMarkedWhenSomethingIsTakenAway) {
     EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
     EXPECT_EQ(Field()->text(), QStringLiteral("127"));
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
+}
+
+TEST_F(TuneBarTest, GivesTheReasonInTheWordsOfTheWindow) {
+    auto* const code = new values::Value<QString>;
+    code->SetName(QStringLiteral("AnswerCode"));
+    tree.AddValue(QStringLiteral("/Mine/Request"), code);
+    const CodedText refused(ECode::Refused,
+                            {CodedText(ECode::NeedsPolicy, {QStringLiteral("MayCal"), CodedText()})});
+    Type("121.5");
+    Press(Qt::Key_Return);
+    code->SetValue(refused.ToJsonText());
+    Refuse("needs MayCal");
+    // Policies are called as their boxes are.
+    EXPECT_TRUE(Text("TuneMessage").startsWith(QStringLiteral("needs \"May calibrate\"")))
+        << Text("TuneMessage").toStdString();
+
+    Press(Qt::Key_Return);
+    Refuse("something that no code says");
+    EXPECT_TRUE(Text("TuneMessage").startsWith(QStringLiteral("something that no code says")))
+        << Text("TuneMessage").toStdString();
 }
 
 TEST_F(TuneBarTest, IsNotConcernedByOtherAnswers) {
