@@ -22,7 +22,7 @@ environment() {
 # What the system's own services start finds the libraries by this alone.
 path='C:\windows\system32;C:\windows'
 threads=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
-for folder in "$cache/qt/bin" "$cache/openssl/bin" "$threads" /usr/x86_64-w64-mingw32/lib; do
+for folder in "$cache/qt/bin" "$cache/qwt/bin" "$cache/openssl/bin" "$threads" /usr/x86_64-w64-mingw32/lib; do
     path="$path;Z:$(tr / '\\' <<<"$folder")"
 done
 $wine reg add 'HKLM\System\CurrentControlSet\Control\Session Manager\Environment' /v PATH /t REG_EXPAND_SZ \
