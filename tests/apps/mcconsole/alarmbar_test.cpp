@@ -2,7 +2,10 @@
 // The bar that names the frequencies nobody watches.
 #include <apps/mcconsole/alarmbar.h>
 
+#include <platform/widgets/refreshscheduler.h>
+
 #include <tests/apps/mcconsole/situationfixture.h>
+#include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
 
@@ -34,7 +37,11 @@ class AlarmBarTest : public SituationTest {
     QPushButton* Button(const char* name) const {
         return bar->findChild<QPushButton*>(QString::fromLatin1(name));
     }
-    void Click(const char* name) { QTest::mouseClick(Button(name), Qt::LeftButton); }
+    /// Once the bar shows what holds, which may wait for the next refresh.
+    void Click(const char* name) {
+        EXPECT_TRUE(WaitUntil([] { return !RefreshScheduler::Instance().IsPausing(); }));
+        QTest::mouseClick(Button(name), Qt::LeftButton);
+    }
 
     QWidget window;
     std::unique_ptr<AlarmBar> bar;
