@@ -25,7 +25,6 @@ class AlarmBarTest : public SituationTest {
         Be(EState::Connected);
         bar = std::make_unique<AlarmBar>(*situation, &window);
         bar->BindReconnect(QStringLiteral("/Server/Command/ReconnectModules"));
-        bar->resize(800, 60);  // whatever font there is, nothing is cut off
         window.resize(800, 200);
         window.show();
     }
