@@ -1776,25 +1776,6 @@
     </message>
 </context>
 <context>
-    <name>MomentText</name>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>%1 min</source>
-        <translation>%1 min</translation>
-    </message>
-    <message>
-        <source>%1 h</source>
-        <translation>%1 h</translation>
-    </message>
-    <message>
-        <source>%1 d</source>
-        <translation>%1 d</translation>
-    </message>
-</context>
-<context>
     <name>MpxOrvCells</name>
     <message>
         <source>Idle</source>

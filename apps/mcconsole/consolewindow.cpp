@@ -11,9 +11,9 @@
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
-#include <apps/mcconsole/session/agetext.h>
 #include <apps/mcconsole/statusstrip.h>
 #include <apps/mcconsole/tune/tunebar.h>
+#include <apps/pages/agetext.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/configpage.h>
 
+#include <apps/pages/agetext.h>
 #include <apps/pages/changemark.h>
 #include <apps/pages/serverkeys.h>
 
@@ -11,8 +12,6 @@
 #include <platform/widgets/valuetext.h>
 #include <platform/widgets/vcpushbutton.h>
 
-#include <QtCore/QDateTime>
-#include <QtCore/QLocale>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -73,13 +72,6 @@ QLabel* WrappedLabel(QWidget* parent, const char* name) {
     label->setWordWrap(true);
     label->setMinimumWidth(1);
     return label;
-}
-
-QString MomentHere(const QString& utc) {
-    const QDateTime moment = QDateTime::fromString(utc, Qt::ISODateWithMs).toLocalTime();
-    const QString time = moment.toString(QStringLiteral("HH:mm:ss"));
-    if (moment.date() == QDate::currentDate()) return time;
-    return QLocale().toString(moment.date(), QLocale::ShortFormat) + QLatin1Char(' ') + time;
 }
 
 }  // namespace
@@ -186,7 +178,7 @@ QString ConfigPage::SavedText() const {
     const QString since = ContentOf(m_since.GetValue());
     const QString by = valuetext::Shortened(ContentOf(m_by.GetValue()), MaxShownLength);
     if (since.isEmpty()) return tr("Not saved since the server began");
-    const QString moment = MomentHere(since);
+    const QString moment = agetext::Moment(since);
     return by.isEmpty() ? tr("Saved at the server, %1").arg(moment) : tr("Saved by %1, %2").arg(by, moment);
 }
 

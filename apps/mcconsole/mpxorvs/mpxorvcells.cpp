@@ -3,7 +3,7 @@
 
 #include <apps/common/frequencytext.h>
 #include <apps/mcconsole/mpxorvs/mpxorvcontent.h>
-#include <apps/mcconsole/session/agetext.h>
+#include <apps/pages/agetext.h>
 
 #include <QtCore/QCoreApplication>
 

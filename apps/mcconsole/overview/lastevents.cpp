@@ -2,7 +2,7 @@
 #include <apps/mcconsole/overview/lastevents.h>
 
 #include <apps/common/event.h>
-#include <apps/mcconsole/session/agetext.h>
+#include <apps/pages/agetext.h>
 #include <apps/pages/severitylook.h>
 
 #include <platform/values/value.h>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/marks.h>
 
-#include <apps/mcconsole/session/agetext.h>
 #include <apps/mcconsole/session/judgement.h>
 #include <apps/mcconsole/session/situation.h>
 #include <apps/mcconsole/tune/tuning.h>
+#include <apps/pages/agetext.h>
 
 #include <platform/values/tree.h>
 #include <platform/values/visit.h>

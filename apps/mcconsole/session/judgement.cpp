@@ -2,7 +2,7 @@
 #include <apps/mcconsole/session/judgement.h>
 
 #include <apps/common/frequencytext.h>
-#include <apps/mcconsole/session/agetext.h>
+#include <apps/pages/agetext.h>
 
 #include <platform/device/stddevicedefinition.h>
 #include <platform/widgets/valuetext.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/suppression/ignoringmodel.h>
 
+#include <apps/pages/agetext.h>
 #include <apps/pages/serverkeys.h>
-#include <apps/pages/suppression/momenttext.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -33,7 +33,7 @@ void IgnoringModel::Collect(const QString& path, std::vector<Row>* rows) {
         const auto* const obeys = dynamic_cast<const values::Value<bool>*>(mpxOrv.FindChild(BlankingSwitch));
         if (obeys == nullptr || obeys->GetValue()) continue;
         rows->push_back({item->GetName(), StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedBy),
-                         momenttext::Of(StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedSince))});
+                         agetext::Moment(StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedSince))});
     }
 }
 

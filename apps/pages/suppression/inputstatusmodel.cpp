@@ -2,8 +2,8 @@
 #include <apps/pages/suppression/inputstatusmodel.h>
 
 #include <apps/common/frequencytext.h>
+#include <apps/pages/agetext.h>
 #include <apps/pages/severitylook.h>
-#include <apps/pages/suppression/momenttext.h>
 
 #include <QtGui/QFont>
 #include <QtWidgets/QApplication>
@@ -76,7 +76,7 @@ QString InputStatusModel::TextOf(const Row& row, int column) {
         case Frequency:
             return row.input.hz > 0.0 ? FrequencyText::InMegahertz(row.input.hz) : QString();
         case KeyedSince:
-            return momenttext::Of(row.input.keyedSince);
+            return agetext::Moment(row.input.keyedSince);
         case LastBlanked:
             return row.input.lastBlanked;
         default:

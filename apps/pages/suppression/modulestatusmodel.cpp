@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/suppression/modulestatusmodel.h>
 
+#include <apps/pages/agetext.h>
 #include <apps/pages/severitylook.h>
-#include <apps/pages/suppression/momenttext.h>
 #include <apps/pages/suppressionkeys.h>
 
 #include <QtCore/QCoreApplication>
@@ -103,7 +103,7 @@ QString ModuleStatusModel::ReasonText(const QString& reason) {
 QString ModuleStatusModel::AgeText(const ModuleStatusView& module) const {
     if (module.lastAnswer.isEmpty()) return tr("never");
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - m_aheadMs.value_or(0) - ToMs(module.lastAnswer);
-    return tr("%1 ago").arg(momenttext::OfAge(age));
+    return tr("%1 ago").arg(agetext::Of(std::chrono::milliseconds(age)));
 }
 
 QString ModuleStatusModel::TextOf(const ModuleStatusView& module, int column) const {
@@ -113,7 +113,7 @@ QString ModuleStatusModel::TextOf(const ModuleStatusView& module, int column) co
         case State:
             return m_isLive ? StateWord(module) : tr("%1 when last heard of").arg(StateWord(module));
         case Since:
-            return momenttext::Of(module.stateSince);
+            return agetext::Moment(module.stateSince);
         case Reason:
             return ReasonText(module.reason);
         case Address:

@@ -9,7 +9,8 @@
 /// Times as people read them at a glance.
 namespace agetext {
 
-/// How long something takes or lasts, roughly: "12 s", "3 min", "2 h", "4 d".
+/// How long something takes or lasts, roughly: "12 s", "3 min", "2 h", "4 d"; "0 s" for what is yet to
+/// come, where clocks differ.
 QString Of(std::chrono::milliseconds age);
 /// The moment that the server writes as \a utc (ISO 8601, with "Z"), in local time: "14:03:21", with the date
 /// if that is not the one of \a now. Empty for what is no moment.

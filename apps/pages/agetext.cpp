@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/session/agetext.h>
+#include <apps/pages/agetext.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
+
+#include <algorithm>
 
 namespace {
 
@@ -15,7 +17,7 @@ QString Translated(const char* text, std::chrono::seconds::rep number) {
 QString agetext::Of(std::chrono::milliseconds age) {
     using namespace std::chrono_literals;
     constexpr auto day = 24h;
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(age);
+    const auto seconds = std::max(std::chrono::duration_cast<std::chrono::seconds>(age), 0s);
     if (seconds < 1min) return Translated(QT_TRANSLATE_NOOP("Age", "%1 s"), seconds.count());
     if (seconds < 1h) return Translated(QT_TRANSLATE_NOOP("Age", "%1 min"), seconds / 1min);
     if (seconds < 2 * day) return Translated(QT_TRANSLATE_NOOP("Age", "%1 h"), seconds / 1h);
