@@ -959,6 +959,29 @@
         <source>&amp;Frequency field</source>
         <translation>&amp;Frequenzfeld</translation>
     </message>
+    <message>
+        <source>&amp;Recent frequencies</source>
+        <translation>&amp;Letzte Frequenzen</translation>
+    </message>
+    <message>
+        <source>Fa&amp;vourite frequencies</source>
+        <translation>Fa&amp;voriten</translation>
+    </message>
+    <message>
+        <source>&amp;Add to the favourites...</source>
+        <translation>Zu den Favoriten &amp;hinzufügen...</translation>
+    </message>
+    <message>
+        <source>&amp;Edit the favourites...</source>
+        <translation>Favoriten &amp;bearbeiten...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of the kept frequencies cannot be right and are left out.</source>
+        <translation>
+            <numerusform>%n der gemerkten Frequenzen kann nicht stimmen und fehlt.</numerusform>
+            <numerusform>%n der gemerkten Frequenzen können nicht stimmen und fehlen.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>EventExport</name>
@@ -1125,10 +1148,95 @@
     </message>
 </context>
 <context>
+    <name>FavouritesDialog</name>
+    <message>
+        <source>Favourite frequencies</source>
+        <translation>Favoriten</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Re&amp;name</source>
+        <translation>&amp;Umbenennen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>&amp;Down</source>
+        <translation>Nach u&amp;nten</translation>
+    </message>
+</context>
+<context>
+    <name>FavouritesModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no frequency that can be tuned to. Enter one such as 121.5 or 118400 kHz.</source>
+        <translation>„%1“ ist keine Frequenz, die sich einstellen lässt. Geben Sie eine wie 121,5 oder 118400 kHz ein.</translation>
+    </message>
+    <message>
+        <source>There are %1 favourites, and cannot be more.</source>
+        <translation>Es gibt %1 Favoriten; mehr können es nicht sein.</translation>
+    </message>
+</context>
+<context>
     <name>FrequencyLine</name>
     <message>
         <source>Frequencies in use</source>
         <translation>Benutzte Frequenzen</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyPicker</name>
+    <message>
+        <source>Recent</source>
+        <translation>Letzte</translation>
+    </message>
+    <message>
+        <source>The frequencies that were granted last. Choosing one asks for nothing yet.</source>
+        <translation>Die Frequenzen, die zuletzt gewährt wurden. Auswählen fordert noch nichts an.</translation>
+    </message>
+    <message>
+        <source>Favourites</source>
+        <translation>Favoriten</translation>
+    </message>
+    <message>
+        <source>Frequencies with names of yours. Choosing one asks for nothing yet.</source>
+        <translation>Frequenzen mit eigenen Namen. Auswählen fordert noch nichts an.</translation>
+    </message>
+    <message>
+        <source>(outside the range of this device)</source>
+        <translation>(außerhalb des Bereichs dieses Geräts)</translation>
+    </message>
+    <message>
+        <source>None was granted yet</source>
+        <translation>Noch keine gewährt</translation>
+    </message>
+    <message>
+        <source>There are none yet</source>
+        <translation>Noch keine</translation>
+    </message>
+    <message>
+        <source>&amp;Add %1...</source>
+        <translation>%1 &amp;hinzufügen...</translation>
+    </message>
+    <message>
+        <source>&amp;Edit...</source>
+        <translation>&amp;Bearbeiten...</translation>
     </message>
 </context>
 <context>
@@ -1722,6 +1830,22 @@
     <message>
         <source>%1: wanted here</source>
         <translation>%1: hier gewünscht</translation>
+    </message>
+    <message>
+        <source>range of the master</source>
+        <translation>Bereich des Masters</translation>
+    </message>
+    <message>
+        <source>%1 to %2: received by the job master, %3; who may read from it needs no channel there</source>
+        <translation>%1 bis %2: empfängt der Auftragsmaster, %3; wer dort mitlesen darf, braucht keinen eigenen Kanal</translation>
+    </message>
+    <message>
+        <source>outside the device&apos;s range</source>
+        <translation>außerhalb des Gerätebereichs</translation>
+    </message>
+    <message>
+        <source>The device can be tuned from %1 to %2</source>
+        <translation>Das Gerät lässt sich von %1 bis %2 einstellen</translation>
     </message>
 </context>
 <context>

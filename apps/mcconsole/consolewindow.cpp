@@ -12,6 +12,7 @@
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/statusstrip.h>
+#include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/colours.h>
@@ -19,6 +20,7 @@
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvspage.h>
+#include <apps/pages/noticebar.h>
 #include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/serverkeys.h>
@@ -87,6 +89,7 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
     resize(QSize(800, 740).expandedTo(sizeHint()));
     m_recent.Read(*Configuration());
     keptview::Restore(*Configuration(), *m_tabs, m_tuning);
+    KeepFrequencies();
     connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
     connect(&m_situation, &Situation::Changed, this, &ConsoleWindow::ShowSituation);
@@ -121,14 +124,16 @@ void ConsoleWindow::BuildPages() {
     connect(strip, &StatusStrip::PageRequested, this, &ConsoleWindow::GoTo);
     m_alarm = new AlarmBar(m_situation, central);
     m_undo = new UndoBar(m_clock, central);
+    m_notice = new NoticeBar(central);
     layout->addWidget(strip);
     layout->addWidget(m_alarm);
     layout->addWidget(m_banner);
     layout->addWidget(m_undo);
+    layout->addWidget(m_notice);
     layout->addWidget(m_tabs, 1);
     setCentralWidget(central);
 
-    m_overview = new OverviewPage(m_clock, m_tuning, m_situation);
+    m_overview = new OverviewPage(m_clock, m_tuning, m_book, m_situation);
     AddPage(m_overview, "Overview", tr("Overview"));
     AddPage(new StatusPage, "Status", tr("Status"));
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
@@ -141,7 +146,7 @@ void ConsoleWindow::BuildPages() {
     m_listPage = new MpxOrvListPage;
     AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));
     AddPage(new MpxOrvsPage, "MpxORVStatus", tr("MpxORV status"));
-    m_mpxOrvPage = new MpxOrvPage(m_tuning);
+    m_mpxOrvPage = new MpxOrvPage(m_tuning, m_book);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
 }
@@ -195,14 +200,32 @@ void ConsoleWindow::BuildPageMenu(QMenu& menu) {
         m_tabs->setTabToolTip(i, action->shortcut().toString(QKeySequence::NativeText));
     }
     menu.addSeparator();
-    menu.addAction(tr("&Frequency field"), this, &ConsoleWindow::GoToFrequency,
-                   QKeySequence(QStringLiteral("Ctrl+L")));
+    const auto add = [&](const QString& text, const char* key, auto action) {
+        menu.addAction(
+            text, this, [this, action] { action(GoToTuneBar()); }, QKeySequence(QLatin1String(key)));
+    };
+    add(tr("&Frequency field"), "Ctrl+L", [](TuneBar& bar) { bar.TakeFocus(); });
+    add(tr("&Recent frequencies"), "Ctrl+H", [](TuneBar& bar) { bar.GetPicker().ShowRecent(); });
+    add(tr("Fa&vourite frequencies"), "Ctrl+B", [](TuneBar& bar) { bar.GetPicker().ShowFavourites(); });
+    add(tr("&Add to the favourites..."), "Ctrl+D", [](TuneBar& bar) { bar.GetPicker().AddFavourite(); });
+    add(tr("&Edit the favourites..."), "Ctrl+E", [](TuneBar& bar) { bar.GetPicker().EditFavourites(); });
 }
 
-void ConsoleWindow::GoToFrequency() {
-    const bool isOnOwnPage = m_mpxOrvPage->isVisible();
-    if (!isOnOwnPage) GoTo(QStringLiteral("Overview"));
-    (isOnOwnPage ? m_mpxOrvPage->GetTuneBar() : m_overview->GetTuneBar()).TakeFocus();
+TuneBar& ConsoleWindow::GoToTuneBar() {
+    if (m_mpxOrvPage->isVisible()) return m_mpxOrvPage->GetTuneBar();
+    GoTo(QStringLiteral("Overview"));
+    return m_overview->GetTuneBar();
+}
+
+/// With each change, since a console may be killed.
+void ConsoleWindow::KeepFrequencies() {
+    if (const int leftOut = m_book.Read(*Configuration()); leftOut > 0)
+        m_notice->Tell(NoticeBar::ESeverity::Warning,
+                       tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
+    connect(&m_tuning, &Tuning::Granted, &m_book, &FrequencyBook::Remember);
+    connect(&m_book, &FrequencyBook::RecentChanged, this, [this] { m_book.WriteRecent(*Configuration()); });
+    connect(&m_book, &FrequencyBook::FavouritesChanged, this,
+            [this] { m_book.WriteFavourites(*Configuration()); });
 }
 
 void ConsoleWindow::ShowKeys() {

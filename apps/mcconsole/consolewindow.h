@@ -5,6 +5,7 @@
 #include <apps/mcconsole/recentservers.h>
 #include <apps/mcconsole/session/consolesession.h>
 #include <apps/mcconsole/session/situation.h>
+#include <apps/mcconsole/tune/frequencybook.h>
 #include <apps/mcconsole/tune/tuning.h>
 
 #include <QtWidgets/QMainWindow>
@@ -15,12 +16,14 @@ class AlarmBar;
 class ConnectionBar;
 class MpxOrvListPage;
 class MpxOrvPage;
+class NoticeBar;
 class OverviewPage;
 class Page;
 class QAction;
 class QLabel;
 class QMenu;
 class QTabWidget;
+class TuneBar;
 class UndoBar;
 
 /// The operator's window: above all pages the situation, and a page for each thing. Main thread.
@@ -70,8 +73,9 @@ class ConsoleWindow : public QMainWindow {
     void GoTo(const QString& page);
     void ChangeDark(bool isDark);
     void BuildPageMenu(QMenu& menu);
-    /// To the field for frequencies, on this page if it has one.
-    void GoToFrequency();
+    /// The bar that tunes, on this page if it has one, else on the overview, which is shown then.
+    TuneBar& GoToTuneBar();
+    void KeepFrequencies();
     void ShowKeys();
     void ShowAbout();
     QString ConnectionText() const;
@@ -81,6 +85,7 @@ class ConsoleWindow : public QMainWindow {
     ConsoleSession m_session;
     Situation m_situation;
     Tuning m_tuning;  ///< of the console's own MpxORV
+    FrequencyBook m_book;
     VtClientOptions m_options;
     bool m_prefersEncryption = false;
     RecentServers m_recent;
@@ -91,6 +96,7 @@ class ConsoleWindow : public QMainWindow {
     MpxOrvPage* m_mpxOrvPage = nullptr;
     ConnectionBar* m_banner = nullptr;
     AlarmBar* m_alarm = nullptr;
+    NoticeBar* m_notice = nullptr;
     UndoBar* m_undo = nullptr;
     bool m_isForced = false;
     bool m_isKept = false;  ///< what the pages show is the last content known

@@ -25,11 +25,11 @@ constexpr int LinesOfAnswers = 7;  // with title and buttons: fewer cut these
 
 }  // namespace
 
-MpxOrvPage::MpxOrvPage(Tuning& tuning, QWidget* parent)
+MpxOrvPage::MpxOrvPage(Tuning& tuning, FrequencyBook& book, QWidget* parent)
     : QWidget(parent),
       m_state(new QLabel(this)),
       m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
-      m_tuneBar(new TuneBar(tuning, this)),
+      m_tuneBar(new TuneBar(tuning, book, this)),
       m_answer(*this, [](const values::ValueBase&) { return true; }) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);

@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+class FrequencyBook;
 class MCSLogDisplay;
 class PolicyPanel;
 class QCheckBox;
@@ -22,8 +23,8 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     Q_OBJECT
 
   public:
-    /// \a tuning is not owned and outlives the page.
-    explicit MpxOrvPage(Tuning& tuning, QWidget* parent = nullptr);
+    /// Neither is owned, both outlive the page.
+    MpxOrvPage(Tuning& tuning, FrequencyBook& book, QWidget* parent = nullptr);
 
     TuneBar& GetTuneBar() const { return *m_tuneBar; }
 

@@ -41,7 +41,8 @@ QLabel* Heading(const QString& text, QWidget* parent) {
 
 }  // namespace
 
-OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, const Situation& situation, QWidget* parent)
+OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, const Situation& situation,
+                           QWidget* parent)
     : Page(parent),
       m_clock(clock),
       m_tuning(tuning),
@@ -49,7 +50,7 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, const Situation& situa
       m_retry(tuning, situation),
       m_held(clock, tuning, situation),
       m_users(new FrequencyUsers(this)),
-      m_tuneBar(new TuneBar(tuning, this)),
+      m_tuneBar(new TuneBar(tuning, book, this)),
       m_line(new FrequencyLine(this)),
       m_marksTimer(clock) {
     auto* const layout = new QVBoxLayout(this);

@@ -10,6 +10,7 @@
 #include <optional>
 
 class AnswerLine;
+class FrequencyBook;
 class FrequencyLine;
 class FrequencyUsers;
 class LastEvents;
@@ -27,7 +28,8 @@ class OverviewPage : public Page {
 
   public:
     /// None is owned; all outlive the page.
-    OverviewPage(IClock& clock, Tuning& tuning, const Situation& situation, QWidget* parent = nullptr);
+    OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, const Situation& situation,
+                 QWidget* parent = nullptr);
     ~OverviewPage() override;
 
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;

@@ -2,6 +2,7 @@
 #include <apps/mcconsole/tune/tunebar.h>
 
 #include <apps/mcconsole/tune/frequencyfield.h>
+#include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 #include <apps/mcconsole/tune/tunemark.h>
 #include <apps/pages/severitylook.h>
@@ -39,7 +40,8 @@ bool IsWrong(Tuning::EState state) {
 
 }  // namespace
 
-TuneBar::TuneBar(Tuning& tuning, QWidget* parent) : QWidget(parent), m_tuning(tuning) {
+TuneBar::TuneBar(Tuning& tuning, FrequencyBook& book, QWidget* parent)
+    : QWidget(parent), m_tuning(tuning), m_picker(new FrequencyPicker(tuning, book, this)) {
     m_tune = new QPushButton(tr("&Tune"), this);
     m_tune->setObjectName(QStringLiteral("Tune"));
     m_tune->setFocusPolicy(Qt::TabFocus);  // a click leaves the operator in the field
@@ -47,6 +49,7 @@ TuneBar::TuneBar(Tuning& tuning, QWidget* parent) : QWidget(parent), m_tuning(tu
     auto* const entry = new QHBoxLayout;
     entry->addWidget(BuildField(), 1);
     entry->addWidget(m_understood);
+    entry->addWidget(m_picker);
     entry->addWidget(BuildSteps());
     entry->addWidget(m_tune);
     caption->setBuddy(m_field);
@@ -63,6 +66,7 @@ TuneBar::TuneBar(Tuning& tuning, QWidget* parent) : QWidget(parent), m_tuning(tu
     connect(m_field, &FrequencyField::TakenBack, this, &TuneBar::TakeBack);
     connect(m_field, &FrequencyField::Stepped, this, &TuneBar::Step);
     connect(m_tune, &QPushButton::clicked, this, &TuneBar::Tune);
+    connect(m_picker, &FrequencyPicker::Chosen, this, &TuneBar::TakeFocus);
     connect(&m_tuning, &Tuning::Changed, this, &TuneBar::Show);
     Show();
 }

@@ -6,7 +6,9 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+class FrequencyBook;
 class FrequencyField;
+class FrequencyPicker;
 class QComboBox;
 class QFrame;
 class QLabel;
@@ -20,11 +22,12 @@ class TuneBar : public QWidget {
     Q_OBJECT
 
   public:
-    /// \a tuning is not owned and outlives the bar; several bars may show the same.
-    explicit TuneBar(Tuning& tuning, QWidget* parent = nullptr);
+    /// Neither is owned, both outlive the bar; several bars may show the same.
+    TuneBar(Tuning& tuning, FrequencyBook& book, QWidget* parent = nullptr);
 
     /// To the field, with all of it selected.
     void TakeFocus();
+    FrequencyPicker& GetPicker() const { return *m_picker; }
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -50,6 +53,7 @@ class TuneBar : public QWidget {
     Tuning& m_tuning;
     QFrame* m_frame = nullptr;  ///< around the field, red while that cannot be asked for
     FrequencyField* m_field = nullptr;
+    FrequencyPicker* m_picker;
     QLabel* m_understood = nullptr;
     QComboBox* m_step = nullptr;
     QToolButton* m_down = nullptr;

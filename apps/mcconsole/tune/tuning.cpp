@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/tune/tuning.h>
 
-#include <apps/common/codedtext.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 
 #include <platform/device/stddevicedefinition.h>
@@ -183,34 +182,58 @@ Tuning::Frequency* Tuning::GetValue() const {
 }
 
 void Tuning::OnBindingChanged(PathBinding& binding, TChangeCode code) {
+    std::optional<double> granted;
     if (&binding == &m_answer && code == changecode::ContentChanged)
-        OnAnswer(static_cast<values::Value<QString>*>(m_answer.GetValue())->GetValue());
+        granted = OnAnswer(static_cast<values::Value<QString>*>(m_answer.GetValue())->GetValue());
     Follow();
-    Q_EMIT Changed();
+    const QPointer<Tuning> self(this);
+    if (granted) Q_EMIT Granted(*granted);
+    if (self != nullptr) Q_EMIT Changed();
 }
 
-/// In the language of the window, where the server tells it as a code too. One that says something else
-/// belongs to another answer.
-QString Tuning::ReasonIn(const QString& answer) const {
+/// What the server tells as a code too. One that says something else belongs to another answer.
+std::optional<CodedText> Tuning::SaidBy(const QString& answer) const {
     const auto* const code = static_cast<const values::Value<QString>*>(m_code.GetValue());
     const std::optional<CodedText> said =
         code != nullptr ? CodedText::FromJsonText(code->GetValue()) : std::nullopt;
     const bool isSame = said && said->GetArguments().size() == 1 && said->ToEnglish() == answer;
-    return isSame ? said->GetArguments().front().Translated() : answer.section(QStringLiteral(": "), 1);
+    return isSame ? std::make_optional(said->GetArguments().front()) : std::nullopt;
 }
 
-void Tuning::OnAnswer(const QString& answer) {
+/// In the language of the window, where the server tells it as a code too.
+QString Tuning::ReasonIn(const QString& answer) const {
+    const std::optional<CodedText> said = SaidBy(answer);
+    return said ? said->Translated() : answer.section(QStringLiteral(": "), 1);
+}
+
+/// The frequency, in Hz, that is granted by \a answer; none if that is not about one that was asked for here.
+std::optional<double> Tuning::OnAnswer(const QString& answer) {
     const bool isAsked = m_outcome == EState::Asked;
     if (answer.startsWith(QLatin1String("ended: "))) {
-        if (isAsked || GetValue() == nullptr) return;
+        if (isAsked || GetValue() == nullptr) return std::nullopt;
         m_asked = GetValue()->GetValue();  // what the operator has typed since is still not sent
-        return Conclude(EState::Ended, ReasonIn(answer));
+        Conclude(EState::Ended, ReasonIn(answer));
+        return std::nullopt;
     }
+    if (!answer.startsWith(QLatin1String("refused: "))) return OnDone(answer);
     // Each request has its answer, in their order; that of the last one counts.
-    if (!isAsked || --m_unanswered > 0) return;
-    if (answer.startsWith(QLatin1String("refused: "))) return Conclude(EState::Refused, ReasonIn(answer));
+    if (isAsked && --m_unanswered <= 0) Conclude(EState::Refused, ReasonIn(answer));
+    return std::nullopt;
+}
+
+std::optional<double> Tuning::OnDone(const QString& answer) {
+    const std::optional<CodedText> said = SaidBy(answer);
+    const bool isOfTuning =
+        said && (said->GetCode() == ECode::TunedTo || said->GetCode() == ECode::ReadFromMaster);
+    if (said && !isOfTuning) return std::nullopt;  // another thing was asked for as well
+    // What was refused just now may have been that other thing.
+    const bool isGrantedAfterAll = isOfTuning && m_outcome == EState::Refused && GetValue() != nullptr &&
+                                   GetValue()->GetValue() == m_asked;
+    const bool isOfLast = m_outcome == EState::Asked && --m_unanswered <= 0;
+    if (!isOfLast && !isGrantedAfterAll) return std::nullopt;
     m_isEntered = m_isEntered && GetWanted().GetHz() != m_asked;
     Conclude(EState::NotSent, QString());
+    return m_asked;
 }
 
 /// The server does not let this user ask, so nobody answers.

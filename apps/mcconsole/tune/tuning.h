@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/clocktimer.h>
+#include <apps/common/codedtext.h>
 #include <apps/common/frequencytext.h>
 
 #include <platform/values/pathbinding.h>
@@ -66,6 +67,8 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     /// What the device can be tuned to, in Hz; all numbers where nobody says so.
     double GetLowest() const;
     double GetHighest() const;
+    /// Whether the device can be tuned to \a hz, as far as the server tells.
+    bool IsInRange(double hz) const;
     /// Why it was refused, or ended, in the server's words.
     QString GetReason() const { return m_reason; }
 
@@ -77,19 +80,22 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     void Changed();
     /// The operator has chosen another step.
     void StepChosen();
+    /// What the operator asked for, \a hz, is granted.
+    void Granted(double hz);
 
   private:
     using Frequency = values::ValueNumeric<double>;
 
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
-    void OnAnswer(const QString& answer);
+    std::optional<double> OnAnswer(const QString& answer);
+    std::optional<double> OnDone(const QString& answer);
+    std::optional<CodedText> SaidBy(const QString& answer) const;
     QString ReasonIn(const QString& answer) const;
     void Conclude(EState outcome, const QString& reason);
     EState StateOfEntry() const;
     EState StateOfRequest(double wanted) const;
     bool HasRange() const;
-    bool IsInRange(double hz) const;
     void Follow();
     Frequency* GetValue() const;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The console's window against a server in a process of its own: driven by mouse and keyboard, and what is
 // read is what the operator sees.
+#include <apps/pages/noticebar.h>
+
 #include <tests/apps/mcconsole/consolefixture.h>
 
 #include <gmock/gmock.h>
@@ -9,12 +11,18 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTextEdit>
 #include <QtWidgets/QToolButton>
 
 namespace {
+
+QMenu* OpenMenu(const ConsoleWindow& window, const char* button) {
+    window.findChild<QToolButton*>(QString::fromLatin1(button))->click();
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
 
 constexpr char StaticMpxOrvs[] = "[StaticMpxORVs]\nNames=\"Tower, Van 1\"\n";
 
@@ -291,6 +299,39 @@ TEST_F(ConsoleTest, KeepsTheColumnsOfTables) {
     const auto* const header =
         Find<QTableView>("MpxORVStatus", "MCSMpxORVStatusListView")->horizontalHeader();
     EXPECT_EQ(header->sectionSize(0), 177);
+}
+
+TEST_F(ConsoleTest, KeepsTheFrequenciesGrantedLastAlsoWhenItIsKilled) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    Type(Find<QLineEdit>("Overview", "Frequency"), "121.5");
+    ASSERT_TRUE(
+        WaitFor([this] { return Label("Overview", "OwnFrequency") == QLatin1String("121.500 MHz"); }));
+    // As the next one finds it, while this one has not ended.
+    const ConsoleWindow next{VtClientOptions()};
+    QMenu* const menu = OpenMenu(next, "RecentFrequencies");
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text(), QStringLiteral("&1  121.500 MHz"));
+    menu->close();
+    EXPECT_TRUE(next.findChild<NoticeBar*>()->isHidden());
+}
+
+TEST_F(ConsoleTest, LeavesOutKeptFrequenciesThatCannotBeRightAndSaysSo) {
+    window->CloseNow();
+    CfgCenter::Instance().SetStorePath(QString());
+    server.WriteFile(QStringLiteral("console.ini"),
+                     "[FavouriteFrequencies]\nHertz0=rubbish\nName0=Lost\nHertz1=118400000\nName1=Tower\n"
+                     "[RecentFrequencies]\nHertz0=-5\n[View]\nPage=Log\n");
+    CfgCenter::Instance().SetStorePath(server.Path(QStringLiteral("console.ini")));
+    const ConsoleWindow next{VtClientOptions()};
+    EXPECT_EQ(next.findChild<NoticeBar*>()->GetText(),
+              QStringLiteral("2 of the kept frequencies cannot be right and are left out."));
+    EXPECT_FALSE(next.findChild<NoticeBar*>()->isHidden());
+    QMenu* const menu = OpenMenu(next, "FavouriteFrequencies");
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text(), QStringLiteral("&1  Tower\t118.400 MHz"));
+    menu->close();
+    EXPECT_EQ(next.GetTabs()->currentWidget()->objectName(), QStringLiteral("Log")) << "the rest holds";
 }
 
 TEST_F(ConsoleTest, TunesFromTheOverview) {

@@ -202,6 +202,10 @@ TEST_F(KeyboardTest, ListsItsKeys) {
     };
     EXPECT_EQ(what("Alt+1"), "Overview");
     EXPECT_EQ(what("Ctrl+L"), "Frequency field");
+    EXPECT_EQ(what("Ctrl+H"), "Recent frequencies");
+    EXPECT_EQ(what("Ctrl+B"), "Favourite frequencies");
+    EXPECT_EQ(what("Ctrl+D"), "Add to the favourites");
+    EXPECT_EQ(what("Ctrl+E"), "Edit the favourites");
     EXPECT_EQ(what("Ctrl+O"), "Connect");
     const KeysDialog dialog(rows, nullptr);
     EXPECT_EQ(dialog.findChild<QTableWidget*>()->rowCount(), static_cast<int>(rows.size()));

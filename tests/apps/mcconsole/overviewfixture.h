@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcconsole/tune/frequencybook.h>
 #include <apps/mcconsole/tune/tuning.h>
 
 #include <tests/apps/mcconsole/situationfixture.h>
@@ -83,4 +84,5 @@ class OverviewTest : public SituationTest {
         if (code == changecode::ContentChanged) m_asked.push_back(Frequency()->GetValue() / 1e6);
     }};
     Tuning tuning;
+    FrequencyBook book;
 };

@@ -32,7 +32,7 @@ namespace {
 
 class OverviewPageTest : public OverviewTest {
   protected:
-    OverviewPageTest() : page(clock, tuning, *situation) {
+    OverviewPageTest() : page(clock, tuning, book, *situation) {
         page.resize(1000, 420);
         page.Bind(ServerTree::BasePath(), AllSegments);
         page.BindMpxOrv(ServerTree::OwnPath());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcconsole/tune/frequencybook.h>
 #include <apps/mcconsole/tune/tunebar.h>
 
 #include <platform/device/stddevicedefinition.h>
@@ -32,9 +33,10 @@
 /// The bar that tunes an MpxORV, on a tree whose server the test plays.
 class TuneBarTest : public testing::Test {
   protected:
-    TuneBarTest() : tuning(clock), bar(tuning) {
+    TuneBarTest() : tuning(clock), bar(tuning, book) {
         MakeMpxOrv();
         tuning.Bind(QStringLiteral("/Mine"));
+        QObject::connect(&tuning, &Tuning::Granted, &book, &FrequencyBook::Remember);
         bar.show();
         QApplication::setActiveWindow(&bar);
         Field()->setFocus();
@@ -129,5 +131,6 @@ class TuneBarTest : public testing::Test {
     values::ValueSelection* mode = nullptr;
     double granted = 30e6;
     Tuning tuning;
+    FrequencyBook book;
     TuneBar bar;
 };
