@@ -9,10 +9,13 @@ namespace serverkeys {
 /// Among the commands, where the server has input modules: connects those in error anew.
 inline constexpr QLatin1String ReconnectModules = mcskeys::detail::Key("ReconnectModules");
 
-/// Below the status: the job master, as two texts, which are empty while there is none.
+/// Below the status: the job master, as two texts, which are empty while there is none; and what it receives,
+/// from and to, in Hz, both 0 while it is not tuned.
 inline constexpr QLatin1String Master = mcskeys::detail::Key("Master");
 inline constexpr QLatin1String MasterName = mcskeys::detail::Key("Name");
 inline constexpr QLatin1String MasterSince = mcskeys::detail::Key("Since");
+inline constexpr QLatin1String MasterRangeFrom = mcskeys::detail::Key("RangeFrom");
+inline constexpr QLatin1String MasterRangeTo = mcskeys::detail::Key("RangeTo");
 
 /// At an MpxORV: whether it obeys the ground transmitter suppression.
 inline constexpr QLatin1String Blanking = mcskeys::detail::Key("Blanking");

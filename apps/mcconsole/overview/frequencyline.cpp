@@ -2,15 +2,11 @@
 #include <apps/mcconsole/overview/frequencyline.h>
 
 #include <apps/mcconsole/overview/labelrows.h>
-#include <apps/pages/severitylook.h>
 
 #include <qwt_plot_canvas.h>
-#include <qwt_plot_marker.h>
 #include <qwt_plot_panner.h>
-#include <qwt_plot_zoneitem.h>
 #include <qwt_scale_div.h>
 #include <qwt_scale_map.h>
-#include <qwt_text.h>
 
 #include <QtCore/QEvent>
 #include <QtGui/QHelpEvent>
@@ -36,48 +32,12 @@ constexpr double FitMargin = 0.06;      // of what is shown, at both ends
 constexpr double LeastMargin = 0.5;     // MHz
 constexpr double ZoomStep = 0.8;        // of one notch of the wheel
 constexpr int Reach = 6;                // pixels around a mark that count as it
-constexpr int ZoneWidth = 4;            // pixels to both sides
 constexpr int MostRows = 6;
 constexpr double ClickStep = 0.025;  // MHz: whoever clicks means a channel
 
-using EMark = FrequencyMark::EKind;
-
-bool IsZone(EMark kind) {
-    return kind == EMark::Keyed || kind == EMark::Unsupervised;
-}
-
-QColor MarkColour(EMark kind, const QPalette& palette) {
-    switch (kind) {
-        case EMark::Own:
-            return severitylook::Colour(ESeverity::Ok, palette);
-        case EMark::Keyed:
-            return severitylook::Colour(ESeverity::Act, palette);
-        case EMark::Unsupervised:
-            return severitylook::Colour(ESeverity::Look, palette);
-        case EMark::Wanted:
-            return severitylook::Colour(ESeverity::Unknown, palette);
-        case EMark::Master:
-        case EMark::User:
-            break;
-    }
-    return palette.color(QPalette::WindowText);
-}
-
-Qt::PenStyle LineStyle(EMark kind) {
-    return kind == EMark::Wanted ? Qt::DashLine : Qt::SolidLine;
-}
-
 }  // namespace
 
-/// One mark, as drawn: a line, a label beside it at a height of its own, and a band where transmitters are.
-struct FrequencyLine::Drawn {
-    QwtPlotMarker line;
-    QwtPlotMarker text;
-    QwtPlotZoneItem zone;
-    QwtText label;
-};
-
-FrequencyLine::FrequencyLine(QWidget* parent) : QwtPlot(parent) {
+FrequencyLine::FrequencyLine(QWidget* parent) : QwtPlot(parent), m_bands(*this) {
     setObjectName(QStringLiteral("FrequencyLine"));
     setAutoReplot(false);
     enableAxis(yLeft, false);
@@ -111,7 +71,20 @@ QSize FrequencyLine::minimumSizeHint() const {
 void FrequencyLine::ShowMarks(std::vector<FrequencyMark> marks) {
     if (marks == m_marks) return;
     m_marks = std::move(marks);
-    BuildDrawn();
+    m_drawn.clear();
+    for (const FrequencyMark& mark : m_marks)
+        m_drawn.push_back(std::make_unique<DrawnMark>(mark, *this));
+    ShowOther();
+}
+
+void FrequencyLine::ShowBands(std::vector<FrequencyBand> bands) {
+    if (bands == m_bands.Get()) return;
+    m_bands.Show(std::move(bands));
+    ShowOther();
+}
+
+void FrequencyLine::ShowOther() {
+    ShowColours();
     if (m_showsAll) Fit();
     setAccessibleDescription(Summary());
     replot();
@@ -119,45 +92,18 @@ void FrequencyLine::ShowMarks(std::vector<FrequencyMark> marks) {
 
 QString FrequencyLine::Summary() const {
     QStringList lines;
+    for (const FrequencyBand& band : m_bands.Get())
+        lines += band.detail;
     for (const FrequencyMark& mark : m_marks)
         lines += mark.detail;
     return lines.join(QLatin1Char('\n'));
 }
 
-void FrequencyLine::BuildDrawn() {
-    m_drawn.clear();
-    for (const FrequencyMark& mark : m_marks) {
-        auto drawn = std::make_unique<Drawn>();
-        drawn->line.setLineStyle(QwtPlotMarker::VLine);
-        drawn->line.setXValue(mark.hz / Megahertz);
-        drawn->label.setText(mark.label, QwtText::PlainText);
-        drawn->text.setXValue(mark.hz / Megahertz);
-        drawn->text.setZ(2);  // lines pass behind names
-        drawn->line.setZ(1);
-        drawn->line.attach(this);
-        drawn->text.attach(this);
-        if (IsZone(mark.kind)) drawn->zone.attach(this);
-        m_drawn.push_back(std::move(drawn));
-    }
-    ShowColours();
-}
-
 void FrequencyLine::ShowColours() {
     setCanvasBackground(palette().color(QPalette::Base));
-    for (std::size_t i = 0; i < m_drawn.size(); ++i) {
-        const EMark kind = m_marks[i].kind;
-        Drawn& drawn = *m_drawn[i];
-        QColor colour = MarkColour(kind, palette());
-        drawn.line.setLinePen(colour, kind == EMark::Own || kind == EMark::Master ? 2 : 1, LineStyle(kind));
-        QFont font = this->font();
-        font.setBold(kind == EMark::Own || kind == EMark::Master);
-        drawn.label.setFont(font);
-        drawn.label.setColor(colour);
-        drawn.label.setBackgroundBrush(palette().color(QPalette::Base));
-        drawn.zone.setPen(QPen(Qt::NoPen));
-        drawn.zone.setBrush(
-            QBrush(colour, kind == EMark::Unsupervised ? Qt::BDiagPattern : Qt::SolidPattern));
-    }
+    m_bands.ShowColours(palette(), font());
+    for (const std::unique_ptr<DrawnMark>& drawn : m_drawn)
+        drawn->ShowColours(palette(), font());
 }
 
 void FrequencyLine::changeEvent(QEvent* event) {
@@ -182,35 +128,33 @@ double FrequencyLine::PixelOf(double hz) const {
     return canvasMap(xBottom).transform(hz / Megahertz);
 }
 
+/// Those of the marks from the upper edge on; along the lower one are those of the bands.
 void FrequencyLine::PlaceLabels() {
-    const double height = canvas()->contentsRect().height();
+    const double whole = canvas()->contentsRect().height();
+    const double height = m_bands.PlaceLabels() ? whole - fontMetrics().height() : whole;
     const int rows = std::clamp(static_cast<int>(height / (fontMetrics().height() + 2)), 1, MostRows);
     std::vector<labelrows::Label> labels;
     for (std::size_t i = 0; i < m_drawn.size(); ++i)
-        labels.push_back({PixelOf(m_marks[i].hz), m_drawn[i]->label.textSize().width()});
+        labels.push_back({PixelOf(m_marks[i].hz), m_drawn[i]->LabelWidth()});
     const std::vector<labelrows::Place> places =
         labelrows::Assign(labels, canvas()->contentsRect().width(), rows);
     const double mhzPerPixel = 1 / std::abs(canvasMap(xBottom).pDist() / canvasMap(xBottom).sDist());
-    for (std::size_t i = 0; i < m_drawn.size(); ++i) {
-        Drawn& drawn = *m_drawn[i];
-        const double mhz = m_marks[i].hz / Megahertz;
-        drawn.zone.setInterval(mhz - ZoneWidth * mhzPerPixel, mhz + ZoneWidth * mhzPerPixel);
-        const bool isSeen = places[i].row != labelrows::Place::None;
-        drawn.text.setLabel(isSeen ? drawn.label : QwtText());
-        if (!isSeen) continue;
-        drawn.text.setLabelAlignment(Qt::AlignVCenter | (places[i].isLeft ? Qt::AlignLeft : Qt::AlignRight));
-        drawn.text.setYValue(1 - (places[i].row + 0.5) / rows);
-    }
+    for (std::size_t i = 0; i < m_drawn.size(); ++i)
+        m_drawn[i]->Place(places[i], 1 - (places[i].row + 0.5) / rows * height / whole, mhzPerPixel);
 }
 
-/// So that all marks are seen, with some room beside them.
+/// So that all marks are seen, with some room beside them, and what the master receives.
 void FrequencyLine::Fit() {
-    if (m_marks.empty()) return SetRange(UsualLowest, UsualHighest);
-    const auto [lowest, highest] = std::minmax_element(
-        m_marks.begin(), m_marks.end(), [](const auto& one, const auto& other) { return one.hz < other.hz; });
-    const double span = (highest->hz - lowest->hz) / Megahertz;
-    const double margin = std::max(span * FitMargin, LeastMargin);
-    SetRange(lowest->hz / Megahertz - margin, highest->hz / Megahertz + margin);
+    std::vector<double> ends;
+    for (const FrequencyMark& mark : m_marks)
+        ends.push_back(mark.hz / Megahertz);
+    for (const FrequencyBand& band : m_bands.Get())
+        if (band.kind == FrequencyBand::EKind::Master)
+            ends.insert(ends.end(), {band.from / Megahertz, band.to / Megahertz});
+    if (ends.empty()) return SetRange(UsualLowest, UsualHighest);
+    const auto [lowest, highest] = std::minmax_element(ends.begin(), ends.end());
+    const double margin = std::max((*highest - *lowest) * FitMargin, LeastMargin);
+    SetRange(*lowest - margin, *highest + margin);
 }
 
 void FrequencyLine::SetRange(double lowest, double highest) {
@@ -263,7 +207,7 @@ double FrequencyLine::FrequencyAt(int x) const {
 
 QString FrequencyLine::DetailAt(const QPoint& position) const {
     const FrequencyMark* const nearest = NearestTo(position.x());
-    if (nearest == nullptr) return QString();
+    if (nearest == nullptr) return m_bands.DetailAt(invTransform(xBottom, position.x()) * Megahertz);
     QStringList details;
     for (const FrequencyMark& mark : m_marks)
         if (mark.hz == nearest->hz) details += mark.detail;

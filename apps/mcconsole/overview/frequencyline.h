@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcconsole/overview/drawnmark.h>
+#include <apps/mcconsole/overview/frequencybands.h>
 #include <apps/mcconsole/overview/frequencymark.h>
 
 #include <qwt_plot.h>
@@ -10,9 +12,6 @@
 #include <memory>
 #include <optional>
 #include <vector>
-
-class QwtPlotMarker;
-class QwtPlotZoneItem;
 
 /// Who is where on the line of all frequencies. The wheel zooms around the pointer, dragging moves, Home
 /// shows all; a click is somebody's wish for a frequency. GUI thread.
@@ -25,6 +24,8 @@ class FrequencyLine : public QwtPlot {
 
     /// In the order of their importance: where labels do not all fit, the first ones are seen.
     void ShowMarks(std::vector<FrequencyMark> marks);
+    /// What lies behind the marks.
+    void ShowBands(std::vector<FrequencyBand> bands);
     /// All that there is, from now on also what comes.
     void ShowAll();
     /// \a factor is how much of what is seen is seen then, around \a mhz.
@@ -50,9 +51,7 @@ class FrequencyLine : public QwtPlot {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    struct Drawn;
-
-    void BuildDrawn();
+    void ShowOther();
     void PlaceLabels();
     void ShowColours();
     void Fit();
@@ -63,7 +62,8 @@ class FrequencyLine : public QwtPlot {
     QString Summary() const;
 
     std::vector<FrequencyMark> m_marks;
-    std::vector<std::unique_ptr<Drawn>> m_drawn;
+    std::vector<std::unique_ptr<DrawnMark>> m_drawn;
+    FrequencyBands m_bands;
     bool m_showsAll = true;
     std::optional<QPoint> m_pressed;  ///< where, while a button is down
 };

@@ -22,6 +22,7 @@ using EFact = ServerFacts::EFact;
 constexpr std::size_t MostMarks = 500;  // more are not told apart on any screen
 constexpr int MaxMarkLabel = 24;        // characters
 constexpr int MaxMarkDetail = 120;
+constexpr double HighestShownHertz = 30e9;  // no receiver is tuned beyond
 
 QString MarkText(const char* text) {
     return QCoreApplication::translate("Marks", text);
@@ -146,4 +147,28 @@ std::vector<FrequencyMark> marks::Make(const std::vector<FrequencyUsers::User>& 
         return std::make_pair(rank(one), one.hz) < std::make_pair(rank(other), other.hz);
     });
     return all;
+}
+
+std::vector<FrequencyBand> marks::MakeBands(const Situation& situation, const Tuning& tuning) {
+    std::vector<FrequencyBand> bands;
+    const ServerFacts& facts = situation.GetFacts();
+    const double from = facts.Number(EFact::MasterRangeFrom).value_or(0);
+    const double to = facts.Number(EFact::MasterRangeTo).value_or(0);
+    const QString master =
+        valuetext::Shortened(facts.Text(EFact::MasterName).value_or(QString()), MaxMarkDetail);
+    if (to > from && !master.isEmpty())
+        bands.push_back({FrequencyBand::EKind::Master, from, to,
+                         MarkText(QT_TRANSLATE_NOOP("Marks", "range of the master")),
+                         MarkText(QT_TRANSLATE_NOOP("Marks",
+                                                    "%1 to %2: received by the job master, %3; who may read "
+                                                    "from it needs no channel there"))
+                             .arg(judgement::Frequency(from), judgement::Frequency(to), master)});
+    if (!tuning.HasRange()) return bands;
+    const QString label = MarkText(QT_TRANSLATE_NOOP("Marks", "outside the device's range"));
+    const QString detail =
+        MarkText(QT_TRANSLATE_NOOP("Marks", "The device can be tuned from %1 to %2"))
+            .arg(judgement::Frequency(tuning.GetLowest()), judgement::Frequency(tuning.GetHighest()));
+    bands.push_back({FrequencyBand::EKind::Outside, 0, tuning.GetLowest(), label, detail});
+    bands.push_back({FrequencyBand::EKind::Outside, tuning.GetHighest(), HighestShownHertz, label, detail});
+    return bands;
 }

@@ -223,6 +223,7 @@ void OverviewPage::ShowMarksSoon() {
 }
 
 void OverviewPage::ShowMarks() {
+    m_line->ShowBands(marks::MakeBands(m_situation, m_tuning));
     m_line->ShowMarks(marks::Make(m_users->Find(), m_situation, m_tuning));
 }
 

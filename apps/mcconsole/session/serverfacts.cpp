@@ -28,6 +28,8 @@ constexpr Place Places[] = {
     {EFact::DeviceName,              false, "/Config/DeviceName"},
     {EFact::MasterName,              false, "/Status/Master/Name"},
     {EFact::MasterSince,             false, "/Status/Master/Since"},
+    {EFact::MasterRangeFrom,         false, "/Status/Master/RangeFrom"},
+    {EFact::MasterRangeTo,           false, "/Status/Master/RangeTo"},
     {EFact::ModuleCount,             false, "/Status/Suppression/ModuleCount"},
     {EFact::AnsweringModules,        false, "/Status/Suppression/AnsweringModules"},
     {EFact::KeyedFrequencies,        false, "/Status/Suppression/KeyedFrequencies"},

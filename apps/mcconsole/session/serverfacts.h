@@ -24,6 +24,8 @@ class ServerFacts : private PathBinding::IListener {
         DeviceName,
         MasterName,
         MasterSince,
+        MasterRangeFrom,
+        MasterRangeTo,
         ModuleCount,
         AnsweringModules,
         KeyedFrequencies,

@@ -64,7 +64,9 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     FrequencyText GetWanted() const;
     /// What the MpxORV is tuned to, in Hz; none if it is not.
     std::optional<double> GetActual() const;
-    /// What the device can be tuned to, in Hz; all numbers where nobody says so.
+    /// Whether the server says what the device can be tuned to.
+    bool HasRange() const;
+    /// That, in Hz; all numbers where nobody says so.
     double GetLowest() const;
     double GetHighest() const;
     /// Whether the device can be tuned to \a hz, as far as the server tells.
@@ -95,7 +97,6 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     void Conclude(EState outcome, const QString& reason);
     EState StateOfEntry() const;
     EState StateOfRequest(double wanted) const;
-    bool HasRange() const;
     void Follow();
     Frequency* GetValue() const;
 

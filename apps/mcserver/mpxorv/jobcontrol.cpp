@@ -345,6 +345,7 @@ void JobControl::ShowStatus(MpxOrv& mpxOrv) {
     if (isTuned) parts << QStringLiteral("FFM %1").arg(FrequencyText(tuning->second.hz));
     MCSMpxORVStatus& status = mpxOrv.GetStatus();
     mpxOrv.GetFacts().ShowTuned(isTuned ? tuning->second.hz : 0.0, m_clock);
+    if (isMaster) m_masterFacts.ShowRange(isTuned ? tuning->second.hz : 0.0, m_device.GetBandwidth());
     Set(status.GetIsMasterValue(), isMaster);
     Set(status.GetIsWatchingMasterValue(), isTuned && !tuning->second.hasChannel);
     Set(status.GetOperationTypeValue(),

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <qwt_plot_marker.h>
+#include <qwt_plot_zoneitem.h>
 
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
@@ -21,9 +22,11 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QToolButton>
 
+#include <algorithm>
 #include <set>
 
 using namespace std::chrono_literals;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -242,7 +245,43 @@ TEST_F(OverviewPageTest, TellsOfTransmittersByWordAndByWho) {
     EXPECT_THAT(Labels(), ElementsAre("not supervised", "keyed"));
     EXPECT_EQ(DetailAt(118.4e6), "118.4 MHz: not supervised\nNorth, Tower 1: no answer");
     EXPECT_EQ(DetailAt(121.5e6), "121.5 MHz: keyed");
-    EXPECT_EQ(Line()->itemList(QwtPlotItem::Rtti_PlotZone).size(), 2);
+    const QwtPlotItemList zones = Line()->itemList(QwtPlotItem::Rtti_PlotZone);
+    EXPECT_EQ(std::count_if(zones.begin(), zones.end(),
+                            [](const QwtPlotItem* zone) {
+                                const QwtInterval there =
+                                    static_cast<const QwtPlotZoneItem*>(zone)->interval();
+                                return there.minValue() > 100 && there.maxValue() < 200;
+                            }),
+              2);
+}
+
+TEST_F(OverviewPageTest, ShowsWhatTheMasterReceives) {
+    MakeUser("Tower", 127.5e6, true);
+    server.Text("Status/Master/Name", "Tower");
+    server.Number("Status/Master/RangeFrom", 117.5e6);
+    server.Number("Status/Master/RangeTo", 137.5e6);
+    Settle();
+    const QwtInterval seen = Line()->axisInterval(QwtPlot::xBottom);
+    EXPECT_TRUE(seen.contains(117.5) && seen.contains(137.5)) << "all of it is seen";
+    EXPECT_THAT(Labels(), Contains("range of the master"));
+    EXPECT_EQ(DetailAt(120e6),
+              "117.5 MHz to 137.5 MHz: received by the job master, Tower; who may read from it "
+              "needs no channel there");
+    EXPECT_EQ(DetailAt(138e6), "");
+    EXPECT_THAT(Line()->accessibleDescription().toStdString(),
+                HasSubstr("received by the job master, Tower"));
+    server.Text("Status/Master/Name", "");
+    server.Number("Status/Master/RangeFrom", 0);
+    server.Number("Status/Master/RangeTo", 0);
+    Settle();
+    EXPECT_EQ(DetailAt(120e6), "");
+}
+
+TEST_F(OverviewPageTest, ShowsWhatTheDeviceCannotBeTunedTo) {
+    Line()->Zoom(1e6, 100);  // all that there is
+    EXPECT_THAT(Labels(), Contains("outside the device's range"));
+    EXPECT_EQ(DetailAt(12e9), "The device can be tuned from 0.3 MHz to 3000 MHz");
+    EXPECT_EQ(DetailAt(2.5e9), "");
 }
 
 TEST_F(OverviewPageTest, TakesAFrequencyFromTheLineIntoTheFieldWithoutSendingIt) {

@@ -7,6 +7,8 @@
 #include <tests/apps/mcserver/requestsfixture.h>
 #include <tests/support/recordingobserver.h>
 
+#include <utility>
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -19,6 +21,10 @@ class MpxOrvFactsTest : public RequestsTest {
     QString SwitchedBy() { return Text(Dynamic(m_name, QStringLiteral("Status/BlankingSwitchedBy"))); }
     QString SwitchedSince() { return Text(Dynamic(m_name, QStringLiteral("Status/BlankingSwitchedSince"))); }
     static QString Master() { return StatusText(QStringLiteral("Master/Name")); }
+    static std::pair<double, double> MasterRange() {
+        const QString path = QStringLiteral("/MultiChannelServer/Status/Master/Range");
+        return {Number(path + QLatin1String("From")), Number(path + QLatin1String("To"))};
+    }
     static QString MasterSince() { return StatusText(QStringLiteral("Master/Since")); }
 
     static constexpr const char* Ready = "2026-11-22T14:03:22.500Z";  // when it was made, after the boot
@@ -95,8 +101,29 @@ TEST_F(MpxOrvFactsTest, TheMasterHasItsNameAndItsMomentInTheStatus) {
 
 TEST_F(MpxOrvFactsTest, AMasterThatGoesIsMasterNoMore) {
     Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    Tune(m_peer, m_name, 145e6);
     Disconnect(m_peer);
     EXPECT_EQ(Master(), QString());
+    EXPECT_EQ(MasterRange(), std::make_pair(0.0, 0.0));
+}
+
+TEST_F(MpxOrvFactsTest, WhatTheMasterReceivesIsTheDevicesBandwidthAroundItsFrequency) {
+    const auto none = std::make_pair(0.0, 0.0);
+    Tune(m_peer, m_name, 145e6);
+    EXPECT_EQ(MasterRange(), none) << "who is no master has none";
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    EXPECT_EQ(MasterRange(), std::make_pair(135e6, 155e6));
+    Tune(m_peer, m_name, 1e6);
+    EXPECT_EQ(MasterRange(), std::make_pair(3e5, 11e6)) << "what the device cannot be tuned to is left out";
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    EXPECT_EQ(MasterRange(), none);
+}
+
+TEST_F(MpxOrvFactsTest, AMasterThatLosesItsFrequencyReceivesNothing) {
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    Tune(m_peer, m_name, 145e6);
+    Set(QStringLiteral("/MultiChannelServer/Command/ShallBeConnected"), false);
+    EXPECT_EQ(MasterRange(), std::make_pair(0.0, 0.0));
 }
 
 TEST_F(MpxOrvFactsTest, WhyItsClientsMayNotSwitchItsPoliciesIsToldBeforehand) {
