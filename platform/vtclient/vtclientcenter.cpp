@@ -85,21 +85,27 @@ void VtClientCenter::SetOptions(const VtClientOptions& options) {
 }
 
 bool VtClientCenter::RegisterScheme(const QString& scheme, VtConnectorMaker maker) {
+    return RegisterScheme(scheme, std::move(maker), EAddress::Host);
+}
+
+bool VtClientCenter::RegisterScheme(const QString& scheme, VtConnectorMaker maker, EAddress address) {
     if (!maker || !IsScheme(scheme)) return false;
-    return m_schemes.emplace(scheme, std::move(maker)).second;
+    return m_schemes.emplace(scheme, Scheme{std::move(maker), address}).second;
 }
 
 IVtClient* VtClientCenter::CreateVtClient(const char* address, int port) {
     const QString text = QString::fromLatin1(address);
     Address parts = Split(text);
     const auto scheme = m_schemes.find(parts.scheme);
-    QString problem = scheme == m_schemes.end()
-                          ? QStringLiteral("'%1' is no scheme of servers").arg(parts.scheme)
-                          : CheckHost(&parts.host);
+    QString problem;
+    if (scheme == m_schemes.end())
+        problem = QStringLiteral("'%1' is no scheme of servers").arg(parts.scheme);
+    else if (scheme->second.address == EAddress::Host)
+        problem = CheckHost(&parts.host);
     if (problem.isEmpty() && (port < 1 || port > 65535)) problem = QStringLiteral("ports are 1 to 65535");
     if (problem.isEmpty() && m_isEnding) problem = QStringLiteral("the application ends");
     std::unique_ptr<vt::IConnector> connector;
-    if (problem.isEmpty()) connector = scheme->second(parts.host, port, m_options, &problem);
+    if (problem.isEmpty()) connector = scheme->second.maker(parts.host, port, m_options, &problem);
     if (connector == nullptr) {
         TraceRefusal(text, port, problem);
         return nullptr;

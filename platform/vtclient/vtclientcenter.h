@@ -51,10 +51,15 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     void SetOptions(const VtClientOptions& options);
     const VtClientOptions& GetOptions() const { return m_options; }
 
+    /// What stands behind a scheme: a host, which is checked before the maker sees it and comes without
+    /// brackets, or something of the maker's own, which it has to check.
+    enum class EAddress { Host, Own };
+
     /// Lets addresses that begin with \a scheme and "://" have connectors from \a maker from now on, which is
     /// how another transport than TCP and TLS comes in. \return false if the scheme is known already, or is
     /// none: lower-case letters and digits, a letter first.
     bool RegisterScheme(const QString& scheme, VtConnectorMaker maker);
+    bool RegisterScheme(const QString& scheme, VtConnectorMaker maker, EAddress address);
 
     /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed),
     /// "mcss://" (TLS) or another registered scheme in front. The text is Latin-1; a name beyond that has an
@@ -70,10 +75,15 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     VtClientCenter();
     ~VtClientCenter();
 
+    struct Scheme {
+        VtConnectorMaker maker;
+        EAddress address;
+    };
+
     void EndAll();
 
     VtClientOptions m_options;
-    std::map<QString, VtConnectorMaker> m_schemes;
+    std::map<QString, Scheme> m_schemes;
     std::vector<std::unique_ptr<vt::VtClient>> m_clients;
     std::optional<ApplicationEnd> m_applicationEnd;  ///< since the first client that it ends
     bool m_isEnding = false;

@@ -8,8 +8,6 @@
 #include <tests/platform/vtclient/memorychannel.h>
 #include <tests/support/waituntil.h>
 
-ChannelPair::~ChannelPair() = default;
-
 namespace {
 
 class MemoryPair final : public ChannelPair {

@@ -9,7 +9,7 @@
 /// The two ends of one connection over some transport, and how to let its bytes move.
 class ChannelPair {
   public:
-    virtual ~ChannelPair();
+    virtual ~ChannelPair() = default;
     ChannelPair(const ChannelPair&) = delete;
     ChannelPair& operator=(const ChannelPair&) = delete;
 
@@ -25,10 +25,20 @@ class ChannelPair {
     ChannelPair() = default;
 };
 
+/// What an end has to say of the other one.
+struct ExpectedPeer {
+    bool isLoopback = true;
+    bool isEncrypted = false;
+    const char* certificateName = "";
+};
+
 /// A transport by name, and how a connection over it is made; null if that failed.
 struct Transport {
     const char* name;
     std::unique_ptr<ChannelPair> (*connect)();
+    QString (*obstacle)() = nullptr;  ///< asked first: why it cannot be tested here; empty if it can
+    ExpectedPeer atClient = {};
+    ExpectedPeer atServer = {};
 };
 
 std::unique_ptr<ChannelPair> ConnectInMemory();

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/nats/natsstation.h>
+
+#include <platform/nats/session/natslistener.h>
+#include <platform/nats/session/stationclaim.h>
+#include <platform/vtclient/vtserver.h>
+
+#include <utility>
+
+namespace nats {
+
+/// What goes with one station.
+class NatsStation::Works {
+  public:
+    Works(VtServer& server, std::shared_ptr<INatsBus> bus, QString station, const Description& description,
+          Handler onState)
+        : m_server(server),
+          m_bus(std::move(bus)),
+          m_station(std::move(station)),
+          m_onState(std::move(onState)),
+          m_claim(m_bus, m_station, description.name, description.version,
+                  [this](EState state, const QString& reason) { OnState(state, reason); }) {}
+
+    void Start() { m_claim.Start(); }
+
+  private:
+    void OnState(EState state, const QString& reason) {
+        if (state != EState::Offering) m_listener.reset();
+        if (state == EState::Offering && !m_listener)
+            m_listener = std::make_unique<NatsListener>(
+                m_bus, m_station, m_claim.Instance(),
+                [this](std::unique_ptr<vt::IChannel> channel) { m_server.Serve(std::move(channel)); });
+        m_onState(state, reason);
+    }
+
+    VtServer& m_server;
+    const std::shared_ptr<INatsBus> m_bus;
+    const QString m_station;
+    const Handler m_onState;
+    StationClaim m_claim;
+    std::unique_ptr<NatsListener> m_listener;
+};
+
+NatsStation::NatsStation(VtServer& server, std::shared_ptr<INatsBus> bus, const QString& station,
+                         const Description& description, Handler onState)
+    : m_works(std::make_unique<Works>(server, std::move(bus), station, description, std::move(onState))) {}
+
+NatsStation::~NatsStation() = default;
+
+void NatsStation::Start() {
+    m_works->Start();
+}
+
+}  // namespace nats

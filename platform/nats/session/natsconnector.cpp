@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/nats/session/natsconnector.h>
+
+#include <platform/nats/session/natschannel.h>
+#include <platform/nats/session/natssession.h>
+#include <platform/nats/session/presence.h>
+
+#include <QtCore/QTimer>
+
+#include <utility>
+
+namespace nats {
+
+NatsConnector::NatsConnector(BusMaker makeBus, const QString& station, QByteArray who)
+    : m_makeBus(std::move(makeBus)), m_station(station), m_subjects(station), m_who(std::move(who)) {}
+
+NatsConnector::~NatsConnector() {
+    Abort();
+}
+
+void NatsConnector::Connect() {
+    Abort();
+    QString problem;
+    m_bus = m_makeBus(&problem);
+    if (m_bus == nullptr) {
+        QTimer::singleShot(0, this, [this, problem] { Fail(problem); });
+        return;
+    }
+    m_bus->AddListener(this);
+    m_bus->Open(false);
+}
+
+void NatsConnector::Abort() {
+    if (m_route) m_route->connector = nullptr;
+    m_route.reset();
+    if (m_bus) m_bus->RemoveListener(this);
+    m_bus.reset();
+}
+
+void NatsConnector::Fail(const QString& reason) {
+    Abort();
+    if (m_listener != nullptr) m_listener->OnConnectFailed(reason);
+}
+
+void NatsConnector::OnNatsState(INatsBus::EState state, const QString& reason) {
+    // The bus calls us: it goes when it has done that.
+    const std::shared_ptr<INatsBus> bus = m_bus;
+    QTimer::singleShot(0, this, [bus] {});
+    if (state == INatsBus::EState::Open) return Knock();
+    Fail(reason);
+}
+
+void NatsConnector::OnNatsComplaint(const QString& complaint) {
+    const std::shared_ptr<INatsBus> bus = m_bus;
+    QTimer::singleShot(0, this, [bus] {});
+    Fail(QStringLiteral("NATS refuses: %1").arg(complaint));
+}
+
+void NatsConnector::OnNatsUnheard(quint64 watch) {
+    if (watch != KnockWatch) return;
+    const std::shared_ptr<INatsBus> bus = m_bus;
+    QTimer::singleShot(0, this, [bus] {});
+    Fail(QStringLiteral("nobody offers the station '%1' at NATS").arg(m_station));
+}
+
+void NatsConnector::Knock() {
+    m_name = SessionName::Draw(m_who);
+    m_route = std::make_shared<Route>();
+    m_route->connector = this;
+    m_bus->Subscribe(m_subjects.Down(m_name),
+                     [route = m_route](const NatsMessage& message) { Deliver(*route, message); });
+    m_bus->Subscribe(m_subjects.Here(),
+                     [route = m_route](const NatsMessage& message) { LookForRestart(*route, message); });
+    const QByteArray head = Packet{Packet::EKind::Open, 0, 0, {}}.Head();
+    const QByteArray body = Greeting{Packet::Version, NatsSession::Window, 0}.Write();
+    m_bus->Publish(m_subjects.Up(m_name), {head.constData(), static_cast<std::size_t>(head.size())},
+                   {body.constData(), static_cast<std::size_t>(body.size())}, KnockWatch);
+    m_bus->Flush();
+}
+
+void NatsConnector::Deliver(Route& route, const NatsMessage& message) {
+    const std::optional<Packet> packet = Packet::Read(message.data);
+    if (!packet) return;
+    if (const std::shared_ptr<NatsSession> session = route.session.lock()) return session->OnPacket(*packet);
+    if (route.connector != nullptr) route.connector->OnPacket(*packet);
+}
+
+// Whoever offers the station since knows nothing of this session.
+void NatsConnector::LookForRestart(Route& route, const NatsMessage& message) {
+    const std::shared_ptr<NatsSession> session = route.session.lock();
+    const std::optional<Presence> presence = Presence::Read(message.data);
+    if (session && presence && presence->instance != route.instance)
+        session->Lose(QStringLiteral("the server was restarted"));
+}
+
+void NatsConnector::OnPacket(const Packet& packet) {
+    const std::shared_ptr<INatsBus> bus = m_bus;
+    QTimer::singleShot(0, this, [bus] {});
+    if (packet.kind == Packet::EKind::Refuse)
+        return Fail(QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(200));
+    const std::optional<Greeting> greeting = Greeting::Read(packet.body);
+    if (packet.kind == Packet::EKind::Accept && greeting) Accept(*greeting);
+}
+
+void NatsConnector::Accept(const Greeting& greeting) {
+    if (greeting.version != Packet::Version)
+        return Fail(QStringLiteral("the station speaks version %1 of the session over NATS, not %2")
+                        .arg(greeting.version)
+                        .arg(Packet::Version));
+    const auto session = std::make_shared<NatsSession>(m_bus, m_subjects.Up(m_name), greeting);
+    m_route->session = session;
+    m_route->instance = greeting.instance;
+    // The client can judge its own part of the way, no more.
+    const NatsChannel::Peer peer{QStringLiteral("%1/%2").arg(m_bus->ServerAddress(), m_station),
+                                 m_bus->IsLoopback(), m_bus->IsEncrypted()};
+    Abort();
+    auto channel = std::make_unique<NatsChannel>(session, peer);
+    if (m_listener != nullptr) m_listener->OnConnected(std::move(channel));
+}
+
+}  // namespace nats

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/nats/inatsbus.h>
+#include <platform/nats/session/packet.h>
+#include <platform/nats/session/subjects.h>
+#include <platform/vtclient/ichannel.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace nats {
+
+class NatsSession;
+
+/// Takes the sessions that clients begin with a station, and hands them on as channels. Main thread.
+class NatsListener final : public QObject {
+  public:
+    using Handler = std::function<void(std::unique_ptr<vt::IChannel>)>;
+
+    /// \a instance is this start of the server.
+    NatsListener(std::shared_ptr<INatsBus> bus, const QString& station, quint64 instance, Handler handler);
+    /// The sessions go on.
+    ~NatsListener() override;
+
+    int CountSessions() const { return m_sessions.size(); }
+
+  private:
+    void OnMessage(const NatsMessage& message);
+    void OnStranger(const SessionName& name, const Packet& packet);
+    void Begin(const SessionName& name, const Greeting& greeting);
+    void Refuse(const SessionName& name, const QString& reason);
+    void Complain(const QByteArray& who, const QString& complaint) const;
+
+    static constexpr int MaxRefusals = 100;  ///< a second: who is told nothing finds out by himself
+    static constexpr quint32 LeastWindow = 4096;
+
+    const std::shared_ptr<INatsBus> m_bus;
+    const Subjects m_subjects;
+    const quint64 m_instance;
+    const Handler m_handler;
+    const int m_subscription;
+    QHash<QByteArray, std::weak_ptr<NatsSession>> m_sessions;
+    int m_refusals = 0;  ///< within this second
+    QTimer m_second;
+};
+
+}  // namespace nats

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/nats/session/natssession.h>
+
+#include <platform/nats/session/lingeringsessions.h>
+#include <platform/vtclient/ichannel.h>
+
+#include <QtCore/QDeadlineTimer>
+
+#include <algorithm>
+#include <utility>
+
+namespace nats {
+
+namespace {
+
+constexpr std::chrono::milliseconds SessionTurn(4);  // then others have theirs
+constexpr quint64 TellAfter = NatsSession::Window / 4;
+
+quint64 NextWatch() {
+    static quint64 last = 0;
+    return ++last;
+}
+
+}  // namespace
+
+NatsSession::NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting)
+    : m_bus(std::move(bus)), m_peer(std::move(peer)), m_peerWindow(greeting.window), m_watch(NextWatch()) {
+    m_again.setSingleShot(true);
+    connect(&m_again, &QTimer::timeout, this, &NatsSession::ReadOn);
+    m_bus->AddListener(this);
+}
+
+NatsSession::~NatsSession() {
+    m_bus->RemoveListener(this);
+}
+
+// Receiving
+// --------------------------------------------------------------------------------------------------
+
+void NatsSession::OnPacket(const Packet& packet) {
+    const auto self = shared_from_this();
+    if (m_isGone || !TakeNumber(packet) || !TakeCredit(packet)) return;
+    switch (packet.kind) {
+        case Packet::EKind::Data:
+            TakeData(packet.body);
+            break;
+        case Packet::EKind::End:
+            m_hasEnded = true;
+            SendHead(Packet::EKind::Ended);
+            m_bus->Flush();
+            if (!m_isOpen) return BeGone();
+            ReadOn();
+            break;
+        case Packet::EKind::Ended:
+            if (m_isEndSent) BeGone();
+            break;
+        case Packet::EKind::Refuse:
+            Lose(QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(200));
+            break;
+        case Packet::EKind::Open:
+        case Packet::EKind::Accept:
+        case Packet::EKind::Credit:
+            break;
+    }
+    if (!m_isGone) SendOn();
+}
+
+bool NatsSession::TakeNumber(const Packet& packet) {
+    if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::End) return true;
+    const quint64 due = m_lastReceived + 1;
+    if (packet.number == due) {
+        m_lastReceived = due;
+        return true;
+    }
+    Lose(packet.number < due ? QStringLiteral("a message came twice over NATS (number %1)").arg(packet.number)
+                             : QStringLiteral("a message was lost over NATS (number %1 came, %2 was due)")
+                                   .arg(packet.number)
+                                   .arg(due));
+    return false;
+}
+
+bool NatsSession::TakeCredit(const Packet& packet) {
+    if (packet.kind == Packet::EKind::Refuse) return true;
+    if (packet.consumed > m_sent) {
+        Lose(QStringLiteral("the peer acknowledges what was not sent over NATS"));
+        return false;
+    }
+    m_peerConsumed = std::max(m_peerConsumed, packet.consumed);
+    return true;
+}
+
+void NatsSession::TakeData(std::string_view body) {
+    m_received += body.size();
+    if (m_received - m_told > Window)
+        return Lose(QStringLiteral("the peer sends more than it may over NATS"));
+    if (!m_isOpen || m_isDeaf) return Acknowledge(true);  // nobody reads it any more
+    if (m_isReading) {
+        m_later.append(body);
+        return;
+    }
+    m_in.Append(body);
+    if (!m_again.isActive()) ReadOn();
+}
+
+void NatsSession::SetListener(vt::IChannelListener* listener) {
+    m_listener = listener;
+    // What came before there was somebody to read it, and what the end left.
+    if (listener != nullptr) m_again.start(0);
+}
+
+// Everything that is there, but for no longer than a turn.
+void NatsSession::ReadOn() {
+    if (m_isReading || m_isDeaf || !m_isOpen || m_listener == nullptr) return;
+    const auto self = shared_from_this();
+    m_isReading = true;
+    bool isPaused = false;
+    GiveFrames(&isPaused);
+    m_isReading = false;
+    m_in.Tidy();
+    if (!m_later.empty()) {
+        m_in.Append(std::exchange(m_later, std::string()));
+        isPaused = true;
+    }
+    if (m_isOpen && isPaused) m_again.start(0);
+    Acknowledge(!isPaused);
+    if (m_listener != nullptr) m_listener->OnInputDone();
+    // What came before the end was given.
+    if (m_isOpen && m_hasEnded && !isPaused) Fail(QStringLiteral("the peer closed the connection"));
+}
+
+bool NatsSession::GiveFrames(bool* isPaused) {
+    const QDeadlineTimer turn(SessionTurn, Qt::PreciseTimer);
+    quint32 length = 0;
+    while (m_isOpen && !m_isDeaf && m_listener != nullptr && m_in.GetLength(&length)) {
+        if (turn.hasExpired()) {
+            *isPaused = true;
+            return true;
+        }
+        if (length > m_maxMessage || length > MaxMessage) {
+            Refuse(length);
+            return false;
+        }
+        if (!m_in.HasFrame()) return true;
+        const std::string_view frame = m_in.TakeFrame();
+        m_listener->OnMessage(frame.data(), static_cast<qint64>(frame.size()));
+    }
+    return m_isOpen;
+}
+
+// A message that is not complete is not held against the peer: it is bounded, and what is missing has to
+// come.
+void NatsSession::Acknowledge(bool isAllTaken) {
+    const quint64 waiting = isAllTaken ? 0 : m_in.Size();
+    m_consumed = std::max(m_consumed, m_received - waiting);
+    if (m_consumed - m_told < TellAfter || m_isGone) return;
+    SendHead(Packet::EKind::Credit);
+    m_bus->Flush();
+}
+
+// The peer speaks the protocol and broke a rule: it may be told so.
+void NatsSession::Refuse(quint32 length) {
+    m_isDeaf = true;
+    m_listener->OnClosed(
+        QStringLiteral("a message of %1 bytes, where %2 are allowed").arg(length).arg(m_maxMessage));
+    Close();
+}
+
+// The end
+// ----------------------------------------------------------------------------------------------------
+
+void NatsSession::Fail(const QString& reason) {
+    if (!m_isOpen) return;
+    const auto self = shared_from_this();
+    m_isOpen = false;
+    BeGone();
+    if (m_listener != nullptr && !m_isDeaf) m_listener->OnClosed(reason);
+}
+
+// What was given to us before is still given.
+void NatsSession::Lose(const QString& reason) {
+    if (!m_isOpen) return BeGone();
+    Fail(reason);
+}
+
+void NatsSession::BeGone() {
+    if (std::exchange(m_isGone, true)) return;
+    const auto self = shared_from_this();
+    m_again.stop();
+    m_out.Clear();
+    LingeringSessions::Instance().Release(self);
+    if (m_onGone) std::exchange(m_onGone, nullptr)();
+}
+
+void NatsSession::Close() {
+    if (!m_isOpen) return;
+    const auto self = shared_from_this();
+    m_isOpen = false;
+    m_again.stop();
+    SendOn();
+    if (m_isGone) return;
+    if (m_hasEnded || m_bus->State() != INatsBus::EState::Open || !LingeringSessions::Instance().Keep(self))
+        BeGone();
+}
+
+void NatsSession::OnNatsState(INatsBus::EState state, const QString& reason) {
+    if (state != INatsBus::EState::Open) Lose(reason);
+}
+
+void NatsSession::OnNatsUnheard(quint64 watch) {
+    if (watch == m_watch) Lose(QStringLiteral("the peer has left NATS"));
+}
+
+// Sending
+// ----------------------------------------------------------------------------------------------------
+
+void NatsSession::Append(std::string_view head, std::string_view middle, std::string_view tail) {
+    if (m_isOpen) m_out.Append(head, middle, tail);
+}
+
+void NatsSession::Flush() {
+    if (m_isOpen) SendOn();
+}
+
+void NatsSession::GiveBackRoom() {
+    if (!m_isReading) m_in.GiveBackRoom();
+    m_out.GiveBackRoom();
+}
+
+void NatsSession::SendOn() {
+    if (m_isGone || m_bus->State() != INatsBus::EState::Open) return;
+    SendData();
+    if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true))
+        SendHead(Packet::EKind::End, ++m_lastSent);
+    m_bus->Flush();
+}
+
+void NatsSession::SendData() {
+    const std::size_t most =
+        std::min<std::size_t>(MaxBody, static_cast<std::size_t>(m_bus->MaxPayload()) - Packet::HeadSize);
+    while (!m_out.IsEmpty() && m_bus->Unsent() < INatsBus::EnoughUnsent) {
+        const quint64 underWay = m_sent - m_peerConsumed;
+        if (underWay >= m_peerWindow) return;
+        const std::size_t size =
+            std::min({m_out.Size(), most, static_cast<std::size_t>(m_peerWindow - underWay)});
+        const Packet packet{Packet::EKind::Data, ++m_lastSent, m_consumed, {}};
+        m_bus->Publish(m_peer, m_out.TakePacket(packet, size), {}, m_watch);
+        m_sent += size;
+        m_told = m_consumed;
+    }
+}
+
+void NatsSession::SendHead(Packet::EKind kind, quint64 number) {
+    const Packet packet{kind, number, m_consumed, {}};
+    const QByteArray head = packet.Head();
+    m_bus->Publish(m_peer, {head.constData(), static_cast<std::size_t>(head.size())}, {},
+                   kind == Packet::EKind::Ended ? 0 : m_watch);
+    m_told = m_consumed;
+}
+
+}  // namespace nats
