@@ -105,7 +105,7 @@
     </message>
     <message>
         <source>Scan</source>
-        <translation>Scan</translation>
+        <translation>Suchlauf</translation>
     </message>
     <message>
         <source>Calibration</source>
@@ -117,7 +117,7 @@
     </message>
     <message>
         <source>Memory Scan</source>
-        <translation>Speicherscan</translation>
+        <translation>Speichersuchlauf</translation>
     </message>
     <message>
         <source>the server ends</source>
@@ -570,6 +570,14 @@
     <message>
         <source>%1, input %2</source>
         <translation>%1, Eingang %2</translation>
+    </message>
+    <message>
+        <source>Job master</source>
+        <translation>Job-Master</translation>
+    </message>
+    <message>
+        <source>FFM %1</source>
+        <translation>FFM auf %1</translation>
     </message>
 </context>
 <context>
@@ -1537,7 +1545,7 @@
     </message>
     <message>
         <source>scan</source>
-        <translation>Scan</translation>
+        <translation>Suchlauf</translation>
     </message>
     <message>
         <source>calibration</source>
@@ -1549,7 +1557,7 @@
     </message>
     <message>
         <source>memory scan</source>
-        <translation>Speicherscan</translation>
+        <translation>Speichersuchlauf</translation>
     </message>
     <message>
         <source>The server does not tell.</source>
@@ -2301,6 +2309,694 @@
     </message>
 </context>
 <context>
+    <name>Problem</name>
+    <message>
+        <source>Connection refused</source>
+        <translation>Verbindung abgelehnt</translation>
+    </message>
+    <message>
+        <source>Connection timed out</source>
+        <translation>keine Antwort innerhalb der Frist</translation>
+    </message>
+    <message>
+        <source>Connection reset by peer</source>
+        <translation>Verbindung von der Gegenstelle abgebrochen</translation>
+    </message>
+    <message>
+        <source>Host not found</source>
+        <translation>Rechner nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Host is down</source>
+        <translation>Rechner ist nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>No route to host</source>
+        <translation>kein Weg zum Rechner</translation>
+    </message>
+    <message>
+        <source>Network is unreachable</source>
+        <translation>Netz nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>Network unreachable</source>
+        <translation>Netz nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>Network operation timed out</source>
+        <translation>keine Antwort des Netzes innerhalb der Frist</translation>
+    </message>
+    <message>
+        <source>Socket operation timed out</source>
+        <translation>keine Antwort innerhalb der Frist</translation>
+    </message>
+    <message>
+        <source>The remote host closed the connection</source>
+        <translation>der andere Rechner hat die Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>Cannot assign requested address</source>
+        <translation>diese Adresse kann nicht benutzt werden</translation>
+    </message>
+    <message>
+        <source>Address family not supported by protocol</source>
+        <translation>diese Art von Adressen gibt es hier nicht</translation>
+    </message>
+    <message>
+        <source>Broken pipe</source>
+        <translation>die Gegenstelle liest nicht mehr</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>keine Berechtigung</translation>
+    </message>
+    <message>
+        <source>Operation not permitted</source>
+        <translation>nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>es gibt keine solche Datei und keinen solchen Ordner</translation>
+    </message>
+    <message>
+        <source>No such device or address</source>
+        <translation>es gibt kein solches Gerät und keine solche Adresse</translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation>kein Ordner</translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation>ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation>die Datei gibt es schon</translation>
+    </message>
+    <message>
+        <source>File too large</source>
+        <translation>die Datei ist zu groß</translation>
+    </message>
+    <message>
+        <source>File name too long</source>
+        <translation>der Dateiname ist zu lang</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>kein Platz mehr auf dem Datenträger</translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation>der zugeteilte Platz ist aufgebraucht</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>der Datenträger kann nur gelesen werden</translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation>Fehler beim Lesen oder Schreiben</translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation>zu viele offene Dateien</translation>
+    </message>
+    <message>
+        <source>is not a file</source>
+        <translation>ist keine Datei</translation>
+    </message>
+    <message>
+        <source>is larger than %1 bytes</source>
+        <translation>ist größer als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>is not UTF-8 text</source>
+        <translation>ist kein Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>Unknown error</source>
+        <translation>unbekannter Fehler</translation>
+    </message>
+    <message>
+        <source>Unknown error %1</source>
+        <translation>unbekannter Fehler %1</translation>
+    </message>
+    <message>
+        <source>disconnected by an operator</source>
+        <translation>von einem Bediener getrennt</translation>
+    </message>
+    <message>
+        <source>no answer yet</source>
+        <translation>noch keine Antwort</translation>
+    </message>
+    <message>
+        <source>the connection was closed</source>
+        <translation>die Verbindung wurde geschlossen</translation>
+    </message>
+    <message>
+        <source>Modbus exception 1: the module does not know this function</source>
+        <translation>Modbus-Ausnahme 1: das Modul kennt diese Funktion nicht</translation>
+    </message>
+    <message>
+        <source>Modbus exception 2: the module does not have these inputs</source>
+        <translation>Modbus-Ausnahme 2: das Modul hat diese Eingänge nicht</translation>
+    </message>
+    <message>
+        <source>Modbus exception 3: the module does not accept this number of inputs</source>
+        <translation>Modbus-Ausnahme 3: das Modul nimmt diese Zahl von Eingängen nicht an</translation>
+    </message>
+    <message>
+        <source>Modbus exception 4: the module has failed</source>
+        <translation>Modbus-Ausnahme 4: das Modul ist ausgefallen</translation>
+    </message>
+    <message>
+        <source>Modbus exception 5: the module needs more time</source>
+        <translation>Modbus-Ausnahme 5: das Modul braucht mehr Zeit</translation>
+    </message>
+    <message>
+        <source>Modbus exception 6: the module is busy</source>
+        <translation>Modbus-Ausnahme 6: das Modul ist beschäftigt</translation>
+    </message>
+    <message>
+        <source>Modbus exception 7: the module cannot do this</source>
+        <translation>Modbus-Ausnahme 7: das Modul kann das nicht</translation>
+    </message>
+    <message>
+        <source>Modbus exception 8: the module&apos;s memory is damaged</source>
+        <translation>Modbus-Ausnahme 8: der Speicher des Moduls ist beschädigt</translation>
+    </message>
+    <message>
+        <source>Modbus exception 10: the gateway has no way to the module</source>
+        <translation>Modbus-Ausnahme 10: das Gateway hat keinen Weg zum Modul</translation>
+    </message>
+    <message>
+        <source>Modbus exception 11: the module behind the gateway does not answer</source>
+        <translation>Modbus-Ausnahme 11: das Modul hinter dem Gateway antwortet nicht</translation>
+    </message>
+    <message>
+        <source>The module&apos;s answer does not fit the request</source>
+        <translation>die Antwort des Moduls passt nicht zur Frage</translation>
+    </message>
+    <message>
+        <source>The module refuses, for an unknown reason</source>
+        <translation>das Modul weigert sich aus unbekanntem Grund</translation>
+    </message>
+    <message>
+        <source>The module sent something that it was not asked for</source>
+        <translation>das Modul hat ungefragt etwas gesendet</translation>
+    </message>
+    <message>
+        <source>Another unit than the module answered</source>
+        <translation>es hat eine andere Einheit als das Modul geantwortet</translation>
+    </message>
+    <message>
+        <source>an IPv4 address has four numbers</source>
+        <translation>eine IPv4-Adresse hat vier Zahlen</translation>
+    </message>
+    <message>
+        <source>no module can have this address</source>
+        <translation>kein Modul kann diese Adresse haben</translation>
+    </message>
+    <message>
+        <source>it has no IP address</source>
+        <translation>es hat keine IP-Adresse</translation>
+    </message>
+    <message>
+        <source>the port does not belong to it</source>
+        <translation>der Port gehört nicht dazu</translation>
+    </message>
+    <message>
+        <source>modules have no IPv6 addresses</source>
+        <translation>Module haben keine IPv6-Adressen</translation>
+    </message>
+    <message>
+        <source>names are not resolved: give the IPv4 address of the module</source>
+        <translation>Namen werden nicht aufgelöst: geben Sie die IPv4-Adresse des Moduls an</translation>
+    </message>
+    <message>
+        <source>the peer closed the connection</source>
+        <translation>die Gegenstelle hat die Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>the peer speaks TLS, this port does not</source>
+        <translation>die Gegenstelle spricht TLS, dieser Port nicht</translation>
+    </message>
+    <message>
+        <source>the peer does not speak this protocol: it begins with &apos;%1&apos;</source>
+        <translation>die Gegenstelle spricht dieses Protokoll nicht: sie beginnt mit „%1“</translation>
+    </message>
+    <message>
+        <source>no connection within %1 ms</source>
+        <translation>keine Verbindung innerhalb von %1 ms</translation>
+    </message>
+    <message>
+        <source>no welcome within %1 ms (does it want TLS?)</source>
+        <translation>keine Begrüßung innerhalb von %1 ms (erwartet der Server TLS?)</translation>
+    </message>
+    <message>
+        <source>no welcome within %1 ms</source>
+        <translation>keine Begrüßung innerhalb von %1 ms</translation>
+    </message>
+    <message>
+        <source>nothing heard for %1 ms</source>
+        <translation>seit %1 ms nichts gehört</translation>
+    </message>
+    <message>
+        <source>nothing acknowledged for %1 s</source>
+        <translation>seit %1 s nichts quittiert</translation>
+    </message>
+    <message>
+        <source>no hello in time</source>
+        <translation>keine Anmeldung in der gegebenen Zeit</translation>
+    </message>
+    <message>
+        <source>malformed message: %1</source>
+        <translation>fehlerhafte Nachricht: %1</translation>
+    </message>
+    <message>
+        <source>the server refuses: %1</source>
+        <translation>der Server weigert sich: %1</translation>
+    </message>
+    <message>
+        <source>the server speaks version %1</source>
+        <translation>der Server spricht Version %1</translation>
+    </message>
+    <message>
+        <source>this server speaks version %1 of the protocol, not %2</source>
+        <translation>dieser Server spricht Version %1 des Protokolls, nicht %2</translation>
+    </message>
+    <message>
+        <source>the server has %1 clients</source>
+        <translation>der Server hat %1 Clients</translation>
+    </message>
+    <message>
+        <source>the server listens elsewhere</source>
+        <translation>der Server wartet jetzt anderswo</translation>
+    </message>
+    <message>
+        <source>too many connections wait for their hello</source>
+        <translation>zu viele Verbindungen warten auf ihre Anmeldung</translation>
+    </message>
+    <message>
+        <source>the client sends but does not read</source>
+        <translation>der Client sendet, aber liest nicht</translation>
+    </message>
+    <message>
+        <source>the server&apos;s certificate: %1</source>
+        <translation>das Zertifikat des Servers: %1</translation>
+    </message>
+    <message>
+        <source>TLS failed (does the server speak TLS?): %1</source>
+        <translation>TLS ist gescheitert (spricht der Server TLS?): %1</translation>
+    </message>
+    <message>
+        <source>TLS is not available: Qt finds no OpenSSL library</source>
+        <translation>TLS ist nicht verfügbar: Qt findet keine OpenSSL-Bibliothek</translation>
+    </message>
+    <message>
+        <source>The token is not sent to %1: the connection is not encrypted</source>
+        <translation>Das Token wird nicht an %1 gesendet: die Verbindung ist nicht verschlüsselt</translation>
+    </message>
+    <message>
+        <source>cannot read &apos;%1&apos;: %2</source>
+        <translation>„%1“ kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>the certificate &apos;%1&apos; expired on %2</source>
+        <translation>das Zertifikat „%1“ ist am %2 abgelaufen</translation>
+    </message>
+    <message>
+        <source>the certificate &apos;%1&apos; holds from %2 on only</source>
+        <translation>das Zertifikat „%1“ gilt erst ab %2</translation>
+    </message>
+    <message>
+        <source>there is no connection to the server</source>
+        <translation>es gibt keine Verbindung zum Server</translation>
+    </message>
+    <message>
+        <source>the server&apos;s content has not arrived yet</source>
+        <translation>der Inhalt des Servers ist noch nicht angekommen</translation>
+    </message>
+    <message>
+        <source>the connection was lost before the server answered</source>
+        <translation>die Verbindung ging verloren, bevor der Server antwortete</translation>
+    </message>
+    <message>
+        <source>the server does not say why</source>
+        <translation>der Server sagt nicht, warum</translation>
+    </message>
+    <message>
+        <source>the content is too large to be sent</source>
+        <translation>der Inhalt ist zu groß zum Senden</translation>
+    </message>
+    <message>
+        <source>it is too large to be sent</source>
+        <translation>es ist zu groß zum Senden</translation>
+    </message>
+    <message>
+        <source>the item has gone</source>
+        <translation>das gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>the subscription has ended</source>
+        <translation>das wird nicht mehr gezeigt</translation>
+    </message>
+    <message>
+        <source>the selection has no item with this key</source>
+        <translation>in der Auswahl gibt es das nicht</translation>
+    </message>
+    <message>
+        <source>a text has at most %1 characters here, this one has %2</source>
+        <translation>ein Text hat hier höchstens %1 Zeichen, dieser hat %2</translation>
+    </message>
+    <message>
+        <source>a list has at most %1 numbers, this one has %2</source>
+        <translation>eine Liste hat höchstens %1 Zahlen, diese hat %2</translation>
+    </message>
+    <message>
+        <source>the path is too deep, or the name too long</source>
+        <translation>der Pfad ist zu tief oder der Name zu lang</translation>
+    </message>
+    <message>
+        <source>a value stands in the way</source>
+        <translation>ein Wert steht im Weg</translation>
+    </message>
+</context>
+<context>
+    <name>QtTexts</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>&amp;Öffnen</translation>
+    </message>
+    <message>
+        <source>Show Details...</source>
+        <translation>Einzelheiten zeigen...</translation>
+    </message>
+    <message>
+        <source>Hide Details...</source>
+        <translation>Einzelheiten verbergen...</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>Alles au&amp;swählen</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Mehr</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>&amp;Weniger</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>&amp;Adresse kopieren</translation>
+    </message>
+    <message>
+        <source>Look in:</source>
+        <translation>Suchen in:</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>File &amp;name:</source>
+        <translation>Datei&amp;name:</translation>
+    </message>
+    <message>
+        <source>File name:</source>
+        <translation>Dateiname:</translation>
+    </message>
+    <message>
+        <source>Files of type:</source>
+        <translation>Dateien der Art:</translation>
+    </message>
+    <message>
+        <source>Directory:</source>
+        <translation>Ordner:</translation>
+    </message>
+    <message>
+        <source>&amp;Choose</source>
+        <translation>&amp;Wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>&amp;Umbenennen</translation>
+    </message>
+    <message>
+        <source>Show &amp;hidden files</source>
+        <translation>&amp;Versteckte Dateien zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;New Folder</source>
+        <translation>&amp;Neuer Ordner</translation>
+    </message>
+    <message>
+        <source>New Folder</source>
+        <translation>Neuer Ordner</translation>
+    </message>
+    <message>
+        <source>Create New Folder</source>
+        <translation>Neuen Ordner anlegen</translation>
+    </message>
+    <message>
+        <source>Create a New Folder</source>
+        <translation>Einen neuen Ordner anlegen</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Zurückgehen</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>Go forward</source>
+        <translation>Vorgehen</translation>
+    </message>
+    <message>
+        <source>Parent Directory</source>
+        <translation>Übergeordneter Ordner</translation>
+    </message>
+    <message>
+        <source>Go to the parent directory</source>
+        <translation>Zum übergeordneten Ordner gehen</translation>
+    </message>
+    <message>
+        <source>List View</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Change to list view mode</source>
+        <translation>Als Liste zeigen</translation>
+    </message>
+    <message>
+        <source>Detail View</source>
+        <translation>Einzelheiten</translation>
+    </message>
+    <message>
+        <source>Change to detail view mode</source>
+        <translation>Mit Einzelheiten zeigen</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Date Modified</source>
+        <translation>Geändert am</translation>
+    </message>
+    <message>
+        <source>All Files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>Computer</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 gibt es schon.
+Soll die Datei ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>%1
+File not found.
+Please verify the correct file name was given.</source>
+        <translation>%1
+Die Datei ist nicht zu finden.
+Bitte prüfen Sie den Namen.</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Enter</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Rückschritt</translation>
+    </message>
+    <message>
+        <source>Ins</source>
+        <translation>Einfg</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Pos1</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>PgUp</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>PgDown</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Auf</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Ab</translation>
+    </message>
+    <message>
+        <source>Scroll Left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Scroll Right</source>
+        <translation>Nach rechts</translation>
+    </message>
+</context>
+<context>
     <name>Question</name>
     <message>
         <source>Cancel</source>
@@ -2478,21 +3174,6 @@
     </message>
 </context>
 <context>
-    <name>SuppressionReason</name>
-    <message>
-        <source>disconnected by an operator</source>
-        <translation>von einem Bediener getrennt</translation>
-    </message>
-    <message>
-        <source>no answer yet</source>
-        <translation>noch keine Antwort</translation>
-    </message>
-    <message>
-        <source>the connection was closed</source>
-        <translation>die Verbindung wurde geschlossen</translation>
-    </message>
-</context>
-<context>
     <name>SuppressionUndo</name>
     <message>
         <source>%1 at %2</source>
@@ -2610,7 +3291,7 @@
     </message>
     <message>
         <source>A frequency, with or without a unit: Hz, k, kHz, M, MHz, G or GHz; with a comma or a point. A plain number up to 30,000 counts MHz, above that hertz. Enter or &quot;Tune&quot; asks for it, Escape takes it back. The arrow keys and the wheel step, which asks for it once they rest.</source>
-        <translation>Eine Frequenz, mit oder ohne Einheit: Hz, k, kHz, M, MHz, G oder GHz; mit Komma oder Punkt. Eine bloße Zahl bis 30.000 zählt MHz, darüber Hertz. Die Eingabetaste oder „Einstellen“ fordert sie an, Escape nimmt sie zurück. Pfeiltasten und Mausrad gehen Schritte; ruhen sie, wird die Frequenz angefordert.</translation>
+        <translation>Eine Frequenz, mit oder ohne Einheit: Hz, k, kHz, M, MHz, G oder GHz; mit Komma oder Punkt. Eine bloße Zahl bis 30000 zählt MHz, darüber Hertz. Die Eingabetaste oder „Einstellen“ fordert sie an, Escape nimmt sie zurück. Pfeiltasten und Mausrad gehen Schritte; ruhen sie, wird die Frequenz angefordert.</translation>
     </message>
     <message>
         <source>What the entry is understood as</source>

@@ -2,6 +2,7 @@
 #include <apps/common/codedtext.h>
 
 #include <apps/common/policytext.h>
+#include <apps/common/problemtext.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
@@ -68,6 +69,21 @@ int PolicyArgumentOf(ECode code) {
     }
 }
 
+/// Which argument of \a code the system or a library said; -1: none.
+int ProblemArgumentOf(ECode code) {
+    switch (code) {
+        case ECode::FilesStay:
+        case ECode::ConfigNotSaved:
+        case ECode::EntriesWouldBeLost:
+        case ECode::Further:
+            return 0;
+        case ECode::ModuleFailed:
+            return 2;
+        default:
+            return -1;
+    }
+}
+
 }  // namespace
 
 CodedText::CodedText(ECode code, std::initializer_list<CodedText> arguments)
@@ -75,6 +91,10 @@ CodedText::CodedText(ECode code, std::initializer_list<CodedText> arguments)
 
 CodedText CodedText::Word(const QString& word) {
     return CodedText(ECode::Word, {word});
+}
+
+QString CodedText::TranslatedWord(const QString& word) {
+    return QCoreApplication::translate("CodedText", word.toUtf8().constData());
 }
 
 QString CodedText::Filled(const QString& format, const QStringList& arguments) {
@@ -102,13 +122,17 @@ QString CodedText::ToEnglish() const {
 
 QString CodedText::Translated() const {
     if (m_code == ECode::Count) return WithDecimalPoint(m_text);
-    if (m_code == ECode::Word && !m_arguments.empty())
-        return QCoreApplication::translate("CodedText", m_arguments[0].m_text.toUtf8().constData());
+    if (m_code == ECode::Word && !m_arguments.empty()) return TranslatedWord(m_arguments[0].m_text);
     QStringList arguments;
-    for (const CodedText& argument : m_arguments)
-        arguments += arguments.size() == PolicyArgumentOf(m_code) && argument.m_code == ECode::Count
-                         ? policytext::Mentioned(argument.m_text)
-                         : argument.Translated();
+    for (const CodedText& argument : m_arguments) {
+        const bool isText = argument.m_code == ECode::Count;
+        if (isText && arguments.size() == PolicyArgumentOf(m_code))
+            arguments += policytext::Mentioned(argument.m_text);
+        else if (isText && arguments.size() == ProblemArgumentOf(m_code))
+            arguments += problemtext::Translated(argument.m_text);
+        else
+            arguments += argument.Translated();
+    }
     return Filled(QCoreApplication::translate("CodedText", eventcodes::Of(m_code).english), arguments);
 }
 
@@ -129,6 +153,11 @@ QString CodedText::ToJsonText() const {
     QJsonObject object = ToObject();
     if (m_code == ECode::Count && !m_text.isEmpty()) object.insert(TextKey(), m_text);
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+QString CodedText::TranslatedBeside(const QString& english, const QString& json) {
+    const std::optional<CodedText> said = FromJsonText(json);
+    return said && said->ToEnglish() == english ? said->Translated() : english;
 }
 
 std::optional<CodedText> CodedText::FromJsonText(const QString& text) {

@@ -33,6 +33,8 @@ class CodedText {
 
     /// A word of a device that is in the list of known words: "Self Test".
     static CodedText Word(const QString& word);
+    /// Such a word in the language of the application.
+    static QString TranslatedWord(const QString& word);
     static CodedText Number(qint64 number) { return QString::number(number); }
 
     /// Whether it says nothing.
@@ -55,6 +57,9 @@ class CodedText {
     /// server.
     static std::optional<CodedText> FromJson(const QJsonValue& json) { return FromJson(json, 0); }
     static std::optional<CodedText> FromJsonText(const QString& text);
+    /// \a english in the language of the application if \a json says the same; as it is if that is of another
+    /// text, or is not known here.
+    static QString TranslatedBeside(const QString& english, const QString& json);
 
     friend bool operator==(const CodedText& a, const CodedText& b) {
         return a.m_code == b.m_code && a.m_text == b.m_text && a.m_arguments == b.m_arguments;

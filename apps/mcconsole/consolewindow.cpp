@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consolewindow.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/connectionbar.h>
@@ -324,6 +325,13 @@ bool ConsoleWindow::KeepsContent(EMCSControlTreeSegments segments) const {
     return m_boundSegments != NoSegments && (isLost || isComing) && segments == NoSegments;
 }
 
+/// Likewise, while it may still come back.
+bool ConsoleWindow::KeepsMpxOrv() const {
+    const bool isComing = m_session.GetState() == ConsoleSession::EState::Connected &&
+                          m_session.UsesMpxOrv() && !m_session.IsMpxOrvMissing();
+    return m_isKept || isComing;
+}
+
 /// The widgets that are bound to values know that these are stale; the list of the library does not.
 void ConsoleWindow::ShowKept(bool isKept) {
     for (auto* const list : m_tabs->findChildren<MCSMpxORVStatusListDisplay*>()) {
@@ -350,8 +358,11 @@ void ConsoleWindow::ShowMpxOrv() {
         m_boundMpxOrv = path;
         m_tuning.Bind(path);
         m_overview->BindMpxOrv(path);
+    }
+    if (path != m_shownMpxOrv && (!path.isEmpty() || !KeepsMpxOrv())) {
+        m_shownMpxOrv = path;
         m_mpxOrvPage->Bind(path);
-        if (!m_isKept || !path.isEmpty()) m_listPage->SetOwn(path);
+        m_listPage->SetOwn(path);
     }
     QString text = tr("No MpxORV is connected.");
     if (!path.isEmpty())
@@ -363,7 +374,7 @@ void ConsoleWindow::ShowMpxOrv() {
 }
 
 QString ConsoleWindow::MissingText() const {
-    const QString problem = m_session.GetMpxOrvProblem();
+    const QString problem = problemtext::Translated(m_session.GetMpxOrvProblem());
     return problem.isEmpty() ? tr("There is no MpxORV: the server does not give this console one.")
                              : tr("There is no MpxORV: %1").arg(Bounded(problem));
 }
@@ -405,7 +416,7 @@ QString ConsoleWindow::BannerText() const {
         if (!silence || *silence < LongSilence) return QString();
         return tr("The server has not answered for %1. What is shown may be old.").arg(agetext::Of(*silence));
     }
-    const QString problem = Bounded(m_session.GetProblem());
+    const QString problem = Bounded(problemtext::Translated(m_session.GetProblem()));
     QString text = ConnectionText();
     if (!problem.isEmpty()) text = tr("%1: %2", "What the connection does, and why").arg(text, problem);
     const QDateTime& since = m_session.GetLostSince();

@@ -63,6 +63,7 @@ class ConsoleWindow : public QMainWindow {
     void ShowState();
     /// Whether the pages keep the last content known, rather than show nothing.
     bool KeepsContent(EMCSControlTreeSegments segments) const;
+    bool KeepsMpxOrv() const;
     void ShowKept(bool isKept);
     QString BannerText() const;
     void ShowConnection();
@@ -107,5 +108,6 @@ class ConsoleWindow : public QMainWindow {
     QAction* m_dark = nullptr;
     EMCSControlTreeSegments m_boundSegments = NoSegments;
     QString m_boundMpxOrv;
+    QString m_shownMpxOrv;                     ///< by the pages that keep it while the connection is lost
     std::optional<ESeverity> m_shownSeverity;  ///< by the window's icon
 };

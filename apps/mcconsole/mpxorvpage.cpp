@@ -6,7 +6,6 @@
 
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
-#include <platform/values/tree.h>
 #include <platform/widgets/vccomboboxclassic.h>
 #include <platform/widgets/vclabel.h>
 #include <platform/widgets/vcpushbutton.h>
@@ -29,8 +28,7 @@ MpxOrvPage::MpxOrvPage(Tuning& tuning, FrequencyBook& book, QWidget* parent)
     : QWidget(parent),
       m_state(new QLabel(this)),
       m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
-      m_tuneBar(new TuneBar(tuning, book, this)),
-      m_answer(*this, [](const values::ValueBase&) { return true; }) {
+      m_tuneBar(new TuneBar(tuning, book, this)) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
@@ -107,6 +105,7 @@ QWidget* MpxOrvPage::BuildAnswers() {
     auto* const group = new QGroupBox(tr("Answers"), this);
     auto* const layout = new QVBoxLayout(group);
     m_answers = new MCSLogDisplay(group, "Answers", Qt::WindowFlags());
+    m_answers->SetLogMessage_ValuePath(m_shownAnswers.GetPath());
     // It takes what the rest of the page leaves: what it would like to have would not fit into the window.
     group->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     group->setMinimumHeight(LinesOfAnswers * fontMetrics().lineSpacing());
@@ -128,14 +127,7 @@ void MpxOrvPage::Bind(const QString& path) {
     m_calibrate->Set_ValuePath(below("Request/Calibrate"));
     m_policies->SetOwn(path);
     m_policies->Bind(below("Policy"));
-    m_answer.SetPath(below("Request/Answer"));
-}
-
-/// The display of answers can only be bound to a value that is there, so it is bound when the value comes and
-/// again when it goes.
-void MpxOrvPage::OnBindingChanged(PathBinding& binding, TChangeCode code) {
-    if (code != PathBinding::Rebound) return;
-    m_answers->SetLogMessage_ValuePath(binding.GetValue() != nullptr ? binding.GetPath() : QString());
+    m_shownAnswers.Bind(path);
 }
 
 void MpxOrvPage::ShowState(const QString& text) {

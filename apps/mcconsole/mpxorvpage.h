@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/pathbinding.h>
+#include <apps/mcconsole/shownanswers.h>
 
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
@@ -19,7 +19,7 @@ class VCPushButton;
 
 /// The console's own MpxORV: what it does, what it may do, tuning it and asking it for other things, and what
 /// the server answers.
-class MpxOrvPage : public QWidget, private PathBinding::IListener {
+class MpxOrvPage : public QWidget {
     Q_OBJECT
 
   public:
@@ -43,7 +43,6 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     QWidget* BuildRequests();
     QWidget* BuildPolicies();
     QWidget* BuildAnswers();
-    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
 
     QLabel* m_state;
     QCheckBox* m_used;
@@ -58,5 +57,5 @@ class MpxOrvPage : public QWidget, private PathBinding::IListener {
     VCComboBoxClassic* m_reportInterval = nullptr;
     PolicyPanel* m_policies = nullptr;
     MCSLogDisplay* m_answers = nullptr;
-    PathBinding m_answer;  ///< which comes some time after the MpxORV
+    ShownAnswers m_shownAnswers;
 };

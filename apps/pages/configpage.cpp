@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/configpage.h>
 
+#include <apps/common/whotext.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/changemark.h>
 #include <apps/pages/serverkeys.h>
@@ -176,7 +177,7 @@ void ConfigPage::ShowChanges() {
 
 QString ConfigPage::SavedText() const {
     const QString since = ContentOf(m_since.GetValue());
-    const QString by = valuetext::Shortened(ContentOf(m_by.GetValue()), MaxShownLength);
+    const QString by = valuetext::Shortened(whotext::Translated(ContentOf(m_by.GetValue())), MaxShownLength);
     if (since.isEmpty()) return tr("Not saved since the server began");
     const QString moment = agetext::Moment(since);
     return by.isEmpty() ? tr("Saved at the server, %1").arg(moment) : tr("Saved by %1, %2").arg(by, moment);

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/guimodule.h>
 
+#include <apps/pages/qttexts.h>
+
 #include <devicecontrol/multichannelserver/common/moduleentry.h>
 
 #include <platform/app/idllinstance.h>
 #include <platform/app/translationcenter.h>
+#include <platform/widgets/valuetext.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLibraryInfo>
@@ -21,14 +24,20 @@ QString CatalogueName() {
 }  // namespace
 
 GuiModule::GuiModule(const QString& locale) {
-    if (!locale.isEmpty()) QLocale::setDefault(QLocale(locale));
+    // Digits are not grouped: what groups them in one language is the decimal point of another, and
+    // frequencies are typed with either.
+    QLocale numbers = locale.isEmpty() ? QLocale() : QLocale(locale);
+    numbers.setNumberOptions(numbers.numberOptions() | QLocale::OmitGroupSeparator);
+    QLocale::setDefault(numbers);
     InstallQtTexts();
     TranslationCenter::Instance().Register(CatalogueName());
+    valuetext::SetTranslation(&m_contents);
     m_module = ARCreateEx(QCoreApplication::applicationName().toStdWString().c_str());
 }
 
 GuiModule::~GuiModule() {
     ARDestroy(m_module);
+    valuetext::SetTranslation(nullptr);
     TranslationCenter::Instance().Unregister(CatalogueName());
 }
 
@@ -38,9 +47,9 @@ void GuiModule::CommitData() const {
 
 void GuiModule::InstallQtTexts() {
     auto translator = std::make_unique<QTranslator>();
-    if (!translator->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                          QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
-        return;
+    const bool isThere = translator->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                                          QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    if (!isThere) translator = std::make_unique<QtTexts>();
     m_qtTexts = std::move(translator);
     QCoreApplication::installTranslator(m_qtTexts.get());
 }

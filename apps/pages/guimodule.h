@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/pages/contenttranslation.h>
+
 #include <QtCore/QString>
 
 #include <memory>
@@ -25,5 +27,6 @@ class GuiModule {
     void InstallQtTexts();
 
     std::unique_ptr<QTranslator> m_qtTexts;  ///< of Qt's own dialogs
-    IDllInstance* m_module;                  ///< destroyed by the module itself
+    ContentTranslation m_contents;
+    IDllInstance* m_module;  ///< destroyed by the module itself
 };

@@ -36,7 +36,7 @@ holders::Holder holders::At(const QString& path) {
     holder.isMaster = Flag(path, mcskeys::IsMaster);
     holder.isWatching = Flag(path, mcskeys::IsWatchingMaster);
     if (const auto* const type = FindStatus<values::Value<QString>>(path, mcskeys::OperationType))
-        holder.does = valuetext::Shortened(type->GetValue(), MaxHolderLength);
+        holder.does = valuetext::Shortened(valuetext::Content(*type), MaxHolderLength);
     const auto* const mode = FindStatus<values::ValueSelection>(path, mcskeys::OperationMode);
     holder.isIdle = !holder.isMaster && (mode == nullptr || mode->GetCurrentKey() == OperationIdle);
     return holder;

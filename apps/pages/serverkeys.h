@@ -42,7 +42,10 @@ inline constexpr QLatin1String Event = mcskeys::detail::Key("Event");
 /// In the status of a server that tells them to whoever asks: how many of the last events it keeps.
 inline constexpr QLatin1String EventHistory = mcskeys::detail::Key("EventHistory");
 
-/// Beside the "Answer" to a request: the same as a code with arguments (apps/common/codedtext.h).
+/// Beside a text that the server says, the same as a code with arguments (apps/common/codedtext.h). It is set
+/// before the text: whoever is told of that looks at it.
 inline constexpr QLatin1String AnswerCode = mcskeys::detail::Key("AnswerCode");
+inline constexpr QLatin1String ConnectionStateCode = mcskeys::detail::Key("ConnectionStateCode");
+inline constexpr QLatin1String OperationTypeCode = mcskeys::detail::Key("OperationTypeCode");
 
 }  // namespace serverkeys

@@ -2,6 +2,7 @@
 #include <platform/widgets/valuetext.h>
 
 #include <platform/values/visit.h>
+#include <platform/widgets/itexttranslation.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
@@ -13,6 +14,8 @@ namespace {
 
 constexpr int MaxItems = 20;  // of a list: more would not be read
 constexpr int SignificantDigits = 12;
+
+const ITextTranslation* usedTranslation = nullptr;
 
 QString Text(double number) {
     return valuetext::Number(number);
@@ -40,6 +43,18 @@ QString ListContent(const values::ValueList<double>& list) {
 
 }  // namespace
 
+void valuetext::SetTranslation(const ITextTranslation* translation) {
+    usedTranslation = translation;
+}
+
+QString valuetext::Item(const QString& text) {
+    return usedTranslation != nullptr ? usedTranslation->Item(text) : text;
+}
+
+QString valuetext::Reason(const QString& text) {
+    return usedTranslation != nullptr ? usedTranslation->Reason(text) : text;
+}
+
 QString valuetext::Number(double number) {
     return QLocale().toString(number, 'g', SignificantDigits);
 }
@@ -49,12 +64,15 @@ QString valuetext::Content(const values::ValueBase& value) {
     values::Visit(static_cast<const values::TreeItem&>(value),
                   values::Overloaded{
                       [](const values::Node& /*node*/) {},
-                      [&text](const values::Value<QString>& plain) { text = plain.GetValue(); },
+                      [&text](const values::Value<QString>& plain) {
+                          text =
+                              usedTranslation != nullptr ? usedTranslation->Content(plain) : plain.GetValue();
+                      },
                       [&text](const values::Value<bool>& flag) {
                           text = flag.GetValue() ? QCoreApplication::translate("valuetext", "Yes")
                                                  : QCoreApplication::translate("valuetext", "No");
                       },
-                      [&text](const values::ValueSelection& choice) { text = choice.GetCurrentText(); },
+                      [&text](const values::ValueSelection& choice) { text = Item(choice.GetCurrentText()); },
                       [&text](const values::ValueList<double>& list) { text = ListContent(list); },
                       [&text](const auto& number) { text = Text(number.GetValue()); },
                   });

@@ -18,7 +18,7 @@ constexpr int MaxHintWidth = 400;   // pixels: a long text must not hold a windo
 constexpr int MinContents = 8;      // characters of room while there is nothing to show
 
 QString TextOf(const values::SelectionItem& item) {
-    return valuetext::Shortened(item.GetName(), MaxItemLength);
+    return valuetext::Shortened(valuetext::Item(item.GetName()), MaxItemLength);
 }
 
 /// Whether a key would open the list or choose from it.

@@ -169,9 +169,10 @@ void WidgetBinding::SetRefusal(const QString& reason) {
 
 void WidgetBinding::OnRefused(values::TreeItem* item, const QString&, const QString& reason) {
     if (item == nullptr || item != GetValue()) return;
-    if (std::exchange(m_awaitsAnswer, false)) return Refuse(reason);
+    const QString shown = valuetext::Reason(reason);
+    if (std::exchange(m_awaitsAnswer, false)) return Refuse(shown);
     // Another widget, or code, edited the value: said in the tool tip, but not popped up.
-    SetRefusal(valuetext::Shortened(reason, MaxChosenLength));
+    SetRefusal(valuetext::Shortened(shown, MaxChosenLength));
     ShowState();
 }
 

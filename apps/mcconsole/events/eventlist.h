@@ -34,9 +34,6 @@ class EventList {
     bool IsFull() const { return Count() >= MaxKept; }
     const Line& At(qint64 place) const { return m_lines[static_cast<std::size_t>(place - m_first)]; }
 
-    /// \a who of an event in the language of the application: what is no name in it is translated.
-    static QString TranslatedWho(const QString& who);
-
   private:
     static Line ToLine(Event event);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/events/eventspage.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/eventexport.h>
 
 #include <platform/widgets/notifications.h>
@@ -226,6 +227,7 @@ void EventsPage::Export() {
         eventexport::ToBytes(m_model, isText ? EFormat::Text : EFormat::Csv, m_server, now);
     QSaveFile saved(file);
     if (!saved.open(QIODevice::WriteOnly) || saved.write(bytes) != bytes.size() || !saved.commit())
-        Notifications::warning(tr("Export events"),
-                               tr("The file cannot be written: %1").arg(saved.errorString()));
+        Notifications::warning(
+            tr("Export events"),
+            tr("The file cannot be written: %1").arg(problemtext::Translated(saved.errorString())));
 }

@@ -2,6 +2,7 @@
 #include <apps/mcconsole/mpxorvs/mpxorvcells.h>
 
 #include <apps/common/frequencytext.h>
+#include <apps/common/whotext.h>
 #include <apps/mcconsole/mpxorvs/mpxorvcontent.h>
 #include <apps/pages/agetext.h>
 
@@ -39,8 +40,9 @@ QString MasterText(const MpxOrvContent& content) {
 QString SwitchedText(const MpxOrvContent& content) {
     if (content.switchedSince.isEmpty()) return CellTexts::tr("Not switched since the server began");
     const QString moment = agetext::Moment(content.switchedSince);
-    return content.switchedBy.isEmpty() ? CellTexts::tr("Switched in the server's own window, %1").arg(moment)
-                                        : CellTexts::tr("Switched by %1, %2").arg(content.switchedBy, moment);
+    return content.switchedBy.isEmpty()
+               ? CellTexts::tr("Switched in the server's own window, %1").arg(moment)
+               : CellTexts::tr("Switched by %1, %2").arg(whotext::Translated(content.switchedBy), moment);
 }
 
 }  // namespace

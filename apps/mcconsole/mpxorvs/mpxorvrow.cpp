@@ -8,6 +8,7 @@
 #include <platform/values/value.h>
 #include <platform/values/valuenumeric.h>
 #include <platform/values/valueselection.h>
+#include <platform/widgets/valuetext.h>
 
 namespace {
 
@@ -80,7 +81,7 @@ void MpxOrvRow::ReadState() {
     const auto* const mode = Get<values::ValueSelection>(OperationMode);
     m_content.isComplete = mode != nullptr;
     m_content.isStale = mode != nullptr && mode->GetState() == values::Stale;
-    m_content.mode = mode != nullptr ? mode->GetCurrentText() : QString();
+    m_content.mode = mode != nullptr ? valuetext::Content(*mode) : QString();
     const auto* const frequency = Get<values::ValueNumeric<double>>(TunedFrequency);
     if (Flag(IsMaster, false))
         m_content.state = EState::Master;

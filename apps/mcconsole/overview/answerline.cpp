@@ -89,8 +89,7 @@ void AnswerLine::OnBindingChanged(PathBinding& binding, TChangeCode code) {
 void AnswerLine::ShowAnswer(const QString& answer) {
     m_severity = SeverityOfAnswer(answer);
     // The code is set just before; one that says something else belongs to another answer.
-    const std::optional<CodedText> said = CodedText::FromJsonText(TextOfValue(m_code));
-    const QString text = said && said->ToEnglish() == answer ? said->Translated() : answer;
+    const QString text = CodedText::TranslatedBeside(answer, TextOfValue(m_code));
     m_time->setText(m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss")));
     m_text->setText(valuetext::Shortened(text, MaxAnswerLength));
     m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/marks.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/mcconsole/session/judgement.h>
 #include <apps/mcconsole/session/situation.h>
 #include <apps/mcconsole/tune/tuning.h>
@@ -54,7 +55,7 @@ QStringList InputsAt(double hz, const values::Node& module) {
         const QString since = agetext::Moment(TextOf(input, "KeyedSince"));
         if (!since.isEmpty())
             line += QLatin1Char(' ') + MarkText(QT_TRANSLATE_NOOP("Marks", "keyed since %1")).arg(since);
-        const QString reason = TextOf(module, "Reason");
+        const QString reason = problemtext::Translated(TextOf(module, "Reason"));
         if (!reason.isEmpty()) line += QStringLiteral(": ") + reason;
         lines += line;
     }

@@ -2,6 +2,7 @@
 #include <apps/mcconsole/session/judgement.h>
 
 #include <apps/common/frequencytext.h>
+#include <apps/common/problemtext.h>
 #include <apps/pages/agetext.h>
 
 #include <platform/device/stddevicedefinition.h>
@@ -130,7 +131,7 @@ QString judgement::Frequencies(const std::vector<double>& hz) {
 SituationItem judgement::Server(const ServerFacts& facts, const Connection& connection,
                                 std::chrono::milliseconds age) {
     const QString name = ServerName(facts, connection);
-    const QString problem = ShortReason(connection.problem);
+    const QString problem = ShortReason(problemtext::Translated(connection.problem));
     SituationItem item;
     switch (connection.state) {
         case ConsoleSession::EState::Idle:
@@ -256,7 +257,7 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
     if (!isThere && connection.isMpxOrvMissing) {
         SituationItem item =
             MakeItem(ESeverity::Look, JudgementText(QT_TRANSLATE_NOOP("Judgement", "none")), OwnPageName);
-        item.detail = ShortReason(connection.mpxOrvProblem);
+        item.detail = ShortReason(problemtext::Translated(connection.mpxOrvProblem));
         return item;
     }
     if (!isThere) {

@@ -3,6 +3,7 @@
 
 #include <platform/device/stddevicedefinition.h>
 #include <platform/values/visit.h>
+#include <platform/widgets/valuetext.h>
 
 #include <QtCore/QLatin1String>
 
@@ -96,7 +97,7 @@ std::optional<double> ServerFacts::Number(EFact fact) const {
 
 std::optional<QString> ServerFacts::Text(EFact fact) const {
     const auto* const text = As<values::Value<QString>>(fact);
-    return text != nullptr ? std::make_optional(text->GetValue()) : std::nullopt;
+    return text != nullptr ? std::make_optional(valuetext::Content(*text)) : std::nullopt;
 }
 
 std::optional<int> ServerFacts::Key(EFact fact) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/tune/tuning.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 
 #include <platform/device/stddevicedefinition.h>
@@ -240,7 +241,7 @@ std::optional<double> Tuning::OnDone(const QString& answer) {
 void Tuning::OnRefused(values::TreeItem* item, const QString&, const QString& reason) {
     if (item == nullptr || item != m_frequency.GetValue() || m_outcome != EState::Asked) return;
     m_unanswered = 0;
-    Conclude(EState::Refused, reason);
+    Conclude(EState::Refused, problemtext::Translated(reason));
     Q_EMIT Changed();
 }
 

@@ -47,6 +47,13 @@ QString FrequencyText(double hz) {
     return QStringLiteral("%1 MHz").arg(QString::number(hz / MegaHertz, 'g', Digits));
 }
 
+CodedText OperationTypeOf(bool isMaster, double hz) {
+    const CodedText tuned = hz > 0 ? CodedText(ECode::FfmAt, {FrequencyText(hz)}) : CodedText();
+    if (isMaster)
+        return hz > 0 ? CodedText(ECode::Both, {ECode::JobMaster, tuned}) : CodedText(ECode::JobMaster);
+    return hz > 0 ? tuned : CodedText::Word(QStringLiteral("Idle"));
+}
+
 template <class V, class T>
 void Set(V* value, const T& content) {
     if (value != nullptr) value->SetValue(content, nullptr);
@@ -340,16 +347,12 @@ void JobControl::ShowStatus(MpxOrv& mpxOrv) {
     const auto tuning = m_tunings.find(&mpxOrv);
     const bool isTuned = tuning != m_tunings.end();
     const bool isMaster = m_master == &mpxOrv;
-    QStringList parts;
-    if (isMaster) parts << QStringLiteral("Job master");
-    if (isTuned) parts << QStringLiteral("FFM %1").arg(FrequencyText(tuning->second.hz));
     MCSMpxORVStatus& status = mpxOrv.GetStatus();
     mpxOrv.GetFacts().ShowTuned(isTuned ? tuning->second.hz : 0.0, m_clock);
     if (isMaster) m_masterFacts.ShowRange(isTuned ? tuning->second.hz : 0.0, m_device.GetBandwidth());
     Set(status.GetIsMasterValue(), isMaster);
     Set(status.GetIsWatchingMasterValue(), isTuned && !tuning->second.hasChannel);
-    Set(status.GetOperationTypeValue(),
-        parts.isEmpty() ? QStringLiteral("Idle") : parts.join(QStringLiteral(", ")));
+    mpxOrv.ShowOperationType(OperationTypeOf(isMaster, isTuned ? tuning->second.hz : 0.0));
     const EOperationMode mode = isTuned    ? OperationFfm
                                 : isMaster ? m_device.GetOperationMode()
                                            : OperationIdle;

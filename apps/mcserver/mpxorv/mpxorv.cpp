@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/mpxorv/mpxorv.h>
 
+#include <apps/common/codedtext.h>
+
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
 #include <platform/values/valueaccess.h>
@@ -9,8 +11,8 @@ MpxOrv::MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, 
     : m_kind(kind),
       m_name(name),
       m_listener(listener),
-      m_status(mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Status)),
       m_facts(mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Status)),
+      m_status(mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Status)),
       m_policies(defaults.policies),
       m_hadPolicies(defaults.policies),
       m_requests(MpxOrvPath::NodePath(kind, name), defaults.frequency,
@@ -18,7 +20,7 @@ MpxOrv::MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, 
       m_blankingClient(name),
       m_pBlanking(*this) {
     m_status.SetComment(defaults.comment);
-    m_status.SetOperationType(QStringLiteral("Idle"));
+    ShowOperationType(CodedText::Word(QStringLiteral("Idle")));
     m_status.GetOperationModeValue()->Select(OperationIdle);
     const QString policyPath = mcskeys::Join(MpxOrvPath::NodePath(kind, name), mcskeys::Policy);
     m_policies.ShowViewInTree(values::Tree::Instance()->ProvideNode(policyPath), false);
@@ -30,6 +32,11 @@ MpxOrv::MpxOrv(EMpxOrvKind kind, const QString& name, const Defaults& defaults, 
 
 MpxOrv::~MpxOrv() {
     m_policies.DeleteObserver(this);
+}
+
+void MpxOrv::ShowOperationType(const CodedText& does) {
+    m_facts.ShowOperationType(does);
+    if (m_status.GetOperationTypeValue() != nullptr) m_status.SetOperationType(does.ToEnglish());
 }
 
 bool MpxOrv::ObeysBlanking() const {

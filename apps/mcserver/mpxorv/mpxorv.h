@@ -57,6 +57,9 @@ class MpxOrv : public IObserver {
     QStringList TakeChangedPolicies(QStringList* given);
     MpxOrvRequests& GetRequests() { return m_requests; }
     /// Whether frequencies that ground transmitters use are kept from it; switched in the tree.
+    /// \a does is what it does, for people.
+    void ShowOperationType(const CodedText& does);
+
     bool ObeysBlanking() const;
     void SetObeysBlanking(bool obeys);
     /// Who it is to the blanking.
@@ -81,8 +84,8 @@ class MpxOrv : public IObserver {
     QString m_name;
     QString m_user;
     IMpxOrvListener& m_listener;
+    MpxOrvFacts m_facts;  ///< in the tree before what it says of the status
     MCSMpxORVStatus m_status;
-    MpxOrvFacts m_facts;
     MCSPolicySet m_policies;
     MCSPolicySet m_hadPolicies;  ///< when TakeChangedPolicies() was called
     MpxOrvRequests m_requests;

@@ -36,6 +36,7 @@ struct MpxOrvFacts::Fields {
         Field{&F::m_pBlankingSwitchedBy,    Below{serverkeys::BlankingSwitchedBy},    Empty,   nullptr, 0, {3}},
         Field{&F::m_pBlankingSwitchedSince, Below{serverkeys::BlankingSwitchedSince}, Empty,   nullptr, 0, {4}},
         Field{&F::m_pPoliciesLocked,        Below{serverkeys::PoliciesLocked},        Empty,   nullptr, 0, {5}},
+        Field{&F::m_pOperationTypeCode,     Below{serverkeys::OperationTypeCode},     Empty,   nullptr, 0, {6}},
     };
     // clang-format on
 };
@@ -58,6 +59,10 @@ void MpxOrvFacts::ShowTuned(double hz, const IClock& clock) {
 void MpxOrvFacts::ShowBlankingSwitched(const QString& by, const IClock& clock) {
     SetText(m_pBlankingSwitchedBy, by);
     SetText(m_pBlankingSwitchedSince, clock.UtcText());
+}
+
+void MpxOrvFacts::ShowOperationType(const CodedText& does) {
+    SetText(m_pOperationTypeCode, does.ToJsonText());
 }
 
 void MpxOrvFacts::ShowPoliciesLocked(const CodedText& reason) {

@@ -23,6 +23,8 @@ class MpxOrvFacts : private IObserver {
     void ShowTuned(double hz, const IClock& clock);
     /// Its "Blanking" was switched just now; \a by is empty where nobody from outside did that.
     void ShowBlankingSwitched(const QString& by, const IClock& clock);
+    /// What it does, as a code beside the text.
+    void ShowOperationType(const CodedText& does);
     /// Its clients may not switch its policies, for that reason; none: they may.
     void ShowPoliciesLocked(const CodedText& reason);
 
@@ -37,4 +39,5 @@ class MpxOrvFacts : private IObserver {
     values::Value<QString>* m_pBlankingSwitchedBy = nullptr;
     values::Value<QString>* m_pBlankingSwitchedSince = nullptr;
     values::Value<QString>* m_pPoliciesLocked = nullptr;
+    values::Value<QString>* m_pOperationTypeCode = nullptr;
 };

@@ -2,6 +2,7 @@
 #include <apps/mcserver/program/mcsserver.h>
 
 #include <apps/mcserver/device/iorvdevice.h>
+#include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcstools.h>
@@ -32,6 +33,10 @@ void ProvideSections(ICfg& cfg) {
 McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
     : m_device(device),
       m_config(nullptr, false),
+      m_pConnectionStateCode(*this, values::ProvideValue<values::Value<QString>>(
+                                        mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status),
+                                                      serverkeys::ConnectionStateCode),
+                                        QString(), true, nullptr)),
       m_status(mcskeys::DefaultBasePath(mcskeys::Status)),
       m_commands(CommandPath()),
       m_log(m_status, clock, std::move(sink)),
@@ -113,11 +118,17 @@ void McsServer::ShowDevice() {
     m_status.GetBootStateValue()->Select(m_device.GetBootState(), nullptr);
     m_status.GetOperationModeValue()->Select(m_device.GetOperationMode(), nullptr);
     m_status.GetOnlineValue()->SetValue(m_device.IsOnline(), nullptr);
-    m_status.GetConnectionStateValue()->SetValue(QStringLiteral("not connected"), nullptr);
+    ShowConnectionState(ECode::DeviceLetGo);
+}
+
+void McsServer::ShowConnectionState(const CodedText& state) {
+    if (m_pConnectionStateCode) m_pConnectionStateCode->SetValue(state.ToJsonText());
+    m_status.GetConnectionStateValue()->SetValue(state.ToEnglish(), nullptr);
 }
 
 void McsServer::Update(Observable* source, TChangeCode code) {
-    if (m_pShallBeConnected.EndIfGoingAway(source, code) || m_pSaveConfig.EndIfGoingAway(source, code) ||
+    if (m_pConnectionStateCode.EndIfGoingAway(source, code) ||
+        m_pShallBeConnected.EndIfGoingAway(source, code) || m_pSaveConfig.EndIfGoingAway(source, code) ||
         m_pScanAveragingTime.EndIfGoingAway(source, code) || code != changecode::ContentChanged)
         return;
     if (source == &m_config || m_pScanAveragingTime.Is(source)) m_device.ChangeSettings(GetDeviceSettings());
@@ -148,7 +159,7 @@ OrvDeviceSettings McsServer::GetDeviceSettings() const {
 }
 
 void McsServer::OnConnectionChanged(bool isOnline, const CodedText& state) {
-    m_status.GetConnectionStateValue()->SetValue(state.ToEnglish(), nullptr);
+    ShowConnectionState(state);
     m_status.GetOnlineValue()->SetValue(isOnline, nullptr);
     const bool isLost = state.GetCode() == ECode::DeviceLost;
     const ECode offline = isLost ? ECode::ConnectionLost : ECode::DeviceNotConnected;

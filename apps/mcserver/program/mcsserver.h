@@ -61,11 +61,13 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     QString Commit(CfgSave& save);
     void SaveAsAsked();
     void ShowDevice();
+    void ShowConnectionState(const CodedText& state);
     void ObeyShallBeConnected();
     OrvDeviceSettings GetDeviceSettings() const;
 
     IOrvDevice& m_device;
     MCSConfigData m_config;
+    Observation<values::Value<QString>> m_pConnectionStateCode;  ///< in the tree before the text that it says
     MCSStatus m_status;
     MCSCommands m_commands;
     ServerLog m_log;

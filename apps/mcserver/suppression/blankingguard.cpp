@@ -6,6 +6,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
 #include <devicecontrol/multichannelserver/common/gts/gtskeys.h>
+#include <devicecontrol/multichannelserver/common/gts/moduleview.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 #include <devicecontrol/multichannelserver/common/mcstools.h>
 
@@ -21,12 +22,15 @@ namespace {
 /// "a ground transmitter" if more cannot be told.
 CodedText ToText(const SuppressionPlant& plant, const std::optional<BlankingSource>& source) {
     if (!source) return ECode::BlankedBySomebody;
-    const QString text = plant.Describe(*source);
-    // An input that has a name is called by it.
-    const QString number = QString::number(source->input + 1);
-    const QString end = QStringLiteral(", input ") + number;
-    if (!text.endsWith(end)) return text;
-    return {ECode::BlankedByInput, {text.left(text.size() - end.size()), number}};
+    QString module = source->module;  // it may have gone, and what it left in the tree blanks on
+    QString input = QString::number(source->input);
+    plant.ForEachModule([&](const ModuleView& view) {
+        if (view.identity.NodeName() != source->module) return;
+        const auto number = static_cast<std::size_t>(source->input);
+        module = view.GetName();
+        if (number < view.labels.size() && !view.labels[number].isEmpty()) input = view.labels[number];
+    });
+    return {ECode::BlankedByInput, {module, input}};
 }
 
 }  // namespace

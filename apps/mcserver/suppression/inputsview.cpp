@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/inputsview.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/pages/noticebar.h>
 
 #include <platform/config/textfile.h>
@@ -134,7 +135,8 @@ void InputsView::OnAnswered(quint32 bits) {
 
 void InputsView::OnFailed(const QString& reason) {
     m_notice->Tell(NoticeBar::ESeverity::Warning,
-                   tr("%1 at %2 does not answer: %3").arg(m_tested.GetName(), m_tested.address, reason));
+                   tr("%1 at %2 does not answer: %3")
+                       .arg(m_tested.GetName(), m_tested.address, problemtext::Translated(reason)));
     EnableTest();
 }
 
@@ -157,14 +159,15 @@ void InputsView::ExportTo(const QString& file) {
     if (isWritten)
         m_notice->Tell(NoticeBar::ESeverity::Information, tr("Written to %1").arg(file));
     else
-        m_notice->Tell(NoticeBar::ESeverity::Warning,
-                       tr("%1 cannot be written: %2").arg(file, saved.errorString()));
+        m_notice->Tell(
+            NoticeBar::ESeverity::Warning,
+            tr("%1 cannot be written: %2").arg(file, problemtext::Translated(saved.errorString())));
 }
 
 void InputsView::ImportFrom(const QString& file) {
     QStringList lines;
     QString error;
-    if (!TextFile::ReadLines(file, &lines, &error)) return Tell(error);
+    if (!TextFile::ReadLines(file, &lines, &error)) return Tell(problemtext::Translated(error));
     // Spreadsheets begin a file with the mark of its encoding.
     if (!lines.isEmpty() && lines[0].startsWith(QChar(QChar::ByteOrderMark))) lines[0].remove(0, 1);
     if (m_model.FromCsv(lines).isEmpty())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/suppression/ignoringmodel.h>
 
+#include <apps/common/whotext.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/serverkeys.h>
 
@@ -32,7 +33,8 @@ void IgnoringModel::Collect(const QString& path, std::vector<Row>* rows) {
         const auto& mpxOrv = static_cast<const values::Node&>(*item);
         const auto* const obeys = dynamic_cast<const values::Value<bool>*>(mpxOrv.FindChild(BlankingSwitch));
         if (obeys == nullptr || obeys->GetValue()) continue;
-        rows->push_back({item->GetName(), StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedBy),
+        rows->push_back({item->GetName(),
+                         whotext::Translated(StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedBy)),
                          agetext::Moment(StatusTextOf(mpxOrv, serverkeys::BlankingSwitchedSince))});
     }
 }

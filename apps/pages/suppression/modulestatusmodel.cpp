@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/suppression/modulestatusmodel.h>
 
+#include <apps/common/problemtext.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/severitylook.h>
 #include <apps/pages/suppressionkeys.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
@@ -13,11 +13,6 @@
 #include <utility>
 
 namespace {
-
-/// The server's own, which does not change with the language of a window.
-constexpr const char* KnownReasons[] = {QT_TRANSLATE_NOOP("SuppressionReason", "disconnected by an operator"),
-                                        QT_TRANSLATE_NOOP("SuppressionReason", "no answer yet"),
-                                        QT_TRANSLATE_NOOP("SuppressionReason", "the connection was closed")};
 
 qint64 ToMs(const QString& utc) {
     const QDateTime time = QDateTime::fromString(utc, Qt::ISODateWithMs);
@@ -94,12 +89,6 @@ QString ModuleStatusModel::StateWord(const ModuleStatusView& module) {
     return module.state;
 }
 
-QString ModuleStatusModel::ReasonText(const QString& reason) {
-    for (const char* const known : KnownReasons)
-        if (reason == QLatin1String(known)) return QCoreApplication::translate("SuppressionReason", known);
-    return reason;
-}
-
 QString ModuleStatusModel::AgeText(const ModuleStatusView& module) const {
     if (module.lastAnswer.isEmpty()) return tr("never");
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - m_aheadMs.value_or(0) - ToMs(module.lastAnswer);
@@ -115,7 +104,7 @@ QString ModuleStatusModel::TextOf(const ModuleStatusView& module, int column) co
         case Since:
             return agetext::Moment(module.stateSince);
         case Reason:
-            return ReasonText(module.reason);
+            return problemtext::Translated(module.reason);
         case Address:
             return module.address;
         case LastAnswer:

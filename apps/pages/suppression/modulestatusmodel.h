@@ -26,9 +26,6 @@ class ModuleStatusModel : public QAbstractTableModel {
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-    /// What the server says of a reason, in the language of the window.
-    static QString ReasonText(const QString& reason);
-
   private:
     QString TextOf(const ModuleStatusView& module, int column) const;
     static QString StateWord(const ModuleStatusView& module);

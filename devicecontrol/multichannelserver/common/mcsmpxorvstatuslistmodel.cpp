@@ -5,6 +5,8 @@
 #include <devicecontrol/multichannelserver/common/list/mcsmpxorvstatuslistmodelimplementation.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatus.h>
 
+#include <platform/widgets/valuetext.h>
+
 #include <QtCore/QStringList>
 #include <QtGui/QPixmap>
 
@@ -18,12 +20,17 @@ QString ClientsOf(const MCSMpxORVStatus& status) {
     return names.join(QStringLiteral(", "));
 }
 
+QString OperationTypeOf(MCSMpxORVStatus& status) {
+    const values::Value<QString>* const type = status.GetOperationTypeValue();
+    return type != nullptr ? valuetext::Content(*type) : status.GetOperationType();
+}
+
 QVariant TextOf(MCSMpxORVStatus& status, int column) {
     switch (column) {
         case NameColumn:
             return status.GetName();
         case OperationModeColumn:
-            return status.GetOperationType();  // fixed: type-under-mode
+            return OperationTypeOf(status);  // fixed: type-under-mode
         case ClientsColumn:
             return ClientsOf(status);
         case CommentColumn:

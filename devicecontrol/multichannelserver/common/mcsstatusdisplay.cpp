@@ -12,6 +12,7 @@
 #include <platform/widgets/stalemark.h>
 #include <platform/widgets/vclabel.h>
 
+#include <QtCore/QLocale>
 #include <QtCore/QPointer>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
@@ -40,6 +41,11 @@ QString Printed(const QString& format, Number number) {
     text.sprintf(format.toLatin1().constData(), number);
     QT_WARNING_POP
     return text;
+}
+
+/// With the decimal point of the user's language, which printf does not know.
+QString WithDecimalPoint(QString number) {
+    return number.replace(QLatin1Char('.'), QLocale().decimalPoint());
 }
 
 QString Arg(const QString& format, qint64 number) {
@@ -301,7 +307,7 @@ QString MCSStatusDisplay::GetSweepTimeText() const {
     const int time = isKnown ? m_status->GetSweepTime() : 0;  // µs
     if (time <= 0 || !IsSweeping(m_status->GetOperationMode()) || !IsOnline())
         return QStringLiteral("- - - ");  // fixed: placeholder-blank
-    if (time < FineSweepTime) return Printed(tr("%.2f ms"), time / 1000.0);
+    if (time < FineSweepTime) return WithDecimalPoint(Printed(tr("%.2f ms"), time / 1000.0));
     return Printed(tr("%d ms"), time / 1000 + (time % 1000 != 0 ? 1 : 0));  // rounded up
 }
 

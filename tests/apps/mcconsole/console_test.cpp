@@ -98,8 +98,9 @@ TEST_F(ConsoleTest, TunesItsOwnMpxOrvAndShowsTheAnswers) {
     EXPECT_TRUE(
         WaitFor([&] { return answers->toPlainText().contains(QLatin1String("tuned to 121.5 MHz")); }));
     QTest::mouseClick(Find<QPushButton>("MyMpxORV", "BuiltInTest"), Qt::LeftButton);
-    EXPECT_TRUE(
-        WaitFor([&] { return answers->toPlainText().contains(QLatin1String("refused: needs MayBIT")); }));
+    EXPECT_TRUE(WaitFor([&] {
+        return answers->toPlainText().contains(QLatin1String("refused: needs \"May run built-in tests\""));
+    }));
 }
 
 TEST_F(ConsoleTest, AsksOnceMoreForTheFrequencyThatItHas) {

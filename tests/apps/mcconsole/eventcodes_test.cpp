@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the server tells by codes, in the language of whoever looks at it.
 #include <apps/common/event.h>
-#include <apps/mcconsole/events/eventlist.h>
+#include <apps/common/whotext.h>
 #include <apps/pages/guimodule.h>
 
 #include <platform/values/tree.h>
@@ -95,7 +95,7 @@ struct WhoRow {
 class GermanPeers : public GermanEvents, public testing::WithParamInterface<WhoRow> {};
 
 TEST_P(GermanPeers, AreCalledSo) {
-    EXPECT_EQ(EventList::TranslatedWho(S(GetParam().who)), S(GetParam().german));
+    EXPECT_EQ(whotext::Translated(S(GetParam().who)), S(GetParam().german));
 }
 
 INSTANTIATE_TEST_SUITE_P(

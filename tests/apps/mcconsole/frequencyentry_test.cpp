@@ -33,7 +33,8 @@ class FrequencyEntryTest : public ConsoleTest {
     /// Asks for something else and waits for its answer: what was sent before has been answered then.
     void WaitUntilAllIsAnswered() {
         QTest::mouseClick(Find<QPushButton>("MyMpxORV", "BuiltInTest"), Qt::LeftButton);
-        ASSERT_TRUE(WaitFor([this] { return Answers().contains(QLatin1String("needs MayBIT")); }));
+        ASSERT_TRUE(WaitFor(
+            [this] { return Answers().contains(QLatin1String("needs \"May run built-in tests\"")); }));
     }
 
     QLineEdit* field = nullptr;

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 
@@ -41,6 +43,26 @@ TEST_F(ServerLossTest, TheLastContentIsKeptUnderTheVeil) {
     ASSERT_NO_FATAL_FAILURE(server.Restart());
     EXPECT_TRUE(WaitFor([&] { return name->accessibleDescription().isEmpty(); }));
     EXPECT_TRUE(WaitFor([&] { return list->accessibleDescription().isEmpty(); }));
+}
+
+TEST_F(ServerLossTest, TheOwnMpxOrvIsKeptUnderTheVeilToo) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    const auto* const mode = Find<QLabel>("MyMpxORV", "OperationMode");
+    const auto* const interval = Find<QComboBox>("MyMpxORV", "ReportInterval");
+    const auto* const policy = Find<QCheckBox>("MyMpxORV", "MayAlterFreqSingle");
+    ASSERT_TRUE(WaitFor([&] { return mode->text() == QLatin1String("Idle") && interval->count() > 0; }));
+    ASSERT_TRUE(WaitFor([&] { return policy->isChecked(); }));
+    ASSERT_NO_FATAL_FAILURE(Lose());
+    EXPECT_EQ(mode->text(), QStringLiteral("Idle"));
+    EXPECT_THAT(mode->accessibleDescription().toStdString(), HasSubstr("the last content known"));
+    EXPECT_GT(interval->count(), 0);
+    EXPECT_TRUE(policy->isChecked());
+    EXPECT_THAT(policy->accessibleDescription().toStdString(), HasSubstr("the last content known"));
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    EXPECT_TRUE(WaitFor([&] { return mode->accessibleDescription().isEmpty(); }));
+    EXPECT_EQ(mode->text(), QStringLiteral("Idle"));
+    window->GetSession().Disconnect();
+    EXPECT_EQ(mode->text(), QString()) << "who disconnects keeps nothing";
 }
 
 TEST_F(ServerLossTest, TheBarSaysSinceWhenWhyAndWhenTheNextTryIs) {

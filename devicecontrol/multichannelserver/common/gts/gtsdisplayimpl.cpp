@@ -10,6 +10,7 @@
 
 #include <platform/widgets/notifications.h>
 #include <platform/widgets/plaintextdelegate.h>
+#include <platform/widgets/valuetext.h>
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
@@ -197,7 +198,9 @@ void GTSDisplayImpl::SlotDataModuleError(const QString& name, const QString& add
                                          const QString& errortext) {
     const QString message = errorreport::Text(name, address, errorcode, errortext);
     errorreport::Trace(message);
-    ShowWarning(message);
+    // Who looks at it reads the same in the language of the window; what goes to the tree stays as it is
+    // known.
+    ShowWarning(errorreport::Text(name, address, errorcode, valuetext::Reason(errortext)));
     errorreport::Write(message);
 }
 
