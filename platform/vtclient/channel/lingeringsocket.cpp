@@ -8,6 +8,7 @@
 #include <QtCore/QTimer>
 #include <QtNetwork/QSslSocket>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -24,21 +25,32 @@ qint64 UnsentOf(const QTcpSocket& socket) {
 
 }  // namespace
 
-int LingeringSocket::s_count = 0;
+std::deque<LingeringSocket*> LingeringSocket::s_all;
 qint64 LingeringSocket::s_bytes = 0;
 
 void LingeringSocket::TakeOver(QTcpSocket* socket, std::shared_ptr<const int> callsUnderWay) {
     socket->setParent(nullptr);
     const qint64 unsent = UnsentOf(*socket);
-    const bool mayLinger = socket->state() == QAbstractSocket::ConnectedState &&
-                           s_count < vtlimits::MaxLingering &&
-                           s_bytes + unsent <= vtlimits::MaxLingeringBytes;
+    const bool mayLinger = socket->state() == QAbstractSocket::ConnectedState && MakeRoom(unsent);
     if (!mayLinger) socket->abort();
     auto* const lingering = new LingeringSocket(socket, std::move(callsUnderWay));
     if (mayLinger)
         lingering->Linger();
     else
         lingering->End();
+}
+
+// A peer that reads has read the words of those that have been there longest.
+bool LingeringSocket::MakeRoom(qint64 unsent) {
+    if (unsent > vtlimits::MaxLingeringBytes) return false;
+    while (s_all.size() >= vtlimits::MaxLingering || s_bytes + unsent > vtlimits::MaxLingeringBytes) {
+        LingeringSocket* const first = s_all.front();
+        first->StopLingering();
+        first->m_socket->disconnect(first);
+        first->m_socket->abort();
+        first->End();
+    }
+    return true;
 }
 
 // What is left when the program ends goes with it.
@@ -51,14 +63,18 @@ LingeringSocket::LingeringSocket(QTcpSocket* socket, std::shared_ptr<const int> 
 }
 
 LingeringSocket::~LingeringSocket() {
-    if (!m_isLingering) return;
-    --s_count;
+    StopLingering();
+}
+
+void LingeringSocket::StopLingering() {
+    const auto found = std::find(s_all.begin(), s_all.end(), this);
+    if (found == s_all.end()) return;
+    s_all.erase(found);
     s_bytes -= m_bytes;
 }
 
 void LingeringSocket::Linger() {
-    m_isLingering = true;
-    ++s_count;
+    s_all.push_back(this);
     m_bytes = UnsentOf(*m_socket);
     s_bytes += m_bytes;
     connect(m_socket, &QTcpSocket::disconnected, this, &LingeringSocket::End);

@@ -68,7 +68,7 @@ constexpr std::chrono::seconds GiveBackEvery(5);  // which takes milliseconds
 // A closed connection that still sends its last words.
 constexpr std::chrono::milliseconds LingerTime(2000);  // a peer that reads at all has read them by then
 constexpr qint64 MaxLingeringBytes = 8 << 20;          // likewise; who reads at all leaves less
-constexpr int MaxLingering = 64;                       // beyond, the words may be lost: descriptors are few
+constexpr std::size_t MaxLingering = 64;               // beyond, the first go: descriptors are few
 
 // Flow of changes: what may be on its way to a client, and when the client owes an acknowledgement.
 constexpr int MaxUnackedMessages = 64;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a channel over TCP sends, as a peer sees it that reads when it likes.
 #include <platform/vtclient/channel/framedsocket.h>
+#include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/recordinglistener.h>
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>
@@ -171,6 +172,23 @@ TEST_F(Sending, ClosingSendsWhatWaitsAndThenTheEnd) {
     ASSERT_TRUE(ReceivesTheEnd());
     EXPECT_TRUE(m_received == m_sent);
     EXPECT_EQ(m_peer.error(), QAbstractSocket::RemoteHostClosedError);
+}
+
+TEST_F(Sending, ClosingSendsWhatWaitsHoweverManyPeersNeverReadTheirLastWords) {
+    std::vector<std::unique_ptr<QTcpSocket>> silent;
+    for (std::size_t i = 0; i < 2 * vtlimits::MaxLingering; ++i) {
+        silent.push_back(std::make_unique<QTcpSocket>());
+        silent.back()->setReadBufferSize(1);
+        silent.back()->connectToHost(m_server.serverAddress(), m_server.serverPort());
+        ASSERT_TRUE(WaitUntil([this] { return m_server.hasPendingConnections(); })) << i;
+        vt::FramedSocket channel(m_server.nextPendingConnection());
+        channel.Send("the last words");
+    }
+    StopReading();
+    SendUntilWaiting(200 * 1000);
+    m_channel->Close();
+    ASSERT_TRUE(ReceivesTheEnd());
+    EXPECT_TRUE(m_received == m_sent);
 }
 
 TEST_F(Sending, ClosingSendsTheLastWordsToAPeerWhoseOwnAreUnread) {
