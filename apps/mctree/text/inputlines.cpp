@@ -18,13 +18,15 @@ namespace {
 constexpr std::size_t LongestLine = 1048576;  // bytes
 constexpr std::size_t MostWaiting = 64;       // lines
 
-struct Line {
+}  // namespace
+
+struct InputLines::Line {
     QString text;
     bool isTooLong;
 };
 
 /// Reads one line, without its end. False at the end of the stream.
-bool ReadLine(std::istream& stream, Line* line) {
+bool InputLines::ReadLine(std::istream& stream, Line* line) {
     std::string bytes;
     line->isTooLong = false;
     char byte = 0;
@@ -41,8 +43,6 @@ bool ReadLine(std::istream& stream, Line* line) {
     line->text = QString::fromStdString(bytes);
     return isAny;
 }
-
-}  // namespace
 
 /// What the thread holds on to.
 struct InputLines::Shared {

@@ -30,7 +30,9 @@ class InputLines final : public QObject {
     bool IsAtEnd() const;
 
   private:
+    struct Line;
     struct Shared;
+    static bool ReadLine(std::istream& stream, Line* line);
     static void Read(const std::shared_ptr<Shared>& shared);
 
     const std::function<void()> m_onMore;
