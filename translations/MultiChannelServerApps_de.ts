@@ -579,6 +579,14 @@
         <source>FFM %1</source>
         <translation>FFM auf %1</translation>
     </message>
+    <message>
+        <source>offered at NATS as the station %1</source>
+        <translation>bei NATS angeboten als die Station %1</translation>
+    </message>
+    <message>
+        <source>not offered at NATS as the station %1: %2</source>
+        <translation>bei NATS nicht angeboten als die Station %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>

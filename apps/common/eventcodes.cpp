@@ -24,6 +24,8 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"few-places", QT_TRANSLATE_NOOP("CodedText", "no more than %1 clients find room at once, and not %2: the process may have only %3 files and connections open"), Warning, ESource::Server},
     {"files-read-anew", QT_TRANSLATE_NOOP("CodedText", "access file and certificates are read anew"), Notice, ESource::Access},
     {"files-stay", QT_TRANSLATE_NOOP("CodedText", "access file and certificates stay as they were: %1"), Warning, ESource::Access},
+    {"station-offered", QT_TRANSLATE_NOOP("CodedText", "offered at NATS as the station %1"), Notice, ESource::Server},
+    {"station-not-offered", QT_TRANSLATE_NOOP("CodedText", "not offered at NATS as the station %1: %2"), Warning, ESource::Server},
     {"left-out", QT_TRANSLATE_NOOP("CodedText", "%1 lines left out, most of them of %2"), Warning, ESource::Server},
     {"events-left-out", QT_TRANSLATE_NOOP("CodedText", "%1 events left out, most of them of %2"), Warning, ESource::Server, EShown::InEventsOnly},
 

@@ -13,6 +13,8 @@ enum class ECode : std::uint8_t {
     FewPlaces,
     FilesReadAnew,
     FilesStay,
+    StationOffered,
+    StationNotOffered,
     LeftOut,
     EventsLeftOut,
     // Who comes and goes, and who may not.

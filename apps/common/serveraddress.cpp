@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/serveraddress.h>
 
+#include <platform/nats/natsaddress.h>
+
 #include <QtCore/QUrl>
 
 #include <algorithm>
@@ -38,6 +40,25 @@ QString WithoutScheme(const QString& server, bool* isEncrypted) {
     return server.mid(7);
 }
 
+bool IsOverNats(const QString& text) {
+    return text.startsWith(QLatin1String("nats://")) || text.startsWith(QLatin1String("natss://"));
+}
+
+/// The same for NATS.
+QString ParseNats(const QString& text, ServerAddress* address) {
+    const bool isTls = text.startsWith(QLatin1String("natss"));
+    const QString rest = text.mid(text.indexOf(QLatin1String("://")) + 3);
+    nats::NatsAddress read;
+    QString fault = read.Parse(rest);
+    if (fault.isEmpty() && read.station.isEmpty()) fault = QStringLiteral("it names no station");
+    if (!fault.isEmpty()) return QStringLiteral("\"%1\" is no station at NATS: %2").arg(text, fault);
+    address->host = rest;
+    address->port = ServerAddress::DefaultNatsPort;
+    address->isEncrypted = address->isEncrypted || isTls;
+    address->isOverNats = true;
+    return QString();
+}
+
 /// Splits \a server, without its scheme, into the host and what comes behind it. Empty, or what is wrong with
 /// %1.
 QString SplitHost(const QString& server, QString* host, QString* rest) {
@@ -59,7 +80,9 @@ QString SplitHost(const QString& server, QString* host, QString* rest) {
 }  // namespace
 
 QString ServerAddress::Parse(const QString& text) {
+    if (IsOverNats(text)) return ParseNats(text, this);
     ServerAddress read = *this;
+    if (read.isOverNats) read = {QString(), DefaultPort, read.isEncrypted, false};
     QString rest;
     const QString error = SplitHost(WithoutScheme(text, &read.isEncrypted), &read.host, &rest);
     if (!error.isEmpty()) return error.arg(text);
@@ -78,6 +101,7 @@ QString ServerAddress::Parse(const QString& text) {
 }
 
 QString ServerAddress::AceFormOf(const QString& text) {
+    if (IsOverNats(text)) return QString();
     bool isEncrypted = false;
     QString host, rest;
     if (!SplitHost(WithoutScheme(text, &isEncrypted), &host, &rest).isEmpty() || IsLatin1(host))
@@ -87,6 +111,7 @@ QString ServerAddress::AceFormOf(const QString& text) {
 }
 
 QString ServerAddress::ToText() const {
+    if (isOverNats) return ToVtAddress();
     const bool isIpv6 = host.contains(QLatin1Char(':'));
     return QStringLiteral("%1%2:%3").arg(isEncrypted ? QStringLiteral("mcss://") : QString(),
                                          isIpv6 ? QStringLiteral("[%1]").arg(host) : host,
@@ -94,5 +119,6 @@ QString ServerAddress::ToText() const {
 }
 
 QString ServerAddress::ToVtAddress() const {
-    return (isEncrypted ? QStringLiteral("mcss://") : QStringLiteral("mcs://")) + host;
+    const QString scheme = isOverNats ? QStringLiteral("nats") : QStringLiteral("mcs");
+    return scheme + (isEncrypted ? QStringLiteral("s://") : QStringLiteral("://")) + host;
 }

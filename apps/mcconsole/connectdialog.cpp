@@ -82,7 +82,8 @@ void ConnectDialog::Build() {
 
     connect(m_address, QOverload<int>::of(&QComboBox::activated), this, &ConnectDialog::ShowRecent);
     connect(m_address, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        if (text.startsWith(QLatin1String("mcss://"))) m_encrypted->setChecked(true);
+        if (text.startsWith(QLatin1String("mcss://")) || text.startsWith(QLatin1String("natss://")))
+            m_encrypted->setChecked(true);
     });
     connect(m_encrypted, &QCheckBox::toggled, this, &ConnectDialog::ShowEncryption);
     connect(buttons, &QDialogButtonBox::accepted, this, &ConnectDialog::TryToAccept);

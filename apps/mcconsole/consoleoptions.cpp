@@ -12,7 +12,9 @@ QString Text(const char* text) {
 
 // In the order of the help.
 constexpr CommandLine::Option Options[] = {
-    {"connect", "HOST[:PORT]", "Connect to this server; mcss:// in front means TLS. Asks unless given."},
+    {"connect", "HOST[:PORT]",
+     "Connect to this server; mcss:// in front means TLS, nats://HOST/STATION through NATS. Asks unless "
+     "given."},
     {"tls", nullptr, "Connect with TLS."},
     {"ca", "FILE", "Authority that the server's certificate must come from, PEM; means TLS."},
     {"cert", "FILE", "Certificate of this client, PEM; means TLS."},

@@ -11,6 +11,7 @@
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
+#include <platform/nats/natsscheme.h>
 #include <platform/values/tree.h>
 #include <platform/widgets/screenfit.h>
 
@@ -44,6 +45,7 @@ int Run(const ConsoleOptions& options) {
     const GuiModule module(options.locale);
     const values::Tree tree;
     const ShutdownSignals shutdown;
+    nats::RegisterScheme();
     ConsoleWindow window(options.client);
     window.GetSession().SetMpxOrvName(options.mpxOrvName);
     if (options.isEncrypted) window.PreferEncryption();

@@ -7,6 +7,8 @@
 
 #include <platform/app/errorhandler.h>
 #include <platform/config/cfgcenter.h>
+#include <platform/nats/natsbusmaker.h>
+#include <platform/nats/natsscheme.h>
 #include <platform/values/tree.h>
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -33,6 +35,9 @@ Outcome RunWith(IVtClient& client, const Arguments& arguments, Printer& printer)
 
 Outcome RunCommand(const Arguments& arguments, Printer& printer) {
     const values::Tree tree;
+    if (arguments.server.isOverNats && !nats::IsBuiltIn())
+        return {EExitCode::Usage, QStringLiteral("this build knows no NATS")};
+    nats::RegisterScheme();
     VtClientCenter& center = VtClientCenter::Instance();
     center.SetOptions(arguments.client);
     IVtClient* const client =

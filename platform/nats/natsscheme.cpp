@@ -11,8 +11,9 @@ namespace nats {
 
 namespace {
 
-NatsOptions OptionsOf(const VtClientOptions& client, const NatsAddress& address) {
+NatsOptions OptionsOf(const VtClientOptions& client, const NatsAddress& address, bool isTls) {
     NatsOptions options;
+    options.isTls = isTls;
     options.servers = address.servers;
     options.name = CfgCenter::GetAppName();
     options.caFile = client.caFile;
@@ -23,13 +24,13 @@ NatsOptions OptionsOf(const VtClientOptions& client, const NatsAddress& address)
 }
 
 std::unique_ptr<vt::IConnector> MakeConnector(const QString& host, int port, const VtClientOptions& client,
-                                              QString* problem) {
+                                              bool isTls, QString* problem) {
     NatsAddress address;
     *problem = address.Parse(host, port);
     if (problem->isEmpty() && address.station.isEmpty())
         *problem = QStringLiteral("it names no station: nats://HOST/STATION");
     if (!problem->isEmpty()) return nullptr;
-    const NatsOptions options = OptionsOf(client, address);
+    const NatsOptions options = OptionsOf(client, address, isTls);
     if (MakeBus(options, problem) == nullptr) return nullptr;
     return std::make_unique<NatsConnector>([options](QString* fault) { return MakeBus(options, fault); },
                                            address.station, options.Who());
@@ -38,8 +39,13 @@ std::unique_ptr<vt::IConnector> MakeConnector(const QString& host, int port, con
 }  // namespace
 
 void RegisterScheme() {
-    VtClientCenter::Instance().RegisterScheme(QStringLiteral("nats"), MakeConnector,
-                                              VtClientCenter::EAddress::Own);
+    for (const bool isTls : {false, true})
+        VtClientCenter::Instance().RegisterScheme(
+            isTls ? QStringLiteral("natss") : QStringLiteral("nats"),
+            [isTls](const QString& host, int port, const VtClientOptions& client, QString* problem) {
+                return MakeConnector(host, port, client, isTls, problem);
+            },
+            VtClientCenter::EAddress::Own);
 }
 
 }  // namespace nats

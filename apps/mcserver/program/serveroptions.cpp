@@ -4,12 +4,17 @@
 #include <apps/common/commandline.h>
 #include <apps/mcserver/program/servicecontrol.h>
 
+#include <platform/nats/natsaddress.h>
+#include <platform/nats/natsbusmaker.h>
 #include <platform/vtclient/vtaccessfile.h>
 #include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
+#include <QtNetwork/QHostAddress>
+
+#include <algorithm>
 
 namespace {
 
@@ -37,6 +42,18 @@ constexpr CommandLine::Option Options[] = {
     {"comment-length", "COUNT", "Characters of the comment of an MpxORV; 1024 unless given."},
     {"script", "FILE", "What the simulated device does by itself."},
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
+    {"nats", "HOST[:PORT][,HOST...]",
+     "Also offer the server at this NATS, nats:// in front or nothing; port 4222 unless given. A user of "
+     "NATS, its "
+     "password and such come from the environment: MCS_NATS_USER, MCS_NATS_PASSWORD, MCS_NATS_TOKEN, "
+     "MCS_NATS_NKEY."},
+    {"station", "NAME", "What it is called there; the server's name unless given."},
+    {"nats-creds", "FILE", "Credentials for NATS, as its tools write them."},
+    {"nats-seed", "FILE", "Seed of the NKey for NATS."},
+    {"nats-tls", nullptr, "Insist on TLS with NATS."},
+    {"nats-ca", "FILE", "Authority that the certificate of NATS must come from, PEM; means TLS."},
+    {"nats-cert", "FILE", "Certificate for NATS, PEM; means TLS."},
+    {"nats-key", "FILE", "Private key of that certificate, PEM."},
     {"headless", nullptr, "Show no window."},
     {"screenshot", "DIRECTORY", "Save a picture of every page of the window below DIRECTORY, and end."},
     {"install-service", nullptr,
@@ -78,6 +95,47 @@ QString NameFault(const QString& name) {
     return device.match(name).hasMatch()
                ? QStringLiteral("--name cannot be %1, which is a device on some systems").arg(name)
                : QString();
+}
+
+bool IsThisMachine(const nats::HostPort& server) {
+    return server.host == Text("localhost") || QHostAddress(server.host).isLoopback();
+}
+
+/// What keeps a server from being reached over NATS as it would keep it from listening beyond this machine:
+/// who reaches NATS is nobody of this machine. Empty: nothing.
+QString NatsRisk(const ServerOptions& options) {
+    if (options.isInsecure) return QString();
+    if (options.accessFile.isEmpty())
+        return Text("everybody who reaches NATS would come in: it needs --access (or --insecure)");
+    const auto& servers = options.nats.servers;
+    if (options.nats.isTls || std::all_of(servers.begin(), servers.end(), IsThisMachine)) return QString();
+    return Text("it needs TLS, since NATS is on another machine: --nats-tls (or --insecure)");
+}
+
+void TakeNats(CommandLine& line, ServerOptions& options) {
+    constexpr const char* Others[] = {"station", "nats-creds", "nats-seed", "nats-tls",
+                                      "nats-ca", "nats-cert",  "nats-key"};
+    if (!line.IsSet("nats")) {
+        for (const char* const other : Others)
+            if (line.IsSet(other)) line.Refuse(other, Text("it needs --nats"));
+        return;
+    }
+    nats::NatsAddress address;
+    line.Refuse("nats", address.Parse(line.GetValue("nats")));
+    options.nats.servers = address.servers;
+    options.station = address.station.isEmpty() ? options.name : address.station;
+    line.TakeText("station", &options.station);
+    line.Refuse("station", nats::NatsAddress::StationFault(options.station));
+    line.TakeText("nats-creds", &options.nats.credentialsFile);
+    line.TakeText("nats-seed", &options.nats.seedFile);
+    line.TakeText("nats-ca", &options.nats.caFile);
+    line.TakeText("nats-cert", &options.nats.certificateFile);
+    line.TakeText("nats-key", &options.nats.privateKeyFile);
+    options.nats.isTls = line.IsSet("nats-tls");
+    options.nats.name = options.name;
+    options.nats.TakeEnvironment();
+    line.Refuse("nats", NatsRisk(options));
+    if (!nats::IsBuiltIn()) line.Refuse("nats", Text("this build knows no NATS"));
 }
 
 QStringList ServiceArguments(const CommandLine& line) {
@@ -136,6 +194,7 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
     if (!options.caFile.isEmpty() && options.certificateFile.isEmpty())
         line.Refuse(Text("--tls-ca needs --tls-cert"));
     line.Refuse(NameFault(options.name));
+    TakeNats(line, options);
     TakeService(line, options);
 }
 

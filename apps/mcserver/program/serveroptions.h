@@ -5,6 +5,7 @@
 #include <apps/common/programoptions.h>
 #include <apps/mcserver/access/textlimits.h>
 
+#include <platform/nats/natsoptions.h>
 #include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QString>
@@ -38,6 +39,8 @@ struct ServerOptions : ProgramOptions {
     int memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / (1024 * 1024));
     TextLimits textLimits;
     QString name;
+    nats::NatsOptions nats;  ///< no server: not over NATS
+    QString station;         ///< what it is called there
 
     /// Reads \a arguments, the program's name first. Needs the application object.
     static ServerOptions Parse(const QStringList& arguments);

@@ -36,7 +36,8 @@ ServerProgram::ServerProgram(const ServerOptions& options)
       m_configWatch(m_server.GetLog(), m_clock),
       m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
       m_eventHistory(m_server.GetLog().GetJournal()),
-      m_listener(m_access) {
+      m_listener(m_access),
+      m_station(m_listener, m_server.GetLog()) {
     m_listener.SetHistory(&m_eventHistory);
 }
 
@@ -49,7 +50,11 @@ bool ServerProgram::Start(QString* error) {
     m_options.textLimits.Show();
     CfgCenter::SetAppName(m_options.name);
     CfgCenter::Instance().SetStorePath(m_options.configFile);
-    if (!CfgCenter::Instance().HoldStore(error) || !Listen(error)) return false;
+    if (!CfgCenter::Instance().HoldStore(error)) return false;
+    // Before anybody can come in, since it takes some time.
+    if (!m_options.nats.servers.empty() && !m_station.Start(m_options.nats, m_options.station, error))
+        return false;
+    if (!Listen(error)) return false;
     m_server.Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
     m_configWatch.Start();
     m_device.RunScript(m_script);
@@ -112,6 +117,7 @@ void ServerProgram::Stop() {
     m_configWatch.Look();  // at what the last save came across
     m_configWatch.Stop();
     m_listener.Close(QStringLiteral("the server ends"));
+    m_station.Stop();
 }
 
 QString ServerProgram::MakeToken(const QString& user, const QString& role) {

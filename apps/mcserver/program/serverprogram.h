@@ -10,6 +10,7 @@
 #include <apps/mcserver/program/mcsserver.h>
 #include <apps/mcserver/program/serveroptions.h>
 #include <apps/mcserver/program/servicenotifier.h>
+#include <apps/mcserver/program/stationoffer.h>
 
 #include <platform/values/tree.h>
 #include <platform/vtclient/vtserver.h>
@@ -58,5 +59,6 @@ class ServerProgram {
     ServerAccess m_access;
     EventHistory m_eventHistory;
     VtServer m_listener;
+    StationOffer m_station;
     OrvScript m_script;
 };

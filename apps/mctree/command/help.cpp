@@ -25,7 +25,7 @@ paths
   see them: quote the path), "**" for any number of names; a "\" takes their meaning from them.
 
 options for every command
-  --connect HOST[:PORT]   the server (127.0.0.1:7450)
+  --connect HOST[:PORT]   the server (127.0.0.1:7450), or nats://HOST/STATION: one that NATS leads to
   -s, --server NAME       a server by its name in the file of profiles; the one called "default" there
                           if neither is given
   --profiles FILE         that file; also MCTREE_PROFILES in the environment

@@ -176,10 +176,10 @@ void NatsSession::Fail(const QString& reason) {
     if (m_listener != nullptr && !m_isDeaf) m_listener->OnClosed(reason);
 }
 
-// What was given to us before is still given.
 void NatsSession::Lose(const QString& reason) {
     if (!m_isOpen) return BeGone();
-    Fail(reason);
+    // The peer has said that it ends, which is told when all that came before was given.
+    if (!m_hasEnded) Fail(reason);
 }
 
 void NatsSession::BeGone() {

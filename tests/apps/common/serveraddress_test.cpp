@@ -32,17 +32,19 @@ TEST_P(GoodServerAddress, IsReadAndWritten) {
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, GoodServerAddress,
-    testing::Values(Good{"HostAlone", "tower", "tower", 7450, false, "tower:7450"},
-                    Good{"HostAndPort", "tower:8000", "tower", 8000, false, "tower:8000"},
-                    Good{"Ipv4", "10.0.0.1:1", "10.0.0.1", 1, false, "10.0.0.1:1"},
-                    Good{"Ipv6Alone", "::1", "::1", 7450, false, "[::1]:7450"},
-                    Good{"Ipv6InBrackets", "[fe80::1]", "fe80::1", 7450, false, "[fe80::1]:7450"},
-                    Good{"Ipv6AndPort", "[::1]:65535", "::1", 65535, false, "[::1]:65535"},
-                    Good{"Ipv6WithAZone", "fe80::1%2", "fe80::1%2", 7450, false, "[fe80::1%2]:7450"},
-                    Good{"BeyondAscii", "t\xfcrm.example:9", "t\xfcrm.example", 9, false,
-                         "t\xfcrm.example:9"},
-                    Good{"PlainScheme", "mcs://tower", "tower", 7450, false, "tower:7450"},
-                    Good{"TlsScheme", "mcss://tower:9", "tower", 9, true, "mcss://tower:9"}),
+    testing::Values(
+        Good{"HostAlone", "tower", "tower", 7450, false, "tower:7450"},
+        Good{"HostAndPort", "tower:8000", "tower", 8000, false, "tower:8000"},
+        Good{"Ipv4", "10.0.0.1:1", "10.0.0.1", 1, false, "10.0.0.1:1"},
+        Good{"Ipv6Alone", "::1", "::1", 7450, false, "[::1]:7450"},
+        Good{"Ipv6InBrackets", "[fe80::1]", "fe80::1", 7450, false, "[fe80::1]:7450"},
+        Good{"Ipv6AndPort", "[::1]:65535", "::1", 65535, false, "[::1]:65535"},
+        Good{"Ipv6WithAZone", "fe80::1%2", "fe80::1%2", 7450, false, "[fe80::1%2]:7450"},
+        Good{"BeyondAscii", "t\xfcrm.example:9", "t\xfcrm.example", 9, false, "t\xfcrm.example:9"},
+        Good{"PlainScheme", "mcs://tower", "tower", 7450, false, "tower:7450"},
+        Good{"TlsScheme", "mcss://tower:9", "tower", 9, true, "mcss://tower:9"},
+        Good{"OverNats", "nats://hub/tower", "hub/tower", 4222, false, "nats://hub/tower"},
+        Good{"OverNatsWithTls", "natss://a:1,b/tower", "a:1,b/tower", 4222, true, "natss://a:1,b/tower"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 struct Bad {
@@ -60,6 +62,7 @@ TEST_P(BadServerAddress, IsRefusedAndChangesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, BadServerAddress,
                          testing::Values(Bad{"Empty", ""}, Bad{"SchemeAlone", "mcs://"},
+                                         Bad{"NoStation", "nats://hub"}, Bad{"BadStation", "nats://hub/a.b"},
                                          Bad{"PortAlone", ":7450"}, Bad{"NoPortBehindColon", "tower:"},
                                          Bad{"PortZero", "tower:0"}, Bad{"PortTooLarge", "tower:65536"},
                                          Bad{"PortNegative", "tower:-1"}, Bad{"PortNoNumber", "tower:x"},

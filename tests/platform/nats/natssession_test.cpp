@@ -1,2 +1,285 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
+// What a session over NATS does about what a network of others may do to it. The bus is in memory.
+#include <platform/nats/session/natschannel.h>
+#include <platform/nats/session/natslistener.h>
+#include <platform/nats/session/natssession.h>
+#include <tests/platform/nats/memorybus.h>
+#include <tests/platform/vtclient/recordinglistener.h>
+#include <tests/support/printing.h>
+#include <tests/support/tracerecorder.h>
+#include <tests/support/waituntil.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using nats::Greeting;
+using nats::NatsSession;
+using nats::Packet;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+std::string_view View(const QByteArray& bytes) {
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+/// A frame of \a text.
+QByteArray Frame(const QByteArray& text) {
+    QByteArray frame("\0\0\0", 3);
+    frame += static_cast<char>(text.size());
+    return frame + text;
+}
+
+/// One session with a test in place of the other end.
+class OneSession : public testing::Test {
+  protected:
+    OneSession() {
+        m_channel.SetListener(&m_listener);
+        m_bus->Open(true);
+        RunTurns(2);  // it looks whether something came before there was a listener
+    }
+    void Give(Packet::EKind kind, quint64 number, quint64 consumed = 0, const QByteArray& body = {}) {
+        m_session->OnPacket({kind, number, consumed, View(body)});
+    }
+    void GiveData(quint64 number, const QByteArray& text) {
+        Give(Packet::EKind::Data, number, 0, Frame(text));
+    }
+    /// The last packet of that kind that the session has sent; none if there is none.
+    std::optional<Packet> Sent(Packet::EKind kind) const {
+        std::optional<Packet> found;
+        for (const MemoryBus::Published& published : m_bus->published) {
+            const std::optional<Packet> packet = Packet::Read(View(published.data));
+            if (packet && packet->kind == kind) found = packet;
+        }
+        return found;
+    }
+
+    const TraceRecorder m_traces;
+    const std::shared_ptr<MemoryBus> m_bus = std::make_shared<MemoryBus>();
+    const std::shared_ptr<NatsSession> m_session =
+        std::make_shared<NatsSession>(m_bus, "down", Greeting{Packet::Version, 1000, 0});
+    nats::NatsChannel m_channel{m_session, {QStringLiteral("nats/joe:1"), false, false}};
+    RecordingListener m_listener;
+};
+
+TEST_F(OneSession, PacketsInOrderAreAStreamOfMessages) {
+    Give(Packet::EKind::Data, 1, 0, Frame("one") + Frame("two").left(2));
+    Give(Packet::EKind::Data, 2, 0, Frame("two").mid(2) + Frame(""));
+    EXPECT_THAT(m_listener.messages, ElementsAre(QByteArray("one"), QByteArray("two"), QByteArray("")));
+}
+
+TEST_F(OneSession, ALostPacketEndsIt) {
+    GiveData(1, "one");
+    GiveData(3, "three");
+    EXPECT_THAT(m_listener.messages, ElementsAre(QByteArray("one")));
+    EXPECT_THAT(m_listener.closings,
+                ElementsAre(QStringLiteral("a message was lost over NATS (number 3 came, 2 was due)")));
+    EXPECT_FALSE(m_channel.IsOpen());
+}
+
+TEST_F(OneSession, APacketThatComesTwiceEndsIt) {
+    GiveData(1, "one");
+    GiveData(1, "one");
+    EXPECT_THAT(m_listener.messages, SizeIs(1));
+    EXPECT_THAT(m_listener.closings,
+                ElementsAre(QStringLiteral("a message came twice over NATS (number 1)")));
+}
+
+TEST_F(OneSession, SendsNoMoreThanThePeerHasRoomFor) {
+    m_channel.Send(QByteArray(5000, 'x'));
+    m_channel.Flush();
+    EXPECT_EQ(m_bus->PublishedBytes() - nats::Packet::HeadSize, 1000);
+    EXPECT_EQ(m_channel.Unsent(), 4004);
+    Give(Packet::EKind::Credit, 0, 600);
+    EXPECT_EQ(m_channel.Unsent(), 3404);
+    Give(Packet::EKind::Credit, 0, 1600);
+    Give(Packet::EKind::Credit, 0, 2600);
+    Give(Packet::EKind::Credit, 0, 3600);
+    Give(Packet::EKind::Credit, 0, 4600);
+    EXPECT_EQ(m_channel.Unsent(), 0);
+}
+
+TEST_F(OneSession, AnAcknowledgementOfWhatWasNotSentEndsIt) {
+    Give(Packet::EKind::Credit, 0, 1);
+    EXPECT_THAT(m_listener.closings,
+                ElementsAre(QStringLiteral("the peer acknowledges what was not sent over NATS")));
+}
+
+TEST_F(OneSession, APeerThatSendsMoreThanItMayEndsIt) {
+    m_channel.SetListener(nullptr);
+    const QByteArray body(60'000, '\0');
+    for (quint64 i = 1; i <= 4; ++i)
+        Give(Packet::EKind::Data, i, 0, body);
+    EXPECT_TRUE(m_channel.IsOpen());
+    m_channel.SetListener(&m_listener);
+    m_channel.SetListener(nullptr);
+    Give(Packet::EKind::Data, 5, 0, body);
+    EXPECT_FALSE(m_channel.IsOpen());
+}
+
+TEST_F(OneSession, WhatWasConsumedIsToldInTime) {
+    m_channel.SetMaxMessage(1 << 20);
+    const QByteArray message = Frame(QByteArray(100, 'x'));
+    quint64 number = 0;
+    while (!Sent(Packet::EKind::Credit) && number < 10'000)
+        Give(Packet::EKind::Data, ++number, 0, message);
+    ASSERT_TRUE(Sent(Packet::EKind::Credit));
+    EXPECT_EQ(Sent(Packet::EKind::Credit)->consumed, number * static_cast<quint64>(message.size()));
+    EXPECT_LE(Sent(Packet::EKind::Credit)->consumed, NatsSession::Window / 2);
+}
+
+TEST_F(OneSession, TheEndOfTheConnectionToNatsEndsIt) {
+    m_bus->Break(QStringLiteral("the cable was cut"));
+    EXPECT_THAT(m_listener.closings, ElementsAre(QStringLiteral("the cable was cut")));
+}
+
+TEST_F(OneSession, APeerThatHasLeftIsNoticedWithTheNextWord) {
+    m_channel.Send("anybody?");
+    m_channel.Flush();
+    m_bus->TellUnheard(m_bus->published.back().watch);
+    EXPECT_THAT(m_listener.closings, ElementsAre(QStringLiteral("the peer has left NATS")));
+}
+
+TEST_F(OneSession, TheLastWordsWaitForRoomAndTheEndComesBehindThem) {
+    m_channel.Send(QByteArray(1500, 'x'));
+    m_channel.Close();
+    EXPECT_FALSE(Sent(Packet::EKind::End));
+    Give(Packet::EKind::Credit, 0, 1000);
+    ASSERT_TRUE(Sent(Packet::EKind::End));
+    EXPECT_EQ(Sent(Packet::EKind::End)->number, 3U);
+    Give(Packet::EKind::Ended, 0, 1000);
+    EXPECT_THAT(m_listener.closings, IsEmpty());
+}
+
+TEST_F(OneSession, WhatCameBeforeTheEndIsGivenAlsoIfThePeerHasLeftByThen) {
+    m_channel.SetListener(nullptr);
+    GiveData(1, "farewell");
+    Give(Packet::EKind::End, 2);
+    m_session->Lose(QStringLiteral("gone"));
+    m_channel.SetListener(&m_listener);
+    EXPECT_TRUE(WaitUntil([this] { return !m_listener.closings.empty(); }));
+    EXPECT_THAT(m_listener.messages, ElementsAre(QByteArray("farewell")));
+    EXPECT_THAT(m_listener.closings, ElementsAre(QStringLiteral("the peer closed the connection")));
+}
+
+TEST_F(OneSession, NothingIsPublishedWhileNatsDoesNotTakeWhatThereIs) {
+    m_bus->unsent = nats::INatsBus::EnoughUnsent;
+    m_channel.Send("late");
+    m_channel.Flush();
+    EXPECT_THAT(m_bus->published, IsEmpty());
+    m_bus->unsent = 0;
+    m_bus->TellWritable();
+    EXPECT_THAT(m_bus->published, SizeIs(1));
+}
+
+/// The door of a station, and what strangers do there.
+class Door : public testing::Test {
+  protected:
+    Door() { m_bus->Open(true); }
+    void Say(const char* subject, const QByteArray& data) { m_bus->Deliver(subject, data); }
+    static QByteArray OpenPacket(quint8 version = Packet::Version, quint32 window = 100'000) {
+        return Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{version, window, 0}.Write();
+    }
+    std::vector<std::string> Lines() const {
+        std::vector<std::string> lines;
+        for (const TraceRecord& record : m_traces.Records())
+            lines.push_back(record.source.toStdString() + " | " + record.message.toStdString());
+        return lines;
+    }
+
+    static constexpr const char* Subject = "mcs.tower.up.joe.abcdefghijklmnopqrstuv";
+    const TraceRecorder m_traces{ErrorHandler::TraceWarnings};
+    const std::shared_ptr<MemoryBus> m_bus = std::make_shared<MemoryBus>();
+    std::vector<std::unique_ptr<vt::IChannel>> m_channels;
+    nats::NatsListener m_door{
+        m_bus, QStringLiteral("tower"), 77,
+        [this](std::unique_ptr<vt::IChannel> channel) { m_channels.push_back(std::move(channel)); }};
+};
+
+TEST_F(Door, WhoKnocksGetsAChannelAndIsNobodyOfThisMachine) {
+    Say(Subject, OpenPacket());
+    ASSERT_THAT(m_channels, SizeIs(1));
+    EXPECT_EQ(m_channels[0]->PeerAddress(), QStringLiteral("nats/joe:abcdef"));
+    EXPECT_FALSE(m_channels[0]->IsLoopback());
+    EXPECT_FALSE(m_channels[0]->IsEncrypted());
+    ASSERT_THAT(m_bus->published, SizeIs(1));
+    EXPECT_EQ(m_bus->published[0].subject, "mcs.tower.down.joe.abcdefghijklmnopqrstuv");
+    EXPECT_THAT(Lines(), IsEmpty());
+}
+
+TEST_F(Door, WhoHasGoneIsForgotten) {
+    Say(Subject, OpenPacket());
+    EXPECT_EQ(m_door.CountSessions(), 1);
+    m_bus->TellUnheard(m_bus->published.back().watch);
+    EXPECT_EQ(m_door.CountSessions(), 0);
+}
+
+struct Rubbish {
+    const char* name;
+    const char* subject;
+    QByteArray data;
+    const char* line;  ///< empty: none
+};
+
+class Strangers : public Door, public testing::WithParamInterface<Rubbish> {};
+
+TEST_P(Strangers, AreToldInOneLineAndOthersGetIn) {
+    Say(Subject, OpenPacket());
+    ASSERT_THAT(m_channels, SizeIs(1));
+    Say(GetParam().subject, GetParam().data);
+    EXPECT_TRUE(m_channels[0]->IsOpen());
+    EXPECT_THAT(m_channels, SizeIs(1));
+    if (*GetParam().line != '\0') {
+        EXPECT_THAT(Lines(), ElementsAre(std::string(GetParam().line)));
+    } else {
+        EXPECT_THAT(Lines(), IsEmpty());
+    }
+    Say("mcs.tower.up.ann.0123456789012345678901", OpenPacket());
+    EXPECT_THAT(m_channels, SizeIs(2));
+}
+
+constexpr const char* Other = "mcs.tower.up.mallory.0000000000000000000000";
+
+QByteArray PacketOf(Packet::EKind kind) {
+    return Packet{kind, 1, 0, {}}.Head();
+}
+
+const Rubbish AllRubbish[] = {
+    {"Rubbish", Other, "rubbish", "nats/mallory | From nats/mallory: what came is no packet of a session"},
+    {"Nothing", Other, "", "nats/mallory | From nats/mallory: what came is no packet of a session"},
+    {"AnOpeningWithoutAGreeting", Other, PacketOf(Packet::EKind::Open),
+     "nats/mallory | From nats/mallory: a session was begun with what is no greeting"},
+    {"AnOpeningThatLeavesNoRoom", Other,
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 0, 0}.Write(),
+     "nats/mallory | From nats/mallory: a session was begun with what is no greeting"},
+    {"ASessionThatIsThereBegunOnceMore", "mcs.tower.up.joe.abcdefghijklmnopqrstuv",
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0}.Write(),
+     "nats/joe | From nats/joe: a session that is there was begun once more"},
+    {"AnIdThatIsNone", "mcs.tower.up.mallory.short",
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0}.Write(),
+     "nats/- | From nats/-: what came is no packet of a session"},
+    {"TheIdOfAnothersSession", "mcs.tower.up.mallory.abcdefghijklmnopqrstuv", PacketOf(Packet::EKind::End),
+     ""},
+    {"DataOfNoSession", Other, PacketOf(Packet::EKind::Data), ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Door, Strangers, testing::ValuesIn(AllRubbish),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Door, AnotherVersionIsToldWhichOneIsSpoken) {
+    Say(Subject, OpenPacket(2));
+    EXPECT_THAT(m_channels, IsEmpty());
+    ASSERT_THAT(m_bus->published, SizeIs(1));
+    EXPECT_THAT(m_bus->published[0].data.toStdString(),
+                HasSubstr("speaks version 1 of the session over NATS, not 2"));
+}
+
+TEST_F(Door, WhoTalksOfSessionsThatThereAreNotGetsSoManyAnswers) {
+    for (int i = 0; i < 1000; ++i)
+        Say(Other, PacketOf(Packet::EKind::Data));
+    EXPECT_THAT(m_bus->published, SizeIs(100));
+}
+
+}  // namespace

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/nats/inatsbus.h>
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+/// A bus that remembers what was published, and brings what a test says.
+class MemoryBus final : public nats::INatsBus {
+  public:
+    struct Published {
+        QByteArray subject;
+        QByteArray data;
+        quint64 watch;
+    };
+
+    void Open(bool) override { m_state = EState::Open; }
+    void Close() override { m_state = EState::Closed; }
+    EState State() const override { return m_state; }
+    QString Problem() const override { return QString(); }
+    void AddListener(IListener* listener) override { m_listeners.push_back(listener); }
+    void RemoveListener(IListener* listener) override {
+        m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), listener), m_listeners.end());
+    }
+    bool Publish(const QByteArray& subject, std::string_view head, std::string_view body,
+                 quint64 watch) override {
+        QByteArray data(head.data(), static_cast<int>(head.size()));
+        data.append(body.data(), static_cast<int>(body.size()));
+        published.push_back({subject, data, watch});
+        return true;
+    }
+    void Flush() override {}
+    qint64 Unsent() const override { return unsent; }
+    qint64 MaxPayload() const override { return 1 << 20; }
+    int Subscribe(const QByteArray& subject, Handler handler) override {
+        m_handlers[++m_last] = {subject, std::move(handler)};
+        return m_last;
+    }
+    void Unsubscribe(int subscription) override { m_handlers.erase(subscription); }
+    void Request(const QByteArray&, const QByteArray&, Time, AnswerHandler) override {}
+    bool IsLoopback() const override { return true; }
+    bool IsEncrypted() const override { return false; }
+    QString ServerAddress() const override { return QStringLiteral("memory"); }
+
+    /// To all who listen, whatever to.
+    void Deliver(std::string_view subject, const QByteArray& data) {
+        for (const auto& [number, subscription] : m_handlers)
+            subscription.second({subject, {data.constData(), static_cast<std::size_t>(data.size())}, {}});
+    }
+    void Break(const QString& reason) {
+        m_state = EState::Closed;
+        for (IListener* const listener : std::vector<IListener*>(m_listeners))
+            listener->OnNatsState(m_state, reason);
+    }
+    void TellUnheard(quint64 watch) {
+        for (IListener* const listener : std::vector<IListener*>(m_listeners))
+            listener->OnNatsUnheard(watch);
+    }
+    void TellWritable() {
+        for (IListener* const listener : std::vector<IListener*>(m_listeners))
+            listener->OnNatsWritable();
+    }
+    qint64 PublishedBytes() const {
+        qint64 size = 0;
+        for (const Published& one : published)
+            size += one.data.size();
+        return size;
+    }
+
+    std::vector<Published> published;
+    qint64 unsent = 0;
+
+  private:
+    EState m_state = EState::Closed;
+    std::vector<IListener*> m_listeners;
+    std::map<int, std::pair<QByteArray, Handler>> m_handlers;
+    int m_last = 0;
+};
