@@ -23,6 +23,7 @@ struct NatsMessage {
 struct NatsAnswer {
     QString problem;  ///< why there is no answer, in one line; empty if there is one
     QByteArray data;
+    bool isUnheard = false;  ///< nobody listens to such questions
 };
 
 /// One connection to NATS. Main thread: everything is told from the event loop, never from within a call to

@@ -369,7 +369,12 @@ void NatsBus::OnNotice(const NatsNotices::Notice& notice) {
     if (!notice.subject.startsWith("r.") || question == m_questions.end()) return;
     const AnswerHandler handler = std::move(question->second.handler);
     m_questions.erase(question);
-    handler({notice.isUnheard ? QStringLiteral("nobody there answers") : QString(), notice.data});
+    QString problem;
+    if (notice.isUnheard)
+        problem = QStringLiteral("nobody there answers");
+    else if (!notice.status.isEmpty())
+        problem = QStringLiteral("NATS answers with status %1").arg(QString::fromLatin1(notice.status));
+    handler({problem, notice.data, notice.isUnheard});
 }
 
 // NATS sends what we publish to ourselves: who hears not even that has lost it.

@@ -64,6 +64,8 @@ void NatsNotices::OnMessage(natsConnection* /*connection*/, natsSubscription* /*
     notice.subject = QByteArray(natsMsg_GetSubject(message)).mid(self.m_inboxSize);
     notice.data = QByteArray(natsMsg_GetData(message), natsMsg_GetDataLength(message));
     notice.isUnheard = natsMsg_IsNoResponders(message);
+    const char* status = nullptr;
+    if (natsMsgHeader_Get(message, "Status", &status) == NATS_OK) notice.status = status;
     self.Add(std::move(notice));
 }
 

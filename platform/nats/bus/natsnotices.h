@@ -25,6 +25,7 @@ class NatsNotices : public std::enable_shared_from_this<NatsNotices> {
         QByteArray subject;  ///< the rest of it, behind the inbox
         QByteArray data;
         bool isUnheard = false;
+        QByteArray status;  ///< of NATS, where it answers itself: "404"
     };
 
     /// Calls \a onNotices from the event loop of \a receiver's thread when there are some. Main thread.

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/nats/natskeeper.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <utility>
+
+namespace nats {
+
+namespace {
+
+constexpr std::chrono::milliseconds KeeperTimeout(3000);
+constexpr int StreamIsThere = 10058;  // with another configuration: the error code of the API
+
+QJsonObject ConfigurationOf(const QByteArray& stream, const QByteArray& subjects,
+                            const NatsKeeper::Limits& limits) {
+    const auto age = std::chrono::duration_cast<std::chrono::nanoseconds>(limits.age);
+    return {{QStringLiteral("name"), QString::fromLatin1(stream)},
+            {QStringLiteral("subjects"), QJsonArray{QString::fromLatin1(subjects)}},
+            {QStringLiteral("retention"), QStringLiteral("limits")},
+            {QStringLiteral("storage"), QLatin1String(limits.isOnDisk ? "file" : "memory")},
+            {QStringLiteral("discard"), QStringLiteral("old")},
+            {QStringLiteral("max_age"), static_cast<qint64>(age.count())},
+            {QStringLiteral("max_bytes"), limits.bytes},
+            {QStringLiteral("max_msgs"), -1},
+            {QStringLiteral("max_consumers"), -1},
+            {QStringLiteral("max_msgs_per_subject"), 1},
+            {QStringLiteral("num_replicas"), 1},
+            {QStringLiteral("allow_direct"), true}};
+}
+
+QJsonObject ErrorOf(const NatsAnswer& answer) {
+    return QJsonDocument::fromJson(answer.data).object().value(QLatin1String("error")).toObject();
+}
+
+}  // namespace
+
+NatsKeeper::NatsKeeper(std::shared_ptr<INatsBus> bus, QByteArray stream)
+    : m_bus(std::move(bus)), m_stream(std::move(stream)) {}
+
+QString NatsKeeper::ProblemOf(const NatsAnswer& answer) {
+    if (answer.isUnheard) return QStringLiteral("this NATS has no JetStream");
+    if (!answer.problem.isEmpty()) return answer.problem;
+    return ErrorOf(answer).value(QLatin1String("description")).toString().simplified();
+}
+
+void NatsKeeper::Keep(const QByteArray& subjects, const Limits& limits, Done done) {
+    const QByteArray configuration =
+        QJsonDocument(ConfigurationOf(m_stream, subjects, limits)).toJson(QJsonDocument::Compact);
+    const auto ask = [bus = m_bus.get(), stream = m_stream, configuration](const char* what,
+                                                                           INatsBus::AnswerHandler handler) {
+        bus->Request(QByteArray("$JS.API.STREAM.") + what + '.' + stream, configuration, KeeperTimeout,
+                     std::move(handler));
+    };
+    ask("CREATE", [ask, done = std::move(done)](const NatsAnswer& answer) {
+        const bool isThere = ErrorOf(answer).value(QLatin1String("err_code")).toInt() == StreamIsThere;
+        if (!isThere) return done(ProblemOf(answer));
+        ask("UPDATE", [done](const NatsAnswer& updated) { done(ProblemOf(updated)); });
+    });
+}
+
+void NatsKeeper::Get(const QByteArray& subject, Found found) {
+    m_bus->Request("$JS.API.DIRECT.GET." + m_stream + '.' + subject, QByteArray(), KeeperTimeout,
+                   [found = std::move(found)](const NatsAnswer& answer) {
+                       found(answer.problem.isEmpty() ? std::optional(answer.data) : std::nullopt);
+                   });
+}
+
+}  // namespace nats
