@@ -65,9 +65,10 @@ bool Demo::Fail(const QString& what) {
 bool Demo::Run() {
     using Step = bool (Demo::*)();
     bool isGood = m_directory.isValid();
-    for (const Step step : {&Demo::StartModule, &Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus,
-                            &Demo::BecomeMaster, &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster,
-                            &Demo::BlankAFrequency, &Demo::KillAndRestart, &Demo::ShowWindows})
+    for (const Step step :
+         {&Demo::StartModule, &Demo::StartCluster, &Demo::StartServer, &Demo::StartClients, &Demo::ShowStatus,
+          &Demo::BecomeMaster, &Demo::RefuseAndAllow, &Demo::RefuseForTheMaster, &Demo::BlankAFrequency,
+          &Demo::KillANode, &Demo::KillAndRestart, &Demo::ShowWindows})
         isGood = isGood && !m_isStopped() && (this->*step)();
     return End() && isGood;
 }
@@ -88,14 +89,31 @@ bool Demo::StartModule() {
            Fail(QStringLiteral("no configuration can be written"));
 }
 
+bool Demo::StartCluster() {
+    if (m_clusterScript.isEmpty()) return true;
+    narrator::Chapter(QStringLiteral("Three nodes of NATS start, with users, TLS and a disk of their own"));
+    QString error;
+    if (!m_cluster.Start(m_clusterScript, m_directory.filePath(QStringLiteral("cluster")), &error))
+        return Fail(error);
+    narrator::Hear(QStringLiteral("nats"), QStringLiteral("listening on ") + m_cluster.Hosts());
+    return true;
+}
+
+QStringList Demo::ServerArguments() const {
+    QStringList arguments{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(m_port),
+                          QStringLiteral("--config"), m_directory.filePath(QStringLiteral("server.ini"))};
+    if (!m_hasWindows) arguments << QStringLiteral("--headless");
+    if (!m_clusterScript.isEmpty())
+        arguments << QStringLiteral("--nats") << m_cluster.Hosts() << QStringLiteral("--station")
+                  << DemoCluster::Station() << QStringLiteral("--insecure");
+    return arguments;
+}
+
 bool Demo::StartServer() {
     const bool isFirst = m_port == 0;
     if (isFirst) narrator::Chapter(QStringLiteral("A server starts, with a simulated direction finder"));
-    const QString listen = QStringLiteral("127.0.0.1:%1").arg(m_port);
-    const QString config = m_directory.filePath(QStringLiteral("server.ini"));
-    QStringList arguments{QStringLiteral("--listen"), listen, QStringLiteral("--config"), config};
-    if (!m_hasWindows) arguments << QStringLiteral("--headless");
-    if (!m_server.Start(PathOf("mcserver"), arguments))
+    if (!m_clusterScript.isEmpty()) m_server.SetEnvironment(m_cluster.EnvironmentOf(DemoCluster::Station()));
+    if (!m_server.Start(PathOf("mcserver"), ServerArguments()))
         return Fail(QStringLiteral("mcserver does not start"));
     const QString line = m_server.WaitForLine(QStringLiteral("listening on "), Patience);
     if (line.isNull()) return Fail(QStringLiteral("mcserver does not listen"));
@@ -133,10 +151,16 @@ bool Demo::HearConnected(ChildProgram& client, const QString& who, QString* name
 bool Demo::StartClients() {
     narrator::Chapter(QStringLiteral("Two clients connect; each gets an MpxORV of its own"));
     const QString port = QString::number(m_port);
+    const bool isOverNats = !m_clusterScript.isEmpty();
+    const QString address =
+        isOverNats ? QStringLiteral("natss://%1/%2").arg(m_cluster.Hosts(), DemoCluster::Station())
+                   : QStringLiteral("127.0.0.1");
+    if (isOverNats) narrator::Hear(QStringLiteral("both"), QStringLiteral("connect to ") + address);
     for (ChildProgram* client : {&m_alpha, &m_bravo}) {
         const QString& who = client == &m_alpha ? Alpha() : Bravo();
-        if (!client->Start(PathOf("mcdemo"),
-                           {QStringLiteral("--client"), who, QStringLiteral("--port"), port}))
+        if (isOverNats) client->SetEnvironment(m_cluster.EnvironmentOf(QStringLiteral("operator")));
+        if (!client->Start(PathOf("mcdemo"), {QStringLiteral("--client"), who, QStringLiteral("--address"),
+                                              address, QStringLiteral("--port"), port}))
             return Fail(who + QStringLiteral(" does not start"));
     }
     QString alphaName;
@@ -219,17 +243,37 @@ bool Demo::RefuseAndAllow() {
     return true;
 }
 
-bool Demo::KillAndRestart() {
+bool Demo::KillANode() {
+    if (m_clusterScript.isEmpty()) return true;
     narrator::Chapter(
-        QStringLiteral("The server is killed and restarted; the clients come back by themselves"));
-    narrator::Act(QStringLiteral("operator"), QStringLiteral("kill -9 mcserver"));
-    m_server.Kill();
+        QStringLiteral("The node that all are connected to is killed; they go on by another one"));
+    narrator::Act(QStringLiteral("operator"),
+                  QStringLiteral("kill -9 nats-server, ") + m_cluster.FirstNode());
+    m_cluster.KillFirstNode();
+    QString name;
+    if (!HearThemLoseTheServer() || !HearConnected(m_alpha, Alpha(), &name) ||
+        !HearConnected(m_bravo, Bravo(), &m_bravoName))
+        return false;
+    return Ask(m_alpha, Alpha(), QStringLiteral("master"), QStringLiteral("done")) &&
+           AskUntilDone(m_alpha, Alpha(), QStringLiteral("tune 121500000"));
+}
+
+bool Demo::HearThemLoseTheServer() {
     for (ChildProgram* client : {&m_alpha, &m_bravo}) {
         const QString& who = client == &m_alpha ? Alpha() : Bravo();
         if (client->WaitForLine(QStringLiteral("lost"), Patience).isNull())
             return Fail(who + QStringLiteral(" does not notice"));
         narrator::Hear(who, QStringLiteral("lost the server; what is shown is marked as stale"));
     }
+    return true;
+}
+
+bool Demo::KillAndRestart() {
+    narrator::Chapter(
+        QStringLiteral("The server is killed and restarted; the clients come back by themselves"));
+    narrator::Act(QStringLiteral("operator"), QStringLiteral("kill -9 mcserver"));
+    m_server.Kill();
+    if (!HearThemLoseTheServer()) return false;
     narrator::Act(QStringLiteral("operator"), QStringLiteral("mcserver, once more"));
     QString name;
     return StartServer() && HearConnected(m_alpha, Alpha(), &name) && HearConnected(m_bravo, Bravo(), &name);
@@ -270,5 +314,6 @@ bool Demo::End() {
     isGood = (m_bravo.EndInput(StopTime) == 0 || Fail(QStringLiteral("bravo does not end well"))) && isGood;
     m_server.Terminate(StopTime);
     m_module.Terminate(StopTime);
+    m_cluster.Stop();
     return isGood;
 }

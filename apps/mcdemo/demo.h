@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "democluster.h"
+
 #include <apps/common/childprogram.h>
 
 #include <QtCore/QString>
@@ -16,12 +18,16 @@ class Demo {
     /// early.
     Demo(const QString& pictures, std::function<bool()> isStopped);
 
+    /// The clients come through a cluster of NATS, made by \a clusterScript, of which a node is killed.
+    void UseNats(const QString& clusterScript) { m_clusterScript = clusterScript; }
+
     /// Tells the story. True if everything in it came about.
     bool Run();
 
   private:
     bool Fail(const QString& what);
     bool StartModule();
+    bool StartCluster();
     bool StartServer();
     bool StartClients();
     bool ShowStatus();
@@ -29,6 +35,7 @@ class Demo {
     bool RefuseAndAllow();
     bool RefuseForTheMaster();
     bool BlankAFrequency();
+    bool KillANode();
     bool KillAndRestart();
     bool ShowWindows();
     bool LeaveWindows();
@@ -36,6 +43,8 @@ class Demo {
     bool StartConsole();
     bool End();
 
+    QStringList ServerArguments() const;
+    bool HearThemLoseTheServer();
     QString Operator(const QStringList& arguments) const;
     /// \a client asks for \a line; its answer must begin with \a beginning.
     bool Ask(ChildProgram& client, const QString& who, const QString& line, const QString& beginning);
@@ -48,6 +57,8 @@ class Demo {
     bool m_hasWindows;
     QTemporaryDir m_directory;
     int m_port = 0;
+    QString m_clusterScript;  ///< empty: no NATS
+    DemoCluster m_cluster;
     ChildProgram m_module{ChildProgram::EErrors::PassedOn};
     ChildProgram m_server{ChildProgram::EErrors::PassedOn};
     ChildProgram m_console{ChildProgram::EErrors::PassedOn};
