@@ -998,6 +998,16 @@
             <numerusform>%n der gemerkten Frequenzen können nicht stimmen und fehlen.</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Configuration</source>
+        <comment>short, for a tab</comment>
+        <translation>Konfig.</translation>
+    </message>
+    <message>
+        <source>Transmitters</source>
+        <comment>short, for a tab</comment>
+        <translation>Bodensender</translation>
+    </message>
 </context>
 <context>
     <name>EventExport</name>
@@ -1649,7 +1659,7 @@
     </message>
     <message>
         <source>%1 NOT SUPERVISED</source>
-        <translation>%1 NICHT ÜBERWACHT</translation>
+        <translation>%1 UNÜBERWACHT</translation>
     </message>
     <message>
         <source>Not supervised: %1</source>
@@ -1696,10 +1706,6 @@
         <translation>NICHT EINGESTELLT</translation>
     </message>
     <message>
-        <source>not supervised</source>
-        <translation>nicht überwacht</translation>
-    </message>
-    <message>
         <source>keyed</source>
         <translation>getastet</translation>
     </message>
@@ -1710,6 +1716,10 @@
     <message>
         <source>The connection is lost: %1.</source>
         <translation>Die Verbindung ist verloren: %1.</translation>
+    </message>
+    <message>
+        <source>unsupervised</source>
+        <translation>unüberwacht</translation>
     </message>
 </context>
 <context>

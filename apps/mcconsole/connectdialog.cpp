@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int MinimumWidth = 420;
+constexpr int FieldWidth = 280;  // at least, and never so that a caption is cut
 constexpr int LongestAddress = 300;
 constexpr int LongestName = 256;  // of users and tokens; servers take no longer ones
 constexpr int LongestShown = 60;
@@ -42,7 +42,6 @@ ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions&
       m_problem(new QLabel(this)) {
     setObjectName(QStringLiteral("ConnectDialog"));
     setWindowTitle(tr("Connect to a server"));
-    setMinimumWidth(MinimumWidth);
     Build();
     FillRecent();
 }
@@ -50,6 +49,7 @@ ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions&
 void ConnectDialog::Build() {
     m_address->setObjectName(QStringLiteral("ServerAddress"));
     m_address->setEditable(true);
+    m_address->setMinimumWidth(FieldWidth);
     m_address->setInsertPolicy(QComboBox::NoInsert);
     m_token->setObjectName(QStringLiteral("Token"));
     m_token->setEchoMode(QLineEdit::Password);
@@ -93,6 +93,8 @@ void ConnectDialog::Build() {
 QLayout* ConnectDialog::BuildCaRow() {
     m_caFile->setObjectName(QStringLiteral("CaFile"));
     m_caFile->setPlaceholderText(tr("those that the system trusts"));
+    constexpr int frame = 20;  // pixels around a text in the field
+    m_caFile->setMinimumWidth(m_caFile->fontMetrics().horizontalAdvance(m_caFile->placeholderText()) + frame);
     m_caFile->setAccessibleName(tr("Certificate authority"));
     m_browse->setAutoDefault(false);
     connect(m_browse, &QPushButton::clicked, this, &ConnectDialog::ChooseCaFile);

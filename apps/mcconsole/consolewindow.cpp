@@ -12,6 +12,7 @@
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
+#include <apps/mcconsole/pagetabs.h>
 #include <apps/mcconsole/statusstrip.h>
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
@@ -115,9 +116,7 @@ void ConsoleWindow::BuildPages() {
         m_session.RetryNow();
         ShowConnection();
     });
-    m_tabs = new QTabWidget(central);
-    m_tabs->setObjectName(QStringLiteral("Pages"));
-    m_tabs->setDocumentMode(true);
+    m_tabs = new PageTabs(central);
     auto* const layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -137,9 +136,10 @@ void ConsoleWindow::BuildPages() {
     m_overview = new OverviewPage(m_clock, m_tuning, m_book, m_situation);
     AddPage(m_overview, "Overview", tr("Overview"));
     AddPage(new StatusPage, "Status", tr("Status"));
-    AddPage(new ConfigPage, "Configuration", tr("Configuration"));
+    AddPage(new ConfigPage, "Configuration", tr("Configuration"), tr("Configuration", "short, for a tab"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
-    AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"));
+    AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"),
+            tr("Transmitters", "short, for a tab"));
     AddPage(new EventsPage({[this] { return m_session.GetVtClient(); },
                             [this] { return m_session.GetServer().ToText(); }}),
             "Events", tr("Events"));
@@ -149,11 +149,13 @@ void ConsoleWindow::BuildPages() {
     AddPage(new MpxOrvsPage, "MpxORVStatus", tr("MpxORV status"));
     m_mpxOrvPage = new MpxOrvPage(m_tuning, m_book);
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
+    m_tabs->setTabToolTip(m_tabs->count() - 1, tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
 }
 
-void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title) {
-    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
+void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title, const QString& tab) {
+    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), tab.isEmpty() ? title : tab);
+    m_tabs->setTabToolTip(m_tabs->count() - 1, title);
     connect(page, &Page::Acted, m_undo, &UndoBar::Offer);
     m_pages.push_back(page);
 }
@@ -195,10 +197,11 @@ void ConsoleWindow::BuildMenus() {
 void ConsoleWindow::BuildPageMenu(QMenu& menu) {
     constexpr int most = 10;  // digits
     for (int i = 0; i < m_tabs->count() && i < most; ++i) {
-        QAction* const action =
-            menu.addAction(m_tabs->tabText(i), this, [this, i] { m_tabs->setCurrentIndex(i); });
+        const QString title = m_tabs->tabToolTip(i);
+        QAction* const action = menu.addAction(title, this, [this, i] { m_tabs->setCurrentIndex(i); });
         action->setShortcut(QStringLiteral("Alt+%1").arg((i + 1) % most));
-        m_tabs->setTabToolTip(i, action->shortcut().toString(QKeySequence::NativeText));
+        const QString key = action->shortcut().toString(QKeySequence::NativeText);
+        m_tabs->setTabToolTip(i, QStringLiteral("%1 (%2)").arg(title, key));
     }
     menu.addSeparator();
     const auto add = [&](const QString& text, const char* key, auto action) {

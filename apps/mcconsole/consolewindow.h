@@ -36,6 +36,7 @@ class ConsoleWindow : public QMainWindow {
     ~ConsoleWindow() override;
 
     ConsoleSession& GetSession() { return m_session; }
+    const Situation& GetSituation() const { return m_situation; }
     QTabWidget* GetTabs() const { return m_tabs; }
     /// Whoever is asked for a server is offered TLS.
     void PreferEncryption() { m_prefersEncryption = true; }
@@ -55,7 +56,8 @@ class ConsoleWindow : public QMainWindow {
     void BuildMenus();
     void BuildPages();
     void BuildStatusBar();
-    void AddPage(Page* page, const char* name, const QString& title);
+    /// \a tab is the title in short, if that is too long for a tab.
+    void AddPage(Page* page, const char* name, const QString& title, const QString& tab = QString());
     /// Whether the console may stop to use its MpxORV; asks if others lose something.
     bool MayGiveUp(const QString& title, const QString& action);
     void Disconnect();

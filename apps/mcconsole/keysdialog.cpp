@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr int LinesSeen = 20;
+constexpr int LinesSeen = 15;
+constexpr int BesideTable = 60;  // pixels: margins, and a bar to scroll by
 
 /// As it is read, without the mark of its own key.
 QString CaptionOf(const QAction& action) {
@@ -66,5 +67,5 @@ KeysDialog::KeysDialog(const std::vector<Row>& rows, QWidget* parent) : QDialog(
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(table);
     layout->addWidget(buttons);
-    resize(table->columnWidth(0) + 2 * table->columnWidth(1), LinesSeen * table->rowHeight(0));
+    resize(table->columnWidth(0) + table->columnWidth(1) + BesideTable, LinesSeen * table->rowHeight(0));
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int ButtonMargin = 6;           // pixels around icon and text, and between them
+constexpr int ButtonMargin = 4;           // pixels around icon and text, and between them
 constexpr int LeastButtonCharacters = 6;  // that are seen in a narrow window
 
 }  // namespace
@@ -29,13 +29,17 @@ StatusButton::StatusButton(const QString& name, const QString& caption, QWidget*
 void StatusButton::Show(const SituationItem& item) {
     if (item == m_item && m_iconSeverity) return;
     m_item = item;
-    const QString title = QStringLiteral("%1: %2").arg(m_caption, item.word);
+    const QString title = QStringLiteral("%1: %2").arg(CaptionWithAge(), item.word);
     // As text, whatever others chose for a name.
     const QString tip = item.detail.isEmpty() ? title : title + QLatin1Char('\n') + item.detail;
     setToolTip(Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal));
     setAccessibleName(QStringLiteral("%1 (%2)").arg(title, severitylook::Word(item.severity)));
     setAccessibleDescription(item.detail);
     ShowLook();
+}
+
+QString StatusButton::CaptionWithAge() const {
+    return m_item.age.isEmpty() ? m_caption : QStringLiteral("%1, %2").arg(m_caption, m_item.age);
 }
 
 void StatusButton::ShowLook() {
@@ -63,7 +67,7 @@ void StatusButton::ShowText() {
         return metrics.elidedText(text, Qt::ElideRight, TextWidth())
             .replace(QLatin1Char('&'), QLatin1String("&&"));
     };
-    const QString text = fitting(m_caption) + QLatin1Char('\n') + fitting(m_item.word);
+    const QString text = fitting(CaptionWithAge()) + QLatin1Char('\n') + fitting(m_item.word);
     if (text != this->text()) setText(text);
 }
 

@@ -27,6 +27,7 @@ class StatusButton : public QToolButton {
 
   private:
     void ShowLook();
+    QString CaptionWithAge() const;
     void ShowText();
     int TextWidth() const;
     QSize SizeFor(int textWidth) const;

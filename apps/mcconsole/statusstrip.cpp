@@ -24,8 +24,9 @@ StatusStrip::StatusStrip(const Situation& situation, QWidget* parent)
     for (const Situation::EItem item : Situation::All) {
         const char* const name = ButtonNames[static_cast<std::size_t>(item)];
         auto* const button = new StatusButton(QString::fromLatin1(name), Situation::Caption(item), this);
-        // All alike, so that nothing moves when a text changes.
-        layout->addWidget(button, 1);
+        // As wide whatever a text says, so that nothing moves; the words of some are longer.
+        const bool isShort = item == Situation::EItem::Server || item == Situation::EItem::Device;
+        layout->addWidget(button, isShort ? 5 : 6);
         connect(button, &QToolButton::clicked, this,
                 [this, button] { Q_EMIT PageRequested(button->GetItem().page); });
         m_buttons.push_back(button);

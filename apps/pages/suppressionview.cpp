@@ -152,7 +152,10 @@ QWidget* SuppressionView::BuildInputs() {
     table->setSortingEnabled(true);
     m_shownInputs->sort(-1);  // as the modules have them, until somebody wants it otherwise
     table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // As wide as what is seen of them; names take the rest.
+    table->horizontalHeader()->setResizeContentsPrecision(0);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setSectionResizeMode(InputStatusModel::Input, QHeaderView::Stretch);
     auto* const all = new QCheckBox(tr("Show inputs without a frequency too"), page);
     all->setObjectName(QStringLiteral("AllInputs"));
     connect(all, &QCheckBox::toggled, this,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 
+#include <apps/mcconsole/mpxorvs/columnfit.h>
 #include <apps/mcconsole/mpxorvs/mpxorvcells.h>
 #include <apps/mcconsole/mpxorvs/mpxorvlamps.h>
 #include <apps/mcconsole/mpxorvs/mpxorvsorter.h>
@@ -149,6 +150,9 @@ void MpxOrvListPage::BuildView() {
     m_view->setSortingEnabled(true);
     for (int column = 0; column + 1 < mpxorvcells::CountColumns; ++column)
         m_view->setColumnWidth(column, WidthOf(column, font()));
+    // The state tells of mastership too, and the comment stands below with who is chosen.
+    new ColumnFit(*m_view,
+                  {mpxorvcells::Master, mpxorvcells::Comment, mpxorvcells::Kind, mpxorvcells::Clients});
 }
 
 /// Who is current while rows come, go or are filtered is chance; afterwards the one that was chosen is again.

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int MaxEventLength = 200;  // of what is shown of it
 constexpr int LeastEventCharacters = 30;
+constexpr int LeastSeen = 3;  // events
 
 ESeverity SeverityOfEvent(EEventSeverity severity) {
     switch (severity) {
@@ -49,6 +50,7 @@ LastEvents::LastEvents(QWidget* parent)
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     setIconSize(QSize(size, size));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // where room is short the newest are seen
 }
 
 void LastEvents::Bind(const QString& basePath) {
@@ -61,7 +63,8 @@ QSize LastEvents::sizeHint() const {
 
 QSize LastEvents::minimumSizeHint() const {
     const int line = qMax(fontMetrics().lineSpacing(), iconSize().height()) + 2;
-    return QSize(LeastEventCharacters * fontMetrics().averageCharWidth(), Count * line + 2 * frameWidth());
+    return QSize(LeastEventCharacters * fontMetrics().averageCharWidth(),
+                 LeastSeen * line + 2 * frameWidth());
 }
 
 /// What the server said last, before this console came, is an event as well.

@@ -51,7 +51,7 @@ QSize TrendPlot::sizeHint() const {
 }
 
 QSize TrendPlot::minimumSizeHint() const {
-    constexpr int lines = 6;
+    constexpr int lines = 4;
     constexpr int characters = 36;
     return QSize(characters * fontMetrics().averageCharWidth(), lines * fontMetrics().lineSpacing());
 }

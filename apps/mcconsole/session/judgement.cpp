@@ -63,7 +63,7 @@ QString WordFor(const StateWord (&words)[size], int key) {
 }
 
 SituationItem MakeItem(ESeverity severity, const QString& word, const char* page) {
-    return {severity, word, QString(), QString::fromLatin1(page)};
+    return {severity, word, QString(), QString(), QString::fromLatin1(page)};
 }
 
 SituationItem UnknownItem(const char* page) {
@@ -86,6 +86,15 @@ QString WithMoment(const QString& text, const std::optional<QString>& since) {
     const QString moment = since ? agetext::Moment(*since) : QString();
     return moment.isEmpty() ? text
                             : JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 since %2")).arg(text, moment);
+}
+
+/// The same without seconds, where room is short.
+QString WithMinute(const QString& text, const std::optional<QString>& since) {
+    constexpr int Seconds = 3;  // characters
+    const QString moment = since ? agetext::Moment(*since) : QString();
+    return moment.isEmpty() ? text
+                            : JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 since %2"))
+                                  .arg(text, moment.chopped(Seconds));
 }
 
 QString LatencyText(std::chrono::microseconds latency) {
@@ -205,7 +214,7 @@ SituationItem judgement::Master(const ServerFacts& facts, const Connection& conn
     const bool isOwn = connection.isMpxOrvUsed && *master == connection.mpxOrvName;
     const QString name = ShortName(*master);
     const QString shown = isOwn ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "this console")) : name;
-    item.word = WithMoment(shown, facts.Text(EFact::MasterSince));
+    item.word = WithMinute(shown, facts.Text(EFact::MasterSince));
     item.detail = WithMoment(JudgementText(QT_TRANSLATE_NOOP("Judgement", "Job master: %1")).arg(name),
                              facts.Text(EFact::MasterSince));
     return item;
@@ -236,8 +245,11 @@ SituationItem judgement::Suppression(const ServerFacts& facts) {
         words += JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 keyed")).arg(keyed.size());
         details += JudgementText(QT_TRANSLATE_NOOP("Judgement", "Keyed: %1")).arg(Frequencies(keyed));
     }
+    // Behind that there is room for the numbers alone.
     const QString answers =
-        JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 answer")).arg(*answering).arg(*modules);
+        unsupervised.empty()
+            ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 answer")).arg(*answering).arg(*modules)
+            : QStringLiteral("%1/%2").arg(*answering).arg(*modules);
     words += *modules > 0 ? answers : JudgementText(QT_TRANSLATE_NOOP("Judgement", "no modules"));
     details += *modules > 0
                    ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 modules answer"))
@@ -273,7 +285,7 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
                   (hz ? WithMoment(item.word, facts.Text(EFact::OwnTunedSince)) : item.word);
     if (hz && facts.Has(EFact::UnsupervisedFrequencies, *hz)) {
         item.severity = ESeverity::Act;
-        item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "not supervised"));
+        item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "unsupervised"));
     } else if (hz && facts.Has(EFact::KeyedFrequencies, *hz)) {
         item.severity = ESeverity::Look;
         item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "keyed"));
@@ -284,9 +296,8 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
 SituationItem judgement::Aged(SituationItem item, std::chrono::milliseconds age) {
     if (item.severity == ESeverity::Unknown) return item;
     item.severity = ESeverity::Stale;
-    const QString old = JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 old")).arg(agetext::Of(age));
-    item.word = old + QStringLiteral(": ") + item.word;
+    item.age = JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 old")).arg(agetext::Of(age));
     item.detail += QLatin1Char('\n') +
-                   JudgementText(QT_TRANSLATE_NOOP("Judgement", "The connection is lost: %1.")).arg(old);
+                   JudgementText(QT_TRANSLATE_NOOP("Judgement", "The connection is lost: %1.")).arg(item.age);
     return item;
 }

@@ -10,10 +10,11 @@ struct SituationItem {
     ESeverity severity = ESeverity::Unknown;
     QString word;    ///< as short as it can be told
     QString detail;  ///< all that is known, in lines
+    QString age;     ///< of the word, "12 s old"; empty while that is live
     QString page;    ///< the object name of the page with the cause; empty: asking for a server
 
     bool operator==(const SituationItem& other) const {
         return severity == other.severity && word == other.word && detail == other.detail &&
-               page == other.page;
+               age == other.age && page == other.page;
     }
 };

@@ -88,7 +88,7 @@ QWidget* TuneBar::BuildField() {
     m_understood = PlainText(this, "Understood");
     m_understood->setToolTip(tr("What the entry is understood as"));
     m_understood->setMinimumWidth(
-        m_understood->fontMetrics().horizontalAdvance(QStringLiteral("= 3000.000 MHz")));
+        m_understood->fontMetrics().horizontalAdvance(QStringLiteral("= 3000.000000 MHz")));
     auto* const layout = new QHBoxLayout(m_frame);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_field);

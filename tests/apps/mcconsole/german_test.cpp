@@ -90,11 +90,11 @@ class ConsoleInGerman : public testing::Test {
 
 TEST_F(ConsoleInGerman, HasGermanPages) {
     EXPECT_THAT(Console("de").Tabs(),
-                ElementsAre("Übersicht", "Zustand", "Konfiguration", "Befehle", "Bodensender", "Ereignisse",
+                ElementsAre("Übersicht", "Zustand", "Konfig.", "Befehle", "Bodensender", "Ereignisse",
                             "Protokoll", "MpxORVs", "MpxORV-Status", "Mein MpxORV"));
     EXPECT_THAT(Console("en").Tabs(),
-                ElementsAre("Overview", "Status", "Configuration", "Commands", "Ground transmitters",
-                            "Events", "Log", "MpxORVs", "MpxORV status", "My MpxORV"));
+                ElementsAre("Overview", "Status", "Configuration", "Commands", "Transmitters", "Events",
+                            "Log", "MpxORVs", "MpxORV status", "My MpxORV"));
 }
 
 TEST_F(ConsoleInGerman, SharesHardlyAnyTextWithTheEnglishOne) {

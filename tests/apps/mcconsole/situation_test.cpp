@@ -103,32 +103,32 @@ INSTANTIATE_TEST_SUITE_P(
                                  [](S& s, C&) {
                                      s.Suppress(2, 1, {118.4e6}, {121.5e6, 127.5e6});
                                  },
-                                 ESeverity::Act, "2 NOT SUPERVISED, 1 keyed, 1 of 2 answer", "Suppression"},
+                                 ESeverity::Act, "2 NOT SUPERVISED, 1 keyed, 1/2", "Suppression"},
                     SituationRow{"NoModules", EItem::Suppression, [](S& s, C&) { s.Suppress(0, 0, {}, {}); },
                                  ESeverity::Ok, "no modules", "Suppression"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-INSTANTIATE_TEST_SUITE_P(
-    Own, SituationTable,
-    testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Ok, "NOT TUNED",
-                                 "MyMpxORV"},
-                    SituationRow{"Tuned", EItem::Own, [](S& s, C&) { s.Tune(121.5e6); }, ESeverity::Ok,
-                                 "121.5 MHz", "MyMpxORV"},
-                    SituationRow{"TunedAndKeyed", EItem::Own,
-                                 [](S& s, C&) {
-                                     s.Tune(121.5e6);
-                                     s.Suppress(2, 2, {121.5e6}, {});
-                                 },
-                                 ESeverity::Look, "121.5 MHz, keyed", "MyMpxORV"},
-                    SituationRow{"TunedAndNotSupervised", EItem::Own,
-                                 [](S& s, C&) {
-                                     s.Tune(121.5e6);
-                                     s.Suppress(2, 1, {121.5e6}, {121.5e6});
-                                 },
-                                 ESeverity::Act, "121.5 MHz, not supervised", "MyMpxORV"},
-                    SituationRow{"NotUsed", EItem::Own, [](S&, C& c) { c.isMpxOrvUsed = false; },
-                                 ESeverity::Unknown, "not used", "MyMpxORV"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Own, SituationTable,
+                         testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Ok,
+                                                      "NOT TUNED", "MyMpxORV"},
+                                         SituationRow{"Tuned", EItem::Own, [](S& s, C&) { s.Tune(121.5e6); },
+                                                      ESeverity::Ok, "121.5 MHz", "MyMpxORV"},
+                                         SituationRow{"TunedAndKeyed", EItem::Own,
+                                                      [](S& s, C&) {
+                                                          s.Tune(121.5e6);
+                                                          s.Suppress(2, 2, {121.5e6}, {});
+                                                      },
+                                                      ESeverity::Look, "121.5 MHz, keyed", "MyMpxORV"},
+                                         SituationRow{"TunedAndNotSupervised", EItem::Own,
+                                                      [](S& s, C&) {
+                                                          s.Tune(121.5e6);
+                                                          s.Suppress(2, 1, {121.5e6}, {121.5e6});
+                                                      },
+                                                      ESeverity::Act, "121.5 MHz, unsupervised", "MyMpxORV"},
+                                         SituationRow{"NotUsed", EItem::Own,
+                                                      [](S&, C& c) { c.isMpxOrvUsed = false; },
+                                                      ESeverity::Unknown, "not used", "MyMpxORV"}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(SituationTest, TellsNothingOfWhatTheServerDoesNotTell) {
     Be(EState::Connected);
@@ -165,7 +165,7 @@ TEST_F(SituationTest, TellsSinceWhenInLocalTime) {
     const QDateTime moment = QDateTime(QDate::currentDate(), QTime(9, 5, 7));
     server.Text("Status/Master/Name", "Tower");
     server.Text("Status/Master/Since", moment.toUTC().toString(Qt::ISODateWithMs).toUtf8().constData());
-    EXPECT_EQ(Word(EItem::Master), "Tower since 09:05:07");
+    EXPECT_EQ(Word(EItem::Master), "Tower since 09:05");
 }
 
 TEST_F(SituationTest, ShowsWhatWasKnownLastWithItsAge) {
@@ -177,11 +177,14 @@ TEST_F(SituationTest, ShowsWhatWasKnownLastWithItsAge) {
     EXPECT_EQ(Word(EItem::Server), "lost for 12 s");
     for (const EItem item : {EItem::Device, EItem::Master, EItem::Suppression, EItem::Own})
         EXPECT_EQ(Severity(item), ESeverity::Stale);
-    EXPECT_EQ(Word(EItem::Device), "12 s old: ready, scan");
-    EXPECT_EQ(Word(EItem::Own), "12 s old: 121.5 MHz");
+    EXPECT_EQ(Word(EItem::Device), "ready, scan");
+    EXPECT_EQ(Age(EItem::Device), "12 s old");
+    EXPECT_EQ(Word(EItem::Own), "121.5 MHz");
+    EXPECT_EQ(Age(EItem::Own), "12 s old");
     clock.Advance(3min);
-    EXPECT_EQ(Word(EItem::Own), "3 min old: 121.5 MHz");
+    EXPECT_EQ(Age(EItem::Own), "3 min old");
     Be(EState::Connected);
+    EXPECT_EQ(Age(EItem::Own), "");
     EXPECT_EQ(Word(EItem::Own), "121.5 MHz");
     EXPECT_EQ(Severity(EItem::Own), ESeverity::Ok);
 }

@@ -36,6 +36,7 @@ class SituationTest : public testing::Test {
 
     ESeverity Severity(EItem item) const { return situation->Get(item).severity; }
     std::string Word(EItem item) const { return situation->Get(item).word.toStdString(); }
+    std::string Age(EItem item) const { return situation->Get(item).age.toStdString(); }
     std::string Detail(EItem item) const { return situation->Get(item).detail.toStdString(); }
 
     ServerTree server;

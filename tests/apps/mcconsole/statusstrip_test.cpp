@@ -14,6 +14,7 @@
 
 #include <set>
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -51,6 +52,14 @@ TEST_F(StatusStripTest, NamesEachThingAndHowItIs) {
     EXPECT_EQ(Button("OwnState")->text(), QStringLiteral("My MpxORV\n121.5 MHz"));
 }
 
+TEST_F(StatusStripTest, SaysBesideWhatItIsHowOldThatIs) {
+    Be(EState::Lost);
+    clock.Advance(12s);
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device, 12 s old\nready, scan"));
+    EXPECT_THAT(Button("DeviceState")->accessibleName().toStdString(), HasSubstr("12 s old"));
+    EXPECT_EQ(Button("ServerState")->text(), QStringLiteral("Server\nlost for 12 s"));
+}
+
 TEST_F(StatusStripTest, ClicksLeadToTheCause) {
     for (const char* name : {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
         Click(name);
@@ -73,7 +82,7 @@ TEST_F(StatusStripTest, KeysLeadToTheCauseToo) {
 TEST_F(StatusStripTest, TellsAReaderWhatTheColourSays) {
     server.Suppress(2, 1, {}, {121.5e6});
     EXPECT_THAT(Button("SuppressionState")->accessibleName().toStdString(),
-                HasSubstr("Suppression: 1 NOT SUPERVISED, 1 of 2 answer (needs action)"));
+                HasSubstr("Suppression: 1 NOT SUPERVISED, 1/2 (needs action)"));
     EXPECT_THAT(Button("SuppressionState")->toolTip().toStdString(), HasSubstr("Not supervised: 121.5 MHz"));
 }
 

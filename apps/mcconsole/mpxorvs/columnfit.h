@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QObject>
+
+#include <vector>
+
+class QTableView;
+
+/// Hides columns of a table, the least important first, while the others would not have room beside them, so
+/// that nobody has to scroll sideways. They are back once there is room. The last one that is seen is
+/// stretched. GUI thread.
+class ColumnFit : public QObject {
+    Q_OBJECT
+
+  public:
+    /// \a view, which has its model, owns this. \a leastImportant are those that may be hidden, in that
+    /// order.
+    ColumnFit(QTableView& view, std::vector<int> leastImportant);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void Fit();
+    int WidthNeeded() const;
+
+    QTableView& m_view;
+    std::vector<int> m_leastImportant;
+    bool m_isFitting = false;
+};
