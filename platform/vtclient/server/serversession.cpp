@@ -31,7 +31,8 @@ ServerSession::ServerSession(ServerHub& hub, std::unique_ptr<IChannel> channel, 
       m_channel(std::move(channel)),
       m_lastReceived(hub.Now()),
       m_lastSent(hub.Now()),
-      m_owingSince(hub.Now()) {
+      m_owingSince(hub.Now()),
+      m_recalls(hub, [this](const RecalledMessage& recalled) { Send(recalled); }) {
     m_peer.session = number;
     m_peer.address = m_channel->PeerAddress();
     m_peer.isLoopback = m_channel->IsLoopback();
@@ -431,34 +432,12 @@ void ServerSession::SendLateAnswers() {
 void ServerSession::On(const RecallMessage& recall) {
     if (!recall.path.startsWith(QLatin1Char('/')))
         return End(EBye::Malformed, QStringLiteral("'%1' is no absolute path").arg(recall.path));
-    const QString path = NormalisedPath(recall.path);
-    VtHistoryPage page;
-    if (!m_hub.Access().MayRead(m_peer, path))
-        page.refusal = QStringLiteral("'%1' may not be read by '%2'").arg(path, m_peer.user);
-    else if (m_hub.History() == nullptr)
-        page.refusal = QStringLiteral("nothing is kept of '%1'").arg(path);
-    else if (!m_recalls.Add({recall.req, path, recall.before, recall.count}))
-        page.refusal = QStringLiteral("%1 questions wait already").arg(vtlimits::MaxRecallsWaiting);
-    else
-        return m_hub.ServeLater(*this);
-    Send(Recalls::ToMessage(recall.req, page));
+    if (m_recalls.Ask(m_peer, recall)) m_hub.ServeLater(*this);
 }
 
 // Behind all changes that can be sent, and not while the client has not read what it got.
 void ServerSession::Recall() {
-    while (!m_isEnded && m_channel->Unsent() < vtlimits::UnsentToNote) {
-        const std::optional<RecallMessage> recall = m_recalls.Take(m_hub.Now());
-        if (!recall) return;
-        const auto most = static_cast<quint64>(vtlimits::MaxRecalledAtOnce);
-        const auto answer = [this, isAlive = m_recalls.IsAlive(),
-                             req = recall->req](const VtHistoryPage& page) {
-            if (*isAlive && !m_isEnded) Send(Recalls::ToMessage(req, page));
-        };
-        m_hub.History()->Recall(
-            {recall->path, recall->before, static_cast<int>(std::min(recall->count, most)),
-             vtlimits::MaxRecalledLength},
-            answer);
-    }
+    m_recalls.Serve([this] { return !m_isEnded && m_channel->Unsent() < vtlimits::UnsentToNote; });
 }
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivtaccess.h>
-#include <platform/vtclient/server/recalls.h>
+#include <platform/vtclient/server/recalldesk.h>
 #include <platform/vtclient/server/sessionbudget.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/wire/messages.h>
@@ -124,7 +124,7 @@ class ServerSession final : public IChannelListener {
     qint64 m_unfinished = 0;  ///< when that was counted last
     std::size_t m_created = 0;
     std::vector<std::pair<quint32, AnswerMessage>> m_lateAnswers;  ///< of creations, by subscription
-    Recalls m_recalls;
+    RecallDesk m_recalls;
     ChangeWriter m_writer;
 };
 
