@@ -78,3 +78,15 @@ void ClientChecker::OnRequest(quint32 req, quint32 sub) {
     Check(subscriptions.count(sub) == 1, "requests are about what is subscribed");
     requests.push_back(req);
 }
+
+void ClientChecker::On(const vt::JoinMessage& /*join*/) {
+    FailCheck(QStringLiteral("nobody joins where there is no road"));
+}
+
+void ClientChecker::On(const vt::HeardMessage& /*heard*/) {
+    FailCheck(QStringLiteral("nothing is heard where there is no road"));
+}
+
+void ClientChecker::On(const vt::LeaveMessage& /*leave*/) {
+    FailCheck(QStringLiteral("nobody leaves where there is no road"));
+}

@@ -41,6 +41,10 @@ class ClientChecker {
     void On(const vt::PingMessage& /*ping*/) {}
     void On(const vt::PongMessage& /*pong*/) {}
     void On(const vt::RecallMessage& /*recall*/) {}
+    // Of shared roads, which a memory channel does not bring.
+    void On(const vt::JoinMessage& join);
+    void On(const vt::HeardMessage& heard);
+    void On(const vt::LeaveMessage& leave);
     void OnRequest(quint32 req, quint32 sub);
 
     bool m_hasHello = false;

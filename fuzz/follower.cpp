@@ -121,6 +121,14 @@ void Follower::On(const vt::RecalledMessage& recalled, vt::MessageReader& /*read
     Check(recalled.result == vt::EResult::Done || !recalled.reason.isEmpty(), "who is denied learns why");
 }
 
+void Follower::On(const vt::RoadMessage& /*road*/, vt::MessageReader& /*reader*/) {
+    FailCheck(QStringLiteral("no road is offered by a server that has none"));
+}
+
+void Follower::On(const vt::AtMessage& /*at*/, vt::MessageReader& /*reader*/) {
+    FailCheck(QStringLiteral("nothing comes after a road where there is none"));
+}
+
 /// Null if it is over.
 Follower::Subscription* Follower::Find(quint32 sub) {
     const auto found = m_subscriptions.find(sub);

@@ -65,6 +65,9 @@ class Follower {
     void On(const vt::PingMessage& /*ping*/, vt::MessageReader& /*reader*/) {}
     void On(const vt::PongMessage& /*pong*/, vt::MessageReader& /*reader*/) {}
     void On(const vt::RecalledMessage& recalled, vt::MessageReader& reader);
+    // Of shared roads, which this server has none of.
+    void On(const vt::RoadMessage& road, vt::MessageReader& reader);
+    void On(const vt::AtMessage& at, vt::MessageReader& reader);
     Subscription* Find(quint32 sub);
     static void CheckNext(Subscription& subscription, quint64 seq);
     static void OnChanges(Subscription& subscription, vt::MessageReader& reader);

@@ -103,7 +103,12 @@ void WriteMessages(const QString& folder) {
         {"pong", vt::PongMessage{seq}},
         {"recall", vt::RecallMessage{7, path, seq, 100}},
         {"recalled",
-         vt::RecalledMessage{7, vt::EResult::Done, {}, seq, QStringList{S("first"), S("second")}}}};
+         vt::RecalledMessage{7, vt::EResult::Done, {}, seq, QStringList{S("first"), S("second")}}},
+        {"join", vt::JoinMessage{sub}},
+        {"road", vt::RoadMessage{sub, S("1f-1"), 1, QString(64, QLatin1Char('5'))}},
+        {"heard", vt::HeardMessage{sub, S("1f-1")}},
+        {"at", vt::AtMessage{sub, seq}},
+        {"leave", vt::LeaveMessage{sub}}};
     for (const auto& [name, message] : messages)
         Write(folder, name, ToBytes(message));
     vt::CreateMessage create{7, sub, path, {}};

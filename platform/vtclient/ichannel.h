@@ -11,6 +11,8 @@
 
 namespace vt {
 
+class IRoads;
+
 /// What a transport tells whoever uses it. Called from the event loop only, never from within a call to the
 /// channel.
 class MCS_CONNECTION_EXPORT IChannelListener {
@@ -56,6 +58,8 @@ class MCS_CONNECTION_EXPORT IChannel {
     virtual bool IsLoopback() const = 0;
     virtual bool IsEncrypted() const = 0;
     virtual QString CertificateName() const = 0;  ///< common name of the peer's verified certificate
+    /// The shared roads of the peer that this transport brings, if any; valid as long as the channel.
+    virtual IRoads* Roads() { return nullptr; }
 };
 
 }  // namespace vt

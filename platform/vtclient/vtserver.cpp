@@ -26,6 +26,7 @@ class VtServer::Private {
 
     IVtAccess& access;
     IVtHistory* history = nullptr;
+    vt::IRoads* roads = nullptr;
     std::unique_ptr<Works> works;
     std::unique_ptr<vt::SocketListener> listener;
     std::optional<ApplicationEnd> applicationEnd;  ///< while it listens
@@ -45,6 +46,14 @@ void VtServer::SetHistory(IVtHistory* history) {
     m_d->history = history;
 }
 
+void VtServer::SetRoads(vt::IRoads* roads) {
+    m_d->roads = roads;
+}
+
+void VtServer::ChangeRoadKeys() {
+    if (m_d->works) m_d->works->hub.ChangeRoadKeys();
+}
+
 bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     Close(QStringLiteral("the server listens elsewhere"));
     auto listener = std::make_unique<vt::SocketListener>();
@@ -57,6 +66,7 @@ bool VtServer::Listen(const VtServerOptions& options, QString* error) {
     settings.memoryBytes = options.memoryBytes;
     settings.maxPending = vt::MaxPending();
     settings.history = m_d->history;
+    settings.roads = m_d->roads;
     m_d->works = std::make_unique<Works>(m_d->access, settings);
     m_d->listener = std::move(listener);
     m_d->listener->SetHandler(

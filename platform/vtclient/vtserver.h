@@ -13,7 +13,8 @@
 
 namespace vt {
 class IChannel;
-}
+class IRoads;
+}  // namespace vt
 
 /// Where and how a server listens.
 struct VtServerOptions {
@@ -58,6 +59,12 @@ class MCS_CONNECTION_EXPORT VtServer {
     /// Not owned; outlives the server.
     void SetHistory(IVtHistory* history);
 
+    /// The bus on which changes are published once for all clients that follow them there; null, as at first:
+    /// each is told in its session. Holds from the next Listen() on. Not owned; outlives the server.
+    void SetRoads(vt::IRoads* roads);
+    /// Somebody has lost a right: who is no client any more opens nothing of what is published from now on.
+    void ChangeRoadKeys();
+
     /// Starts to listen. False with the reason in one line in \a error: a port in use, an address that is
     /// none, a certificate that cannot be used, an interface that needs TLS and credentials.
     bool Listen(const VtServerOptions& options, QString* error);
@@ -76,7 +83,8 @@ class MCS_CONNECTION_EXPORT VtServer {
     int GetPort() const;  ///< the real one, also where any free one was asked for; 0 while not listening
 
     std::vector<VtPeer> GetPeers() const;
-    /// Ends one session, telling its client \a reason; an unknown number changes nothing.
+    /// Ends one session, telling its client \a reason, and changes the keys that it knew of shared roads; an
+    /// unknown number changes nothing.
     void EndSession(int session, const QString& reason);
 
   private:

@@ -95,6 +95,7 @@ void ServerProgram::ReadFilesAnew() {
     if (m_options.accessFile.isEmpty()) return;
     for (const int session : m_access.UseFile(file))
         m_listener.EndSession(session, QStringLiteral("what the access file says of the user has changed"));
+    m_listener.ChangeRoadKeys();  // who has left meanwhile may have lost a right, too
 }
 
 bool ServerProgram::Listen(QString* error) {

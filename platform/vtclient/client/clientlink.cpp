@@ -7,6 +7,7 @@
 #include <platform/vtclient/client/vttic.h>
 #include <platform/vtclient/wire/messagereader.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace vt {
@@ -16,7 +17,8 @@ ClientLink::IHost::~IHost() = default;
 ClientLink::ClientLink(const QString& localPath, const QString& remotePath, bool isLook, IHost& host)
     : m_host(host),
       m_isLook(isLook),
-      m_mirror(localPath, remotePath, static_cast<TreeMirror::IHost&>(*this)) {}
+      m_mirror(localPath, remotePath, static_cast<TreeMirror::IHost&>(*this)),
+      m_road(static_cast<RoadFollower::IHost&>(*this), m_mirror.RemotePath()) {}
 
 ClientLink::~ClientLink() = default;
 
@@ -33,14 +35,22 @@ void ClientLink::Subscribe(ClientSession& session) {
     m_sequence = 0;
     m_isReceiving = false;
     m_sub = session.Subscribe(*this, m_mirror.RemotePath(), m_isLook);
+    if (const auto roads = session.Roads()) m_road.Start(*roads);
 }
 
 void ClientLink::Unsubscribe() {
     m_isReceiving = false;
+    EndRoad();
     if (m_sub != 0) m_session->Unsubscribe(std::exchange(m_sub, 0));
 }
 
+void ClientLink::EndRoad() {
+    m_road.Stop();
+    if (m_session != nullptr) m_session->GoOnLater(*this);
+}
+
 void ClientLink::Lose() {
+    m_road.Lose();
     m_session = nullptr;
     m_sub = 0;
     m_isReceiving = false;
@@ -58,6 +68,7 @@ void ClientLink::SetAbsent(bool isAbsent) {
 
 void ClientLink::OnSubscribed(const QStringList& writable) {
     m_sequence = 0;
+    m_road.Rest();
     m_isReceiving = true;
     SetAbsent(false);
     if (m_mirror.IsEstablished()) m_mirror.Lose();
@@ -66,8 +77,10 @@ void ClientLink::OnSubscribed(const QStringList& writable) {
 
 void ClientLink::OnAbsent(const QString& reason) {
     m_isReceiving = false;
+    m_road.Rest();
     SetAbsent(true);
     if (!reason.isEmpty()) {
+        EndRoad();
         m_session->Drop(std::exchange(m_sub, 0));
         m_mirror.Lose();
         values::Refusals::Instance().Report(nullptr, m_mirror.RemotePath(), reason);
@@ -126,6 +139,57 @@ void ClientLink::OnApplied(bool isGood, const QString& error) {
 void ClientLink::OnAnswer(const AnswerMessage& answer) {
     m_mirror.OnAnswer(answer);
     m_host.OnAnswered();
+    m_road.OnAnswered();
+}
+
+// The shared road ------------------------------------------------------------------------------------------
+
+void ClientLink::OnRoad(const QString& road, quint32 key, const QString& secret) {
+    m_road.OnRoad(road, key, secret);
+}
+
+void ClientLink::OnRoadWanted() {
+    m_session->Join(m_sub);
+}
+
+void ClientLink::OnRoadHeard(const QString& road) {
+    m_session->TellHeard(m_sub, road);
+}
+
+bool ClientLink::OnRoadContent(std::string_view content, quint64 number) {
+    const ClientSession::Pause pause(*m_session);
+    MessageReader reader(content.data(), static_cast<qint64>(content.size()));
+    std::optional<BatchMessage> batch;
+    const auto receive = [&batch](const auto& message) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(message)>, BatchMessage>) batch = message;
+    };
+    if (!reader.Read(receive) || !batch || batch->sub != 0 || batch->seq != number) return false;
+    QString error;
+    if (!Apply(reader, batch->more, &error)) return false;
+    if (HasChanged()) m_host.OnEstablished();
+    return true;
+}
+
+void ClientLink::OnRoadReached() {
+    m_session->GoOn(*this);
+}
+
+// What is shown does not hold until the snapshot is here.
+void ClientLink::OnRoadLost(bool wasTaken) {
+    m_session->LeaveRoad(m_sub);
+    m_session->GoOnLater(*this);
+    if (!wasTaken) return;
+    m_isReceiving = false;
+    m_mirror.Lose();
+    m_host.OnEstablished();
+}
+
+void ClientLink::OnRoadHandled() {
+    if (m_session != nullptr) m_session->OnRoadHandled();
+}
+
+void ClientLink::OnRoadDeadline() {
+    if (m_session != nullptr) m_session->OnRoadDeadline();
 }
 
 // What goes ------------------------------------------------------------------------------------------------
@@ -135,12 +199,17 @@ void ClientLink::OnEdits(TreeMirror& /*mirror*/) {
 }
 
 quint32 ClientLink::SendWrite(TreeMirror& /*mirror*/, WriteMessage* write) {
-    return m_session->SendWrite(*this, m_sub, write);
+    return CountRequest(m_session->SendWrite(*this, m_sub, write));
 }
 
 quint32 ClientLink::SendCreation(TreeMirror& /*mirror*/, CreateMessage* create,
                                  const values::TreeItem& item) {
-    return m_session->SendCreation(*this, m_sub, create, item);
+    return CountRequest(m_session->SendCreation(*this, m_sub, create, item));
+}
+
+quint32 ClientLink::CountRequest(quint32 request) {
+    if (request != 0) m_road.OnRequest();
+    return request;
 }
 
 void ClientLink::OnRootDeleted(TreeMirror& /*mirror*/) {

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/vtclient/client/roadfollower.h>
 #include <platform/vtclient/client/treemirror.h>
 #include <platform/vtclient/wire/messages.h>
 
 #include <QtCore/QString>
 
+#include <chrono>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace vt {
@@ -16,7 +20,7 @@ class VtTic;
 
 /// A mirror, its subscription at the server, and the tics that share them. Feeds the mirror what the server
 /// says in order, and takes a new snapshot where something is missing.
-class ClientLink final : private TreeMirror::IHost {
+class ClientLink final : private TreeMirror::IHost, private RoadFollower::IHost {
   public:
     class IHost {
       public:
@@ -59,6 +63,13 @@ class ClientLink final : private TreeMirror::IHost {
     void OnEnd(quint64 sequence);
     void OnAbsent(const QString& reason);
     void OnAnswer(const AnswerMessage& answer);
+    /// Of the shared road by which its changes may come.
+    void OnRoad(const QString& road, quint32 key, const QString& secret);
+    bool OnAt(quint64 number) { return m_road.OnAt(number); }
+    void OnRoadTurn() { m_road.OnTurn(); }
+    std::optional<std::chrono::microseconds> RoadDeadline() const { return m_road.Deadline(); }
+    /// What is due of the road is done.
+    void OnRoadDue() { m_road.OnDeadline(); }
 
   private:
     void OnEdits(TreeMirror& mirror) override;
@@ -66,14 +77,25 @@ class ClientLink final : private TreeMirror::IHost {
     quint32 SendCreation(TreeMirror& mirror, CreateMessage* create, const values::TreeItem& item) override;
     void OnRootDeleted(TreeMirror& mirror) override;
 
+    void OnRoadWanted() override;
+    void OnRoadHeard(const QString& road) override;
+    bool OnRoadContent(std::string_view content, quint64 number) override;
+    void OnRoadReached() override;
+    void OnRoadLost(bool wasTaken) override;
+    void OnRoadHandled() override;
+    void OnRoadDeadline() override;
+
     bool IsNext(quint64 sequence);
     bool Apply(MessageReader& reader, bool hasMore, QString* error);
     void OnApplied(bool isGood, const QString& error);
     void SetAbsent(bool isAbsent);
+    void EndRoad();
+    quint32 CountRequest(quint32 request);
 
     IHost& m_host;
     bool m_isLook;
     TreeMirror m_mirror;
+    RoadFollower m_road;
     ClientSession* m_session = nullptr;  ///< the last one that it was subscribed in; null once that has ended
     quint32 m_sub = 0;                   ///< 0: not subscribed
     quint64 m_sequence = 0;

@@ -32,7 +32,8 @@ ClientSession::ClientSession(std::unique_ptr<IChannel> channel, const VtClientOp
       m_depth(depth),
       m_turn(turn),
       m_host(host),
-      m_lastReceived(loop.Now()) {
+      m_lastReceived(loop.Now()),
+      m_roads(m_channel->Roads()) {
     m_channel->SetListener(this);
 }
 
@@ -61,7 +62,11 @@ void ClientSession::Greet(const QString& address) {
 
 microseconds ClientSession::Deadline() const {
     if (!IsConnected()) return m_greetedBy;
-    return std::min(m_lastPing + m_pingInterval, m_lastReceived + m_deadAfter);
+    microseconds deadline = std::min(m_lastPing + m_pingInterval, m_lastReceived + m_deadAfter);
+    if (m_roads == nullptr) return deadline;
+    for (const auto& [sub, link] : m_subscriptions)
+        if (const auto road = link->RoadDeadline()) deadline = std::min(deadline, *road);
+    return deadline;
 }
 
 std::optional<microseconds> ClientSession::Silence() const {
@@ -82,10 +87,17 @@ void ClientSession::OnDeadline() {
         Send(PingMessage{static_cast<quint64>(now.count())});
         Flush();
     }
+    if (m_roads == nullptr) return;
+    ForEachLink([](ClientLink& link) { link.OnRoadDue(); });
+    Flush();
 }
 
 void ClientSession::OnClosed(const QString& reason) {
     const CallDepth::Call call(m_depth);
+    m_isClosing = true;
+    m_holder = nullptr;
+    HandleHeld();
+    if (m_state == EState::Ended) return;
     if (m_channel->IsOpen()) return Fail(EBye::Limit, reason);  // it was the server that broke a rule
     if (m_state != EState::Greeting) return End(reason);
     const QString hint = m_channel->IsEncrypted() ? QString() : QStringLiteral(" (does it want TLS?)");
@@ -125,6 +137,59 @@ void ClientSession::Close() {
 void ClientSession::OnMessage(const char* data, qint64 size) {
     const CallDepth::Call call(m_depth);
     m_lastReceived = m_loop.Now();
+    const bool isWaiting = m_holder != nullptr || m_pauses != 0 || m_isHandlingHeld || !m_held.IsEmpty();
+    if (!isWaiting) return Handle(data, size);
+    if (!m_held.Keep(data, size))
+        Fail(EBye::Limit, QStringLiteral("more than %1 bytes wait for a shared road").arg(vtlimits::MaxHeld));
+}
+
+// Whoever is told may lead to more that comes, which is handled here too.
+void ClientSession::HandleHeld() {
+    if (m_isHandlingHeld) return;
+    m_isHandlingHeld = true;
+    while (m_state != EState::Ended && m_holder == nullptr && m_pauses == 0 && !m_held.IsEmpty()) {
+        const QByteArray message = m_held.Take();
+        Handle(message.constData(), message.size());
+    }
+    m_isHandlingHeld = false;
+}
+
+void ClientSession::GoOn(const ClientLink& link) {
+    if (m_holder != &link) return;
+    m_holder = nullptr;
+    HandleHeld();
+}
+
+void ClientSession::GoOnLater(const ClientLink& link) {
+    if (m_holder != &link) return;
+    m_holder = nullptr;
+    m_turn.Make();
+}
+
+void ClientSession::OnTurn() {
+    if (m_roads == nullptr || !m_depth.IsOutermost()) return;
+    HandleHeld();
+    ForEachLink([](ClientLink& link) { link.OnRoadTurn(); });
+}
+
+// Whoever is told meanwhile may end some of them.
+template <class Visit>
+void ClientSession::ForEachLink(const Visit& visit) {
+    std::vector<quint32> subs;
+    for (const auto& subscription : m_subscriptions)
+        subs.push_back(subscription.first);
+    for (const quint32 sub : subs) {
+        const auto found = m_subscriptions.find(sub);
+        if (found != m_subscriptions.end()) visit(*found->second);
+    }
+}
+
+std::optional<RoadFollower::Place> ClientSession::Roads() {
+    if (m_roads == nullptr) return std::nullopt;
+    return RoadFollower::Place{*m_roads, m_loop, m_depth, m_turn, m_deadAfter};
+}
+
+void ClientSession::Handle(const char* data, qint64 size) {
     MessageReader reader(data, size);
     const Arrival arrival{reader, size};
     if (!reader.Read([this, &arrival](const auto& message) { Receive(message, arrival); }))
@@ -225,6 +290,16 @@ void ClientSession::On(const RecalledMessage& recalled, const Arrival& /*arrival
     answer(page);
 }
 
+void ClientSession::On(const RoadMessage& road, const Arrival& /*arrival*/) {
+    if (ClientLink* const link = FindLink(road.sub)) link->OnRoad(road.road, road.key, road.secret);
+}
+
+// What the session says next comes after that, and waits.
+void ClientSession::On(const AtMessage& at, const Arrival& /*arrival*/) {
+    ClientLink* const link = FindLink(at.sub);
+    if (link != nullptr && !link->OnAt(at.number) && !m_isClosing) m_holder = link;
+}
+
 // Null if it was ended meanwhile, or never was, which ends the session.
 ClientLink* ClientSession::FindLink(quint32 sub) {
     const auto found = m_subscriptions.find(sub);
@@ -244,6 +319,18 @@ quint32 ClientSession::Subscribe(ClientLink& link, const QString& path, bool isL
 void ClientSession::Unsubscribe(quint32 sub) {
     Drop(sub);
     Send(UnsubscribeMessage{sub});
+}
+
+void ClientSession::Join(quint32 sub) {
+    Send(JoinMessage{sub});
+}
+
+void ClientSession::TellHeard(quint32 sub, const QString& road) {
+    Send(HeardMessage{sub, road});
+}
+
+void ClientSession::LeaveRoad(quint32 sub) {
+    Send(LeaveMessage{sub});
 }
 
 quint32 ClientSession::SendWrite(ClientLink& link, quint32 sub, WriteMessage* write) {

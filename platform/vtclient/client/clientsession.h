@@ -3,6 +3,8 @@
 
 #include <platform/vtclient/channel/ieventloop.h>
 #include <platform/vtclient/client/calldepth.h>
+#include <platform/vtclient/client/heldmessages.h>
+#include <platform/vtclient/client/roadfollower.h>
 #include <platform/vtclient/client/turnrequest.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/ivthistory.h>
@@ -47,6 +49,8 @@ class ClientSession final : private IChannelListener {
         virtual void OnSessionEnded(const Ending& ending) = 0;
         /// What came was handled: now is the time to send what follows from it, and to flush.
         virtual void OnInputHandled() = 0;
+        /// Deadline() may be sooner than it was.
+        virtual void OnDeadlineMoved() = 0;
     };
 
     /// The welcome must have come by \a greetedBy. All that is passed by reference outlives the session.
@@ -72,6 +76,30 @@ class ClientSession final : private IChannelListener {
     /// \return the number of the subscription, under which \a link is told what comes of it.
     quint32 Subscribe(ClientLink& link, const QString& path, bool isLook);
     void Unsubscribe(quint32 sub);
+    /// Where the server's shared roads are; none if the transport brings none.
+    std::optional<RoadFollower::Place> Roads();
+    void Join(quint32 sub);
+    void TellHeard(quint32 sub, const QString& road);
+    void LeaveRoad(quint32 sub);
+    /// What came in the session may be handled, as far as it waited for the road of \a link: now, or in the
+    /// next turn.
+    void GoOn(const ClientLink& link);
+    void GoOnLater(const ClientLink& link);
+    /// Lets what comes in the session wait while this is there: something is under way that must not meet it.
+    class Pause {
+      public:
+        explicit Pause(ClientSession& session) : m_session(session) { ++m_session.m_pauses; }
+        ~Pause() {
+            if (--m_session.m_pauses == 0 && !m_session.m_held.IsEmpty()) m_session.m_turn.Make();
+        }
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+
+      private:
+        ClientSession& m_session;
+    };
+    void OnRoadHandled() { m_host.OnInputHandled(); }
+    void OnRoadDeadline() { m_host.OnDeadlineMoved(); }
     /// The server has ended the subscription.
     void Drop(quint32 sub) { m_subscriptions.erase(sub); }
     /// Each completes the message by request and subscription. \return the number of the request, whose
@@ -96,6 +124,8 @@ class ClientSession final : private IChannelListener {
     /// When OnDeadline() is due.
     std::chrono::microseconds Deadline() const;
     void OnDeadline();
+    /// Goes on with what could not be done before.
+    void OnTurn();
 
   private:
     enum class EState { Greeting, Connected, Ended };
@@ -123,6 +153,12 @@ class ClientSession final : private IChannelListener {
     void On(const PingMessage& ping, const Arrival& arrival);
     void On(const PongMessage& pong, const Arrival& arrival);
     void On(const RecalledMessage& recalled, const Arrival& arrival);
+    void On(const RoadMessage& road, const Arrival& arrival);
+    void On(const AtMessage& at, const Arrival& arrival);
+    void Handle(const char* data, qint64 size);
+    void HandleHeld();
+    template <class Visit>
+    void ForEachLink(const Visit& visit);
     ClientLink* FindLink(quint32 sub);
     void CountForAck(qint64 size);
     template <class M>
@@ -154,6 +190,12 @@ class ClientSession final : private IChannelListener {
     std::unordered_map<quint32, ClientLink*> m_requests;  ///< null: the link has ended
     quint32 m_lastRequest = 0;
     std::map<quint32, IVtHistory::Answer> m_recalls;
+    IRoads* m_roads;  ///< that the channel brings; null: none
+    HeldMessages m_held;
+    const ClientLink* m_holder = nullptr;  ///< whose road the session waits for
+    int m_pauses = 0;
+    bool m_isHandlingHeld = false;
+    bool m_isClosing = false;  ///< nothing is waited for any more
     quint64 m_epoch = 0;
     quint64 m_received = 0;  ///< messages to be acknowledged
     int m_unackedMessages = 0;

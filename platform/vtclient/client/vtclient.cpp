@@ -158,6 +158,7 @@ void VtClient::OnTurn() {
         m_reconnector.Start();
         SetNextDeadline();
     }
+    if (m_session) m_session->OnTurn();
     m_tics.OnTurn();
     Flush();
 }

@@ -67,6 +67,7 @@ class VtClient final : public IVtClient,
     void OnWelcome() override;
     void OnSessionEnded(const ClientSession::Ending& ending) override;
     void OnInputHandled() override;
+    void OnDeadlineMoved() override { SetNextDeadline(); }
 
     void Flush();
     void SetNextDeadline();

@@ -17,7 +17,8 @@ class RecallDesk {
     /// \a hub outlives this. \a reply sends an answer, for as long as there is anybody to send it to.
     RecallDesk(ServerHub& hub, std::function<void(const RecalledMessage&)> reply);
 
-    /// Takes a question of \a peer, whose path is absolute. False if it does not wait, because it was refused.
+    /// Takes a question of \a peer, whose path is absolute. False if it does not wait, because it was
+    /// refused.
     bool Ask(const VtPeer& peer, const RecallMessage& recall);
     /// Asks the history what is due, for as long as \a mayAsk.
     void Serve(const std::function<bool()>& mayAsk);

@@ -131,8 +131,11 @@ void ServerHub::EndAll(const QString& reason) {
 }
 
 void ServerHub::EndSession(int session, const QString& reason) {
-    for (std::size_t i = 0; i < m_sessions.size(); ++i)
-        if (m_sessions[i]->Peer().session == session) m_sessions[i]->End(EBye::ServerEnds, reason);
+    for (std::size_t i = 0; i < m_sessions.size(); ++i) {
+        if (m_sessions[i]->Peer().session != session) continue;
+        m_sessions[i]->End(EBye::ServerEnds, reason);
+        m_subtrees.ChangeRoadKeys(m_sessions[i].get());
+    }
 }
 
 std::vector<VtPeer> ServerHub::GetPeers() const {
@@ -208,6 +211,7 @@ void ServerHub::OnDeadline() {
     for (std::size_t i = 0; i < m_sessions.size(); ++i)
         m_sessions[i]->Check(m_now);
     m_subtrees.RetryLater();  // a renamed value tells nobody above
+    m_subtrees.MarkRoads(m_now, m_settings.pingInterval);
     OnTurn();
     GiveMemoryBack();
     const bool isQuiet = m_sessions.empty() && m_budget.Freed() < vtlimits::MinFreedToGiveBack;
@@ -252,6 +256,7 @@ bool ServerHub::ServeBacklogs(const TurnBudget& budget) {
         session->listed.isToServe = false;
         const bool hasMore = !session->IsEnded() && session->SendBacklog(isTimeUp);
         if (hasMore) ServeLater(*session);
+        session->Roads().Take();
         session->SendLateAnswers();
         if (!hasMore) session->Recall();
         if (budget.IsUp()) return m_toServe.empty();

@@ -39,6 +39,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
         qint64 memoryBytes = vtlimits::DefaultMemory;  ///< that sessions may make it hold
         std::function<void()> giveBack = GiveFreedMemoryBack;
         IVtHistory* history = nullptr;  ///< outlives the hub; null: nothing is kept
+        IRoads* roads = nullptr;        ///< likewise; null: all are told in their sessions
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -55,7 +56,10 @@ class ServerHub final : public ITurnTaker, public IObserver {
     void Shutdown(const QString& reason);
     /// Whether no call of this object or its sessions is under way.
     bool IsIdle() const;
+    /// Ends one, which opens nothing of what comes by shared roads from now on.
     void EndSession(int session, const QString& reason);
+    /// Whoever is no client any more opens nothing of what comes by shared roads from now on.
+    void ChangeRoadKeys() { m_subtrees.ChangeRoadKeys(nullptr); }
     std::vector<VtPeer> GetPeers() const;
     int CountSessions() const { return static_cast<int>(m_sessions.size()); }
     /// Bytes that the sessions make it hold, as far as they were counted.
@@ -69,6 +73,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
     // For sessions and what they have subscribed.
     IVtAccess& Access() const { return m_access; }
     IVtHistory* History() const { return m_settings.history; }
+    IRoads* Roads() const { return m_settings.roads; }
     const QString& Application() const { return m_settings.application; }
     std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
     std::chrono::milliseconds DeadAfter() const { return m_settings.deadAfter; }

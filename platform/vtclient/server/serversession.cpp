@@ -91,7 +91,7 @@ void ServerSession::OnClosed(const QString& reason) {
 
 template <class M>
 void ServerSession::Send(const M& message) {
-    SendInParts(Encode(message), QByteArray(), {});
+    SendBytes(Encode(message));
 }
 
 void ServerSession::SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) {
@@ -317,16 +317,19 @@ void ServerSession::CheckQueue() {
     CountHeld();
 }
 
-void ServerSession::Answer(AnswerMessage* answer, EResult result, const QString& reason) {
+// What the road of the subscription has said is before the answer, and the rest behind it.
+void ServerSession::SendAnswer(quint32 sub, const AnswerMessage& answer) {
+    m_roads.TellPosition(sub);
+    SendBytes(Encode(answer));
+}
+
+void ServerSession::Answer(const WriteMessage& write, AnswerMessage* answer, EResult result,
+                           const QString& reason) {
     answer->result = result;
     answer->reason = reason;
-    std::string_view bytes = Encode(*answer);
     // The content comes as a change as well, or is described as too large.
-    if (bytes.size() > vtlimits::MaxFrame) {
-        answer->result = EResult::Done;
-        bytes = Encode(*answer);
-    }
-    SendInParts(bytes, QByteArray(), {});
+    if (answer->IsClamped() && Encode(*answer).size() > vtlimits::MaxFrame) answer->result = EResult::Done;
+    SendAnswer(write.sub, *answer);
 }
 
 void ServerSession::On(const WriteMessage& write) {
@@ -335,13 +338,15 @@ void ServerSession::On(const WriteMessage& write) {
     const auto found = m_subscriptions.find(write.sub);
     TreeWatcher* const watcher = found == m_subscriptions.end() ? nullptr : found->second->Watcher();
     values::TreeItem* const item = watcher != nullptr ? watcher->Find(write.id) : nullptr;
-    if (item == nullptr) return Answer(&answer, EResult::Gone, QStringLiteral("the item has gone"));
-    if (item->IsNode()) return Answer(&answer, EResult::Denied, QStringLiteral("a node has no content"));
+    if (item == nullptr) return Answer(write, &answer, EResult::Gone, QStringLiteral("the item has gone"));
+    if (item->IsNode())
+        return Answer(write, &answer, EResult::Denied, QStringLiteral("a node has no content"));
     const QString path = item->GetPathName();
     QString reason;
-    if (!m_hub.Access().MayWrite(m_peer, path, &reason)) return Answer(&answer, EResult::Denied, reason);
+    if (!m_hub.Access().MayWrite(m_peer, path, &reason))
+        return Answer(write, &answer, EResult::Denied, reason);
     reason = LengthRefusal(write.content, path);
-    if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
+    if (!reason.isEmpty()) return Answer(write, &answer, EResult::Denied, reason);
     Write(write, *watcher, static_cast<values::ValueBase&>(*item), path, &answer);
 }
 
@@ -378,15 +383,16 @@ void ServerSession::Write(const WriteMessage& write, TreeWatcher& watcher, value
     Content content;
     if (!operations.take(write.content, &content))
         return Answer(
-            answer, EResult::Denied,
+            write, answer, EResult::Denied,
             QStringLiteral("the content is none of a value of type %1").arg(QLatin1String(operations.name)));
     const ObservableGuard guard(value);
     const TreeWatcher::WriteScope scope(watcher, write.id, m_peer.session);
     if (!operations.write(value, content, nullptr))
-        return Answer(answer, EResult::Denied, QStringLiteral("the selection has no item with this key"));
+        return Answer(write, answer, EResult::Denied,
+                      QStringLiteral("the selection has no item with this key"));
     // Whoever was told may have ended the session, or the value.
     if (!m_isEnded) m_hub.Access().ValueWritten(m_peer, path);
-    if (!guard.IsAlive()) return Answer(answer, EResult::Done);
+    if (!guard.IsAlive()) return Answer(write, answer, EResult::Done);
     answer->content = operations.content(value);
     if (kind == EItemKind::Selection) {
         const auto& selection = static_cast<const values::ValueSelection&>(value);
@@ -396,20 +402,19 @@ void ServerSession::Write(const WriteMessage& write, TreeWatcher& watcher, value
                       ? answer->content
                       : Content(false);
     }
-    Answer(answer, answer->content == content ? EResult::Done : EResult::Clamped);
+    Answer(write, answer, answer->content == content ? EResult::Done : EResult::Clamped);
 }
 
 void ServerSession::On(const CreateMessage& create) {
-    AnswerMessage answer;
-    answer.req = create.req;
     const auto found = m_subscriptions.find(create.sub);
     if (found == m_subscriptions.end())
-        return Answer(&answer, EResult::Gone, QStringLiteral("the subscription has ended"));
+        return SendAnswer(create.sub,
+                          {create.req, EResult::Gone, QStringLiteral("the subscription has ended"), {}});
     const QString reason = Create(create, *found->second);
     if (m_isEnded) return;
     CountHeld();
-    if (!reason.isEmpty()) return Answer(&answer, EResult::Denied, reason);
-    m_lateAnswers.emplace_back(create.sub, answer);
+    if (!reason.isEmpty()) return SendAnswer(create.sub, {create.req, EResult::Denied, reason, {}});
+    m_lateAnswers.emplace_back(create.sub, AnswerMessage{create.req, EResult::Done, {}, {}});
     m_hub.ServeLater(*this);
 }
 
@@ -425,7 +430,7 @@ void ServerSession::SendLateAnswers() {
     };
     const auto firstKept = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(), isDue);
     for (auto answer = m_lateAnswers.begin(); answer != firstKept; ++answer)
-        SendInParts(Encode(answer->second), QByteArray(), {});
+        SendAnswer(answer->first, answer->second);
     m_lateAnswers.erase(m_lateAnswers.begin(), firstKept);
 }
 

@@ -5,6 +5,7 @@
 #include <platform/vtclient/ivtaccess.h>
 #include <platform/vtclient/server/recalldesk.h>
 #include <platform/vtclient/server/sessionbudget.h>
+#include <platform/vtclient/server/sessionroads.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/vtlimits.h>
@@ -58,6 +59,9 @@ class ServerSession final : public IChannelListener {
     void Subscribe(Subscription& subscription);
     void TellAbsent(Subscription& subscription, const QString& reason);
     void Flush() { m_channel->Flush(); }
+    /// Sends a message that was written elsewhere.
+    void SendBytes(std::string_view message) { SendInParts(message, QByteArray(), {}); }
+    SessionRoads& Roads() { return m_roads; }
     /// In which lists of the hub it stands, so that the hub need not look.
     struct Listed {
         bool isToServe = false;
@@ -88,12 +92,17 @@ class ServerSession final : public IChannelListener {
     void On(const RecallMessage& recall);
     void On(const PingMessage& ping);
     void On(const PongMessage& /*pong*/) {}
+    void On(const JoinMessage& join) { m_roads.Join(join.sub); }
+    void On(const HeardMessage& heard) { m_roads.Heard(heard.sub, heard.road); }
+    void On(const LeaveMessage& leave) { m_roads.Leave(leave.sub); }
     void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
                AnswerMessage* answer);
     QString Create(const CreateMessage& create, Subscription& subscription);
     QString LengthRefusal(const Content& content, const QString& path) const;
     QString LengthRefusal(const ItemDescription& item, const QString& path) const;
-    void Answer(AnswerMessage* answer, EResult result, const QString& reason = QString());
+    void Answer(const WriteMessage& write, AnswerMessage* answer, EResult result,
+                const QString& reason = QString());
+    void SendAnswer(quint32 sub, const AnswerMessage& answer);
     template <class M>
     void Send(const M& message);
     void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail);
@@ -114,6 +123,7 @@ class ServerSession final : public IChannelListener {
     std::chrono::microseconds m_lastReceived;
     std::chrono::microseconds m_lastSent;
     std::map<quint32, std::unique_ptr<Subscription>> m_subscriptions;
+    SessionRoads m_roads{m_hub, *this, m_subscriptions};
     quint32 m_nextServed = 0;    ///< whose backlog is sent next
     std::deque<int> m_inFlight;  ///< sizes of the messages with changes that were not acknowledged
     qint64 m_inFlightBytes = 0;

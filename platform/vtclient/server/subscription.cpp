@@ -45,6 +45,7 @@ void Subscription::Restart(TreeWatcher* watcher) {
     m_cursor = 0;
     m_sequence = 0;
     m_isLive = false;
+    road = Road{road.isWanted};
     m_compactAt = MinCompaction;
     Forget();
 }

@@ -37,16 +37,27 @@ class Subscription {
     bool Want(const QString& path);
     quint64 NextSequence() { return ++m_sequence; }
 
-    /// Starts from nothing on \a watcher; null: the item is absent.
+    /// Starts from nothing on \a watcher; null: the item is absent. It is on no road then.
     void Restart(TreeWatcher* watcher);
 
     bool IsLive() const { return m_isLive; }  ///< the first look is complete
     void SetLive() { m_isLive = true; }
-    bool IsInStep() const { return m_isLive && IsUpToDate(); }
+    bool IsInStep() const { return road.isTaken || (m_isLive && IsUpToDate()); }
     /// Everything that the watcher has announced was told.
     bool IsUpToDate() const { return m_waiting.empty() && m_cursor == m_watcher->EndOfNumbers(); }
     /// What is new is not complete yet.
-    bool LacksStructure() const { return m_cursor != m_watcher->EndOfNumbers() || !m_watcher->IsTakenIn(); }
+    bool LacksStructure() const {
+        return (!road.isTaken && m_cursor != m_watcher->EndOfNumbers()) || !m_watcher->IsTakenIn();
+    }
+
+    /// How it stands with the shared road of the subtree.
+    struct Road {
+        bool isWanted = false;  ///< the client can follow one
+        bool isHeard = false;   ///< something has come to it by this one
+        bool isTaken = false;   ///< it is told of nothing else any more
+        quint64 told = 0;       ///< the number that the client was told last
+    };
+    Road road;
 
     void WentWith(const TreeWatcher::Part& part) { m_cursor = part.endNew; }
     void Absorb(const TreeWatcher::Part& part);

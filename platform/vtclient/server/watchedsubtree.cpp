@@ -13,11 +13,51 @@ WatchedSubtree::WatchedSubtree(WatchedSubtrees& all, const QString& path, values
     : m_all(all), m_path(path), m_watcher(root, *this) {}
 
 void WatchedSubtree::Remove(Subscription& subscription) {
-    m_members.erase(std::remove(m_members.begin(), m_members.end(), &subscription), m_members.end());
+    for (auto* const list : {&m_members, &m_riders})
+        list->erase(std::remove(list->begin(), list->end(), &subscription), list->end());
 }
 
 std::vector<Subscription*> WatchedSubtree::TakeMembers() {
-    return std::exchange(m_members, {});
+    std::vector<Subscription*> all = std::exchange(m_members, {});
+    all.insert(all.end(), m_riders.begin(), m_riders.end());
+    m_riders.clear();
+    return all;
+}
+
+RoadPublisher& WatchedSubtree::ProvideRoad(IRoads& roads) {
+    if (!m_road) m_road = std::make_unique<RoadPublisher>(roads, m_all.NewRoadName());
+    return *m_road;
+}
+
+void WatchedSubtree::TakeRoad(Subscription& subscription) {
+    Remove(subscription);
+    m_riders.push_back(&subscription);
+    subscription.road.isTaken = true;
+}
+
+void WatchedSubtree::ChangeRoadKey() {
+    if (!m_road) return;
+    m_road->ChangeKey();
+    for (const auto* const list : {&m_members, &m_riders})
+        for (Subscription* subscription : *list)
+            if (subscription->road.isWanted) subscription->Session().Roads().Tell(*subscription, *m_road);
+}
+
+bool WatchedSubtree::IsRoadKnownTo(const ServerSession& session) const {
+    const auto isIts = [&session](const Subscription* subscription) {
+        return subscription->road.isWanted && &subscription->Session() == &session;
+    };
+    return m_road && (std::any_of(m_members.begin(), m_members.end(), isIts) ||
+                      std::any_of(m_riders.begin(), m_riders.end(), isIts));
+}
+
+void WatchedSubtree::MarkRoadIfDue(std::chrono::microseconds now, std::chrono::milliseconds interval) {
+    if (!m_road) return;
+    const auto isListening = [](const Subscription* member) {
+        return member->road.isWanted && !member->road.isHeard && !member->Session().IsEnded();
+    };
+    const bool isWanted = std::any_of(m_members.begin(), m_members.end(), isListening);
+    if (isWanted || !m_riders.empty()) m_road->MarkIfDue(now, interval, isWanted);
 }
 
 bool WatchedSubtree::List() {
@@ -33,9 +73,10 @@ void WatchedSubtree::OnRootGone(TreeWatcher& /*watcher*/) {
 }
 
 bool WatchedSubtree::HasAudience() const {
-    return std::any_of(m_members.begin(), m_members.end(), [](const Subscription* member) {
-        return member->IsInStep() && member->Session().MaySendChanges();
-    });
+    return !m_riders.empty() ||
+           std::any_of(m_members.begin(), m_members.end(), [](const Subscription* member) {
+               return member->IsInStep() && member->Session().MaySendChanges();
+           });
 }
 
 bool WatchedSubtree::Serve(const TurnBudget& budget, TreeWatcher::Part* part) {
@@ -52,6 +93,8 @@ bool WatchedSubtree::Serve(const TurnBudget& budget, TreeWatcher::Part* part) {
 }
 
 void WatchedSubtree::Deliver(const TreeWatcher::Part& part) {
+    if (!m_riders.empty() && !part.changes.isEmpty())
+        m_road->Publish(part.changes, part.hasMore, m_all.Now());
     for (Subscription* member : m_members) {
         ServerSession& session = member->Session();
         if (member->IsInStep() && session.MaySendChanges()) {

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <platform/vtclient/channel/ieventloop.h>
+#include <platform/vtclient/server/roadpublisher.h>
 #include <platform/vtclient/server/subscription.h>
 #include <platform/vtclient/server/treewatcher.h>
 
 #include <QtCore/QString>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -26,9 +28,20 @@ class WatchedSubtree final : public std::enable_shared_from_this<WatchedSubtree>
 
     void Add(Subscription& subscription) { m_members.push_back(&subscription); }
     void Remove(Subscription& subscription);
-    bool HasMembers() const { return !m_members.empty(); }
+    bool HasMembers() const { return !m_members.empty() || !m_riders.empty(); }
     /// None is left.
     std::vector<Subscription*> TakeMembers();
+
+    /// The shared road; null: nobody has asked for one.
+    RoadPublisher* Road() { return m_road.get(); }
+    RoadPublisher& ProvideRoad(IRoads& roads);
+    /// From now on \a subscription, which is in step, is told of changes by the road alone.
+    void TakeRoad(Subscription& subscription);
+    /// A new key, which is told to all who know one.
+    void ChangeRoadKey();
+    /// Whether \a session was told a key.
+    bool IsRoadKnownTo(const ServerSession& session) const;
+    void MarkRoadIfDue(std::chrono::microseconds now, std::chrono::milliseconds interval);
 
     /// Delivers what has changed: written once, to all members that are in step, and kept by the others,
     /// whose sessions are served later. False if there is more when the budget is up. \a part is room to work
@@ -48,7 +61,9 @@ class WatchedSubtree final : public std::enable_shared_from_this<WatchedSubtree>
 
     WatchedSubtrees& m_all;
     QString m_path;
-    std::vector<Subscription*> m_members;
+    std::vector<Subscription*> m_members;  ///< who are told in their sessions
+    std::vector<Subscription*> m_riders;  ///< who are told by the road: no change costs more for each of them
+    std::unique_ptr<RoadPublisher> m_road;
     bool m_isListed = true;  ///< among those that have changes, as a new one is
     bool m_isDead = false;
     TreeWatcher m_watcher;  ///< the last member: it tells while it is being made

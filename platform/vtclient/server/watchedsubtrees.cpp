@@ -26,8 +26,61 @@ void WatchedSubtrees::Watch(Subscription& subscription, values::TreeItem* item) 
     }
     subtree->Add(subscription);
     subscription.Restart(&subtree->Watcher());
+    ServerSession& session = subscription.Session();
+    session.Subscribe(subscription);
+    session.Roads().Offer(subscription);
+    ServeLater(session);
+}
+
+WatchedSubtree* WatchedSubtrees::Find(const Subscription& subscription) const {
+    const auto found = m_byPath.find(subscription.Path());
+    return found == m_byPath.end() || subscription.Watcher() == nullptr ? nullptr : found->get();
+}
+
+void WatchedSubtrees::OfferRoad(Subscription& subscription, IRoads& roads) {
+    WatchedSubtree* const subtree = Find(subscription);
+    if (subtree != nullptr) subscription.Session().Roads().Tell(subscription, subtree->ProvideRoad(roads));
+}
+
+void WatchedSubtrees::TakeRoad(Subscription& subscription) {
+    Find(subscription)->TakeRoad(subscription);
+}
+
+void WatchedSubtrees::LeaveRoad(Subscription& subscription) {
+    WatchedSubtree* const subtree = Find(subscription);
+    if (subtree == nullptr) return;
+    subtree->Remove(subscription);
+    subtree->Add(subscription);
+    subscription.Restart(&subtree->Watcher());
     subscription.Session().Subscribe(subscription);
     ServeLater(subscription.Session());
+}
+
+const RoadPublisher* WatchedSubtrees::RoadOfferedTo(const Subscription& subscription) const {
+    WatchedSubtree* const subtree = subscription.road.isWanted ? Find(subscription) : nullptr;
+    return subtree != nullptr ? subtree->Road() : nullptr;
+}
+
+const RoadPublisher* WatchedSubtrees::RoadOf(const Subscription& subscription) const {
+    return subscription.road.isTaken ? RoadOfferedTo(subscription) : nullptr;
+}
+
+void WatchedSubtrees::ChangeRoadKeys(const ServerSession* session) {
+    for (const auto& subtree : m_byPath)
+        if (session == nullptr || subtree->IsRoadKnownTo(*session)) subtree->ChangeRoadKey();
+}
+
+void WatchedSubtrees::MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval) {
+    for (const auto& subtree : m_byPath)
+        subtree->MarkRoadIfDue(now, interval);
+}
+
+QString WatchedSubtrees::NewRoadName() {
+    return QStringLiteral("%1-%2").arg(m_hub.Epoch(), 0, 16).arg(++m_roads);
+}
+
+std::chrono::microseconds WatchedSubtrees::Now() const {
+    return m_hub.Now();
 }
 
 void WatchedSubtrees::Leave(Subscription& subscription) {
@@ -52,6 +105,8 @@ void WatchedSubtrees::OnChanges(WatchedSubtree& subtree) {
 
 void WatchedSubtrees::OnRootGone(WatchedSubtree& subtree) {
     const std::vector<Subscription*> members = subtree.TakeMembers();
+    for (Subscription* member : members)
+        member->Session().Roads().TellPosition(*member);  // that it has gone comes after that
     Unwatch(subtree);
     for (Subscription* member : members) {
         member->Restart(nullptr);

@@ -6,6 +6,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <vector>
@@ -42,7 +43,23 @@ class WatchedSubtrees {
     /// Whether there is something for another turn.
     bool HasWork() const { return m_isToRetry || !m_changed.empty() || !m_dead.empty(); }
 
+    /// \a subscription, which has an item, is offered the shared road of it.
+    void OfferRoad(Subscription& subscription, IRoads& roads);
+    /// \a subscription, which is in step and has heard the road, is told by it from now on.
+    void TakeRoad(Subscription& subscription);
+    /// \a subscription starts anew, in its session.
+    void LeaveRoad(Subscription& subscription);
+    /// The road by which \a subscription is told; null if that is done in its session.
+    const RoadPublisher* RoadOf(const Subscription& subscription) const;
+    /// The road that \a subscription may take; null if there is none.
+    const RoadPublisher* RoadOfferedTo(const Subscription& subscription) const;
+    /// All roads have new keys; or those of which \a session knows one.
+    void ChangeRoadKeys(const ServerSession* session);
+    void MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval);
+
     // For those watched.
+    QString NewRoadName();
+    std::chrono::microseconds Now() const;
     void OnChanges(WatchedSubtree& subtree);
     void OnRootGone(WatchedSubtree& subtree);
     void ServeLater(ServerSession& session);
@@ -50,6 +67,7 @@ class WatchedSubtrees {
   private:
     void Watch(Subscription& subscription, values::TreeItem* item);
     void Unwatch(WatchedSubtree& subtree);
+    WatchedSubtree* Find(const Subscription& subscription) const;
 
     ServerHub& m_hub;
     QHash<QString, std::shared_ptr<WatchedSubtree>> m_byPath;
@@ -57,6 +75,7 @@ class WatchedSubtrees {
     std::vector<std::shared_ptr<WatchedSubtree>> m_dead;
     std::vector<Subscription*> m_waiting;  ///< their items are absent
     bool m_isToRetry = false;
+    quint64 m_roads = 0;       ///< how many there were
     TreeWatcher::Part m_part;  ///< that is being delivered, kept for its room
 };
 

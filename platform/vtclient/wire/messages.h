@@ -291,11 +291,80 @@ struct RecalledMessage {
     }
 };
 
+/// The client can follow a subscription by a shared road.
+struct JoinMessage {
+    static constexpr EMessage Type = EMessage::Join;
+    static constexpr ESender Sender = ESender::Client;
+
+    quint32 sub = 0;
+
+    static constexpr auto Fields() { return std::tuple(wire::Field{"sub", &JoinMessage::sub}); }
+};
+
+/// Which road that is, and a key of what comes by it.
+struct RoadMessage {
+    static constexpr EMessage Type = EMessage::Road;
+    static constexpr ESender Sender = ESender::Server;
+
+    quint32 sub = 0;
+    QString road;
+    quint32 key = 0;  ///< its number
+    QString secret;   ///< the key itself, as hexadecimal digits
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"sub", &RoadMessage::sub},
+                          Field{"road", &RoadMessage::road, TextUpTo{vtlimits::MaxRoadName}},
+                          Field{"key", &RoadMessage::key},
+                          Field{"secret", &RoadMessage::secret, TextUpTo{vtlimits::MaxRoadSecret}});
+    }
+};
+
+/// Something of the server's has come to the client by that road.
+struct HeardMessage {
+    static constexpr EMessage Type = EMessage::Heard;
+    static constexpr ESender Sender = ESender::Client;
+
+    quint32 sub = 0;
+    QString road;
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"sub", &HeardMessage::sub},
+                          Field{"road", &HeardMessage::road, TextUpTo{vtlimits::MaxRoadName}});
+    }
+};
+
+/// What follows in the session comes after that number of the road.
+struct AtMessage {
+    static constexpr EMessage Type = EMessage::At;
+    static constexpr ESender Sender = ESender::Server;
+
+    quint32 sub = 0;
+    quint64 number = 0;
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"sub", &AtMessage::sub}, Field{"number", &AtMessage::number});
+    }
+};
+
+/// The client has lost the road, and takes a new snapshot.
+struct LeaveMessage {
+    static constexpr EMessage Type = EMessage::Leave;
+    static constexpr ESender Sender = ESender::Client;
+
+    quint32 sub = 0;
+
+    static constexpr auto Fields() { return std::tuple(wire::Field{"sub", &LeaveMessage::sub}); }
+};
+
 /// Any of them, in the order of their numbers, from 1 on.
-using Message = std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
-                             SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage,
-                             AckMessage, WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage,
-                             RecallMessage, RecalledMessage>;
+using Message =
+    std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
+                 SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage, AckMessage,
+                 WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage, RecallMessage,
+                 RecalledMessage, JoinMessage, RoadMessage, HeardMessage, AtMessage, LeaveMessage>;
 
 namespace wire {
 

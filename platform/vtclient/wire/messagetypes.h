@@ -24,7 +24,12 @@ enum class EMessage : std::uint8_t {
     Ping = 15,
     Pong = 16,
     Recall = 17,
-    Recalled = 18
+    Recalled = 18,
+    Join = 19,
+    Road = 20,
+    Heard = 21,
+    At = 22,
+    Leave = 23
 };
 
 /// Which end of a connection sends a message.

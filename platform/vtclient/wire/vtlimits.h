@@ -54,6 +54,26 @@ constexpr std::size_t MaxRecallsWaiting = 16;             // per session: nobody
 constexpr int RecallBurst = 4;                            // answers at once: what a window shows at first
 constexpr std::chrono::milliseconds RecallInterval(250);  // after which one more is allowed
 
+// Shared roads.
+constexpr int MaxRoadName = 64;                            // UTF-16 code units
+constexpr int MaxRoadSecret = 64;                          // hexadecimal digits of 256 bits
+constexpr std::chrono::milliseconds RoadMarkAfter(1000);   // so soon it shows that a last change was lost
+constexpr std::chrono::milliseconds RoadMarkWanted(100);   // between two for those who listen for the first
+constexpr std::chrono::milliseconds RoadReorderTime(200);  // by then comes what only took another way
+constexpr std::chrono::milliseconds RoadFetchTime(2000);   // in which a keeper that is there has answered
+constexpr std::chrono::milliseconds RoadFetchAgain(300);   // what was sent just now is kept by then
+constexpr int RoadFetches = 3;                             // then what is missing is gone
+constexpr std::size_t MaxRoadAhead = 8U << 20;      // that came ahead of what is missing; more is fetched
+constexpr std::size_t MaxRoadAheadMessages = 4096;  // likewise, of small ones
+constexpr std::size_t MaxRoadSealed = 1U << 20;     // whose key is not here yet
+constexpr std::size_t MaxRoadSealedMessages = 64;   // likewise
+constexpr std::size_t MaxHeld = 16U << 20;          // of a session that waits for a road: a server sends less
+constexpr std::size_t MaxRoadKeys = 4;              // what is on its way may be older than a new key
+constexpr std::chrono::milliseconds RoadFirstPause(1000);  // before a road that was lost is tried again
+constexpr std::chrono::milliseconds RoadLongestPause(60'000);
+constexpr std::chrono::seconds RoadHearTime(15);   // for a first word by it, marks included
+constexpr std::chrono::seconds RoadTellEvery(10);  // what strangers do to it
+
 // What clients make the server hold, in all: what is incomplete, what waits for them, what they asked for.
 constexpr qint64 DefaultMemory = 32 << 20;  // unless the server's options say otherwise
 // Beside that, what a connection costs as long as it is there: buffers of Qt and OpenSSL that never shrink.

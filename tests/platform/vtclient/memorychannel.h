@@ -59,9 +59,11 @@ class MemoryChannel final : public vt::IChannel {
     bool IsLoopback() const override { return m_isLoopback; }
     bool IsEncrypted() const override { return m_isEncrypted; }
     QString CertificateName() const override { return m_certificateName; }
+    vt::IRoads* Roads() override { return m_roads; }
 
     /// What is said to have begun to come.
     void SetUnfinished(qint64 size) { m_unfinished = size; }
+    void SetRoads(vt::IRoads* roads) { m_roads = roads; }
     void SetAddress(const QString& address) { m_address = address; }
     void SetPeer(bool isLoopback, bool isEncrypted, const QString& certificateName) {
         m_isLoopback = isLoopback;
@@ -113,4 +115,5 @@ class MemoryChannel final : public vt::IChannel {
     bool m_isLoopback = true;
     bool m_isEncrypted = false;
     QString m_certificateName;
+    vt::IRoads* m_roads = nullptr;
 };

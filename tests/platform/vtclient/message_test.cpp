@@ -89,6 +89,12 @@ const Row Rows[] = {
      "9f 12 05 00 60 1818 82 61 61 61 62 ff", "86 12 05 00 60 1818 82 61 61 61 62"},
     {"RecallDenied", vt::RecalledMessage{5, vt::EResult::Denied, S("no"), 0, {}},
      "9f 12 05 02 62 6e6f 00 80 ff", "86 12 05 02 62 6e6f 00 80"},
+    {"Join", vt::JoinMessage{24}, "9f 13 1818 ff", "82 13 1818"},
+    {"Road", vt::RoadMessage{1, S("r"), 2, S("0f")}, "9f 14 01 61 72 02 62 3066 ff",
+     "85 14 01 61 72 02 62 3066"},
+    {"Heard", vt::HeardMessage{1, S("r")}, "9f 15 01 61 72 ff", "83 15 01 61 72"},
+    {"At", vt::AtMessage{1, 300}, "9f 16 01 19012c ff", "83 16 01 19012c"},
+    {"Leave", vt::LeaveMessage{1}, "9f 17 01 ff", "82 17 01"},
 };
 
 class MessageTest : public testing::TestWithParam<Row> {};

@@ -62,6 +62,11 @@ const Row Rows[] = {
     {"Pong", "9f 10 1a000f4240 ff", "b0c196d0d26db5c8"},
     {"Recall", "9f 11 05 62 2f61 19012c 1818 ff", "6a73c4e4d1f0d1f1"},
     {"Recalled", "9f 12 05 00 60 1818 82 61 61 61 62 ff", "42a6a30ae2f04175"},
+    {"Join", "9f 13 1818 ff", "2e2d2fb3a61823b2"},
+    {"Road", "9f 14 01 61 72 02 62 3066 ff", "d9c2e4e81b8c094e"},
+    {"Heard", "9f 15 01 61 72 ff", "ab350f4bfe1e58c7"},
+    {"At", "9f 16 01 19012c ff", "5f2e65c5901365f8"},
+    {"Leave", "9f 17 01 ff", "7854fea9cbb356f4"},
     {"RecallDenied", "9f 12 05 02 62 6e6f 00 80 ff", "00128586e8698363"},
 };
 
@@ -111,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(All, MessageVariantsTest, testing::ValuesIn(Rows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(MessageVariantsTableTest, HasEveryMessage) {
-    for (int type = 1; type <= static_cast<int>(vt::EMessage::Recalled); ++type) {
+    for (int type = 1; type <= static_cast<int>(vt::EMessage::Leave); ++type) {
         const auto isOfType = [type](const Row& row) { return Bytes(row.hex)[1] == static_cast<char>(type); };
         EXPECT_TRUE(std::any_of(std::begin(Rows), std::end(Rows), isOfType)) << "message " << type;
     }

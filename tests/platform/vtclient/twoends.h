@@ -44,6 +44,7 @@ class TwoEnds : public TreeFixture {
             isConnecting = false;
             wire = std::make_shared<MemoryChannel::Wire>();
             auto mine = std::make_unique<MemoryChannel>(wire, true);
+            mine->SetRoads(roads);
             auto theirs = std::make_unique<MemoryChannel>(wire, false);
             clientEnd = mine.get();
             serverEnd = theirs.get();
@@ -52,6 +53,7 @@ class TwoEnds : public TreeFixture {
             return true;
         }
 
+        vt::IRoads* roads = nullptr;  ///< that come with the wires
         int attempts = 0;
         bool isConnecting = false;
         std::shared_ptr<MemoryChannel::Wire> wire;
@@ -125,8 +127,10 @@ class TwoEnds : public TreeFixture {
             if (isWired && end.isReading && IsAlive(end.connector->wire, true))
                 hasRun = end.connector->clientEnd->Deliver() || hasRun;
         }
-        return hasRun;
+        return StepMore() || hasRun;
     }
+    /// What else there is.
+    virtual bool StepMore() { return false; }
     /// A channel object may have been destroyed by its owner; the wire tells.
     static bool IsAlive(const std::shared_ptr<MemoryChannel::Wire>& wire, bool isA) {
         return isA ? !wire->isAGone : !wire->isBGone;

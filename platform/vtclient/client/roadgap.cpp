@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/vtclient/client/roadgap.h>
+
+#include <platform/vtclient/wire/vtlimits.h>
+
+namespace vt {
+
+void RoadGap::Open(Time now) {
+    m_state = EState::Waiting;
+    m_fetches = 0;
+    m_deadline = now + vtlimits::RoadReorderTime;
+}
+
+std::optional<RoadGap::Time> RoadGap::Deadline() const {
+    return IsOpen() ? std::optional(m_deadline) : std::nullopt;
+}
+
+RoadGap::EStep RoadGap::OnDeadline(Time now) {
+    if (!IsOpen() || now < m_deadline) return EStep::Nothing;
+    if (m_state == EState::Fetching) return OnFetched(now);
+    m_state = EState::Fetching;
+    m_deadline = now + vtlimits::RoadFetchTime;
+    ++m_fetches;
+    return EStep::Fetch;
+}
+
+RoadGap::EStep RoadGap::OnFetched(Time now) {
+    if (m_state != EState::Fetching) return EStep::Nothing;
+    if (m_fetches >= vtlimits::RoadFetches) return EStep::GiveUp;
+    m_state = EState::Waiting;
+    m_deadline = now + vtlimits::RoadFetchAgain;
+    return EStep::Nothing;
+}
+
+}  // namespace vt
