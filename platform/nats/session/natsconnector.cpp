@@ -72,7 +72,8 @@ void NatsConnector::Knock() {
     m_bus->Subscribe(m_subjects.Here(),
                      [route = m_route](const NatsMessage& message) { LookForRestart(*route, message); });
     const QByteArray head = Packet{Packet::EKind::Open, 0, 0, {}}.Head();
-    const QByteArray body = Greeting{Packet::Version, NatsSession::Window, 0}.Write();
+    m_seal = std::make_unique<SessionSeal>();
+    const QByteArray body = Greeting{Packet::Version, NatsSession::Window, 0, m_seal->PublicKey()}.Write();
     m_bus->Publish(m_subjects.Up(m_name), {head.constData(), static_cast<std::size_t>(head.size())},
                    {body.constData(), static_cast<std::size_t>(body.size())}, KnockWatch);
     m_bus->Flush();
@@ -107,7 +108,11 @@ void NatsConnector::Accept(const Greeting& greeting) {
         return Fail(QStringLiteral("the station speaks version %1 of the session over NATS, not %2")
                         .arg(greeting.version)
                         .arg(Packet::Version));
-    const auto session = std::make_shared<NatsSession>(m_bus, m_subjects.Up(m_name), greeting);
+    const QByteArray up = m_subjects.Up(m_name);
+    const std::string_view key(greeting.key.constData(), Greeting::KeySize);
+    if (!m_seal->Agree(SessionSeal::ESide::Client, key, up))
+        return Fail(QStringLiteral("the station sends what is no key"));
+    const auto session = std::make_shared<NatsSession>(m_bus, up, greeting, std::move(m_seal));
     m_route->session = session;
     m_route->instance = greeting.instance;
     // The client can judge its own part of the way, no more.

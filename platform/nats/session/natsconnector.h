@@ -15,6 +15,7 @@
 namespace nats {
 
 class NatsSession;
+class SessionSeal;
 
 /// Connects to a station: to NATS, and over it to whoever offers the station there. Main thread.
 class NatsConnector final : public QObject, public vt::IConnector, private INatsBus::IListener {
@@ -58,6 +59,7 @@ class NatsConnector final : public QObject, public vt::IConnector, private INats
     SessionName m_name;
     std::shared_ptr<INatsBus> m_bus;  ///< of the attempt under way
     std::shared_ptr<Route> m_route;
+    std::unique_ptr<SessionSeal> m_seal;
 };
 
 }  // namespace nats

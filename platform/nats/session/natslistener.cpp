@@ -74,14 +74,20 @@ void NatsListener::OnStranger(const SessionName& name, const Packet& packet) {
 }
 
 void NatsListener::Begin(const SessionName& name, const Greeting& greeting) {
-    const auto session = std::make_shared<NatsSession>(m_bus, m_subjects.Down(name), greeting);
+    auto seal = std::make_unique<SessionSeal>();
+    const QByteArray own = seal->PublicKey();
+    const std::string_view theirs(greeting.key.constData(), Greeting::KeySize);
+    if (!seal->Agree(SessionSeal::ESide::Server, theirs, m_subjects.Up(name)))
+        return Complain(name.who, QStringLiteral("a session was begun with what is no key"));
+    const auto session =
+        std::make_shared<NatsSession>(m_bus, m_subjects.Down(name), greeting, std::move(seal));
     const QByteArray key = name.ToText();
     m_sessions.insert(key, session);
     session->SetGoneHandler([self = QPointer<NatsListener>(this), key] {
         if (self) self->m_sessions.remove(key);
     });
     const QByteArray head = Packet{Packet::EKind::Accept, 0, 0, {}}.Head();
-    const QByteArray body = Greeting{Packet::Version, NatsSession::Window, m_instance}.Write();
+    const QByteArray body = Greeting{Packet::Version, NatsSession::Window, m_instance, own}.Write();
     m_bus->Publish(m_subjects.Down(name), {head.constData(), static_cast<std::size_t>(head.size())},
                    {body.constData(), static_cast<std::size_t>(body.size())}, session->Watch());
     m_bus->Flush();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/nats/session/natssession.h>
 
+#include <platform/app/trace.h>
 #include <platform/nats/session/lingeringsessions.h>
 #include <platform/vtclient/ichannel.h>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds SessionTurn(4);  // then others have theirs
 constexpr quint64 TellAfter = NatsSession::Window / 4;
+constexpr int MaxReason = 200;
 
 quint64 NextWatch() {
     static quint64 last = 0;
@@ -23,8 +25,13 @@ quint64 NextWatch() {
 
 }  // namespace
 
-NatsSession::NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting)
-    : m_bus(std::move(bus)), m_peer(std::move(peer)), m_peerWindow(greeting.window), m_watch(NextWatch()) {
+NatsSession::NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting,
+                         std::unique_ptr<SessionSeal> seal)
+    : m_bus(std::move(bus)),
+      m_peer(std::move(peer)),
+      m_peerWindow(greeting.window),
+      m_watch(NextWatch()),
+      m_seal(std::move(seal)) {
     m_again.setSingleShot(true);
     connect(&m_again, &QTimer::timeout, this, &NatsSession::ReadOn);
     m_bus->AddListener(this);
@@ -38,8 +45,29 @@ NatsSession::~NatsSession() {
 // --------------------------------------------------------------------------------------------------
 
 void NatsSession::OnPacket(const Packet& packet) {
+    if (m_isGone) return;
+    // A server that knows nothing of the session has no key.
+    if (packet.kind == Packet::EKind::Refuse)
+        return Lose(
+            QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(MaxReason));
+    const std::optional<std::string_view> body = m_seal->Open(packet);
+    if (!body) return OnForged();
+    Packet opened = packet;
+    opened.body = *body;
+    OnTrue(opened);
+}
+
+// Who may publish there is for the accounts of NATS; it is no more than noise.
+void NatsSession::OnForged() {
+    if (std::exchange(m_hasComplained, true)) return;
+    MCS_TRACE_OF(QStringLiteral("nats"),
+                 QStringLiteral("Somebody else publishes in the session over NATS at %1")
+                     .arg(QString::fromLatin1(m_peer)));
+}
+
+void NatsSession::OnTrue(const Packet& packet) {
     const auto self = shared_from_this();
-    if (m_isGone || !TakeNumber(packet) || !TakeCredit(packet)) return;
+    if (!TakeNumber(packet) || !TakeCredit(packet)) return;
     switch (packet.kind) {
         case Packet::EKind::Data:
             TakeData(packet.body);
@@ -55,8 +83,6 @@ void NatsSession::OnPacket(const Packet& packet) {
             if (m_isEndSent) BeGone();
             break;
         case Packet::EKind::Refuse:
-            Lose(QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(200));
-            break;
         case Packet::EKind::Open:
         case Packet::EKind::Accept:
         case Packet::EKind::Credit:
@@ -66,7 +92,11 @@ void NatsSession::OnPacket(const Packet& packet) {
 }
 
 bool NatsSession::TakeNumber(const Packet& packet) {
-    if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::End) return true;
+    if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::End) {
+        const bool isNew = packet.number > m_lastWordReceived;
+        if (isNew) m_lastWordReceived = packet.number;
+        return isNew;  // what comes twice says nothing new
+    }
     const quint64 due = m_lastReceived + 1;
     if (packet.number == due) {
         m_lastReceived = due;
@@ -80,7 +110,6 @@ bool NatsSession::TakeNumber(const Packet& packet) {
 }
 
 bool NatsSession::TakeCredit(const Packet& packet) {
-    if (packet.kind == Packet::EKind::Refuse) return true;
     if (packet.consumed > m_sent) {
         Lose(QStringLiteral("the peer acknowledges what was not sent over NATS"));
         return false;
@@ -229,32 +258,33 @@ void NatsSession::GiveBackRoom() {
 void NatsSession::SendOn() {
     if (m_isGone || m_bus->State() != INatsBus::EState::Open) return;
     SendData();
-    if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true))
-        SendHead(Packet::EKind::End, ++m_lastSent);
+    if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true)) SendHead(Packet::EKind::End);
     m_bus->Flush();
 }
 
 void NatsSession::SendData() {
+    const auto around = static_cast<std::size_t>(Packet::HeadSize + SessionSeal::TagSize);
     const std::size_t most =
-        std::min<std::size_t>(MaxBody, static_cast<std::size_t>(m_bus->MaxPayload()) - Packet::HeadSize);
+        std::min<std::size_t>(MaxBody, static_cast<std::size_t>(m_bus->MaxPayload()) - around);
     while (!m_out.IsEmpty() && m_bus->Unsent() < INatsBus::EnoughUnsent) {
         const quint64 underWay = m_sent - m_peerConsumed;
         if (underWay >= m_peerWindow) return;
         const std::size_t size =
             std::min({m_out.Size(), most, static_cast<std::size_t>(m_peerWindow - underWay)});
-        const Packet packet{Packet::EKind::Data, ++m_lastSent, m_consumed, {}};
-        m_bus->Publish(m_peer, m_out.TakePacket(packet, size), {}, m_watch);
+        Publish({Packet::EKind::Data, ++m_lastSent, m_consumed, m_out.Take(size)}, m_watch);
         m_sent += size;
         m_told = m_consumed;
     }
 }
 
-void NatsSession::SendHead(Packet::EKind kind, quint64 number) {
-    const Packet packet{kind, number, m_consumed, {}};
-    const QByteArray head = packet.Head();
-    m_bus->Publish(m_peer, {head.constData(), static_cast<std::size_t>(head.size())}, {},
-                   kind == Packet::EKind::Ended ? 0 : m_watch);
+void NatsSession::SendHead(Packet::EKind kind) {
+    const quint64 number = kind == Packet::EKind::End ? ++m_lastSent : ++m_lastWordSent;
+    Publish({kind, number, m_consumed, {}}, kind == Packet::EKind::Ended ? 0 : m_watch);
     m_told = m_consumed;
+}
+
+bool NatsSession::Publish(const Packet& packet, quint64 watch) {
+    return m_bus->Publish(m_peer, m_seal->Seal(packet), {}, watch);
 }
 
 }  // namespace nats

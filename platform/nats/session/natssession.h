@@ -5,6 +5,7 @@
 #include <platform/nats/session/inputstream.h>
 #include <platform/nats/session/outputstream.h>
 #include <platform/nats/session/packet.h>
+#include <platform/nats/session/sessionseal.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -35,12 +36,15 @@ class NatsSession final : public QObject,
     static constexpr std::chrono::milliseconds LingerTime{2000};
     static constexpr std::size_t MaxLingering = 256;
 
-    /// Sends to the subject \a peer, of whom \a greeting came.
-    NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting);
+    /// Sends to the subject \a peer, of whom \a greeting came, and with whom \a seal is agreed on.
+    NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting,
+                std::unique_ptr<SessionSeal> seal);
     ~NatsSession() override;
 
     /// Calls \a onGone when no packet is of any use to this any more; then it may be forgotten.
     void SetGoneHandler(std::function<void()> onGone) { m_onGone = std::move(onGone); }
+    /// What came for this session, from whomever. What the other end has not sealed changes nothing, and is
+    /// told once.
     void OnPacket(const Packet& packet);
     /// The other end, or the way there, is gone.
     void Lose(const QString& reason);
@@ -62,6 +66,8 @@ class NatsSession final : public QObject,
     void OnNatsWritable() override { SendOn(); }
 
   private:
+    void OnTrue(const Packet& packet);
+    void OnForged();
     bool TakeNumber(const Packet& packet);
     bool TakeCredit(const Packet& packet);
     void TakeData(std::string_view body);
@@ -72,26 +78,30 @@ class NatsSession final : public QObject,
     void Fail(const QString& reason);
     void SendOn();
     void SendData();
-    void SendHead(Packet::EKind kind, quint64 number = 0);
+    void SendHead(Packet::EKind kind);
+    bool Publish(const Packet& packet, quint64 watch);
     void BeGone();
 
     const std::shared_ptr<INatsBus> m_bus;
     const QByteArray m_peer;
     const quint32 m_peerWindow;
     const quint64 m_watch;
+    const std::unique_ptr<SessionSeal> m_seal;
     std::function<void()> m_onGone;
     vt::IChannelListener* m_listener = nullptr;
     quint32 m_maxMessage = FirstMaxMessage;
 
     InputStream m_in;
-    std::string m_later;         ///< what came while frames were given
-    quint64 m_lastReceived = 0;  ///< number of a packet
-    quint64 m_received = 0;      ///< bytes of the stream to us, as are the next two
+    std::string m_later;             ///< what came while frames were given
+    quint64 m_lastReceived = 0;      ///< number of a packet
+    quint64 m_lastWordReceived = 0;  ///< the same, of those without data
+    quint64 m_received = 0;          ///< bytes of the stream to us, as are the next two
     quint64 m_consumed = 0;
     quint64 m_told = 0;  ///< to the peer, of what was consumed
 
     OutputStream m_out;
     quint64 m_lastSent = 0;
+    quint64 m_lastWordSent = 0;
     quint64 m_sent = 0;  ///< bytes of the stream from us, as is the next
     quint64 m_peerConsumed = 0;
 
@@ -102,6 +112,7 @@ class NatsSession final : public QObject,
     bool m_hasEnded = false;  ///< the peer closed; what came before may be left to be given
     bool m_isEndSent = false;
     bool m_isGone = false;
+    bool m_hasComplained = false;  ///< of forged packets
 };
 
 }  // namespace nats

@@ -9,7 +9,11 @@ namespace nats {
 
 void OutputStream::Append(std::string_view head, std::string_view middle, std::string_view tail) {
     if (IsEmpty()) Clear();
-    if (m_sent > KeptRoom && m_sent > Size()) ForgetSent();
+    // Who always has something more to send never comes to an empty one.
+    if (m_taken > KeptRoom && m_taken > Size()) {
+        m_bytes.erase(0, m_taken);
+        m_taken = 0;
+    }
     std::array<char, sizeof(quint32)> length{};
     qToBigEndian(static_cast<quint32>(head.size() + middle.size() + tail.size()), length.data());
     m_bytes.append(length.data(), length.size());
@@ -18,29 +22,25 @@ void OutputStream::Append(std::string_view head, std::string_view middle, std::s
     m_bytes.append(tail);
 }
 
-std::string_view OutputStream::TakePacket(const Packet& packet, std::size_t size) {
-    char* const head = m_bytes.data() + m_sent - Packet::HeadSize;
-    packet.WriteHead(head);
-    m_sent += size;
-    return {head, Packet::HeadSize + size};
-}
-
-// Who always has something more to send never comes to an empty one.
-void OutputStream::ForgetSent() {
-    m_bytes.erase(0, m_sent - Packet::HeadSize);
-    m_sent = Packet::HeadSize;
+std::string_view OutputStream::Take(std::size_t size) {
+    const std::string_view taken(m_bytes.data() + m_taken, size);
+    m_taken += size;
+    return taken;
 }
 
 void OutputStream::Clear() {
-    if (m_bytes.capacity() > KeptRoom) m_bytes = std::string();
-    m_bytes.assign(Packet::HeadSize, '\0');
-    m_sent = Packet::HeadSize;
+    m_taken = 0;
+    if (m_bytes.capacity() > KeptRoom)
+        m_bytes = std::string();
+    else
+        m_bytes.clear();
 }
 
 void OutputStream::GiveBackRoom() {
-    if (!IsEmpty()) return;
-    m_bytes = std::string();
-    Clear();
+    if (IsEmpty()) {
+        m_taken = 0;
+        m_bytes = std::string();
+    }
 }
 
 }  // namespace nats

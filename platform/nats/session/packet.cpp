@@ -13,7 +13,8 @@ constexpr int NumberAt = 1;
 constexpr int ConsumedAt = 9;
 constexpr int WindowAt = 1;
 constexpr int InstanceAt = 5;
-constexpr int GreetingSize = 13;
+constexpr int KeyAt = 13;
+constexpr int GreetingSize = KeyAt + Greeting::KeySize;
 
 }  // namespace
 
@@ -41,11 +42,11 @@ std::optional<Packet> Packet::Read(std::string_view data) {
 }
 
 QByteArray Greeting::Write() const {
-    QByteArray bytes(GreetingSize, '\0');
+    QByteArray bytes(KeyAt, '\0');
     bytes[0] = static_cast<char>(version);
     qToBigEndian(window, bytes.data() + WindowAt);
     qToBigEndian(instance, bytes.data() + InstanceAt);
-    return bytes;
+    return bytes + key.leftJustified(KeySize, '\0', true);
 }
 
 // A later version may say more.
@@ -55,6 +56,7 @@ std::optional<Greeting> Greeting::Read(std::string_view body) {
     greeting.version = static_cast<quint8>(body[0]);
     greeting.window = qFromBigEndian<quint32>(body.data() + WindowAt);
     greeting.instance = qFromBigEndian<quint64>(body.data() + InstanceAt);
+    greeting.key = QByteArray(body.data() + KeyAt, KeySize);
     return greeting;
 }
 

@@ -25,7 +25,7 @@ struct Packet {
     static constexpr quint8 Version = 1;
 
     EKind kind = EKind::Data;
-    quint64 number = 0;    ///< counts data and the end in each direction, from 1; otherwise 0
+    quint64 number = 0;    ///< counts data and the end in each direction, from 1; apart from them the others
     quint64 consumed = 0;  ///< bytes of the other direction's stream, since its beginning
     std::string_view body;
 
@@ -39,9 +39,12 @@ struct Packet {
 
 /// What Open and Accept say.
 struct Greeting {
+    static constexpr int KeySize = 32;
+
     quint8 version = Packet::Version;
     quint32 window = 0;    ///< bytes that may be on their way to who says this
     quint64 instance = 0;  ///< of the server; 0 from a client
+    QByteArray key;        ///< with which a seal is agreed on
 
     QByteArray Write() const;
     static std::optional<Greeting> Read(std::string_view body);

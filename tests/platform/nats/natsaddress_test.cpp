@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/nats/natsaddress.h>
+#include <platform/nats/natsbusmaker.h>
 
 #include <gmock/gmock.h>
 
@@ -104,6 +105,14 @@ TEST(NatsAddress, IsBoundedInLengthAndInHosts) {
               QStringLiteral("an address names at most 16 hosts"));
     EXPECT_EQ(NatsAddress::StationFault(QString(65, QLatin1Char('a'))),
               QStringLiteral("a station's name has at most 64 characters"));
+}
+
+// Whoever asks for it gets one line, also where the client library was not there when it was built.
+TEST(NatsBus, IsThereOrTheBuildSaysThatItIsNot) {
+    QString problem;
+    const bool isMade = nats::MakeBus(nats::NatsOptions(), &problem) != nullptr;
+    EXPECT_EQ(isMade, nats::IsBuiltIn());
+    EXPECT_EQ(problem.toStdString(), isMade ? "" : "this build knows no NATS");
 }
 
 TEST(NatsOptions, AUserIsAPartOfASubjectWhateverItIsCalled) {

@@ -16,6 +16,7 @@ namespace {
 using nats::Greeting;
 using nats::NatsSession;
 using nats::Packet;
+using nats::SessionSeal;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -40,8 +41,9 @@ class OneSession : public testing::Test {
         m_bus->Open(true);
         RunTurns(2);  // it looks whether something came before there was a listener
     }
+    /// As the other end would send it.
     void Give(Packet::EKind kind, quint64 number, quint64 consumed = 0, const QByteArray& body = {}) {
-        m_session->OnPacket({kind, number, consumed, View(body)});
+        m_session->OnPacket(*Packet::Read(m_peer->Seal({kind, number, consumed, View(body)})));
     }
     void GiveData(quint64 number, const QByteArray& text) {
         Give(Packet::EKind::Data, number, 0, Frame(text));
@@ -51,15 +53,27 @@ class OneSession : public testing::Test {
         std::optional<Packet> found;
         for (const MemoryBus::Published& published : m_bus->published) {
             const std::optional<Packet> packet = Packet::Read(View(published.data));
-            if (packet && packet->kind == kind) found = packet;
+            if (!packet || packet->kind != kind) continue;
+            EXPECT_TRUE(m_peer->Open(*packet));
+            found = packet;
         }
         return found;
     }
 
+    std::shared_ptr<NatsSession> MakeSession() {
+        auto own = std::make_unique<SessionSeal>();
+        m_peer = std::make_unique<SessionSeal>();
+        const QByteArray key = own->PublicKey();
+        EXPECT_TRUE(own->Agree(SessionSeal::ESide::Server, View(m_peer->PublicKey()), "here"));
+        EXPECT_TRUE(m_peer->Agree(SessionSeal::ESide::Client, View(key), "here"));
+        return std::make_shared<NatsSession>(m_bus, "down", Greeting{Packet::Version, 1000, 0, {}},
+                                             std::move(own));
+    }
+
     const TraceRecorder m_traces;
     const std::shared_ptr<MemoryBus> m_bus = std::make_shared<MemoryBus>();
-    const std::shared_ptr<NatsSession> m_session =
-        std::make_shared<NatsSession>(m_bus, "down", Greeting{Packet::Version, 1000, 0});
+    std::unique_ptr<SessionSeal> m_peer;
+    const std::shared_ptr<NatsSession> m_session = MakeSession();
     nats::NatsChannel m_channel{m_session, {QStringLiteral("nats/joe:1"), false, false}};
     RecordingListener m_listener;
 };
@@ -90,19 +104,19 @@ TEST_F(OneSession, APacketThatComesTwiceEndsIt) {
 TEST_F(OneSession, SendsNoMoreThanThePeerHasRoomFor) {
     m_channel.Send(QByteArray(5000, 'x'));
     m_channel.Flush();
-    EXPECT_EQ(m_bus->PublishedBytes() - nats::Packet::HeadSize, 1000);
+    EXPECT_EQ(m_bus->PublishedBytes() - nats::Packet::HeadSize - SessionSeal::TagSize, 1000);
     EXPECT_EQ(m_channel.Unsent(), 4004);
-    Give(Packet::EKind::Credit, 0, 600);
+    Give(Packet::EKind::Credit, 1, 600);
     EXPECT_EQ(m_channel.Unsent(), 3404);
-    Give(Packet::EKind::Credit, 0, 1600);
-    Give(Packet::EKind::Credit, 0, 2600);
-    Give(Packet::EKind::Credit, 0, 3600);
-    Give(Packet::EKind::Credit, 0, 4600);
+    Give(Packet::EKind::Credit, 2, 1600);
+    Give(Packet::EKind::Credit, 3, 2600);
+    Give(Packet::EKind::Credit, 4, 3600);
+    Give(Packet::EKind::Credit, 5, 4600);
     EXPECT_EQ(m_channel.Unsent(), 0);
 }
 
 TEST_F(OneSession, AnAcknowledgementOfWhatWasNotSentEndsIt) {
-    Give(Packet::EKind::Credit, 0, 1);
+    Give(Packet::EKind::Credit, 1, 1);
     EXPECT_THAT(m_listener.closings,
                 ElementsAre(QStringLiteral("the peer acknowledges what was not sent over NATS")));
 }
@@ -130,6 +144,42 @@ TEST_F(OneSession, WhatWasConsumedIsToldInTime) {
     EXPECT_LE(Sent(Packet::EKind::Credit)->consumed, NatsSession::Window / 2);
 }
 
+TEST_F(OneSession, WhatAStrangerPublishesThereChangesNothingAndIsToldOnce) {
+    GiveData(1, "one");
+    const QByteArray frame = Frame("forged") + QByteArray(SessionSeal::TagSize, 'x');
+    for (const auto kind : {Packet::EKind::Data, Packet::EKind::End, Packet::EKind::Credit,
+                            Packet::EKind::Ended, Packet::EKind::Open, Packet::EKind::Accept})
+        m_session->OnPacket({kind, 2, 0, View(frame)});
+    m_session->OnPacket({Packet::EKind::Data, 2, 0, {}});
+    GiveData(2, "two");
+    EXPECT_THAT(m_listener.messages, ElementsAre(QByteArray("one"), QByteArray("two")));
+    EXPECT_THAT(m_listener.closings, IsEmpty());
+    ASSERT_THAT(m_traces.Records(), SizeIs(1));
+    EXPECT_EQ(m_traces.Records()[0].message.toStdString(),
+              "Somebody else publishes in the session over NATS at down");
+}
+
+TEST_F(OneSession, APacketWhoseHeadWasChangedIsNone) {
+    const std::string sealed(m_peer->Seal({Packet::EKind::Data, 1, 0, View(Frame("one"))}));
+    Packet packet = *Packet::Read(sealed);
+    packet.number = 2;
+    m_session->OnPacket(packet);
+    packet.number = 1;
+    packet.kind = Packet::EKind::End;
+    m_session->OnPacket(packet);
+    EXPECT_TRUE(m_channel.IsOpen());
+    EXPECT_THAT(m_listener.messages, IsEmpty());
+}
+
+TEST_F(OneSession, ItsOwnPacketsSentBackAreNone) {
+    m_channel.Send("secret");
+    m_channel.Flush();
+    EXPECT_FALSE(m_bus->published.back().data.contains("secret"));
+    m_session->OnPacket(*Packet::Read(View(m_bus->published.back().data)));
+    EXPECT_TRUE(m_channel.IsOpen());
+    EXPECT_THAT(m_listener.messages, IsEmpty());
+}
+
 TEST_F(OneSession, TheEndOfTheConnectionToNatsEndsIt) {
     m_bus->Break(QStringLiteral("the cable was cut"));
     EXPECT_THAT(m_listener.closings, ElementsAre(QStringLiteral("the cable was cut")));
@@ -146,10 +196,10 @@ TEST_F(OneSession, TheLastWordsWaitForRoomAndTheEndComesBehindThem) {
     m_channel.Send(QByteArray(1500, 'x'));
     m_channel.Close();
     EXPECT_FALSE(Sent(Packet::EKind::End));
-    Give(Packet::EKind::Credit, 0, 1000);
+    Give(Packet::EKind::Credit, 1, 1000);
     ASSERT_TRUE(Sent(Packet::EKind::End));
     EXPECT_EQ(Sent(Packet::EKind::End)->number, 3U);
-    Give(Packet::EKind::Ended, 0, 1000);
+    Give(Packet::EKind::Ended, 2, 1000);
     EXPECT_THAT(m_listener.closings, IsEmpty());
 }
 
@@ -180,7 +230,8 @@ class Door : public testing::Test {
     Door() { m_bus->Open(true); }
     void Say(const char* subject, const QByteArray& data) { m_bus->Deliver(subject, data); }
     static QByteArray OpenPacket(quint8 version = Packet::Version, quint32 window = 100'000) {
-        return Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{version, window, 0}.Write();
+        return Packet{Packet::EKind::Open, 0, 0, {}}.Head() +
+               Greeting{version, window, 0, SessionSeal().PublicKey()}.Write();
     }
     std::vector<std::string> Lines() const {
         std::vector<std::string> lines;
@@ -252,13 +303,16 @@ const Rubbish AllRubbish[] = {
     {"AnOpeningWithoutAGreeting", Other, PacketOf(Packet::EKind::Open),
      "nats/mallory | From nats/mallory: a session was begun with what is no greeting"},
     {"AnOpeningThatLeavesNoRoom", Other,
-     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 0, 0}.Write(),
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 0, 0, {}}.Write(),
      "nats/mallory | From nats/mallory: a session was begun with what is no greeting"},
+    {"AnOpeningWithWhatIsNoKey", Other,
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0, {}}.Write(),
+     "nats/mallory | From nats/mallory: a session was begun with what is no key"},
     {"ASessionThatIsThereBegunOnceMore", "mcs.tower.up.joe.abcdefghijklmnopqrstuv",
-     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0}.Write(),
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0, {}}.Write(),
      "nats/joe | From nats/joe: a session that is there was begun once more"},
     {"AnIdThatIsNone", "mcs.tower.up.mallory.short",
-     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0}.Write(),
+     Packet{Packet::EKind::Open, 0, 0, {}}.Head() + Greeting{1, 9999, 0, {}}.Write(),
      "nats/- | From nats/-: what came is no packet of a session"},
     {"TheIdOfAnothersSession", "mcs.tower.up.mallory.abcdefghijklmnopqrstuv", PacketOf(Packet::EKind::End),
      ""},

@@ -96,3 +96,12 @@ std::unique_ptr<ChannelPair> ConnectOverTls() {
     client.caFile = certificates.File("authority.pem");
     return ConnectSockets(server, client);
 }
+
+std::vector<Transport> TransportsToTest() {
+    return {Transport{"Memory", &ConnectInMemory}, Transport{"Tcp", &ConnectOverTcp},
+            Transport{"Tls",
+                      &ConnectOverTls,
+                      [] { return Certificates::Instance().Error(); },
+                      {true, true, "server"},
+                      {true, true, ""}}};
+}

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 /// The two ends of one connection over some transport, and how to let its bytes move.
 class ChannelPair {
@@ -40,6 +41,9 @@ struct Transport {
     ExpectedPeer atClient = {};
     ExpectedPeer atServer = {};
 };
+
+/// The transports that the program tests, which it says itself.
+std::vector<Transport> TransportsToTest();
 
 std::unique_ptr<ChannelPair> ConnectInMemory();
 std::unique_ptr<ChannelPair> ConnectOverTcp();
