@@ -3,6 +3,8 @@
 #include <platform/nats/natsbusmaker.h>
 #include <platform/nats/natsscheme.h>
 #include <platform/nats/natsstation.h>
+#include <platform/nats/session/sessionseal.h>
+#include <platform/nats/session/subjects.h>
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/vtclient/ivtclient.h>
@@ -71,6 +73,28 @@ class Stations : public testing::Test {
     }
     bool IsConnected() {
         return WaitUntil([this] { return m_client->IsConnected(); });
+    }
+    /// Somebody else at NATS.
+    std::shared_ptr<nats::INatsBus> OpenBus() const {
+        QString problem;
+        auto bus = nats::MakeBus(m_nats.Options(), &problem);
+        bus->Open(true);
+        EXPECT_TRUE(WaitUntil([&bus] { return bus->State() == nats::INatsBus::EState::Open; }));
+        return bus;
+    }
+    /// All that \a bus had published or was to hear has come, and what the others make of it.
+    static void Settle(nats::INatsBus& bus) {
+        for (int i = 0; i < 10; ++i) {
+            bool hasCome = false;
+            const int echo = bus.Subscribe("echo", [&hasCome](const nats::NatsMessage&) { hasCome = true; });
+            bus.Publish("echo", "");
+            EXPECT_TRUE(WaitUntil([&hasCome] { return hasCome; }));
+            bus.Unsubscribe(echo);
+            RunTurns(20);
+        }
+    }
+    static std::string_view View(const QByteArray& bytes) {
+        return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
     }
     QString Mirrored() const {
         auto* const item = m_tree.FindItem(QStringLiteral("/L/Value"));
@@ -159,6 +183,76 @@ TEST_F(Stations, AServerThatStartsAnewEndsTheSessionsOfTheOldOneAtOnce) {
     Station second(m_nats);
     ASSERT_TRUE(second.Is(NatsStation::EState::Offering));
     EXPECT_TRUE(WaitUntil([&] { return m_client->IsConnected() && m_client->GetServerEpoch() != epoch; }));
+}
+
+TEST_F(Stations, HundredsThatKnockAndSayNothingKeepNobodyOut) {
+    Station station(m_nats);
+    ASSERT_TRUE(station.Is(NatsStation::EState::Offering));
+    const auto stranger = OpenBus();
+    int accepted = 0;
+    stranger->Subscribe("mcs.tower.down.>", [&accepted](const nats::NatsMessage&) { ++accepted; });
+    const nats::Subjects subjects(QStringLiteral("tower"));
+    for (int i = 0; i < 400; ++i) {
+        const nats::Greeting greeting{nats::Packet::Version, 100'000, 0, nats::SessionSeal().PublicKey()};
+        const QByteArray knock = nats::Packet{nats::Packet::EKind::Open, 0, 0, {}}.Head() + greeting.Write();
+        stranger->Publish(subjects.Up(nats::SessionName::Draw("-")), View(knock));
+    }
+    EXPECT_TRUE(WaitUntil([&accepted] { return accepted >= 400; }));
+    Connect();
+    EXPECT_TRUE(IsConnected()) << m_client->GetLastError().toStdString();
+}
+
+// Without accounts at NATS somebody listens to all, and says all of it once more.
+TEST_F(Stations, WhoReplaysWhatWasSaidGetsNothingAndStopsNobody) {
+    Station station(m_nats);
+    ASSERT_TRUE(station.Is(NatsStation::EState::Offering));
+    const auto stranger = OpenBus();
+    std::vector<std::pair<QByteArray, QByteArray>> heard;
+    const int ear = stranger->Subscribe("mcs.tower.up.>", [&heard](const nats::NatsMessage& message) {
+        heard.emplace_back(QByteArray(message.subject.data(), static_cast<int>(message.subject.size())),
+                           QByteArray(message.data.data(), static_cast<int>(message.data.size())));
+    });
+    Settle(*stranger);
+    Connect();
+    ASSERT_TRUE(IsConnected());
+    m_client->AddTic(QStringLiteral("/L,/S"), "");
+    EXPECT_TRUE(WaitUntil([this] { return m_client->AreAllTicsEstablished(); }));
+    Settle(*stranger);
+    ASSERT_GE(heard.size(), 2U);
+    for (const auto& [subject, data] : heard)
+        EXPECT_FALSE(data.contains("secret")) << "it is sealed";
+    stranger->Unsubscribe(ear);
+    const auto sessions = station.access.started.size();
+    for (const auto& [subject, data] : heard)
+        stranger->Publish(subject, View(data));
+    Settle(*stranger);
+    m_value->SetValue(QStringLiteral("after"));
+    EXPECT_TRUE(WaitUntil([this] { return Mirrored() == QStringLiteral("after"); }));
+    EXPECT_LE(station.access.started.size(), sessions + 1) << "nobody came in by it but the client again";
+    EXPECT_EQ(station.server.GetPeers().size(), 1U);
+}
+
+TEST_F(Stations, WithNatsKilledAgainAndAgainUnderLoadBothHoldTheSameAtTheEnd) {
+    Station station(m_nats);
+    ASSERT_TRUE(station.Is(NatsStation::EState::Offering));
+    Connect();
+    m_client->AddTic(QStringLiteral("/L,/S"), "");
+    int number = 0;
+    for (int round = 0; round < 8; ++round) {
+        ASSERT_TRUE(WaitUntil([&] {
+            m_value->SetValue(QString::number(++number));
+            return m_client->AreAllTicsEstablished() && m_client->IsConnected();
+        })) << round
+            << ' ' << m_client->GetLastError().toStdString();
+        for (int i = 0; i < 50; ++i) {
+            m_value->SetValue(QString::number(++number));
+            RunTurns(1);
+        }
+        m_nats.Kill();
+        ASSERT_TRUE(m_nats.Start());
+    }
+    EXPECT_TRUE(WaitUntil([&] { return Mirrored() == QString::number(number); }));
+    EXPECT_EQ(station.server.GetPeers().size(), 1U);
 }
 
 TEST_F(Stations, MessagesBeyondWhatNatsTakesAtOnceArriveWhole) {
