@@ -10,6 +10,7 @@
 #include <apps/mcconsole/keysdialog.h>
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
+#include <apps/mcconsole/overview/lastevents.h>
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/pagetabs.h>
@@ -140,9 +141,7 @@ void ConsoleWindow::BuildPages() {
     AddPage(new CommandsPage, "Commands", tr("Commands"));
     AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"),
             tr("Transmitters", "short, for a tab"));
-    AddPage(new EventsPage({[this] { return m_session.GetVtClient(); },
-                            [this] { return m_session.GetServer().ToText(); }}),
-            "Events", tr("Events"));
+    BuildEvents();
     AddPage(new LogPage, "Log", tr("Log"));
     m_listPage = new MpxOrvListPage;
     AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));
@@ -151,6 +150,17 @@ void ConsoleWindow::BuildPages() {
     ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
     m_tabs->setTabToolTip(m_tabs->count() - 1, tr("My MpxORV"));
     connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
+}
+
+/// The last ones stand on the overview too.
+void ConsoleWindow::BuildEvents() {
+    auto* const page = new EventsPage(
+        {[this] { return m_session.GetVtClient(); }, [this] { return m_session.GetServer().ToText(); }});
+    AddPage(page, "Events", tr("Events"));
+    LastEvents* const last = &m_overview->GetLastEvents();
+    connect(&page->GetFeed(), &EventFeed::Came, last, &LastEvents::Add);
+    connect(&page->GetFeed(), &EventFeed::Restarted, last, &LastEvents::Clear);
+    connect(page, &EventsPage::Forgotten, last, &LastEvents::Clear);
 }
 
 void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title, const QString& tab) {

@@ -55,6 +55,7 @@ class ConsoleWindow : public QMainWindow {
   private:
     void BuildMenus();
     void BuildPages();
+    void BuildEvents();
     void BuildStatusBar();
     /// \a tab is the title in short, if that is too long for a tab.
     void AddPage(Page* page, const char* name, const QString& title, const QString& tab = QString());

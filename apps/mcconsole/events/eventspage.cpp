@@ -3,8 +3,10 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/eventexport.h>
+#include <apps/mcconsole/events/eventstable.h>
 
 #include <platform/widgets/notifications.h>
+#include <platform/widgets/steadylabel.h>
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
@@ -15,11 +17,9 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
 
 #include <utility>
@@ -33,9 +33,8 @@ constexpr int EventRowHeight = 22;
 EventsPage::EventsPage(Source source, QWidget* parent)
     : Page(parent), m_source(std::move(source)), m_feed(m_source.client) {
     BuildTable();
-    m_state = new QLabel(this);
+    m_state = new SteadyLabel(this);
     m_state->setObjectName(QStringLiteral("EventsState"));
-    m_state->setTextFormat(Qt::PlainText);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(BuildBar());
     layout->addWidget(m_view, 1);
@@ -52,7 +51,7 @@ EventsPage::EventsPage(Source source, QWidget* parent)
 }
 
 void EventsPage::BuildTable() {
-    m_view = new QTableView(this);
+    m_view = new EventsTable(this);
     m_view->setObjectName(QStringLiteral("EventsTable"));
     m_view->setAccessibleName(tr("Events"));
     m_view->setModel(&m_model);
@@ -67,6 +66,7 @@ void EventsPage::BuildTable() {
     m_view->verticalHeader()->setDefaultSectionSize(EventRowHeight);
     m_view->horizontalHeader()->setHighlightSections(false);
     m_view->horizontalHeader()->setStretchLastSection(true);
+    m_view->horizontalHeader()->setSectionsMovable(true);
     const QFontMetrics metrics(m_view->font());
     const auto widthOf = [&metrics](const QString& text) { return metrics.horizontalAdvance(text) + 24; };
     m_view->setColumnWidth(EventModel::SeverityColumn, widthOf(tr("Warning")) + 24);
@@ -138,6 +138,7 @@ void EventsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments)
         m_feed.Forget();
         m_model.Clear();
         m_new = 0;
+        Q_EMIT Forgotten();
     }
     m_feed.Bind(SegmentPath(basePath, segments, StatusSegment));
     ShowState();
@@ -210,9 +211,9 @@ void EventsPage::ShowState() {
     m_export->setEnabled(m_model.rowCount() != 0);
     const int all = m_model.GetList().Count();
     if (all == 0 && !m_feed.IsOffered())
-        m_state->setText(tr("No server tells its events here. The page Log may have more."));
+        m_state->ShowText(tr("No server tells its events here. The page Log may have more."));
     else
-        m_state->setText(tr("%1 of %2 events").arg(m_model.rowCount()).arg(all));
+        m_state->ShowText(tr("%1 of %2 events").arg(m_model.rowCount()).arg(all));
 }
 
 void EventsPage::Export() {

@@ -7,12 +7,12 @@
 
 #include <functional>
 
+class EventsTable;
 class IVtClient;
 class QComboBox;
-class QLabel;
 class QLineEdit;
 class QPushButton;
-class QTableView;
+class SteadyLabel;
 
 /// What happens at the server, and what happened before: a table to be filtered, searched and exported.
 class EventsPage : public Page {
@@ -29,6 +29,12 @@ class EventsPage : public Page {
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
     const EventModel& GetModel() const { return m_model; }
+    /// What brings the events, for others that show them.
+    const EventFeed& GetFeed() const { return m_feed; }
+
+  Q_SIGNALS:
+    /// The events of another server come from now on, or of none.
+    void Forgotten();
 
   private:
     QWidget* BuildBar();
@@ -49,12 +55,12 @@ class EventsPage : public Page {
     QString m_server;         ///< whose events are shown
     int m_new = 0;            ///< that came while it does not follow
     bool m_isMoving = false;  ///< the table scrolls, and not the user
-    QTableView* m_view = nullptr;
+    EventsTable* m_view = nullptr;
     QComboBox* m_severity = nullptr;
     QComboBox* m_origin = nullptr;
     QLineEdit* m_search = nullptr;
     QPushButton* m_follow = nullptr;
     QPushButton* m_older = nullptr;
     QPushButton* m_export = nullptr;
-    QLabel* m_state = nullptr;
+    SteadyLabel* m_state = nullptr;
 };

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/lastevents.h>
 
-#include <apps/common/event.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/severitylook.h>
 
-#include <platform/values/value.h>
-#include <platform/values/visit.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtGui/QStandardItemModel>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QStyle>
+
+#include <algorithm>
 
 namespace {
 
@@ -35,11 +34,7 @@ ESeverity SeverityOfEvent(EEventSeverity severity) {
 
 }  // namespace
 
-LastEvents::LastEvents(QWidget* parent)
-    : QListView(parent),
-      m_event(*this,
-              [](const values::ValueBase& value) { return values::Is<values::Value<QString>>(value); }),
-      m_model(new QStandardItemModel(this)) {
+LastEvents::LastEvents(QWidget* parent) : QListView(parent), m_model(new QStandardItemModel(this)) {
     setObjectName(QStringLiteral("LastEvents"));
     setAccessibleName(tr("Last events"));
     setModel(m_model);
@@ -53,8 +48,14 @@ LastEvents::LastEvents(QWidget* parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // where room is short the newest are seen
 }
 
-void LastEvents::Bind(const QString& basePath) {
-    m_event.SetPath(basePath + QLatin1String("/Status/Event"));
+void LastEvents::Add(const std::vector<Event>& events) {
+    const std::size_t count = std::min<std::size_t>(events.size(), Count);
+    for (std::size_t i = events.size() - count; i < events.size(); ++i)
+        AddOne(events[i]);
+}
+
+void LastEvents::Clear() {
+    m_model->clear();
 }
 
 QSize LastEvents::sizeHint() const {
@@ -67,26 +68,16 @@ QSize LastEvents::minimumSizeHint() const {
                  LeastSeen * line + 2 * frameWidth());
 }
 
-/// What the server said last, before this console came, is an event as well.
-void LastEvents::OnBindingChanged(PathBinding& binding, TChangeCode code) {
-    const auto* const event = static_cast<const values::Value<QString>*>(binding.GetValue());
-    if (code != changecode::ContentChanged && code != PathBinding::Rebound) return;
-    if (event == nullptr) return;
-    Add(event->GetValue());
-}
-
-void LastEvents::Add(const QString& event) {
-    const std::optional<Event> told = Event::FromJson(event);
-    // The same once more, after the connection was lost, is no second one; a server that is new counts anew.
-    if (!told || told->number == m_lastNumber) return;
-    m_lastNumber = told->number;
-    const ESeverity severity = SeverityOfEvent(told->severity);
-    const QString moment = agetext::Moment(told->time.toString(Qt::ISODateWithMs));
+void LastEvents::AddOne(const Event& event) {
+    const ESeverity severity = SeverityOfEvent(event.severity);
+    const QString moment = agetext::Moment(event.time.toString(Qt::ISODateWithMs));
     const QString line =
-        moment + QStringLiteral("  ") + valuetext::Shortened(told->Translated(), MaxEventLength);
+        moment + QStringLiteral("  ") + valuetext::Shortened(event.Translated(), MaxEventLength);
     auto* const item = new QStandardItem(severitylook::Icon(severity, *this), line);
     item->setToolTip(Qt::convertFromPlainText(line, Qt::WhiteSpaceNormal));
-    item->setAccessibleText(severitylook::Word(severity) + QLatin1Char(' ') + line);
+    // What is only told is neither right nor wrong.
+    if (severity != ESeverity::Ok)
+        item->setAccessibleText(severitylook::Word(severity) + QLatin1Char(' ') + line);
     m_model->insertRow(0, item);
     if (m_model->rowCount() > Count) m_model->removeRows(Count, m_model->rowCount() - Count);
 }

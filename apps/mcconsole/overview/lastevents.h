@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/pathbinding.h>
+#include <apps/common/event.h>
 
-#include <QtCore/QString>
 #include <QtWidgets/QListView>
+
+#include <vector>
 
 class QStandardItemModel;
 
-/// The last events that the server told while this console looked, the newest first. GUI thread.
-class LastEvents : public QListView, private PathBinding::IListener {
+/// The last events of the server, the newest first, also of before this console came. GUI thread.
+class LastEvents : public QListView {
     Q_OBJECT
 
   public:
@@ -17,17 +18,15 @@ class LastEvents : public QListView, private PathBinding::IListener {
 
     explicit LastEvents(QWidget* parent = nullptr);
 
-    /// Listens to the server whose tree is at \a basePath.
-    void Bind(const QString& basePath);
+    /// Newer ones than all before, in their order.
+    void Add(const std::vector<Event>& events);
+    void Clear();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   private:
-    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
-    void Add(const QString& event);
+    void AddOne(const Event& event);
 
-    PathBinding m_event;
     QStandardItemModel* m_model;
-    qint64 m_lastNumber = 0;
 };

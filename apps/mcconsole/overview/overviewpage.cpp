@@ -164,7 +164,6 @@ QWidget* OverviewPage::BuildBelow() {
 
 void OverviewPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
     m_users->Bind(basePath, segments);
-    m_events->Bind(basePath);
 }
 
 void OverviewPage::BindMpxOrv(const QString& path) {

@@ -36,6 +36,7 @@ class OverviewPage : public Page {
     /// Shows the answers to the MpxORV whose node is at \a path; empty: none.
     void BindMpxOrv(const QString& path);
     TuneBar& GetTuneBar() const { return *m_tuneBar; }
+    LastEvents& GetLastEvents() const { return *m_events; }
 
   protected:
     void showEvent(QShowEvent* event) override;

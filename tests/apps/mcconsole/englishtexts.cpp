@@ -28,11 +28,13 @@ QStringList WordsOf(const QString& text) {
 
 /// None of them is a German word, or the name of anything here.
 const QRegularExpression& OnlyEnglishWords() {
-    static const auto& words = *new QRegularExpression(QStringLiteral(
-        "\\b(the|is|are|of|by|from|and|with|which|has|have|had|not|to|no|for|this|that|when|while|does|"
-        "cannot|can|since|than|other|others|nobody|until|been|were|be|it|its|on|at|as|or|if|"
-        "done|refused|ended|tuned|lost|needs|connected|disconnected|Idle|Ready|answer|answers|"
-        "input|keyed|frequency|server|error)\\b"));
+    static const auto& words = *new QRegularExpression(
+        QStringLiteral(
+            "\\b(the|is|are|of|by|from|and|with|which|has|have|had|not|to|no|for|this|that|when|while|does|"
+            "cannot|can|since|than|other|others|nobody|until|been|were|be|it|its|on|at|as|or|if|"
+            "done|refused|ended|tuned|lost|needs|connected|disconnected|Idle|Ready|answer|answers|"
+            "input|keyed|frequency|server|error)\\b"),
+        QRegularExpression::UseUnicodePropertiesOption);
     return words;
 }
 

@@ -5,6 +5,7 @@
 #include <apps/mcconsole/events/eventspage.h>
 
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableView>
@@ -37,6 +38,23 @@ TEST_F(ConsoleEvents, ShowWhatHappenedBeforeAndWhatHappens) {
         return true;
     };
     EXPECT_TRUE(isNumberedOnce());
+}
+
+TEST_F(ConsoleEvents, OfBeforeStandOnTheOverviewToo) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    ASSERT_TRUE(WaitFor([this] { return server.Output().contains(QLatin1String("operation mode Scan")); }));
+    window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, VtClientOptions());
+    const QAbstractItemModel* const last = Find<QListView>("Overview", "LastEvents")->model();
+    ASSERT_TRUE(WaitFor([last] { return last->rowCount() == 5; }));
+    const auto isShown = [last](const char* text) {
+        for (int row = 0; row < last->rowCount(); ++row)
+            if (last->index(row, 0).data().toString().contains(QLatin1String(text))) return true;
+        return false;
+    };
+    EXPECT_TRUE(isShown("operation mode Scan"));
+    window->GetSession().Disconnect();
+    window->ConnectTo({QStringLiteral("localhost"), server.Port(), false}, VtClientOptions());
+    EXPECT_TRUE(WaitFor([&] { return last->rowCount() == 0; })) << "what another server told";
 }
 
 TEST_F(ConsoleEvents, AreFoundByTheKeyboard) {

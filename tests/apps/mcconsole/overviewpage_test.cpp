@@ -6,6 +6,7 @@
 #include <apps/mcconsole/overview/trendplot.h>
 #include <apps/pages/severitylook.h>
 
+#include <tests/apps/mcconsole/eventmaker.h>
 #include <tests/apps/mcconsole/overviewfixture.h>
 
 #include <gmock/gmock.h>
@@ -83,15 +84,6 @@ class OverviewPageTest : public OverviewTest {
             lines.push_back(model->index(i, 0).data().toString().toStdString());
         return lines;
     }
-    void Happen(int number, const char* severity, const char* text) {
-        server.Text("Status/Event", QStringLiteral("{\"n\":%1,\"severity\":\"%2\",\"text\":\"%3\","
-                                                   "\"time\":\"2020-01-02T12:00:00.000Z\"}")
-                                        .arg(number)
-                                        .arg(QLatin1String(severity), QLatin1String(text))
-                                        .toUtf8()
-                                        .constData());
-    }
-
     OverviewPage page;
 };
 
@@ -359,17 +351,16 @@ TEST_F(OverviewPageTest, KeepsTheLastTenMinutesInARing) {
 }
 
 TEST_F(OverviewPageTest, ShowsTheLastFiveEventsTheNewestFirst) {
-    for (int i = 1; i <= 7; ++i)
-        Happen(i, "warning", std::to_string(i).c_str());
+    const auto event = [](int number) {
+        return eventmaker::Make(number, {ECode::IsMaster, {QStringLiteral("Van %1").arg(number)}}, "MpxORV",
+                                EEventSeverity::Warning);
+    };
+    page.GetLastEvents().Add({event(1), event(2), event(3), event(4), event(5), event(6)});
+    page.GetLastEvents().Add({event(7)});
     ASSERT_EQ(Events().size(), 5U);
-    EXPECT_THAT(Events().front(), HasSubstr("  7"));
-    EXPECT_THAT(Events().back(), HasSubstr("  3"));
-}
-
-TEST_F(OverviewPageTest, TakesNoNonsenseForAnEvent) {
-    for (const char* const nonsense :
-         {"", "{", "[]", "{\"text\":5}", "\"text\"", "{\"n\":1,\"text\":\"without a time\"}"})
-        server.Text("Status/Event", nonsense);
+    EXPECT_THAT(Events().front(), HasSubstr("  Van 7"));
+    EXPECT_THAT(Events().back(), HasSubstr("  Van 3"));
+    page.GetLastEvents().Clear();
     EXPECT_THAT(Events(), IsEmpty());
 }
 

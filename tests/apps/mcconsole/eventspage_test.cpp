@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: Apache-2.0
+// The page of events by mouse and keys, on a tree of which the test plays the server.
+#include <apps/mcconsole/events/eventspage.h>
+
+#include <platform/values/valueaccess.h>
+
+#include <tests/apps/mcconsole/eventmaker.h>
+#include <tests/support/dialogs/modaldriver.h>
+#include <tests/support/doubles/fakevtclient.h>
+#include <tests/support/waituntil.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QWheelEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableView>
+
+namespace {
+
+using eventmaker::Make;
+using eventmaker::MakeMany;
+
+QString S(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+/// A server that keeps some events, and answers in the next turn.
+class KeepingClient final : public FakeVtClient {
+  public:
+    bool Recall(const QString&, quint64 before, int count, const IVtHistory::Answer& answer) override {
+        const qint64 end = before == 0 ? newest + 1 : static_cast<qint64>(before);
+        VtHistoryPage page;
+        for (qint64 number = end - 1; number >= 1 && page.texts.size() < count; --number) {
+            page.texts.prepend(Make(number).ToJson());
+            page.next = number > 1 ? static_cast<quint64>(number) : 0;
+        }
+        QTimer::singleShot(0, [answer, page] { answer(page); });
+        return true;
+    }
+    quint64 GetServerEpoch() const override { return 1; }
+
+    qint64 newest = 0;
+};
+
+/// Which rectangles of a widget are painted.
+class PaintWatcher : public QObject {
+  public:
+    explicit PaintWatcher(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) painted += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+    QRegion painted;
+};
+
+class EventsPageTest : public testing::Test {
+  protected:
+    EventsPageTest()
+        : m_page({[this] { return static_cast<IVtClient*>(&m_client); }, [] { return S("tower:7450"); }}) {
+        m_event =
+            values::ProvideValue<values::Value<QString>>(S("/Server/Status/Event"), QString(), true, nullptr);
+        m_event->SetDelivery(values::EDelivery::EveryChange);
+        values::ProvideValue<values::Value<int>>(S("/Server/Status/EventHistory"), 2000, true, nullptr);
+        m_page.resize(900, 400);
+    }
+
+    /// The page shows what the server has kept so far.
+    void Open(qint64 kept) {
+        m_client.newest = kept;
+        m_page.Bind(S("/Server"), AllSegments);
+        m_page.show();
+        ASSERT_TRUE(WaitUntil([this] { return Rows() > 0 && Table()->viewport()->isVisible(); }));
+        QCoreApplication::processEvents();
+    }
+    /// One more happens, and is there.
+    void Happen() {
+        const qint64 before = m_page.GetModel().GetList().Count();
+        m_event->SetValue(Make(++m_client.newest).ToJson());
+        ASSERT_TRUE(WaitUntil([&] { return m_page.GetModel().GetList().Count() == before + 1; }));
+        QCoreApplication::processEvents();
+    }
+
+    template <class W>
+    W* Find(const char* name) const {
+        return m_page.findChild<W*>(QString::fromLatin1(name));
+    }
+    QTableView* Table() const { return Find<QTableView>("EventsTable"); }
+    QScrollBar* Bar() const { return Table()->verticalScrollBar(); }
+    QPushButton* Follow() const { return Find<QPushButton>("EventsFollow"); }
+    QPushButton* Older() const { return Find<QPushButton>("EventsOlder"); }
+    QString State() const { return Find<QLabel>("EventsState")->text(); }
+    int Rows() const { return Table()->model()->rowCount(); }
+    bool IsAtEnd() const { return Bar()->value() == Bar()->maximum(); }
+    void Wheel(int delta) const {
+        const QPoint place = Table()->viewport()->rect().center();
+        QWheelEvent event(place, Table()->viewport()->mapToGlobal(place), QPoint(), QPoint(0, delta),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(Table()->viewport(), &event);
+    }
+    /// Exports to \a file as a person types its name.
+    void ExportTo(const QString& file) {
+        WithModalDialog<QFileDialog>(
+            [this] { QTest::mouseClick(Find<QPushButton>("EventsExport"), Qt::LeftButton); },
+            [&file](QFileDialog& dialog) {
+                EXPECT_TRUE(dialog.selectedFiles().value(0).contains(S("events-tower-7450-")));
+                auto* const name = dialog.findChild<QLineEdit*>(S("fileNameEdit"));
+                ASSERT_NE(name, nullptr);
+                name->setText(file);
+                QTest::keyClick(name, Qt::Key_Return);
+            });
+    }
+
+    values::Tree m_tree;
+    KeepingClient m_client;
+    values::Value<QString>* m_event = nullptr;
+    EventsPage m_page;
+};
+
+// A table that is drawn anew for each of them would cost as much as all its cells.
+TEST_F(EventsPageTest, OneMoreEventIsDrawnAndNoOther) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    ASSERT_GT(Bar()->maximum(), 0);
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    PaintWatcher watcher(*Table()->viewport());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    ASSERT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); }));
+    int height = 0;
+    for (const QRect& rect : watcher.painted)
+        height += rect.height();
+    EXPECT_LE(height, 2 * Table()->rowHeight(0));
+    EXPECT_TRUE(IsAtEnd());
+    EXPECT_GE(Table()->rowAt(Table()->viewport()->height() - 1), Rows() - 1);
+}
+
+TEST_F(EventsPageTest, AFewEventsAreDrawnWhereTheyAre) {
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    ASSERT_EQ(Bar()->maximum(), 0);
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    PaintWatcher watcher(*Table()->viewport());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    const QRect row(0, Table()->rowViewportPosition(4), Table()->viewport()->width(), Table()->rowHeight(4));
+    ASSERT_TRUE(WaitUntil([&] { return watcher.painted.intersects(row); }));
+    EXPECT_FALSE(watcher.painted.contains(QPoint(5, 5))) << "the first row stays as it is drawn";
+}
+
+TEST_F(EventsPageTest, WhatIsFilteredIsDrawnAnew) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    PaintWatcher watcher(*Table()->viewport());
+    QTest::keyClicks(Find<QLineEdit>("EventsSearch"), S("nobody"));
+    ASSERT_TRUE(WaitUntil([this] { return Rows() == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return watcher.painted.contains(QPoint(5, 5)); }));
+}
+
+TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    ASSERT_TRUE(Follow()->isChecked() && IsAtEnd());
+    Wheel(240);
+    EXPECT_FALSE(Follow()->isChecked());
+    const int place = Bar()->value();
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    EXPECT_EQ(Bar()->value(), place) << "what is read stays";
+    EXPECT_EQ(Follow()->text(), S("&Follow (2 new)"));
+    for (int i = 0; i < 20 && !IsAtEnd(); ++i)
+        Wheel(-240);
+    EXPECT_TRUE(Follow()->isChecked());
+    EXPECT_EQ(Follow()->text(), S("&Following"));
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    EXPECT_TRUE(IsAtEnd());
+}
+
+TEST_F(EventsPageTest, TheKeysPauseAndGoOnToo) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    Table()->setFocus();
+    QTest::keyClick(Table(), Qt::Key_Up);
+    EXPECT_TRUE(IsAtEnd()) << "the keys begin at what is in sight";
+    QTest::keyClick(Table(), Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(Bar()->value(), 0);
+    EXPECT_FALSE(Follow()->isChecked());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    EXPECT_EQ(Bar()->value(), 0);
+    QTest::keyClick(Table(), Qt::Key_End, Qt::ControlModifier);
+    EXPECT_TRUE(Follow()->isChecked() && IsAtEnd());
+    QTest::keyClick(Follow(), Qt::Key_Space);
+    EXPECT_FALSE(Follow()->isChecked());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    EXPECT_FALSE(IsAtEnd());
+    QTest::keyClick(Follow(), Qt::Key_Space);
+    EXPECT_TRUE(Follow()->isChecked() && IsAtEnd());
+}
+
+TEST_F(EventsPageTest, OlderOnesComeOnRequestAndWhatIsReadStays) {
+    ASSERT_NO_FATAL_FAILURE(Open(450));
+    ASSERT_EQ(Rows(), 200);
+    ASSERT_TRUE(Older()->isEnabled());
+    Table()->setFocus();
+    QTest::keyClick(Table(), Qt::Key_Home, Qt::ControlModifier);
+    const int top = Table()->rowAt(1);
+    const QString first = Table()->model()->index(top, EventModel::TimeColumn).data().toString();
+    QTest::mouseClick(Older(), Qt::LeftButton);
+    ASSERT_TRUE(WaitUntil([this] { return Rows() == 300; }));
+    EXPECT_EQ(Table()->model()->index(Table()->rowAt(1), EventModel::TimeColumn).data().toString(), first);
+    EXPECT_EQ(m_page.GetModel().LineOf(0).event.number, 151);
+    Older()->setFocus();
+    QTest::keyClick(Older(), Qt::Key_Space);
+    ASSERT_TRUE(WaitUntil([this] { return Rows() == 400; }));
+    QTest::mouseClick(Older(), Qt::LeftButton);
+    ASSERT_TRUE(WaitUntil([this] { return Rows() == 450; }));
+    EXPECT_EQ(m_page.GetModel().LineOf(0).event.number, 1);
+    EXPECT_FALSE(Older()->isEnabled()) << "there are no older ones";
+    EXPECT_EQ(State(), S("450 of 450 events"));
+}
+
+TEST_F(EventsPageTest, AreExportedToAFile) {
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(S("shown.csv"));
+    ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    const QByteArray bytes = written.readAll();
+    EXPECT_TRUE(bytes.startsWith("Severity,Time,Source,Who,What\r\n")) << bytes.toStdString();
+    EXPECT_EQ(bytes.count("\r\n"), 4);
+}
+
+TEST_F(EventsPageTest, AreExportedAsTextByTheNameOfTheFile) {
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(S("shown.txt"));
+    ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(written.readAll().startsWith("Events of tower:7450, "));
+}
+
+TEST_F(EventsPageTest, AFileThatCannotBeWrittenIsToldWithTheReason) {
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(S("nowhere/shown.csv"));
+    ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    QMessageBox* box = nullptr;
+    ASSERT_TRUE(WaitUntil([&box] {
+        for (QWidget* const top : QApplication::topLevelWidgets())
+            if (top->isVisible() && qobject_cast<QMessageBox*>(top) != nullptr)
+                box = static_cast<QMessageBox*>(top);
+        return box != nullptr;
+    }));
+    EXPECT_TRUE(box->text().startsWith(S("The file cannot be written: "))) << box->text().toStdString();
+    EXPECT_GT(box->text().size(), S("The file cannot be written: ").size());
+    delete box;
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+}  // namespace
