@@ -587,6 +587,58 @@
         <source>not offered at NATS as the station %1: %2</source>
         <translation>bei NATS nicht angeboten als die Station %1: %2</translation>
     </message>
+    <message>
+        <source>data module %1 at %2 is added%3</source>
+        <translation>Datenmodul %1 unter %2 ist hinzugefügt%3</translation>
+    </message>
+    <message>
+        <source>data module %1 at %2 is deleted%3</source>
+        <translation>Datenmodul %1 unter %2 ist gelöscht%3</translation>
+    </message>
+    <message>
+        <source>data module %1 at %2 is disconnected%3</source>
+        <translation>Datenmodul %1 unter %2 ist getrennt%3</translation>
+    </message>
+    <message>
+        <source>data module %1 at %2 is connected anew%3</source>
+        <translation>Datenmodul %1 unter %2 wird neu verbunden%3</translation>
+    </message>
+    <message>
+        <source>data module %1: %2 is changed from %3 to %4%5</source>
+        <translation>Datenmodul %1: %2 ist von %3 auf %4 geändert%5</translation>
+    </message>
+    <message>
+        <source>%1 at the server&apos;s window</source>
+        <translation>%1 am Fenster des Servers</translation>
+    </message>
+    <message>
+        <source>its name</source>
+        <translation>sein Name</translation>
+    </message>
+    <message>
+        <source>its type</source>
+        <translation>sein Typ</translation>
+    </message>
+    <message>
+        <source>its address</source>
+        <translation>seine Adresse</translation>
+    </message>
+    <message>
+        <source>its poll interval</source>
+        <translation>sein Abfrageabstand</translation>
+    </message>
+    <message>
+        <source>the name of input %1</source>
+        <translation>der Name von Eingang %1</translation>
+    </message>
+    <message>
+        <source>the frequency of input %1</source>
+        <translation>die Frequenz von Eingang %1</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>
@@ -1956,10 +2008,6 @@
         <translation>liest daraus</translation>
     </message>
     <message>
-        <source>Not switched since the server began</source>
-        <translation>Seit Beginn des Servers nicht geschaltet</translation>
-    </message>
-    <message>
         <source>Switched in the server&apos;s own window, %1</source>
         <translation>Im Fenster des Servers geschaltet, %1</translation>
     </message>
@@ -2022,6 +2070,10 @@
     <message>
         <source>Operation mode: %1</source>
         <translation>Betriebsart: %1</translation>
+    </message>
+    <message>
+        <source>Not switched so far</source>
+        <translation>Bisher nicht geschaltet</translation>
     </message>
 </context>
 <context>

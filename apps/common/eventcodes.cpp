@@ -72,6 +72,11 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"module-failed", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 error: %3 (%4)%5"), Alarm, ESource::Suppression},
     {"module-answers-again", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 answers again; it stays in error until it is connected"), Notice, ESource::Suppression},
     {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew"), Notice, ESource::Suppression},
+    {"module-added", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is added%3"), Notice, ESource::Suppression, EShown::InEventsOnly},
+    {"module-deleted", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is deleted%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
+    {"module-disconnected", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is disconnected%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
+    {"module-reconnected", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is connected anew%3"), Notice, ESource::Suppression, EShown::InEventsOnly},
+    {"module-changed", QT_TRANSLATE_NOOP("CodedText", "data module %1: %2 is changed from %3 to %4%5"), Notice, ESource::Suppression, EShown::InEventsOnly},
     {"recovery-taken-over", QT_TRANSLATE_NOOP("CodedText", "the last end was not an orderly one: what was entered for the suppression until %1 (data modules: %2) is taken over from '%3'"), Warning, ESource::Suppression},
     {"recovery-put-aside", QT_TRANSLATE_NOOP("CodedText", "the recovery file of the suppression %1%2; it is not used, and kept as '%3'"), Warning, ESource::Suppression},
     {"recovery-in-the-way", QT_TRANSLATE_NOOP("CodedText", "the recovery file of the suppression '%1' %2%3; it is not used, and what is entered from now on is not kept beside it"), Warning, ESource::Suppression},
@@ -93,6 +98,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"peer-on-machine", QT_TRANSLATE_NOOP("CodedText", "%1 on %2 (%3)")},
     {"nameless-peer", QT_TRANSLATE_NOOP("CodedText", "a client (%1)")},
     {"nameless-peer-on-machine", QT_TRANSLATE_NOOP("CodedText", "a client on %1 (%2)")},
+    {"at-server-window", QT_TRANSLATE_NOOP("CodedText", "%1 at the server's window")},
     {"word", "%1"},
     {"job-master", QT_TRANSLATE_NOOP("CodedText", "Job master")},
     {"ffm-at", QT_TRANSLATE_NOOP("CodedText", "FFM %1")},
@@ -154,6 +160,13 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"is-of-another-configuration", QT_TRANSLATE_NOOP("CodedText", "is of another configuration")},
     {"is-older", QT_TRANSLATE_NOOP("CodedText", "is older than the configuration, whose section GTS was changed since")},
     {"cannot-be-read", QT_TRANSLATE_NOOP("CodedText", "cannot be read")},
+    {"module-name", QT_TRANSLATE_NOOP("CodedText", "its name")},
+    {"module-type", QT_TRANSLATE_NOOP("CodedText", "its type")},
+    {"module-address", QT_TRANSLATE_NOOP("CodedText", "its address")},
+    {"module-poll-interval", QT_TRANSLATE_NOOP("CodedText", "its poll interval")},
+    {"input-name", QT_TRANSLATE_NOOP("CodedText", "the name of input %1")},
+    {"input-frequency", QT_TRANSLATE_NOOP("CodedText", "the frequency of input %1")},
+    {"nothing", QT_TRANSLATE_NOOP("CodedText", "nothing")},
 }};
 // clang-format on
 

@@ -61,6 +61,11 @@ enum class ECode : std::uint8_t {
     ModuleFailed,
     ModuleAnswersAgain,
     ModulesConnectedAnew,
+    ModuleAdded,
+    ModuleDeleted,
+    ModuleDisconnected,
+    ModuleReconnected,
+    ModuleChanged,
     RecoveryTakenOver,
     RecoveryPutAside,
     RecoveryInTheWay,
@@ -83,6 +88,7 @@ enum class ECode : std::uint8_t {
     PeerOnMachine,
     NamelessPeer,
     NamelessPeerOnMachine,
+    AtServerWindow,
     Word,
     JobMaster,
     FfmAt,
@@ -144,6 +150,13 @@ enum class ECode : std::uint8_t {
     IsOfAnotherConfiguration,
     IsOlder,
     CannotBeRead,
+    ModuleName,
+    ModuleType,
+    ModuleAddress,
+    ModulePollInterval,
+    InputName,
+    InputFrequency,
+    Nothing,
     Count
 };
 

@@ -4,6 +4,9 @@
 #include <apps/common/codedtext.h>
 
 QString whotext::Translated(const QString& who) {
+    const QLatin1String atServer(" at the server's window");
+    if (who.endsWith(atServer))
+        return CodedText(ECode::AtServerWindow, {who.left(who.size() - atServer.size())}).Translated();
     const int address = who.lastIndexOf(QLatin1String(" ("));
     if (address < 0 || !who.endsWith(QLatin1Char(')'))) return who;
     const QString where = who.mid(address + 2, who.size() - address - 3);

@@ -26,8 +26,8 @@ void EventsTable::OnRowsInserted(const QModelIndex& parent, int first, int last)
     if (parent.isValid() || first != before) LayOutAll();
 }
 
-// The keys begin at the end of what is in sight, and not at the first row, which may be far away. Whoever comes to the
-// table by Tab is led there as well.
+// The keys begin at the end of what is in sight, and not at the first row, which may be far away. Whoever
+// comes to the table by Tab is led there as well.
 QModelIndex EventsTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     if (model() == nullptr || currentIndex().isValid()) return QTableView::moveCursor(action, modifiers);
     const int below = rowAt(viewport()->height() - 1);

@@ -38,7 +38,7 @@ QString MasterText(const MpxOrvContent& content) {
 }
 
 QString SwitchedText(const MpxOrvContent& content) {
-    if (content.switchedSince.isEmpty()) return CellTexts::tr("Not switched since the server began");
+    if (content.switchedSince.isEmpty()) return CellTexts::tr("Not switched so far");
     const QString moment = agetext::Moment(content.switchedSince);
     return content.switchedBy.isEmpty()
                ? CellTexts::tr("Switched in the server's own window, %1").arg(moment)

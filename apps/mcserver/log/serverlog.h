@@ -34,6 +34,7 @@ class ServerLog {
 
     /// \a peer does what happens from now on; empty: nobody from outside.
     void SetActor(const CodedText& peer);
+    const CodedText& GetActorText() const { return m_actor; }
     /// Its name.
     const QString& GetActor() const { return m_actorName; }
     /// By the \a code, such as ECode::TakenAwayBy, that the actor does it, for the end of a text; nothing

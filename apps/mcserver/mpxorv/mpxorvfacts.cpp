@@ -61,6 +61,19 @@ void MpxOrvFacts::ShowBlankingSwitched(const QString& by, const IClock& clock) {
     SetText(m_pBlankingSwitchedSince, clock.UtcText());
 }
 
+void MpxOrvFacts::RestoreBlankingSwitched(const QString& by, const QString& since) {
+    SetText(m_pBlankingSwitchedBy, by);
+    SetText(m_pBlankingSwitchedSince, since);
+}
+
+QString MpxOrvFacts::GetBlankingSwitchedBy() const {
+    return m_pBlankingSwitchedBy != nullptr ? m_pBlankingSwitchedBy->GetValue() : QString();
+}
+
+QString MpxOrvFacts::GetBlankingSwitchedSince() const {
+    return m_pBlankingSwitchedSince != nullptr ? m_pBlankingSwitchedSince->GetValue() : QString();
+}
+
 void MpxOrvFacts::ShowOperationType(const CodedText& does) {
     SetText(m_pOperationTypeCode, does.ToJsonText());
 }

@@ -23,6 +23,10 @@ class MpxOrvFacts : private IObserver {
     void ShowTuned(double hz, const IClock& clock);
     /// Its "Blanking" was switched just now; \a by is empty where nobody from outside did that.
     void ShowBlankingSwitched(const QString& by, const IClock& clock);
+    /// It was switched before this server began.
+    void RestoreBlankingSwitched(const QString& by, const QString& since);
+    QString GetBlankingSwitchedBy() const;
+    QString GetBlankingSwitchedSince() const;
     /// What it does, as a code beside the text.
     void ShowOperationType(const CodedText& does);
     /// Its clients may not switch its policies, for that reason; none: they may.

@@ -47,6 +47,8 @@ void MpxOrvRegistry::LoadStatic(ICfg& cfg) {
                                         m_config.GetDefaultFrequencyForChannels(), settings.obeysBlanking};
         m_entries.push_back(
             {nullptr, std::make_unique<MpxOrv>(EMpxOrvKind::Static, settings.name, defaults, m_jobs)});
+        m_entries.back().mpxOrv->GetFacts().RestoreBlankingSwitched(settings.switchedBy,
+                                                                    settings.switchedSince);
         m_jobs.Enter(*m_entries.back().mpxOrv);
     }
     ShowCounts();
@@ -60,7 +62,8 @@ void MpxOrvRegistry::SaveStatic(ICfg& cfg) {
         MpxOrv& mpxOrv = *entry.mpxOrv;
         if (mpxOrv.GetKind() == EMpxOrvKind::Static)
             entries.push_back({mpxOrv.GetName(), mpxOrv.GetPolicies(), mpxOrv.GetStatus().GetComment(),
-                               mpxOrv.ObeysBlanking()});
+                               mpxOrv.ObeysBlanking(), mpxOrv.GetFacts().GetBlankingSwitchedBy(),
+                               mpxOrv.GetFacts().GetBlankingSwitchedSince()});
     }
     if (!entries.empty()) StaticMpxOrvSettings::Write(cfg, entries);
 }

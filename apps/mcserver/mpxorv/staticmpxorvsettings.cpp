@@ -4,10 +4,13 @@
 #include <apps/common/mpxorvname.h>
 #include <apps/mcserver/log/peertext.h>
 #include <apps/mcserver/mpxorv/mpxorvpath.h>
+#include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
 #include <platform/config/icfg.h>
+
+#include <QtCore/QDateTime>
 
 #include <memory>
 #include <set>
@@ -27,6 +30,10 @@ StaticMpxOrvSettings::Entry ReadEntry(ICfg& section, const QString& name) {
     entry.policies.ReadFromCfg(own.get());
     entry.comment = own->ReadString(mcskeys::Comment, QString());
     entry.obeysBlanking = own->ReadBool(BlankingKey(), true);
+    const QString since = own->ReadString(serverkeys::BlankingSwitchedSince, QString());
+    if (!QDateTime::fromString(since, Qt::ISODateWithMs).isValid()) return entry;
+    entry.switchedSince = since;
+    entry.switchedBy = peertext::Shown(own->ReadString(serverkeys::BlankingSwitchedBy, QString()));
     return entry;
 }
 
@@ -64,5 +71,8 @@ void StaticMpxOrvSettings::Write(ICfg& cfg, const std::vector<Entry>& entries) {
         entry.policies.WriteToCfg(own.get());
         own->WriteString(mcskeys::Comment, entry.comment);
         own->WriteBool(BlankingKey(), entry.obeysBlanking);
+        if (entry.switchedSince.isEmpty()) continue;
+        own->WriteString(serverkeys::BlankingSwitchedBy, entry.switchedBy);
+        own->WriteString(serverkeys::BlankingSwitchedSince, entry.switchedSince);
     }
 }

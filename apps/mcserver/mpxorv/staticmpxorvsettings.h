@@ -21,6 +21,9 @@ class StaticMpxOrvSettings {
         MCSPolicySet policies;  ///< what the section does not say is as for a dynamic MpxORV by default
         QString comment;
         bool obeysBlanking = true;  ///< whether frequencies that ground transmitters use are kept from it
+        QString switchedBy =
+            {};  ///< who switched that, and when as IClock::UtcText() has it; as in its status
+        QString switchedSince = {};
     };
 
     static constexpr int MaxEntries = 1000;  ///< as many as the status can count

@@ -7,6 +7,7 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
                                      JobControl& jobs, ServerLog& log, IClock& clock)
     : m_plant(plant),
       m_log(log),
+      m_changes(plant, log, clock),
       m_status(&plant, clock),
       m_guard(jobs, plant, clock),
       m_reconnect(plant, log),

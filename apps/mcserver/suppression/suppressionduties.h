@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcserver/suppression/blankingguard.h>
+#include <apps/mcserver/suppression/modulechanges.h>
 #include <apps/mcserver/suppression/reconnectcommand.h>
 #include <apps/mcserver/suppression/suppressionlog.h>
 #include <apps/mcserver/suppression/suppressionrecorder.h>
@@ -25,6 +26,7 @@ class SuppressionDuties {
   private:
     SuppressionPlant& m_plant;
     SuppressionLog m_log;
+    ModuleChanges m_changes;
     SuppressionStatus m_status;
     BlankingGuard m_guard;
     ReconnectCommand m_reconnect;

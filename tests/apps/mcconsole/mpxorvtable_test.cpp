@@ -101,7 +101,7 @@ TEST_F(MpxOrvTableTest, TellsWhoSwitchedTheSuppression) {
     MpxOrvTree::Add(path);
     Show();
     const auto tip = [this] { return Cell(0, mpxorvcells::Suppression, Qt::ToolTipRole); };
-    EXPECT_EQ(tip(), "obeys\nNot switched since the server began");
+    EXPECT_EQ(tip(), "obeys\nNot switched so far");
     MpxOrvTree::Text(path, "BlankingSwitchedSince", QStringLiteral("2020-02-03T04:05:06.000Z"));
     table.Flush();
     EXPECT_THAT(tip(), testing::HasSubstr("Switched in the server's own window"));

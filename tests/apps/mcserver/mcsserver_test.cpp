@@ -388,6 +388,37 @@ TEST_F(McsServerTest, MakesTheStaticMpxOrvsOfItsConfiguration) {
     EXPECT_TRUE(Exists(Static(QStringLiteral("Bravo"), QStringLiteral("Request/Answer"))));
 }
 
+TEST_F(McsServerTest, KeepsWhoSwitchedTheBlankingOfAStaticMpxOrv) {
+    const QString since = Static(QStringLiteral("Alpha"), QStringLiteral("Status/BlankingSwitchedSince"));
+    const QString by = Static(QStringLiteral("Alpha"), QStringLiteral("Status/BlankingSwitchedBy"));
+    Configure(TwoStatic);
+    Start();
+    EXPECT_EQ(Text(since), QString());
+    m_server->GetLog().SetActor(CodedText(QStringLiteral("anna (10.0.0.5:50000)")));
+    Set(Static(QStringLiteral("Alpha"), QStringLiteral("Blanking")), false);
+    m_server->GetLog().SetActor({});
+    const QString moment = Text(since);
+    ASSERT_NE(moment, QString());
+    Set(SaveConfig, true);
+    Restart();
+    Start();
+    EXPECT_FALSE(Flag(Static(QStringLiteral("Alpha"), QStringLiteral("Blanking"))));
+    EXPECT_EQ(Text(since), moment);
+    EXPECT_EQ(Text(by), QStringLiteral("anna (10.0.0.5:50000)"));
+    EXPECT_EQ(Text(Static(QStringLiteral("Bravo"), QStringLiteral("Status/BlankingSwitchedSince"))),
+              QString());
+}
+
+TEST_F(McsServerTest, TakesNoNonsenseForWhoSwitchedTheBlanking) {
+    Configure(
+        "[StaticMpxORVs]\nNames=Alpha\nAlpha\\BlankingSwitchedSince=yesterday\n"
+        "Alpha\\BlankingSwitchedBy=anna\n");
+    Start();
+    EXPECT_EQ(Text(Static(QStringLiteral("Alpha"), QStringLiteral("Status/BlankingSwitchedSince"))),
+              QString());
+    EXPECT_EQ(Text(Static(QStringLiteral("Alpha"), QStringLiteral("Status/BlankingSwitchedBy"))), QString());
+}
+
 TEST_F(McsServerTest, SavesThePoliciesOfStaticMpxOrvs) {
     Configure(TwoStatic);
     Start();

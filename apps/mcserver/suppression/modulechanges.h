@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <apps/common/clocktimer.h>
+#include <apps/common/codedtext.h>
+
+#include <devicecontrol/multichannelserver/common/gts/modulesettings.h>
+#include <devicecontrol/multichannelserver/common/gts/modulestate.h>
+
+#include <QtCore/QObject>
+
+#include <map>
+
+class ServerLog;
+class SuppressionPlant;
+
+/// Tells as events what people do to the data modules: which come and go, which are disconnected and
+/// connected anew, what is set of them from what to what, and who did it. Goes before the plant does; main
+/// thread.
+class ModuleChanges : public QObject {
+    Q_OBJECT
+
+  public:
+    /// What is there already is no event. \a plant and \a log are not owned, and outlive this.
+    ModuleChanges(SuppressionPlant& plant, ServerLog& log, IClock& clock);
+
+  private:
+    struct Known {
+        ModuleSettings settings;
+        EModuleState state = EModuleState::Disconnected;
+        bool isSwitchedOff = false;
+    };
+    using Modules = std::map<int, Known>;  ///< by number
+
+    Modules Read() const;
+    void OnStates();
+    void LookSoon();
+    void Look();
+    void TellState(const Known& before, const Known& now);
+    void TellSettings(const ModuleSettings& before, const ModuleSettings& now);
+    void TellInputs(const ModuleSettings& before, const ModuleSettings& now);
+    void Tell(ECode code, const ModuleSettings& module);
+    void TellChange(const ModuleSettings& module, const CodedText& what, const CodedText& from,
+                    const CodedText& to);
+
+    SuppressionPlant& m_plant;
+    ServerLog& m_log;
+    ClockTimer m_look;
+    CodedText m_who;  ///< who does what is looked at next
+    Modules m_modules;
+};
