@@ -9,7 +9,6 @@
 #include <apps/mcconsole/keptview.h>
 #include <apps/mcconsole/keysdialog.h>
 #include <apps/mcconsole/mpxorvpage.h>
-#include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
 #include <apps/mcconsole/overview/lastevents.h>
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
@@ -22,6 +21,7 @@
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
+#include <apps/pages/mpxorvlistpage.h>
 #include <apps/pages/mpxorvspage.h>
 #include <apps/pages/noticebar.h>
 #include <apps/pages/question.h>

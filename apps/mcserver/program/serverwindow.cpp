@@ -5,7 +5,7 @@
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
-#include <apps/pages/mpxorvspage.h>
+#include <apps/pages/mpxorvlistpage.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/undobar.h>
 
@@ -52,7 +52,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
     AddPage(new LogPage, "Log", tr("Log"));
-    AddPage(new MpxOrvsPage, "MpxORVs", tr("MpxORVs"));
+    AddPage(new MpxOrvListPage, "MpxORVs", tr("MpxORVs"));
 
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
     m_address->setTextFormat(Qt::PlainText);

@@ -3,9 +3,9 @@
 // by 900 pixels at 150 % and 2048 by 1200 at 200 %. The build runs these tests once for each of the scales.
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/keysdialog.h>
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
 #include <apps/mcconsole/tune/favouritesdialog.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
 #include <tests/apps/mcconsole/cuttexts.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvlamps.h>
 #include <apps/pages/colours.h>
+#include <apps/pages/mpxorvs/mpxorvlamps.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The page with all MpxORVs, by mouse and keys.
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
-#include <apps/mcconsole/mpxorvs/mpxorvtable.h>
+#include <apps/pages/mpxorvlistpage.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvtable.h>
 
 #include <tests/apps/mcconsole/mpxorvtree.h>
 

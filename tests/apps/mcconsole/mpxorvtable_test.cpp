@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvtable.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvtable.h>
 
 #include <tests/apps/mcconsole/mpxorvtree.h>
 #include <tests/support/printing.h>

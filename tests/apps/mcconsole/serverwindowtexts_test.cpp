@@ -7,6 +7,7 @@
 #include <apps/mcserver/suppression/recoverynotices.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/mcserver/suppression/suppressionrecovery.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -26,6 +27,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QTabWidget>
+#include <QtWidgets/QTableView>
 
 #include <memory>
 
@@ -122,6 +124,20 @@ class ServerWindowTexts : protected InGerman, public testing::Test {
     std::unique_ptr<ServerProgram> program;
     std::unique_ptr<ServerWindow> window;
 };
+
+// The same list as on the consoles, in the server's own window.
+TEST_F(ServerWindowTexts, OfTheListAreThoseOfTheConsoles) {
+    const auto* const list = window->findChild<QTableView*>(QStringLiteral("MpxORVList"));
+    ASSERT_NE(list, nullptr);
+    const auto cell = [list](int column) { return list->model()->index(0, column).data().toString(); };
+    ASSERT_TRUE(ServerProcess::WaitFor([&] { return list->model()->rowCount() == 1; }));
+    EXPECT_EQ(cell(mpxorvcells::Name), QStringLiteral("Mast 7"));
+    EXPECT_EQ(cell(mpxorvcells::Kind), QStringLiteral("statisch"));
+    EXPECT_EQ(cell(mpxorvcells::Suppression), QStringLiteral("beachtet"));
+    Set("StaticMpxORVs/Mast 7/Blanking", "false", *this);
+    EXPECT_TRUE(ServerProcess::WaitFor(
+        [&] { return cell(mpxorvcells::Suppression) == QLatin1String("missachtet"); }));
+}
 
 TEST_F(ServerWindowTexts, AreGermanWhileThingsHappen) {
     ASSERT_TRUE(WaitForState("Connected"));

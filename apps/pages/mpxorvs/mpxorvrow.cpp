@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvrow.h>
+#include <apps/pages/mpxorvs/mpxorvrow.h>
 
-#include <apps/mcconsole/mpxorvs/mpxorvorder.h>
+#include <apps/pages/mpxorvs/mpxorvorder.h>
 #include <apps/pages/serverkeys.h>
 
 #include <platform/device/stddevicedefinition.h>

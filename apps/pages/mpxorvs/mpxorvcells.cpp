@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
 
 #include <apps/common/frequencytext.h>
 #include <apps/common/whotext.h>
-#include <apps/mcconsole/mpxorvs/mpxorvcontent.h>
 #include <apps/pages/agetext.h>
+#include <apps/pages/mpxorvs/mpxorvcontent.h>
 
 #include <QtCore/QCoreApplication>
 

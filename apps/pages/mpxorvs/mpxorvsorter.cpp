@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvsorter.h>
+#include <apps/pages/mpxorvs/mpxorvsorter.h>
 
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvorder.h>
-#include <apps/mcconsole/mpxorvs/mpxorvtable.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvorder.h>
+#include <apps/pages/mpxorvs/mpxorvtable.h>
 
 MpxOrvSorter::MpxOrvSorter(MpxOrvTable& table, QObject* parent)
     : QSortFilterProxyModel(parent), m_table(table) {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvlistpage.h>
+#include <apps/pages/mpxorvlistpage.h>
 
-#include <apps/mcconsole/mpxorvs/columnfit.h>
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvlamps.h>
-#include <apps/mcconsole/mpxorvs/mpxorvsorter.h>
-#include <apps/mcconsole/mpxorvs/mpxorvtable.h>
 #include <apps/pages/mpxorvdetails.h>
+#include <apps/pages/mpxorvs/columnfit.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvlamps.h>
+#include <apps/pages/mpxorvs/mpxorvsorter.h>
+#include <apps/pages/mpxorvs/mpxorvtable.h>
 
 #include <platform/widgets/plaintextdelegate.h>
 #include <platform/widgets/stalemark.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/columnfit.h>
+#include <apps/pages/mpxorvs/columnfit.h>
 
 #include <QtCore/QEvent>
 #include <QtCore/QScopedValueRollback>

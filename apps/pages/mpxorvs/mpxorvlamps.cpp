@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvlamps.h>
+#include <apps/pages/mpxorvs/mpxorvlamps.h>
 
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvtable.h>
+#include <apps/pages/mpxorvs/mpxorvtable.h>
 
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvlamps.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvlamps.h>
 
 #include <platform/app/steadyclock.h>
 #include <platform/values/tree.h>

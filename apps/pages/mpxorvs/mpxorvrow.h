@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/mcconsole/mpxorvs/mpxorvcontent.h>
+#include <apps/pages/mpxorvs/mpxorvcontent.h>
 
 #include <platform/values/node.h>
 #include <platform/values/observation.h>

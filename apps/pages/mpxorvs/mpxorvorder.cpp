@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/mpxorvs/mpxorvorder.h>
+#include <apps/pages/mpxorvs/mpxorvorder.h>
 
-#include <apps/mcconsole/mpxorvs/mpxorvcells.h>
-#include <apps/mcconsole/mpxorvs/mpxorvcontent.h>
+#include <apps/pages/mpxorvs/mpxorvcells.h>
+#include <apps/pages/mpxorvs/mpxorvcontent.h>
 
 namespace {
 
