@@ -58,6 +58,8 @@ Outcome RunOrHelp(const Arguments& arguments, Printer& printer) {
         case ECommand::Version:
             printer.WriteLine(QStringLiteral("mctree " MCS_VERSION));
             return Outcome();
+        case ECommand::Stations:
+            return RunStations(arguments, printer);
         default:
             return RunCommand(arguments, printer);
     }

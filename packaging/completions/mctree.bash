@@ -57,8 +57,8 @@ _mctree() {
         esac
         COMPREPLY=($(compgen -W "$options" -- "$current"))
     elif [[ -z $command || $command == help ]]; then
-        COMPREPLY=($(compgen -W "ls get set watch hold info events help" -- "$current"))
-    elif [[ $current == /* && $command != info && $command != events ]]; then
+        COMPREPLY=($(compgen -W "ls get set watch hold info events stations help" -- "$current"))
+    elif [[ $current == /* && $command != info && $command != events && $command != stations ]]; then
         _mctree_paths "$current" "${server[@]}"
     fi
 }

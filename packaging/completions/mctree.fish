@@ -30,7 +30,7 @@ function __mctree_servers
     test -r "$profiles"; and string match -rg '^\[(.*)\] *$' < $profiles
 end
 
-set -l commands ls get set watch hold info events help
+set -l commands ls get set watch hold info events stations help
 complete -c mctree -f
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a ls -d 'what is below paths'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a get -d 'contents'
@@ -39,6 +39,7 @@ complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a watch -d 'c
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a hold -d 'use an MpxORV and keep it'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a info -d 'the server and the connection'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a events -d 'what happened at the server'
+complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a stations -d 'who offers a server at NATS'
 complete -c mctree -n "not __fish_seen_subcommand_from $commands" -a help -d 'all about a command'
 complete -c mctree -n "__fish_seen_subcommand_from ls get set watch hold" -a '(__mctree_paths)'
 complete -c mctree -n "__fish_seen_subcommand_from help" -a "$commands"

@@ -11,18 +11,6 @@ namespace nats {
 
 namespace {
 
-NatsOptions OptionsOf(const VtClientOptions& client, const NatsAddress& address, bool isTls) {
-    NatsOptions options;
-    options.isTls = isTls;
-    options.servers = address.servers;
-    options.name = CfgCenter::GetAppName();
-    options.caFile = client.caFile;
-    options.certificateFile = client.certificateFile;
-    options.privateKeyFile = client.privateKeyFile;
-    options.TakeEnvironment();
-    return options;
-}
-
 std::unique_ptr<vt::IConnector> MakeConnector(const QString& host, int port, const VtClientOptions& client,
                                               bool isTls, QString* problem) {
     NatsAddress address;
@@ -30,13 +18,25 @@ std::unique_ptr<vt::IConnector> MakeConnector(const QString& host, int port, con
     if (problem->isEmpty() && address.station.isEmpty())
         *problem = QStringLiteral("it names no station: nats://HOST/STATION");
     if (!problem->isEmpty()) return nullptr;
-    const NatsOptions options = OptionsOf(client, address, isTls);
+    NatsOptions options = OptionsOf(client, isTls);
+    options.servers = address.servers;
     if (MakeBus(options, problem) == nullptr) return nullptr;
     return std::make_unique<NatsConnector>([options](QString* fault) { return MakeBus(options, fault); },
                                            address.station, options.Who());
 }
 
 }  // namespace
+
+NatsOptions OptionsOf(const VtClientOptions& client, bool isTls) {
+    NatsOptions options;
+    options.isTls = isTls;
+    options.name = CfgCenter::GetAppName();
+    options.caFile = client.caFile;
+    options.certificateFile = client.certificateFile;
+    options.privateKeyFile = client.privateKeyFile;
+    options.TakeEnvironment();
+    return options;
+}
 
 void RegisterScheme() {
     for (const bool isTls : {false, true})

@@ -18,7 +18,7 @@ class NatsStation::Works {
           m_bus(std::move(bus)),
           m_station(std::move(station)),
           m_onState(std::move(onState)),
-          m_claim(m_bus, m_station, description.name, description.version,
+          m_claim(m_bus, m_station, description,
                   [this](EState state, const QString& reason) { OnState(state, reason); }) {}
 
     void Start() { m_claim.Start(); }

@@ -29,6 +29,7 @@ class MCS_NATS_EXPORT NatsStation {
     struct Description {
         QString name;
         QString version;
+        std::function<QString()> state;  ///< asked how the device is; none: nothing is said of that
     };
 
     /// \a server outlives it, and has to listen by the time of EState::Offering. \a onState is told of each

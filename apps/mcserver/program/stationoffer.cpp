@@ -3,7 +3,11 @@
 
 #include <apps/mcserver/log/serverlog.h>
 
+#include <devicecontrol/multichannelserver/common/mcskeys.h>
+
 #include <platform/nats/natsbusmaker.h>
+#include <platform/values/tree.h>
+#include <platform/values/value.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
@@ -11,6 +15,17 @@
 #include <QtCore/QTimer>
 
 using EState = nats::NatsStation::EState;
+
+namespace {
+
+QString DeviceState() {
+    const QString path = mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status), mcskeys::ConnectionState);
+    const auto* const value =
+        dynamic_cast<const values::Value<QString>*>(values::Tree::Instance()->FindItem(path));
+    return value != nullptr ? value->GetValue() : QString();
+}
+
+}  // namespace
 
 StationOffer::StationOffer(VtServer& server, ServerLog& log) : m_server(server), m_log(log) {}
 
@@ -22,7 +37,7 @@ bool StationOffer::Start(const nats::NatsOptions& options, const QString& statio
     if (bus == nullptr) return false;
     m_station = std::make_unique<nats::NatsStation>(
         m_server, std::move(bus), station,
-        nats::NatsStation::Description{options.name, QCoreApplication::applicationVersion()},
+        nats::NatsStation::Description{options.name, QCoreApplication::applicationVersion(), DeviceState},
         [this](EState state, const QString& reason) { OnState(state, reason); });
     m_station->Start();
     QTimer wake;

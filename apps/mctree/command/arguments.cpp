@@ -32,7 +32,7 @@ struct CommandWord {
 
 constexpr int Any = 200;  // a session may have 256 subscriptions
 // clang-format off
-constexpr std::array<CommandWord, 8> Commands = {{
+constexpr std::array<CommandWord, 9> Commands = {{
     {"ls",    ECommand::List,  0, Any,     ""},
     {"get",   ECommand::Get,   1, Any,     "a path"},
     {"set",   ECommand::Set,   2, Any + 1, "a path and a value"},
@@ -40,6 +40,7 @@ constexpr std::array<CommandWord, 8> Commands = {{
     {"hold",  ECommand::Hold,  1, Any,     "a path"},
     {"info",  ECommand::Info,  0, 0,       ""},
     {"events", ECommand::Events, 0, 0,     ""},
+    {"stations", ECommand::Stations, 1, 1, "nats://HOST"},
     {"help",  ECommand::Help,  0, 1,       ""},
 }};
 // clang-format on
@@ -185,6 +186,17 @@ Outcome TakeTopic(const QStringList& operands, Arguments* arguments) {
     return Outcome();
 }
 
+/// Takes where to look for stations.
+Outcome TakeStations(const QString& text, Arguments* arguments) {
+    const bool isTls = text.startsWith(QLatin1String("natss://"));
+    if (!isTls && !text.startsWith(QLatin1String("nats://")))
+        return Wrong(QStringLiteral("\"%1\" does not begin with nats://").arg(text));
+    const QString fault = arguments->stations.Parse(text.mid(text.indexOf(QLatin1String("://")) + 3));
+    if (!fault.isEmpty()) return Wrong(QStringLiteral("\"%1\" leads to no stations: %2").arg(text, fault));
+    arguments->isNatsEncrypted = isTls || arguments->server.isEncrypted;
+    return Outcome();
+}
+
 /// Takes the operands of a command that works on paths, the last of which may be a value.
 Outcome TakePaths(const CommandWord& word, QStringList operands, Arguments* arguments) {
     const bool hasLines = !arguments->linesFile.isEmpty();
@@ -194,6 +206,7 @@ Outcome TakePaths(const CommandWord& word, QStringList operands, Arguments* argu
         return Wrong(QStringLiteral("%1 needs %2").arg(QLatin1String(word.name), QLatin1String(word.needs)));
     if (operands.size() > word.most)
         return Wrong(QStringLiteral("%1: too many arguments").arg(QLatin1String(word.name)));
+    if (word.command == ECommand::Stations) return TakeStations(operands.first(), arguments);
     if (word.command == ECommand::Set && !hasLines) arguments->value = operands.takeLast();
     if (word.command == ECommand::List && operands.isEmpty()) operands.append(QStringLiteral("/"));
     for (const QString& operand : operands)

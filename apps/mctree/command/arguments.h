@@ -6,6 +6,7 @@
 #include <apps/mctree/text/condition.h>
 #include <apps/mctree/text/outcome.h>
 #include <apps/mctree/text/pathpattern.h>
+#include <platform/nats/natsaddress.h>
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <QtCore/QString>
@@ -17,7 +18,7 @@
 
 namespace mctree {
 
-enum class ECommand { None, List, Get, Set, Watch, Hold, Info, Events, Help, Version };
+enum class ECommand { None, List, Get, Set, Watch, Hold, Info, Events, Stations, Help, Version };
 
 /// What the command line asks for.
 struct Arguments {
@@ -38,6 +39,8 @@ struct Arguments {
     std::optional<std::chrono::milliseconds> timeout;  ///< if it was given
     ServerAddress server = {QStringLiteral("127.0.0.1")};
     VtClientOptions client;
+    nats::NatsAddress stations;  ///< where to look for stations
+    bool isNatsEncrypted = false;
 
     /// How long to wait for the server.
     std::chrono::milliseconds Timeout() const { return timeout.value_or(std::chrono::milliseconds(5000)); }

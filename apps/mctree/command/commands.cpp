@@ -19,6 +19,7 @@ Outcome Run(const Context& context) {
             return RunInfo(context);
         case ECommand::Events:
             return RunEvents(context);
+        case ECommand::Stations:  // which needs no session
         case ECommand::None:
         case ECommand::Help:
         case ECommand::Version:

@@ -30,4 +30,7 @@ Outcome RunHold(const Context& context);    ///< uses what is at paths until int
 Outcome RunInfo(const Context& context);    ///< what is known of the server
 Outcome RunEvents(const Context& context);  ///< what happened at the server, and what happens
 
+/// What stations there are at NATS. Needs the application object only.
+Outcome RunStations(const Arguments& arguments, Printer& printer);
+
 }  // namespace mctree

@@ -18,6 +18,7 @@ commands
   hold PATH...                  uses an MpxORV and keeps it, until interrupted
   events [--follow] [--count N] what happened at the server, the last N (20)
   info                          the server, the connection and how many values there are
+  stations nats://HOST          who offers a server at NATS
   help [COMMAND]                this text, or all about a command
 
 paths
@@ -115,6 +116,14 @@ Tells of the server: what it calls itself, its address, encryption, the version 
 trip, and how many values it shows us.
 )";
 
+const char* const HelpOfStations = R"(usage: mctree stations nats://HOST[:PORT][,HOST...]
+
+Asks at NATS who offers a station there, and prints a line each: station, server and version, machine, since
+when, and how its device is. "nats://HOST/STATION" is then its address for --connect.
+
+  --json            an object a line
+)";
+
 const char* const HelpOfEvents = R"(usage: mctree events [--follow] [--count N]
 
 Prints the last events of the server, the oldest first: date and time here, how much it matters (info, notice,
@@ -142,6 +151,8 @@ QString HelpText(ECommand topic) {
             return QString::fromUtf8(HelpOfHold);
         case ECommand::Info:
             return QString::fromUtf8(HelpOfInfo);
+        case ECommand::Stations:
+            return QString::fromUtf8(HelpOfStations);
         case ECommand::Events:
             return QString::fromUtf8(HelpOfEvents);
         default:

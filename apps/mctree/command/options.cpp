@@ -160,7 +160,7 @@ bool Option::IsFor(ECommand command) const {
         case EBelongs::ToWatch:
             return command == ECommand::Watch;
         case EBelongs::ToPaths:
-            return command != ECommand::Info && command != ECommand::Events;
+            return command != ECommand::Info && command != ECommand::Events && command != ECommand::Stations;
         case EBelongs::ToLines:
             return command == ECommand::Watch || command == ECommand::Events;
         case EBelongs::ToEvents:

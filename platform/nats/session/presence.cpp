@@ -26,12 +26,14 @@ QString TextOf(const QJsonObject& object, const char* key) {
 QByteArray Presence::Write() const {
     const QJsonObject object{
         {QStringLiteral("what"), QLatin1String(what == EWhat::Claims ? ClaimWord : HoldWord)},
+        {QStringLiteral("station"), station},
         {QStringLiteral("instance"), QString::number(instance, Hex)},
         {QStringLiteral("name"), name},
         {QStringLiteral("version"), version},
         {QStringLiteral("machine"), machine},
         {QStringLiteral("process"), process},
-        {QStringLiteral("since"), since}};
+        {QStringLiteral("since"), since},
+        {QStringLiteral("state"), state}};
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
@@ -46,11 +48,13 @@ std::optional<Presence> Presence::Read(std::string_view text) {
     bool isNumber = false;
     presence.instance = TextOf(object, "instance").toULongLong(&isNumber, Hex);
     if (!isNumber) return std::nullopt;
+    presence.station = TextOf(object, "station");
     presence.name = TextOf(object, "name");
     presence.version = TextOf(object, "version");
     presence.machine = TextOf(object, "machine");
     presence.process = static_cast<qint64>(object.value(QLatin1String("process")).toDouble());
     presence.since = TextOf(object, "since");
+    presence.state = TextOf(object, "state");
     return presence;
 }
 

@@ -17,12 +17,14 @@ struct Presence {
     };
 
     EWhat what = EWhat::Holds;
+    QString station;
     quint64 instance = 0;  ///< drawn at its start
     QString name;          ///< what it calls itself
     QString version;
     QString machine;
     qint64 process = 0;
     QString since;  ///< UTC, ISO 8601
+    QString state;  ///< how its device is, for people
 
     QByteArray Write() const;  ///< JSON
     static std::optional<Presence> Read(std::string_view text);

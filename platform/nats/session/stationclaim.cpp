@@ -13,12 +13,16 @@ namespace nats {
 
 using EState = NatsStation::EState;
 
-StationClaim::StationClaim(std::shared_ptr<INatsBus> bus, const QString& station, const QString& name,
-                           const QString& version, NatsStation::Handler onState)
-    : m_bus(std::move(bus)), m_subjects(station), m_onState(std::move(onState)) {
+StationClaim::StationClaim(std::shared_ptr<INatsBus> bus, const QString& station,
+                           const NatsStation::Description& description, NatsStation::Handler onState)
+    : m_bus(std::move(bus)),
+      m_subjects(station),
+      m_onState(std::move(onState)),
+      m_describeState(description.state) {
+    m_self.station = station;
     m_self.instance = QRandomGenerator::system()->generate64();
-    m_self.name = name;
-    m_self.version = version;
+    m_self.name = description.name;
+    m_self.version = description.version;
     m_self.machine = VornOS::Create()->GetMachineName();
     m_self.process = QCoreApplication::applicationPid();
     m_self.since = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
@@ -29,18 +33,25 @@ StationClaim::StationClaim(std::shared_ptr<INatsBus> bus, const QString& station
         else
             Claim();
     });
-    connect(&m_show, &QTimer::timeout, this, [this] { Say(m_subjects.Here(), Presence::EWhat::Holds); });
+    m_showSoon.setSingleShot(true);
+    m_showSoon.setInterval(ShowSoonest);
+    connect(&m_show, &QTimer::timeout, this, &StationClaim::Show);
+    connect(&m_showSoon, &QTimer::timeout, this, &StationClaim::Show);
 }
 
 StationClaim::~StationClaim() {
     m_bus->RemoveListener(this);
     m_bus->Unsubscribe(m_claims);
     m_bus->Unsubscribe(m_shown);
+    m_bus->Unsubscribe(m_asked);
 }
 
 void StationClaim::Start() {
     m_claims = m_bus->Subscribe(m_subjects.Claim(), [this](const NatsMessage& message) { OnClaim(message); });
     m_shown = m_bus->Subscribe(m_subjects.Here(), [this](const NatsMessage& message) { OnShown(message); });
+    m_asked = m_bus->Subscribe(Subjects::AskAll(), [this](const NatsMessage&) {
+        if (m_state == EState::Offering && !m_showSoon.isActive()) m_showSoon.start();
+    });
     m_bus->AddListener(this);
     if (m_bus->State() == INatsBus::EState::Open) return Claim();
     m_bus->Open(true);
@@ -75,7 +86,7 @@ void StationClaim::Claim() {
 
 void StationClaim::Win() {
     SetState(EState::Offering, QString());
-    Say(m_subjects.Here(), Presence::EWhat::Holds);
+    Show();
 }
 
 void StationClaim::Yield(const Presence& other) {
@@ -100,7 +111,13 @@ void StationClaim::OnShown(const NatsMessage& message) {
                           (m_state == EState::Offering && std::pair(other->since, other->instance) <
                                                               std::pair(m_self.since, m_self.instance));
     if (isTheirs) return Yield(*other);
-    if (m_state == EState::Offering) Say(m_subjects.Here(), Presence::EWhat::Holds);
+    if (m_state == EState::Offering) Show();
+}
+
+void StationClaim::Show() {
+    if (m_state != EState::Offering) return;
+    if (m_describeState) m_self.state = m_describeState();
+    Say(m_subjects.Here(), Presence::EWhat::Holds);
 }
 
 void StationClaim::Say(const QByteArray& subject, Presence::EWhat what) {

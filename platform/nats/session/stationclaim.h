@@ -21,12 +21,13 @@ namespace nats {
 class StationClaim final : public QObject, private INatsBus::IListener {
   public:
     static constexpr std::chrono::milliseconds ObjectionTime{
-        600};                                            ///< there and back, twice, over a slow link
-    static constexpr std::chrono::seconds AskAgain{3};   ///< while it is taken
-    static constexpr std::chrono::seconds ShowEvery{5};  ///< that it is there
+        600};                                                     ///< there and back, twice, over a slow link
+    static constexpr std::chrono::seconds AskAgain{3};            ///< while it is taken
+    static constexpr std::chrono::seconds ShowEvery{5};           ///< that it is there
+    static constexpr std::chrono::milliseconds ShowSoonest{200};  ///< however often it is asked
 
-    StationClaim(std::shared_ptr<INatsBus> bus, const QString& station, const QString& name,
-                 const QString& version, NatsStation::Handler onState);
+    StationClaim(std::shared_ptr<INatsBus> bus, const QString& station,
+                 const NatsStation::Description& description, NatsStation::Handler onState);
     ~StationClaim() override;
 
     void Start();
@@ -40,19 +41,23 @@ class StationClaim final : public QObject, private INatsBus::IListener {
     void Yield(const Presence& other);
     void OnClaim(const NatsMessage& message);
     void OnShown(const NatsMessage& message);
+    void Show();
     void Say(const QByteArray& subject, Presence::EWhat what);
     void SetState(NatsStation::EState state, const QString& reason);
 
     const std::shared_ptr<INatsBus> m_bus;
     const Subjects m_subjects;
     const NatsStation::Handler m_onState;
+    const std::function<QString()> m_describeState;
     Presence m_self;
     NatsStation::EState m_state = NatsStation::EState::Connecting;
     QString m_lastComplaint;  ///< of NATS, which is told once
     int m_claims = 0;         ///< subscriptions
     int m_shown = 0;
+    int m_asked = 0;
     QTimer m_timer;  ///< of the state
     QTimer m_show;
+    QTimer m_showSoon;  ///< somebody has asked
 };
 
 }  // namespace nats

@@ -30,6 +30,9 @@ class Subjects {
     QByteArray AllUp() const { return m_root + "up.*.*"; }
     QByteArray Claim() const { return m_root + "claim"; }
     QByteArray Here() const { return m_root + "here"; }
+    /// Where everybody shows that it is there, and where it is asked to. No station's name begins so.
+    static QByteArray AllHere() { return "mcs.*.here"; }
+    static QByteArray AskAll() { return "mcs._all.ask"; }
     /// The session of a subject of AllUp(); none if it is none.
     std::optional<SessionName> SessionOf(std::string_view subject) const;
 

@@ -26,7 +26,7 @@ QString ManualPage() {
 QString HelpTexts() {
     QString all = HelpText(ECommand::None);
     for (ECommand topic : {ECommand::List, ECommand::Get, ECommand::Set, ECommand::Watch, ECommand::Hold,
-                           ECommand::Info, ECommand::Events})
+                           ECommand::Info, ECommand::Events, ECommand::Stations})
         all += HelpText(topic);
     return all;
 }

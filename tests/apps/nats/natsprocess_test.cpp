@@ -83,6 +83,37 @@ TEST_F(NatsPrograms, WithoutAnAccessFileNobodyIsAnOperatorOverNats) {
     EXPECT_NE(outcome.code, 0);
 }
 
+TEST_F(NatsPrograms, WhoLooksForStationsFindsThemWithoutKnowingAny) {
+    ServerProcess tower;
+    ASSERT_NO_FATAL_FAILURE(tower.Start(AtNats()));
+    ServerProcess mast;
+    QStringList words = AtNats();
+    words.replaceInStrings(QStringLiteral("tower"), QStringLiteral("mast"));
+    ASSERT_NO_FATAL_FAILURE(mast.Start(words));
+    const QString where = QStringLiteral("nats://127.0.0.1:%1").arg(m_nats.Port());
+    const ProgramOutcome outcome =
+        ProgramRunner::Run(QStringLiteral(MCTREE_PROGRAM), {QStringLiteral("stations"), where});
+    EXPECT_EQ(outcome.code, 0) << outcome.errors.toStdString();
+    const QStringList lines = QString::fromUtf8(outcome.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2) << outcome.output.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("mast   mcserver 0.1"))) << lines[0].toStdString();
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("tower  mcserver 0.1"))) << lines[1].toStdString();
+    EXPECT_TRUE(lines[1].endsWith(QStringLiteral("connected to vm_1 at localhost")))
+        << lines[1].toStdString();
+    const ProgramOutcome json = ProgramRunner::Run(
+        QStringLiteral(MCTREE_PROGRAM), {QStringLiteral("stations"), where, QStringLiteral("--json")});
+    EXPECT_THAT(json.output.toStdString(), HasSubstr("\"station\":\"tower\""));
+}
+
+TEST_F(NatsPrograms, WhereNatsIsNotStationsAreNot) {
+    m_nats.Kill();
+    const ProgramOutcome outcome = ProgramRunner::Run(
+        QStringLiteral(MCTREE_PROGRAM),
+        {QStringLiteral("stations"), QStringLiteral("nats://127.0.0.1:%1").arg(m_nats.Port())});
+    EXPECT_EQ(outcome.code, 3);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("No server available for connection"));
+}
+
 TEST_F(NatsPrograms, TheSecondServerOfAStationRefusesToStartAndSaysWhoIsThere) {
     ServerProcess first;
     ASSERT_NO_FATAL_FAILURE(first.Start(AtNats()));

@@ -33,7 +33,7 @@ struct Station {
         auto bus = nats::MakeBus(natsServer.Options(), &error);
         EXPECT_NE(bus, nullptr) << error.toStdString();
         offer = std::make_unique<NatsStation>(server, bus, QString::fromLatin1(name),
-                                              NatsStation::Description{QStringLiteral("the server"), {}},
+                                              NatsStation::Description{QStringLiteral("the server"), {}, {}},
                                               [this](NatsStation::EState newState, const QString& newReason) {
                                                   state = newState;
                                                   reason = newReason;
