@@ -258,7 +258,7 @@ TEST_P(RoadStrangers, DoNoHarmAndAreToldOfOnce) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RoadStrangers, testing::ValuesIn(Strangers),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(RoadFaults, AStrangerIsToldOf) {
     const Rider rider = AddListener();
