@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/nats/natsstation.h>
 
+#include <platform/nats/roads/natsroads.h>
 #include <platform/nats/session/natslistener.h>
 #include <platform/nats/session/stationclaim.h>
 #include <platform/vtclient/vtserver.h>
@@ -18,10 +19,18 @@ class NatsStation::Works {
           m_bus(std::move(bus)),
           m_station(std::move(station)),
           m_onState(std::move(onState)),
+          m_roads(m_bus, m_station, NatsRoads::ERole::Server),
           m_claim(m_bus, m_station, description,
                   [this](EState state, const QString& reason) { OnState(state, reason); }) {}
 
-    void Start() { m_claim.Start(); }
+    ~Works() { m_server.SetRoads(nullptr); }
+    Works(const Works&) = delete;
+    Works& operator=(const Works&) = delete;
+
+    void Start() {
+        m_server.SetRoads(&m_roads);
+        m_claim.Start();
+    }
 
   private:
     void OnState(EState state, const QString& reason) {
@@ -37,6 +46,7 @@ class NatsStation::Works {
     const std::shared_ptr<INatsBus> m_bus;
     const QString m_station;
     const Handler m_onState;
+    NatsRoads m_roads;
     StationClaim m_claim;
     std::unique_ptr<NatsListener> m_listener;
 };

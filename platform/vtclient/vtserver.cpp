@@ -48,6 +48,7 @@ void VtServer::SetHistory(IVtHistory* history) {
 
 void VtServer::SetRoads(vt::IRoads* roads) {
     m_d->roads = roads;
+    if (m_d->works) m_d->works->hub.SetRoads(roads);
 }
 
 void VtServer::ChangeRoadKeys() {

@@ -60,7 +60,8 @@ class MCS_CONNECTION_EXPORT VtServer {
     void SetHistory(IVtHistory* history);
 
     /// The bus on which changes are published once for all clients that follow them there; null, as at first:
-    /// each is told in its session. Holds from the next Listen() on. Not owned; outlives the server.
+    /// each is told in its session. Holds at once. Not owned; stays until another one is set, or the server
+    /// has gone.
     void SetRoads(vt::IRoads* roads);
     /// Somebody has lost a right: who is no client any more opens nothing of what is published from now on.
     void ChangeRoadKeys();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/nats/roads/natsroads.h>
 #include <platform/nats/session/natssession.h>
 #include <platform/vtclient/ichannel.h>
 
@@ -18,8 +19,9 @@ class NatsChannel final : public vt::IChannel {
         bool isEncrypted = false;
     };
 
-    NatsChannel(std::shared_ptr<NatsSession> session, Peer peer)
-        : m_session(std::move(session)), m_peer(std::move(peer)) {}
+    /// \a roads are those of the peer, if it has any.
+    NatsChannel(std::shared_ptr<NatsSession> session, Peer peer, std::unique_ptr<NatsRoads> roads = nullptr)
+        : m_session(std::move(session)), m_peer(std::move(peer)), m_roads(std::move(roads)) {}
     ~NatsChannel() override {
         m_session->SetListener(nullptr);
         m_session->Close();
@@ -40,10 +42,12 @@ class NatsChannel final : public vt::IChannel {
     bool IsLoopback() const override { return m_peer.isLoopback; }
     bool IsEncrypted() const override { return m_peer.isEncrypted; }
     QString CertificateName() const override { return QString(); }
+    vt::IRoads* Roads() override { return m_roads.get(); }
 
   private:
     const std::shared_ptr<NatsSession> m_session;
     const Peer m_peer;
+    const std::unique_ptr<NatsRoads> m_roads;
 };
 
 }  // namespace nats

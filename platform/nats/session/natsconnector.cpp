@@ -118,8 +118,9 @@ void NatsConnector::Accept(const Greeting& greeting) {
     // The client can judge its own part of the way, no more.
     const NatsChannel::Peer peer{QStringLiteral("%1/%2").arg(m_bus->ServerAddress(), m_station),
                                  m_bus->IsLoopback(), m_bus->IsEncrypted()};
+    auto roads = std::make_unique<NatsRoads>(m_bus, m_station, NatsRoads::ERole::Client);
     Abort();
-    auto channel = std::make_unique<NatsChannel>(session, peer);
+    auto channel = std::make_unique<NatsChannel>(session, peer, std::move(roads));
     if (m_listener != nullptr) m_listener->OnConnected(std::move(channel));
 }
 

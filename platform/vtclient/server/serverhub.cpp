@@ -145,6 +145,12 @@ std::vector<VtPeer> ServerHub::GetPeers() const {
     return peers;
 }
 
+void ServerHub::SetRoads(IRoads* roads) {
+    if (roads == m_settings.roads) return;
+    m_settings.roads = roads;
+    m_subtrees.EndRoads();
+}
+
 void ServerHub::OnAdmitted(ServerSession& session) {
     m_waitingRoom.Leave(&session);
     const VtPeer& peer = session.Peer();

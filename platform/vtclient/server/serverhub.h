@@ -39,7 +39,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
         qint64 memoryBytes = vtlimits::DefaultMemory;  ///< that sessions may make it hold
         std::function<void()> giveBack = GiveFreedMemoryBack;
         IVtHistory* history = nullptr;  ///< outlives the hub; null: nothing is kept
-        IRoads* roads = nullptr;        ///< likewise; null: all are told in their sessions
+        IRoads* roads = nullptr;        ///< outlives their use; null: all are told in their sessions
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -65,6 +65,9 @@ class ServerHub final : public ITurnTaker, public IObserver {
     /// Bytes that the sessions make it hold, as far as they were counted.
     qint64 HeldBytes() const { return m_budget.Held(); }
     int CountWatchers() const { return m_subtrees.Count(); }
+
+    /// Other roads, or none, from now on: those who follow one begin anew.
+    void SetRoads(IRoads* roads);
 
     void OnTurn() override;
     void OnDeadline() override;

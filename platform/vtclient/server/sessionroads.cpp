@@ -26,7 +26,8 @@ void SessionRoads::Join(quint32 sub) {
 }
 
 void SessionRoads::Offer(Subscription& subscription) {
-    if (subscription.road.isWanted) m_hub.Subtrees().OfferRoad(subscription, *m_hub.Roads());
+    if (subscription.road.isWanted && m_hub.Roads() != nullptr)
+        m_hub.Subtrees().OfferRoad(subscription, *m_hub.Roads());
 }
 
 void SessionRoads::Tell(const Subscription& subscription, const RoadPublisher& road) {

@@ -35,6 +35,7 @@ class WatchedSubtree final : public std::enable_shared_from_this<WatchedSubtree>
     /// The shared road; null: nobody has asked for one.
     RoadPublisher* Road() { return m_road.get(); }
     RoadPublisher& ProvideRoad(IRoads& roads);
+    void EndRoad() { m_road.reset(); }
     /// From now on \a subscription, which is in step, is told of changes by the road alone.
     void TakeRoad(Subscription& subscription);
     /// A new key, which is told to all who know one.

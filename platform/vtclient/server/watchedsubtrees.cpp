@@ -51,9 +51,7 @@ void WatchedSubtrees::LeaveRoad(Subscription& subscription) {
     if (subtree == nullptr) return;
     subtree->Remove(subscription);
     subtree->Add(subscription);
-    subscription.Restart(&subtree->Watcher());
-    subscription.Session().Subscribe(subscription);
-    ServeLater(subscription.Session());
+    Restart(*subtree, subscription);
 }
 
 const RoadPublisher* WatchedSubtrees::RoadOfferedTo(const Subscription& subscription) const {
@@ -68,6 +66,25 @@ const RoadPublisher* WatchedSubtrees::RoadOf(const Subscription& subscription) c
 void WatchedSubtrees::ChangeRoadKeys(const ServerSession* session) {
     for (const auto& subtree : m_byPath)
         if (session == nullptr || subtree->IsRoadKnownTo(*session)) subtree->ChangeRoadKey();
+}
+
+void WatchedSubtrees::EndRoads() {
+    for (const auto& subtree : m_byPath) {
+        const std::vector<Subscription*> all = subtree->TakeMembers();
+        subtree->EndRoad();
+        for (Subscription* const subscription : all) {
+            subtree->Add(*subscription);
+            if (subscription->road.isTaken) Restart(*subtree, *subscription);
+            subscription->road = Subscription::Road{subscription->road.isWanted};
+            subscription->Session().Roads().Offer(*subscription);
+        }
+    }
+}
+
+void WatchedSubtrees::Restart(WatchedSubtree& subtree, Subscription& subscription) {
+    subscription.Restart(&subtree.Watcher());
+    subscription.Session().Subscribe(subscription);
+    ServeLater(subscription.Session());
 }
 
 void WatchedSubtrees::MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval) {

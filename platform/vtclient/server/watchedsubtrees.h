@@ -55,6 +55,8 @@ class WatchedSubtrees {
     const RoadPublisher* RoadOfferedTo(const Subscription& subscription) const;
     /// All roads have new keys; or those of which \a session knows one.
     void ChangeRoadKeys(const ServerSession* session);
+    /// The bus of all roads is another one, or there is none.
+    void EndRoads();
     void MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval);
 
     // For those watched.
@@ -67,6 +69,7 @@ class WatchedSubtrees {
   private:
     void Watch(Subscription& subscription, values::TreeItem* item);
     void Unwatch(WatchedSubtree& subtree);
+    void Restart(WatchedSubtree& subtree, Subscription& subscription);
     WatchedSubtree* Find(const Subscription& subscription) const;
 
     ServerHub& m_hub;
