@@ -809,6 +809,74 @@
     </message>
 </context>
 <context>
+    <name>ConnectionTexts</name>
+    <message>
+        <source>No MpxORV is connected.</source>
+        <translation>Kein MpxORV ist verbunden.</translation>
+    </message>
+    <message>
+        <source>MpxORV: %1</source>
+        <translation>MpxORV: %1</translation>
+    </message>
+    <message>
+        <source>There is no MpxORV: %1</source>
+        <translation>Es gibt keinen MpxORV: %1</translation>
+    </message>
+    <message>
+        <source>Not connected</source>
+        <translation>Nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Connecting to %1</source>
+        <translation>Verbindung zu %1 wird aufgebaut</translation>
+    </message>
+    <message>
+        <source>Connected to %1, encrypted</source>
+        <translation>Mit %1 verbunden, verschlüsselt</translation>
+    </message>
+    <message>
+        <source>Connected to %1</source>
+        <translation>Mit %1 verbunden</translation>
+    </message>
+    <message>
+        <source>The connection to %1 is lost, trying again</source>
+        <translation>Die Verbindung zu %1 ist verloren, neuer Versuch läuft</translation>
+    </message>
+    <message>
+        <source>Not connected: choose Server, Connect.</source>
+        <translation>Nicht verbunden: Server, Verbinden wählen.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>What the connection does, and why</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>There is no MpxORV: the server does not give this console one.</source>
+        <translation>Es gibt keinen MpxORV: Der Server gibt dieser Konsole keinen.</translation>
+    </message>
+    <message>
+        <source>The server has not answered for %1. What is shown may be old.</source>
+        <translation>Der Server antwortet seit %1 nicht. Was gezeigt wird, kann veraltet sein.</translation>
+    </message>
+    <message>
+        <source>Lost at %1; what is shown is %2 old.</source>
+        <translation>Verloren um %1; was gezeigt wird, ist %2 alt.</translation>
+    </message>
+    <message>
+        <source>The next try is in %1.</source>
+        <translation>Der nächste Versuch ist in %1.</translation>
+    </message>
+    <message>
+        <source>no answer for %1 ms</source>
+        <translation>keine Antwort seit %1 ms</translation>
+    </message>
+</context>
+<context>
     <name>ConsoleWindow</name>
     <message>
         <source>Multi-channel console</source>
@@ -895,55 +963,6 @@
         <translation>Mehrkanal-Konsole %1</translation>
     </message>
     <message>
-        <source>No MpxORV is connected.</source>
-        <translation>Kein MpxORV ist verbunden.</translation>
-    </message>
-    <message>
-        <source>MpxORV: %1</source>
-        <translation>MpxORV: %1</translation>
-    </message>
-    <message>
-        <source>There is no MpxORV: %1</source>
-        <translation>Es gibt keinen MpxORV: %1</translation>
-    </message>
-    <message>
-        <source>Not connected</source>
-        <translation>Nicht verbunden</translation>
-    </message>
-    <message>
-        <source>Connecting to %1</source>
-        <translation>Verbindung zu %1 wird aufgebaut</translation>
-    </message>
-    <message>
-        <source>Connected to %1, encrypted</source>
-        <translation>Mit %1 verbunden, verschlüsselt</translation>
-    </message>
-    <message>
-        <source>Connected to %1</source>
-        <translation>Mit %1 verbunden</translation>
-    </message>
-    <message>
-        <source>The connection to %1 is lost, trying again</source>
-        <translation>Die Verbindung zu %1 ist verloren, neuer Versuch läuft</translation>
-    </message>
-    <message>
-        <source>Not connected: choose Server, Connect.</source>
-        <translation>Nicht verbunden: Server, Verbinden wählen.</translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <comment>What the connection does, and why</comment>
-        <translation>%1: %2</translation>
-    </message>
-    <message>
-        <source>%1 ms</source>
-        <translation>%1 ms</translation>
-    </message>
-    <message>
-        <source>There is no MpxORV: the server does not give this console one.</source>
-        <translation>Es gibt keinen MpxORV: Der Server gibt dieser Konsole keinen.</translation>
-    </message>
-    <message>
         <source>Connect to another server</source>
         <translation>Mit einem anderen Server verbinden</translation>
     </message>
@@ -990,22 +1009,6 @@
     <message>
         <source>&amp;What is this?</source>
         <translation>&amp;Was ist das?</translation>
-    </message>
-    <message>
-        <source>The server has not answered for %1. What is shown may be old.</source>
-        <translation>Der Server antwortet seit %1 nicht. Was gezeigt wird, kann veraltet sein.</translation>
-    </message>
-    <message>
-        <source>Lost at %1; what is shown is %2 old.</source>
-        <translation>Verloren um %1; was gezeigt wird, ist %2 alt.</translation>
-    </message>
-    <message>
-        <source>The next try is in %1.</source>
-        <translation>Der nächste Versuch ist in %1.</translation>
-    </message>
-    <message>
-        <source>no answer for %1 ms</source>
-        <translation>keine Antwort seit %1 ms</translation>
     </message>
     <message>
         <source>Events</source>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consolewindow.h>
 
-#include <apps/common/problemtext.h>
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/connectionbar.h>
@@ -13,10 +12,10 @@
 #include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/pagetabs.h>
+#include <apps/mcconsole/session/connectiontexts.h>
 #include <apps/mcconsole/statusstrip.h>
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
-#include <apps/pages/agetext.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
@@ -41,8 +40,6 @@
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
 
-#include <QtCore/QDateTime>
-#include <QtCore/QLocale>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeyEvent>
@@ -57,9 +54,7 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds LongSilence(750);  // of the server: longer than links take
 constexpr std::chrono::milliseconds LookInterval(500);
-constexpr int MaxTextLength = 200;  // of what others chose, such as a server's reason
 constexpr int MaxNameLength = 40;
 
 std::unique_ptr<ICfg> Configuration() {
@@ -67,7 +62,7 @@ std::unique_ptr<ICfg> Configuration() {
 }
 
 QString Bounded(const QString& text) {
-    return valuetext::Shortened(text, MaxTextLength);
+    return valuetext::Shortened(text, connectiontexts::MostCharacters);
 }
 
 /// Long words in it do not make the window wider.
@@ -377,84 +372,22 @@ void ConsoleWindow::ShowMpxOrv() {
         m_mpxOrvPage->Bind(path);
         m_listPage->SetOwn(path);
     }
-    QString text = tr("No MpxORV is connected.");
-    if (!path.isEmpty())
-        text = tr("MpxORV: %1").arg(Bounded(path.section(QLatin1Char('/'), -1)));
-    else if (m_session.IsMpxOrvMissing())
-        text = MissingText();
-    m_mpxOrvPage->ShowState(text);
+    m_mpxOrvPage->ShowState(connectiontexts::MpxOrv(m_session));
     m_mpxOrvPage->ShowUsed(m_session.UsesMpxOrv());
-}
-
-QString ConsoleWindow::MissingText() const {
-    const QString problem = problemtext::Translated(m_session.GetMpxOrvProblem());
-    return problem.isEmpty() ? tr("There is no MpxORV: the server does not give this console one.")
-                             : tr("There is no MpxORV: %1").arg(Bounded(problem));
-}
-
-QString ConsoleWindow::ConnectionText() const {
-    const QString server = Bounded(m_session.GetServer().ToText());
-    switch (m_session.GetState()) {
-        case ConsoleSession::EState::Idle:
-            return tr("Not connected");
-        case ConsoleSession::EState::Connecting:
-            return tr("Connecting to %1").arg(server);
-        case ConsoleSession::EState::Connected:
-            return m_session.IsEncrypted() ? tr("Connected to %1, encrypted").arg(server)
-                                           : tr("Connected to %1").arg(server);
-        case ConsoleSession::EState::Lost:
-            return tr("The connection to %1 is lost, trying again").arg(server);
-    }
-    Q_UNREACHABLE();
 }
 
 void ConsoleWindow::ShowConnection() {
     const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
     const bool isIdle = m_session.GetState() == ConsoleSession::EState::Idle;
-    const QString text = ConnectionText();
+    const QString text = connectiontexts::Line(m_session);
     if (m_connection->text() != text) m_connection->setText(text);
     m_disconnect->setEnabled(!isIdle);
 
-    m_banner->Tell(BannerText(), !isConnected && m_session.GetTimeToRetry());
+    m_banner->Tell(connectiontexts::Banner(m_session), !isConnected && m_session.GetTimeToRetry());
     const QString name = valuetext::Shortened(m_session.GetMpxOrvName(), MaxNameLength);
     if (m_client->text() != name) m_client->setText(name);
-    ShowLatency();
-}
-
-QString ConsoleWindow::BannerText() const {
-    const ConsoleSession::EState state = m_session.GetState();
-    if (state == ConsoleSession::EState::Idle) return tr("Not connected: choose Server, Connect.");
-    if (state == ConsoleSession::EState::Connected) {
-        const auto silence = m_session.GetSilence();
-        if (!silence || *silence < LongSilence) return QString();
-        return tr("The server has not answered for %1. What is shown may be old.").arg(agetext::Of(*silence));
-    }
-    const QString problem = Bounded(problemtext::Translated(m_session.GetProblem()));
-    QString text = ConnectionText();
-    if (!problem.isEmpty()) text = tr("%1: %2", "What the connection does, and why").arg(text, problem);
-    const QDateTime& since = m_session.GetLostSince();
-    if (since.isValid()) {
-        const std::chrono::milliseconds age(since.msecsTo(QDateTime::currentDateTime()));
-        text += QLatin1Char('\n') + tr("Lost at %1; what is shown is %2 old.")
-                                        .arg(since.toString(QStringLiteral("HH:mm:ss")), agetext::Of(age));
-    }
-    if (const auto wait = m_session.GetTimeToRetry())
-        text += QLatin1Char(' ') +
-                tr("The next try is in %1.").arg(agetext::Of(std::chrono::ceil<std::chrono::seconds>(*wait)));
-    return text;
-}
-
-void ConsoleWindow::ShowLatency() {
-    using Milliseconds = std::chrono::duration<double, std::milli>;
-    const std::optional<std::chrono::microseconds> latency = m_session.GetLatency();
-    const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
-    const bool isKnown = isConnected && latency;
-    QString text =
-        isKnown ? tr("%1 ms").arg(QLocale().toString(Milliseconds(*latency).count(), 'f', 2)) : QString();
-    const auto silence = m_session.GetSilence();
-    if (isConnected && silence && *silence >= LongSilence)
-        text = tr("no answer for %1 ms").arg(QLocale().toString(qlonglong(silence->count())));
-    if (m_latency->text() != text) m_latency->setText(text);
+    const QString latency = connectiontexts::Latency(m_session);
+    if (m_latency->text() != latency) m_latency->setText(latency);
 }
 
 void ConsoleWindow::ShowSituation() {

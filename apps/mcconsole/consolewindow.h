@@ -68,10 +68,8 @@ class ConsoleWindow : public QMainWindow {
     bool KeepsContent(EMCSControlTreeSegments segments) const;
     bool KeepsMpxOrv() const;
     void ShowKept(bool isKept);
-    QString BannerText() const;
     void ShowConnection();
     void ShowMpxOrv();
-    void ShowLatency();
     void ShowSituation();
     /// Brings the page with that object name to the front; without a name asks for a server.
     void GoTo(const QString& page);
@@ -82,8 +80,6 @@ class ConsoleWindow : public QMainWindow {
     void KeepFrequencies();
     void ShowKeys();
     void ShowAbout();
-    QString ConnectionText() const;
-    QString MissingText() const;
 
     QtClock m_clock;
     ConsoleSession m_session;

@@ -177,6 +177,12 @@ void SuppressionView::Bind(const QString& basePath, EMCSControlTreeSegments segm
     Tick();
 }
 
+/// What is looked at once a second only is there at once.
+void SuppressionView::showEvent(QShowEvent* event) {
+    Page::showEvent(event);
+    Tick();
+}
+
 void SuppressionView::Tick() {
     if (!isVisible()) return;
     // A server without modules has no such command.

@@ -29,6 +29,9 @@ class SuppressionView : public Page {
 
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
     QTableView* NewTable(const char* name, const QString& spoken);
     QWidget* BuildHead();

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+#include <chrono>
+
+class ConsoleSession;
+
+/// What a console's window says of its connection, in the language of the window. Main thread.
+namespace connectiontexts {
+
+/// A server that says nothing for longer than links take.
+constexpr std::chrono::milliseconds LongSilence(750);
+/// Of what others chose, such as a server's reason: characters at most.
+constexpr int MostCharacters = 200;
+
+/// What the connection does, in one line.
+QString Line(const ConsoleSession& session);
+/// What stands above the pages while something is wrong: why, since when, and when the next try is. Empty if
+/// nothing is.
+QString Banner(const ConsoleSession& session);
+/// The round trip, or for how long there was no answer; empty while nobody knows.
+QString Latency(const ConsoleSession& session);
+/// What the console's MpxORV is called, or why there is none.
+QString MpxOrv(const ConsoleSession& session);
+
+}  // namespace connectiontexts
