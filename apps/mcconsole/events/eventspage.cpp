@@ -3,6 +3,7 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/eventexport.h>
+#include <apps/mcconsole/events/eventsdelegate.h>
 #include <apps/mcconsole/events/eventstable.h>
 
 #include <platform/widgets/notifications.h>
@@ -55,6 +56,7 @@ void EventsPage::BuildTable() {
     m_view->setObjectName(QStringLiteral("EventsTable"));
     m_view->setAccessibleName(tr("Events"));
     m_view->setModel(&m_model);
+    m_view->setItemDelegate(new EventsDelegate(m_view));
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setTabKeyNavigation(false);
     m_view->setWordWrap(false);

@@ -14,7 +14,9 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
+#include <QtGui/QImage>
 #include <QtGui/QPaintEvent>
+#include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QFileDialog>
@@ -153,6 +155,54 @@ TEST_F(EventsPageTest, AFewEventsAreDrawnWhereTheyAre) {
     const QRect row(0, Table()->rowViewportPosition(4), Table()->viewport()->width(), Table()->rowHeight(4));
     ASSERT_TRUE(WaitUntil([&] { return watcher.painted.intersects(row); }));
     EXPECT_FALSE(watcher.painted.contains(QPoint(5, 5))) << "the first row stays as it is drawn";
+}
+
+/// Where in a cell something is drawn.
+QRect Drawn(const QAbstractItemDelegate& delegate, const QTableView& table, const QModelIndex& cell,
+            int width) {
+    QImage image(width, table.rowHeight(0), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QStyleOptionViewItem option;
+    option.initFrom(&table);
+    option.widget = &table;
+    option.rect = image.rect();
+    option.state = QStyle::State_Enabled | QStyle::State_Active;
+    option.decorationSize = QSize(16, 16);
+    option.textElideMode = Qt::ElideRight;
+    option.displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+    option.decorationAlignment = Qt::AlignCenter;
+    QPainter painter(&image);
+    delegate.paint(&painter, option, cell);
+    painter.end();
+    QRegion drawn;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qGray(image.pixel(x, y)) < 200) drawn += QRect(x, y, 1, 1);
+    return drawn.boundingRect();
+}
+
+// What is worked out once per text stands where the style would draw it, cut where it would cut it.
+TEST_F(EventsPageTest, CellsLookAsTheStyleDrawsThem) {
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    m_event->SetValue(Make(++m_client.newest, {ECode::IsMaster, {S("Tower west")}}, "MpxORV Tower",
+                           EEventSeverity::Warning, "anna on t1 (1.2.3.4:5)")
+                          .ToJson());
+    ASSERT_TRUE(WaitUntil([this] { return Rows() == 4; }));
+    const QStyledItemDelegate style;
+    for (int column = 0; column < EventModel::ColumnCount; ++column)
+        for (const int width : {400, 60}) {
+            SCOPED_TRACE(testing::Message() << column << " in " << width);
+            const QModelIndex cell = Table()->model()->index(3, column);
+            const QRect expected = Drawn(style, *Table(), cell, width);
+            const QRect drawn = Drawn(*Table()->itemDelegate(), *Table(), cell, width);
+            ASSERT_FALSE(drawn.isEmpty());
+            constexpr int Off = 2;  // pixels that nobody sees
+            EXPECT_NEAR(drawn.left(), expected.left(), Off);
+            EXPECT_NEAR(drawn.top(), expected.top(), Off);
+            EXPECT_NEAR(drawn.bottom(), expected.bottom(), Off);
+            if (width == 400) EXPECT_NEAR(drawn.right(), expected.right(), Off);
+            EXPECT_LE(drawn.right(), width - 1);
+        }
 }
 
 TEST_F(EventsPageTest, WhatIsFilteredIsDrawnAnew) {

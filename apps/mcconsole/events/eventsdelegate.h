@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QCache>
+#include <QtCore/QPair>
+#include <QtCore/QString>
+#include <QtGui/QFont>
+#include <QtGui/QStaticText>
+#include <QtWidgets/QStyledItemDelegate>
+
+/// Draws cells of one line of plain text that are the same over and over: what their letters look like is
+/// worked out once per text and width. Cells in which more is to be seen, such as chosen ones, are left to
+/// the style. GUI thread.
+class EventsDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+  public:
+    explicit EventsDelegate(QObject* parent = nullptr);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+  private:
+    const QStaticText& TextFor(const QString& text, int width, const QFont& font) const;
+
+    mutable QFont m_font;  ///< of the texts that are kept
+    mutable QCache<QPair<QString, int>, QStaticText> m_texts;
+};
