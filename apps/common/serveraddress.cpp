@@ -110,6 +110,16 @@ QString ServerAddress::AceFormOf(const QString& text) {
     return CanBeHost(ace) ? ace : QString();
 }
 
+QStringList ServerAddress::Hosts() const {
+    if (!isOverNats) return {host};
+    nats::NatsAddress address;
+    address.Parse(host);
+    QStringList hosts;
+    for (const nats::HostPort& server : address.servers)
+        hosts << server.host;
+    return hosts;
+}
+
 QString ServerAddress::ToText() const {
     if (isOverNats) return ToVtAddress();
     const bool isIpv6 = host.contains(QLatin1Char(':'));

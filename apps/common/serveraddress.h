@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /// Where a server is, as people write it.
 struct ServerAddress {
@@ -21,6 +22,8 @@ struct ServerAddress {
     /// The form ("xn--...") that the host of \a text is to be written in if it has characters beyond Latin-1,
     /// which Parse() refuses; empty for other hosts, and for those that have no such form.
     static QString AceFormOf(const QString& text);
+    /// The host, or those of NATS.
+    QStringList Hosts() const;
     /// What Parse() reads: "host:7450", "mcss://[::1]:7450", "nats://host/tower".
     QString ToText() const;
     /// What VtClientCenter takes: the scheme and the host.

@@ -15,6 +15,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int FieldWidth = 280;  // at least, and never so that a caption is cut
@@ -171,7 +173,8 @@ QString ConnectDialog::WhyNoServer(const QString& text) {
 QString ConnectDialog::FindProblem(const ServerAddress& server) const {
     if (m_token->text().isEmpty()) return QString();
     if (m_user->text().isEmpty()) return tr("A token belongs to a user: say whose it is.");
-    if (!server.isEncrypted && !IsThisMachine(server.host))
+    const QStringList hosts = server.Hosts();
+    if (!server.isEncrypted && !std::all_of(hosts.begin(), hosts.end(), IsThisMachine))
         return tr("A token is a secret: it is sent to other machines only if the connection is encrypted.");
     return QString();
 }

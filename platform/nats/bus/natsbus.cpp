@@ -21,9 +21,8 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds TurnTime(4);  // then others have their turn
-constexpr milliseconds Tick(1000);
-constexpr int TicksToAsk = 5;    // of silence; then it asks for a word
-constexpr int TicksToLose = 15;  // the other end of the line is gone
+constexpr int TicksToAsk = 5;        // of silence; then it asks for a word
+constexpr int TicksToLose = 15;      // the other end of the line is gone
 constexpr int RandomWords = 4;
 
 QByteArray MakeInbox(const NatsOptions& options) {
@@ -91,7 +90,7 @@ void NatsBus::Start(NatsAttempt::Outcome& outcome) {
     connect(m_writer.get(), &QSocketNotifier::activated, this, &NatsBus::OnWritable);
     m_hasHeard = true;
     m_silentTicks = 0;
-    m_tick.start(Tick);
+    m_tick.start(m_options.deadAfter / TicksToLose);
     m_notices->Listen(m_connection.get(), m_inbox);
     for (Subscription& subscription : m_subscriptions)
         Listen(subscription);
@@ -381,8 +380,9 @@ void NatsBus::OnNotice(const NatsNotices::Notice& notice) {
 void NatsBus::OnTick() {
     m_silentTicks = std::exchange(m_hasHeard, false) ? 0 : m_silentTicks + 1;
     if (m_silentTicks >= TicksToLose)
-        return Lose(
-            QStringLiteral("nothing heard from NATS at %1 for %2 s").arg(m_server.ToText()).arg(TicksToLose));
+        return Lose(QStringLiteral("nothing heard from NATS at %1 for %2 ms")
+                        .arg(m_server.ToText())
+                        .arg(m_options.deadAfter.count()));
     if (m_silentTicks >= TicksToAsk) PublishTo(m_inbox + ".s", nullptr, {});
 }
 

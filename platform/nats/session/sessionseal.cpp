@@ -28,11 +28,11 @@ using OpensslPointer = std::unique_ptr<T, OpensslDeleter>;
 
 using Secret = std::array<unsigned char, SessionSeal::KeySize>;
 
-const unsigned char* Bytes(const char* data) {
+const unsigned char* RawBytes(const char* data) {
     return reinterpret_cast<const unsigned char*>(data);
 }
 
-unsigned char* Bytes(char* data) {
+unsigned char* RawBytes(char* data) {
     return reinterpret_cast<unsigned char*>(data);
 }
 
@@ -59,9 +59,9 @@ bool Expand(const Secret& shared, const QByteArray& salt, const QByteArray& info
     std::size_t size = key->size();
     return context != nullptr && EVP_PKEY_derive_init(context.get()) == 1 &&
            EVP_PKEY_CTX_set_hkdf_md(context.get(), EVP_sha256()) == 1 &&
-           EVP_PKEY_CTX_set1_hkdf_salt(context.get(), Bytes(salt.constData()), salt.size()) == 1 &&
+           EVP_PKEY_CTX_set1_hkdf_salt(context.get(), RawBytes(salt.constData()), salt.size()) == 1 &&
            EVP_PKEY_CTX_set1_hkdf_key(context.get(), shared.data(), static_cast<int>(shared.size())) == 1 &&
-           EVP_PKEY_CTX_add1_hkdf_info(context.get(), Bytes(info.constData()), info.size()) == 1 &&
+           EVP_PKEY_CTX_add1_hkdf_info(context.get(), RawBytes(info.constData()), info.size()) == 1 &&
            EVP_PKEY_derive(context.get(), key->data(), &size) == 1;
 }
 
@@ -93,7 +93,7 @@ QByteArray SessionSeal::PublicKey() const {
     QByteArray key(KeySize, '\0');
     std::size_t size = KeySize;
     const bool isKey = m_works->own != nullptr &&
-                       EVP_PKEY_get_raw_public_key(m_works->own.get(), Bytes(key.data()), &size) == 1 &&
+                       EVP_PKEY_get_raw_public_key(m_works->own.get(), RawBytes(key.data()), &size) == 1 &&
                        size == KeySize;
     return isKey ? key : QByteArray();
 }
@@ -102,7 +102,7 @@ bool SessionSeal::Agree(ESide side, std::string_view peerKey, const QByteArray& 
     const QByteArray own = PublicKey();
     if (peerKey.size() != KeySize || own.isEmpty()) return false;
     const OpensslPointer<EVP_PKEY> peer(
-        EVP_PKEY_new_raw_public_key(EVP_PKEY_X25519, nullptr, Bytes(peerKey.data()), KeySize));
+        EVP_PKEY_new_raw_public_key(EVP_PKEY_X25519, nullptr, RawBytes(peerKey.data()), KeySize));
     Secret shared{};
     if (peer == nullptr || !DeriveShared(m_works->own.get(), peer.get(), &shared)) return false;
     const QByteArray theirs(peerKey.data(), KeySize);
@@ -128,12 +128,13 @@ std::string_view SessionSeal::Seal(const Packet& packet) {
     packet.WriteHead(m_sealed.data());
     EVP_CIPHER_CTX* const cipher = m_works->sealing.get();
     const auto nonce = NonceOf(packet);
-    unsigned char* const body = Bytes(m_sealed.data()) + Packet::HeadSize;
+    unsigned char* const body = RawBytes(m_sealed.data()) + Packet::HeadSize;
     int written = 0;
-    bool isGood = EVP_EncryptInit_ex(cipher, nullptr, nullptr, nullptr, nonce.data()) == 1 &&
-                  EVP_EncryptUpdate(cipher, nullptr, &written, Bytes(m_sealed.data()), Packet::HeadSize) == 1;
+    bool isGood =
+        EVP_EncryptInit_ex(cipher, nullptr, nullptr, nullptr, nonce.data()) == 1 &&
+        EVP_EncryptUpdate(cipher, nullptr, &written, RawBytes(m_sealed.data()), Packet::HeadSize) == 1;
     if (!packet.body.empty())
-        isGood = isGood && EVP_EncryptUpdate(cipher, body, &written, Bytes(packet.body.data()),
+        isGood = isGood && EVP_EncryptUpdate(cipher, body, &written, RawBytes(packet.body.data()),
                                              static_cast<int>(packet.body.size())) == 1;
     unsigned char* const tag = body + packet.body.size();
     isGood = isGood && EVP_EncryptFinal_ex(cipher, tag, &written) == 1 &&
@@ -147,17 +148,17 @@ std::optional<std::string_view> SessionSeal::Open(const Packet& packet) {
     std::array<char, Packet::HeadSize> head{};
     packet.WriteHead(head.data());
     std::array<unsigned char, SealTag> tag{};
-    std::copy_n(Bytes(packet.body.data()) + size, SealTag, tag.begin());
+    std::copy_n(RawBytes(packet.body.data()) + size, SealTag, tag.begin());
     m_opened.resize(size);
     EVP_CIPHER_CTX* const cipher = m_works->opening.get();
     const auto nonce = NonceOf(packet);
     std::array<unsigned char, SealTag> rest{};
     int written = 0;
     bool isGood = EVP_DecryptInit_ex(cipher, nullptr, nullptr, nullptr, nonce.data()) == 1 &&
-                  EVP_DecryptUpdate(cipher, nullptr, &written, Bytes(head.data()), Packet::HeadSize) == 1;
+                  EVP_DecryptUpdate(cipher, nullptr, &written, RawBytes(head.data()), Packet::HeadSize) == 1;
     if (size != 0)
-        isGood = isGood && EVP_DecryptUpdate(cipher, Bytes(m_opened.data()), &written,
-                                             Bytes(packet.body.data()), static_cast<int>(size)) == 1;
+        isGood = isGood && EVP_DecryptUpdate(cipher, RawBytes(m_opened.data()), &written,
+                                             RawBytes(packet.body.data()), static_cast<int>(size)) == 1;
     isGood = isGood && EVP_CIPHER_CTX_ctrl(cipher, EVP_CTRL_GCM_SET_TAG, TagSize, tag.data()) == 1 &&
              EVP_DecryptFinal_ex(cipher, rest.data(), &written) == 1;
     return isGood ? std::optional(std::string_view(m_opened)) : std::nullopt;

@@ -121,6 +121,18 @@ TEST_F(ConnectDialogTest, AsksWhoseATokenIs) {
     EXPECT_EQ(dialog->GetOptions().token, S("secret"));
 }
 
+TEST_F(ConnectDialogTest, SendsATokenToNatsOnThisMachineOnlyUnlessEncrypted) {
+    Open();
+    Type(Field("User"), S("alice"));
+    Type(Field("Token"), S("secret"));
+    TypeAddress("nats://localhost,hub/tower");
+    EXPECT_EQ(Enter(),
+              S("A token is a secret: it is sent to other machines only if the connection is encrypted."));
+    TypeAddress("nats://localhost,127.0.0.1:4333/tower");
+    EXPECT_EQ(Enter(), QString());
+    EXPECT_EQ(dialog->GetServer().ToText(), S("nats://localhost,127.0.0.1:4333/tower"));
+}
+
 TEST_F(ConnectDialogTest, SendsATokenToOtherMachinesEncryptedOnly) {
     Open();
     TypeAddress("tower");

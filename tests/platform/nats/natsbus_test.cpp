@@ -5,6 +5,8 @@
 #include <tests/support/printing.h>
 #include <tests/support/waituntil.h>
 
+#include <QtCore/QElapsedTimer>
+
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
@@ -265,6 +267,38 @@ TEST_F(Bus, AServerThatDoesNotReadHoldsNobodyUp) {
     m_server.Freeze(false);
     EXPECT_TRUE(WaitUntil([this] { return m_bus->Unsent() == 0; }));
     EXPECT_GE(m_listener.writable, 1);
+}
+
+// As when its machine stands still, or a cable is pulled: nothing is closed.
+TEST_F(Bus, AServerThatSaysNothingAnyMoreIsTakenForLostAlsoWithWordsUnsent) {
+    ASSERT_TRUE(m_server.Start());
+    nats::NatsOptions options = m_server.Options();
+    options.deadAfter = 600ms;
+    Open(options, true);
+    ASSERT_TRUE(Is(INatsBus::EState::Open));
+    RunTurns(50);
+    m_server.Freeze(true);
+    const std::string large(100'000, 'x');
+    while (m_bus->Unsent() < INatsBus::EnoughUnsent) {
+        m_bus->Publish("a", large);
+        m_bus->Flush();
+    }
+    EXPECT_TRUE(Is(INatsBus::EState::Connecting));
+    EXPECT_THAT(m_bus->Problem().toStdString(), HasSubstr("nothing heard from NATS at 127.0.0.1:"));
+    m_server.Freeze(false);
+    EXPECT_TRUE(Is(INatsBus::EState::Open));
+}
+
+TEST_F(Bus, WhoIsQuietForLongStaysConnected) {
+    ASSERT_TRUE(m_server.Start());
+    nats::NatsOptions options = m_server.Options();
+    options.deadAfter = 150ms;
+    Open(options, false);
+    ASSERT_TRUE(Is(INatsBus::EState::Open));
+    QElapsedTimer quiet;
+    quiet.start();
+    EXPECT_TRUE(WaitUntil([&quiet] { return quiet.elapsed() > 600; }));
+    EXPECT_EQ(m_bus->State(), INatsBus::EState::Open);
 }
 
 TEST_F(Bus, WhoHearsMayLetGoOfIt) {
