@@ -16,17 +16,29 @@ LingeringSessions& LingeringSessions::Instance() {
 }
 
 bool LingeringSessions::Keep(const std::shared_ptr<NatsSession>& session) {
-    if (m_sessions.size() >= NatsSession::MaxLingering) return false;
+    qint64 bytes = session->Waiting();
+    for (const auto& kept : m_sessions)
+        bytes += kept->Waiting();
+    if (m_sessions.size() >= NatsSession::MaxLingering || bytes > NatsSession::MaxLingeringBytes)
+        return false;
     if (!m_applicationEnd)
         m_applicationEnd.emplace([this] {
             std::exchange(m_sessions, {}).clear();
             m_applicationEnd.reset();
         });
     m_sessions.push_back(session);
-    NatsSession* const kept = session.get();
-    QTimer::singleShot(NatsSession::LingerTime, kept,
-                       [kept] { kept->Lose(QStringLiteral("the peer does not read")); });
+    LookLater(session.get(), session->ConsumedByPeer(), 1);
     return true;
+}
+
+// Who reads on has the rest of it, even over a slow way.
+void LingeringSessions::LookLater(NatsSession* session, quint64 consumed, int looks) {
+    QTimer::singleShot(NatsSession::LingerTime, session, [this, session, consumed, looks] {
+        const quint64 now = session->ConsumedByPeer();
+        if (now == consumed || looks >= NatsSession::MostLingerTimes)
+            return session->Lose(QStringLiteral("the peer does not read"));
+        LookLater(session, now, looks + 1);
+    });
 }
 
 void LingeringSessions::Release(const std::shared_ptr<NatsSession>& session) {

@@ -3,6 +3,8 @@
 
 #include <platform/app/applicationend.h>
 
+#include <QtCore/QtGlobal>
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -24,6 +26,8 @@ class LingeringSessions {
     void Release(const std::shared_ptr<NatsSession>& session);
 
   private:
+    void LookLater(NatsSession* session, quint64 consumed, int looks);
+
     LingeringSessions() = default;
     ~LingeringSessions() = default;
 

@@ -33,8 +33,10 @@ class NatsSession final : public QObject,
     static constexpr quint32 FirstMaxMessage = 4096;         ///< before the peer is admitted
     static constexpr quint32 MaxMessage = 1 << 20;           ///< of the protocol, whatever a peer says
     static constexpr std::size_t MaxBody = 64 * 1024 - 256;  ///< of a packet: others get through in between
-    static constexpr std::chrono::milliseconds LingerTime{2000};
+    static constexpr std::chrono::milliseconds LingerTime{2000};  ///< without progress
+    static constexpr int MostLingerTimes = 5;                     ///< of these, even with progress
     static constexpr std::size_t MaxLingering = 256;
+    static constexpr qint64 MaxLingeringBytes = 8 << 20;  ///< of all of them
 
     /// Sends to the subject \a peer, of whom \a greeting came, and with whom \a seal is agreed on.
     NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const Greeting& greeting,
@@ -58,6 +60,8 @@ class NatsSession final : public QObject,
     qint64 Unsent() const { return m_isOpen ? static_cast<qint64>(m_out.Size()) : 0; }
     qint64 Unfinished() const { return static_cast<qint64>(m_in.Room()); }
     void GiveBackRoom();
+    qint64 Waiting() const { return static_cast<qint64>(m_out.Size()); }  ///< bytes to send, also when closed
+    quint64 ConsumedByPeer() const { return m_peerConsumed; }
     void SetMaxMessage(quint32 size) { m_maxMessage = size; }
     quint64 Watch() const { return m_watch; }  ///< with which it publishes
 
