@@ -134,8 +134,9 @@ class RoadStorm : public RoadEnds, public testing::WithParamInterface<unsigned> 
             auto* const steps = dynamic_cast<Number*>(m_tree.FindItem(m_root + QStringLiteral("/steps")));
             EXPECT_GT(number, last) << m_root.toStdString();
             // In a snapshot it comes behind the log.
-            if (steps != nullptr && steps->GetState() == values::Valid)
+            if (steps != nullptr && steps->GetState() == values::Valid) {
                 EXPECT_GE(steps->GetValue(), number) << m_root.toStdString();
+            }
             last = number;
             ++heard;
         }

@@ -230,8 +230,8 @@ TEST_P(SharedRoadOrder, TellsTheLastWordsOfAnItemBeforeItsEnd) {
     EXPECT_EQ(m_tree.FindItem(rider.root), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Either, SharedRoadOrder, testing::Bool(), [](const auto& info) {
-    return info.param ? std::string("TheRoadFirst") : std::string("TheSessionFirst");
+INSTANTIATE_TEST_SUITE_P(Either, SharedRoadOrder, testing::Bool(), [](const auto& row) {
+    return row.param ? std::string("TheRoadFirst") : std::string("TheSessionFirst");
 });
 
 TEST_F(SharedRoad, DoesNotWaitForAnAnswerBeyondWhatCameBeforeTheWrite) {
