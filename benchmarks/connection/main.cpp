@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Connections beside their peers, in processes of their own: this program starts itself once per process.
 #include "broker.h"
+#include "natsbroker.h"
 #include "role.h"
 #include "scenario.h"
 #include "scenariochoice.h"
@@ -11,13 +12,16 @@ namespace {
 
 int RunScenarios(const bench::ScenarioChoice& choice) {
     bench::Broker broker;
+    bench::NatsBroker nats;
     bench::Scoreboard scoreboard;
-    const bench::Stage stage = {&scoreboard, broker.Start() ? broker.GetPort() : 0, choice.IsQuick()};
+    const bench::Stage stage = {&scoreboard, broker.Start() ? broker.GetPort() : 0,
+                                nats.Start() ? nats.GetPort() : 0, choice.IsQuick()};
 
     std::vector<bench::Row> rows;
     for (const bench::Scenario& scenario :
          {bench::RoundTripScenario(), bench::StreamScenario(), bench::FanOutScenario(),
-          bench::StalledScenario(), bench::SnapshotScenario(), bench::MemoryScenario()}) {
+          bench::SharedRoadScenario(), bench::StalledScenario(), bench::SnapshotScenario(),
+          bench::MemoryScenario()}) {
         if (!choice.Has(scenario.name, scenario.rows)) continue;
         choice.PlayRounds(scenario.name, scenario.rounds, [&](int) { scenario.playRound(stage); });
         rows.insert(rows.end(), scenario.rows.begin(), scenario.rows.end());

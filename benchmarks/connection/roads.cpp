@@ -2,6 +2,9 @@
 #include "ownroad.h"
 #include "rawsocketroad.h"
 #include "road.h"
+#ifdef MCS_BENCH_NATS
+#include "natsroad.h"
+#endif
 #ifdef MCS_BENCH_REMOTE_OBJECTS
 #include "remoteobjectsroad.h"
 #endif
@@ -14,6 +17,9 @@ namespace bench {
 const std::vector<Road>& Roads() {
     static const std::vector<Road> roads = {
         MakeOwnRoad(),           MakeRawSocketRoad(),
+#ifdef MCS_BENCH_NATS
+        MakeNatsRoad(),
+#endif
 #ifdef MCS_BENCH_REMOTE_OBJECTS
         MakeRemoteObjectsRoad(), MakeRemoteSignalRoad(),
 #endif

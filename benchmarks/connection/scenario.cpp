@@ -40,7 +40,9 @@ std::vector<Settings> Play(const Stage& stage, const QString& name, const Part& 
 }
 
 bool HasRoad(const Stage& stage, const QString& road) {
-    return FindRoad(road) && (road != QLatin1String("mqtt") || stage.brokerPort > 0);
+    if (FindRoad(road) == nullptr) return false;
+    if (road == QLatin1String("nats")) return stage.natsPort > 0;
+    return road != QLatin1String("mqtt") || stage.brokerPort > 0;
 }
 
 }  // namespace bench

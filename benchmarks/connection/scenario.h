@@ -12,6 +12,7 @@ namespace bench {
 struct Stage {
     Scoreboard* scoreboard = nullptr;
     int brokerPort = 0;  ///< 0: no broker, so no MQTT
+    int natsPort = 0;    ///< 0: no server of NATS, so no shared roads
     bool isQuick = false;
 };
 
@@ -25,6 +26,7 @@ struct Scenario {
 Scenario RoundTripScenario();
 Scenario StreamScenario();
 Scenario FanOutScenario();
+Scenario SharedRoadScenario();
 Scenario StalledScenario();
 Scenario SnapshotScenario();
 Scenario MemoryScenario();

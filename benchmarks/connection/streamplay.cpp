@@ -21,13 +21,16 @@ QString StreamKey(int clients, const char* road, const char* figure) {
 
 void PlayStream(const Stage& stage, const StreamSize& size, int clients, int processes) {
     if (!HasRoad(stage, QLatin1String(size.road))) return;
+    const bool isNats = QLatin1String(size.road) == QLatin1String("nats");
     Settings settings;
     settings.Set(QStringLiteral("road"), QLatin1String(size.road))
-        .Set(QStringLiteral("broker"), stage.brokerPort)
+        .Set(QStringLiteral("broker"), isNats ? stage.natsPort : stage.brokerPort)
         .Set(QStringLiteral("values"), Values)
         .Set(QStringLiteral("clients"), clients)
         .Set(QStringLiteral("everychange"), 1)
         .Set(QStringLiteral("ahead"), size.farthestAhead)
+        .Set(QStringLiteral("report"), size.reportEvery)
+        .Set(QStringLiteral("rest"), size.restMilliseconds)
         .Set(QStringLiteral("warmup"), size.warmUp)
         .Set(QStringLiteral("total"), size.warmUp + (stage.isQuick ? Quick(size.changes) : size.changes));
 
@@ -54,6 +57,8 @@ void PlayStream(const Stage& stage, const StreamSize& size, int clients, int pro
     stage.scoreboard->Add(StreamKey(clients, size.road, "rate"), results[0].Double(QStringLiteral("rate")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "servercpu"),
                           results[0].Double(QStringLiteral("cpu")));
+    stage.scoreboard->Add(StreamKey(clients, size.road, "changecpu"),
+                          results[0].Double(QStringLiteral("changecpu")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "clientcpu"), clientCpu);
 }
 

@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-constexpr int ReportInterval = 5000;
+constexpr int UsualReports = 5000;  // changes from one to the next
 
 }  // namespace
 
@@ -19,6 +19,7 @@ StreamServer::StreamServer(const Settings& settings)
       m_farthestAhead(settings.Int(QStringLiteral("ahead"))),
       m_warmUp(settings.Int(QStringLiteral("warmup"))),
       m_total(settings.Int(QStringLiteral("total"))),
+      m_rest(settings.Int(QStringLiteral("rest"), 0)),
       m_isInSteps(settings.Has(QStringLiteral("steps"))) {
     m_end->onReport = [this](int client, int content) { TakeReport(client, content); };
     connect(&m_nextTurn, &QTimer::timeout, this, &StreamServer::SetAll);
@@ -28,14 +29,25 @@ void StreamServer::TakeReport(int client, int content) {
     int& received = m_received.at(static_cast<std::size_t>(client));
     const bool wasSlowest = received == m_slowest;
     received = content;
+    if (content == m_total && m_busyUntilFirst == 0.0)
+        m_busyUntilFirst = m_watch.BusySeconds() - m_busyAtRest * m_watch.Seconds();
     if (!wasSlowest) return;
     const int slowest = *std::min_element(m_received.begin(), m_received.end());
     if (slowest == m_slowest) return;
     m_slowest = slowest;
-    if (slowest == 0) return StartStage(m_warmUp);
+    if (slowest == 0) return Rest();
     if (slowest == m_total) return TellRate();
     if (slowest == m_warmUp) return StartStage(m_total);
     if (m_sent < m_stageEnd && !m_nextTurn.isActive()) m_nextTurn.start(0);
+}
+
+// What clients cost that are merely there.
+void StreamServer::Rest() {
+    m_watch.Start();
+    QTimer::singleShot(m_rest, this, [this] {
+        if (m_rest.count() != 0) m_busyAtRest = m_watch.BusySeconds() / m_watch.Seconds();
+        StartStage(m_warmUp);
+    });
 }
 
 void StreamServer::StartStage(int changes) {
@@ -62,7 +74,8 @@ void StreamServer::TellRate() const {
     const double deliveries = static_cast<double>(m_total - m_warmUp) * GetSetup().clients;
     TellResult(Settings()
                    .Set(QStringLiteral("rate"), deliveries / m_watch.Seconds())
-                   .Set(QStringLiteral("cpu"), m_watch.BusySeconds() / deliveries * 1e6));
+                   .Set(QStringLiteral("cpu"), m_watch.BusySeconds() / deliveries * 1e6)
+                   .Set(QStringLiteral("changecpu"), m_busyUntilFirst / (m_total - m_warmUp) * 1e6));
 }
 
 StreamClient::StreamClient(const Settings& settings)
@@ -70,6 +83,7 @@ StreamClient::StreamClient(const Settings& settings)
       m_followers(static_cast<std::size_t>(settings.Int(QStringLiteral("count")))),
       m_warmUp(settings.Int(QStringLiteral("warmup"))),
       m_total(settings.Int(QStringLiteral("total"))),
+      m_reportEvery(settings.Int(QStringLiteral("report"), UsualReports)),
       m_isInSteps(settings.Has(QStringLiteral("steps"))) {}
 
 // One after the other: how a server takes a crowd that comes at once is not measured here.
@@ -98,7 +112,7 @@ void StreamClient::TakeChange(Follower& follower, int index, int content) {
     if (m_isInSteps && follower.received % GetSetup().values == 0) EndStep();
     const bool isStageEnd = follower.received == m_warmUp || follower.received == m_total;
     if (isStageEnd) EndStage(follower.received);
-    const bool isReportDue = follower.received % ReportInterval == 0 && !m_isInSteps;
+    const bool isReportDue = follower.received % m_reportEvery == 0 && !m_isInSteps;
     if (isStageEnd || isReportDue) follower.end->Report(follower.received);
 }
 

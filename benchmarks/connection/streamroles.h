@@ -6,6 +6,8 @@
 
 #include <QtCore/QTimer>
 
+#include <chrono>
+
 namespace bench {
 
 /// Changes the values one after the other, all of them in each turn of the event loop, at most so far ahead
@@ -19,6 +21,7 @@ class StreamServer final : public RoadRole {
 
   private:
     void TakeReport(int client, int content);
+    void Rest();
     void StartStage(int changes);
     void SetAll();
     void TellRate() const;
@@ -28,11 +31,14 @@ class StreamServer final : public RoadRole {
     int m_farthestAhead;
     int m_warmUp;
     int m_total;
+    std::chrono::milliseconds m_rest;  ///< before it begins
     bool m_isInSteps;
     bool m_isStepUnderWay = false;
     int m_stageEnd = 0;
     int m_sent = 0;
     int m_slowest = -1;
+    double m_busyAtRest = 0.0;      ///< as a share of the time
+    double m_busyUntilFirst = 0.0;  ///< client had everything, beyond that: what reports cost is not in it
     Stopwatch m_watch;
     QTimer m_nextTurn;
 };
@@ -60,6 +66,7 @@ class StreamClient final : public RoadRole {
     std::size_t m_opened = 0;
     int m_warmUp;
     int m_total;
+    int m_reportEvery;
     bool m_isInSteps;
     int m_atStepEnd = 0;
     int m_atStageEnd = 0;
