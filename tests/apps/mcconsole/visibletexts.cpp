@@ -2,6 +2,7 @@
 #include <tests/apps/mcconsole/visibletexts.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
 #include <QtGui/QHelpEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -21,6 +22,8 @@
 #include <qwt_plot.h>
 #include <qwt_plot_marker.h>
 #include <qwt_text.h>
+
+#include <vector>
 
 namespace {
 
@@ -147,8 +150,12 @@ void visibletexts::ForEach(QWidget& window, const Visit& visit) {
         if (!text.trimmed().isEmpty()) visit(where, text);
     };
     VisitWidget(window, seen);
+    // Tips come and go with their windows while one is asked for the next.
+    std::vector<QPointer<QWidget>> widgets;
     for (QWidget* const widget : window.findChildren<QWidget*>())
-        VisitWidget(*widget, seen);
+        widgets.emplace_back(widget);
+    for (const QPointer<QWidget>& widget : widgets)
+        if (widget != nullptr) VisitWidget(*widget, seen);
     QToolTip::hideText();
 }
 
