@@ -159,6 +159,8 @@ void MpxOrvListPage::BuildView() {
 void MpxOrvListPage::ObserveChoice() {
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &MpxOrvListPage::TakeChoice);
+    // Also of the one that stood there before anybody had chosen.
+    connect(m_view, &QAbstractItemView::pressed, this, &MpxOrvListPage::TakeChoice);
     connect(m_table, &MpxOrvTable::FlushBegins, this, [this] { m_isMoving = true; });
     connect(m_table, &MpxOrvTable::FlushEnds, this, &MpxOrvListPage::ChooseAgain);
 }

@@ -100,6 +100,18 @@ TEST_F(MpxOrvListPageTest, NothingThatIsUsualIsCut) {
             << mpxorvcells::Title(column).toStdString();
 }
 
+TEST_F(MpxOrvListPageTest, WhoClicksAtTheOneThatIsThereAtFirstHasChosenIt) {
+    MpxOrvTree::MakeMaster(MpxOrvTree::Dynamic("Mast"), true);
+    Flush();
+    ASSERT_EQ(Selected(), "Mast");
+    Click("Mast");
+    MpxOrvTree::MakeMaster(MpxOrvTree::Dynamic("Mast"), false);
+    Flush();
+    ASSERT_EQ(Names().front(), "Tower");
+    EXPECT_EQ(Selected(), "Mast") << "the next click is meant for that one";
+    EXPECT_EQ(Details(), "Mast");
+}
+
 TEST_F(MpxOrvListPageTest, AClickOnAColumnSortsByItAndASecondOneTheOtherWay) {
     MpxOrvTree::Tune(MpxOrvTree::Dynamic("Mast"), 118e6);
     MpxOrvTree::Tune(MpxOrvTree::Dynamic("Van"), 1090e6);
