@@ -1,26 +1,26 @@
 #!/usr/bin/env python3
 """session.py PROGRAMS [--pictures FOLDER]: an evening at two consoles, as operators have it.
 
-Starts a display, a window manager, a module of inputs, a server with its window and two consoles; works them by keys, as
-an operator would; kills the server in the middle. What comes of it is asked of the server by mctree, and read off the
-windows' titles. Ends with 0 if every step was as expected; else it names the step. Takes a picture after each.
+Starts a display, a window manager, a module of inputs, a server with its window and two consoles; works them by keys and
+clicks, as an operator would; kills what can be killed in the middle. What comes of it is asked of the server by mctree,
+read off the windows' titles, and off what assistive technology is told. Ends with 0 if every step was as expected; else it
+names the step. Takes a picture after each.
 """
 import argparse
-import contextlib
 import json
-import os
 import pathlib
 import re
-import select
 import signal
-import subprocess
 import sys
 import tempfile
 import time
 
-PATIENCE = 30  # seconds, for what does not happen
+import accessible
+from desktop import Desktop, Failed, wait_for
+
 MPXORVS = "/MultiChannelServer/DynamicMpxORVs"
 STATUS = "/MultiChannelServer/Status"
+SUPPRESSION = f"{STATUS}/Suppression"
 CONFIGURATION = """[GTS]
 ModuleCount=1
 Module0\\Index=0
@@ -31,114 +31,23 @@ Module0\\Assignments\\AssignmentCount=12
 Module0\\Assignments\\DI_3=121500000
 Module0\\Labels\\DI_3=Tower main
 """
+PAGES = 10
+# What an operator who does not see must find there, whatever else there is.
+SPOKEN = {
+    "Overview": [("text", "Frequency"), ("push button", "Tune"), ("push button", "Recent"), ("push button", "Favourites"),
+                 ("frame", "Frequencies in use"), ("list", "Last events")],
+    "Configuration": [("text", "DF Station Name"), ("check box", "Connect on startup")],
+    "Transmitters": [("table", "Modules"), ("table", "Inputs")],
+    "Events": [("table", "Events"), ("text", "Search")],
+    "MpxORVs": [("table", "MpxORVs"), ("text", "Filter of the list of MpxORVs"), ("check box", "May be job master")],
+    "My MpxORV": [("text", "Frequency"), ("push button", "Take or give up mastership"), ("push button", "Calibrate")],
+}
 
 
-class Failed(Exception):
-    """A step did not come to what it should."""
-
-
-def wait_for(what, is_there, tell=str):
-    """Until is_there() has something, which is returned. tell() adds to what is said if it never has."""
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = is_there()
-        if found:
-            return found
-        select.select([], [], [], 0.05)
-    raise Failed(f"{what} did not come within {PATIENCE} s{tell()}")
-
-
-class Program:
-    """A program that runs until it is stopped, or killed when the session ends."""
-
-    def __init__(self, words, environment, log):
-        self.log = open(log, "w+")
-        self.process = subprocess.Popen([str(word) for word in words], env=environment, stdin=subprocess.PIPE, text=True,
-                                        stdout=self.log, stderr=subprocess.STDOUT)
-
-    def said(self, pattern):
-        text = pathlib.Path(self.log.name).read_text(errors="replace")
-        return re.search(pattern, text, re.MULTILINE)
-
-    def tell(self, line):
-        self.process.stdin.write(line + "\n")
-        self.process.stdin.flush()
-
-    def is_running(self):
-        return self.process.poll() is None
-
-    def kill(self):
-        self.process.kill()
-        self.process.wait()
-
-    def end(self):
-        if self.is_running():
-            self.process.terminate()
-            try:
-                self.process.wait(PATIENCE)
-            except subprocess.TimeoutExpired:
-                self.kill()
-        self.process.stdin.close()
-        self.log.close()
-
-
-class Session:
+class Session(Desktop):
     def __init__(self, programs, folder, pictures):
-        self.programs, self.folder, self.pictures = programs, folder, pictures
-        self.running = contextlib.ExitStack()
-        self.steps = 0
-        self.environment = {**os.environ, "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb", "XDG_CONFIG_HOME": str(folder),
-                            "XDG_RUNTIME_DIR": str(folder), "HOME": str(folder)}
-
-    def start(self, name, words):
-        program = Program(words, self.environment, self.folder / f"{name}.log")
-        self.running.callback(program.end)
-        return program
-
-    # The display.
-
-    def start_display(self):
-        reading, writing = os.pipe()
-        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1600x1000x24", "-nolisten", "tcp"],
-                                pass_fds=[writing], stderr=subprocess.DEVNULL)
-        self.running.callback(lambda: (xvfb.terminate(), xvfb.wait()))
-        os.close(writing)
-        with os.fdopen(reading) as told:
-            self.environment["DISPLAY"] = ":" + told.readline().strip()
-        self.start("openbox", ["openbox", "--sm-disable"])
-        wait_for("the window manager", lambda: "window id" in self.tool("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-
-    def tool(self, *words):
-        done = subprocess.run([str(word) for word in words], env=self.environment, capture_output=True, text=True)
-        return done.stdout
-
-    def picture(self, name):
-        self.steps += 1
-        if self.pictures:
-            self.tool("import", "-window", "root", self.pictures / f"{self.steps:02}-{name}.png")
-
-    def windows(self, title):
-        return self.tool("xdotool", "search", "--onlyvisible", "--name", title).split()
-
-    def window(self, title):
-        return wait_for(f"a window called {title}", lambda: self.windows(title))[0]
-
-    def use(self, window):
-        """The operator turns to that window."""
-        self.tool("xdotool", "windowactivate", "--sync", window)
-        wait_for("the focus", lambda: self.tool("xdotool", "getactivewindow").strip() == window)
-
-    def press(self, window, *keys):
-        self.use(window)
-        for key in keys:
-            self.tool("xdotool", "key", "--clearmodifiers", key)
-
-    def type(self, window, text):
-        self.use(window)
-        self.tool("xdotool", "type", "--delay", "20", text)
-
-    def title(self, window):
-        return self.tool("xdotool", "getwindowname", window).strip()
+        super().__init__(folder, pictures)
+        self.programs = programs
 
     # The server, as it is.
 
@@ -162,6 +71,12 @@ class Session:
     def expect_tuned(self, name, hertz):
         self.expect(f"{MPXORVS}/{name}/Status/TunedFrequency", lambda content: content == hertz, f"{hertz} Hz")
 
+    def expect_master(self, name):
+        self.expect(f"{STATUS}/Master/Name", lambda content: content == name, f"the master {name!r}")
+
+    def expect_answer(self, name, pattern):
+        self.expect(f"{MPXORVS}/{name}/Request/Answer", re.compile(pattern).search, f"an answer like {pattern}")
+
     def watch(self):
         watcher = self.start("watcher", [self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "watch", "--json",
                                          "/MultiChannelServer"])
@@ -169,8 +84,8 @@ class Session:
         self.contents, self.rest = {}, ""
 
     def start_server(self, port):
-        self.server = self.start("server", [self.programs / "mcserver", "--listen", f"127.0.0.1:{port}",
-                                            "--config", self.folder / "server.ini"])
+        self.server = self.start_window("server", [self.programs / "mcserver", "--listen", f"127.0.0.1:{port}",
+                                            "--config", self.folder / "server.ini"], "^Multi-channel server")
         found = wait_for("the server", lambda: self.server.said(r"^listening on .*:(\d+)$"))
         self.port = int(found.group(1))
 
@@ -183,14 +98,14 @@ class Session:
     def start_console(self, name):
         words = [self.programs / "mcconsole", "--connect", f"127.0.0.1:{self.port}", "--name", name, "--locale", "en",
                  "--config", self.folder / f"{name}.ini"]
-        program = self.start(name, words)
+        program = self.start_window(name, words, f"^{name}")
         window = self.window(f"^{name}")
         self.expect_tuned(name, 0)
         return program, window
 
     def expect_ready(self):
         self.expect(f"{STATUS}/BootState", lambda state: state == "Ready", "a device that is ready")
-        self.expect(f"{STATUS}/Suppression/AnsweringModules", lambda modules: modules == 1, "a module that answers")
+        self.expect(f"{SUPPRESSION}/AnsweringModules", lambda modules: modules == 1, "a module that answers")
 
     def tune(self, window, text):
         self.press(window, "ctrl+l")
@@ -199,64 +114,152 @@ class Session:
 
     # What is done.
 
-    def run(self):
+    def begin(self):
         self.start_display()
+        self.start_speech()
         (self.folder / "server.ini").write_text(CONFIGURATION)
         self.start_module()
         self.start_server(0)
         self.watch()
         self.expect_ready()
-        tower, tower_window = self.start_console("tower")
-        mast, mast_window = self.start_console("mast")
+        self.tower, self.tower_window = self.start_console("tower")
+        self.mast, self.mast_window = self.start_console("mast")
         self.picture("begin")
 
-        self.tune(tower_window, "127.5")
+    def read_pages(self):
+        """Every page is told to assistive technology: whatever can be used has a name and a role."""
+        self.use(self.tower_window)
+        count, wrong = 0, []
+        for number in range(1, PAGES + 1):
+            self.press_here(f"alt+{number % PAGES}")
+            tab = wait_for(f"page {number}", lambda: self.selected_tab(number - 1))
+            missing, told = accessible.nameless(self.spoken.windows("^tower")[0])
+            wrong += [f"on page {tab} there is no name or no role for {thing}" for thing in missing]
+            absent = [thing for thing in SPOKEN.get(tab, []) if thing not in told]
+            if absent:
+                wrong.append(f"on page {tab} nobody is told of {absent}, only of {told}")
+            count += len(told)
+        if wrong:
+            raise Failed("\n".join(wrong))
+        print(f"{PAGES} pages tell of {count} things by name and role")
+        self.press_here("alt+1")
+
+    def selected_tab(self, index):
+        """The title of the page, once it is in front."""
+        for tabs in self.spoken.windows("^tower")[0].walk():
+            if tabs.role() == "page tab list" and len(tabs.children()) >= PAGES:
+                name = tabs.children()[index].name()
+                return name if name == tabs.name() else None  # the list is called as the page in front
+        return None
+
+    def work(self):
+        self.tune(self.tower_window, "127.5")
         self.expect_tuned("tower", 127500000)
-        wait_for("the frequency in the title", lambda: "127.5 MHz" in self.title(tower_window))
+        wait_for("the frequency in the title", lambda: "127.5 MHz" in self.title(self.tower_window))
         self.picture("tuned")
 
         # What is not sent is not tuned, wherever the operator turns.
-        self.press(tower_window, "ctrl+l")
-        self.type(tower_window, "130")
-        self.tune(mast_window, "128 MHz")
+        self.press(self.tower_window, "ctrl+l")
+        self.type(self.tower_window, "130")
+        self.tune(self.mast_window, "128 MHz")
         self.expect_tuned("mast", 128000000)
         if self.get(f"{MPXORVS}/tower/Status/TunedFrequency") != 127500000:
             raise Failed("leaving the frequency field has tuned")
         self.picture("not-sent")
 
-        # A transmitter is keyed: nobody gets its frequency, until it is silent.
+    def keep_favourites(self):
+        """Named, chosen, kept by a console that is killed."""
+        self.press(self.mast_window, "ctrl+d")
+        self.window("^Favourite frequencies")
+        self.type_here("Approach")
+        self.press_here("Return", "Return")  # the name, then "Save"
+        wait_for("the end of the dialog", lambda: not self.windows("^Favourite frequencies"))
+        self.tune(self.mast_window, "129")
+        self.expect_tuned("mast", 129000000)
+        self.open_menu(self.mast, self.mast_window, "ctrl+b")
+        self.picture("favourites")
+        self.press_here("1")
+        if self.get(f"{MPXORVS}/mast/Status/TunedFrequency") != 129000000:
+            raise Failed("choosing a favourite has tuned")
+        self.press_here("Return")
+        self.expect_tuned("mast", 128000000)
+        self.mast.kill()
+        self.mast, self.mast_window = self.start_console("mast")
+        self.open_menu(self.mast, self.mast_window, "ctrl+h")
+        self.press_here("2", "Return")
+        self.expect_tuned("mast", 129000000)
+
+    def see_transmitters(self):
+        """A transmitter is keyed: nobody gets its frequency, until it is silent."""
         self.module.tell("key 3")
-        self.expect(f"{STATUS}/Suppression/KeyedFrequencies", lambda keyed: keyed == [121500000], "the keyed frequency")
-        self.tune(mast_window, "121500 kHz")
-        self.expect(f"{MPXORVS}/mast/Request/Answer", re.compile("refused: 121.5 MHz is blanked by .*Tower main").match,
-                    "a refusal with the reason")
+        self.expect(f"{SUPPRESSION}/KeyedFrequencies", lambda keyed: keyed == [121500000], "the keyed frequency")
+        self.tune(self.mast_window, "121500 kHz")
+        self.expect_answer("mast", "refused: 121.5 MHz is blanked by .*Tower main")
         self.picture("blanked")
         self.module.tell("release 3")
-        self.expect(f"{STATUS}/Suppression/KeyedFrequencies", lambda keyed: keyed == [], "no keyed frequency")
-        self.tune(mast_window, "121500 kHz")
+        self.expect(f"{SUPPRESSION}/KeyedFrequencies", lambda keyed: keyed == [], "no keyed frequency")
+        self.tune(self.mast_window, "121500 kHz")
         self.expect_tuned("mast", 121500000)
 
-        # The module is lost: all consoles say which frequency nobody watches.
+    def be_master(self):
+        self.press(self.tower_window, "alt+0", "alt+m")
+        self.expect_master("tower")
+
+    def take_mastership(self):
+        """Who takes the mastership of another is asked before, and that one is told by whom."""
+        self.be_master()
+        self.press(self.mast_window, "alt+8")
+        self.find("^mast", "panel", "^tower$")  # who is master stands first
+        self.push(self.mast_window, self.find("^mast", "check box", "May be job master"))
+        self.find("^Take a right away", "label", "^tower is job master .* and loses that")
+        self.picture("question")
+        self.press_here("Escape")
+        wait_for("the end of the question", lambda: not self.windows("^Take a right away"))
+        self.expect_master("tower")
+        self.push(self.mast_window, self.find("^mast", "check box", "May be job master"))
+        self.push(self.window("^Take a right away"), self.find("^Take a right away", "push button", "^Take away"))
+        self.expect_master("")
+        self.expect_answer("tower", "^ended: needs MayBeJobMaster, taken away by mcconsole")
+        self.press(self.tower_window, "alt+1")
+        self.find("^tower", "label", "taken away by mcconsole")
+        self.picture("taken-away")
+        self.tool(self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "set",
+                  f"{MPXORVS}/tower/Policy/MayBeJobMaster", "true")
+        self.expect(f"{MPXORVS}/tower/Policy/MayBeJobMaster", lambda may: may is True, "the right, given back")
+        self.be_master()
+
+    def lose_module(self):
+        """All consoles say which frequency nobody watches."""
         self.module.kill()
-        self.expect(f"{STATUS}/Suppression/UnsupervisedFrequencies", lambda lost: lost == [121500000], "the alarm")
+        self.expect(f"{SUPPRESSION}/UnsupervisedFrequencies", lambda lost: lost == [121500000], "the alarm")
+        for title in ("^tower", "^mast"):
+            self.find(title, "label", "NOT SUPERVISED: 121.5 MHz")
         self.picture("lost-module")
 
-        # The server is killed. What was shown stays, and is told to be old.
+    def lose_server(self):
+        """What was shown stays, and is told to be old; what was held is offered."""
         self.server.kill()
-        wait_for("the loss in the title", lambda: "lost" in self.title(tower_window))
+        wait_for("the loss in the title", lambda: "lost" in self.title(self.tower_window))
         self.picture("lost-server")
         self.start_module()
         self.start_server(self.port)
         self.expect_ready()
         self.expect_tuned("tower", 0)
-        wait_for("the console, back", lambda: "lost" not in self.title(tower_window))
+        wait_for("the console, back", lambda: "lost" not in self.title(self.tower_window))
+        self.press(self.tower_window, "alt+1")
+        self.find("^tower", "label", "^Was job master and at 127.5 MHz")
         self.picture("back")
-        self.press(tower_window, "alt+1", "alt+o")  # the overview, "Restore"
+        self.press(self.tower_window, "alt+o")  # "Restore"
         self.expect_tuned("tower", 127500000)
+        self.expect_master("tower")
+        self.find("^tower", "label", "^Tuned$")
         self.picture("restored")
 
-        for program, window in ((mast, mast_window), (tower, tower_window)):
+    def end(self):
+        for program, window in ((self.mast, self.mast_window), (self.tower, self.tower_window)):
             self.press(window, "alt+F4")
+            if program is self.tower:  # others lose something
+                self.push(self.window("^Quit"), self.find("^Quit", "push button", "^Quit"))
             wait_for("the end of a console", lambda: not program.is_running())
             if program.process.returncode != 0:
                 raise Failed(f"a console ended with {program.process.returncode}")
@@ -264,6 +267,14 @@ class Session:
         wait_for("the end of the server", lambda: not self.server.is_running())
         if self.server.process.returncode != 0:
             raise Failed(f"the server ended with {self.server.process.returncode}")
+
+    def run(self):
+        for step in (self.begin, self.work, self.read_pages, self.keep_favourites, self.see_transmitters, self.take_mastership,
+                     self.lose_module, self.lose_server, self.end):
+            self.step = step.__name__
+            begin = time.monotonic()
+            step()
+            print(f"{self.step}: {time.monotonic() - begin:.1f} s", flush=True)
 
 
 def main():
@@ -284,8 +295,8 @@ def main():
                 session.picture("failed")
                 for log in sorted(set(pathlib.Path(folder).glob("*.log")) - {pathlib.Path(folder) / "watcher.log"}):
                     print(f"--- {log.name}\n{log.read_text(errors='replace')[-1500:]}")
-                sys.exit(f"session.py: after {session.steps - 1} steps: {failed}")
-    print(f"two consoles, a server and a module: {session.steps} steps in {time.monotonic() - begin:.0f} s, all as expected")
+                sys.exit(f"session.py: in {session.step}, after {session.steps - 1} pictures: {failed}")
+    print(f"two consoles, a server and a module: {session.steps} pictures in {time.monotonic() - begin:.0f} s, all as expected")
 
 
 main()
