@@ -35,6 +35,12 @@ class Thing:
         relations = self.thing.GetRelationSet(dbus_interface=ACCESSIBLE)
         return [Thing(self.bus, target).name() for kind, targets in relations if kind == LABELLED_BY for target in targets]
 
+    def press(self):
+        """Does what a click on it does."""
+        actions = self.thing.GetActions(dbus_interface="org.a11y.atspi.Action")
+        index = next(i for i, action in enumerate(actions) if str(action[0]) == "Press")
+        self.thing.DoAction(dbus.Int32(index), dbus_interface="org.a11y.atspi.Action")
+
     def take_focus(self):
         self.thing.GrabFocus(dbus_interface="org.a11y.atspi.Component")
 

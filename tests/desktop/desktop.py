@@ -171,3 +171,9 @@ class Desktop:
         thing.take_focus()
         wait_for("the focus of a control", thing.has_focus)
         self.press_here("space")
+
+    def go_to(self, window, thing, *keys):
+        """To a control in that window, and on from there by these keys."""
+        self.use(window)
+        thing.take_focus()
+        self.press_here(*keys)

@@ -228,6 +228,27 @@ class Session(Desktop):
         self.expect(f"{MPXORVS}/tower/Policy/MayBeJobMaster", lambda may: may is True, "the right, given back")
         self.be_master()
 
+    def edit_suppression(self):
+        """In the server's window: an input is named anew, a module deleted and brought back."""
+        window = self.window("^Multi-channel server")
+        self.use(window)
+        self.find("^Multi-channel server", "page tab", "^Ground transmitters").press()
+        # The table of inputs comes behind that button; the name is the fourth one in the fourth row.
+        self.go_to(window, self.find("^Multi-channel server", "push button", "^Add module"), "Tab", "ctrl+Home",
+                   *["Down"] * 3, *["Right"] * 3, "F2", "ctrl+a")
+        self.type_here("Tower roof")
+        self.press_here("Return")
+        self.expect(f"{SUPPRESSION}/Modules/0/Inputs/3/Name", lambda name: name == "Tower roof", "the input's new name")
+        self.go_to(window, self.find("^Multi-channel server", "push button", "^Assign Inputs"), "shift+Tab", "Home")
+        self.open_menu(self.server, window, "Menu")
+        self.press_here("Down", "Down", "Down", "Return")
+        self.expect(f"{SUPPRESSION}/ModuleCount", lambda count: count == 0, "no module")
+        self.picture("deleted")
+        self.push(window, self.find("^Multi-channel server", "push button", "^Undo"))
+        self.expect(f"{SUPPRESSION}/ModuleCount", lambda count: count == 1, "the module, brought back")
+        self.expect_ready()
+        self.picture("undone")
+
     def lose_module(self):
         """All consoles say which frequency nobody watches."""
         self.module.kill()
@@ -237,13 +258,15 @@ class Session(Desktop):
         self.picture("lost-module")
 
     def lose_server(self):
-        """What was shown stays, and is told to be old; what was held is offered."""
+        """What was shown stays, and is told to be old; what was entered is in use again; what was held is offered."""
         self.server.kill()
         wait_for("the loss in the title", lambda: "lost" in self.title(self.tower_window))
         self.picture("lost-server")
         self.start_module()
         self.start_server(self.port)
         self.expect_ready()
+        self.expect(f"{SUPPRESSION}/Modules/0/Inputs/3/Name", lambda name: name == "Tower roof", "what was entered")
+        self.find("^Multi-channel server", "label", "did not end in an orderly way.*is in use again")
         self.expect_tuned("tower", 0)
         wait_for("the console, back", lambda: "lost" not in self.title(self.tower_window))
         self.press(self.tower_window, "alt+1")
@@ -270,7 +293,7 @@ class Session(Desktop):
 
     def run(self):
         for step in (self.begin, self.work, self.read_pages, self.keep_favourites, self.see_transmitters, self.take_mastership,
-                     self.lose_module, self.lose_server, self.end):
+                     self.edit_suppression, self.lose_module, self.lose_server, self.end):
             self.step = step.__name__
             begin = time.monotonic()
             step()
