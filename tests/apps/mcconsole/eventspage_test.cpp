@@ -200,7 +200,9 @@ TEST_F(EventsPageTest, CellsLookAsTheStyleDrawsThem) {
             EXPECT_NEAR(drawn.left(), expected.left(), Off);
             EXPECT_NEAR(drawn.top(), expected.top(), Off);
             EXPECT_NEAR(drawn.bottom(), expected.bottom(), Off);
-            if (width == 400) EXPECT_NEAR(drawn.right(), expected.right(), Off);
+            if (width == 400) {
+                EXPECT_NEAR(drawn.right(), expected.right(), Off);
+            }
             EXPECT_LE(drawn.right(), width - 1);
         }
 }

@@ -119,8 +119,9 @@ class LayoutTest : public testing::TestWithParam<const char*> {
             EXPECT_EQ(window->size(), SmallScreen) << "something does not let it be smaller";
             EXPECT_THAT(cuttexts::Find(*window), IsEmpty());
             EXPECT_THAT(cuttexts::ScrollBars(*window, Qt::Horizontal), IsEmpty());
-            if (window->GetTabs()->currentIndex() == 0)
+            if (window->GetTabs()->currentIndex() == 0) {
                 EXPECT_THAT(cuttexts::ScrollBars(*window, Qt::Vertical), IsEmpty());
+            }
         });
     }
 
