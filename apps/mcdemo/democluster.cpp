@@ -83,7 +83,11 @@ bool DemoCluster::StartNode(std::size_t node, QString* error) {
     const auto isThere = [&] { return !m_nodes[node]->IsRunning() || Listens(m_ports[node]); };
     if (isStarted && eventwait::Until(isThere, Patience, LookInterval) && m_nodes[node]->IsRunning())
         return true;
-    *error = QStringLiteral("nats-server does not start (Debian: nats-server)");
+    QFile log(QDir(m_folder).filePath(NameOf(node) + QStringLiteral(".log")));
+    const bool hasSaid = log.open(QIODevice::ReadOnly) && log.size() > 0;
+    const QString said = hasSaid ? QString::fromUtf8(log.readAll().trimmed().split('\n').last())
+                                 : QStringLiteral("it is Debian's package nats-server");
+    *error = QStringLiteral("nats-server does not start: ") + said;
     return false;
 }
 

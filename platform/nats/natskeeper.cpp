@@ -12,10 +12,15 @@ namespace nats {
 namespace {
 
 constexpr std::chrono::milliseconds KeeperTimeout(3000);
+// In the order in which they are tried: a cluster of three stands the loss of one.
+constexpr int ReplicasOfACluster = 3;
+constexpr int ReplicasOfOne = 1;
+constexpr int NoCluster = 10074;      // error codes of the API: replicas where there is one server
+constexpr int TooFewServers = 10005;  // of the cluster are there
 constexpr int StreamIsThere = 10058;  // with another configuration: the error code of the API
 
 QJsonObject ConfigurationOf(const QByteArray& stream, const QByteArray& subjects,
-                            const NatsKeeper::Limits& limits) {
+                            const NatsKeeper::Limits& limits, int replicas) {
     const auto age = std::chrono::duration_cast<std::chrono::nanoseconds>(limits.age);
     return {{QStringLiteral("name"), QString::fromLatin1(stream)},
             {QStringLiteral("subjects"), QJsonArray{QString::fromLatin1(subjects)}},
@@ -27,7 +32,7 @@ QJsonObject ConfigurationOf(const QByteArray& stream, const QByteArray& subjects
             {QStringLiteral("max_msgs"), -1},
             {QStringLiteral("max_consumers"), -1},
             {QStringLiteral("max_msgs_per_subject"), 1},
-            {QStringLiteral("num_replicas"), 1},
+            {QStringLiteral("num_replicas"), replicas},
             {QStringLiteral("allow_direct"), true}};
 }
 
@@ -46,18 +51,31 @@ QString NatsKeeper::ProblemOf(const NatsAnswer& answer) {
     return ErrorOf(answer).value(QLatin1String("description")).toString().simplified();
 }
 
-void NatsKeeper::Keep(const QByteArray& subjects, const Limits& limits, Done done) {
+void NatsKeeper::Keep(const QByteArray& subjects, const Limits& limits, const Done& done) {
+    const auto keepByOne = [bus = m_bus, stream = m_stream, subjects, limits,
+                            done](const NatsAnswer& answer) {
+        const int code = ErrorOf(answer).value(QLatin1String("err_code")).toInt();
+        if (code != NoCluster && code != TooFewServers) return done(ProblemOf(answer));
+        NatsKeeper(bus, stream).KeepBy(ReplicasOfOne, subjects, limits, [done](const NatsAnswer& last) {
+            done(ProblemOf(last));
+        });
+    };
+    KeepBy(ReplicasOfACluster, subjects, limits, keepByOne);
+}
+
+void NatsKeeper::KeepBy(int replicas, const QByteArray& subjects, const Limits& limits,
+                        const INatsBus::AnswerHandler& done) {
     const QByteArray configuration =
-        QJsonDocument(ConfigurationOf(m_stream, subjects, limits)).toJson(QJsonDocument::Compact);
+        QJsonDocument(ConfigurationOf(m_stream, subjects, limits, replicas)).toJson(QJsonDocument::Compact);
     const auto ask = [bus = m_bus.get(), stream = m_stream, configuration](const char* what,
                                                                            INatsBus::AnswerHandler handler) {
         bus->Request(QByteArray("$JS.API.STREAM.") + what + '.' + stream, configuration, KeeperTimeout,
                      std::move(handler));
     };
-    ask("CREATE", [ask, done = std::move(done)](const NatsAnswer& answer) {
+    ask("CREATE", [ask, done](const NatsAnswer& answer) {
         const bool isThere = ErrorOf(answer).value(QLatin1String("err_code")).toInt() == StreamIsThere;
-        if (!isThere) return done(ProblemOf(answer));
-        ask("UPDATE", [done](const NatsAnswer& updated) { done(ProblemOf(updated)); });
+        if (!isThere) return done(answer);
+        ask("UPDATE", done);
     });
 }
 

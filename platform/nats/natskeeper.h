@@ -32,15 +32,18 @@ class MCS_NATS_EXPORT NatsKeeper {
     /// \a stream is its name: letters, digits, "-" and "_".
     NatsKeeper(std::shared_ptr<INatsBus> bus, QByteArray stream);
 
-    /// Has everything kept that is published under \a subjects, which may hold "*" and ">", from now on; a
-    /// stream that is there gets these limits. \a done is told why that failed, in one line, or nothing.
-    void Keep(const QByteArray& subjects, const Limits& limits, Done done);
+    /// Has everything kept that is published under \a subjects, which may hold "*" and ">", from now on, by
+    /// three servers of a cluster that has so many, else by one; a stream that is there gets these limits. \a
+    /// done is told why that failed, in one line, or nothing.
+    void Keep(const QByteArray& subjects, const Limits& limits, const Done& done);
     /// Looks for what was published last under \a subject. \a found is called from the event loop, with
     /// nothing if it is not kept any more, or nobody answers in time.
     void Get(const QByteArray& subject, Found found);
 
   private:
     static QString ProblemOf(const NatsAnswer& answer);
+    void KeepBy(int replicas, const QByteArray& subjects, const Limits& limits,
+                const INatsBus::AnswerHandler& done);
 
     const std::shared_ptr<INatsBus> m_bus;
     const QByteArray m_stream;

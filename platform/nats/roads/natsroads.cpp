@@ -3,6 +3,8 @@
 
 #include <platform/app/trace.h>
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -10,6 +12,10 @@ namespace nats {
 
 namespace {
 
+// Who keeps may be there later than who carries: nodes that have just met agree on it within seconds.
+constexpr std::chrono::seconds KeepAgainAfter(2);
+constexpr std::chrono::seconds LongestKeepAgain(30);
+constexpr int FailuresToTell = 2;
 constexpr qint64 MaxUnsentRoad = 16 << 20;  // what NATS does not take for so long is lost to all
 
 }  // namespace
@@ -22,6 +28,8 @@ NatsRoads::NatsRoads(std::shared_ptr<INatsBus> bus, const QString& station, ERol
       m_keeper(m_bus, "mcs-roads-" + station.toLatin1()) {
     m_done.setSingleShot(true);
     QObject::connect(&m_done, &QTimer::timeout, &m_done, [this] { TellInputDone(); });
+    m_keepAgain.setSingleShot(true);
+    QObject::connect(&m_keepAgain, &QTimer::timeout, &m_keepAgain, [this] { HaveKept(); });
     m_bus->AddListener(this);
     OnNatsState(m_bus->State(), QString());
 }
@@ -33,17 +41,33 @@ NatsRoads::~NatsRoads() {
 }
 
 void NatsRoads::OnNatsState(INatsBus::EState state, const QString& /*reason*/) {
+    m_keepAgain.stop();
     if (state == INatsBus::EState::Open && m_role == ERole::Server) HaveKept();
 }
 
 void NatsRoads::HaveKept() {
-    m_keeper.Keep(m_root + '>', NatsKeeper::Limits(), [station = m_station](const QString& why) {
-        if (why.isEmpty()) return;
-        MCS_TRACE(QStringLiteral(
-                      "NATS does not keep what is published for the station '%1' (%2): who misses some of it "
-                      "takes a new snapshot, and messages and events in between are lost")
-                      .arg(station, why));
-    });
+    m_keeper.Keep(m_root + '>', NatsKeeper::Limits(),
+                  [this, life = std::weak_ptr(m_life)](const QString& why) {
+                      if (!life.expired()) OnKept(why);
+                  });
+}
+
+void NatsRoads::OnKept(const QString& why) {
+    if (why.isEmpty()) {
+        if (m_keepFailures >= FailuresToTell)
+            MCS_TRACE(QStringLiteral("NATS keeps what is published for the station '%1'").arg(m_station));
+        m_keepFailures = 0;
+        return;
+    }
+    // A connection that is lost asks again by itself when it is back.
+    if (m_bus->State() != INatsBus::EState::Open) return;
+    ++m_keepFailures;
+    m_keepAgain.start(std::min<std::chrono::milliseconds>(KeepAgainAfter * m_keepFailures, LongestKeepAgain));
+    if (m_keepFailures != FailuresToTell) return;
+    MCS_TRACE(QStringLiteral(
+                  "NATS does not keep what is published for the station '%1' (%2): who misses some of it "
+                  "takes a new snapshot, and messages and events in between are lost")
+                  .arg(m_station, why));
 }
 
 bool NatsRoads::Publish(const QString& road, std::string_view message) {

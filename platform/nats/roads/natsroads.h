@@ -45,6 +45,7 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
 
     void OnNatsState(INatsBus::EState state, const QString& reason) override;
     void HaveKept();
+    void OnKept(const QString& why);
     void OnMessage(IRoads::IListener* listener, const NatsMessage& message);
     void TellInputDone();
     QByteArray SubjectOf(const QString& road) const { return m_root + road.toLatin1() + '.'; }
@@ -58,6 +59,9 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
     QByteArray m_subject;  ///< of that
     std::map<IRoads::IListener*, Listening> m_listening;
     QTimer m_done;
+    QTimer m_keepAgain;
+    int m_keepFailures = 0;                                       ///< in a row
+    const std::shared_ptr<int> m_life = std::make_shared<int>();  ///< what is answered later looks for it
 };
 
 }  // namespace nats

@@ -126,6 +126,28 @@ TEST_F(KeptRoads, AreFoundAmongManyOthers) {
         EXPECT_EQ(Fetch(first, first + 4), From(first, std::min<quint64>(first + 4, 60))) << first;
 }
 
+// As when the nodes of a cluster have only just met.
+TEST_F(KeptRoads, AreKeptOnceThereIsWhoKeepsThem) {
+    const TraceRecorder traces;
+    Start("");
+    const auto isTold = [&traces](const char* words) {
+        return WaitUntil(
+            [&] {
+                const std::vector<QString> told = traces.Messages();
+                return std::any_of(told.begin(), told.end(), [words](const QString& line) {
+                    return line.startsWith(QLatin1String(words));
+                });
+            },
+            20000);
+    };
+    ASSERT_TRUE(
+        isTold("NATS does not keep what is published for the station 'tower' (this NATS has no JetStream)"));
+    m_nats.Reload(KeepsRoads);
+    ASSERT_TRUE(isTold("NATS keeps what is published for the station 'tower'"));
+    Publish("a", 7);
+    EXPECT_THAT(Fetch(7, 7), ElementsAre(7U));
+}
+
 TEST_F(KeptRoads, AreNotThereWithoutJetStream) {
     Start("");
     EXPECT_THAT(Fetch(1, 10), IsEmpty());

@@ -31,6 +31,13 @@ bool NatsServer::Start(const QByteArray& configuration) {
     return m_port != 0 && !m_program.WaitForLine(isReady, Patience).isNull();
 }
 
+void NatsServer::Reload(const QByteArray& configuration) const {
+    QFile conf(m_folder.filePath(QStringLiteral("nats.conf")));
+    if (conf.open(QIODevice::WriteOnly)) conf.write(configuration);
+    conf.close();
+    ::kill(static_cast<pid_t>(m_program.GetProcessId()), SIGHUP);
+}
+
 void NatsServer::Freeze(bool isFrozen) const {
     ::kill(static_cast<pid_t>(m_program.GetProcessId()), isFrozen ? SIGSTOP : SIGCONT);
 }

@@ -16,6 +16,8 @@ class NatsServer {
     bool Start(const QByteArray& configuration = QByteArray());
     /// As kill -9 does.
     void Kill() { m_program.Kill(); }
+    /// Has it read \a configuration in place of its own, without an end of any connection.
+    void Reload(const QByteArray& configuration) const;
     /// Keeps it from running, and lets it go on.
     void Freeze(bool isFrozen) const;
 
