@@ -93,13 +93,16 @@ void StationClaim::Yield(const Presence& other) {
     SetState(EState::Taken, QStringLiteral("it is taken by %1").arg(other.ToText()));
 }
 
+// Who only asks for it says no more than that: it may yet yield to a third, to whom it would have denied the
+// station, and then nobody had it.
 void StationClaim::OnClaim(const NatsMessage& message) {
     const std::optional<Presence> other = Presence::Read(message.data);
     if (!other || other->instance == m_self.instance) return;
     const bool isMine =
         m_state == EState::Offering || (m_state == EState::Claiming && m_self.instance < other->instance);
     if (other->what == Presence::EWhat::Claims && isMine)
-        return Say(m_subjects.Claim(), Presence::EWhat::Holds);
+        return Say(m_subjects.Claim(),
+                   m_state == EState::Offering ? Presence::EWhat::Holds : Presence::EWhat::Claims);
     if (m_state == EState::Claiming) Yield(*other);
 }
 
