@@ -177,6 +177,32 @@ QString FilledProblem(const ProblemSentence& sentence, const QRegularExpressionM
     return CodedText::Filled(QCoreApplication::translate(sentence.context, sentence.english), arguments);
 }
 
+/// Where what comes behind the last ": " begins; 0: there is none.
+int BehindColon(const QString& english) {
+    const QLatin1String colon(": ");
+    const int at = english.lastIndexOf(colon);
+    return at < 0 ? 0 : at + colon.size();
+}
+
+/// What Windows means by the number of an error of sockets, which it tells in words of its own, and in its
+/// own language; null if that is not known.
+const char* SentenceOfWindows(const QString& number) {
+    struct Row {
+        int number;
+        const char* sentence;
+    };
+    constexpr Row rows[] = {
+        {10013, "Permission denied"},        {10049, "Cannot assign requested address"},
+        {10051, "Network is unreachable"},   {10053, "Connection reset by peer"},
+        {10054, "Connection reset by peer"}, {10060, "Connection timed out"},
+        {10061, "Connection refused"},       {10064, "Host is down"},
+        {10065, "No route to host"},
+    };
+    for (const Row& row : rows)
+        if (row.number == number.toInt()) return row.sentence;
+    return nullptr;
+}
+
 QString TranslatedProblem(const QString& english, int depth) {
     if (english.size() > LongestProblem || depth > MostProblemDepth) return english;
     const KnownProblems& known = AllProblems();
@@ -187,14 +213,17 @@ QString TranslatedProblem(const QString& english, int depth) {
         if (match.hasMatch()) return FilledProblem(sentence, match, depth);
     }
     // Some tell the number of the error as well.
-    static const auto& numbered = *new const QRegularExpression(QStringLiteral("^(.+)( \\(\\d+\\))$"));
-    if (const auto match = numbered.match(english); match.hasMatch())
-        return TranslatedProblem(match.captured(1), depth + 1) + match.captured(2);
+    static const auto& numbered = *new const QRegularExpression(QStringLiteral("^(.+)( \\((\\d+)\\))$"));
+    if (const auto match = numbered.match(english); match.hasMatch()) {
+        // Its own words may be of any language; who it is of may stand before them.
+        const char* const ofWindows = SentenceOfWindows(match.captured(3));
+        QString sentence = match.captured(1);
+        if (ofWindows != nullptr) sentence = sentence.left(BehindColon(sentence)) + QLatin1String(ofWindows);
+        return TranslatedProblem(sentence, depth + 1) + match.captured(2);
+    }
     // A file, or who it is of, stands before what the system says.
-    const QLatin1String colon(": ");
-    const int at = english.lastIndexOf(colon);
-    if (at < 0) return english;
-    const int behind = at + colon.size();
+    const int behind = BehindColon(english);
+    if (behind == 0) return english;
     return english.left(behind) + TranslatedProblem(english.mid(behind), depth + 1);
 }
 

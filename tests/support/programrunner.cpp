@@ -9,7 +9,7 @@ namespace {
 #ifdef Q_OS_WIN
 constexpr std::chrono::seconds Deadline(120);
 #else
-constexpr std::chrono::seconds Deadline(20);
+constexpr std::chrono::seconds Deadline(60);
 #endif
 
 }  // namespace

@@ -9,13 +9,14 @@
 #include <utility>
 
 ColumnFit::ColumnFit(QTableView& view, std::vector<int> leastImportant)
-    : QObject(&view), m_view(view), m_leastImportant(std::move(leastImportant)) {
-    view.viewport()->installEventFilter(this);
+    : QObject(&view), m_view(view), m_viewport(view.viewport()), m_leastImportant(std::move(leastImportant)) {
+    m_viewport->installEventFilter(this);
 }
 
+// Events still come while the view is being destroyed, and is none any more.
 bool ColumnFit::eventFilter(QObject* watched, QEvent* event) {
     const bool isSized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
-    if (watched == m_view.viewport() && isSized && !m_isFitting) Fit();
+    if (watched == m_viewport && isSized && !m_isFitting) Fit();
     return QObject::eventFilter(watched, event);
 }
 
@@ -36,7 +37,7 @@ void ColumnFit::Fit() {
     for (const int column : m_leastImportant)
         m_view.setColumnHidden(column, false);
     for (const int column : m_leastImportant) {
-        if (WidthNeeded() <= m_view.viewport()->width()) return;
+        if (WidthNeeded() <= m_viewport->width()) return;
         m_view.setColumnHidden(column, true);
     }
 }

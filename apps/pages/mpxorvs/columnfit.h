@@ -6,6 +6,7 @@
 #include <vector>
 
 class QTableView;
+class QWidget;
 
 /// Hides columns of a table, the least important first, while the others would not have room beside them, so
 /// that nobody has to scroll sideways. They are back once there is room. The last one that is seen is
@@ -26,6 +27,7 @@ class ColumnFit : public QObject {
     int WidthNeeded() const;
 
     QTableView& m_view;
+    QWidget* const m_viewport;
     std::vector<int> m_leastImportant;
     bool m_isFitting = false;
 };

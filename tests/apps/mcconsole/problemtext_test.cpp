@@ -44,6 +44,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         ProblemRow{"OfTheSystem", "Connection refused", "Verbindung abgelehnt"},
         ProblemRow{"WithItsNumber", "Connection refused (111)", "Verbindung abgelehnt (111)"},
+        ProblemRow{"OfWindowsInItsOwnWords", "Es konnte keine Verbindung hergestellt werden. (10061)",
+                   "Verbindung abgelehnt (10061)"},
+        ProblemRow{"OfWindowsBehindAModule", "van: No connection could be made (10060)",
+                   "van: keine Antwort innerhalb der Frist (10060)"},
         ProblemRow{"BehindAFile", "/etc/x: y.ini: Permission denied", "/etc/x: y.ini: keine Berechtigung"},
         ProblemRow{
             "WithAnother", "TLS failed (does the server speak TLS?): Connection reset by peer",

@@ -173,14 +173,13 @@ class Roads : public testing::Test {
         QString error;
         ASSERT_TRUE(m_vtServer.Listen(options, &error)) << error.toStdString();
         m_bus = OpenBus(m_nats);
-        bool isOffering = false;
         m_station = std::make_unique<nats::NatsStation>(
             m_vtServer, m_bus, Station, nats::NatsStation::Description{QStringLiteral("test"), {}, {}},
-            [&isOffering](nats::NatsStation::EState state, const QString&) {
-                isOffering = state == nats::NatsStation::EState::Offering;
+            [this](nats::NatsStation::EState state, const QString&) {
+                m_isOffering = state == nats::NatsStation::EState::Offering;
             });
         m_station->Start();
-        ASSERT_TRUE(WaitUntil([&] { return isOffering; }));
+        ASSERT_TRUE(WaitUntil([this] { return m_isOffering; }));
         m_spy = OpenBus(m_nats);
         m_spy->Subscribe("mcs.tower.road.>", [this](const nats::NatsMessage&) { ++m_published; });
         VtClientOptions quick;
@@ -212,6 +211,7 @@ class Roads : public testing::Test {
                    number->GetValue() == m_number->GetValue() && log->GetValue() == m_log->GetValue();
         });
     }
+    bool m_isOffering = false;  ///< told by the station as long as that lives
     /// Until a change is seen on the road: before, it comes in the session.
     bool IsOnTheRoad() {
         return WaitUntil([this] {
