@@ -9,7 +9,8 @@ if(MSVC)
     /W4 /wd4251 /wd4275 /utf-8 /permissive- /Zc:__cplusplus $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:/WX>)
 else()
   target_compile_options(mcs_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:-Werror>
+    -Wall $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wno-subobject-linkage>
+     -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${MCS_WARNINGS_AS_ERRORS}>:-Werror>
     # Macros of Qt and GoogleTest may be called without what they name "...".
     $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 endif()

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr std::chrono::seconds Patience(15);
-constexpr std::chrono::seconds StopTime(5);
-constexpr std::chrono::milliseconds LookInterval(100);
+constexpr std::chrono::seconds ClusterPatience(15);
+constexpr std::chrono::seconds ClusterStopTime(5);
+constexpr std::chrono::milliseconds ClusterLookInterval(100);
 
 QString NameOf(std::size_t node) {
     return QStringLiteral("node%1").arg(node + 1);
@@ -36,7 +36,7 @@ bool Listens(int port) {
     QTcpSocket socket;
     socket.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(port));
     return eventwait::Until([&socket] { return socket.state() != QAbstractSocket::ConnectingState; },
-                            Patience) &&
+                            ClusterPatience) &&
            socket.state() == QAbstractSocket::ConnectedState;
 }
 
@@ -60,7 +60,7 @@ bool DemoCluster::Start(const QString& script, const QString& folder, QString* e
                          .arg(ports[3 * node + 2]);
     }
     ChildProgram maker;
-    const ProgramOutcome outcome = maker.Run(script, arguments, Patience);
+    const ProgramOutcome outcome = maker.Run(script, arguments, ClusterPatience);
     if (outcome.code != 0) {
         *error = QStringLiteral("%1 fails: %2").arg(script, QString::fromUtf8(outcome.errors).trimmed());
         return false;
@@ -81,7 +81,8 @@ bool DemoCluster::StartNode(std::size_t node, QString* error) {
     const bool isStarted = !program.isEmpty() &&
                            m_nodes[node]->Start(program, {QStringLiteral("-c"), QStringLiteral("nats.conf")});
     const auto isThere = [&] { return !m_nodes[node]->IsRunning() || Listens(m_ports[node]); };
-    if (isStarted && eventwait::Until(isThere, Patience, LookInterval) && m_nodes[node]->IsRunning())
+    if (isStarted && eventwait::Until(isThere, ClusterPatience, ClusterLookInterval) &&
+        m_nodes[node]->IsRunning())
         return true;
     QFile log(QDir(m_folder).filePath(NameOf(node) + QStringLiteral(".log")));
     const bool hasSaid = log.open(QIODevice::ReadOnly) && log.size() > 0;
@@ -97,7 +98,7 @@ void DemoCluster::KillFirstNode() {
 
 void DemoCluster::Stop() {
     for (const auto& node : m_nodes)
-        if (node != nullptr) node->Terminate(StopTime);
+        if (node != nullptr) node->Terminate(ClusterStopTime);
 }
 
 QString DemoCluster::Hosts() const {
