@@ -86,7 +86,7 @@ void NatsConnector::Deliver(Route& route, const NatsMessage& message) {
     if (route.connector != nullptr) route.connector->OnPacket(*packet);
 }
 
-// Whoever offers the station since knows nothing of this session.
+// Whoever offers the station since knows nothing of the session.
 void NatsConnector::LookForRestart(Route& route, const NatsMessage& message) {
     const std::shared_ptr<NatsSession> session = route.session.lock();
     const std::optional<Presence> presence = Presence::Read(message.data);

@@ -70,7 +70,7 @@ void NatsListener::OnStranger(const SessionName& name, const Packet& packet) {
     }
     // The last words of those that have ended.
     if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::Credit) return;
-    Refuse(name, QStringLiteral("the server knows nothing of this session: it was restarted, or ended it"));
+    Refuse(name, QStringLiteral("the server knows of no such session: it was restarted, or ended it"));
 }
 
 void NatsListener::Begin(const SessionName& name, const Greeting& greeting) {

@@ -45,7 +45,7 @@ class NatsSession final : public QObject,
 
     /// Calls \a onGone when no packet is of any use to this any more; then it may be forgotten.
     void SetGoneHandler(std::function<void()> onGone) { m_onGone = std::move(onGone); }
-    /// What came for this session, from whomever. What the other end has not sealed changes nothing, and is
+    /// What came for it, from whomever. What the other end has not sealed changes nothing, and is
     /// told once.
     void OnPacket(const Packet& packet);
     /// The other end, or the way there, is gone.
