@@ -10,5 +10,6 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/MultiChannelServerCommonC
 install(FILES
   ${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfig.cmake
   ${PROJECT_BINARY_DIR}/MultiChannelServerCommonConfigVersion.cmake
-  DESTINATION ${mcs_package_dir})
-install(EXPORT MultiChannelServerTargets NAMESPACE MultiChannelServer:: DESTINATION ${mcs_package_dir})
+  DESTINATION ${mcs_package_dir} COMPONENT development)
+install(EXPORT MultiChannelServerTargets NAMESPACE MultiChannelServer::
+  DESTINATION ${mcs_package_dir} COMPONENT development)

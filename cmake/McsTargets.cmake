@@ -66,14 +66,25 @@ function(mcs_describe target mcs_description)
   endif()
 endfunction()
 
-# mcs_add_library(<target> <export name> <building macro> <kind> PUBLIC <libraries>... [PRIVATE <libraries>...]): a shared
-# library that is installed as MultiChannelServer::<export name>. <kind> is that of mcs_precompile. Includes read as in the
-# source tree, in the project and once installed. It is made of folders, by mcs_add_face and mcs_add_room.
+# The part of the version that every version has to itself which may break programs that were linked with another one.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(mcs_soversion ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+else()
+  set(mcs_soversion ${PROJECT_VERSION_MAJOR})
+endif()
+
+# mcs_add_library(<target> <export name> <building macro> <kind> [COMPONENT <name>] PUBLIC <libraries>...
+# [PRIVATE <libraries>...]): a shared library that is installed as MultiChannelServer::<export name>, with a description for
+# pkg-config. <kind> is that of mcs_precompile, <name> the package that it goes to. Includes read as in the source tree, in
+# the project and once installed. It is made of folders, by mcs_add_face and mcs_add_room.
 #
 # <target>Objects is the same for tests of what the library keeps to itself: they link its objects, so that the library
 # exports nothing for their sake. A program links the one or the other.
 function(mcs_add_library target export_name building_macro kind)
-  cmake_parse_arguments(PARSE_ARGV 4 arg "" "" "PUBLIC;PRIVATE")
+  cmake_parse_arguments(PARSE_ARGV 4 arg "" "COMPONENT" "PUBLIC;PRIVATE")
+  if(NOT arg_COMPONENT)
+    set(arg_COMPONENT libraries)
+  endif()
   add_library(${target} SHARED)
   add_library(MultiChannelServer::${export_name} ALIAS ${target})
   target_compile_features(${target} PUBLIC cxx_std_17)
@@ -93,16 +104,33 @@ function(mcs_add_library target export_name building_macro kind)
     set_target_properties(${target} PROPERTIES PREFIX "")
   endif()
   set_target_properties(${target} PROPERTIES
-    EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX
+    EXPORT_NAME ${export_name} VERSION ${PROJECT_VERSION} SOVERSION ${mcs_soversion} LINKER_LANGUAGE CXX
     MCS_BUILDING_MACRO ${building_macro} MCS_KIND ${kind} MCS_LINKED "${arg_PUBLIC};${arg_PRIVATE}")
   mcs_describe(${target} "${export_name} library")
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR})
-  install(TARGETS ${target} EXPORT MultiChannelServerTargets FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  install(TARGETS ${target} EXPORT MultiChannelServerTargets
+    RUNTIME COMPONENT ${arg_COMPONENT}
+    LIBRARY COMPONENT ${arg_COMPONENT} NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+  mcs_install_pkg_config(${target} ${arg_PUBLIC})
 
   add_library(${target}Objects INTERFACE)
   target_compile_definitions(${target}Objects INTERFACE ${building_macro})
   target_include_directories(${target}Objects INTERFACE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${target}Objects INTERFACE ${arg_PUBLIC} ${arg_PRIVATE})
+endfunction()
+
+# mcs_install_pkg_config(<target> <public library>...): what pkg-config tells of it. The prefix is found from where that lies.
+function(mcs_install_pkg_config mcs_target)
+  set(mcs_required ${ARGN})
+  list(TRANSFORM mcs_required REPLACE "^Qt5::" "Qt5")
+  list(JOIN mcs_required ", " mcs_required)
+  file(RELATIVE_PATH mcs_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+  string(REGEX REPLACE "/$" "" mcs_prefix "${mcs_prefix}")
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${PROJECT_BINARY_DIR}/${mcs_target}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${mcs_target}.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endfunction()
 
 # mcs_add_room(<library> <folder> [MOC] <sources>...): the sources of a folder that is private to the one above it, built

@@ -8,10 +8,12 @@
 #include <fuzz/reactor.h>
 
 #include <platform/vtclient/client/vtclient.h>
+#include <platform/vtclient/server/roadpublisher.h>
 #include <platform/vtclient/wire/changewriter.h>
 #include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/platform/vtclient/memoryroads.h>
 
 #include <algorithm>
 #include <iterator>
@@ -55,6 +57,12 @@ class ClientScript {
         auto loop = std::make_unique<ManualLoop>(m_clock);
         m_connector = connector.get();
         m_loop = loop.get();
+        m_clientRoads.fate = [this](const QByteArray&) {
+            return m_isEnding || !m_script.Rarely() ? 1 : static_cast<int>(m_script.Below(3));
+        };
+        m_clientRoads.next = [this](std::size_t count) {
+            return m_isEnding || !m_script.Rarely() ? std::size_t{0} : m_script.Byte() % count;
+        };
         m_client = std::make_unique<vt::VtClient>(QStringLiteral("server"), 7450, VtClientOptions(),
                                                   std::move(connector), std::move(loop));
         m_client->AddObserver(&m_reactor);
@@ -72,6 +80,7 @@ class ClientScript {
   private:
     void Step();
     void StepOfServer(EClientOperation operation);
+    void StepOfRoad(EClientOperation operation);
     void React();
     void AddTic(const char* spec);
     void RemoveTic();
@@ -84,6 +93,10 @@ class ClientScript {
     void SendAnswer();
     void SendRaw();
     void SendWhole();
+    void OfferRoad();
+    void PublishOnRoad();
+    void StrangeOnRoad();
+    void ForgetKept();
     quint32 SomeSubscription();
     quint64 NextSequence(quint32 sub);
     bool Deliver();
@@ -96,6 +109,13 @@ class ClientScript {
     QuietTraces m_quiet;
     values::Tree m_tree;
     ManualClock m_clock;
+    MemoryBus m_bus;
+    MemoryBus::End m_serverRoads{m_bus};
+    MemoryBus::End m_clientRoads{m_bus};  ///< outlives the client
+    vt::RoadMemory::Share m_roadShare{vtlimits::MaxRoadMemory};
+    std::unique_ptr<vt::RoadPublisher> m_road;
+    int m_roadCount = 0;
+    bool m_hasRoads = false;  ///< the next connection
     Reactor m_reactor{[this] { React(); }};
     std::unique_ptr<vt::VtClient> m_client;
     ScriptConnector* m_connector = nullptr;
@@ -129,9 +149,11 @@ void ClientScript::Connect() {
     if (!m_connector->IsConnecting()) return;
     if (m_script.Rarely()) return m_connector->Fail(m_script.Text());
     m_checker = ClientChecker();
+    m_checker.hasRoads = m_hasRoads;
     m_wire = std::make_shared<MemoryChannel::Wire>();
     auto channel = std::make_unique<MemoryChannel>(m_wire, true);
     m_clientEnd = channel.get();
+    if (m_hasRoads) channel->SetRoads(&m_clientRoads);
     m_connector->Succeed(std::move(channel));
 }
 
@@ -236,6 +258,66 @@ void ClientScript::SendWhole() {
     SendMessage(vt::EndMessage{sub, 2, 0});
 }
 
+void ClientScript::OfferRoad() {
+    if (!m_road || m_script.Rarely())
+        m_road = std::make_unique<vt::RoadPublisher>(m_serverRoads, QStringLiteral("r-%1").arg(++m_roadCount),
+                                                     m_roadShare);
+    vt::RoadMessage road;
+    if (m_road->Describe(SomeSubscription(), &road)) SendMessage(road);
+}
+
+void ClientScript::PublishOnRoad() {
+    if (!m_road || m_bus.published.size() > 2000) return;
+    vt::ChangeWriter writer;
+    quint32 next = 1;
+    quint32& nextId = m_checker.subscriptions.empty() ? next : m_checker.subscriptions.begin()->second.nextId;
+    const unsigned count = m_script.Below(8);
+    for (unsigned i = 0; i < count; ++i)
+        writer.Write(compose::Change(&nextId, m_script));
+    m_road->Publish(writer.Take(), m_script.Rarely(), m_clock.Now());
+}
+
+void ClientScript::StrangeOnRoad() {
+    if (m_bus.published.empty() || m_bus.published.size() > 2000) return;
+    const auto one = m_bus.published[m_script.Byte() % m_bus.published.size()];
+    m_bus.Publish(one.road, m_script.Flag() ? m_script.Bytes() : compose::Damaged(one.message, m_script));
+}
+
+void ClientScript::ForgetKept() {
+    m_bus.hasKeeper = m_script.Flag();
+    const unsigned count = m_script.Below(8);
+    for (unsigned i = 0; i < count; ++i)
+        m_bus.notKept.insert(m_script.Byte());
+}
+
+void ClientScript::StepOfRoad(EClientOperation operation) {
+    switch (operation) {
+        case EClientOperation::UseRoads:
+            m_hasRoads = !m_script.Rarely();
+            return;
+        case EClientOperation::OfferRoad:
+            return OfferRoad();
+        case EClientOperation::PublishOnRoad:
+            return PublishOnRoad();
+        case EClientOperation::SendAt: {
+            const quint32 sub = SomeSubscription();
+            const quint64 last = m_road ? m_road->Number() : 0;
+            return SendMessage(vt::AtMessage{sub, m_script.Rarely() ? m_script.Number() : last});
+        }
+        case EClientOperation::ChangeRoadKey:
+            if (m_road) m_road->ChangeKey();
+            return;
+        case EClientOperation::StrangeOnRoad:
+            return StrangeOnRoad();
+        case EClientOperation::ForgetKept:
+            return ForgetKept();
+        default:
+            if (!m_script.Rarely()) m_clientRoads.DeliverOne();
+            m_clientRoads.DeliverFetched();
+            return;
+    }
+}
+
 bool ClientScript::Deliver() {
     if (!m_wire || m_wire->isAGone || m_isEnding) return false;
     for (const QByteArray& bytes : m_wire->toA)
@@ -326,7 +408,7 @@ void ClientScript::Step() {
             }
             return;
         default:
-            return StepOfServer(operation);
+            return operation > EClientOperation::Settle ? StepOfRoad(operation) : StepOfServer(operation);
     }
 }
 
@@ -356,6 +438,7 @@ void ClientScript::React() {
 bool ClientScript::RunOnce() {
     bool hasRun = m_loop->Run();
     hasRun = Receive() || hasRun;
+    hasRun = m_clientRoads.Deliver() || hasRun;
     return Deliver() || hasRun;
 }
 

@@ -79,14 +79,17 @@ void ClientChecker::OnRequest(quint32 req, quint32 sub) {
     requests.push_back(req);
 }
 
-void ClientChecker::On(const vt::JoinMessage& /*join*/) {
-    FailCheck(QStringLiteral("nobody joins where there is no road"));
+void ClientChecker::OnRoad(quint32 sub) const {
+    Check(hasRoads, "nobody speaks of roads where there are none");
+    Check(subscriptions.count(sub) == 1, "roads are of what is subscribed");
 }
 
-void ClientChecker::On(const vt::HeardMessage& /*heard*/) {
-    FailCheck(QStringLiteral("nothing is heard where there is no road"));
+void ClientChecker::On(const vt::HeardMessage& heard) {
+    OnRoad(heard.sub);
+    Check(!heard.road.isEmpty(), "what is heard has a name");
 }
 
-void ClientChecker::On(const vt::LeaveMessage& /*leave*/) {
-    FailCheck(QStringLiteral("nobody leaves where there is no road"));
+void ClientChecker::On(const vt::AgainMessage& again) {
+    OnRoad(again.sub);
+    Check(again.from != 0 && again.from <= again.to, "what is missing is a range");
 }

@@ -28,6 +28,7 @@ class ClientChecker {
 
     std::map<quint32, Subscription> subscriptions;
     std::vector<quint32> requests;  ///< that were not answered
+    bool hasRoads = false;
 
   private:
     // What a client may send once it is welcome.
@@ -41,11 +42,13 @@ class ClientChecker {
     void On(const vt::PingMessage& /*ping*/) {}
     void On(const vt::PongMessage& /*pong*/) {}
     void On(const vt::RecallMessage& /*recall*/) {}
-    // Of shared roads, which a memory channel does not bring.
-    void On(const vt::JoinMessage& join);
+    // Of shared roads, which not every channel brings.
+    void On(const vt::JoinMessage& join) { OnRoad(join.sub); }
     void On(const vt::HeardMessage& heard);
-    void On(const vt::LeaveMessage& leave);
+    void On(const vt::LeaveMessage& leave) { OnRoad(leave.sub); }
+    void On(const vt::AgainMessage& again);
     void OnRequest(quint32 req, quint32 sub);
+    void OnRoad(quint32 sub) const;
 
     bool m_hasHello = false;
     bool m_isWelcome = false;

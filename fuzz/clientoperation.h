@@ -26,7 +26,15 @@ enum class EClientOperation : std::uint8_t {
     AddTic,
     RemoveTic,
     ReleaseNode,
-    Arm,     ///< something happens while something is told
-    Settle,  ///< some rounds of everything
+    Arm,            ///< something happens while something is told
+    Settle,         ///< some rounds of everything
+    UseRoads,       ///< with connections from now on, or not
+    OfferRoad,      ///< of a subscription
+    PublishOnRoad,  ///< some changes
+    SendAt,         ///< a position on the road
+    ChangeRoadKey,
+    StrangeOnRoad,  ///< somebody else publishes there
+    ForgetKept,     ///< whoever keeps the road loses some of it, or has it
+    DeliverRoad,    ///< one message, or none of it
     Count
 };

@@ -10,8 +10,10 @@
 #include <platform/vtclient/wire/itemkinds.h>
 #include <platform/vtclient/wire/treepath.h>
 #include <platform/vtclient/wire/vtlimits.h>
+#include <tests/platform/vtclient/memoryroads.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -121,12 +123,69 @@ void Follower::On(const vt::RecalledMessage& recalled, vt::MessageReader& /*read
     Check(recalled.result == vt::EResult::Done || !recalled.reason.isEmpty(), "who is denied learns why");
 }
 
-void Follower::On(const vt::RoadMessage& /*road*/, vt::MessageReader& /*reader*/) {
-    FailCheck(QStringLiteral("no road is offered by a server that has none"));
+void Follower::On(const vt::RoadMessage& road, vt::MessageReader& /*reader*/) {
+    Subscription* const subscription = Find(road.sub);
+    if (subscription == nullptr) return;
+    Check(subscription->isFollowing, "a road is offered for what is there");
+    if (subscription->road != road.road) {
+        Check(!subscription->isOnRoad, "a road is not exchanged for another");
+        subscription->road = road.road;
+        subscription->keys.clear();
+    }
+    const QString place = QStringLiteral("tower/") + road.road;
+    subscription->keys[road.key] =
+        std::make_shared<vt::RoadSeal>(place, road.key, QByteArray::fromHex(road.secret.toLatin1()));
 }
 
-void Follower::On(const vt::AtMessage& /*at*/, vt::MessageReader& /*reader*/) {
-    FailCheck(QStringLiteral("nothing comes after a road where there is none"));
+void Follower::On(const vt::AtMessage& at, vt::MessageReader& /*reader*/) {
+    Subscription* const subscription = Find(at.sub);
+    if (subscription == nullptr) return;
+    Check(!subscription->road.isEmpty(), "a position is one on a road");
+    if (subscription->isOnRoad) return ReadRoad(*subscription, at.number);
+    Check(subscription->isComplete, "a road is taken behind the snapshot");
+    subscription->isOnRoad = true;
+    subscription->applied = at.number;
+}
+
+QString Follower::RoadOf(quint32 sub) const {
+    const auto found = m_subscriptions.find(sub);
+    return found == m_subscriptions.end() ? QString() : found->second.road;
+}
+
+void Follower::ReadRoad(Subscription& subscription, quint64 last) const {
+    for (const MemoryBus::Published& one : m_bus.published) {
+        if (one.road != subscription.road) continue;
+        const auto envelope = vt::RoadEnvelope::Of(one.message.constData(), one.message.size());
+        Check(envelope.has_value(), "a road has messages");
+        if (envelope->number <= subscription.applied || envelope->number > last) continue;
+        Check(envelope->number == subscription.applied + 1, "no number is left out on a road");
+        const auto key = subscription.keys.find(envelope->key);
+        Check(key != subscription.keys.end(), "who follows a road has its keys");
+        const auto content = key->second->Open(*envelope);
+        Check(content.has_value(), "and they open it");
+        if (subscription.joined.empty()) subscription.joinedAt = envelope->number;
+        subscription.joined.append(*content);
+        subscription.applied = envelope->number;
+        if (!envelope->isContinued) ApplyBatch(subscription);
+    }
+}
+
+void Follower::ApplyBatch(Subscription& subscription) {
+    const std::string whole = std::exchange(subscription.joined, {});
+    vt::MessageReader reader(whole.data(), static_cast<qint64>(whole.size()));
+    const auto receive = [&subscription](const auto& message) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(message)>, vt::BatchMessage>) {
+            Check(message.sub == 0 && message.seq == subscription.joinedAt, "a batch on a road is numbered");
+            subscription.hasMore = message.more;
+            return;
+        }
+        FailCheck(QStringLiteral("there is nothing but batches on a road"));
+    };
+    Check(reader.Read(receive), "what is on a road can be read", reader.Error());
+    vt::TreeChange change;
+    while (reader.NextChange(&change))
+        Apply(subscription, change);
+    Check(reader.Error().isEmpty(), "changes can be read", reader.Error());
 }
 
 /// Null if it is over.
@@ -149,7 +208,8 @@ void Follower::On(const vt::SubscribedMessage& subscribed, vt::MessageReader& /*
 void Follower::On(const vt::AbsentMessage& absent, vt::MessageReader& /*reader*/) {
     Subscription* const subscription = Find(absent.sub);
     if (subscription == nullptr) return;
-    subscription->isFollowing = subscription->isComplete = false;
+    subscription->isFollowing = subscription->isComplete = subscription->isOnRoad = false;
+    subscription->road.clear();
     if (absent.reason.isEmpty()) return;
     m_subscriptions.erase(absent.sub);
     m_over.insert(absent.sub);
@@ -185,6 +245,7 @@ void Follower::On(const vt::BatchMessage& batch, vt::MessageReader& reader) {
     Subscription* const subscription = Find(batch.sub);
     if (subscription == nullptr) return;
     CheckNext(*subscription, batch.seq);
+    Check(!subscription->isOnRoad, "who is told by a road is told once");
     Check(subscription->isComplete, "batches come after the snapshot");
     subscription->hasMore = batch.more;
     OnChanges(*subscription, reader);
@@ -268,11 +329,13 @@ std::vector<quint32> Follower::Complete() const {
     return complete;
 }
 
-void Follower::CompareWithTree() const {
+void Follower::CompareWithTree() {
     if (m_hasEnded || !m_isWelcome) return;
     Check(m_requests.empty(), "every request was answered");
-    for (const auto& subscription : m_subscriptions)
-        Compare(subscription.second);
+    for (auto& [sub, subscription] : m_subscriptions) {
+        if (subscription.isOnRoad) ReadRoad(subscription, ~quint64(0));
+        Compare(subscription);
+    }
 }
 
 void Follower::Compare(const Subscription& subscription) {

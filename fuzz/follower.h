@@ -2,18 +2,26 @@
 #pragma once
 
 #include <platform/vtclient/wire/messagereader.h>
+#include <platform/vtclient/wire/roadseal.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include <map>
+#include <memory>
 #include <set>
+#include <string>
 #include <vector>
+
+class MemoryBus;
 
 /// A client as docs/protocol.md has it, as far as it listens: holds every message of a server to the rules,
 /// and keeps what it was told, so that it can be compared with what is.
 class Follower {
   public:
+    /// By \a bus come the shared roads; it outlives this.
+    explicit Follower(const MemoryBus& bus) : m_bus(bus) {}
+
     /// What was sent to the server, as it came to it.
     void OnSent(const QByteArray& bytes);
     /// What the server sent.
@@ -26,7 +34,9 @@ class Follower {
     /// Numbers of subscriptions that are complete.
     std::vector<quint32> Complete() const;
     /// Compares everything that was told with the tree, once the server has told everything.
-    void CompareWithTree() const;
+    void CompareWithTree();
+    /// The road that was offered for \a sub; empty: none was.
+    QString RoadOf(quint32 sub) const;
 
   private:
     struct Item {
@@ -43,6 +53,12 @@ class Follower {
         quint64 sequence = 0;
         std::map<quint32, Item> items;
         quint32 nextId = 0;
+        QString road;
+        std::map<quint32, std::shared_ptr<vt::RoadSeal>> keys;
+        bool isOnRoad = false;  ///< what changes comes by it
+        quint64 applied = 0;    ///< number on the road
+        std::string joined;     ///< a batch of which a part has come
+        quint64 joinedAt = 0;
     };
 
     // What a client sends.
@@ -65,7 +81,6 @@ class Follower {
     void On(const vt::PingMessage& /*ping*/, vt::MessageReader& /*reader*/) {}
     void On(const vt::PongMessage& /*pong*/, vt::MessageReader& /*reader*/) {}
     void On(const vt::RecalledMessage& recalled, vt::MessageReader& reader);
-    // Of shared roads, which this server has none of.
     void On(const vt::RoadMessage& road, vt::MessageReader& reader);
     void On(const vt::AtMessage& at, vt::MessageReader& reader);
     Subscription* Find(quint32 sub);
@@ -74,8 +89,12 @@ class Follower {
     static void Apply(Subscription& subscription, const vt::TreeChange& change);
     static void ApplyAdded(Subscription& subscription, const vt::TreeChange& change);
     static void Remove(Subscription& subscription, quint32 id);
+    /// Applies what has come by the road up to that number.
+    void ReadRoad(Subscription& subscription, quint64 last) const;
+    static void ApplyBatch(Subscription& subscription);
     static void Compare(const Subscription& subscription);
 
+    const MemoryBus& m_bus;
     bool m_isHelloSent = false;
     bool m_isWelcome = false;
     bool m_hasEnded = false;

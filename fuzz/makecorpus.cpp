@@ -108,7 +108,8 @@ void WriteMessages(const QString& folder) {
         {"road", vt::RoadMessage{sub, S("1f-1"), 1, QString(64, QLatin1Char('5'))}},
         {"heard", vt::HeardMessage{sub, S("1f-1")}},
         {"at", vt::AtMessage{sub, seq}},
-        {"leave", vt::LeaveMessage{sub}}};
+        {"leave", vt::LeaveMessage{sub}},
+        {"again", vt::AgainMessage{sub, seq, seq + 1}}};
     for (const auto& [name, message] : messages)
         Write(folder, name, ToBytes(message));
     vt::CreateMessage create{7, sub, path, {}};
@@ -218,6 +219,18 @@ void WriteServerScripts(const QString& folder) {
     Write(folder, "silence",
           start + settle + Step(ServerOp::Pass, {255}) + Step(ServerOp::Turn) + Step(ServerOp::Pass, {255}) +
               settle);
+    const QByteArray onRoad = start + settle + Step(ServerOp::SendJoin, {0, 0}) + settle +
+                              Step(ServerOp::SendHeard, {0, 0}) + settle;
+    Write(folder, "road", onRoad + set + settle + Step(ServerOp::Edit, {2, 1}) + settle);
+    Write(folder, "road-with-a-write",
+          onRoad + set + Step(ServerOp::SendWrite, {5, 0, 0, 1, 2, 9, 0}) + settle);
+    Write(folder, "road-left", onRoad + set + settle + Step(ServerOp::SendLeave, {0, 0}) + set + settle);
+    Write(folder, "road-said-again",
+          onRoad + set + settle + Step(ServerOp::SendAgain, {0, 0, 1, 9}) + settle);
+    Write(folder, "road-with-another-key", onRoad + set + Step(ServerOp::ChangeKeys) + set + settle);
+    Write(folder, "road-of-what-goes",
+          onRoad + set + Step(ServerOp::Edit, {2, 0}) + settle + Step(ServerOp::Edit, {1, 3, 2, 0, 0, 7, 0}) +
+              settle);
     Write(folder, "damage",
           start + settle + Step(ServerOp::Damage) +
               Step(ServerOp::SendWrite, {5, 0, 0, 1, 2, 9, 0, 0, 3, 0, 66}) + settle);
@@ -263,6 +276,26 @@ void WriteClientScripts(const QString& folder) {
     Write(folder, "reaction", start + Step(ClientOp::Arm, {2}) + change + Bytes({0, 0}) + settle);
     Write(folder, "vanish",
           start + Step(ClientOp::SendAbsent, {0, 0}) + Step(ClientOp::Deliver) + Whole() + change);
+    const QByteArray onRoad = Step(ClientOp::UseRoads, {0}) + start + Step(ClientOp::Receive) +
+                              Step(ClientOp::OfferRoad, {0, 0}) + Step(ClientOp::Deliver) +
+                              Step(ClientOp::PublishOnRoad, {0, 0}) + Step(ClientOp::DeliverRoad, {0, 0, 0}) +
+                              Step(ClientOp::Receive) + Step(ClientOp::SendAt, {0, 0}) +
+                              Step(ClientOp::Deliver);
+    const QByteArray changeOnRoad = Step(ClientOp::PublishOnRoad, {1}) + Bytes({5, 1, 2, 8, 0, 0});
+    Write(folder, "road", onRoad + changeOnRoad + changeOnRoad + settle);
+    Write(folder, "road-with-an-edit",
+          onRoad + set + settle + changeOnRoad + settle + Step(ClientOp::SendAt, {0, 0}) + answer + settle);
+    Write(folder, "road-with-a-loss",
+          onRoad + changeOnRoad + Step(ClientOp::DeliverRoad, {0, 0, 240, 0}) + changeOnRoad + changeOnRoad +
+              settle + Step(ClientOp::Pass, {10}) + settle + Step(ClientOp::Pass, {255}) + settle + Whole());
+    Write(folder, "road-that-is-kept",
+          Step(ClientOp::ForgetKept, {1, 0}) + onRoad + changeOnRoad +
+              Step(ClientOp::DeliverRoad, {0, 0, 240, 0}) + changeOnRoad + settle +
+              Step(ClientOp::Pass, {10}) + settle + Step(ClientOp::Pass, {30}) + settle);
+    Write(folder, "road-and-a-stranger",
+          onRoad + changeOnRoad + Step(ClientOp::StrangeOnRoad, {0, 0, 0, 40, 0, 77}) +
+              Step(ClientOp::ChangeRoadKey) + changeOnRoad + settle + Step(ClientOp::OfferRoad, {0, 0}) +
+              settle);
     Write(folder, "missed",
           start + Step(ClientOp::SendRaw, {0, 9, 9, 0, 0, 0, 1}) + settle + Whole() + change);
 }

@@ -12,6 +12,7 @@
 #include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/manualloop.h>
 #include <tests/platform/vtclient/memorychannel.h>
+#include <tests/platform/vtclient/memoryroads.h>
 
 #include <algorithm>
 
@@ -23,6 +24,8 @@ const QString Base = QStringLiteral("/S");
 
 /// A client, of which only its end of the wire is real.
 struct Client {
+    explicit Client(const MemoryBus& bus) : follower(bus) {}
+
     std::shared_ptr<MemoryChannel::Wire> wire = std::make_shared<MemoryChannel::Wire>();
     MemoryChannel* serverEnd = nullptr;
     Follower follower;
@@ -42,11 +45,12 @@ class EchoHistory final : public IVtHistory {
     }
 };
 
-vt::ServerHub::Settings TightSettings() {
+vt::ServerHub::Settings TightSettings(vt::IRoads* roads) {
     static EchoHistory history;
     vt::ServerHub::Settings settings;
     settings.history = &history;
     settings.maxPending = MaxPending;
+    settings.roads = roads;
     return settings;
 }
 
@@ -78,6 +82,7 @@ class ServerScript {
     void SendWrite();
     void SendCreate();
     void SendRaw();
+    void SendOfRoad(EServerOperation operation);
     bool Deliver(Client& client);
     bool Receive(Client& client);
     bool RunOnce();
@@ -89,9 +94,12 @@ class ServerScript {
     values::Tree m_tree;
     ManualClock m_clock;
     ManualLoop m_loop{m_clock};
+    MemoryBus m_bus;
+    MemoryBus::End m_roads{m_bus};
     Reactor m_reactor{[this] { React(); }};
     ScriptAccess m_access;
-    std::unique_ptr<vt::ServerHub> m_hub = std::make_unique<vt::ServerHub>(m_access, m_loop, TightSettings());
+    std::unique_ptr<vt::ServerHub> m_hub =
+        std::make_unique<vt::ServerHub>(m_access, m_loop, TightSettings(&m_roads));
     std::vector<std::unique_ptr<Client>> m_clients;
     std::size_t m_current = 0;
     bool m_isDamaging = false;
@@ -101,7 +109,7 @@ class ServerScript {
 void ServerScript::Connect() {
     constexpr std::size_t MaxClients = MaxPending + 16;
     if (m_clients.size() >= MaxClients) return;
-    m_clients.push_back(std::make_unique<Client>());
+    m_clients.push_back(std::make_unique<Client>(m_bus));
     m_current = m_clients.size() - 1;
     auto channel = std::make_unique<MemoryChannel>(m_clients.back()->wire, false);
     m_clients.back()->serverEnd = channel.get();
@@ -181,6 +189,23 @@ void ServerScript::SendRaw() {
     Send(m_script.Flag() ? compose::MessageOfNumber(number, filling) : m_script.Bytes());
 }
 
+void ServerScript::SendOfRoad(EServerOperation operation) {
+    const Client& client = *m_clients[m_current];
+    const quint32 sub = m_script.Rarely() ? static_cast<quint32>(m_script.Number()) : 1 + m_script.Below(2);
+    switch (operation) {
+        case EServerOperation::SendJoin:
+            return SendMessage(vt::JoinMessage{sub});
+        case EServerOperation::SendHeard:
+            return SendMessage(vt::HeardMessage{sub, client.follower.RoadOf(sub)});
+        case EServerOperation::SendLeave:
+            return SendMessage(vt::LeaveMessage{sub});
+        default: {
+            const quint64 from = m_script.Number();
+            return SendMessage(vt::AgainMessage{sub, from, from + m_script.Byte()});
+        }
+    }
+}
+
 bool ServerScript::Deliver(Client& client) {
     if (client.wire->isBGone) return false;
     for (const QByteArray& bytes : client.wire->toB)
@@ -218,6 +243,11 @@ void ServerScript::StepOfClient(EServerOperation operation) {
             return SendCreate();
         case EServerOperation::SendRaw:
             return SendRaw();
+        case EServerOperation::SendJoin:
+        case EServerOperation::SendHeard:
+        case EServerOperation::SendLeave:
+        case EServerOperation::SendAgain:
+            return SendOfRoad(operation);
         case EServerOperation::Cut:
             client.wire->isOpen = false;
             return;
@@ -256,6 +286,8 @@ void ServerScript::Step() {
             return m_reactor.Arm(m_script.Byte());
         case EServerOperation::Forbid:
             return m_access.Change();
+        case EServerOperation::ChangeKeys:
+            return m_hub->ChangeRoadKeys();
         case EServerOperation::Settle:
             for (int i = 0; i < 16 && RunOnce(); ++i) {
             }

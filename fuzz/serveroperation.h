@@ -26,5 +26,10 @@ enum class EServerOperation : std::uint8_t {
     Arm,      ///< something happens while something is told
     Forbid,   ///< changes what is allowed
     Settle,   ///< some rounds of everything, with acknowledgements
+    SendJoin,
+    SendHeard,
+    SendLeave,
+    SendAgain,
+    ChangeKeys,
     Count
 };

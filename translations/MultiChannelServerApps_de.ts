@@ -639,6 +639,54 @@
         <source>nothing</source>
         <translation>nichts</translation>
     </message>
+    <message>
+        <source>ORV: receiver %1 is lost: %2</source>
+        <translation>ORV: Empfänger %1 ist verloren: %2</translation>
+    </message>
+    <message>
+        <source>ORV: receiver %1 answers again</source>
+        <translation>ORV: Empfänger %1 antwortet wieder</translation>
+    </message>
+    <message>
+        <source>no connection</source>
+        <translation>keine Verbindung</translation>
+    </message>
+    <message>
+        <source>the receiver does not take it: %1</source>
+        <translation>der Empfänger nimmt es nicht an: %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 receivers answer (%3)</source>
+        <translation>%1 von %2 Empfängern antworten (%3)</translation>
+    </message>
+    <message>
+        <source>connecting to receivers (%1)</source>
+        <translation>Verbindung zu Empfängern wird hergestellt (%1)</translation>
+    </message>
+    <message>
+        <source>receiver %1 is lost: %2</source>
+        <translation>Empfänger %1 ist verloren: %2</translation>
+    </message>
+    <message>
+        <source>no frequency channel is free, %1 are in use and %2 are lost</source>
+        <translation>kein Frequenzkanal ist frei, %1 sind in Gebrauch und %2 verloren</translation>
+    </message>
+    <message>
+        <source>receiver %1 receives %2 only</source>
+        <translation>Empfänger %1 empfängt nur %2</translation>
+    </message>
+    <message>
+        <source>the ORV has no built-in test</source>
+        <translation>der ORV hat keinen Selbsttest</translation>
+    </message>
+    <message>
+        <source>the ORV cannot be calibrated</source>
+        <translation>der ORV kann nicht kalibriert werden</translation>
+    </message>
+    <message>
+        <source>the ORV reports every %1 ms at most</source>
+        <translation>der ORV meldet höchstens alle %1 ms</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>
@@ -796,6 +844,10 @@
         <source>A token is a secret: it is sent to other machines only if the connection is encrypted.</source>
         <translation>Ein Token ist ein Geheimnis: An andere Rechner wird es nur über eine verschlüsselte Verbindung gesendet.</translation>
     </message>
+    <message>
+        <source>This build knows no NATS: give HOST or HOST:PORT.</source>
+        <translation>Dieser Build kennt kein NATS: geben Sie HOST oder HOST:PORT an.</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionBar</name>
@@ -883,30 +935,6 @@
         <translation>Mehrkanal-Konsole</translation>
     </message>
     <message>
-        <source>Status</source>
-        <translation>Zustand</translation>
-    </message>
-    <message>
-        <source>Configuration</source>
-        <translation>Konfiguration</translation>
-    </message>
-    <message>
-        <source>Commands</source>
-        <translation>Befehle</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Protokoll</translation>
-    </message>
-    <message>
-        <source>MpxORVs</source>
-        <translation>MpxORVs</translation>
-    </message>
-    <message>
-        <source>My MpxORV</source>
-        <translation>Mein MpxORV</translation>
-    </message>
-    <message>
         <source>The round trip to the server</source>
         <translation>Die Laufzeit zum Server und zurück</translation>
     </message>
@@ -971,10 +999,6 @@
         <translation>Verbinden</translation>
     </message>
     <message>
-        <source>This console is job master (%1) and gives that up.</source>
-        <translation>Diese Konsole ist Auftragsmaster (%1) und gibt das auf.</translation>
-    </message>
-    <message>
         <source>Disconnect from the server</source>
         <translation>Vom Server trennen</translation>
     </message>
@@ -983,24 +1007,8 @@
         <translation>Trennen</translation>
     </message>
     <message>
-        <source>Give the MpxORV back</source>
-        <translation>Den MpxORV zurückgeben</translation>
-    </message>
-    <message>
-        <source>Give back</source>
-        <translation>Zurückgeben</translation>
-    </message>
-    <message>
         <source>Quit</source>
         <translation>Beenden</translation>
-    </message>
-    <message>
-        <source>MpxORV status</source>
-        <translation>MpxORV-Status</translation>
-    </message>
-    <message>
-        <source>Ground transmitters</source>
-        <translation>Bodensender</translation>
     </message>
     <message>
         <source>This &amp;page</source>
@@ -1009,14 +1017,6 @@
     <message>
         <source>&amp;What is this?</source>
         <translation>&amp;Was ist das?</translation>
-    </message>
-    <message>
-        <source>Events</source>
-        <translation>Ereignisse</translation>
-    </message>
-    <message>
-        <source>Overview</source>
-        <translation>Übersicht</translation>
     </message>
     <message>
         <source>&amp;Go</source>
@@ -1054,14 +1054,28 @@
         </translation>
     </message>
     <message>
-        <source>Configuration</source>
-        <comment>short, for a tab</comment>
-        <translation>Konfig.</translation>
+        <source>Open a further &amp;station...</source>
+        <translation>Weitere &amp;Station öffnen...</translation>
     </message>
     <message>
-        <source>Transmitters</source>
-        <comment>short, for a tab</comment>
-        <translation>Bodensender</translation>
+        <source>C&amp;lose this station</source>
+        <translation>Diese Station s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>&amp;Next station</source>
+        <translation>&amp;Nächste Station</translation>
+    </message>
+    <message>
+        <source>&amp;Previous station</source>
+        <translation>V&amp;orige Station</translation>
+    </message>
+    <message>
+        <source>There are %1 stations, and no more have room.</source>
+        <translation>Es sind %1 Stationen, mehr haben nicht Platz.</translation>
+    </message>
+    <message>
+        <source>Open a further station</source>
+        <translation>Weitere Station öffnen</translation>
     </message>
 </context>
 <context>
@@ -1072,7 +1086,18 @@
     </message>
 </context>
 <context>
-    <name>EventModel</name>
+    <name>EventFeed</name>
+    <message>
+        <source>%1 events are missing here: the server does not keep so many</source>
+        <translation>Hier fehlen %1 Ereignisse: so viele bewahrt der Server nicht auf</translation>
+    </message>
+</context>
+<context>
+    <name>EventLook</name>
+    <message>
+        <source>Refused</source>
+        <translation>Abgelehnt</translation>
+    </message>
     <message>
         <source>Notice</source>
         <translation>Hinweis</translation>
@@ -1089,6 +1114,9 @@
         <source>Info</source>
         <translation>Info</translation>
     </message>
+</context>
+<context>
+    <name>EventModel</name>
     <message>
         <source>Server</source>
         <translation>Server</translation>
@@ -1226,6 +1254,14 @@
     <message>
         <source>The file cannot be written: %1</source>
         <translation>Die Datei kann nicht geschrieben werden: %1</translation>
+    </message>
+    <message>
+        <source>What happened from %1 to %2 did not come here: lines of the log are missing, events were asked for again</source>
+        <translation>Was von %1 bis %2 geschah, kam hier nicht an: Zeilen des Protokolls fehlen, Ereignisse wurden noch einmal erfragt</translation>
+    </message>
+    <message>
+        <source>Not connected from %1 to %2: lines of the log are missing, events were asked for again</source>
+        <translation>Nicht verbunden von %1 bis %2: Zeilen des Protokolls fehlen, Ereignisse wurden noch einmal erfragt</translation>
     </message>
 </context>
 <context>
@@ -1775,6 +1811,18 @@
     <message>
         <source>unsupervised</source>
         <translation>unüberwacht</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>verloren</translation>
+    </message>
+    <message>
+        <source>%1 of %2 receivers</source>
+        <translation>%1 von %2 Empfängern</translation>
+    </message>
+    <message>
+        <source>%1/%2 ready</source>
+        <translation>%1/%2 bereit</translation>
     </message>
 </context>
 <context>
@@ -2755,6 +2803,254 @@
         <source>a value stands in the way</source>
         <translation>ein Wert steht im Weg</translation>
     </message>
+    <message>
+        <source>this build knows no NATS</source>
+        <translation>dieses Programm kennt kein NATS</translation>
+    </message>
+    <message>
+        <source>NATS refuses: %1</source>
+        <translation>NATS lehnt ab: %1</translation>
+    </message>
+    <message>
+        <source>NATS at %1: Timeout</source>
+        <translation>NATS unter %1: keine Antwort innerhalb der Frist</translation>
+    </message>
+    <message>
+        <source>NATS at %1: %2</source>
+        <translation>NATS unter %1: %2</translation>
+    </message>
+    <message>
+        <source>NATS answers with status %1</source>
+        <translation>NATS antwortet mit dem Status %1</translation>
+    </message>
+    <message>
+        <source>the connection to NATS at %1 is lost: %2</source>
+        <translation>die Verbindung zu NATS unter %1 ist verloren: %2</translation>
+    </message>
+    <message>
+        <source>the connection to NATS at %1 is lost</source>
+        <translation>die Verbindung zu NATS unter %1 ist verloren</translation>
+    </message>
+    <message>
+        <source>nothing heard from NATS at %1 for %2 ms</source>
+        <translation>seit %2 ms nichts von NATS unter %1 gehört</translation>
+    </message>
+    <message>
+        <source>this NATS has no JetStream</source>
+        <translation>dieses NATS hat kein JetStream</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>keine Antwort innerhalb der Frist</translation>
+    </message>
+    <message>
+        <source>no connection</source>
+        <translation>keine Verbindung</translation>
+    </message>
+    <message>
+        <source>nobody there answers</source>
+        <translation>dort antwortet niemand</translation>
+    </message>
+    <message>
+        <source>NATS takes a user, a token, a file of credentials or an NKey, not several</source>
+        <translation>NATS nimmt einen Benutzer, ein Token, eine Datei mit Ausweisen oder einen NKey, nicht mehrere davon</translation>
+    </message>
+    <message>
+        <source>an NKey and the file with its seed need each other</source>
+        <translation>ein NKey und die Datei mit seinem Ursprung brauchen einander</translation>
+    </message>
+    <message>
+        <source>a certificate for NATS and its private key need each other</source>
+        <translation>ein Zertifikat für NATS und sein geheimer Schlüssel brauchen einander</translation>
+    </message>
+    <message>
+        <source>the file &apos;%1&apos; cannot be read</source>
+        <translation>die Datei &apos;%1&apos; kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>nobody offers the station &apos;%1&apos; at NATS</source>
+        <translation>niemand bietet bei NATS die Station &apos;%1&apos; an</translation>
+    </message>
+    <message>
+        <source>it is taken by %1</source>
+        <translation>sie ist schon vergeben, an %1</translation>
+    </message>
+    <message>
+        <source>%1 on %2 (process %3, since %4)</source>
+        <translation>%1 auf %2 (Prozess %3, seit %4)</translation>
+    </message>
+    <message>
+        <source>the station speaks version %1 of the session over NATS, not %2</source>
+        <translation>die Station spricht Fassung %1 der Sitzung über NATS, nicht %2</translation>
+    </message>
+    <message>
+        <source>the station sends what is no key</source>
+        <translation>die Station sendet, was kein Schlüssel ist</translation>
+    </message>
+    <message>
+        <source>the server was restarted</source>
+        <translation>der Server wurde neu gestartet</translation>
+    </message>
+    <message>
+        <source>the server knows of no such session: it was restarted, or ended it</source>
+        <translation>der Server kennt keine solche Sitzung: er wurde neu gestartet, oder hat sie beendet</translation>
+    </message>
+    <message>
+        <source>a message was lost over NATS (number %1 came, %2 was due)</source>
+        <translation>eine Nachricht ging über NATS verloren (Nummer %1 kam, %2 war an der Reihe)</translation>
+    </message>
+    <message>
+        <source>a message of %1 bytes, where %2 are allowed</source>
+        <translation>eine Nachricht von %1 Bytes, wo %2 erlaubt sind</translation>
+    </message>
+    <message>
+        <source>the peer acknowledges what was not sent over NATS</source>
+        <translation>die Gegenstelle bestätigt, was über NATS nicht gesendet wurde</translation>
+    </message>
+    <message>
+        <source>the peer sends more than it may over NATS</source>
+        <translation>die Gegenstelle sendet über NATS mehr, als sie darf</translation>
+    </message>
+    <message>
+        <source>the peer has left NATS</source>
+        <translation>die Gegenstelle hat NATS verlassen</translation>
+    </message>
+    <message>
+        <source>the peer does not read</source>
+        <translation>die Gegenstelle liest nicht</translation>
+    </message>
+    <message>
+        <source>Connection Closed</source>
+        <translation>Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>Connection Disconnected</source>
+        <translation>Verbindung getrennt</translation>
+    </message>
+    <message>
+        <source>No server available for connection</source>
+        <translation>kein Server nimmt die Verbindung an</translation>
+    </message>
+    <message>
+        <source>Stale Connection</source>
+        <translation>die Gegenstelle schweigt zu lange</translation>
+    </message>
+    <message>
+        <source>Secure Connection Required</source>
+        <translation>eine verschlüsselte Verbindung wird verlangt</translation>
+    </message>
+    <message>
+        <source>Secure Connection not available</source>
+        <translation>eine verschlüsselte Verbindung gibt es dort nicht</translation>
+    </message>
+    <message>
+        <source>Authorization Violation</source>
+        <translation>Benutzer oder Token ist falsch</translation>
+    </message>
+    <message>
+        <source>Authentication Violation</source>
+        <translation>Benutzer oder Token ist falsch</translation>
+    </message>
+    <message>
+        <source>User Authentication Expired</source>
+        <translation>der Ausweis des Benutzers ist abgelaufen</translation>
+    </message>
+    <message>
+        <source>Not Permitted</source>
+        <translation>nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>SSL Error</source>
+        <translation>Fehler von TLS</translation>
+    </message>
+    <message>
+        <source>Slow Consumer, messages dropped</source>
+        <translation>zu langsam gelesen, Nachrichten wurden verworfen</translation>
+    </message>
+    <message>
+        <source>Slow Consumer</source>
+        <translation>zu langsam gelesen</translation>
+    </message>
+    <message>
+        <source>maximum connections exceeded</source>
+        <translation>mehr Verbindungen lässt der Server nicht zu</translation>
+    </message>
+    <message>
+        <source>maximum account active connections exceeded</source>
+        <translation>mehr Verbindungen lässt das Konto nicht zu</translation>
+    </message>
+    <message>
+        <source>Maximum Payload Exceeded</source>
+        <translation>die Nachricht ist größer als erlaubt</translation>
+    </message>
+    <message>
+        <source>Permissions Violation for Publish to &quot;%1&quot;</source>
+        <translation>unter &quot;%1&quot; darf nicht gesendet werden</translation>
+    </message>
+    <message>
+        <source>Permissions Violation for Subscription to &quot;%1&quot;</source>
+        <translation>auf &quot;%1&quot; darf nicht gehört werden</translation>
+    </message>
+    <message>
+        <source>Out of resources</source>
+        <translation>die Mittel des Systems sind erschöpft</translation>
+    </message>
+    <message>
+        <source>Unsupported socket operation</source>
+        <translation>dieser Vorgang ist mit der Verbindung nicht möglich</translation>
+    </message>
+    <message>
+        <source>Protocol type not supported</source>
+        <translation>diese Art von Protokoll wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>Invalid socket descriptor</source>
+        <translation>die Verbindung gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>Host unreachable</source>
+        <translation>Rechner ist nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>The bound address is already in use</source>
+        <translation>die Adresse wird schon benutzt</translation>
+    </message>
+    <message>
+        <source>The address is not available</source>
+        <translation>die Adresse gibt es hier nicht</translation>
+    </message>
+    <message>
+        <source>The address is protected</source>
+        <translation>die Adresse ist geschützt</translation>
+    </message>
+    <message>
+        <source>Unable to send a message</source>
+        <translation>eine Nachricht kann nicht gesendet werden</translation>
+    </message>
+    <message>
+        <source>Unable to receive a message</source>
+        <translation>eine Nachricht kann nicht empfangen werden</translation>
+    </message>
+    <message>
+        <source>Unable to write</source>
+        <translation>Senden ist nicht möglich</translation>
+    </message>
+    <message>
+        <source>Network error</source>
+        <translation>Fehler im Netz</translation>
+    </message>
+    <message>
+        <source>Temporary error</source>
+        <translation>vorübergehender Fehler</translation>
+    </message>
+    <message>
+        <source>Network dropped connection on reset</source>
+        <translation>Verbindung vom Netz abgebrochen</translation>
+    </message>
+    <message>
+        <source>Another socket is already listening on the same port</source>
+        <translation>auf diesem Port horcht schon ein anderes Programm</translation>
+    </message>
 </context>
 <context>
     <name>QtTexts</name>
@@ -3075,6 +3371,57 @@ Bitte prüfen Sie den Namen.</translation>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>At %1:</source>
+        <translation>Bei %1:</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverModel</name>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Disconnected</source>
+        <translation>Getrennt</translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation>Verloren</translation>
+    </message>
+    <message>
+        <source>%1 when last heard of</source>
+        <translation>%1, als zuletzt davon gehört wurde</translation>
+    </message>
+    <message>
+        <source>Receiver</source>
+        <translation>Empfänger</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>Seit</translation>
+    </message>
+    <message>
+        <source>Frequency (MHz)</source>
+        <translation>Frequenz (MHz)</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>Betriebsart</translation>
+    </message>
+    <message>
+        <source>Signal (dB/S9)</source>
+        <translation>Signal (dB/S9)</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
 </context>
 <context>
     <name>RecoveryNotices</name>
@@ -3226,6 +3573,240 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>%1 is lost</source>
         <translation>%1 ist verloren</translation>
+    </message>
+</context>
+<context>
+    <name>StationModel</name>
+    <message>
+        <source>silent for %1</source>
+        <translation>stumm seit %1</translation>
+    </message>
+    <message>
+        <source>%1 at %2: %3</source>
+        <translation>%1 auf %2: %3</translation>
+    </message>
+    <message>
+        <source>Running since %1</source>
+        <translation>Läuft seit %1</translation>
+    </message>
+    <message>
+        <source>Heard %1 ago</source>
+        <translation>Gehört vor %1</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <translation>Station</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Machine</source>
+        <translation>Rechner</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Running for</source>
+        <translation>Läuft seit</translation>
+    </message>
+</context>
+<context>
+    <name>StationTabs</name>
+    <message>
+        <source>Stations</source>
+        <translation>Stationen</translation>
+    </message>
+    <message>
+        <source>Close this station</source>
+        <translation>Diese Station schließen</translation>
+    </message>
+</context>
+<context>
+    <name>StationView</name>
+    <message>
+        <source>Overview</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <comment>short, for a tab</comment>
+        <translation>Konfig.</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Ground transmitters</source>
+        <translation>Bodensender</translation>
+    </message>
+    <message>
+        <source>Transmitters</source>
+        <comment>short, for a tab</comment>
+        <translation>Bodensender</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>MpxORVs</source>
+        <translation>MpxORVs</translation>
+    </message>
+    <message>
+        <source>MpxORV status</source>
+        <translation>MpxORV-Status</translation>
+    </message>
+    <message>
+        <source>My MpxORV</source>
+        <translation>Mein MpxORV</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>This console is job master (%1) and gives that up.</source>
+        <translation>Diese Konsole ist Auftragsmaster (%1) und gibt das auf.</translation>
+    </message>
+    <message>
+        <source>Give the MpxORV back</source>
+        <translation>Den MpxORV zurückgeben</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Zurückgeben</translation>
+    </message>
+    <message>
+        <source>This console is tuned to %1 and gives that up.</source>
+        <translation>Diese Konsole ist auf %1 eingestellt und gibt das auf.</translation>
+    </message>
+    <message>
+        <source>Close the station</source>
+        <translation>Die Station schließen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>StationWord</name>
+    <message>
+        <source>not connected</source>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>verbindet</translation>
+    </message>
+    <message>
+        <source>LOST</source>
+        <translation>VERLOREN</translation>
+    </message>
+    <message>
+        <source>answers slowly</source>
+        <translation>antwortet langsam</translation>
+    </message>
+    <message>
+        <source>New station</source>
+        <translation>Neue Station</translation>
+    </message>
+</context>
+<context>
+    <name>StationsPanel</name>
+    <message>
+        <source>Stations at &amp;NATS</source>
+        <translation>Stationen bei &amp;NATS</translation>
+    </message>
+    <message>
+        <source>Where NATS is</source>
+        <translation>Wo NATS ist</translation>
+    </message>
+    <message>
+        <source>HOST or HOST:PORT, several with commas between; natss:// in front means TLS.</source>
+        <translation>HOST oder HOST:PORT, mehrere mit Kommas dazwischen; natss:// davor bedeutet TLS.</translation>
+    </message>
+    <message>
+        <source>host of NATS</source>
+        <translation>Rechner von NATS</translation>
+    </message>
+    <message>
+        <source>&amp;List</source>
+        <translation>Auf&amp;listen</translation>
+    </message>
+    <message>
+        <source>List the stations</source>
+        <translation>Die Stationen auflisten</translation>
+    </message>
+    <message>
+        <source>Filter of the list of stations</source>
+        <translation>Filter der Liste der Stationen</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Stations at NATS</source>
+        <translation>Stationen bei NATS</translation>
+    </message>
+    <message>
+        <source>Say where NATS is, and who is there is listed.</source>
+        <translation>Geben Sie an, wo NATS ist; wer dort ist, wird aufgelistet.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be where NATS is: write HOST or HOST:PORT.</source>
+        <translation>&quot;%1&quot; kann nicht der Ort von NATS sein: schreiben Sie HOST oder HOST:PORT.</translation>
+    </message>
+    <message>
+        <source>Connecting to NATS at %1</source>
+        <translation>Verbinde mit NATS bei %1</translation>
+    </message>
+    <message>
+        <source>NATS is not reached, trying again: %1</source>
+        <translation>NATS ist nicht erreichbar, neuer Versuch folgt: %1</translation>
+    </message>
+    <message>
+        <source>Nobody offers a station at %1 yet.</source>
+        <translation>Noch bietet niemand eine Station bei %1 an.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n stations</source>
+        <translation>
+            <numerusform>%n Station</numerusform>
+            <numerusform>%n Stationen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n stations</source>
+        <translation>
+            <numerusform>%1 von %n Station</numerusform>
+            <numerusform>%1 von %n Stationen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>StatusPage</name>
+    <message>
+        <source>Receivers</source>
+        <translation>Empfänger</translation>
     </message>
 </context>
 <context>
@@ -3425,6 +4006,14 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>%1. &quot;Tune&quot; asks once more.</source>
         <translation>%1. „Einstellen“ fordert sie noch einmal an.</translation>
+    </message>
+    <message>
+        <source>&amp;Frequency at %1:</source>
+        <translation>&amp;Frequenz bei %1:</translation>
+    </message>
+    <message>
+        <source>Frequency at %1</source>
+        <translation>Frequenz bei %1</translation>
     </message>
 </context>
 <context>

@@ -51,7 +51,9 @@ bool ChildProgram::Start(const QString& program, const QStringList& arguments) {
     m_taken = 0;
     m_isDropping = false;
     m_process.start(program, arguments);
-    return m_process.waitForStarted();
+    if (m_process.waitForStarted()) return true;
+    m_errors = m_process.errorString().toUtf8();
+    return false;
 }
 
 void ChildProgram::OnOutput() {

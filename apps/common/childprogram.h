@@ -38,7 +38,7 @@ class ChildProgram {
     /// Gives each line to \a onLine as it comes, in place of keeping what is said.
     void SetLineHandler(std::function<void(const QString& line)> onLine);
 
-    /// False if it cannot be started.
+    /// False if it cannot be started; GetErrors() tells why.
     bool Start(const QString& program, const QStringList& arguments);
     bool IsRunning() const { return m_process.state() != QProcess::NotRunning; }
     qint64 GetProcessId() const { return m_process.processId(); }

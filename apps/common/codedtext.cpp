@@ -77,11 +77,18 @@ int ProblemArgumentOf(ECode code) {
         case ECode::EntriesWouldBeLost:
         case ECode::Further:
             return 0;
+        case ECode::StationNotOffered:
+            return 1;
         case ECode::ModuleFailed:
             return 2;
         default:
             return -1;
     }
+}
+
+/// Which argument of \a code is the number of what the one that ProblemArgumentOf() names says; -1: none.
+int ProblemNumberArgumentOf(ECode code) {
+    return code == ECode::ModuleFailed ? 3 : -1;
 }
 
 }  // namespace
@@ -129,11 +136,17 @@ QString CodedText::Translated() const {
         if (isText && arguments.size() == PolicyArgumentOf(m_code))
             arguments += policytext::Mentioned(argument.m_text);
         else if (isText && arguments.size() == ProblemArgumentOf(m_code))
-            arguments += problemtext::Translated(argument.m_text);
+            arguments += problemtext::Translated(argument.m_text, NumberOfProblem());
         else
             arguments += argument.Translated();
     }
     return Filled(QCoreApplication::translate("CodedText", eventcodes::Of(m_code).english), arguments);
+}
+
+QString CodedText::NumberOfProblem() const {
+    for (std::size_t at = 0; at < m_arguments.size(); ++at)
+        if (static_cast<int>(at) == ProblemNumberArgumentOf(m_code)) return m_arguments[at].ToEnglish();
+    return QString();
 }
 
 QJsonObject CodedText::ToObject() const {

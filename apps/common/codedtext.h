@@ -71,6 +71,8 @@ class CodedText {
 
   private:
     static std::optional<CodedText> FromJson(const QJsonValue& json, int depth);
+    /// The number of the error that one of the arguments tells in words; empty: there is none.
+    QString NumberOfProblem() const;
 
     ECode m_code = ECode::Count;
     QString m_text;

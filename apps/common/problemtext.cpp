@@ -33,6 +33,21 @@ constexpr const char* ProblemSentences[] = {
     QT_TRANSLATE_NOOP("Problem", "Network operation timed out"),
     QT_TRANSLATE_NOOP("Problem", "Socket operation timed out"),
     QT_TRANSLATE_NOOP("Problem", "The remote host closed the connection"),
+    QT_TRANSLATE_NOOP("Problem", "Out of resources"),
+    QT_TRANSLATE_NOOP("Problem", "Unsupported socket operation"),
+    QT_TRANSLATE_NOOP("Problem", "Protocol type not supported"),
+    QT_TRANSLATE_NOOP("Problem", "Invalid socket descriptor"),
+    QT_TRANSLATE_NOOP("Problem", "Host unreachable"),
+    QT_TRANSLATE_NOOP("Problem", "The bound address is already in use"),
+    QT_TRANSLATE_NOOP("Problem", "The address is not available"),
+    QT_TRANSLATE_NOOP("Problem", "The address is protected"),
+    QT_TRANSLATE_NOOP("Problem", "Unable to send a message"),
+    QT_TRANSLATE_NOOP("Problem", "Unable to receive a message"),
+    QT_TRANSLATE_NOOP("Problem", "Unable to write"),
+    QT_TRANSLATE_NOOP("Problem", "Network error"),
+    QT_TRANSLATE_NOOP("Problem", "Temporary error"),
+    QT_TRANSLATE_NOOP("Problem", "Network dropped connection on reset"),
+    QT_TRANSLATE_NOOP("Problem", "Another socket is already listening on the same port"),
     QT_TRANSLATE_NOOP("Problem", "Cannot assign requested address"),
     QT_TRANSLATE_NOOP("Problem", "Address family not supported by protocol"),
     QT_TRANSLATE_NOOP("Problem", "Broken pipe"),
@@ -104,6 +119,54 @@ constexpr const char* ProblemSentences[] = {
     QT_TRANSLATE_NOOP("Problem", "cannot read '%1': %2"),
     QT_TRANSLATE_NOOP("Problem", "the certificate '%1' expired on %2"),
     QT_TRANSLATE_NOOP("Problem", "the certificate '%1' holds from %2 on only"),
+    // NATS, its library, and sessions through it.
+    QT_TRANSLATE_NOOP("Problem", "this build knows no NATS"),
+    QT_TRANSLATE_NOOP("Problem", "NATS refuses: %1"),
+    QT_TRANSLATE_NOOP("Problem", "NATS at %1: Timeout"),
+    QT_TRANSLATE_NOOP("Problem", "NATS at %1: %2"),
+    QT_TRANSLATE_NOOP("Problem", "NATS answers with status %1"),
+    QT_TRANSLATE_NOOP("Problem", "the connection to NATS at %1 is lost: %2"),
+    QT_TRANSLATE_NOOP("Problem", "the connection to NATS at %1 is lost"),
+    QT_TRANSLATE_NOOP("Problem", "nothing heard from NATS at %1 for %2 ms"),
+    QT_TRANSLATE_NOOP("Problem", "this NATS has no JetStream"),
+    QT_TRANSLATE_NOOP("Problem", "no answer in time"),
+    QT_TRANSLATE_NOOP("Problem", "no connection"),
+    QT_TRANSLATE_NOOP("Problem", "nobody there answers"),
+    QT_TRANSLATE_NOOP("Problem", "NATS takes a user, a token, a file of credentials or an NKey, not several"),
+    QT_TRANSLATE_NOOP("Problem", "an NKey and the file with its seed need each other"),
+    QT_TRANSLATE_NOOP("Problem", "a certificate for NATS and its private key need each other"),
+    QT_TRANSLATE_NOOP("Problem", "the file '%1' cannot be read"),
+    QT_TRANSLATE_NOOP("Problem", "nobody offers the station '%1' at NATS"),
+    QT_TRANSLATE_NOOP("Problem", "it is taken by %1"),
+    QT_TRANSLATE_NOOP("Problem", "%1 on %2 (process %3, since %4)"),
+    QT_TRANSLATE_NOOP("Problem", "the station speaks version %1 of the session over NATS, not %2"),
+    QT_TRANSLATE_NOOP("Problem", "the station sends what is no key"),
+    QT_TRANSLATE_NOOP("Problem", "the server was restarted"),
+    QT_TRANSLATE_NOOP("Problem", "the server knows of no such session: it was restarted, or ended it"),
+    QT_TRANSLATE_NOOP("Problem", "a message was lost over NATS (number %1 came, %2 was due)"),
+    QT_TRANSLATE_NOOP("Problem", "a message of %1 bytes, where %2 are allowed"),
+    QT_TRANSLATE_NOOP("Problem", "the peer acknowledges what was not sent over NATS"),
+    QT_TRANSLATE_NOOP("Problem", "the peer sends more than it may over NATS"),
+    QT_TRANSLATE_NOOP("Problem", "the peer has left NATS"),
+    QT_TRANSLATE_NOOP("Problem", "the peer does not read"),
+    QT_TRANSLATE_NOOP("Problem", "Connection Closed"),
+    QT_TRANSLATE_NOOP("Problem", "Connection Disconnected"),
+    QT_TRANSLATE_NOOP("Problem", "No server available for connection"),
+    QT_TRANSLATE_NOOP("Problem", "Stale Connection"),
+    QT_TRANSLATE_NOOP("Problem", "Secure Connection Required"),
+    QT_TRANSLATE_NOOP("Problem", "Secure Connection not available"),
+    QT_TRANSLATE_NOOP("Problem", "Authorization Violation"),
+    QT_TRANSLATE_NOOP("Problem", "Authentication Violation"),
+    QT_TRANSLATE_NOOP("Problem", "User Authentication Expired"),
+    QT_TRANSLATE_NOOP("Problem", "Not Permitted"),
+    QT_TRANSLATE_NOOP("Problem", "SSL Error"),
+    QT_TRANSLATE_NOOP("Problem", "Slow Consumer, messages dropped"),
+    QT_TRANSLATE_NOOP("Problem", "Slow Consumer"),
+    QT_TRANSLATE_NOOP("Problem", "maximum connections exceeded"),
+    QT_TRANSLATE_NOOP("Problem", "maximum account active connections exceeded"),
+    QT_TRANSLATE_NOOP("Problem", "Maximum Payload Exceeded"),
+    QT_TRANSLATE_NOOP("Problem", "Permissions Violation for Publish to \"%1\""),
+    QT_TRANSLATE_NOOP("Problem", "Permissions Violation for Subscription to \"%1\""),
     // Edits that the connection, or the server's tree, does not take.
     QT_TRANSLATE_NOOP("Problem", "there is no connection to the server"),
     QT_TRANSLATE_NOOP("Problem", "the server's content has not arrived yet"),
@@ -135,18 +198,19 @@ struct KnownProblems {
     KnownProblems() {
         for (const char* const sentence : ProblemSentences)
             Add(ProblemContext, sentence);
+        constexpr int fewestLetters = 8;  // of what is taken for a sentence, and no name
         // What refuses a request or a write has a code, which a write's answer has no room for.
-        for (int i = static_cast<int>(ECode::FirstPart); i < static_cast<int>(ECode::Count); ++i)
-            Add("CodedText", eventcodes::Of(static_cast<ECode>(i)).english);
+        for (int i = static_cast<int>(ECode::FirstPart); i < static_cast<int>(ECode::Count); ++i) {
+            const char* const english = eventcodes::Of(static_cast<ECode>(i)).english;
+            QString words = QLatin1String(english);
+            words.remove(QRegularExpression(QStringLiteral("%[1-9]|[^A-Za-z]")));
+            if (words.size() >= fewestLetters) Add("CodedText", english);
+        }
     }
 
   private:
     void Add(const char* context, const char* english) {
         const QString text = QLatin1String(english);
-        QString words = text;
-        words.remove(QRegularExpression(QStringLiteral("%[1-9]|[^A-Za-z]")));
-        constexpr int fewestLetters = 8;  // of what is taken for a sentence, and no name
-        if (words.size() < fewestLetters) return;
         if (!text.contains(QLatin1Char('%'))) {
             whole.insert(text, {QRegularExpression(), context, english});
             return;
@@ -203,6 +267,13 @@ const char* SentenceOfWindows(const QString& number) {
     return nullptr;
 }
 
+/// \a english, or in place of Windows' words of \a number, which may be of any language, the sentence that is
+/// known. Who it is of may stand before it.
+QString OfNumber(const QString& english, const QString& number) {
+    const char* const ofWindows = SentenceOfWindows(number);
+    return ofWindows == nullptr ? english : english.left(BehindColon(english)) + QLatin1String(ofWindows);
+}
+
 QString TranslatedProblem(const QString& english, int depth) {
     if (english.size() > LongestProblem || depth > MostProblemDepth) return english;
     const KnownProblems& known = AllProblems();
@@ -215,11 +286,8 @@ QString TranslatedProblem(const QString& english, int depth) {
     // Some tell the number of the error as well.
     static const auto& numbered = *new const QRegularExpression(QStringLiteral("^(.+)( \\((\\d+)\\))$"));
     if (const auto match = numbered.match(english); match.hasMatch()) {
-        // Its own words may be of any language; who it is of may stand before them.
-        const char* const ofWindows = SentenceOfWindows(match.captured(3));
-        QString sentence = match.captured(1);
-        if (ofWindows != nullptr) sentence = sentence.left(BehindColon(sentence)) + QLatin1String(ofWindows);
-        return TranslatedProblem(sentence, depth + 1) + match.captured(2);
+        return TranslatedProblem(OfNumber(match.captured(1), match.captured(3)), depth + 1) +
+               match.captured(2);
     }
     // A file, or who it is of, stands before what the system says.
     const int behind = BehindColon(english);
@@ -231,4 +299,8 @@ QString TranslatedProblem(const QString& english, int depth) {
 
 QString problemtext::Translated(const QString& english) {
     return TranslatedProblem(english, 0);
+}
+
+QString problemtext::Translated(const QString& english, const QString& number) {
+    return Translated(OfNumber(english, number));
 }

@@ -11,4 +11,8 @@ namespace problemtext {
 /// such sentence. A sentence that is not known stays as it is, and so does "NAME: " before one that is.
 QString Translated(const QString& english);
 
+/// The same of a sentence beside which the system's number of the error is told: Windows says it in its own
+/// words, and in its own language, so there the number decides.
+QString Translated(const QString& english, const QString& number);
+
 }  // namespace problemtext

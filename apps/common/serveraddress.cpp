@@ -59,6 +59,13 @@ QString ParseNats(const QString& text, ServerAddress* address) {
     return QString();
 }
 
+/// This machine has several names for itself, and names no cases.
+QString OneName(const QString& host) {
+    const QString name = host.toLower();
+    const bool isThisMachine = name == QLatin1String("localhost") || name == QLatin1String("::1");
+    return isThisMachine ? QStringLiteral("127.0.0.1") : name;
+}
+
 /// Splits \a server, without its scheme, into the host and what comes behind it. Empty, or what is wrong with
 /// %1.
 QString SplitHost(const QString& server, QString* host, QString* rest) {
@@ -108,6 +115,19 @@ QString ServerAddress::AceFormOf(const QString& text) {
         return QString();
     const QString ace = QString::fromLatin1(QUrl::toAce(host));
     return CanBeHost(ace) ? ace : QString();
+}
+
+bool ServerAddress::IsSameAs(const ServerAddress& other) const {
+    if (isOverNats != other.isOverNats) return false;
+    if (!isOverNats) return port == other.port && OneName(host) == OneName(other.host);
+    nats::NatsAddress mine, theirs;
+    if (!mine.Parse(host).isEmpty() || !theirs.Parse(other.host).isEmpty() || mine.station != theirs.station)
+        return false;
+    return std::any_of(mine.servers.begin(), mine.servers.end(), [&](const nats::HostPort& one) {
+        return std::any_of(theirs.servers.begin(), theirs.servers.end(), [&](const nats::HostPort& another) {
+            return one.port == another.port && OneName(one.host) == OneName(another.host);
+        });
+    });
 }
 
 QStringList ServerAddress::Hosts() const {

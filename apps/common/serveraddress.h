@@ -22,6 +22,9 @@ struct ServerAddress {
     /// The form ("xn--...") that the host of \a text is to be written in if it has characters beyond Latin-1,
     /// which Parse() refuses; empty for other hosts, and for those that have no such form.
     static QString AceFormOf(const QString& text);
+    /// Whether \a other leads to the same server, as far as the addresses tell: encrypted or not, by
+    /// whichever name this machine has for itself, over whichever of the same servers of NATS.
+    bool IsSameAs(const ServerAddress& other) const;
     /// The host, or those of NATS.
     QStringList Hosts() const;
     /// What Parse() reads: "host:7450", "mcss://[::1]:7450", "nats://host/tower".

@@ -39,7 +39,7 @@ constexpr Description Descriptions[] = {
     {"garbage",     EFault::Garbage,     nullptr,   0, 0, 0,           "send what is no Modbus"},
     {"exception",   EFault::Exception,   "NUMBER",  0, 255, 4,         "answer with the exception NUMBER"},
     {"duplicate",   EFault::Duplicate,   nullptr,   0, 0, 0,           "send each answer twice"},
-    {"idle",        EFault::Idle,        "MS",      1, LongestMs, 1000, "drop a connection that is idle for MS"},
+    {"idle",        EFault::Idle,        "MS",      1, LongestMs, 1000, "drop a connection MS after its last question"},
     {"storm",       EFault::Storm,       "PERCENT", 0, 100, 50,        "any of these, at random, PERCENT of the time"},
 };
 // clang-format on

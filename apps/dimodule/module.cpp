@@ -72,7 +72,8 @@ void Module::OnNewConnection() {
             continue;
         }
         auto* const connection = new ModuleConnection(*this, *socket);
-        connection->DropWhenIdle(IdleTime());
+        // Whoever has just connected is about to ask, however short the time is and however busy the machine.
+        connection->SetIdleTime(IdleTime());
     }
 }
 

@@ -42,12 +42,14 @@ void ModuleConnection::Reset() {
     m_socket.abort();
 }
 
-void ModuleConnection::DropWhenIdle(std::chrono::milliseconds time) {
+void ModuleConnection::SetIdleTime(std::chrono::milliseconds time) {
+    m_idle.stop();
     m_idle.setInterval(time);
-    if (time > time.zero())
-        m_idle.start();
-    else
-        m_idle.stop();
+}
+
+void ModuleConnection::DropWhenIdle(std::chrono::milliseconds time) {
+    SetIdleTime(time);
+    if (time > time.zero()) m_idle.start();
 }
 
 void ModuleConnection::OnReadyRead() {
@@ -67,7 +69,7 @@ void ModuleConnection::AnswerFrames() {
         if (size == -1) return Leave();  // this is another protocol
         // Who does not read the answers gets no more of them until then.
         if (m_socket.bytesToWrite() > MaxWaiting) return;
-        if (m_idle.isActive()) m_idle.start();
+        if (m_idle.interval() > 0) m_idle.start();
         m_reaction = m_module.Ask(m_received.left(size));
         m_received.remove(0, size);
         if (m_reaction.delay > m_reaction.delay.zero())

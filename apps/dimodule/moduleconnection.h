@@ -23,7 +23,9 @@ class ModuleConnection final : public QObject {
     ModuleConnection(Module& module, QTcpSocket& socket);
 
     void Reset();
-    /// Ends the connection once no question came for \a time; 0: not any more.
+    /// From the next question on, ends the connection once no other came for \a time; 0: not any more.
+    void SetIdleTime(std::chrono::milliseconds time);
+    /// The same, and counts from now on also where nothing was asked yet.
     void DropWhenIdle(std::chrono::milliseconds time);
 
   private:

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/connectdialog.h>
 
+#include <apps/mcconsole/stations/stationspanel.h>
+
+#include <platform/nats/natsbusmaker.h>
+#include <platform/nats/natsscheme.h>
 #include <platform/widgets/guibase.h>
 #include <platform/widgets/valuetext.h>
 
@@ -31,7 +35,8 @@ bool IsThisMachine(const QString& host) {
 
 }  // namespace
 
-ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions& options, QWidget* parent)
+ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions& options, QWidget* parent,
+                             const StationFinder::MakeBus& makeBus)
     : QDialog(parent),
       m_recent(recent),
       m_options(options),
@@ -44,8 +49,30 @@ ConnectDialog::ConnectDialog(const RecentServers& recent, const VtClientOptions&
       m_problem(new QLabel(this)) {
     setObjectName(QStringLiteral("ConnectDialog"));
     setWindowTitle(tr("Connect to a server"));
+    if (makeBus) BuildStations(makeBus);
     Build();
     FillRecent();
+}
+
+StationFinder::MakeBus ConnectDialog::BusOfThisBuild() {
+    return nats::IsBuiltIn() ? StationFinder::MakeBus(nats::MakeBus) : nullptr;
+}
+
+void ConnectDialog::BuildStations(const StationFinder::MakeBus& makeBus) {
+    // Credentials of NATS come from the environment; the authority is the one that is entered above.
+    const auto optionsFor = [this](const NatsPlace& place) {
+        VtClientOptions options = m_options;
+        options.caFile = place.isEncrypted ? m_caFile->text() : QString();
+        return nats::OptionsOf(options, place.isEncrypted);
+    };
+    m_stations = new StationsPanel(makeBus, optionsFor, this);
+    connect(m_stations, &StationsPanel::Chosen, this, &ConnectDialog::ShowStation);
+    connect(m_stations, &StationsPanel::Activated, this, [this](const ServerAddress& address) {
+        ShowStation(address);
+        TryToAccept();
+    });
+    connect(m_stations, &StationsPanel::Reached, this,
+            [this](const QString& place) { m_recent.AddNats(place); });
 }
 
 void ConnectDialog::Build() {
@@ -79,14 +106,12 @@ void ConnectDialog::Build() {
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(m_problem);
+    if (m_stations != nullptr) layout->addWidget(m_stations, 1);
     layout->addStretch();
     layout->addWidget(buttons);
 
     connect(m_address, QOverload<int>::of(&QComboBox::activated), this, &ConnectDialog::ShowRecent);
-    connect(m_address, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        if (text.startsWith(QLatin1String("mcss://")) || text.startsWith(QLatin1String("natss://")))
-            m_encrypted->setChecked(true);
-    });
+    connect(m_address, &QComboBox::editTextChanged, this, &ConnectDialog::OnAddressEdited);
     connect(m_encrypted, &QCheckBox::toggled, this, &ConnectDialog::ShowEncryption);
     connect(buttons, &QDialogButtonBox::accepted, this, &ConnectDialog::TryToAccept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -121,6 +146,44 @@ void ConnectDialog::FillRecent() {
     if (!m_options.caFile.isEmpty()) m_caFile->setText(m_options.caFile);
     if (!m_options.caFile.isEmpty() || !m_options.certificateFile.isEmpty()) PreferEncryption();
     ShowEncryption();
+    if (m_stations != nullptr) m_stations->OfferPlaces(KnownPlaces());
+}
+
+/// Where NATS was reached, and where stations were that were connected to.
+QStringList ConnectDialog::KnownPlaces() const {
+    QStringList places = m_recent.GetNats();
+    for (const RecentServers::Entry& entry : m_recent.GetEntries()) {
+        NatsPlace place;
+        if (!entry.server.isOverNats || !place.Parse(entry.server.ToText())) continue;
+        if (!places.contains(place.ToText())) places += place.ToText();
+    }
+    return places;
+}
+
+void ConnectDialog::OnAddressEdited(const QString& text) {
+    const bool isOverNats =
+        text.startsWith(QLatin1String("nats://")) || text.startsWith(QLatin1String("natss://"));
+    if (text.startsWith(QLatin1String("mcss://")) || text.startsWith(QLatin1String("natss://")))
+        m_encrypted->setChecked(true);
+    if (m_stations == nullptr)
+        m_problem->setText(isOverNats ? tr("This build knows no NATS: give HOST or HOST:PORT.") : QString());
+}
+
+/// With what was used with that station the last time, if anything was.
+void ConnectDialog::ShowStation(const ServerAddress& address) {
+    const auto& entries = m_recent.GetEntries();
+    const QString text = address.ToText();
+    const auto known = std::find_if(entries.begin(), entries.end(), [&](const RecentServers::Entry& entry) {
+        return entry.server.ToText() == text;
+    });
+    if (known != entries.end())
+        ShowRecent(static_cast<int>(known - entries.begin()));
+    else
+        m_encrypted->setChecked(address.isEncrypted);
+    ServerAddress plain = address;
+    plain.isEncrypted = false;
+    m_address->setEditText(plain.ToText());
+    m_problem->clear();
 }
 
 void ConnectDialog::PreferEncryption() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcconsole/recentservers.h>
+#include <apps/mcconsole/stations/stationfinder.h>
 
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -13,14 +14,17 @@ class QLabel;
 class QLayout;
 class QLineEdit;
 class QPushButton;
+class StationsPanel;
 
-/// Asks which server to connect to, and as whom. What the command line says stands at first; a server that is
-/// chosen brings what was used with it the last time.
+/// Asks which server to connect to, and as whom, and lists those at NATS. What the command line says stands
+/// at first; a server that is chosen brings what was used with it the last time.
 class ConnectDialog : public QDialog {
     Q_OBJECT
 
   public:
-    ConnectDialog(const RecentServers& recent, const VtClientOptions& options, QWidget* parent);
+    /// \a makeBus: how NATS is reached; none: this build knows no NATS.
+    ConnectDialog(const RecentServers& recent, const VtClientOptions& options, QWidget* parent,
+                  const StationFinder::MakeBus& makeBus = BusOfThisBuild());
 
     /// As "--tls" asks for.
     void PreferEncryption();
@@ -29,11 +33,19 @@ class ConnectDialog : public QDialog {
     const ServerAddress& GetServer() const { return m_server; }
     VtClientOptions GetOptions() const;
 
+    /// As given, with where NATS was reached meanwhile, in any case.
+    const RecentServers& GetRecent() const { return m_recent; }
+
   private:
+    static StationFinder::MakeBus BusOfThisBuild();
     void Build();
+    void BuildStations(const StationFinder::MakeBus& makeBus);
     QLayout* BuildCaRow();
     void FillRecent();
+    QStringList KnownPlaces() const;
     void ShowRecent(int index);
+    void ShowStation(const ServerAddress& address);
+    void OnAddressEdited(const QString& text);
     void ShowEncryption();
     void ChooseCaFile();
     void TryToAccept();
@@ -50,4 +62,5 @@ class ConnectDialog : public QDialog {
     QLineEdit* m_user;
     QLineEdit* m_token;
     QLabel* m_problem;
+    StationsPanel* m_stations = nullptr;  ///< null: this build knows no NATS
 };

@@ -3,6 +3,7 @@
 
 #include <apps/common/commandline.h>
 #include <apps/common/mpxorvname.h>
+#include <apps/mcconsole/keptstations.h>
 
 namespace {
 
@@ -13,8 +14,8 @@ QString Text(const char* text) {
 // In the order of the help.
 constexpr CommandLine::Option Options[] = {
     {"connect", "HOST[:PORT]",
-     "Connect to this server; mcss:// in front means TLS, nats://HOST/STATION through NATS. Asks unless "
-     "given."},
+     "Connect to this server; mcss:// in front means TLS, nats://HOST/STATION through NATS. Several "
+     "times: a tab for each. Asks unless given."},
     {"tls", nullptr, "Connect with TLS."},
     {"ca", "FILE", "Authority that the server's certificate must come from, PEM; means TLS."},
     {"cert", "FILE", "Certificate of this client, PEM; means TLS."},
@@ -37,10 +38,14 @@ void TakeServer(CommandLine& line, ConsoleOptions& options) {
         if (!options.screenshotDirectory.isEmpty()) line.Refuse(Text("--screenshot needs --connect"));
         return;
     }
-    ServerAddress server;
-    server.isEncrypted = options.isEncrypted;
-    line.Refuse("connect", server.Parse(line.GetValue("connect")));
-    options.server = server;
+    for (const QString& text : line.GetValues("connect")) {
+        ServerAddress server;
+        server.isEncrypted = options.isEncrypted;
+        line.Refuse("connect", server.Parse(text));
+        options.servers.push_back(server);
+    }
+    if (options.servers.size() > KeptStations::MaxStations)
+        line.Refuse("connect", QStringLiteral("%1 stations at most").arg(KeptStations::MaxStations));
 }
 
 void TakeOptions(CommandLine& line, ConsoleOptions& options) {

@@ -9,11 +9,11 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-#include <optional>
+#include <vector>
 
 /// What the command line asks for.
 struct ConsoleOptions : ProgramOptions {
-    std::optional<ServerAddress> server;  ///< none: ask
+    std::vector<ServerAddress> servers;  ///< a tab each; none: ask
     VtClientOptions client;
     bool isEncrypted = false;  ///< whichever server that will be
     QString mpxOrvName;

@@ -1,56 +1,35 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/consolewindow.h>
 
-#include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectdialog.h>
-#include <apps/mcconsole/connectionbar.h>
-#include <apps/mcconsole/events/eventspage.h>
+#include <apps/mcconsole/keptstations.h>
 #include <apps/mcconsole/keptview.h>
 #include <apps/mcconsole/keysdialog.h>
-#include <apps/mcconsole/mpxorvpage.h>
-#include <apps/mcconsole/overview/lastevents.h>
-#include <apps/mcconsole/overview/overviewpage.h>
 #include <apps/mcconsole/pagehelp.h>
-#include <apps/mcconsole/pagetabs.h>
 #include <apps/mcconsole/session/connectiontexts.h>
-#include <apps/mcconsole/statusstrip.h>
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
 #include <apps/pages/colours.h>
-#include <apps/pages/configpage.h>
-#include <apps/pages/displaypages.h>
-#include <apps/pages/holders.h>
-#include <apps/pages/mpxorvlistpage.h>
-#include <apps/pages/mpxorvspage.h>
 #include <apps/pages/noticebar.h>
-#include <apps/pages/question.h>
-#include <apps/pages/scrolledpage.h>
-#include <apps/pages/serverkeys.h>
 #include <apps/pages/severitylook.h>
-#include <apps/pages/suppressionview.h>
-#include <apps/pages/undobar.h>
-
-#include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
 #include <platform/widgets/notifications.h>
-#include <platform/widgets/stalemark.h>
+#include <platform/widgets/steadylabel.h>
 #include <platform/widgets/valuetext.h>
-#include <platform/widgets/vclineedit.h>
-#include <platform/widgets/vcnumericfloatspin.h>
 
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
-#include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
-#include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWhatsThis>
+
+#include <algorithm>
 
 namespace {
 
@@ -77,98 +56,44 @@ QLabel* PlainLabel(QWidget* parent, const char* name) {
 }  // namespace
 
 ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
-    : m_situation(m_clock, ConsoleSession::GetBasePath(), [this] { return Connection::Of(m_session); }),
-      m_tuning(m_clock),
-      m_options(options) {
+    : m_options(options),
+      m_stations(new StationTabs(this)),
+      m_shownConnection(*this, [this] { ShowConnection(); }) {
     setObjectName(QStringLiteral("ConsoleWindow"));
-    BuildPages();
+    setCentralWidget(m_stations);
+    StationView* const first = AddStation();
     BuildStatusBar();
     BuildMenus();
-    resize(QSize(800, 740).expandedTo(sizeHint()));
+    // So wide that nothing has to be said shorter, and that it fits a small screen.
+    resize(QSize(1000, 740).expandedTo(sizeHint()));
     m_recent.Read(*Configuration());
-    keptview::Restore(*Configuration(), *m_tabs, m_tuning);
-    KeepFrequencies();
-    connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
-    connect(&m_session, &ConsoleSession::Changed, this, &ConsoleWindow::ShowState);
-    connect(&m_situation, &Situation::Changed, this, &ConsoleWindow::ShowSituation);
+    KeepFrequencies(*first);
+    connect(m_stations, &StationTabs::FrontChanged, this, &ConsoleWindow::ShowFront);
+    connect(m_stations, &StationTabs::Changed, this, &ConsoleWindow::OnChanged);
+    connect(m_stations, &StationTabs::CloseRequested, this,
+            [this](StationView* station) { Close(*station); });
     // Nobody tells that nothing comes.
     auto* const look = new QTimer(this);
-    connect(look, &QTimer::timeout, this, &ConsoleWindow::ShowConnection);
+    connect(look, &QTimer::timeout, this, [this] {
+        GetFront().ShowConnection();
+        m_shownConnection.Refresh();
+    });
     look->start(LookInterval);
-    ShowState();
-    ShowSituation();
+    ShowFront();
 }
 
 ConsoleWindow::~ConsoleWindow() {
-    m_session.Disconnect();  // first, since the pages have to detach from what goes
-    disconnect(&m_session, nullptr, this, nullptr);
     delete centralWidget();  // what is in it uses the clock
-}
-
-void ConsoleWindow::BuildPages() {
-    auto* const central = new QWidget(this);
-    m_banner = new ConnectionBar(central);
-    connect(m_banner, &ConnectionBar::TryRequested, this, [this] {
-        m_session.RetryNow();
-        ShowConnection();
-    });
-    m_tabs = new PageTabs(central);
-    auto* const layout = new QVBoxLayout(central);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    auto* const strip = new StatusStrip(m_situation, central);
-    connect(strip, &StatusStrip::PageRequested, this, &ConsoleWindow::GoTo);
-    m_alarm = new AlarmBar(m_situation, central);
-    m_undo = new UndoBar(m_clock, central);
-    m_notice = new NoticeBar(central);
-    layout->addWidget(strip);
-    layout->addWidget(m_alarm);
-    layout->addWidget(m_banner);
-    layout->addWidget(m_undo);
-    layout->addWidget(m_notice);
-    layout->addWidget(m_tabs, 1);
-    setCentralWidget(central);
-
-    m_overview = new OverviewPage(m_clock, m_tuning, m_book, m_situation);
-    AddPage(m_overview, "Overview", tr("Overview"));
-    AddPage(new StatusPage, "Status", tr("Status"));
-    AddPage(new ConfigPage, "Configuration", tr("Configuration"), tr("Configuration", "short, for a tab"));
-    AddPage(new CommandsPage, "Commands", tr("Commands"));
-    AddPage(new SuppressionView, "Suppression", tr("Ground transmitters"),
-            tr("Transmitters", "short, for a tab"));
-    BuildEvents();
-    AddPage(new LogPage, "Log", tr("Log"));
-    m_listPage = new MpxOrvListPage;
-    AddPage(m_listPage, "MpxORVs", tr("MpxORVs"));
-    AddPage(new MpxOrvsPage, "MpxORVStatus", tr("MpxORV status"));
-    m_mpxOrvPage = new MpxOrvPage(m_tuning, m_book);
-    ScrolledPage::AddTo(*m_tabs, m_mpxOrvPage, QStringLiteral("MyMpxORV"), tr("My MpxORV"));
-    m_tabs->setTabToolTip(m_tabs->count() - 1, tr("My MpxORV"));
-    connect(m_mpxOrvPage, &MpxOrvPage::UseRequested, this, &ConsoleWindow::UseMpxOrv);
-}
-
-/// The last ones stand on the overview too.
-void ConsoleWindow::BuildEvents() {
-    auto* const page = new EventsPage(
-        {[this] { return m_session.GetVtClient(); }, [this] { return m_session.GetServer().ToText(); }});
-    AddPage(page, "Events", tr("Events"));
-    LastEvents* const last = &m_overview->GetLastEvents();
-    connect(&page->GetFeed(), &EventFeed::Came, last, &LastEvents::Add);
-    connect(&page->GetFeed(), &EventFeed::Restarted, last, &LastEvents::Clear);
-    connect(page, &EventsPage::Forgotten, last, &LastEvents::Clear);
-}
-
-void ConsoleWindow::AddPage(Page* page, const char* name, const QString& title, const QString& tab) {
-    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), tab.isEmpty() ? title : tab);
-    m_tabs->setTabToolTip(m_tabs->count() - 1, title);
-    connect(page, &Page::Acted, m_undo, &UndoBar::Offer);
-    m_pages.push_back(page);
 }
 
 void ConsoleWindow::BuildStatusBar() {
     m_connection = PlainLabel(this, "Connection");
     m_connection->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_latency = PlainLabel(this, "Latency");
+    m_latency = new SteadyLabel(this);
+    m_latency->setObjectName(QStringLiteral("Latency"));
+    m_latency->setAutoFillBackground(true);  // or each new text has all drawn anew that lies below it
+    m_latency->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("9999.99 ms")));
+    m_latency->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_client = PlainLabel(this, "Client");
     m_latency->setToolTip(tr("The round trip to the server"));
     m_client->setToolTip(tr("What this console is called at the server"));
@@ -182,6 +107,11 @@ void ConsoleWindow::BuildMenus() {
     server->addAction(tr("&Connect..."), this, &ConsoleWindow::AskForServer, QKeySequence::Open);
     m_disconnect = server->addAction(tr("&Disconnect"), this, &ConsoleWindow::Disconnect);
     server->addSeparator();
+    server->addAction(tr("Open a further &station..."), this, &ConsoleWindow::AskForStation,
+                      QKeySequence(QStringLiteral("Ctrl+T")));
+    m_severalOnly.push_back(server->addAction(tr("C&lose this station"), this, &ConsoleWindow::CloseStation,
+                                              QKeySequence(QStringLiteral("Ctrl+W"))));
+    server->addSeparator();
     server->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     m_dark = view->addAction(tr("&Dark colours"));
@@ -189,9 +119,8 @@ void ConsoleWindow::BuildMenus() {
     connect(m_dark, &QAction::triggered, this, &ConsoleWindow::ChangeDark);
     BuildPageMenu(*menuBar()->addMenu(tr("&Go")));
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    pagehelp::Describe(*m_tabs);
     help->addAction(
-        tr("This &page"), this, [this] { pagehelp::ShowCurrent(*m_tabs); }, QKeySequence::HelpContents);
+        tr("This &page"), this, [this] { pagehelp::ShowCurrent(*GetTabs()); }, QKeySequence::HelpContents);
     QAction* const ask = QWhatsThis::createAction(help);
     ask->setText(tr("&What is this?"));
     help->addAction(ask);
@@ -200,38 +129,55 @@ void ConsoleWindow::BuildMenus() {
 }
 
 void ConsoleWindow::BuildPageMenu(QMenu& menu) {
-    constexpr int most = 10;  // digits
-    for (int i = 0; i < m_tabs->count() && i < most; ++i) {
-        const QString title = m_tabs->tabToolTip(i);
-        QAction* const action = menu.addAction(title, this, [this, i] { m_tabs->setCurrentIndex(i); });
-        action->setShortcut(QStringLiteral("Alt+%1").arg((i + 1) % most));
-        const QString key = action->shortcut().toString(QKeySequence::NativeText);
-        m_tabs->setTabToolTip(i, QStringLiteral("%1 (%2)").arg(title, key));
+    const QStringList& titles = GetFront().GetPageTitles();
+    for (int i = 0; i < titles.size(); ++i) {
+        QAction* const action = menu.addAction(titles[i], this, [this, i] { GetTabs()->setCurrentIndex(i); });
+        action->setShortcut(StationView::KeyOfPage(i));
     }
     menu.addSeparator();
     const auto add = [&](const QString& text, const char* key, auto action) {
         menu.addAction(
-            text, this, [this, action] { action(GoToTuneBar()); }, QKeySequence(QLatin1String(key)));
+            text, this, [this, action] { action(GetFront().GoToTuneBar()); },
+            QKeySequence(QLatin1String(key)));
     };
     add(tr("&Frequency field"), "Ctrl+L", [](TuneBar& bar) { bar.TakeFocus(); });
     add(tr("&Recent frequencies"), "Ctrl+H", [](TuneBar& bar) { bar.GetPicker().ShowRecent(); });
     add(tr("Fa&vourite frequencies"), "Ctrl+B", [](TuneBar& bar) { bar.GetPicker().ShowFavourites(); });
     add(tr("&Add to the favourites..."), "Ctrl+D", [](TuneBar& bar) { bar.GetPicker().AddFavourite(); });
     add(tr("&Edit the favourites..."), "Ctrl+E", [](TuneBar& bar) { bar.GetPicker().EditFavourites(); });
+    menu.addSeparator();
+    const auto step = [&](const QString& text, const char* key, int by) {
+        m_severalOnly.push_back(menu.addAction(
+            text, this, [this, by] { m_stations->Step(by); }, QKeySequence(QLatin1String(key))));
+    };
+    step(tr("&Next station"), "Ctrl+PgDown", 1);
+    step(tr("&Previous station"), "Ctrl+PgUp", -1);
 }
 
-TuneBar& ConsoleWindow::GoToTuneBar() {
-    if (m_mpxOrvPage->isVisible()) return m_mpxOrvPage->GetTuneBar();
-    GoTo(QStringLiteral("Overview"));
-    return m_overview->GetTuneBar();
+void ConsoleWindow::SetMpxOrvName(const QString& name) {
+    m_mpxOrvName = name;
+    for (StationView* const station : GetStations())
+        station->GetSession().SetMpxOrvName(name);
+}
+
+StationView* ConsoleWindow::AddStation() {
+    const QString base = ConsoleSession::DefaultBasePath();
+    const int number = ++m_lastNumber;
+    auto* const station =
+        new StationView(number == 1 ? base : base + QString::number(number), m_clock, m_book);
+    station->GetSession().SetMpxOrvName(m_mpxOrvName);
+    keptview::Restore(*Configuration(), station->GetTabs(), station->GetTuning());
+    connect(station, &StationView::ServerRequested, this, &ConsoleWindow::AskForServer);
+    m_stations->Add(station);
+    return station;
 }
 
 /// With each change, since a console may be killed.
-void ConsoleWindow::KeepFrequencies() {
+void ConsoleWindow::KeepFrequencies(const StationView& first) {
     if (const int leftOut = m_book.Read(*Configuration()); leftOut > 0)
-        m_notice->Tell(NoticeBar::ESeverity::Warning,
-                       tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
-    connect(&m_tuning, &Tuning::Granted, &m_book, &FrequencyBook::Remember);
+        first.GetNotice().Tell(
+            NoticeBar::ESeverity::Warning,
+            tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
     connect(&m_book, &FrequencyBook::RecentChanged, this, [this] { m_book.WriteRecent(*Configuration()); });
     connect(&m_book, &FrequencyBook::FavouritesChanged, this,
             [this] { m_book.WriteFavourites(*Configuration()); });
@@ -242,20 +188,103 @@ void ConsoleWindow::ShowKeys() {
 }
 
 void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
-    if (!m_session.Connect(server, options)) {
+    StationView* const known = FindStation(server);
+    if (known != nullptr && known != &GetFront()) return m_stations->BringToFront(*known);
+    if (!GetFront().ConnectTo(server, options)) {
         const QString text = tr("\"%1\" cannot be a server.").arg(Bounded(server.host));
         Notifications::warning(tr("Connect to a server"), text);
         return;
     }
     m_recent.Add({server, options.user, options.caFile});
     m_recent.Write(*Configuration());
+    KeepStations();
+}
+
+void ConsoleWindow::Open(const ServerAddress& server, const VtClientOptions& options) {
+    if (StationView* const known = FindStation(server)) return m_stations->BringToFront(*known);
+    const bool isFree = GetSession().GetState() == ConsoleSession::EState::Idle;
+    if (!isFree && GetStations().size() >= KeptStations::MaxStations) {
+        const QString text = tr("There are %1 stations, and no more have room.").arg(GetStations().size());
+        Notifications::warning(tr("Open a further station"), text);
+        return;
+    }
+    StationView* const added = isFree ? nullptr : AddStation();
+    ConnectTo(server, options);
+    if (added != nullptr && added->GetSession().GetState() == ConsoleSession::EState::Idle)
+        m_stations->Remove(*added);  // that cannot be a server, as was said
+}
+
+StationView* ConsoleWindow::FindStation(const ServerAddress& server) const {
+    for (StationView* const station : GetStations())
+        if (station->GetSession().GetState() != ConsoleSession::EState::Idle &&
+            station->GetEntry().server.IsSameAs(server))
+            return station;
+    return nullptr;
+}
+
+bool ConsoleWindow::OpenKept() {
+    KeptStations kept;
+    kept.Read(*Configuration());
+    if (kept.entries.size() < 2) return false;
+    for (const RecentServers::Entry& entry : kept.entries) {
+        VtClientOptions options = m_options;
+        // The token of one user is nothing for another.
+        if (!m_options.user.isEmpty() && m_options.user != entry.user) options.token.clear();
+        options.user = entry.user;
+        options.caFile = entry.caFile;
+        Open(entry.server, options);
+    }
+    const std::size_t front = static_cast<std::size_t>(kept.front);
+    if (front < GetStations().size()) m_stations->BringToFront(*GetStations()[front]);
+    return true;
+}
+
+void ConsoleWindow::KeepStations() {
+    KeptStations kept;
+    for (const StationView* const station : GetStations()) {
+        if (station == &GetFront()) kept.front = static_cast<int>(kept.entries.size());
+        if (!station->GetEntry().server.host.isEmpty()) kept.entries.push_back(station->GetEntry());
+    }
+    kept.Write(*Configuration());
+}
+
+std::optional<ConsoleWindow::Entered> ConsoleWindow::Ask(const QString& title) {
+    RecentServers recent = m_recent;
+    if (!GetFront().GetEntry().server.host.isEmpty()) recent.Add(GetFront().GetEntry());
+    ConnectDialog dialog(recent, m_options, this);
+    dialog.setWindowTitle(title);
+    if (m_prefersEncryption) dialog.PreferEncryption();
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    if (m_recent.TakeNats(dialog.GetRecent())) m_recent.Write(*Configuration());
+    return isAccepted ? std::make_optional(Entered{dialog.GetServer(), dialog.GetOptions()}) : std::nullopt;
 }
 
 void ConsoleWindow::AskForServer() {
-    ConnectDialog dialog(m_recent, m_options, this);
-    if (m_prefersEncryption) dialog.PreferEncryption();
-    if (dialog.exec() == QDialog::Accepted && MayGiveUp(tr("Connect to another server"), tr("Connect")))
-        ConnectTo(dialog.GetServer(), dialog.GetOptions());
+    const std::optional<Entered> entered = Ask(tr("Connect to a server"));
+    if (!entered) return;
+    const StationView* const known = FindStation(entered->server);
+    const bool isElsewhere = known != nullptr && known != &GetFront();
+    if (isElsewhere || GetFront().MayGiveUp(tr("Connect to another server"), tr("Connect")))
+        ConnectTo(entered->server, entered->options);
+}
+
+void ConsoleWindow::AskForStation() {
+    if (const std::optional<Entered> entered = Ask(tr("Open a further station")))
+        Open(entered->server, entered->options);
+}
+
+void ConsoleWindow::CloseStation() {
+    Close(GetFront());
+}
+
+void ConsoleWindow::Close(StationView& station) {
+    if (GetStations().size() < 2) return;
+    m_stations->BringToFront(station);  // what is asked is about what is seen
+    if (!station.MayClose()) return;
+    keptview::Keep(*Configuration(), station.GetTabs(), station.GetTuning());
+    station.Disconnect();
+    m_stations->Remove(station);
+    KeepStations();
 }
 
 void ConsoleWindow::ShowDark(bool isDark) {
@@ -275,25 +304,8 @@ void ConsoleWindow::ShowAbout() {
                        tr("Multi-channel console %1").arg(QApplication::applicationVersion()));
 }
 
-bool ConsoleWindow::MayGiveUp(const QString& title, const QString& action) {
-    const QString path = m_session.GetMpxOrvPath();
-    const holders::Holder own = path.isEmpty() ? holders::Holder() : holders::At(path);
-    if (!own.isMaster) return true;
-    QStringList text{tr("This console is job master (%1) and gives that up.").arg(own.does),
-                     holders::LossOfWatchers(holders::TreeOf(path))};
-    text.removeAll(QString());
-    return question::IsConfirmed(this, title, text.join(QLatin1Char('\n')), action);
-}
-
 void ConsoleWindow::Disconnect() {
-    if (MayGiveUp(tr("Disconnect from the server"), tr("Disconnect"))) m_session.Disconnect();
-}
-
-void ConsoleWindow::UseMpxOrv(bool isUsed) {
-    if (isUsed || MayGiveUp(tr("Give the MpxORV back"), tr("Give back")))
-        m_session.UseMpxOrv(isUsed);
-    else
-        m_mpxOrvPage->ShowUsed(true);
+    if (GetFront().MayGiveUp(tr("Disconnect from the server"), tr("Disconnect"))) GetFront().Disconnect();
 }
 
 void ConsoleWindow::CloseNow() {
@@ -302,108 +314,73 @@ void ConsoleWindow::CloseNow() {
     close();
 }
 
+/// Of each station that others lose something at.
+bool ConsoleWindow::MayQuit() {
+    for (StationView* const station : std::vector<StationView*>(GetStations())) {
+        if (m_isForced) return true;
+        if (!station->IsNeeded()) continue;
+        m_stations->BringToFront(*station);  // what is asked is about what is seen
+        if (!station->MayGiveUp(tr("Quit"), tr("Quit"))) return m_isForced;
+    }
+    return true;
+}
+
 void ConsoleWindow::closeEvent(QCloseEvent* event) {
-    if (!m_isForced && !MayGiveUp(tr("Quit"), tr("Quit")) && !m_isForced) return event->ignore();
-    keptview::Keep(*Configuration(), *m_tabs, m_tuning);
-    m_session.Disconnect();
+    StationView* const front = &GetFront();
+    if (!m_isForced && !MayQuit()) return event->ignore();
+    m_stations->BringToFront(*front);
+    keptview::Keep(*Configuration(), *GetTabs(), front->GetTuning());
+    KeepStations();
+    for (StationView* const station : GetStations())
+        station->Disconnect();
     QMainWindow::closeEvent(event);
 }
 
-void ConsoleWindow::ShowState() {
-    const EMCSControlTreeSegments segments = m_session.GetSegments();
-    const bool wasKept = m_isKept;
-    m_isKept = KeepsContent(segments);
-    if (m_isKept != wasKept) ShowKept(m_isKept);
-    if (!m_isKept && (segments != m_boundSegments || wasKept)) {
-        m_boundSegments = segments;
-        for (Page* const page : m_pages)
-            page->Bind(ConsoleSession::GetBasePath(), segments);
-        const QString commands = Page::SegmentPath(ConsoleSession::GetBasePath(), segments, CommandSegment);
-        m_alarm->BindReconnect(commands.isEmpty() ? QString()
-                                                  : mcskeys::Join(commands, serverkeys::ReconnectModules));
-    }
-    ShowMpxOrv();
+void ConsoleWindow::OnChanged(StationView* station) {
+    if (station == &GetFront()) m_shownConnection.Refresh();
+    ShowTitle();
+    ShowIcon();
+}
+
+void ConsoleWindow::ShowFront() {
+    for (QAction* const action : m_severalOnly)
+        action->setEnabled(GetStations().size() > 1);
+    GetFront().ShowConnection();
     ShowConnection();
-}
-
-/// From a loss until all is there again.
-bool ConsoleWindow::KeepsContent(EMCSControlTreeSegments segments) const {
-    const bool isLost = m_session.GetState() == ConsoleSession::EState::Lost;
-    const bool isComing = m_isKept && m_session.GetState() == ConsoleSession::EState::Connected;
-    return m_boundSegments != NoSegments && (isLost || isComing) && segments == NoSegments;
-}
-
-/// Likewise, while it may still come back.
-bool ConsoleWindow::KeepsMpxOrv() const {
-    const bool isComing = m_session.GetState() == ConsoleSession::EState::Connected &&
-                          m_session.UsesMpxOrv() && !m_session.IsMpxOrvMissing();
-    return m_isKept || isComing;
-}
-
-/// The widgets that are bound to values know that these are stale; the list of the library does not.
-void ConsoleWindow::ShowKept(bool isKept) {
-    for (auto* const list : m_tabs->findChildren<MCSMpxORVStatusListDisplay*>()) {
-        if (isKept)
-            stalemark::Set(*list);
-        else
-            stalemark::Clear(*list);
-    }
-    // What was being typed is meant for a server that cannot take it now.
-    if (!isKept) return;
-    const auto cancel = [](QWidget& field) {
-        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-        QCoreApplication::sendEvent(&field, &escape);
-    };
-    for (auto* const field : m_tabs->findChildren<VCLineEdit*>())
-        cancel(*field);
-    for (auto* const field : m_tabs->findChildren<VCNumericFloatSpin*>())
-        cancel(*field);
-}
-
-void ConsoleWindow::ShowMpxOrv() {
-    const QString path = m_session.GetMpxOrvPath();
-    if (path != m_boundMpxOrv) {
-        m_boundMpxOrv = path;
-        m_tuning.Bind(path);
-        m_overview->BindMpxOrv(path);
-    }
-    if (path != m_shownMpxOrv && (!path.isEmpty() || !KeepsMpxOrv())) {
-        m_shownMpxOrv = path;
-        m_mpxOrvPage->Bind(path);
-        m_listPage->SetOwn(path);
-    }
-    m_mpxOrvPage->ShowState(connectiontexts::MpxOrv(m_session));
-    m_mpxOrvPage->ShowUsed(m_session.UsesMpxOrv());
+    ShowTitle();
+    ShowIcon();
 }
 
 void ConsoleWindow::ShowConnection() {
-    const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
-    const bool isIdle = m_session.GetState() == ConsoleSession::EState::Idle;
-    const QString text = connectiontexts::Line(m_session);
+    const ConsoleSession& session = GetSession();
+    const QString text = connectiontexts::Line(session);
     if (m_connection->text() != text) m_connection->setText(text);
-    m_disconnect->setEnabled(!isIdle);
-
-    m_banner->Tell(connectiontexts::Banner(m_session), !isConnected && m_session.GetTimeToRetry());
-    const QString name = valuetext::Shortened(m_session.GetMpxOrvName(), MaxNameLength);
+    m_disconnect->setEnabled(session.GetState() != ConsoleSession::EState::Idle);
+    const QString name = valuetext::Shortened(session.GetMpxOrvName(), MaxNameLength);
     if (m_client->text() != name) m_client->setText(name);
-    const QString latency = connectiontexts::Latency(m_session);
-    if (m_latency->text() != latency) m_latency->setText(latency);
+    const QString latency = connectiontexts::Latency(session);
+    m_latency->ShowText(latency);
 }
 
-void ConsoleWindow::ShowSituation() {
-    const QString title = m_situation.GetTitle();
-    setWindowTitle(title.isEmpty() ? tr("Multi-channel console") : title);
-    if (const ESeverity worst = m_situation.GetWorst(); worst != m_shownSeverity) {
-        m_shownSeverity = worst;
-        setWindowIcon(severitylook::Icon(worst, *this));
+/// Of the station in front, and of another where somebody has to act.
+void ConsoleWindow::ShowTitle() {
+    QString title = GetSituation().GetTitle();
+    if (title.isEmpty()) title = tr("Multi-channel console");
+    for (int i = 0; i < static_cast<int>(GetStations().size()); ++i) {
+        const StationWord word = m_stations->GetWord(i);
+        if (i == m_stations->FrontIndex() || word.severity != ESeverity::Act) continue;
+        title += QStringLiteral(" | %1: %2").arg(word.name, word.word);
+        break;
     }
-    ShowConnection();
+    if (title != windowTitle()) setWindowTitle(title);
 }
 
-void ConsoleWindow::GoTo(const QString& page) {
-    if (page.isEmpty()) return AskForServer();
-    auto* const wanted = m_tabs->findChild<ScrolledPage*>(page);
-    if (wanted == nullptr) return;
-    m_tabs->setCurrentWidget(wanted);
-    m_tabs->setFocus();
+/// The worst of all, since it is all that is seen of a window that is put away.
+void ConsoleWindow::ShowIcon() {
+    ESeverity worst = GetSituation().GetWorst();
+    for (const StationView* const station : GetStations())
+        worst = std::max(worst, station->GetSituation().GetWorst());
+    if (worst == m_shownSeverity) return;
+    m_shownSeverity = worst;
+    setWindowIcon(severitylook::Icon(worst, *this));
 }

@@ -3,30 +3,22 @@
 
 #include <apps/common/qtclock.h>
 #include <apps/mcconsole/recentservers.h>
-#include <apps/mcconsole/session/consolesession.h>
-#include <apps/mcconsole/session/situation.h>
+#include <apps/mcconsole/stationtabs.h>
+#include <apps/mcconsole/stationview.h>
 #include <apps/mcconsole/tune/frequencybook.h>
-#include <apps/mcconsole/tune/tuning.h>
+#include <apps/pages/whenseen.h>
 
 #include <QtWidgets/QMainWindow>
 
-#include <vector>
+#include <optional>
 
-class AlarmBar;
-class ConnectionBar;
-class MpxOrvListPage;
-class MpxOrvPage;
-class NoticeBar;
-class OverviewPage;
-class Page;
 class QAction;
 class QLabel;
 class QMenu;
-class QTabWidget;
-class TuneBar;
-class UndoBar;
+class SteadyLabel;
 
-/// The operator's window: above all pages the situation, and a page for each thing. Main thread.
+/// The operator's window on one station or several, with its menus and what is kept for the next start. What
+/// the menus and keys do concerns the station in front. Main thread.
 class ConsoleWindow : public QMainWindow {
     Q_OBJECT
 
@@ -35,15 +27,29 @@ class ConsoleWindow : public QMainWindow {
     explicit ConsoleWindow(const VtClientOptions& options);
     ~ConsoleWindow() override;
 
-    ConsoleSession& GetSession() { return m_session; }
-    const Situation& GetSituation() const { return m_situation; }
-    QTabWidget* GetTabs() const { return m_tabs; }
+    // Of the station in front.
+    ConsoleSession& GetSession() { return GetFront().GetSession(); }
+    const Situation& GetSituation() const { return GetFront().GetSituation(); }
+    QTabWidget* GetTabs() const { return &GetFront().GetTabs(); }
+    StationView& GetFront() const { return m_stations->GetFront(); }
+    const std::vector<StationView*>& GetStations() const { return m_stations->GetAll(); }
+    /// How its MpxORVs are called from now on; empty: by machine and program.
+    void SetMpxOrvName(const QString& name);
     /// Whoever is asked for a server is offered TLS.
     void PreferEncryption() { m_prefersEncryption = true; }
 
+    /// Connects the station in front to \a server; goes to the one that is connected to it already.
     void ConnectTo(const ServerAddress& server, const VtClientOptions& options);
+    /// The same in a tab of its own, unless the station in front has no server.
+    void Open(const ServerAddress& server, const VtClientOptions& options);
+    /// Opens the stations of the last time if these were several. False if they were not.
+    bool OpenKept();
     /// Asks which server to connect to.
     void AskForServer();
+    /// Asks which one to open beside those that are open.
+    void AskForStation();
+    /// Closes the station in front; asks if something is lost with it.
+    void CloseStation();
     /// Closes without asking.
     void CloseNow();
     /// From now on in dark colours, or not.
@@ -54,59 +60,45 @@ class ConsoleWindow : public QMainWindow {
 
   private:
     void BuildMenus();
-    void BuildPages();
-    void BuildEvents();
     void BuildStatusBar();
-    /// \a tab is the title in short, if that is too long for a tab.
-    void AddPage(Page* page, const char* name, const QString& title, const QString& tab = QString());
-    /// Whether the console may stop to use its MpxORV; asks if others lose something.
-    bool MayGiveUp(const QString& title, const QString& action);
-    void Disconnect();
-    void UseMpxOrv(bool isUsed);
-    void ShowState();
-    /// Whether the pages keep the last content known, rather than show nothing.
-    bool KeepsContent(EMCSControlTreeSegments segments) const;
-    bool KeepsMpxOrv() const;
-    void ShowKept(bool isKept);
-    void ShowConnection();
-    void ShowMpxOrv();
-    void ShowSituation();
-    /// Brings the page with that object name to the front; without a name asks for a server.
-    void GoTo(const QString& page);
-    void ChangeDark(bool isDark);
     void BuildPageMenu(QMenu& menu);
-    /// The bar that tunes, on this page if it has one, else on the overview, which is shown then.
-    TuneBar& GoToTuneBar();
-    void KeepFrequencies();
+    StationView* AddStation();
+    StationView* FindStation(const ServerAddress& server) const;
+    /// What is entered there; nothing if nobody wants to connect.
+    struct Entered {
+        ServerAddress server;
+        VtClientOptions options;
+    };
+    std::optional<Entered> Ask(const QString& title);
+    void Close(StationView& station);
+    void KeepStations();
+    void OnChanged(StationView* station);
+    void ShowFront();
+    void ShowTitle();
+    void ShowIcon();
+    void Disconnect();
+    void ShowConnection();
+    void ChangeDark(bool isDark);
+    void KeepFrequencies(const StationView& first);
+    bool MayQuit();
     void ShowKeys();
     void ShowAbout();
 
     QtClock m_clock;
-    ConsoleSession m_session;
-    Situation m_situation;
-    Tuning m_tuning;  ///< of the console's own MpxORV
     FrequencyBook m_book;
     VtClientOptions m_options;
     bool m_prefersEncryption = false;
+    QString m_mpxOrvName;
     RecentServers m_recent;
-    QTabWidget* m_tabs = nullptr;
-    std::vector<Page*> m_pages;
-    MpxOrvListPage* m_listPage = nullptr;
-    OverviewPage* m_overview = nullptr;
-    MpxOrvPage* m_mpxOrvPage = nullptr;
-    ConnectionBar* m_banner = nullptr;
-    AlarmBar* m_alarm = nullptr;
-    NoticeBar* m_notice = nullptr;
-    UndoBar* m_undo = nullptr;
+    StationTabs* m_stations;
+    int m_lastNumber = 0;  ///< of the stations that were ever opened
     bool m_isForced = false;
-    bool m_isKept = false;  ///< what the pages show is the last content known
     QLabel* m_connection = nullptr;
-    QLabel* m_latency = nullptr;
+    SteadyLabel* m_latency = nullptr;
     QLabel* m_client = nullptr;
     QAction* m_disconnect = nullptr;
+    std::vector<QAction*> m_severalOnly;  ///< what is of use with several stations
     QAction* m_dark = nullptr;
-    EMCSControlTreeSegments m_boundSegments = NoSegments;
-    QString m_boundMpxOrv;
-    QString m_shownMpxOrv;                     ///< by the pages that keep it while the connection is lost
     std::optional<ESeverity> m_shownSeverity;  ///< by the window's icon
+    WhenSeen m_shownConnection;
 };

@@ -47,7 +47,7 @@ int Run(const ConsoleOptions& options) {
     const ShutdownSignals shutdown;
     nats::RegisterScheme();
     ConsoleWindow window(options.client);
-    window.GetSession().SetMpxOrvName(options.mpxOrvName);
+    window.SetMpxOrvName(options.mpxOrvName);
     if (options.isEncrypted) window.PreferEncryption();
     window.ShowDark(options.isDark || IsDarkConfigured());
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ConsoleWindow::CloseNow);
@@ -57,9 +57,9 @@ int Run(const ConsoleOptions& options) {
         screenfit::BringOntoScreen(window);
     }
     window.show();
-    if (options.server)
-        window.ConnectTo(*options.server, options.client);
-    else
+    for (const ServerAddress& server : options.servers)
+        window.Open(server, options.client);
+    if (options.servers.empty() && !window.OpenKept())
         QTimer::singleShot(0, &window, &ConsoleWindow::AskForServer);
     if (isForPictures) return TakeScreenshots(window, options.screenshotDirectory);
     const int code = QApplication::exec();

@@ -10,6 +10,7 @@
 #include <platform/widgets/vclabel.h>
 #include <platform/widgets/vcpushbutton.h>
 
+#include <QtCore/QSignalBlocker>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QGridLayout>
@@ -17,6 +18,8 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,45 +31,79 @@ MpxOrvPage::MpxOrvPage(Tuning& tuning, FrequencyBook& book, QWidget* parent)
     : QWidget(parent),
       m_state(new QLabel(this)),
       m_used(new QCheckBox(tr("Use an MpxORV of my own"), this)),
-      m_tuneBar(new TuneBar(tuning, book, this)) {
+      m_tuneBar(new TuneBar(tuning, book, this)),
+      m_status(BuildStatus()),
+      m_requests(BuildRequests()),
+      m_policyBox(BuildPolicies()),
+      m_grid(new QGridLayout) {
     m_state->setObjectName(QStringLiteral("MpxORVState"));
     m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
     m_state->setMinimumWidth(1);  // long words in it do not make the window wider
     m_used->setObjectName(QStringLiteral("UseMpxORV"));
     m_used->setChecked(true);
-    connect(m_used, &QCheckBox::clicked, this, &MpxOrvPage::UseRequested);
+    // However it is switched: assistive technology toggles without a click, and waits until that returns,
+    // which a question in between would hold up.
+    connect(m_used, &QCheckBox::toggled, this, &MpxOrvPage::UseRequested, Qt::QueuedConnection);
 
     auto* const head = new QHBoxLayout;
     head->addWidget(m_state, 1);
     head->addWidget(m_used);
-    auto* const grid = new QGridLayout;
-    grid->addWidget(BuildRequests(), 0, 0);
-    grid->addWidget(BuildAnswers(), 1, 0);
-    grid->addWidget(BuildPolicies(), 0, 1, 2, 1);
-    grid->setRowStretch(1, 1);
-    grid->setColumnStretch(0, 1);
+    m_grid->addWidget(m_requests, 0, 0);
+    m_grid->addWidget(BuildAnswers(), 1, 0);
+    m_grid->setRowStretch(1, 1);
+    m_grid->setColumnStretch(0, 1);
+    LayOut(false);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(head);
     layout->addWidget(m_tuneBar);
-    layout->addWidget(BuildStatus());
-    layout->addLayout(grid);
+    layout->addWidget(m_status);
+    layout->addLayout(m_grid);
+}
+
+/// In a narrow window the policies stand below.
+void MpxOrvPage::LayOut(bool isNarrow) {
+    m_isNarrow = isNarrow;
+    m_grid->removeWidget(m_policyBox);
+    if (isNarrow)
+        m_grid->addWidget(m_policyBox, 2, 0);
+    else
+        m_grid->addWidget(m_policyBox, 0, 1, 2, 1);
+}
+
+/// That of a narrow page, or it could not become one.
+QSize MpxOrvPage::minimumSizeHint() const {
+    int width = 0;
+    for (const QWidget* const part :
+         {static_cast<QWidget*>(m_tuneBar), m_status, m_requests, m_policyBox, static_cast<QWidget*>(m_used)})
+        width = std::max(width, part->minimumSizeHint().width());
+    const QMargins margins = layout()->contentsMargins();
+    return QSize(width + margins.left() + margins.right(), QWidget::minimumSizeHint().height());
+}
+
+void MpxOrvPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const QMargins margins = layout()->contentsMargins();
+    const int wide = m_requests->minimumSizeHint().width() + m_policyBox->minimumSizeHint().width() +
+                     m_grid->horizontalSpacing() + margins.left() + margins.right();
+    if (m_isNarrow != (width() < wide)) LayOut(!m_isNarrow);
 }
 
 QWidget* MpxOrvPage::BuildStatus() {
     auto* const line = new QWidget(this);
     auto* const layout = new QHBoxLayout(line);
     layout->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const QString& caption, const char* name) {
+    const auto add = [&](const QString& caption, const char* name, int stretch) {
         auto* const label = new VCLabel(line, name);
         label->setAccessibleName(caption);
+        if (layout->count() != 0) layout->addSpacing(2 * fontMetrics().averageCharWidth());
         layout->addWidget(new QLabel(caption, line));
-        layout->addWidget(label, 1);
+        layout->addWidget(label, stretch);
         return label;
     };
-    m_mode = add(tr("Operation mode:"), "OperationMode");
-    m_type = add(tr("Does:"), "OperationType");
-    m_isMaster = add(tr("Job master:"), "IsMaster");
+    m_mode = add(tr("Operation mode:"), "OperationMode", 0);
+    m_type = add(tr("Does:"), "OperationType", 1);  // the longest
+    m_isMaster = add(tr("Job master:"), "IsMaster", 0);
     return line;
 }
 
@@ -135,5 +172,6 @@ void MpxOrvPage::ShowState(const QString& text) {
 }
 
 void MpxOrvPage::ShowUsed(bool isUsed) {
+    const QSignalBlocker blocker(m_used);
     m_used->setChecked(isUsed);
 }

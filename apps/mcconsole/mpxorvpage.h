@@ -10,6 +10,7 @@ class FrequencyBook;
 class MCSLogDisplay;
 class PolicyPanel;
 class QCheckBox;
+class QGridLayout;
 class QLabel;
 class TuneBar;
 class Tuning;
@@ -33,16 +34,21 @@ class MpxOrvPage : public QWidget {
     /// Says what the MpxORV is called, or why there is none.
     void ShowState(const QString& text);
     void ShowUsed(bool isUsed);
+    QSize minimumSizeHint() const override;
 
   Q_SIGNALS:
     /// The user wants to have an MpxORV, or not.
     void UseRequested(bool isUsed);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QWidget* BuildStatus();
     QWidget* BuildRequests();
     QWidget* BuildPolicies();
     QWidget* BuildAnswers();
+    void LayOut(bool isNarrow);
 
     QLabel* m_state;
     QCheckBox* m_used;
@@ -56,6 +62,11 @@ class MpxOrvPage : public QWidget {
     VCPushButton* m_calibrate = nullptr;
     VCComboBoxClassic* m_reportInterval = nullptr;
     PolicyPanel* m_policies = nullptr;
+    QWidget* m_status;  ///< with the labels above
+    QWidget* m_requests;
+    QWidget* m_policyBox;
+    QGridLayout* m_grid;
+    bool m_isNarrow = false;
     MCSLogDisplay* m_answers = nullptr;
     ShownAnswers m_shownAnswers;
 };

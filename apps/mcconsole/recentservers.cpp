@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/recentservers.h>
 
+#include <apps/mcconsole/stations/natsplace.h>
+
 #include <platform/config/icfg.h>
 
 #include <algorithm>
@@ -26,6 +28,7 @@ QString Unspoilt(const QString& text) {
 
 void RecentServers::Read(ICfg& cfg) {
     m_entries.clear();
+    m_nats.clear();
     const std::unique_ptr<ICfg> section(cfg.OpenSection(SectionName()));
     if (!section) return;
     for (int i = MaxEntries - 1; i >= 0; --i) {
@@ -35,6 +38,10 @@ void RecentServers::Read(ICfg& cfg) {
         entry.user = Unspoilt(section->ReadString(Key("User", i), QString()));
         entry.caFile = Unspoilt(section->ReadString(Key("CaFile", i), QString()));
         Add(entry);
+    }
+    for (int i = MaxEntries - 1; i >= 0; --i) {
+        const QString place = section->ReadString(Key("Nats", i), QString());
+        if (NatsPlace().Parse(place)) AddNats(place);
     }
 }
 
@@ -47,6 +54,8 @@ void RecentServers::Write(ICfg& cfg) const {
         section->WriteString(Key("CaFile", index), entry.caFile);
         ++index;
     }
+    for (int i = 0; i < m_nats.size(); ++i)
+        section->WriteString(Key("Nats", i), m_nats[i]);
     section->CommitKey(Key("Server", 0));
 }
 
@@ -57,4 +66,18 @@ void RecentServers::Add(const Entry& entry) {
                     m_entries.end());
     m_entries.insert(m_entries.begin(), entry);
     if (m_entries.size() > MaxEntries) m_entries.resize(MaxEntries);
+}
+
+bool RecentServers::AddNats(const QString& place) {
+    if (place.isEmpty() || (!m_nats.isEmpty() && m_nats.front() == place)) return false;
+    m_nats.removeAll(place);
+    m_nats.prepend(place);
+    if (m_nats.size() > MaxEntries) m_nats.removeLast();
+    return true;
+}
+
+bool RecentServers::TakeNats(const RecentServers& other) {
+    if (m_nats == other.m_nats) return false;
+    m_nats = other.m_nats;
+    return true;
 }

@@ -19,6 +19,8 @@ StatusButton::StatusButton(const QString& name, const QString& caption, QWidget*
     setObjectName(name);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setAutoRaise(true);
+    setAutoFillBackground(true);  // or each new word has all drawn anew that lies below it
+    setBackgroundRole(QPalette::Window);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     const int size = style()->pixelMetric(QStyle::PM_ButtonIconSize, nullptr, this);
@@ -63,11 +65,16 @@ void StatusButton::ShowLook() {
 void StatusButton::ShowText() {
     const QFontMetrics metrics = fontMetrics();
     const auto fitting = [&](const QString& text) {
-        // What is a mark of a key to the button is a character to whoever chose the name.
-        return metrics.elidedText(text, Qt::ElideRight, TextWidth())
-            .replace(QLatin1Char('&'), QLatin1String("&&"));
+        return metrics.elidedText(text, Qt::ElideRight, TextWidth());
     };
-    const QString text = fitting(CaptionWithAge()) + QLatin1Char('\n') + fitting(m_item.word);
+    const auto chosen = [&](const QString& text, const QString& brief) {
+        const QString shown = fitting(text);
+        return shown == text || brief.isEmpty() ? shown : fitting(brief);
+    };
+    QString text =
+        chosen(CaptionWithAge(), m_caption) + QLatin1Char('\n') + chosen(m_item.word, m_item.brief);
+    // What is a mark of a key to the button is a character to whoever chose the name.
+    text.replace(QLatin1Char('&'), QLatin1String("&&"));
     if (text != this->text()) setText(text);
 }
 

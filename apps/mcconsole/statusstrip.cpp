@@ -14,7 +14,7 @@ constexpr const char* ButtonNames[] = {"ServerState", "DeviceState", "MasterStat
 }  // namespace
 
 StatusStrip::StatusStrip(const Situation& situation, QWidget* parent)
-    : QFrame(parent), m_situation(situation) {
+    : QFrame(parent), m_situation(situation), m_shown(*this, [this] { Show(); }) {
     setObjectName(QStringLiteral("StatusStrip"));
     setAccessibleName(tr("Situation"));
     setFrameShape(QFrame::StyledPanel);
@@ -31,7 +31,7 @@ StatusStrip::StatusStrip(const Situation& situation, QWidget* parent)
                 [this, button] { Q_EMIT PageRequested(button->GetItem().page); });
         m_buttons.push_back(button);
     }
-    connect(&situation, &Situation::Changed, this, &StatusStrip::Show);
+    connect(&situation, &Situation::Changed, &m_shown, &WhenSeen::Refresh);
     Show();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/pages/whenseen.h>
+
 #include <QtCore/QString>
 #include <QtWidgets/QFrame>
 
@@ -27,4 +29,5 @@ class StatusStrip : public QFrame {
 
     const Situation& m_situation;
     std::vector<StatusButton*> m_buttons;  ///< in the order of the things
+    WhenSeen m_shown;
 };

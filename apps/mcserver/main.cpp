@@ -4,6 +4,7 @@
 #include <apps/common/eventdispatcher.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
+#include <apps/mcserver/device/simulatedorv.h>
 #include <apps/mcserver/log/messagelimiter.h>
 #include <apps/mcserver/program/serveroptions.h>
 #include <apps/mcserver/program/serverprogram.h>

@@ -2,6 +2,7 @@
 #include <apps/pages/displaypages.h>
 
 #include <apps/pages/holders.h>
+#include <apps/pages/receivers/receivermodel.h>
 #include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
@@ -11,14 +12,21 @@
 
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
+#include <platform/widgets/plaintextdelegate.h>
 #include <platform/widgets/vcpushbutton.h>
 
 #include <QtWidgets/QCheckBox>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
 
 constexpr Qt::WindowFlags NoFlags;
+constexpr std::chrono::milliseconds ReceiversInterval(500);  // as often as they are asked
+constexpr int ReceiverRowHeight = 22;
+constexpr int LeastReceivers = 3;  // that are seen at once
 
 /// Puts \a display at the top of \a page, as wide as that.
 QVBoxLayout* LayOut(Page* page, QWidget* display) {
@@ -30,12 +38,51 @@ QVBoxLayout* LayOut(Page* page, QWidget* display) {
 }  // namespace
 
 StatusPage::StatusPage(QWidget* parent)
-    : Page(parent), m_display(new MCSStatusDisplay(this, nullptr, NoFlags)) {
-    LayOut(this, m_display)->addStretch();
+    : Page(parent),
+      m_display(new MCSStatusDisplay(this, nullptr, NoFlags)),
+      m_receivers(new ReceiverModel(this)),
+      m_receiversBox(BuildReceivers()),
+      m_look(*this, [this] { LookAtReceivers(); }) {
+    QVBoxLayout* const layout = LayOut(this, m_display);
+    layout->addWidget(m_receiversBox, 1);
+    layout->addStretch();
+    connect(&m_tick, &QTimer::timeout, &m_look, &WhenSeen::Refresh);
+    m_tick.start(ReceiversInterval);
+}
+
+QGroupBox* StatusPage::BuildReceivers() {
+    auto* const box = new QGroupBox(tr("Receivers"), this);
+    box->setObjectName(QStringLiteral("ReceiversBox"));
+    auto* const table = new QTableView(box);
+    table->setObjectName(QStringLiteral("Receivers"));
+    table->setAccessibleName(tr("Receivers"));
+    table->setModel(m_receivers);
+    table->setItemDelegate(new PlainTextDelegate(table));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setAlternatingRowColors(true);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->setMinimumHeight(ReceiverRowHeight * (LeastReceivers + 1));
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(ReceiverRowHeight);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setSectionResizeMode(ReceiverModel::Reason, QHeaderView::Stretch);
+    (new QVBoxLayout(box))->addWidget(table);
+    box->hide();
+    return box;
+}
+
+void StatusPage::LookAtReceivers() {
+    m_receivers->Look(m_path);
+    m_receiversBox->setVisible(m_receivers->rowCount() > 0);
 }
 
 void StatusPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
-    m_display->SetStatus_ValuePath(SegmentPath(basePath, segments, StatusSegment));
+    m_path = SegmentPath(basePath, segments, StatusSegment);
+    m_display->SetStatus_ValuePath(m_path);
+    m_look.Refresh();
 }
 
 CommandsPage::CommandsPage(QWidget* parent)

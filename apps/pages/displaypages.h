@@ -2,15 +2,21 @@
 #pragma once
 
 #include <apps/pages/page.h>
+#include <apps/pages/whenseen.h>
 
 #include <platform/values/pathbinding.h>
+
+#include <QtCore/QTimer>
 
 class MCSCommandsDisplay;
 class MCSLogDisplay;
 class MCSStatusDisplay;
+class QGroupBox;
+class QTableView;
+class ReceiverModel;
 class VCPushButton;
 
-/// What the server does, at a glance.
+/// What the server does, at a glance; and its receivers, if its device is made of such.
 class StatusPage : public Page {
     Q_OBJECT
 
@@ -19,7 +25,15 @@ class StatusPage : public Page {
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:
+    QGroupBox* BuildReceivers();
+    void LookAtReceivers();
+
     MCSStatusDisplay* m_display;
+    QString m_path;
+    ReceiverModel* m_receivers;
+    QGroupBox* m_receiversBox;
+    QTimer m_tick;
+    WhenSeen m_look;
 };
 
 /// What the server is told to do. Offers only what this server can do.

@@ -29,7 +29,7 @@
 namespace {
 
 constexpr int RowHeight = 22;
-constexpr int LeastHeight = 4 * RowHeight;
+constexpr int LeastRows = 3;
 constexpr int CellMargin = 16;  // pixels of a cell around its text
 constexpr int ArrowRoom = 20;
 
@@ -136,7 +136,6 @@ void MpxOrvListPage::BuildView() {
     m_view->setAlternatingRowColors(true);
     m_view->setShowGrid(false);
     m_view->setWordWrap(false);
-    m_view->setMinimumHeight(LeastHeight);
     QHeaderView* const rows = m_view->verticalHeader();
     rows->hide();
     rows->setMinimumSectionSize(RowHeight);
@@ -144,6 +143,7 @@ void MpxOrvListPage::BuildView() {
     rows->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView* const columns = m_view->horizontalHeader();
     columns->setHighlightSections(false);
+    m_view->setMinimumHeight(LeastRows * RowHeight + columns->sizeHint().height() + 2 * m_view->frameWidth());
     columns->setStretchLastSection(true);
     columns->setSectionsMovable(true);
     columns->setSortIndicator(m_sorter->sortColumn(), m_sorter->sortOrder());
@@ -151,8 +151,8 @@ void MpxOrvListPage::BuildView() {
     for (int column = 0; column + 1 < mpxorvcells::CountColumns; ++column)
         m_view->setColumnWidth(column, WidthOf(column, font()));
     // The state tells of mastership too, and the comment stands below with who is chosen.
-    new ColumnFit(*m_view,
-                  {mpxorvcells::Master, mpxorvcells::Comment, mpxorvcells::Kind, mpxorvcells::Clients});
+    new ColumnFit(*m_view, {mpxorvcells::Master, mpxorvcells::Comment, mpxorvcells::Kind,
+                            mpxorvcells::Clients, mpxorvcells::Since});
 }
 
 /// Who is current while rows come, go or are filtered is chance; afterwards the one that was chosen is again.

@@ -5,15 +5,20 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QEventLoop>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QTabWidget>
 
 namespace {
 
-/// Contents are shown at a limited rate, and laid out after that: a picture waits for neither.
+constexpr int Turns = 3;  // until all is fitted that depends on something else
+
+/// Contents are shown at a limited rate, laid out after that, and fitted after that: a picture waits for
+/// none of it.
 void ShowWhatHolds() {
     RefreshScheduler::Instance().Flush();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    for (int turn = 0; turn < Turns; ++turn)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 }  // namespace

@@ -12,6 +12,8 @@
 
 #include <QtWidgets/QGridLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
@@ -19,13 +21,13 @@ constexpr int RowSpacing = 2;  // pixels: a page with all of them is high enough
 }  // namespace
 
 PolicyPanel::PolicyPanel(QWidget* parent, int columns)
-    : QWidget(parent), m_lock(*this, [](const values::ValueBase&) { return true; }) {
-    auto* const layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setVerticalSpacing(RowSpacing);
-    const std::vector<QString> policies = policytext::Names();
-    const int rows = (static_cast<int>(policies.size()) + columns - 1) / columns;
-    for (const QString& name : policies) {
+    : QWidget(parent),
+      m_layout(new QGridLayout(this)),
+      m_mostColumns(columns),
+      m_lock(*this, [](const values::ValueBase&) { return true; }) {
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setVerticalSpacing(RowSpacing);
+    for (const QString& name : policytext::Names()) {
         const QString caption = policytext::Caption(name);
         auto* const box = new AskingCheckBox(this, name.toLatin1().constData());
         box->SetText(caption);
@@ -33,13 +35,51 @@ PolicyPanel::PolicyPanel(QWidget* parent, int columns)
         box->SetAsker([this, name, caption](bool isOn) {
             return isOn ? AskingCheckBox::Question() : QuestionBefore(name, caption);
         });
-        const int index = static_cast<int>(m_switches.size());
-        layout->addWidget(box, index % rows, index / rows);
         m_switches.push_back({box, name});
     }
+    LayOut(columns);
 }
 
 PolicyPanel::~PolicyPanel() = default;
+
+int PolicyPanel::RowsIn(int columns) const {
+    return (static_cast<int>(m_switches.size()) + columns - 1) / columns;
+}
+
+void PolicyPanel::LayOut(int columns) {
+    m_columns = columns;
+    const int rows = RowsIn(columns);
+    for (int i = 0; i < static_cast<int>(m_switches.size()); ++i) {
+        QWidget* const box = m_switches[static_cast<std::size_t>(i)].box;
+        m_layout->removeWidget(box);
+        m_layout->addWidget(box, i % rows, i / rows);
+    }
+}
+
+int PolicyPanel::WidthOf(int columns) const {
+    const std::size_t rows = static_cast<std::size_t>(RowsIn(columns));
+    int width = (columns - 1) * m_layout->horizontalSpacing();
+    for (std::size_t first = 0; first < m_switches.size(); first += rows) {
+        int widest = 0;
+        for (std::size_t i = first; i < std::min(first + rows, m_switches.size()); ++i)
+            widest = std::max(widest, m_switches[i].box->minimumSizeHint().width());
+        width += widest;
+    }
+    return width;
+}
+
+/// That of one column, or it could not become one.
+QSize PolicyPanel::minimumSizeHint() const {
+    return QSize(WidthOf(1), QWidget::minimumSizeHint().height());
+}
+
+void PolicyPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    int columns = m_mostColumns;
+    while (columns > 1 && WidthOf(columns) > width())
+        --columns;
+    if (columns != m_columns) LayOut(columns);
+}
 
 /// Before the right is taken away.
 AskingCheckBox::Question PolicyPanel::QuestionBefore(const QString& policy, const QString& caption) const {

@@ -17,6 +17,19 @@ inline constexpr QLatin1String MasterSince = mcskeys::detail::Key("Since");
 inline constexpr QLatin1String MasterRangeFrom = mcskeys::detail::Key("RangeFrom");
 inline constexpr QLatin1String MasterRangeTo = mcskeys::detail::Key("RangeTo");
 
+/// In the status of a server whose device is made of receivers: what is known of each, below "1", "2", ...
+/// The strength is in dB above S9, the frequency in Hz.
+inline constexpr QLatin1String Receivers = mcskeys::detail::Key("Receivers");
+inline constexpr QLatin1String ReceiverName = mcskeys::detail::Key("Name");
+inline constexpr QLatin1String ReceiverAddress = mcskeys::detail::Key("Address");
+inline constexpr QLatin1String ReceiverState = mcskeys::detail::Key("State");
+inline constexpr QLatin1String ReceiverStateSince = mcskeys::detail::Key("StateSince");
+inline constexpr QLatin1String ReceiverReason = mcskeys::detail::Key("Reason");
+inline constexpr QLatin1String ReceiverReasonCode = mcskeys::detail::Key("ReasonCode");
+inline constexpr QLatin1String ReceiverFrequency = mcskeys::detail::Key("Frequency");
+inline constexpr QLatin1String ReceiverMode = mcskeys::detail::Key("Mode");
+inline constexpr QLatin1String ReceiverStrength = mcskeys::detail::Key("SignalStrength");
+
 /// At an MpxORV: whether it obeys the ground transmitter suppression.
 inline constexpr QLatin1String Blanking = mcskeys::detail::Key("Blanking");
 

@@ -75,7 +75,9 @@ SuppressionView::SuppressionView(QWidget* parent)
       m_shownInputs(new AssignedInputs(this)),
       m_ignoring(new IgnoringModel(this)),
       m_tabs(new QTabWidget(this)),
-      m_timeline(new KeyingTimeline(m_follower->GetHistory(), this)) {
+      m_timeline(new KeyingTimeline(m_follower->GetHistory(), this)),
+      m_shown(*this, [this] { Show(); }),
+      m_ticked(*this, [this] { Tick(); }) {
     QTableView* const modules = NewTable("SuppressionModules", tr("Modules"));
     modules->setModel(m_modules);
     modules->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -98,8 +100,8 @@ SuppressionView::SuppressionView(QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(BuildHead());
     layout->addWidget(splitter, 1);
-    connect(m_follower, &SuppressionFollower::Changed, this, &SuppressionView::Show);
-    connect(&m_tick, &QTimer::timeout, this, &SuppressionView::Tick);
+    connect(m_follower, &SuppressionFollower::Changed, this, &SuppressionView::Follow);
+    connect(&m_tick, &QTimer::timeout, &m_ticked, &WhenSeen::Refresh);
     m_tick.start(TickInterval);
     Show();
 }
@@ -174,17 +176,16 @@ void SuppressionView::Bind(const QString& basePath, EMCSControlTreeSegments segm
     m_follower->Follow(Below(status, suppressionkeys::Suppression));
     m_reconnectPath = Below(commands, serverkeys::ReconnectModules);
     m_reconnect->Set_ValuePath(m_reconnectPath);
-    Tick();
+    m_ticked.Refresh();
 }
 
-/// What is looked at once a second only is there at once.
-void SuppressionView::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
-    Tick();
+/// Modules answer all the time.
+void SuppressionView::Follow() {
+    m_modules->LearnClock(m_follower->GetState());
+    m_shown.Refresh();
 }
 
 void SuppressionView::Tick() {
-    if (!isVisible()) return;
     // A server without modules has no such command.
     m_reconnect->setVisible(!m_reconnectPath.isEmpty() &&
                             values::Tree::Instance()->FindItem(m_reconnectPath) != nullptr);
@@ -244,8 +245,13 @@ void SuppressionView::ShowSummary() {
             parts.first().prepend(tr("What was known last:") + QLatin1Char(' '));
         }
     }
-    m_summary->setText(parts.join(QLatin1Char('\n')));
-    m_summary->setToolTip(m_summary->text());
+    const QString text = parts.join(QLatin1Char('\n'));
+    if (m_summary->text() != text) {
+        m_summary->setText(text);
+        m_summary->setToolTip(text);
+    }
+    if (severity == m_iconSeverity) return;  // it is read from a file of the style each time
+    m_iconSeverity = severity;
     m_icon->setPixmap(severitylook::Icon(severity, *this).pixmap(LampSize, LampSize));
     m_icon->setToolTip(severitylook::Word(severity));
     m_icon->setAccessibleName(severitylook::Word(severity));

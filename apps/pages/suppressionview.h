@@ -2,10 +2,12 @@
 #pragma once
 
 #include <apps/pages/page.h>
+#include <apps/pages/severity.h>
+#include <apps/pages/whenseen.h>
 
 #include <QtCore/QTimer>
 
-#include <memory>
+#include <optional>
 
 class IgnoringModel;
 class InputStatusModel;
@@ -29,9 +31,6 @@ class SuppressionView : public Page {
 
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
-  protected:
-    void showEvent(QShowEvent* event) override;
-
   private:
     QTableView* NewTable(const char* name, const QString& spoken);
     QWidget* BuildHead();
@@ -39,6 +38,7 @@ class SuppressionView : public Page {
     void Show();
     void ShowSummary();
     void ShowLanes();
+    void Follow();
     void Tick();
 
     QString m_basePath;
@@ -49,9 +49,12 @@ class SuppressionView : public Page {
     QSortFilterProxyModel* m_shownInputs;
     IgnoringModel* m_ignoring;
     QLabel* m_icon = nullptr;
+    std::optional<ESeverity> m_iconSeverity;  ///< of the icon that is shown; none before the first
     QLabel* m_summary = nullptr;
     VCPushButton* m_reconnect = nullptr;
     QTabWidget* m_tabs;
     KeyingTimeline* m_timeline;
     QTimer m_tick;
+    WhenSeen m_shown;
+    WhenSeen m_ticked;  ///< what is looked at once a second
 };

@@ -28,8 +28,9 @@ UndoBar::UndoBar(IClock& clock, QWidget* parent)
 }
 
 void UndoBar::Offer(const QString& what, const std::function<void()>& undo) {
-    m_text->setText(what);
-    m_button->setAccessibleDescription(what);
+    const QString text = m_place.isEmpty() ? what : QStringLiteral("%1: %2").arg(m_place, what);
+    m_text->setText(text);
+    m_button->setAccessibleDescription(text);
     m_undo = undo;
     show();
     m_timer.Start(Patience, [this] { Withdraw(); });

@@ -24,6 +24,8 @@ class UndoBar : public QFrame {
 
     /// Offers to undo \a what by \a undo, in place of what was offered before.
     void Offer(const QString& what, const std::function<void()>& undo);
+    /// Names \a place from now on, where there are several; empty: none.
+    void SetPlace(const QString& place) { m_place = place; }
     /// There is nothing to undo any more.
     void Withdraw();
 
@@ -31,6 +33,7 @@ class UndoBar : public QFrame {
     void Undo();
 
     QLabel* m_text;
+    QString m_place;
     QPushButton* m_button;
     ClockTimer m_timer;
     std::function<void()> m_undo;

@@ -1,20 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "natsroad.h"
 
+#include "natsoffer.h"
 #include "ownends.h"
-#include "role.h"
-
-#include <platform/nats/natsbusmaker.h>
-#include <platform/nats/natsscheme.h>
-#include <platform/nats/natsstation.h>
 
 #include <QtCore/QTimer>
 
 namespace bench {
 
 namespace {
-
-const QString StationName = QStringLiteral("bench");
 
 /// Until so much after a client is there, it has taken the shared roads.
 constexpr std::chrono::milliseconds BoardingTime(3000);
@@ -26,20 +20,7 @@ class NatsServerEnd final : public OwnServerEnd {
 
     void Open() override {
         Listen();
-        nats::NatsOptions options;
-        options.servers = {{QStringLiteral("127.0.0.1"), m_port}};
-        QString problem;
-        const std::shared_ptr<nats::INatsBus> bus = nats::MakeBus(options, &problem);
-        if (!bus) Role::Fail(problem);
-        m_station = std::make_unique<nats::NatsStation>(
-            Server(), bus, StationName,
-            nats::NatsStation::Description{QStringLiteral("bench"), QString(), {}},
-            [this](nats::NatsStation::EState state, const QString& reason) {
-                if (state == nats::NatsStation::EState::Taken) Role::Fail(reason);
-                if (state == nats::NatsStation::EState::Offering) onOpen(m_port);
-            });
-        bus->Open(true);
-        m_station->Start();
+        m_offer = OfferAtNats(Server(), m_port, [this] { onOpen(m_port); });
     }
 
   private:
@@ -50,7 +31,7 @@ class NatsServerEnd final : public OwnServerEnd {
 
     const int m_port;
     QObject m_timers;
-    std::unique_ptr<nats::NatsStation> m_station;
+    std::shared_ptr<void> m_offer;
 };
 
 }  // namespace
@@ -59,10 +40,7 @@ Road MakeNatsRoad() {
     return {QStringLiteral("nats"),
             [](const RoadSetup& setup) { return std::make_unique<NatsServerEnd>(setup); },
             [](const RoadSetup& setup, int client, int port) {
-                nats::RegisterScheme();
-                const QByteArray address =
-                    "nats://127.0.0.1:" + QByteArray::number(port) + '/' + StationName.toLatin1();
-                return std::make_unique<OwnClientEnd>(setup, client, address, port);
+                return std::make_unique<OwnClientEnd>(setup, client, StationAtNats(port), port);
             }};
 }
 

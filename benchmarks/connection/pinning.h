@@ -7,4 +7,7 @@ namespace bench {
 /// where there are not so many.
 bool PinToCore(int core);
 
+/// Has this process, and all threads that it starts from now on, take only what others leave of the cores.
+void YieldCores();
+
 }  // namespace bench

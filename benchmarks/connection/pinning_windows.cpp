@@ -16,4 +16,8 @@ bool PinToCore(int core) {
     return false;
 }
 
+void YieldCores() {
+    SetPriorityClass(GetCurrentProcess(), IDLE_PRIORITY_CLASS);
+}
+
 }  // namespace bench

@@ -4,6 +4,7 @@
 #include "road.h"
 #ifdef MCS_BENCH_NATS
 #include "natsroad.h"
+#include "plainnatsroad.h"
 #endif
 #ifdef MCS_BENCH_REMOTE_OBJECTS
 #include "remoteobjectsroad.h"
@@ -18,7 +19,7 @@ const std::vector<Road>& Roads() {
     static const std::vector<Road> roads = {
         MakeOwnRoad(),           MakeRawSocketRoad(),
 #ifdef MCS_BENCH_NATS
-        MakeNatsRoad(),
+        MakeNatsRoad(),          MakePlainNatsRoad(),
 #endif
 #ifdef MCS_BENCH_REMOTE_OBJECTS
         MakeRemoteObjectsRoad(), MakeRemoteSignalRoad(),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "role.h"
 
+#include "crowdrole.h"
 #include "pacedroles.h"
 #include "pinning.h"
 #include "roundtriproles.h"
@@ -45,6 +46,7 @@ constexpr Entry entries[] = {
     {"paced-client", Make<PacedClient>},
     {"tree-server", Make<TreeServer>},
     {"tree-client", Make<TreeClient>},
+    {"crowd", Make<CrowdRole>},
     {"stalled-client", Make<StalledClient>},
     {"set", Make<SetRole>},
     {"find", Make<FindRole>},

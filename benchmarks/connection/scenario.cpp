@@ -14,6 +14,10 @@ std::vector<Settings> Failed(const Stage& stage, const QString& name, const Chil
     return {};
 }
 
+bool IsOverNats(const QString& road) {
+    return road.endsWith(QLatin1String("nats"));
+}
+
 }  // namespace
 
 std::vector<Settings> Play(const Stage& stage, const QString& name, const Part& server,
@@ -39,10 +43,13 @@ std::vector<Settings> Play(const Stage& stage, const QString& name, const Part& 
     return results;
 }
 
+int BrokerPort(const Stage& stage, const QString& road) {
+    return IsOverNats(road) ? stage.natsPort : stage.brokerPort;
+}
+
 bool HasRoad(const Stage& stage, const QString& road) {
     if (FindRoad(road) == nullptr) return false;
-    if (road == QLatin1String("nats")) return stage.natsPort > 0;
-    return road != QLatin1String("mqtt") || stage.brokerPort > 0;
+    return (!IsOverNats(road) && road != QLatin1String("mqtt")) || BrokerPort(stage, road) > 0;
 }
 
 }  // namespace bench

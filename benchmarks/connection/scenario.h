@@ -27,6 +27,7 @@ Scenario RoundTripScenario();
 Scenario StreamScenario();
 Scenario FanOutScenario();
 Scenario SharedRoadScenario();
+Scenario CrowdScenario();
 Scenario StalledScenario();
 Scenario SnapshotScenario();
 Scenario MemoryScenario();
@@ -39,5 +40,8 @@ std::vector<Settings> Play(const Stage& stage, const QString& name, const Part& 
 
 /// True where this build and this machine have it.
 bool HasRoad(const Stage& stage, const QString& road);
+
+/// The port of whoever carries that road; 0: nobody.
+int BrokerPort(const Stage& stage, const QString& road);
 
 }  // namespace bench

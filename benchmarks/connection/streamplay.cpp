@@ -21,10 +21,9 @@ QString StreamKey(int clients, const char* road, const char* figure) {
 
 void PlayStream(const Stage& stage, const StreamSize& size, int clients, int processes) {
     if (!HasRoad(stage, QLatin1String(size.road))) return;
-    const bool isNats = QLatin1String(size.road) == QLatin1String("nats");
     Settings settings;
     settings.Set(QStringLiteral("road"), QLatin1String(size.road))
-        .Set(QStringLiteral("broker"), isNats ? stage.natsPort : stage.brokerPort)
+        .Set(QStringLiteral("broker"), BrokerPort(stage, QLatin1String(size.road)))
         .Set(QStringLiteral("values"), Values)
         .Set(QStringLiteral("clients"), clients)
         .Set(QStringLiteral("everychange"), 1)
@@ -57,6 +56,8 @@ void PlayStream(const Stage& stage, const StreamSize& size, int clients, int pro
     stage.scoreboard->Add(StreamKey(clients, size.road, "rate"), results[0].Double(QStringLiteral("rate")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "servercpu"),
                           results[0].Double(QStringLiteral("cpu")));
+    stage.scoreboard->Add(StreamKey(clients, size.road, "sendcpu"),
+                          results[0].Double(QStringLiteral("sendcpu")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "changecpu"),
                           results[0].Double(QStringLiteral("changecpu")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "clientcpu"), clientCpu);

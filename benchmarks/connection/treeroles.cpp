@@ -2,6 +2,7 @@
 #include "treeroles.h"
 
 #include "../memoryuse.h"
+#include "natsoffer.h"
 
 #include <platform/values/valueaccess.h>
 #include <platform/vtclient/ivtclient.h>
@@ -50,7 +51,9 @@ void TreeServer::Start() {
     if (!m_server.Listen(options, &error)) Fail(error);
     m_heapAtStart = HeapInUse();
     m_turns.Start();
-    TellPort(m_server.GetPort());
+    const int broker = GetSettings().Int(QStringLiteral("broker"));
+    if (broker == 0) return TellPort(m_server.GetPort());
+    m_offer = OfferAtNats(m_server, broker, [broker] { TellPort(broker); });
 }
 
 void TreeServer::Update(Observable* /*source*/, TChangeCode code) {
@@ -83,8 +86,10 @@ void TreeClient::Start() {
 void TreeClient::Connect() {
     const int port = GetSettings().Int(QStringLiteral("port"));
     const int count = GetSettings().Int(QStringLiteral("count"), 1);
+    const bool isOverNats = GetSettings().Int(QStringLiteral("broker")) != 0;
+    const QByteArray address = isOverNats ? StationAtNats(port) : QByteArray("127.0.0.1");
     for (int i = 0; i < count; ++i) {
-        m_clients.push_back(VtClientCenter::Instance().CreateVtClient("127.0.0.1", port));
+        m_clients.push_back(VtClientCenter::Instance().CreateVtClient(address.constData(), port));
         m_clients.back()->AddTic(QStringLiteral("/Mirror%1,/Data").arg(i), "");
         m_clients.back()->AddObserver(this);
     }

@@ -9,6 +9,8 @@
 #include <platform/values/tree.h>
 #include <platform/vtclient/vtserver.h>
 
+#include <memory>
+
 class IVtClient;
 
 namespace bench {
@@ -27,6 +29,7 @@ class TreeServer final : public Role, private IObserver {
     values::Tree m_tree;
     OpenAccess m_access;
     VtServer m_server;
+    std::shared_ptr<void> m_offer;  ///< at NATS, if it is wanted there
     TurnMonitor m_turns;
     int m_missingClients;
     std::size_t m_heapAtStart = 0;

@@ -8,12 +8,9 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cache=$("$here/dependencies.sh" --where)
 export MCS_WINE_PREFIX=$1 WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
-rm -rf "$WINEPREFIX"
-mkdir -p "$WINEPREFIX" "$cache/fonts" "$cache/shims/run"
-
+mkdir -p "$cache/fonts" "$cache/shims/run"
+cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$cache/fonts"
 wine=/usr/lib/wine/wine64
-$wine wineboot --init >/dev/null 2>&1
-$wine winecfg /v win10 >/dev/null 2>&1
 
 # environment NAME VALUE: of everything that runs in this prefix.
 environment() {
@@ -25,19 +22,37 @@ threads=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.d
 for folder in "$cache/qt/bin" "$cache/qwt/bin" "$cache/openssl/bin" "$threads" /usr/x86_64-w64-mingw32/lib; do
     path="$path;Z:$(tr / '\\' <<<"$folder")"
 done
-$wine reg add 'HKLM\System\CurrentControlSet\Control\Session Manager\Environment' /v PATH /t REG_EXPAND_SZ \
-    /d "$path" /f >/dev/null 2>&1
-# Windows can be made there, which nobody sees: else not even those that are hidden.
-$wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f >/dev/null 2>&1
-cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$cache/fonts"
-environment QT_QPA_PLATFORM offscreen
-environment QT_QPA_FONTDIR "Z:$(tr / '\\' <<<"$cache/fonts")"
-environment QT_FORCE_STDERR_LOGGING 1
+
+fill() {
+    rm -rf "$WINEPREFIX"
+    mkdir -p "$WINEPREFIX"
+    $wine wineboot --init >/dev/null 2>&1
+    $wine winecfg /v win10 >/dev/null 2>&1
+    $wine reg add 'HKLM\System\CurrentControlSet\Control\Session Manager\Environment' /v PATH /t REG_EXPAND_SZ \
+        /d "$path" /f >/dev/null 2>&1
+    # Windows can be made there, which nobody sees: else not even those that are hidden.
+    $wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d null /f >/dev/null 2>&1
+    environment QT_QPA_PLATFORM offscreen
+    environment QT_QPA_FONTDIR "Z:$(tr / '\\' <<<"$cache/fonts")"
+    environment QT_FORCE_STDERR_LOGGING 1
+    # What is told to a registry is written to its file when Wine's server ends.
+    env -u DISPLAY /usr/lib/wine/wineserver64 -w 2>/dev/null || true
+}
+
+# On a busy machine Wine has lost all that it was told, and said nothing.
+is_filled() {
+    grep -q '"Graphics"="null"' "$WINEPREFIX/user.reg" && grep -q '"QT_FORCE_STDERR_LOGGING"' "$WINEPREFIX/user.reg" &&
+        grep -q '"PATH"=.*Z:' "$WINEPREFIX/system.reg"
+}
+
+for attempt in 1 2 3; do
+    fill
+    is_filled && break
+    [ "$attempt" -lt 3 ] || { echo "prefix.sh: Wine does not keep what its registry is told in $WINEPREFIX" >&2; exit 1; }
+done
 
 x86_64-w64-mingw32-g++-posix -std=c++17 -O1 -static -Wall -Wextra -DMCS_SCRATCH="\"$cache/shims/run\"" \
     "$here/runprogram.cpp" -o "$cache/shims/runprogram.exe"
 for program in mbpoll openssl python3; do
     cp "$cache/shims/runprogram.exe" "$cache/shims/$program.exe"
 done
-# What is told to a registry is written to its file when Wine's server ends.
-env -u DISPLAY /usr/lib/wine/wineserver64 -w 2>/dev/null || true

@@ -2,14 +2,18 @@
 """zip.py PREFIX ZIP: packs what was installed for Windows into an archive that runs as it lies there.
 
 Beside the programs lie all libraries that they need, found by what each takes from which; whatever is neither in one of
-the folders with libraries nor Windows' own is missing, and said so.
+the folders with libraries nor Windows' own is missing, and said so. Of the same programs and libraries it makes the same
+archive, whenever that is: all times are SOURCE_DATE_EPOCH, or that of the last commit.
 """
+import os
 import pathlib
 import re
 import shutil
 import subprocess
 import sys
 import tempfile
+import time
+import zipfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 TRIPLE = "x86_64-w64-mingw32"
@@ -19,11 +23,24 @@ PLUGINS = ["platforms/qwindows.dll", "platforms/qoffscreen.dll", "platforms/qmin
 # Programs search plugins and translations beside themselves, wherever the library was built.
 CONFIGURATION = "[Paths]\nPrefix = .\nPlugins = .\nTranslations = translations\n"
 DOCUMENTS = ["README.md", "LICENSE", "CHANGELOG.md", "docs/server.md", "docs/console.md", "docs/mctree.md", "docs/dimodule.md",
-             "docs/windows.md"]
+             "docs/windows.md", "docs/packages.md"]
 
 
 def output(*words):
     return subprocess.run([str(word) for word in words], check=True, capture_output=True, text=True).stdout
+
+
+def source_time():
+    return int(os.environ.get("SOURCE_DATE_EPOCH") or output("git", "-C", HERE, "log", "-1", "--format=%ct"))
+
+
+def pack(target, archive):
+    date = time.gmtime(source_time())[:6]
+    with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED, compresslevel=9) as packed:
+        for path in sorted(path for path in target.rglob("*") if path.is_file()):
+            entry = zipfile.ZipInfo(path.relative_to(target.parent).as_posix(), date)
+            entry.external_attr = (0o100755 if path.suffix in (".exe", ".dll") else 0o100644) << 16
+            packed.writestr(entry, path.read_bytes(), zipfile.ZIP_DEFLATED, 9)
 
 
 def folders():
@@ -70,6 +87,7 @@ def add_licences(target, cache):
 
 def main():
     prefix, archive = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]).resolve()
+    os.environ["SOURCE_DATE_EPOCH"] = str(source_time())  # strip notes the time, too
     cache, searched = folders()
     with tempfile.TemporaryDirectory() as work:
         target = pathlib.Path(work) / archive.stem
@@ -92,7 +110,7 @@ def main():
             (target / document).parent.mkdir(exist_ok=True)
             shutil.copy(HERE.parent.parent / document, target / document)
         archive.unlink(missing_ok=True)
-        subprocess.run(["cmake", "-E", "tar", "cf", archive, "--format=zip", target.name], cwd=work, check=True)
+        pack(target, archive)
         files = [path for path in target.rglob("*") if path.is_file()]
         size = sum(path.stat().st_size for path in files)
         print(f"{archive}: {archive.stat().st_size / 1e6:.1f} MB, {len(files)} files of {size / 1e6:.1f} MB")

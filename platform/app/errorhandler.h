@@ -41,15 +41,15 @@ class MCS_PLATFORM_EXPORT ErrorHandler {
     };
     using Sink = std::function<void(const TraceRecord&)>;
 
-    static ErrorHandler& Instance();
+    static ErrorHandler& Instance();  ///< The one of the process, made when first asked for. Any thread.
 
-    unsigned GetTraceFlags() const { return m_flags.load(std::memory_order_relaxed); }
-    void SetTraceFlags(unsigned flags) { m_flags.store(flags, std::memory_order_relaxed); }
-    bool IsTraced(ETraceFlag flag) const { return (GetTraceFlags() & flag) != 0; }
+    unsigned GetTraceFlags() const { return m_flags.load(std::memory_order_relaxed); }  ///< of ETraceFlag
+    void SetTraceFlags(unsigned flags) { m_flags.store(flags, std::memory_order_relaxed); }  ///< likewise
+    bool IsTraced(ETraceFlag flag) const { return (GetTraceFlags() & flag) != 0; }  ///< worth a Report()?
 
     /// Sends every later record to \a sink; an empty function restores the default sink.
     void SetSink(Sink sink);
-    void Report(const TraceRecord& record);
+    void Report(const TraceRecord& record);  ///< Hands \a record, whatever its flag, to the sink.
     /// What the default sink does.
     static void LogRecord(const TraceRecord& record);
 

@@ -11,7 +11,7 @@
 /// with, tells it of the stages of its life, and destroys it. The defaults do nothing. GUI thread only.
 class MCS_PLATFORM_EXPORT IDllInstance {  // fixed: virtual-order
   public:
-    explicit IDllInstance(QString argument) : m_argument(std::move(argument)) {}
+    explicit IDllInstance(QString argument) : m_argument(std::move(argument)) {}  ///< for the module
     virtual ~IDllInstance();
     IDllInstance(const IDllInstance&) = delete;
     IDllInstance& operator=(const IDllInstance&) = delete;
@@ -20,7 +20,7 @@ class MCS_PLATFORM_EXPORT IDllInstance {  // fixed: virtual-order
     virtual void OnUnloading() {}  ///< the application is about to unload the module
     virtual void CommitData() {}   ///< orderly shutdown: store what has to outlive the process
 
-    QString GetArgument() const { return m_argument; }
+    QString GetArgument() const { return m_argument; }  ///< as given by the framework
 
   private:
     QString m_argument;

@@ -35,8 +35,8 @@ class Place {
         }
         for (std::size_t i = from; i < end; ++i)
             m_path[i - from] = detail::IsSeparator(file[i]) ? L'/' : file[i];
-    }
-    constexpr const wchar_t* Path() const { return m_path; }
+    }                                                         ///< \a file is `__FILE__`
+    constexpr const wchar_t* Path() const { return m_path; }  ///< ends with 0; lives as long as this
 
   private:
     static constexpr bool IsBelowRoot(const wchar_t (&file)[size]) {

@@ -19,14 +19,14 @@ class QTranslator;
 /// the first search directory that has it. Registrations are counted: a catalogue leaves with its last one.
 class MCS_PLATFORM_EXPORT TranslationCenter {
   public:
-    static TranslationCenter& Instance();
+    static TranslationCenter& Instance();  ///< the one of the process
     TranslationCenter(const TranslationCenter&) = delete;
     TranslationCenter& operator=(const TranslationCenter&) = delete;
 
     /// \return whether a catalogue for the current locale is installed. Without one, and without an
     /// application object, the registration still counts and texts stay as they are in the code.
     bool Register(const QString& name);
-    void Unregister(const QString& name);
+    void Unregister(const QString& name);  ///< One registration less; of a name that has none, nothing.
 
     /// Directories that are looked through before those of the application: "translations" beside it, and
     /// "../share/MultiChannelServer/translations" where it is installed.

@@ -10,7 +10,7 @@
 /// What the library asks of the operating system. Any thread.
 class MCS_PLATFORM_EXPORT VornOS {
   public:
-    static std::unique_ptr<VornOS> Create();
+    static std::unique_ptr<VornOS> Create();  ///< this system's; never null
 
     virtual ~VornOS();
     VornOS(const VornOS&) = delete;

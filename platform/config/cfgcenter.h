@@ -17,7 +17,7 @@ class ICfg;
 /// Knows the application's name and where its configuration is kept. Main thread.
 class MCS_PLATFORM_EXPORT CfgCenter {
   public:
-    static CfgCenter& Instance();
+    static CfgCenter& Instance();  ///< the one of the process
     CfgCenter(const CfgCenter&) = delete;
     CfgCenter& operator=(const CfgCenter&) = delete;
 

@@ -20,12 +20,12 @@ class MCS_PLATFORM_EXPORT ICfg {
 
     virtual ~ICfg();
 
-    virtual QString ReadString(const QString& key, const QString& fallback) = 0;
-    virtual int ReadInt(const QString& key, int fallback) = 0;
-    virtual bool ReadBool(const QString& key, bool fallback) = 0;
-    virtual void WriteString(const QString& key, const QString& content) = 0;
-    virtual void WriteInt(const QString& key, int content) = 0;
-    virtual void WriteBool(const QString& key, bool content) = 0;
+    virtual QString ReadString(const QString& key, const QString& fallback) = 0;  ///< what stands at \a key
+    virtual int ReadInt(const QString& key, int fallback) = 0;                    ///< decimal
+    virtual bool ReadBool(const QString& key, bool fallback) = 0;                 ///< true, false, 1 or 0
+    virtual void WriteString(const QString& key, const QString& content) = 0;     ///< any text
+    virtual void WriteInt(const QString& key, int content) = 0;                   ///< as decimal
+    virtual void WriteBool(const QString& key, bool content) = 0;                 ///< as true or false
     /// Brings what was written to the file, under \a key and everywhere else in the store; within a CfgSave
     /// at its end. False if it cannot be written, with a trace for the first of several times; it is then
     /// kept for the next commit.

@@ -13,6 +13,7 @@ class MCS_PLATFORM_EXPORT PrivateFile {
     PrivateFile() = delete;
 
     enum class EOutcome { Done, Missing, Failed };
+    /// What became of it.
     struct Result {
         EOutcome outcome = EOutcome::Done;
         QString reason;  ///< of what is not done, in one line, for people

@@ -19,7 +19,7 @@ enum class EError {
     TooManyFiles,
     NoResources
 };
-MCS_MODBUS_EXPORT unsigned CodeOf(EError error);
+MCS_MODBUS_EXPORT unsigned CodeOf(EError error);  ///< this system's number, as OnError() is told it
 
 /// How many connections, each polled by a thread of its own, a process may have at a time and still have
 /// descriptors for everything else.

@@ -58,27 +58,29 @@ class MCS_NATS_EXPORT INatsBus {
     };
 
     /// Above this publishers had better wait for OnNatsWritable(). In bytes.
-    static constexpr qint64 EnoughUnsent = 1 << 20;
+    static constexpr qint64 EnoughUnsent = 128 << 10;
 
     virtual ~INatsBus();
 
     /// Starts to connect. With \a isPersistent it tries again whenever that fails and after every loss, until
     /// it is closed; without, the first failure or loss closes it.
     virtual void Open(bool isPersistent) = 0;
+    /// From now on it tries again after every loss.
+    virtual void Persist() = 0;
     /// Sends what the system takes at once, and closes. The listeners are not told.
     virtual void Close() = 0;
-    virtual EState State() const = 0;
+    virtual EState State() const = 0;  ///< As the listeners were told last.
     /// Why it is not open, in one line; empty while it is.
     virtual QString Problem() const = 0;
-    virtual void AddListener(IListener* listener) = 0;
-    virtual void RemoveListener(IListener* listener) = 0;
+    virtual void AddListener(IListener* listener) = 0;     ///< Not owned; once each.
+    virtual void RemoveListener(IListener* listener) = 0;  ///< May be called while listeners are told.
 
     /// Publishes \a head and \a body as one message. It leaves with Flush(), or when the event loop comes
     /// round. With a \a watch other than 0 the listeners hear of it if nobody listened.
     /// \return false, and nothing is published, while it is not open or for a message beyond MaxPayload().
     virtual bool Publish(const QByteArray& subject, std::string_view head, std::string_view body = {},
                          quint64 watch = 0) = 0;
-    virtual void Flush() = 0;
+    virtual void Flush() = 0;  ///< Sends what was published, as far as the system takes it.
     /// Bytes that were published and that the system has not taken yet.
     virtual qint64 Unsent() const = 0;
     /// How many bytes a message may have; 0 while not open.
@@ -87,7 +89,7 @@ class MCS_NATS_EXPORT INatsBus {
     /// Listens to \a subject from now on, also over later connections. Messages of one subscription come in
     /// order, those of several in any. \return its number, not 0.
     virtual int Subscribe(const QByteArray& subject, Handler handler) = 0;
-    virtual void Unsubscribe(int subscription) = 0;
+    virtual void Unsubscribe(int subscription) = 0;  ///< at once; an unknown number does nothing
     /// Publishes a question; \a handler is called once, from the event loop, with the first answer or with
     /// the reason why there is none within \a timeout. Not called if the bus goes.
     virtual void Request(const QByteArray& subject, const QByteArray& data, Time timeout,
@@ -95,7 +97,7 @@ class MCS_NATS_EXPORT INatsBus {
 
     /// Whether the server of NATS that it is connected to is on this machine, and speaks TLS with us.
     virtual bool IsLoopback() const = 0;
-    virtual bool IsEncrypted() const = 0;
+    virtual bool IsEncrypted() const = 0;       ///< Whether it is encrypted with TLS.
     virtual QString ServerAddress() const = 0;  ///< of that server, for people
 };
 

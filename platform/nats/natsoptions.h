@@ -40,7 +40,7 @@ struct MCS_NATS_EXPORT NatsOptions {
     Time connectTimeout{2000};  ///< for each of the servers
     Time firstRetry{100};       ///< doubles with every failure, with jitter
     Time longestRetry{5'000};
-    Time deadAfter{15'000};  ///< without a word from NATS, which is asked for one in time
+    Time deadAfter{6'000};  ///< without a word from NATS, which is asked for one in time
 
     /// Takes what the environment says of credentials and TLS: MCS_NATS_USER, MCS_NATS_PASSWORD,
     /// MCS_NATS_TOKEN, MCS_NATS_CREDS, MCS_NATS_NKEY, MCS_NATS_SEED, MCS_NATS_CA, MCS_NATS_CERT,

@@ -7,6 +7,8 @@
 #include <platform/nats/session/natsconnector.h>
 #include <platform/vtclient/vtclientcenter.h>
 
+#include <algorithm>
+
 namespace nats {
 
 namespace {
@@ -34,6 +36,8 @@ NatsOptions OptionsOf(const VtClientOptions& client, bool isTls) {
     options.caFile = client.caFile;
     options.certificateFile = client.certificateFile;
     options.privateKeyFile = client.privateKeyFile;
+    // It has to be elsewhere before the session takes the server for dead.
+    options.deadAfter = std::min(options.deadAfter, client.deadAfter / 2);
     options.TakeEnvironment();
     return options;
 }

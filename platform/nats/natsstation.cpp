@@ -32,9 +32,30 @@ class NatsStation::Works {
         m_claim.Start();
     }
 
+    Figures GetFigures() const {
+        Figures figures;
+        figures.isConnected = m_bus->State() == INatsBus::EState::Open;
+        if (figures.isConnected) figures.server = m_bus->ServerAddress();
+        figures.problem = m_bus->Problem();
+        figures.isKept = m_roads.IsKept();
+        figures.sessions = m_listener ? m_listener->CountSessions() : 0;
+        figures.messages = m_roads.Published();
+        figures.bytes = m_roads.PublishedBytes();
+        figures.lost = m_roads.Lost();
+        figures.unsent = m_bus->Unsent();
+        figures.roads = m_server.GetRoadFigures();
+        figures.lostSessions = m_lostSessions + (m_listener ? m_listener->CountLost() : 0);
+        return figures;
+    }
+
   private:
     void OnState(EState state, const QString& reason) {
-        if (state != EState::Offering) m_listener.reset();
+        // Where NATS was lost the station is mostly still ours, and so are its sessions.
+        if (state == EState::Taken && m_listener) {
+            m_lostSessions += m_listener->CountLost() + static_cast<quint64>(m_listener->CountSessions());
+            m_listener.reset();
+        }
+        if (m_listener) m_listener->SetOpen(state == EState::Offering);
         if (state == EState::Offering && !m_listener)
             m_listener = std::make_unique<NatsListener>(
                 m_bus, m_station, m_claim.Instance(),
@@ -49,6 +70,7 @@ class NatsStation::Works {
     NatsRoads m_roads;
     StationClaim m_claim;
     std::unique_ptr<NatsListener> m_listener;
+    quint64 m_lostSessions = 0;  ///< of listeners that are gone
 };
 
 NatsStation::NatsStation(VtServer& server, std::shared_ptr<INatsBus> bus, const QString& station,
@@ -59,6 +81,10 @@ NatsStation::~NatsStation() = default;
 
 void NatsStation::Start() {
     m_works->Start();
+}
+
+NatsStation::Figures NatsStation::GetFigures() const {
+    return m_works->GetFigures();
 }
 
 }  // namespace nats

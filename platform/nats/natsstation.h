@@ -3,13 +3,12 @@
 
 #include <platform/nats/inatsbus.h>
 #include <platform/nats/natsexport.h>
+#include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QString>
 
 #include <functional>
 #include <memory>
-
-class VtServer;
 
 namespace nats {
 
@@ -25,11 +24,17 @@ class MCS_NATS_EXPORT NatsStation {
     };
     using Handler = std::function<void(EState state, const QString& reason)>;
 
+    /// How a device is.
+    struct State {
+        QString text;  ///< for people, in English
+        QString code;  ///< from which clients tell the same in other languages; may be empty
+    };
+
     /// Who offers it, for people.
     struct Description {
         QString name;
         QString version;
-        std::function<QString()> state;  ///< asked how the device is; none: nothing is said of that
+        std::function<State()> state;  ///< asked how the device is; none: nothing is said of that
     };
 
     /// \a server outlives it, and has to listen by the time of EState::Offering. \a onState is told of each
@@ -41,7 +46,23 @@ class MCS_NATS_EXPORT NatsStation {
     NatsStation(const NatsStation&) = delete;
     NatsStation& operator=(const NatsStation&) = delete;
 
-    void Start();
+    void Start();  ///< Offers the server from now on, until this is destroyed; once.
+
+    /// What it has to do with NATS, for those who watch over it.
+    struct Figures {
+        bool isConnected = false;
+        QString server;       ///< the address of NATS, while connected
+        QString problem;      ///< why it is not connected, in one line
+        bool isKept = false;  ///< JetStream keeps what is published
+        int sessions = 0;
+        quint64 messages = 0;  ///< published on shared roads, since the start, as are the next two
+        quint64 bytes = 0;
+        quint64 lost = 0;   ///< messages that could not be published
+        qint64 unsent = 0;  ///< bytes, at this moment
+        VtRoadFigures roads;
+        quint64 lostSessions = 0;  ///< that ended with the way to their client, since the start
+    };
+    Figures GetFigures() const;  ///< At this moment.
 
   private:
     class Works;

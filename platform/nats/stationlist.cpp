@@ -39,8 +39,8 @@ void StationList::OnHere(const NatsMessage& message) {
     if (message.subject != std::string_view(subject.constData(), static_cast<std::size_t>(subject.size())))
         return;
     if (m_stations.size() >= MaxListed && m_stations.count(presence->station) == 0) return;
-    const StationInfo info{presence->station, presence->name,  presence->version,
-                           presence->machine, presence->state, presence->since};
+    const StationInfo info{presence->station, presence->name,      presence->version, presence->machine,
+                           presence->state,   presence->stateCode, presence->since};
     m_stations[info.station] = info;
     if (m_onStation) m_onStation(info);
 }

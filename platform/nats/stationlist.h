@@ -18,8 +18,9 @@ struct StationInfo {
     QString name;     ///< what the server calls itself
     QString version;  ///< and its version
     QString machine;
-    QString state;  ///< how its device is
-    QString since;  ///< when it began, UTC, ISO 8601
+    QString state;      ///< how its device is
+    QString stateCode;  ///< the same for who speaks another language; may be empty
+    QString since;      ///< when it began, UTC, ISO 8601
 };
 
 /// The stations that are there, without any configuration: each says so every few seconds, and when it is

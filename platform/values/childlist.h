@@ -27,17 +27,17 @@ class ChildList {
 
     TreeItem* First() const { return m_first; }  ///< hidden children included; follow with TreeItem::m_next
     TreeItem* Last() const { return m_last; }    ///< the same from the end; follow with TreeItem::m_previous
-    int Count() const { return static_cast<int>(m_count); }
+    int Count() const { return static_cast<int>(m_count); }  ///< without hidden ones
     TreeItem* Find(const NameKey& name) const {
         return m_index.IsEmpty() ? FindUnindexed(name) : m_index.Find(name);
-    }
+    }  ///< null if there is none, or it is hidden
 
     /// \a name is made of the item's own name.
     void Append(std::unique_ptr<TreeItem> item, Node* parent, const NameKey& name);
     /// Takes \a item, which must be in this list, out of it and hands it over, detached.
     std::unique_ptr<TreeItem> Take(TreeItem* item);
-    void Hide(TreeItem* item);
-    void Rename(TreeItem* item, const QString& name, std::uint32_t hash);
+    void Hide(TreeItem* item);                                             ///< \a item is in the list.
+    void Rename(TreeItem* item, const QString& name, std::uint32_t hash);  ///< \a hash is the name's
 
   private:
     TreeItem* FindUnindexed(const NameKey& name) const;

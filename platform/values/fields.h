@@ -30,14 +30,14 @@ struct Places {
 // What a new value starts with.
 
 struct TypesOwn {};  ///< what its type starts with
-
+/// A content of its own.
 template <class T>
 struct Content {
     T content;
 };
 template <class T>
 Content(T) -> Content<T>;
-
+/// The same with limits.
 template <class T>
 struct Within {
     T content;

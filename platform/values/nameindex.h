@@ -17,14 +17,14 @@ class TreeItem;
 /// one probe in the usual case and keeps no tombstones. Private to the value framework.
 class NameIndex {
   public:
-    bool IsEmpty() const { return m_count == 0; }
+    bool IsEmpty() const { return m_count == 0; }  ///< without any child
     /// The index must not be empty.
     TreeItem* Find(const NameKey& name) const;
     /// \a name is made of the item's own name.
     void Insert(TreeItem* item, const NameKey& name);
     /// \a item must be in the index, under the name that it still has.
     void Remove(const TreeItem* item);
-    void Clear();
+    void Clear();  ///< Forgets all, and the room for them.
 
   private:
     /// Holds the item's name, or where a long one is, so that comparing it does not touch the item, which is

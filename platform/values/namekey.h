@@ -18,7 +18,7 @@ class NameKey {
     /// must outlive the key.
     explicit NameKey(QStringView text);
 
-    QStringView Text() const { return m_text; }
+    QStringView Text() const { return m_text; }  ///< without what follows the slash
     /// Keyed with numbers that are drawn once per process. Not qHash: that one is linear in its seed, so that
     /// names which collide in one process collide in all, and a peer could choose such names.
     std::uint32_t Hash() const { return m_hash; }

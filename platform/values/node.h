@@ -20,7 +20,7 @@ class ValueBase;
 /// A subtree that is built detached and then added comes as one change.
 class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
   public:
-    explicit Node(const QString& name = QString());
+    explicit Node(const QString& name = QString());  ///< a detached one
     ~Node() override;
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
@@ -35,8 +35,8 @@ class MCS_PLATFORM_EXPORT Node : public TreeItem, public Observable {
     TreeItem* GetFirstChild() const;
     /// The last of them, from which TreeItem::GetPreviousSibling() leads back; null without children.
     TreeItem* GetLastChild() const;
-    int CountChildren() const { return m_children.Count(); }
-    TreeItem* FindChild(const QString& name) const;
+    int CountChildren() const { return m_children.Count(); }  ///< but those going away
+    TreeItem* FindChild(const QString& name) const;           ///< null if there is none
 
     /// Adds \a child and takes ownership; the pointer is then empty. False, and nothing changed, if the name
     /// is empty, holds "/" or is taken, if the node is going away, or if \a child is this node or contains

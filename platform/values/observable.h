@@ -32,7 +32,7 @@ constexpr TChangeCode ChildRenamed = 19;       ///< a child of this node has ano
 class MCS_PLATFORM_EXPORT IObserver {
   public:
     virtual ~IObserver();
-    virtual void Update(Observable* source, TChangeCode code) = 0;
+    virtual void Update(Observable* source, TChangeCode code) = 0;  ///< \a source tells \a code
 
   protected:
     IObserver() = default;
@@ -61,15 +61,15 @@ class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
     virtual void AddObserver(IObserver* observer);
     /// Removes \a observer; a stranger changes nothing.
     virtual void DeleteObserver(IObserver* observer);
-    virtual void DeleteObservers();
+    virtual void DeleteObservers();  ///< removes all
     /// Moves \a observer to the front; a stranger changes nothing.
     virtual void MakeFirstObserver(IObserver* observer);
     /// Calls Update(this, code) on every observer but \a originator. Returns with `this` destroyed if an
     /// observer destroyed it; a caller that goes on afterwards checks with an ObservableGuard.
     virtual void NotifyObservers(TChangeCode code, IObserver* originator = nullptr);
 
-    int CountObservers() const { return static_cast<int>(m_count); }
-    bool HasObserver(const IObserver* observer) const { return IndexOf(observer) != m_count; }
+    int CountObservers() const { return static_cast<int>(m_count); }  ///< how many are told
+    bool HasObserver(const IObserver* observer) const { return IndexOf(observer) != m_count; }  ///< told?
 
   protected:
     /// What NotifyObservers does, for classes that do not let it be overridden and notify often.
@@ -121,8 +121,8 @@ class MCS_PLATFORM_EXPORT Observable {  // fixed: virtual-order
 /// Tells whether an observable outlived the notifications sent since the guard was made.
 class ObservableGuard {
   public:
-    explicit ObservableGuard(Observable& observable) : m_walk(observable) {}
-    bool IsAlive() const { return m_walk.subject != nullptr; }
+    explicit ObservableGuard(Observable& observable) : m_walk(observable) {}  ///< guards from here on
+    bool IsAlive() const { return m_walk.subject != nullptr; }                ///< may it be touched?
 
   private:
     Observable::Walk m_walk;  // a walk over nobody

@@ -18,7 +18,7 @@ class Observation {
   public:
     explicit Observation(IObserver& observer, Subject* subject = nullptr) : m_observer(&observer) {
         Begin(subject);
-    }
+    }  ///< neither is owned; null: observes nothing
     Observation(Observation&& other) noexcept
         : m_observer(other.m_observer), m_subject(std::exchange(other.m_subject, nullptr)) {}
     Observation& operator=(Observation&& other) noexcept {
@@ -39,7 +39,7 @@ class Observation {
     }
     void End() {
         if (Subject* const subject = std::exchange(m_subject, nullptr)) subject->DeleteObserver(m_observer);
-    }
+    }  ///< observes nothing any more
     /// Ends if \a source is the subject, and says by \a code that it goes. For the observer's Update.
     bool EndIfGoingAway(const Observable* source, TChangeCode code) {
         if (!Is(source) || !IsGoingAway(code)) return false;
@@ -50,7 +50,7 @@ class Observation {
     /// Whether \a source is the subject. Null is none.
     bool Is(const Observable* source) const { return m_subject != nullptr && m_subject == source; }
 
-    Subject* Get() const { return m_subject; }
+    Subject* Get() const { return m_subject; }  ///< null: observes nothing
     Subject* operator->() const { return m_subject; }
     Subject& operator*() const { return *m_subject; }
     explicit operator bool() const { return m_subject != nullptr; }

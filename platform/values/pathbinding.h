@@ -28,7 +28,7 @@ class MCS_PLATFORM_EXPORT PathBinding : private IObserver {
   public:
     /// Told, besides the codes of the value itself, when another item or none is at the path.
     static constexpr TChangeCode Rebound = 0;
-
+    /// Whoever shows what is there.
     class MCS_PLATFORM_EXPORT IListener {
       public:
         virtual ~IListener();
@@ -49,7 +49,7 @@ class MCS_PLATFORM_EXPORT PathBinding : private IObserver {
     void SetPath(const QString& path);
     QString GetPath() const { return m_path; }
 
-    EBindingState GetState() const;
+    EBindingState GetState() const;  ///< of what is at the path now
     /// Null unless the state is Stale or Live.
     values::ValueBase* GetValue() const { return m_value; }
 

@@ -22,9 +22,9 @@ class MCS_PLATFORM_EXPORT SelItemDesc {
     constexpr SelItemDesc(const char* text, double value, SelectionKey key)
         : m_text(text), m_value(value), m_key(key) {}
 
-    QString String() const { return QString::fromUtf8(m_text); }
-    double Value() const { return m_value; }
-    SelectionKey Key() const { return m_key; }
+    QString String() const { return QString::fromUtf8(m_text); }  ///< its text
+    double Value() const { return m_value; }                      ///< its number
+    SelectionKey Key() const { return m_key; }                    ///< its key
 
     /// Adds the \a count items of the table \a items to \a selection, in table order, as one change. An item
     /// whose key the selection already has takes the table's text and number instead of being doubled. The

@@ -23,7 +23,7 @@ class MCS_PLATFORM_EXPORT Tree {
     /// Null while there is no tree.
     static Tree* Instance() { return s_instance; }
 
-    Node* GetRoot() { return &m_root; }
+    Node* GetRoot() { return &m_root; }  ///< never null; the path is "/"
     /// Null where nothing is. Costs one hash per segment and allocates nothing.
     TreeItem* FindItem(const QString& path) const;
     /// Null where nothing or a value is.

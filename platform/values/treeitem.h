@@ -29,23 +29,23 @@ class MCS_PLATFORM_EXPORT TreeItem {
     virtual ~TreeItem();
     TreeItem& operator=(const TreeItem&) = delete;
 
-    virtual bool IsNode() const { return false; }
+    virtual bool IsNode() const { return false; }  ///< else it is a value
     /// What observers of this item attach to. An item that only wraps another one answers with the wrapped
     /// item's observable, or null.
     virtual Observable* GetObservable() = 0;
 
-    QString GetName() const { return m_name; }
+    QString GetName() const { return m_name; }  ///< without its path
     /// "/" and the names from the root on, joined by "/". A detached item's path starts with its topmost
     /// ancestor's name; the root's is "/".
     QString GetPathName() const;
     /// Null for the root and for a detached item. An item that is going away still knows its parent.
     Node* GetParent() const { return m_parent; }
-    TValueState GetState() const { return m_state; }
+    TValueState GetState() const { return m_state; }  ///< Valid at first
 
     /// The sibling before or after this one, in the order in which they were added; those that are going away
     /// do not count. Null at the end and for a detached item.
     TreeItem* GetPreviousSibling() const;
-    TreeItem* GetNextSibling() const;
+    TreeItem* GetNextSibling() const;  ///< The one after.
 
   protected:
     explicit TreeItem(const QString& name = QString());

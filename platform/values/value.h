@@ -15,11 +15,11 @@ template <class T>
 class Value : public ValueBase {
   public:
     Value() = default;
-    explicit Value(const T& content) : m_content(content) {}
+    explicit Value(const T& content) : m_content(content) {}  ///< detached, and valid
     Value(const Value& other) = default;
     ~Value() override { SayGoodbye(); }
 
-    T GetValue() const { return m_content; }
+    T GetValue() const { return m_content; }  ///< as it is now
     void SetValue(const T& content, IObserver* originator = nullptr) {
         if (IsNoChange(content == m_content)) return;
         m_content = content;

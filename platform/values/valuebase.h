@@ -33,7 +33,7 @@ class MCS_PLATFORM_EXPORT ValueBase : public TreeItem, public Observable {
     void SetName(const QString& name, IObserver* originator = nullptr);
     /// Marks the value as valid or stale and tells StateChanged. Going away is for the destructor alone.
     void SetState(TValueState state, IObserver* originator = nullptr);
-    EDelivery GetDelivery() const { return m_delivery; }
+    EDelivery GetDelivery() const { return m_delivery; }  ///< LastValue at first
     /// Tells DescriptionChanged.
     void SetDelivery(EDelivery delivery);
     /// False for a mirrored value that its server does not let this process write: such a write would only be

@@ -17,13 +17,13 @@ class ValueList : public ValueBase {
     ValueList(const ValueList& other) = default;
     ~ValueList() override { SayGoodbye(); }
 
-    int Count() const { return static_cast<int>(m_items.size()); }
+    int Count() const { return static_cast<int>(m_items.size()); }  ///< how many items
     /// The item at \a index, 0 beyond the list.
     T GetItem(int index) const;
-    const std::vector<T>& GetItems() const { return m_items; }
+    const std::vector<T>& GetItems() const { return m_items; }  ///< in their order
     void Clear(IObserver* originator = nullptr) { SetItems({}, originator); }
-    void Add(T item, IObserver* originator = nullptr);
-    void SetItems(std::vector<T> items, IObserver* originator = nullptr);
+    void Add(T item, IObserver* originator = nullptr);                     ///< at the end
+    void SetItems(std::vector<T> items, IObserver* originator = nullptr);  ///< none, if one is NaN
 
   protected:
     std::unique_ptr<TreeItem> CopyItem() const override { return std::make_unique<ValueList>(*this); }

@@ -17,22 +17,22 @@ template <class T>
 class ValueNumeric : public ValueBase {
   public:
     ValueNumeric() = default;
-    ValueNumeric(T content, T minimum, T maximum);
+    ValueNumeric(T content, T minimum, T maximum);  ///< A limit that is NaN is none.
     ValueNumeric(const ValueNumeric& other) = default;
     ~ValueNumeric() override { SayGoodbye(); }
 
-    T GetValue() const { return m_content; }
-    T GetMin() const { return m_minimum; }
-    T GetMax() const { return m_maximum; }
+    T GetValue() const { return m_content; }  ///< within the limits
+    T GetMin() const { return m_minimum; }    ///< the lowest content
+    T GetMax() const { return m_maximum; }    ///< the highest content
     void SetValue(T content, IObserver* originator = nullptr) {
         if (IsNan(content)) return TraceRefusal("content NaN");
         content = Clamped(content);
         if (IsNoChange(content == m_content)) return;
         m_content = content;
         NotifyObservers(changecode::ContentChanged, originator);
-    }
-    void SetMin(T minimum, IObserver* originator = nullptr);
-    void SetMax(T maximum, IObserver* originator = nullptr);
+    }  ///< tells ContentChanged to all but \a originator
+    void SetMin(T minimum, IObserver* originator = nullptr);  ///< takes maximum and content along
+    void SetMax(T maximum, IObserver* originator = nullptr);  ///< takes minimum and content along
 
   protected:
     std::unique_ptr<TreeItem> CopyItem() const override { return std::make_unique<ValueNumeric>(*this); }

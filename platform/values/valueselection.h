@@ -15,11 +15,11 @@ namespace values {
 class SelectionItem {
   public:
     SelectionItem(QString name, double value, SelectionKey key)
-        : m_name(std::move(name)), m_value(value), m_key(key) {}
+        : m_name(std::move(name)), m_value(value), m_key(key) {}  ///< keys and texts may repeat
 
-    QString GetName() const { return m_name; }
-    double GetValue() const { return m_value; }
-    SelectionKey GetKey() const { return m_key; }
+    QString GetName() const { return m_name; }     ///< for people
+    double GetValue() const { return m_value; }    ///< of what the choice means
+    SelectionKey GetKey() const { return m_key; }  ///< by which it is selected
 
   private:
     QString m_name;
@@ -51,17 +51,17 @@ class MCS_PLATFORM_EXPORT ValueSelection : public ValueBase {
     /// Replaces the list. The current item stays current if an item with its key is among \a items.
     void SetItems(const std::vector<SelectionItem>& items, IObserver* originator = nullptr);
 
-    int Count() const { return static_cast<int>(m_items.size()); }
-    SelectionItem* GetItem(SelectionKey key) const;  ///< null for an unknown key
-    SelectionItem* GetItemAt(int index) const;       ///< null beyond the list
+    int Count() const { return static_cast<int>(m_items.size()); }  ///< how many choices there are
+    SelectionItem* GetItem(SelectionKey key) const;                 ///< null for an unknown key
+    SelectionItem* GetItemAt(int index) const;                      ///< null beyond the list
 
     /// Makes the first item with \a key current. An unknown key is refused with a trace.
     void Select(SelectionKey key, IObserver* originator = nullptr);
     /// Makes the item at \a index current, or none for NoIndex. Another index is refused with a trace.
     void SelectIndex(int index, IObserver* originator = nullptr);
-    int GetCurrentIndex() const { return m_current; }
-    SelectionKey GetCurrentKey() const;  ///< NoKey while none is current
-    QString GetCurrentText() const;      ///< empty while none is current
+    int GetCurrentIndex() const { return m_current; }  ///< NoIndex while none is current
+    SelectionKey GetCurrentKey() const;                ///< NoKey while none is current
+    QString GetCurrentText() const;                    ///< empty while none is current
 
   protected:
     std::unique_ptr<TreeItem> CopyItem() const override;

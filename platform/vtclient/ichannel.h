@@ -33,7 +33,7 @@ class MCS_CONNECTION_EXPORT IChannel {
   public:
     virtual ~IChannel();
 
-    virtual void SetListener(IChannelListener* listener) = 0;
+    virtual void SetListener(IChannelListener* listener) = 0;  ///< Not owned; one at most, null for none.
     /// Queues a message; Flush() sends what is queued. Does nothing once closed.
     void Send(const QByteArray& message) {
         SendInParts({message.constData(), static_cast<std::size_t>(message.size())}, QByteArray(), {});
@@ -41,22 +41,22 @@ class MCS_CONNECTION_EXPORT IChannel {
     /// The same for a message in three parts. The one in the middle may be shared with other channels: where
     /// the transport can gather what it sends, it is not copied.
     virtual void SendInParts(std::string_view head, const QByteArray& shared, std::string_view tail) = 0;
-    virtual void Flush() = 0;
+    virtual void Flush() = 0;  ///< Sends what is queued, as far as the peer takes it.
     /// Bytes that were queued or given to the transport and have not left it.
     virtual qint64 Unsent() const = 0;
     /// Bytes that are kept for messages that have begun to come and are not complete.
     virtual qint64 Unfinished() const { return 0; }
     /// Asked now and then: gives back room that is not in use.
     virtual void GiveBackRoom() {}
-    virtual bool IsOpen() const = 0;
+    virtual bool IsOpen() const = 0;  ///< false after OnClosed(), and after Close()
     /// Sends what is queued, as far as the peer takes it, and closes. The listener is not told.
     virtual void Close() = 0;
     /// A message that is larger closes the channel. At first vtlimits::MaxFrameBeforeWelcome.
     virtual void SetMaxMessage(quint32 size) = 0;
 
-    virtual QString PeerAddress() const = 0;  ///< host and port, for people
-    virtual bool IsLoopback() const = 0;
-    virtual bool IsEncrypted() const = 0;
+    virtual QString PeerAddress() const = 0;      ///< host and port, for people
+    virtual bool IsLoopback() const = 0;          ///< whether the peer is on this machine
+    virtual bool IsEncrypted() const = 0;         ///< whether by TLS
     virtual QString CertificateName() const = 0;  ///< common name of the peer's verified certificate
     /// The shared roads of the peer that this transport brings, if any; valid as long as the channel.
     virtual IRoads* Roads() { return nullptr; }

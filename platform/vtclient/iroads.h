@@ -11,6 +11,9 @@
 
 namespace vt {
 
+/// A message that goes by a road has no more bytes.
+constexpr int MaxRoadMessage = 1 << 20;
+
 /// Ways on which what a server publishes once reaches whoever listens: the seam between shared roads and a
 /// bus that carries them. A road may lose, repeat and reorder what goes by it, and anybody may publish there:
 /// what it means is safe all the same. Main thread.
@@ -33,7 +36,7 @@ class MCS_CONNECTION_EXPORT IRoads {
     virtual ~IRoads();
     /// Whose roads these are. What is sealed for one station cannot be opened as another's.
     virtual QString Station() const = 0;
-    /// Sends \a message, of no more than MaxRoadMessage bytes, to all who listen to \a road, a name of
+    /// Sends \a message, of no more than MaxMessage() bytes, to all who listen to \a road, a name of
     /// letters, digits and "-", and to whoever keeps it for a while. False if it is lost at once.
     virtual bool Publish(const QString& road, std::string_view message) = 0;
     /// Gives what comes by \a road to \a listener, which listens to no other.
@@ -44,10 +47,9 @@ class MCS_CONNECTION_EXPORT IRoads {
     /// that are found are given to it, in order if possible, others too if need be. Ends a question before.
     /// False if nobody keeps it: then OnFetched() is not called.
     virtual bool Fetch(IListener* listener, quint64 from, quint64 to) = 0;
+    /// How many bytes a message may have on this bus, now, and no more than MaxRoadMessage.
+    virtual int MaxMessage() const { return MaxRoadMessage; }
 };
-
-/// A message that goes by a road has no more bytes.
-constexpr int MaxRoadMessage = 1 << 20;
 
 /// The number that a message on a road says it has, from 1, by which a keeper finds it; none if it is
 /// rubbish. Whether it is the server's, only those know who have the key.

@@ -47,7 +47,7 @@ class MCS_CONNECTION_EXPORT IVtAccess {
 
     /// A peer is in, or gone (with all that it had asked for).
     virtual void SessionStarted(const VtPeer& peer);
-    virtual void SessionEnded(const VtPeer& peer);
+    virtual void SessionEnded(const VtPeer& peer);  ///< Told once for each that was in.
     /// \a peer subscribes \a path or wants a node there; asked whether or not something is there already. A
     /// server may now create what belongs to this peer. Not asked of a peer that only looks.
     /// \return why this peer waits in vain for something to come there; empty if it may come. Told to the

@@ -21,6 +21,7 @@ constexpr TChangeCode Connected = 16;       ///< the connection is up
 constexpr TChangeCode Disconnected = 17;    ///< the connection is down
 constexpr TChangeCode GoingAway = 18;       ///< the connection object or the tic is going away
 constexpr TChangeCode WritesAnswered = 20;  ///< the last write under way was answered
+constexpr TChangeCode ChangesLost = 21;     ///< changes have passed the client by: IVtLosses says which
 /// Who observes an item of the tree or a connection hears of its end by the same number.
 static_assert(GoingAway == changecode::GoingAway);
 }  // namespace connectioncode
@@ -47,8 +48,8 @@ class MCS_CONNECTION_EXPORT IVtTic : public Observable {
     /// True once the server has said that nothing is there, or that it may not be read, until it says
     /// something else or the connection is lost.
     virtual bool IsAbsent() const { return false; }
-    virtual QString GetLocalPath() const = 0;
-    virtual QString GetRemotePath() const = 0;
+    virtual QString GetLocalPath() const = 0;   ///< as given to AddTic()
+    virtual QString GetRemotePath() const = 0;  ///< as given to AddTic()
 
   protected:
     IVtTic() = default;
@@ -66,11 +67,11 @@ class MCS_CONNECTION_EXPORT IVtClient : public Observable {
   public:
     ~IVtClient() override;
 
-    virtual bool IsConnected() const = 0;
+    virtual bool IsConnected() const = 0;  ///< whether the server has welcomed it
     /// True while connected with every tic established, also without any tic.
     virtual bool AreAllTicsEstablished() const = 0;
     virtual QString GetServerAddress() const = 0;  ///< as given, without the scheme
-    virtual int GetServerPort() const = 0;
+    virtual int GetServerPort() const = 0;         ///< as given
 
     /// Mirrors a subtree. \a spec is the local path, a comma and the remote path; \a options is empty or a
     /// ticoption. Empty asks to use what is there, of which a server may make something. Tics with the same

@@ -22,11 +22,13 @@ class MCS_CONNECTION_EXPORT VtAttemptLimiter {
     static constexpr Time LongestWait{300'000};  ///< after it quiet, the failures are forgotten
     static constexpr int MaxRecords = 4096;      ///< that are remembered; beyond, the oldest is forgotten
 
-    explicit VtAttemptLimiter(Clock clock);
+    explicit VtAttemptLimiter(Clock clock);  ///< \a clock is asked at each call.
 
     /// How long \a user at \a address (host and port, as in VtPeer) has to wait; 0: it may try.
     Time WaitOf(const QString& address, const QString& user = QString());
+    /// It presented a wrong credential.
     void Failed(const QString& address, const QString& user = QString());
+    /// It is who it says: nothing is held against it.
     void Succeeded(const QString& address, const QString& user = QString());
 
     /// Whom \a address counts for: the host without the port, and for IPv6 the network, since one host has as

@@ -43,7 +43,7 @@ using VtConnectorMaker = std::function<std::unique_ptr<vt::IConnector>(
 /// Makes the process's clients of value-tree servers. Main thread.
 class MCS_CONNECTION_EXPORT VtClientCenter {
   public:
-    static VtClientCenter& Instance();
+    static VtClientCenter& Instance();  ///< the one of the process
     VtClientCenter(const VtClientCenter&) = delete;
     VtClientCenter& operator=(const VtClientCenter&) = delete;
 
@@ -59,7 +59,7 @@ class MCS_CONNECTION_EXPORT VtClientCenter {
     /// how another transport than TCP and TLS comes in. \return false if the scheme is known already, or is
     /// none: lower-case letters and digits, a letter first.
     bool RegisterScheme(const QString& scheme, VtConnectorMaker maker);
-    bool RegisterScheme(const QString& scheme, VtConnectorMaker maker, EAddress address);
+    bool RegisterScheme(const QString& scheme, VtConnectorMaker maker, EAddress address);  ///< else Host
 
     /// A client of the server at \a address, a host name or an IP address, with "mcs://" (assumed),
     /// "mcss://" (TLS) or another registered scheme in front. The text is Latin-1; a name beyond that has an

@@ -51,6 +51,10 @@ void VtServer::SetRoads(vt::IRoads* roads) {
     if (m_d->works) m_d->works->hub.SetRoads(roads);
 }
 
+VtRoadFigures VtServer::GetRoadFigures() const {
+    return m_d->works ? m_d->works->hub.Subtrees().RoadFigures() : VtRoadFigures();
+}
+
 void VtServer::ChangeRoadKeys() {
     if (m_d->works) m_d->works->hub.ChangeRoadKeys();
 }

@@ -39,6 +39,14 @@ struct VtServerOptions {
     std::chrono::milliseconds deadAfter{15'000};  ///< without a word from a client
 };
 
+/// What goes by shared roads, and to whom.
+struct VtRoadFigures {
+    int roads = 0;        ///< that there are
+    int followers = 0;    ///< subscriptions that are told by one
+    quint64 taken = 0;    ///< so often a client took one, behind a snapshot
+    quint64 givenUp = 0;  ///< so often one was given up: its client missed what nobody kept
+};
+
 /// Serves this process's tree of values to clients. Main thread.
 ///
 /// Every change of a subscribed subtree reaches its subscribers in order; all changes of one turn of the
@@ -63,6 +71,7 @@ class MCS_CONNECTION_EXPORT VtServer {
     /// each is told in its session. Holds at once. Not owned; stays until another one is set, or the server
     /// has gone.
     void SetRoads(vt::IRoads* roads);
+    VtRoadFigures GetRoadFigures() const;  ///< What they had to carry so far.
     /// Somebody has lost a right: who is no client any more opens nothing of what is published from now on.
     void ChangeRoadKeys();
 
@@ -79,11 +88,11 @@ class MCS_CONNECTION_EXPORT VtServer {
     /// \a error, if they cannot be used: then what was read before holds.
     bool ReadCertificates(QString* error);
 
-    bool IsListening() const;
-    QString GetAddress() const;
+    bool IsListening() const;    ///< Whether clients can come.
+    QString GetAddress() const;  ///< the interface, for people
     int GetPort() const;  ///< the real one, also where any free one was asked for; 0 while not listening
 
-    std::vector<VtPeer> GetPeers() const;
+    std::vector<VtPeer> GetPeers() const;  ///< All sessions, in the order in which they came.
     /// Ends one session, telling its client \a reason, and changes the keys that it knew of shared roads; an
     /// unknown number changes nothing.
     void EndSession(int session, const QString& reason);

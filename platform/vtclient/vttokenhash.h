@@ -29,7 +29,7 @@ class MCS_CONNECTION_EXPORT VtTokenHash {
 
     /// Whether a check of it takes milliseconds.
     bool IsSlow() const { return m_iterations > 0; }
-    QString ToText() const;
+    QString ToText() const;  ///< The form that Parse() reads.
     /// Takes the same time for every token.
     bool Matches(const QString& token) const;
 

@@ -8,7 +8,7 @@
 /// Values that widgets need for themselves, below "/Gui" in the tree. GUI thread only.
 class MCS_WIDGETS_EXPORT GuiCentral {
   public:
-    static GuiCentral& Instance();
+    static GuiCentral& Instance();  ///< the one of the process
     GuiCentral(const GuiCentral&) = delete;
     GuiCentral& operator=(const GuiCentral&) = delete;
 

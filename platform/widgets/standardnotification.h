@@ -11,6 +11,7 @@ class MCS_WIDGETS_EXPORT StandardNotification : public QMessageBox {
     Q_OBJECT
 
   public:
+    /// \a text is shown as it is, without markup; a long one is cut.
     StandardNotification(Icon icon, const QString& title, const QString& text, StandardButtons buttons);
     ~StandardNotification() override;
 };

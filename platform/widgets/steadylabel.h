@@ -13,6 +13,7 @@ class MCS_WIDGETS_EXPORT SteadyLabel : public QLabel {
     Q_OBJECT
 
   public:
+    /// Empty.
     explicit SteadyLabel(QWidget* parent = nullptr, Qt::WindowFlags windowFlags = Qt::WindowFlags());
     ~SteadyLabel() override;
 

@@ -3,17 +3,26 @@
 
 #include <platform/values/visit.h>
 #include <platform/widgets/hints/lockmark.h>
+#include <platform/widgets/hints/spokenbox.h>
+#include <platform/widgets/hints/spokenwidget.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
 
 VCCheckBox::VCCheckBox(QWidget* parent, const char* name)
     : QCheckBox(parent), m_binding(*this, *this, values::Is<values::Value<bool>>, WidgetBinding::Editable) {
+    spokenwidget::Announce(*this, &VCCheckBox::Speak);
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     m_binding.RefreshNow();
 }
 
 VCCheckBox::~VCCheckBox() = default;
+
+QAccessibleInterface* VCCheckBox::Speak(const QString& className, QObject* object) {
+    if (className != QLatin1String(staticMetaObject.className())) return nullptr;
+    auto& box = *static_cast<VCCheckBox*>(object);
+    return new SpokenBox(box, box.m_binding);
+}
 
 // Modules call it with a copy. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void VCCheckBox::SetText(QString text) {

@@ -17,6 +17,7 @@ class ValueSelection;
 /// contents that come from the tree are shown without one. GUI thread only.
 class MCS_WIDGETS_EXPORT VCComboBoxClassic : public QComboBox, private IValueView {
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
 
   public:
     /// \a name, the object name, may be null.
@@ -26,7 +27,7 @@ class MCS_WIDGETS_EXPORT VCComboBoxClassic : public QComboBox, private IValueVie
     /// Binds to the selection at \a path; empty: to nothing.
     void SetValueSelection_ValuePath(const QString& path);
 
-    const WidgetBinding& GetBinding() const { return m_binding; }
+    const WidgetBinding& GetBinding() const { return m_binding; }  ///< for who asks about its value
 
     void showPopup() override;
     QSize sizeHint() const override;
@@ -38,6 +39,9 @@ class MCS_WIDGETS_EXPORT VCComboBoxClassic : public QComboBox, private IValueVie
     void wheelEvent(QWheelEvent* event) override;
 
   private:
+    // As forms have it, in UTF-8: texts of forms are translated, and bytes are not.
+    QByteArray GetValuePath() const { return m_binding.GetPath().toUtf8(); }
+    void SetValuePath(const QByteArray& path) { m_binding.SetPath(QString::fromUtf8(path)); }
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
     void Commit(values::ValueBase& value) override;

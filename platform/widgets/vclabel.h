@@ -12,6 +12,10 @@
 /// GUI thread only.
 class MCS_WIDGETS_EXPORT VCLabel : public SteadyLabel, private IValueView, private PathBinding::IListener {
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
+    Q_PROPERTY(bool described READ IsDescribed WRITE SetDescribed)
+    Q_PROPERTY(QByteArray noValuePath READ GetNoValuePath WRITE SetNoValuePath)
+    Q_PROPERTY(Qt::Alignment alignmentNoValue READ GetAlignmentNoValue WRITE SetAlignmentOfNoValue)
 
   public:
     /// \a name, the object name, may be null; \a windowFlags are Qt::WindowFlags.
@@ -25,9 +29,19 @@ class MCS_WIDGETS_EXPORT VCLabel : public SteadyLabel, private IValueView, priva
     /// How "- - -" is aligned, as Qt::Alignment; centered unless set.
     void SetAlignmentNoValue(int alignment);
 
-    const WidgetBinding& GetBinding() const { return m_binding; }
+    const WidgetBinding& GetBinding() const { return m_binding; }  ///< for who asks about its value
 
   private:
+    // As forms have it, in UTF-8: texts of forms are translated, and bytes are not.
+    QByteArray GetValuePath() const { return m_binding.GetPath().toUtf8(); }
+    void SetValuePath(const QByteArray& path) { m_binding.SetPath(QString::fromUtf8(path)); }
+    bool IsDescribed() const { return m_binding.IsDescribed(); }
+    void SetDescribed(bool isDescribed) { m_binding.SetDescribed(isDescribed); }
+    QByteArray GetNoValuePath() const { return m_noValue.GetPath().toUtf8(); }
+    void SetNoValuePath(const QByteArray& path) { SetNoValue_ValuePath(QString::fromUtf8(path)); }
+    Qt::Alignment GetAlignmentNoValue() const { return m_alignmentNoValue; }
+    void SetAlignmentOfNoValue(Qt::Alignment alignment) { SetAlignmentNoValue(int(alignment)); }
+
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
     QString HiddenText() const override;

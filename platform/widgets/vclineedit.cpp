@@ -3,6 +3,8 @@
 
 #include <platform/values/visit.h>
 #include <platform/widgets/hints/lockmark.h>
+#include <platform/widgets/hints/spokentext.h>
+#include <platform/widgets/hints/spokenwidget.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -18,6 +20,7 @@ constexpr int MaxShownText = 1000;   // of a text that is longer than that
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
     : QLineEdit(parent),
       m_binding(*this, *this, values::Is<values::Value<QString>>, WidgetBinding::Editable) {
+    spokenwidget::Announce(*this, &VCLineEdit::Speak);
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setMaxLength(MaxEditable);
     if (type == LineEditPassword) setEchoMode(PasswordEchoOnEdit);
@@ -26,6 +29,12 @@ VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
 }
 
 VCLineEdit::~VCLineEdit() = default;
+
+QAccessibleInterface* VCLineEdit::Speak(const QString& className, QObject* object) {
+    if (className != QLatin1String(staticMetaObject.className())) return nullptr;
+    auto& field = *static_cast<VCLineEdit*>(object);
+    return new SpokenText(field, QAccessible::EditableText, field, field.m_binding);
+}
 
 void VCLineEdit::SetText_ValuePath(const QString& path) {
     m_binding.SetPath(path);

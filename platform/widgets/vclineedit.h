@@ -7,6 +7,8 @@
 
 #include <QtWidgets/QLineEdit>
 
+class QAccessibleInterface;
+
 /// How the text of a line edit is shown.
 enum LineEditType {
     LineEditNormal = 0,
@@ -19,6 +21,7 @@ enum LineEditType {
 /// GUI thread only.
 class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
 
   public:
     /// \a name, the object name, may be null.
@@ -29,12 +32,16 @@ class MCS_WIDGETS_EXPORT VCLineEdit : public QLineEdit, private IValueView {
     /// Binds to the text at \a path; empty: to nothing.
     void SetText_ValuePath(const QString& path);
 
-    const WidgetBinding& GetBinding() const { return m_binding; }
+    const WidgetBinding& GetBinding() const { return m_binding; }  ///< for who asks about its value
 
   protected:
     bool event(QEvent* event) override;
 
   private:
+    // As forms have it, in UTF-8: texts of forms are translated, and bytes are not.
+    QByteArray GetValuePath() const { return m_binding.GetPath().toUtf8(); }
+    void SetValuePath(const QByteArray& path) { m_binding.SetPath(QString::fromUtf8(path)); }
+    static QAccessibleInterface* Speak(const QString& className, QObject* object);
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
     bool EndTyping(bool isConfirmed) override;

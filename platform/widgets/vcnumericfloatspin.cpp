@@ -2,6 +2,8 @@
 #include <platform/widgets/vcnumericfloatspin.h>
 
 #include <platform/values/visit.h>
+#include <platform/widgets/hints/spokennumber.h>
+#include <platform/widgets/hints/spokenwidget.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -22,6 +24,7 @@ using NumericReal = values::ValueNumeric<double>;
 
 /// What a spin box has room for: a double does not tell larger numbers apart digit by digit.
 constexpr double LargestShown = 1e15;
+constexpr int MostDecimals = 15;  // more than that a double does not have
 
 }  // namespace
 
@@ -30,6 +33,7 @@ VCNumericFloatSpin::VCNumericFloatSpin(QWidget* parent, const char* name, bool h
       m_binding(
           *this, *this, [this](const values::ValueBase& value) { return Accepts(value); },
           WidgetBinding::Editable) {
+    spokenwidget::Announce(*this, &VCNumericFloatSpin::Speak);
     if (name != nullptr) setObjectName(QString::fromUtf8(name));
     setButtonSymbols(hasButtons ? UpDownArrows : NoButtons);
     setKeyboardTracking(false);
@@ -41,6 +45,11 @@ VCNumericFloatSpin::VCNumericFloatSpin(QWidget* parent, const char* name, bool h
 }
 
 VCNumericFloatSpin::~VCNumericFloatSpin() = default;
+
+QAccessibleInterface* VCNumericFloatSpin::Speak(const QString& className, QObject* object) {
+    if (className != QLatin1String(staticMetaObject.className())) return nullptr;
+    return new SpokenNumber(*static_cast<VCNumericFloatSpin*>(object));
+}
 
 void VCNumericFloatSpin::SetNumericInt_ValuePath(const QString& path) {
     Bind(true, path);
@@ -61,6 +70,15 @@ void VCNumericFloatSpin::SetUnit(double factor, int decimals, const QString& uni
     m_decimals = decimals;
     m_unit = unit;
     m_binding.CancelEdit();
+}
+
+// What a form says is not a programmer's word: what cannot be is left out.
+void VCNumericFloatSpin::SetUnitFactor(double factor) {
+    if (std::isfinite(factor) && factor > 0) SetUnit(factor, m_decimals, m_unit);
+}
+
+void VCNumericFloatSpin::SetUnitDecimals(int decimals) {
+    SetUnit(m_factor, qBound(0, decimals, MostDecimals), m_unit);
 }
 
 bool VCNumericFloatSpin::Accepts(const values::ValueBase& value) const {
@@ -90,7 +108,18 @@ void VCNumericFloatSpin::stepBy(int steps) {
     const QPointer<VCNumericFloatSpin> self(this);
     const double before = value();
     QDoubleSpinBox::stepBy(steps);
-    if (self == nullptr || (value() == before && !m_binding.IsEditing())) return;
+    if (self != nullptr) NoteStep(before);
+}
+
+void VCNumericFloatSpin::StepTo(double number) {
+    const QPointer<VCNumericFloatSpin> self(this);
+    const double before = value();
+    setValue(number);
+    if (self != nullptr) NoteStep(before);
+}
+
+void VCNumericFloatSpin::NoteStep(double before) {
+    if (value() == before && !m_binding.IsEditing()) return;
     m_entered = value();
     m_binding.CommitSoon();
 }

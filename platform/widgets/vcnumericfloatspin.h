@@ -7,12 +7,19 @@
 
 #include <QtWidgets/QDoubleSpinBox>
 
+class QAccessibleInterface;
+
 /// Shows and edits a number within its limits. Enter, leaving the field or a step sends the edit, Escape
 /// restores; contents that come while the user types wait until then. A number that was not edited is never
 /// sent, rounded to what is shown of it. Comma and point both are the decimal point: digits are not grouped.
 /// Contents that come from the tree are shown without a signal. GUI thread only.
 class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IValueView {
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
+    Q_PROPERTY(bool integer READ IsInteger WRITE SetInteger)
+    Q_PROPERTY(double unitFactor READ GetUnitFactor WRITE SetUnitFactor)
+    Q_PROPERTY(int unitDecimals READ GetUnitDecimals WRITE SetUnitDecimals)
+    Q_PROPERTY(QString unit READ GetUnit WRITE SetUnitText)
 
   public:
     /// \a name, the object name, may be null. \a hasButtons: with arrows for single steps.
@@ -28,7 +35,7 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     /// " MHz" for contents in Hz. As they are, with 3 decimals, unless set.
     void SetUnit(double factor, int decimals, const QString& unit);
 
-    const WidgetBinding& GetBinding() const { return m_binding; }
+    const WidgetBinding& GetBinding() const { return m_binding; }  ///< for who asks about its value
 
     QString textFromValue(double shown) const override;
     QValidator::State validate(QString& input, int& position) const override;
@@ -42,6 +49,20 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     StepEnabled stepEnabled() const override;
 
   private:
+    friend class SpokenNumber;
+    // As forms have it, in UTF-8: texts of forms are translated, and bytes are not.
+    QByteArray GetValuePath() const { return m_binding.GetPath().toUtf8(); }
+    void SetValuePath(const QByteArray& path) { m_binding.SetPath(QString::fromUtf8(path)); }
+    bool IsInteger() const { return m_isInteger; }
+    void SetInteger(bool isInteger) { Bind(isInteger, m_binding.GetPath()); }
+    double GetUnitFactor() const { return m_factor; }
+    void SetUnitFactor(double factor);
+    int GetUnitDecimals() const { return m_decimals; }
+    void SetUnitDecimals(int decimals);
+    QString GetUnit() const { return m_unit; }
+    void SetUnitText(const QString& unit) { SetUnit(m_factor, m_decimals, unit); }
+
+    static QAccessibleInterface* Speak(const QString& className, QObject* object);
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool mayEdit) override;
     bool EndTyping(bool isConfirmed) override;
@@ -53,6 +74,8 @@ class MCS_WIDGETS_EXPORT VCNumericFloatSpin : public QDoubleSpinBox, private IVa
     void FillBackground();
     void DrawNumber(double number);
     void OnTyped();
+    void StepTo(double number);
+    void NoteStep(double before);
     bool IsEnterWithoutEdit(const QEvent& event) const;
     double ToContent(double shown) const;
     QSize RoomForUnit() const;

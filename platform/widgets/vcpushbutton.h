@@ -11,6 +11,7 @@
 /// whoever carries it out has set it false again. GUI thread only.
 class MCS_WIDGETS_EXPORT VCPushButton : public QPushButton, private IValueView {
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
 
   public:
     /// \a name, the object name, may be null.
@@ -20,9 +21,12 @@ class MCS_WIDGETS_EXPORT VCPushButton : public QPushButton, private IValueView {
     /// Binds to the boolean at \a path; empty: to nothing.
     void Set_ValuePath(const QString& path);
 
-    const WidgetBinding& GetBinding() const { return m_binding; }
+    const WidgetBinding& GetBinding() const { return m_binding; }  ///< for who asks about its value
 
   private:
+    // As forms have it, in UTF-8: texts of forms are translated, and bytes are not.
+    QByteArray GetValuePath() const { return m_binding.GetPath().toUtf8(); }
+    void SetValuePath(const QByteArray& path) { m_binding.SetPath(QString::fromUtf8(path)); }
     void ShowValue(const values::ValueBase* value) override;
     void ShowAccess(bool) override {}
     void Commit(values::ValueBase& value) override;

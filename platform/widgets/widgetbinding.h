@@ -40,10 +40,10 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
     /// Binds to \a path and shows what is there; empty: to nothing. An edit under way is dropped.
     void SetPath(const QString& path);
     QString GetPath() const { return m_binding.GetPath(); }
-    EBindingState GetState() const { return m_binding.GetState(); }
+    EBindingState GetState() const { return m_binding.GetState(); }  ///< of what is at the path
     /// Null unless the state is Stale or Live.
     values::ValueBase* GetValue() const { return m_binding.GetValue(); }
-    bool MayEdit() const;
+    bool MayEdit() const;  ///< Whether the user may: the value is live and writable, and this is an editor.
 
     /// Shows what holds, now.
     void RefreshNow();
@@ -52,7 +52,7 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
 
     /// The user enters something: contents that come wait.
     void BeginEdit() { m_isEditing = true; }
-    bool IsEditing() const { return m_isEditing; }
+    bool IsEditing() const { return m_isEditing; }  ///< what is shown is being edited
     /// Shows the value again instead of what was entered.
     void CancelEdit();
     /// Has the view commit what the user entered, if it may still be. The widget may be destroyed meanwhile.
@@ -60,7 +60,7 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
     /// The same, when CommitIfDue() is called, at the latest in the next turn of the event loop: for edits
     /// that are made while the widget is busy, and must not be destroyed.
     void CommitSoon();
-    void CommitIfDue();
+    void CommitIfDue();  ///< Commits if CommitSoon() was called, and nothing did since.
     /// What keys and focus mean while something is typed; comes first in the widget's event(), and
     /// CommitIfDue() last. True if that is all there is to do.
     bool TakeEditEvent(QEvent& event);
@@ -71,6 +71,7 @@ class MCS_WIDGETS_EXPORT WidgetBinding : public QObject,
 
     /// Whether the tool tip tells of the value; true unless set.
     void SetDescribed(bool isDescribed) { m_isDescribed = isDescribed; }
+    bool IsDescribed() const { return m_isDescribed; }
     /// Path, state, limits and access of the value, a line each, in plain text.
     QString GetDescription() const;
     /// Also watches \a part of the widget for tool tips and clicks.

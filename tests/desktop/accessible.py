@@ -37,9 +37,23 @@ class Thing:
 
     def press(self):
         """Does what a click on it does."""
+        self.act("Press")
+
+    def act(self, name):
         actions = self.thing.GetActions(dbus_interface="org.a11y.atspi.Action")
-        index = next(i for i, action in enumerate(actions) if str(action[0]) == "Press")
+        index = next(i for i, action in enumerate(actions) if str(action[0]) == name)
         self.thing.DoAction(dbus.Int32(index), dbus_interface="org.a11y.atspi.Action")
+
+    def toggle(self):
+        """Switches it, as a click on it does."""
+        self.act("Toggle")
+
+    def write(self, text):
+        """In place of what it holds."""
+        self.thing.SetTextContents(text, dbus_interface="org.a11y.atspi.EditableText")
+
+    def description(self):
+        return str(self.thing.Get(ACCESSIBLE, "Description", dbus_interface=dbus.PROPERTIES_IFACE))
 
     def take_focus(self):
         self.thing.GrabFocus(dbus_interface="org.a11y.atspi.Component")

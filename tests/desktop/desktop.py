@@ -99,9 +99,9 @@ class Desktop:
         wait_for(f"what {name} tells", lambda: self.spoken.windows(title))
         return program
 
-    def start_display(self):
+    def start_display(self, size="1600x1000"):
         reading, writing = os.pipe()
-        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1600x1000x24", "-nolisten", "tcp"],
+        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp"],
                                 pass_fds=[writing], stderr=subprocess.DEVNULL)
         self.running.callback(lambda: (xvfb.terminate(), xvfb.wait()))
         os.close(writing)

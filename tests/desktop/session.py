@@ -167,6 +167,19 @@ class Session(Desktop):
             raise Failed("leaving the frequency field has tuned")
         self.picture("not-sent")
 
+    def work_by_speech(self):
+        """Who writes and presses through assistive technology tunes what is written, and nothing before."""
+        self.press(self.tower_window, "alt+1")
+        field = self.find("^tower", "text", "^Frequency$")
+        field.write("126500 kHz")
+        self.find("^tower", "label", "^= 126.500 MHz$")
+        if self.get(f"{MPXORVS}/tower/Status/TunedFrequency") != 127500000:
+            raise Failed("writing into the frequency field has tuned")
+        self.find("^tower", "push button", "^Tune$").press()
+        self.expect_tuned("tower", 126500000)
+        self.tune(self.tower_window, "127.5")
+        self.expect_tuned("tower", 127500000)
+
     def keep_favourites(self):
         """Named, chosen, kept by a console that is killed."""
         self.press(self.mast_window, "ctrl+d")
@@ -216,7 +229,7 @@ class Session(Desktop):
         self.press_here("Escape")
         wait_for("the end of the question", lambda: not self.windows("^Take a right away"))
         self.expect_master("tower")
-        self.push(self.mast_window, self.find("^mast", "check box", "May be job master"))
+        self.find("^mast", "check box", "May be job master").toggle()  # by speech as by keys
         self.push(self.window("^Take a right away"), self.find("^Take a right away", "push button", "^Take away"))
         self.expect_master("")
         self.expect_answer("tower", "^ended: needs MayBeJobMaster, taken away by mcconsole")
@@ -249,10 +262,44 @@ class Session(Desktop):
         self.expect_ready()
         self.picture("undone")
 
+    def open_station(self):
+        """The tower looks after a second station, in a tab, and what is typed there is tuned there alone."""
+        (self.folder / "hill.ini").write_text("[General]\nDeviceName=Hill\n")
+        self.hill = self.start("hill", [self.programs / "mcserver", "--headless", "--listen", "127.0.0.1:0",
+                                        "--config", self.folder / "hill.ini"])
+        port = wait_for("the second server", lambda: self.hill.said(r"^listening on .*:(\d+)$")).group(1)
+        self.press(self.tower_window, "ctrl+t")
+        self.use(self.window("^Open a further station"))
+        self.press_here("ctrl+a")
+        self.type_here(f"127.0.0.1:{port}")
+        self.picture("ask-for-station")
+        self.press_here("Return")
+        self.find("^tower", "page tab", "^Hill: NOT TUNED")
+        self.tune(self.tower_window, "126")
+        self.find("^tower", "page tab", "^Hill: 126 MHz")
+        tuned = self.tool(self.programs / "mctree", "--connect", f"127.0.0.1:{port}", "get",
+                          f"{MPXORVS}/tower/Status/TunedFrequency").strip()
+        if tuned != "126000000" or self.get(f"{MPXORVS}/tower/Status/TunedFrequency") == 126000000:
+            raise Failed(f"the second station is at {tuned!r}, the first one at what was meant for it")
+        self.picture("two-stations")
+
+    def close_station(self):
+        self.press(self.tower_window, "ctrl+w")
+        self.find("^Close the station", "label", r"^At Hill:\s.*tuned to 126 MHz")
+        self.picture("close-station")
+        self.push(self.window("^Close the station"), self.find("^Close the station", "push button", "^Close"))
+        wait_for("one station", lambda: not self.spoken.find("^tower", "page tab", "^Hill", False))
+        self.hill.end()
+
     def lose_module(self):
-        """All consoles say which frequency nobody watches."""
+        """All consoles say which frequency nobody watches, also of a station that is not in front."""
+        self.open_station()
         self.module.kill()
         self.expect(f"{SUPPRESSION}/UnsupervisedFrequencies", lambda lost: lost == [121500000], "the alarm")
+        self.find("^tower", "page tab", ": 1 NOT SUPERVISED")
+        wait_for("the alarm in the title", lambda: "NOT SUPERVISED" in self.title(self.tower_window))
+        self.picture("alarm-behind")
+        self.close_station()
         for title in ("^tower", "^mast"):
             self.find(title, "label", "NOT SUPERVISED: 121.5 MHz")
         self.picture("lost-module")
@@ -276,6 +323,9 @@ class Session(Desktop):
         self.expect_tuned("tower", 127500000)
         self.expect_master("tower")
         self.find("^tower", "label", "^Tuned$")
+        line = self.find("^tower", "frame", "^Frequencies in use")
+        wait_for("the own mark", lambda: re.search(r"^tower: 127\.5 MHz.*this console$", line.description(), re.MULTILINE),
+                 lambda: f", there is {line.description()!r}")
         self.picture("restored")
 
     def end(self):
@@ -292,7 +342,7 @@ class Session(Desktop):
             raise Failed(f"the server ended with {self.server.process.returncode}")
 
     def run(self):
-        for step in (self.begin, self.work, self.read_pages, self.keep_favourites, self.see_transmitters, self.take_mastership,
+        for step in (self.begin, self.work, self.work_by_speech, self.read_pages, self.keep_favourites, self.see_transmitters, self.take_mastership,
                      self.edit_suppression, self.lose_module, self.lose_server, self.end):
             self.step = step.__name__
             begin = time.monotonic()

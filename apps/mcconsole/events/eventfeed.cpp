@@ -122,8 +122,22 @@ void EventFeed::OnFirst(const VtHistoryPage& page) {
     // Where something is missing between what was told and this, older ones find no place before this.
     if (!isWhole && m_hasTold) Q_EMIT Restarted();
     if (m_last == 0 || !isWhole) m_older = page.next;
+    if (isWhole) MarkMissing();
     Tell(std::exchange(m_before, {}));
     TellBatch();
+}
+
+// Between the last one that was told and those that were found.
+void EventFeed::MarkMissing() {
+    if (m_last == 0 || m_before.empty() || m_before.front().number == m_last + 1) return;
+    Event event;
+    event.number = m_before.front().number - 1;
+    event.time = m_before.front().time;
+    event.severity = EEventSeverity::Warning;
+    event.source = QStringLiteral("server");
+    event.text = tr("%1 events are missing here: the server does not keep so many")
+                     .arg(m_before.front().number - m_last - 1);
+    m_before.insert(m_before.begin(), event);
 }
 
 void EventFeed::Tell(const std::vector<Event>& events) {

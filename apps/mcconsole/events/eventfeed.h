@@ -47,7 +47,8 @@ class EventFeed : public QObject, private PathBinding::IListener {
     /// Between what was told and what comes now some are missing: what was told has to go, or older ones than
     /// what comes now would have no place.
     void Restarted();
-    /// Newer ones than all before.
+    /// Newer ones than all before; in front of those before which some are missing that nobody has any more,
+    /// one that says so.
     void Came(const std::vector<Event>& events);
     /// Older ones than all before.
     void OlderCame(const std::vector<Event>& events);
@@ -63,6 +64,7 @@ class EventFeed : public QObject, private PathBinding::IListener {
     void OnFirst(const VtHistoryPage& page);
     void OnOlder(const VtHistoryPage& page);
     void Take();
+    void MarkMissing();
     void Tell(const std::vector<Event>& events);
     void TellBatch();
 

@@ -3,7 +3,6 @@
 
 #include <apps/common/whotext.h>
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -16,7 +15,8 @@ EventList::Line EventList::ToLine(Event event) {
 int EventList::Append(std::vector<Event> events) {
     for (Event& event : events)
         m_lines.push_back(ToLine(std::move(event)));
-    const int gone = std::max(0, Count() - MaxKept);
+    const int spare = Count() - MaxKept;
+    const int gone = spare >= GoAtOnce ? spare : 0;
     m_lines.erase(m_lines.begin(), std::next(m_lines.begin(), gone));
     m_first += gone;
     return gone;

@@ -13,6 +13,8 @@
 class EventList {
   public:
     static constexpr int MaxKept = 20000;
+    /// The oldest go so many at once: each time all that is in sight is drawn anew.
+    static constexpr int GoAtOnce = 100;
 
     /// An event as it is shown, made once: a filter looks at all of them.
     struct Line {

@@ -2,9 +2,6 @@
 #include <apps/mcconsole/events/eventmodel.h>
 
 #include <QtCore/QDateTime>
-#include <QtGui/QPixmap>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -16,23 +13,9 @@ QString NameOf(const QString& who) {
     return who.left(who.lastIndexOf(QLatin1String(" (")));
 }
 
-/// Different in shape; room alone for what is only told, so that the words stand below one another.
-QIcon IconFor(EEventSeverity severity) {
-    QStyle& style = *QApplication::style();
-    if (severity == EEventSeverity::Alarm) return style.standardIcon(QStyle::SP_MessageBoxCritical);
-    if (severity == EEventSeverity::Warning) return style.standardIcon(QStyle::SP_MessageBoxWarning);
-    if (severity == EEventSeverity::Notice) return style.standardIcon(QStyle::SP_MessageBoxInformation);
-    constexpr int Size = 16;
-    QPixmap room(Size, Size);
-    room.fill(Qt::transparent);
-    return QIcon(room);
-}
-
 }  // namespace
 
 EventModel::EventModel(QObject* parent) : QAbstractTableModel(parent) {
-    for (std::size_t i = 0; i < m_icons.size(); ++i)
-        m_icons.at(i) = IconFor(static_cast<EEventSeverity>(i));
     m_slices.setInterval(0);
     connect(&m_slices, &QTimer::timeout, this, &EventModel::FilterSlice);
 }
@@ -128,14 +111,14 @@ QVariant EventModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::ToolTipRole && index.column() >= WhoColumn)
         return TextOf(line, index.column()).toHtmlEscaped();
     if (role == Qt::DecorationRole && index.column() == SeverityColumn)
-        return m_icons.at(static_cast<std::size_t>(line.event.severity));
+        return m_icons.Of(eventlook::Of(line.event));
     return QVariant();
 }
 
 QString EventModel::TextOf(const EventList::Line& line, int column) {
     switch (column) {
         case SeverityColumn:
-            return WordFor(line.event.severity);
+            return eventlook::Word(line.event);
         case TimeColumn:
             return line.event.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
         case SourceColumn:
@@ -145,21 +128,6 @@ QString EventModel::TextOf(const EventList::Line& line, int column) {
         default:
             return line.text;
     }
-}
-
-QString EventModel::WordFor(EEventSeverity severity) {
-    switch (severity) {
-        case EEventSeverity::Notice:
-            return tr("Notice");
-        case EEventSeverity::Warning:
-            return tr("Warning");
-        case EEventSeverity::Alarm:
-            return tr("Alarm");
-        case EEventSeverity::Info:
-        case EEventSeverity::Count:
-            break;
-    }
-    return tr("Info");
 }
 
 QString EventModel::WordForSource(const QString& source) {

@@ -3,12 +3,11 @@
 
 #include <apps/mcconsole/events/eventfilter.h>
 #include <apps/mcconsole/events/eventlist.h>
+#include <apps/pages/eventlook.h>
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QTimer>
-#include <QtGui/QIcon>
 
-#include <array>
 #include <deque>
 #include <vector>
 
@@ -46,7 +45,6 @@ class EventModel : public QAbstractTableModel {
 
     /// A text for each column of \a line, whole.
     static QString TextOf(const EventList::Line& line, int column);
-    static QString WordFor(EEventSeverity severity);
     /// The source on the wire in the language of the application.
     static QString WordForSource(const QString& source);
 
@@ -67,5 +65,5 @@ class EventModel : public QAbstractTableModel {
     qint64 m_filteredFrom = 0;   ///< the place from which on the filter has looked at all
     qint64 m_lookedAt = 0;
     QTimer m_slices;
-    std::array<QIcon, static_cast<std::size_t>(EEventSeverity::Count)> m_icons;
+    eventlook::Icons m_icons;
 };

@@ -36,6 +36,7 @@ EventsDelegate::EventsDelegate(QObject* parent) : QStyledItemDelegate(parent), m
 
 void EventsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
+    if (m_region && !m_region->intersects(option.rect)) return;
     if (IsForTheStyle(option)) return QStyledItemDelegate::paint(painter, option, index);
     const int margin = CellMarginOf(option.widget);
     QRect room = option.rect.adjusted(margin, 0, -margin, 0);

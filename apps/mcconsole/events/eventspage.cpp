@@ -3,7 +3,6 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/eventexport.h>
-#include <apps/mcconsole/events/eventsdelegate.h>
 #include <apps/mcconsole/events/eventstable.h>
 
 #include <platform/widgets/notifications.h>
@@ -13,6 +12,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 #include <QtCore/QScopedValueRollback>
+#include <QtCore/QSignalBlocker>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
@@ -36,6 +36,7 @@ EventsPage::EventsPage(Source source, QWidget* parent)
     BuildTable();
     m_state = new SteadyLabel(this);
     m_state->setObjectName(QStringLiteral("EventsState"));
+    m_state->setAutoFillBackground(true);  // or each new text has all drawn anew that lies below it
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(BuildBar());
     layout->addWidget(m_view, 1);
@@ -56,12 +57,13 @@ void EventsPage::BuildTable() {
     m_view->setObjectName(QStringLiteral("EventsTable"));
     m_view->setAccessibleName(tr("Events"));
     m_view->setModel(&m_model);
-    m_view->setItemDelegate(new EventsDelegate(m_view));
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setTabKeyNavigation(false);
     m_view->setWordWrap(false);
     m_view->setShowGrid(false);
     m_view->setAlternatingRowColors(true);
+    // By rows it would stand elsewhere for a moment when one is added at the end, and be drawn as a whole.
+    m_view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_view->verticalHeader()->setMinimumSectionSize(EventRowHeight);
@@ -128,7 +130,7 @@ QWidget* EventsPage::BuildBar() {
         m_search->selectAll();
     });
     connect(m_older, &QPushButton::clicked, &m_feed, &EventFeed::AskForOlder);
-    connect(m_follow, &QPushButton::clicked, this, &EventsPage::Follow);
+    connect(m_follow, &QPushButton::toggled, this, &EventsPage::Follow);
     connect(m_export, &QPushButton::clicked, this, &EventsPage::Export);
     return bar;
 }
@@ -153,7 +155,10 @@ void EventsPage::Filter() {
 }
 
 void EventsPage::Follow(bool isOn) {
-    m_follow->setChecked(isOn);
+    {
+        const QSignalBlocker blocker(m_follow);
+        m_follow->setChecked(isOn);
+    }
     if (isOn) {
         m_new = 0;
         const QScopedValueRollback<bool> moving(m_isMoving, true);
@@ -173,6 +178,21 @@ void EventsPage::OnCame(const std::vector<Event>& events) {
     if (rows != m_model.rowCount() || !m_follow->isChecked()) ShowState();
 }
 
+void EventsPage::TellMissed(const VtLoss& loss) {
+    const QString time = QStringLiteral("HH:mm:ss");
+    const QString text =
+        loss.wasConnected
+            ? tr("What happened from %1 to %2 did not come here: lines of the log are missing, events were "
+                 "asked for again")
+            : tr("Not connected from %1 to %2: lines of the log are missing, events were asked for again");
+    Event event;
+    event.time = loss.until;
+    event.severity = loss.wasConnected ? EEventSeverity::Warning : EEventSeverity::Notice;
+    event.source = QStringLiteral("server");
+    event.text = text.arg(loss.from.toLocalTime().toString(time), loss.until.toLocalTime().toString(time));
+    OnCame({event});
+}
+
 // What is looked at stays where it is.
 void EventsPage::OnOlderCame(const std::vector<Event>& events) {
     const QScopedValueRollback<bool> moving(m_isMoving, true);
@@ -180,17 +200,14 @@ void EventsPage::OnOlderCame(const std::vector<Event>& events) {
     m_model.Prepend(events);
     QScrollBar* const bar = m_view->verticalScrollBar();
     m_view->doItemsLayout();
-    bar->setValue(bar->value() + (m_model.rowCount() - rows) *
-                                     (m_view->verticalScrollMode() == QAbstractItemView::ScrollPerItem
-                                          ? 1
-                                          : EventRowHeight));
+    bar->setValue(bar->value() + (m_model.rowCount() - rows) * EventRowHeight);
     ShowState();
 }
 
 void EventsPage::OnFirstRowsGone(int count) {
     if (m_follow->isChecked()) return;
     QScrollBar* const bar = m_view->verticalScrollBar();
-    bar->setValue(bar->value() - count);
+    bar->setValue(bar->value() - count * EventRowHeight);
 }
 
 bool EventsPage::IsAtEnd() const {

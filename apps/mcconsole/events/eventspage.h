@@ -5,6 +5,8 @@
 #include <apps/mcconsole/events/eventmodel.h>
 #include <apps/pages/page.h>
 
+#include <platform/vtclient/ivtlosses.h>
+
 #include <functional>
 
 class EventsTable;
@@ -31,6 +33,9 @@ class EventsPage : public Page {
     const EventModel& GetModel() const { return m_model; }
     /// What brings the events, for others that show them.
     const EventFeed& GetFeed() const { return m_feed; }
+
+    /// Shows as one more event that what \a loss says has not come here.
+    void TellMissed(const VtLoss& loss);
 
   Q_SIGNALS:
     /// The events of another server come from now on, or of none.

@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/events/eventstable.h>
 
+#include <apps/mcconsole/events/eventsdelegate.h>
+#include <apps/mcconsole/events/stillscrollbar.h>
+
+#include <QtGui/QPaintEvent>
 #include <QtWidgets/QHeaderView>
 
-EventsTable::EventsTable(QWidget* parent) : QTableView(parent) {
+EventsTable::EventsTable(QWidget* parent) : QTableView(parent), m_delegate(new EventsDelegate(this)) {
+    setVerticalScrollBar(new StillScrollBar(Qt::Vertical, this));
+    setItemDelegate(m_delegate);
     connect(horizontalHeader(), &QHeaderView::geometriesChanged, this, &EventsTable::LayOutAll);
 }
 
@@ -24,6 +30,13 @@ void EventsTable::setModel(QAbstractItemModel* model) {
 void EventsTable::OnRowsInserted(const QModelIndex& parent, int first, int last) {
     const int before = model()->rowCount() - (last - first + 1);
     if (parent.isValid() || first != before) LayOutAll();
+}
+
+// The base class has rows drawn that are only beside what is to be drawn.
+void EventsTable::paintEvent(QPaintEvent* event) {
+    m_delegate->BeginDrawing(event->region());
+    QTableView::paintEvent(event);
+    m_delegate->EndDrawing();
 }
 
 // The keys begin at the end of what is in sight, and not at the first row, which may be far away. Whoever

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/answerline.h>
 
-#include <apps/common/codedtext.h>
 #include <apps/common/iclock.h>
+#include <apps/mcconsole/tune/serveranswer.h>
 #include <apps/pages/severitylook.h>
 
 #include <platform/values/value.h>
@@ -19,21 +19,18 @@ namespace {
 
 constexpr int MaxAnswerLength = 200;
 
-struct AnswerKind {
-    const char* prefix;  ///< as the server writes it
-    ESeverity severity;
-};
-
-constexpr AnswerKind AnswerKinds[] = {
-    {"done: ", ESeverity::Ok},
-    {"done, not supervised: ", ESeverity::Look},  // nobody watches over that grant
-    {"refused: ", ESeverity::Act},
-    {"ended: ", ESeverity::Act},
-};
-
-ESeverity SeverityOfAnswer(const QString& answer) {
-    for (const AnswerKind& kind : AnswerKinds)
-        if (answer.startsWith(QLatin1String(kind.prefix))) return kind.severity;
+ESeverity SeverityOf(ServerAnswer::EKind kind) {
+    switch (kind) {
+        case ServerAnswer::EKind::Done:
+            return ESeverity::Ok;
+        case ServerAnswer::EKind::DoneUnsupervised:
+            return ESeverity::Look;  // nobody watches over that grant
+        case ServerAnswer::EKind::Refused:
+        case ServerAnswer::EKind::Ended:
+            return ESeverity::Act;
+        case ServerAnswer::EKind::Unknown:
+            break;
+    }
     return ESeverity::Unknown;
 }
 
@@ -83,13 +80,13 @@ void AnswerLine::Bind(const QString& path) {
 }
 
 void AnswerLine::OnBindingChanged(PathBinding& binding, TChangeCode code) {
-    if (&binding == &m_answer && code == changecode::ContentChanged) ShowAnswer(TextOfValue(binding));
+    if (&binding == &m_answer && code == changecode::ContentChanged)
+        ShowAnswer(ServerAnswer(TextOfValue(m_answer), TextOfValue(m_code)));
 }
 
-void AnswerLine::ShowAnswer(const QString& answer) {
-    m_severity = SeverityOfAnswer(answer);
-    // The code is set just before; one that says something else belongs to another answer.
-    const QString text = CodedText::TranslatedBeside(answer, TextOfValue(m_code));
+void AnswerLine::ShowAnswer(const ServerAnswer& answer) {
+    m_severity = SeverityOf(answer.GetKind());
+    const QString text = answer.GetText();
     m_time->setText(m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss")));
     m_text->setText(valuetext::Shortened(text, MaxAnswerLength));
     m_text->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));

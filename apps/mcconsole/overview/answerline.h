@@ -10,6 +10,7 @@
 
 class IClock;
 class QLabel;
+class ServerAnswer;
 
 /// The server's last answer to a request of one MpxORV, with the time at which it came. GUI thread.
 class AnswerLine : public QWidget, private PathBinding::IListener {
@@ -28,7 +29,7 @@ class AnswerLine : public QWidget, private PathBinding::IListener {
 
   private:
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
-    void ShowAnswer(const QString& answer);
+    void ShowAnswer(const ServerAnswer& answer);
     void ShowColours();
 
     IClock& m_clock;

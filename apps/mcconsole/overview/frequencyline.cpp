@@ -63,7 +63,7 @@ QSize FrequencyLine::sizeHint() const {
 }
 
 QSize FrequencyLine::minimumSizeHint() const {
-    constexpr int lines = 5;  // of text, one of them the scale's
+    constexpr int lines = 4;  // of text, one of them the scale's
     constexpr int characters = 40;
     return QSize(characters * fontMetrics().averageCharWidth(), lines * fontMetrics().lineSpacing());
 }

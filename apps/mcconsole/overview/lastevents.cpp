@@ -2,7 +2,6 @@
 #include <apps/mcconsole/overview/lastevents.h>
 
 #include <apps/pages/agetext.h>
-#include <apps/pages/severitylook.h>
 
 #include <platform/widgets/valuetext.h>
 
@@ -11,30 +10,19 @@
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace {
 
 constexpr int MaxEventLength = 200;  // of what is shown of it
 constexpr int LeastEventCharacters = 30;
-constexpr int LeastSeen = 3;  // events
-
-ESeverity SeverityOfEvent(EEventSeverity severity) {
-    switch (severity) {
-        case EEventSeverity::Alarm:
-            return ESeverity::Act;
-        case EEventSeverity::Warning:
-            return ESeverity::Look;
-        case EEventSeverity::Info:
-        case EEventSeverity::Notice:
-        case EEventSeverity::Count:
-            break;
-    }
-    return ESeverity::Ok;
-}
+constexpr int LeastSeen = 2;  // events
 
 }  // namespace
 
-LastEvents::LastEvents(QWidget* parent) : QListView(parent), m_model(new QStandardItemModel(this)) {
+LastEvents::LastEvents(QWidget* parent)
+    : QListView(parent), m_model(new QStandardItemModel(this)), m_shown(*this, [this] { ShowWaiting(); }) {
     setObjectName(QStringLiteral("LastEvents"));
     setAccessibleName(tr("Last events"));
     setModel(m_model);
@@ -50,11 +38,19 @@ LastEvents::LastEvents(QWidget* parent) : QListView(parent), m_model(new QStanda
 
 void LastEvents::Add(const std::vector<Event>& events) {
     const std::size_t count = std::min<std::size_t>(events.size(), Count);
-    for (std::size_t i = events.size() - count; i < events.size(); ++i)
-        AddOne(events[i]);
+    m_waiting.insert(m_waiting.end(), events.end() - static_cast<std::ptrdiff_t>(count), events.end());
+    while (m_waiting.size() > Count)
+        m_waiting.pop_front();
+    m_shown.Refresh();
+}
+
+void LastEvents::ShowWaiting() {
+    for (const Event& event : std::exchange(m_waiting, {}))
+        AddOne(event);
 }
 
 void LastEvents::Clear() {
+    m_waiting.clear();
     m_model->clear();
 }
 
@@ -69,15 +65,13 @@ QSize LastEvents::minimumSizeHint() const {
 }
 
 void LastEvents::AddOne(const Event& event) {
-    const ESeverity severity = SeverityOfEvent(event.severity);
+    const EEventLook look = eventlook::Of(event);
     const QString moment = agetext::Moment(event.time.toString(Qt::ISODateWithMs));
     const QString line =
         moment + QStringLiteral("  ") + valuetext::Shortened(event.Translated(), MaxEventLength);
-    auto* const item = new QStandardItem(severitylook::Icon(severity, *this), line);
+    auto* const item = new QStandardItem(m_icons.Of(look), line);
     item->setToolTip(Qt::convertFromPlainText(line, Qt::WhiteSpaceNormal));
-    // What is only told is neither right nor wrong.
-    if (severity != ESeverity::Ok)
-        item->setAccessibleText(severitylook::Word(severity) + QLatin1Char(' ') + line);
+    if (look != EEventLook::Told) item->setAccessibleText(eventlook::Word(event) + QLatin1Char(' ') + line);
     m_model->insertRow(0, item);
     if (m_model->rowCount() > Count) m_model->removeRows(Count, m_model->rowCount() - Count);
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/common/event.h>
+#include <apps/pages/eventlook.h>
+#include <apps/pages/whenseen.h>
 
 #include <QtWidgets/QListView>
 
+#include <deque>
 #include <vector>
 
 class QStandardItemModel;
@@ -26,7 +28,11 @@ class LastEvents : public QListView {
     QSize minimumSizeHint() const override;
 
   private:
+    void ShowWaiting();
     void AddOne(const Event& event);
 
     QStandardItemModel* m_model;
+    std::deque<Event> m_waiting;  ///< until somebody looks, the newest last
+    eventlook::Icons m_icons;
+    WhenSeen m_shown;
 };

@@ -63,8 +63,8 @@ QStringList InputsAt(double hz, const values::Node& module) {
 }
 
 /// Which inputs of which modules the transmitters at \a hz are wired to, as far as the server tells.
-QStringList WiredAt(double hz) {
-    const QString path = ConsoleSession::GetBasePath() + QLatin1String("/Status/Suppression/Modules");
+QStringList WiredAt(double hz, const QString& basePath) {
+    const QString path = basePath + QLatin1String("/Status/Suppression/Modules");
     const values::Node* const modules = values::Tree::Instance()->FindNode(path);
     QStringList lines;
     const values::TreeItem* item = modules != nullptr ? modules->GetFirstChild() : nullptr;
@@ -82,7 +82,7 @@ void AddTransmitters(std::vector<FrequencyMark>& marks, const Situation& situati
     for (const double hz : *list) {
         if (marks.size() >= MostMarks) return;
         QStringList detail{QStringLiteral("%1: %2").arg(judgement::Frequency(hz), word)};
-        detail += WiredAt(hz);
+        detail += WiredAt(hz, situation.GetBasePath());
         marks.push_back({kind, hz, word, detail.join(QLatin1Char('\n'))});
     }
 }

@@ -14,6 +14,7 @@
 #include <apps/pages/severitylook.h>
 
 #include <QtCore/QEvent>
+#include <QtCore/QSignalBlocker>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -52,7 +53,9 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
       m_users(new FrequencyUsers(this)),
       m_tuneBar(new TuneBar(tuning, book, this)),
       m_line(new FrequencyLine(this)),
-      m_marksTimer(clock) {
+      m_marksTimer(clock),
+      m_own(*this, [this] { ShowOwn(); }),
+      m_marks(*this, [this] { ShowMarks(); }) {
     auto* const layout = new QVBoxLayout(this);
     layout->setSpacing(4);
     layout->addWidget(BuildHead());
@@ -62,7 +65,7 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
     layout->addWidget(m_line, 3);
     layout->addWidget(BuildBelow(), 2);
 
-    connect(&situation, &Situation::Changed, this, &OverviewPage::ShowOwn);
+    connect(&situation, &Situation::Changed, &m_own, &WhenSeen::Refresh);
     connect(&situation, &Situation::Looked, this, &OverviewPage::ShowMarksSoon);
     connect(&tuning, &Tuning::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(m_users, &FrequencyUsers::Changed, this, &OverviewPage::ShowMarksSoon);
@@ -75,6 +78,7 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
     ShowOwn();
     ShowRetry();
     ShowOffer();
+    m_marks.Refresh();
 }
 
 OverviewPage::~OverviewPage() = default;
@@ -124,7 +128,7 @@ QWidget* OverviewPage::BuildAnswer() {
     m_retryButton->setCheckable(true);
     m_retryButton->setToolTip(
         tr("Asks for the wanted frequency once more, one time, as soon as no transmitter on it is keyed."));
-    connect(m_retryButton, &QPushButton::clicked, this, &OverviewPage::ToggleRetry);
+    connect(m_retryButton, &QPushButton::toggled, this, &OverviewPage::ToggleRetry);
     QHBoxLayout* const layout = RowIn(box);
     layout->addWidget(m_answer, 1);
     layout->addWidget(m_retryButton);
@@ -174,14 +178,16 @@ void OverviewPage::ShowOwn() {
     const SituationItem& own = m_situation.Get(Situation::EItem::Own);
     const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
     const QString text = hz ? Tuning::Shown(*hz) : own.word;
-    if (m_frequency->text() != text) m_frequency->setText(text);
+    if (m_shownOwn == own && m_frequency->text() == text) return;
+    const bool hasIcon = m_shownOwn && m_shownOwn->severity == own.severity;
+    m_shownOwn = own;
+    m_frequency->setText(text);
     m_frequency->setToolTip(own.detail);
     m_frequency->setAccessibleName(own.word);
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, severitylook::Colour(own.severity, palette()));
     m_frequency->setPalette(colours);
-    if (m_iconSeverity == own.severity) return;  // an icon is read from a file of the style each time
-    m_iconSeverity = own.severity;
+    if (hasIcon) return;  // it is read from a file of the style each time
     const int size = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
     m_icon->setPixmap(severitylook::Icon(own.severity, *this).pixmap(size));
 }
@@ -189,7 +195,10 @@ void OverviewPage::ShowOwn() {
 void OverviewPage::ShowRetry() {
     const bool isWaiting = m_retry.GetState() == SilentRetry::EState::Waiting;
     m_retryButton->setEnabled(m_retry.GetState() != SilentRetry::EState::Idle);
-    m_retryButton->setChecked(isWaiting);
+    {
+        const QSignalBlocker blocker(m_retryButton);
+        m_retryButton->setChecked(isWaiting);
+    }
     m_retryButton->setText(
         isWaiting ? tr("Waits until %1 is silent: cancel").arg(judgement::Frequency(m_retry.GetFrequency()))
                   : tr("&Retry when silent"));
@@ -218,7 +227,8 @@ void OverviewPage::ShowOffer() {
 }
 
 void OverviewPage::ShowMarksSoon() {
-    if (isVisible() && !m_marksTimer.IsRunning()) m_marksTimer.Start(MarksInterval, [this] { ShowMarks(); });
+    if (!m_marks.IsSeen()) return m_marks.Refresh();
+    if (!m_marksTimer.IsRunning()) m_marksTimer.Start(MarksInterval, [this] { m_marks.Refresh(); });
 }
 
 void OverviewPage::ShowMarks() {
@@ -226,14 +236,9 @@ void OverviewPage::ShowMarks() {
     m_line->ShowMarks(marks::Make(m_users->Find(), m_situation, m_tuning));
 }
 
-void OverviewPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
-    ShowMarks();
-}
-
 void OverviewPage::changeEvent(QEvent* event) {
     Page::changeEvent(event);
     if (event->type() != QEvent::PaletteChange && event->type() != QEvent::StyleChange) return;
-    m_iconSeverity.reset();
+    m_shownOwn.reset();
     ShowOwn();
 }

@@ -4,8 +4,9 @@
 #include <apps/common/clocktimer.h>
 #include <apps/mcconsole/overview/heldbefore.h>
 #include <apps/mcconsole/overview/silentretry.h>
+#include <apps/mcconsole/session/situationitem.h>
 #include <apps/pages/page.h>
-#include <apps/pages/severity.h>
+#include <apps/pages/whenseen.h>
 
 #include <optional>
 
@@ -39,7 +40,6 @@ class OverviewPage : public Page {
     LastEvents& GetLastEvents() const { return *m_events; }
 
   protected:
-    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
@@ -62,7 +62,7 @@ class OverviewPage : public Page {
     HeldBefore m_held;
     FrequencyUsers* m_users;
     QLabel* m_icon = nullptr;
-    std::optional<ESeverity> m_iconSeverity;  ///< of the icon that is shown; none before the first
+    std::optional<SituationItem> m_shownOwn;  ///< none before the first
     QLabel* m_frequency = nullptr;
     QFrame* m_restore = nullptr;
     QLabel* m_restoreText = nullptr;
@@ -72,4 +72,6 @@ class OverviewPage : public Page {
     FrequencyLine* m_line;
     LastEvents* m_events = nullptr;
     ClockTimer m_marksTimer;
+    WhenSeen m_own;
+    WhenSeen m_marks;
 };

@@ -29,7 +29,8 @@ constexpr double Headroom = 1.1;  // above the highest sample
 TrendPlot::TrendPlot(const Situation& situation, QWidget* parent)
     : QwtPlot(parent),
       m_situation(situation),
-      m_sweepTime(*this, [](const values::ValueBase&) { return true; }) {
+      m_sweepTime(*this, [](const values::ValueBase&) { return true; }),
+      m_drawn(*this, [this] { Draw(); }) {
     setObjectName(QStringLiteral("Trend"));
     setAccessibleName(tr("Sweep time and round trip over the last ten minutes"));
     setAutoReplot(false);
@@ -39,8 +40,8 @@ TrendPlot::TrendPlot(const Situation& situation, QWidget* parent)
     setAxisMaxMajor(xBottom, 5);
     setAxisScale(xBottom, -ShownMinutes, 0);
     connect(&situation, &Situation::Ticked, this, &TrendPlot::Sample);
-    m_sweepTime.SetPath(ConsoleSession::GetBasePath() + QLatin1Char('/') + mcskeys::Status +
-                        QLatin1Char('/') + mcskeys::SweepTime);
+    m_sweepTime.SetPath(
+        mcskeys::Join(mcskeys::Join(situation.GetBasePath(), mcskeys::Status), mcskeys::SweepTime));
     Draw();
 }
 
@@ -73,7 +74,7 @@ void TrendPlot::Sample() {
     }
     m_ring.Add(sample);
     ++m_undrawn;
-    if (isVisible() && m_undrawn >= DrawEvery) Draw();
+    if (!m_drawn.IsSeen() || m_undrawn >= DrawEvery) m_drawn.Refresh();
 }
 
 /// Where nothing was known, the line has a gap.
@@ -113,11 +114,6 @@ void TrendPlot::Draw() {
     DrawCurve(m_sweepCurves, RunsOf(&TrendRing::Sample::sweepTimeMs), yLeft, Qt::SolidLine);
     DrawCurve(m_latencyCurves, RunsOf(&TrendRing::Sample::latencyMs), yRight, Qt::DotLine);
     replot();
-}
-
-void TrendPlot::showEvent(QShowEvent* event) {
-    QwtPlot::showEvent(event);
-    if (m_undrawn > 0) Draw();
 }
 
 void TrendPlot::changeEvent(QEvent* event) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcconsole/overview/trendring.h>
+#include <apps/pages/whenseen.h>
 
 #include <platform/values/pathbinding.h>
 
@@ -32,7 +33,6 @@ class TrendPlot : public QwtPlot, private PathBinding::IListener {
     QSize minimumSizeHint() const override;
 
   protected:
-    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
@@ -51,6 +51,7 @@ class TrendPlot : public QwtPlot, private PathBinding::IListener {
     PathBinding m_sweepTime;
     TrendRing m_ring;
     int m_undrawn = 0;  ///< samples
+    WhenSeen m_drawn;
     std::vector<std::unique_ptr<QwtPlotCurve>> m_sweepCurves;
     std::vector<std::unique_ptr<QwtPlotCurve>> m_latencyCurves;
 };

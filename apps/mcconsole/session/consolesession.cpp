@@ -24,8 +24,9 @@ constexpr EMCSControlTreeSegments Segments[] = {CommandSegment, ConfigSegment, S
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(QObject* parent)
+ConsoleSession::ConsoleSession(const QString& basePath, QObject* parent)
     : QObject(parent),
+      m_basePath(basePath),
       m_vtClient(*this),
       m_mpxOrvThere(*this, [](const values::ValueBase&) { return true; }) {
     for (QTimer* const timer : {&m_patience, &m_mpxOrvPatience}) {
@@ -168,16 +169,26 @@ bool ConsoleSession::IsMpxOrvMissing() const {
            GetMpxOrvPath().isEmpty();
 }
 
-void ConsoleSession::Update(Observable*, TChangeCode) {
+void ConsoleSession::Update(Observable* source, TChangeCode code) {
+    if (code == connectioncode::ChangesLost && m_vtClient.Is(source)) return TellLoss();
     UpdateState();
+}
+
+// The log and the events are in the status. What else was missed shows what it is now.
+void ConsoleSession::TellLoss() {
+    const auto* const losses = dynamic_cast<const IVtLosses*>(GetVtClient());
+    if (losses == nullptr || losses->GetLastLoss().path != mcskeys::DefaultBasePath(mcskeys::Status)) return;
+    const VtLoss loss = losses->GetLastLoss();
+    Q_EMIT Missed(loss);
 }
 
 void ConsoleSession::OnBindingChanged(PathBinding&, TChangeCode code) {
     if (code != changecode::ContentChanged) UpdateState();
 }
 
-void ConsoleSession::OnRefused(values::TreeItem*, const QString& path, const QString& reason) {
-    if (path != mcskeys::DefaultBasePath(mcskeys::DynamicMpxORVs)) return;
+// Each station has its place here; what its server calls it others call likewise.
+void ConsoleSession::OnSubtreeRefused(const QString& localPath, const QString&, const QString& reason) {
+    if (localPath != mcskeys::Join(GetBasePath(), mcskeys::DynamicMpxORVs)) return;
     m_mpxOrvProblem = reason;
     Q_EMIT Changed();
 }

@@ -8,6 +8,7 @@
 #include <platform/values/observation.h>
 #include <platform/values/pathbinding.h>
 #include <platform/values/refusals.h>
+#include <platform/vtclient/ivtlosses.h>
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <QtCore/QDateTime>
@@ -38,7 +39,8 @@ class ConsoleSession : public QObject,
         Lost  ///< was connected, and tries again
     };
 
-    explicit ConsoleSession(QObject* parent = nullptr);
+    /// Mirrors the server's tree below \a basePath, where nothing else is.
+    explicit ConsoleSession(const QString& basePath = DefaultBasePath(), QObject* parent = nullptr);
     ~ConsoleSession() override;
 
     /// Ends what there is, and connects to \a server. False if that cannot be right.
@@ -64,7 +66,8 @@ class ConsoleSession : public QObject,
     /// Null while no server was asked for.
     IVtClient* GetVtClient() const;
 
-    static QString GetBasePath() { return QStringLiteral("/Server"); }
+    static QString DefaultBasePath() { return QStringLiteral("/Server"); }
+    const QString& GetBasePath() const { return m_basePath; }
     /// The segments that are there: all at once, unless the server does not show all of them to this client.
     EMCSControlTreeSegments GetSegments() const { return m_segments; }
 
@@ -85,11 +88,15 @@ class ConsoleSession : public QObject,
   Q_SIGNALS:
     /// Any of the above has changed.
     void Changed();
+    /// Changes of the server's status have passed the console by.
+    void Missed(const VtLoss& loss);
 
   private:
     void Update(Observable* source, TChangeCode code) override;
-    void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
+    void OnRefused(values::TreeItem* /*item*/, const QString& /*path*/, const QString& /*reason*/) override {}
+    void OnSubtreeRefused(const QString& localPath, const QString& path, const QString& reason) override;
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    void TellLoss();
     void UpdateState();
     void UpdateSegments();
     void UpdateMpxOrv();
@@ -99,6 +106,7 @@ class ConsoleSession : public QObject,
     EMCSControlTreeSegments ConnectedSegments() const;
     IVtRetry* GetRetry() const;
 
+    const QString m_basePath;
     ServerAddress m_server;
     VtClientOptions m_options;
     std::unique_ptr<MultiChannelServerClient> m_client;

@@ -1,85 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/session/judgement.h>
 
+#include <apps/common/codedtext.h>
 #include <apps/common/frequencytext.h>
 #include <apps/common/problemtext.h>
+#include <apps/mcconsole/session/judgementparts.h>
 #include <apps/pages/agetext.h>
 
-#include <platform/device/stddevicedefinition.h>
-#include <platform/widgets/valuetext.h>
-
-#include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
 
 namespace {
 
+using namespace judgementparts;
+
 using EFact = ServerFacts::EFact;
 
-constexpr int MaxJudgedName = 40;      // of what others chose
-constexpr int MaxJudgedReason = 200;   // of what the server says
 constexpr std::size_t MostListed = 8;  // frequencies: more are not read at a glance
-constexpr char StatusPageName[] = "Status";
-constexpr char CommandsPageName[] = "Commands";
-constexpr char MpxOrvsPageName[] = "MpxORVs";
-constexpr char SuppressionPageName[] = "Suppression";
-constexpr char OwnPageName[] = "MyMpxORV";
-
-struct StateWord {
-    int key;
-    const char* text;
-};
-
-// clang-format off
-constexpr StateWord BootWords[] = {
-    {BootUnknown,     QT_TRANSLATE_NOOP("Judgement", "unknown")},
-    {BootPowerOn,     QT_TRANSLATE_NOOP("Judgement", "power on")},
-    {BootLoading,     QT_TRANSLATE_NOOP("Judgement", "loading")},
-    {BootSelfTest,    QT_TRANSLATE_NOOP("Judgement", "self test")},
-    {BootCalibrating, QT_TRANSLATE_NOOP("Judgement", "calibrating")},
-    {BootReady,       QT_TRANSLATE_NOOP("Judgement", "ready")},
-    {BootFailed,      QT_TRANSLATE_NOOP("Judgement", "failed")},
-};
-constexpr StateWord ModeWords[] = {
-    {OperationIdle,        QT_TRANSLATE_NOOP("Judgement", "idle")},
-    {OperationFfm,         QT_TRANSLATE_NOOP("Judgement", "fixed frequency")},
-    {OperationAudio,       QT_TRANSLATE_NOOP("Judgement", "audio")},
-    {OperationSearch,      QT_TRANSLATE_NOOP("Judgement", "search")},
-    {OperationScan,        QT_TRANSLATE_NOOP("Judgement", "scan")},
-    {OperationCalibration, QT_TRANSLATE_NOOP("Judgement", "calibration")},
-    {OperationBuiltInTest, QT_TRANSLATE_NOOP("Judgement", "built-in test")},
-    {OperationMemoryScan,  QT_TRANSLATE_NOOP("Judgement", "memory scan")},
-};
-// clang-format on
-
-QString JudgementText(const char* text) {
-    return QCoreApplication::translate("Judgement", text);
-}
-
-template <std::size_t size>
-QString WordFor(const StateWord (&words)[size], int key) {
-    for (const StateWord& word : words)
-        if (word.key == key) return JudgementText(word.text);
-    return QString::number(key);
-}
-
-SituationItem MakeItem(ESeverity severity, const QString& word, const char* page) {
-    return {severity, word, QString(), QString(), QString::fromLatin1(page)};
-}
-
-SituationItem UnknownItem(const char* page) {
-    SituationItem item =
-        MakeItem(ESeverity::Unknown, JudgementText(QT_TRANSLATE_NOOP("Judgement", "unknown")), page);
-    item.detail = JudgementText(QT_TRANSLATE_NOOP("Judgement", "The server does not tell."));
-    return item;
-}
-
-QString ShortName(const QString& name) {
-    return valuetext::Shortened(name, MaxJudgedName);
-}
-
-QString ShortReason(const QString& reason) {
-    return valuetext::Shortened(reason, MaxJudgedReason);
-}
 
 /// " since 14:03:21", where the server says so.
 QString WithMoment(const QString& text, const std::optional<QString>& since) {
@@ -107,6 +43,7 @@ QString LatencyText(std::chrono::microseconds latency) {
 SituationItem ConnectedServer(const QString& name, const Connection& connection) {
     const bool isSlow = connection.latency && *connection.latency >= judgement::SlowLatency;
     SituationItem item = MakeItem(isSlow ? ESeverity::Look : ESeverity::Ok, name, StatusPageName);
+    item.brief = name;
     if (connection.latency) item.word += QStringLiteral(", ") + LatencyText(*connection.latency);
     const char* const text =
         connection.isEncrypted
@@ -114,6 +51,14 @@ SituationItem ConnectedServer(const QString& name, const Connection& connection)
             : QT_TRANSLATE_NOOP("Judgement", "Connected to %1. What is shown is live.");
     item.detail = JudgementText(text).arg(ShortName(connection.server.ToText()));
     return item;
+}
+
+/// What was refused, or granted and taken away, is still wanted, until the server answers something else.
+void WarnOfAnswer(const ServerFacts& facts, SituationItem* item) {
+    const auto answer = CodedText::FromJsonText(facts.Text(EFact::OwnAnswerCode).value_or(QString()));
+    if (!answer || (answer->GetCode() != ECode::Refused && answer->GetCode() != ECode::Ended)) return;
+    item->severity = ESeverity::Look;
+    item->detail += QLatin1Char('\n') + ShortReason(answer->Translated());
 }
 
 }  // namespace
@@ -140,7 +85,7 @@ QString judgement::Frequencies(const std::vector<double>& hz) {
 SituationItem judgement::Server(const ServerFacts& facts, const Connection& connection,
                                 std::chrono::milliseconds age) {
     const QString name = ServerName(facts, connection);
-    const QString problem = ShortReason(problemtext::Translated(connection.problem));
+    const auto problem = [&] { return ShortReason(problemtext::Translated(connection.problem)); };
     SituationItem item;
     switch (connection.state) {
         case ConsoleSession::EState::Idle:
@@ -151,7 +96,7 @@ SituationItem judgement::Server(const ServerFacts& facts, const Connection& conn
         case ConsoleSession::EState::Connecting:
             item = MakeItem(ESeverity::Look, JudgementText(QT_TRANSLATE_NOOP("Judgement", "connecting")),
                             StatusPageName);
-            item.detail = problem;
+            item.detail = problem();
             break;
         case ConsoleSession::EState::Connected:
             item = ConnectedServer(name, connection);
@@ -161,44 +106,14 @@ SituationItem judgement::Server(const ServerFacts& facts, const Connection& conn
                 MakeItem(ESeverity::Act,
                          JudgementText(QT_TRANSLATE_NOOP("Judgement", "lost for %1")).arg(agetext::Of(age)),
                          StatusPageName);
+            item.brief = JudgementText(QT_TRANSLATE_NOOP("Judgement", "lost"));
             item.detail =
                 JudgementText(
                     QT_TRANSLATE_NOOP("Judgement", "The connection to %1 is lost; what is shown is %2 old."))
                     .arg(ShortName(connection.server.ToText()), agetext::Of(age));
-            if (!problem.isEmpty()) item.detail += QLatin1Char('\n') + problem;
+            if (!problem().isEmpty()) item.detail += QLatin1Char('\n') + problem();
             break;
     }
-    return item;
-}
-
-SituationItem judgement::Device(const ServerFacts& facts) {
-    const std::optional<int> boot = facts.Key(EFact::BootState);
-    if (!boot) return UnknownItem(StatusPageName);
-    const QString bootWord = WordFor(BootWords, *boot);
-    const QString connection = ShortReason(facts.Text(EFact::ConnectionState).value_or(QString()));
-    SituationItem item;
-    if (facts.Flag(EFact::IsOnline) == false && facts.Flag(EFact::ShallBeConnected) == false)
-        item = MakeItem(ESeverity::Look, JudgementText(QT_TRANSLATE_NOOP("Judgement", "switched off")),
-                        CommandsPageName);
-    else if (facts.Flag(EFact::IsOnline) == false)
-        item = MakeItem(ESeverity::Act, JudgementText(QT_TRANSLATE_NOOP("Judgement", "no connection")),
-                        StatusPageName);
-    else if (*boot == BootFailed)
-        item = MakeItem(ESeverity::Act, bootWord, StatusPageName);
-    else if (*boot != BootReady)
-        item = MakeItem(ESeverity::Look, bootWord, StatusPageName);
-    else
-        item = MakeItem(ESeverity::Ok, bootWord, StatusPageName);
-    const std::optional<int> mode = facts.Key(EFact::OperationMode);
-    const QString modeWord = mode ? WordFor(ModeWords, *mode) : QString();
-    if (item.severity == ESeverity::Ok && mode) item.word += QStringLiteral(", ") + modeWord;
-    item.detail = JudgementText(QT_TRANSLATE_NOOP("Judgement", "Boot state: %1")).arg(bootWord);
-    if (mode)
-        item.detail +=
-            QLatin1Char('\n') + JudgementText(QT_TRANSLATE_NOOP("Judgement", "Mode: %1")).arg(modeWord);
-    if (!connection.isEmpty())
-        item.detail += QLatin1Char('\n') +
-                       JudgementText(QT_TRANSLATE_NOOP("Judgement", "Connection: %1")).arg(connection);
     return item;
 }
 
@@ -214,6 +129,7 @@ SituationItem judgement::Master(const ServerFacts& facts, const Connection& conn
     const bool isOwn = connection.isMpxOrvUsed && *master == connection.mpxOrvName;
     const QString name = ShortName(*master);
     const QString shown = isOwn ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "this console")) : name;
+    item.brief = shown;
     item.word = WithMinute(shown, facts.Text(EFact::MasterSince));
     item.detail = WithMoment(JudgementText(QT_TRANSLATE_NOOP("Judgement", "Job master: %1")).arg(name),
                              facts.Text(EFact::MasterSince));
@@ -256,6 +172,9 @@ SituationItem judgement::Suppression(const ServerFacts& facts) {
                          .arg(*answering)
                          .arg(*modules)
                    : JudgementText(QT_TRANSLATE_NOOP("Judgement", "The server has no input modules."));
+    const bool isQuiet = unsupervised.empty() && keyed.empty() && *modules > 0;
+    item.brief =
+        isQuiet ? QStringLiteral("%1/%2").arg(*answering).arg(*modules) : words.first();  // the gravest
     item.word = words.join(QStringLiteral(", "));
     item.detail = details.join(QLatin1Char('\n'));
     return item;
@@ -281,12 +200,15 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
     SituationItem item =
         MakeItem(ESeverity::Ok, JudgementText(QT_TRANSLATE_NOOP("Judgement", "NOT TUNED")), OwnPageName);
     if (hz) item.word = Frequency(*hz);
+    item.brief = item.word;
     item.detail = ShortName(connection.mpxOrvName) + QStringLiteral(": ") +
                   (hz ? WithMoment(item.word, facts.Text(EFact::OwnTunedSince)) : item.word);
-    if (hz && facts.Has(EFact::UnsupervisedFrequencies, *hz)) {
+    if (!hz) {
+        WarnOfAnswer(facts, &item);
+    } else if (facts.Has(EFact::UnsupervisedFrequencies, *hz)) {
         item.severity = ESeverity::Act;
         item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "unsupervised"));
-    } else if (hz && facts.Has(EFact::KeyedFrequencies, *hz)) {
+    } else if (facts.Has(EFact::KeyedFrequencies, *hz)) {
         item.severity = ESeverity::Look;
         item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "keyed"));
     }

@@ -25,6 +25,7 @@ constexpr Place Places[] = {
     {EFact::OperationMode,           false, "/Status/OperationMode"},
     {EFact::IsOnline,                false, "/Status/Online"},
     {EFact::ConnectionState,         false, "/Status/ConnectionState"},
+    {EFact::ConnectionStateCode,     false, "/Status/ConnectionStateCode"},
     {EFact::ShallBeConnected,        false, "/Command/ShallBeConnected"},
     {EFact::DeviceName,              false, "/Config/DeviceName"},
     {EFact::MasterName,              false, "/Status/Master/Name"},
@@ -39,6 +40,7 @@ constexpr Place Places[] = {
     {EFact::OwnFrequency,            true,  "/Request/Frequency"},
     {EFact::OwnTunedFrequency,       true,  "/Status/TunedFrequency"},
     {EFact::OwnTunedSince,           true,  "/Status/TunedSince"},
+    {EFact::OwnAnswerCode,           true,  "/Request/AnswerCode"},
     {EFact::OwnIsMaster,             true,  "/Status/IsMaster"},
 };
 // clang-format on

@@ -20,6 +20,7 @@ class ServerFacts : private PathBinding::IListener {
         OperationMode,
         IsOnline,
         ConnectionState,
+        ConnectionStateCode,
         ShallBeConnected,
         DeviceName,
         MasterName,
@@ -35,6 +36,7 @@ class ServerFacts : private PathBinding::IListener {
         OwnFrequency,  ///< asked for last, or granted
         OwnTunedFrequency,
         OwnTunedSince,
+        OwnAnswerCode,
         OwnIsMaster
     };
 

@@ -21,6 +21,7 @@ bool IsWanted(const Connection& connection) {
 Situation::Situation(IClock& clock, const QString& basePath, Look look, QObject* parent)
     : QObject(parent),
       m_clock(clock),
+      m_basePath(basePath),
       m_look(std::move(look)),
       m_connection(m_look()),
       m_facts([this] { Judge(); }),

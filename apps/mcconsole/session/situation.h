@@ -29,6 +29,8 @@ class Situation : public QObject {
     /// Looks at the server's tree below \a basePath. \a clock is not owned and outlives the situation.
     Situation(IClock& clock, const QString& basePath, Look look, QObject* parent = nullptr);
 
+    /// Where the server's tree is.
+    const QString& GetBasePath() const { return m_basePath; }
     /// Looks again, as after every change of the connection.
     void Refresh();
 
@@ -60,6 +62,7 @@ class Situation : public QObject {
     void BindMpxOrv();
 
     IClock& m_clock;
+    const QString m_basePath;
     Look m_look;
     Connection m_connection;
     std::optional<std::chrono::milliseconds> m_lostAt;  ///< none while connected, or before

@@ -12,9 +12,10 @@ struct SituationItem {
     QString detail;  ///< all that is known, in lines
     QString age;     ///< of the word, "12 s old"; empty while that is live
     QString page;    ///< the object name of the page with the cause; empty: asking for a server
+    QString brief;   ///< what is said of the word where it has no room; empty: no less can be said
 
     bool operator==(const SituationItem& other) const {
         return severity == other.severity && word == other.word && detail == other.detail &&
-               age == other.age && page == other.page;
+               age == other.age && page == other.page && brief == other.brief;
     }
 };

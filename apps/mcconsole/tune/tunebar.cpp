@@ -23,6 +23,7 @@ namespace {
 
 constexpr int FrameWidth = 2;                       // pixels
 constexpr int MaxEntryLength = 30;                  // characters of it in a message
+constexpr int MaxPlaceLength = 16;                  // of a station, beside the field
 constexpr int MaxToldReason = 200;                  // of what the server says
 constexpr char LongField[] = "3000.000000000 MHz";  // that the field has room for
 
@@ -41,27 +42,37 @@ bool IsWrong(Tuning::EState state) {
 }  // namespace
 
 TuneBar::TuneBar(Tuning& tuning, FrequencyBook& book, QWidget* parent)
-    : QWidget(parent), m_tuning(tuning), m_picker(new FrequencyPicker(tuning, book, this)) {
+    : QWidget(parent),
+      m_tuning(tuning),
+      m_caption(new QLabel(this)),
+      m_picker(new FrequencyPicker(tuning, book, this)),
+      m_entryRow(new QHBoxLayout),
+      m_actualRow(new QHBoxLayout) {
     m_tune = new QPushButton(tr("&Tune"), this);
     m_tune->setObjectName(QStringLiteral("Tune"));
     m_tune->setFocusPolicy(Qt::TabFocus);  // a click leaves the operator in the field
-    auto* const caption = new QLabel(tr("&Frequency:"), this);
-    auto* const entry = new QHBoxLayout;
-    entry->addWidget(BuildField(), 1);
-    entry->addWidget(m_understood);
-    entry->addWidget(m_picker);
-    entry->addWidget(BuildSteps());
-    entry->addWidget(m_tune);
-    caption->setBuddy(m_field);
+    m_entryRow->addWidget(BuildField(), 1);
+    m_entryRow->addWidget(m_understood);
+    m_entryRow->addWidget(BuildSteps());
+    m_entryRow->addWidget(m_tune);
+    BuildActual();
+    LayOut(false);
+    m_caption->setObjectName(QStringLiteral("FrequencyCaption"));
+    m_caption->setBuddy(m_field);
+    SetPlace(QString());
     auto* const layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(caption, 0, 0);
-    layout->addLayout(entry, 0, 1);
+    layout->addWidget(m_caption, 0, 0);
+    layout->addLayout(m_entryRow, 0, 1);
     layout->addWidget(new QLabel(tr("Tuned to:"), this), 1, 0);
-    layout->addWidget(BuildActual(), 1, 1);
+    layout->addLayout(m_actualRow, 1, 1);
     layout->setColumnStretch(1, 1);
 
     connect(m_field, &QLineEdit::textEdited, &m_tuning, &Tuning::Enter);
+    // What assistive technology writes counts as typed, or "Tune" would ask for what stands there no more.
+    connect(m_field, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (text != m_tuning.GetText()) m_tuning.Enter(text);
+    });
     connect(m_field, &FrequencyField::Confirmed, this, &TuneBar::Tune);
     connect(m_field, &FrequencyField::TakenBack, this, &TuneBar::TakeBack);
     connect(m_field, &FrequencyField::Stepped, this, &TuneBar::Step);
@@ -79,7 +90,6 @@ QWidget* TuneBar::BuildField() {
     m_frame->setLineWidth(FrameWidth);
     m_field = new FrequencyField(m_frame);
     m_field->setObjectName(QStringLiteral("Frequency"));
-    m_field->setAccessibleName(tr("Frequency"));
     m_field->setToolTip(tr(
         "A frequency, with or without a unit: Hz, k, kHz, M, MHz, G or GHz; with a comma or a point. A plain "
         "number up to 30,000 counts MHz, above that hertz. Enter or \"Tune\" asks for it, Escape takes it "
@@ -103,8 +113,8 @@ QWidget* TuneBar::BuildSteps() {
     for (const FrequencyStep& step : FrequencyStep::All())
         m_step->addItem(step.Caption());
     connect(m_step, qOverload<int>(&QComboBox::activated), &m_tuning, &Tuning::ChooseStep);
-    auto* const caption = new QLabel(tr("St&ep:"), box);
-    caption->setBuddy(m_step);
+    m_stepCaption = new QLabel(tr("St&ep:"), box);
+    m_stepCaption->setBuddy(m_step);
     const auto make = [&](const char* name, Qt::ArrowType arrow, const QString& text, int count) {
         auto* const button = new QToolButton(box);
         button->setObjectName(QString::fromLatin1(name));
@@ -120,33 +130,65 @@ QWidget* TuneBar::BuildSteps() {
     m_up = make("StepUp", Qt::UpArrow, tr("One step up"), 1);
     auto* const layout = new QHBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* const widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(m_step),
+    for (QWidget* const widget : {static_cast<QWidget*>(m_stepCaption), static_cast<QWidget*>(m_step),
                                   static_cast<QWidget*>(m_down), static_cast<QWidget*>(m_up)})
         layout->addWidget(widget);
     return box;
 }
 
-QWidget* TuneBar::BuildActual() {
-    auto* const box = new QWidget(this);
-    m_actual = PlainText(box, "TunedTo");
+void TuneBar::BuildActual() {
+    m_actual = PlainText(this, "TunedTo");
     QFont font = m_actual->font();
     font.setBold(true);
     m_actual->setFont(font);
-    m_icon = PlainText(box, "TuneIcon");
+    m_icon = PlainText(this, "TuneIcon");
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setFixedSize(size, size);
-    m_mark = PlainText(box, "TuneMark");
-    m_message = PlainText(box, "TuneMessage");
+    m_mark = PlainText(this, "TuneMark");
+    m_message = PlainText(this, "TuneMessage");
     m_message->setWordWrap(true);
     m_message->setMinimumWidth(1);  // long words in it do not make the window wider
-    auto* const layout = new QHBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_actual);
-    layout->addSpacing(layout->spacing() * 3);
-    layout->addWidget(m_icon);
-    layout->addWidget(m_mark);
-    layout->addWidget(m_message, 1);
-    return box;
+    const int gap = 3 * style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing, nullptr, this);
+    m_actualRow->addWidget(m_actual);
+    m_actualRow->addSpacing(gap);
+    m_actualRow->addWidget(m_icon);
+    m_actualRow->addWidget(m_mark);
+    m_actualRow->addWidget(m_message, 1);
+}
+
+/// In a narrow window what is chosen from stands below, and the step is known by its unit.
+void TuneBar::LayOut(bool isNarrow) {
+    constexpr int behindUnderstood = 2;
+    m_isNarrow = isNarrow;
+    m_stepCaption->setVisible(!isNarrow);
+    m_entryRow->removeWidget(m_picker);
+    m_actualRow->removeWidget(m_picker);
+    if (isNarrow)
+        m_actualRow->addWidget(m_picker);
+    else
+        m_entryRow->insertWidget(behindUnderstood, m_picker);
+}
+
+/// Of the width, by being narrow.
+int TuneBar::RoomSaved() const {
+    const int gap = style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing, nullptr, this);
+    return m_picker->minimumSizeHint().width() + m_stepCaption->minimumSizeHint().width() + 2 * gap;
+}
+
+/// That of a narrow bar, or it could not become one.
+QSize TuneBar::minimumSizeHint() const {
+    const QSize least = QWidget::minimumSizeHint();
+    return m_isNarrow ? least : least - QSize(RoomSaved(), 0);
+}
+
+void TuneBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitWidth();
+}
+
+void TuneBar::FitWidth() {
+    const int wide = minimumSizeHint().width() + RoomSaved();
+    if (m_isNarrow != (width() < wide)) LayOut(!m_isNarrow);
 }
 
 void TuneBar::Tune() {
@@ -166,6 +208,15 @@ void TuneBar::Step(int count) {
 void TuneBar::TakeFocus() {
     m_field->setFocus(Qt::ShortcutFocusReason);
     m_field->selectAll();
+}
+
+void TuneBar::SetPlace(const QString& place) {
+    // What is a mark of a key to the label is a character to whoever chose the name.
+    const QString shown =
+        valuetext::Shortened(place, MaxPlaceLength).replace(QLatin1Char('&'), QLatin1String("&&"));
+    m_caption->setText(place.isEmpty() ? tr("&Frequency:") : tr("&Frequency at %1:").arg(shown));
+    m_field->setAccessibleName(place.isEmpty() ? tr("Frequency") : tr("Frequency at %1").arg(place));
+    if (layout() != nullptr) FitWidth();
 }
 
 void TuneBar::changeEvent(QEvent* event) {

@@ -11,6 +11,7 @@ class FrequencyField;
 class FrequencyPicker;
 class QComboBox;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QToolButton;
@@ -27,15 +28,23 @@ class TuneBar : public QWidget {
 
     /// To the field, with all of it selected.
     void TakeFocus();
+    /// Says where it tunes, where there are several stations; empty: there is one.
+    void SetPlace(const QString& place);
     FrequencyPicker& GetPicker() const { return *m_picker; }
+
+    QSize minimumSizeHint() const override;
 
   protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QWidget* BuildField();
     QWidget* BuildSteps();
-    QWidget* BuildActual();
+    void BuildActual();
+    void LayOut(bool isNarrow);
+    void FitWidth();
+    int RoomSaved() const;
     void Tune();
     void TakeBack();
     void Step(int count);
@@ -53,8 +62,10 @@ class TuneBar : public QWidget {
     Tuning& m_tuning;
     QFrame* m_frame = nullptr;  ///< around the field, red while that cannot be asked for
     FrequencyField* m_field = nullptr;
+    QLabel* m_caption;
     FrequencyPicker* m_picker;
     QLabel* m_understood = nullptr;
+    QLabel* m_stepCaption = nullptr;
     QComboBox* m_step = nullptr;
     QToolButton* m_down = nullptr;
     QToolButton* m_up = nullptr;
@@ -63,4 +74,7 @@ class TuneBar : public QWidget {
     QLabel* m_icon = nullptr;
     QLabel* m_mark = nullptr;
     QLabel* m_message = nullptr;
+    QHBoxLayout* m_entryRow;   ///< what is wanted
+    QHBoxLayout* m_actualRow;  ///< what there is
+    bool m_isNarrow = false;   ///< what is chosen from stands in the second row
 };

@@ -3,6 +3,7 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/tune/frequencystep.h>
+#include <apps/mcconsole/tune/serveranswer.h>
 
 #include <platform/device/stddevicedefinition.h>
 #include <platform/values/value.h>
@@ -184,46 +185,38 @@ Tuning::Frequency* Tuning::GetValue() const {
 
 void Tuning::OnBindingChanged(PathBinding& binding, TChangeCode code) {
     std::optional<double> granted;
-    if (&binding == &m_answer && code == changecode::ContentChanged)
-        granted = OnAnswer(static_cast<values::Value<QString>*>(m_answer.GetValue())->GetValue());
+    if (&binding == &m_answer && code == changecode::ContentChanged) granted = OnAnswer(GetAnswer());
     Follow();
     const QPointer<Tuning> self(this);
     if (granted) Q_EMIT Granted(*granted);
     if (self != nullptr) Q_EMIT Changed();
 }
 
-/// What the server tells as a code too. One that says something else belongs to another answer.
-std::optional<CodedText> Tuning::SaidBy(const QString& answer) const {
-    const auto* const code = static_cast<const values::Value<QString>*>(m_code.GetValue());
-    const std::optional<CodedText> said =
-        code != nullptr ? CodedText::FromJsonText(code->GetValue()) : std::nullopt;
-    const bool isSame = said && said->GetArguments().size() == 1 && said->ToEnglish() == answer;
-    return isSame ? std::make_optional(said->GetArguments().front()) : std::nullopt;
-}
-
-/// In the language of the window, where the server tells it as a code too.
-QString Tuning::ReasonIn(const QString& answer) const {
-    const std::optional<CodedText> said = SaidBy(answer);
-    return said ? said->Translated() : answer.section(QStringLiteral(": "), 1);
+ServerAnswer Tuning::GetAnswer() const {
+    const auto textOf = [](const PathBinding& binding) {
+        const auto* const value = static_cast<const values::Value<QString>*>(binding.GetValue());
+        return value != nullptr ? value->GetValue() : QString();
+    };
+    return ServerAnswer(textOf(m_answer), textOf(m_code));
 }
 
 /// The frequency, in Hz, that is granted by \a answer; none if that is not about one that was asked for here.
-std::optional<double> Tuning::OnAnswer(const QString& answer) {
+std::optional<double> Tuning::OnAnswer(const ServerAnswer& answer) {
     const bool isAsked = m_outcome == EState::Asked;
-    if (answer.startsWith(QLatin1String("ended: "))) {
+    if (answer.GetKind() == ServerAnswer::EKind::Ended) {
         if (isAsked || GetValue() == nullptr) return std::nullopt;
         m_asked = GetValue()->GetValue();  // what the operator has typed since is still not sent
-        Conclude(EState::Ended, ReasonIn(answer));
+        Conclude(EState::Ended, answer.GetReason());
         return std::nullopt;
     }
-    if (!answer.startsWith(QLatin1String("refused: "))) return OnDone(answer);
+    if (answer.GetKind() != ServerAnswer::EKind::Refused) return OnDone(answer);
     // Each request has its answer, in their order; that of the last one counts.
-    if (isAsked && --m_unanswered <= 0) Conclude(EState::Refused, ReasonIn(answer));
+    if (isAsked && --m_unanswered <= 0) Conclude(EState::Refused, answer.GetReason());
     return std::nullopt;
 }
 
-std::optional<double> Tuning::OnDone(const QString& answer) {
-    const std::optional<CodedText> said = SaidBy(answer);
+std::optional<double> Tuning::OnDone(const ServerAnswer& answer) {
+    const std::optional<CodedText>& said = answer.GetSaid();
     const bool isOfTuning =
         said && (said->GetCode() == ECode::TunedTo || said->GetCode() == ECode::ReadFromMaster);
     if (said && !isOfTuning) return std::nullopt;  // another thing was asked for as well

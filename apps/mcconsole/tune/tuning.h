@@ -2,7 +2,6 @@
 #pragma once
 
 #include <apps/common/clocktimer.h>
-#include <apps/common/codedtext.h>
 #include <apps/common/frequencytext.h>
 
 #include <platform/values/pathbinding.h>
@@ -14,6 +13,8 @@
 
 #include <chrono>
 #include <optional>
+
+class ServerAnswer;
 
 /// Tuning one MpxORV: the frequency that the operator wants beside the one that there is. What is wanted
 /// stays what it is, whatever the server says, until the operator or a granted request changes it; only
@@ -90,10 +91,9 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
 
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void OnRefused(values::TreeItem* item, const QString& path, const QString& reason) override;
-    std::optional<double> OnAnswer(const QString& answer);
-    std::optional<double> OnDone(const QString& answer);
-    std::optional<CodedText> SaidBy(const QString& answer) const;
-    QString ReasonIn(const QString& answer) const;
+    std::optional<double> OnAnswer(const ServerAnswer& answer);
+    std::optional<double> OnDone(const ServerAnswer& answer);
+    ServerAnswer GetAnswer() const;
     void Conclude(EState outcome, const QString& reason);
     EState StateOfEntry() const;
     EState StateOfRequest(double wanted) const;

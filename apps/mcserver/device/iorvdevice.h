@@ -2,8 +2,8 @@
 #pragma once
 
 #include <apps/common/codedtext.h>
-#include <apps/mcserver/device/orvdevicesettings.h>
 
+#include <platform/device/orvdevicesettings.h>
 #include <platform/device/stddevicedefinition.h>
 
 #include <chrono>

@@ -7,6 +7,8 @@
 
 #include <chrono>
 
+struct ReceiverFacts;
+
 /// Is told what a device does. Main thread.
 class IOrvDeviceListener {
   public:
@@ -22,5 +24,10 @@ class IOrvDeviceListener {
     virtual void OnChannelsChanged(int free, int used) = 0;
     /// How long the device waits from one report to the next.
     virtual void OnReportIntervalChanged(std::chrono::milliseconds interval) = 0;
+    /// What \a channel was tuned to is not received any more.
+    virtual void OnChannelLost(int channel, const CodedText& reason) = 0;
+    /// Of a device that is made of receivers: what is known of that of \a channel.
+    virtual void OnReceiverChanged(int channel, const ReceiverFacts& facts) = 0;
+    /// \a text is a whole event of the device, or a line of its own.
     virtual void OnLog(const CodedText& text) = 0;
 };

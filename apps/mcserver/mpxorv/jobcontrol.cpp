@@ -41,14 +41,14 @@ ServerLog::Origin Of(const MpxOrv& mpxOrv) {
 }
 
 /// With all digits down to the hertz; six, as elsewhere, would hide some.
-QString FrequencyText(double hz) {
+QString TunedFrequencyText(double hz) {
     constexpr double MegaHertz = 1000000.0;
     constexpr int Digits = 10;
     return QStringLiteral("%1 MHz").arg(QString::number(hz / MegaHertz, 'g', Digits));
 }
 
 CodedText OperationTypeOf(bool isMaster, double hz) {
-    const CodedText tuned = hz > 0 ? CodedText(ECode::FfmAt, {FrequencyText(hz)}) : CodedText();
+    const CodedText tuned = hz > 0 ? CodedText(ECode::FfmAt, {TunedFrequencyText(hz)}) : CodedText();
     if (isMaster)
         return hz > 0 ? CodedText(ECode::Both, {ECode::JobMaster, tuned}) : CodedText(ECode::JobMaster);
     return hz > 0 ? tuned : CodedText::Word(QStringLiteral("Idle"));
@@ -134,12 +134,12 @@ JobControl::Outcome JobControl::WatchMaster(MpxOrv& mpxOrv, double hz) {
     if (!mpxOrv.Has(MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES)) return Refused(MasterRefusal());
     if (!IsInMasterRange(hz))
         return Refused(
-            {ECode::MasterSinceNotInRange, {m_master->GetName(), MasterSinceText(), FrequencyText(hz)}});
+            {ECode::MasterSinceNotInRange, {m_master->GetName(), MasterSinceText(), TunedFrequencyText(hz)}});
     const CodedText refusal = GuardRefusal(mpxOrv, hz);
     if (!refusal.IsEmpty()) return Refused(refusal);
     Untune(mpxOrv);
     m_tunings[&mpxOrv].hz = hz;
-    return Done({ECode::ReadFromMaster, {FrequencyText(hz), m_master->GetName()}});
+    return Done({ECode::ReadFromMaster, {TunedFrequencyText(hz), m_master->GetName()}});
 }
 
 JobControl::Outcome JobControl::TuneChannel(MpxOrv& mpxOrv, double hz) {
@@ -156,8 +156,8 @@ JobControl::Outcome JobControl::TuneChannel(MpxOrv& mpxOrv, double hz) {
         return Refused(refusal);
     }
     m_tunings[&mpxOrv] = {hz, true, channel};
-    if (m_master == &mpxOrv) CheckWatchers({ECode::WasTunedTo, {mpxOrv.GetName(), FrequencyText(hz)}});
-    return Done({ECode::TunedTo, {FrequencyText(hz)}});
+    if (m_master == &mpxOrv) CheckWatchers({ECode::WasTunedTo, {mpxOrv.GetName(), TunedFrequencyText(hz)}});
+    return Done({ECode::TunedTo, {TunedFrequencyText(hz)}});
 }
 
 JobControl::Outcome JobControl::BecomeMaster(MpxOrv& mpxOrv) {
@@ -289,10 +289,19 @@ void JobControl::GuardChanged() {
     }
     for (const auto& [mpxOrv, refusal] : refused) {
         if (m_tunings.count(mpxOrv) == 0) continue;  // it watched a master who has just lost its frequency
-        Untune(*mpxOrv);
-        End(*mpxOrv, refusal);
-        if (m_master == mpxOrv) CheckWatchers({ECode::LostItsFrequency, {mpxOrv->GetName()}});
+        EndTuning(*mpxOrv, refusal);
     }
+}
+
+void JobControl::EndTuning(MpxOrv& mpxOrv, const CodedText& reason) {
+    Untune(mpxOrv);
+    End(mpxOrv, reason);
+    if (m_master == &mpxOrv) CheckWatchers({ECode::LostItsFrequency, {mpxOrv.GetName()}});
+}
+
+void JobControl::ChannelLost(int channel, const CodedText& reason) {
+    for (const auto& [mpxOrv, tuning] : m_tunings)
+        if (tuning.hasChannel && tuning.channel == channel) return EndTuning(*mpxOrv, reason);
 }
 
 // The device has one interval, whoever set it.
@@ -305,6 +314,7 @@ void JobControl::OnPoliciesChanged(MpxOrv& mpxOrv) {
     QStringList given;
     const QStringList taken = mpxOrv.TakeChangedPolicies(&given);
     LogPolicies(mpxOrv, given, taken);
+    m_onSwitched(mpxOrv);
     if (EndWithoutRight(mpxOrv) || taken.isEmpty() || m_log.GetActor().isEmpty()) return;
     // Whoever uses it would notice at the next request, and not know whom to ask.
     const QString lost = taken.join(QStringLiteral(", "));
@@ -340,6 +350,7 @@ void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
     mpxOrv.GetFacts().ShowBlankingSwitched(m_log.GetActor(), m_clock);
     const ECode code = mpxOrv.ObeysBlanking() ? ECode::ObeysBlanking : ECode::IgnoresBlanking;
     m_log.Write({code, {mpxOrv.GetName(), m_log.ByActor()}}, Of(mpxOrv));
+    m_onSwitched(mpxOrv);
     GuardChanged();
 }
 

@@ -8,8 +8,10 @@
 #include <QtCore/QString>
 #include <QtCore/QTime>
 
+#include <functional>
 #include <map>
 #include <set>
+#include <utility>
 
 class IOrvDevice;
 class ITuningGuard;
@@ -25,6 +27,8 @@ class JobControl : public IMpxOrvListener {
 
     /// Not owned; null for none.
     void SetGuard(ITuningGuard* guard) { m_guard = guard; }
+    /// \a switched is called when a policy of an MpxORV, or its "Blanking", was switched and told.
+    void SetOnSwitched(std::function<void(const MpxOrv&)> switched) { m_onSwitched = std::move(switched); }
     /// Null while there is none.
     const MpxOrv* GetMaster() const { return m_master; }
 
@@ -35,6 +39,8 @@ class JobControl : public IMpxOrvListener {
     /// The device went on- or offline, or booted: without it nobody has anything.
     void DeviceChanged();
     void OperationModeChanged();
+    /// The device receives nothing by \a channel any more: whoever has it loses its frequency.
+    void ChannelLost(int channel, const CodedText& reason);
     /// The guard may think otherwise from now on: who is tuned to what it refuses loses it.
     void GuardChanged();
     void ReportIntervalChanged();
@@ -80,6 +86,8 @@ class JobControl : public IMpxOrvListener {
     void SetMaster(MpxOrv* mpxOrv);
     /// Gives up the frequency of \a mpxOrv.
     void Untune(MpxOrv& mpxOrv);
+    /// The same, and tells why.
+    void EndTuning(MpxOrv& mpxOrv, const CodedText& reason);
     /// Ends the watching of those who may not, or whose frequency is not in the master's range any more.
     void CheckWatchers(const CodedText& reason);
     void End(MpxOrv& mpxOrv, const CodedText& reason);
@@ -95,6 +103,7 @@ class JobControl : public IMpxOrvListener {
     ServerLog& m_log;
     IClock& m_clock;
     ITuningGuard* m_guard = nullptr;
+    std::function<void(const MpxOrv&)> m_onSwitched = [](const MpxOrv&) {};
     MpxOrv* m_master = nullptr;
     QTime m_masterSince;
     MasterFacts m_masterFacts;

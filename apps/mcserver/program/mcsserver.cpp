@@ -17,6 +17,9 @@
 
 namespace {
 
+/// Whoever switches again and again has the file written ten times a second at most.
+constexpr std::chrono::milliseconds KeepDelay(100);
+
 const QString* CommandPath() {
     static const QString path = mcskeys::DefaultBasePath(mcskeys::Command);
     return &path;
@@ -38,6 +41,7 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
                                                       serverkeys::ConnectionStateCode),
                                         QString(), true, nullptr)),
       m_status(mcskeys::DefaultBasePath(mcskeys::Status)),
+      m_receivers(clock),
       m_commands(CommandPath()),
       m_log(m_status, clock, std::move(sink)),
       m_jobs(device, m_status, m_log, clock),
@@ -46,6 +50,7 @@ McsServer::McsServer(IOrvDevice& device, IClock& clock, ServerLog::Sink sink)
       m_savedConfig(m_config.GetBasePath()),
       m_clock(clock),
       m_configChanges(m_log),
+      m_keepSoon(clock),
       m_pShallBeConnected(*this),
       m_pSaveConfig(*this),
       m_pScanAveragingTime(*this) {}
@@ -74,9 +79,14 @@ void McsServer::Start(std::unique_ptr<ICfg> cfg) {
     m_commands.GetShallBeConnectedValue()->SetValue(m_config.GetConnectOnStartup(), nullptr);
     m_pShallBeConnected.Begin(m_commands.GetShallBeConnectedValue());
     ObeyShallBeConnected();
+    m_jobs.SetOnSwitched([this](const MpxOrv& mpxOrv) {
+        if (mpxOrv.GetKind() == EMpxOrvKind::Static && !m_keepSoon.IsRunning())
+            m_keepSoon.Start(KeepDelay, [this] { KeepSwitches(); });
+    });
 }
 
 void McsServer::Stop() {
+    m_keepSoon.Stop();  // all of it is saved now
     SaveConfiguration();
     m_log.Write(ECode::ServerEnds);
     m_device.Disconnect();
@@ -99,6 +109,13 @@ QString McsServer::SaveConfiguration() {
     QString problem = Commit(save);
     if (problem.isEmpty()) m_savedConfig.Show(m_clock.UtcText(), m_log.GetActor());
     return problem;
+}
+
+/// The rest of the configuration waits until somebody has it saved.
+void McsServer::KeepSwitches() {
+    CfgSave save;
+    m_mpxOrvs.SaveStatic(*m_cfg);
+    Commit(save);
 }
 
 QString McsServer::Commit(CfgSave& save) {
@@ -193,6 +210,15 @@ void McsServer::OnReportIntervalChanged(std::chrono::milliseconds /*interval*/) 
     m_jobs.ReportIntervalChanged();
 }
 
+void McsServer::OnChannelLost(int channel, const CodedText& reason) {
+    m_jobs.ChannelLost(channel, reason);
+}
+
+void McsServer::OnReceiverChanged(int channel, const ReceiverFacts& facts) {
+    m_receivers.Show(channel, facts);
+}
+
 void McsServer::OnLog(const CodedText& text) {
-    m_log.Write({ECode::DeviceLog, {text}});
+    const bool isEvent = text.GetCode() < ECode::FirstPart;
+    m_log.Write(isEvent ? text : CodedText(ECode::DeviceLog, {text}));
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/clocktimer.h>
 #include <apps/mcserver/device/iorvdevicelistener.h>
-#include <apps/mcserver/device/orvdevicesettings.h>
+#include <apps/mcserver/device/receiverstatus.h>
 #include <apps/mcserver/log/configchanges.h>
 #include <apps/mcserver/log/savereport.h>
 #include <apps/mcserver/log/serverlog.h>
@@ -14,6 +15,7 @@
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
+#include <platform/device/orvdevicesettings.h>
 #include <platform/values/observation.h>
 
 #include <memory>
@@ -53,6 +55,8 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     void OnSweepTimeChanged(std::chrono::microseconds time) override;
     void OnChannelsChanged(int free, int used) override;
     void OnReportIntervalChanged(std::chrono::milliseconds interval) override;
+    void OnChannelLost(int channel, const CodedText& reason) override;
+    void OnReceiverChanged(int channel, const ReceiverFacts& facts) override;
     void OnLog(const CodedText& text) override;
 
   private:
@@ -60,6 +64,8 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     /// Ends the \a save. Empty, or why what was written cannot be kept, which is in the log too.
     QString Commit(CfgSave& save);
     void SaveAsAsked();
+    /// Keeps how the static MpxORVs are switched, in case the server is killed.
+    void KeepSwitches();
     void ShowDevice();
     void ShowConnectionState(const CodedText& state);
     void ObeyShallBeConnected();
@@ -69,6 +75,7 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     MCSConfigData m_config;
     Observation<values::Value<QString>> m_pConnectionStateCode;  ///< in the tree before the text that it says
     MCSStatus m_status;
+    ReceiverStatus m_receivers;
     MCSCommands m_commands;
     ServerLog m_log;
     JobControl m_jobs;
@@ -78,6 +85,7 @@ class McsServer : public IObserver, public IOrvDeviceListener {
     IClock& m_clock;
     ConfigChanges m_configChanges;
     std::unique_ptr<ICfg> m_cfg;  ///< null until started
+    ClockTimer m_keepSoon;
     Observation<values::Value<bool>> m_pShallBeConnected;
     Observation<values::Value<bool>> m_pSaveConfig;
     Observation<values::ValueSelection> m_pScanAveragingTime;

@@ -40,6 +40,11 @@ constexpr CommandLine::Option Options[] = {
     {"memory", "MIB", "What clients may make the server keep in memory, in MiB. 32 unless given."},
     {"text-length", "COUNT", "Characters of a text that clients write; 4096 unless given."},
     {"comment-length", "COUNT", "Characters of the comment of an MpxORV; 1024 unless given."},
+    {"device", "DEVICE",
+     "The direction finder: simulated; hamlib:MODEL[,PORT...][,mode=MODE][,width=HZ][,speed=BAUD] for "
+     "receivers that Hamlib knows, a frequency channel each; or plugin:FILE[,OPTIONS] for a driver of one's "
+     "own. "
+     "simulated unless given."},
     {"script", "FILE", "What the simulated device does by itself."},
     {"name", "NAME", "What the server calls itself; also names its configuration. mcserver unless given."},
     {"nats", "HOST[:PORT][,HOST...]",
@@ -148,7 +153,9 @@ QStringList ServiceArguments(const CommandLine& line) {
         if (option.value == nullptr) continue;
         const QString value = line.GetValue(option.name);
         const bool isFile = Text(option.value) == Text("FILE");
-        arguments << (isFile ? QDir::toNativeSeparators(QFileInfo(value).absoluteFilePath()) : value);
+        arguments << (isFile ? QDir::toNativeSeparators(QFileInfo(value).absoluteFilePath())
+                      : name == Text("--device") ? DeviceChoice::WithWholePath(value)
+                                                 : value);
     }
     return arguments;
 }
@@ -170,6 +177,13 @@ void TakeService(CommandLine& line, ServerOptions& options) {
     options.serviceArguments = ServiceArguments(line);
 }
 
+void TakeDevice(CommandLine& line, ServerOptions& options) {
+    if (!line.IsSet("device")) return;
+    line.Refuse("device", options.device.Parse(line.GetValue("device")));
+    if (options.device.kind != DeviceChoice::EKind::Simulated && line.IsSet("script"))
+        line.Refuse("script", Text("only the simulated device has one"));
+}
+
 void TakeOptions(CommandLine& line, ServerOptions& options) {
     line.TakeText("tls-cert", &options.certificateFile);
     line.TakeText("tls-key", &options.privateKeyFile);
@@ -181,6 +195,7 @@ void TakeOptions(CommandLine& line, ServerOptions& options) {
     line.TakeNumber("text-length", IVtAccess::ShortText, LongestText, &options.textLimits.text);
     line.TakeNumber("comment-length", IVtAccess::ShortText, LongestText, &options.textLimits.comment);
     line.TakeText("script", &options.scriptFile);
+    TakeDevice(line, options);
     line.TakeText("name", &options.name);
     line.TakeText("screenshot", &options.screenshotDirectory);
     options.isInsecure = line.IsSet("insecure");

@@ -4,6 +4,7 @@
 #include <apps/common/listenaddress.h>
 #include <apps/common/programoptions.h>
 #include <apps/mcserver/access/textlimits.h>
+#include <apps/mcserver/program/devicechoice.h>
 
 #include <platform/nats/natsoptions.h>
 #include <platform/vtclient/vtserver.h>
@@ -34,6 +35,7 @@ struct ServerOptions : ProgramOptions {
     QString accessFile;
     QString configFile;
     QString scriptFile;
+    DeviceChoice device;
     int maxSessions = VtServerOptions::DefaultMaxSessions;
     /// What clients may make the server keep.
     int memoryMiB = static_cast<int>(VtServerOptions::DefaultMemoryBytes / (1024 * 1024));

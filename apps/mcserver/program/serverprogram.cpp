@@ -4,6 +4,7 @@
 #include <apps/common/descriptorlimit.h>
 #include <apps/common/safetext.h>
 #include <apps/common/terminal.h>
+#include <apps/mcserver/device/simulatedorv.h>
 
 #include <platform/config/cfgcenter.h>
 #include <platform/config/icfg.h>
@@ -31,8 +32,8 @@ void PrintLine(const QString& line) {
 ServerProgram::ServerProgram(const ServerOptions& options)
     : m_options(options),
       m_peerTraces(m_clock),
-      m_device(m_clock),
-      m_server(m_device, m_clock, PrintLine),
+      m_device(MakeDevice()),
+      m_server(*m_device, m_clock, PrintLine),
       m_configWatch(m_server.GetLog(), m_clock),
       m_access(m_server.GetMpxOrvs(), m_server.GetLog(), m_clock),
       m_eventHistory(m_server.GetLog().GetJournal()),
@@ -41,7 +42,17 @@ ServerProgram::ServerProgram(const ServerOptions& options)
     m_listener.SetHistory(&m_eventHistory);
 }
 
+std::unique_ptr<IOrvDevice> ServerProgram::MakeDevice() {
+    std::unique_ptr<IOrvDevice> device = m_options.device.Make(m_clock, &m_deviceFault);
+    if (device == nullptr) device = std::make_unique<SimulatedOrv>(m_clock);
+    return device;
+}
+
 bool ServerProgram::Start(QString* error) {
+    if (!m_deviceFault.isEmpty()) {
+        *error = QStringLiteral("--device: %1").arg(m_deviceFault);
+        return false;
+    }
     if (!m_options.scriptFile.isEmpty() && !m_script.Load(m_options.scriptFile, error)) return false;
     VtAccessFile file;
     if (!ReadAccessFile(&file, error)) return false;
@@ -57,7 +68,7 @@ bool ServerProgram::Start(QString* error) {
     if (!Listen(error)) return false;
     m_server.Start(std::unique_ptr<ICfg>(CfgCenter::Instance().OpenRoot()));
     m_configWatch.Start();
-    m_device.RunScript(m_script);
+    if (auto* const simulated = dynamic_cast<SimulatedOrv*>(m_device.get())) simulated->RunScript(m_script);
     const QString where = ListenAddress{m_listener.GetAddress(), m_listener.GetPort()}.ToText();
     PrintLine(QStringLiteral("listening on %1").arg(where));
     m_notifier.Ready(QStringLiteral("listening on %1").arg(where));

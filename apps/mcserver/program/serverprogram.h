@@ -3,7 +3,8 @@
 
 #include <apps/common/qtclock.h>
 #include <apps/mcserver/access/serveraccess.h>
-#include <apps/mcserver/device/simulatedorv.h>
+#include <apps/mcserver/device/iorvdevice.h>
+#include <apps/mcserver/device/orvscript.h>
 #include <apps/mcserver/events/eventhistory.h>
 #include <apps/mcserver/log/peertraces.h>
 #include <apps/mcserver/program/configwatch.h>
@@ -16,6 +17,8 @@
 #include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QString>
+
+#include <memory>
 
 /// The server as a program: a device, a tree, the server over both, and who may reach it. Needs the
 /// application object. Main thread.
@@ -45,6 +48,8 @@ class ServerProgram {
     bool Listen(QString* error);
     /// How many clients may be there at once: as many as wanted, if the system allows it.
     int CountPlaces() const;
+    /// The device that is wanted; if it cannot be had, one that is not there, and why in m_deviceFault.
+    std::unique_ptr<IOrvDevice> MakeDevice();
     /// Tells the service manager that the event loop runs, from now on, often enough.
     void ShowThatItRuns();
 
@@ -53,7 +58,8 @@ class ServerProgram {
     QtClock m_clock;
     PeerTraces m_peerTraces;
     values::Tree m_tree;
-    SimulatedOrv m_device;
+    QString m_deviceFault;  ///< why there is not the one that is wanted; empty: there is
+    std::unique_ptr<IOrvDevice> m_device;
     McsServer m_server;
     ConfigWatch m_configWatch;
     ServerAccess m_access;

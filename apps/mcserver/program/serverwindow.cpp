@@ -35,7 +35,8 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_undo(new UndoBar(m_clock, this)),
       m_layout(nullptr),
       m_address(new QLabel(this)),
-      m_clients(new QLabel(this)) {
+      m_clients(new QLabel(this)),
+      m_shownClients(*this, [this] { ShowClients(); }) {
     setObjectName(QStringLiteral("ServerWindow"));
     setWindowTitle(tr("Multi-channel server: %1").arg(name));
     resize(800, 740);
@@ -61,7 +62,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     statusBar()->addWidget(m_address, 1);
     statusBar()->addPermanentWidget(m_clients);
     auto* const timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &ServerWindow::ShowClients);
+    connect(timer, &QTimer::timeout, &m_shownClients, &WhenSeen::Refresh);
     timer->start(ClientsInterval);
     ShowClients();
 }

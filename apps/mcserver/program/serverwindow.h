@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/qtclock.h>
+#include <apps/pages/whenseen.h>
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QMainWindow>
@@ -49,4 +50,5 @@ class ServerWindow : public QMainWindow {
     QLabel* m_clients;
     QPointer<QMessageBox> m_question;
     bool m_isForced = false;
+    WhenSeen m_shownClients;
 };

@@ -2,6 +2,7 @@
 #include <apps/mcserver/program/stationoffer.h>
 
 #include <apps/mcserver/log/serverlog.h>
+#include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
@@ -18,11 +19,15 @@ using EState = nats::NatsStation::EState;
 
 namespace {
 
-QString DeviceState() {
-    const QString path = mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status), mcskeys::ConnectionState);
+QString StatusText(QLatin1String key) {
+    const QString path = mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status), key);
     const auto* const value =
         dynamic_cast<const values::Value<QString>*>(values::Tree::Instance()->FindItem(path));
     return value != nullptr ? value->GetValue() : QString();
+}
+
+nats::NatsStation::State DeviceState() {
+    return {StatusText(mcskeys::ConnectionState), StatusText(serverkeys::ConnectionStateCode)};
 }
 
 }  // namespace
@@ -53,6 +58,7 @@ bool StationOffer::Start(const nats::NatsOptions& options, const QString& statio
     }
     m_isLogging = true;
     Tell();
+    m_figures = std::make_unique<StationFigures>(*m_station, m_name);
     return true;
 }
 
@@ -61,6 +67,7 @@ bool StationOffer::IsUndecided() const {
 }
 
 void StationOffer::Stop() {
+    m_figures.reset();
     m_station.reset();
 }
 
@@ -69,6 +76,7 @@ void StationOffer::OnState(EState state, const QString& reason) {
     if (state == EState::Claiming) return;
     m_problem = reason;
     if (m_isLogging) Tell();
+    if (m_figures) m_figures->Tell();
 }
 
 // What goes on failing for the same reason is told once.

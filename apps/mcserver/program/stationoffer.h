@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcserver/program/stationfigures.h>
+
 #include <platform/nats/natsoptions.h>
 #include <platform/nats/natsstation.h>
 
@@ -41,4 +43,5 @@ class StationOffer {
     QString m_told = QStringLiteral("nothing");
     bool m_isLogging = false;
     std::unique_ptr<nats::NatsStation> m_station;
+    std::unique_ptr<StationFigures> m_figures;
 };

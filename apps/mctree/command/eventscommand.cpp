@@ -20,6 +20,7 @@ const QLatin1String EventPath("/MultiChannelServer/Status/Event");
 const QLatin1String HistoryPath("/MultiChannelServer/Status/EventHistory");
 constexpr int DefaultCount = 20;
 constexpr int PageCount = 100;
+constexpr int MostMissed = 2000;  // a server keeps no more
 
 EColour ColourOf(EEventSeverity severity) {
     return severity >= EEventSeverity::Warning ? EColour::Warning : EColour::Plain;
@@ -48,7 +49,25 @@ class EventPrinter : public IObserver {
 
     void Update(Observable* source, TChangeCode code) override {
         if (m_event.EndIfGoingAway(source, code) || code != changecode::ContentChanged) return;
+        if (CountMissing() > 0) return m_context.session.Wake();
         Print(m_event->GetValue());
+        m_context.printer.Flush();
+    }
+
+    /// How many events are missing before the one that came last. While there are some none is printed.
+    qint64 CountMissing() const {
+        const std::optional<Event> event = m_event ? Event::FromJson(m_event->GetValue()) : std::nullopt;
+        return event && m_last != 0 ? event->number - m_last - 1 : 0;
+    }
+    /// Prints \a texts, which end with the newest; what is still missing then nobody has any more.
+    void Fill(const QStringList& texts) {
+        const std::optional<Event> first = texts.isEmpty() ? std::nullopt : Event::FromJson(texts.front());
+        const qint64 lost = first ? first->number - m_last - 1 : CountMissing();
+        if (lost > 0)
+            m_context.tell(QStringLiteral("%1 events are lost: the server does not keep so many").arg(lost));
+        for (const QString& text : texts)
+            Print(text);
+        if (m_event) Print(m_event->GetValue());
         m_context.printer.Flush();
     }
 
@@ -105,8 +124,17 @@ Outcome RunEvents(const Context& context) {
     context.printer.Flush();
     if (!context.arguments.isFollowing) return outcome;
     printer.Follow(dynamic_cast<values::Value<QString>*>(status.ItemAt(EventPath)));
-    session.WaitUntil([&session] { return !session.Client().IsConnected(); },
-                      QDeadlineTimer(QDeadlineTimer::Forever));
+    // What was missed although the connection held is asked for.
+    while (!session.IsInterrupted() && session.Client().IsConnected()) {
+        session.WaitUntil([&] { return !session.Client().IsConnected() || printer.CountMissing() > 0; },
+                          QDeadlineTimer(QDeadlineTimer::Forever));
+        const qint64 missing = printer.CountMissing();
+        if (missing <= 0 || session.IsInterrupted()) break;
+        texts.clear();
+        outcome = CollectEvents(context, static_cast<int>(std::min<qint64>(missing + 1, MostMissed)), &texts);
+        if (!outcome.IsDone()) return outcome;
+        printer.Fill(texts);
+    }
     return session.IsInterrupted() ? Outcome() : session.NoConnection();
 }
 

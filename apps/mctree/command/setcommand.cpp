@@ -2,6 +2,7 @@
 #include <apps/common/safetext.h>
 #include <apps/mctree/command/commands.h>
 #include <apps/mctree/command/setter.h>
+#include <apps/mctree/mirror/requestanswer.h>
 #include <apps/mctree/text/inputlines.h>
 #include <apps/mctree/text/linetext.h>
 
@@ -63,6 +64,11 @@ class LineSetter {
         if (linetext::IsComment(line)) return Outcome();
         const linetext::Pair pair = linetext::Split(line);
         if (!pair.error.isEmpty()) return Wrong(pair.error);
+        // What was read by a pattern has what the server has answered, too. That is not to be said again.
+        if (RequestAnswer::IsAnswer(pair.path))
+            return {EExitCode::Done,
+                    Prefix() + safetext::Escaped(pair.path) +
+                        QStringLiteral(": is an answer of the server, and is left as it is")};
         QString error;
         Targets* const targets = Provide(pair.path, &error);
         if (targets == nullptr) return Wrong(error);

@@ -2,6 +2,7 @@
 #include <apps/mctree/command/watcher.h>
 
 #include <apps/mctree/mirror/walk.h>
+#include <platform/vtclient/ivtlosses.h>
 
 #include <QtCore/QDateTime>
 
@@ -67,9 +68,19 @@ void Watcher::ForEachPresent(Function&& show) {
     }
 }
 
-void Watcher::Update(Observable*, TChangeCode) {
+void Watcher::Update(Observable*, TChangeCode code) {
+    if (code == connectioncode::ChangesLost) return TellLoss();
     FollowConnection();
     FollowTics();
+}
+
+// Of a connection that was lost there is a line already.
+void Watcher::TellLoss() {
+    const auto* const losses = dynamic_cast<const IVtLosses*>(&m_context.session.Client());
+    if (m_isDone || losses == nullptr || !losses->GetLastLoss().wasConnected) return;
+    const VtLoss& loss = losses->GetLastLoss();
+    m_lines.PrintLost(loss.path, loss.from, loss.until);
+    CheckDone();
 }
 
 void Watcher::Print(EEvent event, const values::TreeItem& item, const Mirror& mirror) {

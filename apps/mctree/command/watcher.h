@@ -40,6 +40,7 @@ class Watcher final : private IObserver {
     bool IsAskedFor(EEvent event, const QString& path, const Mirror& mirror) const;
     void FollowTics();
     void FollowConnection();
+    void TellLoss();
     void SettleStates();
     void CheckDone();
 

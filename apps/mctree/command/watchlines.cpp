@@ -131,10 +131,22 @@ void WatchLines::PrintMark(const QString& event, const QString& key, const QStri
           m_printer.Painted(line.arg(safetext::Escaped(text)), EColour::Warning));
 }
 
-QString WatchLines::Time() const {
-    const QDateTime now = m_clock();
-    return m_isJson ? now.toUTC().toString(Qt::ISODateWithMs)
-                    : now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+void WatchLines::PrintLost(const QString& path, const QDateTime& from, const QDateTime& until) {
+    if (m_isJson)
+        return Print(ToLine({{QStringLiteral("time"), Time()},
+                             {QStringLiteral("event"), QStringLiteral("lost")},
+                             {QStringLiteral("path"), path},
+                             {QStringLiteral("from"), ToText(from)},
+                             {QStringLiteral("until"), ToText(until)}}));
+    Print(m_printer.Painted(Time(), EColour::Faint) + QStringLiteral("  ") +
+          m_printer.Painted(QStringLiteral("-- lost: what happened at %1 from %2 to %3 --")
+                                .arg(safetext::Escaped(path), ToText(from), ToText(until)),
+                            EColour::Warning));
+}
+
+QString WatchLines::ToText(const QDateTime& time) const {
+    return m_isJson ? time.toUTC().toString(Qt::ISODateWithMs)
+                    : time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
 }
 
 void WatchLines::PrintOf(EEvent event, const QString& line) {

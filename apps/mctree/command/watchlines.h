@@ -24,10 +24,13 @@ class WatchLines {
     void PrintConnected(const QString& server);
     void PrintDisconnected(const QString& reason);
     void PrintAbsent(const QString& path);
+    /// What happened at \a path between two moments was not told.
+    void PrintLost(const QString& path, const QDateTime& from, const QDateTime& until);
 
   private:
     void PrintMark(const QString& event, const QString& key, const QString& text, const QString& line);
-    QString Time() const;
+    QString Time() const { return ToText(m_clock()); }
+    QString ToText(const QDateTime& time) const;
     void Print(const QString& line);
     void PrintOf(EEvent event, const QString& line);
 

@@ -24,6 +24,12 @@ QString RequestAnswer::PathFor(const QString& path) {
     return answer == path ? QString() : answer;
 }
 
+bool RequestAnswer::IsAnswer(const QString& path) {
+    const QLatin1String word("Answer");
+    if (path.endsWith(SaveButton + word)) return true;
+    return path.endsWith(RequestNode + word);
+}
+
 RequestAnswer::RequestAnswer(Session& session, const Mirror& mirror) : m_session(session), m_value(*this) {
     m_value.Begin(dynamic_cast<values::Value<QString>*>(mirror.GetItem()));
 }

@@ -20,6 +20,8 @@ class RequestAnswer final : private IObserver {
   public:
     /// The path of the answer to the request at \a path; empty if there is no request.
     static QString PathFor(const QString& path);
+    /// Whether \a path is that of an answer.
+    static bool IsAnswer(const QString& path);
 
     /// Listens to \a mirror, an established one of an answer's path. It outlives this object.
     RequestAnswer(Session& session, const Mirror& mirror);

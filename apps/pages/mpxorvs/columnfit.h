@@ -9,8 +9,8 @@ class QTableView;
 class QWidget;
 
 /// Hides columns of a table, the least important first, while the others would not have room beside them, so
-/// that nobody has to scroll sideways. They are back once there is room. The last one that is seen is
-/// stretched. GUI thread.
+/// that nobody has to scroll sideways; where that is not enough, the first one is narrower. All is back once
+/// there is room. The last one that is seen is stretched. GUI thread.
 class ColumnFit : public QObject {
     Q_OBJECT
 
@@ -24,10 +24,14 @@ class ColumnFit : public QObject {
 
   private:
     void Fit();
+    static bool IsAnotherWidth(const QEvent& event);
     int WidthNeeded() const;
+    void NarrowLast();
 
     QTableView& m_view;
     QWidget* const m_viewport;
     std::vector<int> m_leastImportant;
+    int m_narrowed = -1;  ///< the column that is, or none
+    int m_widthBefore = 0;
     bool m_isFitting = false;
 };

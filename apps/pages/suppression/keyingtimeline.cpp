@@ -65,7 +65,8 @@ KeyingTimeline::KeyingTimeline(const IKeyingHistory& history, QWidget* parent)
       m_plot(new QwtPlot(this)),
       m_keyed(AddCurve(*m_plot)),
       m_unknown(AddCurve(*m_plot)),
-      m_ranges(new QButtonGroup(this)) {
+      m_ranges(new QButtonGroup(this)),
+      m_drawn(*this, [this] { Draw(); }) {
     m_plot->setObjectName(QStringLiteral("KeyingTimeline"));
     m_plot->setAccessibleName(tr("Timeline of the transmitters"));
     auto* const times = new QwtDateScaleDraw(Qt::LocalTime);
@@ -87,8 +88,8 @@ KeyingTimeline::KeyingTimeline(const IKeyingHistory& history, QWidget* parent)
     layout->addWidget(scroll, 1);
     m_soon.setSingleShot(true);
     m_soon.setInterval(Soon);
-    connect(&m_soon, &QTimer::timeout, this, &KeyingTimeline::Refresh);
-    connect(&m_tick, &QTimer::timeout, this, &KeyingTimeline::Refresh);
+    connect(&m_soon, &QTimer::timeout, &m_drawn, &WhenSeen::Refresh);
+    connect(&m_tick, &QTimer::timeout, &m_drawn, &WhenSeen::Refresh);
     ApplyColours();
     SetRange(m_range);
 }
@@ -108,7 +109,9 @@ QWidget* KeyingTimeline::BuildRanges() {
         button->setObjectName(QStringLiteral("Range%1").arg(range.count()));
         m_ranges->addButton(button);
         layout->addWidget(button);
-        connect(button, &QRadioButton::clicked, this, [this, minutes = range] { SetRange(minutes); });
+        connect(button, &QRadioButton::toggled, this, [this, minutes = range](bool isOn) {
+            if (isOn) SetRange(minutes);
+        });
     }
     layout->addStretch();
     auto* const legend = new QLabel(tr("solid: keyed, hatched: not known, empty: silent"), row);
@@ -119,7 +122,7 @@ QWidget* KeyingTimeline::BuildRanges() {
 void KeyingTimeline::SetRange(std::chrono::minutes range) {
     m_range = range;
     m_tick.start(std::chrono::duration_cast<std::chrono::milliseconds>(range) / Steps);
-    Refresh();
+    m_drawn.Refresh();
 }
 
 void KeyingTimeline::ShowLanes(const std::vector<Lane>& lanes) {
@@ -137,12 +140,8 @@ void KeyingTimeline::ShowLanes(const std::vector<Lane>& lanes) {
 }
 
 void KeyingTimeline::RefreshSoon() {
-    if (isVisible() && !m_soon.isActive()) m_soon.start();
-}
-
-void KeyingTimeline::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    Refresh();
+    if (!m_drawn.IsSeen()) return m_drawn.Refresh();
+    if (!m_soon.isActive()) m_soon.start();
 }
 
 void KeyingTimeline::changeEvent(QEvent* event) {
@@ -157,8 +156,7 @@ void KeyingTimeline::ApplyColours() {
     RefreshSoon();
 }
 
-void KeyingTimeline::Refresh() {
-    if (!isVisible()) return;
+void KeyingTimeline::Draw() {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const qint64 begin = now - std::chrono::duration_cast<std::chrono::milliseconds>(m_range).count();
     QVector<QwtIntervalSample> keyed;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/pages/suppression/ikeyinghistory.h>
+#include <apps/pages/whenseen.h>
 
 #include <QtCore/QString>
 #include <QtCore/QTimer>
@@ -35,14 +36,13 @@ class KeyingTimeline : public QWidget {
     void RefreshSoon();
 
   protected:
-    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
     QWidget* BuildRanges();
     void SetRange(std::chrono::minutes range);
     void ApplyColours();
-    void Refresh();
+    void Draw();
 
     const IKeyingHistory& m_history;
     QwtPlot* m_plot;
@@ -53,4 +53,5 @@ class KeyingTimeline : public QWidget {
     std::vector<Lane> m_lanes;
     QTimer m_tick;
     QTimer m_soon;
+    WhenSeen m_drawn;
 };

@@ -48,30 +48,41 @@ QIcon IconOf(ESeverity severity) {
 ModuleStatusModel::ModuleStatusModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void ModuleStatusModel::Show(const SuppressionState& state) {
-    const std::vector<ModuleStatusView> before = m_modules;
-    const bool isOther = before.size() != state.modules.size();
+    const bool isOther = m_modules.size() != state.modules.size();
     if (isOther) beginResetModel();
     m_isLive = state.isLive;
     m_modules = state.modules;
+    m_texts.resize(m_modules.size());
     if (isOther) endResetModel();
-    if (m_isLive) LearnClock(before);
-    if (!m_modules.empty() && !isOther)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    TellChanges();
 }
 
-void ModuleStatusModel::LearnClock(const std::vector<ModuleStatusView>& before) {
+/// Views measure and draw anew what they are told of, and little of it changes each second.
+void ModuleStatusModel::TellChanges() {
+    for (int row = 0; row < rowCount(); ++row)
+        for (int column = 0; column < ColumnCount; ++column) {
+            const auto at = static_cast<std::size_t>(row);
+            QString& shown = m_texts[at][static_cast<std::size_t>(column)];
+            QString text = TextOf(m_modules[at], column);
+            if (text == shown) continue;
+            shown = std::move(text);
+            Q_EMIT dataChanged(index(row, column), index(row, column));
+        }
+}
+
+void ModuleStatusModel::LearnClock(const SuppressionState& state) {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    for (std::size_t i = 0; i < m_modules.size() && i < before.size(); ++i) {
-        const bool isNew = m_modules[i].number == before[i].number && !before[i].lastAnswer.isEmpty() &&
-                           m_modules[i].lastAnswer != before[i].lastAnswer;
-        if (!isNew) continue;
-        const qint64 ahead = now - ToMs(m_modules[i].lastAnswer);
+    std::map<int, QString> heard;
+    for (const ModuleStatusView& module : state.modules) {
+        heard[module.number] = module.lastAnswer;
+        const auto before = m_heard.find(module.number);
+        const bool isNew =
+            before != m_heard.end() && !before->second.isEmpty() && module.lastAnswer != before->second;
+        if (!isNew || !state.isLive) continue;
+        const qint64 ahead = now - ToMs(module.lastAnswer);
         m_aheadMs = m_aheadMs ? qMin(*m_aheadMs, ahead) : ahead;
     }
-}
-
-void ModuleStatusModel::RefreshAges() {
-    if (!m_modules.empty()) Q_EMIT dataChanged(index(0, LastAnswer), index(rowCount() - 1, LastAnswer));
+    m_heard = std::move(heard);
 }
 
 int ModuleStatusModel::rowCount(const QModelIndex& parent) const {
@@ -118,7 +129,8 @@ QVariant ModuleStatusModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount()) return QVariant();
     const ModuleStatusView& module = m_modules[static_cast<std::size_t>(index.row())];
     const ESeverity severity = SeverityOf(module, m_isLive);
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return TextOf(module, index.column());
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return m_texts[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
     if (role == Qt::ForegroundRole && index.column() == State)
         return severitylook::Colour(severity, QApplication::palette());
     if (role == Qt::DecorationRole && index.column() == State) return IconOf(severity);

@@ -5,8 +5,10 @@
 
 #include <QtCore/QAbstractTableModel>
 
+#include <array>
 #include <map>
 #include <optional>
+#include <vector>
 
 /// The modules as rows: what each is called, whether it answers, since when and why not. GUI thread.
 class ModuleStatusModel : public QAbstractTableModel {
@@ -19,7 +21,10 @@ class ModuleStatusModel : public QAbstractTableModel {
 
     void Show(const SuppressionState& state);
     /// Lets the last answers grow older.
-    void RefreshAges();
+    void RefreshAges() { TellChanges(); }
+    /// Notes which answers there are, as soon as they come, whether or not somebody looks: ages count from
+    /// then.
+    void LearnClock(const SuppressionState& state);
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -30,10 +35,12 @@ class ModuleStatusModel : public QAbstractTableModel {
     QString TextOf(const ModuleStatusView& module, int column) const;
     static QString StateWord(const ModuleStatusView& module);
     QString AgeText(const ModuleStatusView& module) const;
-    void LearnClock(const std::vector<ModuleStatusView>& before);
+    void TellChanges();
 
     bool m_isLive = false;
     std::vector<ModuleStatusView> m_modules;
+    std::vector<std::array<QString, ColumnCount>> m_texts;  ///< of them, as views know them
+    std::map<int, QString> m_heard;                         ///< the last answers, by the modules' numbers
     /// By how much the clock here is ahead of that of the server, as far as answers show that arrive while
     /// somebody listens.
     std::optional<qint64> m_aheadMs;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/displays/displaypath.h>
 #include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/mcscommands.h>
 
@@ -56,6 +57,15 @@ bool MCSCommandsDisplay::SetCommands_ValuePath(const QString& path) {
     // Without a node the box stays bound to where it was, and goes on showing that. (fixed: box-stays-bound)
     m_shallBeConnectedDisp->setEnabled(isThere);
     return isThere;
+}
+
+QByteArray MCSCommandsDisplay::GetValuePath() const {
+    return DisplayPath::Of(*this).toUtf8();
+}
+
+void MCSCommandsDisplay::SetValuePath(const QByteArray& path) {
+    DisplayPath::Set(*this, QString::fromUtf8(path),
+                     [this](const QString& there) { SetCommands_ValuePath(there); });
 }
 
 /// A disabled widget passes the focus on to the next one, which would get what somebody types meanwhile: this

@@ -3,6 +3,7 @@
 
 #include <devicecontrol/multichannelserver/common/commonexport.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
@@ -16,6 +17,7 @@ class VCCheckBox;
 /// locked for a moment. GUI thread only.
 class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {  // fixed: virtual-order
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
 
   public:
     static constexpr std::chrono::milliseconds LockTime{250};
@@ -33,10 +35,15 @@ class MCS_COMMON_EXPORT MCSCommandsDisplay : public QWidget {  // fixed: virtual
     virtual void Build();
 
   public Q_SLOTS:
+    /// The operator has switched: locks the box for a moment, whatever the state. (connected by name).
     void on_m_pShallBeConnectedDisp_stateChanged(int state);
-    void enableConnectionCheckbox();
+    void enableConnectionCheckbox();  ///< Ends that moment.
 
   private:
+    // As forms have it, in UTF-8, which nobody translates: what comes to the path later is shown then.
+    QByteArray GetValuePath() const;
+    void SetValuePath(const QByteArray& path);
+
     std::unique_ptr<MCSCommands> m_commands;  ///< null while unbound
     unsigned m_bindings = 0;                  ///< how often it was bound or unbound
     VCCheckBox* m_shallBeConnectedDisp = nullptr;

@@ -41,27 +41,29 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
     MCSConfigData& operator=(const MCSConfigData&) = delete;
 
     // clang-format off
-    virtual QString          GetDeviceAddress() const;
+    virtual QString          GetDeviceAddress() const;  ///< host name or IP address of the device
     virtual void             SetDeviceAddress(const QString& address);
     virtual QString          GetDeviceAddress_ValuePath() const;
 
-    virtual QString          GetDeviceName() const;
+    virtual QString          GetDeviceName() const;  ///< what people call the device
     virtual void             SetDeviceName(const QString& name);
     virtual QString          GetDeviceName_ValuePath() const;
 
+    /// Whether the server connects to it when it starts.
     virtual bool             GetConnectOnStartup() const;
     virtual void             SetConnectOnStartup(bool connect);
     virtual QString          GetConnectOnStartup_ValuePath() const;
 
+    /// Whether it takes the device from whoever else has it.
     virtual bool             GetForceConnect() const;
     virtual void             SetForceConnect(bool force);
     virtual QString          GetForceConnect_ValuePath() const;
 
-    virtual int              GetNumberOfFreqChannels() const;
+    virtual int              GetNumberOfFreqChannels() const;  ///< how many the device is asked for
     virtual void             SetNumberOfFreqChannels(int number);
     virtual QString          GetNumberOfFreqChannels_ValuePath() const;
 
-    virtual MCSProtocolLevel GetMaxProtocolLevel() const;
+    virtual MCSProtocolLevel GetMaxProtocolLevel() const;  ///< highest that is spoken with the device
     virtual void             SetMaxProtocolLevel(MCSProtocolLevel level);
     virtual QString          GetMaxProtocolLevel_ValuePath() const;
 
@@ -73,17 +75,19 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
     virtual void             SetDefaultScanAveragingTime(long index);
     virtual QString          GetDefaultScanAveragingTime_ValuePath() const;
 
-    virtual bool             GetGuiVisible() const;
+    virtual bool             GetGuiVisible() const;  ///< whether the server shows its window
     virtual void             SetGuiVisible(bool visible);
     virtual QString          GetGuiVisible_ValuePath() const;  ///< nothing is there (fixed: path-without-value)
-    virtual bool             GetResetAfterBoot() const;
+    virtual bool             GetResetAfterBoot() const;  ///< whether the device is reset once it has booted
     // clang-format on
 
-    virtual QString GetBasePath() const;
+    virtual QString GetBasePath() const;  ///< Where the values are.
     /// The store that was read or written last; null before the first time.
     virtual ICfg* GetICfg() const;
 
+    /// Those that the configuration had when it was read last, in its order.
     virtual QList<StaticMpxORV> GetStaticMpxORVs() const;
+    /// Whether one of them has exactly that \a name.
     virtual bool DoesStaticMpxORVExist(const QString& name) const;
     /// The policies that a dynamically connected client gets.
     virtual MCSPolicySet GetDefaultDynMpxORVPolicy() const;
@@ -97,6 +101,7 @@ class MCS_COMMON_EXPORT MCSConfigData : public Observable, public IObserver {
     /// to the store known; without one nothing happens. The frequency is written as a whole number of 32
     /// bits: from 2147483648 Hz on it cannot be kept and reads -2147483648. (fixed: frequency-of-32-bits)
     virtual void WriteTo(ICfg* cfg);
+    /// Writes and commits whether the window is shown; null as in WriteTo.
     virtual void WriteGuiVisibleTo(ICfg* cfg);
 
   protected:

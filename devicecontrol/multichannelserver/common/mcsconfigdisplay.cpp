@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/displays/displaypath.h>
 #include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/mcsconfigdata.h>
 
@@ -47,6 +48,9 @@ MCSConfigDisplay::MCSConfigDisplay(MCSConfigDisplay::Flags flags, QWidget* paren
     MCSConfigDisplay::SetFlags(flags);
     MCSConfigDisplay::SetConfig_ValuePath(QString());
 }
+
+MCSConfigDisplay::MCSConfigDisplay(QWidget* parent)
+    : MCSConfigDisplay(BootConfigGroup | JobConfigGroup, parent) {}
 
 MCSConfigDisplay::~MCSConfigDisplay() {
     MCSConfigDisplay::SetConfig_ValuePath(QString());
@@ -102,6 +106,19 @@ void MCSConfigDisplay::SetFlags(Flags flags) {
     m_flags = flags;
     m_bootConfigGroup->setVisible((flags & BootConfigGroup) != 0);
     m_jobConfigGroup->setVisible((flags & JobConfigGroup) != 0);
+}
+
+void MCSConfigDisplay::ShowGroup(Flags group, bool isShown) {
+    SetFlags(static_cast<Flags>(isShown ? m_flags | group : m_flags & ~group));
+}
+
+QByteArray MCSConfigDisplay::GetValuePath() const {
+    return DisplayPath::Of(*this).toUtf8();
+}
+
+void MCSConfigDisplay::SetValuePath(const QByteArray& path) {
+    DisplayPath::Set(*this, QString::fromUtf8(path),
+                     [this](const QString& there) { SetConfig_ValuePath(there); });
 }
 
 bool MCSConfigDisplay::SetConfig_ValuePath(const QString& path) {

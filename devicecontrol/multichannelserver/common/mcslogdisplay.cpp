@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcslogdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/displays/displaypath.h>
 #include <devicecontrol/multichannelserver/common/log/logtextedit.h>
 
 #include <platform/values/valueaccess.h>
@@ -75,6 +76,15 @@ bool MCSLogDisplay::SetLogMessage_ValuePath(const QString& path) {
         values::NotifyInitially(m_pLogMessage.Get(), this);
     }
     return bool(m_pLogMessage);
+}
+
+QByteArray MCSLogDisplay::GetValuePath() const {
+    return DisplayPath::Of(*this).toUtf8();
+}
+
+void MCSLogDisplay::SetValuePath(const QByteArray& path) {
+    DisplayPath::Set(*this, QString::fromUtf8(path),
+                     [this](const QString& there) { SetLogMessage_ValuePath(there); });
 }
 
 void MCSLogDisplay::SetMaxMessages(int max) {

@@ -6,6 +6,7 @@
 #include <platform/values/observation.h>
 #include <platform/values/value.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
@@ -16,6 +17,8 @@ class QHBoxLayout;
 /// all of them go (fixed: clears-all-lines). GUI thread only.
 class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {  // fixed: virtual-order
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
+    Q_PROPERTY(int maxMessages READ GetMaxMessages WRITE SetMaxMessages)
 
   public:
     /// \a name, the object name, is "MCSLogDisplay" if null.
@@ -34,7 +37,7 @@ class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {  // f
     void SignalVisible(bool bVisible);
 
   public Q_SLOTS:
-    virtual void SlotClear();
+    virtual void SlotClear();  ///< Forgets the messages that are shown.
     /// Asks for a file and saves the messages there.
     virtual void SlotSaveLog();
     /// Writes the messages as plain text, whatever the name says; a file that cannot be written is left
@@ -52,6 +55,11 @@ class MCS_COMMON_EXPORT MCSLogDisplay : public QWidget, public IObserver {  // f
     void hideEvent(QHideEvent* event) override;
 
   private:
+    // As forms have it, in UTF-8, which nobody translates: what comes to the path later is shown then.
+    QByteArray GetValuePath() const;
+    void SetValuePath(const QByteArray& path);
+    int GetMaxMessages() const { return m_maxMessages; }
+
     void BuildButtons(QHBoxLayout& layout);
     void OnNewLogMessageArrived(const QString& text);
     void ClearExceedingLines();

@@ -24,7 +24,7 @@ class Node;
 /// Copies use the same values but observe nothing. (fixed: copies-observe-nothing)
 class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable {  // fixed: virtual-order
   public:
-    explicit MCSMpxORVStatus(const QString& basePath);
+    explicit MCSMpxORVStatus(const QString& basePath);  ///< \a basePath is that of the node "Status".
     MCSMpxORVStatus(const MCSMpxORVStatus& other);
     /// Detaches from the values that this object had, as the destructor does.
     MCSMpxORVStatus& operator=(const MCSMpxORVStatus& other);
@@ -35,11 +35,13 @@ class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable { 
 
   public:
     // clang-format off
+    /// What the MpxORV is there for, as its server says.
     virtual void                    SetOperationType(const QString& type) const;
     virtual QString                 GetOperationType();
     virtual values::Value<QString>* GetOperationTypeValue() const;
     virtual QString                 GetOperationType_ValuePath();
 
+    /// One item per client: its id as key, its name as text.
     virtual values::ValueSelection* GetConnectedClientsValue() const;
     virtual QString                 GetConnectedClients_ValuePath();
     /// Adds a client and makes it the current item. Whether the id is there already is not checked.
@@ -47,19 +49,20 @@ class MCS_COMMON_EXPORT MCSMpxORVStatus : public IObserver, public Observable { 
     /// An unknown id is ignored.
     virtual void                    RemoveConnectedClient(long id);
 
-    virtual EOperationMode          GetOperationMode();
+    virtual EOperationMode          GetOperationMode();  ///< what the device does for this MpxORV
     virtual QString                 GetOperationModeAsString();
     virtual values::ValueSelection* GetOperationModeValue() const;
     virtual QString                 GetOperationMode_ValuePath();
 
-    virtual bool                    IsMaster() const;
+    virtual bool                    IsMaster() const;  ///< whether its job is the one that all follow
     virtual values::Value<bool>*    GetIsMasterValue() const;
     virtual QString                 GetIsMaster_ValuePath();
 
-    virtual bool                    IsWatchingMaster() const;
+    virtual bool                    IsWatchingMaster() const;  ///< whether it follows the master's job
     virtual values::Value<bool>*    GetIsWatchingMasterValue() const;
     virtual QString                 GetIsWatchingMaster_ValuePath();
 
+    /// A free text by whoever runs the server.
     virtual void                    SetComment(const QString& comment) const;
     virtual QString                 GetComment();
     virtual values::Value<QString>* GetCommentValue() const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/displays/displaypath.h>
 #include <devicecontrol/multichannelserver/common/list/listcolumns.h>
 #include <devicecontrol/multichannelserver/common/list/rownumberheader.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
@@ -42,4 +43,18 @@ void MCSMpxORVStatusListDisplay::RemoveAllMpxORVs_ValuePaths() {
 
 void MCSMpxORVStatusListDisplay::SetMaySeeFullStatusInformation(bool may) {
     m_view->setColumnHidden(CommentColumn, !may);
+}
+
+bool MCSMpxORVStatusListDisplay::ShowsFullStatusInformation() const {
+    return !m_view->isColumnHidden(CommentColumn);
+}
+
+QByteArray MCSMpxORVStatusListDisplay::GetValuePaths() const {
+    return DisplayPath::AllOf(*this).join(QLatin1Char(',')).toUtf8();
+}
+
+void MCSMpxORVStatusListDisplay::SetValuePaths(const QByteArray& paths) {
+    RemoveAllMpxORVs_ValuePaths();
+    DisplayPath::SetAll(*this, QString::fromUtf8(paths).split(QLatin1Char(','), Qt::SkipEmptyParts),
+                        [this](const QString& there) { AddMpxORVs_ValuePath(there); });
 }

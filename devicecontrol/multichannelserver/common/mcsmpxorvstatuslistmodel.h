@@ -23,7 +23,7 @@ class MCS_COMMON_EXPORT MCSMpxORVStatusListModel : public QAbstractTableModel { 
 
     /// Watches the node at \a path as well. \return false if there is none.
     virtual bool addMpxORVs_ValuePath(const QString& path);
-    virtual void removeAllMpxORVs_ValuePaths();
+    virtual void removeAllMpxORVs_ValuePaths();  ///< Watches nothing any more: the table is empty.
 
     /// The path of the MpxORV in \a row; empty for a row that is not there.
     QString getMpxORV_ValuePath(int row) const;

@@ -33,7 +33,7 @@ class MCS_COMMON_EXPORT MCSPolicy {
     MCSPolicy& operator=(MCSPolicy&&) = default;
     ~MCSPolicy() = default;
 
-    QString GetName() const { return m_name; }
+    QString GetName() const { return m_name; }  ///< As the configuration and the tree call it.
     /// The registered policy of exactly that name, or null.
     static MCSPolicy* PolicyByName(const QString& name);
 

@@ -35,15 +35,15 @@ class MCS_COMMON_EXPORT MCSPolicySet : public Observable, public IObserver {  //
     MCSPolicySet& operator=(const MCSPolicySet& other);
     ~MCSPolicySet() override;
 
-    virtual void Add(const MCSPolicy& policy);
-    virtual void Remove(const MCSPolicy& policy);
-    virtual void AddAll();
+    virtual void Add(const MCSPolicy& policy);     ///< Tells PolicyAdded, unless it is there already.
+    virtual void Remove(const MCSPolicy& policy);  ///< Tells PolicyRemoved, unless it is not there.
+    virtual void AddAll();  ///< Adds one registered policy after the other, in name order.
     /// Removes one policy after the other, in name order.
     virtual void RemoveAll();
-    virtual void SetContains(const MCSPolicy& policy, bool contains);
-    virtual bool Contains(const MCSPolicy& policy) const;
-    virtual const_iterator begin() const;  ///< in name order
-    virtual const_iterator end() const;
+    virtual void SetContains(const MCSPolicy& policy, bool contains);  ///< Add or Remove.
+    virtual bool Contains(const MCSPolicy& policy) const;  ///< Whether the set has a policy of that name.
+    virtual const_iterator begin() const;                  ///< in name order
+    virtual const_iterator end() const;                    ///< behind the last
     /// Takes every policy's state from \a cfg, where the keys are the policies' names; a missing key keeps
     /// the state. Null does nothing.
     virtual void ReadFromCfg(ICfg* cfg);
@@ -52,7 +52,7 @@ class MCS_COMMON_EXPORT MCSPolicySet : public Observable, public IObserver {  //
     /// Shows the set under \a node, or hides it for null. Missing switches are created from the set; of those
     /// that exist, either the set takes the state (\a fromTree) or they take the set's.
     virtual void ShowViewInTree(values::Node* node, bool fromTree);
-    virtual values::Node* GetParentNodeInTree() const;
+    virtual values::Node* GetParentNodeInTree() const;  ///< Where it is shown; null while hidden.
     /// The names in name order, joined by ", "; "<none>" for an empty set.
     virtual QString ToString() const;
 

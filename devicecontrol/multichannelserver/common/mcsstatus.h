@@ -25,7 +25,7 @@ class Node;
 /// changes, nor that a value went away.
 class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {  // fixed: virtual-order
   public:
-    explicit MCSStatus(const QString& basePath);
+    explicit MCSStatus(const QString& basePath);  ///< \a basePath is that of the status node.
     MCSStatus(const MCSStatus& other);
     /// Detaches from the values that this object had, as the destructor does.
     MCSStatus& operator=(const MCSStatus& other);
@@ -36,25 +36,25 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {  // fi
 
   public:
     // clang-format off
-    virtual EBooState                  GetBootState();
+    virtual EBooState                  GetBootState();  ///< how far the device has got
     virtual QString                    GetBootStateAsString();
     virtual values::ValueSelection*    GetBootStateValue() const;
     virtual QString                    GetBootState_ValuePath();
 
-    virtual EOperationMode             GetOperationMode();
+    virtual EOperationMode             GetOperationMode();  ///< what the device does
     virtual QString                    GetOperationModeAsString();
     virtual values::ValueSelection*    GetOperationModeValue() const;
     virtual QString                    GetOperationMode_ValuePath();
 
-    virtual int                        GetFreeFreqChannels() const;
+    virtual int                        GetFreeFreqChannels() const;  ///< channels that nobody has tuned
     virtual values::ValueNumeric<int>* GetFreeFreqChannelsValue() const;
     virtual QString                    GetFreeFreqChannels_ValuePath();
 
-    virtual int                        GetUsedFreqChannels() const;
+    virtual int                        GetUsedFreqChannels() const;  ///< channels that MpxORVs have tuned
     virtual values::ValueNumeric<int>* GetUsedFreqChannelsValue() const;
     virtual QString                    GetUsedFreqChannels_ValuePath();
 
-    virtual bool                       IsMcsMasterJobControlled() const;
+    virtual bool                       IsMcsMasterJobControlled() const;  ///< whether all follow one's job
     virtual values::Value<bool>*       GetMcsMasterJobControlledValue() const;
     virtual QString                    GetMcsMasterJobControlled_ValuePath();
 
@@ -62,23 +62,23 @@ class MCS_COMMON_EXPORT MCSStatus : public IObserver, public Observable {  // fi
     virtual values::ValueNumeric<int>* GetSweepTimeValue() const;
     virtual QString                    GetSweepTime_ValuePath();
 
-    virtual bool                       IsOnline() const;
+    virtual bool                       IsOnline() const;  ///< whether the server has its device
     virtual values::Value<bool>*       GetOnlineValue() const;
     virtual QString                    GetOnline_ValuePath();
 
-    virtual QString                    GetConnectionState();
+    virtual QString                    GetConnectionState();  ///< the same, in words for people
     virtual values::Value<QString>*    GetConnectionStateValue() const;
     virtual QString                    GetConnectionState_ValuePath();
 
-    virtual int                        GetStaticMpxORVs() const;
+    virtual int                        GetStaticMpxORVs() const;  ///< how many the configuration defines
     virtual values::ValueNumeric<int>* GetStaticMpxORVsValue() const;
     virtual QString                    GetStaticMpxORVs_ValuePath();
 
-    virtual int                        GetDynamicMpxORVs() const;
+    virtual int                        GetDynamicMpxORVs() const;  ///< how many clients have made
     virtual values::ValueNumeric<int>* GetDynamicMpxORVsValue() const;
     virtual QString                    GetDynamicMpxORVs_ValuePath();
 
-    virtual QString                    GetLogMessage();
+    virtual QString                    GetLogMessage();  ///< the last line of the server's log; each is told
     virtual values::Value<QString>*    GetLogMessageValue() const;
     virtual QString                    GetLogMessage_ValuePath();
     // clang-format on

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <devicecontrol/multichannelserver/common/mcsstatusdisplay.h>
 
+#include <devicecontrol/multichannelserver/common/displays/displaypath.h>
 #include <devicecontrol/multichannelserver/common/displays/formrow.h>
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
@@ -130,6 +131,15 @@ bool MCSStatusDisplay::SetStatus_ValuePath(const QString& path) {
         ShowUnbound();
     if (!self.isNull()) MarkStaleLabels();
     return isThere;
+}
+
+QByteArray MCSStatusDisplay::GetValuePath() const {
+    return DisplayPath::Of(*this).toUtf8();
+}
+
+void MCSStatusDisplay::SetValuePath(const QByteArray& path) {
+    DisplayPath::Set(*this, QString::fromUtf8(path),
+                     [this](const QString& there) { SetStatus_ValuePath(there); });
 }
 
 void MCSStatusDisplay::SetDeviceType(long type) {

@@ -6,6 +6,7 @@
 #include <platform/values/observation.h>
 #include <platform/values/value.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
@@ -20,6 +21,7 @@ class VCLabel;
 /// devices. Writes nothing to the server. What is not live is veiled. GUI thread only.
 class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {  // fixed: virtual-order
     Q_OBJECT
+    Q_PROPERTY(QByteArray valuePath READ GetValuePath WRITE SetValuePath)
 
   public:
     /// \a name, the object name, may be null for "MCSStatusDisplay".
@@ -46,6 +48,10 @@ class MCS_COMMON_EXPORT MCSStatusDisplay : public QWidget, public IObserver {  /
   private:
     using ObservedValues = std::array<values::ValueBase*, 8>;
     using Flag = values::Value<bool>;
+
+    // As forms have it, in UTF-8, which nobody translates: what comes to the path later is shown then.
+    QByteArray GetValuePath() const;
+    void SetValuePath(const QByteArray& path);
 
     Flag* CreateNoValueFlag();
     void Bind(const QString& path);

@@ -38,7 +38,7 @@ class MCS_COMMON_EXPORT MpxORVHandle : public IObserver {  // fixed: virtual-ord
     virtual QString GetLocalControlPath();
     /// The node at the local control path; null while there is none.
     virtual values::Node* GetControlNode() const;
-    virtual QString GetName();
+    virtual QString GetName();  ///< The name of the MpxORV at the server, without a path.
     /// True while the handle's tic is established. Without one, whenever the subtree is to come from a
     /// server: through the tic of its segment; but also where a tic of the handle's own was refused, which is
     /// traced, and nothing will come at all. (fixed: connected-without-a-tic)

@@ -47,12 +47,15 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
 
     /// Disconnects, then starts to connect to the server at \a address. False if that cannot be right.
     virtual bool ConnectToServer(const QString& address, int port);
+    /// Ends the connection, and the mirroring with it; without a connection nothing happens.
     virtual void DisconnectFromServer();
     /// Uses \a client, which is not owned, from now on; null for none. Ends the mirroring of segments. The
     /// handles stay for another client and are deleted for null. Observers are not told of the connection as
     /// such before \a client says something.
     virtual void UseVtClient(IVtClient* client);
+    /// Its own, or the one it was told to use; null while there is neither.
     virtual IVtClient* GetVtClientToUse() const;
+    /// Whether the server has welcomed it, and nothing was lost since.
     virtual bool IsConnectedToServer() const;
 
     /// Starts to mirror \a segments, each to localMcsBasePath + "/" + its name. One call at a time:
@@ -60,6 +63,7 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
     virtual bool ConnectToMCSControlTree(const QString& localMcsBasePath, EMCSControlTreeSegments segments);
     /// Ends the mirroring. What was mirrored stays in the local tree unless \a deleteLocalTree is set.
     virtual void DisconnectFromMCSControlTree(bool deleteLocalTree);
+    /// True if all requested segments are mirrored; false if none is requested.
     virtual bool IsMCSControlTreeConnected() const;
     /// True if any of \a segments is requested.
     virtual bool AreMCSControlTreeSegmentsRequested(EMCSControlTreeSegments segments) const;
@@ -75,7 +79,7 @@ class MCS_COMMON_EXPORT MultiChannelServerClient : public IObserver,
     virtual MpxORVHandle* ConnectStaticMpxORV(QString localControlPath, const QString& name);
     /// The same for an MpxORV of this client's own, which the server makes on demand.
     virtual MpxORVHandle* CreateAndConnectDynamicMpxORV(QString localControlPath);
-    virtual void DisconnectAllMpxORVs();
+    virtual void DisconnectAllMpxORVs();  ///< Deletes all its handles.
 
     /// How the next dynamic MpxORVs are called; empty: MpxORVHandle::CreateUniqueMpxORVName().
     virtual void SetUniqueMpxORVName(QString name);

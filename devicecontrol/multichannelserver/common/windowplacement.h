@@ -27,8 +27,8 @@ class MCS_COMMON_EXPORT WindowPlacement : public QObject,
     WindowPlacement(QString name, QWidget* widget, const char* = nullptr);
     ~WindowPlacement() override;
 
-    virtual void Store();
-    virtual void Restore();
+    virtual void Store();    ///< Puts where the window is now into the configuration.
+    virtual void Restore();  ///< Puts the window where the configuration says; without an entry it stays.
 
     /// Stores all placements. They do not store again when they die.
     static void CommitData();

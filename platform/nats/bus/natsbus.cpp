@@ -4,6 +4,7 @@
 #include <platform/app/backoff.h>
 #include <platform/app/steadyclock.h>
 #include <platform/nats/bus/natsthreads.h>
+#include <platform/nats/bus/unread.h>
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QPointer>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <utility>
 
 namespace nats {
@@ -40,8 +42,10 @@ bool IsThisMachine(const QString& host) {
 }  // namespace
 
 NatsBus::NatsBus(NatsOptions options) : m_options(std::move(options)), m_inbox(MakeInbox(m_options)) {
-    for (QTimer* const timer : {&m_again, &m_flush, &m_loss, &m_retry})
+    for (QTimer* const timer : {&m_again, &m_flush, &m_loss, &m_retry, &m_late})
         timer->setSingleShot(true);
+    m_late.setTimerType(Qt::PreciseTimer);
+    connect(&m_late, &QTimer::timeout, this, &NatsBus::AnswerLate);
     connect(&m_again, &QTimer::timeout, this, &NatsBus::ReadOn);
     connect(&m_flush, &QTimer::timeout, this, &NatsBus::Flush);
     connect(&m_loss, &QTimer::timeout, this, [this] { Lose(QString()); });
@@ -124,11 +128,21 @@ void NatsBus::Lose(const QString& reason) {
         const QString said = status == NATS_OK ? QString() : QStringLiteral(": ") + CnatsText(status, text);
         problem = QStringLiteral("the connection to NATS at %1 is lost%2").arg(m_server.ToText(), said);
     }
+    TryOthersFirst();
     LetGo();
     if (!m_isPersistent) return SetState(EState::Closed, problem);
     const milliseconds wait = backoff::WaitAfter(++m_failures, m_options.firstRetry, m_options.longestRetry);
     m_retry.start(backoff::Spread(wait, QRandomGenerator::global()->generateDouble()));
     SetState(EState::Connecting, problem);
+}
+
+// A server that was lost may look alive from outside, and would be waited for.
+void NatsBus::TryOthersFirst() {
+    if (!IsOpen()) return;
+    const auto isLost = [this](const HostPort& server) {
+        return server.host == m_server.host && server.port == m_server.port;
+    };
+    std::stable_partition(m_options.servers.begin(), m_options.servers.end(), std::not_fn(isLost));
 }
 
 void NatsBus::Close() {
@@ -147,11 +161,13 @@ void NatsBus::LetGo() {
     if (m_attempt) m_attempt->Abandon();
     m_attempt.reset();
     if (IsOpen() && m_socket->wantsToWrite) natsConnection_ProcessWriteEvent(m_connection.get());
-    // What stays unread makes the system forget what is under way.
-    if (IsOpen()) natsConnection_ProcessReadEvent(m_connection.get());
+    // What stays unread makes the system forget what is under way. To have the library read it would wait, in
+    // TLS, for the rest of a record.
+    if (IsOpen() && m_socket->descriptor != -1) DropUnread(m_socket->descriptor);
     IgnoreSocket();
     for (Subscription& subscription : m_subscriptions)
         subscription.made.reset();
+    m_spent.Clear();
     if (m_notices) m_notices->Leave();
     m_notices.reset();
     m_maxPayload = 0;
@@ -309,13 +325,15 @@ bool NatsBus::Give(std::size_t index, const QDeadlineTimer& turn) {
         const natsStatus status = natsSubscription_NextMsg(&next, made, 0);
         if (status == NATS_NO_RESPONDERS) continue;  // who wants to know listens elsewhere
         if (status != NATS_OK) return true;
-        const CnatsPointer<natsMsg> message(next);
+        CnatsPointer<natsMsg> message(next);
         const char* const reply = natsMsg_GetReply(next);
         const std::shared_ptr<Handler> handler = m_subscriptions[index].handler;
         (*handler)({natsMsg_GetSubject(next),
                     {natsMsg_GetData(next), static_cast<std::size_t>(natsMsg_GetDataLength(next))},
                     reply != nullptr ? std::string_view(reply) : std::string_view()});
-        if (!self || m_socket != socket) return false;
+        if (!self) return false;
+        m_spent.Add(std::move(message));
+        if (m_socket != socket) return false;
     }
 }
 
@@ -331,7 +349,7 @@ void NatsBus::Request(const QByteArray& subject, const QByteArray& data, Time ti
                                   {data.constData(), static_cast<std::size_t>(data.size())});
     const Time wait = isSent ? timeout : Time(0);
     m_questions[number] = {std::move(handler), now + wait};
-    QTimer::singleShot(wait, this, &NatsBus::AnswerLate);
+    if (!m_late.isActive() || m_late.remainingTimeAsDuration() > wait) m_late.start(wait);
 }
 
 void NatsBus::AnswerLate() {
@@ -340,13 +358,22 @@ void NatsBus::AnswerLate() {
     while (self) {
         const auto late = std::find_if(m_questions.begin(), m_questions.end(),
                                        [now](const auto& question) { return question.second.until <= now; });
-        if (late == m_questions.end()) return;
+        if (late == m_questions.end()) return WaitForAnswers(now);
         const AnswerHandler handler = std::move(late->second.handler);
         m_questions.erase(late);
         handler(
             {m_state == EState::Open ? QStringLiteral("no answer in time") : QStringLiteral("no connection"),
              QByteArray()});
     }
+}
+
+// A timer may come before its time: whoever is not late yet is looked at again.
+void NatsBus::WaitForAnswers(Time now) {
+    if (m_questions.empty()) return;
+    const auto earliest =
+        std::min_element(m_questions.begin(), m_questions.end(),
+                         [](const auto& a, const auto& b) { return a.second.until < b.second.until; });
+    m_late.start(earliest->second.until - now);
 }
 
 void NatsBus::OnNotices() {
@@ -378,6 +405,7 @@ void NatsBus::OnNotice(const NatsNotices::Notice& notice) {
 
 // NATS sends what we publish to ourselves: who hears not even that has lost it.
 void NatsBus::OnTick() {
+    m_spent.Clear();
     m_silentTicks = std::exchange(m_hasHeard, false) ? 0 : m_silentTicks + 1;
     if (m_silentTicks >= TicksToLose)
         return Lose(QStringLiteral("nothing heard from NATS at %1 for %2 ms")

@@ -3,6 +3,7 @@
 
 #include <platform/nats/bus/natsattempt.h>
 #include <platform/nats/bus/natsnotices.h>
+#include <platform/nats/bus/spentmessages.h>
 #include <platform/nats/inatsbus.h>
 #include <platform/nats/natsoptions.h>
 
@@ -27,6 +28,7 @@ class NatsBus final : public QObject, public INatsBus {
     ~NatsBus() override;
 
     void Open(bool isPersistent) override;
+    void Persist() override { m_isPersistent = true; }
     void Close() override;
     EState State() const override { return m_state; }
     QString Problem() const override { return m_problem; }
@@ -70,12 +72,14 @@ class NatsBus final : public QObject, public INatsBus {
     void LookForLoss();
     void IgnoreSocket();
     void Lose(const QString& reason);
+    void TryOthersFirst();
     void LetGo();
     void SetState(EState state, const QString& problem);
     void OnNotices();
     void OnNotice(const NatsNotices::Notice& notice);
     void OnTick();
     void AnswerLate();
+    void WaitForAnswers(Time now);
     bool PublishTo(const QByteArray& subject, const char* reply, std::string_view data);
     template <class Call>
     void Tell(const Call& call);
@@ -96,6 +100,7 @@ class NatsBus final : public QObject, public INatsBus {
     int m_lastSubscription = 0;
     std::map<quint64, Question> m_questions;
     quint64 m_lastQuestion = 0;
+    SpentMessages m_spent;
     QByteArray m_whole;  ///< a message in two parts, put together
     HostPort m_server;
     qint64 m_maxPayload = 0;
@@ -108,6 +113,7 @@ class NatsBus final : public QObject, public INatsBus {
     QTimer m_flush;  ///< something was published
     QTimer m_loss;   ///< the connection is gone, and that has to be told
     QTimer m_retry;
+    QTimer m_late;  ///< somebody has waited long enough for an answer
     QTimer m_tick;
 };
 

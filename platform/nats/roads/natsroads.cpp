@@ -42,6 +42,7 @@ NatsRoads::~NatsRoads() {
 
 void NatsRoads::OnNatsState(INatsBus::EState state, const QString& /*reason*/) {
     m_keepAgain.stop();
+    m_isKept = false;
     if (state == INatsBus::EState::Open && m_role == ERole::Server) HaveKept();
 }
 
@@ -53,7 +54,8 @@ void NatsRoads::HaveKept() {
 }
 
 void NatsRoads::OnKept(const QString& why) {
-    if (why.isEmpty()) {
+    m_isKept = why.isEmpty();
+    if (m_isKept) {
         if (m_keepFailures >= FailuresToTell)
             MCS_TRACE(QStringLiteral("NATS keeps what is published for the station '%1'").arg(m_station));
         m_keepFailures = 0;
@@ -72,12 +74,47 @@ void NatsRoads::OnKept(const QString& why) {
 
 bool NatsRoads::Publish(const QString& road, std::string_view message) {
     const auto number = vt::NumberOnRoad(message.data(), static_cast<qint64>(message.size()));
-    if (!number || m_bus->Unsent() > MaxUnsentRoad) return false;
+    if (!number) return false;
     if (road != m_road) {
         m_road = road;
         m_subject = SubjectOf(road);
     }
-    return m_bus->Publish(m_subject + QByteArray::number(*number), message);
+    if (!HasRoom() || !m_bus->Publish(m_subject + QByteArray::number(*number), message)) {
+        ++m_lost;
+        return false;
+    }
+    ++m_published;
+    m_publishedBytes += message.size();
+    return true;
+}
+
+// Once it is full much of it has to go before it takes more: what it takes in between is of no use to anybody
+// who misses the rest, and each time is told.
+bool NatsRoads::HasRoom() {
+    const bool wasFull = m_isFull;
+    m_isFull = m_bus->Unsent() > (wasFull ? MaxUnsentRoad / 2 : MaxUnsentRoad);
+    if (m_isFull != wasFull) TellOfRoom();
+    return !m_isFull;
+}
+
+void NatsRoads::TellOfRoom() {
+    if (m_isFull) {
+        m_lostBefore = m_lost;
+        MCS_TRACE(QStringLiteral(
+                      "NATS does not take what is published for the station '%1' (%2 MiB wait): what "
+                      "changes is lost by the roads until it does, and who follows them takes a new snapshot")
+                      .arg(m_station)
+                      .arg(MaxUnsentRoad >> 20));
+        return;
+    }
+    MCS_TRACE(QStringLiteral("NATS takes again what is published for the station '%1': %2 messages were lost")
+                  .arg(m_station)
+                  .arg(m_lost - m_lostBefore));
+}
+
+int NatsRoads::MaxMessage() const {
+    if (m_bus->State() != INatsBus::EState::Open) return vt::MaxRoadMessage;
+    return static_cast<int>(std::min<qint64>(m_bus->MaxPayload(), vt::MaxRoadMessage));
 }
 
 void NatsRoads::Listen(const QString& road, IRoads::IListener* listener) {

@@ -34,6 +34,12 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
     void Listen(const QString& road, IRoads::IListener* listener) override;
     void Unlisten(IRoads::IListener* listener) override;
     bool Fetch(IRoads::IListener* listener, quint64 from, quint64 to) override;
+    int MaxMessage() const override;
+
+    bool IsKept() const { return m_isKept; }  ///< by JetStream
+    quint64 Published() const { return m_published; }
+    quint64 PublishedBytes() const { return m_publishedBytes; }
+    quint64 Lost() const { return m_lost; }  ///< messages that were not published
 
   private:
     struct Listening {
@@ -46,6 +52,8 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
     void OnNatsState(INatsBus::EState state, const QString& reason) override;
     void HaveKept();
     void OnKept(const QString& why);
+    bool HasRoom();
+    void TellOfRoom();
     void OnMessage(IRoads::IListener* listener, const NatsMessage& message);
     void TellInputDone();
     QByteArray SubjectOf(const QString& road) const { return m_root + road.toLatin1() + '.'; }
@@ -55,8 +63,14 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
     const ERole m_role;
     const QByteArray m_root;  ///< of all subjects
     NatsKeeper m_keeper;
-    QString m_road;        ///< that was published on last: mostly the next one is the same
-    QByteArray m_subject;  ///< of that
+    QString m_road;         ///< that was published on last: mostly the next one is the same
+    QByteArray m_subject;   ///< of that
+    bool m_isFull = false;  ///< NATS does not take what we publish
+    bool m_isKept = false;
+    quint64 m_published = 0;
+    quint64 m_publishedBytes = 0;
+    quint64 m_lost = 0;
+    quint64 m_lostBefore = 0;  ///< it was full
     std::map<IRoads::IListener*, Listening> m_listening;
     QTimer m_done;
     QTimer m_keepAgain;

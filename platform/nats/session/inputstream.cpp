@@ -24,14 +24,15 @@ std::string_view InputStream::TakeFrame() {
     return frame;
 }
 
+// A string that is assigned an empty one keeps its room.
 void InputStream::Tidy() {
     m_bytes.erase(0, m_taken);
     m_taken = 0;
-    if (m_bytes.empty() && m_bytes.capacity() > KeptRoom) m_bytes = std::string();
+    if (m_bytes.empty() && m_bytes.capacity() > KeptRoom) std::string().swap(m_bytes);
 }
 
 void InputStream::GiveBackRoom() {
-    if (m_bytes.empty()) m_bytes = std::string();
+    if (m_bytes.empty()) std::string().swap(m_bytes);
 }
 
 }  // namespace nats

@@ -5,11 +5,18 @@
 #include <platform/nats/session/natssession.h>
 #include <platform/nats/session/presence.h>
 
-#include <QtCore/QTimer>
-
 #include <utility>
 
 namespace nats {
+
+namespace {
+
+QString ReasonOf(const Packet& refusal) {
+    constexpr int MaxReason = 200;
+    return QString::fromUtf8(refusal.body.data(), static_cast<int>(refusal.body.size())).left(MaxReason);
+}
+
+}  // namespace
 
 NatsConnector::NatsConnector(BusMaker makeBus, const QString& station, QByteArray who)
     : m_makeBus(std::move(makeBus)), m_station(station), m_subjects(station), m_who(std::move(who)) {}
@@ -82,7 +89,12 @@ void NatsConnector::Knock() {
 void NatsConnector::Deliver(Route& route, const NatsMessage& message) {
     const std::optional<Packet> packet = Packet::Read(message.data);
     if (!packet) return;
-    if (const std::shared_ptr<NatsSession> session = route.session.lock()) return session->OnPacket(*packet);
+    route.hasHeard = true;
+    if (const std::shared_ptr<NatsSession> session = route.session.lock()) {
+        // A server that knows nothing of the session has no key for it.
+        if (packet->kind == Packet::EKind::Refuse) return session->Doubt(ReasonOf(*packet), RefusalPatience);
+        return session->OnPacket(*packet);
+    }
     if (route.connector != nullptr) route.connector->OnPacket(*packet);
 }
 
@@ -90,15 +102,24 @@ void NatsConnector::Deliver(Route& route, const NatsMessage& message) {
 void NatsConnector::LookForRestart(Route& route, const NatsMessage& message) {
     const std::shared_ptr<NatsSession> session = route.session.lock();
     const std::optional<Presence> presence = Presence::Read(message.data);
-    if (session && presence && presence->instance != route.instance)
-        session->Lose(QStringLiteral("the server was restarted"));
+    if (!session || !presence) return;
+    if (presence->instance == route.instance)
+        route.hasHeard = true;
+    else
+        session->Doubt(QStringLiteral("the server was restarted"), RefusalPatience);
+}
+
+void NatsConnector::OnTick(Route& route) {
+    const std::shared_ptr<NatsSession> session = route.session.lock();
+    if (!session) return route.tick.stop();
+    route.silentTicks = std::exchange(route.hasHeard, false) ? 0 : route.silentTicks + 1;
+    if (route.silentTicks != 0 && route.silentTicks % TicksToAsk == 0) session->Ask();
 }
 
 void NatsConnector::OnPacket(const Packet& packet) {
     const std::shared_ptr<INatsBus> bus = m_bus;
     QTimer::singleShot(0, this, [bus] {});
-    if (packet.kind == Packet::EKind::Refuse)
-        return Fail(QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(200));
+    if (packet.kind == Packet::EKind::Refuse) return Fail(ReasonOf(packet));
     const std::optional<Greeting> greeting = Greeting::Read(packet.body);
     if (packet.kind == Packet::EKind::Accept && greeting) Accept(*greeting);
 }
@@ -115,6 +136,10 @@ void NatsConnector::Accept(const Greeting& greeting) {
     const auto session = std::make_shared<NatsSession>(m_bus, up, greeting, std::move(m_seal));
     m_route->session = session;
     m_route->instance = greeting.instance;
+    session->SetPeerPatience(UnheardPatience);
+    QObject::connect(&m_route->tick, &QTimer::timeout, [route = m_route.get()] { OnTick(*route); });
+    m_route->tick.start(Tick);
+    m_bus->Persist();
     // The client can judge its own part of the way, no more.
     const NatsChannel::Peer peer{QStringLiteral("%1/%2").arg(m_bus->ServerAddress(), m_station),
                                  m_bus->IsLoopback(), m_bus->IsEncrypted()};

@@ -8,7 +8,9 @@
 #include <platform/vtclient/iconnector.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -37,6 +39,9 @@ class NatsConnector final : public QObject, public vt::IConnector, private INats
         NatsConnector* connector = nullptr;
         std::weak_ptr<NatsSession> session;
         quint64 instance = 0;
+        QTimer tick;  ///< of the session
+        bool hasHeard = false;
+        int silentTicks = 0;
     };
 
     void OnNatsState(INatsBus::EState state, const QString& reason) override;
@@ -48,8 +53,16 @@ class NatsConnector final : public QObject, public vt::IConnector, private INats
     void Fail(const QString& reason);
     static void Deliver(Route& route, const NatsMessage& message);
     static void LookForRestart(Route& route, const NatsMessage& message);
+    static void OnTick(Route& route);
 
     static constexpr quint64 KnockWatch = ~quint64(0);  ///< no session has it
+    // A station says every 800 ms that it is there. Who hears not even that asks it for a word, and learns
+    // from NATS if nobody listens there.
+    static constexpr std::chrono::milliseconds Tick{300};
+    static constexpr int TicksToAsk = 4;
+    // What the server, or somebody, says of it: a server that is there answers sooner, however far it is.
+    static constexpr std::chrono::milliseconds RefusalPatience{500};
+    static constexpr std::chrono::milliseconds UnheardPatience{700};
 
     const BusMaker m_makeBus;
     const QString m_station;

@@ -38,8 +38,19 @@ NatsListener::NatsListener(std::shared_ptr<INatsBus> bus, const QString& station
 
 NatsListener::~NatsListener() {
     m_bus->Unsubscribe(m_subscription);
-    for (const auto& known : std::as_const(m_sessions))
-        if (const auto session = known.lock()) session->SetGoneHandler(nullptr);
+    for (const auto& known : std::exchange(m_sessions, {})) {
+        const auto session = known.lock();
+        if (session == nullptr) continue;
+        session->SetGoneHandler(nullptr);
+        if (session->IsOpen()) session->Lose(QStringLiteral("the station is not offered at NATS any more"));
+    }
+}
+
+void NatsListener::SetOpen(bool isOpen) {
+    m_isOpen = isOpen;
+    if (!isOpen) return;
+    for (const auto& [name, greeting] : std::exchange(m_waiting, {}))
+        if (!m_sessions.contains(name.ToText())) Begin(name, greeting);
 }
 
 void NatsListener::OnMessage(const NatsMessage& message) {
@@ -66,10 +77,14 @@ void NatsListener::OnStranger(const SessionName& name, const Packet& packet) {
                           QStringLiteral("the station speaks version %1 of the session over NATS, not %2")
                               .arg(Packet::Version)
                               .arg(greeting->version));
-        return Begin(name, *greeting);
+        if (m_isOpen) return Begin(name, *greeting);
+        if (m_waiting.size() < MaxWaiting) m_waiting.emplace_back(name, *greeting);
+        return;
     }
     // The last words of those that have ended.
-    if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::Credit) return;
+    const bool isWord = packet.kind == Packet::EKind::Data || packet.kind == Packet::EKind::Credit ||
+                        packet.kind == Packet::EKind::Number;
+    if (!isWord || !m_isOpen) return;
     Refuse(name, QStringLiteral("the server knows of no such session: it was restarted, or ended it"));
 }
 
@@ -83,8 +98,10 @@ void NatsListener::Begin(const SessionName& name, const Greeting& greeting) {
         std::make_shared<NatsSession>(m_bus, m_subjects.Down(name), greeting, std::move(seal));
     const QByteArray key = name.ToText();
     m_sessions.insert(key, session);
-    session->SetGoneHandler([self = QPointer<NatsListener>(this), key] {
-        if (self) self->m_sessions.remove(key);
+    session->SetGoneHandler([self = QPointer<NatsListener>(this), key, gone = session.get()] {
+        if (!self) return;
+        self->m_sessions.remove(key);
+        if (gone->WasCut()) ++self->m_lost;
     });
     const QByteArray head = Packet{Packet::EKind::Accept, 0, 0, {}}.Head();
     const QByteArray body = Greeting{Packet::Version, NatsSession::Window, m_instance, own}.Write();

@@ -12,6 +12,8 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace nats {
 
@@ -24,10 +26,14 @@ class NatsListener final : public QObject {
 
     /// \a instance is this start of the server.
     NatsListener(std::shared_ptr<INatsBus> bus, const QString& station, quint64 instance, Handler handler);
-    /// The sessions go on.
+    /// Sessions are lost, but for their last words.
     ~NatsListener() override;
 
+    /// While it is not sure that the station is this server's, sessions go on, and who begins one waits.
+    void SetOpen(bool isOpen);
+
     int CountSessions() const { return m_sessions.size(); }
+    quint64 CountLost() const { return m_lost; }  ///< sessions that were cut, since ever
 
   private:
     void OnMessage(const NatsMessage& message);
@@ -38,6 +44,7 @@ class NatsListener final : public QObject {
 
     static constexpr int MaxRefusals = 100;  ///< a second: who is told nothing finds out by himself
     static constexpr quint32 LeastWindow = 4096;
+    static constexpr std::size_t MaxWaiting = 4096;  ///< beyond, they come again by themselves
 
     const std::shared_ptr<INatsBus> m_bus;
     const Subjects m_subjects;
@@ -45,7 +52,10 @@ class NatsListener final : public QObject {
     const Handler m_handler;
     const int m_subscription;
     QHash<QByteArray, std::weak_ptr<NatsSession>> m_sessions;
-    int m_refusals = 0;  ///< within this second
+    bool m_isOpen = true;
+    std::vector<std::pair<SessionName, Greeting>> m_waiting;  ///< until it is
+    int m_refusals = 0;                                       ///< within this second
+    quint64 m_lost = 0;
     QTimer m_second;
 };
 

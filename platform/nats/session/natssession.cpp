@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/nats/session/natssession.h>
 
+#include <platform/app/steadyclock.h>
 #include <platform/app/trace.h>
 #include <platform/nats/session/lingeringsessions.h>
 #include <platform/vtclient/ichannel.h>
@@ -16,7 +17,11 @@ namespace {
 
 constexpr std::chrono::milliseconds SessionTurn(4);  // then others have theirs
 constexpr quint64 TellAfter = NatsSession::Window / 4;
-constexpr int MaxReason = 200;
+constexpr std::chrono::milliseconds SayAgainInterval(100);  // whoever asks twice has not had the first yet
+
+std::chrono::milliseconds SessionNow() {
+    return steadyclock::Now<std::chrono::milliseconds>();
+}
 
 quint64 NextWatch() {
     static quint64 last = 0;
@@ -33,6 +38,8 @@ NatsSession::NatsSession(std::shared_ptr<INatsBus> bus, QByteArray peer, const G
       m_watch(NextWatch()),
       m_seal(std::move(seal)) {
     m_again.setSingleShot(true);
+    m_ask.setInterval(AskInterval);
+    connect(&m_ask, &QTimer::timeout, this, &NatsSession::OnAsk);
     connect(&m_again, &QTimer::timeout, this, &NatsSession::ReadOn);
     m_bus->AddListener(this);
 }
@@ -46,10 +53,6 @@ NatsSession::~NatsSession() {
 
 void NatsSession::OnPacket(const Packet& packet) {
     if (m_isGone) return;
-    // A server that knows nothing of the session has no key.
-    if (packet.kind == Packet::EKind::Refuse)
-        return Lose(
-            QString::fromUtf8(packet.body.data(), static_cast<int>(packet.body.size())).left(MaxReason));
     const std::optional<std::string_view> body = m_seal->Open(packet);
     if (!body) return OnForged();
     Packet opened = packet;
@@ -67,7 +70,7 @@ void NatsSession::OnForged() {
 
 void NatsSession::OnTrue(const Packet& packet) {
     const auto self = shared_from_this();
-    if (!TakeNumber(packet) || !TakeCredit(packet)) return;
+    if (!TakeCredit(packet) || !TakeNumber(packet)) return;
     switch (packet.kind) {
         case Packet::EKind::Data:
             TakeData(packet.body);
@@ -82,6 +85,9 @@ void NatsSession::OnTrue(const Packet& packet) {
         case Packet::EKind::Ended:
             if (m_isEndSent) BeGone();
             break;
+        case Packet::EKind::Number:
+            OnPosition(packet);
+            break;
         case Packet::EKind::Refuse:
         case Packet::EKind::Open:
         case Packet::EKind::Accept:
@@ -95,18 +101,49 @@ bool NatsSession::TakeNumber(const Packet& packet) {
     if (packet.kind != Packet::EKind::Data && packet.kind != Packet::EKind::End) {
         const bool isNew = packet.number > m_lastWordReceived;
         if (isNew) m_lastWordReceived = packet.number;
+        if (isNew) Calm(&m_silence);
         return isNew;  // what comes twice says nothing new
     }
     const quint64 due = m_lastReceived + 1;
-    if (packet.number == due) {
-        m_lastReceived = due;
-        return true;
+    if (packet.number < due) return false;
+    Calm(&m_silence);
+    if (packet.number > due) {
+        OnMissing(packet.number);
+        return false;
     }
-    Lose(packet.number < due ? QStringLiteral("a message came twice over NATS (number %1)").arg(packet.number)
-                             : QStringLiteral("a message was lost over NATS (number %1 came, %2 was due)")
-                                   .arg(packet.number)
-                                   .arg(due));
-    return false;
+    m_lastReceived = due;
+    Calm(&m_missing);
+    return true;
+}
+
+// What came behind it is said once more, too: that is rare, and nothing has to be kept for it.
+void NatsSession::OnMissing(quint64 number) {
+    if (m_missing || !m_isOpen) return;
+    const QString reason = QStringLiteral("a message was lost over NATS (number %1 came, %2 was due)")
+                               .arg(number)
+                               .arg(m_lastReceived + 1);
+    m_missing = Worry{reason, SessionNow() + Patience, false};
+    m_ask.start();
+    SendPosition(false);
+}
+
+void NatsSession::OnPosition(const Packet& packet) {
+    const std::optional<Position> position = Position::Read(packet.body);
+    if (!position) return;
+    if (position->last > m_lastSent)
+        return Lose(QStringLiteral("the peer acknowledges what was not sent over NATS"));
+    m_sentPackets.DropUpTo(position->last);
+    if (m_sentPackets.Count() != 0) SayAgain();
+    if (position->isQuestion) SendPosition(false);
+}
+
+void NatsSession::SayAgain() {
+    const std::chrono::milliseconds now = SessionNow();
+    if (now - m_saidAgainAt < SayAgainInterval) return;
+    m_saidAgainAt = now;
+    for (std::size_t i = 0; i < m_sentPackets.Count(); ++i)
+        m_bus->Publish(m_peer, m_sentPackets.Get(i), {}, m_watch);
+    m_bus->Flush();
 }
 
 bool NatsSession::TakeCredit(const Packet& packet) {
@@ -115,6 +152,7 @@ bool NatsSession::TakeCredit(const Packet& packet) {
         return false;
     }
     m_peerConsumed = std::max(m_peerConsumed, packet.consumed);
+    m_sentPackets.DropConsumed(m_peerConsumed);
     return true;
 }
 
@@ -201,6 +239,7 @@ void NatsSession::Fail(const QString& reason) {
     if (!m_isOpen) return;
     const auto self = shared_from_this();
     m_isOpen = false;
+    m_wasCut = !m_hasEnded;
     BeGone();
     if (m_listener != nullptr && !m_isDeaf) m_listener->OnClosed(reason);
 }
@@ -211,11 +250,46 @@ void NatsSession::Lose(const QString& reason) {
     if (!m_hasEnded) Fail(reason);
 }
 
+void NatsSession::Doubt(const QString& reason, std::chrono::milliseconds patience) {
+    Suspect(reason, patience, true);
+}
+
+void NatsSession::Suspect(const QString& reason, std::chrono::milliseconds patience, bool isHearsay) {
+    if (m_isGone || (m_isOpen && m_hasEnded)) return;
+    if (!m_isOpen) return BeGone();
+    const std::chrono::milliseconds until = SessionNow() + patience;
+    if (m_silence && m_silence->until <= until) return;
+    m_silence = Worry{reason, until, isHearsay};
+    m_ask.start();
+    Ask();
+}
+
+void NatsSession::Ask() {
+    if (!m_isGone && m_bus->State() == INatsBus::EState::Open) SendPosition(true);
+}
+
+void NatsSession::Calm(std::optional<Worry>* worry) {
+    if (!*worry) return;
+    const bool wasHearsay = (*worry)->isHearsay;
+    worry->reset();
+    if (!m_silence && !m_missing) m_ask.stop();
+    if (wasHearsay) OnForged();
+}
+
+void NatsSession::OnAsk() {
+    const std::chrono::milliseconds now = SessionNow();
+    for (const std::optional<Worry>* const worry : {&m_silence, &m_missing})
+        if (*worry && (*worry)->until <= now) return Lose(QString((*worry)->reason));
+    Ask();
+}
+
 void NatsSession::BeGone() {
     if (std::exchange(m_isGone, true)) return;
     const auto self = shared_from_this();
     m_again.stop();
+    m_ask.stop();
     m_out.Clear();
+    m_sentPackets.Clear();
     LingeringSessions::Instance().Release(self);
     if (m_onGone) std::exchange(m_onGone, nullptr)();
 }
@@ -232,11 +306,16 @@ void NatsSession::Close() {
 }
 
 void NatsSession::OnNatsState(INatsBus::EState state, const QString& reason) {
-    if (state != INatsBus::EState::Open) Lose(reason);
+    if (state == INatsBus::EState::Closed) return Lose(reason);
+    if (state == INatsBus::EState::Connecting) return Suspect(reason, Patience, false);
+    // It is back. What was on its way either way is found out by both saying where they are.
+    if (const std::optional<Worry> cut = std::exchange(m_silence, std::nullopt))
+        Suspect(cut->reason, Patience, false);
+    SendOn();
 }
 
 void NatsSession::OnNatsUnheard(quint64 watch) {
-    if (watch == m_watch) Lose(QStringLiteral("the peer has left NATS"));
+    if (watch == m_watch) Suspect(QStringLiteral("the peer has left NATS"), m_peerPatience, false);
 }
 
 // Sending
@@ -253,12 +332,14 @@ void NatsSession::Flush() {
 void NatsSession::GiveBackRoom() {
     if (!m_isReading) m_in.GiveBackRoom();
     m_out.GiveBackRoom();
+    m_sentPackets.GiveBackRoom();
 }
 
 void NatsSession::SendOn() {
     if (m_isGone || m_bus->State() != INatsBus::EState::Open) return;
     SendData();
-    if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true)) SendHead(Packet::EKind::End);
+    if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true))
+        PublishStream(Packet::EKind::End, {}, SentPackets::NeverConsumed);
     m_bus->Flush();
 }
 
@@ -271,16 +352,33 @@ void NatsSession::SendData() {
         if (underWay >= m_peerWindow) return;
         const std::size_t size =
             std::min({m_out.Size(), most, static_cast<std::size_t>(m_peerWindow - underWay)});
-        Publish({Packet::EKind::Data, ++m_lastSent, m_consumed, m_out.Take(size)}, m_watch);
         m_sent += size;
-        m_told = m_consumed;
+        PublishStream(Packet::EKind::Data, m_out.Take(size), m_sent);
     }
 }
 
-void NatsSession::SendHead(Packet::EKind kind) {
-    const quint64 number = kind == Packet::EKind::End ? ++m_lastSent : ++m_lastWordSent;
-    Publish({kind, number, m_consumed, {}}, kind == Packet::EKind::Ended ? 0 : m_watch);
+// The other end may have to hear it once more, also if NATS does not take it now.
+void NatsSession::PublishStream(Packet::EKind kind, std::string_view body, quint64 end) {
+    const std::string_view sealed = m_seal->Seal({kind, ++m_lastSent, m_consumed, body});
+    m_sentPackets.Add(m_lastSent, sealed, end);
+    m_bus->Publish(m_peer, sealed, {}, m_watch);
     m_told = m_consumed;
+}
+
+void NatsSession::SendHead(Packet::EKind kind) {
+    Publish({kind, ++m_lastWordSent, m_consumed, {}}, kind == Packet::EKind::Ended ? 0 : m_watch);
+    m_told = m_consumed;
+}
+
+void NatsSession::SendPosition(bool isQuestion) {
+    const QByteArray body = Position{m_lastReceived, isQuestion}.Write();
+    Publish({Packet::EKind::Number,
+             ++m_lastWordSent,
+             m_consumed,
+             {body.constData(), static_cast<std::size_t>(body.size())}},
+            m_watch);
+    m_told = m_consumed;
+    m_bus->Flush();
 }
 
 bool NatsSession::Publish(const Packet& packet, quint64 watch) {

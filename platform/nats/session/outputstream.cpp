@@ -31,7 +31,7 @@ std::string_view OutputStream::Take(std::size_t size) {
 void OutputStream::Clear() {
     m_taken = 0;
     if (m_bytes.capacity() > KeptRoom)
-        m_bytes = std::string();
+        std::string().swap(m_bytes);
     else
         m_bytes.clear();
 }
@@ -39,7 +39,7 @@ void OutputStream::Clear() {
 void OutputStream::GiveBackRoom() {
     if (IsEmpty()) {
         m_taken = 0;
-        m_bytes = std::string();
+        std::string().swap(m_bytes);
     }
 }
 

@@ -15,6 +15,8 @@ constexpr int WindowAt = 1;
 constexpr int InstanceAt = 5;
 constexpr int KeyAt = 13;
 constexpr int GreetingSize = KeyAt + Greeting::KeySize;
+constexpr int LastAt = 1;
+constexpr int PositionSize = LastAt + sizeof(quint64);
 
 }  // namespace
 
@@ -31,7 +33,7 @@ QByteArray Packet::Head() const {
 }
 
 std::optional<Packet> Packet::Read(std::string_view data) {
-    if (data.size() < HeadSize || std::string_view("OADCEFR").find(data[0]) == std::string_view::npos)
+    if (data.size() < HeadSize || std::string_view("OADCEFNR").find(data[0]) == std::string_view::npos)
         return std::nullopt;
     Packet packet;
     packet.kind = static_cast<EKind>(data[0]);
@@ -58,6 +60,18 @@ std::optional<Greeting> Greeting::Read(std::string_view body) {
     greeting.instance = qFromBigEndian<quint64>(body.data() + InstanceAt);
     greeting.key = QByteArray(body.data() + KeyAt, KeySize);
     return greeting;
+}
+
+QByteArray Position::Write() const {
+    QByteArray bytes(PositionSize, '\0');
+    bytes[0] = isQuestion ? 1 : 0;
+    qToBigEndian(last, bytes.data() + LastAt);
+    return bytes;
+}
+
+std::optional<Position> Position::Read(std::string_view body) {
+    if (body.size() < PositionSize) return std::nullopt;
+    return Position{qFromBigEndian<quint64>(body.data() + LastAt), body[0] != 0};
 }
 
 }  // namespace nats

@@ -18,6 +18,7 @@ struct Packet {
         Credit = 'C',  ///< says only how much was consumed
         End = 'E',     ///< no more data comes
         Ended = 'F',   ///< the end was seen
+        Number = 'N',  ///< up to which number all has come, after which something may be said once more
         Refuse = 'R'   ///< there is no such session, with the reason
     };
 
@@ -48,6 +49,15 @@ struct Greeting {
 
     QByteArray Write() const;
     static std::optional<Greeting> Read(std::string_view body);
+};
+
+/// What Number says.
+struct Position {
+    quint64 last = 0;         ///< the last number before which none is missing
+    bool isQuestion = false;  ///< the other end is to say its own
+
+    QByteArray Write() const;
+    static std::optional<Position> Read(std::string_view body);
 };
 
 }  // namespace nats

@@ -10,12 +10,13 @@ namespace {
 
 constexpr std::size_t MaxPresence = 4096;  // bytes
 constexpr int MaxText = 256;
+constexpr int MaxCode = 512;
 constexpr int Hex = 16;
 constexpr const char* ClaimWord = "claim";
 constexpr const char* HoldWord = "hold";
 
-QString TextOf(const QJsonObject& object, const char* key) {
-    QString text = object.value(QLatin1String(key)).toString().left(MaxText);
+QString TextOf(const QJsonObject& object, const char* key, int most = MaxText) {
+    QString text = object.value(QLatin1String(key)).toString().left(most);
     for (QChar& character : text)
         if (!character.isPrint()) character = QLatin1Char('?');
     return text;
@@ -24,16 +25,17 @@ QString TextOf(const QJsonObject& object, const char* key) {
 }  // namespace
 
 QByteArray Presence::Write() const {
-    const QJsonObject object{
-        {QStringLiteral("what"), QLatin1String(what == EWhat::Claims ? ClaimWord : HoldWord)},
-        {QStringLiteral("station"), station},
-        {QStringLiteral("instance"), QString::number(instance, Hex)},
-        {QStringLiteral("name"), name},
-        {QStringLiteral("version"), version},
-        {QStringLiteral("machine"), machine},
-        {QStringLiteral("process"), process},
-        {QStringLiteral("since"), since},
-        {QStringLiteral("state"), state}};
+    QJsonObject object{{QStringLiteral("what"), QLatin1String(what == EWhat::Claims ? ClaimWord : HoldWord)},
+                       {QStringLiteral("station"), station},
+                       {QStringLiteral("instance"), QString::number(instance, Hex)},
+                       {QStringLiteral("name"), name},
+                       {QStringLiteral("version"), version},
+                       {QStringLiteral("machine"), machine},
+                       {QStringLiteral("process"), process},
+                       {QStringLiteral("since"), since},
+                       {QStringLiteral("state"), state}};
+    if (!stateCode.isEmpty() && stateCode.size() <= MaxCode)
+        object.insert(QStringLiteral("stateCode"), stateCode);
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
@@ -55,6 +57,7 @@ std::optional<Presence> Presence::Read(std::string_view text) {
     presence.process = static_cast<qint64>(object.value(QLatin1String("process")).toDouble());
     presence.since = TextOf(object, "since");
     presence.state = TextOf(object, "state");
+    presence.stateCode = TextOf(object, "stateCode", MaxCode);
     return presence;
 }
 

@@ -23,8 +23,9 @@ struct Presence {
     QString version;
     QString machine;
     qint64 process = 0;
-    QString since;  ///< UTC, ISO 8601
-    QString state;  ///< how its device is, for people
+    QString since;      ///< UTC, ISO 8601
+    QString state;      ///< how its device is, for people
+    QString stateCode;  ///< the same for who speaks another language; left out where it is too long
 
     QByteArray Write() const;  ///< JSON
     static std::optional<Presence> Read(std::string_view text);

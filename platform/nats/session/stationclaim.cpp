@@ -119,7 +119,11 @@ void StationClaim::OnShown(const NatsMessage& message) {
 
 void StationClaim::Show() {
     if (m_state != EState::Offering) return;
-    if (m_describeState) m_self.state = m_describeState();
+    if (m_describeState) {
+        const NatsStation::State state = m_describeState();
+        m_self.state = state.text;
+        m_self.stateCode = state.code;
+    }
     Say(m_subjects.Here(), Presence::EWhat::Holds);
 }
 

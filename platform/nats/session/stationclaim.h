@@ -23,7 +23,7 @@ class StationClaim final : public QObject, private INatsBus::IListener {
     static constexpr std::chrono::milliseconds ObjectionTime{
         600};                                                     ///< there and back, twice, over a slow link
     static constexpr std::chrono::seconds AskAgain{3};            ///< while it is taken
-    static constexpr std::chrono::seconds ShowEvery{5};           ///< that it is there
+    static constexpr std::chrono::milliseconds ShowEvery{800};    ///< that it is there
     static constexpr std::chrono::milliseconds ShowSoonest{200};  ///< however often it is asked
 
     StationClaim(std::shared_ptr<INatsBus> bus, const QString& station,
@@ -48,7 +48,7 @@ class StationClaim final : public QObject, private INatsBus::IListener {
     const std::shared_ptr<INatsBus> m_bus;
     const Subjects m_subjects;
     const NatsStation::Handler m_onState;
-    const std::function<QString()> m_describeState;
+    const std::function<NatsStation::State()> m_describeState;
     Presence m_self;
     NatsStation::EState m_state = NatsStation::EState::Connecting;
     QString m_lastComplaint;  ///< of NATS, which is told once

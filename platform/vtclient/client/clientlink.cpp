@@ -28,6 +28,22 @@ bool ClientLink::TakeChange() {
     return hasChanged;
 }
 
+// What is missed from the moment on in which it was whole last, so long ago.
+void ClientLink::Miss(std::chrono::microseconds age) {
+    if (!m_mirror.IsEstablished() || m_missesSince.isValid()) return;
+    const auto ms = std::chrono::ceil<std::chrono::milliseconds>(age);
+    m_missesSince = QDateTime::currentDateTimeUtc().addMSecs(-ms.count());
+}
+
+std::optional<VtLoss> ClientLink::TakeLoss() {
+    if (!m_mirror.IsEstablished() || !m_missesSince.isValid()) return std::nullopt;
+    const VtLoss loss{m_mirror.RemotePath(), m_missesSince, QDateTime::currentDateTimeUtc(),
+                      !m_hasMissedSession};
+    m_missesSince = QDateTime();
+    m_hasMissedSession = false;
+    return loss;
+}
+
 // The subscription -----------------------------------------------------------------------------------------
 
 void ClientLink::Subscribe(ClientSession& session) {
@@ -50,6 +66,8 @@ void ClientLink::EndRoad() {
 }
 
 void ClientLink::Lose() {
+    Miss(std::chrono::microseconds::zero());
+    m_hasMissedSession = m_missesSince.isValid();
     m_road.Lose();
     m_session = nullptr;
     m_sub = 0;
@@ -71,6 +89,7 @@ void ClientLink::OnSubscribed(const QStringList& writable) {
     m_road.Rest();
     m_isReceiving = true;
     SetAbsent(false);
+    Miss(std::chrono::microseconds::zero());
     if (m_mirror.IsEstablished()) m_mirror.Lose();
     m_mirror.Start(writable, m_session->Number());
 }
@@ -83,7 +102,7 @@ void ClientLink::OnAbsent(const QString& reason) {
         EndRoad();
         m_session->Drop(std::exchange(m_sub, 0));
         m_mirror.Lose();
-        values::Refusals::Instance().Report(nullptr, m_mirror.RemotePath(), reason);
+        values::Refusals::Instance().ReportSubtree(m_mirror.LocalPath(), m_mirror.RemotePath(), reason);
     } else if (m_mirror.Root() != nullptr) {
         m_mirror.Vanish();
     }
@@ -100,6 +119,7 @@ bool ClientLink::IsNext(quint64 sequence) {
     TraceClient(
         QStringLiteral("Changes of '%1' were missed: taking a new snapshot").arg(m_mirror.RemotePath()));
     Unsubscribe();
+    Miss(std::chrono::microseconds::zero());
     m_mirror.Lose();
     m_host.OnEstablished();
     const bool isWanted = m_sub == 0 && !m_mirror.IsReleased();
@@ -174,11 +194,16 @@ void ClientLink::OnRoadReached() {
     m_session->GoOn(*this);
 }
 
+void ClientLink::OnRoadMissing(quint64 from, quint64 to) {
+    m_session->AskAgain(m_sub, from, to);
+}
+
 // What is shown does not hold until the snapshot is here.
-void ClientLink::OnRoadLost(bool wasTaken) {
+void ClientLink::OnRoadLost(bool wasTaken, std::chrono::microseconds age) {
     m_session->LeaveRoad(m_sub);
     m_session->GoOnLater(*this);
     if (!wasTaken) return;
+    Miss(age);
     m_isReceiving = false;
     m_mirror.Lose();
     m_host.OnEstablished();

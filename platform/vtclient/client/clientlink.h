@@ -3,8 +3,10 @@
 
 #include <platform/vtclient/client/roadfollower.h>
 #include <platform/vtclient/client/treemirror.h>
+#include <platform/vtclient/ivtlosses.h>
 #include <platform/vtclient/wire/messages.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QString>
 
 #include <chrono>
@@ -49,6 +51,8 @@ class ClientLink final : private TreeMirror::IHost, private RoadFollower::IHost 
     /// Whether the mirror has become established, or ceased to be, since this was asked last.
     bool TakeChange();
     bool HasChanged() const { return m_mirror.IsEstablished() != m_wasEstablished; }
+    /// What has passed it by before it became established again, told once.
+    std::optional<VtLoss> TakeLoss();
 
     void Subscribe(ClientSession& session);
     /// Ends the subscription, if there is one. The mirror stays as it is.
@@ -81,7 +85,8 @@ class ClientLink final : private TreeMirror::IHost, private RoadFollower::IHost 
     void OnRoadHeard(const QString& road) override;
     bool OnRoadContent(std::string_view content, quint64 number) override;
     void OnRoadReached() override;
-    void OnRoadLost(bool wasTaken) override;
+    void OnRoadMissing(quint64 from, quint64 to) override;
+    void OnRoadLost(bool wasTaken, std::chrono::microseconds age) override;
     void OnRoadHandled() override;
     void OnRoadDeadline() override;
 
@@ -89,6 +94,7 @@ class ClientLink final : private TreeMirror::IHost, private RoadFollower::IHost 
     bool Apply(MessageReader& reader, bool hasMore, QString* error);
     void OnApplied(bool isGood, const QString& error);
     void SetAbsent(bool isAbsent);
+    void Miss(std::chrono::microseconds age);
     void EndRoad();
     quint32 CountRequest(quint32 request);
 
@@ -102,6 +108,8 @@ class ClientLink final : private TreeMirror::IHost, private RoadFollower::IHost 
     bool m_isReceiving = false;  ///< the subscription was answered
     bool m_isAbsent = false;
     bool m_wasEstablished = false;
+    QDateTime m_missesSince;          ///< null: it misses nothing
+    bool m_hasMissedSession = false;  ///< that is, or is also, because a session ended
     std::vector<VtTic*> m_tics;
 };
 

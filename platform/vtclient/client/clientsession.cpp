@@ -333,6 +333,10 @@ void ClientSession::LeaveRoad(quint32 sub) {
     Send(LeaveMessage{sub});
 }
 
+void ClientSession::AskAgain(quint32 sub, quint64 from, quint64 to) {
+    Send(AgainMessage{sub, from, to});
+}
+
 quint32 ClientSession::SendWrite(ClientLink& link, quint32 sub, WriteMessage* write) {
     write->req = m_lastRequest + 1;
     write->sub = sub;

@@ -81,6 +81,7 @@ class ClientSession final : private IChannelListener {
     void Join(quint32 sub);
     void TellHeard(quint32 sub, const QString& road);
     void LeaveRoad(quint32 sub);
+    void AskAgain(quint32 sub, quint64 from, quint64 to);
     /// What came in the session may be handled, as far as it waited for the road of \a link: now, or in the
     /// next turn.
     void GoOn(const ClientLink& link);

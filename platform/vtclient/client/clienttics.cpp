@@ -189,7 +189,18 @@ void ClientTics::TellEstablished() {
         hasChanged = true;
         TellTicsOf(link);
     });
-    if (hasChanged) m_client.NotifyObservers(connectioncode::TicsChanged);
+    if (!hasChanged) return;
+    m_client.NotifyObservers(connectioncode::TicsChanged);
+    TellLosses();
+}
+
+void ClientTics::TellLosses() {
+    ForEachLink([this](ClientLink& link) {
+        std::optional<VtLoss> loss = link.TakeLoss();
+        if (!loss) return;
+        m_lastLoss = std::move(*loss);
+        m_client.NotifyObservers(connectioncode::ChangesLost);
+    });
 }
 
 void ClientTics::TellTicsOf(ClientLink& link) {

@@ -4,6 +4,7 @@
 #include <platform/vtclient/client/calldepth.h>
 #include <platform/vtclient/client/clientlink.h>
 #include <platform/vtclient/client/turnrequest.h>
+#include <platform/vtclient/ivtlosses.h>
 
 #include <QtCore/QString>
 
@@ -48,6 +49,8 @@ class ClientTics final : private ClientLink::IHost {
     void TellAnswered();
     /// Tells who observes tics that have become established or ceased to be.
     void TellEstablished();
+    /// What the client's observers were told of last.
+    const VtLoss& LastLoss() const { return m_lastLoss; }
 
   private:
     void OnEdits() override;
@@ -58,6 +61,7 @@ class ClientTics final : private ClientLink::IHost {
     ClientLink* LinkFor(const QString& localPath, const QString& remotePath, bool isLook);
     void Drop(ClientLink* link);
     void TellTicsOf(ClientLink& link);
+    void TellLosses();
     void TellNewTics();
     bool Has(const VtTic* tic) const;
     bool Has(const ClientLink* link) const;
@@ -75,6 +79,7 @@ class ClientTics final : private ClientLink::IHost {
     std::vector<VtTic*> m_newTics;  ///< established from their first moment on, which nobody was told
     bool m_hasReleased = false;
     bool m_hadUnanswered = false;
+    VtLoss m_lastLoss;
 };
 
 }  // namespace vt

@@ -56,6 +56,7 @@ void RoadFollower::Unlisten() {
     m_gap.Close();
     m_late.clear();
     m_lateBytes = 0;
+    m_joined = std::string();
     m_applied = m_seen = m_at = m_awaited = m_known = 0;
     m_isSilent = false;
 }
@@ -137,27 +138,27 @@ void RoadFollower::Receive(std::string_view message, bool isFetched) {
     const auto envelope = RoadEnvelope::Of(message.data(), static_cast<qint64>(message.size()));
     if (!envelope) return NoteStranger();
     const bool isTaken = m_state == EState::Taken;
-    if ((isTaken && envelope->number <= m_applied) || m_pile.Has(envelope->number)) {
-        if (!isFetched) NoteStranger();
-        return;
-    }
+    const bool isHere = (isTaken && envelope->number <= m_applied) || m_pile.Has(envelope->number);
+    if (isHere && isFetched) return;
     std::string_view content;
     const RoadKeys::EOpened opened = m_keys.Open(*envelope, message, &content);
     if (opened == RoadKeys::EOpened::Foreign) return NoteStranger();
-    if (opened == RoadKeys::EOpened::Opened) Accept(envelope->number, content);
+    // What is here already the server says once more for somebody else.
+    if (opened == RoadKeys::EOpened::Opened && !isHere)
+        Accept(envelope->number, content, envelope->isContinued);
 }
 
-void RoadFollower::Accept(quint64 number, std::string_view content) {
+void RoadFollower::Accept(quint64 number, std::string_view content, bool isContinued) {
     m_seen = std::max(m_seen, number);
     m_heardAt = Now();
     m_isSilent = false;
     const bool isNext = m_state == EState::Taken && number == m_applied + 1 && number <= Limit();
     if (isNext && !m_isAdvancing) {
         m_isAdvancing = true;
-        Apply(number, content);
+        Apply(number, content, isContinued);
         m_isAdvancing = false;
     } else {
-        m_pile.Add(number, content, m_state == EState::Taken);
+        m_pile.Add(number, content, isContinued, m_state == EState::Taken);
     }
     if (m_state == EState::Offered) {
         m_state = EState::Heard;
@@ -166,10 +167,21 @@ void RoadFollower::Accept(quint64 number, std::string_view content) {
     Advance();
 }
 
-void RoadFollower::Apply(quint64 number, std::string_view content) {
+void RoadFollower::Apply(quint64 number, std::string_view content, bool isContinued) {
     m_applied = number;
-    if (!m_host.OnRoadContent(content, number) && m_state == EState::Taken)
+    const bool isPiece = isContinued || !m_joined.empty();
+    const bool isGood = isPiece ? Join(number, content, isContinued) : m_host.OnRoadContent(content, number);
+    if (!isGood && m_state == EState::Taken)
         GiveUp(QStringLiteral("message %1 cannot be applied").arg(number));
+}
+
+bool RoadFollower::Join(quint64 number, std::string_view content, bool isContinued) {
+    if (m_joined.empty()) m_joinedAt = number;
+    m_joined.append(content);
+    if (m_joined.empty() || m_joined.size() > MaxRoadMessage) return false;
+    if (isContinued) return true;
+    const std::string whole = std::exchange(m_joined, {});  // whoever is told may end the road
+    return m_host.OnRoadContent(whole, m_joinedAt);
 }
 
 void RoadFollower::Advance() {
@@ -188,9 +200,10 @@ void RoadFollower::AdvanceWhile(const TurnBudget& budget) {
             continue;
         }
         const quint64 next = m_applied + 1;
-        const std::optional<QByteArray> content = next <= Limit() ? m_pile.Take(next) : std::nullopt;
+        const std::optional<RoadPile::Content> content = next <= Limit() ? m_pile.Take(next) : std::nullopt;
         if (!content) return;
-        Apply(next, {content->constData(), static_cast<std::size_t>(content->size())});
+        const QByteArray& bytes = content->bytes;
+        Apply(next, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, content->isContinued);
         if (m_state == EState::Taken && budget.IsUp()) return m_place->turn.Make();
     }
 }
@@ -213,6 +226,7 @@ void RoadFollower::LookForGap() {
     if (!isMissing && !m_isSilent) return m_gap.Close();
     if (m_gap.IsOpen() && m_missing == m_applied + 1) return;
     m_missing = m_applied + 1;
+    m_wholeAt = m_isSilent ? m_heardAt : Now();
     m_gap.Open(Now());
     m_host.OnRoadDeadline();
 }
@@ -230,8 +244,9 @@ void RoadFollower::DoAboutGap(RoadGap::EStep step) {
     if (step == RoadGap::EStep::Fetch) {
         const quint64 most = m_isSilent ? m_applied + vtlimits::MaxRoadAheadMessages : last;
         if (m_place->roads.Fetch(this, m_applied + 1, most)) return;
-        step = RoadGap::EStep::GiveUp;
+        step = m_gap.OnFetched(Now());
     }
+    if (step == RoadGap::EStep::AskServer) m_host.OnRoadMissing(m_applied + 1, last);
     if (step != RoadGap::EStep::GiveUp) return;
     if (m_isSilent)
         GiveUp(QStringLiteral("nothing came by it for %1 ms")
@@ -251,9 +266,10 @@ void RoadFollower::GiveUp(const QString& why) {
     const double share = (1.0 + m_place->loop.Random()) / 2;
     m_retryAt = Now() + duration_cast<microseconds>(m_pause * share);
     m_pause = std::min(2 * m_pause, vtlimits::RoadLongestPause);
+    const microseconds age = m_gap.IsOpen() ? Now() - m_wholeAt : microseconds::zero();
     Unlisten();
     m_state = EState::Off;
-    m_host.OnRoadLost(wasTaken);
+    m_host.OnRoadLost(wasTaken, age);
     m_host.OnRoadDeadline();
 }
 

@@ -15,6 +15,7 @@
 #include <deque>
 #include <limits>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vt {
@@ -34,13 +35,15 @@ class RoadFollower final : private IRoads::IListener {
         virtual void OnRoadWanted() = 0;
         /// Something of the server's came by \a road.
         virtual void OnRoadHeard(const QString& road) = 0;
-        /// Message \a number. False if no server could have said that.
+        /// What the server said, beginning with message \a number. False if none could have said that.
         virtual bool OnRoadContent(std::string_view content, quint64 number) = 0;
         /// All is applied up to where OnAt() was told that the session is.
         virtual void OnRoadReached() = 0;
-        /// The road is given up. \a wasTaken: so the mirror has lost what came by it. The session, if it
-        /// waits for the road, goes on later.
-        virtual void OnRoadLost(bool wasTaken) = 0;
+        /// What has come by the road under these numbers is missing, and nobody but the server may have it.
+        virtual void OnRoadMissing(quint64 from, quint64 to) = 0;
+        /// The road is given up. \a wasTaken: so the mirror has lost what came by it, from \a age ago on.
+        /// The session, if it waits for the road, goes on later.
+        virtual void OnRoadLost(bool wasTaken, std::chrono::microseconds age) = 0;
         /// What came was handled: now is the time to send what follows from it.
         virtual void OnRoadHandled() = 0;
         /// Deadline() may be sooner than it was.
@@ -100,8 +103,9 @@ class RoadFollower final : private IRoads::IListener {
     bool IsListening() const { return m_state >= EState::Offered; }
     quint64 Limit() const;
     void Receive(std::string_view message, bool isFetched);
-    void Accept(quint64 number, std::string_view content);
-    void Apply(quint64 number, std::string_view content);
+    void Accept(quint64 number, std::string_view content, bool isContinued);
+    void Apply(quint64 number, std::string_view content, bool isContinued);
+    bool Join(quint64 number, std::string_view content, bool isContinued);
     void Advance();
     void AdvanceWhile(const TurnBudget& budget);
     void LookForGap();
@@ -122,6 +126,8 @@ class RoadFollower final : private IRoads::IListener {
     RoadGap m_gap;
     std::deque<QByteArray> m_late;  ///< came in the middle of something else
     std::size_t m_lateBytes = 0;
+    std::string m_joined;    ///< the beginning of something that goes on
+    quint64 m_joinedAt = 0;  ///< the message in which it began
     quint64 m_applied = 0;
     quint64 m_seen = 0;     ///< the highest number of the server's
     quint64 m_missing = 0;  ///< which the gap is about
@@ -133,6 +139,7 @@ class RoadFollower final : private IRoads::IListener {
     bool m_isSilent = false;
     std::chrono::microseconds m_heardAt{};  ///< the last time; at first when it was offered
     std::chrono::microseconds m_takenAt{};
+    std::chrono::microseconds m_wholeAt{};  ///< when the gap that is open was none yet
     std::chrono::microseconds m_retryAt{};
     std::chrono::milliseconds m_pause{};
     int m_strangers = 0;  ///< messages that were not told of

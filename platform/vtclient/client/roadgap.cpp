@@ -18,18 +18,20 @@ std::optional<RoadGap::Time> RoadGap::Deadline() const {
 RoadGap::EStep RoadGap::OnDeadline(Time now) {
     if (!IsOpen() || now < m_deadline) return EStep::Nothing;
     if (m_state == EState::Fetching) return OnFetched(now);
+    if (m_fetches >= vtlimits::RoadFetches) return EStep::GiveUp;
     m_state = EState::Fetching;
-    m_deadline = now + vtlimits::RoadFetchTime;
+    // A cluster in which nobody keeps anything says nothing at all to who asks; the server may know. What
+    // comes late from a keeper is of use all the same.
+    m_deadline = now + (m_fetches == 0 ? vtlimits::RoadFirstFetchTime : vtlimits::RoadFetchTime);
     ++m_fetches;
     return EStep::Fetch;
 }
 
 RoadGap::EStep RoadGap::OnFetched(Time now) {
     if (m_state != EState::Fetching) return EStep::Nothing;
-    if (m_fetches >= vtlimits::RoadFetches) return EStep::GiveUp;
     m_state = EState::Waiting;
-    m_deadline = now + vtlimits::RoadFetchAgain;
-    return EStep::Nothing;
+    m_deadline = now + vtlimits::RoadFetchAgain * m_fetches;
+    return EStep::AskServer;
 }
 
 }  // namespace vt

@@ -7,12 +7,12 @@
 namespace vt {
 
 /// What is done about something that is missing on a shared road, and when: it is waited for, since it may
-/// have come another way; fetched from whoever keeps the road, more than once, since it may not be kept yet;
-/// and given up.
+/// have come another way; fetched from whoever keeps the road; the server is asked to say it once more; all
+/// that several times, since the way to either may be lost for a moment; and given up.
 class RoadGap {
   public:
     using Time = std::chrono::microseconds;
-    enum class EStep { Nothing, Fetch, GiveUp };
+    enum class EStep { Nothing, Fetch, AskServer, GiveUp };
 
     bool IsOpen() const { return m_state != EState::Closed; }
     /// Something (else) is missing.

@@ -12,25 +12,24 @@ bool RoadPile::IsOver() const {
     return m_bytes > vtlimits::MaxRoadAhead || m_contents.size() > vtlimits::MaxRoadAheadMessages;
 }
 
-void RoadPile::Erase(std::map<quint64, QByteArray>::iterator content) {
-    m_bytes -= static_cast<std::size_t>(content->second.size());
+void RoadPile::Erase(std::map<quint64, Content>::iterator content) {
+    m_bytes -= static_cast<std::size_t>(content->second.bytes.size());
     m_contents.erase(content);
 }
 
-void RoadPile::Add(quint64 number, std::string_view content, bool isStartKnown) {
-    const auto added =
-        m_contents.try_emplace(number, QByteArray(content.data(), static_cast<int>(content.size())));
-    if (!added.second) return;
+void RoadPile::Add(quint64 number, std::string_view content, bool isContinued, bool isStartKnown) {
+    if (Has(number)) return;
+    m_contents[number] = {QByteArray(content.data(), static_cast<int>(content.size())), isContinued};
     m_bytes += content.size();
     while (IsOver())
         Erase(isStartKnown ? std::prev(m_contents.end()) : m_contents.begin());
 }
 
-std::optional<QByteArray> RoadPile::Take(quint64 number) {
+std::optional<RoadPile::Content> RoadPile::Take(quint64 number) {
     const auto found = m_contents.find(number);
     if (found == m_contents.end()) return std::nullopt;
-    QByteArray content = std::move(found->second);
-    m_bytes -= static_cast<std::size_t>(content.size());
+    Content content = std::move(found->second);
+    m_bytes -= static_cast<std::size_t>(content.bytes.size());
     m_contents.erase(found);
     return content;
 }

@@ -9,6 +9,7 @@
 #include <platform/vtclient/client/turnrequest.h>
 #include <platform/vtclient/iconnector.h>
 #include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/ivtlosses.h>
 #include <platform/vtclient/ivtretry.h>
 #include <platform/vtclient/vtclientcenter.h>
 
@@ -23,6 +24,7 @@ namespace vt {
 /// mirrors what its tics ask for. Main thread.
 class VtClient final : public IVtClient,
                        public IVtRetry,
+                       public IVtLosses,
                        public ITurnTaker,
                        private IConnector::IListener,
                        private ClientSession::IHost {
@@ -57,6 +59,8 @@ class VtClient final : public IVtClient,
     std::optional<std::chrono::milliseconds> GetTimeToRetry() const override;
     void RetryNow() override;
     std::optional<std::chrono::milliseconds> GetSilence() const override;
+
+    const VtLoss& GetLastLoss() const override { return m_tics.LastLoss(); }
 
     void OnTurn() override;
     void OnDeadline() override;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/iroads.h>
+#include <platform/vtclient/server/roadmemory.h>
 #include <platform/vtclient/wire/messages.h>
 #include <platform/vtclient/wire/roadseal.h>
 
@@ -9,7 +10,10 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <cstddef>
+#include <initializer_list>
 #include <memory>
+#include <string_view>
 
 namespace vt {
 
@@ -17,8 +21,8 @@ namespace vt {
 /// the bus, once for all who follow. Knows nobody who does.
 class RoadPublisher {
   public:
-    /// \a roads outlives this. \a name is the road's, never used for another.
-    RoadPublisher(IRoads& roads, QString name);
+    /// \a roads and \a share outlive this. \a name is the road's, never used for another.
+    RoadPublisher(IRoads& roads, QString name, RoadMemory::Share& share);
 
     const QString& Name() const { return m_name; }
     /// The last number that was published; 0: none was.
@@ -29,14 +33,22 @@ class RoadPublisher {
     /// Who has only keys that were told before opens nothing of what is published from now on.
     void ChangeKey();
 
+    /// In as many messages as the bus makes of it.
     void Publish(const QByteArray& changes, bool hasMore, std::chrono::microseconds now);
+    /// Publishes once more what was published under these numbers, as far as it is kept.
+    void SayAgain(quint64 from, quint64 to, std::chrono::microseconds now);
     /// Says that this is all so far, if that is due: so whoever has missed the last message learns of it, and
     /// whoever listens for a first one hears it. \a isWanted: somebody does.
     void MarkIfDue(std::chrono::microseconds now, std::chrono::milliseconds interval, bool isWanted);
 
   private:
+    std::size_t MostAtOnce() const;
+    void PublishOne(std::initializer_list<std::string_view> parts, bool isContinued);
+    void PublishInPieces(std::initializer_list<std::string_view> parts);
+
     IRoads& m_roads;
     QString m_name;
+    RoadMemory m_memory;
     quint64 m_number = 0;
     quint32 m_keyNumber = 0;
     QByteArray m_key;

@@ -40,6 +40,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
         std::function<void()> giveBack = GiveFreedMemoryBack;
         IVtHistory* history = nullptr;  ///< outlives the hub; null: nothing is kept
         IRoads* roads = nullptr;        ///< outlives their use; null: all are told in their sessions
+        std::size_t roadMemory = vtlimits::MaxRoadMemory;  ///< bytes, to be said once more
     };
 
     /// \a access, \a loop and the tree outlive the hub.
@@ -77,6 +78,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
     IVtAccess& Access() const { return m_access; }
     IVtHistory* History() const { return m_settings.history; }
     IRoads* Roads() const { return m_settings.roads; }
+    std::size_t RoadMemoryBytes() const { return m_settings.roadMemory; }
     const QString& Application() const { return m_settings.application; }
     std::chrono::milliseconds PingInterval() const { return m_settings.pingInterval; }
     std::chrono::milliseconds DeadAfter() const { return m_settings.deadAfter; }

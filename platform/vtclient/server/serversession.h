@@ -95,6 +95,7 @@ class ServerSession final : public IChannelListener {
     void On(const JoinMessage& join) { m_roads.Join(join.sub); }
     void On(const HeardMessage& heard) { m_roads.Heard(heard.sub, heard.road); }
     void On(const LeaveMessage& leave) { m_roads.Leave(leave.sub); }
+    void On(const AgainMessage& again) { m_roads.Again(again.sub, again.from, again.to); }
     void Write(const WriteMessage& write, TreeWatcher& watcher, values::ValueBase& value, const QString& path,
                AnswerMessage* answer);
     QString Create(const CreateMessage& create, Subscription& subscription);

@@ -69,6 +69,13 @@ void SessionRoads::Leave(quint32 sub) {
     if (wasTaken) m_hub.Subtrees().LeaveRoad(*subscription);
 }
 
+void SessionRoads::Again(quint32 sub, quint64 from, quint64 to) {
+    Subscription* const subscription = Find(sub);
+    if (subscription == nullptr) return;
+    if (RoadPublisher* const road = m_hub.Subtrees().RoadOf(*subscription))
+        road->SayAgain(from, to, m_hub.Now());
+}
+
 void SessionRoads::TellPosition(Subscription& subscription) {
     const RoadPublisher* const road = m_hub.Subtrees().RoadOf(subscription);
     if (road != nullptr && subscription.road.told != road->Number())

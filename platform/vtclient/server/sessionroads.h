@@ -27,6 +27,8 @@ class SessionRoads {
     void Join(quint32 sub);
     void Heard(quint32 sub, const QString& road);
     void Leave(quint32 sub);
+    /// Says once more on the road what has come by it under these numbers, as far as that is kept.
+    void Again(quint32 sub, quint64 from, quint64 to);
 
     /// Offers the road of what is subscribed, if the client can follow one and there is any.
     void Offer(Subscription& subscription);

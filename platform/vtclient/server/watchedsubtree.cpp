@@ -25,7 +25,7 @@ std::vector<Subscription*> WatchedSubtree::TakeMembers() {
 }
 
 RoadPublisher& WatchedSubtree::ProvideRoad(IRoads& roads) {
-    if (!m_road) m_road = std::make_unique<RoadPublisher>(roads, m_all.NewRoadName());
+    if (!m_road) m_road = std::make_unique<RoadPublisher>(roads, m_all.NewRoadName(), m_all.RoadShare());
     return *m_road;
 }
 

@@ -34,6 +34,8 @@ class WatchedSubtree final : public std::enable_shared_from_this<WatchedSubtree>
 
     /// The shared road; null: nobody has asked for one.
     RoadPublisher* Road() { return m_road.get(); }
+    bool HasRoad() const { return m_road != nullptr; }
+    int CountRiders() const { return static_cast<int>(m_riders.size()); }
     RoadPublisher& ProvideRoad(IRoads& roads);
     void EndRoad() { m_road.reset(); }
     /// From now on \a subscription, which is in step, is told of changes by the road alone.

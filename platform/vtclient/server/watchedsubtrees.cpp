@@ -11,6 +11,8 @@
 
 namespace vt {
 
+WatchedSubtrees::WatchedSubtrees(ServerHub& hub) : m_hub(hub), m_roadShare{hub.RoadMemoryBytes()} {}
+
 void WatchedSubtrees::Join(Subscription& subscription) {
     values::TreeItem* const item = values::Tree::Instance()->FindItem(subscription.Path());
     if (item != nullptr) return Watch(subscription, item);
@@ -44,22 +46,24 @@ void WatchedSubtrees::OfferRoad(Subscription& subscription, IRoads& roads) {
 
 void WatchedSubtrees::TakeRoad(Subscription& subscription) {
     Find(subscription)->TakeRoad(subscription);
+    ++m_takenRoads;
 }
 
 void WatchedSubtrees::LeaveRoad(Subscription& subscription) {
     WatchedSubtree* const subtree = Find(subscription);
     if (subtree == nullptr) return;
+    ++m_givenUpRoads;
     subtree->Remove(subscription);
     subtree->Add(subscription);
     Restart(*subtree, subscription);
 }
 
-const RoadPublisher* WatchedSubtrees::RoadOfferedTo(const Subscription& subscription) const {
+RoadPublisher* WatchedSubtrees::RoadOfferedTo(const Subscription& subscription) const {
     WatchedSubtree* const subtree = subscription.road.isWanted ? Find(subscription) : nullptr;
     return subtree != nullptr ? subtree->Road() : nullptr;
 }
 
-const RoadPublisher* WatchedSubtrees::RoadOf(const Subscription& subscription) const {
+RoadPublisher* WatchedSubtrees::RoadOf(const Subscription& subscription) const {
     return subscription.road.isTaken ? RoadOfferedTo(subscription) : nullptr;
 }
 
@@ -90,6 +94,17 @@ void WatchedSubtrees::Restart(WatchedSubtree& subtree, Subscription& subscriptio
 void WatchedSubtrees::MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval) {
     for (const auto& subtree : m_byPath)
         subtree->MarkRoadIfDue(now, interval);
+}
+
+VtRoadFigures WatchedSubtrees::RoadFigures() const {
+    VtRoadFigures figures;
+    for (const auto& subtree : m_byPath) {
+        if (subtree->HasRoad()) ++figures.roads;
+        figures.followers += subtree->CountRiders();
+    }
+    figures.taken = m_takenRoads;
+    figures.givenUp = m_givenUpRoads;
+    return figures;
 }
 
 QString WatchedSubtrees::NewRoadName() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <platform/vtclient/server/watchedsubtree.h>
+#include <platform/vtclient/vtserver.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QString>
@@ -25,7 +26,7 @@ class ServerSession;
 class WatchedSubtrees {
   public:
     /// \a hub has the turns, and outlives this.
-    explicit WatchedSubtrees(ServerHub& hub) : m_hub(hub) {}
+    explicit WatchedSubtrees(ServerHub& hub);
     WatchedSubtrees(const WatchedSubtrees&) = delete;
     WatchedSubtrees& operator=(const WatchedSubtrees&) = delete;
 
@@ -50,17 +51,19 @@ class WatchedSubtrees {
     /// \a subscription starts anew, in its session.
     void LeaveRoad(Subscription& subscription);
     /// The road by which \a subscription is told; null if that is done in its session.
-    const RoadPublisher* RoadOf(const Subscription& subscription) const;
+    RoadPublisher* RoadOf(const Subscription& subscription) const;
     /// The road that \a subscription may take; null if there is none.
-    const RoadPublisher* RoadOfferedTo(const Subscription& subscription) const;
+    RoadPublisher* RoadOfferedTo(const Subscription& subscription) const;
     /// All roads have new keys; or those of which \a session knows one.
     void ChangeRoadKeys(const ServerSession* session);
     /// The bus of all roads is another one, or there is none.
     void EndRoads();
+    VtRoadFigures RoadFigures() const;
     void MarkRoads(std::chrono::microseconds now, std::chrono::milliseconds interval);
 
     // For those watched.
     QString NewRoadName();
+    RoadMemory::Share& RoadShare() { return m_roadShare; }
     std::chrono::microseconds Now() const;
     void OnChanges(WatchedSubtree& subtree);
     void OnRootGone(WatchedSubtree& subtree);
@@ -73,13 +76,16 @@ class WatchedSubtrees {
     WatchedSubtree* Find(const Subscription& subscription) const;
 
     ServerHub& m_hub;
+    RoadMemory::Share m_roadShare;  ///< outlives the subtrees
     QHash<QString, std::shared_ptr<WatchedSubtree>> m_byPath;
     std::deque<std::shared_ptr<WatchedSubtree>> m_changed;
     std::vector<std::shared_ptr<WatchedSubtree>> m_dead;
     std::vector<Subscription*> m_waiting;  ///< their items are absent
     bool m_isToRetry = false;
-    quint64 m_roads = 0;       ///< how many there were
-    TreeWatcher::Part m_part;  ///< that is being delivered, kept for its room
+    quint64 m_roads = 0;         ///< how many there were
+    quint64 m_takenRoads = 0;    ///< so often one was taken
+    quint64 m_givenUpRoads = 0;  ///< and left
+    TreeWatcher::Part m_part;    ///< that is being delivered, kept for its room
 };
 
 }  // namespace vt

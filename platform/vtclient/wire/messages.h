@@ -359,12 +359,29 @@ struct LeaveMessage {
     static constexpr auto Fields() { return std::tuple(wire::Field{"sub", &LeaveMessage::sub}); }
 };
 
+/// The client has missed what has come by the road under these numbers, and whoever keeps the road does not
+/// have it: the server may say it once more.
+struct AgainMessage {
+    static constexpr EMessage Type = EMessage::Again;
+    static constexpr ESender Sender = ESender::Client;
+
+    quint32 sub = 0;
+    quint64 from = 0;
+    quint64 to = 0;
+
+    static constexpr auto Fields() {
+        using namespace wire;
+        return std::tuple(Field{"sub", &AgainMessage::sub}, Field{"from", &AgainMessage::from},
+                          Field{"to", &AgainMessage::to});
+    }
+};
+
 /// Any of them, in the order of their numbers, from 1 on.
-using Message =
-    std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
-                 SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage, AckMessage,
-                 WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage, RecallMessage,
-                 RecalledMessage, JoinMessage, RoadMessage, HeardMessage, AtMessage, LeaveMessage>;
+using Message = std::variant<HelloMessage, WelcomeMessage, ByeMessage, SubscribeMessage, UnsubscribeMessage,
+                             SubscribedMessage, SnapshotMessage, EndMessage, BatchMessage, AbsentMessage,
+                             AckMessage, WriteMessage, AnswerMessage, CreateMessage, PingMessage, PongMessage,
+                             RecallMessage, RecalledMessage, JoinMessage, RoadMessage, HeardMessage,
+                             AtMessage, LeaveMessage, AgainMessage>;
 
 namespace wire {
 

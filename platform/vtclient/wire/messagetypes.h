@@ -29,7 +29,8 @@ enum class EMessage : std::uint8_t {
     Road = 20,
     Heard = 21,
     At = 22,
-    Leave = 23
+    Leave = 23,
+    Again = 24
 };
 
 /// Which end of a connection sends a message.

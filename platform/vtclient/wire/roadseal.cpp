@@ -17,7 +17,8 @@ namespace vt {
 
 namespace {
 
-constexpr char EnvelopeForm = 1;
+constexpr char WholeForm = 1;
+constexpr char ContinuedForm = 2;
 constexpr std::size_t NonceSize = 12;
 
 const unsigned char* ToBytes(const char* data) {
@@ -28,8 +29,8 @@ unsigned char* ToBytes(char* data) {
     return reinterpret_cast<unsigned char*>(data);
 }
 
-void WriteHead(quint32 key, quint64 number, char* head) {
-    head[0] = EnvelopeForm;
+void WriteHead(quint32 key, quint64 number, bool isContinued, char* head) {
+    head[0] = isContinued ? ContinuedForm : WholeForm;
     qToBigEndian(key, head + 1);
     qToBigEndian(number, head + 1 + sizeof(key));
 }
@@ -44,8 +45,10 @@ std::array<unsigned char, NonceSize> NonceOf(quint64 number) {
 }  // namespace
 
 std::optional<RoadEnvelope> RoadEnvelope::Of(const char* data, qint64 size) {
-    if (size < HeadSize + TagSize || size > MaxRoadMessage || data[0] != EnvelopeForm) return std::nullopt;
+    if (size < HeadSize + TagSize || size > MaxRoadMessage) return std::nullopt;
+    if (data[0] != WholeForm && data[0] != ContinuedForm) return std::nullopt;
     RoadEnvelope envelope;
+    envelope.isContinued = data[0] == ContinuedForm;
     envelope.key = qFromBigEndian<quint32>(data + 1);
     envelope.number = qFromBigEndian<quint64>(data + 1 + sizeof(envelope.key));
     envelope.sealed = {data + HeadSize, static_cast<std::size_t>(size - HeadSize)};
@@ -83,7 +86,8 @@ RoadSeal::~RoadSeal() {
     OPENSSL_cleanse(m_room.data(), static_cast<std::size_t>(m_room.size()));
 }
 
-std::string_view RoadSeal::Seal(quint64 number, std::initializer_list<std::string_view> parts) {
+std::string_view RoadSeal::Seal(quint64 number, std::initializer_list<std::string_view> parts,
+                                bool isContinued) {
     Q_ASSERT(number > m_lastSealed);
     if (!m_cipher->isUsable || number <= m_lastSealed) return {};
     m_lastSealed = number;
@@ -92,7 +96,7 @@ std::string_view RoadSeal::Seal(quint64 number, std::initializer_list<std::strin
         size += part.size();
     m_room.resize(static_cast<int>(size));
     char* const head = m_room.data();
-    WriteHead(m_keyNumber, number, head);
+    WriteHead(m_keyNumber, number, isContinued, head);
     EVP_CIPHER_CTX* const cipher = m_cipher->sealing;
     const auto nonce = NonceOf(number);
     int written = 0;
@@ -116,7 +120,7 @@ std::optional<std::string_view> RoadSeal::Open(const RoadEnvelope& envelope) {
     if (!m_cipher->isUsable || envelope.key != m_keyNumber) return std::nullopt;
     const auto size = static_cast<int>(envelope.sealed.size()) - RoadEnvelope::TagSize;
     std::array<char, RoadEnvelope::HeadSize> head;
-    WriteHead(envelope.key, envelope.number, head.data());
+    WriteHead(envelope.key, envelope.number, envelope.isContinued, head.data());
     std::array<unsigned char, RoadEnvelope::TagSize> tag;
     std::copy_n(envelope.sealed.end() - RoadEnvelope::TagSize, tag.size(), tag.begin());
     if (m_room.size() < size) m_room.resize(size);

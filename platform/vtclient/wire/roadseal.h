@@ -14,14 +14,16 @@ namespace vt {
 
 class IRoads;
 
-/// What stands around a message on a shared road, in the clear: a byte for this form, the number of its key,
-/// its own number, then what is sealed, and behind that the tag that proves it.
+/// What stands around a message on a shared road, in the clear: a byte that says whether the next message
+/// goes on with what this one says, the number of its key, its own number, then what is sealed, and behind
+/// that the tag that proves it.
 struct RoadEnvelope {
     static constexpr int HeadSize = 1 + 4 + 8;
     static constexpr int TagSize = 16;
 
     quint32 key = 0;
     quint64 number = 0;
+    bool isContinued = false;
     std::string_view sealed;  ///< with the tag
 
     /// None for rubbish. Whether it is true, RoadSeal tells. Valid as long as \a data.
@@ -43,9 +45,10 @@ class RoadSeal {
     RoadSeal& operator=(const RoadSeal&) = delete;
 
     quint32 KeyNumber() const { return m_keyNumber; }
-    /// \a parts, one after the other, as message \a number, with its envelope. Valid until the next call.
-    /// Empty if the library refuses.
-    std::string_view Seal(quint64 number, std::initializer_list<std::string_view> parts);
+    /// \a parts, one after the other, as message \a number, with its envelope; \a isContinued: the next one
+    /// goes on with it. Valid until the next call. Empty if the library refuses.
+    std::string_view Seal(quint64 number, std::initializer_list<std::string_view> parts,
+                          bool isContinued = false);
     /// What is in \a envelope, which has the number of this key. Valid until the next call. None if it is not
     /// what was sealed.
     std::optional<std::string_view> Open(const RoadEnvelope& envelope);

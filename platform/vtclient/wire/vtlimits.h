@@ -60,9 +60,14 @@ constexpr int MaxRoadSecret = 64;                          // hexadecimal digits
 constexpr std::chrono::milliseconds RoadMarkAfter(1000);   // so soon it shows that a last change was lost
 constexpr std::chrono::milliseconds RoadMarkWanted(100);   // between two for those who listen for the first
 constexpr std::chrono::milliseconds RoadReorderTime(200);  // by then comes what only took another way
-constexpr std::chrono::milliseconds RoadFetchTime(2000);   // in which a keeper that is there has answered
-constexpr std::chrono::milliseconds RoadFetchAgain(300);   // what was sent just now is kept by then
-constexpr int RoadFetches = 3;                             // then what is missing is gone
+constexpr std::chrono::milliseconds RoadFirstFetchTime(
+    600);                                                    // in which a keeper that is there mostly answers
+constexpr std::chrono::milliseconds RoadFetchTime(2000);     // and the next times in any case
+constexpr std::chrono::milliseconds RoadFetchAgain(300);     // what was sent just now is there by then; grows
+constexpr int RoadFetches = 4;                               // then what is missing is gone
+constexpr std::chrono::milliseconds RoadSayAgainEvery(100);  // each message, however many have missed it
+constexpr std::size_t RoadMemory = 4U << 20;  // of one road: beyond, whoever keeps the road has it by then
+constexpr std::size_t MaxRoadMemory = 32U << 20;    // of all roads
 constexpr std::size_t MaxRoadAhead = 8U << 20;      // that came ahead of what is missing; more is fetched
 constexpr std::size_t MaxRoadAheadMessages = 4096;  // likewise, of small ones
 constexpr std::size_t MaxRoadSealed = 1U << 20;     // whose key is not here yet

@@ -60,6 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Ends, ChildProgramEnd,
 
 TEST_F(ChildProgramTest, OneThatIsNotThereIsNotStarted) {
     EXPECT_FALSE(child.Start(QStringLiteral("/nowhere/program"), {}));
+    EXPECT_NE(child.GetErrors(), QByteArray()) << "says why";
     EXPECT_EQ(child.WaitForEnd(Patience), -1);
     EXPECT_EQ(child.Run(QStringLiteral("/nowhere/program"), {}, Patience).code, -1);
 }

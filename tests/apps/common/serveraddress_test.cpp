@@ -47,6 +47,37 @@ INSTANTIATE_TEST_SUITE_P(
         Good{"OverNatsWithTls", "natss://a:1,b/tower", "a:1,b/tower", 4222, true, "natss://a:1,b/tower"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+struct Same {
+    const char* name;
+    const char* one;
+    const char* other;
+    bool isSame;
+};
+
+class SameServer : public testing::TestWithParam<Same> {};
+
+TEST_P(SameServer, IsKnownByItsAddress) {
+    ServerAddress one, other;
+    ASSERT_EQ(one.Parse(QLatin1String(GetParam().one)), QString());
+    ASSERT_EQ(other.Parse(QLatin1String(GetParam().other)), QString());
+    EXPECT_EQ(one.IsSameAs(other), GetParam().isSame);
+    EXPECT_EQ(other.IsSameAs(one), GetParam().isSame);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, SameServer,
+    testing::Values(Same{"TheSameText", "tower", "tower:7450", true},
+                    Same{"EncryptedToo", "tower", "mcss://Tower", true},
+                    Same{"ThisMachineByAnyName", "localhost:1", "[::1]:1", true},
+                    Same{"AnotherPort", "tower:1", "tower:2", false},
+                    Same{"AnotherHost", "tower", "mast", false},
+                    Same{"AStation", "nats://hub/tower", "natss://hub:4222/tower", true},
+                    Same{"AStationByOneOfItsHosts", "nats://a,b/tower", "nats://b,c/tower", true},
+                    Same{"AnotherStation", "nats://hub/tower", "nats://hub/mast", false},
+                    Same{"AStationOfThatNameElsewhere", "nats://hub/tower", "nats://hill/tower", false},
+                    Same{"AStationAndAHost", "nats://hub/tower", "hub", false}),
+    [](const auto& row) { return std::string(row.param.name); });
+
 struct Bad {
     const char* name;
     const char* text;

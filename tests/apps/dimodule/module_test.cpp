@@ -191,6 +191,19 @@ TEST_F(DiModule, DropsAConnectionOnceItIsIdle) {
     EXPECT_TRUE(WaitForEnd());
 }
 
+TEST_F(DiModule, WaitsForTheFirstQuestionHoweverSoonItDropsWhatIsIdle) {
+    SetFault("idle 1");
+    Connect();
+    ASSERT_TRUE(WaitForConnections(1));
+    // The time is over for both, once it is for the one that asked.
+    QTcpSocket other;
+    Connect(other);
+    other.write(Question(2));
+    ASSERT_TRUE(WaitUntil([&other] { return other.state() == QAbstractSocket::UnconnectedState; }));
+    socket.write(Question(1));
+    EXPECT_EQ(Receive(11), first);
+}
+
 TEST_F(DiModule, DropsConnectionsThatWereThereBeforeTheFault) {
     Connect();
     ASSERT_TRUE(WaitForConnections(1));

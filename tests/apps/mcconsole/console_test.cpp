@@ -4,6 +4,7 @@
 #include <apps/pages/noticebar.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
+#include <tests/support/spoken.h>
 
 #include <gmock/gmock.h>
 
@@ -208,6 +209,12 @@ TEST_F(ConsoleTest, GivesItsMpxOrvBackAndTakesItAgain) {
     EXPECT_TRUE(WaitFor([&] { return !Tree(list).contains(QLatin1String("TestConsole")); }));
     QTest::keyClick(box, Qt::Key_Space);
     EXPECT_TRUE(WaitFor([&] { return Tree(list).contains(QLatin1String("TestConsole")); }));
+}
+
+TEST_F(ConsoleTest, GivesItsMpxOrvBackToWhoeverSwitchesByAssistiveTechnology) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    spoken::Toggle(*Find<QCheckBox>("MyMpxORV", "UseMpxORV"));
+    EXPECT_TRUE(WaitFor([this] { return !window->GetSession().UsesMpxOrv(); }));
 }
 
 TEST_F(ConsoleTest, ShowsWhatAViewerMaySee) {

@@ -15,14 +15,29 @@ ConsoleOptions Parse(QStringList words, const QString& token = QString()) {
 TEST(ConsoleOptions, AskForTheServerUnlessItIsGiven) {
     const ConsoleOptions options = Parse({});
     EXPECT_EQ(options.action, ConsoleOptions::EAction::Run);
-    EXPECT_FALSE(options.server.has_value());
+    EXPECT_TRUE(options.servers.empty());
     EXPECT_EQ(options.client.token, QString());
 }
 
 TEST(ConsoleOptions, TakeTheServerFromTheCommandLine) {
     const ConsoleOptions options = Parse({QStringLiteral("--connect"), QStringLiteral("mcss://tower:8000")});
-    ASSERT_TRUE(options.server.has_value());
-    EXPECT_EQ(options.server->ToText(), QStringLiteral("mcss://tower:8000"));
+    ASSERT_EQ(options.servers.size(), 1U);
+    EXPECT_EQ(options.servers.front().ToText(), QStringLiteral("mcss://tower:8000"));
+}
+
+TEST(ConsoleOptions, TakeSeveralServersInTheirOrder) {
+    const ConsoleOptions options = Parse({QStringLiteral("--connect"), QStringLiteral("tower"),
+                                          QStringLiteral("--connect"), QStringLiteral("nats://hub/mast")});
+    ASSERT_EQ(options.servers.size(), 2U);
+    EXPECT_EQ(options.servers[0].ToText(), QStringLiteral("tower:7450"));
+    EXPECT_EQ(options.servers[1].ToText(), QStringLiteral("nats://hub/mast"));
+}
+
+TEST(ConsoleOptions, TakeNoMoreServersThanHaveTabs) {
+    QStringList words;
+    for (int i = 0; i < 17; ++i)
+        words << QStringLiteral("--connect") << QStringLiteral("tower%1").arg(i);
+    EXPECT_EQ(Parse(words).text, QStringLiteral("--connect: 16 stations at most"));
 }
 
 TEST(ConsoleOptions, TakeTheTokenFromTheEnvironmentUnlessItIsGiven) {
@@ -42,8 +57,8 @@ TEST_P(EncryptingOptions, MeanTls) {
     QStringList words = QString::fromLatin1(GetParam().options).split(QLatin1Char(' '));
     words << QStringLiteral("--connect") << QStringLiteral("tower");
     const ConsoleOptions options = Parse(words);
-    ASSERT_TRUE(options.server.has_value()) << options.text.toStdString();
-    EXPECT_TRUE(options.server->isEncrypted);
+    ASSERT_EQ(options.servers.size(), 1U) << options.text.toStdString();
+    EXPECT_TRUE(options.servers.front().isEncrypted);
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, EncryptingOptions,

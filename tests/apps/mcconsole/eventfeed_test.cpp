@@ -56,8 +56,10 @@ class EventFeedTest : public testing::Test {
   protected:
     EventFeedTest() {
         QObject::connect(&m_feed, &EventFeed::Came, [this](const std::vector<Event>& events) {
-            for (const Event& event : events)
+            for (const Event& event : events) {
                 m_told.push_back(event.number);
+                m_texts << event.Translated();
+            }
             ++m_batches;
         });
         QObject::connect(&m_feed, &EventFeed::OlderCame, [this](const std::vector<Event>& events) {
@@ -91,6 +93,7 @@ class EventFeedTest : public testing::Test {
     RecallingClient m_client;
     values::Value<QString>* m_event;
     EventFeed m_feed{[this] { return &m_client; }};
+    QStringList m_texts;  // of the same
     std::vector<qint64> m_told;
     int m_batches = 0;
 };
@@ -163,6 +166,24 @@ TEST_F(EventFeedTest, StartsAnewWhereMoreWasMissedThanIsKept) {
     m_client.AnswerAll();
     EXPECT_EQ(m_told.back(), 5000);
     EXPECT_EQ(m_told[m_told.size() - 2000], 3001);
+}
+
+TEST_F(EventFeedTest, SaysHowManyAreMissingThatTheServerHasNoMore) {
+    m_client.newest = 10;
+    Offer();
+    Connect();
+    m_client.AnswerAll();
+    m_feed.Bind(QString());
+    m_client.newest = 40;
+    m_client.oldest = 31;
+    Connect();
+    m_client.AnswerAll();
+    ASSERT_EQ(m_texts.size(), 21);
+    EXPECT_EQ(m_texts[10], S("20 events are missing here: the server does not keep so many"));
+    EXPECT_EQ(m_told[11], 31);
+    Happen(41);
+    EXPECT_TRUE(WaitForLast(41));
+    EXPECT_EQ(m_texts.size(), 22);
 }
 
 TEST_F(EventFeedTest, KeepsWhatTheServerToldBeforeItWasRestarted) {

@@ -17,6 +17,7 @@ inline Event Make(qint64 number, const CodedText& said = ECode::ConfigSaved, con
     event.source = QString::fromUtf8(source);
     event.who = QString::fromUtf8(who);
     event.said = said;
+    if (said.GetCode() != ECode::Count) event.code = QLatin1String(eventcodes::Of(said.GetCode()).code);
     event.text = said.ToEnglish();
     return event;
 }

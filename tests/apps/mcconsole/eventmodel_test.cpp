@@ -8,7 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
+
+#include <algorithm>
 
 namespace {
 
@@ -53,24 +56,98 @@ TEST_F(EventModelTest, ShowsWhatHappenedInFiveColumns) {
     EXPECT_EQ(text(EventModel::TextColumn), S("A is master"));
 }
 
-TEST_F(EventModelTest, EachOfTheSeveritiesThatMatterHasAnIcon) {
-    for (const EEventSeverity severity :
-         {EEventSeverity::Notice, EEventSeverity::Warning, EEventSeverity::Alarm}) {
-        m_model.Append({Make(1, ECode::ConfigSaved, "config", severity)});
-        const QVariant icon = m_model.index(m_model.rowCount() - 1, 0).data(Qt::DecorationRole);
-        EXPECT_FALSE(icon.value<QIcon>().isNull());
-    }
+/// How an event looks by what happened and how grave that is.
+struct LookRow {
+    const char* name;
+    ECode code;
+    EEventSeverity severity;
+    EEventLook look;
+    const char* word;
+};
+
+class EventLooks : public testing::TestWithParam<LookRow> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    , EventLooks,
+    testing::Values(
+        LookRow{"ADoneRequest", ECode::RequestDone, EEventSeverity::Info, EEventLook::Done, "Info"},
+        LookRow{"AGrant", ECode::Tuned, EEventSeverity::Info, EEventLook::Done, "Info"},
+        LookRow{"ADeviceThatIsThere", ECode::DeviceConnected, EEventSeverity::Notice, EEventLook::Done,
+                "Notice"},
+        LookRow{"ADeviceThatIsNotThere", ECode::DeviceNotConnected, EEventSeverity::Notice,
+                EEventLook::Notice, "Notice"},
+        LookRow{"WhoComes", ECode::Connected, EEventSeverity::Info, EEventLook::Told, "Info"},
+        LookRow{"ARefusal", ECode::RequestRefused, EEventSeverity::Notice, EEventLook::Refused, "Refused"},
+        LookRow{"ARefusalThatIsAnAlarm", ECode::RequestRefused, EEventSeverity::Alarm, EEventLook::Alarm,
+                "Alarm"},
+        LookRow{"WhoIsNotAdmitted", ECode::NotAdmitted, EEventSeverity::Warning, EEventLook::Warning,
+                "Warning"},
+        LookRow{"AGrantThatNobodyWatches", ECode::TunedUnsupervised, EEventSeverity::Warning,
+                EEventLook::Warning, "Warning"},
+        LookRow{"ALostConnection", ECode::ConnectionLost, EEventSeverity::Alarm, EEventLook::Alarm, "Alarm"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_P(EventLooks, IsThatOfWhatHappened) {
+    const Event event = Make(1, {GetParam().code, {S("A"), S("B")}}, "config", GetParam().severity);
+    EXPECT_EQ(eventlook::Of(event), GetParam().look);
+    EXPECT_EQ(eventlook::Word(event), S(GetParam().word));
+    EventModel model;
+    model.Append({event});
+    EXPECT_EQ(model.index(0, EventModel::SeverityColumn).data().toString(), S(GetParam().word));
+    const auto icon = model.index(0, 0).data(Qt::DecorationRole).value<QIcon>();
+    EXPECT_FALSE(icon.isNull());
 }
 
-TEST_F(EventModelTest, OfTooManyTheOldestGo) {
+TEST(EventLooksAtAll, ARefusalFromANewerServerIsOneToo) {
+    Event event = Make(1, CodedText(), "MpxORV A", EEventSeverity::Notice);
+    event.code = S("request-refused");  // with an argument that is not known here
+    event.text = S("A: refused: something new");
+    EXPECT_EQ(eventlook::Of(event), EEventLook::Refused);
+}
+
+/// The colour that is most seen in a sign; grey ones do not count.
+QColor ColourOf(const QIcon& icon) {
+    const QImage sign = icon.pixmap(32).toImage();
+    long long red = 0, green = 0, blue = 0;
+    for (int y = 0; y < sign.height(); ++y)
+        for (int x = 0; x < sign.width(); ++x)
+            if (const QColor pixel = sign.pixelColor(x, y); pixel.alpha() > 128 && pixel.saturation() > 60) {
+                red += pixel.red();
+                green += pixel.green();
+                blue += pixel.blue();
+            }
+    const long long most = std::max({red, green, blue, 1LL});
+    const auto part = [most](long long sum) { return static_cast<int>(255 * sum / most); };
+    return QColor(part(red), part(green), part(blue));
+}
+
+TEST(EventLooksAtAll, OnlyWhatIsDoneIsGreen) {
+    const eventlook::Icons icons;
+    for (int i = 0; i < static_cast<int>(EEventLook::Count); ++i) {
+        const auto look = static_cast<EEventLook>(i);
+        const QColor colour = ColourOf(icons.Of(look));
+        const bool isGreen = colour.green() > colour.red() && colour.green() > colour.blue();
+        EXPECT_EQ(isGreen, look == EEventLook::Done) << i << ' ' << colour.name().toStdString();
+    }
+    const QColor refused = ColourOf(icons.Of(EEventLook::Refused));
+    EXPECT_GT(refused.green(), refused.red() / 3) << "nor is it red, as an alarm is";
+}
+
+// Each time they go all that is in sight is drawn anew, so it is not with every event.
+TEST_F(EventModelTest, OfTooManyTheOldestGoManyAtATime) {
+    constexpr int AtOnce = EventList::GoAtOnce;
     m_model.Append(MakeMany(1, EventList::MaxKept));
     QSignalSpy gone(&m_model, &EventModel::FirstRowsGone);
-    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 5));
+    for (int i = 1; i < AtOnce; ++i)
+        m_model.Append({Make(EventList::MaxKept + i)});
+    EXPECT_EQ(gone.count(), 0);
+    EXPECT_EQ(m_model.LineOf(0).event.number, 1);
+    m_model.Append({Make(EventList::MaxKept + AtOnce)});
     EXPECT_EQ(m_model.rowCount(), EventList::MaxKept);
-    EXPECT_EQ(m_model.LineOf(0).event.number, 6);
-    EXPECT_EQ(m_model.LineOf(EventList::MaxKept - 1).event.number, EventList::MaxKept + 5);
+    EXPECT_EQ(m_model.LineOf(0).event.number, AtOnce + 1);
+    EXPECT_EQ(m_model.LineOf(EventList::MaxKept - 1).event.number, EventList::MaxKept + AtOnce);
     ASSERT_EQ(gone.count(), 1);
-    EXPECT_EQ(gone[0][0].toInt(), 5);
+    EXPECT_EQ(gone[0][0].toInt(), AtOnce);
 }
 
 TEST_F(EventModelTest, OlderOnesComeBeforeTheOthers) {
@@ -88,8 +165,8 @@ TEST_F(EventModelTest, ThereIsNoRoomForOlderOnesWhereItIsFull) {
 }
 
 TEST_F(EventModelTest, MayBeAddedToWhereNothingIsLeftOfWhatCame) {
-    m_model.Append(MakeMany(1, EventList::MaxKept + 50));
-    EXPECT_EQ(m_model.LineOf(0).event.number, 51);
+    m_model.Append(MakeMany(1, EventList::MaxKept + 150));
+    EXPECT_EQ(m_model.LineOf(0).event.number, 151);
     m_model.Clear();
     m_model.Append(MakeMany(1, 2));
     EXPECT_EQ(Numbers(), (std::vector<qint64>{1, 2}));
@@ -160,8 +237,8 @@ TEST_F(EventModelTest, WhatComesIsLookedAtAloneHoweverManyThereAre) {
     const qint64 looked = m_model.CountLookedAt();
     QSignalSpy inserted(&m_model, &QAbstractItemModel::rowsInserted);
     QSignalSpy removed(&m_model, &QAbstractItemModel::rowsRemoved);
-    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 50));
-    EXPECT_EQ(m_model.CountLookedAt() - looked, 50);
+    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 150));
+    EXPECT_EQ(m_model.CountLookedAt() - looked, 150);
     EXPECT_EQ(inserted.count(), 1);
     EXPECT_EQ(removed.count(), 1);
 }

@@ -7,6 +7,7 @@
 #include <tests/apps/mcconsole/eventmaker.h>
 #include <tests/support/dialogs/modaldriver.h>
 #include <tests/support/doubles/fakevtclient.h>
+#include <tests/support/spoken.h>
 #include <tests/support/waituntil.h>
 
 #include <gtest/gtest.h>
@@ -60,11 +61,16 @@ class PaintWatcher : public QObject {
   public:
     explicit PaintWatcher(QWidget& widget) { widget.installEventFilter(this); }
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) painted += static_cast<QPaintEvent*>(event)->region();
+        if (event->type() != QEvent::Paint) return false;
+        const QRegion& region = static_cast<QPaintEvent*>(event)->region();
+        painted += region;
+        for (const QRect& rect : region)
+            heights += rect.height();
         return false;
     }
 
     QRegion painted;
+    int heights = 0;  // of all rectangles that were painted, one after the other
 };
 
 class EventsPageTest : public testing::Test {
@@ -130,23 +136,52 @@ class EventsPageTest : public testing::Test {
     EventsPage m_page;
 };
 
+/// How many pixels of a row more than whole rows are in sight.
+class ARowInSight : public EventsPageTest, public testing::WithParamInterface<int> {};
+
 // A table that is drawn anew for each of them would cost as much as all its cells.
-TEST_F(EventsPageTest, OneMoreEventIsDrawnAndNoOther) {
+TEST_P(ARowInSight, OneMoreEventIsDrawnAndNoOther) {
     ASSERT_NO_FATAL_FAILURE(Open(150));
     ASSERT_GT(Bar()->maximum(), 0);
+    const int rowHeight = Table()->rowHeight(0);
+    const int spare = (Table()->viewport()->height() - GetParam()) % rowHeight;
+    m_page.resize(m_page.width(), m_page.height() - spare);
+    ASSERT_TRUE(WaitUntil([&] { return Table()->viewport()->height() % rowHeight == GetParam(); }));
+    RunTurns(3);
     PaintWatcher watcher(*Table()->viewport());
-    ASSERT_NO_FATAL_FAILURE(Happen());
-    ASSERT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); }));
-    RunTurns(5);
-    watcher.painted = QRegion();
-    ASSERT_NO_FATAL_FAILURE(Happen());
-    ASSERT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); }));
-    int height = 0;
-    for (const QRect& rect : watcher.painted)
-        height += rect.height();
-    EXPECT_LE(height, 2 * Table()->rowHeight(0));
+    constexpr int events = 10;
+    for (int i = 0; i < events; ++i) {
+        watcher.painted = QRegion();
+        ASSERT_NO_FATAL_FAILURE(Happen());
+        ASSERT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); }));
+    }
+    // The event's own row, the one that comes into sight with it, and as many again: of some 15 in sight.
+    EXPECT_LE(watcher.heights, events * 4 * rowHeight);
+    ASSERT_GT(Table()->viewport()->height(), 10 * rowHeight);
     EXPECT_TRUE(IsAtEnd());
     EXPECT_GE(Table()->rowAt(Table()->viewport()->height() - 1), Rows() - 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pixels, ARowInSight, testing::Values(0, 1, 10, 12, 21),
+                         testing::PrintToStringParamName());
+
+// Where the slider would stand at the same pixels it stays as it is drawn; it costs more than a row.
+TEST_F(EventsPageTest, TheScrollBarIsDrawnOnlyWhereItWouldLookDifferent) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    PaintWatcher watcher(*Bar());
+    int drawn = 0;
+    constexpr int events = 20;
+    for (int i = 0; i < events; ++i) {
+        watcher.painted = QRegion();
+        ASSERT_NO_FATAL_FAILURE(Happen());
+        RunTurns(3);
+        drawn += watcher.painted.isEmpty() ? 0 : 1;
+    }
+    EXPECT_LT(drawn, events / 2);
+    watcher.painted = QRegion();
+    Wheel(240);
+    EXPECT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); })) << "it stands elsewhere";
 }
 
 TEST_F(EventsPageTest, AFewEventsAreDrawnWhereTheyAre) {
@@ -218,6 +253,24 @@ TEST_F(EventsPageTest, WhatIsFilteredIsDrawnAnew) {
     EXPECT_TRUE(WaitUntil([&] { return watcher.painted.contains(QPoint(5, 5)); }));
 }
 
+TEST_F(EventsPageTest, WhatWasMissedIsARowOfItsOwn) {
+    const QDateTime from(QDate(2026, 11, 22), QTime(14, 3, 5));
+    for (const bool wasConnected : {true, false}) {
+        ASSERT_NO_FATAL_FAILURE(Open(3));
+        m_page.TellMissed(
+            {S("/MultiChannelServer/Status"), from.toUTC(), from.addSecs(3).toUTC(), wasConnected});
+        const int last = Rows() - 1;
+        const QString text = Table()->model()->index(last, EventModel::TextColumn).data().toString();
+        EXPECT_EQ(text, wasConnected
+                            ? S("What happened from 14:03:05 to 14:03:08 did not come here: lines of the "
+                                "log are missing, events were asked for again")
+                            : S("Not connected from 14:03:05 to 14:03:08: lines of the log are missing, "
+                                "events were asked for again"));
+        EXPECT_EQ(Table()->model()->index(last, EventModel::SeverityColumn).data().toString(),
+                  wasConnected ? S("Warning") : S("Notice"));
+    }
+}
+
 TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
     ASSERT_NO_FATAL_FAILURE(Open(150));
     ASSERT_TRUE(Follow()->isChecked() && IsAtEnd());
@@ -254,6 +307,17 @@ TEST_F(EventsPageTest, TheKeysPauseAndGoOnToo) {
     EXPECT_FALSE(IsAtEnd());
     QTest::keyClick(Follow(), Qt::Key_Space);
     EXPECT_TRUE(Follow()->isChecked() && IsAtEnd());
+}
+
+TEST_F(EventsPageTest, PauseAndGoOnForAssistiveTechnologyToo) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    spoken::Toggle(*Follow());
+    ASSERT_NO_FATAL_FAILURE(Happen());
+    EXPECT_EQ(Follow()->text(), S("&Follow (1 new)"));
+    EXPECT_FALSE(IsAtEnd());
+    spoken::Toggle(*Follow());
+    EXPECT_EQ(Follow()->text(), S("&Following"));
+    EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(EventsPageTest, OlderOnesComeOnRequestAndWhatIsReadStays) {

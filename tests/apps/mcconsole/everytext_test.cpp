@@ -57,12 +57,12 @@ class EveryTextTest : protected InGerman, public ConsoleTest {
     /// What the server's tree holds, without the language of the window.
     static QString Text(const char* below) {
         const auto* const value = values::FindValue<values::Value<QString>>(
-            ConsoleSession::GetBasePath() + QLatin1String(below), nullptr, nullptr);
+            ConsoleSession::DefaultBasePath() + QLatin1String(below), nullptr, nullptr);
         return value != nullptr ? value->GetValue() : QString();
     }
     static QString Mode() {
         const auto* const mode = values::FindValue<values::ValueSelection>(
-            ConsoleSession::GetBasePath() + QLatin1String("/Status/OperationMode"), nullptr, nullptr);
+            ConsoleSession::DefaultBasePath() + QLatin1String("/Status/OperationMode"), nullptr, nullptr);
         return mode != nullptr ? mode->GetCurrentText() : QString();
     }
     static QString Own(const char* below) {

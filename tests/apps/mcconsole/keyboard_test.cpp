@@ -6,6 +6,7 @@
 #include <apps/pages/scrolledpage.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
+#include <tests/apps/mcconsole/memorystations.h>
 
 #include <gmock/gmock.h>
 
@@ -17,6 +18,7 @@
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
@@ -218,6 +220,18 @@ TEST_F(KeyboardTest, ServesTheDialogThatAsksForTheServer) {
     QApplication::setActiveWindow(&dialog);
     EXPECT_THAT(Unreachable(dialog), IsEmpty());
     EXPECT_THAT(Nameless(dialog), IsEmpty());
+}
+
+TEST_F(KeyboardTest, ServesTheListOfStationsToo) {
+    MemoryStations stations;
+    ConnectDialog dialog(RecentServers(), VtClientOptions(), nullptr, stations.Maker());
+    dialog.show();
+    dialog.findChild<QGroupBox*>(QStringLiteral("Stations"))->setChecked(true);
+    QApplication::setActiveWindow(&dialog);
+    QCoreApplication::processEvents();
+    EXPECT_THAT(Unreachable(dialog), IsEmpty());
+    EXPECT_THAT(Nameless(dialog), IsEmpty());
+    EXPECT_THAT(SharedKeys(dialog), IsEmpty());
 }
 
 class WindowsInALanguage : public testing::TestWithParam<const char*> {

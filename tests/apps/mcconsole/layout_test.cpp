@@ -9,6 +9,7 @@
 
 #include <tests/apps/mcconsole/consolefixture.h>
 #include <tests/apps/mcconsole/cuttexts.h>
+#include <tests/support/waituntil.h>
 
 #include <platform/device/stddevicedefinition.h>
 #include <platform/widgets/refreshscheduler.h>
@@ -44,14 +45,22 @@ constexpr char Configuration[] =
     "Module0\\Assignments\\DI_0=121500000\n"
     "Module0\\Labels\\DI_0=Tower 1\n";
 
-class LayoutTest : public testing::TestWithParam<const char*> {
+/// In which language, with how large letters and how large a window somebody works.
+struct Look {
+    const char* name;
+    const char* language;
+    double points;
+    QSize window;
+};
+
+class LayoutTest : public testing::TestWithParam<Look> {
   protected:
-    LayoutTest() : m_module(QString::fromLatin1(GetParam())) {
+    LayoutTest() : m_module(QString::fromLatin1(GetParam().language)) {
         UseFontOfADesktop();
         CfgCenter::Instance().SetStorePath(m_server.Path(QStringLiteral("console.ini")));
         window = std::make_unique<ConsoleWindow>(VtClientOptions());
         window->GetSession().SetMpxOrvName(QStringLiteral("Console"));
-        window->resize(SmallScreen);
+        window->resize(GetParam().window);
         window->show();
     }
     ~LayoutTest() override {
@@ -61,10 +70,9 @@ class LayoutTest : public testing::TestWithParam<const char*> {
         QApplication::setFont(m_usualFont);
     }
 
-    /// Ten points of a wide font at 96 dots per inch. Where there is no desktop, the toolkit has a much
-    /// larger one.
+    /// A wide font at 96 dots per inch. Where there is no desktop, the toolkit has a much larger one.
     static void UseFontOfADesktop() {
-        constexpr double pixels = 10.0 * 96 / 72;
+        const double pixels = GetParam().points * 96 / 72;
         constexpr double pointsPerInch = 72;
         QFont font(QStringLiteral("DejaVu Sans"));
         font.setPointSizeF(pixels * pointsPerInch / QGuiApplication::primaryScreen()->logicalDotsPerInchY());
@@ -109,14 +117,14 @@ class LayoutTest : public testing::TestWithParam<const char*> {
         for (int i = 0; i < window->GetTabs()->count(); ++i) {
             window->GetTabs()->setCurrentIndex(i);
             RefreshScheduler::Instance().Flush();
-            QCoreApplication::processEvents();
+            RunTurns(10);
             SCOPED_TRACE(window->GetTabs()->widget(i)->objectName().toStdString());
             check();
         }
     }
     void ExpectThatAllIsSeen() {
         OnEachPage([&] {
-            EXPECT_EQ(window->size(), SmallScreen) << "something does not let it be smaller";
+            EXPECT_EQ(window->size(), GetParam().window) << "something does not let it be smaller";
             EXPECT_THAT(cuttexts::Find(*window), IsEmpty());
             EXPECT_THAT(cuttexts::ScrollBars(*window, Qt::Horizontal), IsEmpty());
             if (window->GetTabs()->currentIndex() == 0) {
@@ -157,7 +165,7 @@ TEST_P(LayoutTest, TheListOfMpxOrvsShowsWhatMattersInANarrowWindow) {
     auto* const page = Find<QWidget>("MpxORVs");
     window->GetTabs()->setCurrentWidget(page);
     window->resize(OldWindow);
-    QCoreApplication::processEvents();
+    RunTurns(10);
     const auto* const list = Find<QTableView>("MpxORVList");
     EXPECT_EQ(window->width(), OldWindow.width());
     EXPECT_THAT(cuttexts::ScrollBars(*page, Qt::Horizontal), IsEmpty());
@@ -183,12 +191,18 @@ TEST_P(LayoutTest, CutsNothingInItsDialogs) {
         SCOPED_TRACE(dialog->objectName().toStdString());
         EXPECT_THAT(cuttexts::Find(*dialog), IsEmpty());
         EXPECT_THAT(cuttexts::ScrollBars(*dialog, Qt::Horizontal), IsEmpty());
-        EXPECT_LE(dialog->width(), SmallScreen.width());
-        EXPECT_LE(dialog->height(), SmallScreen.height());
+        EXPECT_LE(dialog->width(), GetParam().window.width());
+        EXPECT_LE(dialog->height(), GetParam().window.height());
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, LayoutTest, testing::Values("en", "de"),
-                         [](const auto& row) { return std::string(row.param); });
+INSTANTIATE_TEST_SUITE_P(, LayoutTest,
+                         testing::Values(Look{"English", "en", 10, SmallScreen},
+                                         Look{"German", "de", 10, SmallScreen},
+                                         Look{"EnglishInLargeLetters", "en", 12, SmallScreen},
+                                         Look{"GermanInLargeLetters", "de", 12, SmallScreen},
+                                         Look{"EnglishInANarrowWindow", "en", 10, OldWindow},
+                                         Look{"GermanInANarrowWindow", "de", 10, OldWindow}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

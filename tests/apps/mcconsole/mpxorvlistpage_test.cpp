@@ -5,6 +5,7 @@
 #include <apps/pages/mpxorvs/mpxorvtable.h>
 
 #include <tests/apps/mcconsole/mpxorvtree.h>
+#include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
 
@@ -14,6 +15,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableView>
 
 namespace {
@@ -227,6 +229,22 @@ TEST_F(MpxOrvListPageTest, MayGoWhileItShowsSomething) {
     other->Bind(QStringLiteral("/Server"), AllSegments);
     other->show();
     other.reset();
+}
+
+/// Else it would be laid out again and again, with a bar every other time.
+TEST_F(MpxOrvListPageTest, RestsOnceItsColumnsFitHoweverWideItIs) {
+    constexpr int narrowest = 760;
+    constexpr int widest = 1700;
+    for (int width = narrowest; width <= widest; width += 10) {
+        page.resize(width, 600);
+        RunTurns(10);
+        const QSize settled = view.viewport()->size();
+        for (int turn = 0; turn < 3; ++turn) {
+            RunTurns(1);
+            ASSERT_EQ(view.horizontalScrollBar()->maximum(), 0) << width;
+            ASSERT_EQ(view.viewport()->height(), settled.height()) << width;
+        }
+    }
 }
 
 }  // namespace

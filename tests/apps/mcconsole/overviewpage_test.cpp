@@ -8,6 +8,7 @@
 
 #include <tests/apps/mcconsole/eventmaker.h>
 #include <tests/apps/mcconsole/overviewfixture.h>
+#include <tests/support/spoken.h>
 
 #include <gmock/gmock.h>
 
@@ -156,6 +157,17 @@ TEST_F(OverviewPageTest, WaitsForSilenceWhenAskedToAndSaysSo) {
     EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
     EXPECT_FALSE(retry->isChecked());
     EXPECT_FALSE(retry->isEnabled());
+}
+
+TEST_F(OverviewPageTest, WaitsForSilenceWhenAssistiveTechnologyAsksForIt) {
+    server.Suppress(2, 2, {121.5e6}, {});
+    Tune("121.5");
+    Refuse("121.5 MHz is blanked");
+    spoken::Toggle(*Find<QPushButton>("RetryWhenSilent"));
+    EXPECT_EQ(Find<QPushButton>("RetryWhenSilent")->text(),
+              QStringLiteral("Waits until 121.5 MHz is silent: cancel"));
+    server.Suppress(2, 2, {}, {});
+    EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
 }
 
 TEST_F(OverviewPageTest, CancelsTheWaitingByTheSameButton) {
@@ -362,6 +374,21 @@ TEST_F(OverviewPageTest, ShowsTheLastFiveEventsTheNewestFirst) {
     EXPECT_THAT(Events().back(), HasSubstr("  Van 3"));
     page.GetLastEvents().Clear();
     EXPECT_THAT(Events(), IsEmpty());
+}
+
+TEST_F(OverviewPageTest, TellsWhatWasRefusedByAnotherSignThanWhatIsDone) {
+    page.GetLastEvents().Add(
+        {eventmaker::Make(1, {ECode::Tuned, {QStringLiteral("121.5 MHz"), QStringLiteral("Van")}}),
+         eventmaker::Make(2, {ECode::RequestRefused, {QStringLiteral("Van"), QStringLiteral("refused")}},
+                          "MpxORV Van", EEventSeverity::Notice)});
+    const auto row = [this](int number, int role) {
+        return Find<LastEvents>("LastEvents")->model()->index(number, 0).data(role);
+    };
+    const auto sign = [&](int number) {
+        return row(number, Qt::DecorationRole).value<QIcon>().pixmap(16).toImage();
+    };
+    EXPECT_NE(sign(0), sign(1));
+    EXPECT_TRUE(row(0, Qt::AccessibleTextRole).toString().startsWith(QLatin1String("Refused ")));
 }
 
 }  // namespace

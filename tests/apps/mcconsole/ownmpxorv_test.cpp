@@ -90,7 +90,8 @@ TEST_F(OwnMpxOrvTest, IsMissingWithTheServersReasonWhereItMayNotBeSeen) {
     EXPECT_TRUE(State().contains(QLatin1String("'eve'"))) << State().toStdString();
     // Who does not want one is not told that there is none.
     QTest::keyClick(Find<QCheckBox>("MyMpxORV", "UseMpxORV"), Qt::Key_Space);
-    EXPECT_EQ(State(), QStringLiteral("No MpxORV is connected."));
+    EXPECT_TRUE(WaitFor([&] { return State() == QLatin1String("No MpxORV is connected."); }))
+        << State().toStdString();
 }
 
 }  // namespace

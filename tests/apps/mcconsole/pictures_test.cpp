@@ -76,4 +76,16 @@ TEST_F(Pictures, ShowWhatHoldsWhenTheyAreTaken) {
     EXPECT_EQ(taken, m_tabs.grab().toImage()) << "nothing is left to be drawn";
 }
 
+/// Where tables are fitted to their room after all else is laid out.
+TEST_F(Pictures, ShowWhatIsFittedAMomentLater) {
+    auto* const bar = new QWidget(&m_tabs);
+    bar->setGeometry(100, 100, 50, 50);
+    bar->setAutoFillBackground(true);
+    bar->setPalette(QPalette(Qt::red));
+    bar->show();
+    const QImage before = Take();
+    QMetaObject::invokeMethod(bar, &QWidget::hide, Qt::QueuedConnection);
+    EXPECT_NE(Take().pixel(120, 120), before.pixel(120, 120));
+}
+
 }  // namespace

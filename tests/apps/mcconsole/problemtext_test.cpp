@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What goes wrong, as the system and the libraries say it, in the language of whoever looks at it.
+#include <apps/common/codedtext.h>
 #include <apps/common/problemtext.h>
 #include <apps/pages/guimodule.h>
 
@@ -43,6 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
     , GermanProblem,
     testing::Values(
         ProblemRow{"OfTheSystem", "Connection refused", "Verbindung abgelehnt"},
+        ProblemRow{"OfASocketOfWindows", "Unable to write", "Senden ist nicht möglich"},
         ProblemRow{"WithItsNumber", "Connection refused (111)", "Verbindung abgelehnt (111)"},
         ProblemRow{"OfWindowsInItsOwnWords", "Es konnte keine Verbindung hergestellt werden. (10061)",
                    "Verbindung abgelehnt (10061)"},
@@ -55,6 +57,20 @@ INSTANTIATE_TEST_SUITE_P(
         ProblemRow{"OfAWrite", "only operators switch policies", "nur Bediener schalten Rechte"},
         ProblemRow{"OfAWriteWithAName", "a client's van belongs to another user",
                    "a client's van gehört einem anderen Benutzer"},
+        ProblemRow{"OfNats", "NATS refuses: Permissions Violation for Subscription to \"mcs.tower.>\"",
+                   "NATS lehnt ab: auf \"mcs.tower.>\" darf nicht gehört werden"},
+        ProblemRow{"OfNatsThatIsNotThere", "NATS at 10.0.0.9:4222: No server available for connection",
+                   "NATS unter 10.0.0.9:4222: kein Server nimmt die Verbindung an"},
+        ProblemRow{"OfNatsThatIsSilent", "NATS at 10.0.0.9:4222: Timeout",
+                   "NATS unter 10.0.0.9:4222: keine Antwort innerhalb der Frist"},
+        ProblemRow{"OfALostNats", "the connection to NATS at [::1]:4222 is lost: Stale Connection",
+                   "die Verbindung zu NATS unter [::1]:4222 ist verloren: die Gegenstelle schweigt zu lange"},
+        ProblemRow{"OfABuildWithoutNats", "this build knows no NATS", "dieses Programm kennt kein NATS"},
+        ProblemRow{"OfASession", "a message was lost over NATS (number 7 came, 5 was due)",
+                   "eine Nachricht ging über NATS verloren (Nummer 7 kam, 5 war an der Reihe)"},
+        ProblemRow{"OfAStationThatIsTaken",
+                   "it is taken by tower on van (process 12, since 2026-11-22T10:00:00Z)",
+                   "sie ist schon vergeben, an tower auf van (Prozess 12, seit 2026-11-22T10:00:00Z)"},
         ProblemRow{"Unknown", "the moon is full", "the moon is full"}, ProblemRow{"Nothing", "", ""}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -70,6 +86,26 @@ TEST_F(GermanProblems, AreKnownOfAllThatModulesSay) {
         EXPECT_NE(problemtext::Translated(text), text);
     }
     EXPECT_GT(count, 12);
+}
+
+TEST_F(GermanProblems, AModuleOnWindowsSaysThemByTheirNumber) {
+    const auto translated = [](const char* text, int number) {
+        return CodedText(ECode::ModuleFailed,
+                         {QStringLiteral("van"), QStringLiteral("10.0.0.1"), QString::fromLatin1(text),
+                          CodedText::Number(number), CodedText()})
+            .Translated();
+    };
+    EXPECT_EQ(translated("Connection refused.", 10061),
+              QStringLiteral("GTS-Datenmodul van/10.0.0.1, Fehler: Verbindung abgelehnt (10061)"));
+    EXPECT_EQ(translated("the moon is full", 7),
+              QStringLiteral("GTS-Datenmodul van/10.0.0.1, Fehler: the moon is full (7)"));
+}
+
+TEST_F(GermanProblems, AreKnownOfNatsInEvents) {
+    const CodedText said(ECode::StationNotOffered,
+                         {QStringLiteral("tower"), QStringLiteral("NATS refuses: Authorization Violation")});
+    EXPECT_TRUE(said.Translated().endsWith(QStringLiteral("NATS lehnt ab: Benutzer oder Token ist falsch")))
+        << said.Translated().toStdString();
 }
 
 TEST_F(GermanProblems, ATextIsSaidByTheCodeBesideIt) {

@@ -2,12 +2,15 @@
 // What is asked before others lose something, and how they are told who took it.
 #include <tests/apps/mcconsole/consolefixture.h>
 #include <tests/support/dialogs/modaldriver.h>
+#include <tests/support/spoken.h>
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
+
+#include <functional>
 
 namespace {
 
@@ -171,10 +174,13 @@ TEST_F(QuestionsTest, GivingTheMpxOrvBackAsMasterIsAskedFor) {
     ASSERT_NO_FATAL_FAILURE(BeReady());
     ASSERT_NO_FATAL_FAILURE(BecomeMaster());
     auto* const box = Find<QCheckBox>("MyMpxORV", "UseMpxORV");
-    const ModalDriver user({Answer("Cancel")});
-    QTest::keyClick(box, Qt::Key_Space);
-    EXPECT_TRUE(box->isChecked());
-    EXPECT_EQ(Get(Mine("Status/IsMaster")), QStringLiteral("true"));
+    for (const auto& ask : {std::function<void()>([&] { QTest::keyClick(box, Qt::Key_Space); }),
+                            std::function<void()>([&] { spoken::Toggle(*box); })}) {
+        const ModalDriver user({Answer("Cancel")});
+        ask();
+        EXPECT_TRUE(WaitFor([&] { return box->isChecked(); }));
+        EXPECT_EQ(Get(Mine("Status/IsMaster")), QStringLiteral("true"));
+    }
 }
 
 TEST_F(QuestionsTest, WhoIsNotMasterQuitsUnasked) {

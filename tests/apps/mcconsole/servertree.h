@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <platform/device/stddevicedefinition.h>
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
@@ -61,6 +63,13 @@ class ServerTree {
     void Tune(double hz) {
         Key("DynamicMpxORVs/Console/Status/OperationMode", hz > 0 ? OperationFfm : OperationIdle);
         Number("DynamicMpxORVs/Console/Status/TunedFrequency", hz);
+    }
+
+    /// The last request of the own MpxORV ended like that.
+    void Answer(ECode kind) {
+        const CodedText answer(kind, {QStringLiteral("the reason")});
+        Text("DynamicMpxORVs/Console/Request/AnswerCode", answer.ToJsonText().toUtf8());
+        Text("DynamicMpxORVs/Console/Request/Answer", answer.ToEnglish().toUtf8());
     }
 
     template <class V>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What an operator has to know at a glance, and which page has its cause.
+#include <apps/common/codedtext.h>
+
 #include <tests/apps/mcconsole/situationfixture.h>
 
 #include <gmock/gmock.h>
@@ -21,6 +23,14 @@ struct SituationRow {
     const char* word;
     const char* page;
 };
+
+/// As the server does of a device that is made of receivers.
+void TellReceivers(ServerTree& server, int answering, int all) {
+    const CodedText state(ECode::ReceiversAnswer,
+                          {CodedText::Number(answering), CodedText::Number(all), QStringLiteral("Hamlib")});
+    server.Text("Status/ConnectionStateCode", state.ToJsonText().toUtf8());
+    server.Text("Status/ConnectionState", state.ToEnglish().toUtf8());
+}
 
 class SituationTable : public SituationTest, public testing::WithParamInterface<SituationRow> {};
 
@@ -62,6 +72,10 @@ INSTANTIATE_TEST_SUITE_P(
     Device, SituationTable,
     testing::Values(
         SituationRow{"Ready", EItem::Device, [](S&, C&) {}, ESeverity::Ok, "ready, scan", "Status"},
+        SituationRow{"AllReceiversAnswer", EItem::Device, [](S& s, C&) { TellReceivers(s, 2, 2); },
+                     ESeverity::Ok, "ready, scan", "Status"},
+        SituationRow{"AReceiverIsLost", EItem::Device, [](S& s, C&) { TellReceivers(s, 1, 2); },
+                     ESeverity::Look, "1 of 2 receivers", "Status"},
         SituationRow{"Booting", EItem::Device, [](S& s, C&) { s.Key("Status/BootState", BootSelfTest); },
                      ESeverity::Look, "self test", "Status"},
         SituationRow{"Failed", EItem::Device, [](S& s, C&) { s.Key("Status/BootState", BootFailed); },
@@ -108,27 +122,43 @@ INSTANTIATE_TEST_SUITE_P(
                                  ESeverity::Ok, "no modules", "Suppression"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-INSTANTIATE_TEST_SUITE_P(Own, SituationTable,
-                         testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Ok,
-                                                      "NOT TUNED", "MyMpxORV"},
-                                         SituationRow{"Tuned", EItem::Own, [](S& s, C&) { s.Tune(121.5e6); },
-                                                      ESeverity::Ok, "121.5 MHz", "MyMpxORV"},
-                                         SituationRow{"TunedAndKeyed", EItem::Own,
-                                                      [](S& s, C&) {
-                                                          s.Tune(121.5e6);
-                                                          s.Suppress(2, 2, {121.5e6}, {});
-                                                      },
-                                                      ESeverity::Look, "121.5 MHz, keyed", "MyMpxORV"},
-                                         SituationRow{"TunedAndNotSupervised", EItem::Own,
-                                                      [](S& s, C&) {
-                                                          s.Tune(121.5e6);
-                                                          s.Suppress(2, 1, {121.5e6}, {121.5e6});
-                                                      },
-                                                      ESeverity::Act, "121.5 MHz, unsupervised", "MyMpxORV"},
-                                         SituationRow{"NotUsed", EItem::Own,
-                                                      [](S&, C& c) { c.isMpxOrvUsed = false; },
-                                                      ESeverity::Unknown, "not used", "MyMpxORV"}),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Own, SituationTable,
+    testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Ok, "NOT TUNED",
+                                 "MyMpxORV"},
+                    SituationRow{"TakenAway", EItem::Own, [](S& s, C&) { s.Answer(ECode::Ended); },
+                                 ESeverity::Look, "NOT TUNED", "MyMpxORV"},
+                    SituationRow{"Refused", EItem::Own, [](S& s, C&) { s.Answer(ECode::Refused); },
+                                 ESeverity::Look, "NOT TUNED", "MyMpxORV"},
+                    SituationRow{"GivenUp", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Answer(ECode::Ended);
+                                     s.Answer(ECode::Done);
+                                 },
+                                 ESeverity::Ok, "NOT TUNED", "MyMpxORV"},
+                    SituationRow{"TunedElsewhereSince", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Answer(ECode::Refused);
+                                     s.Tune(121.5e6);
+                                 },
+                                 ESeverity::Ok, "121.5 MHz", "MyMpxORV"},
+                    SituationRow{"Tuned", EItem::Own, [](S& s, C&) { s.Tune(121.5e6); }, ESeverity::Ok,
+                                 "121.5 MHz", "MyMpxORV"},
+                    SituationRow{"TunedAndKeyed", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Tune(121.5e6);
+                                     s.Suppress(2, 2, {121.5e6}, {});
+                                 },
+                                 ESeverity::Look, "121.5 MHz, keyed", "MyMpxORV"},
+                    SituationRow{"TunedAndNotSupervised", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Tune(121.5e6);
+                                     s.Suppress(2, 1, {121.5e6}, {121.5e6});
+                                 },
+                                 ESeverity::Act, "121.5 MHz, unsupervised", "MyMpxORV"},
+                    SituationRow{"NotUsed", EItem::Own, [](S&, C& c) { c.isMpxOrvUsed = false; },
+                                 ESeverity::Unknown, "not used", "MyMpxORV"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(SituationTest, TellsNothingOfWhatTheServerDoesNotTell) {
     Be(EState::Connected);

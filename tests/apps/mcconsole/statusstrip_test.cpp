@@ -60,6 +60,20 @@ TEST_F(StatusStripTest, SaysBesideWhatItIsHowOldThatIs) {
     EXPECT_EQ(Button("ServerState")->text(), QStringLiteral("Server\nlost for 12 s"));
 }
 
+TEST_F(StatusStripTest, WritesNothingWhileNobodySeesIt) {
+    strip->hide();
+    Be(EState::Lost);
+    clock.Advance(12s);
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device\nready, scan"));
+    strip->show();
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device, 12 s old\nready, scan"));
+    strip->showMinimized();
+    clock.Advance(12s);
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device, 12 s old\nready, scan"));
+    strip->showNormal();
+    EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device, 24 s old\nready, scan"));
+}
+
 TEST_F(StatusStripTest, ClicksLeadToTheCause) {
     for (const char* name : {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
         Click(name);
@@ -124,6 +138,29 @@ TEST_P(StatusLooks, DifferInColourAndShape) {
 
 INSTANTIATE_TEST_SUITE_P(, StatusLooks, testing::Values(LookRow{"Light", false}, LookRow{"Dark", true}),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(StatusStripTest, SaysLessWhereRoomIsShortAndCutsNoWord) {
+    server.Text("Status/Master/Name", "Console");
+    server.Text("Status/Master/Since", "2026-11-22T14:03:21.000Z");
+    server.Suppress(2, 1, {118.4e6}, {121.5e6});
+    QFont ofADesktop(QStringLiteral("DejaVu Sans"));
+    ofADesktop.setPixelSize(13);  // where there is no desktop, the toolkit has a much larger one
+    strip->setFont(ofADesktop);
+    strip->resize(1024, strip->height());
+    QCoreApplication::processEvents();
+    const QString wide = Button("MasterState")->text();
+    EXPECT_TRUE(wide.contains(QLatin1String("since"))) << wide.toStdString();
+    for (int width = 1024; width >= 800; width -= 8) {
+        strip->resize(width, strip->height());
+        QCoreApplication::processEvents();
+        for (const char* name : {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
+            EXPECT_FALSE(Button(name)->text().contains(QChar(0x2026)))
+                << Button(name)->text().toStdString() << " at " << width;
+    }
+    EXPECT_FALSE(Button("MasterState")->text().contains(QLatin1String("since")));
+    EXPECT_EQ(Button("SuppressionState")->text(), QStringLiteral("Suppression\n1 NOT SUPERVISED"));
+    EXPECT_THAT(Button("MasterState")->accessibleName().toStdString(), HasSubstr("since"));
+}
 
 TEST_F(StatusStripTest, FitsANarrowWindow) {
     server.Text("Config/DeviceName", "a name that is much longer than there is room for & more");

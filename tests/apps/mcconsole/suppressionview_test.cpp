@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/suppressionstatus.h>
 #include <apps/pages/serverkeys.h>
+#include <apps/pages/suppression/suppressionfollower.h>
 #include <apps/pages/suppressionview.h>
 
 #include <devicecontrol/multichannelserver/common/gts/blanking.h>
@@ -14,16 +15,21 @@
 
 #include <tests/support/doubles/manualclock.h>
 #include <tests/support/printing.h>
+#include <tests/support/spoken.h>
 #include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <qwt_plot.h>
+
 #include <QtCore/QTemporaryDir>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeWidget>
@@ -107,6 +113,19 @@ class ASuppressionView : public testing::Test {
     SuppressionView m_view;
 };
 
+TEST_F(ASuppressionView, ShowsAnotherRangeOfTimeHoweverThatIsChosen) {
+    Bind();
+    auto& plot = *m_view.findChild<QwtPlot*>();
+    auto& tabs = *m_view.findChild<QTabWidget*>();
+    for (int i = 0; i < tabs.count(); ++i)
+        if (tabs.widget(i)->isAncestorOf(&plot)) tabs.setCurrentIndex(i);
+    const double minutes = plot.axisInterval(QwtPlot::xBottom).width();
+    spoken::Toggle(*m_view.findChild<QRadioButton*>(QStringLiteral("Range60")));
+    EXPECT_NEAR(plot.axisInterval(QwtPlot::xBottom).width() / minutes, 6, 0.5);
+    QTest::keyClick(m_view.findChild<QRadioButton*>(QStringLiteral("Range1440")), Qt::Key_Space);
+    EXPECT_NEAR(plot.axisInterval(QwtPlot::xBottom).width() / minutes, 144, 2);
+}
+
 TEST_F(ASuppressionView, SaysThatAServerTellsNothing) {
     EXPECT_EQ(Summary(), "The server tells nothing of its suppression.");
     Bind();
@@ -137,6 +156,31 @@ TEST_F(ASuppressionView, ShowsALostModuleAndItsReturn) {
     Read(AllSilent);
     EXPECT_TRUE(Becomes([this] { return Module(); }, "Tower mast|Connected"));
     EXPECT_EQ(Input(), "Tower mast|Tower 1|\u25cb silent|121.500");
+}
+
+TEST_F(ASuppressionView, WritesNothingWhileNobodySeesIt) {
+    Bind();
+    Read(AllSilent);
+    ASSERT_TRUE(Becomes([this] { return Module(); }, "Tower mast|Connected"));
+    m_view.hide();
+    const QSignalSpy told(m_view.findChild<SuppressionFollower*>(), &SuppressionFollower::Changed);
+    Lose();
+    ASSERT_TRUE(WaitUntil([&] { return !told.isEmpty(); }));
+    EXPECT_EQ(Module(), "Tower mast|Connected");
+    m_view.show();
+    EXPECT_EQ(Module(), "Tower mast|Error");
+    EXPECT_THAT(Summary(), HasSubstr("0 of 1 modules answer."));
+}
+
+TEST_F(ASuppressionView, TellsTheTableOnlyOfWhatIsAnother) {
+    Bind();
+    Read(AllSilent);
+    ASSERT_TRUE(Becomes([this] { return Module(); }, "Tower mast|Connected"));
+    const QSignalSpy told(m_view.findChild<QTableView*>(QStringLiteral("SuppressionModules"))->model(),
+                          &QAbstractItemModel::dataChanged);
+    Read(ThirdKeyed);
+    ASSERT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|\u25cf keyed|121.500"));
+    EXPECT_EQ(told.count(), 0) << "the module is as it was";
 }
 
 TEST_F(ASuppressionView, CallsAnInputLostButNotUnsupervisedThatAnotherModuleWatches) {

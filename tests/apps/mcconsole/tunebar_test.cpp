@@ -3,6 +3,8 @@
 #include <apps/common/codedtext.h>
 
 #include <tests/apps/mcconsole/tunebarfixture.h>
+#include <tests/support/spoken.h>
+#include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
 
@@ -40,6 +42,16 @@ TEST_F(TuneBarTest, TheButtonAsksOnceAndLeavesTheFieldTheFocus) {
     ClickTune();
     EXPECT_THAT(Asked(), ElementsAre(118.4));
     EXPECT_TRUE(Field()->hasFocus());
+}
+
+TEST_F(TuneBarTest, WhatAssistiveTechnologyWritesIsWhatTuneAsksFor) {
+    spoken::Write(*Field(), QStringLiteral("118400 kHz"));
+    EXPECT_EQ(Text("Understood"), QStringLiteral("= 118.400 MHz"));
+    EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+    EXPECT_THAT(Asked(), IsEmpty());
+    spoken::Press(*bar.findChild<QPushButton*>(QStringLiteral("Tune")));
+    EXPECT_TRUE(WaitUntil([this] { return !Asked().empty(); }));
+    EXPECT_THAT(Asked(), ElementsAre(118.4));
 }
 
 TEST_F(TuneBarTest, AsksOnceMoreForWhatItHas) {

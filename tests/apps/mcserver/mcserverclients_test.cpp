@@ -14,6 +14,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QFile>
+
 #include <memory>
 
 namespace {
@@ -93,6 +95,32 @@ TEST_F(McServerClientsTest, AnApplicationGetsItsMpxOrvTunesItAndTheServerTakesIt
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return m_tree.FindItem(seen) == nullptr; }));
     const QString used = QStringLiteral("/Console/Status/UsedFreqChannels");
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return Find<ValueNumeric<int>>(used)->GetValue() == 0; }));
+}
+
+TEST_F(McServerClientsTest, AKilledServerStillKnowsWhoSwitchedTheBlankingOfAStaticMpxOrv) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"), "[StaticMpxORVs]\nNames=Mast\n");
+    ASSERT_NO_FATAL_FAILURE(m_server.Start());
+    auto first = Connect(QStringLiteral("First"));
+    auto* const blanking = WaitForValue<Value<bool>>(QStringLiteral("/First/StaticMpxORVs/Mast/Blanking"));
+    ASSERT_NE(blanking, nullptr);
+    blanking->SetValue(false);
+    auto* const by =
+        WaitForValue<Value<QString>>(QStringLiteral("/First/StaticMpxORVs/Mast/Status/BlankingSwitchedBy"));
+    ASSERT_NE(by, nullptr);
+    EXPECT_TRUE(ServerProcess::WaitFor([&] { return !by->GetValue().isEmpty(); }));
+    const QString told = by->GetValue();
+    ASSERT_TRUE(ServerProcess::WaitFor([this] {
+        QFile file(m_server.ConfigPath());
+        return file.open(QIODevice::ReadOnly) && file.readAll().contains("BlankingSwitchedBy=");
+    }));
+    m_server.Kill();
+    first.reset();
+    ASSERT_NO_FATAL_FAILURE(m_server.Restart());
+    const auto second = Connect(QStringLiteral("Second"));
+    EXPECT_TRUE(WaitForText(QStringLiteral("/Second/StaticMpxORVs/Mast/Status/BlankingSwitchedBy"), told));
+    const auto* const kept = WaitForValue<Value<bool>>(QStringLiteral("/Second/StaticMpxORVs/Mast/Blanking"));
+    ASSERT_NE(kept, nullptr);
+    EXPECT_FALSE(kept->GetValue());
 }
 
 TEST_F(McServerClientsTest, AnApplicationSeesHowLongTextsMayBeAndIsHeldToIt) {

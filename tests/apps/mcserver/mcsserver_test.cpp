@@ -409,6 +409,32 @@ TEST_F(McsServerTest, KeepsWhoSwitchedTheBlankingOfAStaticMpxOrv) {
               QString());
 }
 
+struct SwitchRow {
+    const char* name;
+    const char* value;
+    bool on;
+    const char* key;
+    const char* stored;
+};
+
+class SwitchesOfStaticMpxOrvs : public McsServerTest, public testing::WithParamInterface<SwitchRow> {};
+
+TEST_P(SwitchesOfStaticMpxOrvs, AreKeptWithoutASave) {
+    Configure(TwoStatic);
+    Start();
+    Set(QStringLiteral("/MultiChannelServer/Config/ForceConnect"), true);
+    Set(Static(QStringLiteral("Bravo"), QLatin1String(GetParam().value)), GetParam().on);
+    m_clock.Advance(100ms);
+    EXPECT_EQ(Stored(QLatin1String(GetParam().key)), QLatin1String(GetParam().stored));
+    EXPECT_NE(Stored(QStringLiteral("ForceConnect")), QStringLiteral("true")) << "nobody has that saved";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Switches, SwitchesOfStaticMpxOrvs,
+    testing::Values(SwitchRow{"Blanking", "Blanking", false, "StaticMpxORVs/Bravo/Blanking", "false"},
+                    SwitchRow{"Policy", "Policy/MayBIT", true, "StaticMpxORVs/Bravo/MayBIT", "true"}),
+    [](const testing::TestParamInfo<SwitchRow>& row) { return row.param.name; });
+
 TEST_F(McsServerTest, TakesNoNonsenseForWhoSwitchedTheBlanking) {
     Configure(
         "[StaticMpxORVs]\nNames=Alpha\nAlpha\\BlankingSwitchedSince=yesterday\n"

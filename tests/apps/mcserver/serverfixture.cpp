@@ -19,7 +19,8 @@ QString Below(const QString& base, const QString& name, const QString& below) {
 
 ServerTest::ServerTest() {
     CfgCenter::Instance().SetStorePath(ConfigPath());
-    Make();
+    m_device = std::make_unique<SimulatedOrv>(m_clock);
+    Make(*m_device);
 }
 
 ServerTest::~ServerTest() {
@@ -28,10 +29,14 @@ ServerTest::~ServerTest() {
     CfgCenter::Instance().SetStorePath(QString());
 }
 
-void ServerTest::Make() {
-    m_device = std::make_unique<SimulatedOrv>(m_clock);
-    m_server =
-        std::make_unique<McsServer>(*m_device, m_clock, [this](const QString& line) { m_log << line; });
+void ServerTest::Own(IOrvDevice& device) {
+    m_access.reset();
+    m_server.reset();
+    Make(device);
+}
+
+void ServerTest::Make(IOrvDevice& device) {
+    m_server = std::make_unique<McsServer>(device, m_clock, [this](const QString& line) { m_log << line; });
     m_access = std::make_unique<ServerAccess>(m_server->GetMpxOrvs(), m_server->GetLog(), m_clock);
 }
 
@@ -56,7 +61,8 @@ void ServerTest::Restart() {
     for (values::TreeItem* item : m_tree.GetRoot()->GetTreeItems())
         m_tree.Delete(item);
     CfgCenter::Instance().SetStorePath(ConfigPath());
-    Make();
+    m_device = std::make_unique<SimulatedOrv>(m_clock);
+    Make(*m_device);
 }
 
 QString ServerTest::Stored(const QString& key) const {

@@ -29,6 +29,8 @@ class ServerTest : public testing::Test {
     void KeepInFile() { m_isInFile = true; }
     /// The same, and the file holds \a ini.
     void Configure(const QByteArray& ini);
+    /// The server owns \a device, which outlives it, in place of the simulated one; before Start.
+    void Own(IOrvDevice& device);
     /// Starts the server and, unless told otherwise, waits until the device is ready.
     void Start(bool untilReady = true);
     /// Ends the server and makes a new one on the same configuration, not started yet.
@@ -84,7 +86,7 @@ class ServerTest : public testing::Test {
     std::unique_ptr<ServerAccess> m_access;
 
   private:
-    void Make();
+    void Make(IOrvDevice& device);
 
     QStringList m_log;
     int m_sessions = 0;

@@ -31,10 +31,10 @@ class EventsCommandTest : public CommandFixture {
         m_history = &Add(status, "EventHistory", new values::Value<int>(2000));
         client.recall = [this](quint64 before, int count) {
             VtHistoryPage page;
-            const qint64 end = before == 0 ? 151 : static_cast<qint64>(before);
-            for (qint64 number = end - 1; number > 0 && page.texts.size() < count; --number) {
+            const qint64 end = before == 0 ? m_newest + 1 : static_cast<qint64>(before);
+            for (qint64 number = end - 1; number > m_kept && page.texts.size() < count; --number) {
                 page.texts.prepend(Make(number).ToJson());
-                page.next = number > 1 ? static_cast<quint64>(number) : 0;
+                page.next = number > m_kept + 1 ? static_cast<quint64>(number) : 0;
             }
             page.refusal = m_refusal;
             return page;
@@ -48,6 +48,8 @@ class EventsCommandTest : public CommandFixture {
     values::Value<QString>* m_event = nullptr;
     values::Value<int>* m_history = nullptr;
     QString m_refusal;
+    qint64 m_newest = 150;
+    qint64 m_kept = 0;  ///< numbers up to this one are kept no more
     int m_writes = 0;
 };
 
@@ -84,6 +86,39 @@ TEST_F(EventsCommandTest, FollowsUntilInterrupted) {
     client.ConnectSoon();
     EXPECT_EQ(Run(Words({"events", "--follow", "--count", "1"})).code, EExitCode::NoConnection);
     EXPECT_EQ(Lines(), (QStringList{Line(150), Line(151)}));
+}
+
+TEST_F(EventsCommandTest, AsksForWhatItHasMissedWhileItFollows) {
+    onWrite = [this] {
+        if (++m_writes == 1)
+            client.Soon([this] {
+                m_newest = 155;
+                Local<values::Value<QString>>("Event").SetValue(Make(155).ToJson());
+            });
+        if (Lines().size() == 6) client.Soon([this] { client.Disconnect(); });
+    };
+    client.ConnectSoon();
+    const Outcome outcome = Run(Words({"events", "--follow", "--count", "1"}));
+    EXPECT_EQ(outcome.code, EExitCode::NoConnection);
+    EXPECT_EQ(Lines(), (QStringList{Line(150), Line(151), Line(152), Line(153), Line(154), Line(155)}));
+    EXPECT_FALSE(outcome.message.contains(S("lost:"))) << outcome.message.toStdString();
+}
+
+TEST_F(EventsCommandTest, TellsWhatIsLost) {
+    onWrite = [this] {
+        if (++m_writes == 1)
+            client.Soon([this] {
+                m_newest = 155;
+                m_kept = 153;
+                Local<values::Value<QString>>("Event").SetValue(Make(155).ToJson());
+            });
+        if (Lines().size() == 3) client.Soon([this] { client.Disconnect(); });
+    };
+    client.ConnectSoon();
+    const Outcome outcome = Run(Words({"events", "--follow", "--count", "1"}));
+    EXPECT_EQ(Lines(), (QStringList{Line(150), Line(154), Line(155)}));
+    EXPECT_TRUE(outcome.message.startsWith(S("3 events are lost: the server does not keep so many")))
+        << outcome.message.toStdString();
 }
 
 TEST_F(EventsCommandTest, AServerThatKeepsNoneIsNotAsked) {

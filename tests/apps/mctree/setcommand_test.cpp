@@ -287,6 +287,18 @@ TEST_F(SetLinesTest, MoreLinesThanASessionHasSubscriptionsAreNoTrouble) {
     EXPECT_LE(client.MostTics(), 128);
 }
 
+TEST_F(SetLinesTest, AnswersOfTheServerAreLeftAsTheyAre) {
+    Add(Server(), "SaveConfigAnswer", new values::Value<QString>(QStringLiteral("done: later")))
+        .SetDelivery(values::EDelivery::EveryChange);
+    const Outcome outcome = SetLines("/SaveConfigAnswer\tdone: saved\n/Mine/Request/Answer x\n/Comment x\n");
+    EXPECT_EQ(outcome.code, EExitCode::Done);
+    EXPECT_EQ(
+        outcome.message,
+        QStringLiteral("line 1: /SaveConfigAnswer: is an answer of the server, and is left as it is\n"
+                       "line 2: /Mine/Request/Answer: is an answer of the server, and is left as it is"));
+    EXPECT_EQ(client.Written(), Words({"Comment"}));
+}
+
 TEST_F(SetLinesTest, AFileThatIsNotThereIsWrongUsage) {
     const Outcome outcome = RunConnected(Words({"set", "-f", "/nowhere/lines"}));
     EXPECT_EQ(outcome.code, EExitCode::Usage);

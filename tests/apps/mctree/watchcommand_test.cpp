@@ -131,6 +131,39 @@ TEST_F(WatchCommandTest, ALostConnectionIsOneLineAndSoIsItsReturn) {
                                 "-- connected to mcserver at example:7450 --", "/Status/SweepTime = 2 us"}));
 }
 
+TEST_F(WatchCommandTest, WhatWasLostAlthoughTheConnectionHeldIsOneLine) {
+    Watch(Words({"/Status", "--count", "1"}), [this] {
+        client.Miss({QStringLiteral("/Status"), QDateTime({2026, 11, 22}, {14, 3, 5, 7}),
+                     QDateTime({2026, 11, 22}, {14, 3, 8}), true});
+        client.Soon([this] { SweepTime().SetValue(2); });
+    });
+    EXPECT_EQ(Changes(), Words({"-- lost: what happened at /Status from 2026-11-22 14:03:05.007 to "
+                                "2026-11-22 14:03:08.000 --",
+                                "/Status/SweepTime = 2 us"}));
+}
+
+TEST_F(WatchCommandTest, WhatWasLostWithTheConnectionIsToldByItsOwnLines) {
+    Watch(Words({"/Status", "--count", "1"}), [this] {
+        client.Miss({QStringLiteral("/Status"), QDateTime::currentDateTimeUtc(),
+                     QDateTime::currentDateTimeUtc(), false});
+        client.Soon([this] { SweepTime().SetValue(2); });
+    });
+    EXPECT_EQ(Changes(), Words({"/Status/SweepTime = 2 us"}));
+}
+
+TEST_F(WatchCommandTest, JsonTellsWhatWasLost) {
+    Watch(Words({"/Status", "--count", "1", "--json"}), [this] {
+        client.Miss({QStringLiteral("/Status"), QDateTime({2026, 11, 22}, {14, 3, 5, 7}, Qt::UTC),
+                     QDateTime({2026, 11, 22}, {14, 3, 8}, Qt::UTC), true});
+        client.Soon([this] { SweepTime().SetValue(2); });
+    });
+    const QJsonObject lost = Objects().value(1);
+    EXPECT_EQ(lost[QStringLiteral("event")].toString(), QStringLiteral("lost"));
+    EXPECT_EQ(lost[QStringLiteral("path")].toString(), QStringLiteral("/Status"));
+    EXPECT_EQ(lost[QStringLiteral("from")].toString(), QStringLiteral("2026-11-22T14:03:05.007Z"));
+    EXPECT_EQ(lost[QStringLiteral("until")].toString(), QStringLiteral("2026-11-22T14:03:08.000Z"));
+}
+
 TEST_F(WatchCommandTest, WhatTheServerCallsStaleIsTold) {
     onWrite = [this] {
         if (writes == 1) client.Soon([this] { SweepTime().SetState(values::Stale); });

@@ -64,6 +64,21 @@ TEST_F(NatsPrograms, WhoHasTheTokenReadsAndWritesOverNats) {
     }));
 }
 
+TEST_F(NatsPrograms, TheStatusTellsWhatTheServerHasToDoWithNats) {
+    ServerProcess server;
+    ASSERT_NO_FATAL_FAILURE(server.Start(AtNats()));
+    const ProgramOutcome outcome =
+        Tree({QStringLiteral("get"), QStringLiteral("/MultiChannelServer/Status/Nats/*")});
+    EXPECT_EQ(outcome.code, 0) << outcome.errors.toStdString();
+    const std::string told = outcome.output.toStdString();
+    for (const char* line :
+         {"Nats/Station\ttower\n", "Nats/Connected\ttrue\n", "Nats/Problem\t\n", "Nats/Kept\tfalse\n",
+          "Nats/LostMessages\t0\n", "Nats/GivenUp\t0\n", "Nats/LostSessions\t0\n"})
+        EXPECT_THAT(told, HasSubstr(line));
+    EXPECT_THAT(told,
+                HasSubstr(QStringLiteral("Nats/Server\t127.0.0.1:%1\n").arg(m_nats.Port()).toStdString()));
+}
+
 TEST_F(NatsPrograms, WhoHasNoTokenIsRefusedThereAsOnASocket) {
     ServerProcess server;
     Admit(server);

@@ -85,6 +85,8 @@ FaultyPeer::FaultyPeer(Answerer answerer) : m_answerer(std::move(answerer)) {
     m_server->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::finished, m_server, &QObject::deleteLater);
     m_thread.start();
+    // What a thread opens for its event loop is there, also for tests that leave nothing to be opened.
+    Run([] {});
 }
 
 FaultyPeer::~FaultyPeer() {

@@ -17,6 +17,7 @@ class MemoryBus final : public nats::INatsBus {
     };
 
     void Open(bool) override { m_state = EState::Open; }
+    void Persist() override {}
     void Close() override { m_state = EState::Closed; }
     EState State() const override { return m_state; }
     QString Problem() const override { return QString(); }
@@ -26,6 +27,7 @@ class MemoryBus final : public nats::INatsBus {
     }
     bool Publish(const QByteArray& subject, std::string_view head, std::string_view body,
                  quint64 watch) override {
+        if (m_state != EState::Open) return false;
         QByteArray data(head.data(), static_cast<int>(head.size()));
         data.append(body.data(), static_cast<int>(body.size()));
         published.push_back({subject, data, watch});
@@ -49,10 +51,18 @@ class MemoryBus final : public nats::INatsBus {
         for (const auto& [number, subscription] : m_handlers)
             subscription.second({subject, {data.constData(), static_cast<std::size_t>(data.size())}, {}});
     }
-    void Break(const QString& reason) {
-        m_state = EState::Closed;
+    void Break(const QString& reason) { TellState(EState::Closed, reason); }
+    /// The connection is lost, and made again.
+    void Cut(const QString& reason) { TellState(EState::Connecting, reason); }
+    void Mend() { TellState(EState::Open, QString()); }
+    void TellState(EState state, const QString& reason) {
+        m_state = state;
         for (IListener* const listener : std::vector<IListener*>(m_listeners))
-            listener->OnNatsState(m_state, reason);
+            listener->OnNatsState(state, reason);
+    }
+    void Complain(const QString& complaint) {
+        for (IListener* const listener : std::vector<IListener*>(m_listeners))
+            listener->OnNatsComplaint(complaint);
     }
     void TellUnheard(quint64 watch) {
         for (IListener* const listener : std::vector<IListener*>(m_listeners))

@@ -9,6 +9,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -139,6 +143,28 @@ TEST_F(Bus, AQuestionIsAnsweredOnceOrTheReasonIsTold) {
     m_bus->Request("ask", "?", 5s, note);
     EXPECT_TRUE(WaitUntil([&] { return told.size() == 4; }));
     EXPECT_THAT(told, ElementsAre("answer", "nobody there answers", "no answer in time", "no connection"));
+}
+
+// Timers of some seconds may come early, and there is no later question whose timer would make up for that.
+TEST_F(Bus, AQuestionThatNobodyAnswersIsToldSoWheneverTheTimerComes) {
+    Open();
+    m_bus->Subscribe("deaf", [](const nats::NatsMessage&) {});
+    constexpr int count = 20;
+    std::vector<std::shared_ptr<INatsBus>> buses;
+    QString problem;
+    for (int i = 0; i < count; ++i) {
+        buses.push_back(nats::MakeBus(m_server.Options(), &problem));
+        buses.back()->Open(false);
+    }
+    const auto isOpen = [](const auto& bus) { return bus->State() == INatsBus::EState::Open; };
+    ASSERT_TRUE(WaitUntil([&] { return std::all_of(buses.begin(), buses.end(), isOpen); }));
+    int told = 0;
+    std::chrono::milliseconds wait(2001);
+    for (const auto& bus : buses)
+        bus->Request("deaf", "?", wait += 7ms, [&told](const nats::NatsAnswer& answer) {
+            told += answer.problem == QLatin1String("no answer in time");
+        });
+    EXPECT_TRUE(WaitUntil([&told] { return told == count; })) << told;
 }
 
 TEST_F(Bus, ThatNobodyListensIsToldToWhoWatches) {

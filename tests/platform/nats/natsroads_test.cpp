@@ -9,6 +9,7 @@
 #include <platform/vtclient/ivtclient.h>
 #include <platform/vtclient/vtclientcenter.h>
 #include <platform/vtclient/vtserver.h>
+#include <tests/platform/nats/memorybus.h>
 #include <tests/platform/nats/natsserver.h>
 #include <tests/support/doubles/testaccess.h>
 #include <tests/support/printing.h>
@@ -20,7 +21,6 @@
 #include <numeric>
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
@@ -145,12 +145,43 @@ TEST_F(KeptRoads, AreKeptOnceThereIsWhoKeepsThem) {
     m_nats.Reload(KeepsRoads);
     ASSERT_TRUE(isTold("NATS keeps what is published for the station 'tower'"));
     Publish("a", 7);
-    EXPECT_THAT(Fetch(7, 7), ElementsAre(7U));
+    EXPECT_TRUE(WaitUntil([this] { return Fetch(7, 7) == From(7, 7); })) << "it is kept a moment later";
 }
 
 TEST_F(KeptRoads, AreNotThereWithoutJetStream) {
     Start("");
     EXPECT_THAT(Fetch(1, 10), IsEmpty());
+}
+
+// What NATS does not take ----------------------------------------------------------------------------------
+
+TEST(UnsentRoads, AreToldOfOnceAndGoOn) {
+    const auto bus = std::make_shared<MemoryBus>();
+    bus->Open(true);
+    nats::NatsRoads roads(bus, Station, nats::NatsRoads::ERole::Server);
+    const QByteArray message = QByteArray("\1\0\0\0\1\0\0\0\0\0\0\0\1", 13) + QByteArray(16, 'x');
+    const auto publish = [&] {
+        return roads.Publish(QStringLiteral("a"),
+                             {message.constData(), static_cast<std::size_t>(message.size())});
+    };
+    const TraceRecorder traces;
+    EXPECT_TRUE(publish());
+    bus->unsent = (16 << 20) + 1;
+    for (int i = 0; i < 5; ++i)
+        EXPECT_FALSE(publish());
+    bus->unsent = 15 << 20;
+    EXPECT_FALSE(publish()) << "not for every message that left";
+    ASSERT_EQ(traces.Messages().size(), 1U);
+    EXPECT_EQ(traces.Messages()[0],
+              QStringLiteral(
+                  "NATS does not take what is published for the station 'tower' (16 MiB wait): what "
+                  "changes is lost by the roads until it does, and who follows them takes a new snapshot"));
+    bus->unsent = 1 << 20;
+    EXPECT_TRUE(publish());
+    ASSERT_EQ(traces.Messages().size(), 2U);
+    EXPECT_EQ(
+        traces.Messages()[1],
+        QStringLiteral("NATS takes again what is published for the station 'tower': 6 messages were lost"));
 }
 
 // The whole of it -----------------------------------------------------------------------------------------
@@ -243,6 +274,51 @@ TEST_F(Roads, CarryWhatChanges) {
         RunTurns(2);
     }
     EXPECT_TRUE(AreAlike());
+}
+
+TEST_F(Roads, AreCounted) {
+    Start(KeepsRoads);
+    ASSERT_TRUE(IsOnTheRoad());
+    ASSERT_TRUE(WaitUntil([this] { return m_station->GetFigures().isKept; }));
+    const nats::NatsStation::Figures before = m_station->GetFigures();
+    EXPECT_TRUE(before.isConnected);
+    EXPECT_EQ(before.server, QStringLiteral("127.0.0.1:%1").arg(m_nats.Port()));
+    EXPECT_EQ(before.problem, QString());
+    EXPECT_EQ(before.sessions, 1);
+    EXPECT_EQ(before.roads.roads, 1);
+    EXPECT_EQ(before.roads.followers, 1);
+    EXPECT_EQ(before.roads.taken, 1U);
+    EXPECT_EQ(before.roads.givenUp, 0U);
+    EXPECT_EQ(before.lostSessions, 0U);
+    EXPECT_GE(before.messages, static_cast<quint64>(m_published));
+    m_log->SetValue(QString(5'000, QLatin1Char('z')));
+    ASSERT_TRUE(AreAlike());
+    const nats::NatsStation::Figures after = m_station->GetFigures();
+    EXPECT_GT(after.messages, before.messages);
+    EXPECT_GE(after.bytes, before.bytes + 5'000);
+    EXPECT_EQ(after.lost, 0U);
+    m_nats.Kill();
+    ASSERT_TRUE(WaitUntil([this] { return !m_station->GetFigures().isConnected; }));
+    EXPECT_EQ(m_station->GetFigures().server, QString());
+    EXPECT_NE(m_station->GetFigures().problem, QString());
+    EXPECT_FALSE(m_station->GetFigures().isKept);
+    EXPECT_TRUE(WaitUntil([this] { return m_station->GetFigures().lostSessions == 1; }));
+}
+
+TEST_F(Roads, CarryContentsBeyondWhatNatsTakesInOneMessage) {
+    const TraceRecorder traces;
+    Start("max_payload: 2048\n" + KeepsRoads);
+    ASSERT_TRUE(IsOnTheRoad());
+    for (const int length : {1'000, 10'000, 300'000}) {
+        const int before = m_published;
+        m_log->SetValue(QString(length, QLatin1Char('z')));
+        m_number->SetValue(length);
+        EXPECT_TRUE(AreAlike()) << length;
+        EXPECT_TRUE(WaitUntil([&] { return m_published - before >= length / 2048; })) << length;
+    }
+    EXPECT_TRUE(m_tic->IsEstablished());
+    for (const QString& line : traces.Messages())
+        EXPECT_FALSE(line.contains(QStringLiteral("is given up"))) << line.toStdString();
 }
 
 TEST_F(Roads, AreTakenUpAgainAfterNatsWasKilled) {

@@ -8,6 +8,7 @@ namespace {
 
 /// So much may wait here; beyond that the sender is held up, as a network would.
 constexpr qint64 Room = 64 * 1024;
+constexpr int RateSlice = 50;  // ms
 
 }  // namespace
 
@@ -72,6 +73,7 @@ void FaultLink::Pump(Way& way) {
     }
     if (way.to->state() != QAbstractSocket::ConnectedState) return;
     TakeDelayed(way);
+    if (way.faults.rate != 0) return PumpSlowly(way);
     while (!m_isOver && way.from->bytesAvailable() != 0 && way.to->bytesToWrite() < Room) {
         if (way.faults.delay != 0) {
             way.delayed.push_back({m_clock.elapsed() + way.faults.delay, way.from->read(Room)});
@@ -83,6 +85,17 @@ void FaultLink::Pump(Way& way) {
     }
     const bool isDone = way.delayed.empty() && way.from->bytesAvailable() == 0 && way.to->bytesToWrite() == 0;
     if (!m_isOver && way.hasEnded && isDone) End();
+}
+
+void FaultLink::PumpSlowly(Way& way) {
+    const qint64 now = m_clock.elapsed();
+    if (now >= way.nextAt && way.from->bytesAvailable() != 0) {
+        way.nextAt = now + RateSlice;
+        Pass(way, way.from->read(way.faults.rate * RateSlice / 1000));
+    }
+    if (m_isOver) return;
+    if (way.from->bytesAvailable() != 0) return PumpLater(way, RateSlice);
+    if (way.hasEnded && way.to->bytesToWrite() == 0) End();
 }
 
 void FaultLink::TakeDelayed(Way& way) {

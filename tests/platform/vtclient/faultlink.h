@@ -17,6 +17,7 @@ struct Faults {
     bool isLost = false;     ///< they vanish, and nobody is told that the other end has gone
     int chunk = 0;           ///< so many at a time, each time in a turn of its own; 0: as they come
     int delay = 0;           ///< ms
+    int rate = 0;            ///< bytes a second; 0: any
 };
 
 /// One connection through a FaultProxy: a socket to either side.
@@ -41,6 +42,7 @@ class FaultLink final : public QObject {
         qint64 left = std::numeric_limits<qint64>::max();  ///< until the cut
         qint64 passed = 0;
         bool isPumpDue = false;
+        qint64 nextAt = 0;      ///< ms: with a rate nothing passes before
         bool hasEnded = false;  ///< the sender has closed
         struct Parcel {
             qint64 due;
@@ -53,6 +55,7 @@ class FaultLink final : public QObject {
     void Connect(Way& way);
     void PumpLater(Way& way, int milliseconds = 0);
     void Pump(Way& way);
+    void PumpSlowly(Way& way);
     void TakeDelayed(Way& way);
     void Pass(Way& way, QByteArray bytes);
     void OnEnd(Way& way);

@@ -42,7 +42,7 @@ const Row Rows[] = {
     {"AnEmptyOpenArray", "9f ff", NotUnsigned},
     {"ATextInsteadOfANumber", "82 61 61 00", NotUnsigned},
     {"MessageZero", "81 00", "there is no such message"},
-    {"AMessageBeyondTheLast", "82 1818 00", OutOfRange},
+    {"AMessageBeyondTheLast", "82 1819 00", OutOfRange},
     {"ANegativeMessage", "82 20 00", NotUnsigned},
     {"APingOfNothing", "81 0f", NotUnsigned},
     {"APingOfTwo", "83 0f 00 00", TooMany},

@@ -25,6 +25,7 @@ class MemoryBus {
     };
 
     bool hasKeeper = false;
+    bool isKeeperSilent = false;       ///< who asks it hears nothing
     bool isFull = false;               ///< it takes nothing
     std::vector<Published> published;  ///< all of it, whoever did it
     std::set<quint64> notKept;         ///< numbers that the keeper has lost
@@ -49,7 +50,7 @@ class MemoryBus::End final : public vt::IRoads {
 
     QString Station() const override { return station; }
     bool Publish(const QString& road, std::string_view message) override {
-        if (m_bus.isFull) return false;
+        if (m_bus.isFull || static_cast<int>(message.size()) > maxMessage) return false;
         m_bus.Publish(road, QByteArray(message.data(), static_cast<int>(message.size())));
         return true;
     }
@@ -62,9 +63,11 @@ class MemoryBus::End final : public vt::IRoads {
     }
     bool Fetch(IListener* listener, quint64 from, quint64 to) override {
         ++fetches;
-        if (m_bus.hasKeeper) m_fetches[listener] = {from, to};
+        if (m_bus.hasKeeper && !m_bus.isKeeperSilent) m_fetches[listener] = {from, to};
         return m_bus.hasKeeper;
     }
+
+    int MaxMessage() const override { return maxMessage; }
 
     /// What becomes of a copy that has come to this end: how often it is given to the listener, 0 for a loss.
     std::function<int(const QByteArray& message)> fate = [](const QByteArray&) { return 1; };
@@ -73,6 +76,7 @@ class MemoryBus::End final : public vt::IRoads {
     bool isReading = true;
     QString station = QStringLiteral("tower");
     int fetches = 0;
+    int maxMessage = vt::MaxRoadMessage;
 
     std::size_t CountListeners() const { return m_listeners.size(); }
     std::size_t CountComing() const { return m_coming.size(); }

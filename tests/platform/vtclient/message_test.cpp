@@ -95,6 +95,7 @@ const Row Rows[] = {
     {"Heard", vt::HeardMessage{1, S("r")}, "9f 15 01 61 72 ff", "83 15 01 61 72"},
     {"At", vt::AtMessage{1, 300}, "9f 16 01 19012c ff", "83 16 01 19012c"},
     {"Leave", vt::LeaveMessage{1}, "9f 17 01 ff", "82 17 01"},
+    {"Again", vt::AgainMessage{1, 2, 300}, "9f 1818 01 02 19012c ff", "84 1818 01 02 19012c"},
 };
 
 class MessageTest : public testing::TestWithParam<Row> {};

@@ -67,6 +67,7 @@ const Row Rows[] = {
     {"Heard", "9f 15 01 61 72 ff", "ab350f4bfe1e58c7"},
     {"At", "9f 16 01 19012c ff", "5f2e65c5901365f8"},
     {"Leave", "9f 17 01 ff", "7854fea9cbb356f4"},
+    {"Again", "9f 1818 01 02 19012c ff", "309b3f789339f0b0"},
     {"RecallDenied", "9f 12 05 02 62 6e6f 00 80 ff", "00128586e8698363"},
 };
 
@@ -82,10 +83,11 @@ QByteArray Outcome(const QByteArray& bytes) {
 template <class Visitor>
 void VisitVariants(const QByteArray& whole, Visitor visitor) {
     constexpr char Inserted[] = {'\x00', '\x01', '\x20', '\x41', '\x60', '\x80', '\xf4', '\xf6', '\xff'};
-    constexpr int FirstField = 2;
+    constexpr char LongNumber = 0x18;  // in a byte behind this one
+    const int firstField = whole[1] == LongNumber ? 3 : 2;
     for (int length = 0x80; length < 0x98; ++length)
         visitor(static_cast<char>(length) + whole.mid(1));
-    for (int at = FirstField; at < whole.size(); ++at) {
+    for (int at = firstField; at < whole.size(); ++at) {
         QByteArray variant = whole;
         for (int byte = 0; byte < 256; ++byte) {
             variant[at] = static_cast<char>(byte);
@@ -116,8 +118,10 @@ INSTANTIATE_TEST_SUITE_P(All, MessageVariantsTest, testing::ValuesIn(Rows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(MessageVariantsTableTest, HasEveryMessage) {
-    for (int type = 1; type <= static_cast<int>(vt::EMessage::Leave); ++type) {
-        const auto isOfType = [type](const Row& row) { return Bytes(row.hex)[1] == static_cast<char>(type); };
+    for (int type = 1; type <= static_cast<int>(vt::EMessage::Again); ++type) {
+        const auto isOfType = [type](const Row& row) {
+            return Bytes(row.hex)[type < 24 ? 1 : 2] == static_cast<char>(type);
+        };
         EXPECT_TRUE(std::any_of(std::begin(Rows), std::end(Rows), isOfType)) << "message " << type;
     }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Whatever a shared road loses, repeats or turns round, and whoever else publishes there: its followers see
 // each change once and in order, or take a new snapshot and say so.
+#include <tests/platform/vtclient/losswatch.h>
 #include <tests/platform/vtclient/occurrences.h>
 #include <tests/platform/vtclient/roadends.h>
 
@@ -38,6 +39,12 @@ class RoadFaults : public RoadEnds {
     static void LoseNext(const Rider& rider, int count) {
         rider.bus->fate = [left = count](const QByteArray&) mutable { return left-- > 0 ? 0 : 1; };
     }
+    /// From now on the server keeps nothing of what it has said by roads. Before there is anybody.
+    void LetTheServerForget() {
+        m_settings.roadMemory = 0;
+        m_hub.reset();
+        StartServer();
+    }
     QString Road() const { return m_bus.published.back().road; }
     static int CountSnapshots(const TraceRecorder& traces) {
         int count = 0;
@@ -55,11 +62,13 @@ TEST_F(RoadFaults, WhatIsMissingIsFetched) {
     m_bus.hasKeeper = true;
     const Rider rider = AddListener();
     TraceRecorder traces;
+    const LossWatch watch(*rider.end->client);
     Say(2);
     LoseNext(rider, 3);
     Say(5);
     EXPECT_EQ(m_occurrences.CountHeard(), 2U) << "nothing is told before what is missing";
     PassSlowly(1s);
+    EXPECT_TRUE(watch.losses.empty());
     EXPECT_EQ(m_occurrences.CountHeard(), 7U);
     EXPECT_TRUE(m_occurrences.AreInOrder(false));
     EXPECT_EQ(CountSnapshots(traces), 0);
@@ -90,11 +99,70 @@ TEST_F(RoadFaults, WhatIsNotKeptYetIsFetchedAgain) {
     EXPECT_EQ(m_occurrences.CountHeard(), 3U);
 }
 
+// The bus was lost for a moment, or there is nobody who keeps anything.
+TEST_F(RoadFaults, WhatNobodyKeepsTheServerSaysOnceMore) {
+    const Rider rider = AddListener();
+    const Rider other = AddRider();
+    Ride();
+    TraceRecorder traces;
+    Say(2);
+    LoseNext(rider, 3);
+    Say(5);
+    PassSlowly(1s);
+    EXPECT_EQ(m_occurrences.CountHeard(), 7U);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+    EXPECT_TRUE(traces.Messages().empty()) << "nobody takes what comes again for a stranger's";
+    EXPECT_TRUE(IsEqual(rider));
+    EXPECT_TRUE(IsEqual(other));
+}
+
+// A cluster in which nobody keeps anything carries the question, and nobody answers.
+TEST_F(RoadFaults, WhereAKeeperSaysNothingTheServerIsAskedSoon) {
+    m_bus.hasKeeper = m_bus.isKeeperSilent = true;
+    const Rider rider = AddListener();
+    LoseNext(rider, 3);
+    Say(5);
+    PassSlowly(1s);
+    EXPECT_EQ(m_occurrences.CountHeard(), 5U);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+    EXPECT_EQ(rider.bus->fetches, 1) << "and the keeper was asked first";
+}
+
+TEST_F(RoadFaults, WhatTheBusDidNotTakeTheServerSaysOnceMore) {
+    const Rider rider = AddListener();
+    TraceRecorder traces;
+    m_bus.isFull = true;
+    Say(3);
+    m_bus.isFull = false;
+    Say(1);
+    PassSlowly(2s);
+    EXPECT_EQ(m_occurrences.CountHeard(), 4U);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+    EXPECT_EQ(CountSnapshots(traces), 0);
+}
+
+TEST_F(RoadFaults, WhatIsMissedWhileNobodyCanBeAskedIsAskedForLater) {
+    const Rider rider = AddListener();
+    TraceRecorder traces;
+    // Of what comes, the first five are lost; by the sixth that is known; what is said once more is lost,
+    // too.
+    rider.bus->fate = [count = 0](const QByteArray&) mutable {
+        ++count;
+        return count == 6 || count > 12 ? 1 : 0;
+    };
+    Say(6);
+    PassSlowly(3s);
+    EXPECT_EQ(m_occurrences.CountHeard(), 6U);
+    EXPECT_EQ(CountSnapshots(traces), 0);
+}
+
 TEST_F(RoadFaults, WhatIsGoneMeansANewSnapshotAndIsToldAsLost) {
+    LetTheServerForget();
     for (const bool hasKeeper : {false, true}) {
         m_bus.hasKeeper = hasKeeper;
         const Rider rider = AddListener();
         TraceRecorder traces;
+        const LossWatch watch(*rider.end->client);
         for (quint64 number = 0; number < 1000; ++number)
             m_bus.notKept.insert(number);
         LoseNext(rider, 2);
@@ -102,6 +170,10 @@ TEST_F(RoadFaults, WhatIsGoneMeansANewSnapshotAndIsToldAsLost) {
         Say(4);
         PassSlowly(5s);
         ASSERT_EQ(CountSnapshots(traces), 1) << hasKeeper;
+        ASSERT_EQ(watch.losses.size(), 1U) << hasKeeper;
+        EXPECT_EQ(watch.losses[0].path, QStringLiteral("/S"));
+        EXPECT_TRUE(watch.losses[0].wasConnected);
+        EXPECT_LT(watch.losses[0].from, watch.losses[0].until) << "the time of the gap, not of the snapshot";
         EXPECT_THAT(traces.Messages()[0].toStdString(),
                     HasSubstr("The shared road of '/S' is given up: messages"));
         EXPECT_THAT(traces.Messages()[0].toStdString(), HasSubstr("is lost"));
@@ -133,6 +205,7 @@ TEST_F(RoadFaults, AWriteUnderWayIsAnsweredAcrossAGap) {
 }
 
 TEST_F(RoadFaults, ASnapshotDoesNotReleaseWhatIsUsed) {
+    LetTheServerForget();
     const Rider rider = AddListener();
     const auto released = m_access.released;
     LoseNext(rider, 1);
@@ -155,6 +228,7 @@ TEST_F(RoadFaults, ARoadThatFallsSilentIsLeft) {
 }
 
 TEST_F(RoadFaults, ARoadThatKeepsFailingIsTriedMoreAndMoreRarely) {
+    LetTheServerForget();
     const Rider rider = AddListener();
     rider.bus->fate = [count = 0](const QByteArray&) mutable { return ++count % 2; };
     TraceRecorder traces;
@@ -165,6 +239,38 @@ TEST_F(RoadFaults, ARoadThatKeepsFailingIsTriedMoreAndMoreRarely) {
     EXPECT_LE(CountSnapshots(traces), 8) << "in a minute";
     rider.bus->fate = [](const QByteArray&) { return 1; };
     PassSlowly(1s);
+    EXPECT_TRUE(IsEqual(rider));
+}
+
+TEST_F(RoadFaults, APieceOfAMessageThatIsMissingIsFetched) {
+    m_bus.hasKeeper = true;
+    const Rider rider = AddListener();
+    TraceRecorder traces;
+    m_serverBus.maxMessage = 200;
+    rider.bus->fate = [count = 0](const QByteArray&) mutable { return ++count % 3 == 0 ? 0 : 1; };
+    m_occurrences.Send(m_log, 1, 2000);
+    m_occurrences.Send(m_log, 1, 3000);
+    Settle();
+    EXPECT_EQ(m_occurrences.CountHeard(), 0U) << "nothing is told of what is not complete";
+    PassSlowly(3s);
+    EXPECT_EQ(m_occurrences.CountHeard(), 2U);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+    EXPECT_EQ(CountSnapshots(traces), 0);
+}
+
+TEST_F(RoadFaults, APieceOfAMessageThatIsGoneMeansANewSnapshot) {
+    LetTheServerForget();
+    const Rider rider = AddListener();
+    TraceRecorder traces;
+    m_serverBus.maxMessage = 200;
+    LoseNext(rider, 1);
+    m_log->SetValue(QString(2000, QLatin1Char('x')));
+    m_number->SetValue(4);
+    PassSlowly(5s);
+    EXPECT_EQ(CountSnapshots(traces), 1);
+    EXPECT_TRUE(IsEqual(rider));
+    m_log->SetValue(QString(2000, QLatin1Char('y')));
+    PassSlowly(2s);
     EXPECT_TRUE(IsEqual(rider));
 }
 

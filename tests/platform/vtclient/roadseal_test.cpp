@@ -42,6 +42,21 @@ TEST(RoadSealTest, LooksAsItIsDocumented) {
     EXPECT_EQ(message.mid(13).toHex(), "510e68dc19aef23d59dc055129edb37ee69c351ae76bdc");
 }
 
+TEST(RoadSealTest, ProvesThatTheNextMessageGoesOn) {
+    vt::RoadSeal writer(Place, 3, Key);
+    vt::RoadSeal reader(Place, 3, Key);
+    for (const bool isContinued : {false, true}) {
+        const std::string_view sealed = writer.Seal(isContinued ? 2 : 1, {"content"}, isContinued);
+        QByteArray message(sealed.data(), static_cast<int>(sealed.size()));
+        const auto envelope = vt::RoadEnvelope::Of(message.constData(), message.size());
+        ASSERT_TRUE(envelope);
+        EXPECT_EQ(envelope->isContinued, isContinued);
+        EXPECT_EQ(Opened(reader, message), "content");
+        message[0] = isContinued ? '\1' : '\2';
+        EXPECT_EQ(Opened(reader, message), "closed") << "somebody has turned it round";
+    }
+}
+
 TEST(RoadSealTest, OpensNothingThatWasChangedAnywhere) {
     vt::RoadSeal writer(Place, 3, Key);
     vt::RoadSeal reader(Place, 3, Key);

@@ -104,14 +104,42 @@ TEST_F(ServerRoads, GoesOnInTheSessionWithWhoeverLeavesBefore) {
     EXPECT_TRUE(IsToldInSession());
 }
 
+TEST_F(ServerRoads, SaysOnceMoreWhatSomebodyHasMissed) {
+    const QString road = Join();
+    Say(m_peer, vt::AgainMessage{1, 0, 100});
+    EXPECT_EQ(m_bus.CountOn(road), 0U) << "it is not told by the road yet";
+    Say(m_peer, vt::HeardMessage{1, road});
+    for (int i = 1; i <= 5; ++i) {
+        m_number->SetValue(100 + i);
+        Settle(m_peer);
+    }
+    ASSERT_EQ(m_bus.CountOn(road), 5U);
+    const auto first =
+        *vt::NumberOnRoad(m_bus.published[0].message.constData(), m_bus.published[0].message.size());
+    Say(m_peer, vt::AgainMessage{1, first + 1, first + 2});
+    ASSERT_EQ(m_bus.CountOn(road), 7U);
+    EXPECT_EQ(m_bus.published[5].message, m_bus.published[1].message);
+    EXPECT_EQ(m_bus.published[6].message, m_bus.published[2].message);
+    Say(m_peer, vt::AgainMessage{1, first + 2, first + 3});
+    EXPECT_EQ(m_bus.CountOn(road), 8U) << "one of them was said just now, for whomever";
+    for (const auto& nonsense : {vt::AgainMessage{1, first + 100, first + 200}, vt::AgainMessage{1, 5, 1},
+                                 vt::AgainMessage{7, first, first}})
+        Say(m_peer, nonsense);
+    EXPECT_EQ(m_bus.CountOn(road), 8U);
+    m_clock.Pass(std::chrono::seconds(1));
+    Say(m_peer, vt::AgainMessage{1, 0, ~quint64(0) >> 1});
+    EXPECT_GE(m_bus.CountOn(road), 13U) << "all that there was, marks included";
+}
+
 TEST_F(ServerRoads, LeavesAloneWhatMakesNoSense) {
     const QString road = Join();
-    const vt::Message messages[] = {vt::JoinMessage{7},        vt::JoinMessage{1},  vt::HeardMessage{7, road},
-                                    vt::HeardMessage{1, {}},   vt::LeaveMessage{7}, vt::HeardMessage{1, road},
-                                    vt::HeardMessage{1, road}, vt::JoinMessage{1},  vt::LeaveMessage{1},
-                                    vt::LeaveMessage{1},       vt::JoinMessage{1},  vt::HeardMessage{1, road},
-                                    vt::UnsubscribeMessage{1}, vt::JoinMessage{1},  vt::HeardMessage{1, road},
-                                    vt::LeaveMessage{1}};
+    const vt::Message messages[] = {
+        vt::JoinMessage{7},        vt::JoinMessage{1},        vt::HeardMessage{7, road},
+        vt::HeardMessage{1, {}},   vt::LeaveMessage{7},       vt::HeardMessage{1, road},
+        vt::HeardMessage{1, road}, vt::JoinMessage{1},        vt::LeaveMessage{1},
+        vt::LeaveMessage{1},       vt::JoinMessage{1},        vt::HeardMessage{1, road},
+        vt::AgainMessage{1, 9, 3}, vt::AgainMessage{1, 0, 9}, vt::UnsubscribeMessage{1},
+        vt::JoinMessage{1},        vt::HeardMessage{1, road}, vt::LeaveMessage{1}};
     for (const vt::Message& message : messages)
         Say(m_peer, message);
     for (const vt::Message& first : messages)  // at once, and in any order

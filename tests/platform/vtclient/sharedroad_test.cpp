@@ -323,6 +323,28 @@ TEST_F(SharedRoad, CarriesContentsThatFillAMessage) {
         EXPECT_LE(one.message.size(), vt::MaxRoadMessage);
 }
 
+TEST_F(SharedRoad, CarriesMoreThanTheBusTakesAtOnce) {
+    for (const int most : {64, 300, 70'000}) {
+        const Rider rider = AddRider();
+        Ride();
+        m_serverBus.maxMessage = most;
+        m_bus.published.clear();
+        const int before = InSession(rider);
+        m_log->SetValue(QString(most < 1000 ? 5'000 : 200'000, QLatin1Char('x')));
+        m_number->SetValue(most);
+        Settle();
+        EXPECT_TRUE(IsEqual(rider)) << most;
+        EXPECT_EQ(InSession(rider), before) << most;
+        EXPECT_GT(m_bus.published.size(), 2U) << most;
+        for (const auto& one : m_bus.published)
+            EXPECT_LE(one.message.size(), most);
+        At<Number>(rider.root, "number")->SetValue(-most);
+        Settle();
+        EXPECT_EQ(m_number->GetValue(), -most) << "an answer finds its place behind all pieces";
+        EXPECT_FALSE(rider.end->client->HasUnansweredWrites());
+    }
+}
+
 TEST_F(SharedRoad, IsAppliedInTurnsThatYield) {
     const Rider rider = AddRider();
     Ride();

@@ -30,6 +30,15 @@ TEST_P(EveryWidgetBinding, ShowsTheValueAtOnceWhenItIsBound) {
     ExpectLive();
 }
 
+TEST_P(EveryWidgetBinding, IsBoundByAPropertyAsFormsHaveIt) {
+    EXPECT_EQ(m_widget->property("valuePath"), QVariant(QByteArray("")));
+    EXPECT_TRUE(m_widget->setProperty("valuePath", Text("/a/v")));
+    EXPECT_EQ(m_widget->property("valuePath"), QVariant(QByteArray("/a/v")));
+    ExpectBlank(EBindingState::Waiting);
+    GetKind().AddValue("/a/v");
+    ExpectLive();
+}
+
 TEST_P(EveryWidgetBinding, ShowsAChangeAtOnceAfterAPause) {
     values::ValueBase* const value = GetKind().AddValue("/a/v");
     Bind("/a/v");

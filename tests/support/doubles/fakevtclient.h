@@ -3,6 +3,7 @@
 
 #include <platform/values/node.h>
 #include <platform/vtclient/ivtclient.h>
+#include <platform/vtclient/ivtlosses.h>
 
 #include <tests/support/printing.h>
 
@@ -44,7 +45,7 @@ class FakeVtTic final : public IVtTic {
 
 /// A value-tree client without a server: notes what it is asked for, and is what the test says it is. Keeps
 /// the promises of a real one: its tics live until they are removed or until it goes, which it tells first.
-class FakeVtClient : public IVtClient {
+class FakeVtClient : public IVtClient, public IVtLosses {
   public:
     using Reaction = std::function<void()>;
 
@@ -101,6 +102,12 @@ class FakeVtClient : public IVtClient {
     /// Happens within the next ReleaseNode.
     void OnReleaseNode(Reaction reaction) { m_onReleaseNode = std::move(reaction); }
     void Tell(TChangeCode code) { NotifyObservers(code); }
+    /// Tells that \a loss has passed it by.
+    void Miss(const VtLoss& loss) {
+        m_lastLoss = loss;
+        Tell(connectioncode::ChangesLost);
+    }
+    const VtLoss& GetLastLoss() const override { return m_lastLoss; }
 
     /// Connects, establishes all tics and tells of each, as after a server's answer.
     void EstablishAll() {
@@ -149,6 +156,7 @@ class FakeVtClient : public IVtClient {
     int m_acceptedTics = 1000;
     std::vector<std::unique_ptr<FakeVtTic>> m_tics;
     std::vector<QString> m_calls;
+    VtLoss m_lastLoss;
     Reaction m_onAddTic;
     Reaction m_onReleaseNode;
 };

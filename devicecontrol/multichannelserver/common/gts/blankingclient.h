@@ -11,6 +11,7 @@
 class MCS_COMMON_EXPORT BlankingClient {
   public:
     // fixed: client-from-text
+    /// \a name is for people; it may be empty.
     BlankingClient(const QString& name = QString());  // NOLINT(google-explicit-constructor)
     BlankingClient(const BlankingClient& other);
     /// Takes the name over. Whether blanking is enabled stays as it is on both sides.
@@ -18,7 +19,7 @@ class MCS_COMMON_EXPORT BlankingClient {
     /// Blanking forgets the client: another one may come to stand at the same address.
     ~BlankingClient();
 
-    QString Name() const;
+    QString Name() const;  ///< As given; for people.
 
   private:
     QString m_name;

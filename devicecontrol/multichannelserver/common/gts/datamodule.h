@@ -38,13 +38,14 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     DataModule(const DataModule&) = delete;
     DataModule& operator=(const DataModule&) = delete;
 
-    int GetIndex() const;
-    QString GetType() const;  ///< the module's name as well
-    QString GetAddress() const;
-    PollInterval GetPollInterval() const;
-    unsigned short GetNumberOfInputs() const;
-    bool IsConnected() const;
-    bool IsInError() const;  ///< until it is connected again
+    int GetIndex()
+        const;  ///< its place in the configuration, from 0; no other module of type and list has it
+    QString GetType() const;                   ///< the module's name as well
+    QString GetAddress() const;                ///< IP address, as entered
+    PollInterval GetPollInterval() const;      ///< in milliseconds
+    unsigned short GetNumberOfInputs() const;  ///< by its type; 0 without one
+    bool IsConnected() const;                  ///< its poll thread has had an answer, and no error since
+    bool IsInError() const;                    ///< until it is connected again
 
     /// Disconnects, takes the three values over, publishes the module anew and connects. Where another module
     /// of the same list has both type and index, the index becomes the lowest that is free.
@@ -58,9 +59,9 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     void SetFrequency(int input, double hz);
     /// \a section is the module's own.
     void LoadAssignments(ICfg& section);
-    void SaveAssignments(ICfg& section) const;
+    void SaveAssignments(ICfg& section) const;  ///< The same, and does not commit.
 
-    void Connect();
+    void Connect();  ///< Starts its poll thread, whose outcome the slots are told.
     /// Waits for the poll thread, which ends a request under way.
     void Disconnect();
     /// Publishes what holds now.
@@ -73,12 +74,15 @@ class MCS_COMMON_EXPORT DataModule : public QObject, public QTreeWidgetItem, pub
     PlantModule& GetPlantModule() { return *m_plantModule; }
 
   Q_SIGNALS:
+    /// The connection failed: \a errorcode as in ModbusErrorText(), \a errortext for people.
     void SignalError(QString name, QString address, int errorcode, QString errortext);
 
   public Q_SLOTS:
-    void SlotOnConnectionEstablished();
-    void SlotOnConnectionClosed();
+    void SlotOnConnectionEstablished();  ///< The poll thread has had a first answer.
+    void SlotOnConnectionClosed();       ///< The poll thread has ended the connection.
+    /// The poll thread has failed so: the module is in error until it is connected again.
     void SlotOnConnectionError(int errorcode, const QString& errortext);
+    /// Bit i of \a iInputDiscretes is input i, for the first \a iNumInputsRead.
     void SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
 
   private:

@@ -23,6 +23,7 @@ class MCS_COMMON_EXPORT DataModuleEditor : public QDialog {
     Q_OBJECT
 
   public:
+    /// \a module is not owned, and may go while the dialog is open.
     DataModuleEditor(QWidget* parent, DataModule* module);
 
   public Q_SLOTS:

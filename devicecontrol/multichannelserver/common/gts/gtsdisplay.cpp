@@ -5,6 +5,8 @@
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplayimpl.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
+#include <QtWidgets/QPushButton>
+
 GTSDisplay::GTSDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags) : QWidget(parent, flags) {
     setObjectName(name != nullptr ? QString::fromUtf8(name) : QStringLiteral("GTSDisplay"));
     Blanking::Instance();  // makes the node below which the modules publish themselves
@@ -13,7 +15,16 @@ GTSDisplay::GTSDisplay(QWidget* parent, const char* name, Qt::WindowFlags flags)
     m_impl->Load();
 }
 
+GTSDisplay::GTSDisplay(LookOnly /*look*/, QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("GTSDisplay"));
+    m_impl = std::make_unique<GTSDisplayImpl>(this);
+    m_impl->Build();
+    for (QPushButton* const button : findChildren<QPushButton*>())
+        button->setEnabled(false);
+}
+
 GTSDisplay::~GTSDisplay() {
+    if (!m_impl->IsLoaded()) return;
     m_impl->GetPlant().Save();
     const bool isInCharge = m_impl->GetPlant().IsInCharge();
     m_impl.reset();

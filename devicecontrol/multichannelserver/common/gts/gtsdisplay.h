@@ -24,6 +24,11 @@ class MCS_COMMON_EXPORT GTSDisplay : public QWidget {
     /// \a name, the object name, may be null for "GTSDisplay".
     explicit GTSDisplay(QWidget* parent = nullptr, const char* name = nullptr,
                         Qt::WindowFlags flags = Qt::WindowFlags());
+    /// Asks for one that only looks like it.
+    struct LookOnly {};
+    /// For tools in which windows are laid out: looks like a display without modules, and brings nothing into
+    /// being. Nothing is to be called but what every widget has.
+    GTSDisplay(LookOnly look, QWidget* parent);
     ~GTSDisplay() override;
 
     /// Connects the modules that are in error anew, as the operator does one by one.

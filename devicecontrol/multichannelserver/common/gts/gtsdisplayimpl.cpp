@@ -83,7 +83,8 @@ QHBoxLayout* GTSDisplayImpl::BuildButtons() {
 }
 
 void GTSDisplayImpl::Load() {
-    m_plant.Load([this](int index) -> PlantModule& {
+    m_plant = std::make_unique<SuppressionPlant>();
+    m_plant->Load([this](int index) -> PlantModule& {
         return Keep(std::make_unique<DataModule>(m_tree, index)).GetPlantModule();
     });
     EnableAssigning();
@@ -126,13 +127,13 @@ void GTSDisplayImpl::SlotDeleteDataModule() {
     std::unique_ptr<DataModule> module = std::move(*found);
     m_modules.erase(found);
     module.reset();  // may take a while, and is not done before the count says so
-    m_plant.ShowCount();
+    m_plant->ShowCount();
     EnableAssigning();
 }
 
 void GTSDisplayImpl::SlotCreateNewDataModule() {
     if (m_newModule) return;
-    m_newModule = std::make_unique<DataModule>(m_tree, m_plant.FreeIndex());
+    m_newModule = std::make_unique<DataModule>(m_tree, m_plant->FreeIndex());
     const QPointer<GTSDisplayImpl> self(this);
     const bool isAccepted = Edit(m_newModule.get());
     if (self.isNull()) return;
@@ -145,7 +146,7 @@ void GTSDisplayImpl::AddModule(const ModuleSettings& settings) {
     const bool isTaken = std::any_of(m_modules.begin(), m_modules.end(), [&settings](const auto& module) {
         return module->GetIndex() == settings.index;
     });
-    const int index = isTaken ? m_plant.FreeIndex() : settings.index;
+    const int index = isTaken ? m_plant->FreeIndex() : settings.index;
     auto module =
         std::make_unique<DataModule>(m_tree, index, settings.type, settings.address, settings.pollInterval);
     PlantModule& plantModule = module->GetPlantModule();
@@ -156,9 +157,9 @@ void GTSDisplayImpl::AddModule(const ModuleSettings& settings) {
 }
 
 void GTSDisplayImpl::AddToPlant(DataModule& module) {
-    m_plant.Add(module.GetPlantModule());
+    m_plant->Add(module.GetPlantModule());
     module.GetPlantModule().Connect();
-    m_plant.ShowCount();
+    m_plant->ShowCount();
     EnableAssigning();
 }
 

@@ -34,7 +34,9 @@ class GTSDisplayImpl final : public QObject {
     void Build();
     /// Makes the modules that the configuration names, and connects them.
     void Load();
-    SuppressionPlant& GetPlant() { return m_plant; }
+    bool IsLoaded() const { return m_plant != nullptr; }
+    /// Once it is loaded.
+    SuppressionPlant& GetPlant() { return *m_plant; }
     void AddModule(const ModuleSettings& settings);
     void SetFrequencyRange(const FrequencyRange& range) { m_range = range; }
 
@@ -65,7 +67,7 @@ class GTSDisplayImpl final : public QObject {
     void ShowWarning(const QString& message);
 
     GTSDisplay* m_display;
-    SuppressionPlant m_plant;
+    std::unique_ptr<SuppressionPlant> m_plant;  ///< null until it is loaded
     QTreeWidget* m_tree = nullptr;
     QPushButton* m_addModule = nullptr;
     QPushButton* m_assignInputs = nullptr;

@@ -22,7 +22,7 @@ class MCS_COMMON_EXPORT HeadlessSuppression : public QObject {
     HeadlessSuppression();
     ~HeadlessSuppression() override;
 
-    SuppressionPlant& GetPlant() { return *m_plant; }
+    SuppressionPlant& GetPlant() { return *m_plant; }  ///< The modules that it polls. Lives as long as this.
 
   private:
     PlantModule& MakeModule(int index);

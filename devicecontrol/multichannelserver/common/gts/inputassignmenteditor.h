@@ -23,6 +23,7 @@ class MCS_COMMON_EXPORT InputAssignmentEditor : public QDialog {
     Q_OBJECT
 
   public:
+    /// \a modules are not owned, and may go while the dialog is open.
     InputAssignmentEditor(QWidget* parent, const std::vector<DataModule*>& modules);
 
     /// What the device can be tuned to: assignments beyond it are doubtful.

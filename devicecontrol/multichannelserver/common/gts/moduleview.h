@@ -25,7 +25,8 @@ struct ModuleView {
     const std::vector<double>& frequencies;  ///< Hz, by input; 0.0 where none is assigned
     const std::vector<QString>& labels;  ///< what people call the inputs; empty where they call it nothing
 
-    QString GetName() const { return identity.GetName(); }
+    QString GetName() const { return identity.GetName(); }  ///< What people call it.
+    /// What people call the input, which is one of the module's.
     QString GetInputName(int input) const {
         return modulename::OfInput(labels[static_cast<std::size_t>(input)], input);
     }

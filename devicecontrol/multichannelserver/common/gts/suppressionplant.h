@@ -59,18 +59,18 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     std::vector<double> GetUnsupervisedFrequencies() const;
 
     // As an operator does with one module, which is told by the name of its node. False if there is none.
-
+    /// In Hz; 0.0 for none. An input that the module has not changes nothing.
     bool SetFrequency(const QString& module, int input, double hz);
     /// What people call it.
     bool SetName(const QString& module, const QString& label);
-    bool SetLabel(const QString& module, int input, const QString& label);
+    bool SetLabel(const QString& module, int input, const QString& label);  ///< empty: its number
     /// Connects it anew, unless it has that address.
     bool SetAddress(const QString& module, const QString& address);
 
     /// If it is not connected.
     bool ConnectModule(const QString& module);
 
-    int Count() const { return static_cast<int>(m_modules.size()); }
+    int Count() const { return static_cast<int>(m_modules.size()); }  ///< How many modules are in the list.
     /// Connects the modules that are in error anew, as an operator does one by one.
     void ConnectLostModules();
     /// Tells \a listener what becomes of the modules, in place of who was told before; null tells nobody. It
@@ -87,7 +87,7 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     void Save();
     /// Takes \a module into the list, at its end.
     void Add(PlantModule& module);
-    void Remove(PlantModule& module);
+    void Remove(PlantModule& module);  ///< Takes \a module, which stays its owner's, out of the list.
     /// Shows in the tree how many modules there are.
     void ShowCount() const;
     /// The smallest index that no module of the list has.

@@ -3,13 +3,23 @@
 
 #include <QtWidgets/QLineEdit>
 
+namespace {
+
+/// What assistive technology writes is not modified in the toolkit's sense.
+bool IsTouched(const QLineEdit& field, const QModelIndex& cell) {
+    return field.isModified() || field.text() != cell.data(Qt::EditRole).toString();
+}
+
+}  // namespace
+
 QWidget* FrequencyDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                          const QModelIndex& index) const {
     QWidget* const editor = PlainTextDelegate::createEditor(parent, option, index);
     if (const auto* const field = qobject_cast<QLineEdit*>(editor)) {
         const QPersistentModelIndex place(index);
-        connect(field, &QLineEdit::textEdited, this,
-                [this, place](const QString& text) { Q_EMIT SignalTyped(place, text); });
+        connect(field, &QLineEdit::textChanged, this, [this, field, place](const QString& text) {
+            if (IsTouched(*field, place)) Q_EMIT SignalTyped(place, text);
+        });
     }
     return editor;
 }
@@ -17,5 +27,5 @@ QWidget* FrequencyDelegate::createEditor(QWidget* parent, const QStyleOptionView
 void FrequencyDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                      const QModelIndex& index) const {
     const auto* const field = qobject_cast<QLineEdit*>(editor);
-    if (field == nullptr || field->isModified()) PlainTextDelegate::setModelData(editor, model, index);
+    if (field == nullptr || IsTouched(*field, index)) PlainTextDelegate::setModelData(editor, model, index);
 }

@@ -60,6 +60,26 @@ TEST_F(AGTSDisplay, IsLaidOutInThisOrder) {
     EXPECT_NE(layout->itemAt(4)->spacerItem(), nullptr);
 }
 
+// A tool in which windows are laid out may show two of them, and has neither modules nor a configuration of
+// ours.
+TEST_F(AGTSDisplay, ThatOnlyLooksLikeOneBringsNothingIntoBeing) {
+    PutCount(1);
+    PutModule(0, 0, "ADAM-6051", "10.0.0.1", 10);
+    const QString before = Configured();
+    {
+        GTSDisplay look{GTSDisplay::LookOnly(), nullptr};
+        const GTSDisplay another{GTSDisplay::LookOnly(), nullptr};
+        look.show();
+        EXPECT_EQ(look.findChild<QTreeWidget*>()->topLevelItemCount(), 0);
+        for (const QPushButton* const button : look.findChildren<QPushButton*>())
+            EXPECT_FALSE(button->isEnabled()) << button->text().toStdString();
+        EXPECT_EQ(m_tree.FindItem(Text("/ORVServer")), nullptr);
+    }
+    EXPECT_EQ(Configured(), before);
+    Show();
+    EXPECT_EQ(Rows().topLevelItemCount(), 1);
+}
+
 TEST_F(AGTSDisplay, HasButtonsOf80Pixels) {
     Show();
     EXPECT_EQ(AssignInputs().text(), Text("Assign Inputs"));

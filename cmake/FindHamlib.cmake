@@ -1,0 +1,11 @@
+# Hamlib, which speaks to receivers, as the target Hamlib::Hamlib.
+find_path(HAMLIB_INCLUDE_DIR hamlib/rig.h)
+find_library(HAMLIB_LIBRARY NAMES hamlib)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(Hamlib REQUIRED_VARS HAMLIB_LIBRARY HAMLIB_INCLUDE_DIR)
+if(Hamlib_FOUND AND NOT TARGET Hamlib::Hamlib)
+  add_library(Hamlib::Hamlib UNKNOWN IMPORTED)
+  set_target_properties(Hamlib::Hamlib PROPERTIES IMPORTED_LOCATION ${HAMLIB_LIBRARY})
+  target_include_directories(Hamlib::Hamlib SYSTEM INTERFACE ${HAMLIB_INCLUDE_DIR})
+endif()
+mark_as_advanced(HAMLIB_INCLUDE_DIR HAMLIB_LIBRARY)
