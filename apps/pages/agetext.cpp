@@ -24,10 +24,14 @@ QString agetext::Of(std::chrono::milliseconds age) {
     return Translated(QT_TRANSLATE_NOOP("Age", "%1 d"), seconds / day);
 }
 
-QString agetext::Moment(const QString& utc, const QDateTime& now) {
-    const QDateTime moment = QDateTime::fromString(utc, Qt::ISODateWithMs).toLocalTime();
+QString agetext::Moment(const QDateTime& moment, const QDateTime& now) {
     if (!moment.isValid()) return QString();
-    const QString time = moment.time().toString(QStringLiteral("HH:mm:ss"));
-    if (moment.date() == now.date()) return time;
-    return QLocale().toString(moment.date(), QLocale::ShortFormat) + QLatin1Char(' ') + time;
+    const QDateTime local = moment.toLocalTime();
+    const QString time = local.time().toString(QStringLiteral("HH:mm:ss"));
+    if (local.date() == now.date()) return time;
+    return QLocale().toString(local.date(), QLocale::ShortFormat) + QLatin1Char(' ') + time;
+}
+
+QString agetext::Moment(const QString& utc, const QDateTime& now) {
+    return Moment(QDateTime::fromString(utc, Qt::ISODateWithMs), now);
 }

@@ -4,6 +4,7 @@
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/eventexport.h>
 #include <apps/mcconsole/events/eventstable.h>
+#include <apps/pages/agetext.h>
 
 #include <platform/widgets/notifications.h>
 #include <platform/widgets/steadylabel.h>
@@ -179,7 +180,6 @@ void EventsPage::OnCame(const std::vector<Event>& events) {
 }
 
 void EventsPage::TellMissed(const VtLoss& loss) {
-    const QString time = QStringLiteral("HH:mm:ss");
     const QString text =
         loss.wasConnected
             ? tr("What happened from %1 to %2 did not come here: lines of the log are missing, events were "
@@ -189,7 +189,7 @@ void EventsPage::TellMissed(const VtLoss& loss) {
     event.time = loss.until;
     event.severity = loss.wasConnected ? EEventSeverity::Warning : EEventSeverity::Notice;
     event.source = QStringLiteral("server");
-    event.text = text.arg(loss.from.toLocalTime().toString(time), loss.until.toLocalTime().toString(time));
+    event.text = text.arg(agetext::Moment(loss.from), agetext::Moment(loss.until));
     OnCame({event});
 }
 

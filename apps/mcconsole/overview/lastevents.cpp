@@ -66,7 +66,7 @@ QSize LastEvents::minimumSizeHint() const {
 
 void LastEvents::AddOne(const Event& event) {
     const EEventLook look = eventlook::Of(event);
-    const QString moment = agetext::Moment(event.time.toString(Qt::ISODateWithMs));
+    const QString moment = agetext::Moment(event.time);
     const QString line =
         moment + QStringLiteral("  ") + valuetext::Shortened(event.Translated(), MaxEventLength);
     auto* const item = new QStandardItem(m_icons.Of(look), line);

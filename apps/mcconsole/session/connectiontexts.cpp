@@ -61,8 +61,9 @@ QString connectiontexts::Banner(const ConsoleSession& session) {
     const QDateTime& since = session.GetLostSince();
     if (since.isValid()) {
         const std::chrono::milliseconds age(since.msecsTo(QDateTime::currentDateTime()));
-        text += QLatin1Char('\n') + Texts::tr("Lost at %1; what is shown is %2 old.")
-                                        .arg(since.toString(QStringLiteral("HH:mm:ss")), agetext::Of(age));
+        text +=
+            QLatin1Char('\n') +
+            Texts::tr("Lost at %1; what is shown is %2 old.").arg(agetext::Moment(since), agetext::Of(age));
     }
     if (const auto wait = session.GetTimeToRetry())
         text += QLatin1Char(' ') + Texts::tr("The next try is in %1.")

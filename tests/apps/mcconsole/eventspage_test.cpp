@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QLocale>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
@@ -254,7 +255,7 @@ TEST_F(EventsPageTest, WhatIsFilteredIsDrawnAnew) {
 }
 
 TEST_F(EventsPageTest, WhatWasMissedIsARowOfItsOwn) {
-    const QDateTime from(QDate(2026, 11, 22), QTime(14, 3, 5));
+    const QDateTime from(QDate::currentDate(), QTime(14, 3, 5));
     for (const bool wasConnected : {true, false}) {
         ASSERT_NO_FATAL_FAILURE(Open(3));
         m_page.TellMissed(
@@ -269,6 +270,18 @@ TEST_F(EventsPageTest, WhatWasMissedIsARowOfItsOwn) {
         EXPECT_EQ(Table()->model()->index(last, EventModel::SeverityColumn).data().toString(),
                   wasConnected ? S("Warning") : S("Notice"));
     }
+}
+
+TEST_F(EventsPageTest, WhatWasMissedOnAnotherDaySaysWhichDay) {
+    const QDateTime from(QDate(2026, 1, 22), QTime(23, 59, 59));
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    m_page.TellMissed({S("/MultiChannelServer/Status"), from.toUTC(), from.addSecs(3).toUTC(), false});
+    const QString text = Table()->model()->index(Rows() - 1, EventModel::TextColumn).data().toString();
+    const auto day = [](int number) {
+        return QLocale().toString(QDate(2026, 1, number), QLocale::ShortFormat);
+    };
+    EXPECT_TRUE(text.startsWith(S("Not connected from %1 23:59:59 to %2 00:00:02:").arg(day(22), day(23))))
+        << text.toStdString();
 }
 
 TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {

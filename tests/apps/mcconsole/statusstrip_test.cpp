@@ -39,6 +39,22 @@ class StatusStripTest : public SituationTest {
         return strip->findChild<StatusButton*>(QString::fromLatin1(name));
     }
     void Click(const char* name) { QTest::mouseClick(Button(name), Qt::LeftButton); }
+    /// Where there is no desktop, the toolkit has a much larger one.
+    void UseFontOfADesktop() {
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(13);
+        strip->setFont(font);
+    }
+    void ExpectNoWordCutDownTo(int least) {
+        for (int width = 1024; width >= least; width -= 8) {
+            strip->resize(width, strip->height());
+            QCoreApplication::processEvents();
+            for (const char* name :
+                 {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
+                EXPECT_FALSE(Button(name)->text().contains(QChar(0x2026)))
+                    << Button(name)->text().toStdString() << " at " << width;
+        }
+    }
 
     std::unique_ptr<StatusStrip> strip;
     std::vector<std::string> pages;
@@ -140,26 +156,28 @@ INSTANTIATE_TEST_SUITE_P(, StatusLooks, testing::Values(LookRow{"Light", false},
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(StatusStripTest, SaysLessWhereRoomIsShortAndCutsNoWord) {
+    const QDateTime today = QDateTime::currentDateTimeUtc();
     server.Text("Status/Master/Name", "Console");
-    server.Text("Status/Master/Since", "2026-11-22T14:03:21.000Z");
+    server.Text("Status/Master/Since", today.toString(Qt::ISODateWithMs).toUtf8().constData());
     server.Suppress(2, 1, {118.4e6}, {121.5e6});
-    QFont ofADesktop(QStringLiteral("DejaVu Sans"));
-    ofADesktop.setPixelSize(13);  // where there is no desktop, the toolkit has a much larger one
-    strip->setFont(ofADesktop);
+    UseFontOfADesktop();
     strip->resize(1024, strip->height());
     QCoreApplication::processEvents();
     const QString wide = Button("MasterState")->text();
     EXPECT_TRUE(wide.contains(QLatin1String("since"))) << wide.toStdString();
-    for (int width = 1024; width >= 800; width -= 8) {
-        strip->resize(width, strip->height());
-        QCoreApplication::processEvents();
-        for (const char* name : {"ServerState", "DeviceState", "MasterState", "SuppressionState", "OwnState"})
-            EXPECT_FALSE(Button(name)->text().contains(QChar(0x2026)))
-                << Button(name)->text().toStdString() << " at " << width;
-    }
+    ExpectNoWordCutDownTo(800);
     EXPECT_FALSE(Button("MasterState")->text().contains(QLatin1String("since")));
     EXPECT_EQ(Button("SuppressionState")->text(), QStringLiteral("Suppression\n1 NOT SUPERVISED"));
     EXPECT_THAT(Button("MasterState")->accessibleName().toStdString(), HasSubstr("since"));
+}
+
+// On a night shift, and where a server is left alone for months.
+TEST_F(StatusStripTest, CutsNoWordOfWhatBeganOnAnotherDay) {
+    server.Text("Status/Master/Name", "Console");
+    server.Text("Status/Master/Since", "2026-01-22T14:03:21.000Z");
+    UseFontOfADesktop();
+    ExpectNoWordCutDownTo(800);
+    EXPECT_THAT(Button("MasterState")->accessibleName().toStdString(), HasSubstr("22"));
 }
 
 TEST_F(StatusStripTest, FitsANarrowWindow) {
