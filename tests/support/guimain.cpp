@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QtCore/QLocale>
 #include <QtWidgets/QApplication>
 
 /// Asked by the leak sanitizer: the platform without a display never gives back its screen.
@@ -18,9 +17,9 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     // Nobody's desktop: the same on every machine, and no windows that pop up.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    UsePlainLanguage();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("mcstest"));
-    QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStringLiteral("fusion"));
     return RunTests();
 }

@@ -7,6 +7,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    UsePlainLanguage();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mcstest"));
     return RunTests();

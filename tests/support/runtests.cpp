@@ -4,6 +4,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QProcess>
 
 #include <gmock/gmock.h>
@@ -37,6 +38,12 @@ int RunEachInItsOwnProcess(const QStringList& tests) {
 }
 
 }  // namespace
+
+void UsePlainLanguage() {
+    qputenv("LC_ALL", "C.UTF-8");
+    qunsetenv("LANGUAGE");
+    QLocale::setDefault(QLocale::c());
+}
 
 int RunTests() {
     QCommandLineParser parser;

@@ -174,7 +174,8 @@ TEST_F(StatusStripTest, SaysLessWhereRoomIsShortAndCutsNoWord) {
 // On a night shift, and where a server is left alone for months.
 TEST_F(StatusStripTest, CutsNoWordOfWhatBeganOnAnotherDay) {
     server.Text("Status/Master/Name", "Console");
-    server.Text("Status/Master/Since", "2026-01-22T14:03:21.000Z");
+    const QDateTime noon(QDate(2026, 1, 22), QTime(12, 3, 21));  // on that day in every time zone
+    server.Text("Status/Master/Since", noon.toUTC().toString(Qt::ISODateWithMs).toUtf8().constData());
     UseFontOfADesktop();
     ExpectNoWordCutDownTo(800);
     EXPECT_THAT(Button("MasterState")->accessibleName().toStdString(), HasSubstr("22"));
