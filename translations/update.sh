@@ -10,3 +10,4 @@ common=devicecontrol/multichannelserver/common
 lupdate=$(command -v lupdate || echo /usr/lib/qt5/bin/lupdate)
 "$lupdate" "${options[@]}" platform/widgets "$common" -ts "$directory/MultiChannelServerCommon_de.ts"
 "$lupdate" "${options[@]}" apps/common apps/pages apps/mcconsole apps/mcserver -ts "$directory/MultiChannelServerApps_de.ts"
+"$lupdate" "${options[@]}" apps/designer -ts "$directory/MultiChannelServerDesigner_de.ts"

@@ -46,8 +46,10 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::AnyValue,
          {120, 22},
-         "Shows a value of any type as text",
-         "Shows the value at valuePath. While the boolean at noValuePath is true, it shows \"- - -\".",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows a value of any type as text"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Shows the value at valuePath. While the boolean at noValuePath is true, it shows \"- - -\"."),
          Make<VCLabel>},
         {"VCLineEdit",
          "platform/widgets/vclineedit.h",
@@ -56,8 +58,10 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Text,
          {140, 26},
-         "Shows and edits a text",
-         "Shows the text at valuePath. Enter or leaving the field sends what was typed, Escape restores.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows and edits a text"),
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin",
+                           "Shows the text at valuePath. Enter or leaving the field sends what was typed, "
+                           "Escape restores."),
          Make<VCLineEdit>},
         {"VCCheckBox",
          "platform/widgets/vccheckbox.h",
@@ -66,8 +70,9 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Boolean,
          {120, 24},
-         "Shows and switches a boolean",
-         "Shows the boolean at valuePath; a click sends the other one.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows and switches a boolean"),
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin",
+                           "Shows the boolean at valuePath; a click sends the other one."),
          Make<VCCheckBox>},
         {"VCPushButton",
          "platform/widgets/vcpushbutton.h",
@@ -76,9 +81,11 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Boolean,
          {100, 28},
-         "Asks for something by a boolean",
-         "Sets the boolean at valuePath true, and is held down until whoever carries it out has set it "
-         "false.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Asks for something by a boolean"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Sets the boolean at valuePath true, and is held down until whoever carries it out has set it "
+             "false."),
          Make<VCPushButton>},
         {"VCComboBoxClassic",
          "platform/widgets/vccomboboxclassic.h",
@@ -87,8 +94,9 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Selection,
          {120, 26},
-         "Shows the choices of a selection, and makes one current",
-         "Shows the selection at valuePath; choosing an item sends it.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows the choices of a selection, and makes one current"),
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin",
+                           "Shows the selection at valuePath; choosing an item sends it."),
          Make<VCComboBoxClassic>},
         {"VCNumericFloatSpin",
          "platform/widgets/vcnumericfloatspin.h",
@@ -97,9 +105,11 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Integer | content::Number,
          {120, 26},
-         "Shows and edits a number within its limits",
-         "Shows the number at valuePath: an integer if \"integer\" is set, else a floating-point number, "
-         "which is shown divided by unitFactor, with unitDecimals and unit behind it.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows and edits a number within its limits"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Shows the number at valuePath: an integer if \"integer\" is set, else a floating-point number, "
+             "which is shown divided by unitFactor, with unitDecimals and unit behind it."),
          Make<VCNumericFloatSpin>},
         {"MCSStatusDisplay",
          "devicecontrol/multichannelserver/common/mcsstatusdisplay.h",
@@ -108,8 +118,10 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Node,
          {300, 190},
-         "Shows the state of the server",
-         "Shows the status below the node at valuePath, such as /MultiChannelServer/Status.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows the state of the server"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Shows the status below the node at valuePath, such as /MultiChannelServer/Status."),
          Make<MCSStatusDisplay>},
         {"MCSConfigDisplay",
          "devicecontrol/multichannelserver/common/mcsconfigdisplay.h",
@@ -118,9 +130,11 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Node,
          {380, 270},
-         "Edits the configuration of the server",
-         "Edits the configuration below the node at valuePath, such as /MultiChannelServer/Config. "
-         "bootConfigGroup and jobConfigGroup say which of its groups are shown.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Edits the configuration of the server"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Edits the configuration below the node at valuePath, such as /MultiChannelServer/Config. "
+             "bootConfigGroup and jobConfigGroup say which of its groups are shown."),
          Make<MCSConfigDisplay>},
         {"MCSCommandsDisplay",
          "devicecontrol/multichannelserver/common/mcscommandsdisplay.h",
@@ -129,8 +143,10 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Node,
          {260, 40},
-         "Switches whether the server is connected to its device",
-         "Uses the commands below the node at valuePath, such as /MultiChannelServer/Command.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Switches whether the server is connected to its device"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Uses the commands below the node at valuePath, such as /MultiChannelServer/Command."),
          Make<MCSCommandsDisplay>},
         {"MCSLogDisplay",
          "devicecontrol/multichannelserver/common/mcslogdisplay.h",
@@ -139,8 +155,9 @@ std::vector<BoundWidget> Widgets() {
          Path,
          content::Text,
          {400, 200},
-         "Shows log messages as they arrive",
-         "Follows the text at valuePath, such as /MultiChannelServer/Status/LogMessage.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "Shows log messages as they arrive"),
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin",
+                           "Follows the text at valuePath, such as /MultiChannelServer/Status/LogMessage."),
          Make<MCSLogDisplay>},
         {"MCSMpxORVStatusListDisplay",
          "devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h",
@@ -149,9 +166,11 @@ std::vector<BoundWidget> Widgets() {
          Paths,
          content::Node,
          {420, 160},
-         "A table of MpxORVs",
-         "Shows the MpxORVs below the nodes at valuePaths, such as /MultiChannelServer/StaticMpxORVs and "
-         "/MultiChannelServer/DynamicMpxORVs.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "A table of MpxORVs"),
+         QT_TRANSLATE_NOOP(
+             "BoundWidgetPlugin",
+             "Shows the MpxORVs below the nodes at valuePaths, such as /MultiChannelServer/StaticMpxORVs and "
+             "/MultiChannelServer/DynamicMpxORVs."),
          Make<MCSMpxORVStatusListDisplay>},
         {"GTSDisplay",
          "devicecontrol/multichannelserver/common/gts/gtsdisplay.h",
@@ -160,9 +179,11 @@ std::vector<BoundWidget> Widgets() {
          nullptr,
          content::None,
          {400, 180},
-         "The modules of the ground transmitter suppression",
-         "Polls the modules that the program's configuration names, and lets people edit them. It needs no "
-         "path, and a program has one at most. On a form it only looks like that.",
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin", "The modules of the ground transmitter suppression"),
+         QT_TRANSLATE_NOOP("BoundWidgetPlugin",
+                           "Polls the modules that the program's configuration names, and lets people edit "
+                           "them. It needs no "
+                           "path, and a program has one at most. On a form it only looks like that."),
          MakeSuppression},
     };
 }

@@ -2,6 +2,7 @@
 #include <apps/designer/boundwidgetplugin.h>
 
 #include <apps/designer/pathmenufactory.h>
+#include <apps/designer/plugintexts.h>
 
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtGui/QIcon>
@@ -39,8 +40,7 @@ QString BoundWidgetPlugin::name() const {
 }
 
 QString BoundWidgetPlugin::group() const {
-    return m_widget.isDisplay ? QStringLiteral("MultiChannelServer displays")
-                              : QStringLiteral("MultiChannelServer values");
+    return m_widget.isDisplay ? tr("MultiChannelServer displays") : tr("MultiChannelServer values");
 }
 
 QString BoundWidgetPlugin::toolTip() const {
@@ -66,5 +66,6 @@ QWidget* BoundWidgetPlugin::createWidget(QWidget* parent) {
 void BoundWidgetPlugin::initialize(QDesignerFormEditorInterface* core) {
     if (core == nullptr) return;
     m_place = BoundWidget::EPlace::Tool;
+    PluginTexts::Install(*core);
     PathMenuFactory::Install(*core);
 }
