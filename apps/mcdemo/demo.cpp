@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "demo.h"
 
+#include "forpeople.h"
 #include "narrator.h"
 
 #include <apps/common/display.h>
@@ -178,7 +179,7 @@ bool Demo::ShowStatus() {
     };
     if (!eventwait::Until(isReady, Patience, AskInterval))
         return Fail(QStringLiteral("the device does not boot"));
-    narrator::Quote(Operator({QStringLiteral("get"), all}));
+    narrator::Quote(forpeople::Rows(Operator({QStringLiteral("get"), all})));
     return true;
 }
 

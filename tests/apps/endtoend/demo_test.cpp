@@ -16,6 +16,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 class DemoTest : public testing::Test, protected ProgramRunner {};
 
@@ -63,6 +64,8 @@ TEST_F(DemoTest, TellsItsChapters) {
                             "bravo     < refused: " + alpha + " is master since <time>",
                             "alpha     < refused: 121.5 MHz is blanked by ADAM-6051 1, input 3",
                             "alpha     < done: tuned to 121.5 MHz"));
+    EXPECT_EQ(Lines(output, "/Status/Event\\t[^{\\s]").size(), 1U) << output.constData();
+    EXPECT_THAT(Lines(output, "\\{"), IsEmpty());  // nobody who looks on reads JSON
     EXPECT_EQ(Lines(output, "< connected as ").size(), 4U) << output.constData();
     EXPECT_EQ(Lines(output, "< lost the server").size(), 2U) << output.constData();
 }
