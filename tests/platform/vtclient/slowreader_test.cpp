@@ -51,8 +51,14 @@ class SlowReader : public SocketEnds {
         for (Text* text : m_texts)
             text->SetValue(QString::number(m_round).rightJustified(TextLength, QLatin1Char('.')));
     }
+    /// Compares all only once the last has come: what is looked at after every turn keeps the server busy.
     bool IsUpToDate() {
-        return WaitUntil([this] { return static_cast<bool>(AreEqual(Item("/S"), Item("/L"))); });
+        const std::string last = "/L/" + std::to_string(ValueCount - 1);
+        const auto hasLast = [&] {
+            const auto* const text = Find<Text>(last.c_str());
+            return text != nullptr && text->GetValue() == m_texts.back()->GetValue();
+        };
+        return WaitUntil(hasLast) && AreEqual(Item("/S"), Item("/L"));
     }
     /// Reads on, acknowledging, until there is such a message.
     template <class M>
@@ -77,8 +83,15 @@ class SlowReader : public SocketEnds {
         }
     }
 
+    /// The reader that does not read says nothing either, for as long as the machine takes.
+    static vt::ServerHub::Settings Patient() {
+        vt::ServerHub::Settings settings;
+        settings.deadAfter = std::chrono::hours(1);
+        return settings;
+    }
+
     vt::QtEventLoop m_loop;
-    vt::ServerHub m_hub{m_access, m_loop, vt::ServerHub::Settings()};
+    vt::ServerHub m_hub{m_access, m_loop, Patient()};
     vt::SocketListener m_listener;
     qint64 m_mostUnsent = 0;  ///< of any client
     std::vector<Text*> m_texts;
