@@ -23,7 +23,9 @@ void PlayOnce(const Stage& stage, const char* road, bool hasCrowd) {
         .Set(QStringLiteral("turns"), stage.isQuick ? 2000 : 4000);
     std::vector<Part> clients = {
         {QStringLiteral("paced-client"), Settings(settings).Set(QStringLiteral("core"), 1)}};
-    if (hasCrowd) clients.push_back({QStringLiteral("crowd"), settings});
+    const bool isBare = QLatin1String(road) == QLatin1String("plainnats");
+    if (hasCrowd)
+        clients.push_back({isBare ? QStringLiteral("bare-crowd") : QStringLiteral("crowd"), settings});
     const std::vector<Settings> results =
         Play(stage, Key(road, hasCrowd, ""),
              {QStringLiteral("paced-server"), Settings(settings).Set(QStringLiteral("core"), 0)}, clients);
@@ -35,7 +37,7 @@ void PlayOnce(const Stage& stage, const char* road, bool hasCrowd) {
 }
 
 void PlayRound(const Stage& stage) {
-    for (const char* road : {"ours", "nats"}) {
+    for (const char* road : {"ours", "nats", "plainnats"}) {
         PlayOnce(stage, road, false);
         PlayOnce(stage, road, true);
     }
@@ -63,6 +65,20 @@ Row OthersRow(const char* title, const char* road, const char* figure, Row::ELim
             2.0};
 }
 
+// Who comes follows what changes, and NATS hands that to one after the other: a hundred more hold up the
+// others as long as they are there, also if nobody comes any more. What is ours to keep short is what comes
+// on top.
+Row BareRow(const char* figure, Row::ELimit limit) {
+    return {QStringLiteral("  delivery to others meanwhile, %1").arg(QLatin1String(figure)),
+            QStringLiteral("us"),
+            1.0,
+            Key("nats", true, figure),
+            QStringLiteral("bare NATS, likewise"),
+            Key("plainnats", true, figure),
+            limit,
+            2.0};
+}
+
 }  // namespace
 
 Scenario CrowdScenario() {
@@ -74,7 +90,11 @@ Scenario CrowdScenario() {
              OthersRow("  delivery to others meanwhile", "ours", "p99", Row::Information),
              SlowestRow("the slowest of 100 that come over NATS", "nats"),
              OthersRow("  delivery to others meanwhile", "nats", "p50", Row::Information),
-             OthersRow("  delivery to others meanwhile", "nats", "p99", Row::AtMost)}};
+             OthersRow("  delivery to others meanwhile", "nats", "p99", Row::Information),
+             BareRow("p50", Row::Information), BareRow("p99", Row::AtMost),
+             SlowestRow("100 bare connections to NATS at once", "plainnats"),
+             OthersRow("  bare messages to others meanwhile", "plainnats", "p50", Row::Information),
+             OthersRow("  bare messages to others meanwhile", "plainnats", "p99", Row::Information)}};
 }
 
 }  // namespace bench

@@ -38,14 +38,17 @@ PacedServer::PacedServer(const Settings& settings)
       m_turns(settings.Int(QStringLiteral("turns")) + WarmUpTurns) {
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &PacedServer::SetSome);
-    m_end->onReport = [this](int, int) {
-        if (++m_present == GetSetup().clients) m_timer.start(Interval);
-    };
+    // It may come in a thread of a library.
+    m_end->onReport = [this](int, int) { QMetaObject::invokeMethod(this, [this] { TakeReport(); }); };
 }
 
 void PacedServer::Start() {
     m_heapAtStart = HeapInUse();
     m_end->Open();
+}
+
+void PacedServer::TakeReport() {
+    if (++m_present == GetSetup().clients) m_timer.start(Interval);
 }
 
 void PacedServer::SetSome() {
@@ -54,6 +57,7 @@ void PacedServer::SetSome() {
     if (m_turn == m_turns) {
         m_timer.stop();
         m_end->Set(endValue, 1);
+        m_end->Send();
         const auto growth = static_cast<double>(m_highestHeap) - static_cast<double>(m_heapAtStart);
         return TellResult(Settings().Set(QStringLiteral("heap"), growth));
     }

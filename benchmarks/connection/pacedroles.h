@@ -15,6 +15,7 @@ class PacedServer final : public RoadRole {
     void Start() override;
 
   private:
+    void TakeReport();
     void SetSome();
 
     std::unique_ptr<ServerEnd> m_end;

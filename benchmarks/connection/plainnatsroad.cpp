@@ -9,6 +9,8 @@
 
 #include <array>
 #include <cstring>
+#include <mutex>
+#include <vector>
 
 namespace bench {
 
@@ -17,8 +19,11 @@ namespace {
 constexpr const char* ChangeSubject = "bench.change";
 constexpr const char* ReportSubject = "bench.report";
 
-/// What both subjects carry. A report's index is the number of the client.
+/// What both subjects carry, changes one after the other. A report's index is the number of the client.
 using Pair = std::array<int, 2>;
+
+/// The library tells each connection's words in a thread of its own, and whoever listens expects one.
+std::mutex oneAtATime;
 
 /// One connection, which is told of what comes in a thread of the library. It is never closed: the process
 /// ends with it.
@@ -41,19 +46,20 @@ class PlainNatsLink {
         if (!isOpen) Role::Fail(QStringLiteral("no connection to NATS"));
     }
 
-    void Send(const char* subject, int index, int content) {
-        const Pair pair{index, content};
-        natsConnection_Publish(m_connection, subject, pair.data(), sizeof(pair));
+    void Send(const char* subject, const std::vector<Pair>& pairs) {
+        natsConnection_Publish(m_connection, subject, pairs.data(),
+                               static_cast<int>(pairs.size() * sizeof(Pair)));
     }
 
   private:
     static void OnMessage(natsConnection* /*connection*/, natsSubscription* /*subscription*/,
                           natsMsg* message, void* closure) {
-        Pair pair{};
-        if (natsMsg_GetDataLength(message) == sizeof(pair))
-            std::memcpy(pair.data(), natsMsg_GetData(message), sizeof(pair));
+        std::vector<Pair> pairs(static_cast<std::size_t>(natsMsg_GetDataLength(message)) / sizeof(Pair));
+        if (!pairs.empty()) std::memcpy(pairs.data(), natsMsg_GetData(message), pairs.size() * sizeof(Pair));
         natsMsg_Destroy(message);
-        static_cast<PlainNatsLink*>(closure)->m_handler(pair[0], pair[1]);
+        const std::lock_guard lock(oneAtATime);
+        for (const Pair& pair : pairs)
+            static_cast<PlainNatsLink*>(closure)->m_handler(pair[0], pair[1]);
     }
 
     Handler m_handler;
@@ -68,10 +74,15 @@ class PlainNatsServerEnd final : public ServerEnd {
         m_link.Open(m_port, ReportSubject, [this](int client, int content) { onReport(client, content); });
         onOpen(m_port);
     }
-    void Set(int index, int content) override { m_link.Send(ChangeSubject, index, content); }
+    void Set(int index, int content) override { m_changes.push_back({index, content}); }
+    void Send() override {
+        m_link.Send(ChangeSubject, m_changes);
+        m_changes.clear();
+    }
 
   private:
     const int m_port;
+    std::vector<Pair> m_changes;
     PlainNatsLink m_link;
 };
 
@@ -83,7 +94,7 @@ class PlainNatsClientEnd final : public ClientEnd {
         m_link.Open(m_port, ChangeSubject, [this](int index, int content) { onChange(index, content); });
         onReady();
     }
-    void Report(int content) override { m_link.Send(ReportSubject, m_client, content); }
+    void Report(int content) override { m_link.Send(ReportSubject, {{m_client, content}}); }
 
   private:
     const int m_client;

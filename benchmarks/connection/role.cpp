@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "role.h"
 
+#include "barecrowdrole.h"
 #include "crowdrole.h"
 #include "pacedroles.h"
 #include "pinning.h"
@@ -47,6 +48,7 @@ constexpr Entry entries[] = {
     {"tree-server", Make<TreeServer>},
     {"tree-client", Make<TreeClient>},
     {"crowd", Make<CrowdRole>},
+    {"bare-crowd", Make<BareCrowdRole>},
     {"stalled-client", Make<StalledClient>},
     {"set", Make<SetRole>},
     {"find", Make<FindRole>},
