@@ -27,7 +27,7 @@ struct NatsAnswer {
 };
 
 /// One connection to NATS. Main thread: everything is told from the event loop, never from within a call to
-/// this, and nothing here waits. Reading yields to others after 4 ms; who does not read lets NATS wait.
+/// this, and nothing here waits. Reading yields to others after 1 ms; who does not read lets NATS wait.
 ///
 /// Subjects are those of NATS: parts of letters, digits, "-", "_", "$" with "." between; in a subscription
 /// also "*" for one part and ">" for all that follow.

@@ -49,6 +49,8 @@ class MCS_CONNECTION_EXPORT IRoads {
     virtual bool Fetch(IListener* listener, quint64 from, quint64 to) = 0;
     /// How many bytes a message may have on this bus, now, and no more than MaxRoadMessage.
     virtual int MaxMessage() const { return MaxRoadMessage; }
+    /// What was published leaves now, as far as it can: something that takes time comes next.
+    virtual void Flush() {}
 };
 
 /// The number that a message on a road says it has, from 1, by which a keeper finds it; none if it is

@@ -6,7 +6,6 @@
 #include <platform/nats/bus/natsthreads.h>
 #include <platform/nats/bus/unread.h>
 
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QRandomGenerator>
 #include <QtNetwork/QHostAddress>
@@ -22,9 +21,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds TurnTime(4);  // then others have their turn
-constexpr int TicksToAsk = 5;        // of silence; then it asks for a word
-constexpr int TicksToLose = 15;      // the other end of the line is gone
+constexpr milliseconds TurnTime(1);                                           // then others have their turn
+constexpr std::chrono::nanoseconds Company = std::chrono::microseconds(250);  // for which words wait
+constexpr int TicksToAsk = 5;    // of silence; then it asks for a word
+constexpr int TicksToLose = 15;  // the other end of the line is gone
 constexpr int RandomWords = 4;
 
 QByteArray MakeInbox(const NatsOptions& options) {
@@ -289,13 +289,16 @@ void NatsBus::OnReadable() {
     ReadOn();
 }
 
-// Gives what has been read, for no longer than a turn; nothing more is read meanwhile.
+// Gives what has been read, for no longer than a turn; nothing more is read meanwhile. What was published
+// before leaves first.
 void NatsBus::ReadOn() {
     if (m_isReading || !IsOpen()) return;
+    if (m_flush.isActive()) Flush();
     m_isReading = true;
     const QPointer<NatsBus> self(this);
     const std::shared_ptr<NatsSocket> socket = m_socket;
     const QDeadlineTimer turn(TurnTime, Qt::PreciseTimer);
+    m_leaveAt.setPreciseRemainingTime(0, Company.count(), Qt::PreciseTimer);
     bool isDone = true;
     for (std::size_t i = 0; isDone && i < m_subscriptions.size(); ++i) {
         isDone = Give(i, turn);
@@ -303,6 +306,7 @@ void NatsBus::ReadOn() {
     }
     m_isReading = false;
     if (m_socket != socket) return;  // closed, or another connection by now
+    if (m_flush.isActive()) Flush();
     const auto isOver = [](const Subscription& subscription) { return subscription.handler == nullptr; };
     m_subscriptions.erase(std::remove_if(m_subscriptions.begin(), m_subscriptions.end(), isOver),
                           m_subscriptions.end());
@@ -334,7 +338,16 @@ bool NatsBus::Give(std::size_t index, const QDeadlineTimer& turn) {
         if (!self) return false;
         m_spent.Add(std::move(message));
         if (m_socket != socket) return false;
+        LeaveTogether();
     }
+}
+
+// What handlers publish leaves at once, but for what follows within a moment: each write costs us and NATS as
+// much as many messages.
+void NatsBus::LeaveTogether() {
+    if (!m_flush.isActive() || !m_leaveAt.hasExpired()) return;
+    Flush();
+    m_leaveAt.setPreciseRemainingTime(0, Company.count(), Qt::PreciseTimer);
 }
 
 // Questions, notices, silence

@@ -7,6 +7,7 @@
 #include <platform/nats/inatsbus.h>
 #include <platform/nats/natsoptions.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QObject>
 #include <QtCore/QSocketNotifier>
 #include <QtCore/QTimer>
@@ -14,8 +15,6 @@
 #include <map>
 #include <memory>
 #include <vector>
-
-class QDeadlineTimer;
 
 namespace nats {
 
@@ -66,6 +65,7 @@ class NatsBus final : public QObject, public INatsBus {
     void Listen(Subscription& subscription);
     void OnReadable();
     void ReadOn();
+    void LeaveTogether();
     bool Give(std::size_t index, const QDeadlineTimer& turn);
     void OnWritable();
     void WriteSome();
@@ -109,9 +109,10 @@ class NatsBus final : public QObject, public INatsBus {
     bool m_hasHeard = false;  ///< since the last tick
     int m_silentTicks = 0;
     bool m_isReading = false;
-    QTimer m_again;  ///< while reading pauses
-    QTimer m_flush;  ///< something was published
-    QTimer m_loss;   ///< the connection is gone, and that has to be told
+    QDeadlineTimer m_leaveAt;  ///< what is published while reading
+    QTimer m_again;            ///< while reading pauses
+    QTimer m_flush;            ///< something was published
+    QTimer m_loss;             ///< the connection is gone, and that has to be told
     QTimer m_retry;
     QTimer m_late;  ///< somebody has waited long enough for an answer
     QTimer m_tick;

@@ -35,6 +35,7 @@ class NatsRoads final : public vt::IRoads, private INatsBus::IListener {
     void Unlisten(IRoads::IListener* listener) override;
     bool Fetch(IRoads::IListener* listener, quint64 from, quint64 to) override;
     int MaxMessage() const override;
+    void Flush() override { m_bus->Flush(); }
 
     bool IsKept() const { return m_isKept; }  ///< by JetStream
     quint64 Published() const { return m_published; }

@@ -34,6 +34,11 @@ NatsListener::NatsListener(std::shared_ptr<INatsBus> bus, const QString& station
           m_bus->Subscribe(m_subjects.AllUp(), [this](const NatsMessage& message) { OnMessage(message); })) {
     m_second.setSingleShot(true);
     connect(&m_second, &QTimer::timeout, this, [this] { m_refusals = 0; });
+    m_nextTurn.setSingleShot(true);
+    connect(&m_nextTurn, &QTimer::timeout, this, [this] {
+        m_begun = 0;
+        BeginSome();
+    });
 }
 
 NatsListener::~NatsListener() {
@@ -48,9 +53,19 @@ NatsListener::~NatsListener() {
 
 void NatsListener::SetOpen(bool isOpen) {
     m_isOpen = isOpen;
-    if (!isOpen) return;
-    for (const auto& [name, greeting] : std::exchange(m_waiting, {}))
-        if (!m_sessions.contains(name.ToText())) Begin(name, greeting);
+    if (isOpen) BeginSome();
+}
+
+// Each costs as much as many words of a session: who is there already comes first.
+void NatsListener::BeginSome() {
+    while (m_isOpen && m_begun < BegunPerTurn) {
+        const std::optional<Openings::Opening> next = m_openings.Take();
+        if (!next) return;
+        if (!m_nextTurn.isActive()) m_nextTurn.start(0);
+        if (m_sessions.contains(next->name.ToText())) continue;
+        ++m_begun;
+        Begin(next->name, next->greeting);
+    }
 }
 
 void NatsListener::OnMessage(const NatsMessage& message) {
@@ -77,9 +92,8 @@ void NatsListener::OnStranger(const SessionName& name, const Packet& packet) {
                           QStringLiteral("the station speaks version %1 of the session over NATS, not %2")
                               .arg(Packet::Version)
                               .arg(greeting->version));
-        if (m_isOpen) return Begin(name, *greeting);
-        if (m_waiting.size() < MaxWaiting) m_waiting.emplace_back(name, *greeting);
-        return;
+        m_openings.Add({name, *greeting});
+        return BeginSome();
     }
     // The last words of those that have ended.
     const bool isWord = packet.kind == Packet::EKind::Data || packet.kind == Packet::EKind::Credit ||
@@ -107,7 +121,6 @@ void NatsListener::Begin(const SessionName& name, const Greeting& greeting) {
     const QByteArray body = Greeting{Packet::Version, NatsSession::Window, m_instance, own}.Write();
     m_bus->Publish(m_subjects.Down(name), {head.constData(), static_cast<std::size_t>(head.size())},
                    {body.constData(), static_cast<std::size_t>(body.size())}, session->Watch());
-    m_bus->Flush();
     // Whose machine it is, and how it speaks to NATS, nobody here knows.
     const QString id = QString::fromLatin1(name.id.left(ShownOfId));
     m_handler(std::make_unique<NatsChannel>(

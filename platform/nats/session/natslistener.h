@@ -2,6 +2,7 @@
 #pragma once
 
 #include <platform/nats/inatsbus.h>
+#include <platform/nats/session/openings.h>
 #include <platform/nats/session/packet.h>
 #include <platform/nats/session/subjects.h>
 #include <platform/vtclient/ichannel.h>
@@ -12,8 +13,6 @@
 
 #include <functional>
 #include <memory>
-#include <utility>
-#include <vector>
 
 namespace nats {
 
@@ -37,6 +36,7 @@ class NatsListener final : public QObject {
 
   private:
     void OnMessage(const NatsMessage& message);
+    void BeginSome();
     void OnStranger(const SessionName& name, const Packet& packet);
     void Begin(const SessionName& name, const Greeting& greeting);
     void Refuse(const SessionName& name, const QString& reason);
@@ -44,7 +44,7 @@ class NatsListener final : public QObject {
 
     static constexpr int MaxRefusals = 100;  ///< a second: who is told nothing finds out by himself
     static constexpr quint32 LeastWindow = 4096;
-    static constexpr std::size_t MaxWaiting = 4096;  ///< beyond, they come again by themselves
+    static constexpr int BegunPerTurn = 4;  ///< of the event loop: then others have theirs
 
     const std::shared_ptr<INatsBus> m_bus;
     const Subjects m_subjects;
@@ -53,8 +53,10 @@ class NatsListener final : public QObject {
     const int m_subscription;
     QHash<QByteArray, std::weak_ptr<NatsSession>> m_sessions;
     bool m_isOpen = true;
-    std::vector<std::pair<SessionName, Greeting>> m_waiting;  ///< until it is
-    int m_refusals = 0;                                       ///< within this second
+    Openings m_openings;  ///< that wait for their turn, or for the door to open
+    int m_begun = 0;      ///< in this turn
+    QTimer m_nextTurn;
+    int m_refusals = 0;  ///< within this second
     quint64 m_lost = 0;
     QTimer m_second;
 };

@@ -78,7 +78,6 @@ void NatsSession::OnTrue(const Packet& packet) {
         case Packet::EKind::End:
             m_hasEnded = true;
             SendHead(Packet::EKind::Ended);
-            m_bus->Flush();
             if (!m_isOpen) return BeGone();
             ReadOn();
             break;
@@ -143,7 +142,6 @@ void NatsSession::SayAgain() {
     m_saidAgainAt = now;
     for (std::size_t i = 0; i < m_sentPackets.Count(); ++i)
         m_bus->Publish(m_peer, m_sentPackets.Get(i), {}, m_watch);
-    m_bus->Flush();
 }
 
 bool NatsSession::TakeCredit(const Packet& packet) {
@@ -221,7 +219,6 @@ void NatsSession::Acknowledge(bool isAllTaken) {
     m_consumed = std::max(m_consumed, m_received - waiting);
     if (m_consumed - m_told < TellAfter || m_isGone) return;
     SendHead(Packet::EKind::Credit);
-    m_bus->Flush();
 }
 
 // The peer speaks the protocol and broke a rule: it may be told so.
@@ -340,14 +337,20 @@ void NatsSession::SendOn() {
     SendData();
     if (!m_isOpen && m_out.IsEmpty() && !std::exchange(m_isEndSent, true))
         PublishStream(Packet::EKind::End, {}, SentPackets::NeverConsumed);
-    m_bus->Flush();
+}
+
+// Many sessions share the bus: what they say leaves together. Flushed only where it has enough already, so
+// that whoever waits is told when there is room.
+bool NatsSession::HasRoom() {
+    if (m_bus->Unsent() >= INatsBus::EnoughUnsent) m_bus->Flush();
+    return m_bus->Unsent() < INatsBus::EnoughUnsent;
 }
 
 void NatsSession::SendData() {
     const auto around = static_cast<std::size_t>(Packet::HeadSize + SessionSeal::TagSize);
     const std::size_t most =
         std::min<std::size_t>(MaxBody, static_cast<std::size_t>(m_bus->MaxPayload()) - around);
-    while (!m_out.IsEmpty() && m_bus->Unsent() < INatsBus::EnoughUnsent) {
+    while (!m_out.IsEmpty() && HasRoom()) {
         const quint64 underWay = m_sent - m_peerConsumed;
         if (underWay >= m_peerWindow) return;
         const std::size_t size =
@@ -378,7 +381,6 @@ void NatsSession::SendPosition(bool isQuestion) {
              {body.constData(), static_cast<std::size_t>(body.size())}},
             m_watch);
     m_told = m_consumed;
-    m_bus->Flush();
 }
 
 bool NatsSession::Publish(const Packet& packet, quint64 watch) {

@@ -115,6 +115,7 @@ class NatsSession final : public QObject,
     void Refuse(quint32 length);
     void Fail(const QString& reason);
     void SendOn();
+    bool HasRoom();
     void SendData();
     void SendHead(Packet::EKind kind);
     void PublishStream(Packet::EKind kind, std::string_view body, quint64 end);

@@ -245,13 +245,24 @@ void ServerHub::OnTurn() {
     m_now = m_loop.Now();
     const TurnBudget budget(m_loop, m_now, vtlimits::TurnTime);
     m_subtrees.RetryWaiting();
-    const bool isDone = m_subtrees.Serve(budget) && ServeBacklogs(budget);
+    const bool hasChanges = m_subtrees.HasWork();
+    bool isDone = m_subtrees.Serve(budget);
+    if (isDone && !m_toServe.empty()) {
+        if (hasChanges) FlushChanges();
+        isDone = ServeBacklogs(TurnBudget(m_loop, m_loop.Now(), vtlimits::BacklogTime));
+    }
     FlushChannels();
     Reap();
     m_isInTurn = false;
     m_isTurnRequested = false;
     // Whoever was told that a session is over may have ended others, or changed the tree.
     if (!isDone || m_subtrees.HasWork() || !m_toFlush.empty()) RequestTurn();
+}
+
+// What those hear who are in step does not wait for what others lack.
+void ServerHub::FlushChanges() {
+    FlushChannels();
+    if (m_settings.roads != nullptr) m_settings.roads->Flush();
 }
 
 bool ServerHub::ServeBacklogs(const TurnBudget& budget) {

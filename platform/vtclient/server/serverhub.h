@@ -114,6 +114,7 @@ class ServerHub final : public ITurnTaker, public IObserver {
     QString UserOf(const VtPeer& peer) const;
     void GiveMemoryBack();
     bool ServeBacklogs(const TurnBudget& budget);
+    void FlushChanges();
     void FlushChannels();
     void Reap();
     void TellEnded(const std::vector<VtPeer>& peers);

@@ -103,7 +103,8 @@ constexpr int AckAfterBytes = 64 * 1024;
 constexpr std::chrono::seconds AckPatience(30);  // 64 KiB over the slowest link that is of use
 
 // Turns of the event loop.
-constexpr std::chrono::microseconds TurnTime(4000);  // then others have their turn
-constexpr int CheckInterval = 64;                    // items between two looks at the clock
+constexpr std::chrono::microseconds TurnTime(4000);     // then others have their turn
+constexpr std::chrono::microseconds BacklogTime(1000);  // for who lacks much: a turn may come per message
+constexpr int CheckInterval = 64;                       // items between two looks at the clock
 
 }  // namespace vtlimits

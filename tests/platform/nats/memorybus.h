@@ -33,7 +33,10 @@ class MemoryBus final : public nats::INatsBus {
         published.push_back({subject, data, watch});
         return true;
     }
-    void Flush() override {}
+    void Flush() override {
+        ++flushes;
+        if (takesAllWhenFlushed) unsent = 0;
+    }
     qint64 Unsent() const override { return unsent; }
     qint64 MaxPayload() const override { return 1 << 20; }
     int Subscribe(const QByteArray& subject, Handler handler) override {
@@ -81,6 +84,8 @@ class MemoryBus final : public nats::INatsBus {
 
     std::vector<Published> published;
     qint64 unsent = 0;
+    bool takesAllWhenFlushed = false;
+    int flushes = 0;
 
   private:
     EState m_state = EState::Closed;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a session over NATS does about what a network of others may do to it. The bus is in memory.
 #include <platform/nats/session/natslistener.h>
+#include <platform/nats/session/openings.h>
 #include <tests/platform/nats/onesession.h>
 
 #include <gmock/gmock.h>
@@ -149,6 +150,19 @@ TEST_F(OneSession, TheLastWordsOfManyAreBounded) {
     m_bus->Break(QStringLiteral("over"));
 }
 
+// The bus is shared: what all sessions say in a turn is to leave at once.
+TEST_F(OneSession, WhatIsSaidLeavesWithWhatOthersSayUnlessThatIsMuch) {
+    m_channel.Send("one");
+    m_channel.Flush();
+    EXPECT_EQ(m_bus->flushes, 0);
+    m_bus->unsent = nats::INatsBus::EnoughUnsent;
+    m_bus->takesAllWhenFlushed = true;
+    m_channel.Send("two");
+    m_channel.Flush();
+    EXPECT_EQ(m_bus->flushes, 1);
+    EXPECT_THAT(m_bus->published, SizeIs(2)) << "nobody would tell when there is room";
+}
+
 TEST_F(OneSession, NothingIsPublishedWhileNatsDoesNotTakeWhatThereIs) {
     m_bus->unsent = nats::INatsBus::EnoughUnsent;
     m_channel.Send("late");
@@ -170,10 +184,27 @@ QByteArray PacketOf(Packet::EKind kind) {
 class Door : public testing::Test {
   protected:
     Door() { m_bus->Open(true); }
-    void Say(const char* subject, const QByteArray& data) { m_bus->Deliver(subject, data); }
+    void Say(const QByteArray& subject, const QByteArray& data) { m_bus->Deliver(View(subject), data); }
     static QByteArray OpenPacket(quint8 version = Packet::Version, quint32 window = 100'000) {
         return Packet{Packet::EKind::Open, 0, 0, {}}.Head() +
                Greeting{version, window, 0, SessionSeal().PublicKey()}.Write();
+    }
+    /// Who is in when all openings that have come are worked on, as far as that is allowed in a turn.
+    std::vector<QString> InAfterTurns(int turns) {
+        RunTurns(turns);
+        std::vector<QString> addresses;
+        for (const auto& channel : m_channels)
+            addresses.push_back(channel->PeerAddress());
+        return addresses;
+    }
+    /// A subject on which \a who begins session number \a number.
+    static QByteArray SubjectOf(const char* who, int number) {
+        return QByteArray("mcs.tower.up.") + who + '.' +
+               QByteArray::number(number).rightJustified(IdSize, '0');
+    }
+    void ComeOften(const char* who, int count) {
+        for (int i = 0; i < count; ++i)
+            Say(SubjectOf(who, i), OpenPacket());
     }
     std::vector<std::string> Lines() const {
         std::vector<std::string> lines;
@@ -182,6 +213,8 @@ class Door : public testing::Test {
         return lines;
     }
 
+    static constexpr int IdSize = 22;
+    static constexpr std::size_t MostPerTurn = 4;
     static constexpr const char* Subject = "mcs.tower.up.joe.abcdefghijklmnopqrstuv";
     const TraceRecorder m_traces{ErrorHandler::TraceWarnings};
     const std::shared_ptr<MemoryBus> m_bus = std::make_shared<MemoryBus>();
@@ -207,6 +240,78 @@ TEST_F(Door, WhoHasGoneIsForgotten) {
     EXPECT_EQ(m_door.CountSessions(), 1);
     m_bus->TellUnheard(m_bus->published.back().watch);
     EXPECT_TRUE(WaitUntil([this] { return m_door.CountSessions() == 0; }));
+}
+
+TEST_F(Door, WhoIsThereIsHeardBeforeManyWhoComeAtOnceAreIn) {
+    SessionSeal seal;
+    Say(Subject, Packet{Packet::EKind::Open, 0, 0, {}}.Head() +
+                     Greeting{Packet::Version, 100'000, 0, seal.PublicKey()}.Write());
+    ASSERT_THAT(m_bus->published, SizeIs(1));
+    const auto greeting = Greeting::Read(Packet::Read(View(m_bus->published[0].data))->body);
+    ASSERT_TRUE(greeting && seal.Agree(SessionSeal::ESide::Client, View(greeting->key), Subject));
+    RecordingListener listener;
+    m_channels[0]->SetListener(&listener);
+    RunTurns(2);
+    ComeOften("mallory", 100);
+    const std::string_view word = seal.Seal({Packet::EKind::Data, 1, 0, View(Frame("word"))});
+    Say(Subject, QByteArray(word.data(), static_cast<int>(word.size())));
+    EXPECT_THAT(listener.messages, ElementsAre(QByteArray("word")));
+    EXPECT_LE(m_channels.size(), 1 + MostPerTurn);
+    m_channels[0]->SetListener(nullptr);
+}
+
+TEST_F(Door, SoManyGetInPerTurnAndAllInTheEnd) {
+    constexpr std::size_t Count = 50;
+    ComeOften("joe", Count);
+    std::size_t in = 0;
+    for (int turn = 0; turn < 1000 && m_channels.size() < Count; ++turn) {
+        EXPECT_LE(m_channels.size() - in, MostPerTurn);
+        in = m_channels.size();
+        RunTurns(1);
+    }
+    EXPECT_THAT(m_channels, SizeIs(Count));
+    EXPECT_THAT(Lines(), IsEmpty());
+}
+
+TEST_F(Door, WhoComesOftenKeepsNobodyWaiting) {
+    ComeOften("mallory", 10'000);
+    ComeOften("ann", 1);
+    EXPECT_THAT(InAfterTurns(3), testing::Contains(QStringLiteral("nats/ann:000000")));
+    EXPECT_LT(m_channels.size(), 5 * MostPerTurn);
+}
+
+TEST_F(Door, WhoComesOnceMoreWhileWaitingIsInOnce) {
+    ComeOften("joe", 20);
+    ComeOften("joe", 20);
+    EXPECT_THAT(InAfterTurns(40), SizeIs(20));
+}
+
+TEST(Openings, ThoseWhoWaitAreBoundedAndWhoHasMostOfThemGivesWay) {
+    const auto openingOf = [](const char* who, int number) {
+        return nats::Openings::Opening{{who, QByteArray::number(number)}, {}};
+    };
+    nats::Openings openings;
+    openings.Add(openingOf("ann", 0));
+    for (int i = 0; i < 10'000; ++i)
+        openings.Add(openingOf("mallory", i));
+    EXPECT_EQ(openings.Count(), nats::Openings::MaxWaiting);
+    EXPECT_EQ(openings.Take()->name.ToText(), "ann.0");
+    const int oldest = 10'000 - static_cast<int>(nats::Openings::MaxWaiting) + 1;
+    EXPECT_EQ(openings.Take()->name.ToText(), "mallory." + QByteArray::number(oldest))
+        << "the oldest have gone";
+}
+
+TEST(Openings, UsersTakeTurnsAndEachOnesAreInOrder) {
+    nats::Openings openings;
+    for (const char* const id : {"1", "2", "3"})
+        openings.Add({{"joe", id}, {}});
+    openings.Add({{"ann", "4"}, {}});
+    openings.Add({{"sue", "5"}, {}});
+    std::vector<std::string> taken;
+    while (const auto next = openings.Take())
+        taken.push_back(next->name.ToText().toStdString());
+    EXPECT_THAT(taken, ElementsAre("ann.4", "joe.1", "sue.5", "joe.2", "joe.3"));
+    EXPECT_EQ(openings.Count(), 0U);
 }
 
 // NATS was lost, and it is not sure yet that nobody else has the station by now.

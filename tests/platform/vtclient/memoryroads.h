@@ -68,11 +68,13 @@ class MemoryBus::End final : public vt::IRoads {
     }
 
     int MaxMessage() const override { return maxMessage; }
+    void Flush() override { onFlush(); }
 
     /// What becomes of a copy that has come to this end: how often it is given to the listener, 0 for a loss.
     std::function<int(const QByteArray& message)> fate = [](const QByteArray&) { return 1; };
     /// Which of so many copies that wait is given next.
     std::function<std::size_t(std::size_t count)> next = [](std::size_t) { return std::size_t{0}; };
+    std::function<void()> onFlush = [] {};
     bool isReading = true;
     QString station = QStringLiteral("tower");
     int fetches = 0;

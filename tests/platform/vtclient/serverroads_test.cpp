@@ -70,6 +70,38 @@ TEST_F(ServerRoads, SaysFromWhereOnTheRoadCounts) {
               positions[0].number + 1);
 }
 
+// A snapshot takes time, and so do many of them.
+TEST_F(ServerRoads, WhatHasChangedLeavesBeforeWhatNewcomersLack) {
+    Say(m_peer, vt::HeardMessage{1, Join()});
+    Peer inStep = Connect();
+    Subscribe(inStep, 1, "/S");
+    Add<Number>("/Large", QStringLiteral("number"));
+    Peer newcomer = Connect();
+    Said(newcomer);
+    vt::SubscribeMessage subscribe;
+    subscribe.sub = 1;
+    subscribe.path = QStringLiteral("/Large");
+    newcomer.wire->toB.push_back(ToBytes(subscribe));
+    m_number->SetValue(5);
+    Said(inStep);
+    const std::size_t published = m_bus.published.size();
+    bool hasLeft = false;
+    m_end.onFlush = [&] {
+        if (hasLeft || m_bus.published.size() == published) return;
+        hasLeft = true;
+        EXPECT_EQ(SaidChanges(inStep).size(), 1U) << "in a session likewise";
+        const std::vector<DecodedMessage> said = Said(newcomer);
+        const bool isSnapshot = std::any_of(said.begin(), said.end(), [](const DecodedMessage& one) {
+            return std::holds_alternative<vt::SnapshotMessage>(one.message);
+        });
+        EXPECT_FALSE(isSnapshot);
+    };
+    newcomer.channel->Deliver();  // in one turn with the change
+    EXPECT_TRUE(hasLeft);
+    EXPECT_EQ(SaidChanges(newcomer).size(), 2U);
+    Settle(inStep);
+}
+
 TEST_F(ServerRoads, SaysWhereTheRoadIsBeforeAnAnswerOnce) {
     Say(m_peer, vt::HeardMessage{1, Join()});
     m_number->SetValue(5);
