@@ -89,7 +89,7 @@ void AlarmBar::changeEvent(QEvent* event) {
 
 void AlarmBar::ShowColours() {
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(severitylook::Icon(ESeverity::Act, *this).pixmap(size));
+    m_icon->setPixmap(severitylook::Icon(ESeverity::Act, *style()).pixmap(size));
     QPalette colours = m_text->palette();
     const QColor colour = severitylook::Colour(ESeverity::Act, palette());
     if (colours.color(QPalette::WindowText) == colour) return;

@@ -382,5 +382,5 @@ void ConsoleWindow::ShowIcon() {
         worst = std::max(worst, station->GetSituation().GetWorst());
     if (worst == m_shownSeverity) return;
     m_shownSeverity = worst;
-    setWindowIcon(severitylook::Icon(worst, *this));
+    setWindowIcon(severitylook::Icon(worst, *style()));
 }

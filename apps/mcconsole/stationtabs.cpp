@@ -169,7 +169,7 @@ void StationTabs::ShowTab(int index) {
     station.SetPlace(m_stations.size() > 1 ? word.name : QString());
     const QString text = QStringLiteral("%1: %2").arg(word.name, word.word);
     m_bar->setTabText(index, TabText(text));
-    m_bar->setTabIcon(index, severitylook::Icon(word.severity, *m_bar));
+    m_bar->setTabIcon(index, severitylook::Icon(word.severity, *m_bar->style()));
     m_bar->setTabTextColor(index, severitylook::Colour(word.severity, palette()));
     m_bar->setAccessibleTabName(index,
                                 QStringLiteral("%1 (%2)").arg(text, severitylook::Word(word.severity)));

@@ -57,7 +57,7 @@ void StatusButton::ShowLook() {
     // Words change every second, icons seldom; one is read from a file of the style each time.
     if (m_iconSeverity != m_item.severity) {
         m_iconSeverity = m_item.severity;
-        setIcon(severitylook::Icon(m_item.severity, *this));
+        setIcon(severitylook::Icon(m_item.severity, *style()));
     }
     ShowText();
 }

@@ -4,6 +4,7 @@
 #include <apps/pages/holders.h>
 #include <apps/pages/receivers/receivermodel.h>
 #include <apps/pages/serverkeys.h>
+#include <apps/pages/statetable.h>
 
 #include <devicecontrol/multichannelserver/common/mcscommandsdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -12,7 +13,6 @@
 
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
-#include <platform/widgets/plaintextdelegate.h>
 #include <platform/widgets/vcpushbutton.h>
 
 #include <QtWidgets/QCheckBox>
@@ -25,8 +25,6 @@ namespace {
 
 constexpr Qt::WindowFlags NoFlags;
 constexpr std::chrono::milliseconds ReceiversInterval(500);  // as often as they are asked
-constexpr int ReceiverRowHeight = 22;
-constexpr int LeastReceivers = 3;  // that are seen at once
 
 /// Puts \a display at the top of \a page, as wide as that.
 QVBoxLayout* LayOut(Page* page, QWidget* display) {
@@ -53,20 +51,8 @@ StatusPage::StatusPage(QWidget* parent)
 QGroupBox* StatusPage::BuildReceivers() {
     auto* const box = new QGroupBox(tr("Receivers"), this);
     box->setObjectName(QStringLiteral("ReceiversBox"));
-    auto* const table = new QTableView(box);
-    table->setObjectName(QStringLiteral("Receivers"));
-    table->setAccessibleName(tr("Receivers"));
+    QTableView* const table = statetable::New(*box, "Receivers", box->title());
     table->setModel(m_receivers);
-    table->setItemDelegate(new PlainTextDelegate(table));
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setAlternatingRowColors(true);
-    table->setWordWrap(false);
-    table->setTabKeyNavigation(false);
-    table->setMinimumHeight(ReceiverRowHeight * (LeastReceivers + 1));
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(ReceiverRowHeight);
-    table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setSectionResizeMode(ReceiverModel::Reason, QHeaderView::Stretch);
     (new QVBoxLayout(box))->addWidget(table);

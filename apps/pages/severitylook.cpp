@@ -3,7 +3,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QStyle>
-#include <QtWidgets/QWidget>
 
 QColor severitylook::Colour(ESeverity severity, const QPalette& palette) {
     constexpr int middle = 128;
@@ -22,10 +21,8 @@ QColor severitylook::Colour(ESeverity severity, const QPalette& palette) {
     Q_UNREACHABLE();
 }
 
-QIcon severitylook::Icon(ESeverity severity, const QWidget& widget) {
-    const auto standard = [&widget](QStyle::StandardPixmap icon) {
-        return widget.style()->standardIcon(icon, nullptr, &widget);
-    };
+QIcon severitylook::Icon(ESeverity severity, const QStyle& style) {
+    const auto standard = [&style](QStyle::StandardPixmap icon) { return style.standardIcon(icon); };
     switch (severity) {
         case ESeverity::Ok:
             return standard(QStyle::SP_DialogApplyButton);

@@ -7,15 +7,15 @@
 #include <QtGui/QIcon>
 #include <QtGui/QPalette>
 
-class QWidget;
+class QStyle;
 
 /// How a severity looks: a shape and a colour, never a colour alone. GUI thread.
 namespace severitylook {
 
 /// Of texts, readable on the window of \a palette.
 QColor Colour(ESeverity severity, const QPalette& palette);
-/// Different in shape; as the style of \a widget has it.
-QIcon Icon(ESeverity severity, const QWidget& widget);
+/// Different in shape; as \a style has it, which may read it from a file each time.
+QIcon Icon(ESeverity severity, const QStyle& style);
 /// For who does not see either.
 QString Word(ESeverity severity);
 

@@ -4,6 +4,7 @@
 #include <apps/common/frequencytext.h>
 #include <apps/pages/serverkeys.h>
 #include <apps/pages/severitylook.h>
+#include <apps/pages/statetable.h>
 #include <apps/pages/suppression/ignoringmodel.h>
 #include <apps/pages/suppression/inputstatusmodel.h>
 #include <apps/pages/suppression/keyingtimeline.h>
@@ -12,7 +13,6 @@
 #include <apps/pages/suppressionkeys.h>
 
 #include <platform/values/tree.h>
-#include <platform/widgets/plaintextdelegate.h>
 #include <platform/widgets/vcpushbutton.h>
 
 #include <QtCore/QSortFilterProxyModel>
@@ -29,8 +29,6 @@
 
 namespace {
 
-constexpr int RowHeight = 22;
-constexpr int LeastRows = 3;
 constexpr int LampSize = 16;
 constexpr std::size_t MostFrequencies = 8;  // a line is to be read, not scrolled
 constexpr std::chrono::seconds TickInterval(1);
@@ -78,11 +76,12 @@ SuppressionView::SuppressionView(QWidget* parent)
       m_timeline(new KeyingTimeline(m_follower->GetHistory(), this)),
       m_shown(*this, [this] { Show(); }),
       m_ticked(*this, [this] { Tick(); }) {
-    QTableView* const modules = NewTable("SuppressionModules", tr("Modules"));
+    QTableView* const modules = statetable::New(*this, "SuppressionModules", tr("Modules"));
     modules->setModel(m_modules);
     modules->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     modules->horizontalHeader()->setSectionResizeMode(ModuleStatusModel::Reason, QHeaderView::Stretch);
-    QTableView* const ignoring = NewTable("SuppressionIgnoring", tr("Who ignores the suppression"));
+    QTableView* const ignoring =
+        statetable::New(*this, "SuppressionIgnoring", tr("Who ignores the suppression"));
     ignoring->setModel(m_ignoring);
     ignoring->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_tabs->setObjectName(QStringLiteral("SuppressionTabs"));
@@ -96,7 +95,8 @@ SuppressionView::SuppressionView(QWidget* parent)
     splitter->addWidget(m_tabs);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 3);
-    splitter->setSizes({RowHeight * (LeastRows + 2), 3 * RowHeight * (LeastRows + 2)});
+    constexpr int height = statetable::RowHeight * (statetable::LeastRows + 2);
+    splitter->setSizes({height, 3 * height});
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(BuildHead());
     layout->addWidget(splitter, 1);
@@ -107,23 +107,6 @@ SuppressionView::SuppressionView(QWidget* parent)
 }
 
 SuppressionView::~SuppressionView() = default;
-
-QTableView* SuppressionView::NewTable(const char* name, const QString& spoken) {
-    auto* const table = new QTableView(this);
-    table->setObjectName(QLatin1String(name));
-    table->setAccessibleName(spoken);
-    table->setItemDelegate(new PlainTextDelegate(table));
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setAlternatingRowColors(true);
-    table->setWordWrap(false);
-    table->setTabKeyNavigation(false);
-    table->setMinimumHeight(RowHeight * (LeastRows + 1));
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(RowHeight);
-    table->horizontalHeader()->setHighlightSections(false);
-    return table;
-}
 
 QWidget* SuppressionView::BuildHead() {
     auto* const head = new QWidget(this);
@@ -147,7 +130,7 @@ QWidget* SuppressionView::BuildHead() {
 
 QWidget* SuppressionView::BuildInputs() {
     auto* const page = new QWidget(this);
-    QTableView* const table = NewTable("SuppressionInputs", tr("Inputs"));
+    QTableView* const table = statetable::New(*this, "SuppressionInputs", tr("Inputs"));
     m_shownInputs->setSourceModel(m_inputs);
     m_shownInputs->setDynamicSortFilter(true);
     table->setModel(m_shownInputs);
@@ -252,7 +235,7 @@ void SuppressionView::ShowSummary() {
     }
     if (severity == m_iconSeverity) return;  // it is read from a file of the style each time
     m_iconSeverity = severity;
-    m_icon->setPixmap(severitylook::Icon(severity, *this).pixmap(LampSize, LampSize));
+    m_icon->setPixmap(severitylook::Icon(severity, *style()).pixmap(LampSize, LampSize));
     m_icon->setToolTip(severitylook::Word(severity));
     m_icon->setAccessibleName(severitylook::Word(severity));
 }

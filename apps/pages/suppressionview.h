@@ -15,7 +15,6 @@ class KeyingTimeline;
 class ModuleStatusModel;
 class QLabel;
 class QSortFilterProxyModel;
-class QTableView;
 class QTabWidget;
 class SuppressionFollower;
 class VCPushButton;
@@ -32,7 +31,6 @@ class SuppressionView : public Page {
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:
-    QTableView* NewTable(const char* name, const QString& spoken);
     QWidget* BuildHead();
     QWidget* BuildInputs();
     void Show();

@@ -103,7 +103,7 @@ void AnswerLine::changeEvent(QEvent* event) {
 
 void AnswerLine::ShowColours() {
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(severitylook::Icon(m_severity, *this).pixmap(size));
+    m_icon->setPixmap(severitylook::Icon(m_severity, *style()).pixmap(size));
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, severitylook::Colour(m_severity, palette()));
     m_text->setPalette(colours);

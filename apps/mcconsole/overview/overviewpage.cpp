@@ -189,7 +189,7 @@ void OverviewPage::ShowOwn() {
     m_frequency->setPalette(colours);
     if (hasIcon) return;  // it is read from a file of the style each time
     const int size = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
-    m_icon->setPixmap(severitylook::Icon(own.severity, *this).pixmap(size));
+    m_icon->setPixmap(severitylook::Icon(own.severity, *style()).pixmap(size));
 }
 
 void OverviewPage::ShowRetry() {

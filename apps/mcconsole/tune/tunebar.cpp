@@ -5,6 +5,7 @@
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/frequencystep.h>
 #include <apps/mcconsole/tune/tunemark.h>
+#include <apps/mcconsole/tune/tunetexts.h>
 #include <apps/pages/severitylook.h>
 
 #include <platform/widgets/valuetext.h>
@@ -22,9 +23,7 @@
 namespace {
 
 constexpr int FrameWidth = 2;                       // pixels
-constexpr int MaxEntryLength = 30;                  // characters of it in a message
-constexpr int MaxPlaceLength = 16;                  // of a station, beside the field
-constexpr int MaxToldReason = 200;                  // of what the server says
+constexpr int MaxPlaceLength = 16;                  // characters of a station, beside the field
 constexpr char LongField[] = "3000.000000000 MHz";  // that the field has room for
 
 QLabel* PlainText(QWidget* parent, const char* name) {
@@ -235,17 +234,17 @@ void TuneBar::Show() {
         widget->setEnabled(mayTune);
     ShowActual();
     ShowMark(state);
-    ShowMessage(MessageText(state));
+    ShowMessage(tunetexts::Message(m_tuning));
 }
 
 void TuneBar::ShowText() {
     const QString text = m_tuning.GetText();
     if (m_field->text() != text) m_field->setText(text);
-    m_understood->setText(UnderstoodText());
+    m_understood->setText(tunetexts::Understood(m_tuning));
 }
 
 void TuneBar::ShowActual() {
-    m_actual->setText(ActualText());
+    m_actual->setText(tunetexts::Actual(m_tuning));
 }
 
 void TuneBar::ShowMark(Tuning::EState state) {
@@ -255,7 +254,7 @@ void TuneBar::ShowMark(Tuning::EState state) {
     m_mark->setPalette(colours);
     m_mark->setText(mark.word);
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(mark.severity ? severitylook::Icon(*mark.severity, *this).pixmap(size) : QPixmap());
+    m_icon->setPixmap(mark.severity ? severitylook::Icon(*mark.severity, *style()).pixmap(size) : QPixmap());
     // As wide in any case, so that nothing moves.
     if (!IsWrong(state)) colours.setColor(QPalette::WindowText, palette().color(QPalette::Window));
     m_frame->setPalette(colours);
@@ -265,53 +264,4 @@ void TuneBar::ShowMark(Tuning::EState state) {
 void TuneBar::ShowMessage(const QString& text) {
     m_message->setText(text);
     m_field->setAccessibleDescription(text.isEmpty() ? m_mark->text() : text);
-}
-
-QString TuneBar::UnderstoodText() const {
-    const FrequencyText wanted = m_tuning.GetWanted();
-    return wanted.IsFrequency() ? QStringLiteral("= %1").arg(Tuning::Shown(wanted.GetHz())) : QString();
-}
-
-QString TuneBar::ActualText() const {
-    if (m_tuning.GetState() == Tuning::EState::NoMpxOrv) return QStringLiteral("- - -");
-    const std::optional<double> hz = m_tuning.GetActual();
-    return hz ? Tuning::Shown(*hz) : tr("NOT TUNED");
-}
-
-QString TuneBar::RangeText() const {
-    return tr("%1 to %2 MHz")
-        .arg(FrequencyText::InMegahertz(m_tuning.GetLowest(), 0),
-             FrequencyText::InMegahertz(m_tuning.GetHighest(), 0));
-}
-
-QString TuneBar::MessageText(Tuning::EState state) const {
-    const QString entry = valuetext::Shortened(m_tuning.GetText(), MaxEntryLength);
-    const FrequencyText wanted = m_tuning.GetWanted();
-    switch (state) {
-        case Tuning::EState::Locked:
-            return tr("This user may not tune here.");
-        case Tuning::EState::Empty:
-            return tr("Enter a frequency, such as 121.5, 118400 kHz or 121500000.");
-        case Tuning::EState::NoFrequency:
-            return tr("\"%1\" is no frequency. Enter one such as 121.5, 118400 kHz or 121500000.").arg(entry);
-        case Tuning::EState::OutOfRange:
-            return tr("%1 lies outside the range of the device, %2: nothing is asked for.")
-                .arg(wanted.IsFrequency() ? Tuning::Shown(wanted.GetHz()) : entry, RangeText());
-        case Tuning::EState::NotSent:
-            return tr("Enter or \"Tune\" asks for it, Escape takes it back.");
-        case Tuning::EState::Stepping:
-            return tr("It is asked for once the steps rest.");
-        case Tuning::EState::Asked:
-            return tr("The server has not answered yet.");
-        case Tuning::EState::Refused:
-            return tr("%1. \"Tune\" asks once more.")
-                .arg(valuetext::Shortened(m_tuning.GetReason(), MaxToldReason));
-        case Tuning::EState::Ended:
-            return valuetext::Shortened(m_tuning.GetReason(), MaxToldReason);
-        case Tuning::EState::NoMpxOrv:
-        case Tuning::EState::Tuned:
-        case Tuning::EState::NotTuned:
-            break;
-    }
-    return QString();
 }

@@ -54,10 +54,6 @@ class TuneBar : public QWidget {
     void ShowActual();
     void ShowMark(Tuning::EState state);
     void ShowMessage(const QString& text);
-    QString UnderstoodText() const;
-    QString ActualText() const;
-    QString MessageText(Tuning::EState state) const;
-    QString RangeText() const;
 
     Tuning& m_tuning;
     QFrame* m_frame = nullptr;  ///< around the field, red while that cannot be asked for

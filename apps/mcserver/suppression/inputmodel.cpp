@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/inputmodel.h>
 
-#include <apps/common/frequencytext.h>
-#include <apps/mcserver/suppression/csvline.h>
+#include <apps/mcserver/suppression/inputcells.h>
+#include <apps/mcserver/suppression/inputcsv.h>
 
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
@@ -21,39 +21,9 @@ QString NodeNameOf(const ModuleSettings& settings) {
     return ModuleIdentity{settings.type, settings.index, QString()}.NodeName();
 }
 
-/// As tables of inputs count.
-QString InputText(int input) {
-    return modulename::OfInput(QString(), input);
-}
-
 /// Written by earlier versions, in files that people keep: "ADAM-6051-1".
 QString EarlierTitleOf(const ModuleSettings& settings) {
     return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
-}
-
-bool HasChanged(const ModuleState& before, const ModuleState& now, int input, int column) {
-    const auto i = static_cast<std::size_t>(input);
-    switch (column) {
-        case InputModel::Module:
-            return before.settings.GetName() != now.settings.GetName();
-        case InputModel::Address:
-            return before.settings.address != now.settings.address;
-        case InputModel::Name:
-            return before.settings.labels[i] != now.settings.labels[i];
-        case InputModel::Frequency:
-            return before.settings.frequencies[i] != now.settings.frequencies[i];
-        case InputModel::State:
-            return before.state != now.state || before.IsKeyed(input) != now.IsKeyed(input);
-        default:
-            return false;
-    }
-}
-
-const QStringList& CsvColumns() {
-    static const QStringList& columns =
-        *new QStringList{QStringLiteral("module"), QStringLiteral("input"), QStringLiteral("name"),
-                         QStringLiteral("frequency_mhz")};
-    return columns;
 }
 
 }  // namespace
@@ -99,8 +69,8 @@ void InputModel::Refresh() {
         const auto module = static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module);
         if (m_modules[module] == modules[module]) continue;
         for (int column = 0; column < ColumnCount; ++column)
-            if (HasChanged(modules[module], m_modules[module], m_rows[static_cast<std::size_t>(row)].input,
-                           column))
+            if (inputcells::AreOther(modules[module], m_modules[module],
+                                     m_rows[static_cast<std::size_t>(row)].input, column))
                 Q_EMIT dataChanged(index(row, column), index(row, column));
     }
 }
@@ -117,34 +87,8 @@ const ModuleState& InputModel::GetModule(int row) const {
     return m_modules[static_cast<std::size_t>(m_rows[static_cast<std::size_t>(row)].module)];
 }
 
-QString InputModel::StateText(const Row& row) const {
-    const ModuleState& module = m_modules[static_cast<std::size_t>(row.module)];
-    if (module.state == EModuleState::Error) return tr("? module in error");
-    if (module.state == EModuleState::Disconnected) return tr("? module disconnected");
-    return module.IsKeyed(row.input) ? tr("\u25cf keyed") : tr("\u25cb silent");
-}
-
 QString InputModel::TextOf(const Row& row, int column) const {
-    const ModuleSettings& settings = m_modules[static_cast<std::size_t>(row.module)].settings;
-    const auto input = static_cast<std::size_t>(row.input);
-    switch (column) {
-        case Module:
-            return settings.GetName();
-        case Address:
-            return settings.address;
-        case Input:
-            return InputText(row.input);
-        case Name:
-            return settings.labels[input];
-        case Frequency:
-            return settings.frequencies[input] != 0.0
-                       ? FrequencyText::InMegahertz(settings.frequencies[input])
-                       : QString();
-        case State:
-            return StateText(row);
-        default:
-            return QString();
-    }
+    return inputcells::TextOf(m_modules[static_cast<std::size_t>(row.module)], row.input, column);
 }
 
 QVariant InputModel::data(const QModelIndex& index, int role) const {
@@ -256,11 +200,7 @@ QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringLis
         ++row;
     }
     if (reason.isEmpty()) reason = RefusalOf(changes);
-    for (const Change& change : changes)
-        if (reason.isEmpty()) Apply(change);
-    Refresh();
-    Q_EMIT SignalEntered(reason);
-    return reason;
+    return TakeAll(changes, reason);
 }
 
 QString InputModel::Paste(const QModelIndex& index, const QString& text) {
@@ -274,15 +214,13 @@ QString InputModel::Paste(const QModelIndex& index, const QString& text) {
 }
 
 QString InputModel::ToCsv() const {
-    QString csv = csvline::Join(CsvColumns());
-    for (const Row& row : m_rows) {
-        const double hz = m_modules[static_cast<std::size_t>(row.module)]
-                              .settings.frequencies[static_cast<std::size_t>(row.input)];
-        constexpr int Digits = 15;
-        csv += csvline::Join({TextOf(row, Module), QString::number(row.input), TextOf(row, Name),
-                              hz != 0.0 ? QString::number(hz / 1e6, 'g', Digits) : QString()});
-    }
-    return csv;
+    std::vector<inputcsv::Line> lines;
+    for (const Row& row : m_rows)
+        lines.push_back(
+            {0, TextOf(row, Module), QString::number(row.input), TextOf(row, Name),
+             inputcsv::FrequencyOf(m_modules[static_cast<std::size_t>(row.module)]
+                                       .settings.frequencies[static_cast<std::size_t>(row.input)])});
+    return inputcsv::Write(lines);
 }
 
 int InputModel::FindRow(const QString& title, const QString& input) const {
@@ -299,27 +237,26 @@ int InputModel::FindRow(const QString& title, const QString& input) const {
 }
 
 QString InputModel::FromCsv(const QStringList& lines) {
-    const QChar separator = csvline::FindSeparator(lines.value(0));
     std::vector<Change> changes;
     QString reason;
-    if (csvline::Split(lines.value(0), separator) != CsvColumns())
-        reason = tr("The first line has to be: %1").arg(CsvColumns().join(QLatin1Char(',')));
-    for (int i = 1; reason.isEmpty() && i < lines.size(); ++i) {
-        if (lines[i].trimmed().isEmpty()) continue;
-        const QStringList cells = csvline::Split(lines[i], separator);
-        const int row =
-            cells.size() == CsvColumns().size() ? FindRow(cells[0].trimmed(), cells[1].trimmed()) : -1;
-        if (cells.size() != CsvColumns().size())
-            reason = tr("it has %1 cells and not %2").arg(cells.size()).arg(CsvColumns().size());
-        else if (row < 0)
-            reason = tr("there is no input %1 of a module %2").arg(cells[1], cells[0]);
-        else
-            for (const Change& change : {Change{row, Name, cells[2]}, Change{row, Frequency, cells[3]}}) {
-                if (reason.isEmpty()) reason = RefusalOf(change);
-                changes.push_back(change);
-            }
-        if (!reason.isEmpty()) reason = tr("Line %1: %2").arg(i + 1).arg(reason);
+    const inputcsv::Content content = inputcsv::Read(lines);
+    for (const inputcsv::Line& line : content.lines) {
+        const int row = FindRow(line.module, line.input);
+        if (row < 0) reason = tr("there is no input %1 of a module %2").arg(line.input, line.module);
+        for (const Change& change : {Change{row, Name, line.name}, Change{row, Frequency, line.frequency}}) {
+            if (reason.isEmpty()) reason = RefusalOf(change);
+            changes.push_back(change);
+        }
+        if (reason.isEmpty()) continue;
+        reason = inputcsv::InLine(line.number, reason);
+        break;
     }
+    if (reason.isEmpty()) reason = content.problem;
+    return TakeAll(changes, reason);
+}
+
+/// All of it, unless there is a reason against any of it.
+QString InputModel::TakeAll(const std::vector<Change>& changes, const QString& reason) {
     for (const Change& change : changes)
         if (reason.isEmpty()) Apply(change);
     Refresh();

@@ -66,7 +66,6 @@ class InputModel : public QAbstractTableModel {
     void Refresh();
     void CountRows();
     QString TextOf(const Row& row, int column) const;
-    QString StateText(const Row& row) const;
     /// What is wrong with a frequency that was assigned elsewhere; empty if nothing is.
     QString DoubtOf(const Row& row) const;
     QString RefusalOf(const Change& change) const;
@@ -74,6 +73,7 @@ class InputModel : public QAbstractTableModel {
     QString RefusalOfModuleName(const Change& change) const;
     QString RefusalOf(const std::vector<Change>& changes) const;
     void Apply(const Change& change);
+    QString TakeAll(const std::vector<Change>& changes, const QString& reason);
     int FindRow(const QString& title, const QString& input) const;
 
     SuppressionPlant& m_plant;

@@ -13,7 +13,6 @@
 #include <platform/widgets/valuetext.h>
 
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -61,24 +60,6 @@ ESeverity SeverityOfReceiver(const QString& state, bool isLive) {
     if (!isLive) return ESeverity::Stale;
     if (state == QLatin1String("Connected")) return ESeverity::Ok;
     return state == QLatin1String("Error") ? ESeverity::Act : ESeverity::Look;
-}
-
-QIcon IconOfReceiver(ESeverity severity) {
-    const auto standard = [](QStyle::StandardPixmap icon) {
-        return QApplication::style()->standardIcon(icon);
-    };
-    switch (severity) {
-        case ESeverity::Ok:
-            return standard(QStyle::SP_DialogApplyButton);
-        case ESeverity::Act:
-            return standard(QStyle::SP_MessageBoxCritical);
-        case ESeverity::Look:
-            return standard(QStyle::SP_MessageBoxWarning);
-        case ESeverity::Stale:
-        case ESeverity::Unknown:
-            break;
-    }
-    return standard(QStyle::SP_MessageBoxQuestion);
 }
 
 }  // namespace
@@ -149,7 +130,7 @@ QVariant ReceiverModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::TextAlignmentRole && isNumber) return int(Qt::AlignRight | Qt::AlignVCenter);
     if (index.column() != State) return QVariant();
     if (role == Qt::ForegroundRole) return severitylook::Colour(row.severity, QApplication::palette());
-    if (role == Qt::DecorationRole) return IconOfReceiver(row.severity);
+    if (role == Qt::DecorationRole) return severitylook::Icon(row.severity, *QApplication::style());
     return QVariant();
 }
 

@@ -8,7 +8,6 @@
 
 #include <QtCore/QDateTime>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
 
 #include <utility>
 
@@ -23,24 +22,6 @@ ESeverity SeverityOf(const ModuleStatusView& module, bool isLive) {
     if (!isLive) return ESeverity::Stale;
     if (module.IsLive()) return ESeverity::Ok;
     return module.state == suppressionkeys::Error ? ESeverity::Act : ESeverity::Look;
-}
-
-QIcon IconOf(ESeverity severity) {
-    const auto standard = [](QStyle::StandardPixmap icon) {
-        return QApplication::style()->standardIcon(icon);
-    };
-    switch (severity) {
-        case ESeverity::Ok:
-            return standard(QStyle::SP_DialogApplyButton);
-        case ESeverity::Act:
-            return standard(QStyle::SP_MessageBoxCritical);
-        case ESeverity::Look:
-            return standard(QStyle::SP_MessageBoxWarning);
-        case ESeverity::Stale:
-        case ESeverity::Unknown:
-            break;
-    }
-    return standard(QStyle::SP_MessageBoxQuestion);
 }
 
 }  // namespace
@@ -133,7 +114,8 @@ QVariant ModuleStatusModel::data(const QModelIndex& index, int role) const {
         return m_texts[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
     if (role == Qt::ForegroundRole && index.column() == State)
         return severitylook::Colour(severity, QApplication::palette());
-    if (role == Qt::DecorationRole && index.column() == State) return IconOf(severity);
+    if (role == Qt::DecorationRole && index.column() == State)
+        return severitylook::Icon(severity, *QApplication::style());
     return QVariant();
 }
 

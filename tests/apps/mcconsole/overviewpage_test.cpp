@@ -112,7 +112,7 @@ TEST_P(OverviewAnswers, StandBelowTheFieldWithTimeAndIcon) {
     EXPECT_EQ(Text("AnswerTime"), "14:03:21");
     const QPixmap icon = Find<QLabel>("AnswerIcon")->pixmap(Qt::ReturnByValue);
     const int size = page.style()->pixelMetric(QStyle::PM_SmallIconSize);
-    EXPECT_EQ(icon.toImage(), severitylook::Icon(GetParam().severity, page).pixmap(size).toImage());
+    EXPECT_EQ(icon.toImage(), severitylook::Icon(GetParam().severity, *page.style()).pixmap(size).toImage());
     EXPECT_EQ(Find<QLabel>("AnswerText")->palette().color(QPalette::WindowText),
               severitylook::Colour(GetParam().severity, page.palette()));
 }

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+class QString;
+struct ModuleState;
+
+/// What stands in the columns of InputModel for an input of a module.
+namespace inputcells {
+
+QString TextOf(const ModuleState& module, int input, int column);
+/// Whether that is another one \a now.
+bool AreOther(const ModuleState& before, const ModuleState& now, int input, int column);
+
+}  // namespace inputcells

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/suppression/inputcsv.h>
+
+#include <apps/mcserver/suppression/csvline.h>
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+const QStringList& CsvColumns() {
+    static const QStringList& columns =
+        *new QStringList{QStringLiteral("module"), QStringLiteral("input"), QStringLiteral("name"),
+                         QStringLiteral("frequency_mhz")};
+    return columns;
+}
+
+}  // namespace
+
+QString inputcsv::InLine(int number, const QString& reason) {
+    return QCoreApplication::translate("InputModel", "Line %1: %2").arg(number).arg(reason);
+}
+
+QString inputcsv::FrequencyOf(double hz) {
+    constexpr int digits = 15;
+    return hz != 0.0 ? QString::number(hz / 1e6, 'g', digits) : QString();
+}
+
+QString inputcsv::Write(const std::vector<Line>& lines) {
+    QString csv = csvline::Join(CsvColumns());
+    for (const Line& line : lines)
+        csv += csvline::Join({line.module, line.input, line.name, line.frequency});
+    return csv;
+}
+
+inputcsv::Content inputcsv::Read(const QStringList& lines) {
+    Content content;
+    const QChar separator = csvline::FindSeparator(lines.value(0));
+    if (csvline::Split(lines.value(0), separator) != CsvColumns())
+        content.problem = QCoreApplication::translate("InputModel", "The first line has to be: %1")
+                              .arg(CsvColumns().join(QLatin1Char(',')));
+    for (int i = 1; content.problem.isEmpty() && i < lines.size(); ++i) {
+        if (lines[i].trimmed().isEmpty()) continue;
+        const QStringList cells = csvline::Split(lines[i], separator);
+        if (cells.size() == CsvColumns().size())
+            content.lines.push_back({i + 1, cells[0].trimmed(), cells[1].trimmed(), cells[2], cells[3]});
+        else
+            content.problem =
+                InLine(i + 1, QCoreApplication::translate("InputModel", "it has %1 cells and not %2")
+                                  .arg(cells.size())
+                                  .arg(CsvColumns().size()));
+    }
+    return content;
+}
