@@ -28,7 +28,9 @@
 
 namespace {
 
-constexpr int EventRowHeight = 22;
+// Whole pixels of the screen at 125, 150 and 175 % too: by parts of them nothing can be scrolled, and all is
+// drawn anew.
+constexpr int EventRowHeight = 24;
 
 }  // namespace
 
@@ -50,6 +52,7 @@ EventsPage::EventsPage(Source source, QWidget* parent)
     connect(&m_model, &QAbstractItemModel::rowsInserted, this, &EventsPage::ShowState);
     connect(&m_model, &QAbstractItemModel::modelReset, this, &EventsPage::ShowState);
     connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, &EventsPage::OnScrolled);
+    connect(m_view->verticalScrollBar(), &QScrollBar::rangeChanged, this, &EventsPage::OnRangeChanged);
     Follow(true);
 }
 
@@ -162,8 +165,7 @@ void EventsPage::Follow(bool isOn) {
     }
     if (isOn) {
         m_new = 0;
-        const QScopedValueRollback<bool> moving(m_isMoving, true);
-        m_view->scrollToBottom();
+        ShowEnd();
     }
     ShowState();
 }
@@ -213,6 +215,16 @@ void EventsPage::OnFirstRowsGone(int count) {
 bool EventsPage::IsAtEnd() const {
     const QScrollBar* const bar = m_view->verticalScrollBar();
     return bar->value() == bar->maximum();
+}
+
+/// A smaller window, or a bar that comes above the table, leaves less room for it.
+void EventsPage::OnRangeChanged() {
+    if (m_follow->isChecked()) ShowEnd();
+}
+
+void EventsPage::ShowEnd() {
+    const QScopedValueRollback<bool> moving(m_isMoving, true);
+    m_view->scrollToBottom();
 }
 
 // Who scrolls up wants to read; who comes back to the end wants to follow.

@@ -50,6 +50,8 @@ class EventsPage : public Page {
     void OnOlderCame(const std::vector<Event>& events);
     void OnFirstRowsGone(int count);
     void OnScrolled();
+    void OnRangeChanged();
+    void ShowEnd();
     void ShowState();
     void Export();
     bool IsAtEnd() const;

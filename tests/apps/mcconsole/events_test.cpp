@@ -4,6 +4,11 @@
 
 #include <apps/mcconsole/events/eventspage.h>
 
+#include <platform/values/value.h>
+
+#include <tests/apps/mcconsole/paintwatcher.h>
+#include <tests/support/waituntil.h>
+
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QPushButton>
@@ -102,6 +107,48 @@ TEST_F(ConsoleEvents, StayWhenTheServerIsLost) {
     server.Kill();
     EXPECT_TRUE(WaitFor([this] { return window->GetSession().GetState() == ConsoleSession::EState::Lost; }));
     EXPECT_GE(Model().rowCount(), rows);
+}
+
+/// The page in front, with more events than it has room for.
+class ManyConsoleEvents : public ConsoleEvents {
+  protected:
+    void FillTable() {
+        ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+        m_table = Find<QTableView>("Events", "EventsTable");
+        while (m_table->verticalScrollBar()->maximum() < 3 * m_table->rowHeight(0))
+            ASSERT_NO_FATAL_FAILURE(Happen());
+        RunTurns(3);
+    }
+    /// One event, and nothing else that anybody sees on this page.
+    void Happen() {
+        const QString path = window->GetSession().GetBasePath() + QStringLiteral("/Config/ConnectOnStartup");
+        values::Value<bool>* value = nullptr;
+        ASSERT_TRUE(WaitFor([&] {
+            value = dynamic_cast<values::Value<bool>*>(tree->FindItem(path));
+            return value != nullptr;
+        }));
+        const int before = Model().rowCount();
+        value->SetValue(!value->GetValue());
+        ASSERT_TRUE(WaitFor([&] { return Model().rowCount() > before; }));
+    }
+
+    QTableView* m_table = nullptr;
+};
+
+// In the whole window: what lies beside or over the table must not have it drawn as a whole.
+TEST_F(ManyConsoleEvents, AreDrawnOneByOne) {
+    ASSERT_NO_FATAL_FAILURE(FillTable());
+    const int rowHeight = m_table->rowHeight(0);
+    PaintWatcher watcher(*m_table->viewport());
+    constexpr int events = 10;
+    for (int i = 0; i < events; ++i) {
+        watcher.painted = QRegion();
+        ASSERT_NO_FATAL_FAILURE(Happen());
+        ASSERT_TRUE(WaitFor([&] { return !watcher.painted.isEmpty(); }));
+        RunTurns(3);
+    }
+    ASSERT_GT(m_table->viewport()->height(), 10 * rowHeight);
+    EXPECT_LE(watcher.heights, events * 4 * rowHeight);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <platform/values/valueaccess.h>
 
 #include <tests/apps/mcconsole/eventmaker.h>
+#include <tests/apps/mcconsole/paintwatcher.h>
 #include <tests/support/dialogs/modaldriver.h>
 #include <tests/support/doubles/fakevtclient.h>
 #include <tests/support/spoken.h>
@@ -17,7 +18,6 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
-#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
@@ -55,23 +55,6 @@ class KeepingClient final : public FakeVtClient {
     quint64 GetServerEpoch() const override { return 1; }
 
     qint64 newest = 0;
-};
-
-/// Which rectangles of a widget are painted.
-class PaintWatcher : public QObject {
-  public:
-    explicit PaintWatcher(QWidget& widget) { widget.installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::Paint) return false;
-        const QRegion& region = static_cast<QPaintEvent*>(event)->region();
-        painted += region;
-        for (const QRect& rect : region)
-            heights += rect.height();
-        return false;
-    }
-
-    QRegion painted;
-    int heights = 0;  // of all rectangles that were painted, one after the other
 };
 
 class EventsPageTest : public testing::Test {
@@ -300,6 +283,19 @@ TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
     EXPECT_EQ(Follow()->text(), S("&Following"));
     ASSERT_NO_FATAL_FAILURE(Happen());
     EXPECT_TRUE(IsAtEnd());
+}
+
+TEST_F(EventsPageTest, WhoFollowsSeesTheNewestInASmallerWindowToo) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    m_page.resize(m_page.width(), m_page.height() - 100);
+    RunTurns(3);
+    EXPECT_TRUE(Follow()->isChecked() && IsAtEnd());
+    Wheel(240);
+    const int place = Bar()->value();
+    m_page.resize(m_page.width(), m_page.height() - 50);
+    RunTurns(3);
+    EXPECT_EQ(Bar()->value(), place) << "what is read stays";
+    EXPECT_FALSE(Follow()->isChecked());
 }
 
 TEST_F(EventsPageTest, TheKeysPauseAndGoOnToo) {
