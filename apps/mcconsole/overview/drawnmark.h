@@ -21,7 +21,7 @@ class DrawnMark {
     DrawnMark(const FrequencyMark& mark, QwtPlot& plot);
 
     void ShowColours(const QPalette& palette, QFont font);
-    double LabelWidth() const { return m_label.textSize().width(); }
+    double LabelWidth() const { return m_label.textSize().width() + m_text.spacing(); }
     /// \a y is the height for a label that is seen; \a mhzPerPixel is how much of the axis a pixel is.
     void Place(const labelrows::Place& place, double y, double mhzPerPixel);
 

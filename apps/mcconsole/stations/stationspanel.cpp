@@ -14,6 +14,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyleOptionGroupBox>
+#include <QtWidgets/QStylePainter>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
 
@@ -160,6 +162,15 @@ void StationsPanel::Open(bool isOpen) {
     if (!isOpen) return;
     // Nothing else is to be done; later, since the key of the box gives the focus to that.
     QTimer::singleShot(0, m_address, [this] { m_address->setFocus(); });
+}
+
+/// A frame around nothing would look as if something was missing.
+void StationsPanel::paintEvent(QPaintEvent* event) {
+    if (isChecked()) return QGroupBox::paintEvent(event);
+    QStyleOptionGroupBox option;
+    initStyleOption(&option);
+    option.subControls &= ~QStyle::SC_GroupBoxFrame;
+    QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
 }
 
 void StationsPanel::Look() {

@@ -40,6 +40,7 @@ class StationsPanel : public QGroupBox {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     QWidget* BuildPlaces();
