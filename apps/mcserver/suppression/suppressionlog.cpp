@@ -8,11 +8,11 @@
 void SuppressionLog::OnModuleFailed(const ModuleFailure& failure) {
     const CodedText further =
         failure.addressFault.isEmpty() ? CodedText() : CodedText(ECode::Further, {failure.addressFault});
-    m_log.WriteFrom(failure.module.NodeName(), {ECode::ModuleFailed,
-                                                {failure.module.GetName(), failure.module.address,
-                                                 failure.text, CodedText::Number(failure.code), further}});
+    m_log.WriteFrom(failure.module.GetName(), {ECode::ModuleFailed,
+                                               {failure.module.GetName(), failure.module.address,
+                                                failure.text, CodedText::Number(failure.code), further}});
 }
 
 void SuppressionLog::OnModuleAnswersAgain(const ModuleIdentity& module) {
-    m_log.WriteFrom(module.NodeName(), {ECode::ModuleAnswersAgain, {module.GetName(), module.address}});
+    m_log.WriteFrom(module.GetName(), {ECode::ModuleAnswersAgain, {module.GetName(), module.address}});
 }

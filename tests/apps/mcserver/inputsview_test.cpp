@@ -13,6 +13,7 @@
 
 #include <tests/apps/dimodule/moduleprocess.h>
 #include <tests/support/printing.h>
+#include <tests/support/spoken.h>
 #include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
@@ -85,16 +86,27 @@ class AnInputsView : public testing::Test {
     void Click(const char* button) {
         QTest::mouseClick(m_view->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
     }
-    /// Types \a text into a cell, in place of what is there.
-    void Enter(int row, int column, const char* text) {
+    QLineEdit* OpenCell(int row, int column) {
         const QPoint center = Table().visualRect(Cell(row, column)).center();
         QTest::mouseClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
         QTest::mouseDClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
-        auto* const field = Table().viewport()->findChild<QLineEdit*>();
+        return Table().viewport()->findChild<QLineEdit*>();
+    }
+    /// Types \a text into a cell, in place of what is there.
+    void Enter(int row, int column, const char* text) {
+        QLineEdit* const field = OpenCell(row, column);
         ASSERT_NE(field, nullptr);
         field->selectAll();
         QTest::keyClick(field, Qt::Key_Delete);
         QTest::keyClicks(field, QString::fromUtf8(text));
+        QTest::keyClick(field, Qt::Key_Return);
+        RunTurns(2);
+    }
+    /// The same through assistive technology.
+    void Write(int row, int column, const char* text) {
+        QLineEdit* const field = OpenCell(row, column);
+        ASSERT_NE(field, nullptr);
+        spoken::Write(*field, QString::fromUtf8(text));
         QTest::keyClick(field, Qt::Key_Return);
         RunTurns(2);
     }
@@ -395,6 +407,15 @@ TEST_F(AnInputsView, LosesTheRowsOfAModuleThatIsDeleted) {
     EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("ADAM-6060 7"));
     Enter(0, InputModel::Frequency, "118.1");
     EXPECT_EQ(Settings(0).frequencies[0], 118100000.0);
+}
+
+TEST_F(AnInputsView, TakesOrRefusesWhatAssistiveTechnologyWritesLikeWhatIsTyped) {
+    Show();
+    ASSERT_NO_FATAL_FAILURE(Write(4, InputModel::Frequency, "118.1"));
+    EXPECT_EQ(Settings(0).frequencies[4], 118100000.0);
+    ASSERT_NO_FATAL_FAILURE(Write(4, InputModel::Frequency, "5000 MHz"));
+    EXPECT_EQ(Settings(0).frequencies[4], 118100000.0);
+    EXPECT_THAT(Notice(), HasSubstr("ADAM-6051 1, DI 4"));
 }
 
 }  // namespace

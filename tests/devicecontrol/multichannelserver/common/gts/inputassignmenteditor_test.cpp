@@ -3,6 +3,8 @@
 
 #include <tests/devicecontrol/multichannelserver/common/fakecfg.h>
 #include <tests/devicecontrol/multichannelserver/common/gts/datamoduletest.h>
+#include <tests/support/spoken.h>
+#include <tests/support/waituntil.h>
 
 #include <QtTest/QTest>
 #include <QtWidgets/QBoxLayout>
@@ -144,6 +146,20 @@ TEST_P(AShownFrequency, StaysAsItIsUnlessItsCellIsChanged) {
 
 INSTANTIATE_TEST_SUITE_P(Table, AShownFrequency, testing::ValuesIn(shownRows),
                          testing::PrintToStringParamName());
+
+TEST_F(AnInputAssignmentEditor, TakesWhatAssistiveTechnologyWritesLikeWhatIsTyped) {
+    const auto module = Make();
+    module->SetFrequency(2, 118100000.0);
+    Open({module.get()});
+    QLineEdit* const field = OpenCell(0, 2);
+    ASSERT_NE(field, nullptr);
+    spoken::Write(*field, Text("121.5"));
+    QTest::keyClick(field, Qt::Key_Return);
+    RunTurns(2);
+    EXPECT_EQ(CellText(0, 2), Text("121.5"));
+    spoken::Press(*m_editor->findChild<QPushButton*>(Text("apply")));
+    EXPECT_TRUE(WaitUntil([&] { return module->GetFrequency(2) == 121500000.0; })) << "once the button is up";
+}
 
 struct EnteredRow {
     const char* name;
