@@ -161,6 +161,20 @@ bool Holds(const values::ValueList<double>& value, const std::vector<double>& nu
     return value.GetItems() == numbers;
 }
 
+/// A setting takes the limit for what lies beyond it; what is asked for is not to become something else that
+/// is done, such as another frequency that is tuned.
+template <class V, class T>
+QString WhyNotAskedFor(const V&, const T&, const QString&) {
+    return QString();
+}
+
+template <class T>
+QString WhyNotAskedFor(const values::ValueNumeric<T>& value, const T& content, const QString& text) {
+    const bool isOccurrence = value.GetDelivery() == values::EDelivery::EveryChange;
+    if (!isOccurrence || (content >= value.GetMin() && content <= value.GetMax())) return QString();
+    return QStringLiteral("\"%1\" lies outside the limits (%2)").arg(text, ShowTraits(value));
+}
+
 /// Whether the content is less than \a content; none where that means nothing.
 template <class V, class T>
 std::optional<bool> IsLess(const V&, const T&) {
@@ -184,8 +198,9 @@ QString SetFromText(values::TreeItem& item, const QString& text) {
                             [&](values::Node&) { error = QStringLiteral("is a node, which has no content"); },
                             [&](auto& value) {
                                 const auto meaning = Parse(value, text);
-                                error = meaning.error;
-                                if (meaning.content) Set(value, *meaning.content);
+                                error = meaning.content ? WhyNotAskedFor(value, *meaning.content, text)
+                                                        : meaning.error;
+                                if (error.isEmpty()) Set(value, *meaning.content);
                             },
                         });
     return error;

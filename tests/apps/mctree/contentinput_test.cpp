@@ -26,6 +26,11 @@ values::ValueBase* MakeLimited() {
 values::ValueBase* MakeNumber() {
     return new values::ValueNumeric<double>(1.5, -1000, 1e9);
 }
+values::ValueBase* MakeRequest() {
+    auto* const request = new values::ValueNumeric<double>(1e6, 300e3, 3e9);
+    request->SetDelivery(values::EDelivery::EveryChange);
+    return request;
+}
 values::ValueBase* MakeSelection() {
     auto* const selection = new values::ValueSelection();
     selection->AddItem(QStringLiteral("Idle"), 0, 0);
@@ -139,6 +144,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "Frequency"},
         WrongRow{"FrequencyBeyondEveryNumber", MakeNumber, "1e999", "\"1e999\" is too great", "Frequency"},
         WrongRow{"CommaInANumberThatIsNoFrequency", MakeNumber, "1,5", "\"1,5\" is no number"},
+        WrongRow{"RequestBelowTheLimits", MakeRequest, "121.5",
+                 "\"121.5\" lies outside the limits (300 kHz .. 3000 MHz, every change)", "Frequency"},
+        WrongRow{"RequestBeyondTheLimits", MakeRequest, "5 GHz",
+                 "\"5 GHz\" lies outside the limits (300 kHz .. 3000 MHz, every change)", "Frequency"},
         WrongRow{"UnitAlone", MakeNumber, "GHz",
                  "\"GHz\" is no number, alone or with Hz, kHz, MHz, GHz, k, M or G", "Frequency"},
         WrongRow{"NoItem", MakeSelection, "Nap",
