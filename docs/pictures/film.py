@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: Apache-2.0
 """film.py PROGRAMS [FILE]: takes the animated picture of the README anew, from the running programs: a console on a display
 with a window manager, worked by keys, beside a server, a module of inputs and other clients. Needs what ./dev uitest does."""
-import json
 import pathlib
 import select
 import sys
@@ -40,8 +39,7 @@ Module0\\Labels\\DI_4=Ground
 
 class Film(Desktop):
     def __init__(self, programs, folder):
-        super().__init__(folder, None)
-        self.programs = programs
+        super().__init__(programs, folder, None)
         self.frames = []  # (file, how long it stays, in seconds)
 
     def shown(self, seconds):
@@ -66,49 +64,27 @@ class Film(Desktop):
     def mctree(self, *words):
         return self.tool(self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", *words)
 
-    def watch(self):
-        """From one connection, since each is an event that the console shows."""
-        watcher = self.start("watcher", [self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "watch", "--json",
-                                         "/MultiChannelServer"])
-        self.watched = self.running.enter_context(open(watcher.log.name))
-        self.contents, self.rest = {}, ""
-
-    def get(self, path):
-        *lines, self.rest = (self.rest + self.watched.read()).split("\n")
-        for told in map(json.loads, lines):
-            if "content" in told:
-                self.contents[told["path"]] = told["content"]
-        return self.contents.get(path)
-
-    def expect(self, path, content):
-        wait_for(f"{content} at {path}", lambda: self.get(path) == content, lambda: f", it is {self.get(path)!r}")
-
     def begin(self):
         self.start_display(f"{WIDTH + 40}x{HEIGHT + 60}")
         (self.folder / "server.ini").write_text(CONFIGURATION)
-        self.start_module(0)
+        self.start_module()
         self.server = self.start("server", [self.programs / "mcserver", "--headless", "--listen", "127.0.0.1:0",
                                             "--config", self.folder / "server.ini"])
         self.port = int(wait_for("the server", lambda: self.server.said(r"^listening on .*:(\d+)$")).group(1))
         self.watch()
-        self.expect("/MultiChannelServer/Status/BootState", "Ready")
-        self.expect(f"{SUPPRESSION}/AnsweringModules", 1)
+        self.expect_content("/MultiChannelServer/Status/BootState", "Ready")
+        self.expect_content(f"{SUPPRESSION}/AnsweringModules", 1)
         for name, frequency in (("Van", "118.3MHz"), ("Approach", "128.65MHz"), ("Mast", "124.2MHz")):
             self.start(name, [self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "hold", f"{MPXORVS}/{name}"])
-            self.expect(f"{MPXORVS}/{name}/Policy/MayAlterFreqSingle", True)
+            self.expect_content(f"{MPXORVS}/{name}/Policy/MayAlterFreqSingle", True)
             self.mctree("set", f"{MPXORVS}/{name}/Request/Frequency", frequency)
         self.start("console", [self.programs / "mcconsole", "--connect", f"127.0.0.1:{self.port}", "--name", "Tower", "--locale", "en",
                                "--config", self.folder / "console.ini"])
         self.console = self.window("^Tower")
-        self.expect(f"{MPXORVS}/Tower/Status/TunedFrequency", 0)
+        self.expect_content(f"{MPXORVS}/Tower/Status/TunedFrequency", 0)
         self.tool("xdotool", "windowsize", "--sync", self.console, WIDTH, HEIGHT)
         self.tool("xdotool", "windowmove", self.console, 10, 30)
         self.use(self.console)
-
-    def start_module(self, port):
-        self.module = self.start("module", [self.programs / "dimodule", "--listen", f"127.0.0.1:{port}"])
-        self.module_port = int(wait_for("the module", lambda: self.module.said(r"^listening on .*:(\d+)$")).group(1))
-        self.environment["MCS_MODBUS_PORT"] = str(self.module_port)
 
     def tune(self):
         self.settled(1.6)
@@ -117,32 +93,32 @@ class Film(Desktop):
             self.type_here(letter)
             self.shown(0.25)
         self.press_here("Return")
-        self.expect(TUNED, 121500000)
+        self.expect_content(TUNED, 121500000)
         self.settled(2.0)
 
     def be_blanked(self):
         self.module.tell("key 3")
-        self.expect(TUNED, 0)
+        self.expect_content(TUNED, 0)
         self.settled(2.4)
         self.press_here(RETRY)
         self.settled(1.2)
         self.press_here(TRANSMITTERS)
         self.settled(2.2)
         self.module.tell("release 3")
-        self.expect(TUNED, 121500000)
+        self.expect_content(TUNED, 121500000)
         self.press_here(OVERVIEW)
         self.settled(1.8)
 
     def lose_module(self):
         self.module.kill()
-        self.expect(f"{SUPPRESSION}/AnsweringModules", 0)
+        self.expect_content(f"{SUPPRESSION}/AnsweringModules", 0)
         self.settled(2.6)
         self.press_here(EVENTS)
         self.settled(2.6)
-        self.start_module(self.module_port)
+        self.start_module()
         self.press_here(OVERVIEW)
         self.press_here(RECONNECT)
-        self.expect(f"{SUPPRESSION}/AnsweringModules", 1)
+        self.expect_content(f"{SUPPRESSION}/AnsweringModules", 1)
         self.settled(2.0)
 
     def save(self, file):

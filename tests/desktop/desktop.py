@@ -1,5 +1,6 @@
 """A display with a window manager, and programs on it that are worked by keys and clicks."""
 import contextlib
+import json
 import os
 import pathlib
 import re
@@ -62,11 +63,13 @@ class Program:
 
 
 class Desktop:
-    def __init__(self, folder, pictures):
-        self.folder, self.pictures = folder, pictures
+    def __init__(self, programs, folder, pictures):
+        self.programs, self.folder, self.pictures = programs, folder, pictures
         self.running = contextlib.ExitStack()
         self.steps = 0
-        self.environment = {**os.environ, "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb", "XDG_CONFIG_HOME": str(folder),
+        self.environment = {**os.environ, "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb",
+                            "QT_FONT_DPI": "96",  # as desktops tell; a bare display says 100.1, and all is drawn at 104 %
+                            "XDG_CONFIG_HOME": str(folder),
                             "XDG_RUNTIME_DIR": str(folder), "XDG_CACHE_HOME": str(folder), "HOME": str(folder)}
 
     def start(self, name, words):
@@ -118,6 +121,40 @@ class Desktop:
         self.steps += 1
         if self.pictures:
             self.tool("import", "-window", "root", self.pictures / f"{self.steps:02}-{name}.png")
+
+    # A module of inputs, and the server as one connection to it tells: each connection is an event that consoles show.
+
+    def start_module(self):
+        port = getattr(self, "module_port", 0)
+        self.module = self.start("module", [self.programs / "dimodule", "--listen", f"127.0.0.1:{port}"])
+        self.module_port = int(wait_for("the module", lambda: self.module.said(r"^listening on .*:(\d+)$")).group(1))
+        self.environment["MCS_MODBUS_PORT"] = str(self.module_port)
+
+    def watch(self):
+        watcher = self.start("watcher", [self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "watch", "--json",
+                                         "/MultiChannelServer"])
+        self.watched = self.running.enter_context(open(watcher.log.name))
+        self.contents, self.rest = {}, ""
+
+    def get(self, path):
+        """What the server says there now; None for nothing, and while it is away."""
+        *lines, self.rest = (self.rest + self.watched.read()).split("\n")
+        for told in map(json.loads, lines):
+            if "content" in told:
+                self.contents[told["path"]] = told["content"]
+            elif told["event"] == "removed":
+                for gone in [known for known in self.contents if (known + "/").startswith(told["path"] + "/")]:
+                    del self.contents[gone]
+            elif "path" not in told:  # the connection is made, or lost
+                self.contents.clear()
+        return self.contents.get(path)
+
+    def expect(self, path, is_expected, what):
+        wait_for(f"{what} at {path}", lambda: self.get(path) is not None and is_expected(self.get(path)),
+                 lambda: f", it is {self.get(path)!r}")
+
+    def expect_content(self, path, content):
+        self.expect(path, lambda found: found == content, repr(content))
 
     # By keys.
 

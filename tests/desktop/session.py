@@ -7,7 +7,6 @@ read off the windows' titles, and off what assistive technology is told. Ends wi
 names the step. Takes a picture after each.
 """
 import argparse
-import json
 import pathlib
 import re
 import signal
@@ -45,28 +44,7 @@ SPOKEN = {
 
 
 class Session(Desktop):
-    def __init__(self, programs, folder, pictures):
-        super().__init__(folder, pictures)
-        self.programs = programs
-
     # The server, as it is.
-
-    def get(self, path):
-        """What the server says there now; None for nothing, and while it is away."""
-        *lines, self.rest = (self.rest + self.watched.read()).split("\n")
-        for told in map(json.loads, lines):
-            if "content" in told:
-                self.contents[told["path"]] = told["content"]
-            elif told["event"] == "removed":
-                for gone in [known for known in self.contents if (known + "/").startswith(told["path"] + "/")]:
-                    del self.contents[gone]
-            elif "path" not in told:  # the connection is made, or lost
-                self.contents.clear()
-        return self.contents.get(path)
-
-    def expect(self, path, is_expected, what):
-        wait_for(f"{what} at {path}", lambda: self.get(path) is not None and is_expected(self.get(path)),
-                 lambda: f", it is {self.get(path)!r}")
 
     def expect_tuned(self, name, hertz):
         self.expect(f"{MPXORVS}/{name}/Status/TunedFrequency", lambda content: content == hertz, f"{hertz} Hz")
@@ -77,23 +55,11 @@ class Session(Desktop):
     def expect_answer(self, name, pattern):
         self.expect(f"{MPXORVS}/{name}/Request/Answer", re.compile(pattern).search, f"an answer like {pattern}")
 
-    def watch(self):
-        watcher = self.start("watcher", [self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "watch", "--json",
-                                         "/MultiChannelServer"])
-        self.watched = self.running.enter_context(open(watcher.log.name))
-        self.contents, self.rest = {}, ""
-
     def start_server(self, port):
         self.server = self.start_window("server", [self.programs / "mcserver", "--listen", f"127.0.0.1:{port}",
                                             "--config", self.folder / "server.ini"], "^Multi-channel server")
         found = wait_for("the server", lambda: self.server.said(r"^listening on .*:(\d+)$"))
         self.port = int(found.group(1))
-
-    def start_module(self):
-        port = getattr(self, "module_port", 0)
-        self.module = self.start("module", [self.programs / "dimodule", "--listen", f"127.0.0.1:{port}"])
-        self.module_port = int(wait_for("the module", lambda: self.module.said(r"^listening on .*:(\d+)$")).group(1))
-        self.environment["MCS_MODBUS_PORT"] = str(self.module_port)
 
     def start_console(self, name):
         words = [self.programs / "mcconsole", "--connect", f"127.0.0.1:{self.port}", "--name", name, "--locale", "en",
