@@ -162,6 +162,7 @@ class Session(Desktop):
             raise Failed("choosing a favourite has tuned")
         self.press_here("Return")
         self.expect_tuned("mast", 128000000)
+        wait_for("the title of who is killed next", lambda: "128 MHz" in self.title(self.mast_window))
         self.mast.kill()
         self.mast, self.mast_window = self.start_console("mast")
         self.open_menu(self.mast, self.mast_window, "ctrl+h")
