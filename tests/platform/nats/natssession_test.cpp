@@ -263,11 +263,11 @@ TEST_F(Door, WhoIsThereIsHeardBeforeManyWhoComeAtOnceAreIn) {
 TEST_F(Door, SoManyGetInPerTurnAndAllInTheEnd) {
     constexpr std::size_t Count = 50;
     ComeOften("joe", Count);
-    std::size_t in = 0;
+    EXPECT_LE(m_channels.size(), MostPerTurn);
     for (int turn = 0; turn < 1000 && m_channels.size() < Count; ++turn) {
-        EXPECT_LE(m_channels.size() - in, MostPerTurn);
-        in = m_channels.size();
+        const std::size_t in = m_channels.size();
         RunTurns(1);
+        EXPECT_LE(m_channels.size() - in, MostPerTurn);
     }
     EXPECT_THAT(m_channels, SizeIs(Count));
     EXPECT_THAT(Lines(), IsEmpty());
