@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "demo.h"
 
+#include "demopictures.h"
 #include "forpeople.h"
 #include "narrator.h"
 
@@ -16,7 +17,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds Patience(15);  // for whatever is to happen
+constexpr std::chrono::seconds Patience(60);  // for whatever is to happen, beside a compiler too
 constexpr std::chrono::seconds StopTime(5);   // that a program gets to end by itself
 constexpr std::chrono::milliseconds AskInterval(50);
 
@@ -289,19 +290,12 @@ bool Demo::LeaveWindows() {
 bool Demo::TakePictures() {
     narrator::Chapter(QStringLiteral("What the operator's windows show"));
     narrator::Act(QStringLiteral("operator"), QStringLiteral("mcconsole --screenshot ") + m_pictures);
-    // Pictures of an earlier time would tell a lie.
-    for (const QString& old : QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files))
-        QFile::remove(QDir(m_pictures).filePath(old));
-    // Drawn in memory: there is no display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QString said =
-        OutputOf("mcconsole", ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}));
-    qunsetenv("QT_QPA_PLATFORM");
-    const QStringList pictures =
-        QDir(m_pictures).entryList({QStringLiteral("console-*.png")}, QDir::Files, QDir::Name);
-    for (const QString& picture : pictures)
-        narrator::Hear(QStringLiteral("console"), QDir(m_pictures).filePath(picture));
-    return !pictures.isEmpty() || Fail(QStringLiteral("mcconsole shows nothing: ") + said);
+    const QDir folder(m_pictures);
+    const DemoPictures taken = DemoPictures::Take(
+        PathOf("mcconsole"), ConsoleArguments({QStringLiteral("--screenshot"), m_pictures}), folder);
+    for (const QString& picture : taken.names)
+        narrator::Hear(QStringLiteral("console"), folder.filePath(picture));
+    return taken.problem.isEmpty() || Fail(taken.problem);
 }
 
 bool Demo::End() {

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds ClusterPatience(15);
+constexpr std::chrono::seconds ClusterPatience(60);
 constexpr std::chrono::seconds ClusterStopTime(5);
 constexpr std::chrono::milliseconds ClusterLookInterval(100);
 
@@ -62,7 +62,9 @@ bool DemoCluster::Start(const QString& script, const QString& folder, QString* e
     ChildProgram maker;
     const ProgramOutcome outcome = maker.Run(script, arguments, ClusterPatience);
     if (outcome.code != 0) {
-        *error = QStringLiteral("%1 fails: %2").arg(script, QString::fromUtf8(outcome.errors).trimmed());
+        const QString said = QString::fromUtf8(outcome.errors).trimmed();
+        *error = QStringLiteral("%1 fails: %2")
+                     .arg(script, said.isEmpty() ? QStringLiteral("it does not end in time") : said);
         return false;
     }
     for (std::size_t node = 0; node < m_nodes.size(); ++node)
