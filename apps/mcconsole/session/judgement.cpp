@@ -54,10 +54,9 @@ SituationItem ConnectedServer(const QString& name, const Connection& connection)
 }
 
 /// What was refused, or granted and taken away, is still wanted, until the server answers something else.
-void WarnOfAnswer(const ServerFacts& facts, SituationItem* item) {
+void TellOfAnswer(const ServerFacts& facts, SituationItem* item) {
     const auto answer = CodedText::FromJsonText(facts.Text(EFact::OwnAnswerCode).value_or(QString()));
     if (!answer || (answer->GetCode() != ECode::Refused && answer->GetCode() != ECode::Ended)) return;
-    item->severity = ESeverity::Look;
     item->detail += QLatin1Char('\n') + ShortReason(answer->Translated());
 }
 
@@ -198,13 +197,16 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
     }
     const std::optional<double> hz = facts.TunedFrequency();
     SituationItem item =
-        MakeItem(ESeverity::Ok, JudgementText(QT_TRANSLATE_NOOP("Judgement", "NOT TUNED")), OwnPageName);
-    if (hz) item.word = Frequency(*hz);
+        MakeItem(ESeverity::Look, JudgementText(QT_TRANSLATE_NOOP("Judgement", "NOT TUNED")), OwnPageName);
+    if (hz) {
+        item.severity = ESeverity::Ok;
+        item.word = Frequency(*hz);
+    }
     item.brief = item.word;
     item.detail = ShortName(connection.mpxOrvName) + QStringLiteral(": ") +
                   (hz ? WithMoment(item.word, facts.Text(EFact::OwnTunedSince)) : item.word);
     if (!hz) {
-        WarnOfAnswer(facts, &item);
+        TellOfAnswer(facts, &item);
     } else if (facts.Has(EFact::UnsupervisedFrequencies, *hz)) {
         item.severity = ESeverity::Act;
         item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "unsupervised"));

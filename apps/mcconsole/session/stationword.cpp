@@ -52,11 +52,7 @@ StationWord WorstOf(const Situation& situation) {
         for (const EItem item : {EItem::Suppression, EItem::Device, EItem::Own, EItem::Server})
             if (situation.Get(item).severity == severity)
                 return Worded(situation, item, item == EItem::Server ? connected : situation.Get(item).word);
-    const SituationItem& own = situation.Get(EItem::Own);
-    StationWord station = Worded(situation, EItem::Own, own.word);
-    if (own.severity == ESeverity::Ok && !situation.GetFacts().TunedFrequency())
-        station.severity = ESeverity::Look;
-    return station;
+    return Worded(situation, EItem::Own, situation.Get(EItem::Own).word);
 }
 
 }  // namespace

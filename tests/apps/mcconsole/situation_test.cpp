@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Own, SituationTable,
-    testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Ok, "NOT TUNED",
+    testing::Values(SituationRow{"NotTuned", EItem::Own, [](S&, C&) {}, ESeverity::Look, "NOT TUNED",
                                  "MyMpxORV"},
                     SituationRow{"TakenAway", EItem::Own, [](S& s, C&) { s.Answer(ECode::Ended); },
                                  ESeverity::Look, "NOT TUNED", "MyMpxORV"},
@@ -135,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(
                                      s.Answer(ECode::Ended);
                                      s.Answer(ECode::Done);
                                  },
-                                 ESeverity::Ok, "NOT TUNED", "MyMpxORV"},
+                                 ESeverity::Look, "NOT TUNED", "MyMpxORV"},
                     SituationRow{"TunedElsewhereSince", EItem::Own,
                                  [](S& s, C&) {
                                      s.Answer(ECode::Refused);
@@ -239,7 +239,7 @@ TEST_F(SituationTest, TellsOfChangesOnly) {
 
 TEST_F(SituationTest, IsAsBadAsItsWorstItem) {
     server.MakeUsual();
-    server.Tune(0);
+    server.Tune(121.5e6);
     Be(EState::Connected);
     EXPECT_EQ(situation->GetWorst(), ESeverity::Ok);
     server.Key("Status/BootState", BootSelfTest);
