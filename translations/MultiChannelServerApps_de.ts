@@ -967,24 +967,12 @@
         <translation>&amp;Dunkle Farben</translation>
     </message>
     <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;About</source>
-        <translation>&amp;Über</translation>
-    </message>
-    <message>
         <source>Connect to a server</source>
         <translation>Mit einem Server verbinden</translation>
     </message>
     <message>
         <source>&quot;%1&quot; cannot be a server.</source>
         <translation>&quot;%1&quot; kann kein Server sein.</translation>
-    </message>
-    <message>
-        <source>About</source>
-        <translation>Über</translation>
     </message>
     <message>
         <source>Multi-channel console %1</source>
@@ -1011,20 +999,8 @@
         <translation>Beenden</translation>
     </message>
     <message>
-        <source>This &amp;page</source>
-        <translation>Diese &amp;Seite</translation>
-    </message>
-    <message>
-        <source>&amp;What is this?</source>
-        <translation>&amp;Was ist das?</translation>
-    </message>
-    <message>
         <source>&amp;Go</source>
         <translation>&amp;Gehe zu</translation>
-    </message>
-    <message>
-        <source>&amp;Keys...</source>
-        <translation>&amp;Tasten...</translation>
     </message>
     <message>
         <source>&amp;Frequency field</source>
@@ -1076,6 +1052,38 @@
     <message>
         <source>Open a further station</source>
         <translation>Weitere Station öffnen</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>In the frequency field: asks for the frequency</source>
+        <translation>Im Frequenzfeld: fordert die Frequenz an</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>In the frequency field: takes back what is not sent</source>
+        <translation>Im Frequenzfeld: nimmt zurück, was nicht gesendet ist</translation>
+    </message>
+    <message>
+        <source>Up, Down</source>
+        <translation>Auf, Ab</translation>
+    </message>
+    <message>
+        <source>In the frequency field: a step, asked for once the steps rest</source>
+        <translation>Im Frequenzfeld: ein Schritt, angefordert, sobald die Schritte ruhen</translation>
+    </message>
+    <message>
+        <source>+, -, Left, Right, Home</source>
+        <translation>+, -, Links, Rechts, Pos1</translation>
+    </message>
+    <message>
+        <source>On the line of frequencies: nearer, wider, aside, all</source>
+        <translation>Auf der Frequenzlinie: näher, weiter, zur Seite, alles</translation>
     </message>
 </context>
 <context>
@@ -1354,6 +1362,33 @@
     <message>
         <source>&amp;Edit...</source>
         <translation>&amp;Bearbeiten...</translation>
+    </message>
+</context>
+<context>
+    <name>HelpMenu</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>This &amp;page</source>
+        <translation>Diese &amp;Seite</translation>
+    </message>
+    <message>
+        <source>&amp;What is this?</source>
+        <translation>&amp;Was ist das?</translation>
+    </message>
+    <message>
+        <source>&amp;Keys...</source>
+        <translation>&amp;Tasten...</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Über</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
     </message>
 </context>
 <context>
@@ -1867,38 +1902,6 @@
         <translation>Dieses Bedienelement</translation>
     </message>
     <message>
-        <source>Enter</source>
-        <translation>Eingabe</translation>
-    </message>
-    <message>
-        <source>In the frequency field: asks for the frequency</source>
-        <translation>Im Frequenzfeld: fordert die Frequenz an</translation>
-    </message>
-    <message>
-        <source>Escape</source>
-        <translation>Esc</translation>
-    </message>
-    <message>
-        <source>In the frequency field: takes back what is not sent</source>
-        <translation>Im Frequenzfeld: nimmt zurück, was nicht gesendet ist</translation>
-    </message>
-    <message>
-        <source>Up, Down</source>
-        <translation>Auf, Ab</translation>
-    </message>
-    <message>
-        <source>In the frequency field: a step, asked for once the steps rest</source>
-        <translation>Im Frequenzfeld: ein Schritt, angefordert, sobald die Schritte ruhen</translation>
-    </message>
-    <message>
-        <source>+, -, Left, Right, Home</source>
-        <translation>+, -, Links, Rechts, Pos1</translation>
-    </message>
-    <message>
-        <source>On the line of frequencies: nearer, wider, aside, all</source>
-        <translation>Auf der Frequenzlinie: näher, weiter, zur Seite, alles</translation>
-    </message>
-    <message>
         <source>Keys</source>
         <translation>Tasten</translation>
     </message>
@@ -2355,6 +2358,18 @@
     <message>
         <source>Your own MpxORV: type a frequency and press Enter to tune it, ask the server for other things, and see what it answered and what you may do.</source>
         <translation>Das eigene MpxORV: Eine Frequenz eintippen und mit Enter einstellen, den Server um anderes bitten, und sehen, was er geantwortet hat und was man darf.</translation>
+    </message>
+    <message>
+        <source>What the server and its device do.</source>
+        <translation>Was der Server und sein Gerät tun.</translation>
+    </message>
+    <message>
+        <source>All MpxORVs, the job master on top. A click on a title sorts, Ctrl+F filters. Below are the comment and the policies of the one that is chosen.</source>
+        <translation>Alle MpxORVs, der Auftragsmaster oben. Ein Klick auf einen Titel sortiert, Strg+F filtert. Darunter stehen Kommentar und Rechte des ausgewählten.</translation>
+    </message>
+    <message>
+        <source>The data modules that tell which ground transmitters are on the air. Modules are changed by a right click on them, their inputs by typing below. &quot;What it does&quot; shows which frequencies are blanked now, and who is tuned to one all the same.</source>
+        <translation>Die Datenmodule, die sagen, welche Bodensender senden. Module ändert man mit einem Rechtsklick darauf, ihre Eingänge durch Eintippen darunter. &quot;Was geschieht&quot; zeigt, welche Frequenzen gerade ausgeblendet sind, und wer trotzdem auf eine eingestellt ist.</translation>
     </message>
 </context>
 <context>
@@ -3519,6 +3534,22 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>These lose what they have: %1.</source>
         <translation>Es verlieren, was sie haben: %1.</translation>
+    </message>
+    <message>
+        <source>&amp;Server</source>
+        <translation>&amp;Server</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
+    </message>
+    <message>
+        <source>Multi-channel server %1</source>
+        <translation>Mehrkanal-Server %1</translation>
     </message>
 </context>
 <context>

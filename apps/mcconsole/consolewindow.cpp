@@ -3,14 +3,13 @@
 
 #include <apps/mcconsole/connectdialog.h>
 #include <apps/mcconsole/keptstations.h>
-#include <apps/mcconsole/keptview.h>
-#include <apps/mcconsole/keysdialog.h>
-#include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/session/connectiontexts.h>
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
 #include <apps/pages/colours.h>
+#include <apps/pages/helpmenu.h>
 #include <apps/pages/noticebar.h>
+#include <apps/pages/scrolledpage.h>
 #include <apps/pages/severitylook.h>
 
 #include <platform/config/cfgcenter.h>
@@ -27,7 +26,6 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
-#include <QtWidgets/QWhatsThis>
 
 #include <algorithm>
 
@@ -118,21 +116,15 @@ void ConsoleWindow::BuildMenus() {
     m_dark->setCheckable(true);
     connect(m_dark, &QAction::triggered, this, &ConsoleWindow::ChangeDark);
     BuildPageMenu(*menuBar()->addMenu(tr("&Go")));
-    QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(
-        tr("This &page"), this, [this] { pagehelp::ShowCurrent(*GetTabs()); }, QKeySequence::HelpContents);
-    QAction* const ask = QWhatsThis::createAction(help);
-    ask->setText(tr("&What is this?"));
-    help->addAction(ask);
-    help->addAction(tr("&Keys..."), this, &ConsoleWindow::ShowKeys);
-    help->addAction(tr("&About"), this, &ConsoleWindow::ShowAbout);
+    helpmenu::AddTo(*this, {[this] { return GetTabs(); }, [this] { return GetKeys(); },
+                            tr("Multi-channel console %1").arg(QApplication::applicationVersion())});
 }
 
 void ConsoleWindow::BuildPageMenu(QMenu& menu) {
     const QStringList& titles = GetFront().GetPageTitles();
     for (int i = 0; i < titles.size(); ++i) {
         QAction* const action = menu.addAction(titles[i], this, [this, i] { GetTabs()->setCurrentIndex(i); });
-        action->setShortcut(StationView::KeyOfPage(i));
+        action->setShortcut(ScrolledPage::KeyOfPage(i));
     }
     menu.addSeparator();
     const auto add = [&](const QString& text, const char* key, auto action) {
@@ -166,7 +158,7 @@ StationView* ConsoleWindow::AddStation() {
     auto* const station =
         new StationView(number == 1 ? base : base + QString::number(number), m_clock, m_book);
     station->GetSession().SetMpxOrvName(m_mpxOrvName);
-    keptview::Restore(*Configuration(), station->GetTabs(), station->GetTuning());
+    station->RestoreView(*Configuration());
     connect(station, &StationView::ServerRequested, this, &ConsoleWindow::AskForServer);
     m_stations->Add(station);
     return station;
@@ -183,8 +175,13 @@ void ConsoleWindow::KeepFrequencies(const StationView& first) {
             [this] { m_book.WriteFavourites(*Configuration()); });
 }
 
-void ConsoleWindow::ShowKeys() {
-    KeysDialog(KeysDialog::RowsOf(*this), this).exec();
+std::vector<KeysDialog::Row> ConsoleWindow::GetKeys() const {
+    return KeysDialog::RowsOf(
+        *this,
+        {{tr("Enter"), tr("In the frequency field: asks for the frequency")},
+         {tr("Escape"), tr("In the frequency field: takes back what is not sent")},
+         {tr("Up, Down"), tr("In the frequency field: a step, asked for once the steps rest")},
+         {tr("+, -, Left, Right, Home"), tr("On the line of frequencies: nearer, wider, aside, all")}});
 }
 
 void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
@@ -281,7 +278,7 @@ void ConsoleWindow::Close(StationView& station) {
     if (GetStations().size() < 2) return;
     m_stations->BringToFront(station);  // what is asked is about what is seen
     if (!station.MayClose()) return;
-    keptview::Keep(*Configuration(), station.GetTabs(), station.GetTuning());
+    station.KeepView(*Configuration());
     station.Disconnect();
     m_stations->Remove(station);
     KeepStations();
@@ -297,11 +294,6 @@ void ConsoleWindow::ChangeDark(bool isDark) {
     const std::unique_ptr<ICfg> root = Configuration();
     root->WriteBool(QStringLiteral("DarkColours"), isDark);
     root->CommitKey(QStringLiteral("DarkColours"));
-}
-
-void ConsoleWindow::ShowAbout() {
-    QMessageBox::about(this, tr("About"),
-                       tr("Multi-channel console %1").arg(QApplication::applicationVersion()));
 }
 
 void ConsoleWindow::Disconnect() {
@@ -329,7 +321,7 @@ void ConsoleWindow::closeEvent(QCloseEvent* event) {
     StationView* const front = &GetFront();
     if (!m_isForced && !MayQuit()) return event->ignore();
     m_stations->BringToFront(*front);
-    keptview::Keep(*Configuration(), *GetTabs(), front->GetTuning());
+    front->KeepView(*Configuration());
     KeepStations();
     for (StationView* const station : GetStations())
         station->Disconnect();

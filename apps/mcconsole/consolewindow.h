@@ -6,6 +6,7 @@
 #include <apps/mcconsole/stationtabs.h>
 #include <apps/mcconsole/stationview.h>
 #include <apps/mcconsole/tune/frequencybook.h>
+#include <apps/pages/keysdialog.h>
 #include <apps/pages/whenseen.h>
 
 #include <QtWidgets/QMainWindow>
@@ -33,6 +34,7 @@ class ConsoleWindow : public QMainWindow {
     QTabWidget* GetTabs() const { return &GetFront().GetTabs(); }
     StationView& GetFront() const { return m_stations->GetFront(); }
     const std::vector<StationView*>& GetStations() const { return m_stations->GetAll(); }
+    std::vector<KeysDialog::Row> GetKeys() const;
     /// How its MpxORVs are called from now on; empty: by machine and program.
     void SetMpxOrvName(const QString& name);
     /// Whoever is asked for a server is offered TLS.
@@ -81,8 +83,6 @@ class ConsoleWindow : public QMainWindow {
     void ChangeDark(bool isDark);
     void KeepFrequencies(const StationView& first);
     bool MayQuit();
-    void ShowKeys();
-    void ShowAbout();
 
     QtClock m_clock;
     FrequencyBook m_book;

@@ -3,11 +3,11 @@
 
 #include <apps/mcconsole/alarmbar.h>
 #include <apps/mcconsole/connectionbar.h>
+#include <apps/mcconsole/consolepagehelp.h>
 #include <apps/mcconsole/events/eventspage.h>
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/overview/lastevents.h>
 #include <apps/mcconsole/overview/overviewpage.h>
-#include <apps/mcconsole/pagehelp.h>
 #include <apps/mcconsole/pagetabs.h>
 #include <apps/mcconsole/session/connectiontexts.h>
 #include <apps/mcconsole/session/judgement.h>
@@ -17,6 +17,7 @@
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/holders.h>
+#include <apps/pages/keptview.h>
 #include <apps/pages/mpxorvlistpage.h>
 #include <apps/pages/mpxorvspage.h>
 #include <apps/pages/noticebar.h>
@@ -29,6 +30,7 @@
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 
+#include <platform/config/icfg.h>
 #include <platform/widgets/stalemark.h>
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
@@ -37,6 +39,14 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QKeySequence>
 #include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+namespace {
+
+constexpr char StepKey[] = "FrequencyStep";
+
+}  // namespace
 
 StationView::StationView(const QString& basePath, IClock& clock, FrequencyBook& book, QWidget* parent)
     : QWidget(parent),
@@ -57,7 +67,7 @@ StationView::StationView(const QString& basePath, IClock& clock, FrequencyBook& 
     m_tabs = new PageTabs(m_content);
     rows->addWidget(m_tabs, 1);
     BuildPages(clock, book);
-    pagehelp::Describe(*m_tabs);
+    pagehelp::Describe(*m_tabs, ConsolePageHelp());
     connect(&m_tuning, &Tuning::Granted, &book, &FrequencyBook::Remember);
     connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &StationView::ShowState);
@@ -129,14 +139,21 @@ void StationView::AddPage(Page* page, const char* name, const QString& title, co
 void StationView::AddTab(QWidget* page, const char* name, const QString& title, const QString& tab) {
     ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), tab.isEmpty() ? title : tab);
     const int index = m_tabs->count() - 1;
-    const QString key = QKeySequence(KeyOfPage(index)).toString(QKeySequence::NativeText);
+    const QString key = ScrolledPage::KeyOfPage(index).toString(QKeySequence::NativeText);
     m_tabs->setTabToolTip(index, key.isEmpty() ? title : QStringLiteral("%1 (%2)").arg(title, key));
     m_titles += title;
 }
 
-QString StationView::KeyOfPage(int index) {
-    constexpr int most = 10;  // digits
-    return index < most ? QStringLiteral("Alt+%1").arg((index + 1) % most) : QString();
+void StationView::RestoreView(ICfg& cfg) {
+    keptview::Restore(cfg, *m_tabs);
+    const std::unique_ptr<ICfg> section(cfg.OpenSection(QLatin1String(keptview::SectionName)));
+    if (section) m_tuning.ChooseStep(section->ReadInt(QLatin1String(StepKey), m_tuning.GetStepIndex()));
+}
+
+void StationView::KeepView(ICfg& cfg) const {
+    const std::unique_ptr<ICfg> section(cfg.ProvideSection(QLatin1String(keptview::SectionName)));
+    section->WriteInt(QLatin1String(StepKey), m_tuning.GetStepIndex());
+    keptview::Keep(cfg, *m_tabs);
 }
 
 TuneBar& StationView::GoToTuneBar() {

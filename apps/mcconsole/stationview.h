@@ -15,6 +15,7 @@
 class AlarmBar;
 class ConnectionBar;
 class FrequencyBook;
+class ICfg;
 class MpxOrvListPage;
 class MpxOrvPage;
 class NoticeBar;
@@ -42,8 +43,10 @@ class StationView : public QWidget {
     QTabWidget& GetTabs() const { return *m_tabs; }
     /// In full, in the order of the tabs.
     const QStringList& GetPageTitles() const { return m_titles; }
-    /// What brings the page with that index to the front; empty if no key does.
-    static QString KeyOfPage(int index);
+
+    /// As it was arranged when it was kept last; what is not there, or does not fit any more, stays as it is.
+    void RestoreView(ICfg& cfg);
+    void KeepView(ICfg& cfg) const;
 
     /// Connects to \a server in place of what there is. False if that cannot be a server.
     bool ConnectTo(const ServerAddress& server, const VtClientOptions& options);

@@ -15,6 +15,7 @@
 #include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/mcserver/suppression/suppressionrecovery.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/keptview.h>
 #include <apps/pages/pictures.h>
 
 #include <devicecontrol/multichannelserver/common/gts/headlesssuppression.h>
@@ -22,12 +23,14 @@
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
 #include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
 #include <platform/widgets/screenfit.h>
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -104,7 +107,9 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     window.AddPage(page, "Suppression", ServerWindow::tr("Ground transmitters"));
     QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);
+    const std::unique_ptr<ICfg> cfg(CfgCenter::Instance().OpenRoot());
     if (options.screenshotDirectory.isEmpty()) {
+        keptview::Restore(*cfg, *window.GetTabs());
         new WindowPlacement(QStringLiteral("ServerWindow"), &window, nullptr);
         screenfit::BringOntoScreen(window);
     } else {
@@ -112,6 +117,7 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     }
     window.show();
     const int code = QCoreApplication::exec();
+    if (options.screenshotDirectory.isEmpty()) keptview::Keep(*cfg, *window.GetTabs());
     module.CommitData();
     program.Stop();
     return error.isEmpty() ? code : terminal::Complain(error, ExitFailure);

@@ -16,6 +16,11 @@ void ScrolledPage::AddTo(QTabWidget& tabs, QWidget* page, const QString& name, c
     tabs.addTab(scrolled, title);
 }
 
+QKeySequence ScrolledPage::KeyOfPage(int index) {
+    constexpr int most = 10;  // digits
+    return index < most ? QKeySequence(QStringLiteral("Alt+%1").arg((index + 1) % most)) : QKeySequence();
+}
+
 QSize ScrolledPage::sizeHint() const {
     return widget()->minimumSizeHint();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtGui/QKeySequence>
 #include <QtWidgets/QScrollArea>
 
 class QTabWidget;
@@ -16,6 +17,9 @@ class ScrolledPage : public QScrollArea {
 
     /// Adds \a page to \a tabs. \a name becomes the object name of what is added.
     static void AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title);
+
+    /// What brings the page with that index to the front; empty if no key does.
+    static QKeySequence KeyOfPage(int index);
 
     QSize sizeHint() const override;
 };

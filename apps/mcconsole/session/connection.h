@@ -7,6 +7,7 @@
 struct Connection {
     ConsoleSession::EState state = ConsoleSession::EState::Idle;
     ServerAddress server;
+    QString application;  ///< what the server calls itself
     bool isEncrypted = false;
     QString problem;  ///< why there is none, as far as anybody knows
     std::optional<std::chrono::microseconds> latency;
@@ -19,9 +20,9 @@ struct Connection {
     QString mpxOrvPath;  ///< empty while there is none
 
     static Connection Of(const ConsoleSession& session) {
-        return {session.GetState(),        session.GetServer(),        session.IsEncrypted(),
-                session.GetProblem(),      session.GetLatency(),       session.UsesMpxOrv(),
-                session.IsMpxOrvMissing(), session.GetMpxOrvProblem(), session.GetMpxOrvName(),
-                session.GetMpxOrvPath()};
+        return {session.GetState(),      session.GetServer(),       session.GetServerApplication(),
+                session.IsEncrypted(),   session.GetProblem(),      session.GetLatency(),
+                session.UsesMpxOrv(),    session.IsMpxOrvMissing(), session.GetMpxOrvProblem(),
+                session.GetMpxOrvName(), session.GetMpxOrvPath()};
     }
 };

@@ -69,6 +69,7 @@ void ConsoleSession::Disconnect() {
     client->DeleteObserver(this);
     m_segments = NoSegments;  // so that displays detach before the values go
     m_state = EState::Idle;
+    m_serverApplication.clear();
     m_lostSince = QDateTime();
     m_mpxOrv = nullptr;
     m_mpxOrvThere.SetPath(QString());
@@ -100,11 +101,6 @@ std::optional<std::chrono::microseconds> ConsoleSession::GetLatency() const {
     const std::optional<std::chrono::milliseconds> silence = GetSilence();
     // What takes longer than the last time ages before everybody's eyes.
     return latency && silence && *silence > *latency ? *silence : latency;
-}
-
-QString ConsoleSession::GetServerApplication() const {
-    const IVtClient* const client = GetVtClient();
-    return client != nullptr ? client->GetServerApplication() : QString();
 }
 
 IVtRetry* ConsoleSession::GetRetry() const {
@@ -200,6 +196,7 @@ void ConsoleSession::UpdateState() {
     const bool isConnected = m_client->IsConnectedToServer();
     if (isConnected && m_state != EState::Connected) {
         m_state = EState::Connected;
+        m_serverApplication = GetVtClient()->GetServerApplication();
         m_lostSince = QDateTime();
         m_mpxOrvProblem.clear();
         m_patience.start();

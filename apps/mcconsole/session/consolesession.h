@@ -54,7 +54,8 @@ class ConsoleSession : public QObject,
     bool IsEncrypted() const;
     /// The round trip to the server, or how long the one under way takes already; none while unknown.
     std::optional<std::chrono::microseconds> GetLatency() const;
-    QString GetServerApplication() const;
+    /// What the server calls itself, also while it is lost; empty before it has said so.
+    const QString& GetServerApplication() const { return m_serverApplication; }
     /// When the connection was lost; invalid unless it is.
     const QDateTime& GetLostSince() const { return m_lostSince; }
     /// How long until the next attempt; none while connected, and while an attempt is under way.
@@ -112,6 +113,7 @@ class ConsoleSession : public QObject,
     std::unique_ptr<MultiChannelServerClient> m_client;
     Observation<IVtClient> m_vtClient;  ///< the client's
     EState m_state = EState::Idle;
+    QString m_serverApplication;
     QDateTime m_lostSince;
     EMCSControlTreeSegments m_segments = NoSegments;
     QTimer m_patience;  ///< with segments that the server may not show at all

@@ -15,7 +15,8 @@ using namespace judgementparts;
 
 using EFact = ServerFacts::EFact;
 
-constexpr std::size_t MostListed = 8;  // frequencies: more are not read at a glance
+constexpr std::size_t MostListed = 8;            // frequencies: more are not read at a glance
+constexpr char UsualApplication[] = "mcserver";  // of a server that nobody gave a name
 
 /// " since 14:03:21", where the server says so.
 QString WithMoment(const QString& text, const std::optional<QString>& since) {
@@ -62,10 +63,12 @@ void TellOfAnswer(const ServerFacts& facts, SituationItem* item) {
 
 }  // namespace
 
+// As its administrator named it, else as the device that it owns.
 QString judgement::ServerName(const ServerFacts& facts, const Connection& connection) {
-    const std::optional<QString> device = facts.Text(EFact::DeviceName);
-    const QString name = device ? device->trimmed() : QString();
-    return ShortName(name.isEmpty() ? connection.server.host : name);
+    const QString given = connection.application.trimmed();
+    if (!given.isEmpty() && given != QLatin1String(UsualApplication)) return ShortName(given);
+    const QString device = facts.Text(EFact::DeviceName).value_or(QString()).trimmed();
+    return ShortName(device.isEmpty() ? connection.server.host : device);
 }
 
 QString judgement::Frequency(double hz) {

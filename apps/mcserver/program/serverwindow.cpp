@@ -4,8 +4,10 @@
 #include <apps/common/listenaddress.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
+#include <apps/pages/helpmenu.h>
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvlistpage.h>
+#include <apps/pages/pagehelp.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/undobar.h>
 
@@ -16,16 +18,34 @@
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QVBoxLayout>
 
 #include <chrono>
+#include <vector>
 
 namespace {
 
 constexpr std::chrono::milliseconds ClientsInterval(500);  // between two looks
+
+std::vector<pagehelp::Text> OwnHelp() {
+    return {
+        {"Status", QT_TRANSLATE_NOOP("PageHelp", "What the server and its device do.")},
+        {"MpxORVs",
+         QT_TRANSLATE_NOOP("PageHelp",
+                           "All MpxORVs, the job master on top. A click on a title sorts, Ctrl+F filters. "
+                           "Below are the comment and the policies of the one that is chosen.")},
+        {"Suppression",
+         QT_TRANSLATE_NOOP("PageHelp",
+                           "The data modules that tell which ground transmitters are on the air. Modules are "
+                           "changed by a right click on them, their inputs by typing below. \"What it does\" "
+                           "shows which frequencies are blanked now, and who is tuned to one all the same.")},
+    };
+}
 
 }  // namespace
 
@@ -39,6 +59,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_shownClients(*this, [this] { ShowClients(); }) {
     setObjectName(QStringLiteral("ServerWindow"));
     setWindowTitle(tr("Multi-channel server: %1").arg(name));
+    setWindowIcon(style()->standardIcon(QStyle::SP_ComputerIcon));
     resize(800, 740);
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
@@ -49,6 +70,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     m_layout->addWidget(m_undo);
     m_layout->addWidget(m_tabs, 1);
     setCentralWidget(content);
+    BuildMenus();
     AddPage(new StatusPage, "Status", tr("Status"));
     AddPage(new ConfigPage, "Configuration", tr("Configuration"));
     AddPage(new CommandsPage, "Commands", tr("Commands"));
@@ -75,7 +97,21 @@ void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
     connect(page, &Page::Acted, m_undo, &UndoBar::Offer);
     page->Bind(mcskeys::Root, AllSegments);
     ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title);
+    pagehelp::Describe(*m_tabs, OwnHelp());
+    const int index = m_tabs->count() - 1;
+    QAction* const go = m_pages->addAction(title, this, [this, index] { m_tabs->setCurrentIndex(index); });
+    go->setShortcut(ScrolledPage::KeyOfPage(index));
+    m_tabs->setTabToolTip(
+        index, QStringLiteral("%1 (%2)").arg(title, go->shortcut().toString(QKeySequence::NativeText)));
     resize(size().expandedTo(sizeHint()));
+}
+
+void ServerWindow::BuildMenus() {
+    QMenu* const server = menuBar()->addMenu(tr("&Server"));
+    server->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
+    m_pages = menuBar()->addMenu(tr("&Go"));
+    helpmenu::AddTo(*this, {[this] { return m_tabs; }, [this] { return KeysDialog::RowsOf(*this); },
+                            tr("Multi-channel server %1").arg(QCoreApplication::applicationVersion())});
 }
 
 void ServerWindow::AddNotice(QWidget* notice) {

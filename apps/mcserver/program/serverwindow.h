@@ -9,6 +9,7 @@
 
 class Page;
 class QLabel;
+class QMenu;
 class QMessageBox;
 class QTabWidget;
 class QVBoxLayout;
@@ -37,6 +38,7 @@ class ServerWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void BuildMenus();
     void ShowClients();
     bool MayClose();
     int CountClients() const;
@@ -44,6 +46,7 @@ class ServerWindow : public QMainWindow {
     const VtServer& m_listener;
     QtClock m_clock;
     QTabWidget* m_tabs;
+    QMenu* m_pages = nullptr;  ///< brings each to the front
     UndoBar* m_undo;
     QVBoxLayout* m_layout;  ///< notices, and below them the pages
     QLabel* m_address;

@@ -8,10 +8,26 @@
 
 namespace {
 
-QString StateText(const ModuleState& module, int input) {
-    if (module.state == EModuleState::Error) return InputModel::tr("? module in error");
-    if (module.state == EModuleState::Disconnected) return InputModel::tr("? module disconnected");
-    return module.IsKeyed(input) ? InputModel::tr("\u25cf keyed") : InputModel::tr("\u25cb silent");
+enum class EInput { Error, Disconnected, Keyed, Silent };
+
+EInput StateOf(const ModuleState& module, int input) {
+    if (module.state == EModuleState::Error) return EInput::Error;
+    if (module.state == EModuleState::Disconnected) return EInput::Disconnected;
+    return module.IsKeyed(input) ? EInput::Keyed : EInput::Silent;
+}
+
+QString StateText(EInput state) {
+    switch (state) {
+        case EInput::Error:
+            return InputModel::tr("? module in error");
+        case EInput::Disconnected:
+            return InputModel::tr("? module disconnected");
+        case EInput::Keyed:
+            return InputModel::tr("\u25cf keyed");
+        case EInput::Silent:
+            return InputModel::tr("\u25cb silent");
+    }
+    Q_UNREACHABLE();
 }
 
 }  // namespace
@@ -32,10 +48,17 @@ QString inputcells::TextOf(const ModuleState& module, int input, int column) {
             return settings.frequencies[i] != 0.0 ? FrequencyText::InMegahertz(settings.frequencies[i])
                                                   : QString();
         case InputModel::State:
-            return StateText(module, input);
+            return StateText(StateOf(module, input));
         default:
             return QString();
     }
+}
+
+QStringList inputcells::StateTexts() {
+    QStringList texts;
+    for (const EInput state : {EInput::Error, EInput::Disconnected, EInput::Keyed, EInput::Silent})
+        texts += StateText(state);
+    return texts;
 }
 
 bool inputcells::AreOther(const ModuleState& before, const ModuleState& now, int input, int column) {

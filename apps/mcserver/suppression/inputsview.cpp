@@ -2,6 +2,7 @@
 #include <apps/mcserver/suppression/inputsview.h>
 
 #include <apps/common/problemtext.h>
+#include <apps/mcserver/suppression/inputcells.h>
 #include <apps/pages/noticebar.h>
 
 #include <platform/config/textfile.h>
@@ -26,11 +27,16 @@ constexpr int RowHeight = 22;
 constexpr int LeastRows = 6;
 
 /// Of columns, in characters; names have what is left.
-constexpr std::pair<int, int> Widths[] = {{InputModel::Module, 18},
-                                          {InputModel::Address, 15},
-                                          {InputModel::Input, 8},
-                                          {InputModel::Frequency, 19},
-                                          {InputModel::State, 17}};
+constexpr std::pair<int, int> Widths[] = {
+    {InputModel::Module, 18}, {InputModel::Address, 15}, {InputModel::Input, 8}, {InputModel::Frequency, 19}};
+constexpr int BesideText = 12;  // pixels, at both sides of a cell together
+
+int WidthOfStates(const QFontMetrics& letters) {
+    int width = 0;
+    for (const QString& text : inputcells::StateTexts())
+        width = qMax(width, letters.horizontalAdvance(text));
+    return width + BesideText;
+}
 
 QString FileFilter() {
     return QStringLiteral("CSV (*.csv)");
@@ -54,6 +60,7 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     m_table->horizontalHeader()->setHighlightSections(false);
     for (const auto& [column, characters] : Widths)
         m_table->setColumnWidth(column, m_table->fontMetrics().averageCharWidth() * characters);
+    m_table->setColumnWidth(InputModel::State, WidthOfStates(m_table->fontMetrics()));
     m_table->installEventFilter(this);
     auto* const caption = new QLabel(tr("Inputs: name, frequency and state"), this);
     caption->setBuddy(m_table);

@@ -269,6 +269,18 @@ TEST_F(ConsoleTest, TellsTheSituationInTitleAndStrip) {
     }));
 }
 
+TEST_F(ConsoleTest, CallsTheServerAsItsAdministratorDoesAlsoWhileItIsLost) {
+    ASSERT_NO_FATAL_FAILURE(server.Start({QStringLiteral("--name"), QStringLiteral("Tower 1")}));
+    window->SetMpxOrvName(QStringLiteral("Anna"));
+    window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, VtClientOptions());
+    EXPECT_TRUE(WaitFor([this] { return window->windowTitle() == QStringLiteral("Anna \u00b7 Tower 1"); }))
+        << window->windowTitle().toStdString();
+    server.Kill();
+    EXPECT_TRUE(WaitFor([this] {
+        return window->windowTitle() == QStringLiteral("Anna \u00b7 Tower 1 is lost");
+    })) << window->windowTitle().toStdString();
+}
+
 TEST_F(ConsoleTest, LeadsFromTheStripToThePageOfTheCause) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     Page("Log");

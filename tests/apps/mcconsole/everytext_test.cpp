@@ -2,7 +2,7 @@
 // Every text of a German console while things happen, with a server and a data module in processes of their
 // own.
 #include <apps/mcconsole/connectdialog.h>
-#include <apps/mcconsole/keysdialog.h>
+#include <apps/pages/keysdialog.h>
 
 #include <platform/values/valueaccess.h>
 
@@ -104,7 +104,7 @@ TEST_F(EveryTextTest, IsGermanBeforeAnythingIsConnected) {
     Look("at first");
     LookAt(*std::make_unique<ConnectDialog>(RecentServers(), VtClientOptions(), nullptr),
            "the server is asked for");
-    LookAt(*std::make_unique<KeysDialog>(KeysDialog::RowsOf(*window), nullptr), "the keys are listed");
+    LookAt(*std::make_unique<KeysDialog>(window->GetKeys(), nullptr), "the keys are listed");
     ASSERT_NE(Action("Über"), nullptr);
     LookAtQuestion("about", [this] { Action("Über")->trigger(); });
     EXPECT_GT(count, 300);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The windows without a mouse, and as a screen reader tells of them.
 #include <apps/mcconsole/connectdialog.h>
-#include <apps/mcconsole/keysdialog.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/keysdialog.h>
 #include <apps/pages/scrolledpage.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
@@ -196,7 +196,7 @@ TEST_F(KeyboardTest, HasAKeyForTheFrequencyFromAnywhere) {
 }
 
 TEST_F(KeyboardTest, ListsItsKeys) {
-    const std::vector<KeysDialog::Row> rows = KeysDialog::RowsOf(*window);
+    const std::vector<KeysDialog::Row> rows = window->GetKeys();
     const auto what = [&rows](const char* keys) {
         for (const KeysDialog::Row& row : rows)
             if (row.keys == QLatin1String(keys)) return row.what.toStdString();

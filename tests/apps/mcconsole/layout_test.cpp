@@ -2,9 +2,9 @@
 // Whether all can be read on the smallest screen that the console is for: 1024 by 600 points, which are 1536
 // by 900 pixels at 150 % and 2048 by 1200 at 200 %. The build runs these tests once for each of the scales.
 #include <apps/mcconsole/connectdialog.h>
-#include <apps/mcconsole/keysdialog.h>
 #include <apps/mcconsole/tune/favouritesdialog.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/keysdialog.h>
 #include <apps/pages/mpxorvs/mpxorvcells.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
@@ -182,7 +182,7 @@ TEST_P(LayoutTest, CutsNothingInItsDialogs) {
     FrequencyBook book;
     book.SetFavourites({{QStringLiteral("Tower"), 118400000}});
     ConnectDialog connecting(RecentServers(), VtClientOptions(), nullptr);
-    KeysDialog keys(KeysDialog::RowsOf(*window), nullptr);
+    KeysDialog keys(window->GetKeys(), nullptr);
     FavouritesDialog favourites(book, 121500000);
     for (QWidget* const dialog : {static_cast<QWidget*>(&connecting), static_cast<QWidget*>(&keys),
                                   static_cast<QWidget*>(&favourites)}) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// The server's own window: how it is closed while clients are connected.
+// The server's own window: its pages, keys and help, and how it is closed while clients are connected.
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
+#include <apps/pages/keptview.h>
+#include <apps/pages/keysdialog.h>
 
 #include <platform/config/cfgcenter.h>
+#include <platform/config/icfg.h>
 #include <platform/vtclient/vtclientcenter.h>
 
 #include <tests/apps/mcserver/serverprocess.h>
@@ -14,9 +17,13 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QWhatsThis>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -64,6 +71,50 @@ class ServerWindowTest : public testing::Test {
     ServerProgram m_program;
     IVtClient* m_client = nullptr;
 };
+
+TEST_F(ServerWindowTest, SaysWhatEachPageIsFor) {
+    const QTabWidget& pages = *window->GetTabs();
+    ASSERT_GT(pages.count(), 0);
+    for (int i = 0; i < pages.count(); ++i)
+        EXPECT_FALSE(pages.widget(i)->whatsThis().isEmpty()) << pages.widget(i)->objectName().toStdString();
+}
+
+TEST_F(ServerWindowTest, TellsOfThePageInFrontByF1) {
+    QApplication::setActiveWindow(window.get());
+    const auto isTold = [] {
+        const QWidgetList shown = QApplication::topLevelWidgets();
+        return std::any_of(shown.begin(), shown.end(), [](const QWidget* widget) {
+            return widget->isVisible() && widget->inherits("QWhatsThat");
+        });
+    };
+    EXPECT_FALSE(isTold());
+    QTest::keyClick(window.get(), Qt::Key_F1);
+    EXPECT_TRUE(isTold());
+    QWhatsThis::hideText();
+}
+
+TEST_F(ServerWindowTest, HasAKeyForEachPageAndListsIt) {
+    QApplication::setActiveWindow(window.get());
+    const QTabWidget& pages = *window->GetTabs();
+    QStringList listed;
+    for (const KeysDialog::Row& row : KeysDialog::RowsOf(*window))
+        listed += row.keys + QLatin1Char(' ') + row.what;
+    for (int i = pages.count() - 1; i >= 0; --i) {
+        QTest::keyClick(window.get(), static_cast<Qt::Key>(Qt::Key_1 + i), Qt::AltModifier);
+        EXPECT_EQ(pages.currentIndex(), i);
+        EXPECT_TRUE(listed.contains(QStringLiteral("Alt+%1 %2").arg(i + 1).arg(pages.tabText(i))))
+            << listed.join(QLatin1Char('\n')).toStdString();
+    }
+}
+
+TEST_F(ServerWindowTest, IsArrangedAgainAsItWas) {
+    const std::unique_ptr<ICfg> cfg(CfgCenter::Instance().OpenRoot());
+    window->GetTabs()->setCurrentIndex(3);
+    keptview::Keep(*cfg, *window->GetTabs());
+    window->GetTabs()->setCurrentIndex(0);
+    keptview::Restore(*cfg, *window->GetTabs());
+    EXPECT_EQ(window->GetTabs()->currentIndex(), 3);
+}
 
 TEST_F(ServerWindowTest, ClosesAtOnceWithoutClients) {
     const ModalDriver nobodyAsks;

@@ -2,7 +2,7 @@
 // One window on two servers, each in a process of its own: each station has its tab, and nothing that is done
 // or happens at one is done or shown at the other.
 #include <apps/mcconsole/keptstations.h>
-#include <apps/mcconsole/keysdialog.h>
+#include <apps/pages/keysdialog.h>
 
 #include <platform/config/icfg.h>
 #include <platform/vtclient/vttokenhash.h>
@@ -288,7 +288,7 @@ TEST_F(SeveralStations, AStationThatWasClosedOrWasAloneIsNotOpenedAgain) {
 TEST_F(SeveralStations, AllKeysAreListed) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     std::string keys;
-    for (const KeysDialog::Row& row : KeysDialog::RowsOf(*window))
+    for (const KeysDialog::Row& row : window->GetKeys())
         keys += (row.keys + QStringLiteral(" ") + row.what + QStringLiteral("\n")).toStdString();
     for (const char* const key : {"Ctrl+T Open a further station", "Ctrl+W Close this station",
                                   "Ctrl+PgDown Next station", "Ctrl+PgUp Previous station"})

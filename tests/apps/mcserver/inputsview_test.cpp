@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The table of inputs in the server's window, by mouse and keyboard, with a module that is a program.
+#include <apps/mcserver/suppression/inputcells.h>
 #include <apps/mcserver/suppression/inputmodel.h>
 #include <apps/mcserver/suppression/inputsview.h>
 #include <apps/pages/noticebar.h>
@@ -162,6 +163,17 @@ TEST_F(AnInputsView, SaysThatNothingIsKnownOfAModuleInError) {
     Show();
     EXPECT_TRUE(
         WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+}
+
+TEST_F(AnInputsView, HasRoomForWhatIsWrongWithAModule) {
+    Show();
+    ASSERT_TRUE(
+        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+    const auto widthOf = [&](const QString& text) { return Table().fontMetrics().horizontalAdvance(text); };
+    const int beside =
+        Table().sizeHintForIndex(Cell(3, InputModel::State)).width() - widthOf(TextAt(3, InputModel::State));
+    for (const QString& text : inputcells::StateTexts())
+        EXPECT_GE(Table().columnWidth(InputModel::State), widthOf(text) + beside) << text.toStdString();
 }
 
 TEST_F(AnInputsView, LeavesWhatIsBeingTypedAlone) {

@@ -18,6 +18,7 @@ class KeysDialog : public QDialog {
 
     KeysDialog(const std::vector<Row>& rows, QWidget* parent);
 
-    /// Those of the menus of \a window, and those that work in parts of it.
-    static std::vector<Row> RowsOf(const QWidget& window);
+    /// Those of the menus of \a window, those that every window has, and \a further ones that work in parts
+    /// of it.
+    static std::vector<Row> RowsOf(const QWidget& window, const std::vector<Row>& further = {});
 };

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/keptview.h>
-
-#include <apps/mcconsole/tune/tuning.h>
+#include <apps/pages/keptview.h>
 
 #include <platform/config/icfg.h>
 
@@ -14,9 +12,7 @@
 
 namespace {
 
-constexpr char ViewSectionName[] = "View";
 constexpr char PageKey[] = "Page";
-constexpr char StepKey[] = "FrequencyStep";
 
 QString KeyOf(const QWidget& widget) {
     return widget.objectName().isEmpty() ? QString() : QStringLiteral("Layout_%1").arg(widget.objectName());
@@ -33,23 +29,21 @@ void ForEachArrangement(const QTabWidget& pages, Visit visit) {
 
 }  // namespace
 
-void keptview::Restore(ICfg& cfg, QTabWidget& pages, Tuning& tuning) {
-    const std::unique_ptr<ICfg> section(cfg.OpenSection(QLatin1String(ViewSectionName)));
+void keptview::Restore(ICfg& cfg, QTabWidget& pages) {
+    const std::unique_ptr<ICfg> section(cfg.OpenSection(QLatin1String(SectionName)));
     if (!section) return;
     const QString page = section->ReadString(QLatin1String(PageKey), QString());
     for (int i = 0; i < pages.count(); ++i)
         if (!page.isEmpty() && pages.widget(i)->objectName() == page) pages.setCurrentIndex(i);
-    tuning.ChooseStep(section->ReadInt(QLatin1String(StepKey), tuning.GetStepIndex()));
     ForEachArrangement(pages, [&](const QString& key, auto& arranged) {
         const QString state = section->ReadString(key, QString());
         if (!state.isEmpty()) arranged.restoreState(QByteArray::fromHex(state.toLatin1()));
     });
 }
 
-void keptview::Keep(ICfg& cfg, const QTabWidget& pages, const Tuning& tuning) {
-    const std::unique_ptr<ICfg> section(cfg.ProvideSection(QLatin1String(ViewSectionName)));
+void keptview::Keep(ICfg& cfg, const QTabWidget& pages) {
+    const std::unique_ptr<ICfg> section(cfg.ProvideSection(QLatin1String(SectionName)));
     section->WriteString(QLatin1String(PageKey), pages.currentWidget()->objectName());
-    section->WriteInt(QLatin1String(StepKey), tuning.GetStepIndex());
     ForEachArrangement(pages, [&](const QString& key, const auto& arranged) {
         section->WriteString(key, QString::fromLatin1(arranged.saveState().toHex()));
     });

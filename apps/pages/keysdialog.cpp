@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/keysdialog.h>
+#include <apps/pages/keysdialog.h>
 
 #include <QtWidgets/QAction>
 #include <QtWidgets/QDialogButtonBox>
@@ -27,7 +27,7 @@ QTableWidgetItem* Cell(const QString& text) {
 
 }  // namespace
 
-std::vector<KeysDialog::Row> KeysDialog::RowsOf(const QWidget& window) {
+std::vector<KeysDialog::Row> KeysDialog::RowsOf(const QWidget& window, const std::vector<Row>& further) {
     std::vector<Row> rows;
     for (const QAction* const action : window.findChildren<QAction*>())
         if (!action->shortcut().isEmpty())
@@ -37,11 +37,7 @@ std::vector<KeysDialog::Row> KeysDialog::RowsOf(const QWidget& window) {
     rows.push_back({control, tr("The next page, from the tabs")});
     rows.push_back({tab, tr("The next control; with Shift the one before")});
     rows.push_back({tr("Alt and an underlined letter"), tr("That control")});
-    rows.push_back({tr("Enter"), tr("In the frequency field: asks for the frequency")});
-    rows.push_back({tr("Escape"), tr("In the frequency field: takes back what is not sent")});
-    rows.push_back({tr("Up, Down"), tr("In the frequency field: a step, asked for once the steps rest")});
-    rows.push_back(
-        {tr("+, -, Left, Right, Home"), tr("On the line of frequencies: nearer, wider, aside, all")});
+    rows.insert(rows.end(), further.begin(), further.end());
     return rows;
 }
 
