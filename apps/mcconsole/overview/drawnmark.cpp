@@ -49,9 +49,9 @@ DrawnMark::DrawnMark(const FrequencyMark& mark, QwtPlot& plot)
     m_line.setZ(1);
     m_line.attach(&plot);
     m_text.attach(&plot);
-    if (!IsZone(m_kind)) return;
-    m_zone.attach(&plot);
-    m_text.setSpacing(ZoneWidth + m_text.spacing());  // beside the zone, which hid the first letter
+    // Beside the zone, its own or another one's there, which hid the first letter.
+    m_text.setSpacing(ZoneWidth + m_text.spacing());
+    if (IsZone(m_kind)) m_zone.attach(&plot);
 }
 
 void DrawnMark::ShowColours(const QPalette& palette, QFont font) {

@@ -32,6 +32,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -257,6 +258,25 @@ TEST_F(OverviewPageTest, TellsOfTransmittersByWordAndByWho) {
                                 return there.minValue() > 100 && there.maxValue() < 200;
                             }),
               2);
+}
+
+TEST_F(OverviewPageTest, NamesWhoIsWhereATransmitterIsBesideIt) {
+    MakeUser("Tower", 121.5e6, false);
+    server.Suppress(1, 1, {121.5e6}, {});
+    Settle();
+    ASSERT_THAT(Labels(), UnorderedElementsAre("Tower", "keyed"));
+    double zoneRight = 0;
+    for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotZone)) {
+        const QwtInterval there = static_cast<const QwtPlotZoneItem*>(item)->interval();
+        if (there.contains(121.5)) zoneRight = Line()->PixelOf(there.maxValue() * 1e6);
+    }
+    const double zoneWidth = zoneRight - Line()->PixelOf(121.5e6);
+    ASSERT_GT(zoneWidth, 0);
+    for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotMarker)) {
+        const auto* const marker = static_cast<const QwtPlotMarker*>(item);
+        if (!marker->label().isEmpty())
+            EXPECT_GE(marker->spacing(), zoneWidth) << marker->label().text().toStdString();
+    }
 }
 
 TEST_F(OverviewPageTest, ShowsWhatTheMasterReceives) {
