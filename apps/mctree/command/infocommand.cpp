@@ -53,14 +53,14 @@ void WaitForLatency(const Context& context) {
                               QDeadlineTimer(std::min(LatencyGrace, context.arguments.Timeout())));
 }
 
-void PrintText(const ServerInfo& info, Printer& printer) {
+void PrintText(const ServerInfo& info, const QString& address, Printer& printer) {
     const auto print = [&](const char* name, const QString& text) {
         const QString padded = QString::fromLatin1(name).leftJustified(14, QLatin1Char(' '));
         printer.WriteLine(printer.Painted(padded, EColour::Faint) + text);
     };
     const QString unknown = QStringLiteral("not known");
     print("server", info.application.isEmpty() ? unknown : safetext::Escaped(info.application));
-    print("address", QStringLiteral("%1:%2").arg(safetext::Escaped(info.address)).arg(info.port));
+    print("address", address);
     print("encryption", info.isEncrypted ? QStringLiteral("TLS") : QStringLiteral("none"));
     print("protocol", QStringLiteral("version %1").arg(VtProtocolVersion));
     using Milliseconds = std::chrono::duration<double, std::milli>;
@@ -97,7 +97,7 @@ Outcome RunInfo(const Context& context) {
     if (context.arguments.isJson)
         PrintJson(info, context.printer);
     else
-        PrintText(info, context.printer);
+        PrintText(info, context.session.Address(), context.printer);
     return Outcome();
 }
 

@@ -2,6 +2,7 @@
 #include <apps/mctree/mirror/session.h>
 
 #include <apps/common/safetext.h>
+#include <apps/common/serveraddress.h>
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
@@ -94,11 +95,15 @@ void Session::TellOfTrouble() {
 
 Outcome Session::NoConnection() const {
     const QString error = m_client->GetLastError();
-    return {EExitCode::NoConnection,
-            QStringLiteral("no connection to %1:%2: %3")
-                .arg(safetext::Escaped(m_client->GetServerAddress()))
-                .arg(m_client->GetServerPort())
-                .arg(error.isEmpty() ? QStringLiteral("no answer in time") : safetext::Escaped(error))};
+    return {EExitCode::NoConnection, QStringLiteral("no connection to %1: %2")
+                                         .arg(Address(), error.isEmpty() ? QStringLiteral("no answer in time")
+                                                                         : safetext::Escaped(error))};
+}
+
+QString Session::Address() const {
+    const QString host = m_client->GetServerAddress();
+    const bool isOverNats = host.contains(QLatin1Char('/'));  // a station behind it, as no other host has
+    return safetext::Escaped(ServerAddress{host, m_client->GetServerPort(), false, isOverNats}.ToText());
 }
 
 void Session::Wake() {

@@ -45,6 +45,8 @@ class Session final : private IObserver, private values::IRefusalListener {
     bool IsLost() const { return m_retry == ERetry::Never && m_wasConnected && !m_client->IsConnected(); }
     /// What is said then.
     Outcome NoConnection() const;
+    /// Where the server is, or is looked for, as a person would write it.
+    QString Address() const;
     void Wake();
     /// Wakes when \a tic tells something. This object outlives it.
     void Follow(IVtTic& tic) { tic.AddObserver(this); }

@@ -38,6 +38,26 @@ const auto ByCommand = [](const auto& row) { return row.param.first().toStdStrin
 
 INSTANTIATE_TEST_SUITE_P(, SessionTest, WithPaths, ByCommand);
 
+struct AddressRow {
+    const char* name;
+    const char* host;
+    const char* text;
+};
+
+class SessionAddress : public testing::TestWithParam<AddressRow> {};
+
+TEST_P(SessionAddress, IsToldAsItIsTyped) {
+    FakeVtClient client(QString::fromLatin1(GetParam().host));
+    EXPECT_EQ(Session(client).Address(), QLatin1String(GetParam().text));
+}
+
+INSTANTIATE_TEST_SUITE_P(, SessionAddress,
+                         testing::Values(AddressRow{"OfAName", "example", "example:7450"},
+                                         AddressRow{"OfAnIpv6Address", "::1", "[::1]:7450"},
+                                         AddressRow{"OfAStation", "one:4223,two/tower",
+                                                    "nats://one:4223,two/tower"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 /// Commands that are over when they have their answer.
 class BriefTest : public CommandFixture, public testing::WithParamInterface<QStringList> {};
 
