@@ -12,7 +12,7 @@
 namespace {
 
 std::vector<bench::Scenario> AllScenarios() {
-    return {bench::BoundScenario(), bench::ListScenario(), bench::LogScenario()};
+    return {bench::BoundScenario(), bench::EventsScenario(), bench::ListScenario(), bench::LogScenario()};
 }
 
 int RunScenarios(const bench::ScenarioChoice& choice) {

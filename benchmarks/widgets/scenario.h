@@ -18,6 +18,7 @@ struct Scenario {
     std::vector<Row> rows;                                                ///< what the table says of them
 };
 
+Scenario EventsScenario();
 Scenario ListScenario();
 Scenario LogScenario();
 

@@ -13,10 +13,10 @@ class SignalSource : public QObject {
     void Set(int content) {
         if (content == m_content) return;
         m_content = content;
-        emit Changed(content);
+        Q_EMIT Changed(content);
     }
 
-  signals:
+  Q_SIGNALS:
     void Changed(int content);
 
   private:
