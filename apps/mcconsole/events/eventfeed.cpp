@@ -35,11 +35,8 @@ EventFeed::EventFeed(std::function<IVtClient*()> client, QObject* parent)
       m_client(std::move(client)),
       m_event(*this, IsOfType<values::Value<QString>>),
       m_offer(*this, IsOfType<values::Value<int>>),
-      m_eventPath(mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status), serverkeys::Event)) {
-    m_batchTimer.setSingleShot(true);
-    m_batchTimer.setInterval(BatchTime);
-    connect(&m_batchTimer, &QTimer::timeout, this, &EventFeed::TellBatch);
-}
+      m_eventPath(mcskeys::Join(mcskeys::DefaultBasePath(mcskeys::Status), serverkeys::Event)),
+      m_pace(BatchTime, [this] { TellBatch(); }) {}
 
 void EventFeed::Bind(const QString& path) {
     TellBatch();
@@ -63,7 +60,7 @@ void EventFeed::OnBindingChanged(PathBinding& binding, TChangeCode code) {
 void EventFeed::Take() {
     if (m_event.GetState() != EBindingState::Live) return;
     m_batch << static_cast<values::Value<QString>*>(m_event.GetValue())->GetValue();
-    if (!m_batchTimer.isActive()) m_batchTimer.start();
+    m_pace.Ask();
 }
 
 quint64 EventFeed::EpochOfNow() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/event.h>
+#include <apps/mcconsole/events/pace.h>
 
 #include <platform/values/pathbinding.h>
 #include <platform/vtclient/ivthistory.h>
@@ -9,7 +10,6 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QtCore/QTimer>
 
 #include <functional>
 #include <vector>
@@ -26,8 +26,9 @@ class EventFeed : public QObject, private PathBinding::IListener {
     static constexpr int FirstCount = 200;    ///< events from before, at once
     static constexpr int PageCount = 100;     ///< that are asked for in one go
     static constexpr int MissedCount = 2000;  ///< events that a server keeps: no more can be missed and found
-    static constexpr int BatchTime =
-        40;  ///< ms: events are told together that come so soon after one another
+    /// ms: who reads sees no more than so many changes a second. The first event is told at once, and what
+    /// comes so soon after others were told waits for it, and is told together.
+    static constexpr int BatchTime = 50;
 
     /// \a client is asked for the connection of now, which may be null.
     explicit EventFeed(std::function<IVtClient*()> client, QObject* parent = nullptr);
@@ -82,5 +83,5 @@ class EventFeed : public QObject, private PathBinding::IListener {
     bool m_hasTold = false;       ///< anything
     std::vector<Event> m_before;  ///< found so far, the oldest first
     QStringList m_batch;          ///< came, and not told yet
-    QTimer m_batchTimer;
+    Pace m_pace;
 };

@@ -2,12 +2,12 @@
 #include <apps/mcconsole/events/eventspage.h>
 
 #include <apps/common/problemtext.h>
+#include <apps/mcconsole/events/countline.h>
 #include <apps/mcconsole/events/eventexport.h>
 #include <apps/mcconsole/events/eventstable.h>
 #include <apps/pages/agetext.h>
 
 #include <platform/widgets/notifications.h>
-#include <platform/widgets/steadylabel.h>
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
@@ -32,14 +32,18 @@ namespace {
 // drawn anew.
 constexpr int EventRowHeight = 24;
 
+constexpr int CountingTime = 250;  // ms
+
 }  // namespace
 
 EventsPage::EventsPage(Source source, QWidget* parent)
-    : Page(parent), m_source(std::move(source)), m_feed(m_source.client) {
+    : Page(parent),
+      m_source(std::move(source)),
+      m_feed(m_source.client),
+      m_counting(CountingTime, [this] { ShowState(); }) {
     BuildTable();
-    m_state = new SteadyLabel(this);
+    m_state = new CountLine(this);
     m_state->setObjectName(QStringLiteral("EventsState"));
-    m_state->setAutoFillBackground(true);  // or each new text has all drawn anew that lies below it
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(BuildBar());
     layout->addWidget(m_view, 1);
@@ -49,7 +53,9 @@ EventsPage::EventsPage(Source source, QWidget* parent)
     connect(&m_feed, &EventFeed::OlderCame, this, &EventsPage::OnOlderCame);
     connect(&m_feed, &EventFeed::StateChanged, this, &EventsPage::ShowState);
     connect(&m_model, &EventModel::FirstRowsGone, this, &EventsPage::OnFirstRowsGone);
-    connect(&m_model, &QAbstractItemModel::rowsInserted, this, &EventsPage::ShowState);
+    connect(&m_model, &QAbstractItemModel::rowsInserted, this, [this] {
+        if (!m_isMoving) m_counting.Ask();
+    });
     connect(&m_model, &QAbstractItemModel::modelReset, this, &EventsPage::ShowState);
     connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, &EventsPage::OnScrolled);
     connect(m_view->verticalScrollBar(), &QScrollBar::rangeChanged, this, &EventsPage::OnRangeChanged);
@@ -171,14 +177,13 @@ void EventsPage::Follow(bool isOn) {
 }
 
 void EventsPage::OnCame(const std::vector<Event>& events) {
-    const int rows = m_model.rowCount();
     {
         const QScopedValueRollback<bool> moving(m_isMoving, true);
         m_model.Append(events);
         if (m_follow->isChecked()) m_view->scrollToBottom();
     }
     if (!m_follow->isChecked()) m_new += static_cast<int>(events.size());
-    if (rows != m_model.rowCount() || !m_follow->isChecked()) ShowState();
+    m_counting.Ask();
 }
 
 void EventsPage::TellMissed(const VtLoss& loss) {

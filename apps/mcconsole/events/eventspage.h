@@ -3,18 +3,19 @@
 
 #include <apps/mcconsole/events/eventfeed.h>
 #include <apps/mcconsole/events/eventmodel.h>
+#include <apps/mcconsole/events/pace.h>
 #include <apps/pages/page.h>
 
 #include <platform/vtclient/ivtlosses.h>
 
 #include <functional>
 
+class CountLine;
 class EventsTable;
 class IVtClient;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
-class SteadyLabel;
 
 /// What happens at the server, and what happened before: a table to be filtered, searched and exported.
 class EventsPage : public Page {
@@ -61,6 +62,7 @@ class EventsPage : public Page {
     EventFeed m_feed;
     QString m_server;         ///< whose events are shown
     int m_new = 0;            ///< that came while it does not follow
+    Pace m_counting;          ///< nobody reads a number that changes more often
     bool m_isMoving = false;  ///< the table scrolls, and not the user
     EventsTable* m_view = nullptr;
     QComboBox* m_severity = nullptr;
@@ -69,5 +71,5 @@ class EventsPage : public Page {
     QPushButton* m_follow = nullptr;
     QPushButton* m_older = nullptr;
     QPushButton* m_export = nullptr;
-    SteadyLabel* m_state = nullptr;
+    CountLine* m_state = nullptr;
 };

@@ -6,6 +6,7 @@
 
 #include <QtGui/QPaintEvent>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
 
 EventsTable::EventsTable(QWidget* parent) : QTableView(parent), m_delegate(new EventsDelegate(this)) {
     setVerticalScrollBar(new StillScrollBar(Qt::Vertical, this));
@@ -55,9 +56,16 @@ void EventsTable::doItemsLayout() {
     m_laidOut = rows;
     m_isAppendedOnly = true;
     if (!isAppendedOnly) return QTableView::doItemsLayout();
-    updateGeometries();
+    LengthenRange();
     if (first == rows) return;
     const int top = rowViewportPosition(first);
     const int bottom = rowViewportPosition(rows - 1) + rowHeight(rows - 1);
     viewport()->update(QRect(0, top, viewport()->width(), bottom - top) & viewport()->rect());
+}
+
+// All else stays where it is once there is something to scroll.
+void EventsTable::LengthenRange() {
+    QScrollBar* const bar = verticalScrollBar();
+    if (bar->maximum() == 0 || verticalScrollMode() != ScrollPerPixel) return updateGeometries();
+    bar->setMaximum(verticalHeader()->length() - viewport()->height());
 }

@@ -23,6 +23,7 @@ class EventsTable : public QTableView {
   private:
     void OnRowsInserted(const QModelIndex& parent, int first, int last);
     void LayOutAll() { m_isAppendedOnly = false; }
+    void LengthenRange();
 
     EventsDelegate* m_delegate;
     int m_laidOut = 0;              ///< rows

@@ -4,13 +4,16 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
 
+namespace {
+
+constexpr qint64 FollowTime = 2000;  // ms
+
+}  // namespace
+
 StillScrollBar::StillScrollBar(Qt::Orientation orientation, QWidget* parent)
     : QScrollBar(orientation, parent) {
     m_soon.setSingleShot(true);
-    m_soon.setInterval(0);
-    connect(&m_soon, &QTimer::timeout, this, [this] {
-        if (!(LookOfNow() == m_drawn)) update();
-    });
+    connect(&m_soon, &QTimer::timeout, this, &StillScrollBar::DrawIfDifferent);
 }
 
 StillScrollBar::Look StillScrollBar::LookOfNow() const {
@@ -22,10 +25,22 @@ StillScrollBar::Look StillScrollBar::LookOfNow() const {
 
 /// Looked at when all that belongs together is done: a longer range comes before the value at its end.
 void StillScrollBar::sliderChange(SliderChange) {
-    if (!m_soon.isActive()) m_soon.start();
+    m_soon.start(0);
+}
+
+void StillScrollBar::DrawIfDifferent() {
+    const Look look = LookOfNow();
+    if (look == m_drawn) return;
+    const bool isFollowing = look.isAtEnd && m_drawn.isAtEnd && !isSliderDown();
+    const qint64 wait = isFollowing && m_sinceDrawn.isValid() ? FollowTime - m_sinceDrawn.elapsed() : 0;
+    if (wait > 0)
+        m_soon.start(static_cast<int>(wait));
+    else
+        update();
 }
 
 void StillScrollBar::paintEvent(QPaintEvent* event) {
     m_drawn = LookOfNow();
+    m_sinceDrawn.start();
     QScrollBar::paintEvent(event);
 }

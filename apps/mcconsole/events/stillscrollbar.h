@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 #include <QtWidgets/QScrollBar>
 
 /// A scroll bar that is drawn anew only when it would look different. A row more at the end of many moves its
-/// slider by less than a pixel, and drawing it costs more than drawing the row. GUI thread.
+/// slider by less than a pixel, and drawing it costs more than drawing the row. While it stays at its end it
+/// is drawn every two seconds at most. GUI thread.
 class StillScrollBar : public QScrollBar {
     Q_OBJECT
 
@@ -28,7 +30,9 @@ class StillScrollBar : public QScrollBar {
     };
 
     Look LookOfNow() const;
+    void DrawIfDifferent();
 
     Look m_drawn;
+    QElapsedTimer m_sinceDrawn;
     QTimer m_soon;
 };

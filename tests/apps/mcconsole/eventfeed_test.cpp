@@ -130,15 +130,17 @@ TEST_F(EventFeedTest, TellsWhatHappensMeanwhileOnceAndBehindWhatHappenedBefore) 
     ExpectTold(1, 155);
 }
 
-TEST_F(EventFeedTest, TellsTogetherWhatComesTogether) {
+TEST_F(EventFeedTest, TellsTheFirstAtOnceAndTogetherWhatComesTogether) {
     m_client.newest = 1;
     Offer();
     Connect();
     m_client.AnswerAll();
     m_batches = 0;
     Happen(101);
-    EXPECT_TRUE(WaitForLast(101));
     EXPECT_EQ(m_batches, 1);
+    ExpectTold(1, 2);
+    EXPECT_TRUE(WaitForLast(101));
+    EXPECT_EQ(m_batches, 2);
     ExpectTold(1, 101);
 }
 

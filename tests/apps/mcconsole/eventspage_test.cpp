@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QLocale>
 #include <QtCore/QTemporaryDir>
@@ -37,6 +38,12 @@ using eventmaker::MakeMany;
 
 QString S(const char* text) {
     return QString::fromUtf8(text);
+}
+
+QElapsedTimer Elapsed() {
+    QElapsedTimer since;
+    since.start();
+    return since;
 }
 
 /// A server that keeps some events, and answers in the next turn.
@@ -168,6 +175,46 @@ TEST_F(EventsPageTest, TheScrollBarIsDrawnOnlyWhereItWouldLookDifferent) {
     EXPECT_TRUE(WaitUntil([&] { return !watcher.painted.isEmpty(); })) << "it stands elsewhere";
 }
 
+// Nobody reads more than some twenty changes a second, and each costs more than its row.
+TEST_F(EventsPageTest, TheFirstOfManyIsSeenAtOnceAndTheOthersTogether) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    for (const bool isInOneTurn : {true, false}) {
+        SCOPED_TRACE(isInOneTurn);
+        const int before = Rows();
+        ASSERT_TRUE(WaitUntil([&, since = Elapsed()] { return since.elapsed() > EventFeed::BatchTime; }));
+        PaintWatcher watcher(*Table()->viewport());
+        const QElapsedTimer time = Elapsed();
+        constexpr int events = 100;
+        for (int i = 0; i < events; ++i) {
+            m_event->SetValue(Make(++m_client.newest).ToJson());
+            if (i == 0) {
+                EXPECT_EQ(Rows(), before + 1);
+            }
+            if (!isInOneTurn) RunTurns(1);
+        }
+        ASSERT_TRUE(WaitUntil([&] { return Rows() == before + events; }));
+        RunTurns(3);
+        // The first, one for each time that is over, and the last.
+        EXPECT_LE(watcher.times, 2 * (2 + time.elapsed() / EventFeed::BatchTime));
+        EXPECT_TRUE(IsAtEnd());
+        EXPECT_EQ(m_page.GetModel().LineOf(Rows() - 1).event.number, m_client.newest);
+        EXPECT_TRUE(WaitUntil([&] { return State() == S("%1 of %1 events").arg(Rows()); }));
+    }
+}
+
+TEST_F(EventsPageTest, ManyThatComeTogetherAreCountedWhileWhatIsReadStays) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    Wheel(240);
+    const int place = Bar()->value();
+    for (int i = 0; i < 100; ++i)
+        m_event->SetValue(Make(++m_client.newest).ToJson());
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow (100 new)"); }));
+    EXPECT_EQ(Bar()->value(), place);
+    QTest::mouseClick(Follow(), Qt::LeftButton);
+    EXPECT_TRUE(IsAtEnd());
+    EXPECT_EQ(Follow()->text(), S("&Following"));
+}
+
 TEST_F(EventsPageTest, AFewEventsAreDrawnWhereTheyAre) {
     ASSERT_NO_FATAL_FAILURE(Open(3));
     ASSERT_EQ(Bar()->maximum(), 0);
@@ -276,7 +323,7 @@ TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
     ASSERT_NO_FATAL_FAILURE(Happen());
     ASSERT_NO_FATAL_FAILURE(Happen());
     EXPECT_EQ(Bar()->value(), place) << "what is read stays";
-    EXPECT_EQ(Follow()->text(), S("&Follow (2 new)"));
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow (2 new)"); }));
     for (int i = 0; i < 20 && !IsAtEnd(); ++i)
         Wheel(-240);
     EXPECT_TRUE(Follow()->isChecked());
@@ -322,7 +369,7 @@ TEST_F(EventsPageTest, PauseAndGoOnForAssistiveTechnologyToo) {
     ASSERT_NO_FATAL_FAILURE(Open(150));
     spoken::Toggle(*Follow());
     ASSERT_NO_FATAL_FAILURE(Happen());
-    EXPECT_EQ(Follow()->text(), S("&Follow (1 new)"));
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow (1 new)"); }));
     EXPECT_FALSE(IsAtEnd());
     spoken::Toggle(*Follow());
     EXPECT_EQ(Follow()->text(), S("&Following"));

@@ -13,11 +13,13 @@ class PaintWatcher : public QObject {
         if (event->type() != QEvent::Paint) return false;
         const QRegion& region = static_cast<QPaintEvent*>(event)->region();
         painted += region;
+        ++times;
         for (const QRect& rect : region)
             heights += rect.height();
         return false;
     }
 
     QRegion painted;
+    int times = 0;
     int heights = 0;  // of all rectangles that were painted, one after the other
 };
