@@ -2,6 +2,8 @@
 #include "child.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 
 namespace bench {
 
@@ -9,11 +11,15 @@ namespace {
 
 constexpr std::chrono::minutes LongestWait(1);
 
+QString PathOf(const Part& part) {
+    const QString own = QCoreApplication::applicationFilePath();
+    return part.program.isEmpty() ? own : QFileInfo(own).dir().filePath(part.program);
+}
+
 }  // namespace
 
 Child::Child(const Part& part) : m_role(part.role) {
-    m_process.Start(QCoreApplication::applicationFilePath(),
-                    QStringList{QStringLiteral("--role"), part.role} + part.settings.Words());
+    m_process.Start(PathOf(part), QStringList{QStringLiteral("--role"), part.role} + part.settings.Words());
 }
 
 std::optional<int> Child::WaitForPort() {

@@ -13,9 +13,10 @@ namespace bench {
 struct Part {
     QString role;
     Settings settings;
+    QString program = QString();  ///< beside this one; empty: this one
 };
 
-/// This program once more, in a role. Ends with this object.
+/// This program once more, or another one, in a role. Ends with this object.
 class Child {
   public:
     explicit Child(const Part& part);

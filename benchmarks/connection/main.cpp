@@ -20,8 +20,8 @@ int RunScenarios(const bench::ScenarioChoice& choice) {
     std::vector<bench::Row> rows;
     for (const bench::Scenario& scenario :
          {bench::RoundTripScenario(), bench::StreamScenario(), bench::FanOutScenario(),
-          bench::SharedRoadScenario(), bench::CrowdScenario(), bench::StalledScenario(),
-          bench::SnapshotScenario(), bench::MemoryScenario()}) {
+          bench::SharedRoadScenario(), bench::RoadCostScenario(), bench::CrowdScenario(),
+          bench::StalledScenario(), bench::SnapshotScenario(), bench::MemoryScenario()}) {
         if (!choice.Has(scenario.name, scenario.rows)) continue;
         choice.PlayRounds(scenario.name, scenario.rounds, [&](int) { scenario.playRound(stage); });
         rows.insert(rows.end(), scenario.rows.begin(), scenario.rows.end());

@@ -9,20 +9,14 @@
 
 namespace bench {
 
-namespace {
-
-const QString StationName = QStringLiteral("bench");
-
-}  // namespace
-
-std::shared_ptr<void> OfferAtNats(VtServer& server, int port, std::function<void()> onOffering) {
+std::shared_ptr<nats::NatsStation> OfferAtNats(VtServer& server, int port, std::function<void()> onOffering) {
     nats::NatsOptions options;
     options.servers = {{QStringLiteral("127.0.0.1"), port}};
     QString problem;
     const std::shared_ptr<nats::INatsBus> bus = nats::MakeBus(options, &problem);
     if (!bus) Role::Fail(problem);
     auto station = std::make_shared<nats::NatsStation>(
-        server, bus, StationName, nats::NatsStation::Description{QStringLiteral("bench"), QString(), {}},
+        server, bus, BenchStation(), nats::NatsStation::Description{QStringLiteral("bench"), QString(), {}},
         [onOffering = std::move(onOffering)](nats::NatsStation::EState state, const QString& reason) {
             if (state == nats::NatsStation::EState::Taken) Role::Fail(reason);
             if (state == nats::NatsStation::EState::Offering) onOffering();
@@ -34,7 +28,7 @@ std::shared_ptr<void> OfferAtNats(VtServer& server, int port, std::function<void
 
 QByteArray StationAtNats(int port) {
     nats::RegisterScheme();
-    return "nats://127.0.0.1:" + QByteArray::number(port) + '/' + StationName.toLatin1();
+    return "nats://127.0.0.1:" + QByteArray::number(port) + '/' + BenchStation().toLatin1();
 }
 
 }  // namespace bench

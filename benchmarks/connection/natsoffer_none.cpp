@@ -5,7 +5,8 @@
 
 namespace bench {
 
-std::shared_ptr<void> OfferAtNats(VtServer& /*server*/, int /*port*/, std::function<void()> /*onOffering*/) {
+std::shared_ptr<nats::NatsStation> OfferAtNats(VtServer& /*server*/, int /*port*/,
+                                               std::function<void()> /*onOffering*/) {
     Role::Fail(QStringLiteral("this build knows no NATS"));
 }
 

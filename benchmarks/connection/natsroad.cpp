@@ -4,6 +4,8 @@
 #include "natsoffer.h"
 #include "ownends.h"
 
+#include <platform/nats/natsstation.h>
+
 #include <QtCore/QTimer>
 
 namespace bench {
@@ -23,6 +25,8 @@ class NatsServerEnd final : public OwnServerEnd {
         m_offer = OfferAtNats(Server(), m_port, [this] { onOpen(m_port); });
     }
 
+    quint64 Published() const override { return m_offer ? m_offer->GetFigures().messages : 0; }
+
   private:
     void TakeReport(int client, int content) override {
         if (content != 0) return onReport(client, content);
@@ -31,7 +35,7 @@ class NatsServerEnd final : public OwnServerEnd {
 
     const int m_port;
     QObject m_timers;
-    std::shared_ptr<void> m_offer;
+    std::shared_ptr<nats::NatsStation> m_offer;
 };
 
 }  // namespace

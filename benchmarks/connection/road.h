@@ -27,6 +27,8 @@ class ServerEnd {
     virtual void Set(int index, int content) = 0;
     /// What was set in this turn of the event loop may go.
     virtual void Send() {}
+    /// Messages so far, where a bus carries them to all.
+    virtual quint64 Published() const { return 0; }
 
     std::function<void(int port)> onOpen;
     std::function<void(int client, int content)> onReport;

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "role.h"
 
-#include "barecrowdrole.h"
-#include "crowdrole.h"
-#include "pacedroles.h"
 #include "pinning.h"
-#include "roundtriproles.h"
-#include "stalledrole.h"
-#include "streamroles.h"
-#include "treeroles.h"
-#include "valueroles.h"
 
 #include <platform/app/errorhandler.h>
 
@@ -28,32 +20,6 @@ namespace {
 // No child outlives this, whatever happens to the process that started it.
 constexpr int LongestLife = 100 * 1000;  // ms
 
-template <class R>
-std::unique_ptr<Role> Make(const Settings& settings) {
-    return std::make_unique<R>(settings);
-}
-
-struct Entry {
-    const char* name;
-    std::unique_ptr<Role> (*make)(const Settings& settings);
-};
-
-constexpr Entry entries[] = {
-    {"roundtrip-server", Make<RoundTripServer>},
-    {"roundtrip-client", Make<RoundTripClient>},
-    {"stream-server", Make<StreamServer>},
-    {"stream-client", Make<StreamClient>},
-    {"paced-server", Make<PacedServer>},
-    {"paced-client", Make<PacedClient>},
-    {"tree-server", Make<TreeServer>},
-    {"tree-client", Make<TreeClient>},
-    {"crowd", Make<CrowdRole>},
-    {"bare-crowd", Make<BareCrowdRole>},
-    {"stalled-client", Make<StalledClient>},
-    {"set", Make<SetRole>},
-    {"find", Make<FindRole>},
-};
-
 void TellLine(const QString& line) {
     std::fputs(qPrintable(line + QLatin1Char('\n')), stdout);
     std::fflush(stdout);
@@ -70,7 +36,7 @@ int Role::Run(const QStringList& arguments) {
     // Children are ended without ceremony, which would fill the screen with traces of lost connections.
     if (!qEnvironmentVariableIsSet("MCS_TRACE")) ErrorHandler::Instance().SetTraceFlags(0);
     QTimer::singleShot(LongestLife, [] { Fail(QStringLiteral("took too long")); });
-    for (const Entry& entry : entries) {
+    for (const RoleEntry& entry : AllRoles()) {
         if (name != QLatin1String(entry.name)) continue;
         const std::unique_ptr<Role> role = entry.make(settings);
         QTimer::singleShot(0, role.get(), [&role] { role->Start(); });

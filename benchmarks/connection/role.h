@@ -6,6 +6,7 @@
 #include <QtCore/QObject>
 
 #include <memory>
+#include <vector>
 
 namespace bench {
 
@@ -35,5 +36,21 @@ class Role : public QObject {
   private:
     Settings m_settings;
 };
+
+/// A role that this program has, by its name on the command line.
+struct RoleEntry {
+    const char* name;
+    std::unique_ptr<Role> (*make)(const Settings& settings);
+
+    template <class R>
+    static RoleEntry Of(const char* name) {
+        return {name, [](const Settings& settings) -> std::unique_ptr<Role> {
+                    return std::make_unique<R>(settings);
+                }};
+    }
+};
+
+/// Each program of the benchmark has its own.
+const std::vector<RoleEntry>& AllRoles();
 
 }  // namespace bench

@@ -27,6 +27,7 @@ Scenario RoundTripScenario();
 Scenario StreamScenario();
 Scenario FanOutScenario();
 Scenario SharedRoadScenario();
+Scenario RoadCostScenario();
 Scenario CrowdScenario();
 Scenario StalledScenario();
 Scenario SnapshotScenario();

@@ -56,8 +56,6 @@ void PlayStream(const Stage& stage, const StreamSize& size, int clients, int pro
     stage.scoreboard->Add(StreamKey(clients, size.road, "rate"), results[0].Double(QStringLiteral("rate")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "servercpu"),
                           results[0].Double(QStringLiteral("cpu")));
-    stage.scoreboard->Add(StreamKey(clients, size.road, "sendcpu"),
-                          results[0].Double(QStringLiteral("sendcpu")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "changecpu"),
                           results[0].Double(QStringLiteral("changecpu")));
     stage.scoreboard->Add(StreamKey(clients, size.road, "clientcpu"), clientCpu);

@@ -18,8 +18,7 @@ struct StreamSize {
 
 /// 1,000 values changed in turn and followed by \a clients in \a processes. Adds the deliveries per second
 /// ("rate"), and the CPU seconds per million deliveries of the server ("servercpu") and of the clients
-/// ("clientcpu"), and of the server per million
-/// changes until the first client has them all ("changecpu") and until they are on their way ("sendcpu"),
+/// ("clientcpu"), and of the server per million changes until the first client has them all ("changecpu"),
 /// under "stream<clients>/<road>/". With one client each side has a core to itself.
 void PlayStream(const Stage& stage, const StreamSize& size, int clients, int processes);
 

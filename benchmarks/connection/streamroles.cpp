@@ -62,8 +62,6 @@ void StreamServer::SetAll() {
         TellStep();
         WaitForGo();
     }
-    if (m_sent == m_total && m_busyUntilSent == 0.0)
-        m_busyUntilSent = m_watch.BusySeconds() - m_busyAtRest * m_watch.Seconds();
     const bool isFarAhead = !m_isInSteps && m_sent + values - m_slowest > m_farthestAhead;
     if (m_sent == m_stageEnd || isFarAhead) return m_nextTurn.stop();
     for (int index = 0; index < values; ++index)
@@ -77,7 +75,6 @@ void StreamServer::TellRate() const {
     TellResult(Settings()
                    .Set(QStringLiteral("rate"), deliveries / m_watch.Seconds())
                    .Set(QStringLiteral("cpu"), m_watch.BusySeconds() / deliveries * 1e6)
-                   .Set(QStringLiteral("sendcpu"), m_busyUntilSent / (m_total - m_warmUp) * 1e6)
                    .Set(QStringLiteral("changecpu"), m_busyUntilFirst / (m_total - m_warmUp) * 1e6));
 }
 

@@ -38,7 +38,6 @@ class StreamServer final : public RoadRole {
     int m_sent = 0;
     int m_slowest = -1;
     double m_busyAtRest = 0.0;      ///< as a share of the time
-    double m_busyUntilSent = 0.0;   ///< all was given away, beyond that
     double m_busyUntilFirst = 0.0;  ///< client had everything, beyond that: what reports cost is not in it
     Stopwatch m_watch;
     QTimer m_nextTurn;
