@@ -20,8 +20,8 @@ RoadGap::EStep RoadGap::OnDeadline(Time now) {
     if (m_state == EState::Fetching) return OnFetched(now);
     if (m_fetches >= vtlimits::RoadFetches) return EStep::GiveUp;
     m_state = EState::Fetching;
-    // A cluster in which nobody keeps anything says nothing at all to who asks; the server may know. What
-    // comes late from a keeper is of use all the same.
+    // A cluster in which nobody keeps anything says nothing at all to who asks, and one that has just lost a
+    // server loses questions with it; ours may know. What comes late from a keeper is of use all the same.
     m_deadline = now + (m_fetches == 0 ? vtlimits::RoadFirstFetchTime : vtlimits::RoadFetchTime);
     ++m_fetches;
     return EStep::Fetch;

@@ -60,9 +60,8 @@ constexpr int MaxRoadSecret = 64;                          // hexadecimal digits
 constexpr std::chrono::milliseconds RoadMarkAfter(1000);   // so soon it shows that a last change was lost
 constexpr std::chrono::milliseconds RoadMarkWanted(100);   // between two for those who listen for the first
 constexpr std::chrono::milliseconds RoadReorderTime(200);  // by then comes what only took another way
-constexpr std::chrono::milliseconds RoadFirstFetchTime(
-    600);                                                    // in which a keeper that is there mostly answers
-constexpr std::chrono::milliseconds RoadFetchTime(2000);     // and the next times in any case
+constexpr std::chrono::milliseconds RoadFirstFetchTime(250);  // a keeper that is there mostly answers by then
+constexpr std::chrono::milliseconds RoadFetchTime(2000);      // and the next times in any case
 constexpr std::chrono::milliseconds RoadFetchAgain(300);     // what was sent just now is there by then; grows
 constexpr int RoadFetches = 4;                               // then what is missing is gone
 constexpr std::chrono::milliseconds RoadSayAgainEvery(100);  // each message, however many have missed it
