@@ -28,8 +28,8 @@ class MCS_CONNECTION_EXPORT IRoads {
         virtual void OnRoadMessage(const char* data, qint64 size, bool isFetched) = 0;
         /// The messages at hand were given: what they led to can be sent.
         virtual void OnRoadInputDone() = 0;
-        /// All that was found for the last Fetch() was given, or nothing was found. A later OnRoadInputDone()
-        /// does not follow.
+        /// All that was found for the last Fetch() was given, or something of it is not there: what else is
+        /// found may still come. A later OnRoadInputDone() does not follow.
         virtual void OnFetched() = 0;
     };
 

@@ -19,17 +19,21 @@ void KeptMessages::AskMore() {
     }
 }
 
-// Behind the first one that is not there nothing is of use.
+// Behind the first one that is not there nothing is of use, and whoever listens had better look elsewhere at
+// once: questions may be lost with a server of NATS, and then others are never answered. What is found all
+// the same is given.
 void KeptMessages::OnAnswer(quint64 number, const std::optional<QByteArray>& message) {
     --m_asked;
     if (m_listener == nullptr) return;
-    if (message && vt::NumberOnRoad(message->constData(), message->size()) == number)
+    const bool isFound = message && vt::NumberOnRoad(message->constData(), message->size()) == number;
+    if (isFound)
         m_listener->OnRoadMessage(message->constData(), message->size(), true);
     else
         m_to = std::min(m_to, number);
     if (m_listener == nullptr) return;
     if (m_next <= m_to) return AskMore();
-    if (m_asked == 0) std::exchange(m_listener, nullptr)->OnFetched();
+    const bool isOver = !isFound || m_asked == 0;
+    if (isOver && !std::exchange(m_isTold, true)) m_listener->OnFetched();
 }
 
 }  // namespace nats

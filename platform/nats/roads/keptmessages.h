@@ -36,6 +36,7 @@ class KeptMessages final : public std::enable_shared_from_this<KeptMessages> {
     quint64 m_next;
     quint64 m_to;
     int m_asked = 0;
+    bool m_isTold = false;  ///< the listener: that nothing more is asked for
 };
 
 }  // namespace nats

@@ -15,6 +15,10 @@ class MemoryBus final : public nats::INatsBus {
         QByteArray data;
         quint64 watch;
     };
+    struct Question {
+        QByteArray subject;
+        AnswerHandler handler;
+    };
 
     void Open(bool) override { m_state = EState::Open; }
     void Persist() override {}
@@ -44,7 +48,9 @@ class MemoryBus final : public nats::INatsBus {
         return m_last;
     }
     void Unsubscribe(int subscription) override { m_handlers.erase(subscription); }
-    void Request(const QByteArray&, const QByteArray&, Time, AnswerHandler) override {}
+    void Request(const QByteArray& subject, const QByteArray&, Time, AnswerHandler handler) override {
+        questions.push_back({subject, std::move(handler)});
+    }
     bool IsLoopback() const override { return true; }
     bool IsEncrypted() const override { return false; }
     QString ServerAddress() const override { return QStringLiteral("memory"); }
@@ -83,6 +89,7 @@ class MemoryBus final : public nats::INatsBus {
     }
 
     std::vector<Published> published;
+    std::vector<Question> questions;
     qint64 unsent = 0;
     bool takesAllWhenFlushed = false;
     int flushes = 0;
