@@ -136,6 +136,14 @@
         <translation>Zugangsdatei und Zertifikate bleiben, wie sie waren: %1</translation>
     </message>
     <message>
+        <source>%1 line left out, of %2</source>
+        <translation>%1 Zeile ausgelassen, von %2</translation>
+    </message>
+    <message>
+        <source>%1 event left out, of %2</source>
+        <translation>%1 Ereignis ausgelassen, von %2</translation>
+    </message>
+    <message>
         <source>%1 lines left out, most of them of %2</source>
         <translation>%1 Zeilen ausgelassen, die meisten von %2</translation>
     </message>
@@ -318,6 +326,10 @@
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>%1 (%2 line left out before)</source>
+        <translation>%1 (davor %2 Zeile ausgelassen)</translation>
     </message>
     <message>
         <source>%1 (%2 lines left out before)</source>
@@ -1022,6 +1034,10 @@
         <source>&amp;Edit the favourites...</source>
         <translation>Favoriten &amp;bearbeiten...</translation>
     </message>
+    <message>
+        <source>One of the kept frequencies cannot be right and is left out.</source>
+        <translation>Eine der gemerkten Frequenzen kann nicht stimmen und fehlt.</translation>
+    </message>
     <message numerus="yes">
         <source>%n of the kept frequencies cannot be right and are left out.</source>
         <translation>
@@ -1095,6 +1111,10 @@
 </context>
 <context>
     <name>EventFeed</name>
+    <message>
+        <source>One event is missing here: the server does not keep so many</source>
+        <translation>Hier fehlt ein Ereignis: so viele bewahrt der Server nicht auf</translation>
+    </message>
     <message>
         <source>%1 events are missing here: the server does not keep so many</source>
         <translation>Hier fehlen %1 Ereignisse: so viele bewahrt der Server nicht auf</translation>
@@ -1466,6 +1486,10 @@
     <message>
         <source>Choose the cell to begin at first</source>
         <translation>Wählen Sie zuerst die Zelle, bei der begonnen wird</translation>
+    </message>
+    <message>
+        <source>There are %1 lines for one row</source>
+        <translation>Es sind %1 Zeilen für eine Tabellenzeile</translation>
     </message>
     <message>
         <source>There are %1 lines for %2 rows</source>
@@ -3817,6 +3841,10 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>Nobody offers a station at %1 yet.</source>
         <translation>Noch bietet niemand eine Station bei %1 an.</translation>
+    </message>
+    <message>
+        <source>One station</source>
+        <translation>Eine Station</translation>
     </message>
     <message numerus="yes">
         <source>%n stations</source>

@@ -124,7 +124,7 @@ QString CodedText::ToEnglish() const {
     QStringList arguments;
     for (const CodedText& argument : m_arguments)
         arguments += argument.ToEnglish();
-    return Filled(QLatin1String(eventcodes::Of(m_code).english), arguments);
+    return Filled(QLatin1String(eventcodes::SentenceOf(m_code, arguments)), arguments);
 }
 
 QString CodedText::Translated() const {
@@ -140,7 +140,8 @@ QString CodedText::Translated() const {
         else
             arguments += argument.Translated();
     }
-    return Filled(QCoreApplication::translate("CodedText", eventcodes::Of(m_code).english), arguments);
+    return Filled(QCoreApplication::translate("CodedText", eventcodes::SentenceOf(m_code, arguments)),
+                  arguments);
 }
 
 QString CodedText::NumberOfProblem() const {

@@ -180,6 +180,19 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"input-frequency", QT_TRANSLATE_NOOP("CodedText", "the frequency of input %1")},
     {"nothing", QT_TRANSLATE_NOOP("CodedText", "nothing")},
 }};
+
+/// The sentence where an argument is 1.
+struct RowOfOne {
+    ECode code;
+    int argument;
+    const char* english;
+};
+
+constexpr RowOfOne RowsOfOne[] = {
+    {ECode::LeftOut, 0, QT_TRANSLATE_NOOP("CodedText", "%1 line left out, of %2")},
+    {ECode::EventsLeftOut, 0, QT_TRANSLATE_NOOP("CodedText", "%1 event left out, of %2")},
+    {ECode::LinesLeftOut, 1, QT_TRANSLATE_NOOP("CodedText", "%1 (%2 line left out before)")},
+};
 // clang-format on
 
 constexpr std::array<const char*, static_cast<std::size_t>(EEventSeverity::Count)> SeverityNames = {
@@ -196,6 +209,12 @@ QHash<QString, ECode> CodesByName() {
 
 const eventcodes::Row& eventcodes::Of(ECode code) {
     return EventRows.at(static_cast<std::size_t>(code));
+}
+
+const char* eventcodes::SentenceOf(ECode code, const QStringList& arguments) {
+    for (const RowOfOne& row : RowsOfOne)
+        if (row.code == code && arguments.value(row.argument) == QLatin1String("1")) return row.english;
+    return Of(code).english;
 }
 
 ECode eventcodes::Find(const QString& code) {

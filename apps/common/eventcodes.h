@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <cstdint>
 
@@ -191,6 +192,8 @@ struct Row {
 };
 
 const Row& Of(ECode code);
+/// The sentence of \a code with \a arguments, of which one may be a count: of one it is another.
+const char* SentenceOf(ECode code, const QStringList& arguments);
 /// ECode::Count if there is none such.
 ECode Find(const QString& code);
 /// The word for \a severity on the wire: "info", "notice", "warning", "alarm".

@@ -169,7 +169,9 @@ void ConsoleWindow::KeepFrequencies(const StationView& first) {
     if (const int leftOut = m_book.Read(*Configuration()); leftOut > 0)
         first.GetNotice().Tell(
             NoticeBar::ESeverity::Warning,
-            tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
+            leftOut == 1
+                ? tr("One of the kept frequencies cannot be right and is left out.")
+                : tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
     connect(&m_book, &FrequencyBook::RecentChanged, this, [this] { m_book.WriteRecent(*Configuration()); });
     connect(&m_book, &FrequencyBook::FavouritesChanged, this,
             [this] { m_book.WriteFavourites(*Configuration()); });

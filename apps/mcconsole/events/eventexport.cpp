@@ -16,48 +16,36 @@ QString Quoted(QString field) {
     return QLatin1Char('"') + field.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
 }
 
-QStringList FieldsOf(const EventModel& model, int row) {
-    QStringList fields;
-    for (int column = 0; column < EventModel::ColumnCount; ++column)
-        fields << EventModel::TextOf(model.LineOf(row), column);
-    return fields;
-}
-
-QByteArray ToCsv(const EventModel& model) {
-    QByteArray bytes;
-    const auto add = [&bytes](const QStringList& fields) {
-        QStringList quoted;
-        for (const QString& field : fields)
-            quoted << Quoted(field);
-        bytes += quoted.join(QLatin1Char(',')).toUtf8() + "\r\n";
-    };
-    QStringList titles;
-    for (int column = 0; column < EventModel::ColumnCount; ++column)
-        titles << model.headerData(column, Qt::Horizontal).toString();
-    add(titles);
-    for (int row = 0; row < model.rowCount(); ++row)
-        add(FieldsOf(model, row));
-    return bytes;
-}
-
-QByteArray ToLines(const EventModel& model, const QString& server, const QDateTime& now) {
-    QString text = QCoreApplication::translate("EventExport", "Events of %1, %2")
-                       .arg(server, now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-    text += QStringLiteral("\n\n");
-    for (int row = 0; row < model.rowCount(); ++row) {
-        QStringList fields = FieldsOf(model, row);
-        fields.move(EventModel::TimeColumn, 0);
-        fields.removeAll(QString());
-        text += fields.join(QStringLiteral("  ")) + QLatin1Char('\n');
-    }
-    return text.toUtf8();
+QByteArray ToRow(const QStringList& fields) {
+    QStringList quoted;
+    for (const QString& field : fields)
+        quoted << Quoted(field);
+    return quoted.join(QLatin1Char(',')).toUtf8() + "\r\n";
 }
 
 }  // namespace
 
-QByteArray eventexport::ToBytes(const EventModel& model, EFormat format, const QString& server,
-                                const QDateTime& now) {
-    return format == EFormat::Csv ? ToCsv(model) : ToLines(model, server, now);
+QByteArray eventexport::Head(const EventModel& model, EFormat format, const QString& server,
+                             const QDateTime& now) {
+    if (format == EFormat::Text)
+        return (QCoreApplication::translate("EventExport", "Events of %1, %2")
+                    .arg(server, now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))) +
+                QStringLiteral("\n\n"))
+            .toUtf8();
+    QStringList titles;
+    for (int column = 0; column < EventModel::ColumnCount; ++column)
+        titles << model.headerData(column, Qt::Horizontal).toString();
+    return ToRow(titles);
+}
+
+QByteArray eventexport::ToBytes(const EventList::Line& event, EFormat format) {
+    QStringList fields;
+    for (int column = 0; column < EventModel::ColumnCount; ++column)
+        fields << EventModel::TextOf(event, column);
+    if (format == EFormat::Csv) return ToRow(fields);
+    fields.move(EventModel::TimeColumn, 0);
+    fields.removeAll(QString());
+    return (fields.join(QStringLiteral("  ")) + QLatin1Char('\n')).toUtf8();
 }
 
 QString eventexport::ProposedName(const QString& server, const QDate& date, EFormat format) {

@@ -6,14 +6,15 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/// The events that a table shows, for a file. GUI thread.
+/// Events as they stand in a file. GUI thread.
 namespace eventexport {
 
 enum class EFormat { Csv, Text };
 
-/// All rows of \a model, the oldest first, UTF-8 with CRLF as a table with its titles (fields with commas,
-/// quotes and line ends are quoted), or as lines. \a server and the time stand above lines.
-QByteArray ToBytes(const EventModel& model, EFormat format, const QString& server, const QDateTime& now);
+/// What stands above the events: the titles of a table, or \a server and the time above lines. UTF-8.
+QByteArray Head(const EventModel& model, EFormat format, const QString& server, const QDateTime& now);
+/// One event: of a table with CRLF (fields with commas, quotes and line ends are quoted), or as a line.
+QByteArray ToBytes(const EventList::Line& event, EFormat format);
 /// "events-tower1-2026-11-22.csv": what file names cannot hold in \a server becomes "-".
 QString ProposedName(const QString& server, const QDate& date, EFormat format);
 

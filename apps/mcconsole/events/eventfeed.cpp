@@ -132,8 +132,10 @@ void EventFeed::MarkMissing() {
     event.time = m_before.front().time;
     event.severity = EEventSeverity::Warning;
     event.source = QStringLiteral("server");
-    event.text = tr("%1 events are missing here: the server does not keep so many")
-                     .arg(m_before.front().number - m_last - 1);
+    const qint64 missing = m_before.front().number - m_last - 1;
+    event.text = missing == 1
+                     ? tr("One event is missing here: the server does not keep so many")
+                     : tr("%1 events are missing here: the server does not keep so many").arg(missing);
     m_before.insert(m_before.begin(), event);
 }
 

@@ -3,7 +3,6 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/events/countline.h>
-#include <apps/mcconsole/events/eventexport.h>
 #include <apps/mcconsole/events/eventstable.h>
 #include <apps/pages/agetext.h>
 
@@ -11,7 +10,6 @@
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QAction>
@@ -39,6 +37,7 @@ constexpr int CountingTime = 250;  // ms
 EventsPage::EventsPage(Source source, QWidget* parent)
     : Page(parent),
       m_source(std::move(source)),
+      m_exporter(m_model),
       m_feed(m_source.client),
       m_counting(CountingTime, [this] { ShowState(); }) {
     BuildTable();
@@ -52,6 +51,7 @@ EventsPage::EventsPage(Source source, QWidget* parent)
     connect(&m_feed, &EventFeed::Came, this, &EventsPage::OnCame);
     connect(&m_feed, &EventFeed::OlderCame, this, &EventsPage::OnOlderCame);
     connect(&m_feed, &EventFeed::StateChanged, this, &EventsPage::ShowState);
+    connect(&m_exporter, &EventExporter::Ended, this, &EventsPage::OnExported);
     connect(&m_model, &EventModel::FirstRowsGone, this, &EventsPage::OnFirstRowsGone);
     connect(&m_model, &QAbstractItemModel::rowsInserted, this, [this] {
         if (!m_isMoving) m_counting.Ask();
@@ -244,7 +244,7 @@ void EventsPage::ShowState() {
                       : m_new != 0 ? tr("&Follow (%n new)", nullptr, m_new)
                                    : tr("&Follow"));
     m_older->setEnabled(m_feed.HasOlder() && !m_model.GetList().IsFull());
-    m_export->setEnabled(m_model.rowCount() != 0);
+    m_export->setEnabled(m_model.rowCount() != 0 && !m_exporter.IsRunning());
     const int all = m_model.GetList().Count();
     if (all == 0 && !m_feed.IsOffered())
         m_state->ShowText(tr("No server tells its events here. The page Log may have more."));
@@ -260,11 +260,13 @@ void EventsPage::Export() {
         this, tr("Export events"), name, tr("Table (*.csv)") + QStringLiteral(";;") + tr("Text (*.txt)"));
     if (file.isEmpty()) return;
     const bool isText = QFileInfo(file).suffix().compare(QLatin1String("txt"), Qt::CaseInsensitive) == 0;
-    const QByteArray bytes =
-        eventexport::ToBytes(m_model, isText ? EFormat::Text : EFormat::Csv, m_server, now);
-    QSaveFile saved(file);
-    if (!saved.open(QIODevice::WriteOnly) || saved.write(bytes) != bytes.size() || !saved.commit())
-        Notifications::warning(
-            tr("Export events"),
-            tr("The file cannot be written: %1").arg(problemtext::Translated(saved.errorString())));
+    m_exporter.Start(file, isText ? EFormat::Text : EFormat::Csv, m_server, now);
+    ShowState();
+}
+
+void EventsPage::OnExported(const QString& problem) {
+    ShowState();
+    if (problem.isEmpty()) return;
+    Notifications::warning(tr("Export events"),
+                           tr("The file cannot be written: %1").arg(problemtext::Translated(problem)));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/mcconsole/events/eventexporter.h>
 #include <apps/mcconsole/events/eventfeed.h>
 #include <apps/mcconsole/events/eventmodel.h>
 #include <apps/mcconsole/events/pace.h>
@@ -55,10 +56,12 @@ class EventsPage : public Page {
     void ShowEnd();
     void ShowState();
     void Export();
+    void OnExported(const QString& problem);
     bool IsAtEnd() const;
 
     Source m_source;
     EventModel m_model;
+    EventExporter m_exporter;
     EventFeed m_feed;
     QString m_server;         ///< whose events are shown
     int m_new = 0;            ///< that came while it does not follow

@@ -34,6 +34,8 @@ LastEvents::LastEvents(QWidget* parent)
     setIconSize(QSize(size, size));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // where room is short the newest are seen
+    setBackgroundRole(QPalette::Base);                   // below the last row that is seen as well
+    setAutoFillBackground(true);
 }
 
 void LastEvents::Add(const std::vector<Event>& events) {
@@ -47,6 +49,7 @@ void LastEvents::Add(const std::vector<Event>& events) {
 void LastEvents::ShowWaiting() {
     for (const Event& event : std::exchange(m_waiting, {}))
         AddOne(event);
+    LeaveOutHalfRows();
 }
 
 void LastEvents::Clear() {
@@ -74,4 +77,17 @@ void LastEvents::AddOne(const Event& event) {
     if (look != EEventLook::Told) item->setAccessibleText(eventlook::Word(event) + QLatin1Char(' ') + line);
     m_model->insertRow(0, item);
     if (m_model->rowCount() > Count) m_model->removeRows(Count, m_model->rowCount() - Count);
+}
+
+void LastEvents::resizeEvent(QResizeEvent* event) {
+    QListView::resizeEvent(event);
+    LeaveOutHalfRows();
+}
+
+// A line of which the lower half is missing looks like a fault.
+void LastEvents::LeaveOutHalfRows() {
+    const int row = sizeHintForRow(0);
+    const int room = height() - 2 * frameWidth();
+    const int spare = row > 0 && room > row && room < m_model->rowCount() * row ? room % row : 0;
+    if (viewportMargins().bottom() != spare) setViewportMargins(0, 0, 0, spare);
 }

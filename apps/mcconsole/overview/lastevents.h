@@ -27,9 +27,13 @@ class LastEvents : public QListView {
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void ShowWaiting();
     void AddOne(const Event& event);
+    void LeaveOutHalfRows();
 
     QStandardItemModel* m_model;
     std::deque<Event> m_waiting;  ///< until somebody looks, the newest last

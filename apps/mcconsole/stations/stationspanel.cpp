@@ -219,8 +219,8 @@ QString StationsPanel::StateText() const {
     const int count = m_model->rowCount();
     if (count == 0) return tr("Nobody offers a station at %1 yet.").arg(place);
     const int shown = m_shown->rowCount();
-    return shown == count ? tr("%n stations", nullptr, count)
-                          : tr("%1 of %n stations", nullptr, count).arg(shown);
+    if (shown != count) return tr("%1 of %n stations", nullptr, count).arg(shown);
+    return count == 1 ? tr("One station") : tr("%n stations", nullptr, count);
 }
 
 ServerAddress StationsPanel::CurrentAddress() const {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/log/loglimiter.h>
 
+#include <apps/common/codedtext.h>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -30,7 +32,7 @@ std::optional<QString> LogLimiter::Pass(const QString& source, const QString& te
     const std::optional<qint64> leftOut = Admit(source, text);
     if (!leftOut) return std::nullopt;
     if (*leftOut == 0) return text;
-    return QStringLiteral("%1 (%2 lines left out before)").arg(text, QString::number(*leftOut));
+    return CodedText(ECode::LinesLeftOut, {text, CodedText::Number(*leftOut)}).ToEnglish();
 }
 
 std::optional<qint64> LogLimiter::Admit(const QString& name, const QString& text) {
@@ -78,5 +80,5 @@ void LogLimiter::TellLeftOut() {
 }
 
 QString LogLimiter::LeftOutText(qint64 leftOut, const QString& whose) {
-    return QStringLiteral("%1 lines left out, most of them of %2").arg(QString::number(leftOut), whose);
+    return CodedText(ECode::LeftOut, {CodedText::Number(leftOut), whose}).ToEnglish();
 }

@@ -187,6 +187,11 @@ void InputModel::Apply(const Change& change) {
         m_plant.SetFrequency(module, row.input, hz);
 }
 
+QString InputModel::TooManyLines(std::size_t lines, int rows) {
+    return rows == 1 ? tr("There are %1 lines for one row").arg(lines)
+                     : tr("There are %1 lines for %2 rows").arg(lines).arg(rows);
+}
+
 QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringList>& lines) {
     std::vector<Change> changes;
     QString reason = index.isValid() ? QString() : tr("Choose the cell to begin at first");
@@ -196,7 +201,7 @@ QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringLis
         for (const QString& text : line)
             changes.push_back({row, column++, text});
         if (reason.isEmpty() && row >= rowCount())
-            reason = tr("There are %1 lines for %2 rows").arg(lines.size()).arg(rowCount() - index.row());
+            reason = TooManyLines(lines.size(), rowCount() - index.row());
         ++row;
     }
     if (reason.isEmpty()) reason = RefusalOf(changes);

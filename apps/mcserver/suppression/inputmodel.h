@@ -74,6 +74,7 @@ class InputModel : public QAbstractTableModel {
     QString RefusalOf(const std::vector<Change>& changes) const;
     void Apply(const Change& change);
     QString TakeAll(const std::vector<Change>& changes, const QString& reason);
+    static QString TooManyLines(std::size_t lines, int rows);
     int FindRow(const QString& title, const QString& input) const;
 
     SuppressionPlant& m_plant;

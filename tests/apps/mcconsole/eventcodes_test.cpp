@@ -83,6 +83,12 @@ INSTANTIATE_TEST_SUITE_P(
                   {CodedText(ECode::NeedsPolicy, {S("MayCal"), CodedText(ECode::TakenAwayBy, {Console})})}},
                  "beendet: braucht „Darf kalibrieren“, entzogen von mcconsole auf tower1 (10.0.0.5:50000)"},
         ShownRow{"ADevice", {ECode::DeviceBoot, {CodedText::Word(S("Self Test"))}}, "ORV: Selbsttest"},
+        ShownRow{"OneLine", {ECode::LeftOut, {S("1"), S("West")}}, "1 Zeile ausgelassen, von West"},
+        ShownRow{"OneLineBefore", {ECode::LinesLeftOut, {S("x"), S("1")}}, "x (davor 1 Zeile ausgelassen)"},
+        ShownRow{"OneEvent", {ECode::EventsLeftOut, {S("1"), S("West")}}, "1 Ereignis ausgelassen, von West"},
+        ShownRow{"SeveralLines",
+                 {ECode::LeftOut, {S("2"), S("West")}},
+                 "2 Zeilen ausgelassen, die meisten von West"},
         ShownRow{"AnAddressIsNoNumber", {ECode::DeviceInUse, {S("10.0.0.5")}}, "in Gebrauch von 10.0.0.5"}),
     [](const auto& row) { return std::string(row.param.name); });
 

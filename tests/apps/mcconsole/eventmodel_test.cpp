@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/mcconsole/events/eventexport.h>
+#include <apps/mcconsole/events/eventexporter.h>
 #include <apps/mcconsole/events/eventmodel.h>
 
 #include <tests/apps/mcconsole/eventmaker.h>
 #include <tests/support/printing.h>
+#include <tests/support/waituntil.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
 
@@ -37,6 +40,16 @@ class EventModelTest : public testing::Test {
     void Filter(const EventFilter& filter) {
         m_model.SetFilter(filter);
         FinishFiltering();
+    }
+    /// What is in a file after an export.
+    QByteArray Exported(eventexport::EFormat format, const QString& server, const QDateTime& now) {
+        const QTemporaryDir directory;
+        EventExporter exporter(m_model);
+        exporter.Start(directory.filePath(S("events")), format, server, now);
+        EXPECT_TRUE(WaitUntil([&] { return !exporter.IsRunning(); }));
+        QFile file(directory.filePath(S("events")));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
     }
 
     EventModel m_model;
@@ -260,8 +273,7 @@ TEST_F(EventModelTest, IsExportedAsATable) {
                     Make(2, {ECode::DeviceLog, {S("x")}}, "device", EEventSeverity::Info, "=cmd (1)")});
     const QString time = EventModel::TextOf(m_model.LineOf(0), EventModel::TimeColumn);
     const QString later = EventModel::TextOf(m_model.LineOf(1), EventModel::TimeColumn);
-    const QByteArray bytes =
-        eventexport::ToBytes(m_model, eventexport::EFormat::Csv, S("tower"), QDateTime());
+    const QByteArray bytes = Exported(eventexport::EFormat::Csv, S("tower"), QDateTime());
     EXPECT_EQ(QString::fromUtf8(bytes), S("Severity,Time,Source,Who,What\r\n"
                                           "Info,%1,\"MpxORV A, \"\"B\"\"\",,\"A, \"\"B\"\" is master\"\r\n"
                                           "Info,%2,Device,'=cmd (1),ORV: x\r\n")
@@ -272,13 +284,35 @@ TEST_F(EventModelTest, IsExportedAsTextNamedWithServerAndDate) {
     m_model.Append({Make(1)});
     const QDateTime now(QDate(2026, 11, 22), QTime(15, 0));
     const QString time = EventModel::TextOf(m_model.LineOf(0), EventModel::TimeColumn);
-    EXPECT_EQ(
-        QString::fromUtf8(eventexport::ToBytes(m_model, eventexport::EFormat::Text, S("tower:7450"), now)),
-        S("Events of tower:7450, 2026-11-22 15:00:00\n\n%1  Info  Configuration  the configuration is "
-          "saved\n")
-            .arg(time));
+    EXPECT_EQ(QString::fromUtf8(Exported(eventexport::EFormat::Text, S("tower:7450"), now)),
+              S("Events of tower:7450, 2026-11-22 15:00:00\n\n%1  Info  Configuration  the configuration is "
+                "saved\n")
+                  .arg(time));
     EXPECT_EQ(eventexport::ProposedName(S("mcss://[::1]:7450"), now.date(), eventexport::EFormat::Csv),
               S("events-mcss------1--7450-2026-11-22.csv"));
+}
+
+// As many as are kept would hold up the window for longer than one sees.
+TEST_F(EventModelTest, ManyAreExportedInTurnsWhateverComesAndGoesMeanwhile) {
+    m_model.Append(MakeMany(1, EventList::MaxKept));
+    const QTemporaryDir directory;
+    QFile file(directory.filePath(S("events")));
+    EventExporter exporter(m_model);
+    const QSignalSpy ended(&exporter, &EventExporter::Ended);
+    exporter.Start(file.fileName(), eventexport::EFormat::Csv, S("tower"), QDateTime());
+    m_model.Append(MakeMany(EventList::MaxKept + 1, EventList::MaxKept + 700));
+    ASSERT_EQ(m_model.LineOf(0).event.number, 701);
+    int passed = 0;
+    while (exporter.IsRunning()) {
+        RunTurns(1);
+        EXPECT_LE(exporter.CountPassed() - passed, EventExporter::RowsPerTurn);
+        EXPECT_EQ(file.exists(), !exporter.IsRunning()) << "there is no half of it";
+        passed = exporter.CountPassed();
+    }
+    ASSERT_EQ(ended.count(), 1);
+    EXPECT_EQ(ended.at(0).at(0).toString(), QString());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().count("\r\n"), 1 + EventList::MaxKept - 700);
 }
 
 }  // namespace

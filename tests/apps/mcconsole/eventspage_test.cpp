@@ -403,6 +403,8 @@ TEST_F(EventsPageTest, AreExportedToAFile) {
     const QTemporaryDir directory;
     const QString file = directory.filePath(S("shown.csv"));
     ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    ASSERT_TRUE(WaitUntil([&file] { return QFile::exists(file); }));
+    EXPECT_TRUE(Find<QPushButton>("EventsExport")->isEnabled());
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     const QByteArray bytes = written.readAll();
@@ -415,6 +417,8 @@ TEST_F(EventsPageTest, AreExportedAsTextByTheNameOfTheFile) {
     const QTemporaryDir directory;
     const QString file = directory.filePath(S("shown.txt"));
     ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    ASSERT_TRUE(WaitUntil([&file] { return QFile::exists(file); }));
+    EXPECT_TRUE(Find<QPushButton>("EventsExport")->isEnabled());
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     EXPECT_TRUE(written.readAll().startsWith("Events of tower:7450, "));

@@ -9,6 +9,7 @@
 #include <tests/apps/mcconsole/eventmaker.h>
 #include <tests/apps/mcconsole/overviewfixture.h>
 #include <tests/support/spoken.h>
+#include <tests/support/waituntil.h>
 
 #include <gmock/gmock.h>
 
@@ -394,6 +395,25 @@ TEST_F(OverviewPageTest, ShowsTheLastFiveEventsTheNewestFirst) {
     EXPECT_THAT(Events().back(), HasSubstr("  Van 3"));
     page.GetLastEvents().Clear();
     EXPECT_THAT(Events(), IsEmpty());
+}
+
+TEST_F(OverviewPageTest, ShowsWholeLinesOfTheLastEventsHoweverMuchRoomThereIs) {
+    LastEvents list;
+    std::vector<Event> events;
+    for (int number = 1; number <= LastEvents::Count; ++number)
+        events.push_back(eventmaker::Make(number));
+    list.show();
+    list.Add(events);
+    const int row = list.sizeHintForRow(0);
+    ASSERT_GT(row, 4);
+    for (const int spare : {0, 1, row / 2, row - 1}) {
+        SCOPED_TRACE(spare);
+        list.resize(300, 3 * row + spare + 2 * list.frameWidth());
+        ASSERT_TRUE(WaitUntil([&] { return list.viewport()->height() == 3 * row; }));
+        EXPECT_EQ(list.visualRect(list.model()->index(0, 0)).top(), 0);
+    }
+    list.resize(300, 10 * row);
+    EXPECT_TRUE(WaitUntil([&] { return list.viewport()->height() > 9 * row; }));
 }
 
 TEST_F(OverviewPageTest, TellsWhatWasRefusedByAnotherSignThanWhatIsDone) {

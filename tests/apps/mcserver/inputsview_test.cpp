@@ -299,7 +299,7 @@ TEST_F(AnInputsView, TakesNothingOfCellsOfWhichOneIsWrong) {
     EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 5: 5000000 MHz lies outside 0.3 to 3000 MHz");
     EXPECT_EQ(Settings(0), before);
     PasteAt(17, InputModel::Frequency, "118.1\n118.2");
-    EXPECT_EQ(Notice(), "Not taken. There are 2 lines for 1 rows");
+    EXPECT_EQ(Notice(), "Not taken. There are 2 lines for one row");
     PasteAt(4, InputModel::Frequency, "118.1\tx");
     EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 4: this column cannot be changed");
     EXPECT_EQ(Settings(0), before);

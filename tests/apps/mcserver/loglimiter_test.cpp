@@ -57,7 +57,7 @@ TEST_F(LogLimiterTest, TheSameLineIsNotRepeatedAtOnce) {
     EXPECT_FALSE(Pass("a", line).has_value());
     EXPECT_EQ(Pass("b", line), line);
     m_clock.Advance(LogLimiter::RepeatAfter);
-    EXPECT_EQ(Pass("a", line), QStringLiteral("denied (1 lines left out before)"));
+    EXPECT_EQ(Pass("a", line), QStringLiteral("denied (1 line left out before)"));
 }
 
 TEST_F(LogLimiterTest, TakesAPercentSignInALineAsItIs) {
@@ -65,7 +65,7 @@ TEST_F(LogLimiterTest, TakesAPercentSignInALineAsItIs) {
     EXPECT_EQ(Pass("a", line), line);
     EXPECT_FALSE(Pass("a", line).has_value());
     m_clock.Advance(LogLimiter::RepeatAfter);
-    EXPECT_EQ(Pass("a", line), QStringLiteral("50 %2 of %1 (1 lines left out before)"));
+    EXPECT_EQ(Pass("a", line), QStringLiteral("50 %2 of %1 (1 line left out before)"));
 }
 
 TEST_F(LogLimiterTest, TellsOfWhatWasLeftOutWhenNothingFollows) {
