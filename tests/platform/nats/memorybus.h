@@ -3,6 +3,8 @@
 
 #include <platform/nats/inatsbus.h>
 
+#include <QtCore/QByteArrayList>
+
 #include <algorithm>
 #include <map>
 #include <vector>
@@ -55,10 +57,12 @@ class MemoryBus final : public nats::INatsBus {
     bool IsEncrypted() const override { return false; }
     QString ServerAddress() const override { return QStringLiteral("memory"); }
 
-    /// To all who listen, whatever to.
+    /// To all who listen to \a subject.
     void Deliver(std::string_view subject, const QByteArray& data) {
+        const QByteArray whole(subject.data(), static_cast<int>(subject.size()));
         for (const auto& [number, subscription] : m_handlers)
-            subscription.second({subject, {data.constData(), static_cast<std::size_t>(data.size())}, {}});
+            if (IsOf(whole, subscription.first))
+                subscription.second({subject, {data.constData(), static_cast<std::size_t>(data.size())}, {}});
     }
     void Break(const QString& reason) { TellState(EState::Closed, reason); }
     /// The connection is lost, and made again.
@@ -95,6 +99,17 @@ class MemoryBus final : public nats::INatsBus {
     int flushes = 0;
 
   private:
+    /// Whether who listens to \a wanted hears \a subject.
+    static bool IsOf(const QByteArray& subject, const QByteArray& wanted) {
+        const QByteArrayList parts = subject.split('.');
+        const QByteArrayList all = wanted.split('.');
+        for (int i = 0; i < all.size(); ++i) {
+            if (all[i] == ">") return i < parts.size();
+            if (i >= parts.size() || (all[i] != "*" && all[i] != parts[i])) return false;
+        }
+        return parts.size() == all.size();
+    }
+
     EState m_state = EState::Closed;
     std::vector<IListener*> m_listeners;
     std::map<int, std::pair<QByteArray, Handler>> m_handlers;

@@ -201,10 +201,10 @@ class ClientOfAStation : public testing::Test, protected vt::IConnector::IListen
     void OnConnectFailed(const QString& reason) override { ADD_FAILURE() << reason.toStdString(); }
     void Say(const QByteArray& data) { m_bus->Deliver(m_down.constData(), data); }
     static QByteArray Refusal() { return Packet{Packet::EKind::Refuse, 0, 0, {}}.Head() + "no such session"; }
-    static QByteArray HereIs(quint64 instance) {
+    void ShowThatHereIs(quint64 instance) {
         nats::Presence presence;
         presence.instance = instance;
-        return presence.Write();
+        m_bus->Deliver("mcs.tower.here", presence.Write());
     }
     QByteArray Proof() {
         const QByteArray body = nats::Position{0, false}.Write();
@@ -256,10 +256,10 @@ TEST_F(ClientOfAStation, WhoRefusesAndProvesNothingElseIsBelieved) {
 
 TEST_F(ClientOfAStation, ASecondServerThatSaysItIsThereIsBelievedOnceTheFirstIsSilent) {
     ASSERT_NE(m_channel, nullptr);
-    Say(HereIs(78));
+    ShowThatHereIs(78);
     Say(Proof());
     const int asked = CountQuestions();
-    Say(HereIs(78));
+    ShowThatHereIs(78);
     EXPECT_GT(CountQuestions(), asked);
     EXPECT_TRUE(m_channel->IsOpen());
     EXPECT_TRUE(WaitUntil([this] { return !m_listener.closings.empty(); }));
