@@ -98,7 +98,7 @@
     </message>
     <message>
         <source>Polltime (ms)</source>
-        <translation>Abfragezeit (ms)</translation>
+        <translation>Abfrage (ms)</translation>
     </message>
     <message>
         <source>Status</source>

@@ -26,9 +26,9 @@ namespace {
 constexpr int RowHeight = 22;
 constexpr int LeastRows = 6;
 
-/// Of columns, in characters; names have what is left.
+/// Of columns, in characters, but not less than their titles need; names have what is left.
 constexpr std::pair<int, int> Widths[] = {
-    {InputModel::Module, 18}, {InputModel::Address, 15}, {InputModel::Input, 8}, {InputModel::Frequency, 19}};
+    {InputModel::Module, 18}, {InputModel::Address, 15}, {InputModel::Input, 8}, {InputModel::Frequency, 16}};
 constexpr int BesideText = 12;  // pixels, at both sides of a cell together
 
 int WidthOfStates(const QFontMetrics& letters) {
@@ -59,7 +59,8 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     m_table->horizontalHeader()->setSectionResizeMode(InputModel::Name, QHeaderView::Stretch);
     m_table->horizontalHeader()->setHighlightSections(false);
     for (const auto& [column, characters] : Widths)
-        m_table->setColumnWidth(column, m_table->fontMetrics().averageCharWidth() * characters);
+        m_table->setColumnWidth(column, qMax(m_table->fontMetrics().averageCharWidth() * characters,
+                                             m_table->horizontalHeader()->sectionSizeHint(column)));
     m_table->setColumnWidth(InputModel::State, WidthOfStates(m_table->fontMetrics()));
     m_table->installEventFilter(this);
     auto* const caption = new QLabel(tr("Inputs: name, frequency and state"), this);

@@ -28,6 +28,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -174,6 +175,13 @@ TEST_F(AnInputsView, HasRoomForWhatIsWrongWithAModule) {
         Table().sizeHintForIndex(Cell(3, InputModel::State)).width() - widthOf(TextAt(3, InputModel::State));
     for (const QString& text : inputcells::StateTexts())
         EXPECT_GE(Table().columnWidth(InputModel::State), widthOf(text) + beside) << text.toStdString();
+}
+
+TEST_F(AnInputsView, HasRoomForTheTitlesOfItsColumns) {
+    Show();
+    QHeaderView& titles = *Table().horizontalHeader();
+    for (int column = 0; column < titles.count(); ++column)
+        EXPECT_GE(titles.sectionSize(column), titles.sectionSizeHint(column)) << column;
 }
 
 TEST_F(AnInputsView, LeavesWhatIsBeingTypedAlone) {
