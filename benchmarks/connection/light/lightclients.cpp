@@ -48,11 +48,11 @@ void LightClients::PlanReport() {
 }
 
 void LightClients::OnRoadNumber() {
-    if (m_nextReport == 0 || Number() < m_nextReport) return;
+    if (m_nextReport == 0) return;
+    if (Number() >= m_enough && !std::exchange(m_isOver, true)) TellResult(Settings());
+    if (Number() < m_nextReport) return;
     PlanReport();
     m_connections.front()->Report(Number());
-    if (Number() < m_enough || std::exchange(m_isOver, true)) return;
-    TellResult(Settings());
 }
 
 }  // namespace bench
