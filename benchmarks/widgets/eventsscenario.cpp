@@ -45,7 +45,7 @@ class Events {
             for (int i = 0; i < AtOnce; ++i)
                 Happen();
             const bench::Stopwatch watch;
-            while (watch.Seconds() < 3.0 * EventFeed::BatchTime / 1000)
+            while (watch.Seconds() < 3 * std::chrono::duration<double>(EventFeed::BatchTime).count())
                 QApplication::processEvents();
         }
     }

@@ -11,6 +11,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <chrono>
 #include <functional>
 #include <vector>
 
@@ -26,9 +27,9 @@ class EventFeed : public QObject, private PathBinding::IListener {
     static constexpr int FirstCount = 200;    ///< events from before, at once
     static constexpr int PageCount = 100;     ///< that are asked for in one go
     static constexpr int MissedCount = 2000;  ///< events that a server keeps: no more can be missed and found
-    /// ms: who reads sees no more than so many changes a second. The first event is told at once, and what
+    /// Who reads sees no more than so many changes a second. The first event is told at once, and what
     /// comes so soon after others were told waits for it, and is told together.
-    static constexpr int BatchTime = 50;
+    static constexpr std::chrono::milliseconds BatchTime{50};
 
     /// \a client is asked for the connection of now, which may be null.
     explicit EventFeed(std::function<IVtClient*()> client, QObject* parent = nullptr);

@@ -30,7 +30,7 @@ namespace {
 // drawn anew.
 constexpr int EventRowHeight = 24;
 
-constexpr int CountingTime = 250;  // ms
+constexpr std::chrono::milliseconds CountingTime(250);
 
 }  // namespace
 

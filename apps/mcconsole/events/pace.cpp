@@ -3,7 +3,7 @@
 
 #include <utility>
 
-Pace::Pace(int interval, std::function<void()> act) : m_act(std::move(act)) {
+Pace::Pace(std::chrono::milliseconds interval, std::function<void()> act) : m_act(std::move(act)) {
     m_timer.setSingleShot(true);
     m_timer.setInterval(interval);
     connect(&m_timer, &QTimer::timeout, this, [this] {

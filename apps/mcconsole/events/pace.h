@@ -4,6 +4,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
+#include <chrono>
 #include <functional>
 
 /// Does something at once when it is asked for, but not more often than who looks at it can see: what is
@@ -12,8 +13,8 @@ class Pace : public QObject {
     Q_OBJECT
 
   public:
-    /// \a act is called no more often than once in \a interval, in ms.
-    Pace(int interval, std::function<void()> act);
+    /// \a act is called no more often than once in \a interval.
+    Pace(std::chrono::milliseconds interval, std::function<void()> act);
 
     void Ask();
 

@@ -4,9 +4,11 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
 
+#include <chrono>
+
 namespace {
 
-constexpr qint64 FollowTime = 2000;  // ms
+constexpr std::chrono::milliseconds FollowTime(2000);
 
 }  // namespace
 
@@ -32,9 +34,10 @@ void StillScrollBar::DrawIfDifferent() {
     const Look look = LookOfNow();
     if (look == m_drawn) return;
     const bool isFollowing = look.isAtEnd && m_drawn.isAtEnd && !isSliderDown();
-    const qint64 wait = isFollowing && m_sinceDrawn.isValid() ? FollowTime - m_sinceDrawn.elapsed() : 0;
-    if (wait > 0)
-        m_soon.start(static_cast<int>(wait));
+    const std::chrono::milliseconds sinceDrawn(m_sinceDrawn.isValid() ? m_sinceDrawn.elapsed()
+                                                                      : FollowTime.count());
+    if (isFollowing && sinceDrawn < FollowTime)
+        m_soon.start(FollowTime - sinceDrawn);
     else
         update();
 }

@@ -181,7 +181,8 @@ TEST_F(EventsPageTest, TheFirstOfManyIsSeenAtOnceAndTheOthersTogether) {
     for (const bool isInOneTurn : {true, false}) {
         SCOPED_TRACE(isInOneTurn);
         const int before = Rows();
-        ASSERT_TRUE(WaitUntil([&, since = Elapsed()] { return since.elapsed() > EventFeed::BatchTime; }));
+        ASSERT_TRUE(
+            WaitUntil([&, since = Elapsed()] { return since.elapsed() > EventFeed::BatchTime.count(); }));
         PaintWatcher watcher(*Table()->viewport());
         const QElapsedTimer time = Elapsed();
         constexpr int events = 100;
@@ -195,7 +196,7 @@ TEST_F(EventsPageTest, TheFirstOfManyIsSeenAtOnceAndTheOthersTogether) {
         ASSERT_TRUE(WaitUntil([&] { return Rows() == before + events; }));
         RunTurns(3);
         // The first, one for each time that is over, and the last.
-        EXPECT_LE(watcher.times, 2 * (2 + time.elapsed() / EventFeed::BatchTime));
+        EXPECT_LE(watcher.times, 2 * (2 + time.elapsed() / EventFeed::BatchTime.count()));
         EXPECT_TRUE(IsAtEnd());
         EXPECT_EQ(m_page.GetModel().LineOf(Rows() - 1).event.number, m_client.newest);
         EXPECT_TRUE(WaitUntil([&] { return State() == S("%1 of %1 events").arg(Rows()); }));
