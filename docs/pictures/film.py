@@ -68,7 +68,7 @@ class Film(Desktop):
         self.start_display(f"{WIDTH + 40}x{HEIGHT + 60}")
         (self.folder / "server.ini").write_text(CONFIGURATION)
         self.start_module()
-        self.server = self.start("server", [self.programs / "mcserver", "--headless", "--listen", "127.0.0.1:0",
+        self.server = self.start("server", [self.programs / "mcserver", "--name", "mast-north", "--headless", "--listen", "127.0.0.1:0",
                                             "--config", self.folder / "server.ini"])
         self.port = int(wait_for("the server", lambda: self.server.said(r"^listening on .*:(\d+)$")).group(1))
         self.watch()

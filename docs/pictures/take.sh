@@ -37,9 +37,9 @@ INI
 module=$!
 until port=$(port_in "$work/module") && [ -n "$port" ]; do pause "$module"; done
 export MCS_MODBUS_PORT=$port
-"$programs/mcserver" --listen 127.0.0.1:0 --config "$work/server.ini" --screenshot . >/dev/null
+"$programs/mcserver" --name mast-north --listen 127.0.0.1:0 --config "$work/server.ini" --screenshot . >/dev/null
 
-"$programs/mcserver" --headless --listen 127.0.0.1:0 --config "$work/server.ini" >"$work/out" &
+"$programs/mcserver" --name mast-north --headless --listen 127.0.0.1:0 --config "$work/server.ini" >"$work/out" &
 server=$!
 until port=$(port_in "$work/out") && [ -n "$port" ]; do pause "$server"; done
 until "$programs/mctree" --connect "127.0.0.1:$port" get /MultiChannelServer/Status/BootState | grep -q Ready; do pause "$server"; done

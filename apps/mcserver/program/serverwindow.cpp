@@ -60,7 +60,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     setObjectName(QStringLiteral("ServerWindow"));
     setWindowTitle(tr("Multi-channel server: %1").arg(name));
     setWindowIcon(style()->standardIcon(QStyle::SP_ComputerIcon));
-    resize(800, 740);
+    resize(960, 740);  // names of inputs have room, and it fits a small screen
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
     auto* const content = new QWidget(this);

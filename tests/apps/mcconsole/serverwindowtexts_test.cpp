@@ -4,6 +4,7 @@
 #include <apps/common/childprogram.h>
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
+#include <apps/mcserver/suppression/inputmodel.h>
 #include <apps/mcserver/suppression/recoverynotices.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/mcserver/suppression/suppressionrecovery.h>
@@ -124,6 +125,15 @@ class ServerWindowTexts : protected InGerman, public testing::Test {
     std::unique_ptr<ServerProgram> program;
     std::unique_ptr<ServerWindow> window;
 };
+
+TEST_F(ServerWindowTexts, LeaveRoomForTheNamesOfInputs) {
+    auto* const pages = window->findChild<QTabWidget*>(QStringLiteral("Pages"));
+    pages->setCurrentIndex(pages->count() - 1);
+    QCoreApplication::processEvents();
+    const auto* const inputs = window->findChild<QTableView*>(QStringLiteral("Inputs"));
+    const int wanted = inputs->fontMetrics().horizontalAdvance(QStringLiteral("Turm West, Reserve 2"));
+    EXPECT_GE(inputs->columnWidth(InputModel::Name), wanted);
+}
 
 // The same list as on the consoles, in the server's own window.
 TEST_F(ServerWindowTexts, OfTheListAreThoseOfTheConsoles) {
