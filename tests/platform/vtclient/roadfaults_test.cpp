@@ -364,6 +364,23 @@ TEST_P(RoadStrangers, DoNoHarmAndAreToldOfOnce) {
     EXPECT_TRUE(IsEqual(rider));
 }
 
+// Before the server's own message is there, which alone has that number.
+TEST_P(RoadStrangers, SayNothingInPlaceOfTheServer) {
+    const Rider rider = AddListener();
+    Say(2);
+    LoseNext(rider, 1);
+    Say(1);
+    const QByteArray next = m_bus.published.back().message;
+    const QByteArray said = GetParam().make(next);
+    m_bus.Publish(Road(), said);
+    Settle();
+    EXPECT_EQ(m_occurrences.CountHeard(), said == next ? 3U : 2U);
+    m_bus.Publish(Road(), next);
+    Settle();
+    EXPECT_EQ(m_occurrences.CountHeard(), 3U);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+}
+
 INSTANTIATE_TEST_SUITE_P(All, RoadStrangers, testing::ValuesIn(Strangers),
                          [](const auto& row) { return std::string(row.param.name); });
 
