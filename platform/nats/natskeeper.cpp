@@ -52,10 +52,13 @@ QString NatsKeeper::ProblemOf(const NatsAnswer& answer) {
 }
 
 void NatsKeeper::Keep(const QByteArray& subjects, const Limits& limits, const Done& done) {
-    const auto keepByOne = [bus = m_bus, stream = m_stream, subjects, limits,
+    // The bus has this until it is answered: a bus that nobody else needs any more must not hold itself.
+    const auto keepByOne = [weakBus = std::weak_ptr(m_bus), stream = m_stream, subjects, limits,
                             done](const NatsAnswer& answer) {
         const int code = ErrorOf(answer).value(QLatin1String("err_code")).toInt();
         if (code != NoCluster && code != TooFewServers) return done(ProblemOf(answer));
+        const std::shared_ptr<INatsBus> bus = weakBus.lock();
+        if (!bus) return;
         NatsKeeper(bus, stream).KeepBy(ReplicasOfOne, subjects, limits, [done](const NatsAnswer& last) {
             done(ProblemOf(last));
         });
