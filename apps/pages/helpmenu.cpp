@@ -4,6 +4,7 @@
 #include <apps/pages/pagehelp.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtWidgets/QAction>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>

@@ -15,9 +15,12 @@
 
 #include <platform/vtclient/vtserver.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
+#include <QtWidgets/QAction>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
