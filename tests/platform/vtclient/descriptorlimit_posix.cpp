@@ -15,6 +15,12 @@ void SetLimit(unsigned long limit) {
 
 }  // namespace
 
+void RaiseDescriptorLimit() {
+    rlimit both{};
+    getrlimit(RLIMIT_NOFILE, &both);
+    SetLimit(both.rlim_max);
+}
+
 DescriptorLimit::DescriptorLimit(int left) {
     rlimit both{};
     getrlimit(RLIMIT_NOFILE, &both);

@@ -4,6 +4,7 @@
 #include <platform/vtclient/channel/lingeringsocket.h>
 #include <platform/vtclient/wire/vtlimits.h>
 #include <tests/platform/vtclient/certificates.h>
+#include <tests/platform/vtclient/descriptorlimit.h>
 #include <tests/platform/vtclient/recordinglistener.h>
 #include <tests/platform/vtclient/socketends.h>
 #include <tests/platform/vtclient/socketpeer.h>
@@ -126,6 +127,7 @@ TEST_F(TlsChannel, ThatIsClosedCostsNoEncryptionOnceItsLastWordsHaveLeft) {
 class TlsDoor : public SocketEnds {
   protected:
     void SetUp() override {
+        RaiseDescriptorLimit();  // both ends of each connection are here
         ASSERT_EQ(Certificates::Instance().Error(), QString());
         m_serverOptions.certificateFile = Certificates::Instance().File("server.pem");
         m_serverOptions.privateKeyFile = Certificates::Instance().File("server.key");

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <tests/platform/vtclient/descriptorlimit.h>
+
+// There is none.
+void RaiseDescriptorLimit() {}
