@@ -137,10 +137,7 @@ void StationView::AddPage(Page* page, const char* name, const QString& title, co
 }
 
 void StationView::AddTab(QWidget* page, const char* name, const QString& title, const QString& tab) {
-    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), tab.isEmpty() ? title : tab);
-    const int index = m_tabs->count() - 1;
-    const QString key = ScrolledPage::KeyOfPage(index).toString(QKeySequence::NativeText);
-    m_tabs->setTabToolTip(index, key.isEmpty() ? title : QStringLiteral("%1 (%2)").arg(title, key));
+    ScrolledPage::AddTo(*m_tabs, page, QString::fromLatin1(name), title, tab);
     m_titles += title;
 }
 

@@ -10,10 +10,13 @@ ScrolledPage::ScrolledPage(QWidget* page) {
     setWidget(page);
 }
 
-void ScrolledPage::AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title) {
+void ScrolledPage::AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title,
+                         const QString& brief) {
     auto* const scrolled = new ScrolledPage(page);
     scrolled->setObjectName(name);
-    tabs.addTab(scrolled, title);
+    const int index = tabs.addTab(scrolled, brief.isEmpty() ? title : brief);
+    const QString key = KeyOfPage(index).toString(QKeySequence::NativeText);
+    tabs.setTabToolTip(index, key.isEmpty() ? title : QStringLiteral("%1 (%2)").arg(title, key));
 }
 
 QKeySequence ScrolledPage::KeyOfPage(int index) {

@@ -15,8 +15,10 @@ class ScrolledPage : public QScrollArea {
     /// Owns \a page.
     explicit ScrolledPage(QWidget* page);
 
-    /// Adds \a page to \a tabs. \a name becomes the object name of what is added.
-    static void AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title);
+    /// Adds \a page to \a tabs, with the key that leads there in the tool tip. \a name becomes the object
+    /// name of what is added; \a brief is the title where that is too long for a tab.
+    static void AddTo(QTabWidget& tabs, QWidget* page, const QString& name, const QString& title,
+                      const QString& brief = QString());
 
     /// What brings the page with that index to the front; empty if no key does.
     static QKeySequence KeyOfPage(int index);

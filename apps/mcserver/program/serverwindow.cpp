@@ -104,8 +104,6 @@ void ServerWindow::AddPage(Page* page, const char* name, const QString& title) {
     const int index = m_tabs->count() - 1;
     QAction* const go = m_pages->addAction(title, this, [this, index] { m_tabs->setCurrentIndex(index); });
     go->setShortcut(ScrolledPage::KeyOfPage(index));
-    m_tabs->setTabToolTip(
-        index, QStringLiteral("%1 (%2)").arg(title, go->shortcut().toString(QKeySequence::NativeText)));
     resize(size().expandedTo(sizeHint()));
 }
 

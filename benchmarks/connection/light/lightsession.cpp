@@ -11,33 +11,15 @@ namespace bench {
 
 namespace {
 
-/// The numbers of messages, as docs/protocol.md has them.
-enum EType : int {
-    Hello = 1,
-    Welcome = 2,
-    Bye = 3,
-    Subscribe = 4,
-    Snapshot = 7,
-    End = 8,
-    Batch = 9,
-    Absent = 10,
-    Ack = 11,
-    Write = 12,
-    Ping = 15,
-    Pong = 16,
-    Join = 19,
-    Road = 20,
-    Heard = 21,
-    At = 22
-};
+using vt::EMessage;
 
 constexpr int ValuesSub = 1;
 constexpr int ReportSub = 2;
 constexpr quint32 MaxMessage = 1 << 20;
 
 /// A server of ours writes the type of each message behind an array's first byte.
-int TypeOf(const char* data, qint64 size) {
-    return size < 2 ? 0 : static_cast<unsigned char>(data[1]);
+EMessage TypeOf(const char* data, qint64 size) {
+    return static_cast<EMessage>(size < 2 ? 0 : static_cast<unsigned char>(data[1]));
 }
 
 QCborArray Parse(const char* data, qint64 size) {
@@ -64,7 +46,7 @@ void LightSession::OnConnected(std::unique_ptr<vt::IChannel> channel) {
     m_channel = std::move(channel);
     m_channel->SetMaxMessage(MaxMessage);
     m_channel->SetListener(this);
-    Send({Hello, 1, QStringLiteral("light"), QStringLiteral("bench"), QString(), QString()});
+    Send(EMessage::Hello, {1, QStringLiteral("light"), QStringLiteral("bench"), QString(), QString()});
     m_channel->Flush();
 }
 
@@ -77,55 +59,57 @@ void LightSession::OnClosed(const QString& reason) {
 }
 
 void LightSession::OnMessage(const char* data, qint64 size) {
-    const int type = TypeOf(data, size);
-    if (type == Snapshot || type == End || type == Batch) {
+    const EMessage type = TypeOf(data, size);
+    if (type == EMessage::Snapshot || type == EMessage::End || type == EMessage::Batch) {
         ++m_toAcknowledge;
-    } else if (type == Welcome) {
+    } else if (type == EMessage::Welcome) {
         OnWelcome(Parse(data, size));
-    } else if (type == Ping) {
-        Send({Pong, Parse(data, size).at(1)});
-    } else if (type == Road) {
+    } else if (type == EMessage::Ping) {
+        Send(EMessage::Pong, {Parse(data, size).at(1)});
+    } else if (type == EMessage::Road) {
         m_handlers.onRoad(*this, Parse(data, size).at(2).toString());
-    } else if (type == At) {
+    } else if (type == EMessage::At) {
         m_handlers.onTaken();
-    } else if (type == Bye || type == Absent) {
+    } else if (type == EMessage::Bye || type == EMessage::Absent) {
         Role::Fail(Parse(data, size).at(2).toString());
     }
 }
 
 void LightSession::OnWelcome(const QCborArray& welcome) {
     constexpr int PingPlace = 5;
-    Send({Subscribe, ValuesSub, QStringLiteral("/Bench")});
-    Send({Join, ValuesSub});
-    if (!m_reportPath.isEmpty()) Send({Subscribe, ReportSub, m_reportPath});
+    Send(EMessage::Subscribe, {ValuesSub, QStringLiteral("/Bench")});
+    Send(EMessage::Join, {ValuesSub});
+    if (!m_reportPath.isEmpty()) Send(EMessage::Subscribe, {ReportSub, m_reportPath});
     m_ping.start(static_cast<int>(welcome.at(PingPlace).toInteger()));
     SendPing();
     m_handlers.onWelcome();
 }
 
 void LightSession::OnInputDone() {
-    if (std::exchange(m_acknowledged, m_toAcknowledge) != m_toAcknowledge) Send({Ack, m_toAcknowledge});
+    if (std::exchange(m_acknowledged, m_toAcknowledge) != m_toAcknowledge)
+        Send(EMessage::Ack, {m_toAcknowledge});
     m_channel->Flush();
 }
 
 void LightSession::TellHeard(const QString& road) {
-    Send({Heard, ValuesSub, road});
+    Send(EMessage::Heard, {ValuesSub, road});
     m_channel->Flush();
 }
 
 // The value that it writes to is the subscribed item itself.
 void LightSession::Report(int number) {
-    Send({Write, ++m_requests, ReportSub, 0, number});
+    Send(EMessage::Write, {++m_requests, ReportSub, 0, number});
     m_channel->Flush();
 }
 
 void LightSession::SendPing() {
-    Send({Ping, ++m_pings});
+    Send(EMessage::Ping, {++m_pings});
     m_channel->Flush();
 }
 
-void LightSession::Send(const QCborArray& message) {
-    m_channel->Send(QCborValue(message).toCbor());
+void LightSession::Send(EMessage type, QCborArray content) {
+    content.prepend(static_cast<int>(type));
+    m_channel->Send(QCborValue(content).toCbor());
 }
 
 }  // namespace bench

@@ -4,6 +4,7 @@
 #include <platform/nats/session/natsconnector.h>
 #include <platform/vtclient/ichannel.h>
 #include <platform/vtclient/iconnector.h>
+#include <platform/vtclient/wire/messagetypes.h>
 
 #include <QtCore/QCborArray>
 #include <QtCore/QString>
@@ -41,7 +42,7 @@ class LightSession final : private vt::IConnector::IListener, private vt::IChann
     void OnInputDone() override;
     void OnClosed(const QString& reason) override;
     void OnWelcome(const QCborArray& welcome);
-    void Send(const QCborArray& message);
+    void Send(vt::EMessage type, QCborArray content);
     void SendPing();
 
     nats::NatsConnector m_connector;
