@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/common/display.h>
+#include <apps/common/qtclock.h>
 #include <apps/common/shutdownsignals.h>
 #include <apps/common/terminal.h>
 #include <apps/mcconsole/consoleoptions.h>
 #include <apps/mcconsole/consolewindow.h>
 #include <apps/mcconsole/screenshots.h>
 #include <apps/pages/guimodule.h>
+#include <apps/pages/restingcursor.h>
 
 #include <devicecontrol/multichannelserver/common/windowplacement.h>
 
@@ -45,6 +47,8 @@ int Run(const ConsoleOptions& options) {
     const GuiModule module(options.locale);
     const values::Tree tree;
     const ShutdownSignals shutdown;
+    QtClock clock;
+    const RestingCursor cursor(clock);
     nats::RegisterScheme();
     ConsoleWindow window(options.client);
     window.SetMpxOrvName(options.mpxOrvName);

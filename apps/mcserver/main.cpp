@@ -17,6 +17,7 @@
 #include <apps/pages/guimodule.h>
 #include <apps/pages/keptview.h>
 #include <apps/pages/pictures.h>
+#include <apps/pages/restingcursor.h>
 
 #include <devicecontrol/multichannelserver/common/gts/headlesssuppression.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
@@ -100,6 +101,7 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     McsServer& server = program.GetServer();
     Recover(recovery, server.GetLog());
+    const RestingCursor cursor(program.GetClock());
     ServerWindow window(options.name, program.GetListener());
     auto* const page =
         new SuppressionPage(recovery, server.GetJobs(), server.GetLog(), program.GetClock(), &window);

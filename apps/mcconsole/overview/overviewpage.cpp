@@ -67,6 +67,11 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
 
     connect(&situation, &Situation::Changed, &m_own, &WhenSeen::Refresh);
     connect(&situation, &Situation::Looked, this, &OverviewPage::ShowMarksSoon);
+    // At once, since that second's look has just been had: a quiet console wakes once for both.
+    connect(&situation, &Situation::Ticked, this, [this] {
+        m_marksTimer.Stop();
+        m_marks.Refresh();
+    });
     connect(&tuning, &Tuning::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(m_users, &FrequencyUsers::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(&m_retry, &SilentRetry::Changed, this, &OverviewPage::ShowRetry);

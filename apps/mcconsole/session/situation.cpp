@@ -12,6 +12,11 @@ namespace {
 constexpr std::chrono::milliseconds TickInterval(1000);  // ages are told in seconds
 constexpr int MaxPartLength = 40;                        // of a title
 
+/// All stations tick at the same moments, so that a quiet console wakes once for all of them.
+std::chrono::milliseconds UntilTick(std::chrono::milliseconds now) {
+    return TickInterval - now % TickInterval;
+}
+
 bool IsWanted(const Connection& connection) {
     return connection.state != ConsoleSession::EState::Idle;
 }
@@ -42,7 +47,7 @@ void Situation::Refresh() {
     if (!IsWanted(m_connection))
         m_timer.Stop();
     else if (!m_timer.IsRunning())
-        m_timer.Start(TickInterval, [this] { Tick(); });
+        m_timer.Start(UntilTick(m_clock.Now()), [this] { Tick(); });
 }
 
 /// Nobody tells of the round trip, and ages change by themselves.
