@@ -352,8 +352,7 @@ void ConsoleWindow::ShowConnection() {
     m_disconnect->setEnabled(session.GetState() != ConsoleSession::EState::Idle);
     const QString name = valuetext::Shortened(session.GetMpxOrvName(), MaxNameLength);
     if (m_client->text() != name) m_client->setText(name);
-    const QString latency = connectiontexts::Latency(session);
-    m_latency->ShowText(latency);
+    m_latency->ShowText(connectiontexts::Latency(session, GetSituation().GetConnection().shownLatency));
 }
 
 /// Of the station in front, and of another where somebody has to act.

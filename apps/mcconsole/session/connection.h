@@ -19,10 +19,12 @@ struct Connection {
     QString mpxOrvName;
     QString mpxOrvPath;  ///< empty while there is none
 
+    std::optional<std::chrono::microseconds> shownLatency;  ///< for people; looked at once a second
+
     static Connection Of(const ConsoleSession& session) {
         return {session.GetState(),      session.GetServer(),       session.GetServerApplication(),
                 session.IsEncrypted(),   session.GetProblem(),      session.GetLatency(),
                 session.UsesMpxOrv(),    session.IsMpxOrvMissing(), session.GetMpxOrvProblem(),
-                session.GetMpxOrvName(), session.GetMpxOrvPath()};
+                session.GetMpxOrvName(), session.GetMpxOrvPath(),   std::nullopt};
     }
 };

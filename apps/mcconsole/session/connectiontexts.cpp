@@ -71,9 +71,9 @@ QString connectiontexts::Banner(const ConsoleSession& session) {
     return text;
 }
 
-QString connectiontexts::Latency(const ConsoleSession& session) {
+QString connectiontexts::Latency(const ConsoleSession& session,
+                                 std::optional<std::chrono::microseconds> latency) {
     using Milliseconds = std::chrono::duration<double, std::milli>;
-    const std::optional<std::chrono::microseconds> latency = session.GetLatency();
     const bool isConnected = session.GetState() == ConsoleSession::EState::Connected;
     const bool isKnown = isConnected && latency;
     QString text = isKnown

@@ -4,6 +4,7 @@
 #include <QtCore/QString>
 
 #include <chrono>
+#include <optional>
 
 class ConsoleSession;
 
@@ -20,8 +21,8 @@ QString Line(const ConsoleSession& session);
 /// What stands above the pages while something is wrong: why, since when, and when the next try is. Empty if
 /// nothing is.
 QString Banner(const ConsoleSession& session);
-/// The round trip, or for how long there was no answer; empty while nobody knows.
-QString Latency(const ConsoleSession& session);
+/// The round trip \a latency, or for how long there was no answer; empty while nobody knows.
+QString Latency(const ConsoleSession& session, std::optional<std::chrono::microseconds> latency);
 /// What the console's MpxORV is called, or why there is none.
 QString MpxOrv(const ConsoleSession& session);
 

@@ -45,7 +45,7 @@ SituationItem ConnectedServer(const QString& name, const Connection& connection)
     const bool isSlow = connection.latency && *connection.latency >= judgement::SlowLatency;
     SituationItem item = MakeItem(isSlow ? ESeverity::Look : ESeverity::Ok, name, StatusPageName);
     item.brief = name;
-    if (connection.latency) item.word += QStringLiteral(", ") + LatencyText(*connection.latency);
+    if (connection.shownLatency) item.word += QStringLiteral(", ") + LatencyText(*connection.shownLatency);
     const char* const text =
         connection.isEncrypted
             ? QT_TRANSLATE_NOOP("Judgement", "Connected to %1, encrypted. What is shown is live.")

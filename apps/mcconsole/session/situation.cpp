@@ -37,6 +37,7 @@ Situation::Situation(IClock& clock, const QString& basePath, Look look, QObject*
 
 void Situation::Refresh() {
     m_connection = m_look();
+    m_connection.shownLatency = m_latency.Show(m_connection.latency, m_clock.Now());
     const bool isLost = m_connection.state == ConsoleSession::EState::Lost;
     if (!isLost)
         m_lostAt.reset();

@@ -5,6 +5,7 @@
 #include <apps/mcconsole/session/connection.h>
 #include <apps/mcconsole/session/serverfacts.h>
 #include <apps/mcconsole/session/situationitem.h>
+#include <apps/mcconsole/session/steadylatency.h>
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -66,6 +67,7 @@ class Situation : public QObject {
     Look m_look;
     Connection m_connection;
     std::optional<std::chrono::milliseconds> m_lostAt;  ///< none while connected, or before
+    SteadyLatency m_latency;
     ServerFacts m_facts;
     QString m_mpxOrvPath;  ///< also while the connection is lost
     std::array<SituationItem, std::size(All)> m_items;
