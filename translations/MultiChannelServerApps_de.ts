@@ -1268,6 +1268,10 @@
         <translation>%1 von %2 Ereignissen</translation>
     </message>
     <message>
+        <source>%1 of 1 event</source>
+        <translation>%1 von 1 Ereignis</translation>
+    </message>
+    <message>
         <source>Export events</source>
         <translation>Ereignisse exportieren</translation>
     </message>
@@ -1502,6 +1506,10 @@
     <message>
         <source>it has %1 cells and not %2</source>
         <translation>sie hat %1 Zellen statt %2</translation>
+    </message>
+    <message>
+        <source>it has one cell and not %1</source>
+        <translation>sie hat eine Zelle statt %1</translation>
     </message>
     <message>
         <source>there is no input %1 of a module %2</source>
@@ -1834,6 +1842,14 @@
     <message>
         <source>%1 of %2 modules answer</source>
         <translation>%1 von %2 Modulen antworten</translation>
+    </message>
+    <message>
+        <source>The input module answers</source>
+        <translation>Das Eingangsmodul antwortet</translation>
+    </message>
+    <message>
+        <source>The input module does not answer</source>
+        <translation>Das Eingangsmodul antwortet nicht</translation>
     </message>
     <message>
         <source>The server has no input modules.</source>
@@ -3959,6 +3975,14 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>%1 of %2 modules answer.</source>
         <translation>%1 von %2 Modulen antworten.</translation>
+    </message>
+    <message>
+        <source>The input module answers.</source>
+        <translation>Das Eingangsmodul antwortet.</translation>
+    </message>
+    <message>
+        <source>The input module does not answer.</source>
+        <translation>Das Eingangsmodul antwortet nicht.</translation>
     </message>
     <message>
         <source>Not supervised: %1.</source>

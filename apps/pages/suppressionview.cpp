@@ -214,7 +214,9 @@ void SuppressionView::ShowSummary() {
         severity = ESeverity::Unknown;
         parts << tr("There are no input modules.");
     } else {
-        parts << tr("%1 of %2 modules answer.").arg(state.CountAnswering()).arg(count);
+        parts << (count > 1 ? tr("%1 of %2 modules answer.").arg(state.CountAnswering()).arg(count)
+                  : state.CountAnswering() == 1 ? tr("The input module answers.")
+                                                : tr("The input module does not answer."));
         if (state.CountAnswering() < count) severity = ESeverity::Look;
         if (!state.unsupervised.empty()) {
             severity = ESeverity::Act;

@@ -20,6 +20,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
 
 #include <utility>
@@ -31,6 +32,19 @@ namespace {
 constexpr int EventRowHeight = 24;
 
 constexpr std::chrono::milliseconds CountingTime(250);
+
+/// Among dark colours a button that is held down looks like any other.
+QIcon TickIfOn(const QStyle& style) {
+    const int size = style.pixelMetric(QStyle::PM_ButtonIconSize);
+    const QPixmap tick = style.standardIcon(QStyle::SP_DialogApplyButton).pixmap(size, size);
+    QPixmap nothing(tick.size());
+    nothing.setDevicePixelRatio(tick.devicePixelRatio());
+    nothing.fill(Qt::transparent);
+    QIcon icon;
+    icon.addPixmap(tick, QIcon::Normal, QIcon::On);
+    icon.addPixmap(nothing, QIcon::Normal, QIcon::Off);
+    return icon;
+}
 
 }  // namespace
 
@@ -123,6 +137,7 @@ QWidget* EventsPage::BuildBar() {
     m_follow = new QPushButton(bar);
     m_follow->setObjectName(QStringLiteral("EventsFollow"));
     m_follow->setCheckable(true);
+    m_follow->setIcon(TickIfOn(*style()));
     m_export = new QPushButton(tr("&Export..."), bar);
     m_export->setObjectName(QStringLiteral("EventsExport"));
     auto* const layout = new QHBoxLayout(bar);
@@ -249,7 +264,8 @@ void EventsPage::ShowState() {
     if (all == 0 && !m_feed.IsOffered())
         m_state->ShowText(tr("No server tells its events here. The page Log may have more."));
     else
-        m_state->ShowText(tr("%1 of %2 events").arg(m_model.rowCount()).arg(all));
+        m_state->ShowText(all == 1 ? tr("%1 of 1 event").arg(m_model.rowCount())
+                                   : tr("%1 of %2 events").arg(m_model.rowCount()).arg(all));
 }
 
 void EventsPage::Export() {

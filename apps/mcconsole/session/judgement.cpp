@@ -61,6 +61,18 @@ void TellOfAnswer(const ServerFacts& facts, SituationItem* item) {
     item->detail += QLatin1Char('\n') + ShortReason(answer->Translated());
 }
 
+QString AnsweringText(double answering, double modules) {
+    if (modules == 0)
+        return JudgementText(QT_TRANSLATE_NOOP("Judgement", "The server has no input modules."));
+    if (modules == 1)
+        return answering == 1
+                   ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module answers"))
+                   : JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module does not answer"));
+    return JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 modules answer"))
+        .arg(answering)
+        .arg(modules);
+}
+
 }  // namespace
 
 // As its administrator named it, else as the device that it owns.
@@ -169,11 +181,7 @@ SituationItem judgement::Suppression(const ServerFacts& facts) {
             ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 answer")).arg(*answering).arg(*modules)
             : QStringLiteral("%1/%2").arg(*answering).arg(*modules);
     words += *modules > 0 ? answers : JudgementText(QT_TRANSLATE_NOOP("Judgement", "no modules"));
-    details += *modules > 0
-                   ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 modules answer"))
-                         .arg(*answering)
-                         .arg(*modules)
-                   : JudgementText(QT_TRANSLATE_NOOP("Judgement", "The server has no input modules."));
+    details += AnsweringText(*answering, *modules);
     const bool isQuiet = unsupervised.empty() && keyed.empty() && *modules > 0;
     item.brief =
         isQuiet ? QStringLiteral("%1/%2").arg(*answering).arg(*modules) : words.first();  // the gravest

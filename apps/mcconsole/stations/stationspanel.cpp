@@ -125,7 +125,9 @@ void StationsPanel::BuildTable() {
     m_table->sortByColumn(StationModel::Station, Qt::AscendingOrder);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setHighlightSections(false);  // bold titles would be cut
-    m_table->horizontalHeader()->setStretchLastSection(true);
+    // What a device does takes the most words.
+    m_table->horizontalHeader()->setStretchLastSection(false);
+    m_table->horizontalHeader()->setSectionResizeMode(StationModel::Device, QHeaderView::Stretch);
     const int character = m_table->fontMetrics().averageCharWidth();
     int width = BesideStations;
     for (int column = 0; column < StationModel::ColumnCount; ++column) {

@@ -45,9 +45,12 @@ inputcsv::Content inputcsv::Read(const QStringList& lines) {
             content.lines.push_back({i + 1, cells[0].trimmed(), cells[1].trimmed(), cells[2], cells[3]});
         else
             content.problem =
-                InLine(i + 1, QCoreApplication::translate("InputModel", "it has %1 cells and not %2")
-                                  .arg(cells.size())
-                                  .arg(CsvColumns().size()));
+                InLine(i + 1, cells.size() == 1
+                                  ? QCoreApplication::translate("InputModel", "it has one cell and not %1")
+                                        .arg(CsvColumns().size())
+                                  : QCoreApplication::translate("InputModel", "it has %1 cells and not %2")
+                                        .arg(cells.size())
+                                        .arg(CsvColumns().size()));
     }
     return content;
 }

@@ -376,6 +376,7 @@ INSTANTIATE_TEST_SUITE_P(
             "Line 3: \"x\" is no frequency"},
         Csv{"MissingCell", "module,input,name,frequency_mhz\nADAM-6051-1,4,a\n",
             "Line 2: it has 3 cells and not 4"},
+        Csv{"OneCell", "module,input,name,frequency_mhz\nADAM-6051-1\n", "Line 2: it has one cell and not 4"},
         Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"}),
     [](const auto& row) { return std::string(row.param.name); });
 
