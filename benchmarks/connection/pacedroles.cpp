@@ -11,7 +11,6 @@ namespace bench {
 
 namespace {
 
-constexpr int Interval = 1;  // ms
 constexpr int ChangesPerTurn = 100;
 constexpr int TurnsPerLook = 100;  // at the heap
 constexpr int WarmUpTurns = 200;   // while the queues of all clients grow to what they need
@@ -35,6 +34,7 @@ Settings WithEndValue(Settings settings) {
 PacedServer::PacedServer(const Settings& settings)
     : RoadRole(WithEndValue(settings)),
       m_end(MakeServerEnd()),
+      m_interval(settings.Int(QStringLiteral("interval"))),
       m_turns(settings.Int(QStringLiteral("turns")) + WarmUpTurns) {
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &PacedServer::SetSome);
@@ -48,7 +48,7 @@ void PacedServer::Start() {
 }
 
 void PacedServer::TakeReport() {
-    if (++m_present == GetSetup().clients) m_timer.start(Interval);
+    if (++m_present == GetSetup().clients) m_timer.start(m_interval);
 }
 
 void PacedServer::SetSome() {

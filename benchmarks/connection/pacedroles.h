@@ -20,6 +20,7 @@ class PacedServer final : public RoadRole {
 
     std::unique_ptr<ServerEnd> m_end;
     QTimer m_timer;
+    const int m_interval;  ///< ms
     int m_present = 0;
     int m_turns;
     int m_turn = 0;

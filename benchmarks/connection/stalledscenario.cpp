@@ -12,6 +12,7 @@ void PlayOnce(const Stage& stage, bool hasStalled) {
     settings.Set(QStringLiteral("road"), QStringLiteral("ours"))
         .Set(QStringLiteral("values"), 1000)
         .Set(QStringLiteral("clients"), 4)
+        .Set(QStringLiteral("interval"), 1)
         .Set(QStringLiteral("turns"), stage.isQuick ? 1000 : 3000);
     std::vector<Part> clients = {
         {QStringLiteral("paced-client"), Settings(settings).Set(QStringLiteral("core"), 1)}};
