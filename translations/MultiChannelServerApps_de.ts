@@ -2301,12 +2301,8 @@
 <context>
     <name>OverviewPage</name>
     <message>
-        <source>Rest&amp;ore</source>
-        <translation>Wieder&amp;herstellen</translation>
-    </message>
-    <message>
-        <source>Dis&amp;miss</source>
-        <translation>&amp;Verwerfen</translation>
+        <source>%1: Nobody waits any more until %2 is silent, since the server has ceased to say so.</source>
+        <translation>%1: Niemand wartet mehr, bis %2 still ist, denn der Server teilt es nicht mehr mit.</translation>
     </message>
     <message>
         <source>Asks for the wanted frequency once more, one time, as soon as no transmitter on it is keyed.</source>
@@ -2343,18 +2339,6 @@
     <message>
         <source>&amp;Retry when silent</source>
         <translation>&amp;Wiederholen, wenn still</translation>
-    </message>
-    <message>
-        <source>Was job master and at %1</source>
-        <translation>War Auftragsmaster und auf %1</translation>
-    </message>
-    <message>
-        <source>Was at %1</source>
-        <translation>War auf %1</translation>
-    </message>
-    <message>
-        <source>Was job master</source>
-        <translation>War Auftragsmaster</translation>
     </message>
 </context>
 <context>
@@ -3515,6 +3499,29 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>What is entered for the ground transmitters would be lost with a killed server, until the server ends in an orderly way: %1</source>
         <translation>Was für die Bodensender eingegeben wird, ginge verloren, wenn der Server abgebrochen wird, bevor er ordentlich endet: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RestoreOffer</name>
+    <message>
+        <source>Rest&amp;ore</source>
+        <translation>Wieder&amp;herstellen</translation>
+    </message>
+    <message>
+        <source>Dis&amp;miss</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>Was job master until %1</source>
+        <translation>War bis %1 Auftragsmaster</translation>
+    </message>
+    <message>
+        <source>Was job master and at %1 until %2</source>
+        <translation>War bis %2 Auftragsmaster und auf %1</translation>
+    </message>
+    <message>
+        <source>Was at %1 until %2</source>
+        <translation>War bis %2 auf %1</translation>
     </message>
 </context>
 <context>

@@ -47,6 +47,7 @@ FrequencyText::FrequencyText(const QString& text, EPlainNumber plain) {
     const bool isPlain = number == typed;
     if (IsFrequency() && isPlain && plain == EPlainNumber::MegahertzOrHertz && m_hz <= MostPlainMegahertz)
         ReadNumber(hertz.WithoutUnit(typed + QStringLiteral("MHz")));
+    if (plain == EPlainNumber::MegahertzOrHertz) m_hz = std::round(m_hz);
 }
 
 void FrequencyText::ReadNumber(const QString& number) {

@@ -11,7 +11,7 @@ class FrequencyText {
     /// What a number without a unit counts.
     enum class EPlainNumber {
         Hertz,
-        MegahertzOrHertz  ///< MHz up to MostPlainMegahertz, hertz above it
+        MegahertzOrHertz  ///< as operators type it: MHz up to MostPlainMegahertz, hertz above it; whole hertz
     };
     enum class EProblem {
         None,

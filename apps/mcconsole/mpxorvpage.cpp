@@ -17,6 +17,8 @@
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTextEdit>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
@@ -143,11 +145,22 @@ QWidget* MpxOrvPage::BuildAnswers() {
     auto* const layout = new QVBoxLayout(group);
     m_answers = new MCSLogDisplay(group, "Answers", Qt::WindowFlags());
     m_answers->SetLogMessage_ValuePath(m_shownAnswers.GetPath());
+    FollowAnswers();
     // It takes what the rest of the page leaves: what it would like to have would not fit into the window.
     group->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     group->setMinimumHeight(LinesOfAnswers * fontMetrics().lineSpacing());
     layout->addWidget(m_answers);
     return group;
+}
+
+/// The display follows its end only while that is seen; the newest answer is what an operator has to see
+/// here, also when it came behind another page.
+void MpxOrvPage::FollowAnswers() {
+    auto* const text = m_answers->findChild<QTextEdit*>();
+    text->setLineWrapMode(QTextEdit::WidgetWidth);
+    text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QScrollBar* const bar = text->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, bar, [bar](int /*least*/, int most) { bar->setValue(most); });
 }
 
 void MpxOrvPage::Bind(const QString& path) {

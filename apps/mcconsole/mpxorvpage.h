@@ -48,6 +48,7 @@ class MpxOrvPage : public QWidget {
     QWidget* BuildRequests();
     QWidget* BuildPolicies();
     QWidget* BuildAnswers();
+    void FollowAnswers();
     void LayOut(bool isNarrow);
 
     QLabel* m_state;

@@ -6,6 +6,8 @@
 #include <platform/values/tree.h>
 #include <platform/values/visit.h>
 
+#include <QtCore/QTime>
+
 namespace {
 
 bool IsAnswerText(const values::ValueBase& value) {
@@ -56,7 +58,12 @@ void ShownAnswers::OnBindingChanged(PathBinding& binding, TChangeCode code) {
     const bool isTold = code == changecode::ContentChanged || code == PathBinding::Rebound;
     if (&binding != &m_answer || !isTold || !m_shown) return;
     const QString answer = ContentOfAnswer(m_answer);
-    if (!answer.isEmpty()) m_shown->SetValue(CodedText::TranslatedBeside(answer, ContentOfAnswer(m_code)));
+    if (answer.isEmpty()) return;
+    const QString time = QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
+    const QString text = CodedText::TranslatedBeside(answer, ContentOfAnswer(m_code));
+    // As text, whatever others chose for names: the display takes what looks like markup for markup.
+    m_shown->SetValue(QStringLiteral("<span>%1 %2</span>")
+                          .arg(time, text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"))));
 }
 
 void ShownAnswers::Update(Observable* source, TChangeCode code) {

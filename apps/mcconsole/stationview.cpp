@@ -8,6 +8,7 @@
 #include <apps/mcconsole/mpxorvpage.h>
 #include <apps/mcconsole/overview/lastevents.h>
 #include <apps/mcconsole/overview/overviewpage.h>
+#include <apps/mcconsole/overview/restoreoffer.h>
 #include <apps/mcconsole/pagetabs.h>
 #include <apps/mcconsole/session/connectiontexts.h>
 #include <apps/mcconsole/session/judgement.h>
@@ -67,8 +68,11 @@ StationView::StationView(const QString& basePath, IClock& clock, FrequencyBook& 
     m_tabs = new PageTabs(m_content);
     rows->addWidget(m_tabs, 1);
     BuildPages(clock, book);
+    AddRestoreBar(*rows);
     pagehelp::Describe(*m_tabs, ConsolePageHelp());
     connect(&m_tuning, &Tuning::Granted, &book, &FrequencyBook::Remember);
+    connect(m_overview, &OverviewPage::Noticed, this,
+            [this](const QString& text) { m_notice->Tell(NoticeBar::ESeverity::Warning, text); });
     connect(&m_session, &ConsoleSession::Changed, &m_situation, &Situation::Refresh);
     connect(&m_session, &ConsoleSession::Changed, this, &StationView::ShowState);
     connect(&m_situation, &Situation::Changed, this, [this] {
@@ -98,6 +102,19 @@ void StationView::BuildBars(QVBoxLayout& layout) {
          {static_cast<QWidget*>(strip), static_cast<QWidget*>(m_alarm), static_cast<QWidget*>(m_banner),
           static_cast<QWidget*>(m_undo), static_cast<QWidget*>(m_notice)})
         layout.addWidget(bar);
+}
+
+/// What was held before a loss is offered on every page; the overview has it at its head.
+void StationView::AddRestoreBar(QVBoxLayout& layout) {
+    auto* const bar = new RestoreOffer(m_overview->GetHeldBefore(), m_content);
+    bar->setObjectName(QStringLiteral("RestoreBar"));
+    layout.insertWidget(layout.indexOf(m_tabs), bar);
+    const auto show = [this, bar] {
+        const QWidget* const page = m_tabs->currentWidget();
+        bar->ShowHere(page == nullptr || page->objectName() != QLatin1String("Overview"));
+    };
+    connect(m_tabs, &QTabWidget::currentChanged, bar, show);
+    show();
 }
 
 void StationView::BuildPages(IClock& clock, FrequencyBook& book) {
@@ -214,6 +231,8 @@ void StationView::ShowState() {
     const bool wasKept = m_isKept;
     m_isKept = KeepsContent(segments);
     if (m_isKept != wasKept) ShowKept(m_isKept);
+    // What is asked is about a server as it was.
+    if (m_isKept && !wasKept) question::Withdraw(*this);
     if (!m_isKept && (segments != m_boundSegments || wasKept)) BindPages(segments);
     ShowMpxOrv();
     ShowConnection();
@@ -281,7 +300,8 @@ void StationView::ShowMpxOrv() {
 
 void StationView::ShowBanner() {
     const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
-    m_banner->Tell(connectiontexts::Banner(m_session), !isConnected && m_session.GetTimeToRetry());
+    m_banner->Tell(connectiontexts::Banner(m_session, m_situation.GetAge()),
+                   !isConnected && m_session.GetTimeToRetry());
 }
 
 void StationView::GoTo(const QString& page) {

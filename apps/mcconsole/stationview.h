@@ -79,6 +79,7 @@ class StationView : public QWidget {
     /// What is lost with the console's MpxORV, in lines; empty: nothing that others need.
     QString LossOfMastership() const;
     void BuildBars(QVBoxLayout& layout);
+    void AddRestoreBar(QVBoxLayout& layout);
     void BuildPages(IClock& clock, FrequencyBook& book);
     void BuildEvents();
     /// \a tab is the title in short, if that is too long for a tab.

@@ -51,7 +51,7 @@ void AskingCheckBox::nextCheckState() {
     if (!asked.text.isEmpty()) {
         const QPointer<AskingCheckBox> self(this);
         const QString path = GetBinding().GetPath();
-        const bool isConfirmed = question::IsConfirmed(window(), asked.title, asked.text, asked.action);
+        const bool isConfirmed = question::IsConfirmed(this, asked.title, asked.text, asked.action);
         if (self == nullptr || !isConfirmed) return;
         // Meanwhile somebody may have switched it, or it may show another one's.
         if (isChecked() == isOn || GetBinding().GetPath() != path) return;

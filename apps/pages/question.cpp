@@ -48,3 +48,8 @@ bool question::IsConfirmed(QWidget* parent, const QString& title, const QString&
     delete box.data();
     return isConfirmed;
 }
+
+void question::Withdraw(const QWidget& widget) {
+    for (auto* const box : widget.findChildren<QMessageBox*>(QStringLiteral("Question")))
+        box->reject();
+}

@@ -17,4 +17,7 @@ void SetPlace(QWidget& widget, const QString& place);
 /// is. False is what Enter, Escape and closing the dialog mean. Whoever asks may be gone when this returns.
 bool IsConfirmed(QWidget* parent, const QString& title, const QString& text, const QString& action);
 
+/// Takes back what is asked above \a widget, and above what is in it: that is not confirmed.
+void Withdraw(const QWidget& widget);
+
 }  // namespace question

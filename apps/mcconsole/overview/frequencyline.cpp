@@ -99,8 +99,29 @@ QString FrequencyLine::Summary() const {
     return lines.join(QLatin1Char('\n'));
 }
 
+/// By the frame: it takes keys, and says so.
+void FrequencyLine::ShowFocus() {
+    auto* const frame = static_cast<QwtPlotCanvas*>(canvas());
+    QPalette colours = frame->palette();
+    colours.setColor(QPalette::WindowText, palette().color(QPalette::Highlight));
+    frame->setPalette(colours);
+    frame->setFrameShape(hasFocus() ? QFrame::Box : QFrame::Panel);
+    frame->setFrameShadow(hasFocus() ? QFrame::Plain : QFrame::Sunken);
+}
+
+void FrequencyLine::focusInEvent(QFocusEvent* event) {
+    QwtPlot::focusInEvent(event);
+    ShowFocus();
+}
+
+void FrequencyLine::focusOutEvent(QFocusEvent* event) {
+    QwtPlot::focusOutEvent(event);
+    ShowFocus();
+}
+
 void FrequencyLine::ShowColours() {
     setCanvasBackground(palette().color(QPalette::Base));
+    ShowFocus();
     m_bands.ShowColours(palette(), font());
     for (const std::unique_ptr<DrawnMark>& drawn : m_drawn)
         drawn->ShowColours(palette(), font());

@@ -47,6 +47,8 @@ class FrequencyLine : public QwtPlot {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -54,6 +56,7 @@ class FrequencyLine : public QwtPlot {
     void ShowOther();
     void PlaceLabels();
     void ShowColours();
+    void ShowFocus();
     void Fit();
     void SetRange(double lowest, double highest);
     void Move(double share);

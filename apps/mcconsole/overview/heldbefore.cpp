@@ -53,7 +53,10 @@ void HeldBefore::LookAtLoss() {
     if (m_isConnectionLost) return;
     m_isConnectionLost = true;
     // A second loss before anything is back does not make the first one forgotten.
-    if (m_now.IsAnything()) m_before = m_now;
+    if (m_now.IsAnything()) {
+        m_before = m_now;
+        m_lostAt = m_clock.TimeOfDay();
+    }
     m_now = m_gone = Held();
 }
 
@@ -69,6 +72,7 @@ void HeldBefore::Follow(const Held& now) {
     m_now = now;
     const bool isDeviceGone = m_situation.GetFacts().Flag(EFact::IsOnline) == false;
     if (isDeviceGone && m_gone.IsAnything()) {
+        if (hasGone) m_lostAt = m_clock.TimeOfDay();
         if (m_gone.hz) m_before.hz = m_gone.hz;
         m_before.isMaster = m_before.isMaster || m_gone.isMaster;
     }

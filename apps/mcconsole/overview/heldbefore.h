@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <QtCore/QTime>
 
 #include <chrono>
 #include <optional>
@@ -31,6 +32,8 @@ class HeldBefore : public QObject {
 
     /// What can be asked for again now; nothing while that makes no sense.
     Held GetOffer() const { return m_offer; }
+    /// Until when there was that, by the clock on the wall.
+    QTime GetLostAt() const { return m_lostAt; }
     /// Asks for it.
     void Restore();
     /// Forgets it.
@@ -56,5 +59,6 @@ class HeldBefore : public QObject {
     std::chrono::milliseconds m_goneAt{};
     bool m_isConnectionLost = false;
     Held m_before;  ///< the loss
+    QTime m_lostAt;
     Held m_offer;
 };

@@ -6,6 +6,7 @@
 #include <apps/mcconsole/overview/frequencyusers.h>
 #include <apps/mcconsole/overview/lastevents.h>
 #include <apps/mcconsole/overview/marks.h>
+#include <apps/mcconsole/overview/restoreoffer.h>
 #include <apps/mcconsole/overview/trendplot.h>
 #include <apps/mcconsole/session/judgement.h>
 #include <apps/mcconsole/session/situation.h>
@@ -48,7 +49,7 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
       m_clock(clock),
       m_tuning(tuning),
       m_situation(situation),
-      m_retry(tuning, situation),
+      m_retry(clock, tuning, situation),
       m_held(clock, tuning, situation),
       m_users(new FrequencyUsers(this)),
       m_tuneBar(new TuneBar(tuning, book, this)),
@@ -75,14 +76,17 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
     connect(&tuning, &Tuning::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(m_users, &FrequencyUsers::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(&m_retry, &SilentRetry::Changed, this, &OverviewPage::ShowRetry);
-    connect(&m_held, &HeldBefore::Changed, this, &OverviewPage::ShowOffer);
+    connect(&m_retry, &SilentRetry::GivenUp, this, [this](double hz) {
+        Q_EMIT Noticed(
+            tr("%1: Nobody waits any more until %2 is silent, since the server has ceased to say so.")
+                .arg(m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss")), judgement::Frequency(hz)));
+    });
     connect(m_line, &FrequencyLine::Chosen, this, [this](double hz) {
         m_tuning.Enter(Tuning::Shown(hz));
         m_tuneBar->TakeFocus();
     });
     ShowOwn();
     ShowRetry();
-    ShowOffer();
     m_marks.Refresh();
 }
 
@@ -102,27 +106,10 @@ QWidget* OverviewPage::BuildHead() {
     layout->addWidget(m_icon);
     layout->addWidget(m_frequency);
     layout->addStretch(1);
-    layout->addWidget(BuildRestore());
+    auto* const offer = new RestoreOffer(m_held, box);
+    offer->setObjectName(QStringLiteral("RestoreOffer"));
+    layout->addWidget(offer);
     return box;
-}
-
-QWidget* OverviewPage::BuildRestore() {
-    m_restore = new QFrame(this);
-    m_restore->setObjectName(QStringLiteral("RestoreOffer"));
-    m_restore->setFrameShape(QFrame::StyledPanel);
-    m_restoreText = new QLabel(m_restore);
-    m_restoreText->setObjectName(QStringLiteral("RestoreText"));
-    auto* const restore = new QPushButton(tr("Rest&ore"), m_restore);
-    restore->setObjectName(QStringLiteral("Restore"));
-    auto* const dismiss = new QPushButton(tr("Dis&miss"), m_restore);
-    dismiss->setObjectName(QStringLiteral("DismissRestore"));
-    QHBoxLayout* const layout = RowIn(m_restore);
-    for (QWidget* const widget : {static_cast<QWidget*>(m_restoreText), static_cast<QWidget*>(restore),
-                                  static_cast<QWidget*>(dismiss)})
-        layout->addWidget(widget);
-    connect(restore, &QPushButton::clicked, &m_held, &HeldBefore::Restore);
-    connect(dismiss, &QPushButton::clicked, &m_held, &HeldBefore::Dismiss);
-    return m_restore;
 }
 
 QWidget* OverviewPage::BuildAnswer() {
@@ -215,20 +202,6 @@ void OverviewPage::ToggleRetry() {
     else
         m_retry.Wait();
     ShowRetry();
-}
-
-void OverviewPage::ShowOffer() {
-    const HeldBefore::Held offer = m_held.GetOffer();
-    QString text;
-    if (offer.hz && offer.isMaster)
-        text = tr("Was job master and at %1").arg(judgement::Frequency(*offer.hz));
-    else if (offer.hz)
-        text = tr("Was at %1").arg(judgement::Frequency(*offer.hz));
-    else
-        text = tr("Was job master");
-    m_restoreText->setText(text);
-    m_restore->setAccessibleName(text);
-    m_restore->setVisible(offer.IsAnything());
 }
 
 void OverviewPage::ShowMarksSoon() {

@@ -38,19 +38,22 @@ class OverviewPage : public Page {
     void BindMpxOrv(const QString& path);
     TuneBar& GetTuneBar() const { return *m_tuneBar; }
     LastEvents& GetLastEvents() const { return *m_events; }
+    HeldBefore& GetHeldBefore() { return m_held; }
+
+  Q_SIGNALS:
+    /// Something has ended by itself that an operator counts on.
+    void Noticed(const QString& text);
 
   protected:
     void changeEvent(QEvent* event) override;
 
   private:
     QWidget* BuildHead();
-    QWidget* BuildRestore();
     QWidget* BuildAnswer();
     QWidget* BuildLineHead();
     QWidget* BuildBelow();
     void ShowOwn();
     void ShowRetry();
-    void ShowOffer();
     void ToggleRetry();
     void ShowMarksSoon();
     void ShowMarks();
@@ -64,8 +67,6 @@ class OverviewPage : public Page {
     QLabel* m_icon = nullptr;
     std::optional<SituationItem> m_shownOwn;  ///< none before the first
     QLabel* m_frequency = nullptr;
-    QFrame* m_restore = nullptr;
-    QLabel* m_restoreText = nullptr;
     TuneBar* m_tuneBar;
     AnswerLine* m_answer = nullptr;
     QPushButton* m_retryButton = nullptr;

@@ -4,8 +4,8 @@
 #include <apps/mcconsole/session/situation.h>
 #include <apps/mcconsole/tune/tuning.h>
 
-SilentRetry::SilentRetry(Tuning& tuning, const Situation& situation, QObject* parent)
-    : QObject(parent), m_tuning(tuning), m_situation(situation) {
+SilentRetry::SilentRetry(IClock& clock, Tuning& tuning, const Situation& situation, QObject* parent)
+    : QObject(parent), m_tuning(tuning), m_situation(situation), m_silent(clock) {
     connect(&tuning, &Tuning::Changed, this, &SilentRetry::Look);
     connect(&situation, &Situation::Looked, this, &SilentRetry::Look);
     Look();
@@ -26,12 +26,22 @@ std::optional<double> SilentRetry::Wanted() const {
     const Tuning::EState state = m_tuning.GetState();
     const bool canBeAsked = state == Tuning::EState::NotSent || state == Tuning::EState::Refused ||
                             state == Tuning::EState::Ended;
-    const bool isConnected = m_situation.GetConnection().state == ConsoleSession::EState::Connected;
-    return canBeAsked && isConnected ? std::make_optional(m_tuning.GetWanted().GetHz()) : std::nullopt;
+    return canBeAsked && IsConnected() ? std::make_optional(m_tuning.GetWanted().GetHz()) : std::nullopt;
+}
+
+/// And has the MpxORV that is to be tuned.
+bool SilentRetry::IsConnected() const {
+    const Connection& connection = m_situation.GetConnection();
+    return connection.state == ConsoleSession::EState::Connected &&
+           m_tuning.GetState() != Tuning::EState::NoMpxOrv;
 }
 
 bool SilentRetry::IsKeyed(double hz) const {
     return m_situation.GetFacts().Has(ServerFacts::EFact::KeyedFrequencies, hz);
+}
+
+bool SilentRetry::IsUnsupervised(double hz) const {
+    return m_situation.GetFacts().Has(ServerFacts::EFact::UnsupervisedFrequencies, hz);
 }
 
 bool SilentRetry::CanWait() const {
@@ -40,16 +50,32 @@ bool SilentRetry::CanWait() const {
 }
 
 void SilentRetry::Look() {
-    const bool isWaiting = m_state == EState::Waiting && Wanted() == m_hz;
-    if (!isWaiting) return Become(CanWait() ? EState::Offered : EState::Idle);
-    if (IsKeyed(m_hz)) return;
-    Become(EState::Idle);  // first: the answer may come at once
+    const std::optional<double> wanted = Wanted();
+    const bool isWaiting = m_state == EState::Waiting && wanted == m_hz;
+    if (!isWaiting) {
+        const bool isGivenUp = m_state == EState::Waiting && !IsConnected();
+        Become(CanWait() ? EState::Offered : EState::Idle);
+        if (isGivenUp) Q_EMIT GivenUp(m_hz);
+        return;
+    }
+    // A transmitter that nobody watches any more may still be on the air.
+    if (IsKeyed(m_hz) || IsUnsupervised(m_hz)) return m_silent.Stop();
     // Where the server has ceased to tell who is keyed, nobody knows that it is silent.
-    const bool isKnown = m_situation.GetFacts().List(ServerFacts::EFact::KeyedFrequencies) != nullptr;
-    if (isKnown) m_tuning.Tune();
+    if (m_situation.GetFacts().List(ServerFacts::EFact::KeyedFrequencies) == nullptr) {
+        Become(EState::Idle);
+        Q_EMIT GivenUp(m_hz);
+    } else if (!m_silent.IsRunning()) {
+        m_silent.Start(SilentTime, [this] { Ask(); });
+    }
+}
+
+void SilentRetry::Ask() {
+    Become(EState::Idle);  // first: the answer may come at once
+    m_tuning.Tune();
 }
 
 void SilentRetry::Become(EState state) {
+    if (state != EState::Waiting) m_silent.Stop();
     if (state == m_state) return;
     m_state = state;
     Q_EMIT Changed();

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/clocktimer.h>
+
 #include <QtCore/QObject>
 
+#include <chrono>
 #include <optional>
 
 class Situation;
 class Tuning;
 
-/// Asks for the wanted frequency once more as soon as nobody is keyed on it: one time, and only if an
-/// operator said so beforehand. Main thread.
+/// Asks for the wanted frequency once more as soon as nobody is keyed on it, as far as all of its inputs are
+/// watched: one time, and only if an operator said so beforehand. Main thread.
 class SilentRetry : public QObject {
     Q_OBJECT
 
@@ -20,8 +23,12 @@ class SilentRetry : public QObject {
         Waiting
     };
 
-    /// Neither is owned; both outlive the retry.
-    SilentRetry(Tuning& tuning, const Situation& situation, QObject* parent = nullptr);
+    /// For so long a frequency is silent before it is asked for: what changes together is told one after the
+    /// other, and who pauses while talking is not done.
+    static constexpr std::chrono::milliseconds SilentTime{500};
+
+    /// None is owned; all outlive the retry.
+    SilentRetry(IClock& clock, Tuning& tuning, const Situation& situation, QObject* parent = nullptr);
 
     EState GetState() const { return m_state; }
     /// What is waited for, in Hz.
@@ -32,16 +39,22 @@ class SilentRetry : public QObject {
 
   Q_SIGNALS:
     void Changed();
+    /// Nobody can know any more when \a hz is silent: the connection is lost, or the server tells no more.
+    void GivenUp(double hz);
 
   private:
     void Look();
+    void Ask();
     void Become(EState state);
     std::optional<double> Wanted() const;
+    bool IsConnected() const;
     bool IsKeyed(double hz) const;
+    bool IsUnsupervised(double hz) const;
     bool CanWait() const;
 
     Tuning& m_tuning;
     const Situation& m_situation;
     EState m_state = EState::Idle;
     double m_hz = 0;
+    ClockTimer m_silent;  ///< while it is
 };

@@ -11,6 +11,7 @@ struct Connection {
     bool isEncrypted = false;
     QString problem;  ///< why there is none, as far as anybody knows
     std::optional<std::chrono::microseconds> latency;
+    std::optional<std::chrono::milliseconds> silence;  ///< for how long there was no answer, while one is due
 
     // The console's own MpxORV.
     bool isMpxOrvUsed = true;
@@ -22,9 +23,18 @@ struct Connection {
     std::optional<std::chrono::microseconds> shownLatency;  ///< for people; looked at once a second
 
     static Connection Of(const ConsoleSession& session) {
-        return {session.GetState(),      session.GetServer(),       session.GetServerApplication(),
-                session.IsEncrypted(),   session.GetProblem(),      session.GetLatency(),
-                session.UsesMpxOrv(),    session.IsMpxOrvMissing(), session.GetMpxOrvProblem(),
-                session.GetMpxOrvName(), session.GetMpxOrvPath(),   std::nullopt};
+        return {session.GetState(),
+                session.GetServer(),
+                session.GetServerApplication(),
+                session.IsEncrypted(),
+                session.GetProblem(),
+                session.GetLatency(),
+                session.GetSilence(),
+                session.UsesMpxOrv(),
+                session.IsMpxOrvMissing(),
+                session.GetMpxOrvProblem(),
+                session.GetMpxOrvName(),
+                session.GetMpxOrvPath(),
+                std::nullopt};
     }
 };

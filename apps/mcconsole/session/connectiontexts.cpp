@@ -45,7 +45,7 @@ QString connectiontexts::Line(const ConsoleSession& session) {
     Q_UNREACHABLE();
 }
 
-QString connectiontexts::Banner(const ConsoleSession& session) {
+QString connectiontexts::Banner(const ConsoleSession& session, std::chrono::milliseconds age) {
     const ConsoleSession::EState state = session.GetState();
     if (state == ConsoleSession::EState::Idle) return Texts::tr("Not connected: choose Server, Connect.");
     if (state == ConsoleSession::EState::Connected) {
@@ -60,7 +60,6 @@ QString connectiontexts::Banner(const ConsoleSession& session) {
         text = Texts::tr("%1: %2", "What the connection does, and why").arg(text, problem);
     const QDateTime& since = session.GetLostSince();
     if (since.isValid()) {
-        const std::chrono::milliseconds age(since.msecsTo(QDateTime::currentDateTime()));
         text +=
             QLatin1Char('\n') +
             Texts::tr("Lost at %1; what is shown is %2 old.").arg(agetext::Moment(since), agetext::Of(age));

@@ -42,7 +42,12 @@ void Situation::Refresh() {
     if (!isLost)
         m_lostAt.reset();
     else if (!m_lostAt)
-        m_lostAt = m_clock.Now();
+        m_lostAt = m_silentSince.value_or(m_clock.Now());
+    // What a server that is frozen said last is as old as its silence when the connection is given up.
+    if (!isLost) {
+        m_silentSince.reset();
+        if (m_connection.silence) m_silentSince = m_clock.Now() - *m_connection.silence;
+    }
     BindMpxOrv();
     Judge();
     if (!IsWanted(m_connection))

@@ -66,7 +66,8 @@ class Situation : public QObject {
     const QString m_basePath;
     Look m_look;
     Connection m_connection;
-    std::optional<std::chrono::milliseconds> m_lostAt;  ///< none while connected, or before
+    std::optional<std::chrono::milliseconds> m_lostAt;       ///< none while connected, or before
+    std::optional<std::chrono::milliseconds> m_silentSince;  ///< none while the server answers
     SteadyLatency m_latency;
     ServerFacts m_facts;
     QString m_mpxOrvPath;  ///< also while the connection is lost

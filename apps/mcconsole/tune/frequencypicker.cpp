@@ -44,6 +44,12 @@ FrequencyPicker::FrequencyPicker(Tuning& tuning, FrequencyBook& book, QWidget* p
     connect(&m_favouritesMenu, &QMenu::aboutToShow, this, &FrequencyPicker::FillFavourites);
 }
 
+void FrequencyPicker::BeNextTo(QWidget& before, QWidget& after) {
+    setTabOrder(&before, m_recent);
+    setTabOrder(m_recent, m_favourites);
+    setTabOrder(m_favourites, &after);
+}
+
 QToolButton* FrequencyPicker::AddButton(const char* name, const QString& text, const QString& tip,
                                         QMenu& menu) {
     auto* const button = new QToolButton(this);

@@ -17,6 +17,8 @@ class FrequencyPicker : public QWidget {
     /// Neither is owned; both outlive the picker.
     FrequencyPicker(Tuning& tuning, FrequencyBook& book, QWidget* parent = nullptr);
 
+    /// Stands behind \a before and before \a after in the order of Tab.
+    void BeNextTo(QWidget& before, QWidget& after);
     // As by a click, for keys.
     void ShowRecent();
     void ShowFavourites();

@@ -67,6 +67,9 @@ TuneBar::TuneBar(Tuning& tuning, FrequencyBook& book, QWidget* parent)
     layout->addLayout(m_actualRow, 1, 1);
     layout->setColumnStretch(1, 1);
 
+    m_picker->BeNextTo(*m_field, *m_step);
+    setTabOrder(m_step, m_tune);
+
     connect(m_field, &QLineEdit::textEdited, &m_tuning, &Tuning::Enter);
     // What assistive technology writes counts as typed, or "Tune" would ask for what stands there no more.
     connect(m_field, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -228,7 +231,7 @@ void TuneBar::Show() {
     const bool mayTune = state != Tuning::EState::NoMpxOrv && state != Tuning::EState::Locked;
     ShowText();
     m_step->setCurrentIndex(m_tuning.GetStepIndex());
-    m_field->setReadOnly(!mayTune);
+    m_field->setReadOnly(state == Tuning::EState::Locked);  // what is typed during a loss is not sent
     for (QWidget* const widget :
          {static_cast<QWidget*>(m_tune), static_cast<QWidget*>(m_up), static_cast<QWidget*>(m_down)})
         widget->setEnabled(mayTune);

@@ -123,7 +123,7 @@ Tuning::EState Tuning::StateOfEntry() const {
     const FrequencyText wanted = GetWanted();
     switch (wanted.GetProblem()) {
         case FrequencyText::EProblem::Empty:
-            return EState::Empty;
+            return m_isEntered ? EState::Empty : EState::NotTuned;
         case FrequencyText::EProblem::NoFrequency:
             return EState::NoFrequency;
         case FrequencyText::EProblem::Negative:
@@ -153,6 +153,14 @@ std::optional<double> Tuning::GetActual() const {
     const auto* const mode = static_cast<const values::ValueSelection*>(m_mode.GetValue());
     const bool isTuned = GetValue() != nullptr && mode != nullptr && mode->GetCurrentKey() == OperationFfm;
     return isTuned ? std::make_optional(GetValue()->GetValue()) : std::nullopt;
+}
+
+/// Nobody has asked for anything yet: the frequency that the MpxORV begins with is nobody's wish, and is not
+/// to be tuned to by whoever hits a key.
+bool Tuning::IsFresh() const {
+    const auto* const answer = static_cast<const values::Value<QString>*>(m_answer.GetValue());
+    const bool isAnswered = answer != nullptr && !answer->GetValue().isEmpty();
+    return !isAnswered && m_unanswered == 0 && !GetActual();
 }
 
 double Tuning::GetLowest() const {
@@ -248,7 +256,7 @@ void Tuning::Follow() {
     if (m_isEntered || m_outcome == EState::Asked) return;
     const QString before = m_text;
     if (GetValue() != nullptr)
-        m_text = Shown(GetValue()->GetValue());
+        m_text = IsFresh() ? QString() : Shown(GetValue()->GetValue());
     else if (m_frequency.GetPath().isEmpty())
         m_text.clear();
     if (m_text != before) m_wasAskedFor = false;  // but by somebody else

@@ -99,6 +99,7 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     EState StateOfRequest(double wanted) const;
     void Follow();
     Frequency* GetValue() const;
+    bool IsFresh() const;
 
     PathBinding m_frequency;
     PathBinding m_code;  ///< which says the same as the answer, and is set just before it

@@ -59,8 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         FrequencyRow{"PlainOfFourDigits", "5000", 5000, 5e9},
         FrequencyRow{"GreatestPlainMegahertz", "30000", 30000, 30e9},
         FrequencyRow{"LeastPlainHertz", "30001", 30001, 30001},
-        FrequencyRow{"JustAboveTheBorder", "30000.5", 30000.5, 30000.5},
-        FrequencyRow{"PlainNought", "0", 0, 0}, FrequencyRow{"Comma", "121,5 MHz", 121.5e6, 121.5e6},
+        FrequencyRow{"JustAboveTheBorder", "30000.5", 30000.5, 30001}, FrequencyRow{"PlainNought", "0", 0, 0},
+        FrequencyRow{"Comma", "121,5 MHz", 121.5e6, 121.5e6},
         FrequencyRow{"PlainWithComma", "121,5", 121.5, 121.5e6},
         FrequencyRow{"GroupedByBlanks", "121 500 000 Hz", 121.5e6, 121.5e6},
         FrequencyRow{"PlainGroupedByBlanks", "121 500 000", 121.5e6, 121.5e6},
@@ -82,8 +82,9 @@ INSTANTIATE_TEST_SUITE_P(
         FrequencyRow{"NothingBeforeThePoint", ".5 MHz", 5e5, 5e5},
         FrequencyRow{"NothingBehindThePoint", "121.", 121, 121e6},
         FrequencyRow{"BlanksAround", "  98.7 MHz\t", 98.7e6, 98.7e6},
-        FrequencyRow{"FractionOfAHertz", "0.25 Hz", 0.25, 0.25},
-        FrequencyRow{"EveryDigit", "123.456789125 MHz", 123456789.125, 123456789.125}),
+        FrequencyRow{"FractionOfAHertz", "0.25 Hz", 0.25, 0},
+        FrequencyRow{"AlmostAnotherHertz", "121.4999996 MHz", 121499999.6, 121500000},
+        FrequencyRow{"EveryDigit", "123.456789125 MHz", 123456789.125, 123456789}),
     FrequencyRowName());
 
 TEST_P(NoFrequencyTextTest, IsRefused) {

@@ -156,6 +156,7 @@ TEST_F(OverviewPageTest, WaitsForSilenceWhenAskedToAndSaysSo) {
     EXPECT_EQ(retry->text(), QStringLiteral("Waits until 121.5 MHz is silent: cancel"));
     EXPECT_TRUE(retry->isChecked());
     server.Suppress(2, 2, {}, {});
+    clock.Advance(SilentRetry::SilentTime);
     EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
     EXPECT_FALSE(retry->isChecked());
     EXPECT_FALSE(retry->isEnabled());
@@ -169,6 +170,7 @@ TEST_F(OverviewPageTest, WaitsForSilenceWhenAssistiveTechnologyAsksForIt) {
     EXPECT_EQ(Find<QPushButton>("RetryWhenSilent")->text(),
               QStringLiteral("Waits until 121.5 MHz is silent: cancel"));
     server.Suppress(2, 2, {}, {});
+    clock.Advance(SilentRetry::SilentTime);
     EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
 }
 
@@ -192,7 +194,7 @@ TEST_F(OverviewPageTest, OffersWhatWasHeldBeforeALoss) {
     EXPECT_FALSE(Find<QWidget>("RestoreOffer")->isVisible());
     BringDeviceBack();
     ASSERT_TRUE(Find<QWidget>("RestoreOffer")->isVisible());
-    EXPECT_EQ(Text("RestoreText"), "Was job master and at 127.5 MHz");
+    EXPECT_EQ(Text("RestoreText"), "Was job master and at 127.5 MHz until 14:03:21");
     Click("Restore");
     EXPECT_TRUE(AsksToBeMaster());
     EXPECT_THAT(Asked(), ElementsAre(127.5, 127.5));
@@ -275,8 +277,9 @@ TEST_F(OverviewPageTest, NamesWhoIsWhereATransmitterIsBesideIt) {
     ASSERT_GT(zoneWidth, 0);
     for (const QwtPlotItem* item : Line()->itemList(QwtPlotItem::Rtti_PlotMarker)) {
         const auto* const marker = static_cast<const QwtPlotMarker*>(item);
-        if (!marker->label().isEmpty())
+        if (!marker->label().isEmpty()) {
             EXPECT_GE(marker->spacing(), zoneWidth) << marker->label().text().toStdString();
+        }
     }
 }
 

@@ -86,6 +86,23 @@ TEST_F(QuestionsTest, TakingTheMastershipNamesWhoLosesWhatAndMayBeLeft) {
     EXPECT_EQ(Get(Of("Van", "Status/IsMaster")), QStringLiteral("true"));
 }
 
+TEST_F(QuestionsTest, WhatIsAskedGoesWithTheServer) {
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    ASSERT_NO_FATAL_FAILURE(LetVanBeMaster());
+    ASSERT_NO_FATAL_FAILURE(ChooseVan());
+    ASSERT_TRUE(WaitFor([this] { return Box("MayBeJobMaster")->isChecked(); }));
+    bool isAsked = false;
+    const ModalDriver user({[&](QWidget&) {
+        isAsked = true;
+        server.Kill();
+        return true;
+    }});
+    QTest::keyClick(Box("MayBeJobMaster"), Qt::Key_Space);  // returns when nothing is asked any more
+    EXPECT_TRUE(isAsked);
+    EXPECT_TRUE(Box("MayBeJobMaster")->isChecked());
+    EXPECT_EQ(window->findChild<QMessageBox*>(QStringLiteral("Question")), nullptr);
+}
+
 TEST_F(QuestionsTest, TheMasterIsToldWhoTookIt) {
     ASSERT_NO_FATAL_FAILURE(BeReady());
     ASSERT_NO_FATAL_FAILURE(LetVanBeMaster());

@@ -76,6 +76,25 @@ TEST_F(ServerLossTest, TheBarSaysSinceWhenWhyAndWhenTheNextTryIs) {
     EXPECT_TRUE(WaitFor([this] { return Banner()->text().contains(QLatin1String("refused")); })) << Says();
 }
 
+TEST_F(ServerLossTest, WhatWasHeldIsOfferedOnEveryPage) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    Type(Find<QLineEdit>("MyMpxORV", "Frequency"), "121.5");
+    ASSERT_TRUE(WaitFor([this] { return Label("MyMpxORV", "TunedTo") == QLatin1String("121.500 MHz"); }));
+    ASSERT_NO_FATAL_FAILURE(Lose());
+    ASSERT_NO_FATAL_FAILURE(server.Restart());
+    const auto* const bar = window->findChild<QWidget*>(QStringLiteral("RestoreBar"));
+    EXPECT_TRUE(WaitFor([&] { return bar->isVisible(); }));
+    EXPECT_THAT(bar->findChild<QLabel*>()->text().toStdString(), HasSubstr("Was at 121.5 MHz until "));
+    Page("Overview");
+    EXPECT_FALSE(bar->isVisible()) << "it stands at the head of that page";
+    EXPECT_TRUE(window->findChild<QWidget*>(QStringLiteral("RestoreOffer"))->isVisible());
+    Page("Status");
+    QTest::mouseClick(bar->findChild<QPushButton*>(QStringLiteral("Restore")), Qt::LeftButton);
+    EXPECT_TRUE(WaitFor([this] { return Label("MyMpxORV", "TunedTo") == QLatin1String("121.500 MHz"); }));
+    EXPECT_FALSE(bar->isVisible());
+}
+
 TEST_F(ServerLossTest, WhoDoesNotWantToWaitTriesNow) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     ASSERT_NO_FATAL_FAILURE(Lose());

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtTest/QSignalSpy>
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
@@ -27,9 +29,12 @@ class SilentRetryTest : public OverviewTest {
     void LoseWord() { server.Remove("Status/Suppression"); }
 
   protected:
-    SilentRetryTest() : retry(tuning, *situation) {}
+    SilentRetryTest() : retry(clock, tuning, *situation) {}
 
-    void Key(std::vector<double> frequencies) { server.Suppress(2, 2, std::move(frequencies), {}); }
+    void Key(std::vector<double> frequencies) {
+        server.Suppress(2, 2, std::move(frequencies), {});
+        clock.Advance(SilentRetry::SilentTime);
+    }
     void AskInVain() {
         Key({121.5e6});
         Tune("121.5");
@@ -88,6 +93,46 @@ TEST_F(SilentRetryTest, CanBeCancelled) {
     EXPECT_EQ(retry.GetState(), SilentRetry::EState::Offered);
     Key({});
     EXPECT_THAT(Asked(), ElementsAre(121.5));
+}
+
+TEST_F(SilentRetryTest, WaitsOutAPauseOfWhoTalks) {
+    AskInVain();
+    retry.Wait();
+    server.Suppress(2, 2, {}, {});
+    clock.Advance(SilentRetry::SilentTime - 1ms);
+    server.Suppress(2, 2, {121.5e6}, {});
+    clock.Advance(1h);
+    EXPECT_THAT(Asked(), ElementsAre(121.5));
+}
+
+TEST_F(SilentRetryTest, WaitsOnWhileNobodyWatchesTheTransmitter) {
+    AskInVain();
+    retry.Wait();
+    server.Suppress(2, 1, {}, {121.5e6});  // its module is lost
+    clock.Advance(1h);
+    EXPECT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    EXPECT_THAT(Asked(), ElementsAre(121.5)) << "it may still be keyed";
+    Key({121.5e6});
+    EXPECT_THAT(Asked(), ElementsAre(121.5));
+    Key({});
+    EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5));
+}
+
+TEST_F(SilentRetryTest, SaysThatNobodyCanKnowAnyMore) {
+    const QSignalSpy givenUp(&retry, &SilentRetry::GivenUp);
+    AskInVain();
+    retry.Wait();
+    WantAnother();
+    EXPECT_EQ(givenUp.count(), 0) << "the operator has something else in mind";
+    Want("121.5");
+    retry.Wait();
+    LoseConnection();
+    EXPECT_EQ(givenUp.count(), 1);
+    retry.Wait();
+    ASSERT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    LoseWord();
+    ASSERT_EQ(givenUp.count(), 2);
+    EXPECT_EQ(givenUp.last().at(0).toDouble(), 121.5e6);
 }
 
 struct EndRow {

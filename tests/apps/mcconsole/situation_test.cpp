@@ -225,6 +225,22 @@ TEST_F(SituationTest, ShowsWhatWasKnownLastWithItsAge) {
     EXPECT_EQ(Severity(EItem::Own), ESeverity::Ok);
 }
 
+TEST_F(SituationTest, IsAsOldAsTheSilenceBeforeTheLoss) {
+    server.MakeUsual();
+    Be(EState::Connected);
+    connection.silence = 14s;
+    clock.Advance(1s);
+    clock.Advance(500ms);
+    connection.silence.reset();
+    Be(EState::Lost);
+    EXPECT_EQ(Age(EItem::Device), "14 s old");
+    clock.Advance(2s);
+    EXPECT_EQ(Age(EItem::Device), "16 s old");
+    Be(EState::Connected);
+    Be(EState::Lost);
+    EXPECT_EQ(Age(EItem::Device), "0 s old") << "it had answered meanwhile";
+}
+
 TEST_F(SituationTest, LooksAtTheRoundTripEverySecond) {
     server.MakeUsual();
     Be(EState::Connected);

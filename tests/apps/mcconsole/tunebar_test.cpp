@@ -24,6 +24,47 @@ TEST_F(TuneBarTest, ShowsWhatThereIsUntilSomethingIsEntered) {
     EXPECT_FALSE(HasRedFrame());
 }
 
+TEST_F(TuneBarTest, OffersNoFrequencyThatNobodyHasAskedFor) {
+    tuning.Bind(QString());
+    answer->SetValue(QString());
+    tuning.Bind(QStringLiteral("/Mine"));
+    EXPECT_EQ(Field()->text(), QString());
+    EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
+    EXPECT_FALSE(HasRedFrame()) << "nothing is wrong yet";
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Up);
+    clock.Advance(1h);
+    EXPECT_THAT(Asked(), IsEmpty());
+    Type("1");
+    Press(Qt::Key_Backspace);
+    EXPECT_TRUE(HasRedFrame());
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(HasRedFrame());
+}
+
+TEST_F(TuneBarTest, TakesWhatIsTypedDuringALossAndDoesNotSendIt) {
+    tuning.Bind(QString());
+    Type("121.5");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Field()->text(), QStringLiteral("121.5"));
+    tuning.Bind(QStringLiteral("/Mine"));
+    clock.Advance(1h);
+    EXPECT_THAT(Asked(), IsEmpty());
+    EXPECT_EQ(Field()->text(), QStringLiteral("121.5"));
+    EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+}
+
+TEST_F(TuneBarTest, IsWalkedThroughAsItStands) {
+    QStringList names;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        names += QApplication::focusWidget()->objectName();
+    }
+    EXPECT_THAT(names,
+                ElementsAre(QStringLiteral("RecentFrequencies"), QStringLiteral("FavouriteFrequencies"),
+                            QStringLiteral("Step"), QStringLiteral("Tune")));
+}
+
 TEST_F(TuneBarTest, EnterAsksOnce) {
     Type("121.5");
     Press(Qt::Key_Return);
@@ -295,7 +336,6 @@ TEST_F(TuneBarTest, FollowsWhoElseTunesTheMpxOrvWhileNothingIsEntered) {
 TEST_F(TuneBarTest, CannotBeUsedWithoutAnMpxOrv) {
     tuning.Bind(QString());
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("- - -"));
-    EXPECT_TRUE(Field()->isReadOnly());
     EXPECT_EQ(Field()->text(), QString());
     EXPECT_FALSE(bar.findChild<QPushButton*>(QStringLiteral("Tune"))->isEnabled());
     EXPECT_EQ(Mark(), QString());

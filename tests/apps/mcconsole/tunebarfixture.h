@@ -49,6 +49,7 @@ class TuneBarTest : public testing::Test {
         answer = new values::Value<QString>;
         answer->SetName(QStringLiteral("Answer"));
         answer->SetDelivery(values::EDelivery::EveryChange);
+        answer->SetValue(QStringLiteral("done: is ready"));  // somebody has asked for something before
         mode = new values::ValueSelection;
         mode->SetName(QStringLiteral("OperationMode"));
         mode->AddItem(QStringLiteral("Idle"), 0, OperationIdle);
