@@ -1527,6 +1527,14 @@
         <source>another module is called &quot;%1&quot;</source>
         <translation>ein anderes Modul heißt „%1“</translation>
     </message>
+    <message>
+        <source>it has %1 cells and not one</source>
+        <translation>sie hat %1 Zellen statt einer</translation>
+    </message>
+    <message>
+        <source>this input stands in line %1 too</source>
+        <translation>dieser Eingang steht auch in Zeile %1</translation>
+    </message>
 </context>
 <context>
     <name>InputRules</name>
@@ -1671,6 +1679,18 @@
     <message>
         <source>Names and frequencies of %1 are taken</source>
         <translation>Namen und Frequenzen aus %1 sind übernommen</translation>
+    </message>
+    <message>
+        <source>One cell of the inputs is changed.</source>
+        <translation>Eine Zelle der Eingänge ist geändert.</translation>
+    </message>
+    <message>
+        <source>%1 cells of the inputs are changed.</source>
+        <translation>%1 Zellen der Eingänge sind geändert.</translation>
+    </message>
+    <message>
+        <source>Names and frequencies of the clipboard are taken</source>
+        <translation>Namen und Frequenzen der Zwischenablage sind übernommen</translation>
     </message>
 </context>
 <context>

@@ -45,9 +45,11 @@ FrequencyText::FrequencyText(const QString& text, EPlainNumber plain) {
     const QString number = hertz.WithoutUnit(typed);
     ReadNumber(number);
     const bool isPlain = number == typed;
-    if (IsFrequency() && isPlain && plain == EPlainNumber::MegahertzOrHertz && m_hz <= MostPlainMegahertz)
+    const bool isInMegahertz = plain == EPlainNumber::Megahertz ||
+                               (plain == EPlainNumber::MegahertzOrHertz && m_hz <= MostPlainMegahertz);
+    if (IsFrequency() && isPlain && isInMegahertz)
         ReadNumber(hertz.WithoutUnit(typed + QStringLiteral("MHz")));
-    if (plain == EPlainNumber::MegahertzOrHertz) m_hz = std::round(m_hz);
+    if (plain != EPlainNumber::Hertz) m_hz = std::round(m_hz);
 }
 
 void FrequencyText::ReadNumber(const QString& number) {

@@ -11,6 +11,7 @@ class FrequencyText {
     /// What a number without a unit counts.
     enum class EPlainNumber {
         Hertz,
+        Megahertz,        ///< as files have it: MHz whatever it is; whole hertz
         MegahertzOrHertz  ///< as operators type it: MHz up to MostPlainMegahertz, hertz above it; whole hertz
     };
     enum class EProblem {

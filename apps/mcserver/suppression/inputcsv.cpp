@@ -16,6 +16,18 @@ const QStringList& CsvColumns() {
 
 }  // namespace
 
+bool inputcsv::IsHeader(const QString& line) {
+    return csvline::Split(line, csvline::FindSeparator(line)) == CsvColumns();
+}
+
+QString inputcsv::WrongCount(int cells, int expected) {
+    if (cells == 1)
+        return QCoreApplication::translate("InputModel", "it has one cell and not %1").arg(expected);
+    if (expected == 1)
+        return QCoreApplication::translate("InputModel", "it has %1 cells and not one").arg(cells);
+    return QCoreApplication::translate("InputModel", "it has %1 cells and not %2").arg(cells).arg(expected);
+}
+
 QString inputcsv::InLine(int number, const QString& reason) {
     return QCoreApplication::translate("InputModel", "Line %1: %2").arg(number).arg(reason);
 }
@@ -35,7 +47,7 @@ QString inputcsv::Write(const std::vector<Line>& lines) {
 inputcsv::Content inputcsv::Read(const QStringList& lines) {
     Content content;
     const QChar separator = csvline::FindSeparator(lines.value(0));
-    if (csvline::Split(lines.value(0), separator) != CsvColumns())
+    if (!IsHeader(lines.value(0)))
         content.problem = QCoreApplication::translate("InputModel", "The first line has to be: %1")
                               .arg(CsvColumns().join(QLatin1Char(',')));
     for (int i = 1; content.problem.isEmpty() && i < lines.size(); ++i) {
@@ -44,13 +56,7 @@ inputcsv::Content inputcsv::Read(const QStringList& lines) {
         if (cells.size() == CsvColumns().size())
             content.lines.push_back({i + 1, cells[0].trimmed(), cells[1].trimmed(), cells[2], cells[3]});
         else
-            content.problem =
-                InLine(i + 1, cells.size() == 1
-                                  ? QCoreApplication::translate("InputModel", "it has one cell and not %1")
-                                        .arg(CsvColumns().size())
-                                  : QCoreApplication::translate("InputModel", "it has %1 cells and not %2")
-                                        .arg(cells.size())
-                                        .arg(CsvColumns().size()));
+            content.problem = InLine(i + 1, WrongCount(cells.size(), CsvColumns().size()));
     }
     return content;
 }

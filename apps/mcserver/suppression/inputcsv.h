@@ -23,11 +23,15 @@ struct Content {
     QString problem;          ///< empty: it was read to its end
 };
 
+/// Whether \a line is the first one of such a text.
+bool IsHeader(const QString& line);
 QString Write(const std::vector<Line>& lines);
 /// Separators are commas, semicolons or tabs.
 Content Read(const QStringList& lines);
 /// A frequency as it is written, with all its digits; empty for none.
 QString FrequencyOf(double hz);
+/// Why a line does not have \a cells cells but \a expected.
+QString WrongCount(int cells, int expected);
 /// \a reason, with the line that it is about.
 QString InLine(int number, const QString& reason);
 

@@ -3,16 +3,20 @@
 
 #include <apps/mcserver/suppression/inputcells.h>
 #include <apps/mcserver/suppression/inputcsv.h>
+#include <apps/mcserver/suppression/inputundo.h>
+#include <apps/mcserver/suppression/pastedcells.h>
 
 #include <devicecontrol/multichannelserver/common/gts/moduleidentity.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
+#include <QtCore/QPointer>
 #include <QtGui/QFont>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <utility>
 
 namespace {
@@ -151,7 +155,7 @@ QString InputModel::RefusalOf(const Change& change) const {
         case Name:
             return m_rules.RefusalOfName(change.text.trimmed());
         case Frequency:
-            return m_rules.RefusalOfFrequency(change.text, &hz);
+            return m_rules.RefusalOfFrequency(change.text, change.plain, &hz);
         default:
             return tr("this column cannot be changed");
     }
@@ -183,7 +187,7 @@ void InputModel::Apply(const Change& change) {
     if (change.column == Module) m_plant.SetName(module, change.text.trimmed());
     if (change.column == Address) m_plant.SetAddress(module, change.text.trimmed());
     if (change.column == Name) m_plant.SetLabel(module, row.input, change.text.trimmed());
-    if (change.column == Frequency && m_rules.RefusalOfFrequency(change.text, &hz).isEmpty())
+    if (change.column == Frequency && m_rules.RefusalOfFrequency(change.text, change.plain, &hz).isEmpty())
         m_plant.SetFrequency(module, row.input, hz);
 }
 
@@ -199,7 +203,7 @@ QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringLis
     for (const QStringList& line : lines) {
         int column = index.column();
         for (const QString& text : line)
-            changes.push_back({row, column++, text});
+            changes.push_back({row, column++, text, FrequencyText::EPlainNumber::MegahertzOrHertz});
         if (reason.isEmpty() && row >= rowCount())
             reason = TooManyLines(lines.size(), rowCount() - index.row());
         ++row;
@@ -208,14 +212,24 @@ QString InputModel::Enter(const QModelIndex& index, const std::vector<QStringLis
     return TakeAll(changes, reason);
 }
 
-QString InputModel::Paste(const QModelIndex& index, const QString& text) {
-    QString lines = text;
-    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    if (lines.endsWith(QLatin1Char('\n'))) lines.chop(1);
-    std::vector<QStringList> cells;
-    for (const QString& line : lines.split(QLatin1Char('\n')))
-        cells.push_back(line.split(QLatin1Char('\t')));
-    return Enter(index, cells);
+QString InputModel::Paste(const QModelIndex& index, const QStringList& lines) {
+    const bool isOneColumn = index.column() == Frequency || index.column() == Address;
+    const pastedcells::Content content =
+        isOneColumn ? pastedcells::ReadColumn(lines) : pastedcells::Read(lines);
+    if (!content.problem.isEmpty()) return TakeAll({}, content.problem);
+    const std::vector<ModuleSettings> before = m_plant.GetSettings();
+    const QString reason = Enter(index, content.lines);
+    OfferUndo(before);
+    return reason;
+}
+
+void InputModel::OfferUndo(const std::vector<ModuleSettings>& before) {
+    const std::vector<ModuleSettings> after = m_plant.GetSettings();
+    const int cells = inputundo::CountCells(before, after);
+    if (cells == 0) return;
+    Q_EMIT SignalManyChanged(cells, [plant = QPointer<SuppressionPlant>(&m_plant), before, after] {
+        if (plant != nullptr) inputundo::TakeBack(*plant, before, after);
+    });
 }
 
 QString InputModel::ToCsv() const {
@@ -242,13 +256,18 @@ int InputModel::FindRow(const QString& title, const QString& input) const {
 }
 
 QString InputModel::FromCsv(const QStringList& lines) {
+    constexpr auto plain = FrequencyText::EPlainNumber::Megahertz;  // as the column says
     std::vector<Change> changes;
+    std::map<int, int> lineOfRow;
     QString reason;
     const inputcsv::Content content = inputcsv::Read(lines);
     for (const inputcsv::Line& line : content.lines) {
         const int row = FindRow(line.module, line.input);
         if (row < 0) reason = tr("there is no input %1 of a module %2").arg(line.input, line.module);
-        for (const Change& change : {Change{row, Name, line.name}, Change{row, Frequency, line.frequency}}) {
+        const auto [first, isFirst] = lineOfRow.emplace(row, line.number);
+        if (row >= 0 && !isFirst) reason = tr("this input stands in line %1 too").arg(first->second);
+        for (const Change& change :
+             {Change{row, Name, line.name, plain}, Change{row, Frequency, line.frequency, plain}}) {
             if (reason.isEmpty()) reason = RefusalOf(change);
             changes.push_back(change);
         }
@@ -257,7 +276,10 @@ QString InputModel::FromCsv(const QStringList& lines) {
         break;
     }
     if (reason.isEmpty()) reason = content.problem;
-    return TakeAll(changes, reason);
+    const std::vector<ModuleSettings> before = m_plant.GetSettings();
+    TakeAll(changes, reason);
+    OfferUndo(before);
+    return reason;
 }
 
 /// All of it, unless there is a reason against any of it.

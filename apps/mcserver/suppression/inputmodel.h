@@ -10,6 +10,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTimer>
 
+#include <functional>
 #include <vector>
 
 class SuppressionPlant;
@@ -36,8 +37,8 @@ class InputModel : public QAbstractTableModel {
     /// the rows from that of \a index on: all of it, or, with the first reason, nothing. Empty if it was
     /// taken.
     QString Enter(const QModelIndex& index, const std::vector<QStringList>& lines);
-    /// The same for a text of lines and tabs, as spreadsheets put it on the clipboard.
-    QString Paste(const QModelIndex& index, const QString& text);
+    /// The same for \a lines of the clipboard, with tabs, semicolons or commas between their cells.
+    QString Paste(const QModelIndex& index, const QStringList& lines);
 
     /// The list as a text with commas: module, input, name, frequency in MHz.
     QString ToCsv() const;
@@ -51,6 +52,9 @@ class InputModel : public QAbstractTableModel {
   Q_SIGNALS:
     /// \a reason is empty if what was entered is taken.
     void SignalEntered(const QString& reason);
+    /// What was pasted, or read from a text, has changed \a cells of them; \a undo takes it back. That may be
+    /// called when model and plant are gone.
+    void SignalManyChanged(int cells, const std::function<void()>& undo);
 
   private:
     struct Row {
@@ -61,6 +65,7 @@ class InputModel : public QAbstractTableModel {
         int row = 0;
         int column = 0;
         QString text;
+        FrequencyText::EPlainNumber plain;  ///< what a frequency without a unit counts
     };
 
     void Refresh();
@@ -73,6 +78,7 @@ class InputModel : public QAbstractTableModel {
     QString RefusalOfModuleName(const Change& change) const;
     QString RefusalOf(const std::vector<Change>& changes) const;
     void Apply(const Change& change);
+    void OfferUndo(const std::vector<ModuleSettings>& before);
     QString TakeAll(const std::vector<Change>& changes, const QString& reason);
     static QString TooManyLines(std::size_t lines, int rows);
     int FindRow(const QString& title, const QString& input) const;

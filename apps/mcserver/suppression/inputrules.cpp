@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/inputrules.h>
 
-#include <apps/common/frequencytext.h>
-
 #include <devicecontrol/multichannelserver/common/gts/moduleaddress.h>
 
 #include <algorithm>
@@ -18,8 +16,9 @@ QString ShownEntry(const QString& text) {
 
 }  // namespace
 
-QString InputRules::RefusalOfFrequency(const QString& text, double* hz) const {
-    const FrequencyText entry(text, FrequencyText::EPlainNumber::MegahertzOrHertz);
+QString InputRules::RefusalOfFrequency(const QString& text, FrequencyText::EPlainNumber plain,
+                                       double* hz) const {
+    const FrequencyText entry(text, plain);
     *hz = entry.GetHz();
     if (entry.GetProblem() == FrequencyText::EProblem::Empty || (entry.IsFrequency() && *hz == 0.0))
         return QString();

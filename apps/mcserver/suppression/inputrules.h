@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/frequencytext.h>
+
 #include <devicecontrol/multichannelserver/common/gts/frequencyrange.h>
 
 #include <QtCore/QCoreApplication>
@@ -16,8 +18,9 @@ class InputRules {
 
     explicit InputRules(const FrequencyRange& range) : m_range(range) {}
 
-    /// Any frequency of the device, in every way that people write one, into \a hz; nothing, or 0, is none.
-    QString RefusalOfFrequency(const QString& text, double* hz) const;
+    /// Any frequency of the device, in every way that people write one, into \a hz; nothing, or 0, is none. A
+    /// number without a unit counts as \a plain says.
+    QString RefusalOfFrequency(const QString& text, FrequencyText::EPlainNumber plain, double* hz) const;
     QString RefusalOfName(const QString& text) const;
     QString RefusalOfAddress(const QString& text) const;
 

@@ -3,6 +3,8 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcserver/suppression/inputcells.h>
+#include <apps/mcserver/suppression/inputcsv.h>
+#include <apps/mcserver/suppression/pastedcells.h>
 #include <apps/pages/noticebar.h>
 
 #include <platform/config/textfile.h>
@@ -72,6 +74,12 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     layout->addWidget(m_table, 1);
     layout->addLayout(BuildButtons());
     connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Tell);
+    connect(&m_model, &InputModel::SignalManyChanged, this,
+            [this](int cells, const std::function<void()>& undo) {
+                Q_EMIT Acted(cells == 1 ? tr("One cell of the inputs is changed.")
+                                        : tr("%1 cells of the inputs are changed.").arg(cells),
+                             undo);
+            });
     connect(&m_model, &QAbstractItemModel::modelReset, this, &InputsView::EnableTest);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &InputsView::EnableTest);
     connect(&m_test, &ConnectionTest::SignalAnswered, this, &InputsView::OnAnswered);
@@ -113,7 +121,15 @@ void InputsView::Tell(const QString& reason) {
 }
 
 void InputsView::Paste() {
-    m_model.Paste(m_table->currentIndex(), QGuiApplication::clipboard()->text());
+    const QString text = QGuiApplication::clipboard()->text();
+    if (text.isEmpty()) return;
+    const QStringList lines = pastedcells::LinesOf(text);
+    if (!inputcsv::IsHeader(lines.first())) {
+        m_model.Paste(m_table->currentIndex(), lines);
+    } else if (m_model.FromCsv(lines).isEmpty()) {
+        m_notice->Tell(NoticeBar::ESeverity::Information,
+                       tr("Names and frequencies of the clipboard are taken"));
+    }
 }
 
 void InputsView::EnableTest() {

@@ -6,6 +6,8 @@
 
 #include <QtWidgets/QWidget>
 
+#include <functional>
+
 class NoticeBar;
 class QHBoxLayout;
 class QPushButton;
@@ -23,6 +25,11 @@ class InputsView : public QWidget {
     /// Writes the table to \a file. What becomes of it is said above the table, as of the next.
     void ExportTo(const QString& file);
     void ImportFrom(const QString& file);
+
+  Q_SIGNALS:
+    /// The user has changed several cells at once, as \a what says; \a undo takes it back. That may be called
+    /// when the view and the plant are gone.
+    void Acted(const QString& what, const std::function<void()>& undo);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

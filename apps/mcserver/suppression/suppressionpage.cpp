@@ -44,6 +44,7 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     auto* const layout = new QVBoxLayout(setUp);
     layout->addWidget(m_display);
     m_inputs = new InputsView(m_display->GetPlant(), range, this);
+    connect(m_inputs, &InputsView::Acted, this, &Page::Acted);
     layout->addWidget(m_inputs, 1);
     m_state = new SuppressionView(this);
     auto* const tabs = new QTabWidget(this);

@@ -35,6 +35,7 @@
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -313,6 +314,93 @@ TEST_F(AnInputsView, TakesNothingOfCellsOfWhichOneIsWrong) {
     EXPECT_EQ(Settings(0), before);
 }
 
+/// What somebody copied elsewhere, pasted into the row of input 4 of the first module.
+struct Pasted {
+    const char* name;
+    int column;
+    const char* text;
+    const char* label;  ///< of that input then; null if nothing may be taken
+    double hz;
+    const char* notice;
+};
+
+class APastedText : public AnInputsView, public testing::WithParamInterface<Pasted> {};
+
+TEST_P(APastedText, IsTakenByItsCellsOrNotAtAll) {
+    Show();
+    const ModuleSettings before = Settings(0);
+    PasteAt(4, GetParam().column, GetParam().text);
+    EXPECT_EQ(Notice(), GetParam().notice);
+    if (GetParam().label == nullptr) {
+        EXPECT_EQ(Settings(0), before);
+        return;
+    }
+    EXPECT_EQ(Settings(0).labels[4].toStdString(), GetParam().label);
+    EXPECT_EQ(Settings(0).frequencies[4], GetParam().hz);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, APastedText,
+    testing::Values(
+        Pasted{"Tabs", InputModel::Name, "Tower\t118,1\nVan\t119", "Tower", 118.1e6, ""},
+        Pasted{"TabsAndCommas", InputModel::Name, "Tower, West\t118,1", "Tower, West", 118.1e6, ""},
+        Pasted{"Semicolons", InputModel::Name, "Twr;134.1\r\nTwr2;134,2\r\n", "Twr", 134.1e6, ""},
+        Pasted{"Commas", InputModel::Name, "Twr,134.1\nTwr2,134.2\n", "Twr", 134.1e6, ""},
+        Pasted{"Quotes", InputModel::Name, "\"Tower, West\",134.1", "Tower, West", 134.1e6, ""},
+        Pasted{"DecimalCommas", InputModel::Frequency, "118,1\n118,2", "", 118.1e6, ""},
+        Pasted{"ANameAlone", InputModel::Name, "Tower West", "Tower West", 0.0, ""},
+        Pasted{"AFile", InputModel::Name,
+               "module,input,name,frequency_mhz\nADAM-6051 1,4,Twr,134.1\nADAM-6060 7,0,Van,119\n", "Twr",
+               134.1e6, "Names and frequencies of the clipboard are taken"},
+        Pasted{"AFileOfASpreadsheet", InputModel::State,
+               "module\tinput\tname\tfrequency_mhz\r\nADAM-6051 1\t4\tTwr\t134,1\r\n", "Twr", 134.1e6,
+               "Names and frequencies of the clipboard are taken"},
+        Pasted{"AWrongFile", InputModel::Name,
+               "module,input,name,frequency_mhz\nADAM-6051 1,4,Twr,134.1\nADAM-6051 1,12,Van,119\n", nullptr,
+               0, "Not taken. Line 3: there is no input 12 of a module ADAM-6051 1"},
+        Pasted{"NoFileButItsLines", InputModel::Name, "ADAM-6051 1,4,Twr,134.1", nullptr, 0,
+               "Not taken. ADAM-6051 1, DI 4: this column cannot be changed"},
+        Pasted{"DecimalCommasBetweenCommas", InputModel::Name, "Twr,134,1\nTwr2,134,2", nullptr, 0,
+               "Not taken. ADAM-6051 1, DI 4: this column cannot be changed"},
+        Pasted{"LinesOfDifferentLength", InputModel::Name, "Twr;134.1\nTwr2", nullptr, 0,
+               "Not taken. Line 2: it has one cell and not 2"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(AnInputsView, OffersToTakeBackWhatWasPastedOrImported) {
+    Show();
+    QString what;
+    std::function<void()> undo;
+    QObject::connect(m_view.get(), &InputsView::Acted, m_view.get(),
+                     [&](const QString& acted, const std::function<void()>& takeBack) {
+                         what = acted;
+                         undo = takeBack;
+                     });
+    const ModuleSettings before = Settings(0);
+    Enter(0, InputModel::Name, "Apron");
+    EXPECT_FALSE(undo);  // it is one cell, and it is in front of whoever typed it
+    PasteAt(0, InputModel::Name, "Gate");
+    EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed."));
+    PasteAt(3, InputModel::Module, "Tower mast\t127.0.0.2");
+    PasteAt(3, InputModel::Name, "Twr\t134.1\nVan\t135.1");
+    EXPECT_EQ(what, QStringLiteral("4 cells of the inputs are changed."));
+    Enter(4, InputModel::Name, "Van 2");
+    ASSERT_TRUE(undo);
+    undo();
+    EXPECT_EQ(Settings(0).labels[3], QStringLiteral("Tower 1"));
+    EXPECT_EQ(Settings(0).frequencies[3], 121.5e6);
+    EXPECT_EQ(Settings(0).labels[4], QStringLiteral("Van 2"));  // which somebody entered since
+    EXPECT_EQ(Settings(0).frequencies[4], 0.0);
+    EXPECT_EQ(Settings(0).label, QStringLiteral("Tower mast"));
+    WriteFile("inputs.csv", "module,input,name,frequency_mhz\nTower mast,3,Twr,134.1\n");
+    m_view->ImportFrom(File("inputs.csv"));
+    EXPECT_EQ(what, QStringLiteral("2 cells of the inputs are changed."));
+    undo();
+    EXPECT_EQ(Settings(0).labels[3], before.labels[3]);
+    m_view.reset();
+    m_display.reset();
+    undo();
+}
+
 TEST_F(AnInputsView, WritesAFileThatItReads) {
     Show();
     Enter(4, InputModel::Name, "Say \"a, b\"");
@@ -377,7 +465,16 @@ INSTANTIATE_TEST_SUITE_P(
         Csv{"MissingCell", "module,input,name,frequency_mhz\nADAM-6051-1,4,a\n",
             "Line 2: it has 3 cells and not 4"},
         Csv{"OneCell", "module,input,name,frequency_mhz\nADAM-6051-1\n", "Line 2: it has one cell and not 4"},
-        Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"}),
+        Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"},
+        Csv{"OneInputTwice",
+            "module,input,name,frequency_mhz\nADAM-6060 7,4,One,250\nADAM-6060 7,4,Two,251\n",
+            "Line 3: this input stands in line 2 too"},
+        Csv{"OneInputByTwoNamesOfItsModule",
+            "module,input,name,frequency_mhz\nADAM-6051 1,4,a,118\n\nADAM-6051-1,4,a,118\n",
+            "Line 4: this input stands in line 2 too"},
+        Csv{"NumbersThatWouldBeHertz", "module,input,name,frequency_mhz\nADAM-6051 1,4,a,9999999\n",
+            "Line 2: 9999999 MHz lies outside 0.3 to 3000 MHz"},
+        Csv{"HertzThatSaySo", "module,input,name,frequency_mhz\nADAM-6051 1,4,a,9999999 Hz\n", "are taken"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AnInputsView, TestsTheConnectionOfTheModuleOfTheCurrentRow) {
