@@ -1444,22 +1444,6 @@
 <context>
     <name>InputModel</name>
     <message>
-        <source>? module in error</source>
-        <translation>? Modul gestört</translation>
-    </message>
-    <message>
-        <source>? module disconnected</source>
-        <translation>? Modul getrennt</translation>
-    </message>
-    <message>
-        <source>● keyed</source>
-        <translation>● getastet</translation>
-    </message>
-    <message>
-        <source>○ silent</source>
-        <translation>○ still</translation>
-    </message>
-    <message>
         <source>Module</source>
         <translation>Modul</translation>
     </message>
@@ -1534,6 +1518,14 @@
     <message>
         <source>this input stands in line %1 too</source>
         <translation>dieser Eingang steht auch in Zeile %1</translation>
+    </message>
+    <message>
+        <source>The module is in error</source>
+        <translation>Das Modul ist gestört</translation>
+    </message>
+    <message>
+        <source>The module is disconnected</source>
+        <translation>Das Modul ist getrennt</translation>
     </message>
 </context>
 <context>
@@ -1613,28 +1605,12 @@
         <translation>Eingänge: Name, Frequenz und Zustand</translation>
     </message>
     <message>
-        <source>Test connection</source>
-        <translation>Verbindung prüfen</translation>
-    </message>
-    <message>
         <source>Reads the inputs of the module of the current row once</source>
         <translation>Liest die Eingänge des Moduls der aktuellen Zeile einmal</translation>
     </message>
     <message>
-        <source>Paste</source>
-        <translation>Einfügen</translation>
-    </message>
-    <message>
         <source>Enters cells of a spreadsheet, from the current cell on (Ctrl+V)</source>
         <translation>Trägt Zellen einer Tabellenkalkulation ein, ab der aktuellen Zelle (Strg+V)</translation>
-    </message>
-    <message>
-        <source>Import…</source>
-        <translation>Importieren …</translation>
-    </message>
-    <message>
-        <source>Export…</source>
-        <translation>Exportieren …</translation>
     </message>
     <message>
         <source>Not taken. %1</source>
@@ -1651,14 +1627,6 @@
     <message>
         <source>keyed: %1</source>
         <translation>getastet: %1</translation>
-    </message>
-    <message>
-        <source>%1 at %2 answers: %3</source>
-        <translation>%1 bei %2 antwortet: %3</translation>
-    </message>
-    <message>
-        <source>%1 at %2 does not answer: %3</source>
-        <translation>%1 bei %2 antwortet nicht: %3</translation>
     </message>
     <message>
         <source>Export the inputs</source>
@@ -1691,6 +1659,30 @@
     <message>
         <source>Names and frequencies of the clipboard are taken</source>
         <translation>Namen und Frequenzen der Zwischenablage sind übernommen</translation>
+    </message>
+    <message>
+        <source>&amp;Test connection</source>
+        <translation>Verbindung &amp;prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Import…</source>
+        <translation>&amp;Importieren …</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>E&amp;xportieren …</translation>
+    </message>
+    <message>
+        <source>%1 at %2 answers at %3: %4</source>
+        <translation>%1 bei %2 antwortet um %3: %4</translation>
+    </message>
+    <message>
+        <source>%1 at %2 does not answer at %3: %4</source>
+        <translation>%1 bei %2 antwortet um %3 nicht: %4</translation>
     </message>
 </context>
 <context>
@@ -1972,6 +1964,14 @@
     <message>
         <source>What it does</source>
         <translation>Was sie tut</translation>
+    </message>
+    <message>
+        <source>Arrow keys</source>
+        <translation>Pfeiltasten</translation>
+    </message>
+    <message>
+        <source>The cell beside, in a table</source>
+        <translation>Die Zelle daneben, in einer Tabelle</translation>
     </message>
 </context>
 <context>

@@ -36,6 +36,7 @@ std::vector<KeysDialog::Row> KeysDialog::RowsOf(const QWidget& window, const std
     const QString control = QKeySequence(QStringLiteral("Ctrl+Tab")).toString(QKeySequence::NativeText);
     rows.push_back({control, tr("The next page, from the tabs")});
     rows.push_back({tab, tr("The next control; with Shift the one before")});
+    rows.push_back({tr("Arrow keys"), tr("The cell beside, in a table")});
     rows.push_back({tr("Alt and an underlined letter"), tr("That control")});
     rows.insert(rows.end(), further.begin(), further.end());
     return rows;

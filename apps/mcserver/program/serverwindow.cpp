@@ -70,8 +70,8 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     m_layout = new QVBoxLayout(content);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
-    m_layout->addWidget(m_undo);
     m_layout->addWidget(m_tabs, 1);
+    m_layout->addWidget(m_undo);  // below, so that what is on the pages stays where it is
     setCentralWidget(content);
     BuildMenus();
     AddPage(new StatusPage, "Status", tr("Status"));

@@ -6,31 +6,34 @@
 
 #include <devicecontrol/multichannelserver/common/gts/modulename.h>
 
-namespace {
-
-enum class EInput { Error, Disconnected, Keyed, Silent };
-
-EInput StateOf(const ModuleState& module, int input) {
-    if (module.state == EModuleState::Error) return EInput::Error;
-    if (module.state == EModuleState::Disconnected) return EInput::Disconnected;
-    return module.IsKeyed(input) ? EInput::Keyed : EInput::Silent;
+QString inputcells::TitleOf(int column) {
+    const QString titles[] = {InputModel::tr("Module"),          InputModel::tr("IP Address"),
+                              InputModel::tr("Input"),           InputModel::tr("Name"),
+                              InputModel::tr("Frequency (MHz)"), InputModel::tr("State")};
+    return column >= 0 && column < InputModel::ColumnCount ? titles[column] : QString();
 }
 
-QString StateText(EInput state) {
-    switch (state) {
-        case EInput::Error:
-            return InputModel::tr("? module in error");
-        case EInput::Disconnected:
-            return InputModel::tr("? module disconnected");
-        case EInput::Keyed:
-            return InputModel::tr("\u25cf keyed");
-        case EInput::Silent:
-            return InputModel::tr("\u25cb silent");
+QString inputcells::EarlierTitleOf(const ModuleSettings& settings) {
+    return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
+}
+
+lamplook::ELamp inputcells::LampOf(const ModuleState& module, int input, bool isUnsupervised) {
+    if (module.state == EModuleState::Connected)
+        return module.IsKeyed(input) ? lamplook::ELamp::Keyed : lamplook::ELamp::Silent;
+    return isUnsupervised ? lamplook::ELamp::Unsupervised : lamplook::ELamp::Unknown;
+}
+
+QString inputcells::WhyNotLive(const ModuleState& module) {
+    switch (module.state) {
+        case EModuleState::Error:
+            return InputModel::tr("The module is in error");
+        case EModuleState::Disconnected:
+            return InputModel::tr("The module is disconnected");
+        case EModuleState::Connected:
+            break;
     }
-    Q_UNREACHABLE();
+    return QString();
 }
-
-}  // namespace
 
 QString inputcells::TextOf(const ModuleState& module, int input, int column) {
     const ModuleSettings& settings = module.settings;
@@ -47,8 +50,6 @@ QString inputcells::TextOf(const ModuleState& module, int input, int column) {
         case InputModel::Frequency:
             return settings.frequencies[i] != 0.0 ? FrequencyText::InMegahertz(settings.frequencies[i])
                                                   : QString();
-        case InputModel::State:
-            return StateText(StateOf(module, input));
         default:
             return QString();
     }
@@ -56,8 +57,8 @@ QString inputcells::TextOf(const ModuleState& module, int input, int column) {
 
 QStringList inputcells::StateTexts() {
     QStringList texts;
-    for (const EInput state : {EInput::Error, EInput::Disconnected, EInput::Keyed, EInput::Silent})
-        texts += StateText(state);
+    for (const lamplook::ELamp lamp : lamplook::All)
+        texts += lamplook::Text(lamp);
     return texts;
 }
 

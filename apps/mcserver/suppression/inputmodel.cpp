@@ -10,12 +10,12 @@
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 #include <QtCore/QPointer>
-#include <QtGui/QFont>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -23,11 +23,6 @@ namespace {
 
 QString NodeNameOf(const ModuleSettings& settings) {
     return ModuleIdentity{settings.type, settings.index, QString()}.NodeName();
-}
-
-/// Written by earlier versions, in files that people keep: "ADAM-6051-1".
-QString EarlierTitleOf(const ModuleSettings& settings) {
-    return QStringLiteral("%1-%2").arg(settings.type, QString::number(qint64{settings.index} + 1));
 }
 
 }  // namespace
@@ -42,6 +37,7 @@ InputModel::InputModel(SuppressionPlant& plant, const FrequencyRange& range, QOb
         if (!m_refresh.isActive()) m_refresh.start();
     });
     m_modules = m_plant.GetStates();
+    m_unsupervised = m_plant.GetUnsupervisedFrequencies();
     CountRows();
 }
 
@@ -52,11 +48,20 @@ void InputModel::CountRows() {
             m_rows.push_back({static_cast<int>(module), static_cast<int>(input)});
 }
 
+/// An input may not be watched any more, or again, because of another module's.
+void InputModel::ShowUnsupervised() {
+    std::vector<double> unsupervised = m_plant.GetUnsupervisedFrequencies();
+    if (unsupervised == m_unsupervised) return;
+    std::swap(m_unsupervised, unsupervised);
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0, State), index(rowCount() - 1, State));
+}
+
 /// Whoever edits a cell goes on with that, unless there are other rows now: the view would put the content
 /// of every cell that is told of in place of what is being typed.
 void InputModel::Refresh() {
     std::vector<ModuleState> modules = m_plant.GetStates();
     if (modules == m_modules) return;
+    ShowUnsupervised();
     const auto isSameModule = [](const ModuleState& a, const ModuleState& b) {
         return NodeNameOf(a.settings) == NodeNameOf(b.settings) &&
                a.settings.frequencies.size() == b.settings.frequencies.size();
@@ -92,7 +97,22 @@ const ModuleState& InputModel::GetModule(int row) const {
 }
 
 QString InputModel::TextOf(const Row& row, int column) const {
+    if (column == State) return lamplook::Text(LampOf(row));
     return inputcells::TextOf(m_modules[static_cast<std::size_t>(row.module)], row.input, column);
+}
+
+lamplook::ELamp InputModel::LampOf(const Row& row) const {
+    const ModuleState& module = m_modules[static_cast<std::size_t>(row.module)];
+    const double hz = module.settings.frequencies[static_cast<std::size_t>(row.input)];
+    const bool isUnsupervised =
+        std::binary_search(m_unsupervised.begin(), m_unsupervised.end(), std::floor(hz));
+    return inputcells::LampOf(module, row.input, isUnsupervised);
+}
+
+QVariant InputModel::LookOfState(const Row& row, int role) const {
+    if (role != Qt::ToolTipRole) return lamplook::Look(LampOf(row), role);
+    const QString reason = inputcells::WhyNotLive(m_modules[static_cast<std::size_t>(row.module)]);
+    return reason.isEmpty() ? QVariant() : reason;
 }
 
 QVariant InputModel::data(const QModelIndex& index, int role) const {
@@ -109,12 +129,7 @@ QVariant InputModel::data(const QModelIndex& index, int role) const {
         if (role == Qt::ToolTipRole) return doubt;
         return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     }
-    if (role == Qt::FontRole && index.column() == State && GetModule(index.row()).IsKeyed(row.input)) {
-        QFont bold;
-        bold.setBold(true);
-        return bold;
-    }
-    return QVariant();
+    return index.column() == State ? LookOfState(row, role) : QVariant();
 }
 
 QString InputModel::DoubtOf(const Row& row) const {
@@ -127,9 +142,7 @@ QString InputModel::DoubtOf(const Row& row) const {
 QVariant InputModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
         return QAbstractTableModel::headerData(section, orientation, role);
-    const QString titles[] = {tr("Module"), tr("IP Address"),      tr("Input"),
-                              tr("Name"),   tr("Frequency (MHz)"), tr("State")};
-    return section >= 0 && section < ColumnCount ? titles[section] : QString();
+    return inputcells::TitleOf(section);
 }
 
 Qt::ItemFlags InputModel::flags(const QModelIndex& index) const {
@@ -250,7 +263,8 @@ int InputModel::FindRow(const QString& title, const QString& input) const {
                               [&](const Row& row) { return isIt(row, TextOf(row, Module)); });
     if (found == m_rows.end())
         found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) {
-            return isIt(row, EarlierTitleOf(m_modules[static_cast<std::size_t>(row.module)].settings));
+            return isIt(row,
+                        inputcells::EarlierTitleOf(m_modules[static_cast<std::size_t>(row.module)].settings));
         });
     return found != m_rows.end() ? static_cast<int>(found - m_rows.begin()) : -1;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcserver/suppression/inputrules.h>
+#include <apps/pages/suppression/lamplook.h>
 
 #include <devicecontrol/multichannelserver/common/gts/modulestate.h>
 
@@ -70,7 +71,10 @@ class InputModel : public QAbstractTableModel {
 
     void Refresh();
     void CountRows();
+    void ShowUnsupervised();
     QString TextOf(const Row& row, int column) const;
+    lamplook::ELamp LampOf(const Row& row) const;
+    QVariant LookOfState(const Row& row, int role) const;
     /// What is wrong with a frequency that was assigned elsewhere; empty if nothing is.
     QString DoubtOf(const Row& row) const;
     QString RefusalOf(const Change& change) const;
@@ -89,4 +93,5 @@ class InputModel : public QAbstractTableModel {
     QTimer m_refresh;
     std::vector<ModuleState> m_modules;
     std::vector<Row> m_rows;
+    std::vector<double> m_unsupervised;  ///< whole hertz, ascending
 };

@@ -5,12 +5,12 @@
 #include <apps/mcserver/suppression/inputcells.h>
 #include <apps/mcserver/suppression/inputcsv.h>
 #include <apps/mcserver/suppression/pastedcells.h>
-#include <apps/pages/noticebar.h>
 
 #include <platform/config/textfile.h>
 #include <platform/widgets/plaintextdelegate.h>
 
 #include <QtCore/QSaveFile>
+#include <QtCore/QTime>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
@@ -26,11 +26,13 @@
 namespace {
 
 constexpr int RowHeight = 22;
-constexpr int LeastRows = 6;
+constexpr int LeastRows = 2;  // where bars take the room on a small screen
 
-/// Of columns, in characters, but not less than their titles need; names have what is left.
+/// Of columns, in characters, but not less than their titles need; names of inputs have what is left.
 constexpr std::pair<int, int> Widths[] = {
-    {InputModel::Module, 18}, {InputModel::Address, 15}, {InputModel::Input, 8}, {InputModel::Frequency, 16}};
+    {InputModel::Address, 15}, {InputModel::Input, 8}, {InputModel::Frequency, 16}};
+constexpr int LeastModule = 18;
+constexpr int MostModule = 30;
 constexpr int BesideText = 12;  // pixels, at both sides of a cell together
 
 int WidthOfStates(const QFontMetrics& letters) {
@@ -38,6 +40,10 @@ int WidthOfStates(const QFontMetrics& letters) {
     for (const QString& text : inputcells::StateTexts())
         width = qMax(width, letters.horizontalAdvance(text));
     return width + BesideText;
+}
+
+QString TimeOfDay() {
+    return QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
 }
 
 QString FileFilter() {
@@ -54,8 +60,11 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     m_table->setModel(&m_model);
     m_table->setItemDelegate(new PlainTextDelegate(m_table));
     m_table->setAlternatingRowColors(true);
+    m_table->setTabKeyNavigation(false);  // Tab leads on to the buttons
     m_table->setWordWrap(false);
     m_table->setMinimumHeight(RowHeight * (LeastRows + 1));
+    // It gives way to bars: what it would like to have is no reason to scroll the page.
+    m_table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(RowHeight);
     m_table->horizontalHeader()->setSectionResizeMode(InputModel::Name, QHeaderView::Stretch);
@@ -63,6 +72,7 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     for (const auto& [column, characters] : Widths)
         m_table->setColumnWidth(column, qMax(m_table->fontMetrics().averageCharWidth() * characters,
                                              m_table->horizontalHeader()->sectionSizeHint(column)));
+    FitModules();
     m_table->setColumnWidth(InputModel::State, WidthOfStates(m_table->fontMetrics()));
     m_table->installEventFilter(this);
     auto* const caption = new QLabel(tr("Inputs: name, frequency and state"), this);
@@ -70,8 +80,8 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(caption);
-    layout->addWidget(m_notice);
     layout->addWidget(m_table, 1);
+    layout->addWidget(m_notice);  // below, so that the rows stay where they are
     layout->addLayout(BuildButtons());
     connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Tell);
     connect(&m_model, &InputModel::SignalManyChanged, this,
@@ -80,8 +90,19 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
                                         : tr("%1 cells of the inputs are changed.").arg(cells),
                              undo);
             });
-    connect(&m_model, &QAbstractItemModel::modelReset, this, &InputsView::EnableTest);
-    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &InputsView::EnableTest);
+    connect(&m_model, &QAbstractItemModel::modelReset, this, [this] {
+        FitModules();
+        ForgetOldTest();
+        EnableTest();
+    });
+    connect(&m_model, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
+        if (first.column() == InputModel::Module) FitModules();
+        if (first.column() == InputModel::State) ForgetOldTest();
+    });
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        ForgetOldTest();
+        EnableTest();
+    });
     connect(&m_test, &ConnectionTest::SignalAnswered, this, &InputsView::OnAnswered);
     connect(&m_test, &ConnectionTest::SignalFailed, this, &InputsView::OnFailed);
     EnableTest();
@@ -96,13 +117,13 @@ QHBoxLayout* InputsView::BuildButtons() {
         row->addWidget(button);
         return button;
     };
-    m_testButton = add(tr("Test connection"), "TestConnection", &InputsView::TestConnection);
+    m_testButton = add(tr("&Test connection"), "TestConnection", &InputsView::TestConnection);
     m_testButton->setToolTip(tr("Reads the inputs of the module of the current row once"));
     row->addStretch();
-    add(tr("Paste"), "Paste", &InputsView::Paste)
+    add(tr("&Paste"), "Paste", &InputsView::Paste)
         ->setToolTip(tr("Enters cells of a spreadsheet, from the current cell on (Ctrl+V)"));
-    add(tr("Import\u2026"), "Import", &InputsView::ChooseImport);
-    add(tr("Export\u2026"), "Export", &InputsView::ChooseExport);
+    add(tr("&Import\u2026"), "Import", &InputsView::ChooseImport);
+    add(tr("&Export\u2026"), "Export", &InputsView::ChooseExport);
     return row;
 }
 
@@ -117,7 +138,49 @@ bool InputsView::eventFilter(QObject* watched, QEvent* event) {
 
 void InputsView::Tell(const QString& reason) {
     const QString text = reason.isEmpty() ? QString() : tr("Not taken. %1").arg(reason);
-    m_notice->Tell(NoticeBar::ESeverity::Warning, text);
+    Say(NoticeBar::ESeverity::Warning, text);
+}
+
+void InputsView::Say(NoticeBar::ESeverity severity, const QString& text) {
+    m_shownTest.reset();
+    m_notice->Tell(severity, text);
+}
+
+/// \a told: what the outcome says of the module.
+void InputsView::SayOfTest(NoticeBar::ESeverity severity, const QString& text, EModuleState told) {
+    Say(severity, text);
+    if (!m_table->currentIndex().isValid()) return;
+    const ModuleState& module = m_model.GetModule(m_table->currentIndex().row());
+    m_shownTest = TestShown{module.settings, module.state, told};
+}
+
+/// What a test told holds of one moment. It goes with the choice of another module, and when the module is in
+/// another state than it was, and than the test said.
+void InputsView::ForgetOldTest() {
+    if (!m_shownTest) return;
+    const QModelIndex current = m_table->currentIndex();
+    if (!current.isValid()) return Say(NoticeBar::ESeverity::Information, QString());
+    const ModuleState& module = m_model.GetModule(current.row());
+    const bool isSame = module.settings.type == m_shownTest->module.type &&
+                        module.settings.index == m_shownTest->module.index;
+    const bool isTrue = module.state == m_shownTest->state || module.state == m_shownTest->told;
+    if (!isSame || !isTrue) return Say(NoticeBar::ESeverity::Information, QString());
+    m_shownTest->state = module.state;
+}
+
+/// As wide as the names of modules need, within bounds.
+void InputsView::FitModules() {
+    const QFontMetrics letters = m_table->fontMetrics();
+    int width = letters.averageCharWidth() * LeastModule;
+    QString last;
+    for (int row = 0; row < m_model.rowCount(); ++row) {
+        const QString name = m_model.index(row, InputModel::Module).data().toString();
+        if (name != last) width = qMax(width, letters.horizontalAdvance(name) + BesideText);
+        last = name;
+    }
+    width = qMin(width, letters.averageCharWidth() * MostModule);
+    m_table->setColumnWidth(InputModel::Module,
+                            qMax(width, m_table->horizontalHeader()->sectionSizeHint(InputModel::Module)));
 }
 
 void InputsView::Paste() {
@@ -127,8 +190,7 @@ void InputsView::Paste() {
     if (!inputcsv::IsHeader(lines.first())) {
         m_model.Paste(m_table->currentIndex(), lines);
     } else if (m_model.FromCsv(lines).isEmpty()) {
-        m_notice->Tell(NoticeBar::ESeverity::Information,
-                       tr("Names and frequencies of the clipboard are taken"));
+        Say(NoticeBar::ESeverity::Information, tr("Names and frequencies of the clipboard are taken"));
     }
 }
 
@@ -139,8 +201,8 @@ void InputsView::EnableTest() {
 void InputsView::TestConnection() {
     if (m_test.IsRunning() || !m_table->currentIndex().isValid()) return;
     m_tested = m_model.GetModule(m_table->currentIndex().row()).settings;
-    m_notice->Tell(NoticeBar::ESeverity::Information,
-                   tr("Testing %1 at %2\u2026").arg(m_tested.GetName(), m_tested.address));
+    Say(NoticeBar::ESeverity::Information,
+        tr("Testing %1 at %2\u2026").arg(m_tested.GetName(), m_tested.address));
     m_test.Start(m_tested.address, static_cast<int>(m_tested.frequencies.size()));
     EnableTest();
 }
@@ -152,15 +214,17 @@ void InputsView::OnAnswered(quint32 bits) {
             keyed << modulename::OfInput(m_tested.labels[input], static_cast<int>(input));
     const QString inputs =
         keyed.isEmpty() ? tr("no input is keyed") : tr("keyed: %1").arg(keyed.join(QStringLiteral(", ")));
-    m_notice->Tell(NoticeBar::ESeverity::Information,
-                   tr("%1 at %2 answers: %3").arg(m_tested.GetName(), m_tested.address, inputs));
+    SayOfTest(NoticeBar::ESeverity::Information,
+              tr("%1 at %2 answers at %3: %4").arg(m_tested.GetName(), m_tested.address, TimeOfDay(), inputs),
+              EModuleState::Connected);
     EnableTest();
 }
 
 void InputsView::OnFailed(const QString& reason) {
-    m_notice->Tell(NoticeBar::ESeverity::Warning,
-                   tr("%1 at %2 does not answer: %3")
-                       .arg(m_tested.GetName(), m_tested.address, problemtext::Translated(reason)));
+    SayOfTest(NoticeBar::ESeverity::Warning,
+              tr("%1 at %2 does not answer at %3: %4")
+                  .arg(m_tested.GetName(), m_tested.address, TimeOfDay(), problemtext::Translated(reason)),
+              EModuleState::Error);
     EnableTest();
 }
 
@@ -181,10 +245,9 @@ void InputsView::ExportTo(const QString& file) {
     const bool isWritten =
         saved.open(QIODevice::WriteOnly) && saved.write(bytes) == bytes.size() && saved.commit();
     if (isWritten)
-        m_notice->Tell(NoticeBar::ESeverity::Information, tr("Written to %1").arg(file));
+        Say(NoticeBar::ESeverity::Information, tr("Written to %1").arg(file));
     else
-        m_notice->Tell(
-            NoticeBar::ESeverity::Warning,
+        Say(NoticeBar::ESeverity::Warning,
             tr("%1 cannot be written: %2").arg(file, problemtext::Translated(saved.errorString())));
 }
 
@@ -195,6 +258,5 @@ void InputsView::ImportFrom(const QString& file) {
     // Spreadsheets begin a file with the mark of its encoding.
     if (!lines.isEmpty() && lines[0].startsWith(QChar(QChar::ByteOrderMark))) lines[0].remove(0, 1);
     if (m_model.FromCsv(lines).isEmpty())
-        m_notice->Tell(NoticeBar::ESeverity::Information,
-                       tr("Names and frequencies of %1 are taken").arg(file));
+        Say(NoticeBar::ESeverity::Information, tr("Names and frequencies of %1 are taken").arg(file));
 }

@@ -3,12 +3,13 @@
 
 #include <apps/mcserver/suppression/connectiontest.h>
 #include <apps/mcserver/suppression/inputmodel.h>
+#include <apps/pages/noticebar.h>
 
 #include <QtWidgets/QWidget>
 
 #include <functional>
+#include <optional>
 
-class NoticeBar;
 class QHBoxLayout;
 class QPushButton;
 class QTableView;
@@ -22,7 +23,7 @@ class InputsView : public QWidget {
     /// \a plant is not owned, and outlives the view.
     InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWidget* parent = nullptr);
 
-    /// Writes the table to \a file. What becomes of it is said above the table, as of the next.
+    /// Writes the table to \a file. What becomes of it is said below the table, as of the next.
     void ExportTo(const QString& file);
     void ImportFrom(const QString& file);
 
@@ -37,6 +38,11 @@ class InputsView : public QWidget {
   private:
     QHBoxLayout* BuildButtons();
     void Paste();
+    void FitModules();
+    /// In place of what was told, also of a test.
+    void Say(NoticeBar::ESeverity severity, const QString& text);
+    void SayOfTest(NoticeBar::ESeverity severity, const QString& text, EModuleState told);
+    void ForgetOldTest();
     void TestConnection();
     void OnAnswered(quint32 bits);
     void OnFailed(const QString& reason);
@@ -45,9 +51,17 @@ class InputsView : public QWidget {
     void Tell(const QString& reason);
     void EnableTest();
 
+    /// The module that was current when the outcome of a test came, and what was known of it.
+    struct TestShown {
+        ModuleSettings module;
+        EModuleState state = EModuleState::Disconnected;
+        EModuleState told = EModuleState::Disconnected;  ///< by the test
+    };
+
     InputModel m_model;
     ConnectionTest m_test;
     ModuleSettings m_tested;
+    std::optional<TestShown> m_shownTest;
     NoticeBar* m_notice;
     QTableView* m_table;
     QPushButton* m_testButton = nullptr;

@@ -3,10 +3,6 @@
 
 #include <apps/common/frequencytext.h>
 #include <apps/pages/agetext.h>
-#include <apps/pages/severitylook.h>
-
-#include <QtGui/QFont>
-#include <QtWidgets/QApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -48,21 +44,9 @@ int InputStatusModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : ColumnCount;
 }
 
-EKeying InputStatusModel::KeyingOf(const Row& row) {
-    if (!row.isLive) return EKeying::Unknown;
-    return row.input.isKeyed ? EKeying::Keyed : EKeying::Silent;
-}
-
-QString InputStatusModel::LampText(const Row& row) {
-    switch (KeyingOf(row)) {
-        case EKeying::Keyed:
-            return tr("\u25cf keyed");
-        case EKeying::Silent:
-            return tr("\u25cb silent");
-        case EKeying::Unknown:
-            break;
-    }
-    return row.isUnsupervised ? tr("\u2715 not supervised") : tr("? not live");
+lamplook::ELamp InputStatusModel::LampOf(const Row& row) {
+    if (row.isLive) return row.input.isKeyed ? lamplook::ELamp::Keyed : lamplook::ELamp::Silent;
+    return row.isUnsupervised ? lamplook::ELamp::Unsupervised : lamplook::ELamp::Unknown;
 }
 
 QString InputStatusModel::TextOf(const Row& row, int column) {
@@ -72,7 +56,7 @@ QString InputStatusModel::TextOf(const Row& row, int column) {
         case Input:
             return row.input.name;
         case Lamp:
-            return LampText(row);
+            return lamplook::Text(LampOf(row));
         case Frequency:
             return row.input.hz > 0.0 ? FrequencyText::InMegahertz(row.input.hz) : QString();
         case KeyedSince:
@@ -87,21 +71,11 @@ QString InputStatusModel::TextOf(const Row& row, int column) {
 QVariant InputStatusModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount()) return QVariant();
     const Row& row = m_rows[static_cast<std::size_t>(index.row())];
-    const EKeying keying = KeyingOf(row);
     if (role == SortRole && index.column() == Frequency) return row.input.hz;
     if (role == Qt::DisplayRole || role == SortRole) return TextOf(row, index.column());
     if (role == Qt::TextAlignmentRole && index.column() == Frequency)
         return int(Qt::AlignRight | Qt::AlignVCenter);
-    if (index.column() != Lamp || keying == EKeying::Silent) return QVariant();
-    const bool isUrgent = keying == EKeying::Keyed || row.isUnsupervised;
-    if (role == Qt::ForegroundRole)
-        return severitylook::Colour(isUrgent ? ESeverity::Act : ESeverity::Stale, QApplication::palette());
-    if (role == Qt::FontRole && keying == EKeying::Keyed) {
-        QFont bold = QApplication::font();
-        bold.setBold(true);
-        return bold;
-    }
-    return QVariant();
+    return index.column() == Lamp ? lamplook::Look(LampOf(row), role) : QVariant();
 }
 
 QVariant InputStatusModel::headerData(int section, Qt::Orientation orientation, int role) const {

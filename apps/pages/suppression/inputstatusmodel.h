@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/pages/suppression/ikeyinghistory.h>
+#include <apps/pages/suppression/lamplook.h>
 #include <apps/pages/suppression/suppressionstate.h>
 
 #include <QtCore/QAbstractTableModel>
@@ -41,8 +41,7 @@ class InputStatusModel : public QAbstractTableModel {
         }
     };
 
-    static EKeying KeyingOf(const Row& row);
-    static QString LampText(const Row& row);
+    static lamplook::ELamp LampOf(const Row& row);
     static QString TextOf(const Row& row, int column);
 
     std::vector<Row> m_rows;

@@ -42,6 +42,7 @@
 namespace {
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::StartsWith;
 
 class AnInputsView : public testing::Test {
@@ -164,13 +165,18 @@ TEST_F(AnInputsView, ShowsWhatTheModuleReads) {
 TEST_F(AnInputsView, SaysThatNothingIsKnownOfAModuleInError) {
     Show();
     EXPECT_TRUE(
-        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u2715 not supervised"); }));
+    EXPECT_EQ(TextAt(4, InputModel::State), QStringLiteral("? not live"));  // it has no frequency
+    EXPECT_TRUE(WaitUntil([&] {
+        return Cell(3, InputModel::State).data(Qt::ToolTipRole) == QStringLiteral("The module is in error");
+    }));
+    EXPECT_NE(Cell(3, InputModel::State).data(Qt::ForegroundRole), QVariant());
 }
 
 TEST_F(AnInputsView, HasRoomForWhatIsWrongWithAModule) {
     Show();
     ASSERT_TRUE(
-        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u2715 not supervised"); }));
     const auto widthOf = [&](const QString& text) { return Table().fontMetrics().horizontalAdvance(text); };
     const int beside =
         Table().sizeHintForIndex(Cell(3, InputModel::State)).width() - widthOf(TextAt(3, InputModel::State));
@@ -487,9 +493,72 @@ TEST_F(AnInputsView, TestsTheConnectionOfTheModuleOfTheCurrentRow) {
     Click("TestConnection");
     EXPECT_FALSE(button.isEnabled());  // the window goes on meanwhile
     EXPECT_THAT(Notice(), StartsWith("Testing ADAM-6051 1 at 127.0.0.1"));
-    EXPECT_TRUE(WaitUntil([&] { return Notice() == "ADAM-6051 1 at 127.0.0.1 answers: keyed: Tower 1"; }))
-        << Notice();
-    EXPECT_TRUE(button.isEnabled());
+    EXPECT_TRUE(WaitUntil([&] { return button.isEnabled(); }));
+    EXPECT_THAT(Notice(), MatchesRegex("ADAM-6051 1 at 127.0.0.1 answers at ..:..:..: keyed: Tower 1"));
+}
+
+TEST_F(AnInputsView, ForgetsATestWhenAnotherModuleIsChosen) {
+    ASSERT_NO_FATAL_FAILURE(ShowWithModule());
+    ASSERT_TRUE(WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u25cb silent"); }));
+    Table().setCurrentIndex(Cell(3, InputModel::Name));
+    Click("TestConnection");
+    ASSERT_TRUE(
+        WaitUntil([&] { return QString::fromStdString(Notice()).contains(QStringLiteral("answers")); }));
+    Table().setCurrentIndex(Cell(5, InputModel::Name));
+    EXPECT_THAT(Notice(), HasSubstr("answers"));
+    Table().setCurrentIndex(Cell(14, InputModel::Name));
+    EXPECT_EQ(Notice(), "");
+}
+
+TEST_F(AnInputsView, ForgetsATestWhenItsModuleIsInAnotherState) {
+    ASSERT_NO_FATAL_FAILURE(ShowWithModule());
+    ASSERT_TRUE(WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u25cb silent"); }));
+    Table().setCurrentIndex(Cell(3, InputModel::Name));
+    Click("TestConnection");
+    ASSERT_TRUE(
+        WaitUntil([&] { return QString::fromStdString(Notice()).contains(QStringLiteral("answers")); }));
+    m_module->Say("fault exception 6");
+    EXPECT_TRUE(WaitUntil([&] { return Notice().empty(); })) << Notice();
+}
+
+TEST_F(AnInputsView, KeepsAnotherNoticeThanThatOfATest) {
+    Show();
+    Enter(3, InputModel::Frequency, "tower");
+    Table().setCurrentIndex(Cell(14, InputModel::Name));
+    EXPECT_THAT(Notice(), HasSubstr("is no frequency"));
+}
+
+TEST_F(AnInputsView, HasRoomForTheNamesOfModules) {
+    Show();
+    const auto width = [&] { return Table().columnWidth(InputModel::Module); };
+    const auto widthOf = [&](const QString& text) { return Table().fontMetrics().horizontalAdvance(text); };
+    const int first = width();
+    m_view->resize(1200, 400);
+    Enter(3, InputModel::Module, "Tower mast & shelter, east");
+    EXPECT_GT(width(), widthOf(QStringLiteral("Tower mast & shelter, east")));
+    Enter(3, InputModel::Module, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW");
+    EXPECT_LT(width(), m_view->width() / 2);
+    EXPECT_GE(Table().columnWidth(InputModel::Name), widthOf(QStringLiteral("Turm West, Reserve 2")));
+    Enter(3, InputModel::Module, "");
+    EXPECT_EQ(width(), first);
+}
+
+TEST_F(AnInputsView, CallsAFrequencySupervisedThatAnotherModuleWatches) {
+    ASSERT_NO_FATAL_FAILURE(ShowWithModule());
+    ASSERT_TRUE(WaitUntil([&] { return TextAt(12, InputModel::State) == QStringLiteral("\u25cb silent"); }));
+    m_display->GetPlant().SetFrequency(QStringLiteral("ADAM-6060-6"), 0, 121.5e6);
+    m_display->GetPlant().SetAddress(QStringLiteral("ADAM-6051-0"), QStringLiteral("256.0.0.1"));
+    EXPECT_TRUE(WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? not live"); }));
+    m_display->GetPlant().SetFrequency(QStringLiteral("ADAM-6060-6"), 0, 0.0);
+    EXPECT_TRUE(
+        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u2715 not supervised"); }));
+}
+
+TEST_F(AnInputsView, HasKeysForItsButtonsAndIsLeftByTab) {
+    Show();
+    for (const char* name : {"TestConnection", "Paste", "Import", "Export"})
+        EXPECT_FALSE(m_view->findChild<QPushButton*>(QLatin1String(name))->shortcut().isEmpty()) << name;
+    EXPECT_FALSE(Table().tabKeyNavigation());
 }
 
 TEST_F(AnInputsView, SaysWhyAModuleDoesNotAnswer) {
@@ -497,11 +566,13 @@ TEST_F(AnInputsView, SaysWhyAModuleDoesNotAnswer) {
     m_module->Say("fault exception 6");
     Table().setCurrentIndex(Cell(3, InputModel::Name));
     EXPECT_TRUE(
-        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("? module in error"); }));
+        WaitUntil([&] { return TextAt(3, InputModel::State) == QStringLiteral("\u2715 not supervised"); }));
     Click("TestConnection");
     EXPECT_TRUE(WaitUntil([&] {
-        return Notice() == "ADAM-6051 1 at 127.0.0.1 does not answer: Modbus exception 6: the module is busy";
+        return QString::fromStdString(Notice()).contains(QStringLiteral("does not answer"));
     })) << Notice();
+    EXPECT_THAT(Notice(), MatchesRegex("ADAM-6051 1 at 127.0.0.1 does not answer at ..:..:..: "
+                                       "Modbus exception 6: the module is busy"));
 }
 
 TEST_F(AnInputsView, GoesWhileATestIsUnderWay) {
