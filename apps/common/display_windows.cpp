@@ -15,3 +15,7 @@ bool HasDisplay() {
                                      nullptr) != 0 &&
            (station.dwFlags & WSF_VISIBLE) != 0;
 }
+
+QString GetDisplayProblem() {
+    return QString();  // a window station is there, or it is not
+}

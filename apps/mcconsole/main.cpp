@@ -93,6 +93,8 @@ int main(int argc, char** argv) {
     if (options.action != ConsoleOptions::EAction::Run) return options.Answer();
     if (!HasDisplay())
         return terminal::Complain(QStringLiteral("there is no display to show a window on"), ExitFailure);
+    const QString problem = GetDisplayProblem();
+    if (!problem.isEmpty()) return terminal::Complain(problem, ExitFailure);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // 150 % are not to be 200 %: the window would not fit the screen.

@@ -57,7 +57,7 @@ const QString& Bravo() {
 Demo::Demo(const QString& pictures, std::function<bool()> isStopped)
     : m_pictures(QDir(pictures).absolutePath()),
       m_isStopped(std::move(isStopped)),
-      m_hasWindows(HasDisplay()) {}
+      m_hasWindows(HasDisplay() && GetDisplayProblem().isEmpty()) {}
 
 bool Demo::Fail(const QString& what) {
     terminal::Complain(what, 1);

@@ -157,6 +157,9 @@ int RunProgram(const ServerOptions& options, int& argc, char** argv) {
         const QCoreApplication application(argc, argv);
         return Finish(RunHeadless(options, recovery), recovery);
     }
+    const QString problem = GetDisplayProblem();
+    if (!problem.isEmpty())
+        return terminal::Complain(problem + QStringLiteral("; --headless needs none"), ExitFailure);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // 150 % are not to be 200 %: the window would not fit the screen.

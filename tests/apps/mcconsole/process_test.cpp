@@ -210,6 +210,16 @@ TEST_F(ConsoleProcess, NeedsADisplay) {
     EXPECT_EQ(Run({QStringLiteral("--version")}), 0);
 }
 
+#ifdef Q_OS_LINUX
+TEST_F(ConsoleProcess, SaysThatItsDisplayCannotBeReached) {
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":99999"));
+    EXPECT_EQ(Run({}), 1);
+    EXPECT_EQ(errors, QByteArray("mcconsole: the display \":99999\" cannot be reached\n"));
+}
+#endif
+
 TEST_F(ConsoleProcess, ComplainsInOneLine) {
     EXPECT_EQ(Run({QStringLiteral("--connect"), QStringLiteral("tower:x")}), 2);
     EXPECT_EQ(errors, QByteArray("mcconsole: --connect: \"x\" is no port from 1 to 65535 (see --help)\n"));

@@ -28,12 +28,13 @@ class ServerOutput : public testing::Test, protected ProgramRunner {
         StartProgram(QStringLiteral("/bin/sh"),
                      {QStringLiteral("-c"), QString::fromUtf8(ReadUntilItListens), QStringLiteral(MCSERVER),
                       QStringLiteral("--headless"), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"),
-                      QStringLiteral("--config"), m_directory.filePath(QStringLiteral("mcserver.ini"))});
+                      QStringLiteral("--config"), ConfigPath()});
         ASSERT_TRUE(WaitUntil([this] { return output.contains("listening on") && errors.contains('\n'); }))
             << errors.constData();
         m_serverProcess = errors.left(errors.indexOf('\n')).toInt();
         ASSERT_GT(m_serverProcess, 0);
     }
+    QString ConfigPath() const { return m_directory.filePath(QStringLiteral("mcserver.ini")); }
     int Port() const { return output.mid(output.lastIndexOf(':') + 1).trimmed().toInt(); }
     void Signal(int signal) const { ::kill(static_cast<pid_t>(m_serverProcess), signal); }
 
@@ -42,6 +43,18 @@ class ServerOutput : public testing::Test, protected ProgramRunner {
   private:
     QTemporaryDir m_directory;
 };
+
+TEST_F(ServerOutput, SaysThatItsDisplayCannotBeReached) {
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":99999"));
+    StartProgram(QStringLiteral(MCSERVER), {QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"),
+                                            QStringLiteral("--config"), ConfigPath()});
+    EXPECT_EQ(WaitForEnd(), 1);
+    EXPECT_EQ(errors,
+              QByteArray("mcserver: the display \":99999\" cannot be reached; --headless needs none\n"));
+    EXPECT_EQ(output, QByteArray());
+}
 
 TEST_F(ServerOutput, AReaderThatGoesDoesNotTakeTheServerAlong) {
     ASSERT_NO_FATAL_FAILURE(StartServer());
