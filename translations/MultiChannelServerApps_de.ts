@@ -276,10 +276,6 @@
         <translation>GTS-Datenmodul %1/%2 antwortet wieder; es bleibt gestört, bis es verbunden wird</translation>
     </message>
     <message>
-        <source>data modules in error are connected anew</source>
-        <translation>Gestörte Datenmodule werden neu verbunden</translation>
-    </message>
-    <message>
         <source>the last end was not an orderly one: what was entered for the suppression until %1 (data modules: %2) is taken over from &apos;%3&apos;</source>
         <translation>Das letzte Ende war nicht ordentlich: was bis %1 für die Unterdrückung eingegeben wurde (Datenmodule: %2), ist aus „%3“ übernommen</translation>
     </message>
@@ -698,6 +694,18 @@
     <message>
         <source>the ORV reports every %1 ms at most</source>
         <translation>der ORV meldet höchstens alle %1 ms</translation>
+    </message>
+    <message>
+        <source>data modules in error are connected anew: %1%2</source>
+        <translation>Gestörte Datenmodule werden neu verbunden: %1%2</translation>
+    </message>
+    <message>
+        <source>no data module is in error%1</source>
+        <translation>Kein Datenmodul ist gestört%1</translation>
+    </message>
+    <message>
+        <source>; disconnected by hand, and stay so: %1</source>
+        <translation>; von Hand getrennt, und bleiben es: %1</translation>
     </message>
 </context>
 <context>

@@ -73,7 +73,8 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
 
     {"module-failed", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 error: %3 (%4)%5"), Alarm, ESource::Suppression},
     {"module-answers-again", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 answers again; it stays in error until it is connected"), Notice, ESource::Suppression},
-    {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew"), Notice, ESource::Suppression},
+    {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew: %1%2"), Notice, ESource::Suppression},
+    {"no-module-in-error", QT_TRANSLATE_NOOP("CodedText", "no data module is in error%1"), Notice, ESource::Suppression},
     {"module-added", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is added%3"), Notice, ESource::Suppression, EShown::InEventsOnly},
     {"module-deleted", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is deleted%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
     {"module-disconnected", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is disconnected%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
@@ -89,6 +90,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"done-unsupervised", QT_TRANSLATE_NOOP("CodedText", "done, not supervised: %1")},
     {"refused", QT_TRANSLATE_NOOP("CodedText", "refused: %1")},
     {"ended", QT_TRANSLATE_NOOP("CodedText", "ended: %1")},
+    {"stay-disconnected", QT_TRANSLATE_NOOP("CodedText", "; disconnected by hand, and stay so: %1")},
     {"by", QT_TRANSLATE_NOOP("CodedText", ", by %1")},
     {"taken-away-by", QT_TRANSLATE_NOOP("CodedText", ", taken away by %1")},
     {"let-go-by", QT_TRANSLATE_NOOP("CodedText", ", let go by %1")},

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <apps/common/codedtext.h>
+
 #include <platform/values/observation.h>
 #include <platform/values/value.h>
 
@@ -19,6 +21,7 @@ class ReconnectCommand : private IObserver {
     static QString Path();
 
   private:
+    CodedText Report() const;
     void Update(Observable* source, TChangeCode code) override;
 
     SuppressionPlant& m_plant;
