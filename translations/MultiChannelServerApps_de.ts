@@ -21,29 +21,6 @@
     </message>
 </context>
 <context>
-    <name>AlarmBar</name>
-    <message>
-        <source>Ac&amp;knowledge</source>
-        <translation>&amp;Quittieren</translation>
-    </message>
-    <message>
-        <source>Reco&amp;nnect</source>
-        <translation>&amp;Neu verbinden</translation>
-    </message>
-    <message>
-        <source>Reconnect the input modules</source>
-        <translation>Die Eingangsmodule neu verbinden</translation>
-    </message>
-    <message>
-        <source>Takes this bar away at this console until another frequency is lost.</source>
-        <translation>Nimmt diese Zeile an dieser Konsole weg, bis eine weitere Frequenz verloren geht.</translation>
-    </message>
-    <message>
-        <source>NOT SUPERVISED: %1. A keyed transmitter is not seen there.</source>
-        <translation>NICHT ÜBERWACHT: %1. Ein getasteter Sender wird dort nicht gesehen.</translation>
-    </message>
-</context>
-<context>
     <name>AnswerLine</name>
     <message>
         <source>The server&apos;s answers to requests stand here.</source>
@@ -1358,6 +1335,13 @@
     </message>
 </context>
 <context>
+    <name>FrequencyList</name>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 weitere</translation>
+    </message>
+</context>
+<context>
     <name>FrequencyPicker</name>
     <message>
         <source>Recent</source>
@@ -1774,10 +1758,6 @@
     <message>
         <source>Connected to %1. What is shown is live.</source>
         <translation>Mit %1 verbunden. Alles Gezeigte gilt jetzt.</translation>
-    </message>
-    <message>
-        <source>%1 more</source>
-        <translation>%1 weitere</translation>
     </message>
     <message>
         <source>not connected</source>
@@ -3927,6 +3907,13 @@ Bitte prüfen Sie den Namen.</translation>
     </message>
 </context>
 <context>
+    <name>SuppressionAlarm</name>
+    <message>
+        <source>%1 NOT SUPERVISED</source>
+        <translation>%1 UNÜBERWACHT</translation>
+    </message>
+</context>
+<context>
     <name>SuppressionPage</name>
     <message>
         <source>Set up</source>
@@ -4178,6 +4165,29 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>&amp;Undo</source>
         <translation>Rück&amp;gängig</translation>
+    </message>
+</context>
+<context>
+    <name>UnsupervisedBar</name>
+    <message>
+        <source>Ac&amp;knowledge</source>
+        <translation>&amp;Quittieren</translation>
+    </message>
+    <message>
+        <source>Reco&amp;nnect</source>
+        <translation>&amp;Neu verbinden</translation>
+    </message>
+    <message>
+        <source>Reconnect the input modules</source>
+        <translation>Die Eingangsmodule neu verbinden</translation>
+    </message>
+    <message>
+        <source>Takes this bar away in this window until another frequency is lost.</source>
+        <translation>Nimmt diese Zeile in diesem Fenster weg, bis eine weitere Frequenz verloren geht.</translation>
+    </message>
+    <message>
+        <source>NOT SUPERVISED: %1. A keyed transmitter is not seen there.</source>
+        <translation>NICHT ÜBERWACHT: %1. Ein getasteter Sender wird dort nicht gesehen.</translation>
     </message>
 </context>
 </TS>

@@ -1,45 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <platform/values/pathbinding.h>
+#include <apps/pages/unsupervisedbar.h>
 
-#include <QtWidgets/QFrame>
-
-#include <set>
-#include <vector>
-
-class QLabel;
-class QPushButton;
 class Situation;
-class VCPushButton;
 
-/// Names the frequencies whose transmitters nobody watches now, until whoever sits here has acknowledged each
-/// of them; also again, when one of them is lost once more. Hidden otherwise. GUI thread.
-class AlarmBar : public QFrame, private PathBinding::IListener {
+/// The bar of one station, whose server may be lost.
+class AlarmBar : public UnsupervisedBar {
     Q_OBJECT
 
   public:
     /// \a situation is not owned and outlives the bar.
     explicit AlarmBar(const Situation& situation, QWidget* parent = nullptr);
-
-    /// Connects modules anew by the command at \a path, where there is one that may be given.
-    void BindReconnect(const QString& path);
-
-  protected:
-    void changeEvent(QEvent* event) override;
-
-  private:
-    void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
-    void Show();
-    void ShowColours();
-    void Acknowledge();
-
-    const Situation& m_situation;
-    QLabel* m_icon;
-    QLabel* m_text;
-    VCPushButton* m_reconnect;
-    QPushButton* m_acknowledge;
-    PathBinding m_offer;              ///< of the command
-    std::vector<double> m_lost;       ///< Hz, as known last
-    std::set<double> m_acknowledged;  ///< of them
 };

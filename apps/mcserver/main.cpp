@@ -11,6 +11,7 @@
 #include <apps/mcserver/program/serverwindow.h>
 #include <apps/mcserver/program/servicecontrol.h>
 #include <apps/mcserver/suppression/recoverynotices.h>
+#include <apps/mcserver/suppression/suppressionalarm.h>
 #include <apps/mcserver/suppression/suppressionduties.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/mcserver/suppression/suppressionrecovery.h>
@@ -106,6 +107,9 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     auto* const page =
         new SuppressionPage(recovery, server.GetJobs(), server.GetLog(), program.GetClock(), &window);
     window.AddNotice(new RecoveryNotices(recovery.GetReport(), page->GetRecorder()));
+    auto* const alarm = new SuppressionAlarm(page->GetPlant());
+    QObject::connect(alarm, &SuppressionAlarm::Judged, &window, &ServerWindow::ShowState);
+    window.AddNotice(alarm);
     window.AddPage(page, "Suppression", ServerWindow::tr("Ground transmitters"));
     QObject::connect(&shutdown, &ShutdownSignals::HungUp, [&program] { program.ReadFilesAnew(); });
     QObject::connect(&shutdown, &ShutdownSignals::ShutdownRequested, &window, &ServerWindow::CloseNow);

@@ -6,6 +6,7 @@
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/session/judgementparts.h>
 #include <apps/pages/agetext.h>
+#include <apps/pages/frequencylist.h>
 
 #include <QtCore/QLocale>
 
@@ -15,7 +16,6 @@ using namespace judgementparts;
 
 using EFact = ServerFacts::EFact;
 
-constexpr std::size_t MostListed = 8;            // frequencies: more are not read at a glance
 constexpr char UsualApplication[] = "mcserver";  // of a server that nobody gave a name
 
 /// " since 14:03:21", where the server says so.
@@ -85,15 +85,6 @@ QString judgement::ServerName(const ServerFacts& facts, const Connection& connec
 
 QString judgement::Frequency(double hz) {
     return QStringLiteral("%1 MHz").arg(FrequencyText::InMegahertz(hz, 0));
-}
-
-QString judgement::Frequencies(const std::vector<double>& hz) {
-    QStringList texts;
-    for (std::size_t i = 0; i < hz.size() && i < MostListed; ++i)
-        texts += Frequency(hz[i]);
-    if (hz.size() > MostListed)
-        texts += JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 more")).arg(hz.size() - MostListed);
-    return texts.join(QStringLiteral(", "));
 }
 
 SituationItem judgement::Server(const ServerFacts& facts, const Connection& connection,
@@ -169,11 +160,11 @@ SituationItem judgement::Suppression(const ServerFacts& facts) {
     if (!unsupervised.empty()) {
         words += JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 NOT SUPERVISED")).arg(unsupervised.size());
         details += JudgementText(QT_TRANSLATE_NOOP("Judgement", "Not supervised: %1"))
-                       .arg(Frequencies(unsupervised));
+                       .arg(frequencylist::Of(unsupervised));
     }
     if (!keyed.empty()) {
         words += JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 keyed")).arg(keyed.size());
-        details += JudgementText(QT_TRANSLATE_NOOP("Judgement", "Keyed: %1")).arg(Frequencies(keyed));
+        details += JudgementText(QT_TRANSLATE_NOOP("Judgement", "Keyed: %1")).arg(frequencylist::Of(keyed));
     }
     // Behind that there is room for the numbers alone.
     const QString answers =

@@ -18,8 +18,6 @@ constexpr std::chrono::milliseconds SlowLatency{500};
 /// The server as people call it.
 QString ServerName(const ServerFacts& facts, const Connection& connection);
 QString Frequency(double hz);
-/// "121.5 MHz, 118.4 MHz", of long lists only the first.
-QString Frequencies(const std::vector<double>& hz);
 
 /// \a age is that of the contents: zero while they are live.
 SituationItem Server(const ServerFacts& facts, const Connection& connection, std::chrono::milliseconds age);

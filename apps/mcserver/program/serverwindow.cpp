@@ -9,6 +9,7 @@
 #include <apps/pages/mpxorvlistpage.h>
 #include <apps/pages/pagehelp.h>
 #include <apps/pages/scrolledpage.h>
+#include <apps/pages/severitylook.h>
 #include <apps/pages/undobar.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -54,6 +55,7 @@ std::vector<pagehelp::Text> OwnHelp() {
 
 ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     : m_listener(listener),
+      m_title(tr("Multi-channel server: %1").arg(name)),
       m_tabs(new QTabWidget(this)),
       m_undo(new UndoBar(m_clock, this)),
       m_layout(nullptr),
@@ -61,8 +63,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_clients(new QLabel(this)),
       m_shownClients(*this, [this] { ShowClients(); }) {
     setObjectName(QStringLiteral("ServerWindow"));
-    setWindowTitle(tr("Multi-channel server: %1").arg(name));
-    setWindowIcon(style()->standardIcon(QStyle::SP_ComputerIcon));
+    ShowState(ESeverity::Ok, QString());
     resize(960, 740);  // names of inputs have room, and it fits a small screen
     m_tabs->setObjectName(QStringLiteral("Pages"));
     m_tabs->setDocumentMode(true);
@@ -117,6 +118,12 @@ void ServerWindow::BuildMenus() {
 
 void ServerWindow::AddNotice(QWidget* notice) {
     m_layout->insertWidget(m_layout->indexOf(m_tabs), notice);
+}
+
+void ServerWindow::ShowState(ESeverity severity, const QString& word) {
+    setWindowTitle(word.isEmpty() ? m_title : QStringLiteral("%1 | %2").arg(word, m_title));
+    setWindowIcon(severity == ESeverity::Ok ? style()->standardIcon(QStyle::SP_ComputerIcon)
+                                            : severitylook::Icon(severity, *style()));
 }
 
 int ServerWindow::CountClients() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/common/qtclock.h>
+#include <apps/pages/severity.h>
 #include <apps/pages/whenseen.h>
 
 #include <QtCore/QPointer>
@@ -30,6 +31,8 @@ class ServerWindow : public QMainWindow {
     void AddPage(Page* page, const char* name, const QString& title);
     /// Puts \a notice above the pages, whichever is shown.
     void AddNotice(QWidget* notice);
+    /// Shows by the icon how bad it is, and \a word before the title; empty: none.
+    void ShowState(ESeverity severity, const QString& word);
     QTabWidget* GetTabs() const { return m_tabs; }
     /// Closes without asking, or without an answer to what is asked.
     void CloseNow();
@@ -44,6 +47,7 @@ class ServerWindow : public QMainWindow {
     int CountClients() const;
 
     const VtServer& m_listener;
+    const QString m_title;
     QtClock m_clock;
     QTabWidget* m_tabs;
     QMenu* m_pages = nullptr;  ///< brings each to the front

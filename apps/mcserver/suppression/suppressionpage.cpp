@@ -65,6 +65,10 @@ SuppressionPage::~SuppressionPage() {
     delete m_display;
 }
 
+SuppressionPlant& SuppressionPage::GetPlant() const {
+    return m_display->GetPlant();
+}
+
 void SuppressionPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
     m_state->Bind(basePath, segments);
 }

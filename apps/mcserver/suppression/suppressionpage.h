@@ -8,6 +8,7 @@
 
 class GTSDisplay;
 class InputsView;
+class SuppressionPlant;
 class SuppressionUndo;
 class SuppressionView;
 
@@ -25,6 +26,7 @@ class SuppressionPage : public Page {
     /// For the part that shows what consoles see too.
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
+    SuppressionPlant& GetPlant() const;
     const SuppressionRecorder& GetRecorder() const { return m_duties->GetRecorder(); }
 
   private:

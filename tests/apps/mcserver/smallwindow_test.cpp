@@ -4,6 +4,7 @@
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
 #include <apps/mcserver/suppression/inputmodel.h>
+#include <apps/mcserver/suppression/suppressionalarm.h>
 #include <apps/mcserver/suppression/suppressionpage.h>
 #include <apps/mcserver/suppression/suppressionrecovery.h>
 #include <apps/pages/noticebar.h>
@@ -50,6 +51,9 @@ class ASmallServerWindow : public testing::Test {
         window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program->GetListener());
         auto* const page = new SuppressionPage(m_recovery, server.GetJobs(), server.GetLog(),
                                                m_program->GetClock(), window.get());
+        auto* const alarm = new SuppressionAlarm(page->GetPlant());
+        QObject::connect(alarm, &SuppressionAlarm::Judged, window.get(), &ServerWindow::ShowState);
+        window->AddNotice(alarm);
         window->AddPage(page, "Suppression", QStringLiteral("Ground transmitters"));
         window->GetTabs()->setCurrentIndex(window->GetTabs()->count() - 1);
         window->resize(SmallScreen);
@@ -121,6 +125,9 @@ class ASmallServerWindow : public testing::Test {
         QTest::keyClick(&Table(), Qt::Key_V, Qt::ControlModifier);
         RunTurns(5);
     }
+    QString TextOfState(int row) const {
+        return Table().model()->index(row, InputModel::State).data().toString();
+    }
     bool IsShown(const char* name) const {
         return window->findChild<QWidget*>(QLatin1String(name))->isVisible();
     }
@@ -138,7 +145,7 @@ TEST_F(ASmallServerWindow, KeepsTheRowsInPlaceWhenBarsCome) {
     ASSERT_EQ(window->size(), SmallScreen) << "something does not let it be smaller";
     ASSERT_FALSE(NeedsScrolling());
     const int before = TopOf(1);
-    PasteAt(0, InputModel::Name, "module,input,name,frequency_mhz\nADAM-6060 7,1,Van,118.1\n");
+    PasteAt(0, InputModel::Name, "module,input,name,frequency_mhz\nADAM-6060 7,1,Van,\n");  // no alarm
     EXPECT_TRUE(IsShown("InputsNotice"));
     EXPECT_TRUE(IsShown("UndoBar"));
     EXPECT_EQ(TopOf(1), before);
@@ -149,6 +156,26 @@ TEST_F(ASmallServerWindow, KeepsTheRowsInPlaceWhenBarsCome) {
     EXPECT_TRUE(IsShown("InputsNotice"));
     EXPECT_EQ(TopOf(1), before);
     EXPECT_FALSE(NeedsScrolling());
+}
+
+TEST_F(ASmallServerWindow, SaysOnEveryPageWhatNobodyWatches) {
+    const auto& alarm = *window->findChild<QWidget*>(QStringLiteral("AlarmBar"));
+    const auto icon = [this] { return window->windowIcon().pixmap(16).toImage(); };
+    PasteAt(0, InputModel::Frequency, "121.5");
+    window->GetTabs()->setCurrentIndex(0);
+    ASSERT_TRUE(WaitUntil([&] { return alarm.isVisible(); }));
+    EXPECT_EQ(alarm.findChild<QLabel*>(QStringLiteral("AlarmText"))->text(),
+              QStringLiteral("NOT SUPERVISED: 121.5 MHz. A keyed transmitter is not seen there."));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("1 NOT SUPERVISED | Multi-channel server: Mast 7"));
+    const QImage bad = icon();
+    window->GetTabs()->setCurrentIndex(window->GetTabs()->count() - 1);
+    RunTurns(5);
+    EXPECT_FALSE(NeedsScrolling());
+    PasteAt(0, InputModel::Frequency, "0");
+    EXPECT_TRUE(WaitUntil([&] { return !alarm.isVisible(); }));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Multi-channel server: Mast 7"));
+    EXPECT_NE(icon(), bad);
+    ASSERT_TRUE(WaitUntil([&] { return TextOfState(0) == QStringLiteral("? not live"); }));
 }
 
 }  // namespace
