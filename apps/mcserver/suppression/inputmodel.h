@@ -2,7 +2,7 @@
 #pragma once
 
 #include <apps/mcserver/suppression/inputrules.h>
-#include <apps/pages/suppression/lamplook.h>
+#include <apps/pages/lamplook.h>
 
 #include <devicecontrol/multichannelserver/common/gts/modulestate.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <apps/pages/suppression/lamplook.h>
+#include <apps/pages/lamplook.h>
 #include <apps/pages/suppression/suppressionstate.h>
 
 #include <QtCore/QAbstractTableModel>

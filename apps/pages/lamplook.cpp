@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <apps/pages/suppression/lamplook.h>
+#include <apps/pages/lamplook.h>
 
 #include <apps/pages/severitylook.h>
 
