@@ -72,7 +72,7 @@ constexpr std::size_t MaxRoadAheadMessages = 4096;  // likewise, of small ones
 constexpr std::size_t MaxRoadSealed = 1U << 20;     // whose key is not here yet
 constexpr std::size_t MaxRoadSealedMessages = 64;   // likewise
 constexpr std::size_t MaxHeld = 16U << 20;          // of a session that waits for a road: a server sends less
-constexpr std::size_t MaxRoadKeys = 4;              // what is on its way may be older than a new key
+constexpr std::size_t MaxRoadKeys = 64;             // what is fetched may be older than many new keys
 constexpr std::chrono::milliseconds RoadFirstPause(1000);  // before a road that was lost is tried again
 constexpr std::chrono::milliseconds RoadLongestPause(60'000);
 constexpr std::chrono::seconds RoadHearTime(15);   // for a first word by it, marks included

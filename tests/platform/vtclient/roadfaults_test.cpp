@@ -75,6 +75,24 @@ TEST_F(RoadFaults, WhatIsMissingIsFetched) {
     EXPECT_EQ(rider.bus->fetches, 1);
 }
 
+TEST_F(RoadFaults, WhatIsMissingIsFetchedHoweverManyKeysAgoItWasSaid) {
+    constexpr int keys = 30;
+    LetTheServerForget();
+    m_bus.hasKeeper = true;
+    const Rider rider = AddListener();
+    const LossWatch watch(*rider.end->client);
+    LoseNext(rider, 1);
+    Say(1);
+    for (int i = 0; i < keys; ++i) {
+        m_hub->ChangeRoadKeys();
+        Say(1);
+    }
+    PassSlowly(1s);
+    EXPECT_TRUE(watch.losses.empty());
+    EXPECT_EQ(m_occurrences.CountHeard(), 1U + keys);
+    EXPECT_TRUE(m_occurrences.AreInOrder(false));
+}
+
 TEST_F(RoadFaults, TheLastMessageIsMissedByTheMarkBehindIt) {
     m_bus.hasKeeper = true;
     const Rider rider = AddListener();
