@@ -146,6 +146,12 @@ class Session(Desktop):
         self.tune(self.tower_window, "127.5")
         self.expect_tuned("tower", 127500000)
 
+    def last_granted(self, name):
+        """In Hz, as that console has kept it; empty if it has not."""
+        text = (self.folder / f"{name}.ini").read_text()
+        kept = re.search(r"^\[RecentFrequencies\]\n(?:[^\[\n].*\n)*?Hertz0=\"?(\d+)", text, re.MULTILINE)
+        return kept.group(1) if kept else ""
+
     def keep_favourites(self):
         """Named, chosen, kept by a console that is killed."""
         self.press(self.mast_window, "ctrl+d")
@@ -163,6 +169,7 @@ class Session(Desktop):
         self.press_here("Return")
         self.expect_tuned("mast", 128000000)
         wait_for("the title of who is killed next", lambda: "128 MHz" in self.title(self.mast_window))
+        wait_for("what was granted last in the file", lambda: self.last_granted("mast") == "128000000")
         self.mast.kill()
         self.mast, self.mast_window = self.start_console("mast")
         self.open_menu(self.mast, self.mast_window, "ctrl+h")
