@@ -533,7 +533,8 @@ TEST_F(AnInputsView, HasRoomForTheNamesOfModules) {
     const auto width = [&] { return Table().columnWidth(InputModel::Module); };
     const auto widthOf = [&](const QString& text) { return Table().fontMetrics().horizontalAdvance(text); };
     const int first = width();
-    m_view->resize(1200, 400);
+    constexpr int letters = 170;  // of whatever font there is
+    m_view->resize(letters * Table().fontMetrics().averageCharWidth(), 400);
     Enter(3, InputModel::Module, "Tower mast & shelter, east");
     EXPECT_GT(width(), widthOf(QStringLiteral("Tower mast & shelter, east")));
     Enter(3, InputModel::Module, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW");
