@@ -13,7 +13,7 @@ QString whotext::Translated(const QString& who) {
     const QString name = who.left(address);
     const QLatin1String on(" on ");
     const QLatin1String nobody("a client");
-    const int machine = name.indexOf(on);
+    const int machine = name.lastIndexOf(on);
     const QString application = machine < 0 ? name : name.left(machine);
     const QString host = machine < 0 ? QString() : name.mid(machine + on.size());
     if (application == nobody)

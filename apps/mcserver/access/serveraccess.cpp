@@ -144,7 +144,8 @@ bool ServerAccess::MayWrite(const VtPeer& peer, const QString& path, QString* re
     if (!refusal.IsEmpty())
         Log(peer, {ECode::MayNotWrite, {peertext::Coded(peer), peertext::Shown(path), refusal}});
     if (refusal.IsEmpty()) {
-        m_log.SetActor(peertext::Coded(peer));
+        m_log.SetActor(peer,
+                       [this, session = peer.session] { return m_mpxOrvs.NameOfTheOneUsedBy(session); });
         m_actorEnd.Start(std::chrono::milliseconds::zero(), [this] { m_log.SetActor({}); });
     }
     return IsAllowed(refusal, reason);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/log/peertext.h>
 
+#include <QtCore/QStringList>
+
 QString peertext::Shown(const QString& text) {
     QString shown = text.left(MaxLength);
     for (QChar& character : shown) {
@@ -15,9 +17,11 @@ QString peertext::Shown(const QString& text) {
     return shown;
 }
 
-CodedText peertext::Coded(const VtPeer& peer) {
+CodedText peertext::Coded(const VtPeer& peer, const QString& mpxOrv) {
     const QString address = Shown(peer.address);
-    const QString application = Shown(peer.application);
+    QStringList names{Shown(mpxOrv), Shown(peer.application)};
+    names.removeAll(QString());
+    const QString application = names.join(QStringLiteral(", "));
     const QString machine = Shown(peer.machine);
     if (application.isEmpty() && machine.isEmpty()) return {ECode::NamelessPeer, {address}};
     if (application.isEmpty()) return {ECode::NamelessPeerOnMachine, {machine, address}};

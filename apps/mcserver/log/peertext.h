@@ -16,7 +16,8 @@ constexpr int MaxLength = 80;
 QString Shown(const QString& text);
 /// Who \a peer is: "Receiver on DFPC1 (127.0.0.1:50000)".
 QString Name(const VtPeer& peer);
-/// The same, to be said in any language.
-CodedText Coded(const VtPeer& peer);
+/// The same, to be said in any language. People know a console by the name of its MpxORV, so \a mpxOrv comes
+/// first if it is not empty: "Tower 2, Receiver on DFPC1 (127.0.0.1:50000)".
+CodedText Coded(const VtPeer& peer, const QString& mpxOrv = {});
 
 }  // namespace peertext

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/log/serverlog.h>
 
+#include <apps/mcserver/log/peertext.h>
+
 #include <devicecontrol/multichannelserver/common/mcsstatus.h>
 
 #include <utility>
@@ -46,7 +48,8 @@ void ServerLog::Write(const CodedText& text, const Origin& origin) {
     Event event;
     event.severity = row.severity;
     event.source = SourceOf(row, origin.mpxOrv);
-    event.who = origin.who.isEmpty() ? m_actorName : origin.who;
+    LearnActor();
+    event.who = origin.who.isEmpty() ? m_actorPeerName : origin.who;
     event.said = text;
     event.text = english;
     m_journal.Add(std::move(event));
@@ -68,10 +71,35 @@ void ServerLog::WriteFrom(const QString& source, const CodedText& text, const Or
 }
 
 void ServerLog::SetActor(const CodedText& peer) {
+    m_askForMpxOrv = nullptr;
     m_actor = peer;
-    m_actorName = peer.ToEnglish();
+    m_actorName = m_actorPeerName = peer.ToEnglish();
+}
+
+void ServerLog::SetActor(const VtPeer& peer, std::function<QString()> mpxOrv) {
+    m_actorPeer = peer;
+    m_askForMpxOrv = std::move(mpxOrv);
+}
+
+void ServerLog::LearnActor() const {
+    const std::function<QString()> ask = std::exchange(m_askForMpxOrv, nullptr);
+    if (!ask) return;
+    m_actor = peertext::Coded(m_actorPeer, ask());
+    m_actorName = m_actor.ToEnglish();
+    m_actorPeerName = peertext::Name(m_actorPeer);
+}
+
+const CodedText& ServerLog::GetActorText() const {
+    LearnActor();
+    return m_actor;
+}
+
+const QString& ServerLog::GetActor() const {
+    LearnActor();
+    return m_actorName;
 }
 
 CodedText ServerLog::ByActor(ECode code) const {
-    return m_actor.IsEmpty() ? CodedText() : CodedText(code, {m_actor});
+    const CodedText& actor = GetActorText();
+    return actor.IsEmpty() ? CodedText() : CodedText(code, {actor});
 }

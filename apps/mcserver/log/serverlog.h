@@ -6,6 +6,8 @@
 #include <apps/mcserver/events/eventjournal.h>
 #include <apps/mcserver/log/loglimiter.h>
 
+#include <platform/vtclient/ivtaccess.h>
+
 #include <QtCore/QString>
 
 #include <functional>
@@ -34,9 +36,12 @@ class ServerLog {
 
     /// \a peer does what happens from now on; empty: nobody from outside.
     void SetActor(const CodedText& peer);
-    const CodedText& GetActorText() const { return m_actor; }
-    /// Its name.
-    const QString& GetActor() const { return m_actorName; }
+    /// The same of a peer that people know by its MpxORV. Who that is is asked for when it is to be told,
+    /// once: of most writes nothing is told.
+    void SetActor(const VtPeer& peer, std::function<QString()> mpxOrv);
+    const CodedText& GetActorText() const;
+    /// The same in English.
+    const QString& GetActor() const;
     /// By the \a code, such as ECode::TakenAwayBy, that the actor does it, for the end of a text; nothing
     /// while nobody does anything.
     CodedText ByActor(ECode code = ECode::By) const;
@@ -52,6 +57,11 @@ class ServerLog {
     EventJournal m_journal;
     LogLimiter m_limiter;
     LogLimiter m_eventLimiter;  ///< of what the log does not show, so that it takes no lines from it
-    CodedText m_actor;
-    QString m_actorName;
+    void LearnActor() const;
+
+    VtPeer m_actorPeer;
+    mutable std::function<QString()> m_askForMpxOrv;  ///< empty once it is known who acts
+    mutable CodedText m_actor;
+    mutable QString m_actorName;
+    mutable QString m_actorPeerName;  ///< what an event has that names an MpxORV already
 };

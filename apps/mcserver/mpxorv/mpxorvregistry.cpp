@@ -103,6 +103,14 @@ CodedText MpxOrvRegistry::JoinRefusal(const MpxOrv& mpxOrv, int session, const Q
     return {};
 }
 
+QString MpxOrvRegistry::NameOfTheOneUsedBy(int session) const {
+    if (CountUsedBy(session) != 1) return QString();
+    const auto used = std::find_if(m_entries.begin(), m_entries.end(), [session](const Entry& entry) {
+        return entry.mpxOrv->HasClient(session);
+    });
+    return used->mpxOrv->GetName();
+}
+
 CodedText MpxOrvRegistry::CreateDynamic(const QString& name, const Client& client) {
     if (!IsMpxOrvName(name)) return ECode::NoMpxOrvName;
     if (CountOf(EMpxOrvKind::Dynamic) >= MaxDynamic)

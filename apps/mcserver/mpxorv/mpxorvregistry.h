@@ -48,6 +48,8 @@ class MpxOrvRegistry {
     CodedText Join(EMpxOrvKind kind, const QString& name, const Client& client);
     /// Why the session of \a user cannot become, or be once more, a client of \a mpxOrv; empty if it can.
     CodedText JoinRefusal(const MpxOrv& mpxOrv, int session, const QString& user) const;
+    /// The name of the MpxORV that the session uses; empty if it uses none, or several.
+    QString NameOfTheOneUsedBy(int session) const;
     /// Takes one Join back.
     void Release(EMpxOrvKind kind, const QString& name, int session);
     /// The session has ended.

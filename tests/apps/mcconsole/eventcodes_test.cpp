@@ -109,6 +109,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(WhoRow{"Nobody", "", ""},
                     WhoRow{"AProgram", "mcconsole on tower1 (10.0.0.5:50000)",
                            "mcconsole auf tower1 (10.0.0.5:50000)"},
+                    WhoRow{"AnMpxOrvOfAProgram", "Tower on hill, mcconsole on tower1 (10.0.0.5:50000)",
+                           "Tower on hill, mcconsole auf tower1 (10.0.0.5:50000)"},
                     WhoRow{"AProgramAlone", "mctree (10.0.0.5:50000)", "mctree (10.0.0.5:50000)"},
                     WhoRow{"SomebodyNameless", "a client on tower1 (10.0.0.5:50000)",
                            "ein Client auf tower1 (10.0.0.5:50000)"},

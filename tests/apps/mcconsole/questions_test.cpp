@@ -112,7 +112,7 @@ TEST_F(QuestionsTest, TheMasterIsToldWhoTookIt) {
     QTest::keyClick(Box("MayBeJobMaster"), Qt::Key_Space);
     EXPECT_TRUE(WaitFor([this] {
         return Get(Of("Van", "Request/Answer"))
-            .startsWith(QLatin1String("ended: needs MayBeJobMaster, taken away by mcstest on "));
+            .startsWith(QLatin1String("ended: needs MayBeJobMaster, taken away by TestConsole, mcstest on "));
     })) << Get(Of("Van", "Request/Answer")).toStdString();
 }
 
@@ -154,7 +154,8 @@ TEST_F(QuestionsTest, SwitchingTheSuppressionOffIsAskedForAndOnIsNot) {
     }
     EXPECT_TRUE(WaitFor([this] { return Get(Of("Van", "Blanking")) == QLatin1String("false"); }));
     EXPECT_TRUE(WaitFor([this] {
-        return server.Output().contains(QLatin1String("Van ignores the blanking, by mcstest on "));
+        return server.Output().contains(
+            QLatin1String("Van ignores the blanking, by TestConsole, mcstest on "));
     }));
     const ModalDriver none;
     QTest::keyClick(Box("Blanking"), Qt::Key_Space);

@@ -71,6 +71,22 @@ TEST_F(MasterTest, WhoLosesARightIsToldWhoTookIt) {
                 testing::HasSubstr(", by " + peertext::Name(other).toStdString()));
 }
 
+TEST_F(MasterTest, IsToldWhichMpxOrvTookIt) {
+    const VtPeer other = Connect(QStringLiteral("Console"));
+    Use(other, QStringLiteral("Tower 2"));
+    Push(m_peer, m_name, QStringLiteral("BecomeMaster"));
+    EXPECT_EQ(Switch(other, m_name, QStringLiteral("MayBeJobMaster"), false), QString());
+    EXPECT_EQ(
+        Answer(m_name),
+        QStringLiteral("ended: needs MayBeJobMaster, taken away by Tower 2, %1").arg(peertext::Name(other)));
+    Use(other, QStringLiteral("Tower 3"));
+    Set(Dynamic(m_name, QStringLiteral("Policy/MayCal")), true);
+    EXPECT_EQ(Switch(other, m_name, QStringLiteral("MayCal"), false), QString());
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("ended: the right MayCal, taken away by %1").arg(peertext::Name(other)))
+        << "which of the two, nobody knows";
+}
+
 TEST_F(MasterTest, WhoGetsARightIsNotDisturbed) {
     const VtPeer other = Connect(QStringLiteral("Console"));
     const QString before = Answer(m_name);
