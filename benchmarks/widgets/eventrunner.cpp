@@ -7,6 +7,8 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
+#include <algorithm>
+
 namespace bench {
 
 double RunAtRate(double seconds, int perSecond, const std::function<void()>& act) {
@@ -21,7 +23,7 @@ double RunAtRate(double seconds, int perSecond, const std::function<void()>& act
             act();
         if (elapsed >= seconds) loop.quit();
     });
-    tick.start(5);
+    tick.start(std::max(5, 1000 / perSecond));
     loop.exec();
     return static_cast<double>(done) / watch.Seconds();
 }

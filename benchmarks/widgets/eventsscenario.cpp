@@ -13,6 +13,8 @@
 #include <platform/values/value.h>
 
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -24,6 +26,8 @@
 namespace {
 
 constexpr int EventsPerSecond = 1000;
+constexpr int AlonePerSecond = 3;  // nothing of one is left to be done when the next one comes
+constexpr int RowHeight = 24;
 constexpr int AtOnce = 2000;  // events that come in one turn while the page is filled
 
 /// The events of a server, and a page of them.
@@ -31,7 +35,7 @@ class Events {
   public:
     Events()
         : m_event(new values::Value<QString>()),
-          m_page({[] { return nullptr; }, [] { return QStringLiteral("bench"); }}) {
+          m_page({[] { return nullptr; }, [] { return QStringLiteral("bench"); }, [] { return QString(); }}) {
         m_event->SetName(QStringLiteral("Event"));
         m_event->SetDelivery(values::EDelivery::EveryChange);
         values::Tree::Instance()->AddValue(QStringLiteral("/Bench/Status"), m_event);
@@ -91,16 +95,57 @@ class Events {
     int m_last = 0;
 };
 
+/// The least that showing a line costs: a window with nothing in it draws one.
+class BareLine final : public QWidget {
+  public:
+    BareLine() {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        resize(1000, 600);
+        show();
+        bench::DrawAll();
+    }
+    void Tell(const QString& text) {
+        m_text = text;
+        update(0, height() - RowHeight, width(), RowHeight);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QPainter painter(this);
+        painter.fillRect(event->rect(), palette().base());
+        painter.drawText(4, height() - RowHeight / 4, m_text);
+    }
+
+  private:
+    QString m_text;
+};
+
 /// Of the processor. What the events are made of is ready before.
-double SecondsPerEvent(Events& events, double seconds) {
-    const std::vector<QString> texts = events.MakeNext(static_cast<int>(EventsPerSecond * (seconds + 1.0)));
+template <class Shown>
+double SecondsPerText(Shown& shown, const std::vector<QString>& texts, double seconds, int perSecond) {
     std::size_t count = 0;
     const bench::Stopwatch watch;
-    bench::RunAtRate(seconds, EventsPerSecond, [&] {
-        if (count < texts.size()) events.Tell(texts[count++]);
+    bench::RunAtRate(seconds, perSecond, [&] {
+        if (count < texts.size()) shown.Tell(texts[count++]);
     });
     bench::DrawAll();
     return watch.BusySeconds() / static_cast<double>(count);
+}
+
+double SecondsPerEvent(Events& events, double seconds, int perSecond) {
+    const auto texts = events.MakeNext(static_cast<int>(perSecond * (seconds + 1.0)));
+    return SecondsPerText(events, texts, seconds, perSecond);
+}
+
+/// As long as an event of the bench is on its row.
+double SecondsPerBareLine(double seconds, int perSecond) {
+    BareLine line;
+    std::vector<QString> texts;
+    for (int i = 0; i < static_cast<int>(perSecond * (seconds + 1.0)); ++i)
+        texts.push_back(QStringLiteral("Info 2026-11-22 14:03:%1.100 MpxORV West 1 "
+                                       "mcconsole on t1 (192.0.2.7:50123) 121.25 MHz is held by West 1")
+                            .arg(10 + i % 50));
+    return SecondsPerText(line, texts, seconds, perSecond);
 }
 
 void AddLongestTurn(bench::Scoreboard& scoreboard, const char* key, double seconds, int perSecond,
@@ -138,7 +183,9 @@ void PlayFull(bench::Scoreboard& scoreboard, Events& events, double seconds) {
 void PlayRound(bench::Scoreboard& scoreboard, bool isQuick) {
     const double seconds = isQuick ? 1.0 : 3.0;
     Events events;
-    scoreboard.Add(QStringLiteral("events.event"), SecondsPerEvent(events, seconds));
+    scoreboard.Add(QStringLiteral("events.event"), SecondsPerEvent(events, seconds, EventsPerSecond));
+    scoreboard.Add(QStringLiteral("events.alone"), SecondsPerEvent(events, 2 * seconds, AlonePerSecond));
+    scoreboard.Add(QStringLiteral("events.bare"), SecondsPerBareLine(2 * seconds, AlonePerSecond));
     events.Fill();
     PlayFull(scoreboard, events, seconds);
 }
@@ -154,16 +201,24 @@ bench::Row EventRow(const char* title, const char* key, double scale, const char
     return row;
 }
 
+bench::Row AloneRow() {
+    bench::Row row = EventRow("  3/s, each drawn alone: CPU", "events.alone", 1e6, "us", 4.0);
+    row.peerName = QStringLiteral("a window of one line");
+    row.peer = QStringLiteral("events.bare");
+    return row;
+}
+
 }  // namespace
 
 bench::Scenario bench::EventsScenario() {
-    return {QStringLiteral("events"),
-            3,
-            PlayRound,
-            {EventRow("event with the page shown, 1,000/s: CPU", "events.event", 1e6, "us", 100.0),
-             EventRow("20,000 events kept, 100 more a second, longest turn", "events.come", 1.0, "ms", 16.0),
-             EventRow("  scrolled, longest turn", "events.scroll", 1.0, "ms", 16.0),
-             EventRow("  followed and not, longest turn", "events.follow", 1.0, "ms", 16.0),
-             EventRow("  exported, longest turn", "events.export", 1.0, "ms", 16.0),
-             EventRow("  a search typed letter by letter, longest turn", "events.search", 1.0, "ms", 16.0)}};
+    return {
+        QStringLiteral("events"),
+        3,
+        PlayRound,
+        {EventRow("event with the page shown, 1,000/s: CPU", "events.event", 1e6, "us", 100.0), AloneRow(),
+         EventRow("20,000 events kept, 100 more a second, longest turn", "events.come", 1.0, "ms", 16.0),
+         EventRow("  scrolled, longest turn", "events.scroll", 1.0, "ms", 16.0),
+         EventRow("  followed and not, longest turn", "events.follow", 1.0, "ms", 16.0),
+         EventRow("  exported, longest turn", "events.export", 1.0, "ms", 16.0),
+         EventRow("  a search typed letter by letter, longest turn", "events.search", 1.0, "ms", 16.0)}};
 }

@@ -8,7 +8,8 @@
 #include <functional>
 
 /// Does something at once when it is asked for, but not more often than who looks at it can see: what is
-/// asked for meanwhile is done once when the time is over. Main thread.
+/// asked for meanwhile is done once when the time is over. Where nothing is asked for, nothing wakes. Main
+/// thread.
 class Pace : public QObject {
     Q_OBJECT
 
@@ -21,7 +22,8 @@ class Pace : public QObject {
   private:
     void Act();
 
+    std::chrono::milliseconds m_interval;
     std::function<void()> m_act;
-    QTimer m_timer;        ///< while it has to wait
-    bool m_isDue = false;  ///< asked for meanwhile
+    std::chrono::milliseconds m_lastAct;  ///< by the steady clock
+    QTimer m_timer;                       ///< while what was asked for has to wait
 };
