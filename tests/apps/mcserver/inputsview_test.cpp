@@ -1,43 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // The table of inputs in the server's window, by mouse and keyboard, with a module that is a program.
 #include <apps/mcserver/suppression/inputcells.h>
-#include <apps/mcserver/suppression/inputmodel.h>
-#include <apps/mcserver/suppression/inputsview.h>
-#include <apps/pages/noticebar.h>
 
-#include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
-#include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
-
-#include <platform/config/cfgcenter.h>
-#include <platform/values/tree.h>
-#include <platform/widgets/standardnotification.h>
-
-#include <tests/apps/dimodule/moduleprocess.h>
-#include <tests/support/printing.h>
-#include <tests/support/spoken.h>
-#include <tests/support/waituntil.h>
+#include <tests/apps/mcserver/inputsviewfixture.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QPointer>
-#include <QtCore/QTemporaryDir>
-#include <QtGui/QClipboard>
 #include <QtGui/QContextMenuEvent>
-#include <QtGui/QGuiApplication>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeWidget>
-
-#include <functional>
-#include <memory>
-#include <optional>
 
 namespace {
 
@@ -45,101 +18,7 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::StartsWith;
 
-class AnInputsView : public testing::Test {
-  protected:
-    AnInputsView() {
-        CfgCenter::Instance().SetStorePath(File("test.ini"));
-        WriteFile("test.ini",
-                  "[GTS]\nModuleCount=2\n"
-                  "Module0\\Index=0\nModule0\\Name=ADAM-6051\nModule0\\Address=127.0.0."
-                  "1\nModule0\\PollInterval=10\n"
-                  "Module0\\Assignments\\AssignmentCount=12\nModule0\\Assignments\\DI_3=121500000\n"
-                  "Module0\\Labels\\DI_3=\"Tower 1\"\n"
-                  "Module1\\Index=6\nModule1\\Name=ADAM-6060\nModule1\\Address=127.0.0.1\n"
-                  "Module1\\PollInterval=10\n");
-    }
-    ~AnInputsView() override {
-        m_view.reset();
-        m_display.reset();
-        for (QWidget* const widget : QApplication::topLevelWidgets())
-            if (auto* const warning = qobject_cast<StandardNotification*>(widget)) delete warning;
-        qunsetenv("MCS_MODBUS_PORT");
-        CfgCenter::Instance().SetStorePath(QString());
-    }
-
-    void Show() {
-        if (m_module) qputenv("MCS_MODBUS_PORT", QByteArray::number(m_module->Port()));
-        if (!m_module) qputenv("MCS_MODBUS_PORT", "1");  // nobody is there
-        m_display = std::make_unique<GTSDisplay>();
-        m_view = std::make_unique<InputsView>(m_display->GetPlant(), FrequencyRange{300000.0, 3000000000.0});
-        m_view->resize(900, 400);
-        m_view->show();
-    }
-    void ShowWithModule() {
-        m_module.emplace();
-        ASSERT_NO_FATAL_FAILURE(m_module->Start());
-        Show();
-    }
-    QTableView& Table() { return *m_view->findChild<QTableView*>(QStringLiteral("Inputs")); }
-    QModelIndex Cell(int row, int column) { return Table().model()->index(row, column); }
-    QString TextAt(int row, int column) { return Cell(row, column).data().toString(); }
-    std::string Notice() {
-        const auto& bar = *m_view->findChild<NoticeBar*>();
-        return bar.isVisible() ? bar.GetText().toStdString() : std::string();
-    }
-    void Click(const char* button) {
-        QTest::mouseClick(m_view->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
-    }
-    QLineEdit* OpenCell(int row, int column) {
-        const QPoint center = Table().visualRect(Cell(row, column)).center();
-        QTest::mouseClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
-        QTest::mouseDClick(Table().viewport(), Qt::LeftButton, Qt::KeyboardModifiers(), center);
-        return Table().viewport()->findChild<QLineEdit*>();
-    }
-    /// Types \a text into a cell, in place of what is there.
-    void Enter(int row, int column, const char* text) {
-        QLineEdit* const field = OpenCell(row, column);
-        ASSERT_NE(field, nullptr);
-        field->selectAll();
-        QTest::keyClick(field, Qt::Key_Delete);
-        QTest::keyClicks(field, QString::fromUtf8(text));
-        QTest::keyClick(field, Qt::Key_Return);
-        RunTurns(2);
-    }
-    /// The same through assistive technology.
-    void Write(int row, int column, const char* text) {
-        QLineEdit* const field = OpenCell(row, column);
-        ASSERT_NE(field, nullptr);
-        spoken::Write(*field, QString::fromUtf8(text));
-        QTest::keyClick(field, Qt::Key_Return);
-        RunTurns(2);
-    }
-    /// Puts \a text on the clipboard and presses the keys that paste it from a cell on.
-    void PasteAt(int row, int column, const char* text) {
-        QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
-        Table().setCurrentIndex(Cell(row, column));
-        QTest::keyClick(&Table(), Qt::Key_V, Qt::ControlModifier);
-    }
-    ModuleSettings Settings(std::size_t module) { return m_display->GetPlant().GetSettings()[module]; }
-
-    QString File(const char* name) const { return m_directory.filePath(QLatin1String(name)); }
-    void WriteFile(const char* name, const QByteArray& bytes) const {
-        QFile file(File(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    std::string ReadFile(const char* name) const {
-        QFile file(File(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll().toStdString();
-    }
-
-    QTemporaryDir m_directory;
-    values::Tree m_tree;
-    std::optional<ModuleProcess> m_module;
-    std::unique_ptr<GTSDisplay> m_display;
-    std::unique_ptr<InputsView> m_view;
-};
+class AnInputsView : public InputsViewTest {};
 
 TEST_F(AnInputsView, HasARowForEachInput) {
     Show();
@@ -297,134 +176,6 @@ TEST_F(AnInputsView, NamesTheWholeModule) {
     EXPECT_EQ(TextAt(0, InputModel::Module), QStringLiteral("ADAM-6051 1"));
 }
 
-TEST_F(AnInputsView, TakesCellsOfASpreadsheet) {
-    Show();
-    PasteAt(4, InputModel::Name, "Tower 2\t118,1\r\nApron\t121.8\r\n");
-    EXPECT_EQ(Notice(), "");
-    EXPECT_EQ(Settings(0).labels[4], QStringLiteral("Tower 2"));
-    EXPECT_EQ(Settings(0).frequencies[4], 118100000.0);
-    EXPECT_EQ(Settings(0).labels[5], QStringLiteral("Apron"));
-    EXPECT_EQ(Settings(0).frequencies[5], 121800000.0);
-}
-
-TEST_F(AnInputsView, TakesNothingOfCellsOfWhichOneIsWrong) {
-    Show();
-    const ModuleSettings before = Settings(0);
-    PasteAt(4, InputModel::Name, "Tower 2\t118.1\nApron\t5000000 MHz\n");
-    EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 5: 5000000 MHz lies outside 0.3 to 3000 MHz");
-    EXPECT_EQ(Settings(0), before);
-    PasteAt(17, InputModel::Frequency, "118.1\n118.2");
-    EXPECT_EQ(Notice(), "Not taken. There are 2 lines for one row");
-    PasteAt(4, InputModel::Frequency, "118.1\tx");
-    EXPECT_EQ(Notice(), "Not taken. ADAM-6051 1, DI 4: this column cannot be changed");
-    EXPECT_EQ(Settings(0), before);
-}
-
-/// What somebody copied elsewhere, pasted into the row of input 4 of the first module.
-struct Pasted {
-    const char* name;
-    int column;
-    const char* text;
-    const char* label;  ///< of that input then; null if nothing may be taken
-    double hz;
-    const char* notice;
-};
-
-class APastedText : public AnInputsView, public testing::WithParamInterface<Pasted> {};
-
-TEST_P(APastedText, IsTakenByItsCellsOrNotAtAll) {
-    Show();
-    const ModuleSettings before = Settings(0);
-    PasteAt(4, GetParam().column, GetParam().text);
-    EXPECT_EQ(Notice(), GetParam().notice);
-    if (GetParam().label == nullptr) {
-        EXPECT_EQ(Settings(0), before);
-        return;
-    }
-    EXPECT_EQ(Settings(0).labels[4].toStdString(), GetParam().label);
-    EXPECT_EQ(Settings(0).frequencies[4], GetParam().hz);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, APastedText,
-    testing::Values(
-        Pasted{"Tabs", InputModel::Name, "Tower\t118,1\nVan\t119", "Tower", 118.1e6, ""},
-        Pasted{"TabsAndCommas", InputModel::Name, "Tower, West\t118,1", "Tower, West", 118.1e6, ""},
-        Pasted{"Semicolons", InputModel::Name, "Twr;134.1\r\nTwr2;134,2\r\n", "Twr", 134.1e6, ""},
-        Pasted{"Commas", InputModel::Name, "Twr,134.1\nTwr2,134.2\n", "Twr", 134.1e6, ""},
-        Pasted{"Quotes", InputModel::Name, "\"Tower, West\",134.1", "Tower, West", 134.1e6, ""},
-        Pasted{"DecimalCommas", InputModel::Frequency, "118,1\n118,2", "", 118.1e6, ""},
-        Pasted{"ANameAlone", InputModel::Name, "Tower West", "Tower West", 0.0, ""},
-        Pasted{"AFile", InputModel::Name,
-               "module,input,name,frequency_mhz\nADAM-6051 1,4,Twr,134.1\nADAM-6060 7,0,Van,119\n", "Twr",
-               134.1e6, "Names and frequencies of the clipboard are taken"},
-        Pasted{"AFileOfASpreadsheet", InputModel::State,
-               "module\tinput\tname\tfrequency_mhz\r\nADAM-6051 1\t4\tTwr\t134,1\r\n", "Twr", 134.1e6,
-               "Names and frequencies of the clipboard are taken"},
-        Pasted{"AWrongFile", InputModel::Name,
-               "module,input,name,frequency_mhz\nADAM-6051 1,4,Twr,134.1\nADAM-6051 1,12,Van,119\n", nullptr,
-               0, "Not taken. Line 3: there is no input 12 of a module ADAM-6051 1"},
-        Pasted{"NoFileButItsLines", InputModel::Name, "ADAM-6051 1,4,Twr,134.1", nullptr, 0,
-               "Not taken. ADAM-6051 1, DI 4: this column cannot be changed"},
-        Pasted{"DecimalCommasBetweenCommas", InputModel::Name, "Twr,134,1\nTwr2,134,2", nullptr, 0,
-               "Not taken. ADAM-6051 1, DI 4: this column cannot be changed"},
-        Pasted{"LinesOfDifferentLength", InputModel::Name, "Twr;134.1\nTwr2", nullptr, 0,
-               "Not taken. Line 2: it has one cell and not 2"}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(AnInputsView, OffersToTakeBackWhatWasPastedOrImported) {
-    Show();
-    QString what;
-    std::function<void()> undo;
-    QObject::connect(m_view.get(), &InputsView::Acted, m_view.get(),
-                     [&](const QString& acted, const std::function<void()>& takeBack) {
-                         what = acted;
-                         undo = takeBack;
-                     });
-    const ModuleSettings before = Settings(0);
-    Enter(0, InputModel::Name, "Apron");
-    EXPECT_FALSE(undo);  // it is one cell, and it is in front of whoever typed it
-    PasteAt(0, InputModel::Name, "Gate");
-    EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed."));
-    PasteAt(3, InputModel::Module, "Tower mast\t127.0.0.2");
-    PasteAt(3, InputModel::Name, "Twr\t134.1\nVan\t135.1");
-    EXPECT_EQ(what, QStringLiteral("4 cells of the inputs are changed."));
-    Enter(4, InputModel::Name, "Van 2");
-    ASSERT_TRUE(undo);
-    undo();
-    EXPECT_EQ(Settings(0).labels[3], QStringLiteral("Tower 1"));
-    EXPECT_EQ(Settings(0).frequencies[3], 121.5e6);
-    EXPECT_EQ(Settings(0).labels[4], QStringLiteral("Van 2"));  // which somebody entered since
-    EXPECT_EQ(Settings(0).frequencies[4], 0.0);
-    EXPECT_EQ(Settings(0).label, QStringLiteral("Tower mast"));
-    WriteFile("inputs.csv", "module,input,name,frequency_mhz\nTower mast,3,Twr,134.1\n");
-    m_view->ImportFrom(File("inputs.csv"));
-    EXPECT_EQ(what, QStringLiteral("2 cells of the inputs are changed."));
-    undo();
-    EXPECT_EQ(Settings(0).labels[3], before.labels[3]);
-    m_view.reset();
-    m_display.reset();
-    undo();
-}
-
-TEST_F(AnInputsView, WritesAFileThatItReads) {
-    Show();
-    Enter(4, InputModel::Name, "Say \"a, b\"");
-    m_view->ExportTo(File("inputs.csv"));
-    EXPECT_THAT(Notice(), StartsWith("Written to "));
-    const std::string written = ReadFile("inputs.csv");
-    EXPECT_THAT(written, StartsWith("module,input,name,frequency_mhz\n\"ADAM-6051 1\",0,,\n"));
-    EXPECT_THAT(
-        written,
-        HasSubstr("\n\"ADAM-6051 1\",3,\"Tower 1\",121.5\n\"ADAM-6051 1\",4,\"Say \"\"a, b\"\"\",\n"));
-    const ModuleSettings before = Settings(0);
-    PasteAt(3, InputModel::Name, "x\t118\ny\t119");
-    ASSERT_NE(Settings(0), before);
-    m_view->ImportFrom(File("inputs.csv"));
-    EXPECT_THAT(Notice(), HasSubstr("are taken"));
-    EXPECT_EQ(Settings(0), before);
-}
-
 TEST_F(AnInputsView, IsSavedWhenTheDisplayGoes) {
     Show();
     Enter(3, InputModel::Name, "");
@@ -436,52 +187,6 @@ TEST_F(AnInputsView, IsSavedWhenTheDisplayGoes) {
     EXPECT_EQ(TextAt(3, InputModel::Name), QString());
     EXPECT_EQ(TextAt(4, InputModel::Name), QStringLiteral("Tower 2"));
 }
-
-struct Csv {
-    const char* name;
-    const char* text;
-    const char* notice;
-};
-
-class ACsvFile : public AnInputsView, public testing::WithParamInterface<Csv> {};
-
-TEST_P(ACsvFile, IsTakenWholeOrNotAtAll) {
-    Show();
-    const ModuleSettings before = Settings(0);
-    WriteFile("inputs.csv", GetParam().text);
-    m_view->ImportFrom(File("inputs.csv"));
-    EXPECT_THAT(Notice(), HasSubstr(GetParam().notice));
-    EXPECT_EQ(Settings(0) == before, !QByteArray(GetParam().notice).contains("are taken"));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, ACsvFile,
-    testing::Values(
-        Csv{"OfASpreadsheet",
-            "\xef\xbb\xbfmodule;input;name;frequency_mhz\r\nADAM-6051-1;4;Tower 2;118,1\r\n", "are taken"},
-        Csv{"WithNamesAsTheTableHasThem", "module,input,name,frequency_mhz\nADAM-6051 1,4,Tower 2,118.1\n",
-            "are taken"},
-        Csv{"WithTabs", "module\tinput\tname\tfrequency_mhz\nADAM-6051-1\t4\tTower 2\t118.1\n", "are taken"},
-        Csv{"OtherColumns", "input,name\n4,a\n", "The first line has to be: module,input,name,frequency_mhz"},
-        Csv{"Empty", "", "The first line has to be"},
-        Csv{"UnknownInput", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,12,b,119\n",
-            "Line 3: there is no input 12 of a module ADAM-6051-1"},
-        Csv{"WrongFrequency", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,5,b,x\n",
-            "Line 3: \"x\" is no frequency"},
-        Csv{"MissingCell", "module,input,name,frequency_mhz\nADAM-6051-1,4,a\n",
-            "Line 2: it has 3 cells and not 4"},
-        Csv{"OneCell", "module,input,name,frequency_mhz\nADAM-6051-1\n", "Line 2: it has one cell and not 4"},
-        Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"},
-        Csv{"OneInputTwice",
-            "module,input,name,frequency_mhz\nADAM-6060 7,4,One,250\nADAM-6060 7,4,Two,251\n",
-            "Line 3: this input stands in line 2 too"},
-        Csv{"OneInputByTwoNamesOfItsModule",
-            "module,input,name,frequency_mhz\nADAM-6051 1,4,a,118\n\nADAM-6051-1,4,a,118\n",
-            "Line 4: this input stands in line 2 too"},
-        Csv{"NumbersThatWouldBeHertz", "module,input,name,frequency_mhz\nADAM-6051 1,4,a,9999999\n",
-            "Line 2: 9999999 MHz lies outside 0.3 to 3000 MHz"},
-        Csv{"HertzThatSaySo", "module,input,name,frequency_mhz\nADAM-6051 1,4,a,9999999 Hz\n", "are taken"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AnInputsView, TestsTheConnectionOfTheModuleOfTheCurrentRow) {
     ASSERT_NO_FATAL_FAILURE(ShowWithModule());
