@@ -711,6 +711,10 @@
 <context>
     <name>ConfigPage</name>
     <message>
+        <source>Reverted to what was saved: %1.</source>
+        <translation>Zurück auf den gespeicherten Stand: %1.</translation>
+    </message>
+    <message>
         <source>Save &amp;configuration</source>
         <translation>&amp;Konfiguration speichern</translation>
     </message>
@@ -2308,6 +2312,10 @@
 </context>
 <context>
     <name>OverviewPage</name>
+    <message>
+        <source>%1: Nobody waits any more until %2 is silent, since there is no MpxORV to tune any more.</source>
+        <translation>%1: Niemand wartet mehr, bis %2 still ist, denn es gibt keinen MpxORV mehr, der einzustellen wäre.</translation>
+    </message>
     <message>
         <source>%1: Nobody waits any more until %2 is silent, since the server has ceased to say so.</source>
         <translation>%1: Niemand wartet mehr, bis %2 still ist, denn der Server teilt es nicht mehr mit.</translation>

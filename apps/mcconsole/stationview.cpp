@@ -138,7 +138,8 @@ void StationView::BuildPages(IClock& clock, FrequencyBook& book) {
 /// The last ones stand on the overview too.
 void StationView::BuildEvents() {
     auto* const page = new EventsPage(
-        {[this] { return m_session.GetVtClient(); }, [this] { return m_session.GetServer().ToText(); }});
+        {[this] { return m_session.GetVtClient(); }, [this] { return m_session.GetServer().ToText(); },
+         [this] { return judgement::ServerName(m_situation.GetFacts(), m_situation.GetConnection()); }});
     AddPage(page, "Events", tr("Events"));
     connect(&m_session, &ConsoleSession::Missed, page, &EventsPage::TellMissed);
     LastEvents* const last = &m_overview->GetLastEvents();

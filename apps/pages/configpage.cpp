@@ -8,15 +8,20 @@
 
 #include <devicecontrol/multichannelserver/common/mcsconfigdisplay.h>
 
+#include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valuenumeric.h>
 #include <platform/widgets/valuetext.h>
 #include <platform/widgets/vcpushbutton.h>
 
+#include <QtCore/QVariant>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
+
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -43,27 +48,32 @@ bool AnyValue(const values::ValueBase& /*value*/) {
     return true;
 }
 
-QString ContentOf(const values::ValueBase* value) {
+/// A text, a switch or a number; invalid where there is none of these.
+QVariant ContentOf(const values::ValueBase* value) {
     if (const auto* const text = dynamic_cast<const values::Value<QString>*>(value)) return text->GetValue();
-    if (const auto* const flag = dynamic_cast<const values::Value<bool>*>(value))
-        return flag->GetValue() ? ConfigPage::tr("on") : ConfigPage::tr("off");
-    if (const auto* const number = dynamic_cast<const values::Value<int>*>(value))
-        return QString::number(number->GetValue());
+    if (const auto* const flag = dynamic_cast<const values::Value<bool>*>(value)) return flag->GetValue();
+    if (const auto* const number = dynamic_cast<const values::Value<int>*>(value)) return number->GetValue();
     if (const auto* const number = dynamic_cast<const values::ValueNumeric<int>*>(value))
-        return QString::number(number->GetValue());
-    return QString();
+        return number->GetValue();
+    return QVariant();
 }
 
-void SetFrom(values::ValueBase* value, const values::ValueBase* saved) {
-    const auto* const text = dynamic_cast<const values::Value<QString>*>(saved);
-    const auto* const flag = dynamic_cast<const values::Value<bool>*>(saved);
-    const auto* const number = dynamic_cast<const values::Value<int>*>(saved);
-    if (auto* const to = dynamic_cast<values::Value<QString>*>(value); to != nullptr && text != nullptr)
-        to->SetValue(text->GetValue());
-    if (auto* const to = dynamic_cast<values::Value<bool>*>(value); to != nullptr && flag != nullptr)
-        to->SetValue(flag->GetValue());
-    if (auto* const to = dynamic_cast<values::ValueNumeric<int>*>(value); to != nullptr && number != nullptr)
-        to->SetValue(number->GetValue());
+QString TextOf(const QVariant& content) {
+    if (content.type() != QVariant::Bool) return content.toString();
+    return content.toBool() ? ConfigPage::tr("on") : ConfigPage::tr("off");
+}
+
+/// Leaves alone what holds another kind of content.
+void Put(values::ValueBase* value, const QVariant& content) {
+    const QVariant::Type type = content.type();
+    if (auto* const to = dynamic_cast<values::Value<QString>*>(value);
+        to != nullptr && type == QVariant::String)
+        to->SetValue(content.toString());
+    if (auto* const to = dynamic_cast<values::Value<bool>*>(value); to != nullptr && type == QVariant::Bool)
+        to->SetValue(content.toBool());
+    if (auto* const to = dynamic_cast<values::ValueNumeric<int>*>(value);
+        to != nullptr && type == QVariant::Int)
+        to->SetValue(content.toInt());
 }
 
 QLabel* WrappedLabel(QWidget* parent, const char* name) {
@@ -164,7 +174,8 @@ void ConfigPage::ShowChanges() {
         isKnown = isKnown || field.IsKnown();
         field.mark->setVisible(field.IsChanged());
         if (!field.IsChanged()) continue;
-        const QString saved = valuetext::Shortened(ContentOf(field.saved->GetValue()), MaxShownLength);
+        const QString saved =
+            valuetext::Shortened(TextOf(ContentOf(field.saved->GetValue())), MaxShownLength);
         changes += tr("%1 (saved: \"%2\")").arg(field.caption, saved);
     }
     m_changes->setText(changes.isEmpty() ? QString()
@@ -176,14 +187,26 @@ void ConfigPage::ShowChanges() {
 }
 
 QString ConfigPage::SavedText() const {
-    const QString since = ContentOf(m_since.GetValue());
-    const QString by = valuetext::Shortened(whotext::Translated(ContentOf(m_by.GetValue())), MaxShownLength);
+    const QString since = TextOf(ContentOf(m_since.GetValue()));
+    const QString by =
+        valuetext::Shortened(whotext::Translated(TextOf(ContentOf(m_by.GetValue()))), MaxShownLength);
     if (since.isEmpty()) return tr("Not saved since the server began");
     const QString moment = agetext::Moment(since);
     return by.isEmpty() ? tr("Saved at the server, %1").arg(moment) : tr("Saved by %1, %2").arg(by, moment);
 }
 
+/// Also what somebody else has entered and not saved: so it can be had back.
 void ConfigPage::Revert() {
-    for (const Field& field : m_fields)
-        if (field.IsChanged()) SetFrom(field.current->GetValue(), field.saved->GetValue());
+    QStringList captions;
+    std::vector<std::pair<QString, QVariant>> before;
+    for (const Field& field : m_fields) {
+        if (!field.IsChanged()) continue;
+        captions += field.caption;
+        before.emplace_back(field.current->GetPath(), ContentOf(field.current->GetValue()));
+        Put(field.current->GetValue(), ContentOf(field.saved->GetValue()));
+    }
+    Q_EMIT Acted(tr("Reverted to what was saved: %1.").arg(captions.join(QStringLiteral(", "))), [before] {
+        for (const auto& [path, content] : before)
+            Put(dynamic_cast<values::ValueBase*>(values::Tree::Instance()->FindItem(path)), content);
+    });
 }

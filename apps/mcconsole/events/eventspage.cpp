@@ -271,12 +271,15 @@ void EventsPage::ShowState() {
 void EventsPage::Export() {
     using eventexport::EFormat;
     const QDateTime now = QDateTime::currentDateTime();
-    const QString name = eventexport::ProposedName(m_server, now.date(), EFormat::Csv);
+    const QString called = m_source.name();
+    const QString name = called.isEmpty() ? m_server : called;
+    const QString proposed = eventexport::ProposedName(name, now.date(), EFormat::Csv);
     const QString file = QFileDialog::getSaveFileName(
-        this, tr("Export events"), name, tr("Table (*.csv)") + QStringLiteral(";;") + tr("Text (*.txt)"));
+        this, tr("Export events"), proposed, tr("Table (*.csv)") + QStringLiteral(";;") + tr("Text (*.txt)"));
     if (file.isEmpty()) return;
     const bool isText = QFileInfo(file).suffix().compare(QLatin1String("txt"), Qt::CaseInsensitive) == 0;
-    m_exporter.Start(file, isText ? EFormat::Text : EFormat::Csv, m_server, now);
+    const QString server = name == m_server ? name : QStringLiteral("%1 (%2)").arg(name, m_server);
+    m_exporter.Start(file, isText ? EFormat::Text : EFormat::Csv, server, now);
     ShowState();
 }
 

@@ -23,10 +23,12 @@ class EventsPage : public Page {
     Q_OBJECT
 
   public:
-    /// The connection of now, which may be null, and what its server is called.
+    /// The connection of now, which may be null, the address of its server, and what people call that; empty:
+    /// its address.
     struct Source {
         std::function<IVtClient*()> client;
         std::function<QString()> server;
+        std::function<QString()> name;
     };
 
     explicit EventsPage(Source source, QWidget* parent = nullptr);

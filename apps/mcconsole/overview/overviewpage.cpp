@@ -76,11 +76,7 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
     connect(&tuning, &Tuning::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(m_users, &FrequencyUsers::Changed, this, &OverviewPage::ShowMarksSoon);
     connect(&m_retry, &SilentRetry::Changed, this, &OverviewPage::ShowRetry);
-    connect(&m_retry, &SilentRetry::GivenUp, this, [this](double hz) {
-        Q_EMIT Noticed(
-            tr("%1: Nobody waits any more until %2 is silent, since the server has ceased to say so.")
-                .arg(m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss")), judgement::Frequency(hz)));
-    });
+    connect(&m_retry, &SilentRetry::GivenUp, this, &OverviewPage::TellGivenUp);
     connect(m_line, &FrequencyLine::Chosen, this, [this](double hz) {
         m_tuning.Enter(Tuning::Shown(hz));
         m_tuneBar->TakeFocus();
@@ -91,6 +87,15 @@ OverviewPage::OverviewPage(IClock& clock, Tuning& tuning, FrequencyBook& book, c
 }
 
 OverviewPage::~OverviewPage() = default;
+
+void OverviewPage::TellGivenUp(double hz, SilentRetry::EReason why) {
+    const QString text =
+        why == SilentRetry::EReason::NoMpxOrv
+            ? tr("%1: Nobody waits any more until %2 is silent, since there is no MpxORV to tune any more.")
+            : tr("%1: Nobody waits any more until %2 is silent, since the server has ceased to say so.");
+    const QString time = m_clock.TimeOfDay().toString(QStringLiteral("HH:mm:ss"));
+    Q_EMIT Noticed(text.arg(time, judgement::Frequency(hz)));
+}
 
 QWidget* OverviewPage::BuildHead() {
     auto* const box = new QWidget(this);

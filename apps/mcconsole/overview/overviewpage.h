@@ -54,6 +54,7 @@ class OverviewPage : public Page {
     QWidget* BuildBelow();
     void ShowOwn();
     void ShowRetry();
+    void TellGivenUp(double hz, SilentRetry::EReason why);
     void ToggleRetry();
     void ShowMarksSoon();
     void ShowMarks();

@@ -26,14 +26,15 @@ std::optional<double> SilentRetry::Wanted() const {
     const Tuning::EState state = m_tuning.GetState();
     const bool canBeAsked = state == Tuning::EState::NotSent || state == Tuning::EState::Refused ||
                             state == Tuning::EState::Ended;
-    return canBeAsked && IsConnected() ? std::make_optional(m_tuning.GetWanted().GetHz()) : std::nullopt;
+    return canBeAsked && CanTune() ? std::make_optional(m_tuning.GetWanted().GetHz()) : std::nullopt;
 }
 
-/// And has the MpxORV that is to be tuned.
 bool SilentRetry::IsConnected() const {
-    const Connection& connection = m_situation.GetConnection();
-    return connection.state == ConsoleSession::EState::Connected &&
-           m_tuning.GetState() != Tuning::EState::NoMpxOrv;
+    return m_situation.GetConnection().state == ConsoleSession::EState::Connected;
+}
+
+bool SilentRetry::CanTune() const {
+    return IsConnected() && m_tuning.GetState() != Tuning::EState::NoMpxOrv;
 }
 
 bool SilentRetry::IsKeyed(double hz) const {
@@ -53,9 +54,9 @@ void SilentRetry::Look() {
     const std::optional<double> wanted = Wanted();
     const bool isWaiting = m_state == EState::Waiting && wanted == m_hz;
     if (!isWaiting) {
-        const bool isGivenUp = m_state == EState::Waiting && !IsConnected();
+        const bool isGivenUp = m_state == EState::Waiting && !CanTune();
         Become(CanWait() ? EState::Offered : EState::Idle);
-        if (isGivenUp) Q_EMIT GivenUp(m_hz);
+        if (isGivenUp) Q_EMIT GivenUp(m_hz, IsConnected() ? EReason::NoMpxOrv : EReason::NotTold);
         return;
     }
     // A transmitter that nobody watches any more may still be on the air.
@@ -63,7 +64,7 @@ void SilentRetry::Look() {
     // Where the server has ceased to tell who is keyed, nobody knows that it is silent.
     if (m_situation.GetFacts().List(ServerFacts::EFact::KeyedFrequencies) == nullptr) {
         Become(EState::Idle);
-        Q_EMIT GivenUp(m_hz);
+        Q_EMIT GivenUp(m_hz, EReason::NotTold);
     } else if (!m_silent.IsRunning()) {
         m_silent.Start(SilentTime, [this] { Ask(); });
     }

@@ -23,6 +23,13 @@ class SilentRetry : public QObject {
         Waiting
     };
 
+    /// Why nobody waits any more.
+    enum class EReason {
+        NotTold,  ///< whether it is silent: the connection is lost, or the server has ceased to say so
+        NoMpxOrv  ///< that could be tuned, though there is a connection
+    };
+    Q_ENUM(EReason)
+
     /// For so long a frequency is silent before it is asked for: what changes together is told one after the
     /// other, and who pauses while talking is not done.
     static constexpr std::chrono::milliseconds SilentTime{500};
@@ -39,8 +46,8 @@ class SilentRetry : public QObject {
 
   Q_SIGNALS:
     void Changed();
-    /// Nobody can know any more when \a hz is silent: the connection is lost, or the server tells no more.
-    void GivenUp(double hz);
+    /// Nobody waits any more until \a hz is silent, though nobody has cancelled that.
+    void GivenUp(double hz, SilentRetry::EReason why);
 
   private:
     void Look();
@@ -48,6 +55,7 @@ class SilentRetry : public QObject {
     void Become(EState state);
     std::optional<double> Wanted() const;
     bool IsConnected() const;
+    bool CanTune() const;
     bool IsKeyed(double hz) const;
     bool IsUnsupervised(double hz) const;
     bool CanWait() const;

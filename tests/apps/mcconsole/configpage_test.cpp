@@ -16,6 +16,8 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
+#include <functional>
+
 namespace {
 
 class ConfigPageTest : public testing::Test {
@@ -119,6 +121,25 @@ TEST_F(ConfigPageTest, RevertBringsBackWhatWasSaved) {
     EXPECT_FALSE(
         values::FindValue<values::Value<bool>>(Path("Config/ForceConnect"), nullptr, nullptr)->GetValue());
     EXPECT_EQ(CountMarks(), 0);
+}
+
+TEST_F(ConfigPageTest, WhatWasRevertedCanBeHadBack) {
+    Save();
+    Show();
+    Type("deviceNameDisp", "Mast");
+    QString told;
+    std::function<void()> undo;
+    QObject::connect(&page, &Page::Acted, &page, [&](const QString& what, const std::function<void()>& back) {
+        told = what;
+        undo = back;
+    });
+    QTest::mouseClick(&Button("RevertConfigButton"), Qt::LeftButton);
+    EXPECT_EQ(told, QStringLiteral("Reverted to what was saved: DF Station Name."));
+    ASSERT_TRUE(undo);
+    undo();
+    EXPECT_EQ(TextAt("Config/DeviceName"), QStringLiteral("Mast"));
+    EXPECT_EQ(TextAt("Config/DeviceAddress"), QStringLiteral("df1"));
+    EXPECT_EQ(CountMarks(), 1);
 }
 
 TEST_F(ConfigPageTest, SaysWhenItWasSavedAndByWhom) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The page of events by mouse and keys, on a tree of which the test plays the server.
+#include <apps/common/eventwait.h>
 #include <apps/mcconsole/events/eventspage.h>
 
 #include <platform/values/valueaccess.h>
@@ -15,6 +16,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
@@ -30,6 +32,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableView>
+
+#include <chrono>
 
 namespace {
 
@@ -67,7 +71,8 @@ class KeepingClient final : public FakeVtClient {
 class EventsPageTest : public testing::Test {
   protected:
     EventsPageTest()
-        : m_page({[this] { return static_cast<IVtClient*>(&m_client); }, [] { return S("tower:7450"); }}) {
+        : m_page({[this] { return static_cast<IVtClient*>(&m_client); }, [] { return S("tower:7450"); },
+                  [this] { return m_name; }}) {
         m_event =
             values::ProvideValue<values::Value<QString>>(S("/Server/Status/Event"), QString(), true, nullptr);
         m_event->SetDelivery(values::EDelivery::EveryChange);
@@ -112,8 +117,8 @@ class EventsPageTest : public testing::Test {
     void ExportTo(const QString& file) {
         WithModalDialog<QFileDialog>(
             [this] { QTest::mouseClick(Find<QPushButton>("EventsExport"), Qt::LeftButton); },
-            [&file](QFileDialog& dialog) {
-                EXPECT_TRUE(dialog.selectedFiles().value(0).contains(S("events-tower-7450-")));
+            [this, &file](QFileDialog& dialog) {
+                m_proposed = QFileInfo(dialog.selectedFiles().value(0)).fileName();
                 auto* const name = dialog.findChild<QLineEdit*>(S("fileNameEdit"));
                 ASSERT_NE(name, nullptr);
                 name->setText(file);
@@ -123,6 +128,8 @@ class EventsPageTest : public testing::Test {
 
     values::Tree m_tree;
     KeepingClient m_client;
+    QString m_name;      ///< what people call the server
+    QString m_proposed;  ///< as the name of the file of the last export
     values::Value<QString>* m_event = nullptr;
     EventsPage m_page;
 };
@@ -181,8 +188,10 @@ TEST_F(EventsPageTest, TheFirstOfManyIsSeenAtOnceAndTheOthersTogether) {
     for (const bool isInOneTurn : {true, false}) {
         SCOPED_TRACE(isInOneTurn);
         const int before = Rows();
+        // Nothing happens meanwhile.
         ASSERT_TRUE(
-            WaitUntil([&, since = Elapsed()] { return since.elapsed() > EventFeed::BatchTime.count(); }));
+            eventwait::Until([since = Elapsed()] { return since.elapsed() > EventFeed::BatchTime.count(); },
+                             std::chrono::seconds(10), std::chrono::milliseconds(5)));
         PaintWatcher watcher(*Table()->viewport());
         const QElapsedTimer time = Elapsed();
         constexpr int events = 100;
@@ -404,6 +413,7 @@ TEST_F(EventsPageTest, AreExportedToAFile) {
     const QTemporaryDir directory;
     const QString file = directory.filePath(S("shown.csv"));
     ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    EXPECT_TRUE(m_proposed.startsWith(S("events-tower-7450-"))) << m_proposed.toStdString();
     ASSERT_TRUE(WaitUntil([&file] { return QFile::exists(file); }));
     EXPECT_TRUE(Find<QPushButton>("EventsExport")->isEnabled());
     QFile written(file);
@@ -423,6 +433,19 @@ TEST_F(EventsPageTest, AreExportedAsTextByTheNameOfTheFile) {
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     EXPECT_TRUE(written.readAll().startsWith("Events of tower:7450, "));
+}
+
+TEST_F(EventsPageTest, AreExportedUnderTheNameThatPeopleCallTheServer) {
+    m_name = S("Tower 1");
+    ASSERT_NO_FATAL_FAILURE(Open(3));
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(S("shown.txt"));
+    ASSERT_NO_FATAL_FAILURE(ExportTo(file));
+    EXPECT_TRUE(m_proposed.startsWith(S("events-Tower-1-"))) << m_proposed.toStdString();
+    ASSERT_TRUE(WaitUntil([&file] { return QFile::exists(file); }));
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(written.readAll().startsWith("Events of Tower 1 (tower:7450), "));
 }
 
 TEST_F(EventsPageTest, AFileThatCannotBeWrittenIsToldWithTheReason) {

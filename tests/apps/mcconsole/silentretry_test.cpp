@@ -26,6 +26,7 @@ class SilentRetryTest : public OverviewTest {
         Be(EState::Connected);
         tuning.Bind(ServerTree::OwnPath());
     }
+    void LoseMpxOrv() { tuning.Bind(QString()); }
     void LoseWord() { server.Remove("Status/Suppression"); }
 
   protected:
@@ -34,6 +35,9 @@ class SilentRetryTest : public OverviewTest {
     void Key(std::vector<double> frequencies) {
         server.Suppress(2, 2, std::move(frequencies), {});
         clock.Advance(SilentRetry::SilentTime);
+    }
+    static SilentRetry::EReason Reason(const QSignalSpy& givenUp) {
+        return givenUp.last().at(1).value<SilentRetry::EReason>();
     }
     void AskInVain() {
         Key({121.5e6});
@@ -130,9 +134,20 @@ TEST_F(SilentRetryTest, SaysThatNobodyCanKnowAnyMore) {
     EXPECT_EQ(givenUp.count(), 1);
     retry.Wait();
     ASSERT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    EXPECT_EQ(Reason(givenUp), SilentRetry::EReason::NotTold);
     LoseWord();
     ASSERT_EQ(givenUp.count(), 2);
     EXPECT_EQ(givenUp.last().at(0).toDouble(), 121.5e6);
+    EXPECT_EQ(Reason(givenUp), SilentRetry::EReason::NotTold);
+}
+
+TEST_F(SilentRetryTest, SaysThatThereIsNothingToTuneAnyMore) {
+    const QSignalSpy givenUp(&retry, &SilentRetry::GivenUp);
+    AskInVain();
+    retry.Wait();
+    LoseMpxOrv();
+    ASSERT_EQ(givenUp.count(), 1);
+    EXPECT_EQ(Reason(givenUp), SilentRetry::EReason::NoMpxOrv);
 }
 
 struct EndRow {
@@ -157,6 +172,7 @@ INSTANTIATE_TEST_SUITE_P(, EndOfWaiting,
                                                 &SilentRetryTest::WantAnother},
                                          EndRow{"WhenItIsGranted", &SilentRetryTest::TuneByHand},
                                          EndRow{"WhenTheConnectionIsLost", &SilentRetryTest::LoseConnection},
+                                         EndRow{"WhenTheMpxOrvIsGone", &SilentRetryTest::LoseMpxOrv},
                                          EndRow{"WhenNobodyTellsWhoIsKeyed", &SilentRetryTest::LoseWord}),
                          [](const auto& row) { return std::string(row.param.name); });
 
