@@ -688,6 +688,14 @@
 <context>
     <name>CommandsPage</name>
     <message>
+        <source>Let go</source>
+        <translation>Loslassen</translation>
+    </message>
+    <message>
+        <source>Let go of the device</source>
+        <translation>Gerät loslassen</translation>
+    </message>
+    <message>
         <source>Reconnect &amp;input modules</source>
         <translation>&amp;Eingangsmodule neu verbinden</translation>
     </message>
@@ -1440,6 +1448,10 @@
 <context>
     <name>InputModel</name>
     <message>
+        <source>%1 and %2 have one address: both read the same inputs</source>
+        <translation>%1 und %2 haben eine Adresse: Beide lesen dieselben Eingänge</translation>
+    </message>
+    <message>
         <source>Module</source>
         <translation>Modul</translation>
     </message>
@@ -1592,6 +1604,10 @@
 </context>
 <context>
     <name>InputsView</name>
+    <message>
+        <source>Taken. %1</source>
+        <translation>Übernommen. %1</translation>
+    </message>
     <message>
         <source>Inputs</source>
         <translation>Eingänge</translation>
@@ -3519,6 +3535,10 @@ Bitte prüfen Sie den Namen.</translation>
 </context>
 <context>
     <name>RestoreOffer</name>
+    <message>
+        <source>%1; refused: %2</source>
+        <translation>%1; abgelehnt: %2</translation>
+    </message>
     <message>
         <source>Rest&amp;ore</source>
         <translation>Wieder&amp;herstellen</translation>

@@ -232,8 +232,11 @@ void StationView::ShowState() {
     const bool wasKept = m_isKept;
     m_isKept = KeepsContent(segments);
     if (m_isKept != wasKept) ShowKept(m_isKept);
-    // What is asked is about a server as it was.
-    if (m_isKept && !wasKept) question::Withdraw(*this);
+    // What is asked, and could be undone, is about a server as it was.
+    if (m_isKept && !wasKept) {
+        question::Withdraw(*this);
+        m_undo->Withdraw();
+    }
     if (!m_isKept && (segments != m_boundSegments || wasKept)) BindPages(segments);
     ShowMpxOrv();
     ShowConnection();

@@ -20,7 +20,6 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
-#include <utility>
 #include <vector>
 
 namespace {
@@ -198,15 +197,25 @@ QString ConfigPage::SavedText() const {
 /// Also what somebody else has entered and not saved: so it can be had back.
 void ConfigPage::Revert() {
     QStringList captions;
-    std::vector<std::pair<QString, QVariant>> before;
+    struct Reverted {
+        QString path;
+        QVariant before;
+        QVariant after;
+    };
+    std::vector<Reverted> reverted;
     for (const Field& field : m_fields) {
         if (!field.IsChanged()) continue;
         captions += field.caption;
-        before.emplace_back(field.current->GetPath(), ContentOf(field.current->GetValue()));
-        Put(field.current->GetValue(), ContentOf(field.saved->GetValue()));
+        const QVariant saved = ContentOf(field.saved->GetValue());
+        reverted.push_back({field.current->GetPath(), ContentOf(field.current->GetValue()), saved});
+        Put(field.current->GetValue(), saved);
     }
-    Q_EMIT Acted(tr("Reverted to what was saved: %1.").arg(captions.join(QStringLiteral(", "))), [before] {
-        for (const auto& [path, content] : before)
-            Put(dynamic_cast<values::ValueBase*>(values::Tree::Instance()->FindItem(path)), content);
+    Q_EMIT Acted(tr("Reverted to what was saved: %1.").arg(captions.join(QStringLiteral(", "))), [reverted] {
+        for (const Reverted& field : reverted) {
+            auto* const value =
+                dynamic_cast<values::ValueBase*>(values::Tree::Instance()->FindItem(field.path));
+            // What somebody has entered since stays.
+            if (ContentOf(value) == field.after) Put(value, field.before);
+        }
     });
 }

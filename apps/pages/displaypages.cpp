@@ -2,6 +2,7 @@
 #include <apps/pages/displaypages.h>
 
 #include <apps/pages/holders.h>
+#include <apps/pages/question.h>
 #include <apps/pages/receivers/receivermodel.h>
 #include <apps/pages/serverkeys.h>
 #include <apps/pages/statetable.h>
@@ -15,6 +16,7 @@
 #include <platform/values/value.h>
 #include <platform/widgets/vcpushbutton.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHeaderView>
@@ -84,11 +86,20 @@ CommandsPage::CommandsPage(QWidget* parent)
     layout->addStretch();
     const auto* const box = m_display->findChild<QCheckBox*>();
     // Who has something of the device is looked for before it goes.
-    connect(box, &QCheckBox::pressed, this, [this] {
-        m_users =
-            holders::ToText(holders::Find(m_basePath, [](const auto& holder) { return !holder.isIdle; }));
-    });
+    connect(box, &QCheckBox::pressed, this, [this] { m_users = FindUsers(); });
     connect(box, &QCheckBox::stateChanged, this, [this](int state) { OfferUndo(state == Qt::Checked); });
+}
+
+QString CommandsPage::FindUsers() const {
+    return holders::ToText(holders::Find(m_basePath, [](const auto& holder) { return !holder.isIdle; }));
+}
+
+/// Somebody may use the device by now.
+bool CommandsPage::MayLetGo() {
+    const QString users = FindUsers();
+    return users.isEmpty() ||
+           question::IsConfirmed(this, tr("Let go of the device"),
+                                 tr("These lose what they have of it: %1.").arg(users), tr("Let go"));
 }
 
 void CommandsPage::OfferUndo(bool isOn) {
@@ -96,7 +107,8 @@ void CommandsPage::OfferUndo(bool isOn) {
     if (!isOn && !m_users.isEmpty())
         what += QLatin1Char(' ') + tr("These lose what they have of it: %1.").arg(m_users);
     m_users.clear();
-    Q_EMIT Acted(what, [path = m_commandPath, isOn] {
+    Q_EMIT Acted(what, [page = QPointer<CommandsPage>(this), path = m_commandPath, isOn] {
+        if (isOn && page != nullptr && !page->MayLetGo()) return;
         auto* const command = dynamic_cast<values::Value<bool>*>(values::Tree::Instance()->FindItem(path));
         if (command != nullptr) command->SetValue(!isOn);
     });

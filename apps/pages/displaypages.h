@@ -46,6 +46,8 @@ class CommandsPage : public Page, private PathBinding::IListener {
 
   private:
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
+    QString FindUsers() const;
+    bool MayLetGo();
     void OfferUndo(bool isOn);
 
     MCSCommandsDisplay* m_display;

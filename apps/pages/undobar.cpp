@@ -5,6 +5,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 
+#include <cstddef>
 #include <utility>
 
 UndoBar::UndoBar(IClock& clock, QWidget* parent)
@@ -28,22 +29,34 @@ UndoBar::UndoBar(IClock& clock, QWidget* parent)
 }
 
 void UndoBar::Offer(const QString& what, const std::function<void()>& undo) {
+    constexpr std::size_t most = 10;  // nobody does more within the time and wants it back
+    if (m_offered.size() == most) m_offered.erase(m_offered.begin());
+    m_offered.push_back({what, undo});
+    Show();
+}
+
+void UndoBar::Show() {
+    const QString& what = m_offered.back().what;
     const QString text = m_place.isEmpty() ? what : QStringLiteral("%1: %2").arg(m_place, what);
     m_text->setText(text);
     m_button->setAccessibleDescription(text);
-    m_undo = undo;
     show();
     m_timer.Start(Patience, [this] { Withdraw(); });
 }
 
 void UndoBar::Withdraw() {
     m_timer.Stop();
-    m_undo = nullptr;
+    m_offered.clear();
     hide();
 }
 
 void UndoBar::Undo() {
-    const std::function<void()> undo = std::move(m_undo);
-    Withdraw();
+    if (m_offered.empty()) return;
+    const std::function<void()> undo = std::move(m_offered.back().undo);
+    m_offered.pop_back();
+    if (m_offered.empty())
+        Withdraw();
+    else
+        Show();
     if (undo) undo();
 }

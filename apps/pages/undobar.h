@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <functional>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -22,7 +23,7 @@ class UndoBar : public QFrame {
     /// \a clock is not owned and outlives the bar.
     explicit UndoBar(IClock& clock, QWidget* parent = nullptr);
 
-    /// Offers to undo \a what by \a undo, in place of what was offered before.
+    /// Offers to undo \a what by \a undo. What was offered before is offered again once that is undone.
     void Offer(const QString& what, const std::function<void()>& undo);
     /// Names \a place from now on, where there are several; empty: none.
     void SetPlace(const QString& place) { m_place = place; }
@@ -30,11 +31,17 @@ class UndoBar : public QFrame {
     void Withdraw();
 
   private:
+    struct Offered {
+        QString what;
+        std::function<void()> undo;
+    };
+
     void Undo();
+    void Show();
 
     QLabel* m_text;
     QString m_place;
     QPushButton* m_button;
     ClockTimer m_timer;
-    std::function<void()> m_undo;
+    std::vector<Offered> m_offered;  ///< the last one is shown
 };

@@ -270,16 +270,15 @@ void EventsPage::ShowState() {
 
 void EventsPage::Export() {
     using eventexport::EFormat;
-    const QDateTime now = QDateTime::currentDateTime();
     const QString called = m_source.name();
     const QString name = called.isEmpty() ? m_server : called;
-    const QString proposed = eventexport::ProposedName(name, now.date(), EFormat::Csv);
+    const QString proposed = eventexport::ProposedName(name, QDate::currentDate(), EFormat::Csv);
     const QString file = QFileDialog::getSaveFileName(
         this, tr("Export events"), proposed, tr("Table (*.csv)") + QStringLiteral(";;") + tr("Text (*.txt)"));
     if (file.isEmpty()) return;
     const bool isText = QFileInfo(file).suffix().compare(QLatin1String("txt"), Qt::CaseInsensitive) == 0;
     const QString server = name == m_server ? name : QStringLiteral("%1 (%2)").arg(name, m_server);
-    m_exporter.Start(file, isText ? EFormat::Text : EFormat::Csv, server, now);
+    m_exporter.Start(file, isText ? EFormat::Text : EFormat::Csv, server, QDateTime::currentDateTime());
     ShowState();
 }
 

@@ -107,6 +107,7 @@ void FrequencyLine::ShowFocus() {
     frame->setPalette(colours);
     frame->setFrameShape(hasFocus() ? QFrame::Box : QFrame::Panel);
     frame->setFrameShadow(hasFocus() ? QFrame::Plain : QFrame::Sunken);
+    frame->invalidateBackingStore();  // which has the frame of before
 }
 
 void FrequencyLine::focusInEvent(QFocusEvent* event) {

@@ -15,6 +15,7 @@ using EFact = ServerFacts::EFact;
 HeldBefore::HeldBefore(IClock& clock, Tuning& tuning, const Situation& situation, QObject* parent)
     : QObject(parent), m_clock(clock), m_tuning(tuning), m_situation(situation) {
     connect(&situation, &Situation::Looked, this, &HeldBefore::Look);
+    connect(&tuning, &Tuning::Changed, this, &HeldBefore::LookAtRefusal);
     Look();
 }
 
@@ -89,6 +90,15 @@ void HeldBefore::ForgetWhatIsBack(const Held& now) {
 void HeldBefore::Offer(const Held& offer) {
     if (offer == m_offer) return;
     m_offer = offer;
+    Q_EMIT Changed();
+}
+
+void HeldBefore::LookAtRefusal() {
+    const bool isRefused = m_tuning.GetState() == Tuning::EState::Refused && m_offer.hz &&
+                           m_tuning.GetWanted().GetHz() == *m_offer.hz;
+    const QString refusal = isRefused ? m_tuning.GetReason() : QString();
+    if (refusal == m_refusal) return;
+    m_refusal = refusal;
     Q_EMIT Changed();
 }
 

@@ -32,6 +32,8 @@ class HeldBefore : public QObject {
 
     /// What can be asked for again now; nothing while that makes no sense.
     Held GetOffer() const { return m_offer; }
+    /// Why the frequency of the offer is not given back, in the server's words; empty if nobody said no.
+    QString GetRefusal() const { return m_refusal; }
     /// Until when there was that, by the clock on the wall.
     QTime GetLostAt() const { return m_lostAt; }
     /// Asks for it.
@@ -48,6 +50,7 @@ class HeldBefore : public QObject {
     void Follow(const Held& now);
     void ForgetWhatIsBack(const Held& now);
     void Offer(const Held& offer);
+    void LookAtRefusal();
     bool IsDeviceReady() const;
     Held Now() const;
 
@@ -61,4 +64,5 @@ class HeldBefore : public QObject {
     Held m_before;  ///< the loss
     QTime m_lostAt;
     Held m_offer;
+    QString m_refusal;
 };

@@ -4,13 +4,16 @@
 #include <apps/mcconsole/overview/heldbefore.h>
 #include <apps/mcconsole/session/judgement.h>
 
+#include <platform/widgets/valuetext.h>
+
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 
 namespace {
 
-constexpr int OfferMargin = 4;  // pixels beside the text
+constexpr int OfferMargin = 4;       // pixels beside the text
+constexpr int MaxReasonLength = 60;  // characters of what the server says
 
 }  // namespace
 
@@ -49,7 +52,12 @@ QString RestoreOffer::Text() const {
 }
 
 void RestoreOffer::Show() {
-    m_text->setText(Text());
+    const QString refusal = m_held.GetRefusal();
+    const QString text = Text();
+    m_text->setText(refusal.isEmpty()
+                        ? text
+                        : tr("%1; refused: %2").arg(text, valuetext::Shortened(refusal, MaxReasonLength)));
+    m_text->setToolTip(refusal);
     setAccessibleName(m_text->text());
     setVisible(m_isHere && m_held.GetOffer().IsAnything());
 }

@@ -56,7 +56,9 @@ void SilentRetry::Look() {
     if (!isWaiting) {
         const bool isGivenUp = m_state == EState::Waiting && !CanTune();
         Become(CanWait() ? EState::Offered : EState::Idle);
-        if (isGivenUp) Q_EMIT GivenUp(m_hz, IsConnected() ? EReason::NoMpxOrv : EReason::NotTold);
+        // To give it back ends the connection for a moment.
+        const bool isGivenBack = IsConnected() || !m_situation.GetConnection().isMpxOrvUsed;
+        if (isGivenUp) Q_EMIT GivenUp(m_hz, isGivenBack ? EReason::NoMpxOrv : EReason::NotTold);
         return;
     }
     // A transmitter that nobody watches any more may still be on the air.

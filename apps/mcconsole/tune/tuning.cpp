@@ -48,6 +48,8 @@ void Tuning::Bind(const QString& path) {
     const auto below = [&](const char* names) {
         return path.isEmpty() ? QString() : path + QLatin1String(names);
     };
+    m_hasWish = m_wasAskedFor;
+    m_began.reset();
     m_mode.SetPath(below("/Status/OperationMode"));
     m_code.SetPath(below("/Request/AnswerCode"));
     m_answer.SetPath(below("/Request/Answer"));
@@ -155,12 +157,13 @@ std::optional<double> Tuning::GetActual() const {
     return isTuned ? std::make_optional(GetValue()->GetValue()) : std::nullopt;
 }
 
-/// Nobody has asked for anything yet: the frequency that the MpxORV begins with is nobody's wish, and is not
-/// to be tuned to by whoever hits a key.
-bool Tuning::IsFresh() const {
-    const auto* const answer = static_cast<const values::Value<QString>*>(m_answer.GetValue());
-    const bool isAnswered = answer != nullptr && !answer->GetValue().isEmpty();
-    return !isAnswered && m_unanswered == 0 && !GetActual();
+/// The frequency that the MpxORV begins with is nobody's wish, whatever else was asked for, and is not to be
+/// tuned to by whoever hits a key: somebody has asked for one that is tuned, or was entered here, or came
+/// since this is bound.
+void Tuning::LookForWish() {
+    if (GetValue() == nullptr) return;
+    if (!m_began) m_began = GetValue()->GetValue();
+    if (GetActual() || m_unanswered != 0 || GetValue()->GetValue() != *m_began) m_hasWish = true;
 }
 
 double Tuning::GetLowest() const {
@@ -253,10 +256,11 @@ void Tuning::Conclude(EState outcome, const QString& reason) {
 
 /// Where the operator has entered nothing, the field shows what there is.
 void Tuning::Follow() {
+    LookForWish();
     if (m_isEntered || m_outcome == EState::Asked) return;
     const QString before = m_text;
     if (GetValue() != nullptr)
-        m_text = IsFresh() ? QString() : Shown(GetValue()->GetValue());
+        m_text = m_hasWish ? Shown(GetValue()->GetValue()) : QString();
     else if (m_frequency.GetPath().isEmpty())
         m_text.clear();
     if (m_text != before) m_wasAskedFor = false;  // but by somebody else

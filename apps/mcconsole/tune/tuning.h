@@ -99,7 +99,7 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     EState StateOfRequest(double wanted) const;
     void Follow();
     Frequency* GetValue() const;
-    bool IsFresh() const;
+    void LookForWish();
 
     PathBinding m_frequency;
     PathBinding m_code;  ///< which says the same as the answer, and is set just before it
@@ -108,9 +108,11 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     ClockTimer m_rest;
     int m_step;  ///< among all of them
     QString m_text;
-    bool m_isEntered = false;    ///< by the operator, and not granted
-    bool m_wasAskedFor = false;  ///< by the operator
-    int m_unanswered = 0;        ///< requests
+    bool m_isEntered = false;       ///< by the operator, and not granted
+    bool m_wasAskedFor = false;     ///< by the operator
+    bool m_hasWish = false;         ///< somebody wants the frequency that the MpxORV has
+    std::optional<double> m_began;  ///< Hz, that it had when it was bound
+    int m_unanswered = 0;           ///< requests
     /// Of the last request: Asked, Refused, or Ended; NotSent if there is nothing to say about it.
     EState m_outcome = EState::NotSent;
     double m_asked = 0;                    ///< Hz, in that request

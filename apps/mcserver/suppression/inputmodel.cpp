@@ -296,11 +296,25 @@ QString InputModel::FromCsv(const QStringList& lines) {
     return reason;
 }
 
+QString InputModel::DoubtOfAddresses(const std::vector<Change>& changes) const {
+    for (const Change& change : changes) {
+        if (change.column != Address) continue;
+        const ModuleSettings& module = GetModule(change.row).settings;
+        for (const ModuleState& other : m_modules)
+            if (&other.settings != &module && other.settings.address == module.address)
+                return tr("%1 and %2 have one address: both read the same inputs")
+                    .arg(module.GetName(), other.settings.GetName());
+    }
+    return QString();
+}
+
 /// All of it, unless there is a reason against any of it.
 QString InputModel::TakeAll(const std::vector<Change>& changes, const QString& reason) {
     for (const Change& change : changes)
         if (reason.isEmpty()) Apply(change);
     Refresh();
     Q_EMIT SignalEntered(reason);
+    const QString doubt = reason.isEmpty() ? DoubtOfAddresses(changes) : QString();
+    if (!doubt.isEmpty()) Q_EMIT SignalDoubted(doubt);
     return reason;
 }

@@ -53,6 +53,8 @@ class InputModel : public QAbstractTableModel {
   Q_SIGNALS:
     /// \a reason is empty if what was entered is taken.
     void SignalEntered(const QString& reason);
+    /// What was entered is taken, though it may be a mistake: \a doubt says why.
+    void SignalDoubted(const QString& doubt);
     /// What was pasted, or read from a text, has changed \a cells of them; \a undo takes it back. That may be
     /// called when model and plant are gone.
     void SignalManyChanged(int cells, const std::function<void()>& undo);
@@ -83,6 +85,7 @@ class InputModel : public QAbstractTableModel {
     QString RefusalOf(const std::vector<Change>& changes) const;
     void Apply(const Change& change);
     void OfferUndo(const std::vector<ModuleSettings>& before);
+    QString DoubtOfAddresses(const std::vector<Change>& changes) const;
     QString TakeAll(const std::vector<Change>& changes, const QString& reason);
     static QString TooManyLines(std::size_t lines, int rows);
     int FindRow(const QString& title, const QString& input) const;

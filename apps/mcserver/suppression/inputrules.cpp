@@ -20,9 +20,8 @@ QString InputRules::RefusalOfFrequency(const QString& text, FrequencyText::EPlai
                                        double* hz) const {
     const FrequencyText entry(text, plain);
     *hz = entry.GetHz();
-    if (entry.GetProblem() == FrequencyText::EProblem::Empty || (entry.IsFrequency() && *hz == 0.0))
-        return QString();
-    if (!entry.IsFrequency()) return tr("\"%1\" is no frequency").arg(ShownEntry(text));
+    if (entry.GetProblem() == FrequencyText::EProblem::Empty) return QString();
+    if (!entry.IsFrequency() || *hz == 0.0) return tr("\"%1\" is no frequency").arg(ShownEntry(text));
     if (!m_range.Excludes(*hz)) return QString();
     return tr("%1 MHz lies outside %2 to %3 MHz")
         .arg(FrequencyText::InMegahertz(*hz, 0), FrequencyText::InMegahertz(m_range.least, 0),

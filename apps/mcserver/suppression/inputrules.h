@@ -18,7 +18,7 @@ class InputRules {
 
     explicit InputRules(const FrequencyRange& range) : m_range(range) {}
 
-    /// Any frequency of the device, in every way that people write one, into \a hz; nothing, or 0, is none. A
+    /// Any frequency of the device, in every way that people write one, into \a hz; nothing is none. A
     /// number without a unit counts as \a plain says.
     QString RefusalOfFrequency(const QString& text, FrequencyText::EPlainNumber plain, double* hz) const;
     QString RefusalOfName(const QString& text) const;

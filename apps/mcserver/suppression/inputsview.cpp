@@ -84,6 +84,8 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     layout->addWidget(m_notice);  // below, so that the rows stay where they are
     layout->addLayout(BuildButtons());
     connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Tell);
+    connect(&m_model, &InputModel::SignalDoubted, this,
+            [this](const QString& doubt) { Say(NoticeBar::ESeverity::Warning, tr("Taken. %1").arg(doubt)); });
     connect(&m_model, &InputModel::SignalManyChanged, this,
             [this](int cells, const std::function<void()>& undo) {
                 Q_EMIT Acted(cells == 1 ? tr("One cell of the inputs is changed.")

@@ -140,6 +140,10 @@ TEST_F(ConfigPageTest, WhatWasRevertedCanBeHadBack) {
     EXPECT_EQ(TextAt("Config/DeviceName"), QStringLiteral("Mast"));
     EXPECT_EQ(TextAt("Config/DeviceAddress"), QStringLiteral("df1"));
     EXPECT_EQ(CountMarks(), 1);
+    QTest::mouseClick(&Button("RevertConfigButton"), Qt::LeftButton);
+    Text("Config/DeviceName", "Hill");
+    undo();
+    EXPECT_EQ(TextAt("Config/DeviceName"), QStringLiteral("Hill")) << "somebody has entered it since";
 }
 
 TEST_F(ConfigPageTest, SaysWhenItWasSavedAndByWhom) {

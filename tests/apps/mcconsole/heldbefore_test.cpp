@@ -52,6 +52,19 @@ TEST_F(HeldBeforeTest, OffersWhatALostConnectionHadOnceItIsBack) {
     EXPECT_FALSE(held.GetOffer().IsAnything());
 }
 
+TEST_F(HeldBeforeTest, SaysWhyWhatIsAskedForAgainIsRefused) {
+    Hold();
+    LoseConnection();
+    ComeBack();
+    held.Restore();
+    EXPECT_EQ(held.GetRefusal(), QString());
+    Refuse("needs MayDoFFM");
+    EXPECT_EQ(held.GetOffer().hz, 127.5e6);
+    EXPECT_EQ(held.GetRefusal(), QStringLiteral("needs MayDoFFM"));
+    Tune("118.4");
+    EXPECT_EQ(held.GetRefusal(), QString());
+}
+
 TEST_F(HeldBeforeTest, OffersWhatALostDeviceHadOnceItIsReady) {
     Hold();
     LoseDevice();

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // What is asked before others lose something, and how they are told who took it.
+#include <apps/pages/displaypages.h>
+
 #include <tests/apps/mcconsole/consolefixture.h>
 #include <tests/support/dialogs/modaldriver.h>
 #include <tests/support/spoken.h>
+#include <tests/support/waituntil.h>
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFrame>
@@ -235,6 +238,30 @@ TEST_F(QuestionsTest, LettingTheDeviceGoCanBeUndoneAndNamesWhoLosesIt) {
     QTest::mouseClick(bar->findChild<QPushButton*>(QStringLiteral("Undo")), Qt::LeftButton);
     EXPECT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
     EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(QuestionsTest, UndoingTheConnectionAsksWhoLosesTheDeviceByThen) {
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    auto* const box = Find<QCheckBox>("Commands", "shallBeConnectedState");
+    const auto click = [box] {
+        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    };
+    click();
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Offline"); }));
+    std::function<void()> undo;
+    QObject::connect(window->findChild<CommandsPage*>(), &Page::Acted, window.get(),
+                     [&undo](const QString&, const std::function<void()>& back) { undo = back; });
+    click();
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
+    ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
+    Set(Mine("Request/Frequency"), "121.5MHz");
+    ASSERT_TRUE(WaitFor([this] { return Label("MyMpxORV", "TunedTo") == QLatin1String("121.500 MHz"); }));
+    ASSERT_TRUE(undo);
+    const ModalDriver user({Answer("Cancel")});
+    undo();
+    EXPECT_EQ(asked, QStringLiteral("These lose what they have of it: TestConsole (FFM 121.5 MHz)."));
+    RunTurns(3);
+    EXPECT_EQ(Label("MyMpxORV", "TunedTo"), QStringLiteral("121.500 MHz"));
 }
 
 }  // namespace

@@ -148,6 +148,14 @@ TEST_F(SilentRetryTest, SaysThatThereIsNothingToTuneAnyMore) {
     LoseMpxOrv();
     ASSERT_EQ(givenUp.count(), 1);
     EXPECT_EQ(Reason(givenUp), SilentRetry::EReason::NoMpxOrv);
+    tuning.Bind(ServerTree::OwnPath());
+    Want("121.5");
+    retry.Wait();
+    ASSERT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    connection.isMpxOrvUsed = false;
+    Be(EState::Connecting);  // to the same server, without it
+    ASSERT_EQ(givenUp.count(), 2);
+    EXPECT_EQ(Reason(givenUp), SilentRetry::EReason::NoMpxOrv);
 }
 
 struct EndRow {

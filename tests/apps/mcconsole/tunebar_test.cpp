@@ -24,10 +24,14 @@ TEST_F(TuneBarTest, ShowsWhatThereIsUntilSomethingIsEntered) {
     EXPECT_FALSE(HasRedFrame());
 }
 
-TEST_F(TuneBarTest, OffersNoFrequencyThatNobodyHasAskedFor) {
+/// What is answered to somebody who wants no frequency.
+class AnyAnswer : public TuneBarTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(AnyAnswer, OffersNoFrequencyThatNobodyHasAskedFor) {
     tuning.Bind(QString());
     answer->SetValue(QString());
     tuning.Bind(QStringLiteral("/Mine"));
+    answer->SetValue(QString::fromLatin1(GetParam()));
     EXPECT_EQ(Field()->text(), QString());
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
     EXPECT_FALSE(HasRedFrame()) << "nothing is wrong yet";
@@ -40,7 +44,13 @@ TEST_F(TuneBarTest, OffersNoFrequencyThatNobodyHasAskedFor) {
     EXPECT_TRUE(HasRedFrame());
     Press(Qt::Key_Escape);
     EXPECT_FALSE(HasRedFrame());
+    Press(Qt::Key_Return);
+    EXPECT_THAT(Asked(), IsEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(All, AnyAnswer,
+                         testing::Values("", "done: is master", "refused: Van is master since 14:03:22",
+                                         "ended: the right MayCal, taken away by Van"));
 
 TEST_F(TuneBarTest, TakesWhatIsTypedDuringALossAndDoesNotSendIt) {
     tuning.Bind(QString());

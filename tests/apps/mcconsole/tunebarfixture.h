@@ -36,6 +36,7 @@ class TuneBarTest : public testing::Test {
     TuneBarTest() : tuning(clock), bar(tuning, book) {
         MakeMpxOrv();
         tuning.Bind(QStringLiteral("/Mine"));
+        frequency->SetValue(30e6, &server);  // somebody else wants that
         QObject::connect(&tuning, &Tuning::Granted, &book, &FrequencyBook::Remember);
         bar.show();
         QApplication::setActiveWindow(&bar);
@@ -43,13 +44,12 @@ class TuneBarTest : public testing::Test {
     }
 
     void MakeMpxOrv() {
-        frequency = new values::ValueNumeric<double>(30e6, 3e5, 3e9);
+        frequency = new values::ValueNumeric<double>(25e6, 3e5, 3e9);
         frequency->SetName(QStringLiteral("Frequency"));
         frequency->SetDelivery(values::EDelivery::EveryChange);
         answer = new values::Value<QString>;
         answer->SetName(QStringLiteral("Answer"));
         answer->SetDelivery(values::EDelivery::EveryChange);
-        answer->SetValue(QStringLiteral("done: is ready"));  // somebody has asked for something before
         mode = new values::ValueSelection;
         mode->SetName(QStringLiteral("OperationMode"));
         mode->AddItem(QStringLiteral("Idle"), 0, OperationIdle);

@@ -65,6 +65,29 @@ TEST_F(UndoBarTest, OffersTheLastThingForItsOwnTime) {
     EXPECT_EQ(undone, QStringLiteral("b"));
 }
 
+TEST_F(UndoBarTest, OffersWhatWasDoneBeforeOnceTheLastIsUndone) {
+    Offer("a");
+    Offer("b");
+    clock.Advance(9s);
+    ClickUndo();
+    EXPECT_EQ(Text(), QStringLiteral("a"));
+    clock.Advance(9s);
+    ClickUndo();
+    EXPECT_EQ(undone, QStringLiteral("ba"));
+    EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(UndoBarTest, ForgetsAllWithTheLast) {
+    Offer("a");
+    Offer("b");
+    clock.Advance(10s);
+    EXPECT_FALSE(bar.isVisible());
+    Offer("c");
+    ClickUndo();
+    EXPECT_EQ(undone, QStringLiteral("c"));
+    EXPECT_FALSE(bar.isVisible());
+}
+
 TEST_F(UndoBarTest, MayOfferWhatUndoesTheUndoing) {
     bar.Offer(QStringLiteral("a"), [this] { Offer("b"); });
     ClickUndo();

@@ -171,7 +171,7 @@ TEST_F(ASmallServerWindow, SaysOnEveryPageWhatNobodyWatches) {
     window->GetTabs()->setCurrentIndex(window->GetTabs()->count() - 1);
     RunTurns(5);
     EXPECT_FALSE(NeedsScrolling());
-    PasteAt(0, InputModel::Frequency, "0");
+    PasteAt(0, InputModel::Frequency, " ");
     EXPECT_TRUE(WaitUntil([&] { return !alarm.isVisible(); }));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Multi-channel server: Mast 7"));
     EXPECT_NE(icon(), bad);

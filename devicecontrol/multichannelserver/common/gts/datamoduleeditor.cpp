@@ -115,6 +115,11 @@ void DataModuleEditor::ShowDoubt() {
     m_address->setToolTip(doubt);
     m_address->setAccessibleDescription(doubt);
     Remark::Show(m_remark, doubt, *m_layout, BelowTheFields);
+    if (!isVisible()) return;  // it is made large enough when it is shown
+    m_layout->activate();
+    const int needed =
+        m_layout->hasHeightForWidth() ? m_layout->totalHeightForWidth(width()) : sizeHint().height();
+    if (needed > height()) resize(width(), needed);
 }
 
 void DataModuleEditor::SlotOkButton() {
