@@ -243,15 +243,14 @@ TEST_F(QuestionsTest, LettingTheDeviceGoCanBeUndoneAndNamesWhoLosesIt) {
 TEST_F(QuestionsTest, UndoingTheConnectionAsksWhoLosesTheDeviceByThen) {
     ASSERT_NO_FATAL_FAILURE(BeReady());
     auto* const box = Find<QCheckBox>("Commands", "shallBeConnectedState");
-    const auto click = [box] {
-        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
-    };
-    click();
+    const auto where = [box] { return QPoint(8, box->height() / 2); };
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, where());
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Offline"); }));
+    ASSERT_TRUE(WaitFor([box] { return box->isEnabled(); }));
     std::function<void()> undo;
     QObject::connect(window->findChild<CommandsPage*>(), &Page::Acted, window.get(),
                      [&undo](const QString&, const std::function<void()>& back) { undo = back; });
-    click();
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, where());
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "onlineDisp") == QLatin1String("Online"); }));
     ASSERT_TRUE(WaitFor([this] { return Label("Status", "bootStateDisp") == QLatin1String("Ready"); }));
     Set(Mine("Request/Frequency"), "121.5MHz");
