@@ -238,6 +238,20 @@ TEST_P(AnAddress, IsMarkedWhileItIsTypedAndTakenAllTheSame) {
 
 INSTANTIATE_TEST_SUITE_P(Table, AnAddress, testing::ValuesIn(addressRows), testing::PrintToStringParamName());
 
+TEST_F(ADoubtfulAddress, MakesTheDialogAsHighAsItsWarningNeeds) {
+    DataModule module(&m_widget, 0);
+    Open(&module);
+    const int before = m_editor->height();
+    Type(Address(), "127.0.13");
+    ASSERT_FALSE(Remark().isEmpty());
+    EXPECT_GT(m_editor->height(), before);
+    for (QWidget* const field : {static_cast<QWidget*>(&Type()), static_cast<QWidget*>(&Address()),
+                                 static_cast<QWidget*>(&PollInterval())})
+        EXPECT_GE(field->height(), field->minimumSizeHint().height()) << qPrintable(field->objectName());
+    for (const QLabel* const text : m_editor->findChild<QWidget*>(Text("remark"))->findChildren<QLabel*>())
+        EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+}
+
 TEST_F(ADoubtfulAddress, IsOneThatAnotherModuleHasToo) {
     const auto other = Make(6, "ADAM-6060");
     const auto module = Make(1);
