@@ -206,9 +206,9 @@ class Session(Desktop):
         self.find("^mast", "check box", "May be job master").toggle()  # by speech as by keys
         self.push(self.window("^Take a right away"), self.find("^Take a right away", "push button", "^Take away"))
         self.expect_master("")
-        self.expect_answer("tower", "^ended: needs MayBeJobMaster, taken away by mcconsole")
+        self.expect_answer("tower", "^ended: needs MayBeJobMaster, taken away by mast, mcconsole")
         self.press(self.tower_window, "alt+1")
-        self.find("^tower", "label", "taken away by mcconsole")
+        self.find("^tower", "label", "taken away by mast, mcconsole")
         self.picture("taken-away")
         self.tool(self.programs / "mctree", "--connect", f"127.0.0.1:{self.port}", "set",
                   f"{MPXORVS}/tower/Policy/MayBeJobMaster", "true")
