@@ -48,7 +48,7 @@ void Tuning::Bind(const QString& path) {
     const auto below = [&](const char* names) {
         return path.isEmpty() ? QString() : path + QLatin1String(names);
     };
-    m_hasWish = m_wasAskedFor;
+    m_hasWish = false;
     m_began.reset();
     m_mode.SetPath(below("/Status/OperationMode"));
     m_code.SetPath(below("/Request/AnswerCode"));

@@ -377,6 +377,10 @@ TEST_F(TuneBarTest, WhatWasAskedForIsWantedOfTheNextMpxOrvAndNotSentToIt) {
     EXPECT_EQ(Field()->text(), QStringLiteral("121.500 MHz"));
     EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
     EXPECT_EQ(Text("TunedTo"), QStringLiteral("NOT TUNED"));
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Field()->text(), QString()) << "what the next one begins with is nobody's wish either";
+    Press(Qt::Key_Return);
+    EXPECT_THAT(Asked(), ElementsAre(121.5));
 }
 
 TEST_F(TuneBarTest, IsReadAndWrittenInTheLocale) {
