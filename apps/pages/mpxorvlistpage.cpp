@@ -189,8 +189,12 @@ void MpxOrvListPage::ChooseAgain() {
     ShowCount();
     const int wanted = m_table->FindRow(m_wanted);
     QModelIndex row = m_sorter->mapFromSource(wanted < 0 ? QModelIndex() : m_table->index(wanted, 0));
-    // Before anybody has chosen, the first is.
-    if (m_wanted.isEmpty() && m_sorter->rowCount() > 0) row = m_sorter->index(0, 0);
+    // Before anybody has chosen, the first is. It stays, though others come before it: somebody may be about
+    // to switch what is shown of it.
+    if (!row.isValid() && m_isChance && m_sorter->rowCount() > 0) {
+        row = m_sorter->index(0, 0);
+        m_wanted = row.data(MpxOrvTable::PathRole).toString();
+    }
     m_isMoving = true;
     if (row.isValid() && row.row() != m_view->currentIndex().row())
         m_view->selectRow(row.row());
@@ -202,6 +206,7 @@ void MpxOrvListPage::ChooseAgain() {
 
 void MpxOrvListPage::TakeChoice() {
     if (m_isMoving || !m_view->currentIndex().isValid()) return;
+    m_isChance = false;
     m_wanted = m_view->currentIndex().data(MpxOrvTable::PathRole).toString();
     ShowChosen();
 }

@@ -41,8 +41,9 @@ class MpxOrvListPage : public Page {
     QLineEdit* m_filter;
     QLabel* m_count;
     MpxOrvDetails* m_details;
-    QString m_wanted;  ///< the path of the one that the user chose, there or not
-    QString m_shown;   ///< whose details are shown
+    QString m_wanted;        ///< the path of the one that is chosen, there or not
+    bool m_isChance = true;  ///< nobody chose it
+    QString m_shown;         ///< whose details are shown
     bool m_isBound = false;
     bool m_isMoving = false;  ///< rows come and go: what is current then was not chosen by anybody
 };

@@ -6,6 +6,8 @@
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistdisplay.h>
 #include <devicecontrol/multichannelserver/common/mcsmpxorvstatuslistmodel.h>
 
+#include <platform/values/tree.h>
+
 #include <QtCore/QItemSelectionModel>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QSplitter>
@@ -41,12 +43,13 @@ MpxOrvsPage::MpxOrvsPage(QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
 
-    // Rows that come and go may change which one is current without the selection model saying so.
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &MpxOrvsPage::ShowChosen);
-    connect(m_model, &QAbstractItemModel::rowsInserted, this, &MpxOrvsPage::ShowChosen);
-    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &MpxOrvsPage::ShowChosen);
-    ShowChosen();
+            &MpxOrvsPage::TakeChoice);
+    // Also of the one that stood there before anybody had chosen.
+    connect(m_view, &QAbstractItemView::pressed, this, &MpxOrvsPage::TakeChoice);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &MpxOrvsPage::ChooseAgain);
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &MpxOrvsPage::ChooseAgain);
+    m_details->Show(QString());
 }
 
 /// The list tells of its rows' end when it is destroyed itself: too late for the widgets beside it.
@@ -56,27 +59,60 @@ MpxOrvsPage::~MpxOrvsPage() {
 }
 
 void MpxOrvsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
-    if (!m_chosen.isEmpty()) m_lastChosen = m_chosen;
+    m_isMoving = true;
     m_list->RemoveAllMpxORVs_ValuePaths();
     for (const EMCSControlTreeSegments segment : {StaticMpxORVsSegment, DynamicMpxORVsSegment}) {
         const QString path = SegmentPath(basePath, segments, segment);
         if (!path.isEmpty()) m_list->AddMpxORVs_ValuePath(path);
     }
+    m_isMoving = false;
     ChooseAgain();
+}
+
+QString MpxOrvsPage::Current() const {
+    const QModelIndex current = m_view->currentIndex();
+    return current.isValid() ? m_model->getMpxORV_ValuePath(current.row()) : QString();
+}
+
+int MpxOrvsPage::WantedRow() const {
+    for (int row = 0; row < m_model->rowCount(QModelIndex()); ++row)
+        if (m_model->getMpxORV_ValuePath(row) == m_wanted) return row;
+    return -1;
+}
+
+/// Where the row that is current goes, the view makes another one current: nobody chose that, and who reaches
+/// for the policies below must not switch those of a neighbour. After a lost connection the same one is
+/// chosen again.
+void MpxOrvsPage::ChooseAgain() {
+    if (m_isMoving) return;
+    if (m_wanted.isEmpty() || Current() != m_wanted) {
+        int row = WantedRow();
+        if (row < 0 && m_isChance && m_model->rowCount(QModelIndex()) > 0) {
+            row = 0;  // before anybody has chosen
+            m_wanted = m_model->getMpxORV_ValuePath(row);
+        }
+        m_isMoving = true;
+        if (row >= 0)
+            m_view->selectRow(row);
+        else
+            m_view->selectionModel()->clear();
+        m_isMoving = false;
+    }
     ShowChosen();
 }
 
-/// After a lost connection the policies of the same MpxORV are shown, if it is still there.
-void MpxOrvsPage::ChooseAgain() {
-    for (int row = 0; row < m_model->rowCount(QModelIndex()); ++row)
-        if (m_model->getMpxORV_ValuePath(row) == m_lastChosen) return m_view->selectRow(row);
+void MpxOrvsPage::TakeChoice() {
+    const QString current = Current();
+    const bool isGone = !m_shown.isEmpty() && values::Tree::Instance()->FindNode(m_shown) == nullptr;
+    if (m_isMoving || current.isEmpty() || isGone) return;
+    m_isChance = false;
+    m_wanted = current;
+    ShowChosen();
 }
 
 void MpxOrvsPage::ShowChosen() {
-    if (!m_view->currentIndex().isValid() && m_model->rowCount(QModelIndex()) > 0) m_view->selectRow(0);
-    const QModelIndex current = m_view->currentIndex();
-    const QString chosen = current.isValid() ? m_model->getMpxORV_ValuePath(current.row()) : QString();
-    if (chosen == m_chosen && !chosen.isEmpty()) return;
-    m_chosen = chosen;
-    m_details->Show(chosen);
+    const QString current = Current();
+    if (current == m_shown) return;
+    m_shown = current;
+    m_details->Show(current);
 }

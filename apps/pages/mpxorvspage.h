@@ -18,13 +18,18 @@ class MpxOrvsPage : public Page {
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
 
   private:
+    QString Current() const;
+    int WantedRow() const;  ///< -1: it is not there
     void ChooseAgain();
+    void TakeChoice();
     void ShowChosen();
 
     MCSMpxORVStatusListDisplay* m_list;
     QTableView* m_view;
     MCSMpxORVStatusListModel* m_model;
     MpxOrvDetails* m_details = nullptr;
-    QString m_chosen;      ///< the node's path; empty while none is chosen
-    QString m_lastChosen;  ///< before the list was bound anew
+    QString m_wanted;         ///< the path of the one that is chosen, there or not
+    bool m_isChance = true;   ///< nobody chose it
+    QString m_shown;          ///< whose details are shown
+    bool m_isMoving = false;  ///< rows come and go: what is current then was not chosen by anybody
 };

@@ -102,16 +102,26 @@ TEST_F(MpxOrvListPageTest, NothingThatIsUsualIsCut) {
             << mpxorvcells::Title(column).toStdString();
 }
 
-TEST_F(MpxOrvListPageTest, WhoClicksAtTheOneThatIsThereAtFirstHasChosenIt) {
+TEST_F(MpxOrvListPageTest, TheOneThatIsThereAtFirstStaysWhoeverComesBeforeIt) {
     MpxOrvTree::MakeMaster(MpxOrvTree::Dynamic("Mast"), true);
     Flush();
-    ASSERT_EQ(Selected(), "Mast");
-    Click("Mast");
-    MpxOrvTree::MakeMaster(MpxOrvTree::Dynamic("Mast"), false);
+    ASSERT_EQ(Names().front(), "Mast");
+    EXPECT_EQ(Selected(), "Tower") << "somebody may be about to switch what is shown of it";
+    EXPECT_EQ(Details(), "Tower");
+}
+
+TEST_F(MpxOrvListPageTest, TheFirstOneTakesThePlaceOfOneThatNobodyChoseAndThatIsGone) {
+    MpxOrvTree::Remove(MpxOrvTree::Static("Tower"));
     Flush();
-    ASSERT_EQ(Names().front(), "Tower");
-    EXPECT_EQ(Selected(), "Mast") << "the next click is meant for that one";
-    EXPECT_EQ(Details(), "Mast");
+    EXPECT_EQ(Details(), "Harbour");
+}
+
+TEST_F(MpxOrvListPageTest, WhoClicksAtTheOneThatIsThereAtFirstHasChosenIt) {
+    Click("Tower");
+    MpxOrvTree::Remove(MpxOrvTree::Static("Tower"));
+    Flush();
+    EXPECT_EQ(Selected(), "") << "nobody chose another one";
+    EXPECT_EQ(Details(), "No MpxORV is chosen");
 }
 
 TEST_F(MpxOrvListPageTest, AClickOnAColumnSortsByItAndASecondOneTheOtherWay) {
