@@ -117,6 +117,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"reports-every", QT_TRANSLATE_NOOP("CodedText", "reports every %1 ms")},
     {"needs-policy", QT_TRANSLATE_NOOP("CodedText", "needs %1%2")},
     {"right-taken", QT_TRANSLATE_NOOP("CodedText", "the right %1%2")},
+    {"supervision-ended", QT_TRANSLATE_NOOP("CodedText", "the supervision of %1%2")},
     {"lost-its-frequency", QT_TRANSLATE_NOOP("CodedText", "%1 lost its frequency")},
     {"was-tuned-to", QT_TRANSLATE_NOOP("CodedText", "%1 was tuned to %2")},
     {"master-since", QT_TRANSLATE_NOOP("CodedText", "%1 is master since %2")},

@@ -108,6 +108,7 @@ enum class ECode : std::uint8_t {
     ReportsEvery,
     NeedsPolicy,
     RightTaken,
+    SupervisionEnded,
     LostItsFrequency,
     WasTunedTo,
     MasterSince,

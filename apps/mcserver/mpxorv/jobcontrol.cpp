@@ -310,6 +310,13 @@ void JobControl::ReportIntervalChanged() {
         mpxOrv->GetRequests().ShowReportInterval(m_device.GetReportInterval());
 }
 
+void JobControl::TellTuned(const std::function<CodedText(double hz)>& reasonOf) {
+    for (const auto& [mpxOrv, tuning] : m_tunings) {
+        const CodedText reason = reasonOf(tuning.hz);
+        if (!reason.IsEmpty()) End(*mpxOrv, reason);
+    }
+}
+
 void JobControl::OnPoliciesChanged(MpxOrv& mpxOrv) {
     QStringList given;
     const QStringList taken = mpxOrv.TakeChangedPolicies(&given);

@@ -44,6 +44,8 @@ class JobControl : public IMpxOrvListener {
     /// The guard may think otherwise from now on: who is tuned to what it refuses loses it.
     void GuardChanged();
     void ReportIntervalChanged();
+    /// Tells whoever is tuned to a frequency, in Hz, that \a reasonOf has a text for; they stay tuned.
+    void TellTuned(const std::function<CodedText(double hz)>& reasonOf);
 
     void OnRequest(MpxOrv& mpxOrv, ERequest request) override;
     void OnPoliciesChanged(MpxOrv& mpxOrv) override;

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -83,6 +84,22 @@ void ModuleChanges::Look() {
         TellSettings(found->second.settings, known.settings);
         TellState(found->second, known);
     }
+    TellUncovered(before);
+}
+
+std::set<double> ModuleChanges::CoveredBy(const Modules& modules) {
+    std::set<double> hertz;
+    for (const auto& [number, known] : modules)
+        for (const double frequency : known.settings.frequencies)
+            if (frequency > 0.0) hertz.insert(std::floor(frequency));
+    return hertz;
+}
+
+void ModuleChanges::TellUncovered(const Modules& before) const {
+    std::set<double> lost = CoveredBy(before);
+    for (const double hertz : CoveredBy(m_modules))
+        lost.erase(hertz);
+    if (!lost.empty()) m_onUncovered(lost, {ECode::TakenAwayBy, {Who()}});
 }
 
 /// A module in error stays so until somebody connects it anew.
@@ -126,8 +143,12 @@ void ModuleChanges::TellInputs(const ModuleSettings& before, const ModuleSetting
     }
 }
 
+CodedText ModuleChanges::Who() const {
+    return m_who.IsEmpty() ? CodedText(ECode::AtServerWindow, {SystemUser()}) : m_who;
+}
+
 void ModuleChanges::Tell(ECode code, const ModuleSettings& module) {
-    const CodedText who = m_who.IsEmpty() ? CodedText(ECode::AtServerWindow, {SystemUser()}) : m_who;
+    const CodedText who = Who();
     m_log.Write(
         {code, {peertext::Shown(module.GetName()), peertext::Shown(module.address), {ECode::By, {who}}}},
         {QString(), who.ToEnglish()});
@@ -135,7 +156,7 @@ void ModuleChanges::Tell(ECode code, const ModuleSettings& module) {
 
 void ModuleChanges::TellChange(const ModuleSettings& module, const CodedText& what, const CodedText& from,
                                const CodedText& to) {
-    const CodedText who = m_who.IsEmpty() ? CodedText(ECode::AtServerWindow, {SystemUser()}) : m_who;
+    const CodedText who = Who();
     m_log.Write(
         {ECode::ModuleChanged, {peertext::Shown(module.GetName()), what, from, to, {ECode::By, {who}}}},
         {QString(), who.ToEnglish()});

@@ -9,7 +9,10 @@
 
 #include <QtCore/QObject>
 
+#include <functional>
 #include <map>
+#include <set>
+#include <utility>
 
 class ServerLog;
 class SuppressionPlant;
@@ -24,6 +27,10 @@ class ModuleChanges : public QObject {
     /// What is there already is no event. \a plant and \a log are not owned, and outlive this.
     ModuleChanges(SuppressionPlant& plant, ServerLog& log, IClock& clock);
 
+    /// Whole hertz that no module has any more, and who did that, as the end of a text.
+    using Uncovered = std::function<void(const std::set<double>& hertz, const CodedText& by)>;
+    void SetOnUncovered(Uncovered uncovered) { m_onUncovered = std::move(uncovered); }
+
   private:
     struct Known {
         ModuleSettings settings;
@@ -33,12 +40,15 @@ class ModuleChanges : public QObject {
     using Modules = std::map<int, Known>;  ///< by number
 
     Modules Read() const;
+    static std::set<double> CoveredBy(const Modules& modules);
     void OnStates();
     void LookSoon();
     void Look();
+    void TellUncovered(const Modules& before) const;
     void TellState(const Known& before, const Known& now);
     void TellSettings(const ModuleSettings& before, const ModuleSettings& now);
     void TellInputs(const ModuleSettings& before, const ModuleSettings& now);
+    CodedText Who() const;
     void Tell(ECode code, const ModuleSettings& module);
     void TellChange(const ModuleSettings& module, const CodedText& what, const CodedText& from,
                     const CodedText& to);
@@ -46,6 +56,7 @@ class ModuleChanges : public QObject {
     SuppressionPlant& m_plant;
     ServerLog& m_log;
     ClockTimer m_look;
+    Uncovered m_onUncovered = [](const std::set<double>&, const CodedText&) {};
     CodedText m_who;  ///< who does what is looked at next
     Modules m_modules;
 };

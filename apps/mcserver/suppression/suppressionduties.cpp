@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcserver/suppression/suppressionduties.h>
 
+#include <apps/mcserver/mpxorv/jobcontrol.h>
+
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
+#include <devicecontrol/multichannelserver/common/mcstools.h>
+
+#include <cmath>
+#include <set>
 
 SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionRecovery& recovery,
                                      JobControl& jobs, ServerLog& log, IClock& clock)
@@ -13,6 +19,13 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
       m_reconnect(plant, log),
       m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);
+    // Who is tuned there would learn from the log only that nobody watches over it.
+    m_changes.SetOnUncovered([&jobs](const std::set<double>& hertz, const CodedText& by) {
+        jobs.TellTuned([&](double hz) {
+            if (hertz.count(std::floor(hz)) == 0) return CodedText();
+            return CodedText(ECode::SupervisionEnded, {MCSTools::FormatFrequency(hz), by});
+        });
+    });
     m_guard.SetWitness([this](const BlankingSource& source, const QString& mpxOrv) {
         m_status.NoteBlanked(source.module, source.input, mpxOrv);
     });

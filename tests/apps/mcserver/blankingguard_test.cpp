@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/common/systemuser.h>
 #include <apps/mcserver/suppression/blankingguard.h>
+#include <apps/mcserver/suppression/suppressionduties.h>
+#include <apps/mcserver/suppression/suppressionrecovery.h>
 
 #include <tests/apps/mcserver/requestsfixture.h>
 
@@ -13,6 +16,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <optional>
 
 using namespace std::chrono_literals;
 
@@ -221,6 +225,58 @@ TEST_F(BlankingByThePlant, SaysNothingOfTheSortIfAnotherModuleWatches) {
     other.SlotOnInputDiscretesChanged(12, AllSilent);
     other.SlotOnConnectionEstablished();
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
+}
+
+/// The same beside all else that the server makes of the suppression.
+class SupervisionThatEnds : public BlankingByThePlant {
+  protected:
+    SupervisionThatEnds() {
+        guard.reset();
+        duties.emplace(plant, recovery, m_server->GetJobs(), m_server->GetLog(), m_clock);
+        Read(AllSilent);
+        EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
+    }
+    ~SupervisionThatEnds() override { duties.reset(); }
+    QString TakenAway() const {
+        return QStringLiteral("ended: the supervision of 121.5 MHz, taken away by %1 at the server's window")
+            .arg(SystemUser());
+    }
+
+    SuppressionRecovery recovery;
+    std::optional<SuppressionDuties> duties;
+};
+
+TEST_F(SupervisionThatEnds, IsToldToWhoIsTunedThereAndStaysSo) {
+    plant.Remove(real.GetPlantModule());
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name), TakenAway());
+    EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 1);
+}
+
+TEST_F(SupervisionThatEnds, IsToldLikewiseWhereTheInputLosesItsFrequency) {
+    plant.SetFrequency(module, 3, Marine);
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name), TakenAway());
+}
+
+TEST_F(SupervisionThatEnds, IsNotToldWhereAnotherModuleHasTheFrequency) {
+    DataModule other(nullptr, 1, QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.2"), PollInterval(100));
+    other.SetFrequency(0, Airband + 0.5);
+    plant.Add(other.GetPlantModule());
+    m_clock.Turn();
+    plant.Remove(real.GetPlantModule());
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name), QStringLiteral("done: tuned to 121.5 MHz"));
+    plant.Remove(other.GetPlantModule());
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name), TakenAway());
+}
+
+TEST_F(SupervisionThatEnds, IsNotToldToWhoIsTunedElsewhere) {
+    EXPECT_EQ(TuneTo(Marine), QStringLiteral("done: tuned to 156.8 MHz"));
+    plant.Remove(real.GetPlantModule());
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name), QStringLiteral("done: tuned to 156.8 MHz"));
 }
 
 TEST_F(BlankingByThePlant, TellsAWitnessWhoWasBlanked) {
