@@ -70,7 +70,8 @@ MaybeFault ParseNumericIp(const QString& text, quint32* ip) {
 MaybeFault ParseIp(const QString& text, quint32* ip) {
     if (text.isEmpty()) return Fault{EError::NoAddress, QStringLiteral("it has no IP address")};
     const int colon = text.indexOf(QLatin1Char(':'));
-    if (colon >= 0 && text.lastIndexOf(QLatin1Char('.'), colon) >= 0)
+    const bool isPort = text.count(QLatin1Char(':')) == 1 || text.lastIndexOf(QLatin1Char('.'), colon) >= 0;
+    if (colon >= 0 && isPort)
         return Fault{EError::AddressNotAvailable, QStringLiteral("the port does not belong to it")};
     if (colon >= 0) return Fault{EError::NoSuchFamily, QStringLiteral("modules have no IPv6 addresses")};
     if (!IsNumeric(text))

@@ -218,6 +218,7 @@ const AddressRow addressRows[] = {
     {"Broadcast", "255.255.255.255", "no module can have this address"},
     {"AName", "mast-north", "names are not resolved: give the IPv4 address of the module"},
     {"WithAPort", "10.0.0.7:502", "the port does not belong to it"},
+    {"APortOnly", ":502", "the port does not belong to it"},
     {"Ipv6", "::1", "modules have no IPv6 addresses"},
     {"Nothing", " ", "it has no IP address"},
 };
