@@ -684,6 +684,10 @@
         <source>; disconnected by hand, and stay so: %1</source>
         <translation>; von Hand getrennt, und bleiben es: %1</translation>
     </message>
+    <message>
+        <source>the supervision of %1%2</source>
+        <translation>die Überwachung von %1%2</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>
@@ -2471,12 +2475,12 @@
         <translation>Darf Geräteeinstellungen ändern</translation>
     </message>
     <message>
-        <source>%1 is job master (%2) and loses that.</source>
-        <translation>%1 ist Auftragsmaster (%2) und verliert das.</translation>
+        <source>%1 is job master%2 and loses that.</source>
+        <translation>%1 ist Auftragsmaster%2 und verliert das.</translation>
     </message>
     <message>
-        <source>%1 is job master (%2) and loses this right: %3.</source>
-        <translation>%1 ist Auftragsmaster (%2) und verliert dieses Recht: %3.</translation>
+        <source>%1 is job master%2 and loses this right: %3.</source>
+        <translation>%1 ist Auftragsmaster%2 und verliert dieses Recht: %3.</translation>
     </message>
     <message>
         <source>%1 reads from the range of the job master (%2) and loses its frequency.</source>
@@ -3446,6 +3450,10 @@ Bitte prüfen Sie den Namen.</translation>
         <source>At %1:</source>
         <translation>Bei %1:</translation>
     </message>
+    <message>
+        <source>Nobody loses anything by it any more.</source>
+        <translation>Niemand verliert dadurch noch etwas.</translation>
+    </message>
 </context>
 <context>
     <name>ReceiverModel</name>
@@ -3634,6 +3642,10 @@ Bitte prüfen Sie den Namen.</translation>
         <source>Multi-channel server %1</source>
         <translation>Mehrkanal-Server %1</translation>
     </message>
+    <message>
+        <source>End</source>
+        <translation>Beenden</translation>
+    </message>
 </context>
 <context>
     <name>SeverityLook</name>
@@ -3796,8 +3808,8 @@ Bitte prüfen Sie den Namen.</translation>
         <translation>Ereignisse</translation>
     </message>
     <message>
-        <source>This console is job master (%1) and gives that up.</source>
-        <translation>Diese Konsole ist Auftragsmaster (%1) und gibt das auf.</translation>
+        <source>This console is job master%1 and gives that up.</source>
+        <translation>Diese Konsole ist Auftragsmaster%1 und gibt das auf.</translation>
     </message>
     <message>
         <source>Give the MpxORV back</source>

@@ -9,6 +9,7 @@
 #include <apps/pages/colours.h>
 #include <apps/pages/helpmenu.h>
 #include <apps/pages/noticebar.h>
+#include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/severitylook.h>
 
@@ -23,7 +24,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
 
@@ -304,8 +304,8 @@ void ConsoleWindow::Disconnect() {
 
 void ConsoleWindow::CloseNow() {
     m_isForced = true;
-    if (auto* const question = findChild<QDialog*>(QStringLiteral("Question"))) question->reject();
-    close();
+    question::Withdraw(*this);
+    close();  // a close that had asked goes on
 }
 
 /// Of each station that others lose something at.

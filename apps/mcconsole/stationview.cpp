@@ -200,24 +200,27 @@ QString StationView::LossOfMastership() const {
     const QString path = m_session.GetMpxOrvPath();
     const holders::Holder own = path.isEmpty() ? holders::Holder() : holders::At(path);
     if (!own.isMaster) return QString();
-    QStringList text{tr("This console is job master (%1) and gives that up.").arg(own.does),
+    QStringList text{tr("This console is job master%1 and gives that up.").arg(own.tunedTo),
                      holders::LossOfWatchers(holders::TreeOf(path))};
     text.removeAll(QString());
     return text.join(QLatin1Char('\n'));
 }
 
 bool StationView::MayGiveUp(const QString& title, const QString& action) {
+    return question::IsConfirmed(this, title, action, [this] { return LossOfMastership(); });
+}
+
+QString StationView::LossOfClosing() const {
     const QString loss = LossOfMastership();
-    return loss.isEmpty() || question::IsConfirmed(this, title, loss, action);
+    const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
+    const bool isTuned = !m_session.GetMpxOrvPath().isEmpty() && hz;
+    if (!loss.isEmpty() || !isTuned) return loss;
+    return tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
 }
 
 bool StationView::MayClose() {
-    QString loss = LossOfMastership();
-    const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
-    const bool isTuned = !m_session.GetMpxOrvPath().isEmpty() && hz;
-    if (loss.isEmpty() && isTuned)
-        loss = tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
-    return loss.isEmpty() || question::IsConfirmed(this, tr("Close the station"), loss, tr("Close"));
+    return question::IsConfirmed(this, tr("Close the station"), tr("Close"),
+                                 [this] { return LossOfClosing(); });
 }
 
 void StationView::UseMpxOrv(bool isUsed) {

@@ -78,6 +78,8 @@ class StationView : public QWidget {
   private:
     /// What is lost with the console's MpxORV, in lines; empty: nothing that others need.
     QString LossOfMastership() const;
+    /// Likewise, or what only the console itself loses.
+    QString LossOfClosing() const;
     void BuildBars(QVBoxLayout& layout);
     void AddRestoreBar(QVBoxLayout& layout);
     void BuildPages(IClock& clock, FrequencyBook& book);

@@ -51,10 +51,13 @@ void AskingCheckBox::nextCheckState() {
     if (!asked.text.isEmpty()) {
         const QPointer<AskingCheckBox> self(this);
         const QString path = GetBinding().GetPath();
-        const bool isConfirmed = question::IsConfirmed(this, asked.title, asked.text, asked.action);
-        if (self == nullptr || !isConfirmed) return;
-        // Meanwhile somebody may have switched it, or it may show another one's.
-        if (isChecked() == isOn || GetBinding().GetPath() != path) return;
+        // Meanwhile somebody may switch it, or it may come to show another one's.
+        const auto loss = [this, isOn, path]() -> std::optional<QString> {
+            if (isChecked() == isOn || GetBinding().GetPath() != path) return std::nullopt;
+            return m_asker(isOn).text;
+        };
+        const bool isConfirmed = question::IsConfirmed(this, asked.title, asked.action, loss);
+        if (self == nullptr || !isConfirmed || !loss()) return;
     }
     VCCheckBox::nextCheckState();
 }

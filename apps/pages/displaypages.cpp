@@ -96,10 +96,10 @@ QString CommandsPage::FindUsers() const {
 
 /// Somebody may use the device by now.
 bool CommandsPage::MayLetGo() {
-    const QString users = FindUsers();
-    return users.isEmpty() ||
-           question::IsConfirmed(this, tr("Let go of the device"),
-                                 tr("These lose what they have of it: %1.").arg(users), tr("Let go"));
+    return question::IsConfirmed(this, tr("Let go of the device"), tr("Let go"), [this] {
+        const QString users = FindUsers();
+        return users.isEmpty() ? users : tr("These lose what they have of it: %1.").arg(users);
+    });
 }
 
 void CommandsPage::OfferUndo(bool isOn) {

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/holders.h>
 
+#include <apps/common/frequencytext.h>
+#include <apps/pages/serverkeys.h>
+
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
 #include <platform/device/stddevicedefinition.h>
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
+#include <platform/values/valuenumeric.h>
 #include <platform/values/valueselection.h>
 #include <platform/widgets/valuetext.h>
 
@@ -37,6 +41,9 @@ holders::Holder holders::At(const QString& path) {
     holder.isWatching = Flag(path, mcskeys::IsWatchingMaster);
     if (const auto* const type = FindStatus<values::Value<QString>>(path, mcskeys::OperationType))
         holder.does = valuetext::Shortened(valuetext::Content(*type), MaxHolderLength);
+    const auto* const tuned = FindStatus<values::ValueNumeric<double>>(path, serverkeys::TunedFrequency);
+    if (tuned != nullptr && tuned->GetValue() > 0)
+        holder.tunedTo = QStringLiteral(" (%1 MHz)").arg(FrequencyText::InMegahertz(tuned->GetValue()));
     const auto* const mode = FindStatus<values::ValueSelection>(path, mcskeys::OperationMode);
     holder.isIdle = !holder.isMaster && (mode == nullptr || mode->GetCurrentKey() == OperationIdle);
     return holder;

@@ -89,11 +89,11 @@ AskingCheckBox::Question PolicyPanel::QuestionBefore(const QString& policy, cons
     const bool endsWatching = policy == MCSPolicy::MAYREADSINGLEFREQFROMMASTERRANGES.GetName();
     QStringList text;
     if (holder.isMaster && endsMaster)
-        text = QStringList{tr("%1 is job master (%2) and loses that.").arg(holder.name, holder.does),
+        text = QStringList{tr("%1 is job master%2 and loses that.").arg(holder.name, holder.tunedTo),
                            holders::LossOfWatchers(holders::TreeOf(mpxOrv))};
     else if (holder.isMaster)
         text = QStringList{
-            tr("%1 is job master (%2) and loses this right: %3.").arg(holder.name, holder.does, caption)};
+            tr("%1 is job master%2 and loses this right: %3.").arg(holder.name, holder.tunedTo, caption)};
     else if (holder.isWatching && endsWatching)
         text = QStringList{tr("%1 reads from the range of the job master (%2) and loses its frequency.")
                                .arg(holder.name, holder.does)};

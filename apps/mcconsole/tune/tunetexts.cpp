@@ -16,11 +16,16 @@ QString RangeText(const Tuning& tuning) {
              FrequencyText::InMegahertz(tuning.GetHighest(), 0));
 }
 
+/// Some hundred digits would push the field away.
+QString ShownFrequency(double hz) {
+    return valuetext::Shortened(Tuning::Shown(hz), MaxEntryLength);
+}
+
 }  // namespace
 
 QString tunetexts::Understood(const Tuning& tuning) {
     const FrequencyText wanted = tuning.GetWanted();
-    return wanted.IsFrequency() ? QStringLiteral("= %1").arg(Tuning::Shown(wanted.GetHz())) : QString();
+    return wanted.IsFrequency() ? QStringLiteral("= %1").arg(ShownFrequency(wanted.GetHz())) : QString();
 }
 
 QString tunetexts::Actual(const Tuning& tuning) {
@@ -42,7 +47,7 @@ QString tunetexts::Message(const Tuning& tuning) {
                 .arg(entry);
         case Tuning::EState::OutOfRange:
             return TuneBar::tr("%1 lies outside the range of the device, %2: nothing is asked for.")
-                .arg(wanted.IsFrequency() ? Tuning::Shown(wanted.GetHz()) : entry, RangeText(tuning));
+                .arg(wanted.IsFrequency() ? ShownFrequency(wanted.GetHz()) : entry, RangeText(tuning));
         case Tuning::EState::NotSent:
             return TuneBar::tr("Enter or \"Tune\" asks for it, Escape takes it back.");
         case Tuning::EState::Stepping:

@@ -8,6 +8,7 @@
 #include <apps/pages/holders.h>
 #include <apps/pages/mpxorvlistpage.h>
 #include <apps/pages/pagehelp.h>
+#include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/severitylook.h>
 #include <apps/pages/undobar.h>
@@ -23,7 +24,6 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTabWidget>
@@ -138,10 +138,8 @@ void ServerWindow::ShowClients() {
 
 void ServerWindow::CloseNow() {
     m_isForced = true;
-    if (m_question != nullptr)
-        m_question->reject();  // the close that asks goes on
-    else
-        close();
+    question::Withdraw(*this);
+    close();  // a close that had asked goes on
 }
 
 void ServerWindow::closeEvent(QCloseEvent* event) {
@@ -151,22 +149,19 @@ void ServerWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
 }
 
-bool ServerWindow::MayClose() {
+QString ServerWindow::LossOfClosing() const {
     const int clients = CountClients();
-    if (clients == 0) return true;
-    QString question = clients == 1
-                           ? tr("A client will lose the server. End it all the same?")
-                           : tr("%1 clients will lose the server. End it all the same?").arg(clients);
+    if (clients == 0) return QString();
+    QString loss = clients == 1 ? tr("A client will lose the server. End it all the same?")
+                                : tr("%1 clients will lose the server. End it all the same?").arg(clients);
     const auto isUsed = [](const holders::Holder& holder) { return !holder.isIdle; };
     const std::vector<holders::Holder> users = holders::Find(mcskeys::Root, isUsed);
     if (!users.empty())
-        question += QLatin1Char('\n') + tr("These lose what they have: %1.").arg(holders::ToText(users));
-    QMessageBox box(QMessageBox::Question, tr("End the server"), question, QMessageBox::Yes | QMessageBox::No,
-                    this);
-    box.setTextFormat(Qt::PlainText);  // others chose their names
-    box.setDefaultButton(QMessageBox::No);
-    m_question = &box;
-    const int answer = box.exec();
-    m_question = nullptr;
-    return answer == QMessageBox::Yes || m_isForced;
+        loss += QLatin1Char('\n') + tr("These lose what they have: %1.").arg(holders::ToText(users));
+    return loss;
+}
+
+bool ServerWindow::MayClose() {
+    return question::IsConfirmed(this, tr("End the server"), tr("End"), [this] { return LossOfClosing(); }) ||
+           m_isForced;
 }

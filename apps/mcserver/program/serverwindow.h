@@ -5,13 +5,11 @@
 #include <apps/pages/severity.h>
 #include <apps/pages/whenseen.h>
 
-#include <QtCore/QPointer>
 #include <QtWidgets/QMainWindow>
 
 class Page;
 class QLabel;
 class QMenu;
-class QMessageBox;
 class QTabWidget;
 class QVBoxLayout;
 class UndoBar;
@@ -43,6 +41,8 @@ class ServerWindow : public QMainWindow {
   private:
     void BuildMenus();
     void ShowClients();
+    /// Who loses what, in lines; empty: nobody anything.
+    QString LossOfClosing() const;
     bool MayClose();
     int CountClients() const;
 
@@ -55,7 +55,6 @@ class ServerWindow : public QMainWindow {
     QVBoxLayout* m_layout;  ///< notices, and below them the pages
     QLabel* m_address;
     QLabel* m_clients;
-    QPointer<QMessageBox> m_question;
     bool m_isForced = false;
     WhenSeen m_shownClients;
 };

@@ -84,9 +84,52 @@ TEST_F(QuestionsTest, TakingTheMastershipNamesWhoLosesWhatAndMayBeLeft) {
     ASSERT_TRUE(WaitFor([this] { return Box("MayBeJobMaster")->isChecked(); }));
     const ModalDriver user({Answer("Cancel")});
     QTest::keyClick(Box("MayBeJobMaster"), Qt::Key_Space);
-    EXPECT_EQ(asked, QStringLiteral("Van is job master (Job master) and loses that."));
+    EXPECT_EQ(asked, QStringLiteral("Van is job master and loses that."));
     EXPECT_TRUE(Box("MayBeJobMaster")->isChecked());
     EXPECT_EQ(Get(Of("Van", "Status/IsMaster")), QStringLiteral("true"));
+}
+
+TEST_F(QuestionsTest, WhatIsAskedFollowsWhatHappensAndMustBeReadAgain) {
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    ASSERT_NO_FATAL_FAILURE(LetVanBeMaster());
+    ASSERT_NO_FATAL_FAILURE(ChooseVan());
+    ASSERT_TRUE(WaitFor([this] { return Box("MayBeJobMaster")->isChecked(); }));
+    const ModalDriver user({[this](QWidget& widget) {
+        auto& box = dynamic_cast<QMessageBox&>(widget);
+        const QAbstractButton* const act = box.buttons().first();
+        EXPECT_EQ(act->text(), QStringLiteral("Take away"));
+        EXPECT_TRUE(act->isEnabled());
+        Set(Of("Van", "Request/BecomeMaster"), "true");  // gives it up
+        bool isOffered = true;
+        EXPECT_TRUE(WaitFor([&] {
+            isOffered = act->isEnabled();
+            return box.text() == QLatin1String("Nobody loses anything by it any more.");
+        }));
+        EXPECT_FALSE(isOffered) << "nobody has read it yet";
+        EXPECT_TRUE(WaitFor([act] { return act->isEnabled(); }));
+        return Answer("Take away")(widget);
+    }});
+    QTest::keyClick(Box("MayBeJobMaster"), Qt::Key_Space);
+    EXPECT_TRUE(
+        WaitFor([this] { return Get(Of("Van", "Policy/MayBeJobMaster")) == QLatin1String("false"); }));
+}
+
+TEST_F(QuestionsTest, WhatAnotherHasSwitchedIsAskedForNoMore) {
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    ASSERT_NO_FATAL_FAILURE(LetVanBeMaster());
+    ASSERT_NO_FATAL_FAILURE(ChooseVan());
+    ASSERT_TRUE(WaitFor([this] { return Box("MayBeJobMaster")->isChecked(); }));
+    bool isAsked = false;
+    const ModalDriver user({[&](QWidget&) {
+        isAsked = true;
+        Set(Of("Van", "Policy/MayBeJobMaster"), "false");
+        return true;
+    }});
+    QTest::keyClick(Box("MayBeJobMaster"), Qt::Key_Space);  // returns when nothing is asked any more
+    EXPECT_TRUE(isAsked);
+    EXPECT_FALSE(Box("MayBeJobMaster")->isChecked());
+    RunTurns(3);
+    EXPECT_EQ(Get(Of("Van", "Policy/MayBeJobMaster")), QStringLiteral("false"));
 }
 
 TEST_F(QuestionsTest, WhatIsAskedGoesWithTheServer) {
@@ -126,8 +169,7 @@ TEST_F(QuestionsTest, AnotherRightOfTheMasterIsAskedForByItsName) {
     ASSERT_TRUE(WaitFor([this] { return Box("MayRestartJob")->isChecked(); }));
     const ModalDriver user({Answer("Take away")});
     QTest::keyClick(Box("MayRestartJob"), Qt::Key_Space);
-    EXPECT_EQ(asked,
-              QStringLiteral("Van is job master (Job master) and loses this right: May restart the job."));
+    EXPECT_EQ(asked, QStringLiteral("Van is job master and loses this right: May restart the job."));
     EXPECT_TRUE(WaitFor([this] { return Get(Of("Van", "Policy/MayRestartJob")) == QLatin1String("false"); }));
 }
 
@@ -180,7 +222,7 @@ TEST_F(QuestionsTest, QuittingAsMasterIsAskedForWithWhoReadsFromItsRange) {
     }
     EXPECT_EQ(
         asked,
-        QStringLiteral("This console is job master (Job master, FFM 121.5 MHz) and gives that up.\n"
+        QStringLiteral("This console is job master (121.500 MHz) and gives that up.\n"
                        "These read from the master's range and lose their frequency: Van (FFM 121.6 MHz)."));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(Get(Mine("Status/IsMaster")), QStringLiteral("true"));

@@ -133,8 +133,11 @@ TEST_F(ServerWindowTest, StaysWhereTheAnswerIsNo) {
 
 TEST_F(ServerWindowTest, ClosesWhereTheAnswerIsYes) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
-    CloseAndReact(
-        [](QMessageBox& question) { QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton); });
+    CloseAndReact([](QMessageBox& question) {
+        auto* const end = dynamic_cast<QPushButton*>(question.buttons().first());
+        EXPECT_EQ(end->text(), QStringLiteral("End"));
+        QTest::mouseClick(end, Qt::LeftButton);
+    });
     EXPECT_FALSE(window->isVisible());
 }
 

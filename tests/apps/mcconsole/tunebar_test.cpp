@@ -195,6 +195,14 @@ TEST_F(TuneBarTest, KeepsTheLimitsOfTheRangeItself) {
     EXPECT_THAT(Asked(), ElementsAre(3000, 0.3));
 }
 
+TEST_F(TuneBarTest, HundredsOfDigitsAreToldInShort) {
+    Type(std::string(300, '9').c_str());
+    EXPECT_TRUE(Text("Understood").startsWith(QLatin1String("= ")));
+    EXPECT_LE(Text("Understood").size(), 40) << "the field would have no room";
+    EXPECT_LE(Text("TuneMessage").size(), 150);
+    EXPECT_EQ(Text("TuneMark"), QStringLiteral("Out of range"));
+}
+
 TEST_F(TuneBarTest, FollowsTheRangeThatTheServerTells) {
     Type("5000");
     frequency->SetMax(6e9);
