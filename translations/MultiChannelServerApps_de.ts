@@ -673,20 +673,24 @@
         <translation>der ORV meldet höchstens alle %1 ms</translation>
     </message>
     <message>
-        <source>data modules in error are connected anew: %1%2</source>
-        <translation>Gestörte Datenmodule werden neu verbunden: %1%2</translation>
-    </message>
-    <message>
-        <source>no data module is in error%1</source>
-        <translation>Kein Datenmodul ist gestört%1</translation>
-    </message>
-    <message>
         <source>; disconnected by hand, and stay so: %1</source>
         <translation>; von Hand getrennt, und bleiben es: %1</translation>
     </message>
     <message>
         <source>the supervision of %1%2</source>
         <translation>die Überwachung von %1%2</translation>
+    </message>
+    <message>
+        <source>data modules in error are connected anew: %1%3%2</source>
+        <translation>Gestörte Datenmodule werden neu verbunden: %1%3%2</translation>
+    </message>
+    <message>
+        <source>no data module is in error%2%1</source>
+        <translation>Kein Datenmodul ist gestört%2%1</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>
@@ -1101,6 +1105,14 @@
     <message>
         <source>On the line of frequencies: nearer, wider, aside, all</source>
         <translation>Auf der Frequenzlinie: näher, weiter, zur Seite, alles</translation>
+    </message>
+    <message>
+        <source>Close the station</source>
+        <translation>Die Station schließen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -3552,8 +3564,8 @@ Bitte prüfen Sie den Namen.</translation>
         <translation>Wieder&amp;herstellen</translation>
     </message>
     <message>
-        <source>Dis&amp;miss</source>
-        <translation>&amp;Verwerfen</translation>
+        <source>Dismiss</source>
+        <translation>Verwerfen</translation>
     </message>
     <message>
         <source>Was job master until %1</source>
@@ -3824,12 +3836,8 @@ Bitte prüfen Sie den Namen.</translation>
         <translation>Diese Konsole ist auf %1 eingestellt und gibt das auf.</translation>
     </message>
     <message>
-        <source>Close the station</source>
-        <translation>Die Station schließen</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
+        <source>%1 is entered and not sent.</source>
+        <translation>%1 ist eingegeben und nicht gesendet.</translation>
     </message>
 </context>
 <context>
@@ -4205,6 +4213,21 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>&amp;Undo</source>
         <translation>Rück&amp;gängig</translation>
+    </message>
+</context>
+<context>
+    <name>UnseenLoss</name>
+    <message>
+        <source>LOST mastership, %1</source>
+        <translation>Masterschaft VERLOREN, %1</translation>
+    </message>
+    <message>
+        <source>LOST mastership</source>
+        <translation>Masterschaft VERLOREN</translation>
+    </message>
+    <message>
+        <source>LOST %1</source>
+        <translation>%1 VERLOREN</translation>
     </message>
 </context>
 <context>

@@ -73,8 +73,8 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
 
     {"module-failed", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 error: %3 (%4)%5"), Alarm, ESource::Suppression},
     {"module-answers-again", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 answers again; it stays in error until it is connected"), Notice, ESource::Suppression},
-    {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew: %1%2"), Notice, ESource::Suppression},
-    {"no-module-in-error", QT_TRANSLATE_NOOP("CodedText", "no data module is in error%1"), Notice, ESource::Suppression},
+    {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew: %1%3%2"), Notice, ESource::Suppression},
+    {"no-module-in-error", QT_TRANSLATE_NOOP("CodedText", "no data module is in error%2%1"), Notice, ESource::Suppression},
     {"module-added", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is added%3"), Notice, ESource::Suppression, EShown::InEventsOnly},
     {"module-deleted", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is deleted%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
     {"module-disconnected", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is disconnected%3"), Warning, ESource::Suppression, EShown::InEventsOnly},
@@ -102,6 +102,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"peer-on-machine", QT_TRANSLATE_NOOP("CodedText", "%1 on %2 (%3)")},
     {"nameless-peer", QT_TRANSLATE_NOOP("CodedText", "a client (%1)")},
     {"nameless-peer-on-machine", QT_TRANSLATE_NOOP("CodedText", "a client on %1 (%2)")},
+    {"of-user", QT_TRANSLATE_NOOP("CodedText", "%1 of %2")},
     {"at-server-window", QT_TRANSLATE_NOOP("CodedText", "%1 at the server's window")},
     {"word", "%1"},
     {"job-master", QT_TRANSLATE_NOOP("CodedText", "Job master")},

@@ -93,6 +93,7 @@ enum class ECode : std::uint8_t {
     PeerOnMachine,
     NamelessPeer,
     NamelessPeerOnMachine,
+    OfUser,
     AtServerWindow,
     Word,
     JobMaster,

@@ -21,10 +21,15 @@ CodedText peertext::Coded(const VtPeer& peer, const QString& mpxOrv) {
     const QString address = Shown(peer.address);
     QStringList names{Shown(mpxOrv), Shown(peer.application)};
     names.removeAll(QString());
-    const QString application = names.join(QStringLiteral(", "));
+    const QString program = names.join(QStringLiteral(", "));
+    // Where nobody has to say who they are, the user is called as the role.
+    const QString user = peer.user != peer.role ? Shown(peer.user) : QString();
+    const CodedText application = user.isEmpty()      ? CodedText(program)
+                                  : program.isEmpty() ? CodedText(user)
+                                                      : CodedText(ECode::OfUser, {program, user});
     const QString machine = Shown(peer.machine);
-    if (application.isEmpty() && machine.isEmpty()) return {ECode::NamelessPeer, {address}};
-    if (application.isEmpty()) return {ECode::NamelessPeerOnMachine, {machine, address}};
+    if (application.IsEmpty() && machine.isEmpty()) return {ECode::NamelessPeer, {address}};
+    if (application.IsEmpty()) return {ECode::NamelessPeerOnMachine, {machine, address}};
     if (machine.isEmpty()) return {ECode::Peer, {application, address}};
     return {ECode::PeerOnMachine, {application, machine, address}};
 }

@@ -11,6 +11,7 @@
 #include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/severitylook.h>
+#include <apps/pages/shiftguard.h>
 #include <apps/pages/undobar.h>
 
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
@@ -72,6 +73,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
     m_layout->addWidget(m_tabs, 1);
+    new ShiftGuard(m_clock, *m_tabs);
     m_layout->addWidget(m_undo);  // below, so that what is on the pages stays where it is
     setCentralWidget(content);
     BuildMenus();

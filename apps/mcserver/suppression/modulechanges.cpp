@@ -82,7 +82,7 @@ void ModuleChanges::Look() {
             continue;
         }
         TellSettings(found->second.settings, known.settings);
-        TellState(found->second, known);
+        TellState(number, found->second, known);
     }
     TellUncovered(before);
 }
@@ -103,12 +103,24 @@ void ModuleChanges::TellUncovered(const Modules& before) const {
 }
 
 /// A module in error stays so until somebody connects it anew.
-void ModuleChanges::TellState(const Known& before, const Known& now) {
+void ModuleChanges::TellState(int number, const Known& before, const Known& now) {
     const bool wasLost = before.state == EModuleState::Error && now.state != EModuleState::Error;
+    const auto asked = m_reconnecting.find(number);
+    const CodedText who = wasLost && asked != m_reconnecting.end() ? asked->second : Who();
+    if (now.state != EModuleState::Error) m_reconnecting.erase(number);
     if (!before.isSwitchedOff && now.isSwitchedOff)
         Tell(ECode::ModuleDisconnected, now.settings);
     else if (!now.isSwitchedOff && (before.isSwitchedOff || wasLost))
-        Tell(ECode::ModuleReconnected, now.settings);
+        Tell(ECode::ModuleReconnected, now.settings, who);
+}
+
+void ModuleChanges::NoteReconnect() {
+    m_reconnecting.clear();
+    const CodedText who = m_log.GetActorText();
+    if (who.IsEmpty()) return;
+    m_plant.ForEachModule([&](const ModuleView& module) {
+        if (module.state == EModuleState::Error) m_reconnecting[module.number] = who;
+    });
 }
 
 void ModuleChanges::TellSettings(const ModuleSettings& before, const ModuleSettings& now) {
@@ -116,7 +128,9 @@ void ModuleChanges::TellSettings(const ModuleSettings& before, const ModuleSetti
     const auto tell = [&](ECode what, const CodedText& from, const CodedText& to) {
         if (from != to) TellChange(now, what, from, to);
     };
-    tell(ECode::ModuleName, TypedText(before.label), TypedText(now.label));
+    // By the name of before, which nobody could find any more.
+    if (before.label != now.label)
+        TellChange(before, ECode::ModuleName, TypedText(before.label), TypedText(now.label));
     tell(ECode::ModuleType, TypedText(before.type), TypedText(now.type));
     tell(ECode::ModuleAddress, TypedText(before.address), TypedText(now.address));
     tell(ECode::ModulePollInterval, MillisecondsText(before.pollInterval),
@@ -147,8 +161,7 @@ CodedText ModuleChanges::Who() const {
     return m_who.IsEmpty() ? CodedText(ECode::AtServerWindow, {SystemUser()}) : m_who;
 }
 
-void ModuleChanges::Tell(ECode code, const ModuleSettings& module) {
-    const CodedText who = Who();
+void ModuleChanges::Tell(ECode code, const ModuleSettings& module, const CodedText& who) {
     m_log.Write(
         {code, {peertext::Shown(module.GetName()), peertext::Shown(module.address), {ECode::By, {who}}}},
         {QString(), who.ToEnglish()});

@@ -31,6 +31,9 @@ class ModuleChanges : public QObject {
     using Uncovered = std::function<void(const std::set<double>& hertz, const CodedText& by)>;
     void SetOnUncovered(Uncovered uncovered) { m_onUncovered = std::move(uncovered); }
 
+    /// Whoever writes now has the modules in error connected anew, which answer later.
+    void NoteReconnect();
+
   private:
     struct Known {
         ModuleSettings settings;
@@ -45,11 +48,12 @@ class ModuleChanges : public QObject {
     void LookSoon();
     void Look();
     void TellUncovered(const Modules& before) const;
-    void TellState(const Known& before, const Known& now);
+    void TellState(int number, const Known& before, const Known& now);
     void TellSettings(const ModuleSettings& before, const ModuleSettings& now);
     void TellInputs(const ModuleSettings& before, const ModuleSettings& now);
     CodedText Who() const;
-    void Tell(ECode code, const ModuleSettings& module);
+    void Tell(ECode code, const ModuleSettings& module) { Tell(code, module, Who()); }
+    void Tell(ECode code, const ModuleSettings& module, const CodedText& who);
     void TellChange(const ModuleSettings& module, const CodedText& what, const CodedText& from,
                     const CodedText& to);
 
@@ -59,4 +63,5 @@ class ModuleChanges : public QObject {
     Uncovered m_onUncovered = [](const std::set<double>&, const CodedText&) {};
     CodedText m_who;  ///< who does what is looked at next
     Modules m_modules;
+    std::map<int, CodedText> m_reconnecting;  ///< who had those in error connected anew, by number
 };

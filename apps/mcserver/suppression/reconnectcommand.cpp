@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/log/peertext.h>
 #include <apps/mcserver/log/serverlog.h>
+#include <apps/mcserver/suppression/modulechanges.h>
 #include <apps/pages/serverkeys.h>
 
 #include <devicecontrol/multichannelserver/common/gts/moduleview.h>
@@ -28,9 +29,10 @@ QString NamesOf(const QStringList& modules) {
 
 }  // namespace
 
-ReconnectCommand::ReconnectCommand(SuppressionPlant& plant, ServerLog& log)
+ReconnectCommand::ReconnectCommand(SuppressionPlant& plant, ServerLog& log, ModuleChanges& changes)
     : m_plant(plant),
       m_log(log),
+      m_changes(changes),
       m_button(*this, values::ProvideValue<values::Value<bool>>(Path(), false, true, nullptr)) {}
 
 QString ReconnectCommand::Path() {
@@ -42,6 +44,7 @@ void ReconnectCommand::Update(Observable* source, TChangeCode code) {
     if (!m_button.Is(source) || code != changecode::ContentChanged || !m_button->GetValue()) return;
     m_button->SetValue(false, this);
     m_log.WriteFrom(Path(), Report());
+    m_changes.NoteReconnect();
     m_plant.ConnectLostModules();
 }
 
@@ -55,6 +58,6 @@ CodedText ReconnectCommand::Report() const {
     });
     const CodedText rest =
         switchedOff.isEmpty() ? CodedText() : CodedText(ECode::StayDisconnected, {NamesOf(switchedOff)});
-    if (lost.isEmpty()) return {ECode::NoModuleInError, {rest}};
-    return {ECode::ModulesConnectedAnew, {NamesOf(lost), rest}};
+    if (lost.isEmpty()) return {ECode::NoModuleInError, {rest, m_log.ByActor()}};
+    return {ECode::ModulesConnectedAnew, {NamesOf(lost), rest, m_log.ByActor()}};
 }

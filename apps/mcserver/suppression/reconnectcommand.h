@@ -8,6 +8,7 @@
 
 #include <QtCore/QString>
 
+class ModuleChanges;
 class ServerLog;
 class SuppressionPlant;
 
@@ -15,7 +16,8 @@ class SuppressionPlant;
 /// the server's window, or it has none. Main thread.
 class ReconnectCommand : private IObserver {
   public:
-    ReconnectCommand(SuppressionPlant& plant, ServerLog& log);
+    /// None is owned; \a changes tells who has had it done.
+    ReconnectCommand(SuppressionPlant& plant, ServerLog& log, ModuleChanges& changes);
 
     /// Where it is: a push button, which is false again once it was carried out.
     static QString Path();
@@ -26,5 +28,6 @@ class ReconnectCommand : private IObserver {
 
     SuppressionPlant& m_plant;
     ServerLog& m_log;
+    ModuleChanges& m_changes;
     Observation<values::Value<bool>> m_button;
 };

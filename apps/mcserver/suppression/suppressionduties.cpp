@@ -16,7 +16,7 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
       m_changes(plant, log, clock),
       m_status(&plant, clock),
       m_guard(jobs, plant, clock),
-      m_reconnect(plant, log),
+      m_reconnect(plant, log, m_changes),
       m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);
     // Who is tuned there would learn from the log only that nobody watches over it.

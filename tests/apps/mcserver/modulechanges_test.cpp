@@ -95,7 +95,7 @@ TEST_F(AChangeOfModules, TellsWhichComesAndWhichGoes) {
 
 TEST_F(AChangeOfModules, TellsWhatIsSetFromWhatToWhat) {
     m_plant.SetName(Node(), QStringLiteral("Mast"));
-    EXPECT_THAT(Told(), ElementsAre("data module Mast: its name is changed from nothing to Mast"));
+    EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1: its name is changed from nothing to Mast"));
     m_plant.SetFrequency(Node(), 3, 121.5e6);
     m_plant.SetLabel(Node(), 3, QStringLiteral("Tower 1"));
     EXPECT_THAT(
@@ -134,6 +134,27 @@ TEST_F(AChangeOfModules, TellsAClientThatDoesItByTheNetwork) {
     EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1 at 127.0.0.1 is connected anew"));
     m_who = SystemUser() + QStringLiteral(" at the server's window");
     m_module.Disconnect();
+    EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1 at 127.0.0.1 is disconnected"));
+}
+
+TEST_F(AChangeOfModules, TellsTheClientThatHadALostModuleConnectedWhenItAnswersAtLast) {
+    const auto lose = [this] {
+        m_module.Connect();
+        m_module.SlotOnConnectionError(111, QStringLiteral("Connection refused"));
+    };
+    lose();
+    Told();
+    m_log.SetActor({ECode::PeerOnMachine,
+                    {QStringLiteral("mcconsole"), QStringLiteral("t1"), QStringLiteral("10.0.0.5:50000")}});
+    m_changes->NoteReconnect();
+    m_log.SetActor({});
+    EXPECT_THAT(Told(), IsEmpty()) << "it does not answer yet";
+    m_module.Connect();
+    m_module.SlotOnConnectionEstablished();
+    m_who = QStringLiteral("mcconsole on t1 (10.0.0.5:50000)");
+    EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1 at 127.0.0.1 is connected anew"));
+    m_module.Disconnect();
+    m_who = SystemUser() + QStringLiteral(" at the server's window");
     EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1 at 127.0.0.1 is disconnected"));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the command that connects modules anew says that it did.
 #include <apps/mcserver/log/serverlog.h>
+#include <apps/mcserver/suppression/modulechanges.h>
 #include <apps/mcserver/suppression/reconnectcommand.h>
 
 #include <apps/common/event.h>
@@ -40,7 +41,8 @@ class AReconnectCommand : public testing::Test {
             m_plant.Add(module.GetPlantModule());
             m_plant.SetName(QStringLiteral("ADAM-6051-%1").arg(index), QString::fromLatin1(name));
         }
-        m_command.emplace(m_plant, m_log);
+        m_changes.emplace(m_plant, m_log, m_clock);
+        m_command.emplace(m_plant, m_log, *m_changes);
     }
     ~AReconnectCommand() override {
         m_command.reset();
@@ -74,6 +76,7 @@ class AReconnectCommand : public testing::Test {
     SuppressionPlant m_plant;
     QTreeWidget m_rows;
     std::vector<std::unique_ptr<DataModule>> m_modules;
+    std::optional<ModuleChanges> m_changes;
     std::optional<ReconnectCommand> m_command;
 };
 
@@ -81,6 +84,16 @@ TEST_F(AReconnectCommand, NamesTheModulesThatItConnects) {
     Lose(0);
     Lose(2);
     EXPECT_EQ(Reconnect(), "data modules in error are connected anew: Tower mast, Hill");
+}
+
+TEST_F(AReconnectCommand, NamesTheClientThatGaveIt) {
+    SwitchOff(1);
+    Lose(0);
+    m_log.SetActor({ECode::PeerOnMachine,
+                    {QStringLiteral("mcconsole"), QStringLiteral("t1"), QStringLiteral("10.0.0.5:50000")}});
+    EXPECT_EQ(Reconnect(),
+              "data modules in error are connected anew: Tower mast, by mcconsole on t1 (10.0.0.5:50000); "
+              "disconnected by hand, and stay so: Apron");
 }
 
 TEST_F(AReconnectCommand, SaysThatNoneIsInError) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <apps/mcserver/log/peertext.h>
+
 #include <tests/apps/mcserver/serverfixture.h>
 
 #include <gmock/gmock.h>
@@ -266,6 +268,17 @@ TEST_F(AccessByFileTest, ATokenAdmitsInItsRole) {
     EXPECT_TRUE(Admit(peer, "alice", "secret", &reason));
     EXPECT_EQ(peer.user, QStringLiteral("alice"));
     EXPECT_EQ(peer.role, QStringLiteral("operator"));
+    EXPECT_EQ(peertext::Name(peer), QStringLiteral("Receiver of alice on hostB (10.0.0.9:4000)"))
+        << "two people at one machine are told apart";
+}
+
+TEST_F(AccessByFileTest, WhoHasTheNameOfItsRoleIsNotToldTwice) {
+    VtPeer peer = Stranger();
+    peer.user = peer.role = QStringLiteral("operator");
+    EXPECT_EQ(peertext::Name(peer), QStringLiteral("Receiver on hostB (10.0.0.9:4000)"));
+    peer.user = QStringLiteral("bob");
+    peer.application.clear();
+    EXPECT_EQ(peertext::Name(peer), QStringLiteral("bob on hostB (10.0.0.9:4000)"));
 }
 
 /// What a file says of those who use MpxORVs and switch policies, and whether they may.
