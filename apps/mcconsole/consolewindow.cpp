@@ -136,7 +136,8 @@ void ConsoleWindow::BuildPageMenu(QMenu& menu) {
     add(tr("&Recent frequencies"), "Ctrl+H", [](TuneBar& bar) { bar.GetPicker().ShowRecent(); });
     add(tr("Fa&vourite frequencies"), "Ctrl+B", [](TuneBar& bar) { bar.GetPicker().ShowFavourites(); });
     add(tr("&Add to the favourites..."), "Ctrl+D", [](TuneBar& bar) { bar.GetPicker().AddFavourite(); });
-    add(tr("&Edit the favourites..."), "Ctrl+E", [](TuneBar& bar) { bar.GetPicker().EditFavourites(); });
+    add(tr("&Edit the favourites..."), "Ctrl+Shift+B",
+        [](TuneBar& bar) { bar.GetPicker().EditFavourites(); });
     menu.addSeparator();
     const auto step = [&](const QString& text, const char* key, int by) {
         m_severalOnly.push_back(menu.addAction(
@@ -152,7 +153,7 @@ void ConsoleWindow::SetMpxOrvName(const QString& name) {
         station->GetSession().SetMpxOrvName(name);
 }
 
-StationView* ConsoleWindow::AddStation() {
+StationView* ConsoleWindow::AddStation(std::optional<int> index) {
     const QString base = ConsoleSession::DefaultBasePath();
     const int number = ++m_lastNumber;
     auto* const station =
@@ -160,7 +161,10 @@ StationView* ConsoleWindow::AddStation() {
     station->GetSession().SetMpxOrvName(m_mpxOrvName);
     station->RestoreView(*Configuration());
     connect(station, &StationView::ServerRequested, this, &ConsoleWindow::AskForServer);
-    m_stations->Add(station);
+    if (index)
+        m_stations->Insert(*index, station);
+    else
+        m_stations->Add(station);
     return station;
 }
 
@@ -189,14 +193,32 @@ std::vector<KeysDialog::Row> ConsoleWindow::GetKeys() const {
 void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions& options) {
     StationView* const known = FindStation(server);
     if (known != nullptr && known != &GetFront()) return m_stations->BringToFront(*known);
-    if (!GetFront().ConnectTo(server, options)) {
+    StationView& front = GetFront();
+    StationView& station = StationFor(server);
+    if (!station.ConnectTo(server, options)) {
+        if (&station != &front) m_stations->Remove(station);
+        m_stations->BringToFront(front);
         const QString text = tr("\"%1\" cannot be a server.").arg(Bounded(server.host));
         Notifications::warning(tr("Connect to a server"), text);
         return;
     }
+    if (&station != &front) {
+        front.Disconnect();
+        m_stations->Remove(front);
+    }
     m_recent.Add({server, options.user, options.caFile});
     m_recent.Write(*Configuration());
     KeepStations();
+}
+
+/// The one in front, or a new one beside it if that was at another server: what was typed, asked, answered
+/// and seen there is nothing for this one.
+StationView& ConsoleWindow::StationFor(const ServerAddress& server) {
+    StationView& front = GetFront();
+    const ServerAddress& before = front.GetEntry().server;
+    if (before.host.isEmpty() || before.IsSameAs(server)) return front;
+    front.KeepView(*Configuration());
+    return *AddStation(m_stations->FrontIndex() + 1);
 }
 
 void ConsoleWindow::Open(const ServerAddress& server, const VtClientOptions& options) {
@@ -263,7 +285,7 @@ void ConsoleWindow::AskForServer() {
     if (!entered) return;
     const StationView* const known = FindStation(entered->server);
     const bool isElsewhere = known != nullptr && known != &GetFront();
-    if (isElsewhere || GetFront().MayGiveUp(tr("Connect to another server"), tr("Connect")))
+    if (isElsewhere || GetFront().MayLeave(tr("Connect to another server"), tr("Connect")))
         ConnectTo(entered->server, entered->options);
 }
 
@@ -278,8 +300,9 @@ void ConsoleWindow::CloseStation() {
 
 void ConsoleWindow::Close(StationView& station) {
     if (GetStations().size() < 2) return;
+    const View before = GetView();
     m_stations->BringToFront(station);  // what is asked is about what is seen
-    if (!station.MayClose()) return;
+    if (!station.MayLeave(tr("Close the station"), tr("Close"))) return ShowAgain(before);
     station.KeepView(*Configuration());
     station.Disconnect();
     m_stations->Remove(station);
@@ -308,13 +331,26 @@ void ConsoleWindow::CloseNow() {
     close();  // a close that had asked goes on
 }
 
-/// Of each station that others lose something at.
+ConsoleWindow::View ConsoleWindow::GetView() const {
+    return {&GetFront(), QApplication::focusWidget()};
+}
+
+void ConsoleWindow::ShowAgain(const View& view) {
+    if (view.front != nullptr) m_stations->BringToFront(*view.front);
+    if (view.focus != nullptr) view.focus->setFocus();
+}
+
+/// Of each station that others lose something at. After a no whoever types on means the station, and the
+/// field, of before.
 bool ConsoleWindow::MayQuit() {
+    const View before = GetView();
     for (StationView* const station : std::vector<StationView*>(GetStations())) {
         if (m_isForced) return true;
         if (!station->IsNeeded()) continue;
         m_stations->BringToFront(*station);  // what is asked is about what is seen
-        if (!station->MayGiveUp(tr("Quit"), tr("Quit"))) return m_isForced;
+        if (station->MayGiveUp(tr("Quit"), tr("Quit"))) continue;
+        ShowAgain(before);
+        return m_isForced;
     }
     return true;
 }
@@ -359,6 +395,8 @@ void ConsoleWindow::ShowConnection() {
 void ConsoleWindow::ShowTitle() {
     QString title = GetSituation().GetTitle();
     if (title.isEmpty()) title = tr("Multi-channel console");
+    const QString name = StationWord::Of(GetSituation()).name;
+    title += m_stations->GetWord(m_stations->FrontIndex()).name.mid(name.size());  // told apart from another
     for (int i = 0; i < static_cast<int>(GetStations().size()); ++i) {
         const StationWord word = m_stations->GetWord(i);
         if (i == m_stations->FrontIndex() || word.severity != ESeverity::Act) continue;
@@ -371,8 +409,9 @@ void ConsoleWindow::ShowTitle() {
 /// The worst of all, since it is all that is seen of a window that is put away.
 void ConsoleWindow::ShowIcon() {
     ESeverity worst = GetSituation().GetWorst();
-    for (const StationView* const station : GetStations())
-        worst = std::max(worst, station->GetSituation().GetWorst());
+    for (std::size_t i = 0; i < GetStations().size(); ++i)
+        worst = std::max({worst, GetStations()[i]->GetSituation().GetWorst(),
+                          m_stations->GetWord(static_cast<int>(i)).severity});
     if (worst == m_shownSeverity) return;
     m_shownSeverity = worst;
     setWindowIcon(severitylook::Icon(worst, *style()));

@@ -9,6 +9,7 @@
 #include <apps/pages/keysdialog.h>
 #include <apps/pages/whenseen.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QMainWindow>
 
 #include <optional>
@@ -64,7 +65,15 @@ class ConsoleWindow : public QMainWindow {
     void BuildMenus();
     void BuildStatusBar();
     void BuildPageMenu(QMenu& menu);
-    StationView* AddStation();
+    /// What the operator looks at, and types into.
+    struct View {
+        QPointer<StationView> front;
+        QPointer<QWidget> focus;
+    };
+
+    /// Its tab stands at \a index; without one, at the end.
+    StationView* AddStation(std::optional<int> index = std::nullopt);
+    StationView& StationFor(const ServerAddress& server);
     StationView* FindStation(const ServerAddress& server) const;
     /// What is entered there; nothing if nobody wants to connect.
     struct Entered {
@@ -82,6 +91,8 @@ class ConsoleWindow : public QMainWindow {
     void ShowConnection();
     void ChangeDark(bool isDark);
     void KeepFrequencies(const StationView& first);
+    View GetView() const;
+    void ShowAgain(const View& view);
     bool MayQuit();
 
     QtClock m_clock;

@@ -38,6 +38,7 @@ StationTabs::StationTabs(QWidget* parent)
     m_bar->setExpanding(false);
     m_bar->setElideMode(Qt::ElideRight);
     m_bar->setUsesScrollButtons(false);
+    m_bar->installEventFilter(this);
     m_bar->hide();
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -53,9 +54,10 @@ StationTabs::~StationTabs() {
     delete m_stack;  // what stations tell at their end is told to nobody
 }
 
-void StationTabs::Add(StationView* station) {
-    m_stations.push_back(station);
-    m_words.push_back(StationWord::Of(station->GetSituation()));
+void StationTabs::Insert(int index, StationView* station) {
+    m_stations.insert(m_stations.begin() + index, station);
+    m_words.insert(m_words.begin() + index, StationWord::Of(station->GetSituation()));
+    m_losses.insert(m_losses.begin() + index, UnseenLoss());
     m_stack->addWidget(station);
     connect(station, &StationView::Changed, this, [this, station] {
         ShowChanged(*station);
@@ -63,7 +65,7 @@ void StationTabs::Add(StationView* station) {
     });
     {
         const QSignalBlocker blocker(m_bar);
-        AddCloseButton(station, m_bar->addTab(QString()));
+        AddCloseButton(station, m_bar->insertTab(index, QString()));
     }
     m_bar->setVisible(m_stations.size() > 1);
     ShowAll();
@@ -90,6 +92,7 @@ void StationTabs::Remove(StationView& station) {
     disconnect(&station, nullptr, this, nullptr);
     m_stations.erase(m_stations.begin() + index);
     m_words.erase(m_words.begin() + index);
+    m_losses.erase(m_losses.begin() + index);
     {
         const QSignalBlocker blocker(m_bar);
         m_bar->removeTab(index);
@@ -127,7 +130,22 @@ void StationTabs::Step(int by) {
 void StationTabs::OnFrontChanged(int index) {
     if (index < 0 || index >= static_cast<int>(m_stations.size())) return;
     m_stack->setCurrentWidget(m_stations[static_cast<std::size_t>(index)]);
+    for (const StationView* const station : m_stations)
+        ShowChanged(*station);  // what was lost here is seen now, and what is held there is left alone
     Q_EMIT FrontChanged();
+}
+
+StationWord StationTabs::WordOf(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    const Situation& situation = m_stations[at]->GetSituation();
+    StationWord word = StationWord::Of(situation);
+    m_losses[at].Look(situation, index == FrontIndex());
+    const QString lost = m_losses[at].GetText();
+    if (lost.isEmpty() || situation.GetConnection().state != ConsoleSession::EState::Connected) return word;
+    word.cause = lost + QLatin1Char('\n') + word.cause;
+    word.word = lost;
+    word.severity = ESeverity::Act;
+    return word;
 }
 
 StationWord StationTabs::GetWord(int index) const {
@@ -139,7 +157,7 @@ StationWord StationTabs::GetWord(int index) const {
 void StationTabs::ShowChanged(const StationView& station) {
     const int index = IndexOf(station);
     StationWord& shown = m_words[static_cast<std::size_t>(index)];
-    const StationWord word = StationWord::Of(station.GetSituation());
+    const StationWord word = WordOf(index);
     if (word == shown) return;
     const bool isRenamed = word.name != shown.name;
     shown = word;
@@ -159,7 +177,7 @@ QString StationTabs::LabelOf(int index) const {
                                      [&](const StationWord& word) { return word.name == name; });
     const ServerAddress& server = m_stations[at]->GetSituation().GetConnection().server;
     if (named < 2 || server.host.isEmpty()) return name;
-    const QString address = server.isOverNats ? server.host.section(QLatin1Char('/'), -1) : server.ToText();
+    const QString address = server.isOverNats ? server.host : server.ToText();
     return QStringLiteral("%1 (%2)").arg(name, valuetext::Shortened(address, MaxTabAddress));
 }
 
@@ -176,6 +194,11 @@ void StationTabs::ShowTab(int index) {
     // As text, whatever others chose for a name.
     const QString tip = text + QLatin1Char('\n') + valuetext::Shortened(word.cause, MaxTabCause);
     m_bar->setTabToolTip(index, Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal));
+}
+
+/// By the wheel nobody means to act at another station from now on.
+bool StationTabs::eventFilter(QObject* watched, QEvent* event) {
+    return (watched == m_bar && event->type() == QEvent::Wheel) || QWidget::eventFilter(watched, event);
 }
 
 void StationTabs::changeEvent(QEvent* event) {

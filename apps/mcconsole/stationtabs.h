@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcconsole/session/stationword.h>
+#include <apps/mcconsole/session/unseenloss.h>
 
 #include <QtWidgets/QWidget>
 
@@ -21,7 +22,9 @@ class StationTabs : public QWidget {
     ~StationTabs() override;
 
     /// Owns \a station from now on, and brings it to the front.
-    void Add(StationView* station);
+    void Add(StationView* station) { Insert(static_cast<int>(m_stations.size()), station); }
+    /// The same, with its tab at \a index.
+    void Insert(int index, StationView* station);
     /// It goes once nobody uses it any more; there has to be another.
     void Remove(StationView& station);
     void BringToFront(StationView& station);
@@ -41,6 +44,7 @@ class StationTabs : public QWidget {
     void CloseRequested(StationView* station);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
@@ -48,6 +52,8 @@ class StationTabs : public QWidget {
     void AddCloseButton(StationView* station, int index);
     void OnFrontChanged(int index);
     void ShowChanged(const StationView& station);
+    /// As it is, and what was lost there.
+    StationWord WordOf(int index);
     void ShowAll();
     void ShowTab(int index);
     QString LabelOf(int index) const;
@@ -56,4 +62,5 @@ class StationTabs : public QWidget {
     QStackedWidget* m_stack;
     std::vector<StationView*> m_stations;  ///< in the order of the tabs
     std::vector<StationWord> m_words;      ///< of each, as it is shown
+    std::vector<UnseenLoss> m_losses;      ///< of each, what nobody has looked at
 };

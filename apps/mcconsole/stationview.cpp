@@ -25,6 +25,7 @@
 #include <apps/pages/question.h>
 #include <apps/pages/scrolledpage.h>
 #include <apps/pages/serverkeys.h>
+#include <apps/pages/shiftguard.h>
 #include <apps/pages/suppressionview.h>
 #include <apps/pages/undobar.h>
 
@@ -67,6 +68,7 @@ StationView::StationView(const QString& basePath, IClock& clock, FrequencyBook& 
     BuildBars(*rows);
     m_tabs = new PageTabs(m_content);
     rows->addWidget(m_tabs, 1);
+    new ShiftGuard(clock, *m_tabs);
     BuildPages(clock, book);
     AddRestoreBar(*rows);
     pagehelp::Describe(*m_tabs, ConsolePageHelp());
@@ -210,17 +212,20 @@ bool StationView::MayGiveUp(const QString& title, const QString& action) {
     return question::IsConfirmed(this, title, action, [this] { return LossOfMastership(); });
 }
 
-QString StationView::LossOfClosing() const {
-    const QString loss = LossOfMastership();
+QString StationView::LossOfLeaving() const {
+    QStringList text{LossOfMastership()};
     const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
     const bool isTuned = !m_session.GetMpxOrvPath().isEmpty() && hz;
-    if (!loss.isEmpty() || !isTuned) return loss;
-    return tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
+    if (text.front().isEmpty() && isTuned)
+        text += tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
+    if (m_tuning.GetState() == Tuning::EState::NotSent)
+        text += tr("%1 is entered and not sent.").arg(Tuning::Shown(m_tuning.GetWanted().GetHz()));
+    text.removeAll(QString());
+    return text.join(QLatin1Char('\n'));
 }
 
-bool StationView::MayClose() {
-    return question::IsConfirmed(this, tr("Close the station"), tr("Close"),
-                                 [this] { return LossOfClosing(); });
+bool StationView::MayLeave(const QString& title, const QString& action) {
+    return question::IsConfirmed(this, title, action, [this] { return LossOfLeaving(); });
 }
 
 void StationView::UseMpxOrv(bool isUsed) {

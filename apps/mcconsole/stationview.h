@@ -61,7 +61,7 @@ class StationView : public QWidget {
     /// Whether the console may stop to use its MpxORV here; asks if others lose something.
     bool MayGiveUp(const QString& title, const QString& action);
     /// Likewise, also if only the console itself loses something.
-    bool MayClose();
+    bool MayLeave(const QString& title, const QString& action);
     /// Brings the page with that object name to the front; without a name asks for a server.
     void GoTo(const QString& page);
     /// The bar that tunes, on the page in front if it has one, else on the overview, which is shown then.
@@ -79,7 +79,7 @@ class StationView : public QWidget {
     /// What is lost with the console's MpxORV, in lines; empty: nothing that others need.
     QString LossOfMastership() const;
     /// Likewise, or what only the console itself loses.
-    QString LossOfClosing() const;
+    QString LossOfLeaving() const;
     void BuildBars(QVBoxLayout& layout);
     void AddRestoreBar(QVBoxLayout& layout);
     void BuildPages(IClock& clock, FrequencyBook& book);

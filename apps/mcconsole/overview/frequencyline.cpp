@@ -33,7 +33,7 @@ constexpr double LeastMargin = 0.5;     // MHz
 constexpr double ZoomStep = 0.8;        // of one notch of the wheel
 constexpr int Reach = 6;                // pixels around a mark that count as it
 constexpr int MostRows = 6;
-constexpr double ClickStep = 0.025;  // MHz: whoever clicks means a channel
+constexpr double ClickStep = 25000;  // Hz: whoever clicks means a channel
 
 }  // namespace
 
@@ -219,12 +219,12 @@ const FrequencyMark* FrequencyLine::NearestTo(int x) const {
 /// That of a mark, or else a channel of which several may lie on one pixel: the roundest of those.
 double FrequencyLine::FrequencyAt(int x) const {
     if (const FrequencyMark* const mark = NearestTo(x)) return mark->hz;
-    const double mhz = invTransform(xBottom, x);
-    const double pixel = std::abs(invTransform(xBottom, x + 1) - mhz);
+    const double hz = invTransform(xBottom, x) * Megahertz;
+    const double pixel = std::abs(invTransform(xBottom, x + 1) * Megahertz - hz);
     double step = ClickStep;
     while (step < pixel)
         step *= 2;
-    return std::round(mhz / step) * step * Megahertz;
+    return std::round(hz / step) * step;  // whole hertz, and no others
 }
 
 QString FrequencyLine::DetailAt(const QPoint& position) const {

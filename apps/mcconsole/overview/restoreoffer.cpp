@@ -24,7 +24,7 @@ RestoreOffer::RestoreOffer(HeldBefore& held, QWidget* parent)
     m_text->setTextFormat(Qt::PlainText);
     auto* const restore = new QPushButton(tr("Rest&ore"), this);
     restore->setObjectName(QStringLiteral("Restore"));
-    auto* const dismiss = new QPushButton(tr("Dis&miss"), this);
+    auto* const dismiss = new QPushButton(tr("Dismiss"), this);
     dismiss->setObjectName(QStringLiteral("DismissRestore"));
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(OfferMargin, 0, 0, 0);

@@ -23,7 +23,7 @@
 namespace {
 
 constexpr int FrameWidth = 2;                       // pixels
-constexpr int MaxPlaceLength = 16;                  // characters of a station, beside the field
+constexpr int MaxPlaceLength = 20;                  // characters of a station, beside the field
 constexpr char LongField[] = "3000.000000000 MHz";  // that the field has room for
 
 QLabel* PlainText(QWidget* parent, const char* name) {
@@ -36,6 +36,15 @@ QLabel* PlainText(QWidget* parent, const char* name) {
 bool IsWrong(Tuning::EState state) {
     return state == Tuning::EState::NoFrequency || state == Tuning::EState::OutOfRange ||
            state == Tuning::EState::Empty;
+}
+
+/// What tells two places of one name apart stands at the end of theirs.
+QString PlaceText(const QString& place) {
+    if (place.size() <= MaxPlaceLength) return valuetext::Shortened(place, MaxPlaceLength);
+    constexpr int headLength = 8;
+    QString tail = place.right(MaxPlaceLength - headLength);
+    if (tail.at(0).isLowSurrogate()) tail.remove(0, 1);
+    return valuetext::Shortened(place, headLength) + valuetext::Shortened(tail, MaxPlaceLength);
 }
 
 }  // namespace
@@ -111,6 +120,8 @@ QWidget* TuneBar::BuildSteps() {
     auto* const box = new QWidget(this);
     m_step = new QComboBox(box);
     m_step->setObjectName(QStringLiteral("Step"));
+    m_step->setFocusPolicy(Qt::StrongFocus);
+    m_step->installEventFilter(this);
     m_step->setAccessibleName(tr("Step"));
     for (const FrequencyStep& step : FrequencyStep::All())
         m_step->addItem(step.Caption());
@@ -214,11 +225,25 @@ void TuneBar::TakeFocus() {
 
 void TuneBar::SetPlace(const QString& place) {
     // What is a mark of a key to the label is a character to whoever chose the name.
-    const QString shown =
-        valuetext::Shortened(place, MaxPlaceLength).replace(QLatin1Char('&'), QLatin1String("&&"));
+    const QString shown = PlaceText(place).replace(QLatin1Char('&'), QLatin1String("&&"));
     m_caption->setText(place.isEmpty() ? tr("&Frequency:") : tr("&Frequency at %1:").arg(shown));
     m_field->setAccessibleName(place.isEmpty() ? tr("Frequency") : tr("Frequency at %1").arg(place));
     if (layout() != nullptr) FitWidth();
+}
+
+/// A user who scrolls does not mean the step that comes below the pointer.
+bool TuneBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_step || event->type() != QEvent::Wheel || m_step->hasFocus())
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
+
+/// A button that is held down would go on stepping where nobody looks.
+void TuneBar::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    m_up->setDown(false);
+    m_down->setDown(false);
 }
 
 void TuneBar::changeEvent(QEvent* event) {

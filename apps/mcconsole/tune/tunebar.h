@@ -35,6 +35,8 @@ class TuneBar : public QWidget {
     QSize minimumSizeHint() const override;
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -76,8 +76,11 @@ void Tuning::Step(int count) {
     if (GetValue() == nullptr || !GetValue()->IsWritable() || !wanted.IsFrequency()) return;
     const double hz = FrequencyStep::All()[static_cast<std::size_t>(m_step)].From(wanted.GetHz(), count);
     if (!IsInRange(hz)) return;
+    const EState before = GetState();
+    // What was typed waits for Enter, whatever key or wheel comes near it meanwhile.
+    const bool isTyped = before == EState::NotSent || before == EState::OutOfRange;
     Enter(Shown(hz));
-    m_rest.Start(Rest, [this] { Tune(); });
+    if (!isTyped) m_rest.Start(Rest, [this] { Tune(); });
     Q_EMIT Changed();
 }
 

@@ -86,10 +86,13 @@ TEST_F(FrequencyEntryTest, TheTuneButtonSendsWhatWasTyped) {
 TEST_F(FrequencyEntryTest, ManyStepsAreSentOnceTheyRest) {
     ASSERT_NO_FATAL_FAILURE(BeReady());
     TypeOnly("121.5");
+    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_TRUE(WaitFor([this] { return Answers().contains(QLatin1String(" done: tuned to 121.5 MHz")); }));
+    const QString before = Answers();
     for (int i = 0; i < 4; ++i)
         QTest::keyClick(field, Qt::Key_Up);
-    EXPECT_EQ(Answers(), QString());
-    EXPECT_TRUE(WaitFor([this] { return !Answers().isEmpty(); }));
+    EXPECT_EQ(Answers(), before);
+    EXPECT_TRUE(WaitFor([&] { return Answers() != before; }));
     EXPECT_TRUE(Answers().trimmed().endsWith(QLatin1String(" done: tuned to 121.6 MHz")))
         << Answers().toStdString();
 }

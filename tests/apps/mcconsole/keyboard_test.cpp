@@ -207,7 +207,7 @@ TEST_F(KeyboardTest, ListsItsKeys) {
     EXPECT_EQ(what("Ctrl+H"), "Recent frequencies");
     EXPECT_EQ(what("Ctrl+B"), "Favourite frequencies");
     EXPECT_EQ(what("Ctrl+D"), "Add to the favourites");
-    EXPECT_EQ(what("Ctrl+E"), "Edit the favourites");
+    EXPECT_EQ(what("Ctrl+Shift+B"), "Edit the favourites");
     EXPECT_EQ(what("Ctrl+O"), "Connect");
     const KeysDialog dialog(rows, nullptr);
     EXPECT_EQ(dialog.findChild<QTableWidget*>()->rowCount(), static_cast<int>(rows.size()));

@@ -82,6 +82,8 @@ class TuneBarTest : public testing::Test {
         Field()->selectAll();
         QTest::keyClicks(Field(), QString::fromUtf8(text));
     }
+    /// What somebody asked for: in the field, and typed by nobody here.
+    void Ask(const char* mhz) { frequency->SetValue(QByteArray(mhz).toDouble() * 1e6, &server); }
     void Press(Qt::Key key) { QTest::keyClick(Field(), key); }
     void ClickTune() {
         QTest::mouseClick(bar.findChild<QPushButton*>(QStringLiteral("Tune")), Qt::LeftButton);

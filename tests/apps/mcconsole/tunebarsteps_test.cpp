@@ -11,7 +11,7 @@ using testing::IsEmpty;
 namespace {
 
 TEST_F(TuneBarTest, StepsAreSentOnceAfterARest) {
-    Type("121.5");
+    Ask("121.5");
     for (int i = 0; i < 4; ++i) {
         Press(Qt::Key_Up);
         clock.Advance(299ms);
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(, StepTest,
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(TuneBarTest, StepsByButtonsAndLeavesTheFieldTheFocus) {
-    Type("121.5");
+    Ask("121.5");
     ClickStep("StepUp");
     ClickStep("StepUp");
     ClickStep("StepDown");
@@ -71,7 +71,7 @@ TEST_F(TuneBarTest, StepsByButtonsAndLeavesTheFieldTheFocus) {
 }
 
 TEST_F(TuneBarTest, StepsByTheWheelOverTheFocusedFieldOnly) {
-    Type("121.5");
+    Ask("121.5");
     Turn(120);
     Turn(60);  // half a step
     EXPECT_EQ(Field()->text(), QStringLiteral("121.525 MHz"));
@@ -86,12 +86,52 @@ TEST_F(TuneBarTest, StepsByTheWheelOverTheFocusedFieldOnly) {
 }
 
 TEST_F(TuneBarTest, WhatIsTypedAfterAStepWaitsForEnter) {
-    Type("121.5");
+    Ask("121.5");
     Press(Qt::Key_Up);
     Type("127");
     clock.Advance(1h);
     EXPECT_THAT(Asked(), IsEmpty());
     EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+}
+
+TEST_F(TuneBarTest, AStepFromWhatIsTypedWaitsForEnterToo) {
+    for (const char* const typed : {"13", "121.5"}) {
+        Type(typed);
+        Turn(120);
+        Press(Qt::Key_Up);
+        ClickStep("StepUp");
+        clock.Advance(1h);
+        EXPECT_THAT(Asked(), IsEmpty()) << typed << ": somebody was still typing";
+        EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+    }
+    EXPECT_EQ(Field()->text(), QStringLiteral("121.575 MHz"));
+    Press(Qt::Key_Return);
+    EXPECT_THAT(Asked(), ElementsAre(121.575));
+    Grant();
+    Press(Qt::Key_Up);
+    clock.Advance(Tuning::Rest);
+    EXPECT_THAT(Asked(), ElementsAre(121.575, 121.6));
+}
+
+TEST_F(TuneBarTest, AButtonThatIsHeldDownStepsNoMoreOnceItIsHidden) {
+    Ask("121.5");
+    auto* const up = bar.findChild<QToolButton*>(QStringLiteral("StepUp"));
+    QTest::mousePress(up, Qt::LeftButton);
+    EXPECT_TRUE(up->isDown());
+    bar.hide();
+    EXPECT_FALSE(up->isDown());
+}
+
+TEST_F(TuneBarTest, TheWheelChoosesNoStepWithoutTheFocus) {
+    auto* const step = bar.findChild<QComboBox*>(QStringLiteral("Step"));
+    const int before = step->currentIndex();
+    QWheelEvent event(QPointF(5, 5), step->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(step, &event);
+    EXPECT_EQ(step->currentIndex(), before);
+    step->setFocus();
+    QApplication::sendEvent(step, &event);
+    EXPECT_NE(step->currentIndex(), before);
 }
 
 TEST_F(TuneBarTest, EscapeTakesBackStepsThatDoNotRestYet) {
