@@ -183,7 +183,7 @@ TEST_F(ASuppressionView, TellsTheTableOnlyOfWhatIsAnother) {
     EXPECT_EQ(told.count(), 0) << "the module is as it was";
 }
 
-TEST_F(ASuppressionView, CallsAnInputLostButNotUnsupervisedThatAnotherModuleWatches) {
+TEST_F(ASuppressionView, CallsAnInputUnsupervisedAlsoWhereAnotherModuleHasItsFrequency) {
     DataModule other(nullptr, 1, QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.2"), PollInterval(100));
     other.SetFrequency(0, Airband);
     m_plant->Add(other.GetPlantModule());
@@ -192,7 +192,7 @@ TEST_F(ASuppressionView, CallsAnInputLostButNotUnsupervisedThatAnotherModuleWatc
     other.SlotOnInputDiscretesChanged(12, AllSilent);
     other.SlotOnConnectionEstablished();
     m_clock.Turn();
-    EXPECT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|? not live|121.500"));
+    EXPECT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|\u2715 not supervised|121.500"));
     m_view.Bind(QString(), NoSegments);
 }
 

@@ -216,7 +216,7 @@ TEST_F(BlankingByThePlant, SaysThatNobodyWatchesTheFrequencyOfALostModule) {
     EXPECT_EQ(TuneTo(Marine), QStringLiteral("done: tuned to 156.8 MHz"));
 }
 
-TEST_F(BlankingByThePlant, SaysNothingOfTheSortIfAnotherModuleWatches) {
+TEST_F(BlankingByThePlant, SaysSoAlsoIfAnotherModuleWatchesAnotherTransmitterOfThatFrequency) {
     DataModule other(nullptr, 1, QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.2"), PollInterval(100));
     other.SetFrequency(0, Airband);
     plant.Add(other.GetPlantModule());
@@ -224,6 +224,8 @@ TEST_F(BlankingByThePlant, SaysNothingOfTheSortIfAnotherModuleWatches) {
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done, not supervised: tuned to 121.5 MHz"));
     other.SlotOnInputDiscretesChanged(12, AllSilent);
     other.SlotOnConnectionEstablished();
+    EXPECT_EQ(TuneTo(Airband), QStringLiteral("done, not supervised: tuned to 121.5 MHz"));
+    Read(AllSilent);
     EXPECT_EQ(TuneTo(Airband), QStringLiteral("done: tuned to 121.5 MHz"));
 }
 

@@ -183,7 +183,20 @@ void PrintTo(const SecondModule& row, std::ostream* out) {
 }
 class BesideALostModule : public SuppressionStatusTest, public testing::WithParamInterface<SecondModule> {};
 
-TEST_P(BesideALostModule, AnotherMayWatchItsFrequency) {
+TEST_F(SuppressionStatusTest, AModuleThatIsDisconnectedByHandDoesNotCountWhereAnotherWatches) {
+    DataModule& second = AddModule(1, Airband);
+    Read(First(), AllSilent);
+    Read(second, AllSilent);
+    First().Connect();
+    First().Disconnect();
+    m_clock.Turn();
+    EXPECT_THAT(Unsupervised(), IsEmpty());
+    Lose(second);
+    m_clock.Turn();
+    EXPECT_THAT(Unsupervised(), ElementsAre(Airband));
+}
+
+TEST_P(BesideALostModule, AnotherWatchesAnotherTransmitter) {
     DataModule& second = AddModule(1, GetParam().hz);
     Lose(First());
     if (GetParam().isLive) Read(second, AllSilent);
@@ -192,8 +205,8 @@ TEST_P(BesideALostModule, AnotherMayWatchItsFrequency) {
 }
 
 const SecondModule SecondModules[] = {
-    {"ALiveOneWithTheSame", Airband, true, {}},
-    {"ALiveOneWithTheSameWholeHertz", Airband + 0.5, true, {}},
+    {"ALiveOneWithTheSame", Airband, true, {Airband}},
+    {"ALiveOneWithTheSameWholeHertz", Airband + 0.5, true, {Airband}},
     {"ALiveOneWithAnother", Marine, true, {Airband}},
     {"ALiveOneWithNone", 0.0, true, {Airband}},
     {"ALostOneWithTheSame", Airband, false, {Airband}},

@@ -228,19 +228,21 @@ QString SuppressionPlant::Describe(const BlankingSource& source) const {
 }
 
 std::vector<double> SuppressionPlant::GetUnsupervisedFrequencies() const {
-    std::set<std::uint64_t> assigned;
+    std::set<std::uint64_t> lost;
+    std::set<std::uint64_t> switchedOff;
     std::set<std::uint64_t> watched;
     for (const PlantModule* const module : m_modules) {
         const ModuleView view = module->GetView();
-        std::set<std::uint64_t>& all = view.state == EModuleState::Connected ? watched : assigned;
+        std::set<std::uint64_t>& all = view.state == EModuleState::Connected ? watched
+                                       : view.isSwitchedOff                  ? switchedOff
+                                                                             : lost;
         std::uint64_t hertz = 0;
         for (const double frequency : view.frequencies)
             if (frequency > 0.0 && wholehertz::Of(frequency, &hertz)) all.insert(hertz);
     }
-    std::vector<double> unsupervised;
-    for (const std::uint64_t hertz : assigned)
-        if (watched.count(hertz) == 0) unsupervised.push_back(static_cast<double>(hertz));
-    return unsupervised;
+    for (const std::uint64_t hertz : switchedOff)
+        if (watched.count(hertz) == 0) lost.insert(hertz);
+    return std::vector<double>(lost.begin(), lost.end());
 }
 
 bool SuppressionPlant::IsUnsupervised(double hz) const {

@@ -52,8 +52,10 @@ class MCS_COMMON_EXPORT SuppressionPlant : public QObject {
     /// "ADAM-6051 1, input 3".
     QString Describe(const BlankingSource& source) const;
 
-    /// Whether \a hz, by its whole hertz, is assigned to inputs none of which is watched now: their modules
-    /// do not answer, so that nobody would notice if a transmitter used it.
+    /// Whether \a hz, by its whole hertz, is assigned to an input whose module does not answer, so that
+    /// nobody would notice if its transmitter used it: another input of the same frequency has another
+    /// transmitter. Where the module was disconnected by hand, only if no other input of the frequency is
+    /// watched.
     bool IsUnsupervised(double hz) const;
     /// All of those: whole hertz, ascending, each once.
     std::vector<double> GetUnsupervisedFrequencies() const;
