@@ -38,7 +38,7 @@ SPOKEN = {
     "Configuration": [("text", "DF Station Name"), ("check box", "Connect on startup")],
     "Transmitters": [("table", "Modules"), ("table", "Inputs")],
     "Events": [("table", "Events"), ("text", "Search")],
-    "MpxORVs": [("table", "MpxORVs"), ("text", "Filter of the list of MpxORVs"), ("check box", "May be job master")],
+    "MpxORVs": [("table", "MpxORVs"), ("text", "Filter of the list of MpxORVs"), ("check box", "May be job master (locked)")],
     "My MpxORV": [("text", "Frequency"), ("push button", "Take or give up mastership"), ("push button", "Calibrate")],
 }
 
@@ -196,9 +196,11 @@ class Session(Desktop):
         """Who takes the mastership of another is asked before, and that one is told by whom."""
         self.be_master()
         self.press(self.mast_window, "alt+8")
-        self.find("^mast", "panel", "^tower$")  # who is master stands first
+        self.find("^mast", "table", "^MpxORVs").take_focus()
+        self.press_here("ctrl+Home")  # who is master stands first
+        self.find("^mast", "panel", "^tower$")
         self.push(self.mast_window, self.find("^mast", "check box", "May be job master"))
-        self.find("^Take a right away", "label", "^tower is job master .* and loses that")
+        self.find("^Take a right away", "label", "^tower is job master.* and loses that")
         self.picture("question")
         self.press_here("Escape")
         wait_for("the end of the question", lambda: not self.windows("^Take a right away"))
