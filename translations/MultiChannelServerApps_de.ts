@@ -577,10 +577,6 @@
         <translation>Datenmodul %1 unter %2 ist hinzugefügt%3</translation>
     </message>
     <message>
-        <source>data module %1 at %2 is deleted%3</source>
-        <translation>Datenmodul %1 unter %2 ist gelöscht%3</translation>
-    </message>
-    <message>
         <source>data module %1 at %2 is disconnected%3</source>
         <translation>Datenmodul %1 unter %2 ist getrennt%3</translation>
     </message>
@@ -691,6 +687,82 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>the configuration file &apos;%1&apos; cannot be used (%2); defaults are used, so that nothing is supervised, and the file is kept as &apos;%3&apos;</source>
+        <translation>Die Konfigurationsdatei „%1“ ist nicht brauchbar (%2); es gelten Standardwerte, also wird nichts überwacht, und die Datei ist als „%3“ aufbewahrt</translation>
+    </message>
+    <message>
+        <source>the configuration file &apos;%1&apos; cannot be used any more (%2); what is known is written anew, and the file is kept as &apos;%3&apos;</source>
+        <translation>Die Konfigurationsdatei „%1“ ist nicht mehr brauchbar (%2); was bekannt ist, wird neu geschrieben, und die Datei ist als „%3“ aufbewahrt</translation>
+    </message>
+    <message>
+        <source>the configuration file &apos;%1&apos; was edited, and cannot be used any more (%2); the next save writes what is known anew</source>
+        <translation>Die Konfigurationsdatei „%1“ wurde bearbeitet und ist nicht mehr brauchbar (%2); das nächste Speichern schreibt neu, was bekannt ist</translation>
+    </message>
+    <message>
+        <source>a copy of the configuration file as it is now is kept as &apos;%1&apos;</source>
+        <translation>Eine Kopie der Konfigurationsdatei, wie sie jetzt ist, ist als „%1“ aufbewahrt</translation>
+    </message>
+    <message>
+        <source>the configuration has a section &apos;%1&apos;, which is not read: the suppression is &apos;%2&apos;</source>
+        <translation>Die Konfiguration hat einen Abschnitt „%1“, der nicht gelesen wird: die Unterdrückung ist „%2“</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: ModuleCount is %1, so these are not read and nothing of them is supervised: %2</source>
+        <translation>GTS in der Konfiguration: ModuleCount: %1; deshalb nicht gelesen und nicht überwacht: %2</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: ModuleCount is %1, so no data module is read</source>
+        <translation>GTS in der Konfiguration: ModuleCount: %1; deshalb wird kein Datenmodul gelesen</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: ModuleCount is %1, and nothing is there of: %2</source>
+        <translation>GTS in der Konfiguration: ModuleCount: %1; es gibt dort nichts von: %2</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: %1 is left out and nothing of it is supervised: its %2 is %3</source>
+        <translation>GTS in der Konfiguration: %1 ist ausgelassen, nichts davon wird überwacht; %2: %3</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: AssignmentCount of %1 is %2, and it has %3 inputs; these are not read and not supervised: %4</source>
+        <translation>GTS in der Konfiguration: AssignmentCount von %1: %2, bei %3 Eingängen; nicht gelesen und nicht überwacht: %4</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: %1 is %2, which are no whole hertz; taken is: %3</source>
+        <translation>GTS in der Konfiguration: %1 ist %2, das sind keine ganzen Hertz; übernommen ist: %3</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: %1 is %2 Hz, to which nobody can be tuned</source>
+        <translation>GTS in der Konfiguration: %1 ist %2 Hz, worauf sich niemand einstellen lassen kann</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: %1 has the index %2 of another module; %3 is used</source>
+        <translation>GTS in der Konfiguration: %1 hat den Index %2 eines anderen Moduls; verwendet wird %3</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: what could not be used once is kept below NotLoaded, and not supervised: %1</source>
+        <translation>GTS in der Konfiguration: was einmal nicht brauchbar war, steht unter NotLoaded und wird nicht überwacht: %1</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: these keys are not known and not read: %1</source>
+        <translation>GTS in der Konfiguration: diese Schlüssel sind nicht bekannt und nicht gelesen: %1</translation>
+    </message>
+    <message>
+        <source>GTS in the configuration: further faults: %1</source>
+        <translation>GTS in der Konfiguration: weitere Fehler: %1</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>data module %1 at %2 is deleted%4%3</source>
+        <translation>Datenmodul %1 unter %2 ist gelöscht%4%3</translation>
+    </message>
+    <message>
+        <source> with its frequencies %1</source>
+        <translation> mit seinen Frequenzen %1</translation>
     </message>
 </context>
 <context>
@@ -1310,6 +1382,17 @@
     </message>
 </context>
 <context>
+    <name>FaultNotice</name>
+    <message>
+        <source>Not all of the configuration file is in use:</source>
+        <translation>Nicht alles aus der Konfigurationsdatei ist in Gebrauch:</translation>
+    </message>
+    <message>
+        <source>The log tells of %1 more.</source>
+        <translation>Das Protokoll nennt %1 weitere.</translation>
+    </message>
+</context>
+<context>
     <name>FavouritesDialog</name>
     <message>
         <source>Favourite frequencies</source>
@@ -1550,6 +1633,10 @@
     <message>
         <source>The module is disconnected</source>
         <translation>Das Modul ist getrennt</translation>
+    </message>
+    <message>
+        <source>There is nothing below the first line</source>
+        <translation>Unter der ersten Zeile steht nichts</translation>
     </message>
 </context>
 <context>
@@ -2270,6 +2357,10 @@
     <message>
         <source>MpxORVs: %1 of %2</source>
         <translation>Anzahl: %1 von %2</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
     </message>
 </context>
 <context>
@@ -3658,6 +3749,14 @@ Bitte prüfen Sie den Namen.</translation>
         <source>End</source>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>What was entered for the ground transmitters cannot be saved and will be lost: %1</source>
+        <translation>Was für die Bodensender eingegeben wurde, kann nicht gespeichert werden und geht verloren: %1</translation>
+    </message>
+    <message>
+        <source>End the server all the same?</source>
+        <translation>Den Server trotzdem beenden?</translation>
+    </message>
 </context>
 <context>
     <name>SeverityLook</name>
@@ -4069,6 +4168,14 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>What was known last:</source>
         <translation>Zuletzt bekannt:</translation>
+    </message>
+    <message>
+        <source>Who ignores it is not known</source>
+        <translation>Wer sie missachtet, ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Ignored by %1 or more</source>
+        <translation>Missachtet von %1 oder mehr</translation>
     </message>
 </context>
 <context>

@@ -10,6 +10,8 @@
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
 #include <apps/mcserver/program/servicecontrol.h>
+#include <apps/mcserver/suppression/configfaults.h>
+#include <apps/mcserver/suppression/faultnotice.h>
 #include <apps/mcserver/suppression/recoverynotices.h>
 #include <apps/mcserver/suppression/suppressionalarm.h>
 #include <apps/mcserver/suppression/suppressionduties.h>
@@ -34,6 +36,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -66,6 +69,7 @@ int RunHeadless(const ServerOptions& options, SuppressionRecovery& recovery) {
     std::optional<SuppressionDuties> duties;
     std::optional<SuppressionStatus> noSuppression;
     McsServer& server = program.GetServer();
+    configfaults::TellAll(server.GetLog());
     const bool isRecovered = Recover(recovery, server.GetLog()) == SuppressionRecovery::EOutcome::TakenOver;
     if (isRecovered || SuppressionPlant::IsConfigured()) {
         suppression.emplace();
@@ -101,12 +105,15 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     QString error;
     if (!program.Start(&error)) return terminal::Complain(error, ExitFailure);
     McsServer& server = program.GetServer();
+    const std::vector<CodedText> faults = configfaults::TellAll(server.GetLog());
     Recover(recovery, server.GetLog());
     const RestingCursor cursor(program.GetClock());
     ServerWindow window(options.name, program.GetListener());
     auto* const page =
         new SuppressionPage(recovery, server.GetJobs(), server.GetLog(), program.GetClock(), &window);
+    window.AddNotice(new FaultNotice(faults));
     window.AddNotice(new RecoveryNotices(recovery.GetReport(), page->GetRecorder()));
+    window.SetObstacleOfSaving([page] { return page->GetRecorder().GetObstacleOfSaving(); });
     auto* const alarm = new SuppressionAlarm(page->GetPlant());
     QObject::connect(alarm, &SuppressionAlarm::Judged, &window, &ServerWindow::ShowState);
     window.AddNotice(alarm);

@@ -78,6 +78,14 @@ QStringList CfgCenter::LookForEdits() {
     return m_store ? m_store->LookForEdits() : QStringList();
 }
 
+std::vector<CfgDamage> CfgCenter::TakeDamages() {
+    return m_store ? m_store->TakeDamages() : std::vector<CfgDamage>();
+}
+
+QString CfgCenter::KeepCopy() {
+    return m_store ? m_store->KeepCopy() : QString();
+}
+
 QString CfgCenter::Finish() {
     if (!m_store || m_store->CommitNow() || !m_store->HasUnstoredKeys()) return QString();
     return m_store->GetProblem(QStringLiteral("the last changes are lost"));

@@ -3,6 +3,7 @@
 
 #include <platform/app/applicationend.h>
 #include <platform/app/platformexport.h>
+#include <platform/config/cfgdamage.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -10,6 +11,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class CfgStore;
 class ICfg;
@@ -48,6 +50,11 @@ class MCS_PLATFORM_EXPORT CfgCenter {
     /// Looks whether somebody edited the file, by its time and size, and takes that in, once it rested from
     /// one call to the next. The keys that were edited since the last call, as paths.
     QStringList LookForEdits();
+    /// What was found damaged of the file, at its opening or since, and not taken from here yet; also traced.
+    std::vector<CfgDamage> TakeDamages();
+    /// Keeps a copy of the file as it is now beside it, once per opening, before something of it is written
+    /// over. The copy's name; empty if there is none.
+    QString KeepCopy();
     /// Commits what nobody committed. Empty, or why the last changes are not in the file, and of which keys
     /// that are no defaults, one line: programs say it at their end, since what saves by itself, such as a
     /// window's place, tells nobody.

@@ -3,6 +3,7 @@
 
 #include <apps/mcserver/log/peertext.h>
 #include <apps/mcserver/log/serverlog.h>
+#include <apps/mcserver/suppression/configfaults.h>
 
 #include <platform/config/cfgcenter.h>
 
@@ -26,6 +27,8 @@ void ConfigWatch::LookAgainLater() {
 
 void ConfigWatch::Look() {
     const QStringList keys = CfgCenter::Instance().LookForEdits();
+    for (const CodedText& damage : configfaults::TakeDamages())
+        m_log.Write(damage);
     if (keys.isEmpty()) return;
     QStringList named;
     for (const QString& key : keys.mid(0, MaxKeys))

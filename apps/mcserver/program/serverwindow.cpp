@@ -152,6 +152,15 @@ void ServerWindow::closeEvent(QCloseEvent* event) {
 }
 
 QString ServerWindow::LossOfClosing() const {
+    const QString obstacle = m_obstacle();
+    const QString clients = LossOfClients();
+    if (obstacle.isEmpty()) return clients;
+    const QString entries =
+        tr("What was entered for the ground transmitters cannot be saved and will be lost: %1").arg(obstacle);
+    return entries + QLatin1Char('\n') + (clients.isEmpty() ? tr("End the server all the same?") : clients);
+}
+
+QString ServerWindow::LossOfClients() const {
     const int clients = CountClients();
     if (clients == 0) return QString();
     QString loss = clients == 1 ? tr("A client will lose the server. End it all the same?")

@@ -7,6 +7,9 @@
 
 #include <QtWidgets/QMainWindow>
 
+#include <functional>
+#include <utility>
+
 class Page;
 class QLabel;
 class QMenu;
@@ -16,7 +19,8 @@ class UndoBar;
 class VtServer;
 
 /// The server's own window: the displays of the console, on the server's tree itself. Closing it ends the
-/// server, after asking if clients are connected. Needs a server that has started. GUI thread.
+/// server, after asking if clients are connected, or if something that was entered would be lost. Needs a
+/// server that has started. GUI thread.
 class ServerWindow : public QMainWindow {
     Q_OBJECT
 
@@ -29,6 +33,10 @@ class ServerWindow : public QMainWindow {
     void AddPage(Page* page, const char* name, const QString& title);
     /// Puts \a notice above the pages, whichever is shown.
     void AddNotice(QWidget* notice);
+    /// Why what was entered at the window cannot be saved, one line; empty: it can, or there is nothing.
+    using Obstacle = std::function<QString()>;
+    /// Asks \a obstacle before it closes, as long as it lives.
+    void SetObstacleOfSaving(Obstacle obstacle) { m_obstacle = std::move(obstacle); }
     /// Shows by the icon how bad it is, and \a word before the title; empty: none.
     void ShowState(ESeverity severity, const QString& word);
     QTabWidget* GetTabs() const { return m_tabs; }
@@ -41,12 +49,14 @@ class ServerWindow : public QMainWindow {
   private:
     void BuildMenus();
     void ShowClients();
+    QString LossOfClients() const;
     /// Who loses what, in lines; empty: nobody anything.
     QString LossOfClosing() const;
     bool MayClose();
     int CountClients() const;
 
     const VtServer& m_listener;
+    Obstacle m_obstacle = [] { return QString(); };
     const QString m_title;
     QtClock m_clock;
     QTabWidget* m_tabs;

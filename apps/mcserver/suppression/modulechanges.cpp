@@ -8,6 +8,8 @@
 #include <devicecontrol/multichannelserver/common/gts/moduleview.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
+#include <QtCore/QStringList>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -25,6 +27,19 @@ QString MegahertzText(double hz) {
 /// What people typed, bounded; a word for nothing.
 CodedText TypedText(const QString& text) {
     return text.isEmpty() ? CodedText(ECode::Nothing) : CodedText(peertext::Shown(text));
+}
+
+/// What goes with a module; nothing if that is none.
+CodedText FrequenciesOf(const ModuleSettings& module) {
+    constexpr int MaxNamed = 16;
+    QStringList texts;
+    for (const double hz : module.frequencies)
+        if (hz > 0.0) texts << MegahertzText(hz);
+    if (texts.isEmpty()) return {};
+    const CodedText named = QStringList(texts.mid(0, MaxNamed)).join(QStringLiteral(", "));
+    const int more = texts.size() - MaxNamed;
+    return {ECode::ItsFrequencies,
+            {more > 0 ? CodedText(ECode::AndMore, {named, CodedText::Number(more)}) : named}};
 }
 
 CodedText MillisecondsText(PollInterval interval) {
@@ -162,8 +177,10 @@ CodedText ModuleChanges::Who() const {
 }
 
 void ModuleChanges::Tell(ECode code, const ModuleSettings& module, const CodedText& who) {
+    const CodedText lost = code == ECode::ModuleDeleted ? FrequenciesOf(module) : CodedText();
     m_log.Write(
-        {code, {peertext::Shown(module.GetName()), peertext::Shown(module.address), {ECode::By, {who}}}},
+        {code,
+         {peertext::Shown(module.GetName()), peertext::Shown(module.address), {ECode::By, {who}}, lost}},
         {QString(), who.ToEnglish()});
 }
 

@@ -29,6 +29,12 @@ SuppressionRecorder::~SuppressionRecorder() {
     Look();
 }
 
+/// A file that is in the way of the other one is in nobody else's way.
+QString SuppressionRecorder::GetObstacleOfSaving() const {
+    const bool isInTheWay = m_recovery.GetReport().outcome == SuppressionRecovery::EOutcome::InTheWay;
+    return isInTheWay ? QString() : m_problem;
+}
+
 void SuppressionRecorder::Look() {
     std::vector<ModuleSettings> settings = m_plant.GetSettings();
     if (settings == m_last) return;

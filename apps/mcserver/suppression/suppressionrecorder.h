@@ -30,6 +30,10 @@ class SuppressionRecorder : public QObject {
                         IClock& clock);
     ~SuppressionRecorder() override;
 
+    /// Why what was entered cannot be kept by saving either, as far as is known: what keeps the recovery file
+    /// from being written is beside the configuration. Empty if nothing does.
+    QString GetObstacleOfSaving() const;
+
   Q_SIGNALS:
     /// Why what is entered would be lost with the process; empty if it would not be any more.
     void SignalProblem(const QString& problem);

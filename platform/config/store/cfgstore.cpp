@@ -90,6 +90,7 @@ void CfgStore::Open() {
             LoadAsItIs();
         }
     }
+    m_isOpened = true;
     if (m_obstacle.isEmpty()) return;
     m_copy.StartBlindly();
     MCS_TRACE(QStringLiteral("The configuration file '%1' cannot be used (%2); defaults are used")
@@ -159,9 +160,29 @@ void CfgStore::LoadOrPutAside(const char* consequence) {
     }
     m_copy.TakeInLoss();
     m_bytes.clear();
+    NoteDamage(defect, aside);
     MCS_TRACE(
         QStringLiteral("The configuration file '%1' cannot be used (%2); %3, and the file is kept as '%4'")
             .arg(m_path, defect, QLatin1String(consequence), aside));
+}
+
+/// Whoever is to hear of them may never ask.
+void CfgStore::NoteDamage(const QString& reason, const QString& keptAs) {
+    constexpr std::size_t MaxDamages = 8;
+    if (m_damages.size() < MaxDamages) m_damages.push_back({m_path, reason, keptAs, m_isOpened});
+}
+
+std::vector<CfgDamage> CfgStore::TakeDamages() {
+    return std::exchange(m_damages, {});
+}
+
+QString CfgStore::KeepCopy() {
+    if (m_copyName) return *m_copyName;
+    QFile file(m_file);
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QString aside = NameAside(&bytes);  // the file may be as malformed as at the last start
+    m_copyName = file.isOpen() && (QFile::exists(aside) || file.copy(aside)) ? aside : QString();
+    return *m_copyName;
 }
 
 QString CfgStore::NameAside(const QByteArray* content) const {
@@ -269,6 +290,7 @@ QStringList CfgStore::LookForEdits() {
     const Stamp stamp = GetStamp();
     if (stamp == m_newStamp && !(stamp == m_stamp)) {
         const QString defect = Load();
+        if (!defect.isEmpty()) NoteDamage(defect, QString());
         if (!defect.isEmpty())
             MCS_TRACE(
                 QStringLiteral("The configuration file '%1' was edited, and cannot be used any more (%2)")
@@ -285,12 +307,9 @@ void CfgStore::ReportMalformed(const QString& key, const QString& content, const
                           "The configuration file '%1' holds '%2' under '%3', where %4 is needed; the "
                           "default is used")
                           .arg(m_path, content.left(MaxShown), key, QLatin1String(wanted));
-    if (!std::exchange(m_isCopyKept, true)) {
-        QFile file(m_file);
-        const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        const QString aside = NameAside(&bytes);  // the file may be as malformed as at the last start
-        if (file.isOpen() && (QFile::exists(aside) || file.copy(aside)))
-            message += QStringLiteral(", and a copy of the file is kept as '%1'").arg(aside);
-    }
+    const bool isFirst = !m_copyName;
+    const QString copy = KeepCopy();
+    if (isFirst && !copy.isEmpty())
+        message += QStringLiteral(", and a copy of the file is kept as '%1'").arg(copy);
     MCS_TRACE(message);
 }

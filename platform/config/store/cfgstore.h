@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/config/cfgdamage.h>
 #include <platform/config/store/cfgfile.h>
 #include <platform/config/store/cfglock.h>
 #include <platform/config/store/cfgworkingcopy.h>
@@ -13,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <vector>
 
 /// One configuration file, which several processes may use at once. Main thread.
 ///
@@ -58,6 +60,11 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     /// new since the last call.
     QStringList LookForEdits();
 
+    /// What was found damaged of the file since the last call.
+    std::vector<CfgDamage> TakeDamages();
+    /// Keeps a copy of the file as it is beside it, once. Its name; empty if it could not be made.
+    QString KeepCopy();
+
     /// Reports, once per key, that \a key holds \a content where \a wanted is needed, and keeps a copy of the
     /// file as it is, since the key may be written over from now on.
     void ReportMalformed(const QString& key, const QString& content, const char* wanted);
@@ -78,6 +85,7 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     void LoadAsItIs();
     /// The same; a damaged file is renamed and reported. Only under the lock.
     void LoadOrPutAside(const char* consequence);
+    void NoteDamage(const QString& reason, const QString& keptAs);
     /// Whether a file that is held lost what it held.
     bool IsToBeRestored() const;
     /// Why the changes are not in the file; empty if they are.
@@ -102,5 +110,7 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     Stamp m_newStamp;    ///< seen since, while the file may still be written
     CfgLock m_hold;
     std::set<QString> m_reportedKeys;
-    bool m_isCopyKept = false;
+    std::optional<QString> m_copyName;  ///< once it was tried to keep one
+    std::vector<CfgDamage> m_damages;   ///< not taken yet
+    bool m_isOpened = false;
 };

@@ -122,6 +122,29 @@ TEST_F(ServerWindowTest, ClosesAtOnceWithoutClients) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(ServerWindowTest, AsksBeforeWhatWasEnteredIsLost) {
+    QString obstacle = QStringLiteral("no space left");
+    window->SetObstacleOfSaving([&] { return obstacle; });
+    CloseAndReact([](QMessageBox& question) {
+        EXPECT_EQ(question.text(),
+                  QStringLiteral("What was entered for the ground transmitters cannot be saved and will be "
+                                 "lost: no space left\nEnd the server all the same?"));
+        QTest::keyClick(&question, Qt::Key_Return);  // what it offers first
+    });
+    EXPECT_TRUE(window->isVisible());
+    ASSERT_NO_FATAL_FAILURE(ConnectAClient());
+    CloseAndReact([](QMessageBox& question) {
+        EXPECT_TRUE(question.text().endsWith(
+            QStringLiteral("lost: no space left\nA client will lose the server. End it all the same?")));
+        QTest::keyClick(&question, Qt::Key_Return);
+    });
+    obstacle.clear();
+    CloseAndReact([](QMessageBox& question) {
+        EXPECT_EQ(question.text(), QStringLiteral("A client will lose the server. End it all the same?"));
+        QTest::keyClick(&question, Qt::Key_Return);
+    });
+}
+
 TEST_F(ServerWindowTest, StaysWhereTheAnswerIsNo) {
     ASSERT_NO_FATAL_FAILURE(ConnectAClient());
     CloseAndReact([](QMessageBox& question) {

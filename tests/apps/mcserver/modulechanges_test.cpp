@@ -93,6 +93,18 @@ TEST_F(AChangeOfModules, TellsWhichComesAndWhichGoes) {
     EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 2 at 10.0.0.8 is deleted"));
 }
 
+TEST_F(AChangeOfModules, TellsWhichFrequenciesGoWithAModule) {
+    DataModule other(&m_rows, 1);
+    other.Configure(QStringLiteral("ADAM-6051"), QStringLiteral("10.0.0.8"), PollInterval(100));
+    m_plant.Add(other.GetPlantModule());
+    other.SetFrequency(3, 121.5e6);
+    other.SetFrequency(11, 243e6);
+    Told();
+    m_plant.Remove(other.GetPlantModule());
+    EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 2 at 10.0.0.8 is deleted with its frequencies "
+                                    "121.5 MHz, 243 MHz"));
+}
+
 TEST_F(AChangeOfModules, TellsWhatIsSetFromWhatToWhat) {
     m_plant.SetName(Node(), QStringLiteral("Mast"));
     EXPECT_THAT(Told(), ElementsAre("data module ADAM-6051 1: its name is changed from nothing to Mast"));

@@ -107,6 +107,14 @@ TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return !command->GetValue(); }));
 }
 
+TEST_F(AServerWithAModule, SaysAtTheStartWhatOfItIsNotInUse) {
+    m_server.WriteFile(QStringLiteral("mcserver.ini"), Configuration().replace("ModuleCount=1\n", ""));
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_TRUE(WaitForOutput(
+        "ModuleCount is missing, so these are not read and nothing of them is supervised: Module0"));
+    EXPECT_EQ(m_server.Terminate(), 0);
+}
+
 TEST_F(AServerWithAModule, KeepsItsName) {
     m_server.WriteFile(QStringLiteral("mcserver.ini"), Configuration() + "Module0\\Label=Tower mast\n");
     ASSERT_NO_FATAL_FAILURE(Start());

@@ -108,11 +108,13 @@ TEST_F(ARecorder, TriesAgainAndSaysBoth) {
     m_module.SetFrequency(3, 118100000.0);
     m_clock.Turn();
     ASSERT_TRUE(WaitUntil([&] { return problems.size() == 1; }));
+    EXPECT_EQ(m_recorder->GetObstacleOfSaving(), problems[0]);
     EXPECT_EQ(problems[0], QStringLiteral("'%1' cannot be written: it is not a file").arg(File()));
     ASSERT_TRUE(QDir().rmdir(File()));
     m_clock.Advance(SuppressionRecorder::RetryInterval);
     ASSERT_TRUE(WaitUntil([&] { return problems.size() == 2; }));
     EXPECT_EQ(problems[1], QString());
+    EXPECT_EQ(m_recorder->GetObstacleOfSaving(), QString());
     EXPECT_EQ(Written(), m_plant.GetSettings());
     EXPECT_THAT(
         m_lines,
