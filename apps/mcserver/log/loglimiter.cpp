@@ -29,13 +29,13 @@ void LogLimiter::ForgetQuietest() {
 }
 
 std::optional<QString> LogLimiter::Pass(const QString& source, const QString& text) {
-    const std::optional<qint64> leftOut = Admit(source, text);
+    const std::optional<LeftOut> leftOut = Admit(source, text);
     if (!leftOut) return std::nullopt;
-    if (*leftOut == 0) return text;
-    return CodedText(ECode::LinesLeftOut, {text, CodedText::Number(*leftOut)}).ToEnglish();
+    if (leftOut->lines == 0) return text;
+    return CodedText(ECode::LinesLeftOut, {text, CodedText::Number(leftOut->lines)}).ToEnglish();
 }
 
-std::optional<qint64> LogLimiter::Admit(const QString& name, const QString& text) {
+std::optional<LogLimiter::LeftOut> LogLimiter::Admit(const QString& name, const QString& text, ELine line) {
     const Time now = m_clock.Now();
     const Sources::iterator found = Find(name);
     Source& source = *found;
@@ -45,7 +45,7 @@ std::optional<qint64> LogLimiter::Admit(const QString& name, const QString& text
     const bool isTooMuch = fullAt > now + m_rates.burst * m_rates.lineInterval ||
                            allFullAt > now + m_rates.totalBurst * m_rates.totalInterval;
     if (isRepeated || isTooMuch) {
-        LeaveOut(source);
+        LeaveOut(source, line);
         return std::nullopt;
     }
     m_heard.splice(m_heard.end(), std::exchange(source.isHeard, true) ? m_heard : m_silent, found);
@@ -53,25 +53,28 @@ std::optional<qint64> LogLimiter::Admit(const QString& name, const QString& text
     source.fullAt = fullAt;
     source.lastTime = now;
     source.lastText = text;
-    const qint64 leftOut = std::exchange(source.leftOut, 0);
-    m_leftOut -= leftOut;
+    const LeftOut leftOut = std::exchange(source.leftOut, {});
+    m_leftOut.lines -= leftOut.lines;
+    if (m_leftOut.lines == 0) m_leftOut.hasNews = false;
     return leftOut;
 }
 
-void LogLimiter::LeaveOut(Source& source) {
-    ++source.leftOut;
-    ++m_leftOut;
+void LogLimiter::LeaveOut(Source& source, ELine line) {
+    for (LeftOut* const leftOut : {&source.leftOut, &m_leftOut}) {
+        ++leftOut->lines;
+        leftOut->hasNews |= line == ELine::News;
+    }
     if (!m_telling.IsRunning()) m_telling.Start(TellAfter, [this] { TellLeftOut(); });
 }
 
 void LogLimiter::TellLeftOut() {
     m_telling.Stop();
-    const qint64 leftOut = std::exchange(m_leftOut, 0);
-    if (leftOut == 0) return;
+    const LeftOut leftOut = std::exchange(m_leftOut, {});
+    if (leftOut.lines == 0) return;
     QString whose;
     qint64 most = 0;
     for (const Sources::iterator& source : qAsConst(m_byName)) {
-        const qint64 own = std::exchange(source->leftOut, 0);
+        const qint64 own = std::exchange(source->leftOut, {}).lines;
         if (own < most) continue;
         most = own;
         whose = source->name;

@@ -19,8 +19,13 @@
 class LogLimiter {
   public:
     using Time = std::chrono::milliseconds;
-    /// How many lines were left out, and of whom most of them.
-    using Tell = std::function<void(qint64 leftOut, const QString& whose)>;
+    enum class ELine { News, Repetition };
+    struct LeftOut {
+        qint64 lines = 0;
+        bool hasNews = false;  ///< one of them was more than a repetition
+    };
+    /// What was left out, and of whom most of it.
+    using Tell = std::function<void(const LeftOut& leftOut, const QString& whose)>;
 
     struct Rates {
         int burst;           ///< lines of one source at once
@@ -40,8 +45,8 @@ class LogLimiter {
     /// The line to log for \a text of \a source: with how many were left out before it, if any were. None if
     /// this one is left out.
     std::optional<QString> Pass(const QString& source, const QString& text);
-    /// The same without the line: how many were left out before it.
-    std::optional<qint64> Admit(const QString& source, const QString& text);
+    /// The same without the line: what was left out before it.
+    std::optional<LeftOut> Admit(const QString& source, const QString& text, ELine line = ELine::News);
     /// Tells how many were left out that no line told of, if any were.
     void TellLeftOut();
 
@@ -53,13 +58,13 @@ class LogLimiter {
         Time fullAt{};  ///< when all its lines will have come back
         Time lastTime{};
         QString lastText;
-        qint64 leftOut = 0;    ///< and not told yet
+        LeftOut leftOut;       ///< and not told yet
         bool isHeard = false;  ///< a line of it has passed
     };
     using Sources = std::list<Source>;
     Sources::iterator Find(const QString& name);
     void ForgetQuietest();
-    void LeaveOut(Source& source);
+    void LeaveOut(Source& source, ELine line);
 
     IClock& m_clock;
     Tell m_tell;
@@ -68,6 +73,6 @@ class LogLimiter {
     Sources m_heard;   ///< the others, that one first whose last line is the longest ago
     QHash<QString, Sources::iterator> m_byName;  ///< all of them
     Time m_fullAt{};                             ///< as for a source, for all together
-    qint64 m_leftOut = 0;  ///< of all sources, also of those that are forgotten, and not told yet
+    LeftOut m_leftOut;  ///< of all sources, also of those that are forgotten, and not told yet
     ClockTimer m_telling;
 };

@@ -24,7 +24,9 @@ PeerTraces::PeerTraces(IClock& clock, Sink sink)
     : m_sink(std::move(sink)),
       m_limiter(
           clock,
-          [](qint64 leftOut, const QString& whose) { MCS_TRACE(LogLimiter::LeftOutText(leftOut, whose)); },
+          [](const LogLimiter::LeftOut& leftOut, const QString& whose) {
+              MCS_TRACE(LogLimiter::LeftOutText(leftOut.lines, whose));
+          },
           Rates) {
     // Who looks for something wants to see it each time.
     if (qEnvironmentVariableIsSet("MCS_TRACE")) return;

@@ -32,19 +32,28 @@ ServerLog::ServerLog(MCSStatus& status, IClock& clock, Sink sink)
       m_clock(clock),
       m_sink(std::move(sink)),
       m_journal(clock),
-      m_limiter(clock,
-                [this](qint64 leftOut, const QString& whose) {
-                    Write({ECode::LeftOut, {CodedText::Number(leftOut), whose}});
-                }),
-      m_eventLimiter(clock, [this](qint64 leftOut, const QString& whose) {
-          Write({ECode::EventsLeftOut, {CodedText::Number(leftOut), whose}});
+      m_limiter(clock, [this](const LogLimiter::LeftOut& leftOut,
+                              const QString& whose) { TellLeftOut(leftOut, whose); }),
+      m_eventLimiter(clock, [this](const LogLimiter::LeftOut& leftOut, const QString& whose) {
+          Write({ECode::EventsLeftOut, {CodedText::Number(leftOut.lines), whose}});
       }) {}
+
+/// Of what the events did not tell either they do not tell that it was left out.
+void ServerLog::TellLeftOut(const LogLimiter::LeftOut& leftOut, const QString& whose) {
+    Origin origin;
+    origin.isRepetition = !leftOut.hasNews;
+    Write({ECode::LeftOut, {CodedText::Number(leftOut.lines), whose}}, origin);
+}
 
 void ServerLog::Write(const CodedText& text, const Origin& origin) {
     const eventcodes::Row& row = RowOf(text);
     const QString english = text.ToEnglish();
     if (row.shown != EShown::InEventsOnly) TellLine(english);
-    if (row.shown == EShown::InLogOnly) return;
+    if (row.shown != EShown::InLogOnly && !origin.isRepetition) AddEvent(text, english, origin);
+}
+
+void ServerLog::AddEvent(const CodedText& text, const QString& english, const Origin& origin) {
+    const eventcodes::Row& row = RowOf(text);
     Event event;
     event.severity = row.severity;
     event.source = SourceOf(row, origin.mpxOrv);
@@ -62,12 +71,24 @@ void ServerLog::TellLine(const QString& text) {
         message->SetValue(time + QLatin1Char(' ') + text, nullptr);
 }
 
-void ServerLog::WriteFrom(const QString& source, const CodedText& text, const Origin& origin) {
+bool ServerLog::WriteFrom(const QString& source, const CodedText& text, const Origin& origin) {
     LogLimiter& limiter = RowOf(text).shown == EShown::InEventsOnly ? m_eventLimiter : m_limiter;
-    const std::optional<qint64> leftOut = limiter.Admit(source, text.ToEnglish());
-    if (!leftOut) return;
-    if (*leftOut == 0) return Write(text, origin);
-    Write({ECode::LinesLeftOut, {text, CodedText::Number(*leftOut)}}, origin);
+    const auto kind = origin.isRepetition ? LogLimiter::ELine::Repetition : LogLimiter::ELine::News;
+    const QString english = text.ToEnglish();
+    const std::optional<LogLimiter::LeftOut> leftOut = limiter.Admit(source, english, kind);
+    if (!leftOut) return false;
+    if (leftOut->lines == 0) {
+        Write(text, origin);
+        return true;
+    }
+    const CodedText line(ECode::LinesLeftOut, {text, CodedText::Number(leftOut->lines)});
+    Origin ofLine = origin;
+    ofLine.isRepetition |= !leftOut->hasNews;
+    Write(line, ofLine);
+    // The line says more than there is to be told of events.
+    const bool isEvent = RowOf(text).shown != EShown::InLogOnly && !origin.isRepetition;
+    if (isEvent && !leftOut->hasNews) AddEvent(text, english, origin);
+    return true;
 }
 
 void ServerLog::SetActor(const CodedText& peer) {

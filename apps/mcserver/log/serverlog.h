@@ -14,6 +14,13 @@
 
 class MCSStatus;
 
+/// Whose event it is, where the code does not say it all.
+struct LogOrigin {
+    QString mpxOrv;             ///< the name of the MpxORV
+    QString who;                ///< who caused it; the actor, if there is one, unless given
+    bool isRepetition = false;  ///< an event has told it already, so it is only a line of the log
+};
+
 /// What happens at the server, the one road on which it is told: as an event, which programs understand, and
 /// as one line each in the status value "LogMessage" with the time of day before it, and without it to a
 /// sink, whose reader has a clock of its own. The table of codes says what is told where. Main thread.
@@ -21,18 +28,15 @@ class ServerLog {
   public:
     using Sink = std::function<void(const QString&)>;
 
-    /// Whose event it is, where the code does not say it all.
-    struct Origin {
-        QString mpxOrv;  ///< the name of the MpxORV
-        QString who;     ///< who caused it; the actor, if there is one, unless given
-    };
+    using Origin = LogOrigin;
 
     ServerLog(MCSStatus& status, IClock& clock, Sink sink);
 
     /// \a text has a code of an event.
     void Write(const CodedText& text, const Origin& origin = {});
     /// The same for what \a source, a client, caused and could cause again and again.
-    void WriteFrom(const QString& source, const CodedText& text, const Origin& origin = {});
+    /// False if it was left out.
+    bool WriteFrom(const QString& source, const CodedText& text, const Origin& origin = {});
 
     /// \a peer does what happens from now on; empty: nobody from outside.
     void SetActor(const CodedText& peer);
@@ -50,6 +54,8 @@ class ServerLog {
 
   private:
     void TellLine(const QString& text);
+    void AddEvent(const CodedText& text, const QString& english, const Origin& origin);
+    void TellLeftOut(const LogLimiter::LeftOut& leftOut, const QString& whose);
 
     MCSStatus& m_status;
     IClock& m_clock;

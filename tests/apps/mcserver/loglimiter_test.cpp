@@ -25,8 +25,8 @@ class LogLimiterTest : public testing::Test {
 
     ManualClock m_clock;
     QStringList m_told;
-    LogLimiter m_limiter{m_clock, [this](qint64 leftOut, const QString& whose) {
-                             m_told << LogLimiter::LeftOutText(leftOut, whose);
+    LogLimiter m_limiter{m_clock, [this](const LogLimiter::LeftOut& leftOut, const QString& whose) {
+                             m_told << LogLimiter::LeftOutText(leftOut.lines, whose);
                          }};
     int m_line = 0;
 };

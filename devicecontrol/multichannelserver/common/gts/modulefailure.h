@@ -11,4 +11,5 @@ struct ModuleFailure {
     int code = 0;          ///< of the operating system, or of Modbus
     QString text;          ///< of that code, one line, in the system's neutral language
     QString addressFault;  ///< what is wrong with the module's address, in English; empty if it may be right
+    bool isRepeated = false;  ///< the module was in error already
 };

@@ -130,7 +130,8 @@ void SuppressionPlant::Add(PlantModule& module) {
     module.SetNumber(m_nextNumber++);
     const auto tellFailure = [this, &module](const QString&, const QString&, int code, const QString& text) {
         if (m_listener == nullptr) return;
-        m_listener->OnModuleFailed({module.GetIdentity(), code, text, module.GetAddressFault()});
+        m_listener->OnModuleFailed(
+            {module.GetIdentity(), code, text, module.GetAddressFault(), module.HasFailedAgain()});
     };
     connect(&module, &PlantModule::SignalError, this, tellFailure);
     connect(&module, &PlantModule::SignalAnswersAgain, this, [this, &module] {

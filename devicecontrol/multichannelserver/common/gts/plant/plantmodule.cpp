@@ -249,6 +249,7 @@ void PlantModule::SlotOnConnectionClosed() {
 void PlantModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
     const bool isNew = m_connected || !m_error;  // every poll fails then, and nothing else has changed
     const bool isOther = isNew || m_errorCode != errorcode;
+    m_hasFailedAgain = !isNew;
     m_connected = false;
     m_error = true;
     m_inputDiscretes = 0;

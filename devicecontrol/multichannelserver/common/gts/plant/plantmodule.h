@@ -44,6 +44,8 @@ class PlantModule : public QObject, public IObserver {
     EState GetState() const;
     /// What people set of it, in whichever way.
     ModuleSettings GetSettings() const;
+    /// Whether it was in error already when it failed last.
+    bool HasFailedAgain() const { return m_hasFailedAgain; }
     ModuleState GetModuleState() const;
     ModuleView GetView() const;
     /// The inputs that a module of this type has.
@@ -121,6 +123,7 @@ class PlantModule : public QObject, public IObserver {
     std::vector<QString> m_labels;       ///< by input
     bool m_connected = false;
     bool m_error = false;
+    bool m_hasFailedAgain = false;
     bool m_isSwitchedOff = false;
     int m_number = 0;
     int m_errorCode = 0;  ///< the last one
