@@ -169,8 +169,10 @@ void MpxOrvListPage::Bind(const QString& basePath, EMCSControlTreeSegments segme
     const QString fixed = SegmentPath(basePath, segments, StaticMpxORVsSegment);
     const QString dynamic = SegmentPath(basePath, segments, DynamicMpxORVsSegment);
     m_isBound = !fixed.isEmpty() || !dynamic.isEmpty();
+    m_isWhole = !fixed.isEmpty() && !dynamic.isEmpty();
     m_table->SetPaths(fixed, dynamic);
     m_details->Show(m_shown);
+    ShowCount();
     ShowStale();
 }
 
@@ -222,7 +224,11 @@ void MpxOrvListPage::ShowChosen() {
 void MpxOrvListPage::ShowCount() {
     const int all = m_table->rowCount();
     const int shown = m_sorter->rowCount();
-    m_count->setText(shown == all ? tr("MpxORVs: %1").arg(all) : tr("MpxORVs: %1 of %2").arg(shown).arg(all));
+    // Of none nobody here knows whether there are some.
+    const bool isUnknown = all == 0 && !m_isWhole;
+    const QString number = isUnknown ? tr("not known") : QString::number(all);
+    m_count->setText(shown == all ? tr("MpxORVs: %1").arg(number)
+                                  : tr("MpxORVs: %1 of %2").arg(shown).arg(all));
 }
 
 void MpxOrvListPage::ShowStale() {

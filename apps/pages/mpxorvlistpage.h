@@ -45,5 +45,6 @@ class MpxOrvListPage : public Page {
     bool m_isChance = true;  ///< nobody chose it
     QString m_shown;         ///< whose details are shown
     bool m_isBound = false;
+    bool m_isWhole = false;   ///< static and dynamic ones
     bool m_isMoving = false;  ///< rows come and go: what is current then was not chosen by anybody
 };

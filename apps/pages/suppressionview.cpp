@@ -153,7 +153,8 @@ QWidget* SuppressionView::BuildInputs() {
 }
 
 void SuppressionView::Bind(const QString& basePath, EMCSControlTreeSegments segments) {
-    m_basePath = basePath;
+    m_staticPath = SegmentPath(basePath, segments, StaticMpxORVsSegment);
+    m_dynamicPath = SegmentPath(basePath, segments, DynamicMpxORVsSegment);
     const QString status = SegmentPath(basePath, segments, StatusSegment);
     const QString commands = SegmentPath(basePath, segments, CommandSegment);
     m_follower->Follow(Below(status, suppressionkeys::Suppression));
@@ -173,11 +174,18 @@ void SuppressionView::Tick() {
     m_reconnect->setVisible(!m_reconnectPath.isEmpty() &&
                             values::Tree::Instance()->FindItem(m_reconnectPath) != nullptr);
     m_modules->RefreshAges();
-    m_ignoring->Look(m_basePath);
-    const int count = m_ignoring->rowCount();
-    const QString title = count == 0 ? tr("Nobody ignores it") : tr("Ignored by %1").arg(count);
+    m_ignoring->Look(m_staticPath, m_dynamicPath);
+    const QString title = IgnoringTitle();
     constexpr int ignoringTab = 2;
     if (m_tabs->tabText(ignoringTab) != title) m_tabs->setTabText(ignoringTab, title);
+}
+
+/// Who may not read the MpxORVs does not know that nobody does.
+QString SuppressionView::IgnoringTitle() const {
+    const int count = m_ignoring->rowCount();
+    if (m_ignoring->IsPartial())
+        return count == 0 ? tr("Who ignores it is not known") : tr("Ignored by %1 or more").arg(count);
+    return count == 0 ? tr("Nobody ignores it") : tr("Ignored by %1").arg(count);
 }
 
 void SuppressionView::Show() {

@@ -38,8 +38,10 @@ class SuppressionView : public Page {
     void ShowLanes();
     void Follow();
     void Tick();
+    QString IgnoringTitle() const;
 
-    QString m_basePath;
+    QString m_staticPath;
+    QString m_dynamicPath;
     QString m_reconnectPath;
     SuppressionFollower* m_follower;
     ModuleStatusModel* m_modules;

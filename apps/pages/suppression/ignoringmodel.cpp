@@ -39,11 +39,11 @@ void IgnoringModel::Collect(const QString& path, std::vector<Row>* rows) {
     }
 }
 
-void IgnoringModel::Look(const QString& basePath) {
+void IgnoringModel::Look(const QString& staticPath, const QString& dynamicPath) {
     std::vector<Row> rows;
-    if (!basePath.isEmpty())
-        for (const QLatin1String segment : {mcskeys::StaticMpxORVs, mcskeys::DynamicMpxORVs})
-            Collect(basePath + QLatin1Char('/') + segment, &rows);
+    m_isPartial = staticPath.isEmpty() || dynamicPath.isEmpty();
+    for (const QString& path : {staticPath, dynamicPath})
+        if (!path.isEmpty()) Collect(path, &rows);
     if (rows == m_rows) return;
     beginResetModel();
     m_rows = std::move(rows);

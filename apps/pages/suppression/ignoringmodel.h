@@ -15,8 +15,10 @@ class IgnoringModel : public QAbstractTableModel {
 
     explicit IgnoringModel(QObject* parent = nullptr);
 
-    /// Looks at the MpxORVs of the server whose tree is below \a basePath.
-    void Look(const QString& basePath);
+    /// Looks at the MpxORVs below \a staticPath and below \a dynamicPath; empty: those are not known here.
+    void Look(const QString& staticPath, const QString& dynamicPath);
+    /// Whether there may be others who ignore it.
+    bool IsPartial() const { return m_isPartial; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -37,4 +39,5 @@ class IgnoringModel : public QAbstractTableModel {
     static void Collect(const QString& path, std::vector<Row>* rows);
 
     std::vector<Row> m_rows;
+    bool m_isPartial = true;
 };

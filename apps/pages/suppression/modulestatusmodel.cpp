@@ -53,15 +53,21 @@ void ModuleStatusModel::TellChanges() {
 
 void ModuleStatusModel::LearnClock(const SuppressionState& state) {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    std::map<int, QString> heard;
+    std::map<int, Heard> heard;
     for (const ModuleStatusView& module : state.modules) {
-        heard[module.number] = module.lastAnswer;
         const auto before = m_heard.find(module.number);
-        const bool isNew =
-            before != m_heard.end() && !before->second.isEmpty() && module.lastAnswer != before->second;
+        if (before != m_heard.end() && before->second.answer == module.lastAnswer) {
+            heard[module.number] = before->second;
+            continue;
+        }
+        Heard& own = heard[module.number];
+        own.answer = module.lastAnswer;
+        const bool isNew = before != m_heard.end() && !before->second.answer.isEmpty();
         if (!isNew || !state.isLive) continue;
-        const qint64 ahead = now - ToMs(module.lastAnswer);
-        m_aheadMs = m_aheadMs ? qMin(*m_aheadMs, ahead) : ahead;
+        const qint64 answered = ToMs(module.lastAnswer);
+        if (answered < ToMs(before->second.answer)) m_aheadMs.reset();  // the server's clock was set back
+        m_aheadMs = qMin(m_aheadMs.value_or(now - answered), now - answered);
+        own.atMs = answered + *m_aheadMs;
     }
     m_heard = std::move(heard);
 }
@@ -83,7 +89,10 @@ QString ModuleStatusModel::StateWord(const ModuleStatusView& module) {
 
 QString ModuleStatusModel::AgeText(const ModuleStatusView& module) const {
     if (module.lastAnswer.isEmpty()) return tr("never");
-    const qint64 age = QDateTime::currentMSecsSinceEpoch() - m_aheadMs.value_or(0) - ToMs(module.lastAnswer);
+    const auto heard = m_heard.find(module.number);
+    const std::optional<qint64> known = heard != m_heard.end() ? heard->second.atMs : std::nullopt;
+    const qint64 at = known.value_or(m_aheadMs.value_or(0) + ToMs(module.lastAnswer));
+    const qint64 age = QDateTime::currentMSecsSinceEpoch() - at;
     return tr("%1 ago").arg(agetext::Of(std::chrono::milliseconds(age)));
 }
 

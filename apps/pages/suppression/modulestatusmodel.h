@@ -32,6 +32,13 @@ class ModuleStatusModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
   private:
+    /// The last answer of a module.
+    struct Heard {
+        QString answer;  ///< when, by the server's clock
+        std::optional<qint64>
+            atMs;  ///< by the clock here; not known of one that came before somebody listened
+    };
+
     QString TextOf(const ModuleStatusView& module, int column) const;
     static QString StateWord(const ModuleStatusView& module);
     QString AgeText(const ModuleStatusView& module) const;
@@ -40,7 +47,7 @@ class ModuleStatusModel : public QAbstractTableModel {
     bool m_isLive = false;
     std::vector<ModuleStatusView> m_modules;
     std::vector<std::array<QString, ColumnCount>> m_texts;  ///< of them, as views know them
-    std::map<int, QString> m_heard;                         ///< the last answers, by the modules' numbers
+    std::map<int, Heard> m_heard;                           ///< by the modules' numbers
     /// By how much the clock here is ahead of that of the server, as far as answers show that arrive while
     /// somebody listens.
     std::optional<qint64> m_aheadMs;

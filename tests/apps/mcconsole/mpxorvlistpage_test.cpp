@@ -172,6 +172,15 @@ TEST_F(MpxOrvListPageTest, WhatWasChosenIsChosenAgainWhenItComesBack) {
     EXPECT_EQ(Details(), "Mast");
 }
 
+TEST_F(MpxOrvListPageTest, DoesNotCountWhatItMayNotRead) {
+    Bind(StatusSegment);
+    Flush();
+    EXPECT_EQ(Count(), "MpxORVs: not known");
+    Bind();
+    Flush();
+    EXPECT_EQ(Count(), "MpxORVs: 4");
+}
+
 TEST_F(MpxOrvListPageTest, TheChoiceOutlivesALostConnection) {
     Click("Mast");
     Bind(NoSegments);

@@ -251,6 +251,18 @@ TEST_F(ASuppressionView, TellsWhoIgnoresTheSuppression) {
     EXPECT_EQ(Row("SuppressionIgnoring", 0, 1), "mast-north|mcconsole on tower1");
 }
 
+TEST_F(ASuppressionView, DoesNotSayThatNobodyIgnoresItWhereThatIsNotKnown) {
+    const QTabWidget& tabs = *m_view.findChild<QTabWidget*>(QStringLiteral("SuppressionTabs"));
+    Bind();
+    EXPECT_EQ(tabs.tabText(2), QStringLiteral("Nobody ignores it"));
+    m_view.Bind(mcskeys::Root, StatusSegment);
+    EXPECT_EQ(tabs.tabText(2), QStringLiteral("Who ignores it is not known"));
+    values::ProvideValue<values::Value<bool>>(
+        QStringLiteral("/MultiChannelServer/StaticMpxORVs/Tower/Blanking"), false, true, nullptr);
+    m_view.Bind(mcskeys::Root, static_cast<EMCSControlTreeSegments>(StatusSegment | StaticMpxORVsSegment));
+    EXPECT_EQ(tabs.tabText(2), QStringLiteral("Ignored by 1 or more"));
+}
+
 TEST_F(ASuppressionView, ReconnectsLostModules) {
     Bind();
     auto* const button = m_view.findChild<QPushButton*>(QStringLiteral("SuppressionReconnect"));
