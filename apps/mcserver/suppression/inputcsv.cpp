@@ -58,5 +58,7 @@ inputcsv::Content inputcsv::Read(const QStringList& lines) {
         else
             content.problem = InLine(i + 1, WrongCount(cells.size(), CsvColumns().size()));
     }
+    if (content.problem.isEmpty() && content.lines.empty())
+        content.problem = QCoreApplication::translate("InputModel", "There is nothing below the first line");
     return content;
 }

@@ -5,10 +5,12 @@
 #include <apps/mcserver/suppression/inputcells.h>
 #include <apps/mcserver/suppression/inputcsv.h>
 #include <apps/mcserver/suppression/pastedcells.h>
+#include <apps/pages/undobar.h>
 
 #include <platform/config/textfile.h>
 #include <platform/widgets/plaintextdelegate.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QSaveFile>
 #include <QtCore/QTime>
 #include <QtGui/QClipboard>
@@ -55,6 +57,11 @@ QString FileFilter() {
 InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWidget* parent)
     : QWidget(parent), m_model(plant, range), m_notice(new NoticeBar(this)), m_table(new QTableView(this)) {
     m_notice->setObjectName(QStringLiteral("InputsNotice"));
+    m_taken.setObjectName(QStringLiteral("TakenTimer"));
+    m_taken.setParent(this);
+    m_taken.setSingleShot(true);
+    m_taken.setInterval(UndoBar::Patience);
+    connect(&m_taken, &QTimer::timeout, this, &InputsView::ForgetTaken);
     m_table->setObjectName(QStringLiteral("Inputs"));
     m_table->setAccessibleName(tr("Inputs"));
     m_table->setModel(&m_model);
@@ -90,7 +97,10 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
             [this](int cells, const std::function<void()>& undo) {
                 Q_EMIT Acted(cells == 1 ? tr("One cell of the inputs is changed.")
                                         : tr("%1 cells of the inputs are changed.").arg(cells),
-                             undo);
+                             [undo, self = QPointer<InputsView>(this)] {
+                                 undo();
+                                 if (!self.isNull()) self->ForgetTaken();
+                             });
             });
     connect(&m_model, &QAbstractItemModel::modelReset, this, [this] {
         FitModules();
@@ -145,7 +155,18 @@ void InputsView::Tell(const QString& reason) {
 
 void InputsView::Say(NoticeBar::ESeverity severity, const QString& text) {
     m_shownTest.reset();
+    m_isTaken = false;
     m_notice->Tell(severity, text);
+}
+
+void InputsView::SayTaken(const QString& text) {
+    Say(NoticeBar::ESeverity::Information, text);
+    m_isTaken = true;
+    m_taken.start();
+}
+
+void InputsView::ForgetTaken() {
+    if (m_isTaken) Say(NoticeBar::ESeverity::Information, QString());
 }
 
 /// \a told: what the outcome says of the module.
@@ -192,7 +213,7 @@ void InputsView::Paste() {
     if (!inputcsv::IsHeader(lines.first())) {
         m_model.Paste(m_table->currentIndex(), lines);
     } else if (m_model.FromCsv(lines).isEmpty()) {
-        Say(NoticeBar::ESeverity::Information, tr("Names and frequencies of the clipboard are taken"));
+        SayTaken(tr("Names and frequencies of the clipboard are taken"));
     }
 }
 
@@ -259,6 +280,5 @@ void InputsView::ImportFrom(const QString& file) {
     if (!TextFile::ReadLines(file, &lines, &error)) return Tell(problemtext::Translated(error));
     // Spreadsheets begin a file with the mark of its encoding.
     if (!lines.isEmpty() && lines[0].startsWith(QChar(QChar::ByteOrderMark))) lines[0].remove(0, 1);
-    if (m_model.FromCsv(lines).isEmpty())
-        Say(NoticeBar::ESeverity::Information, tr("Names and frequencies of %1 are taken").arg(file));
+    if (m_model.FromCsv(lines).isEmpty()) SayTaken(tr("Names and frequencies of %1 are taken").arg(file));
 }

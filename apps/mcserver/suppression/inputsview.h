@@ -5,6 +5,7 @@
 #include <apps/mcserver/suppression/inputmodel.h>
 #include <apps/pages/noticebar.h>
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 #include <functional>
@@ -41,6 +42,9 @@ class InputsView : public QWidget {
     void FitModules();
     /// In place of what was told, also of a test.
     void Say(NoticeBar::ESeverity severity, const QString& text);
+    /// That \a text was taken holds until that is undone, and for a while.
+    void SayTaken(const QString& text);
+    void ForgetTaken();
     void SayOfTest(NoticeBar::ESeverity severity, const QString& text, EModuleState told);
     void ForgetOldTest();
     void TestConnection();
@@ -62,6 +66,8 @@ class InputsView : public QWidget {
     ConnectionTest m_test;
     ModuleSettings m_tested;
     std::optional<TestShown> m_shownTest;
+    QTimer m_taken;
+    bool m_isTaken = false;  ///< it is said that something was
     NoticeBar* m_notice;
     QTableView* m_table;
     QPushButton* m_testButton = nullptr;

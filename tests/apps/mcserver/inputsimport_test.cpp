@@ -2,7 +2,11 @@
 // What is pasted into the table of inputs, imported into it and written from it.
 #include <tests/apps/mcserver/inputsviewfixture.h>
 
+#include <tests/support/waituntil.h>
+
 #include <gmock/gmock.h>
+
+#include <QtCore/QTimer>
 
 #include <functional>
 
@@ -123,6 +127,29 @@ TEST_F(SeveralInputs, OffersToTakeBackWhatWasPastedOrImported) {
     undo();
 }
 
+TEST_F(SeveralInputs, SaysThatAFileIsTakenUntilThatIsUndoneOrForAWhile) {
+    Show();
+    std::function<void()> undo;
+    QObject::connect(m_view.get(), &InputsView::Acted, m_view.get(),
+                     [&](const QString&, const std::function<void()>& takeBack) { undo = takeBack; });
+    WriteFile("inputs.csv", "module,input,name,frequency_mhz\nADAM-6051 1,4,Twr,134.1\n");
+    m_view->ImportFrom(File("inputs.csv"));
+    EXPECT_THAT(Notice(), HasSubstr("are taken"));
+    ASSERT_TRUE(undo);
+    undo();
+    EXPECT_EQ(Notice(), "");
+
+    m_view->ImportFrom(File("inputs.csv"));
+    auto* const timer = m_view->findChild<QTimer*>(QStringLiteral("TakenTimer"));
+    ASSERT_TRUE(timer != nullptr && timer->isActive());
+    timer->start(0);
+    EXPECT_TRUE(WaitUntil([this] { return Notice().empty(); }));
+    m_view->ImportFrom(File("inputs.csv"));
+    m_view->ExportTo(File("other.csv"));
+    undo();
+    EXPECT_THAT(Notice(), StartsWith("Written to "));  // which undoing does not change
+}
+
 TEST_F(SeveralInputs, WritesAFileThatItReads) {
     Show();
     Enter(4, InputModel::Name, "Say \"a, b\"");
@@ -168,6 +195,8 @@ INSTANTIATE_TEST_SUITE_P(
         Csv{"WithTabs", "module\tinput\tname\tfrequency_mhz\nADAM-6051-1\t4\tTower 2\t118.1\n", "are taken"},
         Csv{"OtherColumns", "input,name\n4,a\n", "The first line has to be: module,input,name,frequency_mhz"},
         Csv{"Empty", "", "The first line has to be"},
+        Csv{"OnlyTitles", "module,input,name,frequency_mhz\n\n",
+            "Not taken. There is nothing below the first line"},
         Csv{"UnknownInput", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,12,b,119\n",
             "Line 3: there is no input 12 of a module ADAM-6051-1"},
         Csv{"WrongFrequency", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,5,b,x\n",
