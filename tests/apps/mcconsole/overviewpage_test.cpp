@@ -17,6 +17,7 @@
 #include <qwt_plot_zoneitem.h>
 
 #include <QtGui/QWheelEvent>
+#include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
@@ -227,6 +228,14 @@ TEST_F(OverviewPageTest, NamesWhoIsOnWhichFrequency) {
     server.Number("StaticMpxORVs/Van/Status/TunedFrequency", 0);
     Settle();
     EXPECT_THAT(Labels(), ElementsAre("Console", "Tower (master)"));
+}
+
+TEST_F(OverviewPageTest, AClickOnTheLineMeansAChannelInWholeHertz) {
+    for (int x = 5; x < Line()->canvas()->width(); x += 7) {
+        QTest::mouseClick(Line()->canvas(), Qt::LeftButton, Qt::NoModifier, QPoint(x, 5));
+        static const QRegularExpression channel(QStringLiteral(R"(^\d+\.\d{3} MHz$)"));
+        EXPECT_TRUE(channel.match(Field()->text()).hasMatch()) << Field()->text().toStdString();
+    }
 }
 
 TEST_F(OverviewPageTest, ShowsTheNamesOfOneFrequencyBelowEachOther) {
