@@ -239,7 +239,11 @@ bool EventsPage::IsAtEnd() const {
 
 /// A smaller window, or a bar that comes above the table, leaves less room for it.
 void EventsPage::OnRangeChanged() {
-    if (m_follow->isChecked()) ShowEnd();
+    if (m_follow->isChecked()) return ShowEnd();
+    // Fewer rows, since a filter leaves some out, end the table at its end; nobody has scrolled there.
+    const QScopedValueRollback<bool> moving(m_isMoving, true);
+    QScrollBar* const bar = m_view->verticalScrollBar();
+    bar->setValue(bar->value());
 }
 
 void EventsPage::ShowEnd() {

@@ -342,6 +342,16 @@ TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
     EXPECT_TRUE(IsAtEnd());
 }
 
+TEST_F(EventsPageTest, WhoReadsAndSearchesGoesOnReading) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    Wheel(240);
+    ASSERT_FALSE(Follow()->isChecked());
+    QTest::keyClicks(Find<QLineEdit>("EventsSearch"), S("nobody"));
+    ASSERT_TRUE(WaitUntil([this] { return Table()->model()->rowCount() < 5; }));
+    RunTurns(3);
+    EXPECT_FALSE(Follow()->isChecked()) << "nobody has scrolled to the end";
+}
+
 TEST_F(EventsPageTest, WhoFollowsSeesTheNewestInASmallerWindowToo) {
     ASSERT_NO_FATAL_FAILURE(Open(150));
     m_page.resize(m_page.width(), m_page.height() - 100);
