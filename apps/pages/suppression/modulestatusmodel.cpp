@@ -90,8 +90,8 @@ QString ModuleStatusModel::StateWord(const ModuleStatusView& module) {
 QString ModuleStatusModel::AgeText(const ModuleStatusView& module) const {
     if (module.lastAnswer.isEmpty()) return tr("never");
     const auto heard = m_heard.find(module.number);
-    const std::optional<qint64> known = heard != m_heard.end() ? heard->second.atMs : std::nullopt;
-    const qint64 at = known.value_or(m_aheadMs.value_or(0) + ToMs(module.lastAnswer));
+    const bool isKnown = heard != m_heard.end() && heard->second.atMs;
+    const qint64 at = isKnown ? *heard->second.atMs : m_aheadMs.value_or(0) + ToMs(module.lastAnswer);
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - at;
     return tr("%1 ago").arg(agetext::Of(std::chrono::milliseconds(age)));
 }

@@ -34,9 +34,8 @@ class ModuleStatusModel : public QAbstractTableModel {
   private:
     /// The last answer of a module.
     struct Heard {
-        QString answer;  ///< when, by the server's clock
-        std::optional<qint64>
-            atMs;  ///< by the clock here; not known of one that came before somebody listened
+        QString answer;              ///< when, by the server's clock
+        std::optional<qint64> atMs;  ///< by the clock here; not known of one from before somebody listened
     };
 
     QString TextOf(const ModuleStatusView& module, int column) const;

@@ -16,8 +16,8 @@
 #include <qwt_plot_marker.h>
 #include <qwt_plot_zoneitem.h>
 
-#include <QtGui/QWheelEvent>
 #include <QtCore/QRegularExpression>
+#include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
