@@ -11,9 +11,8 @@ namespace holders {
 
 struct Holder {
     QString name;
-    QString does;  ///< as the server says, such as "FFM 121.5 MHz"
-    QString
-        tunedTo;  ///< " (121.500 MHz)", for a text that says itself what the holder is; empty if it is not
+    QString does;     ///< as the server says, such as "FFM 121.5 MHz"
+    QString tunedTo;  ///< " (121.500 MHz)", to stand behind its name; empty if it is not
     bool isMaster = false;
     bool isWatching = false;  ///< reads its frequency from the range of the master
     bool isIdle = true;

@@ -23,9 +23,10 @@ void UnseenLoss::Look(const Situation& situation, bool isInFront) {
     if (!isKnown) return;
     const std::optional<double> hz = facts.TunedFrequency();
     m_lost.isMaster = m_held.isMaster && !*isMaster;
-    m_lost.hz = m_held.hz != hz ? m_held.hz : std::nullopt;
     m_held.isMaster = m_held.isMaster || *isMaster;
-    if (!m_held.hz) m_held.hz = hz;
+    // Another frequency is what was asked for last: an answer, or a step, may come after its user has left.
+    if (hz) m_held.hz = hz;
+    m_lost.hz = hz ? std::nullopt : m_held.hz;
 }
 
 QString UnseenLoss::GetText() const {

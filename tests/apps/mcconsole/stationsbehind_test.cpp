@@ -54,6 +54,14 @@ TEST_F(StationsBehind, SoIsAMastershipThatSomebodyTakes) {
     EXPECT_TRUE(WaitFor([this] { return Tab(0) == "Tower: LOST mastership"; })) << Tab(0);
 }
 
+TEST_F(StationsBehind, AStepThatIsSentFromThereIsNoLoss) {
+    ASSERT_NO_FATAL_FAILURE(LeaveTheTower());
+    Press(Qt::Key_L);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    Press(Qt::Key_PageDown);
+    EXPECT_TRUE(WaitFor([this] { return Tab(0) == "Tower: 121.525 MHz"; })) << Tab(0);
+}
+
 TEST_F(StationsBehind, AnotherServerBeginsAnewInTheSameTab) {
     ASSERT_NO_FATAL_FAILURE(ConnectToServer());
     ASSERT_NO_FATAL_FAILURE(mast.Start());
