@@ -1186,6 +1186,10 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Connect once more</source>
+        <translation>Noch einmal verbinden</translation>
+    </message>
 </context>
 <context>
     <name>EventExport</name>
@@ -3938,6 +3942,10 @@ Bitte prüfen Sie den Namen.</translation>
         <source>%1 is entered and not sent.</source>
         <translation>%1 ist eingegeben und nicht gesendet.</translation>
     </message>
+    <message>
+        <source>The connection was lost while this was being entered, which is not sent: &quot;%1&quot;</source>
+        <translation>Die Verbindung ging verloren, während dies eingegeben wurde; es ist nicht gesendet: „%1“</translation>
+    </message>
 </context>
 <context>
     <name>StationWord</name>
@@ -4274,6 +4282,10 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>Frequency at %1</source>
         <translation>Frequenz bei %1</translation>
+    </message>
+    <message>
+        <source>%1 is asked for and not answered yet.</source>
+        <translation>%1 ist angefordert und noch nicht beantwortet.</translation>
     </message>
 </context>
 <context>

@@ -176,6 +176,10 @@ void ConsoleWindow::KeepFrequencies(const StationView& first) {
             leftOut == 1
                 ? tr("One of the kept frequencies cannot be right and is left out.")
                 : tr("%n of the kept frequencies cannot be right and are left out.", nullptr, leftOut));
+    m_book.ReadBy([this] {
+        CfgCenter::Instance().Refresh();
+        m_book.Read(*Configuration());
+    });
     connect(&m_book, &FrequencyBook::RecentChanged, this, [this] { m_book.WriteRecent(*Configuration()); });
     connect(&m_book, &FrequencyBook::FavouritesChanged, this,
             [this] { m_book.WriteFavourites(*Configuration()); });
@@ -206,6 +210,8 @@ void ConsoleWindow::ConnectTo(const ServerAddress& server, const VtClientOptions
         front.Disconnect();
         m_stations->Remove(front);
     }
+    CfgCenter::Instance().Refresh();
+    m_recent.Read(*Configuration());  // another console of this user may have added some
     m_recent.Add({server, options.user, options.caFile});
     m_recent.Write(*Configuration());
     KeepStations();
@@ -283,10 +289,16 @@ std::optional<ConsoleWindow::Entered> ConsoleWindow::Ask(const QString& title) {
 void ConsoleWindow::AskForServer() {
     const std::optional<Entered> entered = Ask(tr("Connect to a server"));
     if (!entered) return;
+    StationView& front = GetFront();
     const StationView* const known = FindStation(entered->server);
-    const bool isElsewhere = known != nullptr && known != &GetFront();
-    if (isElsewhere || GetFront().MayLeave(tr("Connect to another server"), tr("Connect")))
-        ConnectTo(entered->server, entered->options);
+    const bool isElsewhere = known != nullptr && known != &front;
+    const auto mayLeave = [&] {
+        const QString action = tr("Connect");
+        const bool isSame = front.GetEntry().server.IsSameAs(entered->server);  // what is entered stays
+        return isSame ? front.MayGiveUp(tr("Connect once more"), action)
+                      : front.MayLeave(tr("Connect to another server"), action);
+    };
+    if (isElsewhere || mayLeave()) ConnectTo(entered->server, entered->options);
 }
 
 void ConsoleWindow::AskForStation() {
@@ -340,19 +352,30 @@ void ConsoleWindow::ShowAgain(const View& view) {
     if (view.focus != nullptr) view.focus->setFocus();
 }
 
-/// Of each station that others lose something at. After a no whoever types on means the station, and the
-/// field, of before.
+/// Of each station that others lose something at; where there is none, of what the console itself loses.
+/// After a no whoever types on means the station, and the field, of before.
 bool ConsoleWindow::MayQuit() {
     const View before = GetView();
+    bool isAsked = false;
     for (StationView* const station : std::vector<StationView*>(GetStations())) {
         if (m_isForced) return true;
         if (!station->IsNeeded()) continue;
         m_stations->BringToFront(*station);  // what is asked is about what is seen
+        isAsked = true;
         if (station->MayGiveUp(tr("Quit"), tr("Quit"))) continue;
         ShowAgain(before);
         return m_isForced;
     }
-    return true;
+    const auto loss = [this] { return LossOfQuitting(); };
+    return isAsked || question::IsConfirmed(this, tr("Quit"), tr("Quit"), loss) || m_isForced;
+}
+
+QString ConsoleWindow::LossOfQuitting() const {
+    QStringList text;
+    for (const StationView* const station : GetStations())
+        text += station->LossOfLeaving();
+    text.removeAll(QString());
+    return text.join(QLatin1Char('\n'));
 }
 
 void ConsoleWindow::closeEvent(QCloseEvent* event) {

@@ -94,6 +94,7 @@ class ConsoleWindow : public QMainWindow {
     View GetView() const;
     void ShowAgain(const View& view);
     bool MayQuit();
+    QString LossOfQuitting() const;
 
     QtClock m_clock;
     FrequencyBook m_book;

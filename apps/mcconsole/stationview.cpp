@@ -34,6 +34,7 @@
 
 #include <platform/config/icfg.h>
 #include <platform/widgets/stalemark.h>
+#include <platform/widgets/valuetext.h>
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
 
@@ -47,6 +48,7 @@
 namespace {
 
 constexpr char StepKey[] = "FrequencyStep";
+constexpr int MaxToldEntry = 500;  // characters of what was being typed
 
 }  // namespace
 
@@ -209,15 +211,19 @@ QString StationView::LossOfMastership() const {
 }
 
 bool StationView::MayGiveUp(const QString& title, const QString& action) {
-    return question::IsConfirmed(this, title, action, [this] { return LossOfMastership(); });
+    return question::IsConfirmed(this, title, action, [this] { return LossOfMpxOrv(); });
 }
 
-QString StationView::LossOfLeaving() const {
-    QStringList text{LossOfMastership()};
+QString StationView::LossOfMpxOrv() const {
+    const QString mastership = LossOfMastership();
     const std::optional<double> hz = m_situation.GetFacts().TunedFrequency();
     const bool isTuned = !m_session.GetMpxOrvPath().isEmpty() && hz;
-    if (text.front().isEmpty() && isTuned)
-        text += tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
+    if (!mastership.isEmpty() || !isTuned) return mastership;
+    return tr("This console is tuned to %1 and gives that up.").arg(judgement::Frequency(*hz));
+}
+
+QString StationView::LossWithEntry() const {
+    QStringList text{LossOfMpxOrv()};
     if (m_tuning.GetState() == Tuning::EState::NotSent)
         text += tr("%1 is entered and not sent.").arg(Tuning::Shown(m_tuning.GetWanted().GetHz()));
     text.removeAll(QString());
@@ -225,7 +231,12 @@ QString StationView::LossOfLeaving() const {
 }
 
 bool StationView::MayLeave(const QString& title, const QString& action) {
-    return question::IsConfirmed(this, title, action, [this] { return LossOfLeaving(); });
+    return question::IsConfirmed(this, title, action, [this] { return LossWithEntry(); });
+}
+
+QString StationView::LossOfLeaving() const {
+    const QString loss = LossWithEntry();
+    return loss.isEmpty() ? QString() : question::At(m_place, loss);
 }
 
 void StationView::UseMpxOrv(bool isUsed) {
@@ -282,16 +293,28 @@ void StationView::ShowKept(bool isKept) {
         else
             stalemark::Clear(*list);
     }
-    // What was being typed is meant for a server that cannot take it now.
-    if (!isKept) return;
+    if (isKept) CancelEdits();
+}
+
+/// What was being typed is meant for a server that cannot take it now. A text is told, so that it need not be
+/// thought out once more.
+void StationView::CancelEdits() {
     const auto cancel = [](QWidget& field) {
         QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
         QCoreApplication::sendEvent(&field, &escape);
     };
-    for (auto* const field : m_tabs->findChildren<VCLineEdit*>())
+    QString lost;
+    for (auto* const field : m_tabs->findChildren<VCLineEdit*>()) {
+        const QString typed = field->text();
         cancel(*field);
+        if (typed != field->text() && field->echoMode() == QLineEdit::Normal) lost = typed;
+    }
     for (auto* const field : m_tabs->findChildren<VCNumericFloatSpin*>())
         cancel(*field);
+    if (lost.isEmpty()) return;
+    const QString text =
+        tr("The connection was lost while this was being entered, which is not sent: \"%1\"");
+    m_notice->Tell(NoticeBar::ESeverity::Warning, text.arg(valuetext::Shortened(lost, MaxToldEntry)));
 }
 
 void StationView::ShowMpxOrv() {

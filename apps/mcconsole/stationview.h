@@ -58,10 +58,13 @@ class StationView : public QWidget {
     void SetPlace(const QString& place);
     /// Whether others lose something if the console stops to use its MpxORV here.
     bool IsNeeded() const { return !LossOfMastership().isEmpty(); }
-    /// Whether the console may stop to use its MpxORV here; asks if others lose something.
+    /// Whether the console may stop to use its MpxORV here; asks if somebody loses something, be it only the
+    /// console itself.
     bool MayGiveUp(const QString& title, const QString& action);
-    /// Likewise, also if only the console itself loses something.
+    /// Likewise, where what is entered goes too.
     bool MayLeave(const QString& title, const QString& action);
+    /// What is lost with leaving, in lines that say where, if there are several stations; empty: nothing.
+    QString LossOfLeaving() const;
     /// Brings the page with that object name to the front; without a name asks for a server.
     void GoTo(const QString& page);
     /// The bar that tunes, on the page in front if it has one, else on the overview, which is shown then.
@@ -79,7 +82,8 @@ class StationView : public QWidget {
     /// What is lost with the console's MpxORV, in lines; empty: nothing that others need.
     QString LossOfMastership() const;
     /// Likewise, or what only the console itself loses.
-    QString LossOfLeaving() const;
+    QString LossOfMpxOrv() const;
+    QString LossWithEntry() const;
     void BuildBars(QVBoxLayout& layout);
     void AddRestoreBar(QVBoxLayout& layout);
     void BuildPages(IClock& clock, FrequencyBook& book);
@@ -95,6 +99,7 @@ class StationView : public QWidget {
     bool KeepsContent(EMCSControlTreeSegments segments) const;
     bool KeepsMpxOrv() const;
     void ShowKept(bool isKept);
+    void CancelEdits();
     void ShowMpxOrv();
 
     RecentServers::Entry m_entry;

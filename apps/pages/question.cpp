@@ -56,12 +56,10 @@ class QuestionBox : public QMessageBox {
         if (!loss) return reject();
         if (loss == m_shown) return;
         m_shown = loss;
-        const QString text =
-            loss->isEmpty() ? QCoreApplication::translate("Question", "Nobody loses anything by it any more.")
-                            : *loss;
-        setText(m_place.isEmpty() ? text
-                                  : QCoreApplication::translate("Question", "At %1:").arg(m_place) +
-                                        QLatin1Char('\n') + text);
+        setText(question::At(
+            m_place, loss->isEmpty()
+                         ? QCoreApplication::translate("Question", "Nobody loses anything by it any more.")
+                         : *loss));
         m_act->setEnabled(false);
         m_reading.start(ReadingTime);
     }
@@ -78,6 +76,11 @@ class QuestionBox : public QMessageBox {
 
 void question::SetPlace(QWidget& widget, const QString& place) {
     widget.setProperty(PlaceProperty, place);
+}
+
+QString question::At(const QString& place, const QString& text) {
+    if (place.isEmpty()) return text;
+    return QCoreApplication::translate("Question", "At %1:").arg(place) + QLatin1Char('\n') + text;
 }
 
 bool question::IsConfirmed(QWidget* parent, const QString& title, const QString& action, const Loss& loss) {

@@ -15,6 +15,9 @@ namespace question {
 /// there is no other that they could be about.
 void SetPlace(QWidget& widget, const QString& place);
 
+/// \a text as a question says it that is about \a place; as it is, without one.
+QString At(const QString& place, const QString& text);
+
 /// Who loses what, as things are now, in words that others may have chosen in part; empty: nobody anything.
 /// None: there is nothing left to decide. Lives as long as the widget above which is asked.
 using Loss = std::function<std::optional<QString>()>;

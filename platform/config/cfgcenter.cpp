@@ -78,6 +78,10 @@ QStringList CfgCenter::LookForEdits() {
     return m_store ? m_store->LookForEdits() : QStringList();
 }
 
+void CfgCenter::Refresh() {
+    OpenStore().Refresh();
+}
+
 std::vector<CfgDamage> CfgCenter::TakeDamages() {
     return m_store ? m_store->TakeDamages() : std::vector<CfgDamage>();
 }

@@ -50,6 +50,9 @@ class MCS_PLATFORM_EXPORT CfgCenter {
     /// Looks whether somebody edited the file, by its time and size, and takes that in, once it rested from
     /// one call to the next. The keys that were edited since the last call, as paths.
     QStringList LookForEdits();
+    /// Takes in what other programs have committed to the file since it was read; what cannot be read stays
+    /// as it was known.
+    void Refresh();
     /// What was found damaged of the file, at its opening or since, and not taken from here yet; also traced.
     std::vector<CfgDamage> TakeDamages();
     /// Keeps a copy of the file as it is now beside it, once per opening, before something of it is written

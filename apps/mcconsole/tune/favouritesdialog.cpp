@@ -22,8 +22,9 @@ constexpr int CharactersOfAFrequency = 20;
 FavouritesDialog::FavouritesDialog(FrequencyBook& book, double fresh, QWidget* parent)
     : QDialog(parent),
       m_book(book),
+      m_before(book.GetFavourites()),
       m_fresh(fresh),
-      m_model(new FavouritesModel(book.GetFavourites(), this)) {
+      m_model(new FavouritesModel(m_before, this)) {
     setObjectName(QStringLiteral("FavouritesDialog"));
     setWindowTitle(tr("Favourite frequencies"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -127,6 +128,6 @@ void FavouritesDialog::ShowState() {
 
 void FavouritesDialog::accept() {
     m_table->setCurrentIndex(QModelIndex());  // ends what is being typed, and takes it
-    m_book.SetFavourites(m_model->GetFavourites());
+    m_book.ChangeFavourites(m_before, m_model->GetFavourites());
     QDialog::accept();
 }

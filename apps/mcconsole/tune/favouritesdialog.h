@@ -32,6 +32,7 @@ class FavouritesDialog : public QDialog {
     void ShowState();
 
     FrequencyBook& m_book;
+    const std::vector<FrequencyBook::Favourite> m_before;
     double m_fresh;
     FavouritesModel* m_model;
     QTableView* m_table = nullptr;

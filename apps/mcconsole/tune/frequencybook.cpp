@@ -96,7 +96,12 @@ void FrequencyBook::WriteFavourites(ICfg& cfg) const {
     WriteAll(cfg, FavouritesSection, m_favourites);
 }
 
+void FrequencyBook::Refresh() {
+    if (m_read) m_read();
+}
+
 void FrequencyBook::Remember(double hz) {
+    Refresh();
     if (!IsPossible(hz) || (!m_recent.empty() && m_recent.front() == hz)) return;
     m_recent.erase(std::remove(m_recent.begin(), m_recent.end(), hz), m_recent.end());
     m_recent.insert(m_recent.begin(), hz);
@@ -112,4 +117,20 @@ void FrequencyBook::SetFavourites(const std::vector<Favourite>& favourites) {
     if (taken == m_favourites) return;
     m_favourites = std::move(taken);
     Q_EMIT FavouritesChanged();
+}
+
+void FrequencyBook::ChangeFavourites(const std::vector<Favourite>& before,
+                                     const std::vector<Favourite>& after) {
+    Refresh();
+    const auto isIn = [](const std::vector<Favourite>& list, const Favourite& wanted) {
+        return std::find(list.begin(), list.end(), wanted) != list.end();
+    };
+    std::vector<Favourite> merged;
+    for (const Favourite& favourite : after) {
+        const bool isGone = isIn(before, favourite) && !isIn(m_favourites, favourite);
+        if (!isGone) merged.push_back(favourite);
+    }
+    for (const Favourite& favourite : m_favourites)
+        if (!isIn(before, favourite) && !isIn(after, favourite)) merged.push_back(favourite);
+    SetFavourites(merged);
 }

@@ -4,6 +4,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 class ICfg;
@@ -36,6 +38,12 @@ class FrequencyBook : public QObject {
     void WriteRecent(ICfg& cfg) const;
     void WriteFavourites(ICfg& cfg) const;
 
+    /// Another console of this user may keep them in the same place: \a read, which reads them anew, is
+    /// called before they change, and by Refresh().
+    void ReadBy(std::function<void()> read) { m_read = std::move(read); }
+    /// Before somebody looks at them.
+    void Refresh();
+
     /// \a hz was granted: it comes first, once.
     void Remember(double hz);
     /// In Hz, the last one first.
@@ -44,12 +52,16 @@ class FrequencyBook : public QObject {
     /// In this order; beyond MostFavourites, and what is not possible, is left out, names are cut.
     void SetFavourites(const std::vector<Favourite>& favourites);
     const std::vector<Favourite>& GetFavourites() const { return m_favourites; }
+    /// Somebody who saw \a before wants \a after: what another console has added or removed meanwhile stays
+    /// so.
+    void ChangeFavourites(const std::vector<Favourite>& before, const std::vector<Favourite>& after);
 
   Q_SIGNALS:
     void RecentChanged();
     void FavouritesChanged();
 
   private:
+    std::function<void()> m_read;
     std::vector<double> m_recent;
     std::vector<Favourite> m_favourites;
 };

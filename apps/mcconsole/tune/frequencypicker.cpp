@@ -93,6 +93,7 @@ void FrequencyPicker::AddChoice(QMenu& menu, const QString& name, double hz) {
 }
 
 void FrequencyPicker::FillRecent() {
+    m_book.Refresh();
     m_recentMenu.clear();
     for (const double hz : m_book.GetRecent())
         AddChoice(m_recentMenu, QString(), hz);
@@ -100,6 +101,7 @@ void FrequencyPicker::FillRecent() {
 }
 
 void FrequencyPicker::FillFavourites() {
+    m_book.Refresh();
     m_favouritesMenu.clear();
     for (const FrequencyBook::Favourite& favourite : m_book.GetFavourites())
         AddChoice(m_favouritesMenu, favourite.name, favourite.hz);
@@ -122,6 +124,7 @@ double FrequencyPicker::FrequencyToKeep() const {
 }
 
 void FrequencyPicker::AddFavourite() {
+    m_book.Refresh();
     auto* const dialog = new FavouritesDialog(m_book, FrequencyToKeep(), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
@@ -129,6 +132,7 @@ void FrequencyPicker::AddFavourite() {
 }
 
 void FrequencyPicker::EditFavourites() {
+    m_book.Refresh();
     auto* const dialog = new FavouritesDialog(m_book, FrequencyToKeep(), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();

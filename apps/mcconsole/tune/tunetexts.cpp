@@ -21,6 +21,14 @@ QString ShownFrequency(double hz) {
     return valuetext::Shortened(Tuning::Shown(hz), MaxEntryLength);
 }
 
+/// What was asked for before may still be granted, beside whatever is entered since.
+QString WithUnanswered(const Tuning& tuning, const QString& message) {
+    const std::optional<double> hz = tuning.GetUnanswered();
+    if (!hz) return message;
+    return TuneBar::tr("%1 is asked for and not answered yet.").arg(ShownFrequency(*hz)) + QLatin1Char(' ') +
+           message;
+}
+
 }  // namespace
 
 QString tunetexts::Understood(const Tuning& tuning) {
@@ -49,9 +57,10 @@ QString tunetexts::Message(const Tuning& tuning) {
             return TuneBar::tr("%1 lies outside the range of the device, %2: nothing is asked for.")
                 .arg(wanted.IsFrequency() ? ShownFrequency(wanted.GetHz()) : entry, RangeText(tuning));
         case Tuning::EState::NotSent:
-            return TuneBar::tr("Enter or \"Tune\" asks for it, Escape takes it back.");
+            return WithUnanswered(tuning,
+                                  TuneBar::tr("Enter or \"Tune\" asks for it, Escape takes it back."));
         case Tuning::EState::Stepping:
-            return TuneBar::tr("It is asked for once the steps rest.");
+            return WithUnanswered(tuning, TuneBar::tr("It is asked for once the steps rest."));
         case Tuning::EState::Asked:
             return TuneBar::tr("The server has not answered yet.");
         case Tuning::EState::Refused:

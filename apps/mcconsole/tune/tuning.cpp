@@ -107,7 +107,7 @@ void Tuning::Restore() {
     m_text.clear();
     if (m_outcome == EState::Asked)
         m_text = Shown(m_asked);
-    else
+    else if (m_outcome != EState::Ended)  // that stays true, whatever is taken back
         Conclude(EState::NotSent, QString());
     Follow();
     Q_EMIT Changed();
@@ -189,6 +189,10 @@ bool Tuning::IsInRange(double hz) const {
 
 QString Tuning::Shown(double hz) {
     return QStringLiteral("%1 MHz").arg(FrequencyText::InMegahertz(hz));
+}
+
+std::optional<double> Tuning::GetUnanswered() const {
+    return m_outcome == EState::Asked ? std::make_optional(m_asked) : std::nullopt;
 }
 
 /// What there is, live; null if nothing is.

@@ -65,6 +65,8 @@ class Tuning : public QObject, private PathBinding::IListener, private values::I
     FrequencyText GetWanted() const;
     /// What the MpxORV is tuned to, in Hz; none if it is not.
     std::optional<double> GetActual() const;
+    /// What is on its way to the server, in Hz, or not answered yet; none if nothing is.
+    std::optional<double> GetUnanswered() const;
     /// Whether the server says what the device can be tuned to.
     bool HasRange() const;
     /// That, in Hz; all numbers where nobody says so.

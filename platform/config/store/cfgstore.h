@@ -60,6 +60,9 @@ class CfgStore : public std::enable_shared_from_this<CfgStore> {
     /// new since the last call.
     QStringList LookForEdits();
 
+    /// Takes in what other programs have committed, who replace the file whole.
+    void Refresh() { LoadAsItIs(); }
+
     /// What was found damaged of the file since the last call.
     std::vector<CfgDamage> TakeDamages();
     /// Keeps a copy of the file as it is beside it, once. Its name; empty if it could not be made.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Connecting from the console's window: over TLS, with a token, and while the dialog that asks is open.
+#include <apps/pages/noticebar.h>
+
 #include <platform/vtclient/vttokenhash.h>
 
 #include <tests/apps/mcconsole/consolefixture.h>
@@ -146,6 +148,25 @@ TEST_F(ConnectingTest, LeavesNoEditBehindIfTheServerGoesWhileItIsTyped) {
     server.Kill();
     ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
     EXPECT_NE(name->text(), QStringLiteral("half"));
+    EXPECT_EQ(
+        window->GetFront().GetNotice().GetText(),
+        QStringLiteral("The connection was lost while this was being entered, which is not sent: \"half\""));
+}
+
+TEST_F(ConnectingTest, OnceMoreToTheSameServerKeepsWhatIsEnteredAndAsksNothing) {
+    ASSERT_NO_FATAL_FAILURE(ConnectToServer());
+    ASSERT_TRUE(WaitFor([this] { return Label("MyMpxORV", "MpxORVState").contains(QLatin1String("Test")); }));
+    QTest::keyClick(window.get(), Qt::Key_L, Qt::ControlModifier);
+    auto* const field = Find<QLineEdit>("Overview", "Frequency");
+    QTest::keyClicks(field, QStringLiteral("131.2"));
+    const ModalDriver user({[](QWidget& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_Return);  // to the server that is offered, which is this one
+        return true;
+    }});
+    QTest::keyClick(window.get(), Qt::Key_O,
+                    Qt::ControlModifier);  // fails at a question, which is unexpected
+    EXPECT_TRUE(WaitFor([this] { return Label("MyMpxORV", "MpxORVState").contains(QLatin1String("Test")); }));
+    EXPECT_EQ(window->findChild<QLineEdit*>(QStringLiteral("Frequency"))->text(), QStringLiteral("131.2"));
 }
 
 TEST_F(ConnectingTest, EndsTheProgramWithTheWindowThoughTheDialogIsOpen) {

@@ -145,4 +145,60 @@ TEST_F(FrequencyBookTest, TakesFiftyFavouritesAtMost) {
     EXPECT_EQ(book.GetFavourites().size(), 50U);
 }
 
+/// What a console of this user has of the file that another one has too.
+class Console {
+  public:
+    explicit Console(const QString& file) {
+        CfgCenter::Instance().SetStorePath(file);  // anew, as another process does
+        m_root.reset(CfgCenter::Instance().OpenRoot());
+        book.ReadBy([this] {
+            m_root->WriteInt(QStringLiteral("Looks"), ++m_looks);  // a commit takes in what others wrote
+            m_root->CommitKey(QStringLiteral("Looks"));
+            book.Read(*m_root);
+        });
+        QObject::connect(&book, &FrequencyBook::RecentChanged, [this] { book.WriteRecent(*m_root); });
+        QObject::connect(&book, &FrequencyBook::FavouritesChanged, [this] { book.WriteFavourites(*m_root); });
+    }
+    ~Console() { CfgCenter::Instance().SetStorePath(QString()); }
+
+  private:
+    std::unique_ptr<ICfg> m_root;
+    int m_looks = 0;
+
+  public:
+    FrequencyBook book;
+};
+
+class TwoConsoles : public testing::Test {
+  protected:
+    QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("console.ini"));
+    Console one{file};
+    Console other{file};
+};
+
+TEST_F(TwoConsoles, KeepWhatEachOtherHasTuned) {
+    one.book.Remember(121.5e6);
+    other.book.Remember(127.5e6);
+    one.book.Remember(118.4e6);
+    EXPECT_THAT(one.book.GetRecent(), ElementsAre(118.4e6, 127.5e6, 121.5e6));
+    other.book.Refresh();
+    EXPECT_EQ(other.book.GetRecent(), one.book.GetRecent());
+}
+
+TEST_F(TwoConsoles, KeepEachOthersFavouritesAlsoWhileADialogIsOpen) {
+    const FrequencyBook::Favourite guard{QStringLiteral("guard"), 121.5e6};
+    const FrequencyBook::Favourite tower{QStringLiteral("tower"), 118.4e6};
+    const FrequencyBook::Favourite ground{QStringLiteral("ground"), 121.9e6};
+    one.book.ChangeFavourites({}, {guard, tower});
+    other.book.Refresh();
+    const auto seen = other.book.GetFavourites();
+    ASSERT_THAT(Favourites(other.book), ElementsAre("guard 121500000", "tower 118400000"));
+    one.book.ChangeFavourites({guard, tower}, {tower, ground});  // while the other one edits
+    other.book.ChangeFavourites(seen, {guard, tower, {QStringLiteral("mine"), 127e6}});
+    EXPECT_THAT(Favourites(other.book), ElementsAre("tower 118400000", "mine 127000000", "ground 121900000"));
+    one.book.Refresh();
+    EXPECT_EQ(Favourites(one.book), Favourites(other.book));
+}
+
 }  // namespace

@@ -246,7 +246,29 @@ TEST_F(QuestionsTest, GivingTheMpxOrvBackAsMasterIsAskedFor) {
     }
 }
 
-TEST_F(QuestionsTest, WhoIsNotMasterQuitsUnasked) {
+TEST_F(QuestionsTest, QuittingOrDisconnectingWhileTunedIsAskedFor) {
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    Set(Mine("Request/Frequency"), "121.5MHz");
+    ASSERT_TRUE(WaitFor([this] { return Label("MyMpxORV", "TunedTo") == QLatin1String("121.500 MHz"); }));
+    const auto disconnect = [this] {
+        for (QAction* const action : window->findChildren<QAction*>())
+            if (action->text() == QLatin1String("&Disconnect")) action->trigger();
+    };
+    for (const auto& leave :
+         {std::function<void()>([this] { window->close(); }), std::function<void()>(disconnect)}) {
+        const ModalDriver user({Answer("Cancel")});
+        asked.clear();
+        leave();
+        EXPECT_EQ(asked, QStringLiteral("This console is tuned to 121.5 MHz and gives that up."));
+        EXPECT_EQ(Label("MyMpxORV", "TunedTo"), QStringLiteral("121.500 MHz"));
+    }
+    EXPECT_TRUE(window->isVisible());
+    const ModalDriver user({Answer("Quit")});
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(QuestionsTest, WhoHasNothingToLoseQuitsUnasked) {
     ASSERT_NO_FATAL_FAILURE(BeReady());
     const ModalDriver none;
     window->close();

@@ -179,6 +179,28 @@ TEST_F(SeveralStations, QuittingAsksOfTheMasterBehindAndShowsWhereItIs) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(SeveralStations, QuittingAsksOnceOfAllThatTheConsoleItselfLoses) {
+    ASSERT_NO_FATAL_FAILURE(OpenBoth());
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    Tune("118");
+    ASSERT_TRUE(WaitFor([this] { return Tab(1) == "Mast: 118 MHz"; }));
+    Press(Qt::Key_PageUp);
+    Press(Qt::Key_L);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("134.2"));
+    {
+        const ModalDriver user({Answer("Cancel")});
+        window->close();
+    }
+    EXPECT_EQ(asked,
+              "At Tower:\n134.200 MHz is entered and not sent.\n"
+              "At Mast:\nThis console is tuned to 118 MHz and gives that up.");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(Bar()->currentIndex(), 0);
+    const ModalDriver user({Answer("Quit")});
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(SeveralStations, WhatCanBeUndoneIsOfferedAtItsStationAlone) {
     ASSERT_NO_FATAL_FAILURE(OpenBoth());
     ASSERT_NO_FATAL_FAILURE(BeReady());

@@ -277,6 +277,34 @@ TEST_F(TuneBarTest, SaysWhyAFrequencyWasTakenAway) {
     EXPECT_EQ(Mark(), QStringLiteral("Tuned"));
 }
 
+TEST_F(TuneBarTest, TakingBackAnEntryDoesNotHideThatTheFrequencyWasTakenAway) {
+    Type("121.5");
+    Press(Qt::Key_Return);
+    Grant();
+    End("the ORV is not connected");
+    Type("127");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Mark(), QStringLiteral("Taken away"));
+    EXPECT_EQ(Text("TuneMessage"), QStringLiteral("the ORV is not connected"));
+    EXPECT_EQ(Field()->text(), QStringLiteral("121.500 MHz"));
+    Press(Qt::Key_Return);
+    Grant();
+    EXPECT_EQ(Mark(), QStringLiteral("Tuned"));
+}
+
+TEST_F(TuneBarTest, WhatIsNotAnsweredYetIsShownBesideWhatIsTypedSince) {
+    Type("121.5");
+    Press(Qt::Key_Return);
+    Type("127");
+    EXPECT_EQ(Mark(), QStringLiteral("Not sent"));
+    EXPECT_EQ(Text("TuneMessage"), QStringLiteral("121.500 MHz is asked for and not answered yet. Enter or "
+                                                  "\"Tune\" asks for it, Escape takes it back."));
+    Grant();
+    EXPECT_EQ(Text("TuneMessage"), QStringLiteral("Enter or \"Tune\" asks for it, Escape takes it back."));
+    EXPECT_EQ(Text("TunedTo"), QStringLiteral("121.500 MHz"));
+    EXPECT_EQ(Field()->text(), QStringLiteral("127"));
+}
+
 TEST_F(TuneBarTest, WhatIsTypedStaysMarkedWhenSomethingIsTakenAway) {
     Type("121.5");
     Press(Qt::Key_Return);

@@ -45,6 +45,22 @@ TEST_F(Commit, LeavesAFileAloneThatHoldsAllAlready) {
     EXPECT_EQ(FileBytes(), bytes);
 }
 
+TEST_F(Commit, OfAnotherProcessIsTakenInByWhoOnlyLooks) {
+    WriteFile("[General]\nk=1\nother=1\n");
+    const std::unique_ptr<ICfg> root = Root();
+    root->WriteInt(Key, 2);  // not committed yet
+    WriteFile("[General]\nk=1\nother=3\n");
+    EXPECT_EQ(root->ReadInt(Other, 0), 1);
+    CfgCenter::Instance().Refresh();
+    EXPECT_EQ(root->ReadInt(Other, 0), 3);
+    EXPECT_EQ(root->ReadInt(Key, 0), 2);
+    WriteFile("no configuration");
+    CfgCenter::Instance().Refresh();
+    EXPECT_EQ(root->ReadInt(Other, 0), 3) << "what cannot be read is no news";
+    EXPECT_TRUE(root->CommitKey(Key));
+    EXPECT_EQ(FileBytes(), QByteArray("[General]\nk=2\nother=3\n"));
+}
+
 TEST_F(Commit, TakesInWhatAnotherProcessCommitted) {
     const std::unique_ptr<ICfg> root = Root();
     root->WriteInt(Key, 1);
