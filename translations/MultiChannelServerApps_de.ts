@@ -764,6 +764,18 @@
         <source> with its frequencies %1</source>
         <translation> mit seinen Frequenzen %1</translation>
     </message>
+    <message>
+        <source>the token is not that of %1</source>
+        <translation>das Token ist nicht das von %1</translation>
+    </message>
+    <message>
+        <source>the user is not known here</source>
+        <translation>der Benutzer ist hier nicht bekannt</translation>
+    </message>
+    <message>
+        <source>no user is given</source>
+        <translation>kein Benutzer ist angegeben</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>

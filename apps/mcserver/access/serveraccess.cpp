@@ -54,8 +54,17 @@ bool ServerAccess::Admit(VtPeer& peer, const QString& user, const QString& token
     }
     CodedText refusal;
     if (AdmitByFile(peer, user, token, &refusal)) return true;
-    Log(peer, {ECode::NotAdmitted, {peertext::Coded(peer), refusal}});
+    Log(peer, {ECode::NotAdmitted, {peertext::Coded(peer), InDetail(refusal, user)}});
     return IsAllowed(refusal, reason);
+}
+
+/// \a refusal of \a user as the administrator is told, who has to know whose token does not fit; whoever
+/// guesses is not told which users there are. What is none of them may be a token in the wrong field.
+CodedText ServerAccess::InDetail(const CodedText& refusal, const QString& user) const {
+    if (refusal.GetCode() != ECode::WrongToken) return refusal;
+    if (user.isEmpty()) return ECode::NoUser;
+    if (m_file->GetTextOf(user).isEmpty()) return ECode::UnknownUser;
+    return {ECode::WrongTokenOf, {user}};
 }
 
 bool ServerAccess::AdmitByFile(VtPeer& peer, const QString& user, const QString& token, CodedText* reason) {

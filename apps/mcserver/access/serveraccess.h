@@ -51,6 +51,7 @@ class ServerAccess : public IVtAccess {
     static QString ClientRole() { return QStringLiteral("client"); }
 
   private:
+    CodedText InDetail(const CodedText& refusal, const QString& user) const;
     bool AdmitByFile(VtPeer& peer, const QString& user, const QString& token, CodedText* reason);
     std::optional<QString> FindRole(const VtPeer& peer, const QString& user, const QString& token,
                                     CodedText* reason);

@@ -423,13 +423,24 @@ TEST_F(AccessByChosenTokens, CostAtMostATenthOfTheTimeFromHoweverManyAddresses) 
     EXPECT_EQ(WhyNotAdmitted("bob", "secret"), QString());
 }
 
-TEST_F(AccessByFileTest, RefusedAdmissionIsLoggedWithWhoAndWhyButNotTheToken) {
-    TakeLog();
-    VtPeer peer = Stranger();
-    QString reason;
-    Admit(peer, "alice", "guess", &reason);
-    EXPECT_THAT(TakeLog(), ElementsAre(QStringLiteral(
-                               "Receiver on hostB (10.0.0.9:4000) is not admitted: user or token is wrong")));
+TEST_F(AccessByFileTest, RefusedAdmissionIsLoggedWithWhoAndWhyButNotWhatMayBeAToken) {
+    struct {
+        const char* user;
+        const char* why;
+    } const rows[] = {{"alice", "the token is not that of alice"},
+                      {"my token", "the user is not known here"},
+                      {"", "no user is given"}};
+    for (const auto& row : rows) {
+        TakeLog();
+        VtPeer peer = Stranger();
+        QString reason;
+        EXPECT_FALSE(Admit(peer, row.user, "guess", &reason));
+        EXPECT_EQ(reason, QStringLiteral("user or token is wrong"))
+            << "which of them is not told to who guesses";
+        EXPECT_THAT(TakeLog(),
+                    ElementsAre(QStringLiteral("Receiver on hostB (10.0.0.9:4000) is not admitted: %1")
+                                    .arg(QLatin1String(row.why))));
+    }
 }
 
 TEST_F(AccessByFileTest, RolesReadWhatTheFileAllows) {
