@@ -1815,6 +1815,10 @@
         <source>%1 at %2 does not answer at %3: %4</source>
         <translation>%1 bei %2 antwortet um %3 nicht: %4</translation>
     </message>
+    <message>
+        <source>No input has any more: %1.</source>
+        <translation>Kein Eingang hat mehr: %1.</translation>
+    </message>
 </context>
 <context>
     <name>Judgement</name>

@@ -240,7 +240,8 @@ void InputModel::OfferUndo(const std::vector<ModuleSettings>& before) {
     const std::vector<ModuleSettings> after = m_plant.GetSettings();
     const int cells = inputundo::CountCells(before, after);
     if (cells == 0) return;
-    Q_EMIT SignalManyChanged(cells, [plant = QPointer<SuppressionPlant>(&m_plant), before, after] {
+    const std::vector<double> cleared = inputundo::FindCleared(before, after);
+    Q_EMIT SignalManyChanged(cells, cleared, [plant = QPointer<SuppressionPlant>(&m_plant), before, after] {
         if (plant != nullptr) inputundo::TakeBack(*plant, before, after);
     });
 }

@@ -55,9 +55,9 @@ class InputModel : public QAbstractTableModel {
     void SignalEntered(const QString& reason);
     /// What was entered is taken, though it may be a mistake: \a doubt says why.
     void SignalDoubted(const QString& doubt);
-    /// What was pasted, or read from a text, has changed \a cells of them; \a undo takes it back. That may be
-    /// called when model and plant are gone.
-    void SignalManyChanged(int cells, const std::function<void()>& undo);
+    /// What was pasted, or read from a text, has changed \a cells of them, and no input has the frequencies
+    /// \a cleared, in Hz, any more; \a undo takes it back. That may be called when model and plant are gone.
+    void SignalManyChanged(int cells, const std::vector<double>& cleared, const std::function<void()>& undo);
 
   private:
     struct Row {

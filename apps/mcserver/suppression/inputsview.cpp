@@ -5,6 +5,7 @@
 #include <apps/mcserver/suppression/inputcells.h>
 #include <apps/mcserver/suppression/inputcsv.h>
 #include <apps/mcserver/suppression/pastedcells.h>
+#include <apps/pages/frequencylist.h>
 #include <apps/pages/undobar.h>
 
 #include <platform/config/textfile.h>
@@ -94,13 +95,11 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     connect(&m_model, &InputModel::SignalDoubted, this,
             [this](const QString& doubt) { Say(NoticeBar::ESeverity::Warning, tr("Taken. %1").arg(doubt)); });
     connect(&m_model, &InputModel::SignalManyChanged, this,
-            [this](int cells, const std::function<void()>& undo) {
-                Q_EMIT Acted(cells == 1 ? tr("One cell of the inputs is changed.")
-                                        : tr("%1 cells of the inputs are changed.").arg(cells),
-                             [undo, self = QPointer<InputsView>(this)] {
-                                 undo();
-                                 if (!self.isNull()) self->ForgetTaken();
-                             });
+            [this](int cells, const std::vector<double>& cleared, const std::function<void()>& undo) {
+                Q_EMIT Acted(TellChanged(cells, cleared), [undo, self = QPointer<InputsView>(this)] {
+                    undo();
+                    if (!self.isNull()) self->ForgetTaken();
+                });
             });
     connect(&m_model, &QAbstractItemModel::modelReset, this, [this] {
         FitModules();
@@ -118,6 +117,13 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     connect(&m_test, &ConnectionTest::SignalAnswered, this, &InputsView::OnAnswered);
     connect(&m_test, &ConnectionTest::SignalFailed, this, &InputsView::OnFailed);
     EnableTest();
+}
+
+QString InputsView::TellChanged(int cells, const std::vector<double>& cleared) {
+    const QString text = cells == 1 ? tr("One cell of the inputs is changed.")
+                                    : tr("%1 cells of the inputs are changed.").arg(cells);
+    if (cleared.empty()) return text;
+    return text + QLatin1Char(' ') + tr("No input has any more: %1.").arg(frequencylist::Of(cleared));
 }
 
 QHBoxLayout* InputsView::BuildButtons() {

@@ -53,6 +53,7 @@ class InputsView : public QWidget {
     void ChooseExport();
     void ChooseImport();
     void Tell(const QString& reason);
+    static QString TellChanged(int cells, const std::vector<double>& cleared);
     void EnableTest();
 
     /// The module that was current when the outcome of a test came, and what was known of it.

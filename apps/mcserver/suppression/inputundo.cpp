@@ -5,6 +5,8 @@
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace {
 
@@ -60,6 +62,22 @@ int inputundo::CountCells(const std::vector<ModuleSettings>& before,
             cells += int{old.labels[i] != now.labels[i]} + int{old.frequencies[i] != now.frequencies[i]};
     }
     return cells;
+}
+
+std::vector<double> inputundo::FindCleared(const std::vector<ModuleSettings>& before,
+                                           const std::vector<ModuleSettings>& after) {
+    const auto all = [](const std::vector<ModuleSettings>& modules) {
+        std::set<double> frequencies;
+        for (const ModuleSettings& module : modules)
+            frequencies.insert(module.frequencies.begin(), module.frequencies.end());
+        frequencies.erase(0.0);  // an input without one
+        return frequencies;
+    };
+    const std::set<double> old = all(before);
+    const std::set<double> now = all(after);
+    std::vector<double> cleared;
+    std::set_difference(old.begin(), old.end(), now.begin(), now.end(), std::back_inserter(cleared));
+    return cleared;
 }
 
 void inputundo::TakeBack(SuppressionPlant& plant, const std::vector<ModuleSettings>& before,

@@ -13,6 +13,9 @@ namespace inputundo {
 
 /// How many cells are others now.
 int CountCells(const std::vector<ModuleSettings>& before, const std::vector<ModuleSettings>& after);
+/// The frequencies, in Hz, that stood at an input before and stand at none now, ascending.
+std::vector<double> FindCleared(const std::vector<ModuleSettings>& before,
+                                const std::vector<ModuleSettings>& after);
 /// Gives these cells in \a plant their contents of \a before, but those that somebody has changed since.
 void TakeBack(SuppressionPlant& plant, const std::vector<ModuleSettings>& before,
               const std::vector<ModuleSettings>& after);

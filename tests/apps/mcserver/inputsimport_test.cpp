@@ -108,7 +108,7 @@ TEST_F(SeveralInputs, OffersToTakeBackWhatWasPastedOrImported) {
     EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed."));
     PasteAt(3, InputModel::Module, "Tower mast\t127.0.0.2");
     PasteAt(3, InputModel::Name, "Twr\t134.1\nVan\t135.1");
-    EXPECT_EQ(what, QStringLiteral("4 cells of the inputs are changed."));
+    EXPECT_EQ(what, QStringLiteral("4 cells of the inputs are changed. No input has any more: 121.5 MHz."));
     Enter(4, InputModel::Name, "Van 2");
     ASSERT_TRUE(undo);
     undo();
@@ -119,7 +119,7 @@ TEST_F(SeveralInputs, OffersToTakeBackWhatWasPastedOrImported) {
     EXPECT_EQ(Settings(0).label, QStringLiteral("Tower mast"));
     WriteFile("inputs.csv", "module,input,name,frequency_mhz\nTower mast,3,Twr,134.1\n");
     m_view->ImportFrom(File("inputs.csv"));
-    EXPECT_EQ(what, QStringLiteral("2 cells of the inputs are changed."));
+    EXPECT_EQ(what, QStringLiteral("2 cells of the inputs are changed. No input has any more: 121.5 MHz."));
     undo();
     EXPECT_EQ(Settings(0).labels[3], before.labels[3]);
     m_view.reset();
