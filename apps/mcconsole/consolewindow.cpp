@@ -370,12 +370,16 @@ bool ConsoleWindow::MayQuit() {
     return isAsked || question::IsConfirmed(this, tr("Quit"), tr("Quit"), loss) || m_isForced;
 }
 
+/// What is only entered is told with the rest: a few digits are not worth a question.
 QString ConsoleWindow::LossOfQuitting() const {
     QStringList text;
-    for (const StationView* const station : GetStations())
+    bool isUsed = false;
+    for (const StationView* const station : GetStations()) {
         text += station->LossOfLeaving();
+        isUsed = isUsed || station->IsUsed();
+    }
     text.removeAll(QString());
-    return text.join(QLatin1Char('\n'));
+    return isUsed ? text.join(QLatin1Char('\n')) : QString();
 }
 
 void ConsoleWindow::closeEvent(QCloseEvent* event) {

@@ -58,6 +58,8 @@ class StationView : public QWidget {
     void SetPlace(const QString& place);
     /// Whether others lose something if the console stops to use its MpxORV here.
     bool IsNeeded() const { return !LossOfMastership().isEmpty(); }
+    /// Likewise, or the console itself does.
+    bool IsUsed() const { return !LossOfMpxOrv().isEmpty(); }
     /// Whether the console may stop to use its MpxORV here; asks if somebody loses something, be it only the
     /// console itself.
     bool MayGiveUp(const QString& title, const QString& action);

@@ -201,6 +201,16 @@ TEST_F(SeveralStations, QuittingAsksOnceOfAllThatTheConsoleItselfLoses) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(SeveralStations, QuittingAsksNothingWhereAFrequencyIsOnlyEntered) {
+    ASSERT_NO_FATAL_FAILURE(OpenBoth());
+    ASSERT_NO_FATAL_FAILURE(BeReady());
+    Press(Qt::Key_L);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("134.2"));
+    const ModalDriver none;
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(SeveralStations, WhatCanBeUndoneIsOfferedAtItsStationAlone) {
     ASSERT_NO_FATAL_FAILURE(OpenBoth());
     ASSERT_NO_FATAL_FAILURE(BeReady());
