@@ -6,6 +6,7 @@
 #include <apps/mcconsole/session/connectiontexts.h>
 #include <apps/mcconsole/tune/frequencypicker.h>
 #include <apps/mcconsole/tune/tunebar.h>
+#include <apps/pages/altkeys.h>
 #include <apps/pages/colours.h>
 #include <apps/pages/helpmenu.h>
 #include <apps/pages/noticebar.h>
@@ -58,6 +59,7 @@ ConsoleWindow::ConsoleWindow(const VtClientOptions& options)
       m_stations(new StationTabs(this)),
       m_shownConnection(*this, [this] { ShowConnection(); }) {
     setObjectName(QStringLiteral("ConsoleWindow"));
+    new AltKeys(this);
     setCentralWidget(m_stations);
     StationView* const first = AddStation();
     BuildStatusBar();

@@ -12,9 +12,12 @@
 #include <platform/values/value.h>
 #include <platform/values/valuenumeric.h>
 #include <platform/widgets/valuetext.h>
+#include <platform/widgets/vclineedit.h>
+#include <platform/widgets/vcnumericfloatspin.h>
 #include <platform/widgets/vcpushbutton.h>
 
-#include <QtCore/QVariant>
+#include <QtCore/QCoreApplication>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -91,7 +94,16 @@ bool ConfigPage::Field::IsKnown() const {
 }
 
 bool ConfigPage::Field::IsChanged() const {
-    return IsKnown() && ContentOf(current->GetValue()) != ContentOf(saved->GetValue());
+    return IsKnown() && GetContent() != ContentOf(saved->GetValue());
+}
+
+QVariant ConfigPage::Field::GetContent() const {
+    const auto* const text = qobject_cast<const VCLineEdit*>(widget);
+    if (text != nullptr && text->GetBinding().IsEditing()) return text->text();
+    const auto* const number = qobject_cast<const VCNumericFloatSpin*>(widget);
+    if (number != nullptr && number->GetBinding().IsEditing())
+        return static_cast<int>(number->valueFromText(number->text()));
+    return ContentOf(current->GetValue());
 }
 
 ConfigPage::ConfigPage(QWidget* parent)
@@ -116,6 +128,8 @@ ConfigPage::ConfigPage(QWidget* parent)
     layout->addWidget(BuildButtons());
     layout->addStretch();
     AddFields();
+    m_look.setSingleShot(true);
+    connect(&m_look, &QTimer::timeout, this, &ConfigPage::ShowChanges);
     ShowChanges();
 }
 
@@ -128,6 +142,7 @@ QWidget* ConfigPage::BuildButtons() {
     m_revert->setObjectName(QStringLiteral("RevertConfigButton"));
     m_revert->setAccessibleName(tr("Revert to what was saved"));
     connect(m_revert, &QPushButton::clicked, this, &ConfigPage::Revert);
+    connect(m_save, &QPushButton::pressed, this, &ConfigPage::EndTyping);
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(m_when, 1);
@@ -139,8 +154,9 @@ QWidget* ConfigPage::BuildButtons() {
 void ConfigPage::AddFields() {
     for (const ConfigField& field : ConfigFields) {
         auto* const widget = m_display->findChild<QWidget*>(QString::fromLatin1(field.widget));
+        widget->installEventFilter(this);
         m_fields.push_back(
-            {tr(field.caption), new ChangeMark(*widget),
+            {tr(field.caption), widget, new ChangeMark(*widget),
              std::make_unique<PathBinding>(static_cast<PathBinding::IListener&>(*this), AnyValue),
              std::make_unique<PathBinding>(static_cast<PathBinding::IListener&>(*this), AnyValue)});
     }
@@ -164,6 +180,30 @@ void ConfigPage::Bind(const QString& basePath, EMCSControlTreeSegments segments)
 
 void ConfigPage::OnBindingChanged(PathBinding& /*binding*/, TChangeCode /*code*/) {
     if (!m_isBinding) ShowChanges();
+}
+
+/// What is typed has not left the field, and nobody tells of it.
+bool ConfigPage::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    const bool mayType = type == QEvent::KeyPress || type == QEvent::InputMethod ||
+                         type == QEvent::FocusOut || type == QEvent::Drop ||
+                         type == QEvent::MouseButtonRelease;
+    if (mayType) m_look.start();
+    return Page::eventFilter(watched, event);
+}
+
+/// A key presses the button though somebody still types: that is meant to be saved too.
+void ConfigPage::EndTyping() {
+    m_save->setFocus();
+}
+
+void ConfigPage::DropTyping() {
+    for (const Field& field : m_fields) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        const bool isField = qobject_cast<QAbstractButton*>(field.widget) == nullptr;
+        if (isField && field.GetContent() != ContentOf(field.current->GetValue()))
+            QCoreApplication::sendEvent(field.widget, &escape);
+    }
 }
 
 void ConfigPage::ShowChanges() {
@@ -196,6 +236,7 @@ QString ConfigPage::SavedText() const {
 
 /// Also what somebody else has entered and not saved: so it can be had back.
 void ConfigPage::Revert() {
+    DropTyping();
     QStringList captions;
     struct Reverted {
         QString path;
@@ -210,6 +251,8 @@ void ConfigPage::Revert() {
         reverted.push_back({field.current->GetPath(), ContentOf(field.current->GetValue()), saved});
         Put(field.current->GetValue(), saved);
     }
+    ShowChanges();
+    if (reverted.empty()) return;  // it was only typed
     Q_EMIT Acted(tr("Reverted to what was saved: %1.").arg(captions.join(QStringLiteral(", "))), [reverted] {
         for (const Reverted& field : reverted) {
             auto* const value =

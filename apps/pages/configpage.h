@@ -5,6 +5,9 @@
 
 #include <platform/values/pathbinding.h>
 
+#include <QtCore/QTimer>
+#include <QtCore/QVariant>
+
 #include <memory>
 #include <vector>
 
@@ -23,16 +26,20 @@ class ConfigPage : public Page, private PathBinding::IListener {
     explicit ConfigPage(QWidget* parent = nullptr);
     ~ConfigPage() override;
     void Bind(const QString& basePath, EMCSControlTreeSegments segments) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     struct Field {
         QString caption;
+        QWidget* widget;
         ChangeMark* mark;
         std::unique_ptr<PathBinding> current;
         std::unique_ptr<PathBinding> saved;
 
         bool IsKnown() const;
         bool IsChanged() const;
+        /// What is there, or is typed and has not left the field yet.
+        QVariant GetContent() const;
     };
 
     void AddFields();
@@ -41,6 +48,8 @@ class ConfigPage : public Page, private PathBinding::IListener {
     void ShowChanges();
     QString SavedText() const;
     void Revert();
+    void EndTyping();
+    void DropTyping();
 
     MCSConfigDisplay* m_display;
     QLabel* m_changes;
@@ -50,5 +59,6 @@ class ConfigPage : public Page, private PathBinding::IListener {
     std::vector<Field> m_fields;
     PathBinding m_since;
     PathBinding m_by;
+    QTimer m_look;  ///< for what a key has done to a field
     bool m_isBinding = false;
 };

@@ -2,6 +2,7 @@
 #include <apps/mcserver/program/serverwindow.h>
 
 #include <apps/common/listenaddress.h>
+#include <apps/pages/altkeys.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
 #include <apps/pages/helpmenu.h>
@@ -64,6 +65,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_clients(new QLabel(this)),
       m_shownClients(*this, [this] { ShowClients(); }) {
     setObjectName(QStringLiteral("ServerWindow"));
+    new AltKeys(this);
     ShowState(ESeverity::Ok, QString());
     resize(960, 740);  // names of inputs have room, and it fits a small screen
     m_tabs->setObjectName(QStringLiteral("Pages"));

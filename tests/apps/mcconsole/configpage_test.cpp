@@ -7,10 +7,13 @@
 #include <platform/values/valueaccess.h>
 
 #include <tests/support/printing.h>
+#include <tests/support/recordingobserver.h>
+#include <tests/support/waituntil.h>
 
 #include <gtest/gtest.h>
 
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -144,6 +147,43 @@ TEST_F(ConfigPageTest, WhatWasRevertedCanBeHadBack) {
     Text("Config/DeviceName", "Hill");
     undo();
     EXPECT_EQ(TextAt("Config/DeviceName"), QStringLiteral("Hill")) << "somebody has entered it since";
+}
+
+TEST_F(ConfigPageTest, WhatIsStillTypedIsMarkedAndSavedByTheKey) {
+    Save();
+    Show();
+    QApplication::setActiveWindow(&page);
+    auto* const name = page.findChild<QLineEdit*>(QStringLiteral("deviceNameDisp"));
+    QTest::mouseClick(name, Qt::LeftButton);
+    name->selectAll();
+    QTest::keyClicks(name, QStringLiteral("Mast"));
+    EXPECT_TRUE(WaitUntil([this] { return Button("SaveConfigButton").isEnabled(); }));
+    EXPECT_EQ(NotSaved(), "Not saved: DF Station Name (saved: \"Tower\")");
+    EXPECT_EQ(CountMarks(), 1);
+    QString nameWhenSaved;
+    RecordingObserver saving([&](Observable*, TChangeCode) { nameWhenSaved = TextAt("Config/DeviceName"); });
+    auto* const save = values::FindValue<values::Value<bool>>(Path("Config/SaveConfig"), nullptr, nullptr);
+    save->AddObserver(&saving);
+    QTest::keyClick(name, Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(WaitUntil([&] { return !nameWhenSaved.isEmpty(); }));
+    save->DeleteObserver(&saving);
+    EXPECT_EQ(nameWhenSaved, QStringLiteral("Mast"));
+}
+
+TEST_F(ConfigPageTest, RevertTakesBackWhatIsStillTyped) {
+    Save();
+    Show();
+    QApplication::setActiveWindow(&page);
+    auto* const name = page.findChild<QLineEdit*>(QStringLiteral("deviceNameDisp"));
+    QTest::mouseClick(name, Qt::LeftButton);
+    QTest::keyClicks(name, QStringLiteral(" 2"));
+    ASSERT_TRUE(WaitUntil([this] { return Button("RevertConfigButton").isEnabled(); }));
+    QTest::keyClick(name, Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(WaitUntil([name] { return name->text() == QLatin1String("Tower"); }));
+    name->clearFocus();
+    EXPECT_EQ(TextAt("Config/DeviceName"), QStringLiteral("Tower"));
+    EXPECT_EQ(NotSaved(), "");
+    EXPECT_FALSE(Button("RevertConfigButton").isEnabled());
 }
 
 TEST_F(ConfigPageTest, SaysWhenItWasSavedAndByWhom) {
