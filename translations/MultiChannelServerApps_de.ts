@@ -1654,6 +1654,10 @@
         <source>There is nothing below the first line</source>
         <translation>Unter der ersten Zeile steht nichts</translation>
     </message>
+    <message>
+        <source>a quotation mark is not closed</source>
+        <translation>ein Anführungszeichen ist nicht geschlossen</translation>
+    </message>
 </context>
 <context>
     <name>InputRules</name>
@@ -1818,6 +1822,10 @@
     <message>
         <source>No input has any more: %1.</source>
         <translation>Kein Eingang hat mehr: %1.</translation>
+    </message>
+    <message>
+        <source>%1 is not taken. %2</source>
+        <translation>%1 ist nicht übernommen. %2</translation>
     </message>
 </context>
 <context>
@@ -4117,6 +4125,10 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>The data module %1 is disconnected.</source>
         <translation>Das Datenmodul %1 ist getrennt.</translation>
+    </message>
+    <message>
+        <source>The data module %1 is changed.</source>
+        <translation>Das Datenmodul %1 ist geändert.</translation>
     </message>
 </context>
 <context>

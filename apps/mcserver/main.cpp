@@ -108,7 +108,7 @@ int RunWithWindow(const ServerOptions& options, SuppressionRecovery& recovery) {
     const std::vector<CodedText> faults = configfaults::TellAll(server.GetLog());
     Recover(recovery, server.GetLog());
     const RestingCursor cursor(program.GetClock());
-    ServerWindow window(options.name, program.GetListener());
+    ServerWindow window(options.name, program.GetListener(), server.GetLog());
     auto* const page =
         new SuppressionPage(recovery, server.GetJobs(), server.GetLog(), program.GetClock(), &window);
     window.AddNotice(new FaultNotice(faults));

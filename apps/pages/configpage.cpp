@@ -11,6 +11,7 @@
 #include <platform/values/tree.h>
 #include <platform/values/value.h>
 #include <platform/values/valuenumeric.h>
+#include <platform/widgets/useredit.h>
 #include <platform/widgets/valuetext.h>
 #include <platform/widgets/vclineedit.h>
 #include <platform/widgets/vcnumericfloatspin.h>
@@ -244,6 +245,7 @@ void ConfigPage::Revert() {
         QVariant after;
     };
     std::vector<Reverted> reverted;
+    const UserEdit edit;
     for (const Field& field : m_fields) {
         if (!field.IsChanged()) continue;
         captions += field.caption;

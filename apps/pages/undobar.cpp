@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/pages/undobar.h>
 
+#include <platform/widgets/useredit.h>
+
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -58,5 +60,6 @@ void UndoBar::Undo() {
         Withdraw();
     else
         Show();
+    const UserEdit edit;
     if (undo) undo();
 }

@@ -7,6 +7,7 @@
 #include <platform/widgets/hints/staleveil.h>
 #include <platform/widgets/hints/valuetip.h>
 #include <platform/widgets/ivalueview.h>
+#include <platform/widgets/useredit.h>
 #include <platform/widgets/valuetext.h>
 
 #include <QtCore/QPointer>
@@ -115,6 +116,7 @@ void WidgetBinding::Commit() {
     const QPointer<WidgetBinding> self(this);
     m_isEditing = m_isCommitting = m_awaitsAnswer = true;
     SetRefusal(QString());
+    const UserEdit edit;
     m_view.Commit(*GetValue());
     if (self == nullptr) return;
     m_isEditing = m_isCommitting = false;

@@ -58,7 +58,8 @@ void ServerLog::AddEvent(const CodedText& text, const QString& english, const Or
     event.severity = row.severity;
     event.source = SourceOf(row, origin.mpxOrv);
     LearnActor();
-    event.who = origin.who.isEmpty() ? m_actorPeerName : origin.who;
+    event.who = origin.who;
+    if (event.who.isEmpty()) event.who = IsLocal() ? m_localName : m_actorPeerName;
     event.said = text;
     event.text = english;
     m_journal.Add(std::move(event));
@@ -110,14 +111,25 @@ void ServerLog::LearnActor() const {
     m_actorPeerName = peertext::Name(m_actorPeer);
 }
 
+void ServerLog::SetLocalActor(const CodedText& who, std::function<bool()> isActing) {
+    m_localActor = who;
+    m_localName = who.ToEnglish();
+    m_isLocalActing = std::move(isActing);
+}
+
+/// Once it is known that no peer acts.
+bool ServerLog::IsLocal() const {
+    return m_actor.IsEmpty() && m_isLocalActing && m_isLocalActing();
+}
+
 const CodedText& ServerLog::GetActorText() const {
     LearnActor();
-    return m_actor;
+    return IsLocal() ? m_localActor : m_actor;
 }
 
 const QString& ServerLog::GetActor() const {
     LearnActor();
-    return m_actorName;
+    return IsLocal() ? m_localName : m_actorName;
 }
 
 CodedText ServerLog::ByActor(ECode code) const {

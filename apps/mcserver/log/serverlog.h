@@ -43,6 +43,8 @@ class ServerLog {
     /// The same of a peer that people know by its MpxORV. Who that is is asked for when it is to be told,
     /// once: of most writes nothing is told.
     void SetActor(const VtPeer& peer, std::function<QString()> mpxOrv);
+    /// What happens while \a isActing says so, and no peer acts, \a who does at the server itself.
+    void SetLocalActor(const CodedText& who, std::function<bool()> isActing);
     const CodedText& GetActorText() const;
     /// The same in English.
     const QString& GetActor() const;
@@ -65,6 +67,11 @@ class ServerLog {
     LogLimiter m_eventLimiter;  ///< of what the log does not show, so that it takes no lines from it
     void LearnActor() const;
 
+    bool IsLocal() const;
+
+    CodedText m_localActor;
+    QString m_localName;
+    std::function<bool()> m_isLocalActing;
     VtPeer m_actorPeer;
     mutable std::function<QString()> m_askForMpxOrv;  ///< empty once it is known who acts
     mutable CodedText m_actor;

@@ -2,6 +2,8 @@
 #include <apps/mcserver/program/serverwindow.h>
 
 #include <apps/common/listenaddress.h>
+#include <apps/common/systemuser.h>
+#include <apps/mcserver/log/serverlog.h>
 #include <apps/pages/altkeys.h>
 #include <apps/pages/configpage.h>
 #include <apps/pages/displaypages.h>
@@ -18,6 +20,7 @@
 #include <devicecontrol/multichannelserver/common/mcskeys.h>
 
 #include <platform/vtclient/vtserver.h>
+#include <platform/widgets/useredit.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
@@ -55,8 +58,9 @@ std::vector<pagehelp::Text> OwnHelp() {
 
 }  // namespace
 
-ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
+ServerWindow::ServerWindow(const QString& name, const VtServer& listener, ServerLog& log)
     : m_listener(listener),
+      m_log(log),
       m_title(tr("Multi-channel server: %1").arg(name)),
       m_tabs(new QTabWidget(this)),
       m_undo(new UndoBar(m_clock, this)),
@@ -66,6 +70,8 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
       m_shownClients(*this, [this] { ShowClients(); }) {
     setObjectName(QStringLiteral("ServerWindow"));
     new AltKeys(this);
+    // What is done at a window of this process is told like what clients do: with who did it.
+    m_log.SetLocalActor({ECode::AtServerWindow, {SystemUser()}}, &UserEdit::IsUnderWay);
     ShowState(ESeverity::Ok, QString());
     resize(960, 740);  // names of inputs have room, and it fits a small screen
     m_tabs->setObjectName(QStringLiteral("Pages"));
@@ -98,6 +104,7 @@ ServerWindow::ServerWindow(const QString& name, const VtServer& listener)
 }
 
 ServerWindow::~ServerWindow() {
+    m_log.SetLocalActor(CodedText(), nullptr);
     delete centralWidget();  // what is in it uses the clock
 }
 

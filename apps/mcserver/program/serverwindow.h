@@ -15,6 +15,7 @@ class QLabel;
 class QMenu;
 class QTabWidget;
 class QVBoxLayout;
+class ServerLog;
 class UndoBar;
 class VtServer;
 
@@ -25,8 +26,9 @@ class ServerWindow : public QMainWindow {
     Q_OBJECT
 
   public:
-    /// \a name: what the server calls itself. \a listener is not owned and outlives the window.
-    ServerWindow(const QString& name, const VtServer& listener);
+    /// \a name: what the server calls itself. \a listener and \a log are not owned and outlive the window;
+    /// what is done at it is told in \a log with who does it.
+    ServerWindow(const QString& name, const VtServer& listener, ServerLog& log);
     ~ServerWindow() override;
 
     /// Adds a page at the end.
@@ -56,6 +58,7 @@ class ServerWindow : public QMainWindow {
     int CountClients() const;
 
     const VtServer& m_listener;
+    ServerLog& m_log;
     Obstacle m_obstacle = [] { return QString(); };
     const QString m_title;
     QtClock m_clock;

@@ -53,7 +53,10 @@ inputcsv::Content inputcsv::Read(const QStringList& lines) {
     for (int i = 1; content.problem.isEmpty() && i < lines.size(); ++i) {
         if (lines[i].trimmed().isEmpty()) continue;
         const QStringList cells = csvline::Split(lines[i], separator);
-        if (cells.size() == CsvColumns().size())
+        if (lines[i].count(QLatin1Char('"')) % 2 != 0)
+            content.problem =
+                InLine(i + 1, QCoreApplication::translate("InputModel", "a quotation mark is not closed"));
+        else if (cells.size() == CsvColumns().size())
             content.lines.push_back({i + 1, cells[0].trimmed(), cells[1].trimmed(), cells[2], cells[3]});
         else
             content.problem = InLine(i + 1, WrongCount(cells.size(), CsvColumns().size()));

@@ -155,7 +155,12 @@ bool InputModel::setData(const QModelIndex& index, const QVariant& value, int ro
     if (!index.isValid() || role != Qt::EditRole) return false;
     const QString text = value.toString();
     if (text == data(index, Qt::EditRole).toString()) return true;
-    return Enter(index, {{text}}).isEmpty();
+    const std::vector<ModuleSettings> before = m_plant.GetSettings();
+    if (!Enter(index, {{text}}).isEmpty()) return false;
+    // Any other cell is in front of whoever typed into it; what is not supervised any more is not.
+    const bool mayLose = !inputundo::FindCleared(before, m_plant.GetSettings()).empty();
+    if (mayLose || index.column() == Address) OfferUndo(before);
+    return true;
 }
 
 QString InputModel::RefusalOf(const Change& change) const {

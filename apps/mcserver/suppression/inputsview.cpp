@@ -92,6 +92,7 @@ InputsView::InputsView(SuppressionPlant& plant, const FrequencyRange& range, QWi
     layout->addWidget(m_notice);  // below, so that the rows stay where they are
     layout->addLayout(BuildButtons());
     connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Tell);
+    connect(&m_model, &InputModel::SignalEntered, this, &InputsView::Entered);
     connect(&m_model, &InputModel::SignalDoubted, this,
             [this](const QString& doubt) { Say(NoticeBar::ESeverity::Warning, tr("Taken. %1").arg(doubt)); });
     connect(&m_model, &InputModel::SignalManyChanged, this,
@@ -169,6 +170,10 @@ void InputsView::SayTaken(const QString& text) {
     Say(NoticeBar::ESeverity::Information, text);
     m_isTaken = true;
     m_taken.start();
+}
+
+void InputsView::ForgetSaid() {
+    Say(NoticeBar::ESeverity::Information, QString());
 }
 
 void InputsView::ForgetTaken() {
@@ -286,5 +291,9 @@ void InputsView::ImportFrom(const QString& file) {
     if (!TextFile::ReadLines(file, &lines, &error)) return Tell(problemtext::Translated(error));
     // Spreadsheets begin a file with the mark of its encoding.
     if (!lines.isEmpty() && lines[0].startsWith(QChar(QChar::ByteOrderMark))) lines[0].remove(0, 1);
-    if (m_model.FromCsv(lines).isEmpty()) SayTaken(tr("Names and frequencies of %1 are taken").arg(file));
+    const QString reason = m_model.FromCsv(lines);
+    if (reason.isEmpty())
+        SayTaken(tr("Names and frequencies of %1 are taken").arg(file));
+    else
+        Say(NoticeBar::ESeverity::Warning, tr("%1 is not taken. %2").arg(file, reason));
 }

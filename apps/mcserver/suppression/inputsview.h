@@ -27,11 +27,15 @@ class InputsView : public QWidget {
     /// Writes the table to \a file. What becomes of it is said below the table, as of the next.
     void ExportTo(const QString& file);
     void ImportFrom(const QString& file);
+    /// Takes away what is said below the table: something else was done since.
+    void ForgetSaid();
 
   Q_SIGNALS:
     /// The user has changed several cells at once, as \a what says; \a undo takes it back. That may be called
     /// when the view and the plant are gone.
     void Acted(const QString& what, const std::function<void()>& undo);
+    /// Something was entered, or refused.
+    void Entered();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

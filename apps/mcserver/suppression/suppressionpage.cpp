@@ -8,6 +8,7 @@
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTabWidget>
@@ -37,14 +38,22 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     MakeRoom(*m_display);
     constexpr FrequencyRange range{MpxOrvRequests::MinFrequency, MpxOrvRequests::MaxFrequency};
     m_display->SetFrequencyRange(range);
-    m_undo = std::make_unique<SuppressionUndo>(*m_display);
+    m_undo = std::make_unique<SuppressionUndo>(*m_display, range);
     connect(m_undo.get(), &SuppressionUndo::Acted, this, &Page::Acted);
     m_duties = std::make_unique<SuppressionDuties>(m_display->GetPlant(), recovery, jobs, log, clock);
     auto* const setUp = new QWidget(this);
     auto* const layout = new QVBoxLayout(setUp);
     layout->addWidget(m_display);
     m_inputs = new InputsView(m_display->GetPlant(), range, this);
-    connect(m_inputs, &InputsView::Acted, this, &Page::Acted);
+    connect(m_inputs, &InputsView::Entered, m_undo.get(), &SuppressionUndo::TakeAsKnown);
+    connect(m_inputs, &InputsView::Acted, this,
+            [this](const QString& what, const std::function<void()>& undo) {
+                Q_EMIT Acted(what, [undo, known = QPointer<SuppressionUndo>(m_undo.get())] {
+                    undo();
+                    if (known != nullptr) known->TakeAsKnown();
+                });
+            });
+    connect(m_undo.get(), &SuppressionUndo::Acted, m_inputs, &InputsView::ForgetSaid);
     layout->addWidget(m_inputs, 1);
     m_state = new SuppressionView(this);
     auto* const tabs = new QTabWidget(this);
@@ -52,6 +61,7 @@ SuppressionPage::SuppressionPage(const SuppressionRecovery& recovery, JobControl
     tabs->setDocumentMode(true);
     tabs->addTab(setUp, tr("Set up"));
     tabs->addTab(m_state, tr("What it does"));
+    m_undo->TakeAsKnown();  // what was recovered, nobody has entered now
     auto* const whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(tabs);

@@ -2,6 +2,7 @@
 #include <apps/mcserver/suppression/suppressionundo.h>
 
 #include <apps/common/frequencytext.h>
+#include <apps/mcserver/suppression/inputundo.h>
 
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
@@ -27,7 +28,8 @@ QString UndoNameOf(const ModuleSettings& settings) {
 
 }  // namespace
 
-SuppressionUndo::SuppressionUndo(GTSDisplay& display) : m_display(display), m_modules(Read()) {
+SuppressionUndo::SuppressionUndo(GTSDisplay& display, const FrequencyRange& range)
+    : m_display(display), m_range(range), m_modules(Read()) {
     m_look.setSingleShot(true);
     const auto lookSoon = [this] {
         if (!m_look.isActive()) m_look.start(0);
@@ -48,8 +50,17 @@ SuppressionUndo::Modules SuppressionUndo::Read() const {
     return modules;
 }
 
+void SuppressionUndo::TakeAsKnown() {
+    for (const auto& [number, now] : Read()) {
+        const auto known = m_modules.find(number);
+        if (known != m_modules.end()) known->second.settings = now.settings;
+    }
+}
+
 void SuppressionUndo::Look() {
     const Modules before = std::exchange(m_modules, Read());
+    std::vector<ModuleSettings> changed;
+    std::vector<ModuleSettings> changedTo;
     for (const auto& [number, known] : before) {
         const auto now = m_modules.find(number);
         if (now == m_modules.end()) {
@@ -58,7 +69,11 @@ void SuppressionUndo::Look() {
         }
         // One that was just added is not connected yet, and one that is lost is no operator's doing.
         if (!known.isSwitchedOff && now->second.isSwitchedOff) OfferToConnect(now->second);
+        if (inputundo::CountCells({known.settings}, {now->second.settings}) == 0) continue;
+        changed.push_back(known.settings);
+        changedTo.push_back(now->second.settings);
     }
+    if (!changed.empty()) OfferToRestore(changed, changedTo);
 }
 
 bool SuppressionUndo::IsWatched(double hz) const {
@@ -70,11 +85,16 @@ bool SuppressionUndo::IsWatched(double hz) const {
     return isWatched;
 }
 
+/// What never could be tuned to was never supervised.
+bool SuppressionUndo::CanBeTunedTo(double hz) const {
+    return hz > 0.0 && !m_range.Excludes(hz);
+}
+
 /// What is not supervised any more; empty if nothing was.
 QString SuppressionUndo::LossOf(const std::vector<double>& frequencies) const {
     QStringList texts;
     for (const double hz : frequencies)
-        if (hz > 0.0 && !IsWatched(hz)) texts += FrequencyText::InMegahertz(hz);
+        if (CanBeTunedTo(hz) && !IsWatched(hz)) texts += FrequencyText::InMegahertz(hz);
     if (texts.isEmpty()) return QString();
     const int more = texts.size() - MostLost;
     if (more > 0) texts = texts.mid(0, MostLost) + QStringList(tr("%1 more").arg(more));
@@ -94,4 +114,19 @@ void SuppressionUndo::OfferToConnect(const Known& module) {
                  [display = QPointer<GTSDisplay>(&m_display), node = module.node] {
                      if (display != nullptr) display->GetPlant().ConnectModule(node);
                  });
+}
+
+void SuppressionUndo::OfferToRestore(const std::vector<ModuleSettings>& before,
+                                     const std::vector<ModuleSettings>& after) {
+    const QString what = tr("The data module %1 is changed.").arg(UndoNameOf(after.front()));
+    std::vector<double> lost;
+    const std::vector<ModuleSettings> all = m_display.GetPlant().GetSettings();
+    for (const double hz : inputundo::FindCleared(before, all))
+        if (CanBeTunedTo(hz)) lost.push_back(hz);
+    const auto undo = [self = QPointer<SuppressionUndo>(this), before, after] {
+        if (self == nullptr) return;
+        inputundo::TakeBack(self->m_display.GetPlant(), before, after);
+        self->TakeAsKnown();
+    };
+    Q_EMIT Acted(what + LossOf(lost), undo);
 }

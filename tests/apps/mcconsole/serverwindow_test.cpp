@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The server's own window: its pages, keys and help, and how it is closed while clients are connected.
+#include <apps/common/systemuser.h>
 #include <apps/mcserver/program/serverprogram.h>
 #include <apps/mcserver/program/serverwindow.h>
 #include <apps/pages/keptview.h>
@@ -12,12 +13,13 @@
 #include <tests/apps/mcserver/serverprocess.h>
 #include <tests/support/dialogs/modaldriver.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTabWidget>
@@ -42,7 +44,8 @@ class ServerWindowTest : public testing::Test {
     ServerWindowTest() : m_program(Options(m_directory)) {
         QString error;
         EXPECT_TRUE(m_program.Start(&error)) << error.toStdString();
-        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program.GetListener());
+        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program.GetListener(),
+                                                m_program.GetServer().GetLog());
         window->show();
     }
     ~ServerWindowTest() override {
@@ -62,6 +65,14 @@ class ServerWindowTest : public testing::Test {
     /// Closes the window as a person does, and does \a react about the question.
     void CloseAndReact(const std::function<void(QMessageBox&)>& react) const {
         WithModalDialog<QMessageBox>([this] { window->close(); }, react);
+    }
+
+    /// All that the server has told of, a line each.
+    std::string Told() {
+        std::string told;
+        for (const EventJournal::Entry& entry : m_program.GetServer().GetLog().GetJournal().GetEntries())
+            told += entry.json.toStdString() + '\n';
+        return told;
     }
 
     std::unique_ptr<ServerWindow> window;
@@ -114,6 +125,17 @@ TEST_F(ServerWindowTest, IsArrangedAgainAsItWas) {
     window->GetTabs()->setCurrentIndex(0);
     keptview::Restore(*cfg, *window->GetTabs());
     EXPECT_EQ(window->GetTabs()->currentIndex(), 3);
+}
+
+TEST_F(ServerWindowTest, WhatIsDoneAtItIsToldWithWhoDidIt) {
+    auto* const box = window->findChild<QCheckBox*>(QStringLiteral("shallBeConnectedState"));
+    const auto where = [box] { return QPoint(8, box->height() / 2); };
+    window->GetTabs()->setCurrentIndex(2);
+    const bool wasOn = box->isChecked();
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, where());
+    ASSERT_TRUE(ServerProcess::WaitFor([&] { return box->isChecked() != wasOn; }));
+    const std::string by = ", by " + SystemUser().toStdString() + " at the server's window";
+    EXPECT_THAT(Told(), testing::ContainsRegex("the ORV is to be (let go|connected)" + by));
 }
 
 TEST_F(ServerWindowTest, ClosesAtOnceWithoutClients) {

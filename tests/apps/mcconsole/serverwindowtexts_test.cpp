@@ -50,7 +50,8 @@ class ServerWindowTexts : protected InGerman, public testing::Test {
         EXPECT_TRUE(program->Start(&error)) << error.toStdString();
         recovery.Begin();
         McsServer& server = program->GetServer();
-        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), program->GetListener());
+        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), program->GetListener(),
+                                                program->GetServer().GetLog());
         auto* const page = new SuppressionPage(recovery, server.GetJobs(), server.GetLog(),
                                                program->GetClock(), window.get());
         window->AddNotice(new RecoveryNotices(recovery.GetReport(), page->GetRecorder()));

@@ -104,6 +104,15 @@ TEST_F(SeveralInputs, OffersToTakeBackWhatWasPastedOrImported) {
     const ModuleSettings before = Settings(0);
     Enter(0, InputModel::Name, "Apron");
     EXPECT_FALSE(undo);  // it is one cell, and it is in front of whoever typed it
+    Enter(3, InputModel::Frequency, "");
+    EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed. No input has any more: 121.5 MHz."));
+    ASSERT_TRUE(undo);
+    undo();
+    EXPECT_EQ(Settings(0).frequencies[3], 121.5e6);
+    Enter(0, InputModel::Address, "127.0.0.9");
+    EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed."));
+    undo();
+    EXPECT_EQ(Settings(0).address, before.address);
     PasteAt(0, InputModel::Name, "Gate");
     EXPECT_EQ(what, QStringLiteral("One cell of the inputs is changed."));
     PasteAt(3, InputModel::Module, "Tower mast\t127.0.0.2");
@@ -196,7 +205,7 @@ INSTANTIATE_TEST_SUITE_P(
         Csv{"OtherColumns", "input,name\n4,a\n", "The first line has to be: module,input,name,frequency_mhz"},
         Csv{"Empty", "", "The first line has to be"},
         Csv{"OnlyTitles", "module,input,name,frequency_mhz\n\n",
-            "Not taken. There is nothing below the first line"},
+            "inputs.csv is not taken. There is nothing below the first line"},
         Csv{"UnknownInput", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,12,b,119\n",
             "Line 3: there is no input 12 of a module ADAM-6051-1"},
         Csv{"WrongFrequency", "module,input,name,frequency_mhz\nADAM-6051-1,4,a,118.1\nADAM-6051-1,5,b,x\n",
@@ -204,6 +213,8 @@ INSTANTIATE_TEST_SUITE_P(
         Csv{"MissingCell", "module,input,name,frequency_mhz\nADAM-6051-1,4,a\n",
             "Line 2: it has 3 cells and not 4"},
         Csv{"OneCell", "module,input,name,frequency_mhz\nADAM-6051-1\n", "Line 2: it has one cell and not 4"},
+        Csv{"AnOpenQuote", "module,input,name,frequency_mhz\nADAM-6051-1,4,\"a,118.1\n",
+            "Line 2: a quotation mark is not closed"},
         Csv{"NoText", "\xff\xfe\x01", "is not UTF-8 text"},
         Csv{"OneInputTwice",
             "module,input,name,frequency_mhz\nADAM-6060 7,4,One,250\nADAM-6060 7,4,Two,251\n",

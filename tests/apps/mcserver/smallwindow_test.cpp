@@ -48,7 +48,8 @@ class ASmallServerWindow : public testing::Test {
         EXPECT_TRUE(m_program->Start(&error)) << error.toStdString();
         m_recovery.Begin();
         McsServer& server = m_program->GetServer();
-        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program->GetListener());
+        window = std::make_unique<ServerWindow>(QStringLiteral("Mast 7"), m_program->GetListener(),
+                                                m_program->GetServer().GetLog());
         auto* const page = new SuppressionPage(m_recovery, server.GetJobs(), server.GetLog(),
                                                m_program->GetClock(), window.get());
         auto* const alarm = new SuppressionAlarm(page->GetPlant());

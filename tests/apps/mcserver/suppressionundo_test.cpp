@@ -36,7 +36,7 @@ class AnUndoOfModules : public testing::Test {
         m_display->show();
         m_display->AddModule(Settings(0));
         m_display->AddModule(Settings(1));
-        m_undo = std::make_unique<SuppressionUndo>(*m_display);
+        m_undo = std::make_unique<SuppressionUndo>(*m_display, FrequencyRange{0.3e6, 3000e6});
         QObject::connect(m_undo.get(), &SuppressionUndo::Acted, m_display.get(),
                          [this](const QString& what, const std::function<void()>& undo) {
                              ++m_offers;
@@ -132,9 +132,36 @@ TEST_F(AnUndoOfModules, ConnectsADisconnectedModuleAgain) {
     EXPECT_TRUE(WaitForStatus(0, "Connected"));
 }
 
-TEST_F(AnUndoOfModules, OffersNothingForAModuleThatIsLostOrEdited) {
+TEST_F(AnUndoOfModules, TakesBackWhatAnEditorHasChanged) {
+    SuppressionPlant& plant = m_display->GetPlant();
+    plant.SetFrequency(QStringLiteral("ADAM-6051-0"), 4, 5e12);  // what never blanks is no loss below
+    m_undo->TakeAsKnown();
+    const std::vector<ModuleSettings> before = plant.GetSettings();
     ASSERT_TRUE(WaitForStatus(0, "Connected"));
-    m_display->GetPlant().SetAddress(QStringLiteral("ADAM-6051-0"), QStringLiteral("127.0.0.2"));
+    plant.SetAddress(QStringLiteral("ADAM-6051-0"), QStringLiteral("127.0.0.2"));
+    plant.SetFrequency(QStringLiteral("ADAM-6051-0"), 3, 0.0);
+    plant.SetFrequency(QStringLiteral("ADAM-6051-0"), 4, 0.0);
+    ASSERT_TRUE(WaitUntil([this] { return m_offers == 1; }));
+    EXPECT_EQ(m_what,
+              QStringLiteral("The data module Mast 0 at 127.0.0.2 is changed. Not supervised any more (MHz): "
+                             "121.500."));
+    m_takeBack();
+    EXPECT_EQ(plant.GetSettings(), before);
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
+    RunTurns(3);
+    EXPECT_EQ(m_offers, 1) << "what is undone needs no undo";
+}
+
+TEST_F(AnUndoOfModules, OffersNothingForWhatIsOfferedElsewhereAlready) {
+    m_display->GetPlant().SetFrequency(QStringLiteral("ADAM-6051-0"), 3, 118e6);
+    m_undo->TakeAsKnown();
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
+    RunTurns(3);
+    EXPECT_EQ(m_offers, 0);
+}
+
+TEST_F(AnUndoOfModules, OffersNothingForAModuleThatIsLost) {
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
     ASSERT_TRUE(WaitForStatus(1, "Connected"));
     m_module.Kill();
     ASSERT_TRUE(WaitForStatus(1, "Error"));
@@ -143,6 +170,7 @@ TEST_F(AnUndoOfModules, OffersNothingForAModuleThatIsLostOrEdited) {
 
 TEST_F(AnUndoOfModules, NamesNoLossOfAFrequencyThatAnotherModuleWatches) {
     m_display->GetPlant().SetFrequency(QStringLiteral("ADAM-6051-1"), 3, 121.5e6);
+    m_undo->TakeAsKnown();
     ASSERT_TRUE(WaitForStatus(0, "Connected"));
     ASSERT_TRUE(WaitForStatus(1, "Connected"));
     Choose(0, "Disconnect");
