@@ -776,6 +776,14 @@
         <source>no user is given</source>
         <translation>kein Benutzer ist angegeben</translation>
     </message>
+    <message>
+        <source>%1 is to be supervised%2</source>
+        <translation>%1 soll überwacht werden%2</translation>
+    </message>
+    <message>
+        <source>the protection by the ground transmitter suppression%1</source>
+        <translation>der Schutz durch die Bodensenderunterdrückung%1</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>
@@ -953,12 +961,12 @@
 <context>
     <name>ConnectionBar</name>
     <message>
-        <source>Try &amp;now</source>
-        <translation>&amp;Jetzt versuchen</translation>
-    </message>
-    <message>
         <source>Try now to connect</source>
         <translation>Jetzt versuchen zu verbinden</translation>
+    </message>
+    <message>
+        <source>Tr&amp;y now</source>
+        <translation>&amp;Jetzt versuchen</translation>
     </message>
 </context>
 <context>
@@ -1338,10 +1346,6 @@
         <translation>Strg+F</translation>
     </message>
     <message>
-        <source>Show &amp;older</source>
-        <translation>Ä&amp;ltere zeigen</translation>
-    </message>
-    <message>
         <source>&amp;Export...</source>
         <translation>&amp;Exportieren...</translation>
     </message>
@@ -1395,6 +1399,10 @@
     <message>
         <source>Not connected from %1 to %2: lines of the log are missing, events were asked for again</source>
         <translation>Nicht verbunden von %1 bis %2: Zeilen des Protokolls fehlen, Ereignisse wurden noch einmal erfragt</translation>
+    </message>
+    <message>
+        <source>Show o&amp;lder</source>
+        <translation>Ä&amp;ltere zeigen</translation>
     </message>
 </context>
 <context>
@@ -2050,6 +2058,22 @@
         <source>%1/%2 ready</source>
         <translation>%1/%2 bereit</translation>
     </message>
+    <message>
+        <source>unprotected</source>
+        <translation>ungeschützt</translation>
+    </message>
+    <message>
+        <source>The ground transmitter suppression is switched off for it.</source>
+        <translation>Die Bodensenderunterdrückung ist für ihn ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>The ground transmitter suppression is switched off for it, by %1.</source>
+        <translation>Die Bodensenderunterdrückung ist für ihn ausgeschaltet, durch %1.</translation>
+    </message>
+    <message>
+        <source>taken away</source>
+        <translation>weggenommen</translation>
+    </message>
 </context>
 <context>
     <name>KeyingTimeline</name>
@@ -2449,16 +2473,16 @@
 <context>
     <name>NoticeBar</name>
     <message>
-        <source>Dismiss</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
         <source>Warning</source>
         <translation>Warnung</translation>
     </message>
     <message>
         <source>Note</source>
         <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>&amp;Dismiss</source>
+        <translation>Aus&amp;blenden</translation>
     </message>
 </context>
 <context>
@@ -3680,7 +3704,7 @@ Bitte prüfen Sie den Namen.</translation>
     </message>
     <message>
         <source>Rest&amp;ore</source>
-        <translation>Wieder&amp;herstellen</translation>
+        <translation>Wie&amp;derherstellen</translation>
     </message>
     <message>
         <source>Dismiss</source>
@@ -3697,6 +3721,10 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>Was at %1 until %2</source>
         <translation>War bis %2 auf %1</translation>
+    </message>
+    <message>
+        <source>%1 is job master now</source>
+        <translation>Auftragsmaster ist jetzt %1</translation>
     </message>
 </context>
 <context>
@@ -4359,7 +4387,7 @@ Bitte prüfen Sie den Namen.</translation>
     <name>UndoBar</name>
     <message>
         <source>&amp;Undo</source>
-        <translation>Rück&amp;gängig</translation>
+        <translation>Rü&amp;ckgängig</translation>
     </message>
 </context>
 <context>
@@ -4385,7 +4413,7 @@ Bitte prüfen Sie den Namen.</translation>
     </message>
     <message>
         <source>Reco&amp;nnect</source>
-        <translation>&amp;Neu verbinden</translation>
+        <translation>Neu &amp;verbinden</translation>
     </message>
     <message>
         <source>Reconnect the input modules</source>

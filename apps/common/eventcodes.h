@@ -127,6 +127,8 @@ enum class ECode : std::uint8_t {
     NeedsPolicy,
     RightTaken,
     SupervisionEnded,
+    SupervisionWanted,
+    ProtectionEnded,
     LostItsFrequency,
     WasTunedTo,
     MasterSince,

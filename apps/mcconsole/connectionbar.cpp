@@ -7,7 +7,7 @@
 #include <QtWidgets/QStyle>
 
 ConnectionBar::ConnectionBar(QWidget* parent)
-    : QFrame(parent), m_text(new QLabel(this)), m_try(new QPushButton(tr("Try &now"), this)) {
+    : QFrame(parent), m_text(new QLabel(this)), m_try(new QPushButton(tr("Tr&y now"), this)) {
     constexpr int Margin = 6;
     setObjectName(QStringLiteral("ConnectionBar"));
     setAutoFillBackground(true);

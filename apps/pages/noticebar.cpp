@@ -17,7 +17,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_text->setWordWrap(true);
     m_dismiss->setObjectName(QStringLiteral("Dismiss"));
-    m_dismiss->setText(tr("Dismiss"));
+    m_dismiss->setText(tr("&Dismiss"));
     connect(m_dismiss, &QToolButton::clicked, this, &QWidget::hide);
     auto* const row = new QHBoxLayout(this);
     row->addWidget(m_sign);

@@ -132,7 +132,7 @@ QWidget* EventsPage::BuildBar() {
     find->setShortcut(QKeySequence::Find);
     find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(find);
-    m_older = new QPushButton(tr("Show &older"), bar);
+    m_older = new QPushButton(tr("Show o&lder"), bar);
     m_older->setObjectName(QStringLiteral("EventsOlder"));
     m_follow = new QPushButton(bar);
     m_follow->setObjectName(QStringLiteral("EventsFollow"));

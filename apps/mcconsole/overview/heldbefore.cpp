@@ -79,6 +79,7 @@ void HeldBefore::Follow(const Held& now) {
     }
     ForgetWhatIsBack(now);
     Offer(IsDeviceReady() ? m_before : Held());
+    LookAtMaster();
 }
 
 /// Or what the operator has replaced by another frequency.
@@ -99,6 +100,15 @@ void HeldBefore::LookAtRefusal() {
     const QString refusal = isRefused ? m_tuning.GetReason() : QString();
     if (refusal == m_refusal) return;
     m_refusal = refusal;
+    Q_EMIT Changed();
+}
+
+/// While somebody else is it, it cannot be had back.
+void HeldBefore::LookAtMaster() {
+    const QString master = m_situation.GetFacts().Text(EFact::MasterName).value_or(QString());
+    const QString other = m_offer.isMaster && !Now().isMaster ? master : QString();
+    if (other == m_otherMaster) return;
+    m_otherMaster = other;
     Q_EMIT Changed();
 }
 

@@ -34,6 +34,8 @@ class HeldBefore : public QObject {
     Held GetOffer() const { return m_offer; }
     /// Why the frequency of the offer is not given back, in the server's words; empty if nobody said no.
     QString GetRefusal() const { return m_refusal; }
+    /// Who is job master instead, where mastership is offered; empty: nobody is.
+    const QString& GetOtherMaster() const { return m_otherMaster; }
     /// Until when there was that, by the clock on the wall.
     QTime GetLostAt() const { return m_lostAt; }
     /// Asks for it.
@@ -51,6 +53,7 @@ class HeldBefore : public QObject {
     void ForgetWhatIsBack(const Held& now);
     void Offer(const Held& offer);
     void LookAtRefusal();
+    void LookAtMaster();
     bool IsDeviceReady() const;
     Held Now() const;
 
@@ -65,4 +68,5 @@ class HeldBefore : public QObject {
     QTime m_lostAt;
     Held m_offer;
     QString m_refusal;
+    QString m_otherMaster;
 };

@@ -53,7 +53,10 @@ QString RestoreOffer::Text() const {
 
 void RestoreOffer::Show() {
     const QString refusal = m_held.GetRefusal();
-    const QString text = Text();
+    QString text = Text();
+    if (const QString& other = m_held.GetOtherMaster(); !other.isEmpty())
+        text += QStringLiteral("; ") +
+                tr("%1 is job master now").arg(valuetext::Shortened(other, MaxReasonLength));
     m_text->setText(refusal.isEmpty()
                         ? text
                         : tr("%1; refused: %2").arg(text, valuetext::Shortened(refusal, MaxReasonLength)));

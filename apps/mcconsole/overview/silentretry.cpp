@@ -50,7 +50,14 @@ bool SilentRetry::CanWait() const {
     return wanted && IsKeyed(*wanted);
 }
 
+/// The operator asks for it by hand meanwhile: if that is refused too, the waiting goes on.
+bool SilentRetry::IsAskedFor() const {
+    return IsConnected() && m_tuning.GetState() == Tuning::EState::Asked &&
+           m_tuning.GetWanted().GetHz() == m_hz;
+}
+
 void SilentRetry::Look() {
+    if (m_state == EState::Waiting && IsAskedFor()) return m_silent.Stop();
     const std::optional<double> wanted = Wanted();
     const bool isWaiting = m_state == EState::Waiting && wanted == m_hz;
     if (!isWaiting) {

@@ -59,6 +59,7 @@ class SilentRetry : public QObject {
     bool IsKeyed(double hz) const;
     bool IsUnsupervised(double hz) const;
     bool CanWait() const;
+    bool IsAskedFor() const;
 
     Tuning& m_tuning;
     const Situation& m_situation;

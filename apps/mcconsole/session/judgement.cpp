@@ -4,11 +4,14 @@
 #include <apps/common/codedtext.h>
 #include <apps/common/frequencytext.h>
 #include <apps/common/problemtext.h>
+#include <apps/common/whotext.h>
 #include <apps/mcconsole/session/judgementparts.h>
 #include <apps/pages/agetext.h>
 #include <apps/pages/frequencylist.h>
 
 #include <QtCore/QLocale>
+
+#include <algorithm>
 
 namespace {
 
@@ -16,6 +19,7 @@ using namespace judgementparts;
 
 using EFact = ServerFacts::EFact;
 
+constexpr char MasterRight[] = "MayBeJobMaster";
 constexpr char UsualApplication[] = "mcserver";  // of a server that nobody gave a name
 
 /// " since 14:03:21", where the server says so.
@@ -59,6 +63,31 @@ void TellOfAnswer(const ServerFacts& facts, SituationItem* item) {
     const auto answer = CodedText::FromJsonText(facts.Text(EFact::OwnAnswerCode).value_or(QString()));
     if (!answer || (answer->GetCode() != ECode::Refused && answer->GetCode() != ECode::Ended)) return;
     item->detail += QLatin1Char('\n') + ShortReason(answer->Translated());
+}
+
+/// The right to be job master was taken from this console, which has asked for nothing since.
+bool HasLostMastership(const ServerFacts& facts) {
+    const auto answer = CodedText::FromJsonText(facts.Text(EFact::OwnAnswerCode).value_or(QString()));
+    if (!answer || answer->GetCode() != ECode::Ended || answer->GetArguments().empty()) return false;
+    const CodedText& reason = answer->GetArguments().front();
+    return reason.GetCode() == ECode::NeedsPolicy && !reason.GetArguments().empty() &&
+           reason.GetArguments().front().ToEnglish() == QLatin1String(MasterRight);
+}
+
+/// Who is tuned to a keyed frequency all the same has to see why.
+void TellOfSuppression(const ServerFacts& facts, SituationItem* item) {
+    if (facts.Flag(EFact::OwnBlanking).value_or(true)) return;
+    item->severity = std::max(item->severity, ESeverity::Look);
+    item->word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "unprotected"));
+    const QString by = whotext::Translated(facts.Text(EFact::OwnBlankingBy).value_or(QString()));
+    const QString text =
+        by.isEmpty() ? JudgementText(QT_TRANSLATE_NOOP(
+                           "Judgement", "The ground transmitter suppression is switched off for it."))
+                     : JudgementText(QT_TRANSLATE_NOOP(
+                                         "Judgement",
+                                         "The ground transmitter suppression is switched off for it, by %1."))
+                           .arg(ShortReason(by));
+    item->detail += QLatin1Char('\n') + text;
 }
 
 QString AnsweringText(double answering, double modules) {
@@ -127,8 +156,14 @@ SituationItem judgement::Master(const ServerFacts& facts, const Connection& conn
     if (!master) return UnknownItem(MpxOrvsPageName);
     SituationItem item =
         MakeItem(ESeverity::Ok, JudgementText(QT_TRANSLATE_NOOP("Judgement", "nobody")), MpxOrvsPageName);
+    const bool isLost = HasLostMastership(facts);
+    if (isLost) item.severity = ESeverity::Look;
     if (master->isEmpty()) {
         item.detail = JudgementText(QT_TRANSLATE_NOOP("Judgement", "No MpxORV is job master."));
+        if (isLost) {
+            item.word = item.brief = JudgementText(QT_TRANSLATE_NOOP("Judgement", "taken away"));
+            TellOfAnswer(facts, &item);
+        }
         return item;
     }
     const bool isOwn = connection.isMpxOrvUsed && *master == connection.mpxOrvName;
@@ -138,6 +173,7 @@ SituationItem judgement::Master(const ServerFacts& facts, const Connection& conn
     item.word = WithMinute(shown, facts.Text(EFact::MasterSince));
     item.detail = WithMoment(JudgementText(QT_TRANSLATE_NOOP("Judgement", "Job master: %1")).arg(name),
                              facts.Text(EFact::MasterSince));
+    if (isLost) TellOfAnswer(facts, &item);
     return item;
 }
 
@@ -216,6 +252,7 @@ SituationItem judgement::Own(const ServerFacts& facts, const Connection& connect
         item.severity = ESeverity::Look;
         item.word += QStringLiteral(", ") + JudgementText(QT_TRANSLATE_NOOP("Judgement", "keyed"));
     }
+    TellOfSuppression(facts, &item);
     return item;
 }
 

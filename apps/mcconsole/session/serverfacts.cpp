@@ -42,6 +42,8 @@ constexpr Place Places[] = {
     {EFact::OwnTunedSince,           true,  "/Status/TunedSince"},
     {EFact::OwnAnswerCode,           true,  "/Request/AnswerCode"},
     {EFact::OwnIsMaster,             true,  "/Status/IsMaster"},
+    {EFact::OwnBlanking,             true,  "/Blanking"},
+    {EFact::OwnBlankingBy,           true,  "/Status/BlankingSwitchedBy"},
 };
 // clang-format on
 

@@ -37,7 +37,9 @@ class ServerFacts : private PathBinding::IListener {
         OwnTunedFrequency,
         OwnTunedSince,
         OwnAnswerCode,
-        OwnIsMaster
+        OwnIsMaster,
+        OwnBlanking,  ///< whether it obeys the suppression
+        OwnBlankingBy
     };
 
     /// \a changed is called after any of them has.
@@ -63,7 +65,7 @@ class ServerFacts : private PathBinding::IListener {
     bool Has(EFact fact, double hz) const;
 
   private:
-    static constexpr std::size_t Count = static_cast<std::size_t>(EFact::OwnIsMaster) + 1;
+    static constexpr std::size_t Count = static_cast<std::size_t>(EFact::OwnBlankingBy) + 1;
 
     void OnBindingChanged(PathBinding& binding, TChangeCode code) override;
     void Bind(const QString& basePath, bool isOwn);

@@ -247,10 +247,16 @@ void JobControl::CheckWatchers(const CodedText& reason) {
 }
 
 void JobControl::End(MpxOrv& mpxOrv, const CodedText& reason) {
-    const CodedText answer(ECode::Ended, {reason});
+    Tell(mpxOrv, {ECode::Ended, {reason}});
+}
+
+void JobControl::Tell(MpxOrv& mpxOrv, const CodedText& answer) {
+    const bool isEnd = answer.GetCode() == ECode::Ended;
     ShowStatus(mpxOrv);
     mpxOrv.GetRequests().Answer(answer);
-    m_log.WriteFrom(mpxOrv.GetName(), {ECode::RequestEnded, {mpxOrv.GetName(), answer}}, Of(mpxOrv));
+    m_log.WriteFrom(mpxOrv.GetName(),
+                    {isEnd ? ECode::RequestEnded : ECode::RequestDone, {mpxOrv.GetName(), answer}},
+                    Of(mpxOrv));
 }
 
 void JobControl::Enter(MpxOrv& mpxOrv) {
@@ -310,10 +316,10 @@ void JobControl::ReportIntervalChanged() {
         mpxOrv->GetRequests().ShowReportInterval(m_device.GetReportInterval());
 }
 
-void JobControl::TellTuned(const std::function<CodedText(double hz)>& reasonOf) {
+void JobControl::TellTuned(ECode kind, const std::function<CodedText(double hz)>& reasonOf) {
     for (const auto& [mpxOrv, tuning] : m_tunings) {
         const CodedText reason = reasonOf(tuning.hz);
-        if (!reason.IsEmpty()) End(*mpxOrv, reason);
+        if (!reason.IsEmpty()) Tell(*mpxOrv, {kind, {reason}});
     }
 }
 
@@ -359,6 +365,8 @@ void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
     m_log.Write({code, {mpxOrv.GetName(), m_log.ByActor()}}, Of(mpxOrv));
     m_onSwitched(mpxOrv);
     GuardChanged();
+    if (mpxOrv.ObeysBlanking() || m_log.GetActor().isEmpty()) return;
+    End(mpxOrv, {ECode::ProtectionEnded, {m_log.ByActor(ECode::TakenAwayBy)}});
 }
 
 void JobControl::ShowStatus(MpxOrv& mpxOrv) {

@@ -44,8 +44,9 @@ class JobControl : public IMpxOrvListener {
     /// The guard may think otherwise from now on: who is tuned to what it refuses loses it.
     void GuardChanged();
     void ReportIntervalChanged();
-    /// Tells whoever is tuned to a frequency, in Hz, that \a reasonOf has a text for; they stay tuned.
-    void TellTuned(const std::function<CodedText(double hz)>& reasonOf);
+    /// Tells whoever is tuned to a frequency, in Hz, that \a reasonOf has a text for, as an answer of the \a
+    /// kind ECode::Ended or ECode::Done; they stay tuned.
+    void TellTuned(ECode kind, const std::function<CodedText(double hz)>& reasonOf);
 
     void OnRequest(MpxOrv& mpxOrv, ERequest request) override;
     void OnPoliciesChanged(MpxOrv& mpxOrv) override;
@@ -93,6 +94,7 @@ class JobControl : public IMpxOrvListener {
     /// Ends the watching of those who may not, or whose frequency is not in the master's range any more.
     void CheckWatchers(const CodedText& reason);
     void End(MpxOrv& mpxOrv, const CodedText& reason);
+    void Tell(MpxOrv& mpxOrv, const CodedText& answer);
     /// Tells in events what came of a request.
     void LogOutcome(const MpxOrv& mpxOrv, ERequest request, const Outcome& outcome, const CodedText& answer);
     void LogPolicies(MpxOrv& mpxOrv, const QStringList& given, const QStringList& taken);

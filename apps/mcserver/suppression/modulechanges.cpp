@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -99,7 +100,7 @@ void ModuleChanges::Look() {
         TellSettings(found->second.settings, known.settings);
         TellState(number, found->second, known);
     }
-    TellUncovered(before);
+    TellCoverage(before);
 }
 
 std::set<double> ModuleChanges::CoveredBy(const Modules& modules) {
@@ -110,11 +111,15 @@ std::set<double> ModuleChanges::CoveredBy(const Modules& modules) {
     return hertz;
 }
 
-void ModuleChanges::TellUncovered(const Modules& before) const {
-    std::set<double> lost = CoveredBy(before);
-    for (const double hertz : CoveredBy(m_modules))
-        lost.erase(hertz);
-    if (!lost.empty()) m_onUncovered(lost, {ECode::TakenAwayBy, {Who()}});
+void ModuleChanges::TellCoverage(const Modules& before) const {
+    const std::set<double> old = CoveredBy(before);
+    const std::set<double> now = CoveredBy(m_modules);
+    Coverage coverage{{}, {}, Who()};
+    std::set_difference(old.begin(), old.end(), now.begin(), now.end(),
+                        std::inserter(coverage.lost, coverage.lost.end()));
+    std::set_difference(now.begin(), now.end(), old.begin(), old.end(),
+                        std::inserter(coverage.gained, coverage.gained.end()));
+    if (!coverage.lost.empty() || !coverage.gained.empty()) m_onCovered(coverage);
 }
 
 /// A module in error stays so until somebody connects it anew.

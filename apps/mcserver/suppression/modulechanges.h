@@ -27,9 +27,15 @@ class ModuleChanges : public QObject {
     /// What is there already is no event. \a plant and \a log are not owned, and outlive this.
     ModuleChanges(SuppressionPlant& plant, ServerLog& log, IClock& clock);
 
-    /// Whole hertz that no module has any more, and who did that, as the end of a text.
-    using Uncovered = std::function<void(const std::set<double>& hertz, const CodedText& by)>;
-    void SetOnUncovered(Uncovered uncovered) { m_onUncovered = std::move(uncovered); }
+    /// Which frequencies, in whole hertz, no module has any more, and which one has that none had, and who
+    /// did that.
+    struct Coverage {
+        std::set<double> lost;
+        std::set<double> gained;
+        CodedText who;
+    };
+    using Covered = std::function<void(const Coverage& coverage)>;
+    void SetOnCovered(Covered covered) { m_onCovered = std::move(covered); }
 
     /// Whoever writes now has the modules in error connected anew, which answer later.
     void NoteReconnect();
@@ -47,7 +53,7 @@ class ModuleChanges : public QObject {
     void OnStates();
     void LookSoon();
     void Look();
-    void TellUncovered(const Modules& before) const;
+    void TellCoverage(const Modules& before) const;
     void TellState(int number, const Known& before, const Known& now);
     void TellSettings(const ModuleSettings& before, const ModuleSettings& now);
     void TellInputs(const ModuleSettings& before, const ModuleSettings& now);
@@ -60,7 +66,7 @@ class ModuleChanges : public QObject {
     SuppressionPlant& m_plant;
     ServerLog& m_log;
     ClockTimer m_look;
-    Uncovered m_onUncovered = [](const std::set<double>&, const CodedText&) {};
+    Covered m_onCovered = [](const Coverage&) {};
     CodedText m_who;  ///< who does what is looked at next
     Modules m_modules;
     std::map<int, CodedText> m_reconnecting;  ///< who had those in error connected anew, by number

@@ -20,11 +20,16 @@ SuppressionDuties::SuppressionDuties(SuppressionPlant& plant, const SuppressionR
       m_recorder(plant, recovery, log, clock) {
     m_plant.SetListener(&m_log);
     // Who is tuned there would learn from the log only that nobody watches over it.
-    m_changes.SetOnUncovered([&jobs](const std::set<double>& hertz, const CodedText& by) {
-        jobs.TellTuned([&](double hz) {
+    const auto tell = [&jobs](ECode kind, ECode what, const std::set<double>& hertz, ECode by,
+                              const CodedText& who) {
+        jobs.TellTuned(kind, [&](double hz) {
             if (hertz.count(std::floor(hz)) == 0) return CodedText();
-            return CodedText(ECode::SupervisionEnded, {MCSTools::FormatFrequency(hz), by});
+            return CodedText(what, {MCSTools::FormatFrequency(hz), {by, {who}}});
         });
+    };
+    m_changes.SetOnCovered([tell](const ModuleChanges::Coverage& coverage) {
+        tell(ECode::Ended, ECode::SupervisionEnded, coverage.lost, ECode::TakenAwayBy, coverage.who);
+        tell(ECode::Done, ECode::SupervisionWanted, coverage.gained, ECode::By, coverage.who);
     });
     m_guard.SetWitness([this](const BlankingSource& source, const QString& mpxOrv) {
         m_status.NoteBlanked(source.module, source.input, mpxOrv);

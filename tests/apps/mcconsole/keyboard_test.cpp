@@ -253,6 +253,31 @@ TEST_P(WindowsInALanguage, GiveAKeyOneMeaningOnEachPage) {
     }
 }
 
+/// What bars above the pages have stands there at the worst moment, beside any page.
+TEST_P(WindowsInALanguage, GiveAKeyOneMeaningAlsoWithAllBarsThere) {
+    ConsoleWindow window{VtClientOptions()};
+    window.show();
+    const auto isInPage = [&window](const QWidget* widget) { return window.GetTabs()->isAncestorOf(widget); };
+    for (int i = 0; i < window.GetTabs()->count(); ++i) {
+        window.GetTabs()->setCurrentIndex(i);
+        std::map<QString, std::set<QString>> uses;
+        const auto add = [&uses](const QString& text) {
+            const QString key = QKeySequence::mnemonic(text).toString();
+            if (!key.isEmpty()) uses[key].insert(text);
+        };
+        for (const QAction* const action : window.menuBar()->actions())
+            add(action->text());
+        for (const auto* const button : window.findChildren<QAbstractButton*>())
+            if (button->isVisible() || !isInPage(button)) add(button->text());
+        for (const auto* const label : window.findChildren<QLabel*>())
+            if (label->isVisible() && label->buddy() != nullptr) add(label->text());
+        for (const auto& [key, texts] : uses)
+            EXPECT_EQ(texts.size(), 1U)
+                << window.GetTabs()->tabText(i).toStdString() << ", "
+                << QStringList(texts.begin(), texts.end()).join(QStringLiteral(" | ")).toStdString();
+    }
+}
+
 TEST_P(WindowsInALanguage, FitASmallScreenAndShowAllOnALargeOne) {
     const ConsoleWindow window{VtClientOptions()};
     EXPECT_LE(window.minimumSizeHint().width(), 640);

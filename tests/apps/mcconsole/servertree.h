@@ -66,8 +66,9 @@ class ServerTree {
     }
 
     /// The last request of the own MpxORV ended like that.
-    void Answer(ECode kind) {
-        const CodedText answer(kind, {QStringLiteral("the reason")});
+    void Answer(ECode kind) { Answer(kind, QStringLiteral("the reason")); }
+    void Answer(ECode kind, const CodedText& said) {
+        const CodedText answer(kind, {said});
         Text("DynamicMpxORVs/Console/Request/AnswerCode", answer.ToJsonText().toUtf8());
         Text("DynamicMpxORVs/Console/Request/Answer", answer.ToEnglish().toUtf8());
     }

@@ -90,6 +90,17 @@ TEST_F(SilentRetryTest, IsOfferedOnlyForAKeyedFrequencyThatIsWanted) {
     EXPECT_EQ(retry.GetState(), SilentRetry::EState::Idle);
 }
 
+TEST_F(SilentRetryTest, GoesOnWhenItIsAskedForByHandInVain) {
+    AskInVain();
+    retry.Wait();
+    tuning.Tune();
+    EXPECT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    Refuse("121.5 MHz is blanked");
+    EXPECT_EQ(retry.GetState(), SilentRetry::EState::Waiting);
+    Key({});
+    EXPECT_THAT(Asked(), ElementsAre(121.5, 121.5, 121.5));
+}
+
 TEST_F(SilentRetryTest, CanBeCancelled) {
     AskInVain();
     retry.Wait();

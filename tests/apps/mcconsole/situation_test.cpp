@@ -98,13 +98,24 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Master, SituationTable,
-    testing::Values(SituationRow{"Nobody", EItem::Master, [](S&, C&) {}, ESeverity::Ok, "nobody", "MpxORVs"},
-                    SituationRow{"SomebodyElse", EItem::Master,
-                                 [](S& s, C&) { s.Text("Status/Master/Name", "Tower"); }, ESeverity::Ok,
-                                 "Tower", "MpxORVs"},
-                    SituationRow{"ThisConsole", EItem::Master,
-                                 [](S& s, C&) { s.Text("Status/Master/Name", "Console"); }, ESeverity::Ok,
-                                 "this console", "MpxORVs"}),
+    testing::Values(
+        SituationRow{"Nobody", EItem::Master, [](S&, C&) {}, ESeverity::Ok, "nobody", "MpxORVs"},
+        SituationRow{
+            "TakenAway", EItem::Master,
+            [](S& s, C&) {
+                s.Answer(ECode::Ended, {ECode::NeedsPolicy, {QStringLiteral("MayBeJobMaster"), CodedText()}});
+            },
+            ESeverity::Look, "taken away", "MpxORVs"},
+        SituationRow{
+            "AnotherRightTakenAway", EItem::Master,
+            [](S& s, C&) {
+                s.Answer(ECode::Ended, {ECode::NeedsPolicy, {QStringLiteral("MayCal"), CodedText()}});
+            },
+            ESeverity::Ok, "nobody", "MpxORVs"},
+        SituationRow{"SomebodyElse", EItem::Master, [](S& s, C&) { s.Text("Status/Master/Name", "Tower"); },
+                     ESeverity::Ok, "Tower", "MpxORVs"},
+        SituationRow{"ThisConsole", EItem::Master, [](S& s, C&) { s.Text("Status/Master/Name", "Console"); },
+                     ESeverity::Ok, "this console", "MpxORVs"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -156,6 +167,19 @@ INSTANTIATE_TEST_SUITE_P(
                                      s.Suppress(2, 2, {121.5e6}, {});
                                  },
                                  ESeverity::Look, "121.5 MHz, keyed", "MyMpxORV"},
+                    SituationRow{"TunedKeyedAndIgnoringIt", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Tune(121.5e6);
+                                     s.Suppress(2, 2, {121.5e6}, {});
+                                     s.Flag("DynamicMpxORVs/Console/Blanking", false);
+                                 },
+                                 ESeverity::Look, "121.5 MHz, keyed, unprotected", "MyMpxORV"},
+                    SituationRow{"TunedAndIgnoringTheSuppression", EItem::Own,
+                                 [](S& s, C&) {
+                                     s.Tune(121.5e6);
+                                     s.Flag("DynamicMpxORVs/Console/Blanking", false);
+                                 },
+                                 ESeverity::Look, "121.5 MHz, unprotected", "MyMpxORV"},
                     SituationRow{"TunedAndNotSupervised", EItem::Own,
                                  [](S& s, C&) {
                                      s.Tune(121.5e6);

@@ -128,6 +128,18 @@ TEST_F(BlankingGuardTest, LetsAnMpxOrvThatIgnoresItHaveTheFrequency) {
     EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
 }
 
+TEST_F(BlankingGuardTest, TellsWhoseSuppressionIsSwitchedOffByWhom) {
+    AddModule(module, AllSilent);
+    TuneTo(Airband);
+    m_server->GetLog().SetLocalActor({ECode::AtServerWindow, {QStringLiteral("anna")}}, [] { return true; });
+    Set(Dynamic(m_name, QStringLiteral("Blanking")), false);
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("ended: the protection by the ground transmitter suppression, taken "
+                             "away by anna at the server's window"));
+    EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 1) << "it stays tuned";
+    m_server->GetLog().SetLocalActor(CodedText(), nullptr);
+}
+
 TEST_F(BlankingGuardTest, KeepsItFromOneMpxOrvWhileAnotherIgnoresIt) {
     AddModule(module, ThirdKeyed);
     const VtPeer other = OtherMpxOrv(m_other);
@@ -252,6 +264,18 @@ TEST_F(SupervisionThatEnds, IsToldToWhoIsTunedThereAndStaysSo) {
     plant.Remove(real.GetPlantModule());
     m_clock.Turn();
     EXPECT_EQ(Answer(m_name), TakenAway());
+    EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 1);
+}
+
+TEST_F(SupervisionThatEnds, IsToldToComeBack) {
+    plant.SetFrequency(module, 3, Marine);
+    m_clock.Turn();
+    ASSERT_EQ(Answer(m_name), TakenAway());
+    plant.SetFrequency(module, 3, Airband);
+    m_clock.Turn();
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("done: 121.5 MHz is to be supervised, by %1 at the server's window")
+                  .arg(SystemUser()));
     EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 1);
 }
 
