@@ -3281,6 +3281,18 @@
         <source>Another socket is already listening on the same port</source>
         <translation>auf diesem Port horcht schon ein anderes Programm</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>„%1“ kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in the way</source>
+        <translation>„%1“ ist im Weg</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; would be larger than %2 bytes</source>
+        <translation>„%1“ würde größer als %2 Byte</translation>
+    </message>
 </context>
 <context>
     <name>QtTexts</name>

@@ -167,6 +167,10 @@ constexpr const char* ProblemSentences[] = {
     QT_TRANSLATE_NOOP("Problem", "Maximum Payload Exceeded"),
     QT_TRANSLATE_NOOP("Problem", "Permissions Violation for Publish to \"%1\""),
     QT_TRANSLATE_NOOP("Problem", "Permissions Violation for Subscription to \"%1\""),
+    // What is entered at the server, which is kept in a file.
+    QT_TRANSLATE_NOOP("Problem", "'%1' cannot be written: %2"),
+    QT_TRANSLATE_NOOP("Problem", "'%1' is in the way"),
+    QT_TRANSLATE_NOOP("Problem", "'%1' would be larger than %2 bytes"),
     // Edits that the connection, or the server's tree, does not take.
     QT_TRANSLATE_NOOP("Problem", "there is no connection to the server"),
     QT_TRANSLATE_NOOP("Problem", "the server's content has not arrived yet"),

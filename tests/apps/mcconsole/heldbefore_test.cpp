@@ -65,6 +65,20 @@ TEST_F(HeldBeforeTest, SaysWhyWhatIsAskedForAgainIsRefused) {
     EXPECT_EQ(held.GetRefusal(), QString());
 }
 
+TEST_F(HeldBeforeTest, SaysWhoIsMasterInstead) {
+    Hold();
+    LoseConnection();
+    ComeBack();
+    EXPECT_EQ(held.GetOtherMaster(), QString());
+    server.Text("Status/Master/Name", "Bravo");
+    held.Restore();
+    Grant();
+    EXPECT_TRUE(held.GetOffer().isMaster) << "it is still wanted";
+    EXPECT_EQ(held.GetOtherMaster(), QStringLiteral("Bravo"));
+    server.Text("Status/Master/Name", "");
+    EXPECT_EQ(held.GetOtherMaster(), QString());
+}
+
 TEST_F(HeldBeforeTest, OffersWhatALostDeviceHadOnceItIsReady) {
     Hold();
     LoseDevice();

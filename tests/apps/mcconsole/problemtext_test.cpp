@@ -54,6 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
         ProblemRow{
             "WithAnother", "TLS failed (does the server speak TLS?): Connection reset by peer",
             "TLS ist gescheitert (spricht der Server TLS?): Verbindung von der Gegenstelle abgebrochen"},
+        ProblemRow{"OfAFile", "'/var/s.ini' cannot be written: Permission denied",
+                   "„/var/s.ini“ kann nicht geschrieben werden: keine Berechtigung"},
         ProblemRow{"OfAWrite", "only operators switch policies", "nur Bediener schalten Rechte"},
         ProblemRow{"OfAWriteWithAName", "a client's van belongs to another user",
                    "a client's van gehört einem anderen Benutzer"},
