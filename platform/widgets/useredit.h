@@ -12,5 +12,5 @@ class MCS_WIDGETS_EXPORT UserEdit {
     UserEdit(const UserEdit&) = delete;
     UserEdit& operator=(const UserEdit&) = delete;
 
-    static bool IsUnderWay();
+    static bool IsUnderWay();  ///< whether one lives
 };
