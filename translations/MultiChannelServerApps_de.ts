@@ -1468,6 +1468,10 @@
         <source>Frequencies in use</source>
         <translation>Benutzte Frequenzen</translation>
     </message>
+    <message>
+        <source>The connection is lost: this is what was last known.</source>
+        <translation>Die Verbindung ist verloren: Das ist zuletzt bekannt gewesen.</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyList</name>

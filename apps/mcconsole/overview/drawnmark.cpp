@@ -54,8 +54,9 @@ DrawnMark::DrawnMark(const FrequencyMark& mark, QwtPlot& plot)
     if (IsZone(m_kind)) m_zone.attach(&plot);
 }
 
-void DrawnMark::ShowColours(const QPalette& palette, QFont font) {
-    const QColor colour = MarkColour(m_kind, palette);
+void DrawnMark::ShowColours(ELineLook look, const QPalette& palette, QFont font) {
+    const QColor colour =
+        look == ELineLook::Veiled ? palette.color(QPalette::WindowText) : MarkColour(m_kind, palette);
     m_line.setLinePen(colour, IsImportant(m_kind) ? 2 : 1,
                       m_kind == EMark::Wanted ? Qt::DashLine : Qt::SolidLine);
     font.setBold(IsImportant(m_kind));

@@ -3,6 +3,7 @@
 
 #include <apps/mcconsole/overview/frequencymark.h>
 #include <apps/mcconsole/overview/labelrows.h>
+#include <apps/mcconsole/overview/linelook.h>
 
 #include <qwt_plot_marker.h>
 #include <qwt_plot_zoneitem.h>
@@ -20,7 +21,7 @@ class DrawnMark {
     /// \a plot is not owned and outlives the mark.
     DrawnMark(const FrequencyMark& mark, QwtPlot& plot);
 
-    void ShowColours(const QPalette& palette, QFont font);
+    void ShowColours(ELineLook look, const QPalette& palette, QFont font);
     double LabelWidth() const { return m_label.textSize().width() + m_text.spacing(); }
     /// \a y is the height for a label that is seen; \a mhzPerPixel is how much of the axis a pixel is.
     void Place(const labelrows::Place& place, double y, double mhzPerPixel);

@@ -18,8 +18,8 @@ namespace {
 constexpr double HertzPerMegahertz = 1e6;
 constexpr int BandOpacity = 48;  // of 255: what is in it stays readable
 
-QBrush BandBrush(FrequencyBand::EKind kind, const QPalette& palette) {
-    QColor colour = palette.color(QPalette::Highlight);
+QBrush BandBrush(FrequencyBand::EKind kind, ELineLook look, const QPalette& palette) {
+    QColor colour = palette.color(look == ELineLook::Veiled ? QPalette::WindowText : QPalette::Highlight);
     if (kind == FrequencyBand::EKind::Outside)
         return QBrush(palette.color(QPalette::Mid), Qt::DiagCrossPattern);
     colour.setAlpha(BandOpacity);
@@ -55,10 +55,10 @@ void FrequencyBands::Show(std::vector<FrequencyBand> bands) {
     }
 }
 
-void FrequencyBands::ShowColours(const QPalette& palette, const QFont& font) {
+void FrequencyBands::ShowColours(ELineLook look, const QPalette& palette, const QFont& font) {
     for (std::size_t i = 0; i < m_drawn.size(); ++i) {
         m_drawn[i]->zone.setPen(QPen(Qt::NoPen));
-        m_drawn[i]->zone.setBrush(BandBrush(m_bands[i].kind, palette));
+        m_drawn[i]->zone.setBrush(BandBrush(m_bands[i].kind, look, palette));
         m_drawn[i]->label.setFont(font);
         m_drawn[i]->label.setColor(palette.color(QPalette::Text));
         m_drawn[i]->label.setBackgroundBrush(palette.color(QPalette::Base));

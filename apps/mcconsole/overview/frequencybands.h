@@ -2,6 +2,7 @@
 #pragma once
 
 #include <apps/mcconsole/overview/frequencyband.h>
+#include <apps/mcconsole/overview/linelook.h>
 
 #include <QtGui/QFont>
 #include <QtGui/QPalette>
@@ -20,7 +21,7 @@ class FrequencyBands {
 
     void Show(std::vector<FrequencyBand> bands);
     const std::vector<FrequencyBand>& Get() const { return m_bands; }
-    void ShowColours(const QPalette& palette, const QFont& font);
+    void ShowColours(ELineLook look, const QPalette& palette, const QFont& font);
     /// Puts each label, along the lower edge, into what is seen of its band, if it has room there. Whether
     /// any has.
     bool PlaceLabels();

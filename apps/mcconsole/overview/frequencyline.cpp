@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <apps/mcconsole/overview/frequencyline.h>
 
+#include <apps/mcconsole/overview/fittedrange.h>
 #include <apps/mcconsole/overview/labelrows.h>
+
+#include <platform/widgets/stalemark.h>
 
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_panner.h>
@@ -26,14 +29,14 @@ constexpr double Megahertz = 1e6;
 constexpr double LowestShown = 0;       // MHz
 constexpr double HighestShown = 30000;  // MHz: no receiver is tuned beyond
 constexpr double LeastSpan = 0.05;      // MHz
-constexpr double UsualLowest = 108;     // MHz, while nothing is tuned
-constexpr double UsualHighest = 138;    // MHz
-constexpr double FitMargin = 0.06;      // of what is shown, at both ends
-constexpr double LeastMargin = 0.5;     // MHz
 constexpr double ZoomStep = 0.8;        // of one notch of the wheel
 constexpr int Reach = 6;                // pixels around a mark that count as it
 constexpr int MostRows = 6;
 constexpr double ClickStep = 25000;  // Hz: whoever clicks means a channel
+
+QString StaleText() {
+    return FrequencyLine::tr("The connection is lost: this is what was last known.");
+}
 
 }  // namespace
 
@@ -83,6 +86,12 @@ void FrequencyLine::ShowBands(std::vector<FrequencyBand> bands) {
     ShowOther();
 }
 
+void FrequencyLine::ShowStale(bool isStale) {
+    if (std::exchange(m_isStale, isStale) == isStale) return;
+    (isStale ? stalemark::Set : stalemark::Clear)(*canvas());  // the scale below holds in any case
+    ShowOther();
+}
+
 void FrequencyLine::ShowOther() {
     ShowColours();
     if (m_showsAll) Fit();
@@ -92,6 +101,7 @@ void FrequencyLine::ShowOther() {
 
 QString FrequencyLine::Summary() const {
     QStringList lines;
+    if (m_isStale) lines += StaleText();
     for (const FrequencyBand& band : m_bands.Get())
         lines += band.detail;
     for (const FrequencyMark& mark : m_marks)
@@ -105,6 +115,9 @@ void FrequencyLine::ShowFocus() {
     QPalette colours = frame->palette();
     colours.setColor(QPalette::WindowText, palette().color(QPalette::Highlight));
     frame->setPalette(colours);
+    colours.setColor(QPalette::WindowText, palette().color(QPalette::WindowText));
+    for (QWidget* const above : frame->findChildren<QWidget*>())
+        above->setPalette(colours);
     frame->setFrameShape(hasFocus() ? QFrame::Box : QFrame::Panel);
     frame->setFrameShadow(hasFocus() ? QFrame::Plain : QFrame::Sunken);
     frame->invalidateBackingStore();  // which has the frame of before
@@ -123,9 +136,10 @@ void FrequencyLine::focusOutEvent(QFocusEvent* event) {
 void FrequencyLine::ShowColours() {
     setCanvasBackground(palette().color(QPalette::Base));
     ShowFocus();
-    m_bands.ShowColours(palette(), font());
+    const ELineLook look = m_isStale ? ELineLook::Veiled : ELineLook::Live;
+    m_bands.ShowColours(look, palette(), font());
     for (const std::unique_ptr<DrawnMark>& drawn : m_drawn)
-        drawn->ShowColours(palette(), font());
+        drawn->ShowColours(look, palette(), font());
 }
 
 void FrequencyLine::changeEvent(QEvent* event) {
@@ -165,18 +179,9 @@ void FrequencyLine::PlaceLabels() {
         m_drawn[i]->Place(places[i], 1 - (places[i].row + 0.5) / rows * height / whole, mhzPerPixel);
 }
 
-/// So that all marks are seen, with some room beside them, and what the master receives.
 void FrequencyLine::Fit() {
-    std::vector<double> ends;
-    for (const FrequencyMark& mark : m_marks)
-        ends.push_back(mark.hz / Megahertz);
-    for (const FrequencyBand& band : m_bands.Get())
-        if (band.kind == FrequencyBand::EKind::Master)
-            ends.insert(ends.end(), {band.from / Megahertz, band.to / Megahertz});
-    if (ends.empty()) return SetRange(UsualLowest, UsualHighest);
-    const auto [lowest, highest] = std::minmax_element(ends.begin(), ends.end());
-    const double margin = std::max((*highest - *lowest) * FitMargin, LeastMargin);
-    SetRange(*lowest - margin, *highest + margin);
+    const fittedrange::Range range = fittedrange::Of(m_marks, m_bands.Get());
+    SetRange(range.lowest, range.highest);
 }
 
 void FrequencyLine::SetRange(double lowest, double highest) {
@@ -229,10 +234,12 @@ double FrequencyLine::FrequencyAt(int x) const {
 
 QString FrequencyLine::DetailAt(const QPoint& position) const {
     const FrequencyMark* const nearest = NearestTo(position.x());
-    if (nearest == nullptr) return m_bands.DetailAt(invTransform(xBottom, position.x()) * Megahertz);
     QStringList details;
     for (const FrequencyMark& mark : m_marks)
-        if (mark.hz == nearest->hz) details += mark.detail;
+        if (nearest != nullptr && mark.hz == nearest->hz) details += mark.detail;
+    if (nearest == nullptr) details += m_bands.DetailAt(invTransform(xBottom, position.x()) * Megahertz);
+    details.removeAll(QString());
+    if (m_isStale && !details.isEmpty()) details += StaleText();
     return details.join(QLatin1Char('\n'));
 }
 
@@ -261,10 +268,8 @@ bool FrequencyLine::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::ToolTip: {
             const auto* const help = static_cast<QHelpEvent*>(event);
             const QString detail = DetailAt(help->pos());
-            QToolTip::showText(
-                help->globalPos(),
-                detail.isEmpty() ? toolTip() : Qt::convertFromPlainText(detail, Qt::WhiteSpaceNormal),
-                canvas());
+            const QString rich = Qt::convertFromPlainText(detail, Qt::WhiteSpaceNormal);
+            QToolTip::showText(help->globalPos(), detail.isEmpty() ? toolTip() : rich, canvas());
             return true;
         }
         default:

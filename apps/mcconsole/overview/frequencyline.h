@@ -26,6 +26,8 @@ class FrequencyLine : public QwtPlot {
     void ShowMarks(std::vector<FrequencyMark> marks);
     /// What lies behind the marks.
     void ShowBands(std::vector<FrequencyBand> bands);
+    /// Whether what is shown is only what was last known.
+    void ShowStale(bool isStale);
     /// All that there is, from now on also what comes.
     void ShowAll();
     /// \a factor is how much of what is seen is seen then, around \a mhz.
@@ -68,5 +70,6 @@ class FrequencyLine : public QwtPlot {
     std::vector<std::unique_ptr<DrawnMark>> m_drawn;
     FrequencyBands m_bands;
     bool m_showsAll = true;
+    bool m_isStale = false;
     std::optional<QPoint> m_pressed;  ///< where, while a button is down
 };

@@ -87,8 +87,9 @@ void AddTransmitters(std::vector<FrequencyMark>& marks, const Situation& situati
     }
 }
 
-FrequencyMark MarkOf(const FrequencyUsers::User& user, const Connection& connection) {
-    const bool isOwn = !connection.mpxOrvPath.isEmpty() && user.name == connection.mpxOrvName;
+FrequencyMark MarkOf(const FrequencyUsers::User& user, const Situation& situation) {
+    const QString own = situation.GetMpxOrvPath().section(QLatin1Char('/'), -1);
+    const bool isOwn = !own.isEmpty() && user.name == own;
     FrequencyMark mark;
     mark.kind = isOwn ? EMark::Own : user.isMaster ? EMark::Master : EMark::User;
     mark.hz = user.hz;
@@ -107,8 +108,9 @@ FrequencyMark MarkOf(const FrequencyUsers::User& user, const Connection& connect
 
 void AddWanted(std::vector<FrequencyMark>& marks, const Tuning& tuning) {
     const Tuning::EState state = tuning.GetState();
-    const bool isWanted = state != Tuning::EState::NoMpxOrv && state != Tuning::EState::Tuned &&
-                          state != Tuning::EState::NotTuned && state != Tuning::EState::OutOfRange;
+    // Without an MpxORV too: the field holds it, whatever the server does.
+    const bool isWanted = state != Tuning::EState::Tuned && state != Tuning::EState::NotTuned &&
+                          state != Tuning::EState::OutOfRange;
     const FrequencyText wanted = tuning.GetWanted();
     if (!isWanted || !wanted.IsFrequency()) return;
     marks.push_back(
@@ -123,7 +125,7 @@ std::vector<FrequencyMark> marks::Make(const std::vector<FrequencyUsers::User>& 
     std::vector<FrequencyMark> all;
     for (const FrequencyUsers::User& user : users) {
         if (all.size() >= MostMarks) break;
-        all.push_back(MarkOf(user, situation.GetConnection()));
+        all.push_back(MarkOf(user, situation));
     }
     AddWanted(all, tuning);
     AddTransmitters(all, situation, EFact::UnsupervisedFrequencies, EMark::Unsupervised);

@@ -215,6 +215,7 @@ void OverviewPage::ShowMarksSoon() {
 }
 
 void OverviewPage::ShowMarks() {
+    m_line->ShowStale(m_situation.IsStale());
     m_line->ShowBands(marks::MakeBands(m_situation, m_tuning));
     m_line->ShowMarks(marks::Make(m_users->Find(), m_situation, m_tuning));
 }

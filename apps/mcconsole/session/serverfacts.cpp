@@ -78,6 +78,12 @@ void ServerFacts::OnBindingChanged(PathBinding&, TChangeCode) {
     if (!m_isBinding) m_changed();
 }
 
+bool ServerFacts::IsStale() const {
+    return std::any_of(m_bindings.begin(), m_bindings.end(), [](const std::unique_ptr<PathBinding>& binding) {
+        return binding->GetState() == EBindingState::Stale;
+    });
+}
+
 values::ValueBase* ServerFacts::Value(EFact fact) const {
     return m_bindings[static_cast<std::size_t>(fact)]->GetValue();
 }

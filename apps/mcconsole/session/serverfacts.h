@@ -63,6 +63,8 @@ class ServerFacts : private PathBinding::IListener {
     std::optional<double> TunedFrequency() const;
     /// Whether \a hz is in the list that is called \a fact.
     bool Has(EFact fact, double hz) const;
+    /// Whether any of them is only what was known before the connection was lost.
+    bool IsStale() const;
 
   private:
     static constexpr std::size_t Count = static_cast<std::size_t>(EFact::OwnBlankingBy) + 1;

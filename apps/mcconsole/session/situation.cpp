@@ -87,6 +87,10 @@ void Situation::Judge() {
     Q_EMIT Looked();
 }
 
+bool Situation::IsStale() const {
+    return m_connection.state == ConsoleSession::EState::Lost || m_facts.IsStale();
+}
+
 std::chrono::milliseconds Situation::GetAge() const {
     return m_lostAt ? m_clock.Now() - *m_lostAt : std::chrono::milliseconds::zero();
 }

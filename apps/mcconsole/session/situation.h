@@ -46,6 +46,10 @@ class Situation : public QObject {
     const std::vector<double>* GetUnsupervised() const;
     const ServerFacts& GetFacts() const { return m_facts; }
     const Connection& GetConnection() const { return m_connection; }
+    /// Where the console's own MpxORV is, or was when the connection was lost; empty if there is none.
+    const QString& GetMpxOrvPath() const { return m_mpxOrvPath; }
+    /// Whether what is known is only what was known before the connection was lost.
+    bool IsStale() const;
     /// Of what is known: zero while it is live.
     std::chrono::milliseconds GetAge() const;
 

@@ -34,6 +34,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::UnorderedElementsAre;
 
 namespace {
@@ -319,6 +320,48 @@ TEST_F(OverviewPageTest, ShowsWhatTheDeviceCannotBeTunedTo) {
     EXPECT_THAT(Labels(), Contains("outside the device's range"));
     EXPECT_EQ(DetailAt(12e9), "The device can be tuned from 0.3 MHz to 3000 MHz");
     EXPECT_EQ(DetailAt(2.5e9), "");
+}
+
+/// Where anything of \a colour is drawn on the line.
+bool HasColour(const QWidget& widget, const QColor& colour) {
+    const QImage image = const_cast<QWidget&>(widget).grab().toImage();
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) == colour) return true;
+    return false;
+}
+
+TEST_F(OverviewPageTest, ShowsAfterALossWhoWasWhereAsOld) {
+    MakeUser("Tower", 118.4e6, false);
+    server.Suppress(2, 2, {127.5e6}, {});
+    Tune("121.5");
+    Grant();
+    Settle();
+    const QColor keyed = severitylook::Colour(ESeverity::Act, page.palette());
+    const QColor own = severitylook::Colour(ESeverity::Ok, page.palette());
+    ASSERT_TRUE(HasColour(*Line(), keyed) && HasColour(*Line(), own));
+    const auto isVeiled = [this] {
+        const auto* const veil = Line()->findChild<QWidget*>(QStringLiteral("StaleVeil"));
+        return veil != nullptr && veil->isVisible();
+    };
+    EXPECT_FALSE(isVeiled());
+    Be(EState::Lost);
+    tuning.Bind(QString());
+    Settle();
+    EXPECT_TRUE(isVeiled());
+    EXPECT_FALSE(HasColour(*Line(), keyed)) << "as if it were so now";
+    EXPECT_FALSE(HasColour(*Line(), own));
+    EXPECT_EQ(DetailAt(127.5e6), "127.5 MHz: keyed\nThe connection is lost: this is what was last known.");
+    EXPECT_THAT(Line()->accessibleDescription().toStdString(), HasSubstr("this is what was last known"));
+    EXPECT_THAT(DetailAt(121.5e6), HasSubstr("this console")) << "whose it was is known still";
+    EXPECT_THAT(Labels(), Contains("wanted")) << "which the field holds";
+    Be(EState::Connected);
+    tuning.Bind(ServerTree::OwnPath());
+    Settle();
+    EXPECT_FALSE(isVeiled());
+    EXPECT_TRUE(HasColour(*Line(), keyed));
+    EXPECT_THAT(Line()->accessibleDescription().toStdString(), Not(HasSubstr("last known")));
+    EXPECT_EQ(DetailAt(127.5e6), "127.5 MHz: keyed");
 }
 
 TEST_F(OverviewPageTest, TakesAFrequencyFromTheLineIntoTheFieldWithoutSendingIt) {
