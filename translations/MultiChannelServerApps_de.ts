@@ -1995,24 +1995,24 @@
         <translation>Getastet: %1</translation>
     </message>
     <message>
-        <source>%1 of %2 answer</source>
-        <translation>%1 von %2 antworten</translation>
+        <source>%1 of %2 in use</source>
+        <translation>%1 von %2 in Betrieb</translation>
     </message>
     <message>
         <source>no modules</source>
         <translation>keine Module</translation>
     </message>
     <message>
-        <source>%1 of %2 modules answer</source>
-        <translation>%1 von %2 Modulen antworten</translation>
+        <source>%1 of %2 modules are in use</source>
+        <translation>%1 von %2 Modulen in Betrieb</translation>
     </message>
     <message>
-        <source>The input module answers</source>
-        <translation>Das Eingangsmodul antwortet</translation>
+        <source>The input module is in use</source>
+        <translation>Das Eingangsmodul ist in Betrieb</translation>
     </message>
     <message>
-        <source>The input module does not answer</source>
-        <translation>Das Eingangsmodul antwortet nicht</translation>
+        <source>The input module is not in use</source>
+        <translation>Das Eingangsmodul ist nicht in Betrieb</translation>
     </message>
     <message>
         <source>The server has no input modules.</source>
@@ -2209,6 +2209,10 @@
 </context>
 <context>
     <name>ModuleStatusModel</name>
+    <message>
+        <source>It answers since %1, and blanks nothing until it is connected anew.</source>
+        <translation>Es antwortet seit %1, und blendet nichts aus, bis es neu verbunden ist.</translation>
+    </message>
     <message>
         <source>Connected</source>
         <translation>Verbunden</translation>
@@ -2808,6 +2812,10 @@
     <message>
         <source>the connection was closed</source>
         <translation>die Verbindung wurde geschlossen</translation>
+    </message>
+    <message>
+        <source>answers again, reconnect it</source>
+        <translation>antwortet wieder, bitte neu verbinden</translation>
     </message>
     <message>
         <source>Modbus exception 1: the module does not know this function</source>
@@ -4222,16 +4230,16 @@ Bitte prüfen Sie den Namen.</translation>
         <translation>Es gibt keine Eingangsmodule.</translation>
     </message>
     <message>
-        <source>%1 of %2 modules answer.</source>
-        <translation>%1 von %2 Modulen antworten.</translation>
+        <source>%1 of %2 modules are in use.</source>
+        <translation>%1 von %2 Modulen in Betrieb.</translation>
     </message>
     <message>
-        <source>The input module answers.</source>
-        <translation>Das Eingangsmodul antwortet.</translation>
+        <source>The input module is in use.</source>
+        <translation>Das Eingangsmodul ist in Betrieb.</translation>
     </message>
     <message>
-        <source>The input module does not answer.</source>
-        <translation>Das Eingangsmodul antwortet nicht.</translation>
+        <source>The input module is not in use.</source>
+        <translation>Das Eingangsmodul ist nicht in Betrieb.</translation>
     </message>
     <message>
         <source>Not supervised: %1.</source>

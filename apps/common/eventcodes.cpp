@@ -76,7 +76,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"config-copy-kept", QT_TRANSLATE_NOOP("CodedText", "a copy of the configuration file as it is now is kept as '%1'"), Notice, ESource::Config},
 
     {"module-failed", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 error: %3 (%4)%5"), Alarm, ESource::Suppression},
-    {"module-answers-again", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 answers again; it stays in error until it is connected"), Notice, ESource::Suppression},
+    {"module-answers-again", QT_TRANSLATE_NOOP("CodedText", "GTS DataModule %1/%2 answers again; it stays in error until it is connected"), Warning, ESource::Suppression},
     {"modules-connected-anew", QT_TRANSLATE_NOOP("CodedText", "data modules in error are connected anew: %1%3%2"), Notice, ESource::Suppression},
     {"no-module-in-error", QT_TRANSLATE_NOOP("CodedText", "no data module is in error%2%1"), Notice, ESource::Suppression},
     {"module-added", QT_TRANSLATE_NOOP("CodedText", "data module %1 at %2 is added%3"), Notice, ESource::Suppression, EShown::InEventsOnly},

@@ -74,6 +74,7 @@ constexpr const char* ProblemSentences[] = {
     QT_TRANSLATE_NOOP("Problem", "disconnected by an operator"),
     QT_TRANSLATE_NOOP("Problem", "no answer yet"),
     QT_TRANSLATE_NOOP("Problem", "the connection was closed"),
+    QT_TRANSLATE_NOOP("Problem", "answers again, reconnect it"),
     QT_TRANSLATE_NOOP("Problem", "Modbus exception 1: the module does not know this function"),
     QT_TRANSLATE_NOOP("Problem", "Modbus exception 2: the module does not have these inputs"),
     QT_TRANSLATE_NOOP("Problem", "Modbus exception 3: the module does not accept this number of inputs"),

@@ -17,7 +17,6 @@ bool IsDone(ECode code) {
         case ECode::Tuned:
         case ECode::ConfigSaved:
         case ECode::DeviceConnected:
-        case ECode::ModuleAnswersAgain:
         case ECode::ModulesConnectedAnew:
         case ECode::ModuleReconnected:
         case ECode::EntriesAreSafe:

@@ -23,6 +23,7 @@ inline constexpr QLatin1String PollInterval            = mcskeys::detail::Key("P
 inline constexpr QLatin1String State                   = mcskeys::detail::Key("State");
 inline constexpr QLatin1String Reason                  = mcskeys::detail::Key("Reason");
 inline constexpr QLatin1String StateSince              = mcskeys::detail::Key("StateSince");
+inline constexpr QLatin1String AnswersAgainSince       = mcskeys::detail::Key("AnswersAgainSince");
 inline constexpr QLatin1String LastAnswer              = mcskeys::detail::Key("LastAnswer");
 inline constexpr QLatin1String Inputs                  = mcskeys::detail::Key("Inputs");
 

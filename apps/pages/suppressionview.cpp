@@ -222,9 +222,9 @@ void SuppressionView::ShowSummary() {
         severity = ESeverity::Unknown;
         parts << tr("There are no input modules.");
     } else {
-        parts << (count > 1 ? tr("%1 of %2 modules answer.").arg(state.CountAnswering()).arg(count)
-                  : state.CountAnswering() == 1 ? tr("The input module answers.")
-                                                : tr("The input module does not answer."));
+        parts << (count > 1 ? tr("%1 of %2 modules are in use.").arg(state.CountAnswering()).arg(count)
+                  : state.CountAnswering() == 1 ? tr("The input module is in use.")
+                                                : tr("The input module is not in use."));
         if (state.CountAnswering() < count) severity = ESeverity::Look;
         if (!state.unsupervised.empty()) {
             severity = ESeverity::Act;

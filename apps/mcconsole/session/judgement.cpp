@@ -95,9 +95,9 @@ QString AnsweringText(double answering, double modules) {
         return JudgementText(QT_TRANSLATE_NOOP("Judgement", "The server has no input modules."));
     if (modules == 1)
         return answering == 1
-                   ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module answers"))
-                   : JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module does not answer"));
-    return JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 modules answer"))
+                   ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module is in use"))
+                   : JudgementText(QT_TRANSLATE_NOOP("Judgement", "The input module is not in use"));
+    return JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 modules are in use"))
         .arg(answering)
         .arg(modules);
 }
@@ -205,7 +205,7 @@ SituationItem judgement::Suppression(const ServerFacts& facts) {
     // Behind that there is room for the numbers alone.
     const QString answers =
         unsupervised.empty()
-            ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 answer")).arg(*answering).arg(*modules)
+            ? JudgementText(QT_TRANSLATE_NOOP("Judgement", "%1 of %2 in use")).arg(*answering).arg(*modules)
             : QStringLiteral("%1/%2").arg(*answering).arg(*modules);
     words += *modules > 0 ? answers : JudgementText(QT_TRANSLATE_NOOP("Judgement", "no modules"));
     details += AnsweringText(*answering, *modules);

@@ -50,6 +50,7 @@ ModuleStatus::ModuleStatus(values::Node& parent, const ModuleView& module) {
     m_state = AddChild<Text>(*node, State);
     m_reason = AddChild<Text>(*node, Reason);
     m_stateSince = AddChild<Text>(*node, StateSince);
+    m_answersAgainSince = AddChild<Text>(*node, AnswersAgainSince);
     m_lastAnswerText = AddChild<Text>(*node, LastAnswer);
     m_inputsNode = AddNode(*node, Inputs);
     ShowSettings(module);
@@ -100,6 +101,7 @@ void ModuleStatus::ShowSettings(const ModuleView& module) {
 }
 
 void ModuleStatus::ShowState(const ModuleView& module) {
+    m_answersAgainSince->SetValue(TimeText(module.answersAgainSince));
     m_reason->SetValue(module.reason);
     if (m_state->GetValue() != StateText(module.state)) {
         m_stateSince->SetValue(TimeText(module.stateSince));

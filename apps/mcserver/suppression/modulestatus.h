@@ -57,6 +57,7 @@ class ModuleStatus {
     Text* m_state = nullptr;
     Text* m_reason = nullptr;
     Text* m_stateSince = nullptr;
+    Text* m_answersAgainSince = nullptr;
     Text* m_lastAnswerText = nullptr;
     std::vector<Input> m_inputs;
 };

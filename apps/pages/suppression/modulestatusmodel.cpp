@@ -115,12 +115,23 @@ QString ModuleStatusModel::TextOf(const ModuleStatusView& module, int column) co
     }
 }
 
+QString ModuleStatusModel::DetailOf(const ModuleStatusView& module, int column) {
+    if (column != Reason || module.answersAgainSince.isEmpty()) return QString();
+    return tr("It answers since %1, and blanks nothing until it is connected anew.")
+        .arg(agetext::Moment(module.answersAgainSince));
+}
+
 QVariant ModuleStatusModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount()) return QVariant();
     const ModuleStatusView& module = m_modules[static_cast<std::size_t>(index.row())];
     const ESeverity severity = SeverityOf(module, m_isLive);
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-        return m_texts[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+    const QString& text =
+        m_texts[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+    if (role == Qt::DisplayRole) return text;
+    if (role == Qt::ToolTipRole) {
+        const QString detail = DetailOf(module, index.column());
+        return detail.isEmpty() ? text : text + QLatin1Char('\n') + detail;
+    }
     if (role == Qt::ForegroundRole && index.column() == State)
         return severitylook::Colour(severity, QApplication::palette());
     if (role == Qt::DecorationRole && index.column() == State)

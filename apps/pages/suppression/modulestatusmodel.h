@@ -38,6 +38,8 @@ class ModuleStatusModel : public QAbstractTableModel {
         std::optional<qint64> atMs;  ///< by the clock here; not known of one from before somebody listened
     };
 
+    /// What else there is to say, where room for it is.
+    static QString DetailOf(const ModuleStatusView& module, int column);
     QString TextOf(const ModuleStatusView& module, int column) const;
     static QString StateWord(const ModuleStatusView& module);
     QString AgeText(const ModuleStatusView& module) const;

@@ -60,6 +60,7 @@ ModuleStatusView ReadModule(const values::Node& node) {
     module.state = ChildText(node, suppressionkeys::State);
     module.reason = ChildText(node, suppressionkeys::Reason);
     module.stateSince = ChildText(node, suppressionkeys::StateSince);
+    module.answersAgainSince = ChildText(node, suppressionkeys::AnswersAgainSince);
     module.lastAnswer = ChildText(node, suppressionkeys::LastAnswer);
     ForEachChildNode(ChildNode(node, suppressionkeys::Inputs),
                      [&](const values::Node& input) { module.inputs.push_back(ReadInput(input)); });

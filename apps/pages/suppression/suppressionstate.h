@@ -28,6 +28,7 @@ struct ModuleStatusView {
     QString state;  ///< as suppressionkeys.h names it
     QString reason;
     QString stateSince;
+    QString answersAgainSince;  ///< UTC; empty unless it answers, and is in error all the same
     QString lastAnswer;
     std::vector<InputStatus> inputs;
 
@@ -35,7 +36,8 @@ struct ModuleStatusView {
     bool operator==(const ModuleStatusView& other) const {
         return number == other.number && name == other.name && type == other.type &&
                address == other.address && state == other.state && reason == other.reason &&
-               stateSince == other.stateSince && lastAnswer == other.lastAnswer && inputs == other.inputs;
+               stateSince == other.stateSince && answersAgainSince == other.answersAgainSince &&
+               lastAnswer == other.lastAnswer && inputs == other.inputs;
     }
 };
 

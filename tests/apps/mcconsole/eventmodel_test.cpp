@@ -118,6 +118,14 @@ TEST(EventLooksAtAll, ARefusalFromANewerServerIsOneToo) {
     EXPECT_EQ(eventlook::Of(event), EEventLook::Refused);
 }
 
+TEST(EventLooksAtAll, AModuleThatAnswersAgainAndIsNotInUseIsNothingDone) {
+    const EEventSeverity severity = eventcodes::Of(ECode::ModuleAnswersAgain).severity;
+    const Event event =
+        Make(1, {ECode::ModuleAnswersAgain, {S("North"), S("10.0.0.1")}}, "suppression", severity);
+    EXPECT_EQ(eventlook::Of(event), EEventLook::Warning);
+    EXPECT_EQ(eventlook::Word(event), S("Warning"));
+}
+
 /// The colour that is most seen in a sign; grey ones do not count.
 QColor ColourOf(const QIcon& icon) {
     const QImage sign = icon.pixmap(32).toImage();

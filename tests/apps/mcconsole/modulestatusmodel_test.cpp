@@ -73,4 +73,26 @@ TEST_F(AgesOfAnswers, OfAnAnswerThatCameWhileNobodyListenedAreThoseOfTheServer) 
     EXPECT_EQ(Age(1), QStringLiteral("3 h ago"));
 }
 
+TEST(AModuleInError, ThatAnswersAgainSaysSinceWhenInItsTip) {
+    SuppressionState state;
+    state.isThere = state.isLive = true;
+    ModuleStatusView module;
+    module.state = QStringLiteral("Error");
+    module.reason = QStringLiteral("Connection refused (111)");
+    state.modules.push_back(module);
+    ModuleStatusModel model;
+    model.Show(state);
+    const QModelIndex reason = model.index(0, ModuleStatusModel::Reason);
+    EXPECT_EQ(reason.data(Qt::ToolTipRole), reason.data());
+    state.modules[0].reason = QStringLiteral("answers again, reconnect it");
+    state.modules[0].answersAgainSince =
+        QDateTime(QDate::currentDate(), QTime(9, 5, 7)).toUTC().toString(Qt::ISODateWithMs);
+    model.Show(state);
+    EXPECT_EQ(reason.data().toString(), QStringLiteral("answers again, reconnect it"));
+    EXPECT_EQ(reason.data(Qt::ToolTipRole).toString(),
+              QStringLiteral("answers again, reconnect it\n"
+                             "It answers since 09:05:07, and blanks nothing until it is connected anew."));
+    EXPECT_EQ(model.index(0, ModuleStatusModel::State).data().toString(), QStringLiteral("Error"));
+}
+
 }  // namespace

@@ -121,14 +121,14 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Suppression, SituationTable,
     testing::Values(SituationRow{"AllAnswer", EItem::Suppression, [](S&, C&) {}, ESeverity::Ok,
-                                 "2 of 2 answer", "Suppression"},
+                                 "2 of 2 in use", "Suppression"},
                     SituationRow{"Keyed", EItem::Suppression,
                                  [](S& s, C&) {
                                      s.Suppress(2, 2, {118.4e6, 121.5e6}, {});
                                  },
-                                 ESeverity::Ok, "2 keyed, 2 of 2 answer", "Suppression"},
+                                 ESeverity::Ok, "2 keyed, 2 of 2 in use", "Suppression"},
                     SituationRow{"OneSilentWithoutFrequencies", EItem::Suppression,
-                                 [](S& s, C&) { s.Suppress(2, 1, {}, {}); }, ESeverity::Look, "1 of 2 answer",
+                                 [](S& s, C&) { s.Suppress(2, 1, {}, {}); }, ESeverity::Look, "1 of 2 in use",
                                  "Suppression"},
                     SituationRow{"NotSupervised", EItem::Suppression,
                                  [](S& s, C&) {

@@ -64,7 +64,7 @@ TEST_F(StationWordTest, FrequenciesThatNobodyWatchesComeBeforeTheDevice) {
 TEST_F(StationWordTest, WhatIsWorthALookComesBeforeTheFrequency) {
     Tune(118e6);
     server.Suppress(2, 1, {}, {});
-    EXPECT_EQ(Told(), "mast-north: 1 of 2 answer");
+    EXPECT_EQ(Told(), "mast-north: 1 of 2 in use");
     EXPECT_EQ(Severity(), ESeverity::Look);
 }
 

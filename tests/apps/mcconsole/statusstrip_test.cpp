@@ -64,7 +64,7 @@ TEST_F(StatusStripTest, NamesEachThingAndHowItIs) {
     EXPECT_EQ(Button("ServerState")->text(), QStringLiteral("Server\nmast-north"));
     EXPECT_EQ(Button("DeviceState")->text(), QStringLiteral("Device\nready, scan"));
     EXPECT_EQ(Button("MasterState")->text(), QStringLiteral("Master\nnobody"));
-    EXPECT_EQ(Button("SuppressionState")->text(), QStringLiteral("Suppression\n2 of 2 answer"));
+    EXPECT_EQ(Button("SuppressionState")->text(), QStringLiteral("Suppression\n2 of 2 in use"));
     EXPECT_EQ(Button("OwnState")->text(), QStringLiteral("My MpxORV\n121.5 MHz"));
 }
 

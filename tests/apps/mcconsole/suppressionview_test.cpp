@@ -139,10 +139,10 @@ TEST_F(ASuppressionView, ShowsWhatIsKeyed) {
     Read(ThirdKeyed);
     EXPECT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|\u25cf keyed|121.500"));
     EXPECT_EQ(Module(), "Tower mast|Connected");
-    EXPECT_EQ(Summary(), "The input module answers.\nBlanked now: 121.500 MHz.");
+    EXPECT_EQ(Summary(), "The input module is in use.\nBlanked now: 121.500 MHz.");
     Read(AllSilent);
     EXPECT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|\u25cb silent|121.500"));
-    EXPECT_EQ(Summary(), "The input module answers.\nNothing is blanked now.");
+    EXPECT_EQ(Summary(), "The input module is in use.\nNothing is blanked now.");
 }
 
 TEST_F(ASuppressionView, ShowsALostModuleAndItsReturn) {
@@ -152,7 +152,7 @@ TEST_F(ASuppressionView, ShowsALostModuleAndItsReturn) {
     EXPECT_TRUE(Becomes([this] { return Module(); }, "Tower mast|Error"));
     EXPECT_EQ(Input(), "Tower mast|Tower 1|\u2715 not supervised|121.500");
     EXPECT_THAT(Row("SuppressionModules", 3, 3), "Connection refused (111)");
-    EXPECT_THAT(Summary(), HasSubstr("The input module does not answer. Not supervised: 121.500 MHz."));
+    EXPECT_THAT(Summary(), HasSubstr("The input module is not in use. Not supervised: 121.500 MHz."));
     Read(AllSilent);
     EXPECT_TRUE(Becomes([this] { return Module(); }, "Tower mast|Connected"));
     EXPECT_EQ(Input(), "Tower mast|Tower 1|\u25cb silent|121.500");
@@ -169,7 +169,7 @@ TEST_F(ASuppressionView, WritesNothingWhileNobodySeesIt) {
     EXPECT_EQ(Module(), "Tower mast|Connected");
     m_view.show();
     EXPECT_EQ(Module(), "Tower mast|Error");
-    EXPECT_THAT(Summary(), HasSubstr("The input module does not answer."));
+    EXPECT_THAT(Summary(), HasSubstr("The input module is not in use."));
 }
 
 TEST_F(ASuppressionView, TellsTheTableOnlyOfWhatIsAnother) {
@@ -233,7 +233,7 @@ TEST_F(ASuppressionView, SaysThatItIsNotLiveWhileTheServerIsLost) {
             m_tree.FindItem(QStringLiteral("/MultiChannelServer/Status/Suppression/") + QLatin1String(below)))
             ->SetState(values::Stale);
     EXPECT_TRUE(Becomes([this] { return Input(); }, "Tower mast|Tower 1|? not live|121.500"));
-    EXPECT_THAT(Summary(), HasSubstr("What was known last: The input module answers."));
+    EXPECT_THAT(Summary(), HasSubstr("What was known last: The input module is in use."));
 }
 
 TEST_F(ASuppressionView, TellsWhoIgnoresTheSuppression) {

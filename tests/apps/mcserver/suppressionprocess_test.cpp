@@ -66,6 +66,10 @@ class AServerWithAModule : public testing::Test {
         return QStringLiteral("/Console/DynamicMpxORVs/Console/") + QLatin1String(below);
     }
 
+    static QString Module(const char* below) {
+        return QStringLiteral("/Console/Status/Suppression/Modules/0/") + QLatin1String(below);
+    }
+
     const QByteArray m_platform = qgetenv("QT_QPA_PLATFORM");
     values::Tree m_tree;
     MultiChannelServerClient m_client;
@@ -98,6 +102,13 @@ TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
     frequency->SetValue(121.5e6);
     EXPECT_TRUE(WaitForAnswer("done, not supervised: tuned to 121.5 MHz"));  // the module is lost
 
+    const auto* const reason = WaitForValue<values::Value<QString>>(Module("Reason"));
+    const auto* const since = WaitForValue<values::Value<QString>>(Module("AnswersAgainSince"));
+    ASSERT_TRUE(reason != nullptr && since != nullptr);
+    EXPECT_TRUE(ServerProcess::WaitFor([&] {
+        return reason->GetValue() == QLatin1String("answers again, reconnect it") &&
+               since->GetValue().endsWith(QLatin1Char('Z'));
+    })) << reason->GetValue().toStdString();
     auto* const command =
         WaitForValue<values::Value<bool>>(QStringLiteral("/Console/Command/ReconnectModules"));
     ASSERT_NE(command, nullptr);
@@ -105,6 +116,8 @@ TEST_F(AServerWithAModule, ConnectsItAnewByACommand) {
     EXPECT_TRUE(WaitForOutput("data modules in error are connected anew"));
     EXPECT_TRUE(WaitForAnswer("ended: 121.5 MHz is blanked by Tower mast, input Tower 1"));
     EXPECT_TRUE(ServerProcess::WaitFor([&] { return !command->GetValue(); }));
+    EXPECT_TRUE(
+        ServerProcess::WaitFor([&] { return reason->GetValue().isEmpty() && since->GetValue().isEmpty(); }));
 }
 
 TEST_F(AServerWithAModule, SaysAtTheStartWhatOfItIsNotInUse) {

@@ -20,6 +20,7 @@ struct ModuleView {
     const QString& reason;                   ///< why it is in this state, one line of English; may be empty
     const QDateTime& stateSince;             ///< UTC
     QDateTime lastAnswer;                    ///< UTC; null if it never answered
+    QDateTime answersAgainSince;             ///< UTC; null unless it answers, and is in error all the same
     bool isSwitchedOff = false;              ///< an operator disconnected it, and nobody connected it since
     quint32 inputDiscretes = 0;              ///< bit i is input i; means nothing while it is not connected
     const std::vector<double>& frequencies;  ///< Hz, by input; 0.0 where none is assigned

@@ -15,7 +15,7 @@
 
 namespace {
 
-// Why a module that is not in error is not connected either.
+// Why a module is not connected, where no error says so.
 QString NotAsked() {
     return QStringLiteral("disconnected by an operator");
 }
@@ -24,6 +24,9 @@ QString NoAnswerYet() {
 }
 QString Closed() {
     return QStringLiteral("the connection was closed");
+}
+QString AnswersAgain() {
+    return QStringLiteral("answers again, reconnect it");
 }
 
 }  // namespace
@@ -44,7 +47,7 @@ PlantModule::PlantModule(int index)
     connect(thread, &PollThread::InterfaceOpen, this, &PlantModule::SlotOnConnectionEstablished);
     connect(thread, &PollThread::InterfaceClose, this, &PlantModule::SlotOnConnectionClosed);
     connect(thread, &PollThread::InterfaceError, this, &PlantModule::SlotOnConnectionError);
-    connect(thread, &PollThread::InterfaceAnswersAgain, this, &PlantModule::SignalAnswersAgain);
+    connect(thread, &PollThread::InterfaceAnswersAgain, this, &PlantModule::SlotOnAnswersAgain);
     connect(thread, &PollThread::InputDiscretesChanged, this, &PlantModule::SlotOnInputDiscretesChanged);
 }
 
@@ -162,6 +165,7 @@ ModuleView PlantModule::GetView() const {
             m_reason,
             m_stateSince,
             m_pollThread->GetLastAnswer(),
+            m_answersAgainSince,
             m_isSwitchedOff && GetState() == EState::Disconnected,
             static_cast<quint32>(m_inputDiscretes),
             m_frequencies,
@@ -208,7 +212,8 @@ void PlantModule::Disconnect() {
     m_connected = false;
     m_inputDiscretes = 0;
     m_isSwitchedOff = true;
-    TellState(m_error ? m_reason : NotAsked());
+    m_answersAgainSince = QDateTime();
+    TellState(m_error ? m_failure : NotAsked());
     RefreshTree();
 }
 
@@ -232,6 +237,7 @@ void PlantModule::Update(Observable* source, TChangeCode code) {
 void PlantModule::SlotOnConnectionEstablished() {
     m_connected = true;
     m_error = false;
+    m_answersAgainSince = QDateTime();
     TellState(QString());
     RefreshTree();
 }
@@ -248,18 +254,29 @@ void PlantModule::SlotOnConnectionClosed() {
 
 void PlantModule::SlotOnConnectionError(int errorcode, const QString& errortext) {
     const bool isNew = m_connected || !m_error;  // every poll fails then, and nothing else has changed
-    const bool isOther = isNew || m_errorCode != errorcode;
+    const bool isOther = isNew || m_errorCode != errorcode || m_answersAgainSince.isValid();
     m_hasFailedAgain = !isNew;
     m_connected = false;
     m_error = true;
     m_inputDiscretes = 0;
     m_errorCode = errorcode;
+    m_answersAgainSince = QDateTime();
     if (isOther) {
         const QString fault = m_addressFault.isEmpty() ? QString() : QStringLiteral(": ") + m_addressFault;
-        TellState(QStringLiteral("%1 (%2)%3").arg(errortext, QString::number(errorcode), fault));
+        m_failure = QStringLiteral("%1 (%2)%3").arg(errortext, QString::number(errorcode), fault);
+        TellState(m_failure);
     }
     if (isNew) RefreshTree();
     Q_EMIT SignalError(m_identity.type, m_identity.address, errorcode, errortext);
+}
+
+/// What it failed with is true no more, although it stays in error.
+void PlantModule::SlotOnAnswersAgain() {
+    if (m_error) {
+        m_answersAgainSince = QDateTime::currentDateTimeUtc();
+        TellState(AnswersAgain());
+    }
+    Q_EMIT SignalAnswersAgain();
 }
 
 void PlantModule::SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes) {

@@ -106,6 +106,7 @@ class PlantModule : public QObject, public IObserver {
     void SlotOnConnectionEstablished();
     void SlotOnConnectionClosed();
     void SlotOnConnectionError(int errorcode, const QString& errortext);
+    void SlotOnAnswersAgain();
     void SlotOnInputDiscretesChanged(unsigned short iNumInputsRead, unsigned long iInputDiscretes);
 
   private:
@@ -127,7 +128,9 @@ class PlantModule : public QObject, public IObserver {
     bool m_isSwitchedOff = false;
     int m_number = 0;
     int m_errorCode = 0;  ///< the last one
+    QString m_failure;    ///< why it is in error, if it is
     QString m_reason;
+    QDateTime m_answersAgainSince;  ///< null unless it does so in error
     EState m_toldState = EState::Disconnected;
     QDateTime m_stateSince = QDateTime::currentDateTimeUtc();
     bool m_reconnectWanted = false;  ///< fixed: stays-closed. Nobody sets it.

@@ -343,6 +343,19 @@ TEST_F(AGTSDisplay, TellsOnceThatALostModuleAnswersAgainAndLeavesItInError) {
         RunTurns(1);
     EXPECT_EQ(answers(), 1);
     EXPECT_EQ(Row(0)[4], Text("Error"));
+    QString reason;
+    QDateTime since;
+    m_display->GetPlant().ForEachModule([&](const ModuleView& module) {
+        reason = module.reason;
+        since = module.answersAgainSince;
+    });
+    EXPECT_EQ(reason, Text("answers again, reconnect it"));
+    EXPECT_TRUE(since.isValid());
+    m_modules.Fail(Text("10.0.0.1"), 110);
+    EXPECT_TRUE(WaitUntil([&] {
+        m_display->GetPlant().ForEachModule([&](const ModuleView& module) { reason = module.reason; });
+        return reason.endsWith(Text("(110)"));
+    }));
 }
 
 TEST_F(AGTSDisplay, TellsOfEveryPollThatFails) {
