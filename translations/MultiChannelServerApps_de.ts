@@ -1000,8 +1000,8 @@
         <translation>Mit %1 verbunden</translation>
     </message>
     <message>
-        <source>The connection to %1 is lost, trying again</source>
-        <translation>Die Verbindung zu %1 ist verloren, neuer Versuch läuft</translation>
+        <source>The connection to %1 is lost</source>
+        <translation>Die Verbindung zu %1 ist verloren</translation>
     </message>
     <message>
         <source>Not connected: choose Server, Connect.</source>
@@ -1027,6 +1027,10 @@
     <message>
         <source>Lost at %1; what is shown is %2 old.</source>
         <translation>Verloren um %1; was gezeigt wird, ist %2 alt.</translation>
+    </message>
+    <message>
+        <source>An attempt is under way.</source>
+        <translation>Ein Versuch läuft.</translation>
     </message>
     <message>
         <source>The next try is in %1.</source>

@@ -335,7 +335,7 @@ void StationView::ShowMpxOrv() {
 
 void StationView::ShowBanner() {
     const bool isConnected = m_session.GetState() == ConsoleSession::EState::Connected;
-    m_banner->Tell(connectiontexts::Banner(m_session, m_situation.GetAge()),
+    m_banner->Tell(connectiontexts::Banner(m_session, m_situation),
                    !isConnected && m_session.GetTimeToRetry());
 }
 

@@ -3,6 +3,7 @@
 
 #include <apps/common/problemtext.h>
 #include <apps/mcconsole/session/consolesession.h>
+#include <apps/mcconsole/session/situation.h>
 #include <apps/pages/agetext.h>
 
 #include <platform/widgets/valuetext.h>
@@ -27,6 +28,12 @@ QString MissingText(const ConsoleSession& session) {
                              : Texts::tr("There is no MpxORV: %1").arg(BoundedText(problem));
 }
 
+QString AttemptText(std::optional<std::chrono::milliseconds> wait) {
+    if (!wait) return Texts::tr("An attempt is under way.");
+    return Texts::tr("The next try is in %1.")
+        .arg(agetext::Of(std::chrono::ceil<std::chrono::seconds>(*wait)));
+}
+
 }  // namespace
 
 QString connectiontexts::Line(const ConsoleSession& session) {
@@ -40,16 +47,16 @@ QString connectiontexts::Line(const ConsoleSession& session) {
             return session.IsEncrypted() ? Texts::tr("Connected to %1, encrypted").arg(server)
                                          : Texts::tr("Connected to %1").arg(server);
         case ConsoleSession::EState::Lost:
-            return Texts::tr("The connection to %1 is lost, trying again").arg(server);
+            return Texts::tr("The connection to %1 is lost").arg(server);
     }
     Q_UNREACHABLE();
 }
 
-QString connectiontexts::Banner(const ConsoleSession& session, std::chrono::milliseconds age) {
+QString connectiontexts::Banner(const ConsoleSession& session, const Situation& situation) {
     const ConsoleSession::EState state = session.GetState();
     if (state == ConsoleSession::EState::Idle) return Texts::tr("Not connected: choose Server, Connect.");
     if (state == ConsoleSession::EState::Connected) {
-        const auto silence = session.GetSilence();
+        const auto silence = situation.GetConnection().silence;
         if (!silence || *silence < LongSilence) return QString();
         return Texts::tr("The server has not answered for %1. What is shown may be old.")
             .arg(agetext::Of(*silence));
@@ -58,15 +65,13 @@ QString connectiontexts::Banner(const ConsoleSession& session, std::chrono::mill
     QString text = Line(session);
     if (!problem.isEmpty())
         text = Texts::tr("%1: %2", "What the connection does, and why").arg(text, problem);
-    const QDateTime& since = session.GetLostSince();
-    if (since.isValid()) {
-        text +=
-            QLatin1Char('\n') +
-            Texts::tr("Lost at %1; what is shown is %2 old.").arg(agetext::Moment(since), agetext::Of(age));
-    }
-    if (const auto wait = session.GetTimeToRetry())
-        text += QLatin1Char(' ') + Texts::tr("The next try is in %1.")
-                                       .arg(agetext::Of(std::chrono::ceil<std::chrono::seconds>(*wait)));
+    const QDateTime& since = situation.GetLostSince();
+    const auto wait = session.GetTimeToRetry();
+    if (since.isValid())
+        text += QLatin1Char('\n') + Texts::tr("Lost at %1; what is shown is %2 old.")
+                                        .arg(agetext::Moment(since), agetext::Of(situation.GetAge()));
+    // Else the line has said so already.
+    if (wait || state == ConsoleSession::EState::Lost) text += QLatin1Char(' ') + AttemptText(wait);
     return text;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 
 class ConsoleSession;
+class Situation;
 
 /// What a console's window says of its connection, in the language of the window. Main thread.
 namespace connectiontexts {
@@ -18,9 +19,9 @@ constexpr int MostCharacters = 200;
 
 /// What the connection does, in one line.
 QString Line(const ConsoleSession& session);
-/// What stands above the pages while something is wrong: why, since when, and when the next try is. Empty if
-/// nothing is. What is shown is \a age old.
-QString Banner(const ConsoleSession& session, std::chrono::milliseconds age);
+/// What stands above the pages while something is wrong: why, since when as \a situation tells it, and when
+/// the next try is. Empty if nothing is.
+QString Banner(const ConsoleSession& session, const Situation& situation);
 /// The round trip \a latency, or for how long there was no answer; empty while nobody knows.
 QString Latency(const ConsoleSession& session, std::optional<std::chrono::microseconds> latency);
 /// What the console's MpxORV is called, or why there is none.

@@ -70,7 +70,6 @@ void ConsoleSession::Disconnect() {
     m_segments = NoSegments;  // so that displays detach before the values go
     m_state = EState::Idle;
     m_serverApplication.clear();
-    m_lostSince = QDateTime();
     m_mpxOrv = nullptr;
     m_mpxOrvThere.SetPath(QString());
     m_mpxOrvProblem.clear();
@@ -197,13 +196,11 @@ void ConsoleSession::UpdateState() {
     if (isConnected && m_state != EState::Connected) {
         m_state = EState::Connected;
         m_serverApplication = GetVtClient()->GetServerApplication();
-        m_lostSince = QDateTime();
         m_mpxOrvProblem.clear();
         m_patience.start();
         m_mpxOrvPatience.start();
     } else if (!isConnected && m_state == EState::Connected) {
         m_state = EState::Lost;
-        m_lostSince = QDateTime::currentDateTime();
         m_patience.stop();
     } else if (!isConnected && m_state == EState::Idle) {
         m_state = EState::Connecting;

@@ -11,7 +11,6 @@
 #include <platform/vtclient/ivtlosses.h>
 #include <platform/vtclient/vtclientcenter.h>
 
-#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QTimer>
@@ -57,7 +56,6 @@ class ConsoleSession : public QObject,
     /// What the server calls itself, also while it is lost; empty before it has said so.
     const QString& GetServerApplication() const { return m_serverApplication; }
     /// When the connection was lost; invalid unless it is.
-    const QDateTime& GetLostSince() const { return m_lostSince; }
     /// How long until the next attempt; none while connected, and while an attempt is under way.
     std::optional<std::chrono::milliseconds> GetTimeToRetry() const;
     /// Makes the next attempt now.
@@ -114,7 +112,6 @@ class ConsoleSession : public QObject,
     Observation<IVtClient> m_vtClient;  ///< the client's
     EState m_state = EState::Idle;
     QString m_serverApplication;
-    QDateTime m_lostSince;
     EMCSControlTreeSegments m_segments = NoSegments;
     QTimer m_patience;  ///< with segments that the server may not show at all
     QString m_mpxOrvName;

@@ -38,22 +38,27 @@ Situation::Situation(IClock& clock, const QString& basePath, Look look, QObject*
 void Situation::Refresh() {
     m_connection = m_look();
     m_connection.shownLatency = m_latency.Show(m_connection.latency, m_clock.Now());
-    const bool isLost = m_connection.state == ConsoleSession::EState::Lost;
-    if (!isLost)
-        m_lostAt.reset();
-    else if (!m_lostAt)
-        m_lostAt = m_silentSince.value_or(m_clock.Now());
-    // What a server that is frozen said last is as old as its silence when the connection is given up.
-    if (!isLost) {
-        m_silentSince.reset();
-        if (m_connection.silence) m_silentSince = m_clock.Now() - *m_connection.silence;
-    }
+    NoteLoss();
     BindMpxOrv();
     Judge();
     if (!IsWanted(m_connection))
         m_timer.Stop();
     else if (!m_timer.IsRunning())
         m_timer.Start(UntilTick(m_clock.Now()), [this] { Tick(); });
+}
+
+/// What a server that is frozen said last is as old as its silence when the connection is given up.
+void Situation::NoteLoss() {
+    const std::chrono::milliseconds now = m_clock.Now();
+    if (m_connection.state != ConsoleSession::EState::Lost) {
+        m_lostAt.reset();
+        m_lostSince = QDateTime();
+        m_silentSince.reset();
+        if (m_connection.silence) m_silentSince = now - *m_connection.silence;
+    } else if (!m_lostAt) {
+        m_lostAt = m_silentSince.value_or(now);
+        m_lostSince = m_clock.Utc().addMSecs((*m_lostAt - now).count());
+    }
 }
 
 /// Nobody tells of the round trip, and ages change by themselves.
@@ -71,7 +76,8 @@ void Situation::BindMpxOrv() {
 }
 
 void Situation::Judge() {
-    const std::chrono::milliseconds age = GetAge();
+    const std::chrono::milliseconds age = m_lostAt ? m_clock.Now() - *m_lostAt : std::chrono::milliseconds(0);
+    m_age = age;
     std::array<SituationItem, std::size(All)> items = {
         judgement::Server(m_facts, m_connection, age), judgement::Device(m_facts),
         judgement::Master(m_facts, m_connection), judgement::Suppression(m_facts),
@@ -89,10 +95,6 @@ void Situation::Judge() {
 
 bool Situation::IsStale() const {
     return m_connection.state == ConsoleSession::EState::Lost || m_facts.IsStale();
-}
-
-std::chrono::milliseconds Situation::GetAge() const {
-    return m_lostAt ? m_clock.Now() - *m_lostAt : std::chrono::milliseconds::zero();
 }
 
 QString Situation::Caption(EItem item) {

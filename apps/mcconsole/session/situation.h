@@ -7,6 +7,7 @@
 #include <apps/mcconsole/session/situationitem.h>
 #include <apps/mcconsole/session/steadylatency.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
@@ -50,8 +51,10 @@ class Situation : public QObject {
     const QString& GetMpxOrvPath() const { return m_mpxOrvPath; }
     /// Whether what is known is only what was known before the connection was lost.
     bool IsStale() const;
-    /// Of what is known: zero while it is live.
-    std::chrono::milliseconds GetAge() const;
+    /// Of what is known, as the items tell it: zero while it is live.
+    std::chrono::milliseconds GetAge() const { return m_age; }
+    /// When the server was heard last before the connection was lost; not valid otherwise.
+    const QDateTime& GetLostSince() const { return m_lostSince; }
 
   Q_SIGNALS:
     /// Any of the items, or the title, has changed.
@@ -64,13 +67,16 @@ class Situation : public QObject {
   private:
     void Tick();
     void Judge();
+    void NoteLoss();
     void BindMpxOrv();
 
     IClock& m_clock;
     const QString m_basePath;
     Look m_look;
     Connection m_connection;
-    std::optional<std::chrono::milliseconds> m_lostAt;       ///< none while connected, or before
+    std::optional<std::chrono::milliseconds> m_lostAt;  ///< none while connected, or before
+    QDateTime m_lostSince;                              ///< the same for people
+    std::chrono::milliseconds m_age{};
     std::optional<std::chrono::milliseconds> m_silentSince;  ///< none while the server answers
     SteadyLatency m_latency;
     ServerFacts m_facts;

@@ -189,8 +189,7 @@ TEST_F(ConsoleTest, ShowsThatTheServerIsLostAndComesBackByItself) {
     ASSERT_TRUE(box->isEnabled());
     server.Kill();
     ASSERT_TRUE(WaitFor([this] { return Banner()->isVisible(); }));
-    EXPECT_TRUE(Banner()->text().contains(QLatin1String("is lost, trying again")))
-        << Banner()->text().toStdString();
+    EXPECT_TRUE(Banner()->text().contains(QLatin1String(" is lost: "))) << Banner()->text().toStdString();
     EXPECT_FALSE(box->accessibleDescription().isEmpty()) << "it says that it is not connected";
     EXPECT_EQ(Label("Status", "onlineDisp"), QStringLiteral("Online")) << "the last content is kept";
     ASSERT_NO_FATAL_FAILURE(server.Restart());

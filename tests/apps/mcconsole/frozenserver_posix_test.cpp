@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A server that has stopped and still has its connections.
+#include <apps/pages/agetext.h>
+
 #include <tests/apps/mcconsole/consolefixture.h>
 
 #include <gmock/gmock.h>
@@ -7,6 +9,7 @@
 #include <csignal>
 
 using namespace std::chrono_literals;
+using testing::HasSubstr;
 
 namespace {
 
@@ -28,6 +31,27 @@ TEST_F(ConsoleTest, SaysThatAServerDoesNotAnswerAndHowLongAlready) {
         return latency->text().endsWith(QLatin1String("ms")) &&
                !latency->text().startsWith(QLatin1String("no"));
     }));
+}
+
+// Its connection is given up much later than it was heard last.
+TEST_F(ConsoleTest, TellsOneMomentOfALossThatBeganWithSilence) {
+    ASSERT_NO_FATAL_FAILURE(server.Start());
+    VtClientOptions options;
+    options.deadAfter = 3s;
+    window->ConnectTo({QStringLiteral("127.0.0.1"), server.Port(), false}, options);
+    ASSERT_TRUE(WaitFor([this] { return !window->GetSession().GetMpxOrvPath().isEmpty(); }));
+    const QDateTime frozen = QDateTime::currentDateTime();
+    ::kill(static_cast<pid_t>(server.ProcessId()), SIGSTOP);
+    ASSERT_TRUE(WaitFor([this] { return window->GetSession().GetState() == ConsoleSession::EState::Lost; }));
+    const Situation& situation = window->GetSituation();
+    ASSERT_TRUE(WaitFor([this] { return Banner()->text().contains(QLatin1String("Lost at ")); }));
+    EXPECT_LT(frozen.msecsTo(situation.GetLostSince()), 1500) << "not when it was given up";
+    const QString since = situation.GetLostSince().toLocalTime().toString(QStringLiteral("HH:mm:ss"));
+    EXPECT_THAT(Banner()->text().toStdString(), HasSubstr("Lost at " + since.toStdString()));
+    const QString age = agetext::Of(situation.GetAge());
+    EXPECT_EQ(situation.Get(Situation::EItem::Server).word, QStringLiteral("lost for %1").arg(age));
+    EXPECT_THAT(Banner()->text().toStdString(), HasSubstr("is " + age.toStdString() + " old"));
+    ::kill(static_cast<pid_t>(server.ProcessId()), SIGCONT);
 }
 
 }  // namespace

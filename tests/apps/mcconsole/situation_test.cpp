@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What an operator has to know at a glance, and which page has its cause.
 #include <apps/common/codedtext.h>
+#include <apps/pages/agetext.h>
 
 #include <tests/apps/mcconsole/situationfixture.h>
 
@@ -258,11 +259,29 @@ TEST_F(SituationTest, IsAsOldAsTheSilenceBeforeTheLoss) {
     connection.silence.reset();
     Be(EState::Lost);
     EXPECT_EQ(Age(EItem::Device), "14 s old");
+    EXPECT_EQ(Word(EItem::Server), "lost for 14 s");
+    EXPECT_EQ(situation->GetLostSince(), clock.Utc().addMSecs(-14500)) << "when it was heard last";
     clock.Advance(2s);
     EXPECT_EQ(Age(EItem::Device), "16 s old");
     Be(EState::Connected);
     Be(EState::Lost);
     EXPECT_EQ(Age(EItem::Device), "0 s old") << "it had answered meanwhile";
+    EXPECT_EQ(situation->GetLostSince(), clock.Utc());
+    Be(EState::Connected);
+    EXPECT_FALSE(situation->GetLostSince().isValid());
+}
+
+TEST_F(SituationTest, IsAsOldAsItTellsWhereverThatIsShown) {
+    server.MakeUsual();
+    Be(EState::Connected);
+    clock.Advance(700ms);
+    Be(EState::Lost);
+    clock.Advance(1s);
+    clock.Advance(900ms);
+    const std::string told = Word(EItem::Server);
+    EXPECT_EQ(told, "lost for " + agetext::Of(situation->GetAge()).toStdString());
+    clock.Advance(350ms);
+    EXPECT_EQ(Word(EItem::Server), "lost for " + agetext::Of(situation->GetAge()).toStdString());
 }
 
 TEST_F(SituationTest, LooksAtTheRoundTripEverySecond) {
