@@ -558,7 +558,7 @@
     </message>
     <message>
         <source>Job master</source>
-        <translation>Job-Master</translation>
+        <translation>Auftragsmaster</translation>
     </message>
     <message>
         <source>FFM %1</source>
@@ -2286,7 +2286,7 @@
     </message>
     <message>
         <source>Job master</source>
-        <translation>Job-Master</translation>
+        <translation>Auftragsmaster</translation>
     </message>
     <message>
         <source>is master</source>
@@ -3621,6 +3621,144 @@ Bitte prüfen Sie den Namen.</translation>
     <message>
         <source>Scroll Right</source>
         <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>%1 File</source>
+        <translation>%1-Datei</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>File Folder</source>
+        <translation>Dateiordner</translation>
+    </message>
+    <message>
+        <source>Drive</source>
+        <translation>Laufwerk</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Verknüpfung</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>Dateien</translation>
+    </message>
+    <message>
+        <source>Directories</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Sidebar</source>
+        <translation>Seitenleiste</translation>
+    </message>
+    <message>
+        <source>List of places and bookmarks</source>
+        <translation>Liste von Orten und Lesezeichen</translation>
+    </message>
+    <message>
+        <source>Find Directory</source>
+        <translation>Ordner suchen</translation>
+    </message>
+    <message>
+        <source>Recent Places</source>
+        <translation>Zuletzt besucht</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>My Computer</source>
+        <translation>Mein Computer</translation>
+    </message>
+    <message>
+        <source>Invalid filename</source>
+        <translation>Ungültiger Dateiname</translation>
+    </message>
+    <message>
+        <source>%1
+Directory not found.
+Please verify the correct directory name was given.</source>
+        <translation>%1
+Der Ordner wurde nicht gefunden.
+Bitte den Namen des Ordners prüfen.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is write protected.
+Do you want to delete it anyway?</source>
+        <translation>„%1“ ist schreibgeschützt.
+Trotzdem löschen?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete &apos;%1&apos;?</source>
+        <translation>„%1“ wirklich löschen?</translation>
+    </message>
+    <message>
+        <source>Could not delete directory.</source>
+        <translation>Der Ordner konnte nicht gelöscht werden.</translation>
+    </message>
+    <message>
+        <source>Scroll here</source>
+        <translation>Hierher blättern</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Linker Rand</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Rechter Rand</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Eine Seite nach links</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Eine Seite nach rechts</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Nach links blättern</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Nach rechts blättern</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Anfang</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Eine Seite nach oben</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Eine Seite nach unten</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Nach oben blättern</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Nach unten blättern</translation>
     </message>
 </context>
 <context>

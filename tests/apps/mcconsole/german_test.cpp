@@ -12,6 +12,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QLocale>
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QAbstractButton>
@@ -125,6 +127,20 @@ TEST_F(ConsoleInGerman, AsksForTheServerInGerman) {
                 IsSubsetOf({std::string(), std::string("&Server:"), std::string("&Token:"),
                             std::string("Cancel"), std::string("&Cancel"), std::string("Filter")}))
         << "not translated";
+}
+
+// The list of MpxORVs and the details beside it called it by two words.
+TEST(GermanCatalogues, HaveOneWordForAJobMaster) {
+    const QDir catalogues(QStringLiteral(TRANSLATIONS));
+    const QStringList names = catalogues.entryList({QStringLiteral("*_de.ts")});
+    EXPECT_EQ(names.size(), 3);
+    for (const QString& name : names) {
+        QFile file(catalogues.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString texts = QString::fromUtf8(file.readAll());
+        EXPECT_FALSE(texts.contains(QLatin1String("Job-Master"), Qt::CaseInsensitive)) << name.toStdString();
+        EXPECT_FALSE(texts.contains(QLatin1String("Jobmaster"), Qt::CaseInsensitive)) << name.toStdString();
+    }
 }
 
 }  // namespace
