@@ -95,6 +95,11 @@ void EventModel::FilterSlice() {
     if (m_filteredFrom <= m_list.First()) m_slices.stop();
 }
 
+int EventModel::CountFrom(qint64 place) const {
+    const auto first = std::lower_bound(m_shown.begin(), m_shown.end(), place);
+    return static_cast<int>(std::distance(first, m_shown.end()));
+}
+
 int EventModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_shown.size());
 }

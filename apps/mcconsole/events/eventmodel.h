@@ -35,6 +35,8 @@ class EventModel : public QAbstractTableModel {
     const EventList::Line& LineOf(int row) const { return m_list.At(m_shown[static_cast<std::size_t>(row)]); }
     /// Where in the list the rows are, which stays so while others come and go.
     std::vector<qint64> GetPlaces() const { return {m_shown.begin(), m_shown.end()}; }
+    /// How many rows are those of \a place in the list, and behind it.
+    int CountFrom(qint64 place) const;
     /// Whether rows are still looked for.
     bool IsFiltering() const { return m_slices.isActive(); }
     /// How many events a filter has looked at, since ever.

@@ -166,7 +166,7 @@ void EventsPage::Bind(const QString& basePath, EMCSControlTreeSegments segments)
         m_server = server;
         m_feed.Forget();
         m_model.Clear();
-        m_new = 0;
+        m_readUpTo = m_model.GetList().End();
         Q_EMIT Forgotten();
     }
     m_feed.Bind(SegmentPath(basePath, segments, StatusSegment));
@@ -185,7 +185,7 @@ void EventsPage::Follow(bool isOn) {
         m_follow->setChecked(isOn);
     }
     if (isOn) {
-        m_new = 0;
+        m_readUpTo = m_model.GetList().End();
         ShowEnd();
     }
     ShowState();
@@ -195,9 +195,11 @@ void EventsPage::OnCame(const std::vector<Event>& events) {
     {
         const QScopedValueRollback<bool> moving(m_isMoving, true);
         m_model.Append(events);
-        if (m_follow->isChecked()) m_view->scrollToBottom();
+        if (m_follow->isChecked()) {
+            m_readUpTo = m_model.GetList().End();
+            m_view->scrollToBottom();
+        }
     }
-    if (!m_follow->isChecked()) m_new += static_cast<int>(events.size());
     m_counting.Ask();
 }
 
@@ -259,9 +261,10 @@ void EventsPage::OnScrolled() {
 
 void EventsPage::ShowState() {
     const bool isFollowing = m_follow->isChecked();
-    m_follow->setText(isFollowing  ? tr("&Following")
-                      : m_new != 0 ? tr("&Follow (%n new)", nullptr, m_new)
-                                   : tr("&Follow"));
+    const int unread = m_model.CountFrom(m_readUpTo);
+    m_follow->setText(isFollowing   ? tr("&Following")
+                      : unread != 0 ? tr("&Follow (%n new)", nullptr, unread)
+                                    : tr("&Follow"));
     m_older->setEnabled(m_feed.HasOlder() && !m_model.GetList().IsFull());
     m_export->setEnabled(m_model.rowCount() != 0 && !m_exporter.IsRunning());
     const int all = m_model.GetList().Count();

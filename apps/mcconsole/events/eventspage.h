@@ -66,7 +66,7 @@ class EventsPage : public Page {
     EventExporter m_exporter;
     EventFeed m_feed;
     QString m_server;         ///< whose events are shown
-    int m_new = 0;            ///< that came while it does not follow
+    qint64 m_readUpTo = 0;    ///< the place in the list of the first that came while it does not follow
     Pace m_counting;          ///< nobody reads a number that changes more often
     bool m_isMoving = false;  ///< the table scrolls, and not the user
     EventsTable* m_view = nullptr;

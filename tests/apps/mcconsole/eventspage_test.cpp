@@ -342,6 +342,28 @@ TEST_F(EventsPageTest, WhoScrollsUpReadsAndWhoScrollsDownFollows) {
     EXPECT_TRUE(IsAtEnd());
 }
 
+TEST_F(EventsPageTest, OnlyWhatWouldBeSeenIsNew) {
+    ASSERT_NO_FATAL_FAILURE(Open(150));
+    Wheel(240);
+    const auto happens = [this](const char* text) {
+        m_event->SetValue(
+            Make(++m_client.newest, {ECode::IsMaster, {QString::fromUtf8(text)}}, "MpxORV Van").ToJson());
+    };
+    QTest::keyClicks(Find<QLineEdit>("EventsSearch"), S("Tower"));
+    ASSERT_TRUE(WaitUntil([this] { return Table()->model()->rowCount() == 0; }));
+    happens("Van");
+    happens("Tower");
+    happens("Boat");
+    happens("Boat");
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow (1 new)"); }))
+        << Follow()->text().toStdString();
+    Find<QLineEdit>("EventsSearch")->clear();
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow (4 new)"); }))
+        << Follow()->text().toStdString();
+    QTest::keyClicks(Find<QLineEdit>("EventsSearch"), S("nobody"));
+    EXPECT_TRUE(WaitUntil([this] { return Follow()->text() == S("&Follow"); })) << "none of them";
+}
+
 TEST_F(EventsPageTest, WhoReadsAndSearchesGoesOnReading) {
     ASSERT_NO_FATAL_FAILURE(Open(150));
     Wheel(240);
