@@ -2215,7 +2215,7 @@
     <name>ModuleStatusModel</name>
     <message>
         <source>It answers since %1, and blanks nothing until it is connected anew.</source>
-        <translation>Es antwortet seit %1, und blendet nichts aus, bis es neu verbunden ist.</translation>
+        <translation>Es antwortet seit %1, und tastet nichts aus, bis es neu verbunden ist.</translation>
     </message>
     <message>
         <source>Connected</source>
