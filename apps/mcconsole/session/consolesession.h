@@ -55,7 +55,6 @@ class ConsoleSession : public QObject,
     std::optional<std::chrono::microseconds> GetLatency() const;
     /// What the server calls itself, also while it is lost; empty before it has said so.
     const QString& GetServerApplication() const { return m_serverApplication; }
-    /// When the connection was lost; invalid unless it is.
     /// How long until the next attempt; none while connected, and while an attempt is under way.
     std::optional<std::chrono::milliseconds> GetTimeToRetry() const;
     /// Makes the next attempt now.
