@@ -125,7 +125,7 @@ class QtTextsTest : public testing::Test {
 TEST_F(QtTextsTest, DialogsForFilesAreGermanThroughout) {
     for (const QFileDialog::AcceptMode mode : {QFileDialog::AcceptOpen, QFileDialog::AcceptSave}) {
         const Texts english = OfFileDialog("en", mode);
-        EXPECT_TRUE(english.count("csv File") != 0 && english.count("Folder") != 0);
+        EXPECT_EQ(english.count("Date Modified"), 1U) << "what files are called is the system's on Windows";
         EXPECT_THAT(Common(english, OfFileDialog("de", mode)), IsSubsetOf({"Name"}));
     }
 }
