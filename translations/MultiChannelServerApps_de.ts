@@ -784,6 +784,10 @@
         <source>the protection by the ground transmitter suppression%1</source>
         <translation>der Schutz durch die Bodensenderunterdrückung%1</translation>
     </message>
+    <message>
+        <source>the ground transmitter suppression holds again%1</source>
+        <translation>die Bodensenderunterdrückung gilt wieder%1</translation>
+    </message>
 </context>
 <context>
     <name>CommandsPage</name>

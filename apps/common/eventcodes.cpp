@@ -138,6 +138,7 @@ constexpr std::array<eventcodes::Row, static_cast<std::size_t>(ECode::Count)> Ev
     {"supervision-ended", QT_TRANSLATE_NOOP("CodedText", "the supervision of %1%2")},
     {"supervision-wanted", QT_TRANSLATE_NOOP("CodedText", "%1 is to be supervised%2")},
     {"protection-ended", QT_TRANSLATE_NOOP("CodedText", "the protection by the ground transmitter suppression%1")},
+    {"protection-wanted", QT_TRANSLATE_NOOP("CodedText", "the ground transmitter suppression holds again%1")},
     {"lost-its-frequency", QT_TRANSLATE_NOOP("CodedText", "%1 lost its frequency")},
     {"was-tuned-to", QT_TRANSLATE_NOOP("CodedText", "%1 was tuned to %2")},
     {"master-since", QT_TRANSLATE_NOOP("CodedText", "%1 is master since %2")},

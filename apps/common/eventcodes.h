@@ -129,6 +129,7 @@ enum class ECode : std::uint8_t {
     SupervisionEnded,
     SupervisionWanted,
     ProtectionEnded,
+    ProtectionWanted,
     LostItsFrequency,
     WasTunedTo,
     MasterSince,

@@ -364,9 +364,16 @@ void JobControl::OnBlankingSwitched(MpxOrv& mpxOrv) {
     const ECode code = mpxOrv.ObeysBlanking() ? ECode::ObeysBlanking : ECode::IgnoresBlanking;
     m_log.Write({code, {mpxOrv.GetName(), m_log.ByActor()}}, Of(mpxOrv));
     m_onSwitched(mpxOrv);
-    GuardChanged();
-    if (mpxOrv.ObeysBlanking() || m_log.GetActor().isEmpty()) return;
-    End(mpxOrv, {ECode::ProtectionEnded, {m_log.ByActor(ECode::TakenAwayBy)}});
+    if (!m_log.GetActor().isEmpty()) TellBlankingSwitched(mpxOrv);
+    GuardChanged();  // last: what it ends is what people have to know
+}
+
+/// Whoever uses it would not know why a keyed frequency is granted, or not any more.
+void JobControl::TellBlankingSwitched(MpxOrv& mpxOrv) {
+    if (mpxOrv.ObeysBlanking())
+        Tell(mpxOrv, {ECode::Done, {{ECode::ProtectionWanted, {m_log.ByActor()}}}});
+    else
+        Tell(mpxOrv, {ECode::Ended, {{ECode::ProtectionEnded, {m_log.ByActor(ECode::TakenAwayBy)}}}});
 }
 
 void JobControl::ShowStatus(MpxOrv& mpxOrv) {

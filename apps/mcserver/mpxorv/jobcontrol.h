@@ -95,6 +95,7 @@ class JobControl : public IMpxOrvListener {
     void CheckWatchers(const CodedText& reason);
     void End(MpxOrv& mpxOrv, const CodedText& reason);
     void Tell(MpxOrv& mpxOrv, const CodedText& answer);
+    void TellBlankingSwitched(MpxOrv& mpxOrv);
     /// Tells in events what came of a request.
     void LogOutcome(const MpxOrv& mpxOrv, ERequest request, const Outcome& outcome, const CodedText& answer);
     void LogPolicies(MpxOrv& mpxOrv, const QStringList& given, const QStringList& taken);

@@ -137,6 +137,14 @@ TEST_F(BlankingGuardTest, TellsWhoseSuppressionIsSwitchedOffByWhom) {
               QStringLiteral("ended: the protection by the ground transmitter suppression, taken "
                              "away by anna at the server's window"));
     EXPECT_EQ(Count(QStringLiteral("UsedFreqChannels")), 1) << "it stays tuned";
+    Set(Dynamic(m_name, QStringLiteral("Blanking")), true);
+    EXPECT_EQ(Answer(m_name),
+              QStringLiteral("done: the ground transmitter suppression holds again, by anna at the "
+                             "server's window"));
+    Set(Dynamic(m_name, QStringLiteral("Blanking")), false);
+    Read(module, ThirdKeyed);
+    Set(Dynamic(m_name, QStringLiteral("Blanking")), true);
+    EXPECT_EQ(Answer(m_name), QStringLiteral("ended: 121.5 MHz is blanked by ADAM-6051-0, input 3"));
     m_server->GetLog().SetLocalActor(CodedText(), nullptr);
 }
 
