@@ -69,9 +69,12 @@ void SuppressionUndo::Look() {
         }
         // One that was just added is not connected yet, and one that is lost is no operator's doing.
         if (!known.isSwitchedOff && now->second.isSwitchedOff) OfferToConnect(now->second);
-        if (inputundo::CountCells({known.settings}, {now->second.settings}) == 0) continue;
+        const ModuleSettings& settings = now->second.settings;
+        // One of another type has other inputs: there is nothing of the old ones to be had back.
+        if (known.settings.type != settings.type) continue;
+        if (inputundo::CountCells({known.settings}, {settings}) == 0) continue;
         changed.push_back(known.settings);
-        changedTo.push_back(now->second.settings);
+        changedTo.push_back(settings);
     }
     if (!changed.empty()) OfferToRestore(changed, changedTo);
 }
