@@ -2,6 +2,7 @@
 // What an operator does to a data module by its menu, and what is offered to undo it.
 #include <apps/mcserver/suppression/suppressionundo.h>
 
+#include <devicecontrol/multichannelserver/common/gts/datamodule.h>
 #include <devicecontrol/multichannelserver/common/gts/gtsdisplay.h>
 #include <devicecontrol/multichannelserver/common/gts/suppressionplant.h>
 
@@ -150,6 +151,17 @@ TEST_F(AnUndoOfModules, TakesBackWhatAnEditorHasChanged) {
     ASSERT_TRUE(WaitForStatus(0, "Connected"));
     RunTurns(3);
     EXPECT_EQ(m_offers, 1) << "what is undone needs no undo";
+}
+
+TEST_F(AnUndoOfModules, OffersNothingOfAModuleThatHasOtherInputsNow) {
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
+    auto* const module = dynamic_cast<DataModule*>(Rows().topLevelItem(0));
+    ASSERT_NE(module, nullptr);
+    module->Configure(QStringLiteral("ADAM-6060"), QStringLiteral("127.0.0.1"), PollInterval(10));
+    ASSERT_TRUE(WaitUntil([this] { return Rows().topLevelItem(0)->text(1) == QLatin1String("ADAM-6060"); }));
+    ASSERT_TRUE(WaitForStatus(0, "Connected"));
+    RunTurns(3);
+    EXPECT_EQ(m_offers, 0);
 }
 
 TEST_F(AnUndoOfModules, OffersNothingForWhatIsOfferedElsewhereAlready) {
